@@ -1,0 +1,45 @@
+#pragma once
+// The one place that catches. Every door of the program (command, timer, call-back from outside) goes through it.
+
+#include "diagnostics/DebugLog.h"
+
+#include <utility>
+
+namespace nib {
+
+/// The exception being handled, as an Error; call only inside a catch block.
+Error CurrentError();
+
+/// Runs `body`; a failure is logged as "<where>: error=0x..." and handed to `onError`, whose result is then the answer.
+template <typename Body, typename OnError>
+auto Guarded(const DebugLog& log, TextView where, Body&& body, OnError&& onError) -> decltype(body())
+{
+    try {
+        return std::forward<Body>(body)();
+    } catch (...) {
+        Error error = CurrentError();
+        log.WriteError(where, error);
+        return std::forward<OnError>(onError)(error);
+    }
+}
+
+/// The value of `body`, or `fallback` when it fails: for getters that answer a default whatever happens.
+template <typename Body, typename Value> Value OrDefault(Body&& body, Value fallback) noexcept
+{
+    try {
+        return std::forward<Body>(body)();
+    } catch (...) {
+        return fallback;
+    }
+}
+
+/// Runs `body` and forgets any failure.
+template <typename Body> void IgnoringErrors(Body&& body) noexcept
+{
+    try {
+        std::forward<Body>(body)();
+    } catch (...) {
+    }
+}
+
+} // namespace nib

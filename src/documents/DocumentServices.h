@@ -1,0 +1,52 @@
+#pragma once
+// What a document wants of the rooms above it, as small ports, and the process-wide values that all documents share.
+
+#include "base/Position.h"
+#include "diagnostics/DebugLog.h"
+#include "documents/Location.h"
+#include "documents/clsDocView.h"
+#include "editing/MvEdit.h"
+#include "platform/MessageBoxes.h"
+#include "platform/mvConnect.h"
+
+#include <memory>
+
+namespace nib {
+
+class mvDocuments;
+
+/// The program around a document.
+class DocumentShell {
+public:
+    virtual ~DocumentShell() = default;
+    /// The one message box call: brings the program forward, answers the button pressed.
+    virtual int32_t ShowMessage(TextView text, int32_t flags, TextView title = u"Nib") = 0;
+    virtual void SetStatusText(int32_t panel, TextView text) = 0;
+    virtual void ShowStatusPanel(int32_t panel) = 0;
+    virtual void HideStatusPanel(int32_t panel) = 0;
+    virtual void UpdateToolBar() = 0;
+    virtual void SetWaitCursor(bool wait) = 0;
+    virtual void ToForeground() = 0;
+    /// While held, no auto-save pass runs. Nests.
+    virtual void HoldAutoSave(bool hold) = 0;
+    /// Remembers the caret's present position in the navigation history.
+    virtual void RecordPosition(mvDocument& document) = 0;
+    virtual std::unique_ptr<clsDocView> CreateView(mvDocument& document) = 0;
+};
+
+/// Shared by all documents; outlives them.
+struct DocumentServices {
+    DocumentShell& shell;
+    mvConnection& connection;
+    MvEdit& settings;
+    Location& location;
+    mvDocuments& openDocuments;
+    const DebugLog& log;
+    int32_t lastDocumentId = 0;
+    int32_t lastNewNumber = 0;
+    int32_t lastLineId = 0;
+    /// Documents bound to a window, as the main window counts them.
+    int32_t openCount = 0;
+};
+
+} // namespace nib

@@ -1,0 +1,126 @@
+#pragma once
+// The one object that stands for an open text: its storage and lock, its window, and every prompt of opening, saving and
+// closing it. Automation clients receive the same object.
+
+#include "base/DynamicArray.h"
+#include "documents/DocumentServices.h"
+
+#include <functional>
+#include <memory>
+
+namespace nib {
+
+/// Edit form of a text: every TAB becomes `width` blanks (1 when below 1).
+Text ExpandTabs(TextView text, int32_t width);
+/// Item form of a text: unchanged when it holds as many CR as LF, else every line end becomes CR LF.
+Text NormalizeLineEnds(TextView text);
+
+/// Ends of a selection in text order; `swapped` when the user made it backward.
+struct OrderedSelection {
+    Position start;
+    Position end;
+    bool swapped = false;
+};
+
+class mvDocument : public std::enable_shared_from_this<mvDocument> {
+public:
+    /// Use NewDocumentObject: a document belongs to the collection from its first moment.
+    explicit mvDocument(DocumentServices& services);
+    ~mvDocument();
+    mvDocument(const mvDocument&) = delete;
+    mvDocument& operator=(const mvDocument&) = delete;
+
+    // Public operations
+    bool FileNew();
+    bool FileOpen(TextView path, bool readOnly);
+    bool FileSave();
+    bool FileSaveAs(TextView path);
+    /// False when the user kept it open. The object may be destroyed when its last holder lets go after this.
+    bool FileClose(bool prompt);
+    bool ReadOnly() const;
+    bool NewItem() const;
+    bool IsDirty() const;
+    Text Path() const;
+    Text Filename() const;
+    Text ItemID() const;
+    bool LocalFile() const;
+    bool Highlight() const { return highlight_; }
+    void SetHighlight(bool highlight);
+    Text GetText();
+    void SetText(TextView text);
+    Text SelText();
+    void SetSelText(TextView text);
+    void InsValue();
+    void InsSubValue();
+    void Activate();
+    /// Throws kLabelNotFound.
+    void GotoLabel(TextView target);
+    /// 1-based; anything below goes to the first line.
+    void GotoLine(int32_t line);
+    Text DisplayName() const;
+
+    // For the rest of the program
+    std::shared_ptr<mvItem> ItemObject() const { return item_; }
+    bool FileNewItem(std::shared_ptr<mvItem> item);
+    bool ItemOpen(std::shared_ptr<mvItem> item, bool readOnly);
+    bool ItemSaveAs(std::shared_ptr<mvItem> item);
+    clsDocView& EnsureView();
+    clsDocView* View() const { return view_.get(); }
+    Text TitleText() const;
+    void UpdateTitle();
+    /// "<DisplayName> [<DocumentID>]"
+    Text ListName() const;
+    bool CanUndo() const;
+    bool CanRedo() const;
+    void Undo();
+    void Redo();
+    void Cut();
+    void Copy();
+    void Paste();
+    void Delete();
+    void DeleteLine();
+    void SelectAll();
+    void SetModified(bool modified);
+    bool IsHostWritable() const;
+    bool HasSelection() const;
+    bool SelectionIsMultiLine() const;
+    OrderedSelection GetOrderedSelection() const;
+    Text GetSelectionText() const;
+    void ReplaceSelection(TextView text);
+    /// Stable number of a line through edits, given out at first asking; -1 for a negative line.
+    int32_t LineIdFromLine(int32_t line);
+    int32_t LineFromLineId(int32_t id) const;
+    void RevealLine(int32_t line);
+    void ShowLine(int32_t column, int32_t line, bool centre);
+    int32_t DocumentID() const { return documentId_; }
+    Text AutoRecoverFile() const { return autoRecoverFile_; }
+    void SetAutoRecoverFile(TextView name) { autoRecoverFile_ = name; }
+    bool AutoSaveFlag() const;
+    void SetAutoSaveFlag(bool flag);
+    /// Labels of the text: field 1 names, 2 line numbers, 3 columns (0-based), each a value list.
+    const DynamicArray& BuildLabelTable();
+
+    /// Raised by FileClose.
+    std::function<void()> DocumentClose;
+
+private:
+    bool SaveText(mvItem& item);
+    void ReportFailure(TextView where, const Error& error);
+    void AdoptLocation(const mvItem& item);
+    SourceView* Source() const;
+
+    DocumentServices& services_;
+    int32_t documentId_;
+    std::shared_ptr<mvItem> item_;
+    int32_t newNumber_ = 0;
+    std::unique_ptr<clsDocView> view_;
+    bool highlight_;
+    std::unique_ptr<DynamicArray> labels_;
+    Text autoRecoverFile_;
+    bool counted_ = false;
+};
+
+/// Creates a document and adds it to the open documents; null when that fails.
+std::shared_ptr<mvDocument> NewDocumentObject(DocumentServices& services);
+
+} // namespace nib
