@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Configures (when needed) and builds a preset: build.sh PRESET [TARGET...]
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+preset=$1
+shift
+[ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >/dev/null
+targets=()
+[ $# -eq 0 ] || targets=(--target "$@")
+cmake --build "build/$preset" "${targets[@]}"

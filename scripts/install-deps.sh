@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Installs what building, running and testing need: the one list of packages. Asks nothing; does nothing when all is there.
+set -euo pipefail
+
+packages=(
+    # building
+    build-essential cmake ninja-build ccache pkg-config git
+    libicu-dev libacl1-dev qt6-base-dev qt6-base-dev-tools
+    # running
+    fonts-dejavu-core fonts-dejavu-extra qt6-qpa-plugins
+    # a display where there is none, and a window manager and pictures for it
+    xvfb xauth openbox xdotool x11-utils imagemagick
+    # tests
+    libgtest-dev libbenchmark-dev python3 acl attr procps
+)
+
+missing=()
+for package in "${packages[@]}"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { echo "Installing packages needs root or sudo: ${missing[*]}" >&2; exit 1; }
+    as_root=(sudo)
+fi
+echo "Installing: ${missing[*]}"
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq update </dev/null
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq install -y --no-install-recommends "${missing[@]}" \
+    </dev/null >/dev/null
