@@ -4,16 +4,12 @@
 
 #include "base/DynamicArray.h"
 #include "documents/DocumentServices.h"
+#include "documents/TextForms.h"
 
 #include <functional>
 #include <memory>
 
 namespace nib {
-
-/// Edit form of a text: every TAB becomes `width` blanks (1 when below 1).
-Text ExpandTabs(TextView text, int32_t width);
-/// Item form of a text: unchanged when it holds as many CR as LF, else every line end becomes CR LF.
-Text NormalizeLineEnds(TextView text);
 
 /// Ends of a selection in text order; `swapped` when the user made it backward.
 struct OrderedSelection {
@@ -104,10 +100,18 @@ public:
     std::function<void()> DocumentClose;
 
 private:
-    bool SaveText(mvItem& item);
+    SourceView* Source() const { return view_ ? &view_->txtText() : nullptr; }
+    bool Ask(TextView question);
+    void Warn(TextView text);
     void ReportFailure(TextView where, const Error& error);
     void AdoptLocation(const mvItem& item);
-    SourceView* Source() const;
+    bool OpenItem(std::shared_ptr<mvItem> item, bool readOnly);
+    bool OpenAfterFailure(TextView path, const Error& error, bool& readOnly, bool& lock);
+    Text LockedQuestion(TextView path);
+    void ReadInto(SourceView& source);
+    void WriteFrom(SourceView& source, mvItem& item);
+    bool MayOverwrite(mvItem& item);
+    bool ConfirmClose();
 
     DocumentServices& services_;
     int32_t documentId_;

@@ -1,0 +1,69 @@
+#include "documents/ApplySettings.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace nib {
+
+namespace {
+
+struct TokenRow {
+    int32_t type;
+    int32_t MvEdit::*color;
+    int16_t MvEdit::*style;
+};
+
+constexpr TokenRow kTokens[] = {
+    {6, &MvEdit::CommentColor, &MvEdit::CommentStyle},   {10, &MvEdit::ReservedColor, &MvEdit::ReservedStyle},
+    {7, &MvEdit::StringColor, &MvEdit::StringStyle},     {8, &MvEdit::NormalColor, &MvEdit::NormalStyle},
+    {5, &MvEdit::NormalColor, &MvEdit::NormalStyle},     {2, &MvEdit::LabelColor, &MvEdit::LabelStyle},
+    {4, &MvEdit::KeywordColor, &MvEdit::KeywordStyle},
+};
+
+constexpr int32_t kMarkTypes[] = {1001, 1002};
+constexpr int32_t kMarkColor = 150 | 150 << 8 | 150 << 16;
+constexpr int32_t kBlack = 0;
+
+void FillTable(TokenTable& table, const MvEdit& settings, bool coloured)
+{
+    for (const TokenRow& row : kTokens) table.SetColor(row.type, coloured ? settings.*row.color : kBlack);
+    for (const TokenRow& row : kTokens) table.SetStyle(row.type, settings.*row.style);
+    for (int32_t type : kMarkTypes) table.SetColor(type, kMarkColor);
+}
+
+/// Points as text, with a point whatever the locale; `fallback` when it is no number above 0.
+double PointSize(TextView text, double fallback)
+{
+    std::string digits = ToUtf8(Trim(text));
+    double size = 0;
+    auto result = std::from_chars(digits.data(), digits.data() + digits.size(), size);
+    return result.ec == std::errc{} && size > 0 ? std::min(size, 400.0) : fallback;
+}
+
+SourceFont FontOf(const MvEdit& settings, SourceFont font)
+{
+    if (!settings.FontName.empty()) font.name = settings.FontName;
+    if (!settings.FontSize.empty()) font.size = PointSize(settings.FontSize, font.size);
+    font.bold = settings.NormalStyle & token_style::kBold;
+    font.italic = settings.NormalStyle & token_style::kItalic;
+    return font;
+}
+
+} // namespace
+
+void ApplyViewSettings(SourceView& view, const MvEdit& settings)
+{
+    view.SetFont(FontOf(settings, view.Font()));
+    view.SetTabSize(std::max<int32_t>(settings.TabSize, 1));
+    view.SetBackColor(settings.BackColor);
+    view.SetLineWrap(settings.LineWrap);
+    SourceDocument& document = view.Document();
+    int32_t digits = document.LineCount() < 10000 ? 4 : 5;
+    view.SetMarginWidth(digits + (settings.CollapseBlocks ? 3 : 1));
+    view.SetShowBlocks(settings.CollapseBlocks);
+    FillTable(view.TokenStyles(), settings, true);
+    FillTable(view.PrintTokenStyles(), settings, settings.ColorPrinting);
+    document.UpdateLines(0, document.LineCount() - 1);
+}
+
+} // namespace nib

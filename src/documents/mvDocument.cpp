@@ -1,0 +1,202 @@
+#include "documents/mvDocument.h"
+
+#include "diagnostics/Guarded.h"
+#include "documents/ApplySettings.h"
+#include "documents/mvDocuments.h"
+
+namespace nib {
+
+std::shared_ptr<mvDocument> NewDocumentObject(DocumentServices& services)
+{
+    try {
+        auto document = std::make_shared<mvDocument>(services);
+        services.openDocuments.Add(document);
+        services.log.Write(u"mvdocument initialize end", trace::kObjects);
+        return document;
+    } catch (const std::exception&) {
+        return nullptr;
+    }
+}
+
+mvDocument::mvDocument(DocumentServices& services)
+    : services_(services), documentId_(services.lastDocumentId + 1), highlight_(services.settings.Highlight)
+{
+    services_.log.Write(u"mvdocument initialize begin", trace::kObjects);
+    services_.lastDocumentId = documentId_;
+}
+
+mvDocument::~mvDocument()
+{
+    services_.log.Write(u"mvdocument terminate begin", trace::kObjects);
+    if (item_) {
+        IgnoringErrors([&] { item_->Close(); });
+        IgnoringErrors([&] { item_->LockItem(false); });
+    }
+    services_.log.Write(u"mvdocument terminate end", trace::kObjects);
+}
+
+clsDocView& mvDocument::EnsureView()
+{
+    if (!view_) {
+        view_ = services_.shell.CreateView(*this);
+        view_->SetViewObject(this);
+        view_->SetTag(Decimal(documentId_));
+        ApplyViewSettings(view_->txtText(), services_.settings);
+    }
+    if (!view_->Visible()) view_->SetVisible(true);
+    return *view_;
+}
+
+bool mvDocument::ReadOnly() const
+{
+    return OrDefault([&] { return item_ && item_->ReadOnly(); }, false);
+}
+
+bool mvDocument::NewItem() const
+{
+    return OrDefault([&] { return !item_ || !item_->Exists(); }, true);
+}
+
+bool mvDocument::IsDirty() const
+{
+    return OrDefault([&] { return view_ && Source()->Document().Modified(); }, false);
+}
+
+Text mvDocument::Path() const
+{
+    return OrDefault([&] { return item_ ? item_->Path() : Text(); }, Text());
+}
+
+Text mvDocument::Filename() const
+{
+    return OrDefault([&] { return item_ ? item_->Folder() : Text(); }, Text());
+}
+
+Text mvDocument::ItemID() const
+{
+    return OrDefault([&] { return item_ ? item_->ItemID() : Text(); }, Text());
+}
+
+bool mvDocument::LocalFile() const
+{
+    return OrDefault([&] { return item_ && item_->Provider() == u"file"; }, false);
+}
+
+bool mvDocument::IsHostWritable() const
+{
+    return OrDefault([&] { return item_ && !item_->ReadOnly() && !LocalFile() && item_->IsItem(); }, false);
+}
+
+Text mvDocument::DisplayName() const
+{
+    if (!item_) return u"NewItem" + Decimal(newNumber_);
+    if (item_->Provider() == u"file") return item_->ItemID();
+    return item_->Folder() + u" " + item_->ItemID();
+}
+
+Text mvDocument::ListName() const { return DisplayName() + u" [" + Decimal(documentId_) + u"]"; }
+
+Text mvDocument::TitleText() const
+{
+    Text title = DisplayName();
+    if (!item_) {
+        title += u" (New)";
+    } else {
+        if (item_->Provider() == u"mvdb" && !item_->HostName().empty()) title += u" on " + item_->HostName();
+        if (!item_->Exists()) title += u" (New)";
+        else if (item_->ReadOnly()) title += u" (Read only)";
+    }
+    return IsDirty() ? u"*" + title : title;
+}
+
+void mvDocument::UpdateTitle()
+{
+    if (view_) view_->SetTitle(TitleText());
+}
+
+void mvDocument::Activate()
+{
+    services_.shell.ToForeground();
+    EnsureView().Activate();
+}
+
+bool mvDocument::AutoSaveFlag() const { return view_ && view_->AutoSaveFlag(); }
+
+void mvDocument::SetAutoSaveFlag(bool flag)
+{
+    if (view_) view_->SetAutoSaveFlag(flag);
+}
+
+void mvDocument::SetHighlight(bool highlight)
+{
+    if (highlight == highlight_) return;
+    highlight_ = highlight;
+    if (SourceView* source = Source()) source->Document().UpdateLines(0, source->Document().LineCount() - 1);
+}
+
+bool mvDocument::Ask(TextView question)
+{
+    services_.shell.SetWaitCursor(false);
+    return services_.shell.ShowMessage(question, message_box::kYesNo | message_box::kQuestion) ==
+           message_box::kAnswerYes;
+}
+
+void mvDocument::Warn(TextView text)
+{
+    services_.shell.SetWaitCursor(false);
+    services_.shell.ShowMessage(text, message_box::kOk | message_box::kWarning);
+}
+
+void mvDocument::ReportFailure(TextView where, const Error& error)
+{
+    services_.log.Write([&] { return Text(where) + u" 0x" + Hex(error.number) + u" " + error.description; },
+                        trace::kCommandLine);
+    Warn(error.description);
+}
+
+void mvDocument::AdoptLocation(const mvItem& item)
+{
+    services_.location = {item.Provider(), item.ServerName(), item.Database(), item.Folder()};
+}
+
+bool mvDocument::ConfirmClose()
+{
+    if (!view_ || !IsDirty()) return true;
+    int32_t answer = services_.shell.ShowMessage(u"Save changes to " + DisplayName() + u" ?",
+                                                 message_box::kYesNoCancel | message_box::kQuestion);
+    if (answer == message_box::kAnswerYes) return item_ && FileSave();
+    if (answer != message_box::kAnswerNo) return false;
+    if (item_) IgnoringErrors([&] { item_->Close(); });
+    return true;
+}
+
+bool mvDocument::FileClose(bool prompt)
+{
+    auto self = shared_from_this(); // the collection and the window may be the only ones that hold it
+    if (prompt && !ConfirmClose()) return false;
+    if (view_) {
+        IgnoringErrors([&] { view_->SetViewObject(nullptr); });
+        IgnoringErrors([&] { view_->Unload(); });
+        view_.reset();
+    }
+    services_.openDocuments.Remove(documentId_);
+    if (counted_) --services_.openCount;
+    counted_ = false;
+    if (services_.openCount < 1) {
+        for (int32_t panel : {2, 3}) {
+            services_.shell.SetStatusText(panel, u"");
+            services_.shell.HideStatusPanel(panel);
+        }
+    }
+    labels_.reset();
+    if (DocumentClose) IgnoringErrors([&] { DocumentClose(); });
+    if (item_) {
+        IgnoringErrors([&] { item_->Close(); });
+        IgnoringErrors([&] { item_->LockItem(false); });
+        item_.reset();
+    }
+    services_.shell.UpdateToolBar();
+    return true;
+}
+
+} // namespace nib

@@ -1,0 +1,239 @@
+// Opening and saving: how a document's text moves to and from its item, with every prompt on the way.
+
+#include "diagnostics/Guarded.h"
+#include "documents/ScopedStates.h"
+#include "documents/mvDocument.h"
+
+namespace nib {
+
+namespace {
+
+constexpr TextView kNothingToSave = u"Cannot save document - file name and/or item ID missing!";
+constexpr TextView kReading = u"Reading document from host";
+constexpr TextView kSaving = u"Saving document to host";
+
+} // namespace
+
+bool mvDocument::FileNew() { return FileNewItem(nullptr); }
+
+bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
+{
+    WaitCursor wait(services_.shell);
+    item_ = std::move(item);
+    SourceView& source = EnsureView().txtText();
+    source.SetText(u"");
+    source.Document().ClearBookmarks();
+    source.Document().ClearUndo();
+    source.Document().SetModified(false);
+    newNumber_ = ++services_.lastNewNumber;
+    labels_.reset();
+    UpdateTitle();
+    view_->Show();
+    if (!counted_) ++services_.openCount;
+    counted_ = true;
+    if (item_) AdoptLocation(*item_);
+    services_.shell.UpdateToolBar();
+    return true;
+}
+
+bool mvDocument::FileOpen(TextView path, bool readOnly)
+{
+    bool lock = services_.settings.RecordLocking;
+    for (;;) {
+        std::shared_ptr<mvItem> item;
+        try {
+            item = services_.connection.OpenServerForPath(path, readOnly, lock);
+        } catch (...) {
+            if (OpenAfterFailure(path, CurrentError(), readOnly, lock)) continue;
+            return false;
+        }
+        return ItemOpen(std::move(item), readOnly);
+    }
+}
+
+/// True: try once more with what `readOnly` and `lock` are now.
+bool mvDocument::OpenAfterFailure(TextView path, const Error& error, bool& readOnly, bool& lock)
+{
+    bool locked = error.number == error_number::kLocked || error.number == error_number::kLockedElsewhere;
+    if (error.number == error_number::kNoUpdate && (lock || !readOnly)) {
+        // Falls back without asking.
+    } else if (locked && lock) {
+        bool agreed = false;
+        try {
+            agreed = Ask(LockedQuestion(path));
+        } catch (...) {
+            ReportFailure(u"mvDocument.FileOpen: error during open", CurrentError());
+            return false;
+        }
+        if (!agreed) return false;
+    } else {
+        ReportFailure(u"mvDocument.FileOpen: error during open", error);
+        return false;
+    }
+    readOnly = true;
+    lock = false;
+    return true;
+}
+
+Text mvDocument::LockedQuestion(TextView path)
+{
+    auto item = services_.connection.OpenServerForPath(path, false, false);
+    return item->DisplayPath() +
+           u" is locked by another user or process. Open in \"read only\" mode instead?";
+}
+
+bool mvDocument::ItemOpen(std::shared_ptr<mvItem> item, bool readOnly)
+{
+    try {
+        WaitCursor wait(services_.shell);
+        return OpenItem(std::move(item), readOnly);
+    } catch (...) {
+        ReportFailure(u"mvDocument.ItemOpen: error during open", CurrentError());
+        return false;
+    }
+}
+
+bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
+{
+    SourceView& source = EnsureView().txtText();
+    if (!item->IsItem()) {
+        Warn(u"Unable to open item " + item->ItemName() + u" because it appears to be a folder or file definition.");
+        return false;
+    }
+    if (!item->Exists()) {
+        if (Ask(u"Item " + item->ItemName() + u" does not exist. Create new item?")) return FileNewItem(std::move(item));
+        FileClose(false);
+        return false;
+    }
+    if (readOnly) {
+        item->SetReadOnly(true);
+    } else if (item->ReadOnly()) {
+        if (!Ask(u"Item " + item->ItemName() + u" is \"read only\". Open in read-only mode?")) return false;
+        item->SetReadOnly(true);
+        services_.shell.SetWaitCursor(true);
+    }
+    IgnoringErrors([&] {
+        if (item_) item_->Close();
+    });
+    item_ = std::move(item);
+    ReadInto(source);
+    source.SetCaret({0, 0});
+    source.Document().ClearUndo();
+    source.Document().ClearBookmarks();
+    source.Document().SetModified(false);
+    UpdateTitle();
+    labels_.reset();
+    view_->Show();
+    if (!counted_) ++services_.openCount;
+    counted_ = true;
+    AdoptLocation(*item_);
+    services_.shell.UpdateToolBar();
+    return true;
+}
+
+void mvDocument::ReadInto(SourceView& source)
+{
+    StatusNote note(services_.shell, kReading);
+    AutoSaveHold hold(services_.shell);
+    source.SetText(ExpandTabs(item_->ReadItem(0, 0, 0), services_.settings.TabSize));
+}
+
+void mvDocument::WriteFrom(SourceView& source, mvItem& item)
+{
+    StatusNote note(services_.shell, kSaving);
+    AutoSaveHold hold(services_.shell);
+    item.WriteItem(0, 0, 0, NormalizeLineEnds(source.GetText()));
+    item.Commit();
+}
+
+bool mvDocument::FileSave()
+{
+    if (!item_) {
+        Warn(kNothingToSave);
+        return false;
+    }
+    if (ReadOnly()) {
+        Warn(u"Cannot save " + DisplayName() + u" - document is read-only!");
+        return false;
+    }
+    try {
+        SourceView& source = EnsureView().txtText();
+        WaitCursor wait(services_.shell);
+        WriteFrom(source, *item_);
+        AdoptLocation(*item_);
+        source.Document().SetModified(false);
+        services_.shell.UpdateToolBar();
+        labels_.reset();
+        UpdateTitle();
+        return true;
+    } catch (...) {
+        ReportFailure(u"mvDocument.FileSave: error during save", CurrentError());
+        return false;
+    }
+}
+
+bool mvDocument::FileSaveAs(TextView path)
+{
+    EnsureView();
+    auto item = services_.connection.OpenServerForPath(path, false, false);
+    if (item->IsItem()) return ItemSaveAs(std::move(item));
+    Warn(kNothingToSave);
+    return false;
+}
+
+bool mvDocument::MayOverwrite(mvItem& item)
+{
+    if (item_ && EqualsNoCase(item_->Path(), item.Path())) {
+        if (!item_->ReadOnly()) return true;
+        Warn(u"Item '" + item.ItemID() + u"' is open in read-only mode. Please save using a different name.");
+        return false;
+    }
+    if (!item.IsItem()) {
+        Warn(u"'" + item.ItemID() + u"' appears to be a file or folder and cannot be overwritten!");
+        return false;
+    }
+    if (!item.Exists()) return true;
+    if (item.ReadOnly()) {
+        Warn(u"Item '" + item.ItemID() + u"' exists and cannot be overwritten. Please save using a different name.");
+        return false;
+    }
+    return Ask(u"Item '" + item.ItemID() + u"' exists. Overwrite?");
+}
+
+bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
+{
+    if (!item) return false;
+    AdoptLocation(*item);
+    if (!MayOverwrite(*item)) return false;
+    bool sameItem = item_ && item_->Path() == item->Path();
+    if (services_.settings.RecordLocking && !sameItem) {
+        try {
+            item->LockItem(true);
+        } catch (...) {
+            Warn(u"Item '" + item->ItemID() + u"' is currently locked and cannot be updated!");
+            return false;
+        }
+    }
+    SourceView& source = EnsureView().txtText();
+    try {
+        WaitCursor wait(services_.shell);
+        if (sameItem) {
+            item = item_; // it holds the lock; a second binding to the same item would lose it
+        } else {
+            IgnoringErrors([&] {
+                if (item_) item_->Close();
+            });
+            item_ = std::move(item);
+        }
+        WriteFrom(source, *item_);
+        source.Document().SetModified(false);
+        UpdateTitle();
+        services_.shell.UpdateToolBar();
+        return true;
+    } catch (...) {
+        ReportFailure(u"mvDocument.ItemSaveAs: error during save", CurrentError());
+        return false;
+    }
+}
+
+} // namespace nib

@@ -1,0 +1,226 @@
+// The text of a document: what callers read, select, replace and jump to.
+
+#include "base/Marks.h"
+#include "diagnostics/Guarded.h"
+#include "documents/LabelScan.h"
+#include "documents/mvDocument.h"
+#include "editing/operations/OpReplace.h"
+
+#include <algorithm>
+
+namespace nib {
+
+namespace {
+constexpr ElementPath kNames{1};
+constexpr ElementPath kLines{2};
+constexpr ElementPath kColumns{3};
+} // namespace
+
+Text mvDocument::GetText() { return NormalizeLineEnds(EnsureView().txtText().GetText()); }
+
+void mvDocument::SetText(TextView text)
+{
+    SourceView& source = EnsureView().txtText();
+    Text expanded = ExpandTabs(text, services_.settings.TabSize);
+    if (expanded == source.GetText()) return;
+    source.SetText(expanded);
+    source.Document().ClearBookmarks();
+    source.Document().ClearUndo();
+    source.Document().SetModified(true);
+}
+
+bool mvDocument::HasSelection() const { return view_ && Source()->HasSelection(); }
+
+OrderedSelection mvDocument::GetOrderedSelection() const
+{
+    OrderedSelection selection;
+    if (!view_) return selection;
+    Source()->GetSelection(selection.start, selection.end);
+    selection.swapped = selection.end < selection.start;
+    if (selection.swapped) std::swap(selection.start, selection.end);
+    return selection;
+}
+
+bool mvDocument::SelectionIsMultiLine() const
+{
+    OrderedSelection selection = GetOrderedSelection();
+    return selection.start.line != selection.end.line;
+}
+
+Text mvDocument::GetSelectionText() const
+{
+    if (!HasSelection()) return {};
+    OrderedSelection selection = GetOrderedSelection();
+    return GatherText(Source()->Document(), selection.start, selection.end);
+}
+
+Text mvDocument::SelText()
+{
+    EnsureView();
+    return NormalizeLineEnds(GetSelectionText());
+}
+
+void mvDocument::SetSelText(TextView text)
+{
+    EnsureView();
+    ReplaceSelection(ExpandTabs(text, services_.settings.TabSize));
+}
+
+void mvDocument::ReplaceSelection(TextView text)
+{
+    SourceView& source = EnsureView().txtText();
+    if (!source.HasSelection()) {
+        source.SetCaret(source.Document().InsertText(source.Caret(), text));
+        return;
+    }
+    OrderedSelection selection = GetOrderedSelection();
+    source.Document().ExecuteOp(std::make_unique<OpReplace>(selection.start, selection.end, Text(text)));
+}
+
+void mvDocument::InsValue() { SetSelText(ValueMark); }
+
+void mvDocument::InsSubValue() { SetSelText(SubValueMark); }
+
+bool mvDocument::CanUndo() const { return view_ && Source()->Document().CanUndo(); }
+
+bool mvDocument::CanRedo() const { return view_ && Source()->Document().CanRedo(); }
+
+void mvDocument::Undo()
+{
+    if (CanUndo()) IgnoringErrors([&] { Source()->Document().Undo(); });
+}
+
+void mvDocument::Redo()
+{
+    if (CanRedo()) IgnoringErrors([&] { Source()->Document().Redo(); });
+}
+
+void mvDocument::Cut()
+{
+    IgnoringErrors([&] { EnsureView().txtText().Cut(); });
+}
+
+void mvDocument::Copy()
+{
+    IgnoringErrors([&] { EnsureView().txtText().Copy(); });
+}
+
+void mvDocument::Paste()
+{
+    IgnoringErrors([&] { EnsureView().txtText().Paste(); });
+}
+
+void mvDocument::Delete()
+{
+    IgnoringErrors([&] { EnsureView().txtText().Delete(); });
+}
+
+void mvDocument::DeleteLine()
+{
+    IgnoringErrors([&] { EnsureView().txtText().DeleteLine(); });
+}
+
+void mvDocument::SelectAll()
+{
+    IgnoringErrors([&] { EnsureView().txtText().SelectAll(); });
+}
+
+void mvDocument::SetModified(bool modified)
+{
+    if (view_) Source()->Document().SetModified(modified);
+}
+
+int32_t mvDocument::LineIdFromLine(int32_t line)
+{
+    if (line < 0) return -1;
+    SourceDocument& text = EnsureView().txtText().Document();
+    auto id = static_cast<int32_t>(text.GetLineData(line, LineWord::Identity));
+    if (id == 0) {
+        id = ++services_.lastLineId;
+        text.SetLineData(line, LineWord::Identity, static_cast<uint32_t>(id));
+    }
+    return id;
+}
+
+int32_t mvDocument::LineFromLineId(int32_t id) const
+{
+    if (id < 1 || !view_) return -1;
+    const SourceDocument& text = Source()->Document();
+    for (int32_t line = 0; line < text.LineCount(); ++line)
+        if (static_cast<int32_t>(text.GetLineData(line, LineWord::Identity)) == id) return line;
+    return -1;
+}
+
+void mvDocument::RevealLine(int32_t line)
+{
+    if (!services_.settings.CollapseBlocks || !view_) return;
+    SourceDocument& text = Source()->Document();
+    while (line >= 0 && text.IsHidden(line)) {
+        int32_t head = line;
+        do --head;
+        while (head >= 0 && (text.IsHidden(head) || (text.GetLineData(head, LineWord::Control) &
+                                                     line_bits::kBlockStateMask) != line_bits::kBlockCollapsed));
+        if (head < 0) return;
+        text.ExpandBlock(head);
+    }
+}
+
+void mvDocument::ShowLine(int32_t column, int32_t line, bool centre)
+{
+    SourceView& source = EnsureView().txtText();
+    line = std::clamp(line, 0, source.Document().LineCount() - 1);
+    RevealLine(line);
+    int32_t firstLine = 0;
+    int32_t firstColumn = 0;
+    source.SetCaret({column, line});
+    if (!centre) return;
+    int32_t page = source.PageLines();
+    int32_t half = page / 2;
+    source.GetFirstVisible(firstLine, firstColumn);
+    if (line <= firstLine + half) return;
+    source.SetFirstVisible(std::max(0, std::min(line - half, source.Document().LineCount() - page)), firstColumn);
+}
+
+const DynamicArray& mvDocument::BuildLabelTable()
+{
+    SourceDocument& text = EnsureView().txtText().Document();
+    if (labels_ && !text.Modified()) return *labels_;
+    Text names;
+    Text lines;
+    Text columns;
+    auto append = [](Text& list, TextView value) {
+        if (!list.empty()) list += kValueMark;
+        list += value;
+    };
+    for (int32_t line = 0; line < text.LineCount(); ++line) {
+        if (!(text.GetLineData(line, LineWord::Lexer) & kLabelLine)) continue;
+        Text content = text.GetLine(line);
+        LabelAt label = ScanLabel(content);
+        if (label.name.empty()) continue;
+        append(names, label.name);
+        append(lines, Decimal(line));
+        append(columns, Decimal(label.column));
+    }
+    if (!labels_) labels_ = std::make_unique<DynamicArray>();
+    Text table = names.empty() ? Text() : names + kAttributeMark + lines + kAttributeMark + columns;
+    labels_->Parse(table, u"\uF8FE\uF8FD");
+    return *labels_;
+}
+
+void mvDocument::GotoLabel(TextView target)
+{
+    const DynamicArray& labels = BuildLabelTable();
+    int32_t at = labels.Locate(target, kNames);
+    if (at == 0) throw Error{error_number::kLabelNotFound, u"Target label not found!"};
+    if (view_->IsActive()) services_.shell.RecordPosition(*this);
+    int32_t line = ToInt(labels.Extract({kLines.field, at}));
+    ShowLine(ToInt(labels.Extract({kColumns.field, at})), line, true);
+}
+
+void mvDocument::GotoLine(int32_t line)
+{
+    if (EnsureView().IsActive()) services_.shell.RecordPosition(*this);
+    ShowLine(0, std::max(line, 1) - 1, true);
+}
+
+} // namespace nib

@@ -1,0 +1,158 @@
+#include "shell/FileCommands.h"
+
+#include "diagnostics/Guarded.h"
+#include "documents/ScopedStates.h"
+#include "shell/Program.h"
+#include "shell/RecentEntries.h"
+
+namespace nib {
+
+template <typename Body>
+auto FileCommands::Run(TextView where, Body&& body, decltype(body()) failed) -> decltype(body())
+{
+    return Guarded(program_.Log(), where, std::forward<Body>(body), [&](const Error& error) {
+        program_.ReportError(error.description);
+        return failed;
+    });
+}
+
+template <typename Body> void FileCommands::Run(TextView where, Body&& body)
+{
+    Guarded(program_.Log(), where, std::forward<Body>(body),
+            [&](const Error& error) { program_.ReportError(error.description); });
+}
+
+void FileCommands::FileNew()
+{
+    Run(u"frmMain.FileNew", [&] {
+        if (auto document = NewDocumentObject(program_.Services())) document->FileNew();
+    });
+}
+
+void FileCommands::FileOpen()
+{
+    Run(u"frmMain.FileOpen", [&] { OpenDocumentsDialog(); });
+}
+
+void FileCommands::FileOpenRecent(int32_t index)
+{
+    Run(u"frmMain.FileOpenRecent", [&] { OpenRecentDocument(index); });
+}
+
+bool FileCommands::FileSave(mvDocument& document)
+{
+    return Run(
+        u"frmMain.FileSave", [&] { return document.ItemObject() ? document.FileSave() : FileSaveAs(document); }, false);
+}
+
+bool FileCommands::FileSaveAs(mvDocument& document)
+{
+    return Run(u"frmMain.FileSaveAs", [&] { return SaveDocumentAsDialog(document); }, false);
+}
+
+void FileCommands::FileSaveAll()
+{
+    Run(u"frmMain.FileSaveAll", [&] {
+        for (auto& document : program_.OpenDocuments().All()) {
+            if (!document->IsDirty()) continue;
+            if (!document->ReadOnly()) {
+                if (document->ItemObject()) document->FileSave();
+                else SaveDocumentAsDialog(*document);
+                continue;
+            }
+            Text question = u"Document " + document->DisplayName() +
+                            u" is read-only and cannot be saved. Continue with next document?";
+            if (program_.ShowMessage(question, message_box::kOkCancel | message_box::kWarning) ==
+                message_box::kAnswerCancel)
+                return;
+        }
+    });
+}
+
+Saved FileCommands::IsDocumentSaved(mvDocument& document, Text message, int32_t buttons)
+{
+    return Run(
+        u"frmMain.IsDocumentSaved",
+        [&] {
+            if (!document.IsDirty()) return Saved::Yes;
+            if (message.empty()) message = u"Save changes to " + document.DisplayName() + u" ?";
+            int32_t answer = program_.ShowMessage(message, buttons + message_box::kQuestion);
+            if (answer == message_box::kAnswerYes || answer == message_box::kAnswerOk)
+                return FileSave(document) ? Saved::Yes : Saved::Stop;
+            return answer == message_box::kAnswerNo ? Saved::Discard : Saved::Stop;
+        },
+        Saved::Stop);
+}
+
+bool FileCommands::FileClose(mvDocument& document)
+{
+    Saved saved = IsDocumentSaved(document, {}, message_box::kYesNoCancel);
+    if (saved == Saved::Stop) return false;
+    if (saved == Saved::Discard) document.SetModified(false);
+    document.FileClose(false);
+    return true;
+}
+
+bool FileCommands::FileCloseAll()
+{
+    return Run(
+        u"frmMain.FileCloseAll",
+        [&] {
+            for (auto& document : program_.OpenDocuments().All())
+                if (!FileClose(*document)) return false;
+            return true;
+        },
+        false);
+}
+
+void FileCommands::FileExit()
+{
+    if (FileCloseAll()) program_.Window().Unload();
+}
+
+void FileCommands::OpenDocumentsDialog()
+{
+    std::vector<SelectedItem> picked;
+    {
+        AutoSaveHold hold(program_.Shell());
+        std::shared_ptr<mvItem> cached;
+        SelectRequest request{.mode = u"Open", .extension = {}, .offerReadOnly = true};
+        request.lock = program_.EditorSettings().RecordLocking;
+        request.several = true;
+        picked = program_.Connection().SelectItems(request, program_.DefaultServer(cached).get());
+    }
+    for (const SelectedItem& item : picked) {
+        program_.OpenPicked(item);
+        program_.Window().ProcessMessages();
+    }
+}
+
+bool FileCommands::SaveDocumentAsDialog(mvDocument& document)
+{
+    std::shared_ptr<mvItem> chosen;
+    {
+        AutoSaveHold hold(program_.Shell());
+        std::shared_ptr<mvItem> cached;
+        auto server = document.ItemObject() ? document.ItemObject() : program_.DefaultServer(cached);
+        SelectRequest request{.mode = u"Save", .extension = {}};
+        request.lock = program_.EditorSettings().RecordLocking;
+        chosen = program_.Connection().SelectItem(request, server.get()).item;
+    }
+    if (!chosen) return false;
+    Text oldPath = document.Path();
+    if (!document.ItemSaveAs(chosen)) return false;
+    if (!oldPath.empty()) program_.RecentFiles().RemoveItem(PathToRecentEntry(program_.Connection(), oldPath));
+    program_.RecentFiles().AddItem(PathToRecentEntry(program_.Connection(), document.Path()));
+    return true;
+}
+
+bool FileCommands::OpenRecentDocument(int32_t index)
+{
+    AutoSaveHold hold(program_.Shell());
+    Text path = RecentEntryToPath(program_.Connection(), program_.CurrentLocation(), program_.RecentFiles().ListItem(index));
+    bool opened = program_.OpenPath(path, false);
+    program_.Window().ProcessMessages();
+    return opened;
+}
+
+} // namespace nib

@@ -1,0 +1,40 @@
+#pragma once
+// The commands on documents as a whole, with their questions to the user.
+
+#include "documents/mvDocument.h"
+
+namespace nib {
+
+class Program;
+
+/// The answer to the one question about unsaved work.
+enum class Saved { Stop = 0, Yes = 1, Discard = 2 };
+
+class FileCommands {
+public:
+    explicit FileCommands(Program& program) : program_(program) {}
+
+    void FileNew();
+    void FileOpen();
+    void FileOpenRecent(int32_t index);
+    bool FileSave(mvDocument& document);
+    bool FileSaveAs(mvDocument& document);
+    void FileSaveAll();
+    bool FileClose(mvDocument& document);
+    /// Ends at the first document that stays open; those closed before stay closed.
+    bool FileCloseAll();
+    void FileExit();
+    /// `message` empty: "Save changes to ... ?". `buttons` is a button set of the message box.
+    Saved IsDocumentSaved(mvDocument& document, Text message, int32_t buttons);
+
+private:
+    bool SaveDocumentAsDialog(mvDocument& document);
+    bool OpenRecentDocument(int32_t index);
+    void OpenDocumentsDialog();
+    template <typename Body> auto Run(TextView where, Body&& body, decltype(body()) failed) -> decltype(body());
+    template <typename Body> void Run(TextView where, Body&& body);
+
+    Program& program_;
+};
+
+} // namespace nib

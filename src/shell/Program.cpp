@@ -1,0 +1,238 @@
+#include "shell/Program.h"
+
+#include "diagnostics/Guarded.h"
+#include "shell/CommandLine.h"
+#include "shell/RecentEntries.h"
+
+#include <algorithm>
+
+namespace nib {
+
+namespace {
+
+constexpr TextView kFontFiles[] = {u"DejaVuSansMono.ttf", u"DejaVuSansMono-Bold.ttf",
+                                   u"DejaVuSansMono-BoldOblique.ttf", u"DejaVuSansMono-Oblique.ttf"};
+constexpr TextView kPreferredFont = u"DejaVu Sans Mono";
+
+/// Waiting for as long as this lives, whatever happens.
+class StartCursor {
+public:
+    explicit StartCursor(MainWindow& window) : window_(window) { window_.SetWaitCursor(true); }
+    ~StartCursor() { window_.SetWaitCursor(false); }
+    StartCursor(const StartCursor&) = delete;
+    StartCursor& operator=(const StartCursor&) = delete;
+
+private:
+    MainWindow& window_;
+};
+
+} // namespace
+
+Program::Program(const ProgramPorts& ports)
+    : ports_(ports), log_(ports.trace),
+      services_{*this, ports.connection, settings_, location_, openDocuments_, log_}, files_(*this)
+{
+}
+
+Program::~Program() = default;
+
+void Program::Main(StartMode mode, TextView commandLine)
+{
+    // The name in the log is the one that the command line uses too: whoever reads it looks for both at once.
+    Guarded(
+        log_, u"modMain.ParseCmdLine", [&] { Start(mode, commandLine); },
+        [&](const Error& error) {
+            ShowMessage(u"The Application is unable to start due to the following error:\n" + error.description, 0);
+            Shutdown();
+        });
+}
+
+void Program::Start(StartMode mode, TextView commandLine)
+{
+    InstallFonts();
+    ports_.parts.LoadSettings();
+    if (settings_.FontName.empty()) settings_.FontName = DefaultFontName();
+    ports_.mainWindow.Load();
+    ports_.mainWindow.Show();
+    StartCursor wait(ports_.mainWindow);
+    SetStatusText(1, u"");
+    ports_.parts.LoadForms();
+    if (mode == StartMode::Automation) return;
+    ports_.parts.ScanRecovery();
+    ParseCmdLine(commandLine);
+}
+
+void Program::ParseCmdLine(TextView line)
+{
+    log_.Write(u"parse begin", trace::kCommandLine);
+    log_.Write([&] { return u"command = " + Text(line); }, trace::kCommandLine);
+    Guarded(
+        log_, u"modMain.ParseCmdLine",
+        [&] {
+            OpenFromCommandLine(line);
+            log_.Write(u"parse end", trace::kCommandLine);
+        },
+        [&](const Error& error) { ReportError(error.description); });
+}
+
+void Program::OpenFromCommandLine(TextView line)
+{
+    using Kind = CommandLineAction::Kind;
+    bool readOnly = false;
+    bool hostGiven = false;
+    for (const CommandLineAction& action : ParseCommandLine(line)) {
+        switch (action.kind) {
+        case Kind::Provider: location_.Provider = action.value; break;
+        case Kind::Server:
+            location_.ServerName = action.value;
+            hostGiven = true;
+            break;
+        case Kind::Database: location_.Database = action.value; break;
+        case Kind::Folder: location_.Folder = action.value; break;
+        case Kind::ReadOnly: readOnly = true; break;
+        case Kind::OpenItem:
+            if (!std::exchange(hostConfigured_, true)) ports_.parts.LoadHostConfiguration();
+            OpenPath(ports_.connection.ComposeHostPath({location_.Provider, location_.ServerName, location_.Database,
+                                                        location_.Folder, action.value}),
+                     readOnly);
+            ports_.mainWindow.ProcessMessages();
+            break;
+        case Kind::OpenFile:
+            OpenPath(ports_.connection.ComposeFilePath(action.value), readOnly);
+            ports_.mainWindow.ProcessMessages();
+            break;
+        }
+    }
+    if (auto first = openDocuments_.Item(1)) first->Activate();
+    if (hostGiven) LearnAccount();
+}
+
+void Program::LearnAccount()
+{
+    IgnoringErrors([&] {
+        Text path = ports_.connection.ComposeHostPath({location_.Provider, location_.ServerName, {}, {}, {}});
+        auto item = ports_.connection.OpenServerForPath(path, true, false);
+        mvSession* session = item->Session();
+        Text name = session ? session->AccountName() : Text();
+        if (!name.empty() && location_.Database.empty()) location_.Database = name;
+    });
+    hostConfigured_ = true;
+    ports_.parts.LoadHostConfiguration();
+}
+
+bool Program::OpenPath(TextView path, bool readOnly)
+{
+    auto document = NewDocumentObject(services_);
+    if (!document) return false;
+    if (!document->FileOpen(path, readOnly)) {
+        document->FileClose(true);
+        return false;
+    }
+    recentFiles_.AddItem(PathToRecentEntry(ports_.connection, document->Path()));
+    return true;
+}
+
+bool Program::OpenPicked(const SelectedItem& picked)
+{
+    auto document = NewDocumentObject(services_);
+    if (!document) return false;
+    if (!document->ItemOpen(picked.item, picked.readOnly)) {
+        document->FileClose(true);
+        return false;
+    }
+    recentFiles_.AddItem(PathToRecentEntry(ports_.connection, document->Path()));
+    return true;
+}
+
+void Program::HandleDroppedFiles(const std::vector<Text>& files)
+{
+    Guarded(
+        log_, u"modMain.HandleDroppedFiles",
+        [&] {
+            for (const Text& file : files) OpenPath(ports_.connection.ComposeFilePath(file), false);
+            ports_.mainWindow.ProcessMessages();
+        },
+        [&](const Error& error) { ReportError(error.description); });
+}
+
+std::shared_ptr<mvItem> Program::DefaultServer(std::shared_ptr<mvItem>& cached)
+{
+    if (!cached) {
+        Text path = ports_.connection.ComposeHostPath(
+            {location_.Provider, location_.ServerName, location_.Database, location_.Folder, {}});
+        cached = ports_.connection.OpenServerForPath(path, true, false);
+    }
+    return cached;
+}
+
+const Text& Program::DefaultFontName()
+{
+    if (!defaultFontName_.empty()) return defaultFontName_;
+    auto families = ports_.fonts.Families();
+    auto found = std::find_if(families.begin(), families.end(),
+                              [](const Text& family) { return StartsWithNoCase(family, kPreferredFont); });
+    defaultFontName_ = found == families.end() ? Text(u"Courier New") : *found;
+    return defaultFontName_;
+}
+
+void Program::InstallFonts()
+{
+    for (TextView file : kFontFiles)
+        if (ports_.fonts.Add(ports_.fonts.ProgramFolder() + u"/" + Text(file))) fontsInstalled_ = true;
+}
+
+void Program::UninstallFonts()
+{
+    if (!std::exchange(fontsInstalled_, false)) return;
+    for (TextView file : kFontFiles) ports_.fonts.Remove(ports_.fonts.ProgramFolder() + u"/" + Text(file));
+}
+
+void Program::Shutdown()
+{
+    if (std::exchange(shuttingDown_, true)) return;
+    Guarded(
+        log_, u"modMain.Shutdown", [&] { TakeDown(); }, [&](const Error& error) { ReportError(error.description); });
+}
+
+void Program::TakeDown()
+{
+    ports_.parts.EndRecovery();
+    ports_.mainWindow.Unload();
+    ports_.parts.UnloadForms();
+    for (auto& document : openDocuments_.All()) document->FileClose(false);
+    ports_.parts.SaveSettings();
+    ports_.parts.ReleaseHostConfiguration();
+    ports_.parts.RaiseQuit();
+    UninstallFonts();
+}
+
+int32_t Program::ShowMessage(TextView text, int32_t flags, TextView title)
+{
+    ports_.mainWindow.ToForeground();
+    return ports_.boxes.Show(text, flags | message_box::kExtended, title);
+}
+
+void Program::ReportError(TextView description)
+{
+    ShowMessage(u"The following error has occurred:\n" + Text(description), 0);
+}
+
+void Program::SetStatusText(int32_t panel, TextView text) { ports_.mainWindow.SetStatusText(panel, text); }
+
+void Program::ShowStatusPanel(int32_t panel) { ports_.mainWindow.ShowStatusPanel(panel, true); }
+
+void Program::HideStatusPanel(int32_t panel) { ports_.mainWindow.ShowStatusPanel(panel, false); }
+
+void Program::UpdateToolBar() { ports_.mainWindow.UpdateToolBar(); }
+
+void Program::SetWaitCursor(bool wait) { ports_.mainWindow.SetWaitCursor(wait); }
+
+void Program::ToForeground() { ports_.mainWindow.ToForeground(); }
+
+void Program::HoldAutoSave(bool hold) { autoSaveHolds_ += hold ? 1 : -1; }
+
+void Program::RecordPosition(mvDocument&) {}
+
+std::unique_ptr<clsDocView> Program::CreateView(mvDocument& document) { return ports_.views.CreateView(document); }
+
+} // namespace nib

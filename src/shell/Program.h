@@ -1,0 +1,103 @@
+#pragma once
+// The spine: owns what lives for the whole process, brings it up and takes it down in a fixed order.
+
+#include "documents/DocumentServices.h"
+#include "documents/ViewFactory.h"
+#include "documents/mvDocuments.h"
+#include "persistence/store/clsRecentList.h"
+#include "platform/Clipboard.h"
+#include "platform/Fonts.h"
+#include "platform/MainWindow.h"
+#include "shell/FileCommands.h"
+#include "shell/SessionParts.h"
+
+namespace nib {
+
+enum class StartMode { User, Automation };
+
+/// Implementations from outside; all outlive the program.
+struct ProgramPorts {
+    mvConnection& connection;
+    MessageBoxes& boxes;
+    MainWindow& mainWindow;
+    ViewFactory& views;
+    Fonts& fonts;
+    const Clipboard& clipboard;
+    SessionParts& parts;
+    TraceChannel* trace = nullptr;
+};
+
+class Program final : private DocumentShell {
+public:
+    explicit Program(const ProgramPorts& ports);
+    ~Program() override;
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    void Main(StartMode mode, TextView commandLine);
+    /// Runs its body once, however often it is called.
+    void Shutdown();
+    bool IsShuttingDown() const { return shuttingDown_; }
+
+    int32_t ShowMessage(TextView text, int32_t flags, TextView title = u"Nib") override;
+    void ReportError(TextView description);
+    void SetStatusText(int32_t panel, TextView text) override;
+    void ShowStatusPanel(int32_t panel) override;
+    void HideStatusPanel(int32_t panel) override;
+    void UpdateToolBar() override;
+
+    void HandleDroppedFiles(const std::vector<Text>& files);
+    /// Asked once in the life of a dialog: the caller keeps `cached`.
+    std::shared_ptr<mvItem> DefaultServer(std::shared_ptr<mvItem>& cached);
+    /// The first family of the system that begins with "DejaVu Sans Mono", else "Courier New".
+    const Text& DefaultFontName();
+    /// Opens a local file or item; its path goes to the recent files. False when it was not opened.
+    bool OpenPath(TextView path, bool readOnly);
+    /// The same with what a picker answered.
+    bool OpenPicked(const SelectedItem& picked);
+
+    FileCommands& Files() { return files_; }
+    mvDocuments& OpenDocuments() { return openDocuments_; }
+    Location& CurrentLocation() { return location_; }
+    MvEdit& EditorSettings() { return settings_; }
+    clsRecentList& RecentFiles() { return recentFiles_; }
+    DocumentServices& Services() { return services_; }
+    mvConnection& Connection() { return ports_.connection; }
+    MainWindow& Window() { return ports_.mainWindow; }
+    const DebugLog& Log() const { return log_; }
+    DocumentShell& Shell() { return *this; }
+    bool ClipboardHasText() const { return ports_.clipboard.HasText(); }
+    bool AutoSaveHeld() const { return autoSaveHolds_ > 0; }
+
+private:
+    // DocumentShell
+    void SetWaitCursor(bool wait) override;
+    void ToForeground() override;
+    void HoldAutoSave(bool hold) override;
+    void RecordPosition(mvDocument& document) override;
+    std::unique_ptr<clsDocView> CreateView(mvDocument& document) override;
+
+    void Start(StartMode mode, TextView commandLine);
+    void ParseCmdLine(TextView line);
+    void OpenFromCommandLine(TextView line);
+    void LearnAccount();
+    void InstallFonts();
+    void UninstallFonts();
+    void TakeDown();
+
+    ProgramPorts ports_;
+    DebugLog log_;
+    Location location_;
+    MvEdit settings_;
+    clsRecentList recentFiles_;
+    mvDocuments openDocuments_;
+    DocumentServices services_;
+    FileCommands files_;
+    Text defaultFontName_;
+    int32_t autoSaveHolds_ = 0;
+    bool fontsInstalled_ = false;
+    bool hostConfigured_ = false;
+    bool shuttingDown_ = false;
+};
+
+} // namespace nib

@@ -1,0 +1,24 @@
+#pragma once
+
+namespace nib {
+
+/// What other rooms add to the life of the program. Each part does nothing until its room plugs it in.
+class SessionParts {
+public:
+    virtual ~SessionParts() = default;
+    virtual void LoadSettings() {}
+    virtual void SaveSettings() {}
+    /// Offers what an earlier session left behind.
+    virtual void ScanRecovery() {}
+    /// A clean end leaves nothing to recover.
+    virtual void EndRecovery() {}
+    virtual void LoadHostConfiguration() {}
+    virtual void ReleaseHostConfiguration() {}
+    /// The forms beside the main window.
+    virtual void LoadForms() {}
+    virtual void UnloadForms() {}
+    /// Tells automation clients that the program ends.
+    virtual void RaiseQuit() {}
+};
+
+} // namespace nib

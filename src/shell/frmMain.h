@@ -1,0 +1,78 @@
+#pragma once
+// The frame: menus drawn from the menu table, the child windows of the documents, the status bar.
+
+#include "platform/MainWindow.h"
+#include "shell/Commands.h"
+
+#include <QMainWindow>
+
+#include <map>
+#include <vector>
+
+class QAction;
+class QLabel;
+class QMdiArea;
+
+namespace nib {
+
+class frmDocument;
+class Program;
+
+class frmMain final : public QMainWindow, public MainWindow, private ChildWindows {
+public:
+    frmMain();
+    ~frmMain() override;
+
+    /// Set once, before Load; the program outlives the window's use of it.
+    void SetProgram(Program* program) { program_ = program; }
+
+    // MainWindow
+    void Load() override;
+    void Show() override;
+    void Unload() override;
+    void ToForeground() override;
+    void SetTitle(TextView title) override;
+    void SetStatusText(int32_t panel, TextView text) override;
+    void ShowStatusPanel(int32_t panel, bool visible) override;
+    void SetWaitCursor(bool wait) override;
+    void UpdateToolBar() override;
+    void ProcessMessages() override;
+    int32_t ActiveDocument() const override;
+
+    // For the document windows
+    void AddChild(frmDocument& form);
+    void RemoveChild(frmDocument& form);
+    void ShowChild(frmDocument& form);
+    void ActivateChild(frmDocument& form);
+    void ChildTitleChanged(frmDocument& form);
+    frmDocument* ActiveForm() const;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void BuildMenus();
+    void BuildStatusBar();
+    void Run(TextView key);
+    CommandContext Context();
+    void ChildActivated();
+    void UpdateCaption();
+
+    // ChildWindows
+    void Arrange(int32_t mode) override;
+    void ToggleMaximized() override;
+    bool ActiveMaximized() const override;
+
+    Program* program_ = nullptr;
+    QMdiArea* area_;
+    std::vector<QLabel*> panels_; ///< panel 1 first
+    std::map<Text, QAction*> actions_;
+    std::vector<frmDocument*> children_;
+    Text title_ = u"Nib";
+    bool waiting_ = false;
+    bool unloading_ = false;
+};
+
+} // namespace nib
