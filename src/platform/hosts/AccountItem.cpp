@@ -1,0 +1,79 @@
+#include "platform/hosts/AccountItem.h"
+
+#include "base/Error.h"
+#include "platform/hosts/ItemName.h"
+#include "platform/hosts/PathString.h"
+
+namespace nib {
+
+AccountItem::AccountItem(const AccountStore& store, ItemPlace place, bool readOnly, bool lock,
+                         const Text& programFolder)
+    : store_(store), place_(std::move(place)), readOnly_(readOnly)
+{
+    if (place_.database.empty()) return;
+    store_.AccountFolder(place_.database);
+    session_.emplace(store_, place_.database, programFolder);
+    if (place_.folder.empty()) return;
+    store_.FileFolder(place_.database, place_.folder);
+    if (place_.itemId.empty()) return;
+    stored_.emplace(store_.ItemFile(place_.database, place_.folder, place_.itemId), DisplayPath(), store_.Coding(),
+                    store_.Saver());
+    if (lock && !readOnly && !stored_->IsFolder()) LockItem(true);
+}
+
+Text AccountItem::Path() const
+{
+    return ComposeHostPath(place_);
+}
+
+Text AccountItem::ItemName() const
+{
+    if (place_.itemId.empty()) return place_.folder;
+    return place_.folder + u" " + place_.itemId;
+}
+
+Text AccountItem::DisplayPath() const
+{
+    Text path;
+    for (const Text* level : {&place_.database, &place_.folder, &place_.itemId}) {
+        if (!path.empty() && !level->empty()) path.push_back(u' ');
+        path += *level;
+    }
+    return path;
+}
+
+bool AccountItem::Supports(int32_t code)
+{
+    if (!session_) return false;
+    if (code == kSupportsExecute) return session_->HasVerbs();
+    return code == kSupportsConfiguration && session_->HasConfiguration();
+}
+
+StoredText& AccountItem::Stored()
+{
+    if (!stored_) throw Error(error_number::kStorage, u"\"" + DisplayPath() + u"\" is not an item.");
+    return *stored_;
+}
+
+Text AccountItem::ReadItem(int32_t, int32_t, int32_t)
+{
+    return Stored().Read();
+}
+
+void AccountItem::WriteItem(int32_t, int32_t, int32_t, TextView text)
+{
+    Stored().Write(text);
+}
+
+void AccountItem::LockItem(bool lock)
+{
+    if (!lock) {
+        lock_.reset();
+        return;
+    }
+    Stored();
+    if (lock_) return;
+    lock_.emplace(store_.AccountFolder(place_.database), LockName(place_.folder, place_.itemId), DisplayPath());
+}
+
+} // namespace nib

@@ -1,0 +1,82 @@
+#include "platform/hosts/AccountLink.h"
+
+#include "platform/hosts/AccountItem.h"
+#include "platform/hosts/FolderList.h"
+#include "platform/hosts/ItemName.h"
+#include "platform/hosts/PathString.h"
+
+#include <sys/stat.h>
+
+namespace nib {
+
+namespace {
+
+ItemText CodingOf(const HostSettings& settings)
+{
+    const bool configured = !settings.charset.empty();
+    return ItemText::ForItems(configured ? Charset(settings.charset) : Charset(), configured);
+}
+
+bool IsMode(const std::string& path, mode_t type)
+{
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IFMT) == type;
+}
+
+} // namespace
+
+AccountLink::AccountLink(const HostSettings& settings, const FileSaver& saver, Text programFolder)
+    : store_(settings.name, settings.root, CodingOf(settings), saver), programFolder_(std::move(programFolder))
+{
+}
+
+std::shared_ptr<mvItem> AccountLink::Open(const ItemPlace& place, bool readOnly, bool lock)
+{
+    return std::make_shared<AccountItem>(store_, place, readOnly, lock, programFolder_);
+}
+
+std::vector<BrowseEntry> AccountLink::Children(const ItemPlace& place)
+{
+    const bool items = !place.folder.empty();
+    const std::string folder = items                    ? store_.FileFolder(place.database, place.folder)
+                               : place.database.empty() ? store_.Root()
+                                                        : store_.AccountFolder(place.database);
+    Text ItemPlace::*level = items                    ? &ItemPlace::itemId
+                             : place.database.empty() ? &ItemPlace::database
+                                                      : &ItemPlace::folder;
+    std::vector<BrowseEntry> entries;
+    ItemPlace child = place;
+    ListFolder(folder, [&](std::string_view name, bool isFolder) {
+        std::optional<Text> id = isFolder == items ? std::nullopt : DecodeName(name);
+        if (!id) return;
+        child.*level = *id;
+        BrowseEntry entry;
+        entry.name = std::move(*id);
+        entry.path = ComposeHostPath(child);
+        entry.isItem = items;
+        entries.push_back(std::move(entry));
+    });
+    SortEntries(entries);
+    return entries;
+}
+
+bool AccountLink::FileExists(TextView account, TextView file)
+{
+    if (account.empty() || file.empty() || EncodeName(file).size() > NAME_MAX) return false;
+    const std::string folder = store_.AccountFolder(account);
+    return IsMode(folder + "/" + FindName(folder, file), S_IFDIR);
+}
+
+bool AccountLink::ItemExists(const ItemPlace& place)
+{
+    if (place.itemId.empty() || EncodeName(place.itemId).size() > NAME_MAX) return false;
+    return IsMode(store_.ItemFile(place.database, place.folder, place.itemId), S_IFREG);
+}
+
+Text AccountLink::LockHolder(const ItemPlace& place)
+{
+    if (place.itemId.empty()) return {};
+    return ItemLock::Holder(store_.AccountFolder(place.database), LockName(place.folder, place.itemId));
+}
+
+} // namespace nib

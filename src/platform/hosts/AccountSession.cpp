@@ -1,0 +1,102 @@
+#include "platform/hosts/AccountSession.h"
+
+#include "base/Error.h"
+#include "platform/hosts/CommandWords.h"
+#include "platform/hosts/ItemName.h"
+#include "platform/posix/FileName.h"
+#include "platform/posix/Process.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include <sys/stat.h>
+
+namespace nib {
+
+namespace {
+
+constexpr TextView kVoc{u"VOC"};
+constexpr TextView kConfiguration{u"NIB"};
+constexpr int32_t kDefaultSeconds = 120;
+
+bool IsMode(const std::string& path, mode_t type)
+{
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IFMT) == type;
+}
+
+[[noreturn]] void Refuse(TextView text)
+{
+    throw Error(error_number::kStorage, Text(text));
+}
+
+void AppendLine(Text& output, TextView line)
+{
+    if (!output.empty()) output += u"\r\n";
+    output += line;
+}
+
+} // namespace
+
+Text AccountSession::Execute(TextView command, TextView input, int32_t)
+{
+    std::vector<Text> words = SplitCommand(command);
+    if (words.empty()) Refuse(u"There is no command to run.");
+    const Verb verb = FindVerb(words.front());
+    std::vector<Text> program = SplitProgramLine(Attribute(verb.record, 2));
+    if (program.empty()) Refuse(u"The verb " + verb.name + u" of account " + account_ + u" names no program.");
+    program.insert(program.end(), words.begin() + 1, words.end());
+
+    ProcessRequest request;
+    for (const Text& word : program) request.words.push_back(ToFileName(word));
+    request.folder = store_.AccountFolder(account_);
+    request.firstInPath = ToFileName(programFolder_);
+    const std::string bytes = ToUtf8(input);
+    request.input = bytes;
+    const int32_t seconds = ToInt(Attribute(verb.record, 3));
+    request.timeLimit = std::chrono::seconds(seconds > 0 ? seconds : kDefaultSeconds);
+
+    ProcessResult result = RunProcess(request);
+    if (result.timedOut) {
+        Refuse(verb.name + u" was stopped: it did not end within " + Decimal(request.timeLimit.count() / 1000) +
+               u" seconds.");
+    }
+    std::replace(result.output.begin(), result.output.end(), '\0', ' ');
+    TextForm form;
+    Text output = store_.Coding().Decode(result.output, form, verb.name);
+    if (result.cut) AppendLine(output, u"(the rest of the output was cut off)");
+    if (result.signal != 0) {
+        AppendLine(output, program.front() + u" was ended by signal " + Decimal(result.signal) + u" (" +
+                               FromUtf8(strsignal(result.signal)) + u").");
+    }
+    return output;
+}
+
+/// The verb as typed in capitals, then as typed.
+AccountSession::Verb AccountSession::FindVerb(const Text& word) const
+{
+    for (Text name : {ToUpper(word), word}) {
+        Text record = store_.ReadRecord(account_, kVoc, name);
+        if (record.starts_with(u'V')) return {std::move(name), std::move(record)};
+    }
+    Refuse(word + u" is not in the VOC of account " + account_ + u".");
+}
+
+Text AccountSession::GetConfiguration(TextView key, int32_t attribute)
+{
+    return Text(Attribute(store_.ReadRecord(account_, kVoc, key), attribute));
+}
+
+bool AccountSession::HasVerbs() const
+{
+    const std::string account = store_.AccountFolder(account_);
+    return IsMode(account + "/" + FindName(account, kVoc), S_IFDIR);
+}
+
+bool AccountSession::HasConfiguration() const
+{
+    const std::string voc = store_.AccountFolder(account_) + "/" + EncodeName(kVoc);
+    return IsMode(voc + "/" + FindName(voc, kConfiguration), S_IFREG);
+}
+
+} // namespace nib

@@ -1,0 +1,41 @@
+#pragma once
+#include "platform/ItemBrowser.h"
+#include "platform/MessageBoxes.h"
+#include "platform/hosts/HostBrowser.h"
+#include "platform/hosts/HostLinks.h"
+
+namespace nib {
+
+/// The host connection: finds the link of a path, and runs the picker. Items may outlive it.
+class HostConnection : public mvConnection {
+public:
+    /// Programs of `programFolder` are the first that a verb finds. `network` makes links of kind "network".
+    HostConnection(HostConfig config, PickerDialog& picker, MessageBoxes& boxes, Text programFolder,
+                   HostLinkFactory network = {});
+
+    SelectedItem SelectItem(const SelectRequest& request, mvItem* start) override;
+    std::vector<SelectedItem> SelectItems(const SelectRequest& request, mvItem* start) override;
+    std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) override;
+
+    Text ComposeHostPath(const ItemPlace& place) const override;
+    Text ComposeFilePath(TextView fileName) const override;
+    ItemPlace ParsePath(TextView path) const override;
+
+    ItemBrowser& Browser() { return browser_; }
+
+private:
+    PickerAnswer RunPicker(const SelectRequest& request, mvItem* start);
+    SelectedItem OpenPicked(TextView path, bool readOnly, bool lock);
+    bool AgreesToReadOnly(TextView path);
+
+    HostLinks links_;
+    HostBrowser browser_;
+    PickerDialog& picker_;
+    MessageBoxes& boxes_;
+};
+
+/// With the connections that the environment configures.
+std::unique_ptr<HostConnection> MakeHostConnection(PickerDialog& picker, MessageBoxes& boxes, Text programFolder,
+                                                   HostLinkFactory network = {});
+
+} // namespace nib

@@ -1,0 +1,28 @@
+#pragma once
+#include "platform/ItemBrowser.h"
+#include "platform/hosts/HostConfig.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace nib {
+
+/// The way to one host: what HostConnection and HostBrowser want of a kind of link. Places given to it are its own.
+class HostLink {
+public:
+    virtual ~HostLink() = default;
+    virtual Text HostName() const = 0;
+    virtual std::shared_ptr<mvItem> Open(const ItemPlace& place, bool readOnly, bool lock) = 0;
+    /// The places one level below, sorted.
+    virtual std::vector<BrowseEntry> Children(const ItemPlace& place) = 0;
+    virtual bool FileExists(TextView account, TextView file) = 0;
+    virtual bool ItemExists(const ItemPlace& place) = 0;
+    /// Who holds the item's lock, empty when nobody does.
+    virtual Text LockHolder(const ItemPlace& place) = 0;
+};
+
+/// Makes the link of a connection. Throws Error when it cannot.
+using HostLinkFactory = std::function<std::unique_ptr<HostLink>(const HostSettings&)>;
+
+} // namespace nib

@@ -1,0 +1,86 @@
+#include "platform/posix/FileContent.h"
+
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/FileName.h"
+#include "platform/posix/SystemError.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+
+namespace nib {
+
+namespace {
+
+[[noreturn]] void Refuse(const std::string& path, int error)
+{
+    throw SystemFailure(FromFileName(path) + u" cannot be read", error);
+}
+
+void CheckSize(const std::string& path, size_t size, size_t limit)
+{
+    if (size <= limit) return;
+    throw Error(error_number::kStorage, FromFileName(path) + u" is too large: files up to " +
+                                            Decimal(static_cast<int64_t>(limit >> 20)) + u" MB can be edited.");
+}
+
+} // namespace
+
+FileStamp StampOf(const struct stat& status)
+{
+    return {static_cast<uint64_t>(status.st_dev), static_cast<uint64_t>(status.st_ino),
+            static_cast<int64_t>(status.st_size), static_cast<int64_t>(status.st_mtim.tv_sec),
+            static_cast<int64_t>(status.st_mtim.tv_nsec)};
+}
+
+FileStamp StampOf(const std::string& path)
+{
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? StampOf(status) : FileStamp{};
+}
+
+FileContent ReadWholeFile(const std::string& path, size_t limit)
+{
+    // A pipe must not block the program before it is known to be one.
+    Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!file || fstat(file.Get(), &status) != 0) Refuse(path, errno);
+    if (S_ISDIR(status.st_mode)) Refuse(path, EISDIR);
+    if (!S_ISREG(status.st_mode)) throw Error(error_number::kStorage, FromFileName(path) + u" is not a plain file.");
+
+    FileContent content;
+    content.stamp = StampOf(status);
+    CheckSize(path, static_cast<size_t>(status.st_size), limit);
+    // One byte more than expected, so that the end is seen without a second buffer.
+    size_t room = static_cast<size_t>(status.st_size) + 1;
+    content.data = std::make_unique_for_overwrite<char[]>(room);
+    for (;;) {
+        const ssize_t n = read(file.Get(), content.data.get() + content.size, room - content.size);
+        if (n == 0) return content;
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) Refuse(path, errno);
+        content.size += static_cast<size_t>(n);
+        CheckSize(path, content.size, limit);
+        if (content.size < room) continue;
+        room = room * 2 + 4096;
+        auto larger = std::make_unique_for_overwrite<char[]>(room);
+        std::memcpy(larger.get(), content.data.get(), content.size);
+        content.data = std::move(larger);
+    }
+}
+
+int WriteAll(int fd, std::string_view bytes, int64_t offset)
+{
+    while (!bytes.empty()) {
+        const ssize_t n = pwrite(fd, bytes.data(), bytes.size(), offset);
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) return errno;
+        if (n == 0) return ENOSPC;
+        offset += n;
+        bytes.remove_prefix(static_cast<size_t>(n));
+    }
+    return 0;
+}
+
+} // namespace nib

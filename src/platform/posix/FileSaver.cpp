@@ -1,0 +1,209 @@
+#include "platform/posix/FileSaver.h"
+
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/FileName.h"
+#include "platform/posix/FileTraits.h"
+#include "platform/posix/SystemError.h"
+
+#include <cerrno>
+#include <climits>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace nib {
+
+namespace {
+
+constexpr int kMostLinks = 40;
+
+[[noreturn]] void Refuse(const std::string& path, int error)
+{
+    throw SystemFailure(FromFileName(path) + u" cannot be saved", error);
+}
+
+/// The file that a chain of symbolic links ends at; it need not exist.
+std::string FollowLinks(const std::string& path)
+{
+    std::string target = path;
+    for (int links = 0; links < kMostLinks; ++links) {
+        char buffer[PATH_MAX];
+        const ssize_t n = readlink(target.c_str(), buffer, sizeof buffer);
+        if (n < 0) return target;
+        const std::string next(buffer, static_cast<size_t>(n));
+        target = next.starts_with('/') ? next : FolderOf(target) + "/" + next;
+    }
+    Refuse(path, ELOOP);
+}
+
+int SyncFolder(const std::string& folder)
+{
+    Descriptor handle(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // A folder may be written to and not read, and some file systems cannot sync one.
+    if (!handle || fsync(handle.Get()) == 0) return 0;
+    return errno == EINVAL || errno == ENOTSUP || errno == EROFS ? 0 : errno;
+}
+
+/// A file beside the target that goes away unless it was renamed. Without a name until it is complete, where the file
+/// system can do that, so that a crash leaves nothing behind.
+class TemporaryFile {
+public:
+    TemporaryFile(const std::string& folder, mode_t mode) : name_(folder + "/.nib-" + RandomSuffix())
+    {
+        file_ = Descriptor(open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, mode));
+        if (file_) return;
+        file_ = Descriptor(open(name_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+        named_ = static_cast<bool>(file_);
+        error_ = file_ ? 0 : errno;
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile()
+    {
+        if (named_) unlink(name_.c_str());
+    }
+
+    int OpenError() const { return error_; }
+    int Handle() const { return file_.Get(); }
+
+    /// Brings the bytes to disk. Answers 0 or the system's error.
+    int Fill(std::string_view bytes)
+    {
+        if (int error = WriteAll(file_.Get(), bytes); error != 0) return error;
+        return fsync(file_.Get()) == 0 ? 0 : errno;
+    }
+    int RenameTo(const std::string& target)
+    {
+        if (!named_) {
+            const std::string open = "/proc/self/fd/" + std::to_string(file_.Get());
+            if (linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name_.c_str(), AT_SYMLINK_FOLLOW) != 0) return errno;
+            named_ = true;
+        }
+        if (int error = file_.Close(); error != 0) return error;
+        if (rename(name_.c_str(), target.c_str()) != 0) return errno;
+        named_ = false;
+        return 0;
+    }
+
+private:
+    std::string name_;
+    Descriptor file_;
+    bool named_ = false;
+    int error_ = 0;
+};
+
+bool MeansInPlace(int error)
+{
+    return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
+}
+
+void Unlink(const std::string& path)
+{
+    if (!path.empty()) unlink(path.c_str());
+}
+
+/// The new content over the old one. Room is claimed first, so that a full disk is noticed while nothing has changed.
+int Overwrite(int file, std::string_view bytes, size_t oldSize)
+{
+    if (bytes.size() > oldSize) {
+        const auto room = static_cast<off_t>(bytes.size());
+        if (int error = posix_fallocate(file, 0, room); error != 0 && error != EOPNOTSUPP && error != EINVAL) {
+            return error;
+        }
+    }
+    if (int error = WriteAll(file, bytes); error != 0) return error;
+    if (ftruncate(file, static_cast<off_t>(bytes.size())) != 0 || fsync(file) != 0) return errno;
+    return 0;
+}
+
+} // namespace
+
+FileStamp FileSaver::Save(const std::string& path, std::string_view bytes) const
+{
+    const std::string target = FollowLinks(path);
+    struct stat status {};
+    const bool exists = stat(target.c_str(), &status) == 0;
+    if (!exists && errno != ENOENT) Refuse(path, errno);
+    if (exists && S_ISDIR(status.st_mode)) Refuse(path, EISDIR);
+    if (exists && !S_ISREG(status.st_mode))
+        throw Error(error_number::kStorage, FromFileName(path) + u" is not a plain file.");
+    // A rename would replace even a write-protected file.
+    if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) Refuse(path, errno);
+
+    if (!exists || status.st_nlink == 1) {
+        if (std::optional<FileStamp> done = Replace(path, target, bytes)) return *done;
+    }
+    return WriteInPlace(path, target, bytes);
+}
+
+/// No answer when the file must be written in place instead.
+std::optional<FileStamp> FileSaver::Replace(const std::string& path, const std::string& target,
+                                            std::string_view bytes) const
+{
+    Descriptor old(open(target.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!old && errno == EACCES) return std::nullopt; // Writable but not readable: its traits cannot be copied.
+    // Nobody else may look into the copy of a private file, not even while it is written.
+    TemporaryFile temporary(FolderOf(target), old ? 0600 : 0666);
+    if (int error = temporary.OpenError(); error != 0) {
+        if (old && MeansInPlace(error)) return std::nullopt;
+        Refuse(path, error);
+    }
+    if (old && !CopyTraits(old.Get(), temporary.Handle())) return std::nullopt;
+    if (int error = temporary.Fill(bytes); error != 0) Refuse(path, error);
+    struct stat status {};
+    if (fstat(temporary.Handle(), &status) != 0) Refuse(path, errno);
+    if (int error = temporary.RenameTo(target); error != 0) {
+        if (old && MeansInPlace(error)) return std::nullopt;
+        Refuse(path, error);
+    }
+    if (int error = SyncFolder(FolderOf(target)); error != 0) Refuse(path, error);
+    return StampOf(status);
+}
+
+std::string FileSaver::Backup(const std::string& path, const std::string& target, std::string_view old) const
+{
+    if (int error = MakeFolders(backupFolder_); error != 0) {
+        throw SystemFailure(FromFileName(path) + u" cannot be saved: no copy of it can be kept in " +
+                                FromFileName(backupFolder_),
+                            error);
+    }
+    const std::string name = backupFolder_ + "/" + LastPart(target).substr(0, 200) + "." + RandomSuffix();
+    Descriptor copy(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    int error = copy ? WriteAll(copy.Get(), old) : errno;
+    if (error == 0 && fsync(copy.Get()) != 0) error = errno;
+    if (const int closing = copy.Close(); error == 0) error = closing;
+    if (error == 0) error = SyncFolder(backupFolder_);
+    if (error == 0) return name;
+    Unlink(name);
+    throw SystemFailure(
+        FromFileName(path) + u" cannot be saved: the copy " + FromFileName(name) + u" cannot be written", error);
+}
+
+FileStamp FileSaver::WriteInPlace(const std::string& path, const std::string& target, std::string_view bytes) const
+{
+    const FileContent old = ReadWholeFile(target, SIZE_MAX);
+    const std::string backup = Backup(path, target, old.Bytes());
+    Descriptor file(open(target.c_str(), O_WRONLY | O_CLOEXEC));
+    if (!file) {
+        const int error = errno;
+        Unlink(backup);
+        Refuse(path, error);
+    }
+    int error = Overwrite(file.Get(), bytes, old.size);
+    struct stat status {};
+    if (error == 0 && fstat(file.Get(), &status) != 0) error = errno;
+    if (error != 0 && Overwrite(file.Get(), old.Bytes(), old.size) != 0) {
+        throw SystemFailure(FromFileName(path) + u" was damaged while it was saved. Its old content is in " +
+                                FromFileName(backup),
+                            error);
+    }
+    if (const int closing = file.Close(); error == 0 && closing != 0) {
+        throw SystemFailure(FromFileName(path) + u" may not be saved. Its old content is in " + FromFileName(backup),
+                            closing);
+    }
+    Unlink(backup);
+    if (error != 0) Refuse(path, error);
+    return StampOf(status);
+}
+
+} // namespace nib

@@ -1,0 +1,32 @@
+#pragma once
+// The one class that writes files that matter. The old content stays whole until the new one is safely on disk: it is
+// written to a temporary file in the same folder, brought to disk, given the old file's mode, owner, access list and
+// extended attributes, and renamed over it. A symbolic link is followed. Where a rename would lose something (other
+// names of the same file, an owner or list that cannot be set, a folder that takes no new file) the file is written in
+// place, after a copy of the old content was kept in the backup folder.
+
+#include "platform/posix/FileContent.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace nib {
+
+class FileSaver {
+public:
+    /// The backup folder is made when it is first needed, for the user alone.
+    explicit FileSaver(std::string backupFolder) : backupFolder_(std::move(backupFolder)) {}
+
+    /// Throws SystemFailure naming the file; the file then has its old content. Answers the state of the new file.
+    FileStamp Save(const std::string& path, std::string_view bytes) const;
+
+private:
+    std::optional<FileStamp> Replace(const std::string& path, const std::string& target, std::string_view bytes) const;
+    FileStamp WriteInPlace(const std::string& path, const std::string& target, std::string_view bytes) const;
+    std::string Backup(const std::string& path, const std::string& target, std::string_view old) const;
+
+    std::string backupFolder_;
+};
+
+} // namespace nib

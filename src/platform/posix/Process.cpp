@@ -1,0 +1,220 @@
+#include "platform/posix/Process.h"
+
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/FileContent.h"
+#include "platform/posix/FileName.h"
+#include "platform/posix/SystemError.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <optional>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+
+namespace nib {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// How long an ended program is noticed after its output is still held open by a child of it.
+constexpr std::chrono::milliseconds kLook{50};
+
+struct SpawnSetup {
+    SpawnSetup()
+    {
+        posix_spawn_file_actions_init(&actions);
+        posix_spawnattr_init(&attributes);
+    }
+    SpawnSetup(const SpawnSetup&) = delete;
+    SpawnSetup& operator=(const SpawnSetup&) = delete;
+    ~SpawnSetup()
+    {
+        posix_spawn_file_actions_destroy(&actions);
+        posix_spawnattr_destroy(&attributes);
+    }
+    posix_spawn_file_actions_t actions;
+    posix_spawnattr_t attributes;
+};
+
+std::string SearchPath(const std::string& first)
+{
+    const char* path = getenv("PATH");
+    const std::string rest = path ? path : "/usr/local/bin:/usr/bin:/bin";
+    return first.empty() ? rest : first + ":" + rest;
+}
+
+[[noreturn]] void Refuse(const std::string& program, int error)
+{
+    throw SystemFailure(FromFileName(program) + u" cannot be run", error);
+}
+
+/// The path of the program; what holds a slash is taken from the folder it will run in.
+std::string FindProgram(const ProcessRequest& request)
+{
+    const std::string& name = request.words.front();
+    std::vector<std::string> candidates;
+    if (name.starts_with('/')) {
+        candidates.push_back(name);
+    } else if (name.find('/') != std::string::npos) {
+        candidates.push_back(request.folder + "/" + name);
+    } else {
+        const std::string path = SearchPath(request.firstInPath);
+        for (size_t at = 0; at <= path.size();) {
+            const size_t end = std::min(path.find(':', at), path.size());
+            if (end > at) candidates.push_back(path.substr(at, end - at) + "/" + name);
+            at = end + 1;
+        }
+    }
+    int error = ENOENT;
+    for (const std::string& candidate : candidates) {
+        struct stat status {};
+        if (stat(candidate.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) continue;
+        if (access(candidate.c_str(), X_OK) == 0) return candidate;
+        error = EACCES;
+    }
+    Refuse(name, error);
+}
+
+std::vector<std::string> Environment(const ProcessRequest& request)
+{
+    std::vector<std::string> variables{"PATH=" + SearchPath(request.firstInPath)};
+    for (char** variable = environ; *variable; ++variable)
+        if (!std::string_view(*variable).starts_with("PATH=")) variables.emplace_back(*variable);
+    return variables;
+}
+
+std::vector<char*> Pointers(std::vector<std::string>& strings)
+{
+    std::vector<char*> pointers;
+    for (std::string& string : strings) pointers.push_back(string.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+/// The input as a file without a name, so that a program that does not read it blocks nobody.
+Descriptor InputFile(std::string_view input)
+{
+    Descriptor file(memfd_create("input", MFD_CLOEXEC));
+    const int error = file ? WriteAll(file.Get(), input) : errno;
+    if (error != 0) throw SystemFailure(u"The command's input cannot be passed on", error);
+    return file;
+}
+
+pid_t Start(const ProcessRequest& request, int input, int output)
+{
+    const std::string program = FindProgram(request);
+    std::vector<std::string> words = request.words;
+    std::vector<std::string> variables = Environment(request);
+    SpawnSetup setup;
+    posix_spawn_file_actions_addchdir_np(&setup.actions, request.folder.c_str());
+    posix_spawn_file_actions_adddup2(&setup.actions, input, STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&setup.actions, output, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&setup.actions, output, STDERR_FILENO);
+    sigset_t none;
+    sigset_t all;
+    sigemptyset(&none);
+    sigfillset(&all);
+    posix_spawnattr_setsigmask(&setup.attributes, &none);
+    posix_spawnattr_setsigdefault(&setup.attributes, &all);
+    posix_spawnattr_setpgroup(&setup.attributes, 0);
+    posix_spawnattr_setflags(&setup.attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+    pid_t child = 0;
+    const int error = posix_spawn(&child, program.c_str(), &setup.actions, &setup.attributes, Pointers(words).data(),
+                                  Pointers(variables).data());
+    if (error != 0) Refuse(request.words.front(), error);
+    return child;
+}
+
+/// A started program; killed with its group when it is still there at the end.
+class Child {
+public:
+    explicit Child(pid_t pid) : pid_(pid) {}
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+    ~Child()
+    {
+        Kill();
+        int status = 0;
+        if (!ended_) waitpid(pid_, &status, 0);
+    }
+
+    void Kill()
+    {
+        if (!ended_) kill(-pid_, SIGKILL);
+    }
+    bool HasEnded(ProcessResult& result)
+    {
+        int status = 0;
+        if (!ended_ && waitpid(pid_, &status, WNOHANG) == pid_) {
+            ended_ = true;
+            result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 0;
+            result.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+        }
+        return ended_;
+    }
+
+private:
+    pid_t pid_;
+    bool ended_ = false;
+};
+
+/// Takes what is there now. False at the end of the output.
+bool Take(int file, const ProcessRequest& request, ProcessResult& result)
+{
+    char buffer[65536];
+    for (;;) {
+        const ssize_t n = read(file, buffer, sizeof buffer);
+        if (n == 0) return false;
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) return errno == EAGAIN;
+        const size_t room = request.outputLimit - result.output.size();
+        result.cut = static_cast<size_t>(n) > room;
+        result.output.append(buffer, std::min(static_cast<size_t>(n), room));
+        if (result.cut) return false;
+    }
+}
+
+} // namespace
+
+ProcessResult RunProcess(const ProcessRequest& request)
+{
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) throw SystemFailure(u"No program can be run", errno);
+    Descriptor ours(ends[0]);
+    Descriptor theirs(ends[1]);
+    fcntl(ours.Get(), F_SETFL, O_NONBLOCK);
+    Descriptor input = InputFile(request.input);
+    Child child(Start(request, input.Get(), theirs.Get()));
+    theirs.Close();
+
+    ProcessResult result;
+    const auto deadline = Clock::now() + request.timeLimit;
+    bool open = true;
+    for (;;) {
+        const bool ended = child.HasEnded(result);
+        if (open) open = Take(ours.Get(), request, result);
+        if (ended || result.cut) return result;
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        if (left.count() <= 0) {
+            result.timedOut = true;
+            return result;
+        }
+        if (open) {
+            pollfd wait{ours.Get(), POLLIN, 0};
+            poll(&wait, 1, static_cast<int>(std::min(left, kLook).count()));
+        } else {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    }
+}
+
+} // namespace nib

@@ -1,0 +1,31 @@
+#pragma once
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace nib {
+
+struct ProcessRequest {
+    std::vector<std::string> words; ///< the program and its arguments
+    std::string folder;             ///< where it runs
+    std::string firstInPath;        ///< a folder put before those of PATH; may be empty
+    std::string_view input;
+    std::chrono::milliseconds timeLimit{120'000};
+    size_t outputLimit = size_t{128} << 20;
+};
+
+struct ProcessResult {
+    std::string output; ///< standard output and error together, as they came
+    bool timedOut = false;
+    bool cut = false; ///< stopped at the output limit
+    int exitCode = 0;
+    int signal = 0; ///< what ended it, 0 when it ended by itself
+};
+
+/// Runs a program, without a shell, in a process group of its own, and waits for it. At a limit the whole group is
+/// killed. Throws SystemFailure when it cannot be started: ENOENT when there is no such program, EACCES when it may not
+/// be run.
+ProcessResult RunProcess(const ProcessRequest& request);
+
+} // namespace nib

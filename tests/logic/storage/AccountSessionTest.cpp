@@ -1,0 +1,124 @@
+#include "HostFixture.h"
+
+#include <chrono>
+
+#include <csignal>
+#include <sys/stat.h>
+
+namespace nib::test {
+
+namespace {
+
+using namespace std::string_literals;
+
+class AccountSessionTest : public HostFixture {
+protected:
+    void Verb(const std::string& name, const std::string& program, const std::string& seconds = "")
+    {
+        folder.File("accounts/DEMO/VOC/" + name, "V verb\n" + program + "\n" + seconds + "\n");
+    }
+    Text Run(TextView command, TextView input = u"")
+    {
+        return Open(u"mvdb:*/DEMO")->Session()->Execute(command, input, 0);
+    }
+};
+
+} // namespace
+
+TEST_F(AccountSessionTest, VerbsRunProgramsInTheAccount)
+{
+    Verb("WHERE", "pwd");
+    Verb("SHOW", "printf \"%s|\" 'a b'");
+    Verb("lower", "echo low");
+    Verb("BOTH", "sh -c 'echo one; echo two >&2; printf three'");
+    Verb("CAT", "cat");
+    Verb("DIE", "sh -c 'kill -SEGV $$'");
+    Verb("RAW", "printf 'a\\0b\\377\\351'");
+    const struct {
+        TextView command;
+        Text output;
+    } rows[] = {
+        {u"WHERE", FromUtf8(folder / "accounts/DEMO")},
+        {u"where", FromUtf8(folder / "accounts/DEMO")},
+        {u"SHOW x 'y z' \"\" $(id) ;", u"a b|x|y z||$(id)|;|"},
+        {u"lower", u"low"},
+        {u"BOTH", u"one\r\ntwo\r\nthree"},
+        {u"RAW", u"a b\xF8FFé"},
+        {u"DIE", u"sh was ended by signal 11 (Segmentation fault)."},
+    };
+    for (const auto& row : rows) EXPECT_EQ(Run(row.command), row.output) << ToUtf8(row.command);
+    EXPECT_EQ(Run(u"CAT", u"in é\nput"), u"in é\r\nput");
+    EXPECT_EQ(Open(u"mvdb:*/DEMO")->Session()->AccountName(), u"DEMO");
+}
+
+TEST_F(AccountSessionTest, WhatCannotRunSaysWhy)
+{
+    Verb("GONE", "no-such-program-here");
+    Verb("PLAIN", "./plain");
+    Verb("EMPTY", "");
+    folder.File("accounts/DEMO/VOC/BP", "F\nBP\n");
+    folder.File("accounts/DEMO/plain", "text");
+    const struct {
+        TextView command;
+        Text text;
+    } rows[] = {
+        {u"basic BP", u"basic is not in the VOC of account DEMO."},
+        {u"BP", u"BP is not in the VOC of account DEMO."},
+        {u" ", u"There is no command to run."},
+        {u"GONE", u"no-such-program-here cannot be run: No such file or directory"},
+        {u"PLAIN", u"./plain cannot be run: Permission denied"},
+        {u"EMPTY", u"The verb EMPTY of account DEMO names no program."},
+    };
+    for (const auto& row : rows) EXPECT_EQ(ErrorOf([&] { Run(row.command); }).description, row.text);
+    chmod((folder / "accounts/DEMO/plain").c_str(), 0755);
+    EXPECT_EQ(ErrorOf([&] { Run(u"PLAIN"); }).description, u"./plain cannot be run: Exec format error");
+}
+
+TEST_F(AccountSessionTest, TheProgramFolderComesFirst)
+{
+    const std::string program = folder.File("programs/ls", "#!/bin/sh\necho ours; command -v ls\n");
+    chmod(program.c_str(), 0755);
+    Verb("LS", "ls");
+    EXPECT_EQ(Run(u"LS"), u"ours\r\n" + FromUtf8(program));
+}
+
+TEST_F(AccountSessionTest, ATimeLimitEndsTheWholeGroup)
+{
+    Verb("SLOW", "sh -c 'sleep 60 & echo $! > child; sleep 60'", "1");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(ErrorOf([&] { Run(u"SLOW"); }).description, u"SLOW was stopped: it did not end within 1 seconds.");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    const int child = std::stoi(BytesOf(folder / "accounts/DEMO/child"));
+    bool gone = false;
+    for (int tries = 0; tries < 100 && !gone; ++tries) {
+        const std::string state = BytesOf("/proc/" + std::to_string(child) + "/stat");
+        gone = state.empty() || state.find(") Z") != std::string::npos;
+        usleep(10000);
+    }
+    EXPECT_TRUE(gone);
+
+    Verb("LEAVES", "sh -c 'sleep 3 & echo done'", "30");
+    const auto again = std::chrono::steady_clock::now();
+    EXPECT_EQ(Run(u"LEAVES"), u"done");
+    EXPECT_LT(std::chrono::steady_clock::now() - again, std::chrono::seconds(2));
+}
+
+TEST_F(AccountSessionTest, ConfigurationIsAnItemOfTheVoc)
+{
+    auto item = Open(u"mvdb:*/DEMO/BP/INVOICE");
+    EXPECT_TRUE(item->Supports(kSupportsExecute));
+    EXPECT_FALSE(item->Supports(kSupportsConfiguration));
+    EXPECT_EQ(item->Session()->GetConfiguration(u"NIB", 1), u"");
+    folder.File("accounts/DEMO/VOC/NIB", "X\nsecond\n\nfourth\n");
+    EXPECT_TRUE(item->Supports(kSupportsConfiguration));
+    EXPECT_EQ(item->Session()->GetConfiguration(u"NIB", 2), u"second");
+    EXPECT_EQ(item->Session()->GetConfiguration(u"NIB", 3), u"");
+    EXPECT_EQ(item->Session()->GetConfiguration(u"NIB", 4), u"fourth");
+    EXPECT_EQ(item->Session()->GetConfiguration(u"NIB", 9), u"");
+    folder.Folder("accounts/BARE");
+    EXPECT_FALSE(Open(u"mvdb:*/BARE")->Supports(kSupportsExecute));
+    EXPECT_FALSE(Open(u"mvdb:*")->Supports(kSupportsExecute));
+    EXPECT_EQ(Open(u"mvdb:*")->Session(), nullptr);
+}
+
+} // namespace nib::test

@@ -1,0 +1,223 @@
+#include "platform/posix/FileSaver.h"
+#include "TempFolder.h"
+#include "base/Error.h"
+#include "platform/posix/FileName.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <functional>
+#include <random>
+
+#include <acl/libacl.h>
+#include <sys/acl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+
+namespace nib::test {
+
+namespace {
+
+constexpr uid_t kNobody = 65534;
+
+/// Runs `body` in a process of its own and answers its exit code.
+int InChild(const std::function<int()>& body)
+{
+    const pid_t child = fork();
+    if (child == 0) _exit(body());
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+class FileSaverTest : public testing::Test {
+protected:
+    void Save(const std::string& path, const std::string& bytes) const
+    {
+        FileSaver(folder / "backups/of/saves").Save(path, bytes);
+    }
+    Text ErrorOf(const std::string& path, const std::string& bytes) const
+    {
+        try {
+            Save(path, bytes);
+        } catch (const Error& error) {
+            EXPECT_EQ(error.number, error_number::kStorage);
+            return error.description;
+        }
+        return {};
+    }
+    size_t FilesIn(const std::string& path) const
+    {
+        std::error_code missing;
+        return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(path, missing), {}));
+    }
+
+    TempFolder folder;
+};
+
+mode_t ModeOf(const std::string& path)
+{
+    struct stat status {};
+    stat(path.c_str(), &status);
+    return status.st_mode & 07777;
+}
+
+} // namespace
+
+TEST_F(FileSaverTest, ANewFileTakesTheUmaskAndLeavesNothingBeside)
+{
+    const mode_t old = umask(027);
+    Save(folder / "new", "text");
+    umask(old);
+    EXPECT_EQ(BytesOf(folder / "new"), "text");
+    EXPECT_EQ(ModeOf(folder / "new"), 0640U);
+    EXPECT_EQ(FilesIn(folder.Path()), 1U);
+}
+
+TEST_F(FileSaverTest, AReplacedFileKeepsItsTraits)
+{
+    const std::string file = folder.File("d/f", "old");
+    chmod(file.c_str(), 0751);
+    const bool attributes = setxattr(file.c_str(), "user.origin", "host", 4, 0) == 0;
+    const bool owned = geteuid() == 0 && chown(file.c_str(), 1234, 4321) == 0;
+    const acl_t acl = acl_from_text("u::rwx,u:99:r--,g::r-x,m::r-x,o::--x");
+    const bool listed = acl_set_file(file.c_str(), ACL_TYPE_ACCESS, acl) == 0;
+    acl_free(acl);
+    struct stat before {};
+    stat(file.c_str(), &before);
+
+    Save(file, "new");
+    struct stat after {};
+    stat(file.c_str(), &after);
+    EXPECT_EQ(BytesOf(file), "new");
+    EXPECT_NE(before.st_ino, after.st_ino);
+    EXPECT_EQ(before.st_mode, after.st_mode);
+    if (owned) {
+        EXPECT_EQ(after.st_uid, 1234U);
+        EXPECT_EQ(after.st_gid, 4321U);
+    }
+    char value[8] = {};
+    if (attributes) {
+        EXPECT_EQ(getxattr(file.c_str(), "user.origin", value, sizeof value), 4);
+    }
+    if (listed) {
+        EXPECT_EQ(acl_extended_file(file.c_str()), 1);
+    }
+}
+
+TEST_F(FileSaverTest, LinksAreFollowedAlsoToNothing)
+{
+    const std::string target = folder.File("real/f", "old");
+    const std::string link = folder / "link";
+    ASSERT_EQ(symlink("real/f", link.c_str()), 0);
+    Save(link, "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(BytesOf(target), "new");
+
+    ASSERT_EQ(symlink("real/none", (folder / "dangling").c_str()), 0);
+    Save(folder / "dangling", "made");
+    EXPECT_EQ(BytesOf(folder / "real/none"), "made");
+
+    ASSERT_EQ(symlink("loop", (folder / "loop").c_str()), 0);
+    EXPECT_NE(ErrorOf(folder / "loop", "x").find(u"levels of symbolic links"), Text::npos);
+}
+
+TEST_F(FileSaverTest, AFileWithSeveralNamesIsWrittenInPlace)
+{
+    const std::string file = folder.File("f", "a longer old content");
+    ASSERT_EQ(link(file.c_str(), (folder / "g").c_str()), 0);
+    Save(file, "new");
+    EXPECT_EQ(BytesOf(folder / "g"), "new");
+    Save(file, "and a much longer new content");
+    EXPECT_EQ(BytesOf(folder / "g"), "and a much longer new content");
+    EXPECT_EQ(FilesIn(folder / "backups/of/saves"), 0U);
+    EXPECT_EQ(ModeOf(folder / "backups/of/saves"), 0700U);
+}
+
+TEST_F(FileSaverTest, FaultsLeaveTheOldFileAndNameIt)
+{
+    const std::string file = folder.File("d/f", "old");
+    EXPECT_NE(ErrorOf(folder / "none/f", "x").find(u"none/f cannot be saved: No such file or directory"), Text::npos);
+    EXPECT_NE(ErrorOf(folder / "d", "x").find(u"Is a directory"), Text::npos);
+    EXPECT_NE(ErrorOf("/dev/full", "x").find(u"is not a plain file"), Text::npos);
+    ASSERT_EQ(link(file.c_str(), (folder / "second").c_str()), 0);
+    const std::string single = folder.File("e/f", "old");
+
+    // No room, for a replaced file and for one that is written in place.
+    const int code = InChild([&] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{1000, 1000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const std::string large(5000, 'x');
+        const bool named = ErrorOf(file, large).find(u"File too large") != Text::npos &&
+                           ErrorOf(single, large).find(u"File too large") != Text::npos;
+        return named ? 0 : 1;
+    });
+    EXPECT_EQ(code, 0);
+    EXPECT_EQ(BytesOf(file), "old");
+    EXPECT_EQ(BytesOf(single), "old");
+    EXPECT_EQ(FilesIn(folder / "e"), 1U);
+    EXPECT_EQ(FilesIn(folder / "backups/of/saves"), 0U);
+}
+
+TEST_F(FileSaverTest, RightsAreRespected)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "needs another user";
+    const std::string inReadOnlyFolder = folder.File("closed/f", "old");
+    const std::string writeProtected = folder.File("open/f", "old");
+    chmod(folder.Path().c_str(), 0777);
+    chmod((folder / "open").c_str(), 0777);
+    chmod(inReadOnlyFolder.c_str(), 0666);
+    chmod(writeProtected.c_str(), 0444);
+    const std::string foreign = folder.File("open/foreign", "old");
+    chmod(foreign.c_str(), 0666);
+    const int code = InChild([&] {
+        if (setegid(kNobody) != 0 || seteuid(kNobody) != 0) return 9;
+        Save(inReadOnlyFolder, "in place");
+        Save(foreign, "in place");
+        if (ErrorOf(writeProtected, "x").find(u"Permission denied") == Text::npos) return 1;
+        return ErrorOf(folder / "closed/new", "x").find(u"Permission denied") == Text::npos ? 2 : 0;
+    });
+    EXPECT_EQ(code, 0);
+    EXPECT_EQ(BytesOf(inReadOnlyFolder), "in place");
+    EXPECT_EQ(BytesOf(foreign), "in place");
+    struct stat status {};
+    stat(foreign.c_str(), &status);
+    EXPECT_EQ(status.st_uid, 0U);
+    EXPECT_EQ(BytesOf(writeProtected), "old");
+}
+
+TEST_F(FileSaverTest, ACrashAtAnyMomentLeavesOneVersionWhole)
+{
+    const std::string file = folder.File("d/f", std::string(200000, 'a'));
+    std::mt19937 random(7);
+    for (int round = 0; round < 30; ++round) {
+        const pid_t child = fork();
+        if (child == 0) {
+            for (char letter = 'a';; letter = letter == 'z' ? 'a' : static_cast<char>(letter + 1)) {
+                Save(file, std::string(200000 + static_cast<size_t>(letter), letter));
+            }
+        }
+        usleep(random() % 8000);
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        const std::string bytes = BytesOf(file);
+        ASSERT_GE(bytes.size(), 200000U);
+        ASSERT_EQ(bytes.find_first_not_of(bytes.front()), std::string::npos);
+    }
+    Save(file, "after");
+    EXPECT_EQ(BytesOf(file), "after");
+}
+
+TEST(FileNameTest, AnyBytesComeBack)
+{
+    for (const std::string& name : {std::string("a\xFF\xFE.txt"), std::string("\xC3\xA9"), std::string("\xE9t\xE9"),
+                                    std::string("\xED\xB2\x80"), std::string("\xF0\x9F\x98\x80\x80")}) {
+        EXPECT_EQ(ToFileName(FromFileName(name)), name);
+    }
+    EXPECT_EQ(AbsolutePath("/a/./b/../c//d"), "/a/c/d");
+}
+
+} // namespace nib::test

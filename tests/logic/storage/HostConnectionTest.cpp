@@ -1,0 +1,209 @@
+#include "HostFixture.h"
+#include "platform/hosts/SampleAccount.h"
+
+#include <sys/stat.h>
+
+namespace nib::test {
+
+namespace {
+
+class HostConnectionTest : public HostFixture {};
+
+} // namespace
+
+TEST_F(HostConnectionTest, AnAccountItemIsReadAndWrittenAsItStood)
+{
+    auto item = Open(u"mvdb:*/DEMO/BP/INVOICE");
+    EXPECT_TRUE(item->IsItem());
+    EXPECT_TRUE(item->Exists());
+    EXPECT_FALSE(item->ReadOnly());
+    EXPECT_EQ(item->Path(), u"mvdb:*/DEMO/BP/INVOICE");
+    EXPECT_EQ(item->DisplayPath(), u"DEMO BP INVOICE");
+    EXPECT_EQ(item->ItemName(), u"BP INVOICE");
+    EXPECT_EQ(item->HostName(), u"box");
+    EXPECT_EQ(item->ReadItem(0, 0, 0), u"A=1\r\nPRINT A");
+    item->WriteItem(0, 0, 0, u"B=2\r\nPRINT B");
+    EXPECT_EQ(BytesOf(folder / "accounts/DEMO/BP/INVOICE"), "B=2\nPRINT B\n");
+}
+
+TEST_F(HostConnectionTest, ALocalFileIsReadAndWrittenAsItStood)
+{
+    const std::string name = folder.File("a.txt", "x\r\ny");
+    auto item = Open(FromUtf8(name));
+    EXPECT_EQ(item->Path(), connection->ComposeFilePath(FromUtf8(name)));
+    EXPECT_EQ(item->ReadItem(0, 0, 0), u"x\r\ny");
+    EXPECT_EQ(item->ItemID(), u"a.txt");
+    EXPECT_EQ(item->FileName(), FromUtf8(folder.Path()));
+    EXPECT_EQ(item->DisplayPath(), FromUtf8(name));
+    EXPECT_EQ(item->Session(), nullptr);
+    item->WriteItem(0, 0, 0, u"x\r\nz");
+    EXPECT_EQ(BytesOf(name), "x\r\nz");
+    EXPECT_FALSE(Open(connection->ComposeFilePath(FromUtf8(folder.Path())))->IsItem());
+}
+
+TEST_F(HostConnectionTest, PlacesThatAreNoItems)
+{
+    for (TextView path : {u"mvdb:", u"mvdb:*", u"mvdb:*/DEMO", u"mvdb:*/DEMO/BP"}) {
+        auto item = Open(path);
+        EXPECT_FALSE(item->IsItem()) << ToUtf8(path);
+        EXPECT_FALSE(item->Exists()) << ToUtf8(path);
+    }
+    folder.Folder("accounts/DEMO/BP/sub");
+    EXPECT_FALSE(Open(u"mvdb:*/DEMO/BP/sub")->IsItem());
+    EXPECT_FALSE(Open(u"mvdb:*/DEMO/BP/NEW")->Exists());
+}
+
+TEST_F(HostConnectionTest, WhatIsMissingIsNamed)
+{
+    const struct {
+        TextView path;
+        int32_t number;
+        TextView text;
+    } rows[] = {
+        {u"mvdb:*/DEMO2/BP/X", error_number::kPathNotFound, u"Account DEMO2 does not exist on box."},
+        {u"mvdb:*/DEMO/BPX/X", error_number::kPathNotFound, u"File BPX does not exist in account DEMO."},
+        {u"mvdb:*/%2E%2E/accounts/X", error_number::kPathNotFound, u"Account .. does not exist on box."},
+        {u"mvdb:*/DEMO/%2E%2E/DEMO", error_number::kPathNotFound, u"File .. does not exist in account DEMO."},
+        {u"mvdb:none/DEMO", error_number::kPathNotFound, u"The host connection \"none\" is not set up in hosts.conf."},
+        {u"mvdb:far/X", error_number::kStorage,
+         u"The host connection \"far\" is a network connection, which is not available."},
+        {u"mvdb:odd/X", error_number::kStorage, u"The host connection \"Odd\" is of the unknown kind \"x\"."},
+        {u"nowhere", error_number::kBadFileName, u"\"nowhere\" is not the path of an item or a file."},
+    };
+    for (const auto& row : rows) {
+        const Error error = ErrorOf([&] { Open(row.path); });
+        EXPECT_EQ(error.number, row.number);
+        EXPECT_EQ(error.description, row.text) << ToUtf8(error.description);
+    }
+    EXPECT_EQ(ErrorOf([&] { Open(u"mvdb:*/DEMO/BP/" + Text(256, u'x')); }).number, error_number::kBadFileName);
+}
+
+TEST_F(HostConnectionTest, HostileIdsStayInTheirFile)
+{
+    for (const Text& id : {Text(u".."), Text(u"../X"), Text(u"/etc/passwd"), Text(u"."), Text(u"50%"), Text(u".x"),
+                           Text(u"a\0b", 3), Text(u"é 😀")}) {
+        const ItemPlace place{u"mvdb", u"*", u"DEMO", u"BP", id};
+        auto item = Open(connection->ComposeHostPath(place));
+        item->WriteItem(0, 0, 0, u"text");
+        EXPECT_EQ(Open(connection->ComposeHostPath(place))->ItemID(), id);
+    }
+    EXPECT_EQ(connection->Browser().Children(u"mvdb:*/DEMO/BP").size(), 9U);
+    EXPECT_EQ(connection->Browser().Children(u"mvdb:*/DEMO").size(), 2U);
+}
+
+TEST_F(HostConnectionTest, AChangeByOthersIsToldOnce)
+{
+    const std::string file = folder.File("f", "one");
+    auto item = Open(FromUtf8(file));
+    item->ReadItem(0, 0, 0);
+    item->WriteItem(0, 0, 0, u"two");
+    item->WriteItem(0, 0, 0, u"three");
+    folder.File("f", "theirs, longer");
+    const Error error = ErrorOf([&] { item->WriteItem(0, 0, 0, u"mine"); });
+    EXPECT_EQ(error.number, error_number::kStorage);
+    EXPECT_NE(error.description.find(u"was changed by another program since it was opened."), Text::npos);
+    EXPECT_EQ(BytesOf(file), "theirs, longer");
+    item->WriteItem(0, 0, 0, u"mine");
+    EXPECT_EQ(BytesOf(file), "mine");
+
+    std::filesystem::remove(file);
+    item->WriteItem(0, 0, 0, u"again");
+    EXPECT_EQ(BytesOf(file), "again");
+
+    auto fresh = Open(FromUtf8(folder / "new"));
+    EXPECT_FALSE(fresh->Exists());
+    folder.File("new", "theirs");
+    EXPECT_NE(ErrorOf([&] { fresh->WriteItem(0, 0, 0, u"mine"); }).description.find(u"was created"), Text::npos);
+
+    auto item2 = Open(FromUtf8(folder.File("d/f", "x")));
+    item2->ReadItem(0, 0, 0);
+    std::filesystem::remove_all(folder / "d");
+    EXPECT_NE(ErrorOf([&] { item2->WriteItem(0, 0, 0, u"y"); }).description.find(u"No such file"), Text::npos);
+}
+
+TEST_F(HostConnectionTest, LocksAreTakenAtOpenAndFreedWithTheItem)
+{
+    const Text path = u"mvdb:*/DEMO/BP/INVOICE";
+    auto item = Open(path, false, true);
+    EXPECT_EQ(ErrorOf([&] { Open(path, false, true); }).number, error_number::kLocked);
+    EXPECT_NE(connection->Browser().LockHolder(path), u"");
+    auto other = Open(path, true, true);
+    EXPECT_TRUE(other->ReadOnly());
+    EXPECT_EQ(ErrorOf([&] { other->LockItem(true); }).number, error_number::kLocked);
+    item->LockItem(false);
+    other->LockItem(true);
+    other->LockItem(true);
+    other.reset();
+    EXPECT_EQ(connection->Browser().LockHolder(path), u"");
+    item->WriteItem(0, 0, 0, u"x");
+    EXPECT_EQ(connection->Browser().Children(u"mvdb:*/DEMO").size(), 2U) << "the locks' folder is no file";
+}
+
+TEST_F(HostConnectionTest, ThePickersAnswers)
+{
+    const Text path = u"mvdb:*/DEMO/BP/INVOICE";
+    SelectRequest open;
+    open.mode = u"Open";
+    open.lock = true;
+    EXPECT_EQ(connection->SelectItem(open, nullptr).item, nullptr);
+    EXPECT_EQ(picker.start, u"mvdb:*/DEMO");
+
+    picker.answer = PickerAnswer{{path}, false};
+    auto holder = connection->SelectItem(open, nullptr).item;
+    ASSERT_TRUE(holder);
+    SelectedItem second = connection->SelectItem(open, holder.get());
+    EXPECT_EQ(picker.start, path);
+    ASSERT_EQ(boxes.shown.size(), 1U);
+    EXPECT_EQ(boxes.shown[0], u"DEMO BP INVOICE is locked by another user or process. "
+                              u"Open in \"read only\" mode instead?");
+    EXPECT_TRUE(second.readOnly && second.item->ReadOnly());
+
+    boxes.answer = message_box::kAnswerNo;
+    picker.answer = PickerAnswer{{path, u"mvdb:*/NONE/BP/X", u"mvdb:*/DEMO/BP/Y"}, false};
+    const auto several = connection->SelectItems(open, nullptr);
+    ASSERT_EQ(several.size(), 1U);
+    EXPECT_EQ(several[0].item->ItemID(), u"Y");
+    EXPECT_EQ(boxes.shown.back(), u"Account NONE does not exist on box.");
+
+    open.mode = u"Save";
+    EXPECT_TRUE(connection->SelectItem(open, nullptr).item) << "no lock, so no question";
+}
+
+TEST_F(HostConnectionTest, TheCharsetOfAConnection)
+{
+    folder.File("accounts/DEMO/BP/W", "\x80\n");
+    EXPECT_EQ(Open(u"mvdb:west/DEMO/BP/W")->ReadItem(0, 0, 0), u"€");
+    EXPECT_EQ(Open(u"mvdb:*/DEMO/BP/W")->ReadItem(0, 0, 0), Text(1, u'\x80'));
+}
+
+TEST_F(HostConnectionTest, ReadOnlyIsWhatTheUserMayNotWrite)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "needs another user";
+    chmod(folder.Path().c_str(), 0755);
+    chmod((folder / "accounts/DEMO/BP/INVOICE").c_str(), 0444);
+    ASSERT_EQ(seteuid(65534), 0);
+    const bool existing = Open(u"mvdb:*/DEMO/BP/INVOICE")->ReadOnly();
+    const bool fresh = Open(u"mvdb:*/DEMO/BP/NEW")->ReadOnly();
+    const int32_t locked = ErrorOf([&] { Open(u"mvdb:*/DEMO/BP/NEW", false, true); }).number;
+    ASSERT_EQ(seteuid(0), 0);
+    EXPECT_TRUE(existing);
+    EXPECT_TRUE(fresh);
+    EXPECT_EQ(locked, error_number::kNoUpdate);
+}
+
+TEST_F(HostConnectionTest, TheSampleAccountComesWholeAndOnce)
+{
+    const Text source = FromUtf8(folder / "accounts/DEMO");
+    const Text root = FromUtf8(folder / "data/new");
+    chmod((folder / "accounts/DEMO/BP").c_str(), 0555);
+    EXPECT_TRUE(InstallSampleAccount(source, root));
+    EXPECT_EQ(BytesOf(folder / "data/new/DEMO/BP/INVOICE"), "A=1\nPRINT A\n");
+    EXPECT_EQ(access((folder / "data/new/DEMO/BP").c_str(), W_OK), 0);
+    folder.File("data/new/DEMO/BP/INVOICE", "mine");
+    EXPECT_FALSE(InstallSampleAccount(source, root));
+    EXPECT_EQ(BytesOf(folder / "data/new/DEMO/BP/INVOICE"), "mine");
+    EXPECT_THROW(InstallSampleAccount(u"/none/OTHER", root), Error);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "data/new"), {}), 1);
+}
+
+} // namespace nib::test

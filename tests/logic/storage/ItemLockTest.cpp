@@ -1,0 +1,157 @@
+#include "platform/posix/ItemLock.h"
+#include "TempFolder.h"
+#include "base/Error.h"
+#include "platform/posix/Process.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <optional>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+namespace nib::test {
+
+namespace {
+
+int32_t LockError(const std::string& account, const std::string& name)
+{
+    try {
+        ItemLock lock(account, name, u"BP X");
+    } catch (const Error& error) {
+        return error.number;
+    }
+    return 0;
+}
+
+/// A process that holds a lock until it is killed.
+class Holder {
+public:
+    Holder(const std::string& account, const std::string& name)
+    {
+        int ready[2];
+        if (pipe(ready) != 0) return;
+        child_ = fork();
+        if (child_ == 0) {
+            ItemLock lock(account, name, u"");
+            if (write(ready[1], "x", 1) == 1) pause();
+            _exit(0);
+        }
+        char byte = 0;
+        close(ready[1]);
+        EXPECT_EQ(read(ready[0], &byte, 1), 1);
+        close(ready[0]);
+    }
+    Holder(const Holder&) = delete;
+    Holder& operator=(const Holder&) = delete;
+    ~Holder() { Kill(); }
+    pid_t Id() const { return child_; }
+    void Kill()
+    {
+        if (child_ > 0) {
+            kill(child_, SIGKILL);
+            waitpid(child_, nullptr, 0);
+        }
+        child_ = -1;
+    }
+
+private:
+    pid_t child_ = -1;
+};
+
+} // namespace
+
+TEST(ItemLockTest, OneHolderAtATimeAndNoneWhenItDies)
+{
+    TempFolder account;
+    Holder holder(account.Path(), "BP%%X");
+    EXPECT_EQ(LockError(account.Path(), "BP%%X"), error_number::kLocked);
+    EXPECT_EQ(LockError(account.Path(), "BP%%Y"), 0);
+    const Text who = ItemLock::Holder(account.Path(), "BP%%X");
+    EXPECT_NE(who.find(u"(process " + Decimal(holder.Id()) + u")"), Text::npos) << ToUtf8(who);
+    holder.Kill();
+    EXPECT_TRUE(std::filesystem::exists(account / ".locks/BP%%X"));
+    EXPECT_EQ(ItemLock::Holder(account.Path(), "BP%%X"), u"");
+    EXPECT_EQ(LockError(account.Path(), "BP%%X"), 0);
+    EXPECT_FALSE(std::filesystem::exists(account / ".locks/BP%%X"));
+}
+
+TEST(ItemLockTest, TheSameProcessIsRefusedToo)
+{
+    TempFolder account;
+    std::optional<ItemLock> lock(std::in_place, account.Path(), std::string(400, 'x'), u"");
+    EXPECT_EQ(LockError(account.Path(), std::string(400, 'x')), error_number::kLocked);
+    EXPECT_EQ(LockError(account.Path(), std::string(401, 'x')), 0);
+    lock.reset();
+    EXPECT_EQ(LockError(account.Path(), std::string(400, 'x')), 0);
+}
+
+TEST(ItemLockTest, AProgramThatIsRunInheritsNone)
+{
+    TempFolder account;
+    std::optional<ItemLock> lock(std::in_place, account.Path(), "x", u"");
+    ProcessRequest request;
+    request.words = {"sh", "-c", "sleep 5 >/dev/null 2>&1 & echo"};
+    request.folder = account.Path();
+    RunProcess(request);
+    lock.reset();
+    EXPECT_EQ(LockError(account.Path(), "x"), 0);
+}
+
+TEST(ItemLockTest, OtherUsersShareTheFolder)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "needs another user";
+    TempFolder account;
+    chmod(account.Path().c_str(), 0755);
+    const auto asNobody = [&](const std::string& name) {
+        const pid_t child = fork();
+        if (child == 0) {
+            if (setegid(65534) != 0 || seteuid(65534) != 0) _exit(9);
+            const int32_t number = LockError(account.Path(), name);
+            _exit(number == 0 ? 0 : number == error_number::kNoUpdate ? 1 : number == error_number::kLocked ? 2 : 3);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        return WEXITSTATUS(status);
+    };
+    EXPECT_EQ(asNobody("x"), 1) << "cannot make the folder";
+    Holder(account.Path(), "x").Kill();
+    struct stat status {};
+    stat((account / ".locks").c_str(), &status);
+    EXPECT_EQ(status.st_mode & 07777, 01777U);
+    EXPECT_EQ(asNobody("x"), 0) << "takes a dead user's lock over";
+    EXPECT_EQ(LockError(account.Path(), "x"), 0);
+    Holder holder(account.Path(), "x");
+    EXPECT_EQ(asNobody("x"), 2);
+}
+
+TEST(ItemLockTest, NeverTwoHoldersHoweverManyTry)
+{
+    TempFolder account;
+    std::vector<pid_t> children;
+    for (int n = 0; n < 4; ++n) {
+        const pid_t child = fork();
+        if (child == 0) {
+            for (int round = 0; round < 300; ++round) {
+                ItemLock::Holder(account.Path(), "x");
+                try {
+                    ItemLock lock(account.Path(), "x", u"");
+                    const std::string mark = account / "inside";
+                    if (mkdir(mark.c_str(), 0700) != 0) _exit(1);
+                    rmdir(mark.c_str());
+                } catch (const Error&) {
+                }
+            }
+            _exit(0);
+        }
+        children.push_back(child);
+    }
+    for (pid_t child : children) {
+        int status = 0;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(WEXITSTATUS(status), 0);
+    }
+}
+
+} // namespace nib::test

@@ -1,0 +1,171 @@
+#include "platform/hosts/ItemText.h"
+#include "base/Error.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace nib::test {
+
+namespace {
+
+using namespace std::string_literals;
+
+const ItemText kFiles = ItemText::ForFiles();
+const ItemText kItems = ItemText::ForItems(Charset(), false);
+const ItemText kWestern = ItemText::ForItems(Charset(u"windows-1252"), true);
+const ItemText kJapanese = ItemText::ForItems(Charset(u"Shift_JIS"), true);
+
+struct ReadCase {
+    const char* name;
+    const ItemText& rules;
+    std::string bytes;
+    Text text;
+};
+
+const ReadCase kReads[] = {
+    {"attributes", kItems, "A\nB\n", u"A\r\nB"},
+    {"no last line feed", kItems, "A\nB", u"A\r\nB"},
+    {"one last line feed only", kItems, "A\n\n", u"A\r\n"},
+    {"empty", kItems, "", u""},
+    {"line feed alone", kItems, "\n", u""},
+    {"marks", kItems, "A\xFD\x42\xFC\xFE\xFB\xFF\n", u"A\xF8FD\x42\xF8FC\xF8FE\xF8FB\xF8FF"},
+    {"UTF-8 and marks", kItems, "\xC3\xA9\xFD\xE2\x82\xAC\n", u"é\xF8FD€"},
+    {"Latin-1 and marks", kItems, "\xE9\xFD\xE8\n", u"é\xF8FDè"},
+    {"a mark inside a sequence", kItems, "\xC3\xFD\xA9\n", u"Ã\xF8FD©"},
+    {"marks in UTF-8", kItems, "A\xEF\xA3\xBD\x42\n", u"A\xF8FD\x42"},
+    {"marks in both forms", kItems, "\xEF\xA3\xBD\xFD\n", u"\u00EF\u00A3\u00BD\xF8FD"},
+    {"CR LF item", kItems, "A\r\nB\r\n", u"A\r\nB"},
+    {"other plane", kItems, "\xF0\x9F\x98\x80\n", u"😀"},
+    {"charset", kWestern, "\x80 \xE9\xFD\n", u"€ é\xF8FD"},
+    {"UTF-8 before the charset", kWestern, "\xC3\xA9\n", u"é"},
+    {"two bytes a letter", kJapanese, "\x83\x65\xFE\x83\x58\n", u"テ\xF8FEス"},
+    {"not of the charset", kJapanese, "\x83\x20\xE9\n", u"\x83 é"},
+    {"file keeps its last break", kFiles, "A\nB\n", u"A\r\nB\r\n"},
+    {"file in UTF-8 with mark", kFiles, "\xEF\xBB\xBF\xC3\xA9", u"é"},
+    {"file in Latin-1", kFiles, "\xFB\xFC\xFD\xFE\xE9", u"ûüýþé"},
+    {"file with marks in UTF-8", kFiles, "\xEF\xA3\xBD", u"\xF8FD"},
+    {"file in UTF-16", kFiles, "\xFF\xFE"s + "A\0\r\0\n\0\xAC\x20"s, u"A\r\n€"},
+    {"file in the other UTF-16", kFiles, "\xFE\xFF"s + "\0A\0\n\x20\xAC"s, u"A\r\n€"},
+    {"file of CR", kFiles, "A\rB\r", u"A\r\nB\r\n"},
+};
+
+std::string SaveError(const ItemText& rules, TextView text, const TextForm& form)
+{
+    try {
+        rules.Encode(text, form, u"BP X");
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return "";
+}
+
+} // namespace
+
+TEST(ItemTextTest, ReadsAndWritesBackWhatStood)
+{
+    for (const ReadCase& row : kReads) {
+        SCOPED_TRACE(row.name);
+        TextForm form;
+        EXPECT_EQ(row.rules.Decode(row.bytes, form, u"X"), row.text);
+        EXPECT_EQ(row.rules.Encode(row.text, form, u"X"), row.bytes);
+    }
+}
+
+TEST(ItemTextTest, MixedBreaksBecomeOneKind)
+{
+    TextForm form;
+    EXPECT_EQ(kItems.Encode(kItems.Decode("A\r\nB\nC\rD", form, u""), form, u""), "A\nB\nC\nD");
+    EXPECT_EQ(kFiles.Encode(kFiles.Decode("A\r\nB\nC\rD\n", form, u""), form, u""), "A\r\nB\r\nC\r\nD\r\n");
+    // A break in the editor is one break whatever it is made of.
+    EXPECT_EQ(kFiles.Encode(u"A\nB\rC\r\nD", kFiles.NewForm(), u""), "A\nB\nC\nD");
+}
+
+TEST(ItemTextTest, NewItems)
+{
+    EXPECT_EQ(kItems.Encode(u"é", kItems.NewForm(), u""), "\xC3\xA9\n");
+    EXPECT_EQ(kItems.Encode(u"", kItems.NewForm(), u""), "");
+    EXPECT_EQ(kWestern.Encode(u"é€", kWestern.NewForm(), u""), "\xE9\x80\n");
+    EXPECT_EQ(kFiles.Encode(u"é", kFiles.NewForm(), u""), "\xC3\xA9");
+    TextForm form;
+    kItems.Decode("", form, u"");
+    EXPECT_EQ(kItems.Encode(u"A", form, u""), "A\n");
+    kItems.Decode("plain\n", form, u"");
+    EXPECT_EQ(kItems.Encode(u"\xF8FD€", form, u""), "\xFD\xE2\x82\xAC\n");
+}
+
+TEST(ItemTextTest, WhatCannotBeHeldIsNamed)
+{
+    TextForm latin;
+    kItems.Decode("\xE9\n", latin, u"");
+    EXPECT_EQ(SaveError(kItems, u"a\r\nbü", latin),
+              "BP X cannot be saved: the character ü (U+00FC) in line 2 would be read as a mark in ISO-8859-1.");
+    EXPECT_EQ(SaveError(kItems, u"€", latin),
+              "BP X cannot be saved: the character € (U+20AC) in line 1 cannot be held by ISO-8859-1.");
+    TextForm file;
+    kFiles.Decode("\xE9\n", file, u"");
+    EXPECT_EQ(SaveError(kFiles, u"û\xF8FD", file).find("(U+F8FD) in line 1") != std::string::npos, true);
+    EXPECT_EQ(SaveError(kWestern, u"aÿ", kWestern.NewForm()).find("ÿ (U+00FF) in line 1") != std::string::npos, true);
+    EXPECT_NE(SaveError(kItems, Text(u"a\xD800"), kItems.NewForm()), "");
+    EXPECT_NE(SaveError(kItems, Text(1, u'\0'), kItems.NewForm()), "");
+    TextForm form;
+    EXPECT_THROW(kItems.Decode("a\0b"s, form, u"X"), Error);
+    EXPECT_THROW(kFiles.Decode("\xFF\xFE\0\0"s, form, u"X"), Error);
+    for (TextView name : {u"UTF-7", u"ISO-2022-JP", u"UTF-16", u"ebcdic-cp-us", u"no such set"}) {
+        EXPECT_THROW(Charset{name}, Error);
+    }
+}
+
+TEST(ItemTextTest, AnyBytesComeBack)
+{
+    // Bytes that make trouble more often than by chance.
+    static const std::string kPieces[] = {"\n",
+                                          "\n",
+                                          "A",
+                                          "x = 1",
+                                          "\xFE",
+                                          "\xFD",
+                                          "\xFB",
+                                          "\xC3\xA9",
+                                          "\xE2\x82\xAC",
+                                          "\xE9",
+                                          "\xF0\x9F\x98\x80",
+                                          "\xEF\xA3\xBD",
+                                          "\xEF\xBB\xBF",
+                                          "\xC3",
+                                          "\x80",
+                                          "\xFF\xFE"};
+    std::mt19937 random(11);
+    for (int round = 0; round < 20000; ++round) {
+        std::string bytes;
+        for (size_t n = random() % 12; n > 0; --n) {
+            const auto one = static_cast<char>(random() % 255 + 1);
+            bytes +=
+                random() % 4 == 0 ? std::string(1, one == '\r' ? 'r' : one) : kPieces[random() % std::size(kPieces)];
+        }
+        for (const ItemText* rules : {&kFiles, &kItems, &kWestern, &kJapanese}) {
+            TextForm form;
+            Text text;
+            try {
+                text = rules->Decode(bytes, form, u"");
+            } catch (const Error&) {
+                continue; // UTF-16 with NUL
+            }
+            if (form.coding == TextCoding::Utf16Le || form.coding == TextCoding::Utf16Be) continue;
+            ASSERT_EQ(rules->Encode(text, form, u""), bytes) << testing::PrintToString(bytes);
+        }
+    }
+}
+
+TEST(ItemTextTest, AllLettersOfAFileAndAllBytesOfAnItem)
+{
+    std::string bytes;
+    for (int c = 1; c < 256; ++c)
+        if (c != '\r') bytes.push_back(static_cast<char>(c));
+    for (const ItemText* rules : {&kFiles, &kItems, &kWestern}) {
+        TextForm form;
+        EXPECT_EQ(rules->Encode(rules->Decode(bytes, form, u""), form, u""), bytes);
+    }
+}
+
+} // namespace nib::test

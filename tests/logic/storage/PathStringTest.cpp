@@ -1,0 +1,121 @@
+#include "platform/hosts/PathString.h"
+#include "TempFolder.h"
+#include "base/Error.h"
+#include "platform/hosts/CommandWords.h"
+#include "platform/hosts/FolderList.h"
+#include "platform/hosts/ItemName.h"
+
+#include <gtest/gtest.h>
+
+namespace nib::test {
+
+namespace {
+
+const Text kHostile[] = {u"BP",
+                         u"A/B",
+                         u"a b",
+                         u"50%",
+                         u"..",
+                         u".",
+                         u"%2F",
+                         Text(300, u'x'),
+                         u"Ünï€😀",
+                         u"\xF8FD\xF8FE",
+                         u"a\xDCFF"
+                         u"b",
+                         u"*",
+                         u"../../x",
+                         u"~",
+                         u"a\nb\x7F",
+                         u"..%2F",
+                         u".locks",
+                         Text(u"a\0b", 3)};
+
+} // namespace
+
+TEST(PathStringTest, KnownForms)
+{
+    EXPECT_EQ(ComposeHostPath({u"mvdb", u"*", u"DEMO", u"BP", u"A/B 50%"}), u"mvdb:*/DEMO/BP/A%2FB%2050%25");
+    EXPECT_EQ(ComposeHostPath({u"mvdb", u"*", u"DEMO", u"", u""}), u"mvdb:*/DEMO");
+    EXPECT_EQ(ComposeHostPath({u"mvdb", u"", u"DEMO", u"", u"é"}), u"mvdb:/DEMO//%C3%A9");
+    EXPECT_EQ(ComposeHostPath({u"mvdb", u"h", u"..", u"", u""}), u"mvdb:h/%2E%2E");
+    EXPECT_EQ(ComposeFilePath(u"/tmp/a b%.txt"), u"file:/tmp/a b%.txt");
+    EXPECT_EQ(ComposeFilePath(u"x/../y.txt"),
+              u"file:" + FromUtf8(std::filesystem::current_path().string()) + u"/y.txt");
+    EXPECT_EQ(ParsePath(u"/tmp/x"), (ItemPlace{u"file", u"", u"", u"", u"/tmp/x"}));
+    EXPECT_EQ(ParsePath(u"file:/tmp/x%20"), (ItemPlace{u"file", u"", u"", u"", u"/tmp/x%20"}));
+    for (TextView wrong : {u"", u"x", u"mvdb:a/b/c/d/e", u"mvdb:a/%4", u"mvdb:%zz", u"file:x", u"http://x"}) {
+        EXPECT_THROW(ParsePath(wrong), Error) << ToUtf8(wrong);
+    }
+}
+
+TEST(PathStringTest, AnyPlaceComesBack)
+{
+    for (const Text& a : kHostile)
+        for (const Text& b : kHostile)
+            for (const Text& item : {Text(), a, b}) {
+                const ItemPlace place{u"mvdb", b, a, item.empty() ? Text() : b, item};
+                ASSERT_EQ(ParsePath(ComposeHostPath(place)), place);
+            }
+}
+
+TEST(ItemNameTest, NamesComeBackAndStayInside)
+{
+    for (const Text& id : kHostile) {
+        const std::string name = EncodeName(id);
+        EXPECT_EQ(DecodeName(name), id);
+        EXPECT_EQ(name.find('/'), std::string::npos);
+        EXPECT_NE(name.front(), '.');
+    }
+    EXPECT_EQ(EncodeName(u".a/50%"), "%2Ea%2F50%25");
+    EXPECT_EQ(DecodeName("50%"), u"50%");
+    EXPECT_EQ(DecodeName("%41"), u"%41");
+    EXPECT_EQ(DecodeName(".hidden"), std::nullopt);
+    EXPECT_NE(LockName(u"A/B", u"C"), LockName(u"A", u"B/C"));
+}
+
+TEST(ItemNameTest, APlainNameIsTakenWhenOnlyThatIsThere)
+{
+    TempFolder folder;
+    folder.File("50%", "");
+    EXPECT_EQ(FindName(folder.Path(), u"50%"), "50%");
+    EXPECT_EQ(FindName(folder.Path(), u"60%"), "60%25");
+    EXPECT_EQ(FindName(folder.Path(), u".."), "%2E.");
+    folder.File("50%25", "");
+    EXPECT_EQ(FindName(folder.Path(), u"50%"), "50%25");
+    EXPECT_THROW(FindName(folder.Path(), Text(256, u'x')), Error);
+    EXPECT_THROW(FindName(folder.Path(), Text(100, u'/')), Error);
+}
+
+TEST(CommandWordsTest, Splitting)
+{
+    struct Row {
+        Text line;
+        std::vector<Text> command;
+        std::vector<Text> program;
+    };
+    const Row rows[] = {
+        {u"", {}, {}},
+        {u"  BASIC  BP\tMAIN ", {u"BASIC", u"BP", u"MAIN"}, {u"BASIC", u"BP", u"MAIN"}},
+        {u"X \"A B\" 'C D' ''", {u"X", u"A B", u"C D", u""}, {u"X", u"A B", u"C D", u""}},
+        {u"X O'B o'c", {u"X", u"O'B", u"o'c"}, {u"X", u"OB oc"}},
+        {u"X \"open", {u"X", u"\"open"}, {u"X", u"open"}},
+        {u"a\\ b 'c\\d'", {u"a\\", u"b", u"c\\d"}, {u"a b", u"c\\d"}},
+        {u"$(id);*", {u"$(id);*"}, {u"$(id);*"}},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(SplitCommand(row.line), row.command) << ToUtf8(row.line);
+        EXPECT_EQ(SplitProgramLine(row.line), row.program) << ToUtf8(row.line);
+    }
+}
+
+TEST(FolderListTest, NumbersCountByValueAndCaseNot)
+{
+    const Text sorted[] = {u"", u"a", u"B", u"item2", u"ITEM10", u"item010x", u"Z", u"é"};
+    for (size_t i = 0; i + 1 < std::size(sorted); ++i) {
+        EXPECT_TRUE(ComesBefore(sorted[i], sorted[i + 1])) << i;
+        EXPECT_FALSE(ComesBefore(sorted[i + 1], sorted[i])) << i;
+    }
+}
+
+} // namespace nib::test
