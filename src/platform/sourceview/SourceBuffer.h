@@ -13,8 +13,8 @@ struct TextChange {
     Position start;
     Position oldEnd; ///< end of what was removed, in the text before
     Position newEnd; ///< end of what was inserted, in the text after
-    /// Where `p` of the text before stands in the text after; what was removed collapses to its start, and a position at
-    /// an insertion moves behind it when `sticky` is false.
+    /// Where `p` of the text before stands in the text after; what was removed collapses to its start, and a position
+    /// at an insertion moves behind it when `sticky` is false.
     Position Map(Position p, bool sticky = false) const;
 };
 
@@ -77,10 +77,11 @@ public:
     Text GetRange(Position start, Position end) const;
     Position End() const;
     Position Clamp(Position p) const;
-    /// The text of a line without a copy where it is stored wide, else widened into `scratch`; valid until the next edit.
+    /// The text of a line without a copy where it is stored wide, else widened into `scratch`; valid until the next
+    /// edit.
     TextView LineText(int32_t line, Text& scratch) const;
-    /// Tokens of a line as the lexer gives them (one of type 8 for plain text, none for an empty line); scans what must be
-    /// scanned before it.
+    /// Tokens of a line as the lexer gives them (one of type 8 for plain text, none for an empty line); scans what must
+    /// be scanned before it.
     void ScanLine(int32_t line, std::vector<Token>& tokens);
     /// Scans unscanned lines for at most about `microseconds`; false when nothing is left.
     bool ScanSlice(int64_t microseconds);

@@ -53,7 +53,18 @@ private:
 
 /// Where a movement key takes the caret.
 enum class Move {
-    Left, Right, Up, Down, WordLeft, WordRight, LineStart, LineEnd, TextStart, TextEnd, PageUp, PageDown
+    Left,
+    Right,
+    Up,
+    Down,
+    WordLeft,
+    WordRight,
+    LineStart,
+    LineEnd,
+    TextStart,
+    TextEnd,
+    PageUp,
+    PageDown
 };
 
 class SourceViewModel final : public SourceView, public BufferListener {
@@ -62,7 +73,7 @@ public:
     SourceViewModel(SourceBuffer& buffer, Clipboard& clipboard);
     ~SourceViewModel() override;
 
-    void SetHost(ViewHost* host);     ///< not owned; null for the defaults
+    void SetHost(ViewHost* host);       ///< not owned; null for the defaults
     void SetEvents(ViewEvents* events); ///< not owned; may be null
     SourceBuffer& Buffer() { return buffer_; }
 
@@ -108,8 +119,8 @@ public:
 
     // Commands of keyboard and mouse
     void MoveCaret(Move move, bool extendSelection);
-    void NewLine();       ///< breaks the line and keeps its indent
-    void Backspace();     ///< grapheme left; over leading blanks one tab stop
+    void NewLine();   ///< breaks the line and keeps its indent
+    void Backspace(); ///< grapheme left; over leading blanks one tab stop
     void DeleteForward();
     void DeleteWord(bool backward);
     /// Blanks up to the next tab stop; with a selection of several lines the lines are shifted.

@@ -1,0 +1,16 @@
+#pragma once
+#include "platform/Clipboard.h"
+
+namespace nib {
+
+/// The desktop's clipboard; needs a running QApplication.
+class QtClipboard final : public Clipboard {
+public:
+    bool HasText() const override;
+    Text GetText() const override;
+    void SetText(TextView text) override;
+    Text GetPrimary() const override;
+    void SetPrimary(TextView text) override;
+};
+
+} // namespace nib

@@ -1,0 +1,55 @@
+#pragma once
+// How a line's text lies in memory: 8 bits a unit while all units allow it, else 16; either inside the block of the
+// loaded text or, once edited, in a block of its own.
+
+#include "base/Text.h"
+
+#include <cstddef>
+
+namespace nib {
+
+/// A stored text, not owned: `wide` units of 16 bits, else 8.
+struct UnitSpan {
+    const void* data = nullptr;
+    size_t length = 0;
+    bool wide = false;
+
+    const uint8_t* Narrow() const { return static_cast<const uint8_t*>(data); }
+    const char16_t* Wide() const { return static_cast<const char16_t*>(data); }
+    char16_t operator[](size_t i) const { return wide ? Wide()[i] : Narrow()[i]; }
+    void AppendTo(Text& text) const { AppendTo(text, 0, length); }
+    void AppendTo(Text& text, size_t from, size_t count) const;
+};
+
+/// Line record of 24 bytes; a million of them are the cost of a loaded text beside its units.
+class LineRecord {
+public:
+    static constexpr size_t kMaxLength = (size_t{1} << 30) - 1;
+
+    uint32_t words[3] = {0, 0, 0};
+
+    UnitSpan Units() const { return {text_, length_, wide_ != 0}; }
+    size_t Length() const { return length_; }
+    /// Points into a block that outlives the line.
+    void Share(const void* text, size_t length, bool wide);
+    /// Replaces `count` units at `at`; the line then has a block of its own.
+    void Replace(size_t at, size_t count, TextView with);
+    /// Frees an own block; the record must not be used afterwards.
+    void Release();
+    size_t OwnBytes() const;
+
+private:
+    void MakeOwn(bool wide, size_t needed);
+
+    uint32_t length_ : 30 = 0;
+    uint32_t wide_ : 1 = 0;
+    uint32_t own_ : 1 = 0;
+    void* text_ = nullptr;
+};
+
+static_assert(sizeof(LineRecord) == 24);
+
+/// True when every unit fits 8 bits.
+bool FitsNarrow(TextView text);
+
+} // namespace nib
