@@ -46,16 +46,12 @@ std::vector<BrowseEntry> AccountLink::Children(const ItemPlace& place)
                                                       : &ItemPlace::folder;
     std::vector<BrowseEntry> entries;
     ItemPlace child = place;
-    ListFolder(folder, [&](std::string_view name, bool isFolder) {
-        std::optional<Text> id = isFolder == items ? std::nullopt : DecodeName(name);
-        if (!id) return;
+    for (const FolderEntry& found : ListFolder(folder)) {
+        const std::optional<Text> id = found.isFolder == items ? std::nullopt : DecodeName(found.name);
+        if (!id) continue;
         child.*level = *id;
-        BrowseEntry entry;
-        entry.name = std::move(*id);
-        entry.path = ComposeHostPath(child);
-        entry.isItem = items;
-        entries.push_back(std::move(entry));
-    });
+        entries.push_back(found.Shown(*id, ComposeHostPath(child)));
+    }
     SortEntries(entries);
     return entries;
 }
