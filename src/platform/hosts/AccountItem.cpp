@@ -6,19 +6,18 @@
 
 namespace nib {
 
-AccountItem::AccountItem(const AccountStore& store, ItemPlace place, bool readOnly, bool lock,
+AccountItem::AccountItem(const AccountStore& store, ItemPlace place, const Text& sessionAccount,
                          const Text& programFolder)
-    : store_(store), place_(std::move(place)), readOnly_(readOnly)
+    : store_(store), place_(std::move(place))
 {
+    if (!sessionAccount.empty()) session_.emplace(store_, sessionAccount, programFolder);
     if (place_.database.empty()) return;
     store_.AccountFolder(place_.database);
-    session_.emplace(store_, place_.database, programFolder);
     if (place_.folder.empty()) return;
     store_.FileFolder(place_.database, place_.folder);
     if (place_.itemId.empty()) return;
     stored_.emplace(store_.ItemFile(place_.database, place_.folder, place_.itemId), DisplayPath(), store_.Coding(),
                     store_.Saver());
-    if (lock && !readOnly && !stored_->IsFolder()) LockItem(true);
 }
 
 Text AccountItem::Path() const

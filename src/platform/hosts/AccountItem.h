@@ -11,8 +11,9 @@ namespace nib {
 /// An item of an account, or one of the places above it.
 class AccountItem : public mvItem {
 public:
-    /// Throws kPathNotFound when the account or the file is missing, kLocked or kNoUpdate when `lock` cannot be had.
-    AccountItem(const AccountStore& store, ItemPlace place, bool readOnly, bool lock, const Text& programFolder);
+    /// Throws kPathNotFound when the account or the file is missing. `sessionAccount` is the account of commands, empty
+    /// when there is none.
+    AccountItem(const AccountStore& store, ItemPlace place, const Text& sessionAccount, const Text& programFolder);
 
     Text Path() const override;
     Text Provider() const override { return place_.provider; }
@@ -44,7 +45,7 @@ private:
 
     AccountStore store_;
     ItemPlace place_;
-    bool readOnly_;
+    bool readOnly_ = false;
     std::optional<StoredText> stored_; ///< none when the place is not that of an item
     std::optional<AccountSession> session_;
     std::optional<ItemLock> lock_;

@@ -26,13 +26,36 @@ bool IsMode(const std::string& path, mode_t type)
 } // namespace
 
 AccountLink::AccountLink(const HostSettings& settings, const FileSaver& saver, Text programFolder)
-    : store_(settings.name, settings.root, CodingOf(settings), saver), programFolder_(std::move(programFolder))
+    : store_(settings.name, settings.root, CodingOf(settings), saver), configuredAccount_(settings.account),
+      programFolder_(std::move(programFolder))
 {
 }
 
 std::shared_ptr<mvItem> AccountLink::Open(const ItemPlace& place, bool readOnly, bool lock)
 {
-    return std::make_shared<AccountItem>(store_, place, readOnly, lock, programFolder_);
+    const Text account = place.database.empty() ? DefaultAccount() : place.database;
+    ItemPlace full = place;
+    if (!place.folder.empty()) full.database = account;
+    auto item = std::make_shared<AccountItem>(store_, std::move(full), account, programFolder_);
+    if (!place.database.empty()) lastAccount_ = place.database;
+    if (lock && !readOnly && item->IsItem()) item->LockItem(true);
+    item->SetReadOnly(readOnly);
+    return item;
+}
+
+bool AccountLink::AccountExists(TextView account) const
+{
+    if (account.empty() || EncodeName(account).size() > NAME_MAX) return false;
+    return IsMode(store_.Root() + "/" + FindName(store_.Root(), account), S_IFDIR);
+}
+
+Text AccountLink::DefaultAccount()
+{
+    for (const Text& account : {configuredAccount_, lastAccount_})
+        if (AccountExists(account)) return account;
+    if (!StampOf(store_.Root()).Exists()) return {};
+    const std::vector<BrowseEntry> accounts = Children({Text(kHostProvider), {}, {}, {}, {}});
+    return accounts.size() == 1 ? accounts.front().name : Text();
 }
 
 std::vector<BrowseEntry> AccountLink::Children(const ItemPlace& place)
@@ -46,16 +69,12 @@ std::vector<BrowseEntry> AccountLink::Children(const ItemPlace& place)
                                                       : &ItemPlace::folder;
     std::vector<BrowseEntry> entries;
     ItemPlace child = place;
-    ListFolder(folder, [&](std::string_view name, bool isFolder) {
-        std::optional<Text> id = isFolder == items ? std::nullopt : DecodeName(name);
-        if (!id) return;
+    for (const FolderEntry& found : ListFolder(folder)) {
+        const std::optional<Text> id = found.isFolder == items ? std::nullopt : DecodeName(found.name);
+        if (!id) continue;
         child.*level = *id;
-        BrowseEntry entry;
-        entry.name = std::move(*id);
-        entry.path = ComposeHostPath(child);
-        entry.isItem = items;
-        entries.push_back(std::move(entry));
-    });
+        entries.push_back(found.Shown(*id, ComposeHostPath(child)));
+    }
     SortEntries(entries);
     return entries;
 }

@@ -17,7 +17,14 @@ public:
     Text LockHolder(const ItemPlace& place) override;
 
 private:
+    bool AccountExists(TextView account) const;
+    /// The account that a place without one is in, as a server puts a session into one: what is configured, else the
+    /// one used last, else the only one there is. Empty when none of them exists.
+    Text DefaultAccount();
+
     AccountStore store_;
+    Text configuredAccount_;
+    Text lastAccount_;
     Text programFolder_;
 };
 

@@ -8,11 +8,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <memory>
-#include <tuple>
 
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace nib {
 
@@ -21,6 +21,28 @@ namespace {
 struct FolderClose {
     void operator()(DIR* folder) const { closedir(folder); }
 };
+
+constexpr size_t kMostDetails = 1000;
+
+/// False for what is neither a folder nor a plain file.
+bool TellKind(int folder, const dirent& entry, bool& isFolder)
+{
+    isFolder = entry.d_type == DT_DIR;
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return isFolder || entry.d_type == DT_REG;
+    struct stat status {};
+    if (fstatat(folder, entry.d_name, &status, 0) != 0) return false;
+    isFolder = S_ISDIR(status.st_mode);
+    return isFolder || S_ISREG(status.st_mode);
+}
+
+void AddDetails(int folder, FolderEntry& entry)
+{
+    struct stat status {};
+    if (fstatat(folder, entry.name.c_str(), &status, 0) != 0) return;
+    entry.size = status.st_size;
+    entry.modified = status.st_mtim.tv_sec;
+    entry.readOnly = faccessat(folder, entry.name.c_str(), W_OK, AT_EACCESS) != 0;
+}
 
 bool IsDigit(char16_t c)
 {
@@ -61,25 +83,34 @@ int CompareNatural(TextView a, TextView b)
 
 } // namespace
 
-void ListFolder(const std::string& folder, const std::function<void(std::string_view, bool)>& visit)
+BrowseEntry FolderEntry::Shown(Text shownName, Text path) const
+{
+    BrowseEntry entry;
+    entry.name = std::move(shownName);
+    entry.path = std::move(path);
+    entry.isItem = !isFolder;
+    entry.readOnly = readOnly;
+    entry.size = isFolder ? -1 : size;
+    entry.modified = modified;
+    return entry;
+}
+
+std::vector<FolderEntry> ListFolder(const std::string& folder)
 {
     const std::unique_ptr<DIR, FolderClose> handle(opendir(folder.c_str()));
     if (!handle) throw SystemFailure(FromFileName(folder) + u" cannot be listed", errno);
+    std::vector<FolderEntry> entries;
     for (errno = 0; const dirent* entry = readdir(handle.get()); errno = 0) {
-        const std::string_view name = entry->d_name;
-        if (name == "." || name == "..") continue;
-        bool isFolder = entry->d_type == DT_DIR;
-        if (entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN) {
-            struct stat status {};
-            if (fstatat(dirfd(handle.get()), entry->d_name, &status, 0) != 0) continue;
-            isFolder = S_ISDIR(status.st_mode);
-            if (!isFolder && !S_ISREG(status.st_mode)) continue;
-        } else if (!isFolder && entry->d_type != DT_REG) {
-            continue;
+        FolderEntry found;
+        found.name = entry->d_name;
+        if (found.name != "." && found.name != ".." && TellKind(dirfd(handle.get()), *entry, found.isFolder)) {
+            entries.push_back(std::move(found));
         }
-        visit(name, isFolder);
     }
     if (errno != 0) throw SystemFailure(FromFileName(folder) + u" cannot be listed", errno);
+    if (entries.size() > kMostDetails) return entries;
+    for (FolderEntry& entry : entries) AddDetails(dirfd(handle.get()), entry);
+    return entries;
 }
 
 bool ComesBefore(TextView a, TextView b)

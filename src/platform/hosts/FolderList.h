@@ -1,17 +1,25 @@
 #pragma once
 #include "platform/ItemBrowser.h"
 
-#include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace nib {
 
-/// Calls visit(name, isFolder) for each folder and plain file, in no order; links count as what they lead to. Throws
-/// SystemFailure when the folder cannot be read. No file is looked at beyond its folder entry where that tells its
-/// kind.
-void ListFolder(const std::string& folder, const std::function<void(std::string_view, bool)>& visit);
+/// What a folder holds.
+struct FolderEntry {
+    std::string name;
+    bool isFolder = false;
+    bool readOnly = false;
+    int64_t size = -1;     ///< -1: not asked
+    int64_t modified = -1; ///< seconds since the epoch, -1: not asked
+
+    BrowseEntry Shown(Text shownName, Text path) const;
+};
+
+/// The folders and plain files of a folder, in no order; links count as what they lead to. Throws SystemFailure when it
+/// cannot be read. In a large folder no file is looked at beyond its folder entry, so that it opens at once.
+std::vector<FolderEntry> ListFolder(const std::string& folder);
 
 /// Case ignored, numbers by value: "item2" comes before "ITEM10".
 bool ComesBefore(TextView a, TextView b);

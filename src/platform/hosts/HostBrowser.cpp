@@ -47,13 +47,11 @@ std::vector<BrowseEntry> LocalChildren(const Text& folder)
 {
     std::vector<BrowseEntry> entries;
     const Text below = folder.ends_with(u'/') ? folder : folder + u"/";
-    ListFolder(ToFileName(folder), [&](std::string_view name, bool isFolder) {
-        if (name.starts_with('.')) return;
-        const Text shown = FromFileName(name);
-        BrowseEntry entry = Place(shown, ComposeFilePath(below + shown));
-        entry.isItem = !isFolder;
-        entries.push_back(std::move(entry));
-    });
+    for (const FolderEntry& found : ListFolder(ToFileName(folder))) {
+        if (found.name.starts_with('.')) continue;
+        const Text name = FromFileName(found.name);
+        entries.push_back(found.Shown(name, ComposeFilePath(below + name)));
+    }
     SortEntries(entries);
     return entries;
 }

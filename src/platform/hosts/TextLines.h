@@ -1,7 +1,6 @@
 #pragma once
 // Line breaks of a text in any unit: bytes of a file or UTF-16.
 
-#include <algorithm>
 #include <cstdint>
 #include <string_view>
 
@@ -28,7 +27,7 @@ template <typename Unit>
 BreakCount CountBreaks(std::basic_string_view<Unit> text)
 {
     BreakCount count;
-    count.lf = static_cast<size_t>(std::count(text.begin(), text.end(), Unit{'\n'}));
+    for (size_t at = text.find(Unit{'\n'}); at != text.npos; at = text.find(Unit{'\n'}, at + 1)) ++count.lf;
     for (size_t at = text.find(Unit{'\r'}); at != text.npos; at = text.find(Unit{'\r'}, at + 1)) {
         ++count.cr;
         if (at + 1 < text.size() && text[at + 1] == Unit{'\n'}) ++count.crLf;

@@ -23,9 +23,9 @@ inline size_t AsciiRun(std::string_view bytes)
 }
 
 /// Each byte as the unit of the same number. Fixed steps of 16, which compilers turn into vector code.
-inline char16_t* Widen(std::string_view bytes, char16_t* out)
+inline char16_t* Widen(std::string_view bytes, char16_t* __restrict out)
 {
-    const auto* in = reinterpret_cast<const unsigned char*>(bytes.data());
+    const auto* __restrict in = reinterpret_cast<const unsigned char*>(bytes.data());
     size_t i = 0;
     for (; i + 16 <= bytes.size(); i += 16)
         for (size_t k = 0; k < 16; ++k) out[i + k] = in[i + k];

@@ -117,8 +117,26 @@ TEST_F(AccountSessionTest, ConfigurationIsAnItemOfTheVoc)
     EXPECT_EQ(item->Session()->GetConfiguration(u"NIB", 9), u"");
     folder.Folder("accounts/BARE");
     EXPECT_FALSE(Open(u"mvdb:*/BARE")->Supports(kSupportsExecute));
+}
+
+TEST_F(AccountSessionTest, APlaceWithoutAccountHasTheDefaultOne)
+{
+    const auto account = [&](TextView server) {
+        const auto item = Open(u"mvdb:" + Text(server));
+        return item->Session() ? item->Session()->AccountName() : Text();
+    };
+    folder.File("accounts/DEMO/VOC/NIB", "X\n");
+    EXPECT_EQ(account(u"west"), u"DEMO") << "the only one";
+    folder.Folder("accounts/OTHER");
+    EXPECT_EQ(account(u"west"), u"");
+    EXPECT_EQ(account(u"*"), u"DEMO") << "configured";
+    Open(u"mvdb:west/OTHER");
+    EXPECT_EQ(account(u"west"), u"OTHER") << "used last";
+    EXPECT_TRUE(Open(u"mvdb:*")->Supports(kSupportsConfiguration));
+    EXPECT_EQ(Open(u"mvdb:*//BP/INVOICE")->Path(), u"mvdb:*/DEMO/BP/INVOICE");
+    std::filesystem::remove_all(folder / "accounts");
+    EXPECT_EQ(account(u"*"), u"");
     EXPECT_FALSE(Open(u"mvdb:*")->Supports(kSupportsExecute));
-    EXPECT_EQ(Open(u"mvdb:*")->Session(), nullptr);
 }
 
 } // namespace nib::test

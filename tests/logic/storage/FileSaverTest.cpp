@@ -211,6 +211,15 @@ TEST_F(FileSaverTest, ACrashAtAnyMomentLeavesOneVersionWhole)
     EXPECT_EQ(BytesOf(file), "after");
 }
 
+TEST_F(FileSaverTest, AFileTooLargeToEditIsRefused)
+{
+    const std::string file = folder.File("f", "");
+    ASSERT_EQ(truncate(file.c_str(), (off_t{1} << 30) + 1), 0);
+    EXPECT_THROW(ReadWholeFile(file), Error);
+    EXPECT_THROW(ReadWholeFile("/dev/zero"), Error);
+    EXPECT_FALSE(ReadWholeFile("/proc/self/status").Bytes().empty()) << "a file that does not tell its size";
+}
+
 TEST(FileNameTest, AnyBytesComeBack)
 {
     for (const std::string& name : {std::string("a\xFF\xFE.txt"), std::string("\xC3\xA9"), std::string("\xE9t\xE9"),

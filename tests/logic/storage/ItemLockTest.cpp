@@ -99,6 +99,19 @@ TEST(ItemLockTest, AProgramThatIsRunInheritsNone)
     EXPECT_EQ(LockError(account.Path(), "x"), 0);
 }
 
+TEST(ProcessTest, OutputIsCutAtItsLimitAndUnreadInputBlocksNobody)
+{
+    const std::string input(1 << 20, 'x');
+    ProcessRequest request;
+    request.words = {"yes"};
+    request.folder = "/";
+    request.input = input;
+    request.outputLimit = 1000;
+    const ProcessResult result = RunProcess(request);
+    EXPECT_TRUE(result.cut);
+    EXPECT_EQ(result.output.size(), 1000U);
+}
+
 TEST(ItemLockTest, OtherUsersShareTheFolder)
 {
     if (geteuid() != 0) GTEST_SKIP() << "needs another user";
