@@ -230,7 +230,7 @@ class Desktop:
     def sample_accounts(self):
         """Copies the sample accounts to where the program looks for accounts; answers the folder of DEMO."""
         accounts = self.data / "Accounts"
-        shutil.copytree(SOURCE / "resources" / "accounts", accounts)
+        shutil.copytree(SOURCE / "resources" / "accounts", accounts, dirs_exist_ok=True)
         return accounts / "DEMO"
 
     def program_output(self):
