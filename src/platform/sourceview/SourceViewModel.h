@@ -24,6 +24,10 @@ public:
     /// Font, colours, wrap, margin: everything must be measured again.
     virtual void AppearanceChanged() {}
     virtual void Print() {}
+    /// Where a caret comes that moves by rows as they are shown (wrapped lines have several); `goal` is the place
+    /// across that it aims at, in the host's measure, negative to take it from `at`. False: the view goes by lines and
+    /// columns.
+    virtual bool MoveRows(Position& /*at*/, int32_t /*rows*/, double& /*goal*/) const { return false; }
 };
 
 /// What the document window hears of its view.
@@ -145,13 +149,39 @@ public:
     void FoldingChanged() override;
 
 private:
+    class Edit;
+
+    /// The one way in which a command leaves caret and selection.
+    void Place(Position anchor, Position caret);
+    /// Tells host and window what moved since they last heard.
+    void Tell();
+    void Ordered(Position& start, Position& end) const;
+    bool SelectsLines() const;
+    Position SnapToGrapheme(Position p);
+    Position SnapToUnit(Position p);
+    Position HorizontalTarget(Move move, bool extendSelection);
+    Position VerticalTarget(Move move);
+    Position StepLeft(Position from, bool word);
+    Position StepRight(Position from, bool word);
+    Position HomeOf(Position from);
+    void ReplaceRange(Position start, Position end, TextView text);
+    Position OvertypeEnd(TextView text);
+    Text WithoutTabs(TextView text, int32_t column) const;
+    void ShiftLines(bool outwards);
+
     SourceBuffer& buffer_;
     Clipboard& clipboard_;
-    ViewHost* host_;
+    ViewHost noHost_;
+    ViewHost* host_ = &noHost_;
     ViewEvents* events_ = nullptr;
     Position anchor_;
     Position caret_;
-    int32_t goalColumn_ = -1; ///< column that vertical movement aims at, -1 for the caret's own
+    Position toldAnchor_;
+    Position toldCaret_;
+    double goal_ = -1; ///< place across that vertical movement aims at, negative for the caret's own
+    int32_t editing_ = 0;
+    Text scratch_;
+    std::vector<Token> tokens_;
     int32_t tabSize_ = 3;
     SourceFont font_;
     TokenStyleTable screenStyles_;
