@@ -83,6 +83,8 @@ int32_t GraphemeStart(TextView line, int32_t col)
 {
     col = std::clamp(col, 0, Size(line));
     if (PlainBoundary(line, col)) return col;
+    // Inside a pair ICU looks from the pair's start back, past the boundary that is wanted.
+    if (col < Size(line) && U16_IS_TRAIL(At(line, col)) && U16_IS_LEAD(At(line, col - 1))) --col;
     BreakWindow window(line, col);
     if (!window.breaks || ubrk_isBoundary(window.breaks.get(), col - window.first)) return col;
     int32_t before = ubrk_preceding(window.breaks.get(), col - window.first);
