@@ -1,0 +1,101 @@
+#!/usr/bin/env python3
+"""Files and items that cannot be what the user hopes: each gives a message, and nothing is lost."""
+import shutil
+import subprocess
+
+import lib
+from lib import expect, expect_equal, expect_file
+
+
+def refuses_with_a_message(desktop, *arguments):
+    program = desktop.start(*arguments)
+    desktop.wait_active(r"^Nib$")
+    box = desktop.active_window()
+    expect(box.size()[0] < 900, f"no message box for {arguments}: only the frame is there")
+    desktop.keys("Escape")
+    lib.eventually("the frame alone", lambda: len(desktop.windows(r".", program)) == 1)
+    expect(program.alive(), f"the program must go on after {arguments}")
+    program.kill()
+
+
+def what_is_no_text_is_refused(desktop):
+    binary = desktop.folder / "binary"
+    binary.write_bytes(b"\x7fELF\0\0\0")
+    refuses_with_a_message(desktop, binary)
+    refuses_with_a_message(desktop, desktop.folder)
+
+
+def places_that_are_not_there(desktop):
+    desktop.sample_accounts()
+    refuses_with_a_message(desktop, "/A=GONE", "/F=BP", "/I=MENU")
+    refuses_with_a_message(desktop, "/A=DEMO", "/F=NOFILE", "/I=MENU")
+    refuses_with_a_message(desktop, "/A=DEMO", "/F=BP", "/I=" + "X" * 300)
+    refuses_with_a_message(desktop, desktop.folder / "no folder" / "file")
+
+
+def odd_item_ids(desktop):
+    account = desktop.sample_accounts()
+    for item_id, name in (("A/B", "A%2FB"), ("..", "%2E."), ("50% OFF", "50%25 OFF"), ("é ü", "é ü")):
+        program = desktop.start("/A=DEMO", "/F=BP", f"/I={item_id}")
+        desktop.wait_active(r"^Nib$")
+        desktop.keys("alt+y")
+        desktop.wait_active(r"\(New\)\]$")
+        desktop.type_text("id")
+        desktop.keys("ctrl+s")
+        try:
+            expect_file(account / "BP" / name, b"id\n", timeout=5)
+        except lib.Failure:
+            raise lib.Failure(f"item {item_id!r}: {sorted(p.name for p in (account / 'BP').iterdir())}") from None
+        program.kill()
+
+
+def a_full_disk_keeps_the_document_and_the_old_file(desktop):
+    disk = desktop.folder / "disk"
+    disk.mkdir()
+    mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "tmpfs", disk], capture_output=True, check=False)
+    if mounted.returncode != 0:
+        print("skipped: no right to mount a small disk")
+        return
+    try:
+        path = disk / "text"
+        path.write_bytes(b"old\n")
+        big = desktop.folder / "big"
+        big.write_bytes(b"0123456789\n" * 8000)
+        desktop.start(big)
+        desktop.wait_active(r"\[big\]")
+        desktop.keys("ctrl+a", "ctrl+c", "ctrl+F4")
+        desktop.wait_active(r"^Nib$")
+        shutil.copy(path, disk / "keep")
+        program = desktop.start(path)
+        desktop.wait_window(r"\[text\]", program=program).focus()
+        desktop.keys("ctrl+v", "ctrl+s")
+        desktop.wait_active(r"^Nib$")
+        desktop.keys("Escape")
+        desktop.wait_active(r"\[\*text\]")
+        expect_equal(path.read_bytes(), b"old\n", "the old file")
+        expect_equal(sorted(p.name for p in disk.iterdir()), ["keep", "text"], "files on the full disk")
+        program.kill()
+    finally:
+        subprocess.run(["umount", "-l", disk], check=False)
+
+
+def a_folder_that_vanishes_keeps_the_document(desktop):
+    folder = desktop.folder / "work"
+    folder.mkdir()
+    (folder / "a.txt").write_bytes(b"text\n")
+    desktop.start(folder / "a.txt")
+    desktop.wait_active(r"\[a\.txt\]")
+    shutil.rmtree(folder)
+    desktop.type_text("more ")
+    desktop.keys("ctrl+s")
+    desktop.wait_active(r"^Nib$")
+    desktop.keys("Escape")
+    desktop.wait_active(r"\[\*a\.txt\]")
+    folder.mkdir()
+    desktop.keys("ctrl+s")
+    expect_file(folder / "a.txt", b"more text\n")
+
+
+if __name__ == "__main__":
+    lib.run(what_is_no_text_is_refused, places_that_are_not_there, odd_item_ids,
+            a_full_disk_keeps_the_document_and_the_old_file, a_folder_that_vanishes_keeps_the_document)
