@@ -7,22 +7,21 @@ namespace nib {
 
 namespace {
 
-constexpr const char* kHelp =
-    "Usage: nibpad71 [SWITCH | FILE]...\n"
-    "Edits items of MultiValue files, and local files.\n"
-    "\n"
-    "Switches and files act from left to right; what they set holds for what follows:\n"
-    "  /T=TYPE      connection type, mvdb by default\n"
-    "  /H=HOST      host connection, \"*\" for the default one\n"
-    "  /A=ACCOUNT   account\n"
-    "  /F=FILE      MultiValue file\n"
-    "  /I=ITEM      opens this item of the file\n"
-    "  /L           opens all that follows read-only\n"
-    "  FILE         opens a local file\n"
-    "  --help       shows this text\n"
-    "  --version    shows the version\n"
-    "\n"
-    "Example: nibpad71 '/H=*' /A=DEMO /F=BP /I=INVOICE\n";
+constexpr const char* kHelp = "Usage: nibpad71 [SWITCH | FILE]...\n"
+                              "Edits items of MultiValue files, and local files.\n"
+                              "\n"
+                              "Switches and files act from left to right; what they set holds for what follows:\n"
+                              "  /T=TYPE      connection type, mvdb by default\n"
+                              "  /H=HOST      host connection, \"*\" for the default one\n"
+                              "  /A=ACCOUNT   account\n"
+                              "  /F=FILE      MultiValue file\n"
+                              "  /I=ITEM      opens this item of the file\n"
+                              "  /L           opens all that follows read-only\n"
+                              "  FILE         opens a local file\n"
+                              "  --help       shows this text\n"
+                              "  --version    shows the version\n"
+                              "\n"
+                              "Example: nibpad71 '/H=*' /A=DEMO /F=BP /I=INVOICE\n";
 
 } // namespace
 

@@ -1,13 +1,13 @@
 // The composition root: the only place that knows which implementation stands behind which port.
 
 #include "app/CommandLineHelp.h"
-#include "documents/ViewFactory.h"
+#include "diagnostics/Guarded.h"
 #include "platform/hosts/HostConnection.h"
 #include "platform/hosts/SampleAccount.h"
 #include "platform/qt/QtClipboard.h"
 #include "platform/qt/QtFonts.h"
-#include "platform/qt/QtItemPicker.h"
 #include "platform/qt/QtMessageBoxes.h"
+#include "platform/qt/QtPickerDialog.h"
 #include "platform/qt/QtText.h"
 #include "shell/CommandLine.h"
 #include "shell/Program.h"
@@ -42,6 +42,23 @@ std::vector<Text> Arguments(const QStringList& all)
     return arguments;
 }
 
+/// The bus names itself to the services that it starts.
+StartMode HowStarted()
+{
+    return std::getenv("DBUS_STARTER_BUS_TYPE") ? StartMode::Automation : StartMode::User;
+}
+
+/// What went wrong, for the user to read once there is a window; empty when nothing did.
+Text MakeSampleAccount(const Text& programFolder, const HostConfig& config)
+{
+    try {
+        InstallSampleAccount(programFolder + u"/accounts/DEMO", FromUtf8(config.Find(u"*").root));
+        return {};
+    } catch (...) {
+        return CurrentError().description;
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -49,9 +66,27 @@ int main(int argc, char** argv)
     if (AnswersOnTerminal(argc, argv)) return EXIT_SUCCESS;
 
     QApplication::setApplicationName(QStringLiteral("nibpad71"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Nib"));
     QApplication::setApplicationVersion(QStringLiteral(NIB_VERSION));
-    QApplication::setQuitOnLastWindowClosed(false);
     QApplication application(argc, argv);
-    return EXIT_SUCCESS;
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    QtClipboard clipboard;
+    QtFonts fonts;
+    QtMessageBoxes boxes;
+    QtPickerDialog picker;
+    HostConfig hosts = HostConfig::FromEnvironment();
+    Text sampleFault = MakeSampleAccount(fonts.ProgramFolder(), hosts);
+    HostConnection connection(hosts, picker, boxes, fonts.ProgramFolder());
+    frmMain mainWindow;
+    boxes.SetOwner(&mainWindow);
+    picker.SetOwner(&mainWindow);
+    DocumentWindows views(mainWindow, clipboard);
+    SessionParts parts;
+    Program program({connection, boxes, mainWindow, views, fonts, clipboard, parts});
+    mainWindow.SetProgram(&program);
+
+    program.Main(HowStarted(), RebuildCommandLine(Arguments(QApplication::arguments())));
+    if (program.IsShuttingDown()) return EXIT_SUCCESS;
+    if (!sampleFault.empty()) program.ReportError(sampleFault);
+    return QApplication::exec();
 }

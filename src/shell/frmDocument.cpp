@@ -29,15 +29,15 @@ private:
     frmDocument* form_;
 };
 
-frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard) : mainWindow_(mainWindow), model_(buffer_, clipboard)
+frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard) : mainWindow_(mainWindow)
 {
     window_ = new Window(*this); // the MDI area takes it
-    widget_ = new SourceViewWidget(model_, window_);
+    widget_ = new SourceViewWidget(buffer_, clipboard, window_);
     widget_->setFrameShape(QFrame::NoFrame);
     window_->setWidget(widget_);
     window_->setAttribute(Qt::WA_DeleteOnClose, false);
     window_->resize(760, 520);
-    model_.SetEvents(this);
+    Model().SetEvents(this);
     QObject::connect(widget_, &SourceViewWidget::valueRequested, window_, [this] {
         if (document_) document_->InsValue();
     });
@@ -49,13 +49,23 @@ frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard) : mainWindow
 
 frmDocument::~frmDocument()
 {
-    model_.SetEvents(nullptr);
+    Model().SetEvents(nullptr);
     window_->Detach();
-    // The widget refers to this object's view: it goes first, the empty frame when Qt is back in its loop.
+    // The widget refers to this object's text: it goes first, the empty frame when Qt is back in its loop.
     delete widget_;
     mainWindow_.RemoveChild(*this);
     window_->hide();
     window_->deleteLater();
+}
+
+SourceViewModel& frmDocument::Model() const
+{
+    return widget_->Model();
+}
+
+SourceView& frmDocument::txtText()
+{
+    return Model();
 }
 
 void frmDocument::Activate()
@@ -65,7 +75,10 @@ void frmDocument::Activate()
     FocusText();
 }
 
-void frmDocument::Show() { SetVisible(true); }
+void frmDocument::Show()
+{
+    SetVisible(true);
+}
 
 bool frmDocument::QueryUnload(int32_t mode)
 {
@@ -73,7 +86,10 @@ bool frmDocument::QueryUnload(int32_t mode)
     return !document_->FileClose(true);
 }
 
-void frmDocument::Unload() { window_->hide(); }
+void frmDocument::Unload()
+{
+    window_->hide();
+}
 
 void frmDocument::SetTitle(TextView title)
 {
@@ -95,34 +111,49 @@ void frmDocument::SetVisible(bool visible)
     FocusText();
 }
 
-bool frmDocument::Visible() const { return window_->isVisible(); }
+bool frmDocument::Visible() const
+{
+    return window_->isVisible();
+}
 
 void frmDocument::SetWindowState(int32_t state)
 {
-    if (state == 1) window_->showMinimized();
-    else if (state == 2) window_->showMaximized();
-    else window_->showNormal();
+    if (state == 1)
+        window_->showMinimized();
+    else if (state == 2)
+        window_->showMaximized();
+    else
+        window_->showNormal();
 }
 
-int32_t frmDocument::WindowState() const { return window_->isMinimized() ? 1 : window_->isMaximized() ? 2 : 0; }
+int32_t frmDocument::WindowState() const
+{
+    return window_->isMinimized() ? 1 : window_->isMaximized() ? 2 : 0;
+}
 
-bool frmDocument::IsActive() const { return mainWindow_.ActiveForm() == this; }
+bool frmDocument::IsActive() const
+{
+    return mainWindow_.ActiveForm() == this;
+}
 
-void frmDocument::FocusText() { widget_->setFocus(Qt::OtherFocusReason); }
+void frmDocument::FocusText()
+{
+    widget_->setFocus(Qt::OtherFocusReason);
+}
 
 void frmDocument::ShowPosition()
 {
-    Position caret = model_.Caret();
+    Position caret = Model().Caret();
     mainWindow_.SetStatusText(2, u"Ln " + Decimal(caret.line + 1) + u", Col " + Decimal(caret.col + 1));
-    mainWindow_.SetStatusText(3, model_.Overtype() ? u"Ovr" : u"Ins");
+    mainWindow_.SetStatusText(3, Model().Overtype() ? u"Ovr" : u"Ins");
 }
 
 void frmDocument::CaretMoved(Position)
 {
     if (!IsActive()) return;
     ShowPosition();
-    if (model_.HasSelection() == selectionSeen_) return;
-    selectionSeen_ = model_.HasSelection();
+    if (Model().HasSelection() == selectionSeen_) return;
+    selectionSeen_ = Model().HasSelection();
     mainWindow_.UpdateToolBar();
 }
 
@@ -136,10 +167,13 @@ void frmDocument::ModifiedChanged(bool modified)
 void frmDocument::LinesChanged()
 {
     // Five digits from line 10000 on; the margin never narrows by itself, so that it does not jump while editing.
-    int32_t needed = model_.ShowBlocks() ? 8 : 6;
-    if (buffer_.LineCount() >= 10000 && model_.MarginWidth() < needed) model_.SetMarginWidth(needed);
+    int32_t needed = Model().ShowBlocks() ? 8 : 6;
+    if (buffer_.LineCount() >= 10000 && Model().MarginWidth() < needed) Model().SetMarginWidth(needed);
 }
 
-void frmDocument::OvertypeChanged(bool) { ShowPosition(); }
+void frmDocument::OvertypeChanged(bool)
+{
+    ShowPosition();
+}
 
 } // namespace nib

@@ -2,7 +2,6 @@
 // The child window of one document: its text component, and the events that the frame wants to hear of.
 
 #include "documents/clsDocView.h"
-#include "platform/sourceview/SourceBuffer.h"
 #include "platform/sourceview/SourceViewModel.h"
 
 #include <QMdiSubWindow>
@@ -14,8 +13,8 @@ namespace nib {
 class frmMain;
 class SourceViewWidget;
 
-/// The window class behind clsDocView. Qt owns the visible part, the document owns this object; when the document lets it
-/// go, the window goes too.
+/// The window class behind clsDocView. Qt owns the visible part, the document owns this object; when the document lets
+/// it go, the window goes too.
 class frmDocument final : public clsDocView, public ViewEvents {
 public:
     explicit frmDocument(frmMain& mainWindow, Clipboard& clipboard);
@@ -26,7 +25,7 @@ public:
     void Show() override;
     bool QueryUnload(int32_t mode) override;
     void Unload() override;
-    SourceView& txtText() override { return model_; }
+    SourceView& txtText() override;
     void SetTitle(TextView title) override;
     Text Title() const override { return title_; }
     void SetViewObject(mvDocument* document) override { document_ = document; }
@@ -55,9 +54,10 @@ public:
 private:
     class Window;
 
+    SourceViewModel& Model() const;
+
     frmMain& mainWindow_;
     SourceBuffer buffer_;
-    SourceViewModel model_;
     SourceViewWidget* widget_ = nullptr; ///< owned by window_
     Window* window_ = nullptr;           ///< owned by the MDI area, deleted with this object
     mvDocument* document_ = nullptr;

@@ -32,7 +32,10 @@ frmMain::frmMain() : area_(new QMdiArea(this))
     QObject::connect(area_, &QMdiArea::subWindowActivated, this, [this] { ChildActivated(); });
 }
 
-frmMain::~frmMain() { area_->disconnect(this); }
+frmMain::~frmMain()
+{
+    area_->disconnect(this);
+}
 
 void frmMain::Load()
 {
@@ -69,8 +72,9 @@ void frmMain::BuildStatusBar()
         auto* label = new QLabel(this);
         label->setTextFormat(Qt::PlainText);
         label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QLatin1String(widest)) + 12);
-        label->setAccessibleName(panels_.empty() ? tr("Server status")
-                                                 : panels_.size() == 1 ? tr("Insertion point") : tr("Overwrite or insert"));
+        label->setAccessibleName(panels_.empty()       ? tr("Server status")
+                                 : panels_.size() == 1 ? tr("Insertion point")
+                                                       : tr("Overwrite or insert"));
         statusBar()->addWidget(label, panels_.empty() ? 1 : 0);
         panels_.push_back(label);
     }
@@ -78,7 +82,10 @@ void frmMain::BuildStatusBar()
     ShowStatusPanel(3, false);
 }
 
-void frmMain::Show() { show(); }
+void frmMain::Show()
+{
+    show();
+}
 
 void frmMain::Unload()
 {
@@ -125,8 +132,10 @@ void frmMain::SetWaitCursor(bool wait)
 {
     if (wait == waiting_) return;
     waiting_ = wait;
-    if (wait) QApplication::setOverrideCursor(Qt::WaitCursor);
-    else QApplication::restoreOverrideCursor();
+    if (wait)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
 }
 
 void frmMain::UpdateToolBar()
@@ -141,7 +150,10 @@ void frmMain::UpdateToolBar()
     UpdateCaption();
 }
 
-void frmMain::ProcessMessages() { QApplication::processEvents(); }
+void frmMain::ProcessMessages()
+{
+    QApplication::processEvents();
+}
 
 int32_t frmMain::ActiveDocument() const
 {
@@ -174,7 +186,10 @@ void frmMain::ShowChild(frmDocument& form)
     ShowStatusPanel(3, true);
 }
 
-void frmMain::ActivateChild(frmDocument& form) { area_->setActiveSubWindow(form.SubWindow()); }
+void frmMain::ActivateChild(frmDocument& form)
+{
+    area_->setActiveSubWindow(form.SubWindow());
+}
 
 void frmMain::ChildTitleChanged(frmDocument& form)
 {
@@ -244,8 +259,10 @@ void frmMain::dropEvent(QDropEvent* event)
 
 void frmMain::Arrange(int32_t mode)
 {
-    if (mode == 0) area_->cascadeSubWindows();
-    else area_->tileSubWindows();
+    if (mode == 0)
+        area_->cascadeSubWindows();
+    else
+        area_->tileSubWindows();
     UpdateToolBar();
 }
 
