@@ -21,10 +21,9 @@ public:
     /// Adds the places above it too.
     void Add(TextView path, bool isItem = true)
     {
+        if (!known_.insert(Text(path)).second) return;
         const Text parent = Parent(path);
-        auto& siblings = children_[parent];
-        if (!isItem && children_.contains(Text(path))) return;
-        siblings.push_back(Entry(path, isItem));
+        children_[parent].push_back(Entry(path, isItem));
         if (!isItem) children_[Text(path)];
         if (!parent.empty() && !Parent(parent).empty()) Add(parent, false);
     }
@@ -83,6 +82,7 @@ private:
     }
 
     std::vector<BrowseEntry> places_;
+    std::set<Text> known_;
     std::map<Text, std::vector<BrowseEntry>> children_;
 };
 
