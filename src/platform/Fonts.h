@@ -5,16 +5,15 @@
 
 namespace nib {
 
-/// Fonts private to this process.
+/// Private fonts of this process, and the families that the screen offers.
 class Fonts {
 public:
     virtual ~Fonts() = default;
-    /// `fileName` is a full path; true when the font was added.
+    /// `fileName` is a full path; true when it was added.
     virtual bool Add(TextView fileName) = 0;
     virtual void Remove(TextView fileName) = 0;
-    /// In the order of the system's own list.
     virtual std::vector<Text> Families() const = 0;
-    /// The folder of the running program, without a slash at its end.
+    /// The folder that the program was started from.
     virtual Text ProgramFolder() const = 0;
 };
 
