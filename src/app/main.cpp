@@ -7,7 +7,7 @@
 #include "platform/qt/QtClipboard.h"
 #include "platform/qt/QtFonts.h"
 #include "platform/qt/QtMessageBoxes.h"
-#include "platform/qt/QtPickerDialog.h"
+#include "platform/qt/ItemPicker.h"
 #include "platform/qt/QtText.h"
 #include "shell/CommandLine.h"
 #include "shell/Program.h"
@@ -73,7 +73,7 @@ int main(int argc, char** argv)
     QtClipboard clipboard;
     QtFonts fonts;
     QtMessageBoxes boxes;
-    QtPickerDialog picker;
+    ItemPicker picker;
     HostConfig hosts = HostConfig::FromEnvironment();
     Text sampleFault = MakeSampleAccount(fonts.ProgramFolder(), hosts);
     HostConnection connection(hosts, picker, boxes, fonts.ProgramFolder());
