@@ -214,7 +214,8 @@ void SourceBuffer::Impl::FlushPending()
     if (pendingFirst_ < 0) return;
     int32_t first = std::exchange(pendingFirst_, -1);
     int32_t last = lines.Count() - 1 - pendingTail_;
-    int32_t changed = scanner.Rescan(first, last);
+    // Where lines came or went, the line below has a new one before it, whatever state that passes on.
+    int32_t changed = scanner.Rescan(first, linesChanged_ ? last + 1 : last);
     RefreshFolding(std::exchange(linesChanged_, false));
     Tell([&](BufferListener& l) { l.LinesRepaint(first, std::max(last, changed)); });
 }
