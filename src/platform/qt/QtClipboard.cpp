@@ -10,18 +10,25 @@ namespace nib {
 
 bool QtClipboard::HasText() const
 {
-    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    return data && data->hasText();
+    // No content at all is a null pointer on some platforms.
+    const QMimeData* content = QGuiApplication::clipboard()->mimeData();
+    return content && content->hasText();
 }
 
-Text QtClipboard::GetText() const { return FromQString(QGuiApplication::clipboard()->text()); }
+Text QtClipboard::GetText() const
+{
+    return ToText(QGuiApplication::clipboard()->text());
+}
 
-void QtClipboard::SetText(TextView text) { QGuiApplication::clipboard()->setText(ToQString(text)); }
+void QtClipboard::SetText(TextView text)
+{
+    QGuiApplication::clipboard()->setText(ToQString(text));
+}
 
 Text QtClipboard::GetPrimary() const
 {
-    QClipboard* clipboard = QGuiApplication::clipboard();
-    return clipboard->supportsSelection() ? FromQString(clipboard->text(QClipboard::Selection)) : Text();
+    const QClipboard* clipboard = QGuiApplication::clipboard();
+    return clipboard->supportsSelection() ? ToText(clipboard->text(QClipboard::Selection)) : Text();
 }
 
 void QtClipboard::SetPrimary(TextView text)

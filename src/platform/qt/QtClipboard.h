@@ -3,8 +3,7 @@
 
 namespace nib {
 
-/// The desktop's clipboard; needs a running QApplication.
-class QtClipboard final : public Clipboard {
+class QtClipboard : public Clipboard {
 public:
     bool HasText() const override;
     Text GetText() const override;

@@ -9,14 +9,16 @@ namespace nib {
 
 bool QtFonts::Add(TextView fileName)
 {
-    int number = QFontDatabase::addApplicationFont(ToQString(fileName));
-    if (number >= 0) added_[Text(fileName)] = number;
-    return number >= 0;
+    if (added_.find(fileName) != added_.end()) return true;
+    const int font = QFontDatabase::addApplicationFont(ToQString(fileName));
+    if (font < 0) return false;
+    added_.emplace(fileName, font);
+    return true;
 }
 
 void QtFonts::Remove(TextView fileName)
 {
-    auto found = added_.find(Text(fileName));
+    const auto found = added_.find(fileName);
     if (found == added_.end()) return;
     QFontDatabase::removeApplicationFont(found->second);
     added_.erase(found);
@@ -25,10 +27,13 @@ void QtFonts::Remove(TextView fileName)
 std::vector<Text> QtFonts::Families() const
 {
     std::vector<Text> families;
-    for (const QString& family : QFontDatabase::families()) families.push_back(FromQString(family));
+    for (const QString& family : QFontDatabase::families()) families.push_back(ToText(family));
     return families;
 }
 
-Text QtFonts::ProgramFolder() const { return FromQString(QCoreApplication::applicationDirPath()); }
+Text QtFonts::ProgramFolder() const
+{
+    return ToText(QCoreApplication::applicationDirPath());
+}
 
 } // namespace nib

@@ -5,7 +5,7 @@
 
 namespace nib {
 
-class QtFonts final : public Fonts {
+class QtFonts : public Fonts {
 public:
     bool Add(TextView fileName) override;
     void Remove(TextView fileName) override;
@@ -13,7 +13,8 @@ public:
     Text ProgramFolder() const override;
 
 private:
-    std::map<Text, int> added_; ///< file name to the toolkit's number
+    /// Qt's numbers of the fonts added, by file name.
+    std::map<Text, int, std::less<>> added_;
 };
 
 } // namespace nib

@@ -1,20 +1,21 @@
 #pragma once
 #include "platform/MessageBoxes.h"
 
-class QWidget;
+#include <QPointer>
+#include <QWidget>
 
 namespace nib {
 
-class QtMessageBoxes final : public MessageBoxes {
+class QtMessageBoxes : public MessageBoxes {
 public:
-    /// The window that owns the boxes; null before there is one.
+    /// The boxes stand over `owner`; null until there is a window.
     void SetOwner(QWidget* owner) { owner_ = owner; }
-    /// Answers 0 at once while another box is up.
+    /// Answers 0 at once while a box is up.
     int32_t Show(TextView text, int32_t flags, TextView title) override;
 
 private:
-    QWidget* owner_ = nullptr;
-    bool showing_ = false;
+    QPointer<QWidget> owner_;
+    bool up_ = false;
 };
 
 } // namespace nib

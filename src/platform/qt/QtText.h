@@ -1,4 +1,6 @@
 #pragma once
+// Between the program's text and Qt's: both are UTF-16, so a conversion is one copy and a view is free.
+
 #include "base/Text.h"
 
 #include <QString>
@@ -10,9 +12,15 @@ inline QString ToQString(TextView text)
     return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
 }
 
-inline Text FromQString(const QString& text)
+inline Text ToText(QStringView text)
 {
-    return Text(reinterpret_cast<const char16_t*>(text.utf16()), static_cast<size_t>(text.size()));
+    return Text(text.utf16(), static_cast<size_t>(text.size()));
+}
+
+/// Lives no longer than `text`.
+inline TextView ViewOf(QStringView text)
+{
+    return TextView(text.utf16(), static_cast<size_t>(text.size()));
 }
 
 } // namespace nib
