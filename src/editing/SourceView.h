@@ -100,6 +100,8 @@ struct FindOptions {
     bool backward = false; ///< finds a match that starts at or before the position
     bool matchCase = false;
     bool wholeWord = false; ///< a word is letters, digits, ".", "_", "$"
+
+    friend bool operator==(const FindOptions&, const FindOptions&) = default;
 };
 
 class SourceDocument {

@@ -119,7 +119,7 @@ void SourceBuffer::ClearUndo()
 
 bool SourceBuffer::Find(TextView text, Position from, FindOptions options, FindHit& hit) const
 {
-    TextSearch search(text, options);
+    const TextSearch& search = impl_->Prepared(text, options);
     if (!search.CanMatch()) return false;
     from = Clamp(from);
     return options.backward ? search.Backward(impl_->lines, from, hit) : search.Forward(impl_->lines, from, hit);

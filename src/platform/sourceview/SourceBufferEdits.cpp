@@ -48,6 +48,16 @@ Position SourceBuffer::Impl::ClampPosition(Position p) const
     return {p.line > line ? length : std::clamp(p.col, 0, length), line};
 }
 
+const TextSearch& SourceBuffer::Impl::Prepared(TextView text, FindOptions options)
+{
+    if (!search_ || searchText_ != text || searchOptions_ != options) {
+        search_.emplace(text, options);
+        searchText_ = text;
+        searchOptions_ = options;
+    }
+    return *search_;
+}
+
 void SourceBuffer::Impl::RefuseInCallback() const
 {
     if (telling_ > 0 || scanner.Busy())

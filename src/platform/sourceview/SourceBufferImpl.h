@@ -8,6 +8,8 @@
 #include "platform/sourceview/TextSearch.h"
 #include "platform/sourceview/UndoStack.h"
 
+#include <optional>
+
 namespace nib {
 
 struct SourceBuffer::Impl {
@@ -31,6 +33,9 @@ struct SourceBuffer::Impl {
     void Execute(std::unique_ptr<ISourceOp> operation);
     void Undo();
     void Redo();
+
+    /// Whoever walks from hit to hit asks for the same text each time.
+    const TextSearch& Prepared(TextView text, FindOptions options);
 
     void Leave();
     void FlushPending();
@@ -58,6 +63,9 @@ private:
     template <typename Body>
     void RunOp(Body&& body);
 
+    std::optional<TextSearch> search_;
+    Text searchText_;
+    FindOptions searchOptions_;
     std::vector<TextEdit>* journal_ = nullptr; ///< of the operation under way
     bool replaying_ = false;
     int32_t telling_ = 0;

@@ -32,7 +32,8 @@ TextSearch::TextSearch(TextView text, FindOptions options)
 {
     if (!possible_) return;
     if (fold_) std::transform(needle_.begin(), needle_.end(), needle_.begin(), Fold);
-    for (size_t c = 0; c < 256; ++c) narrowFold_[c] = fold_ ? Fold(static_cast<char16_t>(c)) : static_cast<char16_t>(c);
+    for (size_t c = 0; c < 256; ++c)
+        narrowFold_[c] = fold_ ? Fold(static_cast<char16_t>(c)) : static_cast<char16_t>(c);
     auto forms = [&](char16_t unit, std::array<uint8_t, 2>& out) {
         size_t found = 0;
         for (size_t c = 0; c < 256 && found < 2; ++c)
@@ -113,14 +114,14 @@ size_t TextSearch::FindIn(const UnitSpan& units, size_t from) const
 size_t TextSearch::SkipLines(const LineStore::Chunk& chunk, size_t index) const
 {
     const auto& lines = chunk.lines;
-    while (index < lines.size()) {
+    // Lines as they were loaded follow each other without a gap: one search covers a run of them. Runs start short,
+    // since where hits are frequent the next one is near.
+    for (size_t run = 16; index < lines.size(); run *= 2) {
         UnitSpan first = lines[index].Units();
         if (first.wide) return index;
-        // Lines as they were loaded follow each other without a gap: one search covers them all. A hit that spans two
-        // lines is found out by the caller.
         const uint8_t* end = first.Narrow() + first.length;
         size_t stop = index + 1;
-        for (; stop < lines.size(); ++stop) {
+        for (; stop < lines.size() && stop - index < run; ++stop) {
             UnitSpan next = lines[stop].Units();
             if (next.wide || next.Narrow() != end) break;
             end += next.length;
@@ -130,6 +131,7 @@ size_t TextSearch::SkipLines(const LineStore::Chunk& chunk, size_t index) const
             index = stop;
             continue;
         }
+        // A hit that spans two lines is found out by the caller.
         while (hit >= lines[index].Length()) hit -= lines[index++].Length();
         return index;
     }
