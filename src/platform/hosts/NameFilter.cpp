@@ -66,21 +66,25 @@ void NameFilter::Add(TextView name)
     ends_.push_back(names_.size());
 }
 
-Text NameFilter::Fold(TextView pattern)
+NameFilter::Pattern NameFilter::Prepare(TextView pattern)
 {
-    Text folded;
-    AppendFolded(folded, pattern);
-    return folded;
+    Pattern prepared;
+    AppendFolded(prepared.literal, pattern);
+    const Text& literal = prepared.literal;
+    if (literal.find_first_of(kWildcards) == Text::npos) return prepared;
+    const bool tied = literal.starts_with(u'*') || literal.ends_with(u'*');
+    prepared.wild = tied ? literal : u'*' + literal + u'*';
+    return prepared;
 }
 
-bool NameFilter::Matches(int32_t number, TextView folded) const
+bool NameFilter::Matches(int32_t number, const Pattern& pattern) const
 {
-    if (folded.empty()) return true;
+    if (pattern.literal.empty()) return true;
     const auto i = static_cast<size_t>(number);
     const TextView name = TextView(names_).substr(ends_[i], ends_[i + 1] - ends_[i]);
     // Item ids may hold a "*" of their own, so the literal reading counts too.
-    if (name.find(folded) != TextView::npos) return true;
-    return folded.find_first_of(kWildcards) != TextView::npos && MatchesWildcards(name, folded);
+    if (name.find(pattern.literal) != TextView::npos) return true;
+    return !pattern.wild.empty() && MatchesWildcards(name, pattern.wild);
 }
 
 } // namespace nib

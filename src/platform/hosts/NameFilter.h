@@ -11,11 +11,15 @@ public:
     void Clear();
     void Add(TextView name);
 
-    /// A pattern in the form that Matches() takes.
-    static Text Fold(TextView pattern);
-    /// Name `number` (in the order of Add) holds the folded pattern, or is matched by it as a whole when "*" and "?"
-    /// are read as wildcards. An empty pattern matches everything.
-    bool Matches(int32_t number, TextView folded) const;
+    /// A pattern made ready for many names.
+    struct Pattern {
+        Text literal;
+        Text wild; ///< empty without wildcards
+    };
+    static Pattern Prepare(TextView pattern);
+    /// Name `number` (in the order of Add) holds the pattern, or matches it with "*" and "?" read as wildcards:
+    /// anywhere, unless a "*" at one end of the pattern ties the other end down. An empty pattern matches everything.
+    bool Matches(int32_t number, const Pattern& pattern) const;
 
 private:
     Text names_;

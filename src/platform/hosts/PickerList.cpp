@@ -75,12 +75,12 @@ void PickerList::SortBy(Column column, bool descending)
 
 void PickerList::Refilter()
 {
-    const Text folded = NameFilter::Fold(Trim(filter_));
+    const NameFilter::Pattern pattern = NameFilter::Prepare(Trim(filter_));
     const bool hideDots = local_ && !showHidden_;
     rows_.clear();
     for (const uint32_t i : order_) {
         if (hideDots && entries_[i].name.starts_with(u'.')) continue;
-        if (names_.Matches(static_cast<int32_t>(i), folded)) rows_.push_back(i);
+        if (names_.Matches(static_cast<int32_t>(i), pattern)) rows_.push_back(i);
     }
 }
 

@@ -14,6 +14,12 @@ namespace {
 
 constexpr const char* kHeadings[] = {"Name", "Size", "Modified", "Locked by"};
 
+/// Keeps a number at the right edge of its column apart from the text that follows.
+QString Apart(const QString& number)
+{
+    return number + QChar(0x2003);
+}
+
 } // namespace
 
 PickerItemModel::PickerItemModel(const PickerList& list, QObject* parent)
@@ -32,15 +38,17 @@ int PickerItemModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : static_cast<int>(std::size(kHeadings));
 }
 
+QString PickerItemModel::ShownTime(int64_t seconds)
+{
+    return QLocale().toString(QDateTime::fromSecsSinceEpoch(seconds), QLocale::ShortFormat);
+}
+
 QString PickerItemModel::Shown(const BrowseEntry& entry, PickerList::Column column) const
 {
     switch (column) {
     case PickerList::Column::Name: return ToQString(entry.name);
-    case PickerList::Column::Size: return entry.size < 0 ? QString() : QLocale().formattedDataSize(entry.size);
-    case PickerList::Column::Modified:
-        return entry.modified < 0
-                   ? QString()
-                   : QLocale().toString(QDateTime::fromSecsSinceEpoch(entry.modified), QLocale::ShortFormat);
+    case PickerList::Column::Size: return entry.size < 0 ? QString() : Apart(QLocale().formattedDataSize(entry.size));
+    case PickerList::Column::Modified: return entry.modified < 0 ? QString() : ShownTime(entry.modified);
     case PickerList::Column::LockedBy:
         return entry.lockedBy.empty() && entry.readOnly ? tr("(read-only)") : ToQString(entry.lockedBy);
     }
@@ -71,8 +79,8 @@ QVariant PickerItemModel::data(const QModelIndex& index, int role) const
 QVariant PickerItemModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
-    if (role == Qt::DisplayRole) return tr(kHeadings[section]);
     const bool isSize = section == static_cast<int>(PickerList::Column::Size);
+    if (role == Qt::DisplayRole) return isSize ? Apart(tr(kHeadings[section])) : tr(kHeadings[section]);
     if (role == Qt::TextAlignmentRole) return int((isSize ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     return {};
 }

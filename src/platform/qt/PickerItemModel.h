@@ -23,6 +23,9 @@ public:
     }
     void RowChanged(int row) { emit dataChanged(index(row, 0), index(row, columnCount() - 1)); }
 
+    /// A time (seconds since the epoch) as the list shows it.
+    static QString ShownTime(int64_t seconds);
+
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;

@@ -7,6 +7,7 @@
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWaitCursor.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QCheckBox>
 #include <QCompleter>
@@ -16,6 +17,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QShortcut>
@@ -44,6 +46,8 @@ frmItemPicker::frmItemPicker(PickerModel& model, ItemBrowser& browser, QWidget* 
     split->setChildrenCollapsible(false);
     split->addWidget(BuildPlaces());
     split->addWidget(BuildList());
+    // The label as high as the tools beside it, so that tree and list begin on one line.
+    placesLabel_->setFixedHeight(std::max(up_->sizeHint().height(), path_->sizeHint().height()));
     split->setStretchFactor(1, 1);
     auto* column = new QVBoxLayout(this);
     column->addWidget(split, 1);
@@ -52,8 +56,8 @@ frmItemPicker::frmItemPicker(PickerModel& model, ItemBrowser& browser, QWidget* 
     column->addWidget(BuildBottom());
 
     const int em = fontMetrics().averageCharWidth();
-    resize(em * 120, fontMetrics().height() * 32);
-    split->setSizes({em * 34, em * 86});
+    resize(em * 140, fontMetrics().height() * 36);
+    split->setSizes({em * 36, em * 104});
     SetUpColumns();
     SetTabOrder();
     AddShortcut(QKeySequence::Find, [this] { filter_->setFocus(Qt::ShortcutFocusReason); });
@@ -78,10 +82,13 @@ void frmItemPicker::AddShortcut(const QKeySequence& key, Receiver receiver)
 QToolButton* frmItemPicker::AddTool(const QString& name, const QIcon& icon, const QKeySequence& key)
 {
     auto* button = new QToolButton;
+    const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
     button->setIcon(icon);
+    button->setIconSize({side, side});
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setShortcut(key);
+    // A button's own shortcut would act only after the picture of a press.
+    AddShortcut(key, [button] { button->click(); });
     button->setAccessibleName(name);
     button->setToolTip(name + QStringLiteral(" (") + key.toString(QKeySequence::NativeText) + QLatin1Char(')'));
     return button;
@@ -90,7 +97,7 @@ QToolButton* frmItemPicker::AddTool(const QString& name, const QIcon& icon, cons
 QWidget* frmItemPicker::BuildPlaces()
 {
     auto* side = new QWidget;
-    auto* label = new QLabel(tr("&Places:"));
+    placesLabel_ = new QLabel(tr("&Places:"));
     tree_ = new QTreeView;
     tree_->setModel(places_);
     tree_->setHeaderHidden(true);
@@ -98,12 +105,10 @@ QWidget* frmItemPicker::BuildPlaces()
     tree_->setAccessibleName(tr("Places"));
     tree_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     tree_->setMinimumWidth(fontMetrics().averageCharWidth() * 18);
-    label->setBuddy(tree_);
-    // As high as the tools beside it, so that tree and list begin on one line.
-    label->setMinimumHeight(QToolButton().sizeHint().height());
+    placesLabel_->setBuddy(tree_);
     auto* column = new QVBoxLayout(side);
     column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(label);
+    column->addWidget(placesLabel_);
     column->addWidget(tree_, 1);
     connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& index) {
         const Text path = places_->PathOf(index);
@@ -146,9 +151,12 @@ QWidget* frmItemPicker::BuildList()
 void frmItemPicker::SetUpColumns()
 {
     QHeaderView* header = list_->header();
-    const int em = fontMetrics().averageCharWidth();
-    const int widths[] = {0, em * 12, em * 20, em * 18};
-    for (int column = 1; column < items_->columnCount(); ++column) header->resizeSection(column, widths[column]);
+    const QString samples[] = {
+        {}, QLocale().formattedDataSize(1000000), PickerItemModel::ShownTime(0), tr("a user (port 1234)")};
+    const int margin = fontMetrics().averageCharWidth() * 4;
+    for (int column = 1; column < items_->columnCount(); ++column) {
+        header->resizeSection(column, fontMetrics().horizontalAdvance(samples[column]) + margin);
+    }
     header->setSectionResizeMode(0, QHeaderView::Stretch);
     header->setSortIndicator(0, Qt::AscendingOrder);
     connect(header, &QHeaderView::sortIndicatorChanged, this, [this](int column, Qt::SortOrder order) {
@@ -164,6 +172,8 @@ QWidget* frmItemPicker::BuildFields()
     auto* completer = new QCompleter(items_, this);
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     completer->setCompletionRole(Qt::DisplayRole);
+    const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    completer->popup()->setIconSize({side, side});
     name_->setCompleter(completer);
     filter_ = new QLineEdit;
     filter_->setAccessibleName(tr("Filter"));

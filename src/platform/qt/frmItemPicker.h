@@ -64,6 +64,7 @@ private:
     QToolButton* back_ = nullptr;
     QToolButton* up_ = nullptr;
     PickerPathBar* path_ = nullptr;
+    QLabel* placesLabel_ = nullptr;
     QTreeView* tree_ = nullptr;
     PickerListView* list_ = nullptr;
     QLineEdit* name_ = nullptr;

@@ -215,8 +215,16 @@ TEST_F(PickerModelTest, FilterHiddenAndOrder)
         TextView filter;
         const char* rows;
     };
-    const Case cases[] = {{u"main", "MAIN MAIN2"},   {u"MAIN?", "MAIN2"},         {u"t*1", "CUST*1"},
-                          {u"m*2", "MAIN2"},         {u" ", "MAIN MAIN2 CUST*1"}, {u"zzz", ""},
+    const Case cases[] = {{u"main", "MAIN MAIN2"},
+                          {u"MAIN?", "MAIN2"},
+                          {u"t*1", "CUST*1"},
+                          {u"a*n2", "MAIN2"},
+                          {u"*n", "MAIN"},
+                          {u"ma*", "MAIN MAIN2"},
+                          {u"ain*", ""},
+                          {u"n?", "MAIN2"},
+                          {u" ", "MAIN MAIN2 CUST*1"},
+                          {u"zzz", ""},
                           {u"", "MAIN MAIN2 CUST*1"}};
     for (const Case& row : cases) {
         model.SetFilter(row.filter);

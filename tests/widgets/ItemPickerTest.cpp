@@ -1,0 +1,220 @@
+#include "platform/qt/ItemPicker.h"
+
+#include "fakes/FakeBrowser.h"
+#include "platform/qt/PickerListView.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/frmItemPicker.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace nib {
+namespace {
+
+constexpr TextView kBp{u"mvdb:LIVE/SALES/BP"};
+
+class ItemPickerTest : public testing::Test {
+protected:
+    ItemPickerTest() { FillWithSample(browser); }
+
+    void Open(SelectRequest request, TextView start)
+    {
+        if (request.mode.empty()) request.mode = u"Open";
+        form.reset();
+        model = std::make_unique<PickerModel>(request, browser);
+        model->Start(start);
+        form = std::make_unique<frmItemPicker>(*model, browser, nullptr);
+        form->show();
+        QApplication::setActiveWindow(form.get());
+        QTest::qWait(1);
+    }
+    template <typename Widget>
+    Widget* Named(const char* name) const
+    {
+        for (Widget* widget : form->findChildren<Widget*>()) {
+            if (widget->accessibleName() == QLatin1String(name)) return widget;
+        }
+        return nullptr;
+    }
+    QLineEdit* Name() const { return Named<QLineEdit>("Item"); }
+    QLineEdit* Filter() const { return Named<QLineEdit>("Filter"); }
+    PickerListView* List() const { return Named<PickerListView>("Items"); }
+    QPushButton* Ok() const
+    {
+        for (QPushButton* button : form->findChildren<QPushButton*>()) {
+            if (button->isDefault()) return button;
+        }
+        return nullptr;
+    }
+    static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+    static void Type(const char* text) { QTest::keyClicks(QApplication::focusWidget(), QString::fromLatin1(text)); }
+
+    FakeBrowser browser;
+    std::unique_ptr<PickerModel> model;
+    std::unique_ptr<frmItemPicker> form;
+};
+
+TEST_F(ItemPickerTest, KeyboardWalksDownUpAndOpens)
+{
+    Open({}, u"mvdb:LIVE/SALES");
+    EXPECT_TRUE(List()->hasFocus());
+    EXPECT_FALSE(Ok()->isEnabled());
+    Key(Qt::Key_Down);
+    Key(Qt::Key_Return);
+    EXPECT_EQ(model->Place(), kBp);
+    EXPECT_TRUE(form->isVisible());
+    Key(Qt::Key_Backspace);
+    EXPECT_EQ(model->Place(), u"mvdb:LIVE/SALES");
+    EXPECT_EQ(List()->currentIndex().row(), 0) << "where it came from";
+    Key(Qt::Key_Return);
+    Key(Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(model->Place(), u"mvdb:LIVE/SALES");
+    Key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(model->Place(), kBp);
+    Type("c");
+    EXPECT_EQ(Name()->text(), QStringLiteral("CUST*1"));
+    Key(Qt::Key_Return);
+    EXPECT_EQ(form->result(), QDialog::Accepted);
+    EXPECT_EQ(model->Answer().paths, (std::vector<Text>{u"mvdb:LIVE/SALES/BP/CUST*1"}));
+}
+
+TEST_F(ItemPickerTest, FilterNarrowsAndEscapeFirstClearsIt)
+{
+    Open({}, kBp);
+    Key(Qt::Key_F, Qt::ControlModifier);
+    ASSERT_TRUE(Filter()->hasFocus());
+    Type("main");
+    EXPECT_EQ(List()->model()->rowCount(), 2);
+    Key(Qt::Key_Escape);
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(List()->model()->rowCount(), 3);
+    Type("2");
+    Key(Qt::Key_Return);
+    EXPECT_EQ(model->Answer().paths, (std::vector<Text>{u"mvdb:LIVE/SALES/BP/MAIN2"}));
+    Open({}, kBp);
+    Key(Qt::Key_Escape);
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(form->result(), QDialog::Rejected);
+}
+
+TEST_F(ItemPickerTest, SavingBeginsWithTheName)
+{
+    SelectRequest request;
+    request.mode = u"Save";
+    Open(request, u"file:/home/ann");
+    ASSERT_TRUE(Name()->hasFocus());
+    EXPECT_EQ(form->windowTitle(), QStringLiteral("Save"));
+    EXPECT_EQ(Ok()->text(), QStringLiteral("&Save"));
+    Type("new.bas");
+    Key(Qt::Key_Return);
+    EXPECT_EQ(model->Answer().paths, (std::vector<Text>{u"file:/home/ann/new.bas"}));
+}
+
+TEST_F(ItemPickerTest, SeveralPicksAndReadOnly)
+{
+    SelectRequest request;
+    request.several = true;
+    request.offerReadOnly = true;
+    Open(request, kBp);
+    Key(Qt::Key_Down);
+    Key(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(Name()->text(), QStringLiteral("\"MAIN\" \"MAIN2\""));
+    Key(Qt::Key_R, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return model->Answer().readOnly; })) << "by its access key";
+    Ok()->click();
+    EXPECT_EQ(model->Answer().paths.size(), 2U);
+    EXPECT_TRUE(model->Answer().readOnly);
+}
+
+TEST_F(ItemPickerTest, FailureIsALineInTheDialog)
+{
+    const auto shown = [&](const Text& text) {
+        for (const QLabel* label : form->findChildren<QLabel*>()) {
+            if (label->isVisible() && label->text() == ToQString(text)) return true;
+        }
+        return false;
+    };
+    browser.denied.insert(u"file:/home/ann/work");
+    Open({}, u"file:/home/ann");
+    Key(Qt::Key_Down);
+    Key(Qt::Key_Return);
+    EXPECT_TRUE(shown(u"file:/home/ann/work: not allowed"));
+    EXPECT_EQ(List()->model()->rowCount(), 3);
+    browser.denied.clear();
+    Key(Qt::Key_Return);
+    EXPECT_FALSE(shown(u"file:/home/ann/work: not allowed"));
+    EXPECT_EQ(model->Place(), u"file:/home/ann/work");
+}
+
+TEST_F(ItemPickerTest, EveryControlHasAName)
+{
+    SelectRequest request;
+    request.offerReadOnly = true;
+    Open(request, kBp);
+    for (const QWidget* widget : form->findChildren<QWidget*>()) {
+        if (!widget->isVisible() || !(widget->focusPolicy() & Qt::TabFocus)) continue;
+        const auto* button = qobject_cast<const QAbstractButton*>(widget);
+        EXPECT_TRUE(!widget->accessibleName().isEmpty() || (button && !button->text().isEmpty()))
+            << widget->metaObject()->className();
+    }
+}
+
+TEST_F(ItemPickerTest, TenThousandItems)
+{
+    for (int i = 0; i < 10000; ++i) browser.Add(u"mvdb:LIVE/SALES/BIG/INV*" + Decimal(i));
+    QElapsedTimer clock;
+    clock.start();
+    Open({}, u"mvdb:LIVE/SALES/BIG");
+    EXPECT_LT(clock.restart(), 1500);
+    ASSERT_EQ(List()->model()->rowCount(), 10000);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return browser.lockQuestions > 0; }));
+    QTest::qWait(50);
+    const auto [first, last] = List()->RowsInSight();
+    EXPECT_EQ(browser.lockQuestions, last - first + 1) << "only the rows in sight";
+    Key(Qt::Key_F, Qt::ControlModifier);
+    clock.restart();
+    Type("999");
+    EXPECT_LT(clock.elapsed(), 1000);
+    EXPECT_EQ(List()->model()->rowCount(), 19);
+}
+
+TEST_F(ItemPickerTest, SizeAndHiddenFilesAreRememberedWithinTheRun)
+{
+    ItemPicker picker;
+    QSize before;
+    const auto runAndCancel = [&](const std::function<void(frmItemPicker&)>& act) {
+        QTimer::singleShot(0, [&] {
+            auto* dialog = qobject_cast<frmItemPicker*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            QApplication::setActiveWindow(dialog);
+            act(*dialog);
+            dialog->reject();
+        });
+        SelectRequest request;
+        request.mode = u"Open";
+        EXPECT_FALSE(picker.Run(request, u"file:/home/ann", browser));
+    };
+    runAndCancel([&](frmItemPicker& dialog) {
+        dialog.resize(dialog.width() + 111, dialog.height() + 55);
+        before = dialog.size();
+        QTest::keyClick(&dialog, Qt::Key_H, Qt::ControlModifier);
+    });
+    runAndCancel([&](frmItemPicker& dialog) {
+        EXPECT_EQ(dialog.size(), before);
+        EXPECT_EQ(dialog.findChild<PickerListView*>()->model()->rowCount(), 4);
+    });
+}
+
+} // namespace
+} // namespace nib
