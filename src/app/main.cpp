@@ -38,7 +38,7 @@ private:
 std::vector<Text> Arguments(const QStringList& all)
 {
     std::vector<Text> arguments;
-    for (const QString& argument : all.mid(1)) arguments.push_back(FromQString(argument));
+    for (const QString& argument : all.mid(1)) arguments.push_back(ToText(argument));
     return arguments;
 }
 

@@ -58,6 +58,8 @@ frmDocument::~frmDocument()
     window_->deleteLater();
 }
 
+QMdiSubWindow* frmDocument::SubWindow() const { return window_; }
+
 SourceViewModel& frmDocument::Model() const
 {
     return widget_->Model();

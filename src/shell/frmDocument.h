@@ -46,7 +46,7 @@ public:
     void LinesChanged() override;
     void OvertypeChanged(bool overtype) override;
 
-    QMdiSubWindow* SubWindow() const { return window_; }
+    QMdiSubWindow* SubWindow() const;
     /// Panels 2 and 3 afresh, when the window comes to the front.
     void ShowPosition();
     void FocusText();

@@ -251,7 +251,7 @@ void frmMain::dropEvent(QDropEvent* event)
 {
     std::vector<Text> files;
     for (const QUrl& url : event->mimeData()->urls())
-        if (url.isLocalFile()) files.push_back(FromQString(url.toLocalFile()));
+        if (url.isLocalFile()) files.push_back(ToText(url.toLocalFile()));
     event->setDropAction(Qt::CopyAction);
     event->accept();
     program_->HandleDroppedFiles(files);
