@@ -171,6 +171,7 @@ void frmMain::AddChild(frmDocument& form)
 void frmMain::RemoveChild(frmDocument& form)
 {
     std::erase(children_, &form);
+    if (lastActive_ == &form) lastActive_ = nullptr;
     area_->removeSubWindow(form.SubWindow());
     UpdateToolBar();
 }
@@ -178,7 +179,10 @@ void frmMain::RemoveChild(frmDocument& form)
 void frmMain::ShowChild(frmDocument& form)
 {
     // A new window follows its neighbour; the first one fills the frame.
-    frmDocument* neighbour = ActiveForm();
+    auto other = std::find_if(children_.rbegin(), children_.rend(),
+                              [&](frmDocument* child) { return child != &form && child->Visible(); });
+    frmDocument* neighbour = lastActive_ && lastActive_ != &form ? lastActive_ : nullptr;
+    if (!neighbour && other != children_.rend()) neighbour = *other;
     int32_t state = !neighbour ? 2 : neighbour->WindowState() == 1 ? 0 : neighbour->WindowState();
     form.SetWindowState(state);
     area_->setActiveSubWindow(form.SubWindow());
@@ -207,6 +211,7 @@ frmDocument* frmMain::ActiveForm() const
 void frmMain::ChildActivated()
 {
     if (frmDocument* form = ActiveForm()) {
+        if (form->Visible()) lastActive_ = form;
         form->ShowPosition();
         form->FocusText();
     }

@@ -70,6 +70,7 @@ private:
     std::vector<QLabel*> panels_; ///< panel 1 first
     std::map<Text, QAction*> actions_;
     std::vector<frmDocument*> children_;
+    frmDocument* lastActive_ = nullptr; ///< null when it has gone
     Text title_ = u"Nib";
     bool waiting_ = false;
     bool unloading_ = false;
