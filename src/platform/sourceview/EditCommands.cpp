@@ -219,9 +219,8 @@ void SourceViewModel::Copy()
     if (HasSelection()) clipboard_.SetText(SelectedText());
 }
 
-void SourceViewModel::Paste()
+void SourceViewModel::Insert(TextView text)
 {
-    Text text = clipboard_.GetText();
     if (text.empty()) return;
     Position start;
     Position end;
@@ -229,6 +228,11 @@ void SourceViewModel::Paste()
     buffer_.BreakTyping();
     ReplaceRange(start, end, WithoutTabs(text, start.col));
     buffer_.BreakTyping();
+}
+
+void SourceViewModel::Paste()
+{
+    Insert(clipboard_.GetText());
 }
 
 void SourceViewModel::MoveSelection(Position target, bool copy)

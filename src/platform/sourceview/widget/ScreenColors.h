@@ -1,0 +1,43 @@
+#pragma once
+// Colours of a view: the palette's, and those of the token styles made readable on its background.
+
+#include "platform/sourceview/SourceViewModel.h"
+
+#include <QColor>
+#include <QPalette>
+
+namespace nib {
+
+struct ScreenStyle {
+    QColor color;
+    int32_t style = 0;
+};
+
+class ScreenColors {
+public:
+    void Build(const QPalette& palette, const SourceViewModel& model);
+
+    QColor base;
+    QColor text;
+    QColor highlight;
+    QColor highlightedText;
+    QColor faint;    ///< line numbers, fold lines, signs
+    QColor strong;   ///< the caret line's number
+    QColor line;     ///< separators
+    QColor bookmark; ///< behind a number; its text is `onBookmark`
+    QColor onBookmark;
+
+    ScreenStyle Style(int32_t tokenType) const;
+
+private:
+    QColor FromNumber(int32_t color) const;
+    QColor Readable(QColor color) const;
+
+    const SourceViewModel* model_ = nullptr;
+    QPalette palette_;
+};
+
+/// Contrast of two colours, 1 to 21.
+double Contrast(const QColor& a, const QColor& b);
+
+} // namespace nib

@@ -1,0 +1,206 @@
+// Painting, and what must be painted again; part of SourceViewWidget.
+
+#include "platform/sourceview/widget/SourceViewAccessible.h"
+#include "platform/sourceview/widget/SourceViewWidget.h"
+
+#include <QPaintEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace nib {
+
+namespace {
+
+constexpr int64_t kScanSlice = 8000; ///< microseconds, short enough for the next key not to wait
+
+} // namespace
+
+// What the buffer tells
+
+void SourceViewWidget::TextChanged(const TextChange& change)
+{
+    offsets_.Forget(change.start.line);
+    bool sameLines = change.oldEnd.line == change.newEnd.line;
+    if (sameLines) {
+        cache_.Invalidate(change.start.line, change.newEnd.line);
+    } else {
+        cache_.Clear();
+    }
+    auto old = geometry_.TopPlace();
+    geometry_.TextMoved(&change);
+    bool moved = !(old == geometry_.TopPlace());
+    UpdateBars();
+    if (moved) {
+        viewport()->update();
+    } else {
+        UpdateLines(change.start.line, sameLines && !model_.LineWrap() ? change.newEnd.line : buffer_.LineCount());
+    }
+    scanTimer_.start(0);
+    SourceViewAccessible::TellText(*this, change);
+}
+
+void SourceViewWidget::TextReset()
+{
+    offsets_.Forget(0);
+    cache_.Clear();
+    geometry_.ScrollToIndex(0);
+    geometry_.SetLeft(0);
+    UpdateBars();
+    viewport()->update();
+    scanTimer_.start(0);
+    SourceViewAccessible::TellReset(*this);
+}
+
+void SourceViewWidget::LinesRepaint(int32_t first, int32_t last)
+{
+    cache_.Invalidate(first, last);
+    if (painting_) {
+        // Scanning for this paint: what it does not paint itself follows after it.
+        scannedFirst_ = scannedLast_ < 0 ? first : std::min(scannedFirst_, first);
+        scannedLast_ = std::max(scannedLast_, last);
+    } else {
+        UpdateLines(first, last);
+    }
+}
+
+void SourceViewWidget::FoldingChanged()
+{
+    geometry_.TextMoved(nullptr);
+    UpdateBars();
+    viewport()->update();
+}
+
+void SourceViewWidget::UpdateLines(int32_t first, int32_t last)
+{
+    geometry_.ForEach(0, viewport()->height(), [&](int32_t line, qreal y) {
+        if (line < first || line > last) return;
+        QRectF row(0, y, viewport()->width(), geometry_.HeightOf(line));
+        viewport()->update(row.toAlignedRect());
+    });
+    if (last >= buffer_.LineCount()) {
+        // Lines may have gone: what they leave behind the end is cleared too.
+        int32_t bottom = buffer_.VisibleLine(buffer_.VisibleCount() - 1);
+        if (std::optional<qreal> y = geometry_.TopOf(bottom)) {
+            QRectF rest(0, *y, viewport()->width(), viewport()->height() - *y);
+            viewport()->update(rest.toAlignedRect());
+        }
+    }
+}
+
+void SourceViewWidget::UpdateCaret()
+{
+    QRectF caret = CaretRect();
+    if (!caret.isEmpty()) viewport()->update(caret.adjusted(-1, -1, 1, 1).toAlignedRect());
+}
+
+// Painting
+
+void SourceViewWidget::paintEvent(QPaintEvent* event)
+{
+    QRectF dirty = event->rect();
+    BuildColors();
+    painting_ = true;
+    ScanVisible(dirty);
+    {
+        QPainter painter(viewport());
+        painter.setClipRegion(event->region());
+        painter.fillRect(dirty, colors_.base);
+        PaintText(painter, dirty);
+        PaintMargin(painter, dirty);
+        PaintCarets(painter);
+    }
+    painting_ = false;
+    int32_t first = std::exchange(scannedFirst_, 0);
+    int32_t last = std::exchange(scannedLast_, -1);
+    geometry_.ForEach(0, viewport()->height(), [&](int32_t line, qreal y) {
+        QRectF row(0, y, viewport()->width(), geometry_.HeightOf(line));
+        if (line >= first && line <= last && !dirty.intersects(row)) viewport()->update(row.toAlignedRect());
+    });
+    if (!scanTimer_.isActive()) scanTimer_.start(0);
+}
+
+void SourceViewWidget::ScanVisible(const QRectF& dirty)
+{
+    geometry_.ForEach(dirty.top(), dirty.bottom(), [&](int32_t line, qreal) { cache_.Styled(line); });
+}
+
+PaintedLine SourceViewWidget::Describe(int32_t line, qreal y, const QRectF& clip)
+{
+    PaintedLine painted;
+    painted.entry = &cache_.Styled(line);
+    painted.text = cache_.ShownText(line);
+    painted.origin = {geometry_.TextX(), y};
+    painted.clip = clip;
+    uint32_t state = buffer_.GetLineData(line, LineWord::Control) & line_bits::kBlockStateMask;
+    painted.collapsed = model_.ShowBlocks() && state == line_bits::kBlockCollapsed;
+    Position anchor;
+    Position caret;
+    model_.GetSelection(anchor, caret);
+    Position start = std::min(anchor, caret);
+    Position end = std::max(anchor, caret);
+    if (start == end || line < start.line || line > end.line) return painted;
+    painted.selectionStart = line == start.line ? painted.entry->ToShown(start.col) : 0;
+    painted.selectionEnd =
+        line == end.line ? painted.entry->ToShown(end.col) : static_cast<int32_t>(painted.text.size());
+    painted.selectsBreak = line < end.line;
+    return painted;
+}
+
+void SourceViewWidget::PaintText(QPainter& painter, const QRectF& dirty)
+{
+    QRectF area = dirty;
+    area.setLeft(std::max(area.left(), geometry_.Margin().width));
+    if (area.isEmpty()) return;
+    painter.save();
+    painter.setClipRect(area, Qt::IntersectClip);
+    geometry_.ForEach(area.top(), area.bottom(),
+                      [&](int32_t line, qreal y) { linePainter_.Paint(painter, Describe(line, y, area)); });
+    painter.restore();
+}
+
+void SourceViewWidget::PaintMargin(QPainter& painter, const QRectF& dirty)
+{
+    if (dirty.left() >= geometry_.Margin().width) return;
+    geometry_.ForEach(dirty.top(), dirty.bottom(), [&](int32_t line, qreal y) {
+        MarginLine margin;
+        margin.line = line;
+        margin.y = y;
+        margin.height = geometry_.HeightOf(line);
+        margin.control = buffer_.GetLineData(line, LineWord::Control);
+        margin.current = line == model_.Caret().line;
+        marginPainter_.Paint(painter, geometry_.Margin(), margin);
+    });
+    marginPainter_.PaintSeparator(painter, geometry_.Margin(), dirty.top(), dirty.bottom());
+}
+
+void SourceViewWidget::PaintCarets(QPainter& painter)
+{
+    QRectF room = viewport()->rect();
+    room.setLeft(std::max(geometry_.Margin().width - 1, 0.0));
+    painter.setClipRect(room, Qt::IntersectClip);
+    if (hasFocus() && caretOn_) {
+        QColor color = colors_.text;
+        // A block leaves the character under it readable.
+        if (model_.Overtype() && preedit_.isEmpty()) color.setAlpha(110);
+        painter.fillRect(CaretRect(), color);
+    }
+    if (!dropCaret_) return;
+    QRectF cell = geometry_.CellOf(*dropCaret_);
+    if (!cell.isEmpty())
+        painter.fillRect(QRectF(std::round(cell.left()) - 1, cell.top(), 2, cell.height()), colors_.highlight);
+}
+
+void SourceViewWidget::ShowDropCaret(std::optional<Position> at)
+{
+    for (const std::optional<Position>& place : {std::exchange(dropCaret_, at), at}) {
+        if (place) UpdateLines(place->line, place->line);
+    }
+}
+
+void SourceViewWidget::ScanIdle()
+{
+    if (buffer_.ScanSlice(kScanSlice)) scanTimer_.start(0);
+}
+
+} // namespace nib
