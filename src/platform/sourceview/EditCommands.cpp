@@ -230,7 +230,10 @@ void SourceViewModel::Insert(TextView text)
     buffer_.BreakTyping();
 }
 
-void SourceViewModel::Paste() { Insert(clipboard_.GetText()); }
+void SourceViewModel::Paste()
+{
+    Insert(clipboard_.GetText());
+}
 
 void SourceViewModel::MoveSelection(Position target, bool copy)
 {

@@ -123,7 +123,8 @@ public:
 
     // Commands of keyboard and mouse
     void MoveCaret(Move move, bool extendSelection);
-    /// Puts in a text as pasting does: for the selection, never over what stands behind the caret, an undo step of its own.
+    /// Puts in a text as pasting does: for the selection, never over what stands behind the caret, an undo step of its
+    /// own.
     void Insert(TextView text);
     void NewLine();   ///< breaks the line and keeps its indent
     void Backspace(); ///< grapheme left; over leading blanks one tab stop
