@@ -13,6 +13,7 @@
 #include <QCompleter>
 #include <QElapsedTimer>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -33,6 +34,8 @@ namespace {
 
 /// Questions about locks go on for so long before keys and paint events get their turn.
 constexpr int kLockSliceMs = 15;
+/// Arrow keys walk through the tree without opening every place on the way.
+constexpr int kTreeDelayMs = 200;
 
 } // namespace
 
@@ -110,10 +113,12 @@ QWidget* frmItemPicker::BuildPlaces()
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(placesLabel_);
     column->addWidget(tree_, 1);
-    connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& index) {
-        const Text path = places_->PathOf(index);
-        if (!showing_ && !path.empty()) Go([&] { model_.GoTo(path); });
+    connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+        const bool byMouse = QGuiApplication::mouseButtons() != Qt::NoButton;
+        if (!showing_) treeTimer_.start(byMouse ? 0 : kTreeDelayMs);
     });
+    treeTimer_.setSingleShot(true);
+    connect(&treeTimer_, &QTimer::timeout, this, &frmItemPicker::FollowTree);
     return side;
 }
 
@@ -262,6 +267,22 @@ void frmItemPicker::Go(const std::function<void()>& move)
     ShowPlace();
 }
 
+void frmItemPicker::FollowTree()
+{
+    const Text path = places_->PathOf(tree_->currentIndex());
+    if (path.empty() || path == model_.Place()) return;
+    bool moved = false;
+    {
+        const QtWaitCursor wait;
+        moved = model_.GoTo(path);
+    }
+    // The tree stays on a place that cannot be read, so that the keys can go on from there.
+    if (moved)
+        ShowPlace();
+    else
+        ShowMessage();
+}
+
 void frmItemPicker::Press(const std::function<PickerModel::Outcome()>& decide)
 {
     PickerModel::Outcome outcome{};
@@ -333,6 +354,7 @@ void frmItemPicker::ShowPlace()
         const QScopedValueRollback<bool> showing(showing_, true);
         items_->Changing([] {});
         filter_->setText(ToQString(model_.List().Filter()));
+        treeTimer_.stop();
         const QModelIndex place = places_->Reveal(model_.Place());
         tree_->setCurrentIndex(place);
         tree_->scrollTo(place);

@@ -48,6 +48,7 @@ private:
     void Take(PickerModel::Outcome outcome);
     void Press(const std::function<PickerModel::Outcome()>& decide);
     void Filter(const std::function<void()>& change);
+    void FollowTree();
     void EnterList();
 
     void ShowPlace();
@@ -75,6 +76,7 @@ private:
     QLabel* message_ = nullptr;
     QPushButton* accept_ = nullptr;
     QPushButton* cancel_ = nullptr;
+    QTimer treeTimer_;
     QTimer lockTimer_;
     /// The form is being brought in line with the model: what its widgets report is no choice of the user.
     bool showing_ = false;
