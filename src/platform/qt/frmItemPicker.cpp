@@ -2,13 +2,13 @@
 
 #include "platform/qt/PickerItemModel.h"
 #include "platform/qt/PickerListView.h"
+#include "platform/qt/PickerMessageLine.h"
 #include "platform/qt/PickerPathBar.h"
 #include "platform/qt/PlaceTreeModel.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWaitCursor.h"
 
 #include <QAbstractItemView>
-#include <QAccessible>
 #include <QCheckBox>
 #include <QCompleter>
 #include <QElapsedTimer>
@@ -54,7 +54,8 @@ frmItemPicker::frmItemPicker(PickerModel& model, ItemBrowser& browser, QWidget* 
     split->setStretchFactor(1, 1);
     auto* column = new QVBoxLayout(this);
     column->addWidget(split, 1);
-    column->addWidget(BuildMessage());
+    message_ = new PickerMessageLine;
+    column->addWidget(message_);
     column->addWidget(BuildFields());
     column->addWidget(BuildBottom());
 
@@ -212,23 +213,6 @@ QWidget* frmItemPicker::BuildFields()
     return fields;
 }
 
-QWidget* frmItemPicker::BuildMessage()
-{
-    messageLine_ = new QWidget;
-    auto* icon = new QLabel;
-    const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(QSize(side, side), devicePixelRatioF()));
-    message_ = new QLabel;
-    message_->setTextFormat(Qt::PlainText);
-    message_->setWordWrap(true);
-    message_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto* row = new QHBoxLayout(messageLine_);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(icon, 0, Qt::AlignTop);
-    row->addWidget(message_, 1);
-    return messageLine_;
-}
-
 QWidget* frmItemPicker::BuildBottom()
 {
     auto* bottom = new QWidget;
@@ -290,11 +274,6 @@ void frmItemPicker::Press(const std::function<PickerModel::Outcome()>& decide)
         const QtWaitCursor wait;
         outcome = decide();
     }
-    Take(outcome);
-}
-
-void frmItemPicker::Take(PickerModel::Outcome outcome)
-{
     if (outcome == PickerModel::Outcome::Answers) return accept();
     if (outcome == PickerModel::Outcome::Stays) return ShowMessage();
     ShowPlace();
@@ -403,11 +382,7 @@ void frmItemPicker::ShowChoice()
 
 void frmItemPicker::ShowMessage()
 {
-    message_->setText(ToQString(model_.Message()));
-    messageLine_->setVisible(!model_.Message().empty());
-    if (model_.Message().empty()) return;
-    QAccessibleEvent alert(message_, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    message_->Say(ToQString(model_.Message()));
 }
 
 void frmItemPicker::AskLocks()
