@@ -157,6 +157,22 @@ TEST_F(ItemPickerTest, FailureIsALineInTheDialog)
     EXPECT_EQ(model->Place(), u"file:/home/ann/work");
 }
 
+TEST_F(ItemPickerTest, TheTreeFollowsAndLeads)
+{
+    browser.denied.insert(u"mvdb:LIVE/SALES/VOC");
+    Open({}, kBp);
+    auto* tree = Named<QTreeView>("Places");
+    EXPECT_EQ(tree->currentIndex().data().toString(), QStringLiteral("BP"));
+    tree->setFocus();
+    Key(Qt::Key_Down);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !model->Message().empty(); }));
+    EXPECT_EQ(tree->currentIndex().data().toString(), QStringLiteral("VOC"));
+    EXPECT_EQ(model->Place(), kBp);
+    Key(Qt::Key_Up);
+    Key(Qt::Key_Up);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return model->Place() == u"mvdb:LIVE/SALES"; }));
+}
+
 TEST_F(ItemPickerTest, EveryControlHasAName)
 {
     SelectRequest request;

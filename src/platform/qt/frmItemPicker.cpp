@@ -2,17 +2,18 @@
 
 #include "platform/qt/PickerItemModel.h"
 #include "platform/qt/PickerListView.h"
+#include "platform/qt/PickerMessageLine.h"
 #include "platform/qt/PickerPathBar.h"
 #include "platform/qt/PlaceTreeModel.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWaitCursor.h"
 
 #include <QAbstractItemView>
-#include <QAccessible>
 #include <QCheckBox>
 #include <QCompleter>
 #include <QElapsedTimer>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -33,6 +34,8 @@ namespace {
 
 /// Questions about locks go on for so long before keys and paint events get their turn.
 constexpr int kLockSliceMs = 15;
+/// Arrow keys walk through the tree without opening every place on the way.
+constexpr int kTreeDelayMs = 200;
 
 } // namespace
 
@@ -51,7 +54,8 @@ frmItemPicker::frmItemPicker(PickerModel& model, ItemBrowser& browser, QWidget* 
     split->setStretchFactor(1, 1);
     auto* column = new QVBoxLayout(this);
     column->addWidget(split, 1);
-    column->addWidget(BuildMessage());
+    message_ = new PickerMessageLine;
+    column->addWidget(message_);
     column->addWidget(BuildFields());
     column->addWidget(BuildBottom());
 
@@ -110,10 +114,12 @@ QWidget* frmItemPicker::BuildPlaces()
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(placesLabel_);
     column->addWidget(tree_, 1);
-    connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& index) {
-        const Text path = places_->PathOf(index);
-        if (!showing_ && !path.empty()) Go([&] { model_.GoTo(path); });
+    connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+        const bool byMouse = QGuiApplication::mouseButtons() != Qt::NoButton;
+        if (!showing_) treeTimer_.start(byMouse ? 0 : kTreeDelayMs);
     });
+    treeTimer_.setSingleShot(true);
+    connect(&treeTimer_, &QTimer::timeout, this, &frmItemPicker::FollowTree);
     return side;
 }
 
@@ -207,23 +213,6 @@ QWidget* frmItemPicker::BuildFields()
     return fields;
 }
 
-QWidget* frmItemPicker::BuildMessage()
-{
-    messageLine_ = new QWidget;
-    auto* icon = new QLabel;
-    const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(QSize(side, side), devicePixelRatioF()));
-    message_ = new QLabel;
-    message_->setTextFormat(Qt::PlainText);
-    message_->setWordWrap(true);
-    message_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto* row = new QHBoxLayout(messageLine_);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(icon, 0, Qt::AlignTop);
-    row->addWidget(message_, 1);
-    return messageLine_;
-}
-
 QWidget* frmItemPicker::BuildBottom()
 {
     auto* bottom = new QWidget;
@@ -262,6 +251,22 @@ void frmItemPicker::Go(const std::function<void()>& move)
     ShowPlace();
 }
 
+void frmItemPicker::FollowTree()
+{
+    const Text path = places_->PathOf(tree_->currentIndex());
+    if (path.empty() || path == model_.Place()) return;
+    bool moved = false;
+    {
+        const QtWaitCursor wait;
+        moved = model_.GoTo(path);
+    }
+    // The tree stays on a place that cannot be read, so that the keys can go on from there.
+    if (moved)
+        ShowPlace();
+    else
+        ShowMessage();
+}
+
 void frmItemPicker::Press(const std::function<PickerModel::Outcome()>& decide)
 {
     PickerModel::Outcome outcome{};
@@ -269,11 +274,6 @@ void frmItemPicker::Press(const std::function<PickerModel::Outcome()>& decide)
         const QtWaitCursor wait;
         outcome = decide();
     }
-    Take(outcome);
-}
-
-void frmItemPicker::Take(PickerModel::Outcome outcome)
-{
     if (outcome == PickerModel::Outcome::Answers) return accept();
     if (outcome == PickerModel::Outcome::Stays) return ShowMessage();
     ShowPlace();
@@ -333,6 +333,7 @@ void frmItemPicker::ShowPlace()
         const QScopedValueRollback<bool> showing(showing_, true);
         items_->Changing([] {});
         filter_->setText(ToQString(model_.List().Filter()));
+        treeTimer_.stop();
         const QModelIndex place = places_->Reveal(model_.Place());
         tree_->setCurrentIndex(place);
         tree_->scrollTo(place);
@@ -381,11 +382,7 @@ void frmItemPicker::ShowChoice()
 
 void frmItemPicker::ShowMessage()
 {
-    message_->setText(ToQString(model_.Message()));
-    messageLine_->setVisible(!model_.Message().empty());
-    if (model_.Message().empty()) return;
-    QAccessibleEvent alert(message_, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    message_->Say(ToQString(model_.Message()));
 }
 
 void frmItemPicker::AskLocks()

@@ -18,6 +18,7 @@ namespace nib {
 
 class PickerItemModel;
 class PickerListView;
+class PickerMessageLine;
 class PickerPathBar;
 class PlaceTreeModel;
 
@@ -36,7 +37,6 @@ private:
     QWidget* BuildPlaces();
     QWidget* BuildList();
     QWidget* BuildFields();
-    QWidget* BuildMessage();
     QWidget* BuildBottom();
     QToolButton* AddTool(const QString& name, const QIcon& icon, const QKeySequence& key);
     void SetUpColumns();
@@ -45,9 +45,9 @@ private:
     void AddShortcut(const QKeySequence& key, Receiver receiver);
 
     void Go(const std::function<void()>& move);
-    void Take(PickerModel::Outcome outcome);
     void Press(const std::function<PickerModel::Outcome()>& decide);
     void Filter(const std::function<void()>& change);
+    void FollowTree();
     void EnterList();
 
     void ShowPlace();
@@ -71,10 +71,10 @@ private:
     QLineEdit* filter_ = nullptr;
     QCheckBox* hidden_ = nullptr;
     QCheckBox* readOnly_ = nullptr;
-    QWidget* messageLine_ = nullptr;
-    QLabel* message_ = nullptr;
+    PickerMessageLine* message_ = nullptr;
     QPushButton* accept_ = nullptr;
     QPushButton* cancel_ = nullptr;
+    QTimer treeTimer_;
     QTimer lockTimer_;
     /// The form is being brought in line with the model: what its widgets report is no choice of the user.
     bool showing_ = false;
