@@ -25,6 +25,13 @@ struct Levels {
     }
 };
 
+ElementPath Parent(ElementPath at)
+{
+    if (at.value == 0) return {};
+    if (at.subValue == 0) return {at.field};
+    return {at.field, at.value};
+}
+
 int32_t CountIn(TextView text, Span span, char16_t delimiter)
 {
     if (span.begin == span.end) return 0;
@@ -59,10 +66,14 @@ void DynamicArray::Parse(TextView text, TextView delimiters)
     delimiters_ = delimiters.substr(0, 3);
 }
 
-void DynamicArray::Clear() { text_.clear(); }
+void DynamicArray::Clear()
+{
+    text_.clear();
+}
 
-/// The span of an element, made to exist by adding delimiters when `create` is set. A level of -1 is one past the last.
-static bool Find(Text& text, TextView delimiters, ElementPath at, bool create, Span& span, size_t& depth)
+/// The span of an element, made to exist by adding delimiters to `creating` when that is given. A level of -1 is one
+/// past the last.
+static bool Find(TextView text, Text* creating, TextView delimiters, ElementPath at, Span& span, size_t& depth)
 {
     Levels levels(at);
     span = {0, text.size()};
@@ -72,8 +83,9 @@ static bool Find(Text& text, TextView delimiters, ElementPath at, bool create, S
         if (number < 0) number = CountIn(text, span, delimiter) + 1;
         int32_t missing = 0;
         if (Enter(text, span, delimiter, number, missing)) continue;
-        if (!create) return false;
-        text.insert(span.end, static_cast<size_t>(missing), delimiter);
+        if (!creating) return false;
+        creating->insert(span.end, static_cast<size_t>(missing), delimiter);
+        text = *creating;
         span.begin = span.end = span.end + static_cast<size_t>(missing);
     }
     return true;
@@ -83,8 +95,7 @@ int32_t DynamicArray::Count(ElementPath at) const
 {
     Span span;
     size_t depth = 0;
-    Text copy = text_;
-    if (!Find(copy, delimiters_, at, false, span, depth) || depth >= delimiters_.size()) return 0;
+    if (!Find(text_, nullptr, delimiters_, at, span, depth) || depth >= delimiters_.size()) return 0;
     return CountIn(text_, span, delimiters_[depth]);
 }
 
@@ -92,8 +103,7 @@ Text DynamicArray::Extract(ElementPath at) const
 {
     Span span;
     size_t depth = 0;
-    Text copy = text_;
-    if (!Find(copy, delimiters_, at, false, span, depth)) return {};
+    if (!Find(text_, nullptr, delimiters_, at, span, depth)) return {};
     return text_.substr(span.begin, span.end - span.begin);
 }
 
@@ -101,7 +111,7 @@ void DynamicArray::Append(TextView value, ElementPath at)
 {
     Span span;
     size_t depth = 0;
-    Find(text_, delimiters_, at, true, span, depth);
+    Find(text_, &text_, delimiters_, at, span, depth);
     if (depth >= delimiters_.size()) return;
     if (span.begin != span.end) text_.insert(span.end++, 1, delimiters_[depth]);
     text_.insert(span.end, value);
@@ -111,12 +121,13 @@ void DynamicArray::Insert(TextView value, ElementPath at)
 {
     Span span;
     size_t depth = 0;
-    bool exists = Find(text_, delimiters_, at, false, span, depth);
-    if (!exists) {
+    bool exists = Find(text_, nullptr, delimiters_, at, span, depth);
+    if (exists && depth == 0) return;
+    // What is empty holds no element that the new one could come before.
+    if (!exists || (span.begin == span.end && Count(Parent(at)) == 0)) {
         Replace(value, at);
         return;
     }
-    if (depth == 0) return;
     text_.insert(span.begin, 1, delimiters_[depth - 1]);
     text_.insert(span.begin, value);
 }
@@ -125,7 +136,7 @@ void DynamicArray::Replace(TextView value, ElementPath at)
 {
     Span span;
     size_t depth = 0;
-    Find(text_, delimiters_, at, true, span, depth);
+    Find(text_, &text_, delimiters_, at, span, depth);
     text_.replace(span.begin, span.end - span.begin, value);
 }
 
@@ -133,14 +144,16 @@ void DynamicArray::Delete(ElementPath at)
 {
     Span span;
     size_t depth = 0;
-    if (!Find(text_, delimiters_, at, false, span, depth)) return;
+    if (!Find(text_, nullptr, delimiters_, at, span, depth)) return;
     if (depth == 0) {
         text_.clear();
         return;
     }
     char16_t delimiter = delimiters_[depth - 1];
-    if (span.end < text_.size() && text_[span.end] == delimiter) ++span.end;
-    else if (span.begin > 0 && text_[span.begin - 1] == delimiter) --span.begin;
+    if (span.end < text_.size() && text_[span.end] == delimiter)
+        ++span.end;
+    else if (span.begin > 0 && text_[span.begin - 1] == delimiter)
+        --span.begin;
     text_.erase(span.begin, span.end - span.begin);
 }
 
@@ -148,8 +161,7 @@ int32_t DynamicArray::Locate(TextView text, ElementPath at) const
 {
     Span span;
     size_t depth = 0;
-    Text copy = text_;
-    if (!Find(copy, delimiters_, at, false, span, depth) || depth >= delimiters_.size()) return 0;
+    if (!Find(text_, nullptr, delimiters_, at, span, depth) || depth >= delimiters_.size()) return 0;
     int32_t count = CountIn(text_, span, delimiters_[depth]);
     size_t begin = span.begin;
     for (int32_t n = 1; n <= count; ++n) {

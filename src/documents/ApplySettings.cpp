@@ -14,9 +14,9 @@ struct TokenRow {
 };
 
 constexpr TokenRow kTokens[] = {
-    {6, &MvEdit::CommentColor, &MvEdit::CommentStyle},   {10, &MvEdit::ReservedColor, &MvEdit::ReservedStyle},
-    {7, &MvEdit::StringColor, &MvEdit::StringStyle},     {8, &MvEdit::NormalColor, &MvEdit::NormalStyle},
-    {5, &MvEdit::NormalColor, &MvEdit::NormalStyle},     {2, &MvEdit::LabelColor, &MvEdit::LabelStyle},
+    {6, &MvEdit::CommentColor, &MvEdit::CommentStyle}, {10, &MvEdit::ReservedColor, &MvEdit::ReservedStyle},
+    {7, &MvEdit::StringColor, &MvEdit::StringStyle},   {8, &MvEdit::NormalColor, &MvEdit::NormalStyle},
+    {5, &MvEdit::NormalColor, &MvEdit::NormalStyle},   {2, &MvEdit::LabelColor, &MvEdit::LabelStyle},
     {4, &MvEdit::KeywordColor, &MvEdit::KeywordStyle},
 };
 

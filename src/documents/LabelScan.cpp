@@ -3,9 +3,18 @@
 namespace nib {
 
 namespace {
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-bool IsLetter(char16_t c) { return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z'); }
-bool IsNamePart(char16_t c) { return IsDigit(c) || IsLetter(c) || c == u'$' || c == u'.' || c == u'_'; }
+bool IsDigit(char16_t c)
+{
+    return c >= u'0' && c <= u'9';
+}
+bool IsLetter(char16_t c)
+{
+    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
+}
+bool IsNamePart(char16_t c)
+{
+    return IsDigit(c) || IsLetter(c) || c == u'$' || c == u'.' || c == u'_';
+}
 } // namespace
 
 LabelAt ScanLabel(TextView line)

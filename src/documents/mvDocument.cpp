@@ -94,7 +94,10 @@ Text mvDocument::DisplayName() const
     return item_->Folder() + u" " + item_->ItemID();
 }
 
-Text mvDocument::ListName() const { return DisplayName() + u" [" + Decimal(documentId_) + u"]"; }
+Text mvDocument::ListName() const
+{
+    return DisplayName() + u" [" + Decimal(documentId_) + u"]";
+}
 
 Text mvDocument::TitleText() const
 {
@@ -103,8 +106,10 @@ Text mvDocument::TitleText() const
         title += u" (New)";
     } else {
         if (item_->Provider() == u"mvdb" && !item_->HostName().empty()) title += u" on " + item_->HostName();
-        if (!item_->Exists()) title += u" (New)";
-        else if (item_->ReadOnly()) title += u" (Read only)";
+        if (!item_->Exists())
+            title += u" (New)";
+        else if (item_->ReadOnly())
+            title += u" (Read only)";
     }
     return IsDirty() ? u"*" + title : title;
 }
@@ -120,7 +125,10 @@ void mvDocument::Activate()
     EnsureView().Activate();
 }
 
-bool mvDocument::AutoSaveFlag() const { return view_ && view_->AutoSaveFlag(); }
+bool mvDocument::AutoSaveFlag() const
+{
+    return view_ && view_->AutoSaveFlag();
+}
 
 void mvDocument::SetAutoSaveFlag(bool flag)
 {

@@ -120,6 +120,7 @@ private:
     std::unique_ptr<clsDocView> view_;
     bool highlight_;
     std::unique_ptr<DynamicArray> labels_;
+    bool labelsOfSavedText_ = false;
     Text autoRecoverFile_;
     bool counted_ = false;
 };

@@ -14,7 +14,10 @@ constexpr TextView kSaving = u"Saving document to host";
 
 } // namespace
 
-bool mvDocument::FileNew() { return FileNewItem(nullptr); }
+bool mvDocument::FileNew()
+{
+    return FileNewItem(nullptr);
+}
 
 bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
 {
@@ -78,8 +81,7 @@ bool mvDocument::OpenAfterFailure(TextView path, const Error& error, bool& readO
 Text mvDocument::LockedQuestion(TextView path)
 {
     auto item = services_.connection.OpenServerForPath(path, false, false);
-    return item->DisplayPath() +
-           u" is locked by another user or process. Open in \"read only\" mode instead?";
+    return item->DisplayPath() + u" is locked by another user or process. Open in \"read only\" mode instead?";
 }
 
 bool mvDocument::ItemOpen(std::shared_ptr<mvItem> item, bool readOnly)
@@ -101,7 +103,8 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
         return false;
     }
     if (!item->Exists()) {
-        if (Ask(u"Item " + item->ItemName() + u" does not exist. Create new item?")) return FileNewItem(std::move(item));
+        if (Ask(u"Item " + item->ItemName() + u" does not exist. Create new item?"))
+            return FileNewItem(std::move(item));
         FileClose(false);
         return false;
     }
@@ -206,7 +209,8 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
     AdoptLocation(*item);
     if (!MayOverwrite(*item)) return false;
     bool sameItem = item_ && item_->Path() == item->Path();
-    if (services_.settings.RecordLocking && !sameItem) {
+    if (sameItem) item = item_; // it may hold the lock; a second binding to the same item would lose it
+    if (services_.settings.RecordLocking) {
         try {
             item->LockItem(true);
         } catch (...) {
@@ -217,9 +221,7 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
     SourceView& source = EnsureView().txtText();
     try {
         WaitCursor wait(services_.shell);
-        if (sameItem) {
-            item = item_; // it holds the lock; a second binding to the same item would lose it
-        } else {
+        if (!sameItem) {
             IgnoringErrors([&] {
                 if (item_) item_->Close();
             });
@@ -227,6 +229,7 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
         }
         WriteFrom(source, *item_);
         source.Document().SetModified(false);
+        labels_.reset();
         UpdateTitle();
         services_.shell.UpdateToolBar();
         return true;

@@ -16,7 +16,10 @@ constexpr ElementPath kLines{2};
 constexpr ElementPath kColumns{3};
 } // namespace
 
-Text mvDocument::GetText() { return NormalizeLineEnds(EnsureView().txtText().GetText()); }
+Text mvDocument::GetText()
+{
+    return NormalizeLineEnds(EnsureView().txtText().GetText());
+}
 
 void mvDocument::SetText(TextView text)
 {
@@ -29,7 +32,10 @@ void mvDocument::SetText(TextView text)
     source.Document().SetModified(true);
 }
 
-bool mvDocument::HasSelection() const { return view_ && Source()->HasSelection(); }
+bool mvDocument::HasSelection() const
+{
+    return view_ && Source()->HasSelection();
+}
 
 OrderedSelection mvDocument::GetOrderedSelection() const
 {
@@ -77,13 +83,25 @@ void mvDocument::ReplaceSelection(TextView text)
     source.Document().ExecuteOp(std::make_unique<OpReplace>(selection.start, selection.end, Text(text)));
 }
 
-void mvDocument::InsValue() { SetSelText(ValueMark); }
+void mvDocument::InsValue()
+{
+    SetSelText(ValueMark);
+}
 
-void mvDocument::InsSubValue() { SetSelText(SubValueMark); }
+void mvDocument::InsSubValue()
+{
+    SetSelText(SubValueMark);
+}
 
-bool mvDocument::CanUndo() const { return view_ && Source()->Document().CanUndo(); }
+bool mvDocument::CanUndo() const
+{
+    return view_ && Source()->Document().CanUndo();
+}
 
-bool mvDocument::CanRedo() const { return view_ && Source()->Document().CanRedo(); }
+bool mvDocument::CanRedo() const
+{
+    return view_ && Source()->Document().CanRedo();
+}
 
 void mvDocument::Undo()
 {
@@ -184,7 +202,8 @@ void mvDocument::ShowLine(int32_t column, int32_t line, bool centre)
 const DynamicArray& mvDocument::BuildLabelTable()
 {
     SourceDocument& text = EnsureView().txtText().Document();
-    if (labels_ && !text.Modified()) return *labels_;
+    // Built from a modified text they would outlive an undo back to the saved one.
+    if (labels_ && labelsOfSavedText_ && !text.Modified()) return *labels_;
     Text names;
     Text lines;
     Text columns;
@@ -201,6 +220,7 @@ const DynamicArray& mvDocument::BuildLabelTable()
         append(lines, Decimal(line));
         append(columns, Decimal(label.column));
     }
+    labelsOfSavedText_ = !text.Modified();
     if (!labels_) labels_ = std::make_unique<DynamicArray>();
     Text table = names.empty() ? Text() : names + kAttributeMark + lines + kAttributeMark + columns;
     labels_->Parse(table, u"\uF8FE\uF8FD");

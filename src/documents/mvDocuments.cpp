@@ -30,7 +30,10 @@ std::shared_ptr<mvDocument> mvDocuments::NextAfter(int32_t documentId) const
     return *found;
 }
 
-void mvDocuments::Add(std::shared_ptr<mvDocument> document) { documents_.push_back(std::move(document)); }
+void mvDocuments::Add(std::shared_ptr<mvDocument> document)
+{
+    documents_.push_back(std::move(document));
+}
 
 void mvDocuments::Remove(int32_t documentId)
 {

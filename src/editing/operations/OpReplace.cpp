@@ -1,13 +1,25 @@
 #include "editing/operations/OpReplace.h"
 
+#include <algorithm>
+
 namespace nib {
 
 namespace {
 constexpr int32_t kLinesChanged = 70;
+
+Position Clamp(const SourceDocument& document, Position p)
+{
+    if (p.line < 0) return {0, 0};
+    int32_t last = document.LineCount() - 1;
+    if (p.line > last) return {document.LineLength(last), last};
+    return {std::clamp(p.col, 0, document.LineLength(p.line)), p.line};
 }
+} // namespace
 
 Text GatherText(const SourceDocument& document, Position start, Position end)
 {
+    start = Clamp(document, start);
+    end = Clamp(document, end);
     auto from = static_cast<size_t>(start.col);
     auto to = static_cast<size_t>(end.col);
     Text first = document.GetLine(start.line);
@@ -19,6 +31,8 @@ Text GatherText(const SourceDocument& document, Position start, Position end)
 
 void OpReplace::DoOp(SourceDocument& document)
 {
+    start_ = Clamp(document, start_); // the place must be the same one when the text is longer or shorter
+    end_ = Clamp(document, end_);
     oldText_ = GatherText(document, start_, end_);
     document.DeleteRange(start_, end_);
     newEnd_ = document.InsertText(start_, replaceWith_);

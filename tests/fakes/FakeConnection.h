@@ -1,0 +1,174 @@
+#pragma once
+// Items in memory, with locks, and failures on demand.
+
+#include "base/Error.h"
+#include "platform/hosts/PathString.h"
+#include "platform/mvConnect.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <utility>
+
+namespace nib::test {
+
+struct StoredItem {
+    Text text;
+    bool readOnly = false;
+    bool isItem = true;
+};
+
+struct FakeSession final : mvSession {
+    Text account;
+    std::optional<Error> failure;
+
+    Text AccountName() override
+    {
+        if (failure) throw Error(*failure);
+        return account;
+    }
+    Text Execute(TextView, TextView, int32_t) override { return {}; }
+    Text GetConfiguration(TextView, int32_t) override { return {}; }
+};
+
+/// What all items and their connection share.
+struct FakeStore {
+    static constexpr int32_t kStranger = 0;
+
+    std::map<Text, StoredItem> items; ///< by path
+    std::map<Text, int32_t> locks;    ///< path to the item object that holds it, or kStranger
+    std::optional<Error> readFailure;
+    std::optional<Error> writeFailure;
+    std::function<void()> whileBusy; ///< during each read and write
+    Text hostName = u"server1";
+    FakeSession session;
+    int32_t lastItem = 0;
+    int32_t liveItems = 0;
+    int32_t commits = 0;
+};
+
+class FakeItem final : public mvItem {
+public:
+    FakeItem(FakeStore& store, TextView path)
+        : store_(store), number_(++store.lastItem), path_(path), place_(nib::ParsePath(path))
+    {
+        ++store_.liveItems;
+        if (auto found = store_.items.find(path_); found != store_.items.end()) readOnly_ = found->second.readOnly;
+    }
+    ~FakeItem() override
+    {
+        Unlock();
+        --store_.liveItems;
+    }
+    FakeItem(const FakeItem&) = delete;
+    FakeItem& operator=(const FakeItem&) = delete;
+
+    Text Path() const override { return path_; }
+    Text Provider() const override { return place_.provider; }
+    Text ServerName() const override { return place_.serverName; }
+    Text Database() const override { return place_.database; }
+    Text Folder() const override { return IsLocal() ? place_.itemId.substr(0, LastSlash()) : place_.folder; }
+    Text ItemID() const override { return IsLocal() ? place_.itemId.substr(LastSlash() + 1) : place_.itemId; }
+    Text ItemName() const override { return IsLocal() ? place_.itemId : place_.folder + u" " + place_.itemId; }
+    Text HostName() const override { return IsLocal() ? Text() : store_.hostName; }
+    Text Account() const override { return place_.database; }
+    Text FileName() const override { return Folder(); }
+    Text DisplayPath() const override { return u"<" + ItemName() + u">"; }
+    bool Exists() override { return store_.items.contains(path_); }
+    bool IsItem() override
+    {
+        if (place_.itemId.empty()) return false;
+        return !Exists() || store_.items[path_].isItem;
+    }
+    bool ReadOnly() const override { return readOnly_; }
+    void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
+    bool Supports(int32_t) override { return !IsLocal(); }
+    Text ReadItem(int32_t, int32_t, int32_t) override
+    {
+        if (store_.whileBusy) store_.whileBusy();
+        if (store_.readFailure) throw Error(*store_.readFailure);
+        return store_.items.at(path_).text;
+    }
+    void WriteItem(int32_t, int32_t, int32_t, TextView text) override
+    {
+        if (store_.whileBusy) store_.whileBusy();
+        if (store_.writeFailure) throw Error(*store_.writeFailure);
+        store_.items[path_].text = text;
+    }
+    void Commit() override { ++store_.commits; }
+    void LockItem(bool lock) override
+    {
+        if (!lock) return Unlock();
+        auto [found, taken] = store_.locks.emplace(path_, number_);
+        if (!taken && found->second != number_) throw Error{error_number::kLocked, u"Locked by them"};
+    }
+    void Close() override {}
+    mvSession* Session() override { return IsLocal() ? nullptr : &store_.session; }
+
+private:
+    bool IsLocal() const { return place_.provider == kFileProvider; }
+    size_t LastSlash() const { return place_.itemId.rfind(u'/'); }
+    void Unlock()
+    {
+        auto found = store_.locks.find(path_);
+        if (found != store_.locks.end() && found->second == number_) store_.locks.erase(found);
+    }
+
+    FakeStore& store_;
+    int32_t number_;
+    Text path_;
+    ItemPlace place_;
+    bool readOnly_ = false;
+};
+
+/// One call of OpenServerForPath.
+struct OpenCall {
+    Text path;
+    bool readOnly = false;
+    bool lock = false;
+
+    friend bool operator==(const OpenCall&, const OpenCall&) = default;
+};
+
+class FakeConnection final : public mvConnection {
+public:
+    SelectedItem SelectItem(const SelectRequest& request, mvItem* start) override
+    {
+        auto picked = SelectItems(request, start);
+        return picked.empty() ? SelectedItem{} : picked.front();
+    }
+    std::vector<SelectedItem> SelectItems(const SelectRequest& request, mvItem* start) override
+    {
+        requests.emplace_back(request, start ? start->Path() : Text());
+        if (whilePicking) whilePicking();
+        if (picks.empty()) return {};
+        auto picked = std::move(picks.front());
+        picks.pop_front();
+        return picked;
+    }
+    std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) override
+    {
+        opens.push_back({Text(path), readOnly, lock});
+        if (!openFailures.empty()) {
+            auto failure = std::move(openFailures.front());
+            openFailures.pop_front();
+            if (failure) throw Error(*failure);
+        }
+        auto item = std::make_shared<FakeItem>(store, path);
+        if (lock && !readOnly && item->IsItem()) item->LockItem(true);
+        return item;
+    }
+    Text ComposeHostPath(const ItemPlace& place) const override { return nib::ComposeHostPath(place); }
+    Text ComposeFilePath(TextView fileName) const override { return nib::ComposeFilePath(fileName); }
+    ItemPlace ParsePath(TextView path) const override { return nib::ParsePath(path); }
+
+    FakeStore store;
+    std::deque<std::optional<Error>> openFailures; ///< one a call; an empty one lets it through
+    std::deque<std::vector<SelectedItem>> picks;   ///< answers of the picker; none left: cancelled
+    std::function<void()> whilePicking;
+    std::vector<OpenCall> opens;
+    std::vector<std::pair<SelectRequest, Text>> requests; ///< with the start's path
+};
+
+} // namespace nib::test

@@ -1,0 +1,48 @@
+#pragma once
+#include "fakes/Journal.h"
+#include "platform/MainWindow.h"
+
+#include <functional>
+#include <map>
+
+namespace nib::test {
+
+/// The frame without a screen: its life goes to the journal, the rest is state to look at.
+class FakeMainWindow final : public MainWindow {
+public:
+    explicit FakeMainWindow(Journal& journal) : journal_(journal) {}
+
+    void Load() override { journal_.Add(u"Load"); }
+    void Show() override { journal_.Add(u"Show"); }
+    void Unload() override
+    {
+        journal_.Add(u"Unload");
+        if (onUnload) onUnload();
+    }
+    void ToForeground() override { ++toForeground; }
+    void SetTitle(TextView value) override { title = value; }
+    void SetStatusText(int32_t panel, TextView text) override
+    {
+        status[panel] = text;
+        if (!text.empty()) journal_.Add(u"status " + Text(text));
+    }
+    void ShowStatusPanel(int32_t panel, bool visible) override { panels[panel] = visible; }
+    void SetWaitCursor(bool wait) override { waiting = wait; }
+    void UpdateToolBar() override { ++toolBarUpdates; }
+    void ProcessMessages() override { journal_.Add(u"messages"); }
+    int32_t ActiveDocument() const override { return activeDocument; }
+
+    std::function<void()> onUnload;
+    Text title;
+    std::map<int32_t, Text> status;
+    std::map<int32_t, bool> panels;
+    bool waiting = false;
+    int32_t toForeground = 0;
+    int32_t toolBarUpdates = 0;
+    int32_t activeDocument = 0;
+
+private:
+    Journal& journal_;
+};
+
+} // namespace nib::test

@@ -1,0 +1,27 @@
+#pragma once
+#include "base/Error.h"
+#include "documents/ViewFactory.h"
+#include "fakes/FakeDocView.h"
+
+#include <optional>
+
+namespace nib::test {
+
+class FakeViewFactory final : public ViewFactory {
+public:
+    FakeViewFactory(FakeMainWindow& window, Clipboard& clipboard) : window_(window), clipboard_(clipboard) {}
+
+    std::unique_ptr<clsDocView> CreateView(mvDocument&) override
+    {
+        if (failure) throw Error(*failure);
+        return std::make_unique<FakeDocView>(window_, clipboard_);
+    }
+
+    std::optional<Error> failure;
+
+private:
+    FakeMainWindow& window_;
+    Clipboard& clipboard_;
+};
+
+} // namespace nib::test
