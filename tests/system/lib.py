@@ -281,6 +281,16 @@ class Desktop:
             raise Failure(f"{failure}; active is \"{self.active_title()}\"") from None
         return self.active_window()
 
+    def wait_box(self, timeout=TIMEOUT):
+        """The message box with the focus; the empty frame has the same title, but is larger."""
+        def look():
+            window = self.active_window()
+            if window and (window.title() or "") == "Nib" and window.size()[0] < 900:
+                return window
+            return None
+
+        return eventually("a message box", look, timeout)
+
     # Keyboard, mouse, picture
 
     def type_text(self, text):

@@ -46,7 +46,7 @@ def typing_undo_redo_save(desktop):
 def lines_typed_come_out_as_attributes(desktop):
     account = desktop.sample_accounts()
     desktop.start("/A=DEMO", "/F=BP", "/I=FRESH")
-    desktop.wait_active(r"^Nib$")  # the question box
+    desktop.wait_box()
     desktop.keys("alt+y")
     desktop.wait_active(r"BP FRESH on .* \(New\)")
     desktop.type_text("PROGRAM FRESH\n   CRT 'HI'\nEND")
@@ -72,12 +72,12 @@ def closing_asks_about_changes(desktop):
     desktop.wait_active(r"\[BP MENU on ")
     desktop.type_text("Z")
     desktop.keys("ctrl+q")
-    desktop.wait_active(r"^Nib$")
+    desktop.wait_box()
     desktop.keys("Escape")
     desktop.wait_active(r"\[\*BP MENU on ")
     expect(program.alive(), "Cancel must keep the program running")
     desktop.keys("alt+F4")
-    desktop.wait_active(r"^Nib$")
+    desktop.wait_box()
     desktop.keys("alt+n")
     expect_equal(program.wait_end(), 0, "exit code")
     expect_equal(item.read_bytes(), before, "the item after No")
