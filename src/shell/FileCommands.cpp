@@ -16,7 +16,8 @@ auto FileCommands::Run(TextView where, Body&& body, decltype(body()) failed) -> 
     });
 }
 
-template <typename Body> void FileCommands::Run(TextView where, Body&& body)
+template <typename Body>
+void FileCommands::Run(TextView where, Body&& body)
 {
     Guarded(program_.Log(), where, std::forward<Body>(body),
             [&](const Error& error) { program_.ReportError(error.description); });
@@ -24,9 +25,14 @@ template <typename Body> void FileCommands::Run(TextView where, Body&& body)
 
 void FileCommands::FileNew()
 {
-    Run(u"frmMain.FileNew", [&] {
-        if (auto document = NewDocumentObject(program_.Services())) document->FileNew();
-    });
+    auto document = NewDocumentObject(program_.Services());
+    if (!document) return;
+    Guarded(
+        program_.Log(), u"frmMain.FileNew", [&] { document->FileNew(); },
+        [&](const Error& error) {
+            document->FileClose(false); // without a window nobody could
+            program_.ReportError(error.description);
+        });
 }
 
 void FileCommands::FileOpen()
@@ -47,7 +53,8 @@ bool FileCommands::FileSave(mvDocument& document)
 
 bool FileCommands::FileSaveAs(mvDocument& document)
 {
-    return Run(u"frmMain.FileSaveAs", [&] { return SaveDocumentAsDialog(document); }, false);
+    return Run(
+        u"frmMain.FileSaveAs", [&] { return SaveDocumentAsDialog(document); }, false);
 }
 
 void FileCommands::FileSaveAll()
@@ -56,8 +63,7 @@ void FileCommands::FileSaveAll()
         for (auto& document : program_.OpenDocuments().All()) {
             if (!document->IsDirty()) continue;
             if (!document->ReadOnly()) {
-                if (document->ItemObject()) document->FileSave();
-                else SaveDocumentAsDialog(*document);
+                FileSave(*document); // reports its own failure; the next one is saved all the same
                 continue;
             }
             Text question = u"Document " + document->DisplayName() +
@@ -149,7 +155,8 @@ bool FileCommands::SaveDocumentAsDialog(mvDocument& document)
 bool FileCommands::OpenRecentDocument(int32_t index)
 {
     AutoSaveHold hold(program_.Shell());
-    Text path = RecentEntryToPath(program_.Connection(), program_.CurrentLocation(), program_.RecentFiles().ListItem(index));
+    Text path =
+        RecentEntryToPath(program_.Connection(), program_.CurrentLocation(), program_.RecentFiles().ListItem(index));
     bool opened = program_.OpenPath(path, false);
     program_.Window().ProcessMessages();
     return opened;

@@ -1,0 +1,231 @@
+// The commands on whole documents, with their questions, and the recent files that they keep.
+
+#include "fakes/TestProgram.h"
+#include "shell/RecentEntries.h"
+
+#include <gtest/gtest.h>
+
+namespace nib::test {
+namespace {
+
+using namespace message_box;
+using Lines = std::vector<Text>;
+
+ShownBox SaveQuestion(TextView name)
+{
+    return Question(u"Save changes to " + Text(name) + u" ?", kYesNoCancel);
+}
+
+struct FileCommandsTest : testing::Test {
+    TestProgram t;
+    FileCommands& files = t.program.Files();
+
+    std::shared_ptr<mvDocument> OpenDirty(const Text& path, bool readOnly = false)
+    {
+        t.Store(path, u"old");
+        auto document = t.Open(path, readOnly);
+        document->SetText(u"new");
+        return document;
+    }
+    void Pick(std::initializer_list<Text> paths, bool readOnly = false)
+    {
+        std::vector<SelectedItem> picked;
+        for (const Text& path : paths) picked.push_back({t.Item(path), readOnly});
+        t.connection.picks.push_back(std::move(picked));
+        t.connection.whilePicking = [this] { EXPECT_TRUE(t.program.AutoSaveHeld()); };
+    }
+};
+
+struct SavedRow {
+    const char* name;
+    bool dirty;
+    int32_t buttons;
+    int32_t answer; ///< 0: nothing is asked
+    bool writeFails;
+    Saved result;
+};
+
+TEST_F(FileCommandsTest, IsDocumentSaved)
+{
+    const SavedRow rows[] = {{"clean", false, kYesNoCancel, 0, false, Saved::Yes},
+                             {"yes", true, kYesNoCancel, kAnswerYes, false, Saved::Yes},
+                             {"ok", true, kOkCancel, kAnswerOk, false, Saved::Yes},
+                             {"yes, fails", true, kYesNoCancel, kAnswerYes, true, Saved::Stop},
+                             {"no", true, kYesNoCancel, kAnswerNo, false, Saved::Discard},
+                             {"cancel", true, kYesNoCancel, kAnswerCancel, false, Saved::Stop}};
+    t.Store(kMain, u"old");
+    auto document = t.Open(kMain);
+    for (const SavedRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        document->SetModified(row.dirty);
+        t.Store().writeFailure.reset();
+        if (row.writeFails) t.Store().writeFailure = Error{error_number::kStorage, u"no"};
+        if (row.answer) t.boxes.Answer({row.answer});
+        bool own = row.buttons == kOkCancel;
+        EXPECT_EQ(files.IsDocumentSaved(*document, own ? u"Own words" : u"", row.buttons), row.result);
+        Boxes boxes;
+        if (row.answer) boxes.push_back(own ? Question(u"Own words", kOkCancel) : SaveQuestion(u"BP MAIN"));
+        if (row.writeFails) boxes.push_back(Warning(u"no"));
+        EXPECT_EQ(t.boxes.Take(), boxes);
+        EXPECT_EQ(document->IsDirty(), row.dirty && row.result != Saved::Yes);
+    }
+}
+
+TEST_F(FileCommandsTest, CloseAllStopsAtTheFirstThatStays)
+{
+    OpenDirty(kMain);
+    OpenDirty(kOther);
+    OpenDirty(kLocal);
+    t.boxes.Answer({kAnswerNo, kAnswerCancel});
+    EXPECT_FALSE(files.FileCloseAll());
+    EXPECT_EQ(t.boxes.Take(), (Boxes{SaveQuestion(u"BP MAIN"), SaveQuestion(u"BP OTHER")}));
+    EXPECT_EQ(t.Titles(), (Lines{u"*BP OTHER on server1", u"*a.bas"}));
+    EXPECT_EQ(t.Stored(kMain), u"old");
+    t.boxes.Answer({kAnswerYes, kAnswerCancel});
+    files.FileExit();
+    EXPECT_FALSE(t.journal.Has(u"Unload"));
+    EXPECT_EQ(t.Stored(kOther), u"new");
+    t.boxes.Answer({kAnswerYes});
+    files.FileExit();
+    EXPECT_TRUE(t.journal.Has(u"Unload"));
+    EXPECT_EQ(t.Documents().Count(), 0);
+    t.boxes.Take();
+}
+
+TEST_F(FileCommandsTest, CloseOfANewDocumentSavesItUnderAName)
+{
+    auto document = t.New();
+    document->SetText(u"work");
+    t.boxes.Answer({kAnswerYes, kAnswerYes});
+    EXPECT_FALSE(files.FileClose(*document)) << "the picker was cancelled";
+    Pick({kMain});
+    EXPECT_TRUE(files.FileClose(*document));
+    EXPECT_EQ(t.boxes.Take(), (Boxes{SaveQuestion(u"NewItem1"), SaveQuestion(u"NewItem1")}));
+    EXPECT_EQ(t.Stored(kMain), u"work");
+    EXPECT_EQ(t.Documents().Count(), 0);
+}
+
+TEST_F(FileCommandsTest, SaveAllGoesOnPastAFailure)
+{
+    auto readOnly = OpenDirty(kMain, true);
+    t.New()->SetText(u"unnamed");
+    OpenDirty(kOther);
+    const ShownBox warned{u"Document BP MAIN is read-only and cannot be saved. Continue with next document?",
+                          kOkCancel | kWarning};
+
+    t.boxes.Answer({kAnswerCancel});
+    files.FileSaveAll();
+    EXPECT_EQ(t.boxes.Take(), Boxes{warned});
+    EXPECT_EQ(t.Stored(kOther), u"old");
+
+    t.boxes.Answer({kAnswerOk});
+    t.connection.whilePicking = [] { throw Error{5, u"No picker"}; };
+    files.FileSaveAll();
+    EXPECT_EQ(t.boxes.Take(), (Boxes{warned, {u"The following error has occurred:\nNo picker"}}));
+    EXPECT_EQ(t.Stored(kOther), u"new") << "the next one is saved all the same";
+    EXPECT_FALSE(t.program.AutoSaveHeld());
+}
+
+TEST_F(FileCommandsTest, OpenDialog)
+{
+    t.Store(kMain, u"");
+    t.Store(kOther, u"", true);
+    t.StoreFolder(u"mvdb:*/DEMO/BP/DIR");
+    t.program.CurrentLocation() = {u"mvdb", u"h", u"ACC", u"BP"};
+    Pick({kMain, u"mvdb:*/DEMO/BP/DIR", kOther}, true);
+    files.FileOpen();
+    EXPECT_EQ(t.boxes.Take().size(), 1U) << "about the folder";
+    EXPECT_EQ(t.Titles(), (Lines{u"BP MAIN on server1 (Read only)", u"BP OTHER on server1 (Read only)"}));
+    EXPECT_EQ(t.Recent(), (Lines{u"mvdb:*/*/BP/OTHER", u"mvdb:*/*/BP/MAIN"}));
+    EXPECT_EQ(std::count(t.journal.lines.begin(), t.journal.lines.end(), u"messages"), 3);
+    auto& [request, start] = t.connection.requests.front();
+    EXPECT_EQ(request.mode, u"Open");
+    EXPECT_TRUE(request.several && request.lock && request.offerReadOnly);
+    EXPECT_EQ(start, u"mvdb:h/ACC/BP");
+    files.FileOpen(); // cancelled
+    EXPECT_EQ(t.Documents().Count(), 2);
+    t.ExpectCalm();
+}
+
+TEST_F(FileCommandsTest, SaveAsDialogRenamesTheRecentEntry)
+{
+    t.Store(kMain, u"text");
+    EXPECT_TRUE(t.program.OpenPath(kMain, false));
+    auto document = t.Documents().Item(1);
+    EXPECT_FALSE(files.FileSaveAs(*document)) << "cancelled";
+    EXPECT_EQ(t.connection.requests.back().second, kMain) << "begins where the document is";
+    Pick({kLocal});
+    EXPECT_TRUE(files.FileSaveAs(*document));
+    EXPECT_EQ(t.Recent(), Lines{kLocal});
+    t.StoreFolder(kOther);
+    Pick({kOther});
+    EXPECT_FALSE(files.FileSaveAs(*document));
+    EXPECT_EQ(t.Recent(), Lines{kLocal});
+    EXPECT_EQ(t.boxes.Take().size(), 1U);
+    t.ExpectCalm();
+}
+
+TEST_F(FileCommandsTest, OpenRecent)
+{
+    for (const Text& path : {kLocal, kMain}) {
+        t.Store(path, u"");
+        t.program.OpenPath(path, false);
+    }
+    t.Documents().Item(2)->FileClose(false);
+    t.Documents().Item(1)->FileClose(false);
+    t.program.CurrentLocation() = {u"mvdb", u"*", u"DEMO", u""};
+    EXPECT_EQ(t.Recent(), (Lines{u"mvdb:*/*/BP/MAIN", kLocal}));
+    files.FileOpenRecent(2);
+    EXPECT_EQ(t.Titles(), Lines{u"a.bas"});
+    EXPECT_EQ(t.Recent(), (Lines{kLocal, u"mvdb:*/*/BP/MAIN"})) << "the last opened comes to the top";
+    t.program.CurrentLocation() = {u"mvdb", u"*", u"DEMO", u""};
+    files.FileOpenRecent(2);
+    EXPECT_EQ(t.Titles(), (Lines{u"a.bas", u"BP MAIN on server1"}));
+    t.boxes.Answer({kAnswerNo});
+    t.Store().items.erase(kMain);
+    t.Documents().Item(2)->FileClose(false);
+    files.FileOpenRecent(1);
+    EXPECT_EQ(t.boxes.Take(), Boxes{Question(u"Item BP MAIN does not exist. Create new item?")});
+    EXPECT_EQ(t.Documents().Count(), 1);
+    files.FileOpenRecent(9);
+    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nInvalid index of a recent list"}}));
+    t.ExpectCalm();
+}
+
+TEST_F(FileCommandsTest, ANewDocumentWithoutAWindowIsNone)
+{
+    t.views.failure = Error{error_number::kOutOfMemory, u"No window"};
+    files.FileNew();
+    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nNo window"}}));
+    EXPECT_EQ(t.trace.Take(), (TraceLines{{1, u"frmMain.FileNew: error=0x7 No window"}}));
+    EXPECT_EQ(t.Documents().Count(), 0);
+    t.ExpectCalm();
+}
+
+TEST(RecentEntriesTest, ServeEverySession)
+{
+    FakeConnection connection;
+    const std::pair<Text, Text> entries[] = {{kMain, u"mvdb:*/*/BP/MAIN"},
+                                             {u"mvdb:h1/ACC/MY%20FILE/A%2FB", u"mvdb:*/*/MY%20FILE/A%2FB"},
+                                             {kLocal, kLocal},
+                                             {u"file:/a b%20", u"file:/a b%20"}};
+    for (auto& [path, entry] : entries) EXPECT_EQ(PathToRecentEntry(connection, path), entry);
+
+    struct {
+        Location location;
+        Text entry;
+        Text path;
+    } const rows[] = {
+        {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:*/*/BP/X", u"mvdb:h1/ACC/BP/X"},
+        {{u"mvdb", u"h1", u"", u""}, u"mvdb:*/*/BP/X", u"mvdb:h1/*/BP/X"},
+        {{u"mvdb", u"", u"ACC", u""}, u"mvdb:*/*/BP/X", u"mvdb:*/ACC/BP/X"},
+        {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:%28ANY%29/*/BP/X", u"mvdb:h1/ACC/BP/X"},
+        {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:h2/OWN/BP/X", u"mvdb:h2/OWN/BP/X"},
+        {{u"file", u"h1", u"ACC", u""}, u"file:/x/y", u"file:/x/y"},
+    };
+    for (auto& row : rows) EXPECT_EQ(RecentEntryToPath(connection, row.location, row.entry), row.path);
+    EXPECT_EQ(RecentEntryCaption(connection, u"mvdb:*/*/BP/X"), u"<BP X>");
+}
+
+} // namespace
+} // namespace nib::test
