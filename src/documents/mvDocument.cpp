@@ -28,6 +28,10 @@ mvDocument::mvDocument(DocumentServices& services)
 mvDocument::~mvDocument()
 {
     services_.log.Write(u"mvdocument terminate begin", trace::kObjects);
+    if (view_) {
+        IgnoringErrors([&] { view_->SetViewObject(nullptr); });
+        IgnoringErrors([&] { view_->Unload(); });
+    }
     if (item_) {
         IgnoringErrors([&] { item_->Close(); });
         IgnoringErrors([&] { item_->LockItem(false); });

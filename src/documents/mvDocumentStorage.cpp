@@ -86,6 +86,7 @@ Text mvDocument::LockedQuestion(TextView path)
 
 bool mvDocument::ItemOpen(std::shared_ptr<mvItem> item, bool readOnly)
 {
+    if (!item) return false;
     try {
         WaitCursor wait(services_.shell);
         return OpenItem(std::move(item), readOnly);

@@ -1,5 +1,6 @@
 #include "shell/CommandLine.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace nib {
@@ -19,6 +20,8 @@ constexpr Switch kSwitches[] = {
 };
 
 constexpr char16_t kQuote = u'"';
+/// Stands for a blank that the cutting at blanks would lose; no character, so no argument holds it.
+constexpr char16_t kKeptBlank = 0xFFFF;
 
 std::optional<Kind> FindSwitch(TextView field)
 {
@@ -65,6 +68,29 @@ void StripFolderQuotes(Text& value)
     value.erase(0, 1);
 }
 
+Text RestoreBlanks(Text value)
+{
+    std::replace(value.begin(), value.end(), kKeptBlank, u' ');
+    return value;
+}
+
+bool NeedsQuotes(TextView value)
+{
+    return value.empty() || value.find(u' ') != TextView::npos || value.front() == kQuote;
+}
+
+void AppendQuoted(Text& line, TextView value)
+{
+    line += kQuote;
+    char16_t before = 0;
+    for (char16_t c : value) {
+        bool wouldCut = c == u' ' && (before == u' ' || before == kQuote);
+        line += wouldCut ? kKeptBlank : c;
+        before = c;
+    }
+    line += kQuote;
+}
+
 bool IsFileName(TextView field)
 {
     return !field.starts_with(u'/') || (!FindSwitch(field) && field.find(u'/', 1) != TextView::npos);
@@ -81,14 +107,14 @@ std::vector<CommandLineAction> ParseCommandLine(TextView line)
         if (field.empty()) continue;
         if (IsFileName(field)) {
             if (field.starts_with(kQuote)) TakeQuotes(fields, field);
-            if (!field.empty()) actions.push_back({Kind::OpenFile, field});
+            if (!field.empty()) actions.push_back({Kind::OpenFile, RestoreBlanks(field)});
             continue;
         }
         Text value = field.substr(std::min<size_t>(field.size(), 3));
         if (value.starts_with(kQuote)) TakeQuotes(fields, value);
         if (auto kind = FindSwitch(field)) {
             if (*kind == Kind::Folder) StripFolderQuotes(value);
-            actions.push_back({*kind, value});
+            actions.push_back({*kind, RestoreBlanks(std::move(value))});
         } else if (EqualsNoCase(field, u"/L")) {
             actions.push_back({Kind::ReadOnly, {}});
         }
@@ -101,12 +127,13 @@ Text RebuildCommandLine(const std::vector<Text>& arguments)
     Text line;
     for (const Text& argument : arguments) {
         if (!line.empty()) line += u' ';
-        if (argument.find(u' ') == Text::npos && !argument.empty()) {
-            line += argument;
-            continue;
-        }
         size_t prefix = FindSwitch(argument) ? 3 : 0;
-        line.append(argument, 0, prefix).append(1, kQuote).append(argument, prefix).append(1, kQuote);
+        TextView value = TextView(argument).substr(prefix);
+        line.append(argument, 0, prefix);
+        if (NeedsQuotes(value) && !(prefix > 0 && value.empty()))
+            AppendQuoted(line, value);
+        else
+            line.append(value);
     }
     return line;
 }

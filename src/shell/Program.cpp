@@ -34,7 +34,11 @@ Program::Program(const ProgramPorts& ports)
 {
 }
 
-Program::~Program() = default;
+Program::~Program()
+{
+    // Documents that a failed start left behind still use what dies with this object.
+    for (auto& document : openDocuments_.All()) IgnoringErrors([&] { document->FileClose(false); });
+}
 
 void Program::Main(StartMode mode, TextView commandLine)
 {
@@ -91,7 +95,7 @@ void Program::OpenFromCommandLine(TextView line)
         case Kind::Folder: location_.Folder = action.value; break;
         case Kind::ReadOnly: readOnly = true; break;
         case Kind::OpenItem:
-            if (!std::exchange(hostConfigured_, true)) ports_.parts.LoadHostConfiguration();
+            LoadHostConfiguration();
             OpenPath(ports_.connection.ComposeHostPath({location_.Provider, location_.ServerName, location_.Database,
                                                         location_.Folder, action.value}),
                      readOnly);
@@ -107,17 +111,19 @@ void Program::OpenFromCommandLine(TextView line)
     if (hostGiven) LearnAccount();
 }
 
+void Program::LoadHostConfiguration()
+{
+    if (!hostConfigured_) hostConfigured_ = ports_.parts.LoadHostConfiguration();
+}
+
 void Program::LearnAccount()
 {
-    IgnoringErrors([&] {
-        Text path = ports_.connection.ComposeHostPath({location_.Provider, location_.ServerName, {}, {}, {}});
-        auto item = ports_.connection.OpenServerForPath(path, true, false);
-        mvSession* session = item->Session();
-        Text name = session ? session->AccountName() : Text();
-        if (!name.empty() && location_.Database.empty()) location_.Database = name;
-    });
-    hostConfigured_ = true;
-    ports_.parts.LoadHostConfiguration();
+    Text path = ports_.connection.ComposeHostPath({location_.Provider, location_.ServerName, {}, {}, {}});
+    auto item = ports_.connection.OpenServerForPath(path, true, false);
+    mvSession* session = item->Session();
+    Text name = OrDefault([&] { return session ? session->AccountName() : Text(); }, Text());
+    if (!name.empty() && location_.Database.empty()) location_.Database = name;
+    LoadHostConfiguration();
 }
 
 bool Program::OpenPath(TextView path, bool readOnly)

@@ -81,6 +81,7 @@ private:
     void ParseCmdLine(TextView line);
     void OpenFromCommandLine(TextView line);
     void LearnAccount();
+    void LoadHostConfiguration();
     void InstallFonts();
     void UninstallFonts();
     void TakeDown();

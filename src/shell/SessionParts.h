@@ -12,7 +12,8 @@ public:
     virtual void ScanRecovery() {}
     /// A clean end leaves nothing to recover.
     virtual void EndRecovery() {}
-    virtual void LoadHostConfiguration() {}
+    /// Asked for until it answers true: what is known of the host may not suffice yet.
+    virtual bool LoadHostConfiguration() { return true; }
     virtual void ReleaseHostConfiguration() {}
     /// The forms beside the main window.
     virtual void LoadForms() {}

@@ -14,13 +14,18 @@ public:
     void SaveSettings() override { Step(u"SaveSettings"); }
     void ScanRecovery() override { Step(u"ScanRecovery"); }
     void EndRecovery() override { Step(u"EndRecovery"); }
-    void LoadHostConfiguration() override { Step(u"LoadHostConfiguration"); }
+    bool LoadHostConfiguration() override
+    {
+        Step(u"LoadHostConfiguration");
+        return configures;
+    }
     void ReleaseHostConfiguration() override { Step(u"ReleaseHostConfiguration"); }
     void LoadForms() override { Step(u"LoadForms"); }
     void UnloadForms() override { Step(u"UnloadForms"); }
     void RaiseQuit() override { Step(u"RaiseQuit"); }
 
     Text failing;
+    bool configures = true;
 
 private:
     void Step(TextView name)

@@ -7,7 +7,10 @@
 namespace nib {
 
 namespace {
-[[noreturn]] void BadIndex() { throw Error{error_number::kBadIndex, u"Invalid index of a recent list"}; }
+[[noreturn]] void BadIndex()
+{
+    throw Error{error_number::kBadIndex, u"Invalid index of a recent list"};
+}
 } // namespace
 
 void clsRecentList::SetListSize(int32_t size)
@@ -41,8 +44,9 @@ int32_t clsRecentList::Find(TextView text) const
 
 void clsRecentList::MoveToFront(int32_t from, TextView text)
 {
+    Text entry(text); // may be a view of an entry that is about to move
     std::rotate(entries_.begin(), entries_.begin() + from, entries_.begin() + from + 1);
-    entries_.front() = text;
+    entries_.front() = std::move(entry);
 }
 
 void clsRecentList::AddItem(TextView text)

@@ -38,6 +38,8 @@ int32_t SourceBuffer::LineLength(int32_t line) const
 uint32_t SourceBuffer::GetLineData(int32_t line, LineWord which) const
 {
     line = impl_->ClampLine(line);
+    // Whoever asks for the lexer's flags needs them of this text, painted or not.
+    if (which == LineWord::Lexer && !impl_->scanner.Busy()) impl_->scanner.EnsureScanned(line);
     uint32_t word = impl_->lines.Word(line, static_cast<size_t>(which));
     if (which != LineWord::Control) return word;
     return (word & line_bits::kBookmark) | (impl_->scanner.HasLexer() ? impl_->folder.BlockBits(line) : 0);

@@ -162,6 +162,16 @@ TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)
     EXPECT_EQ(t.Documents().Count(), 2);
 }
 
+TEST_F(CommandLineStart, TheHostConfigurationIsAskedForUntilItIsLoaded)
+{
+    t.Store(kMain, u"");
+    t.Store(kOther, u"");
+    t.parts.configures = false;
+    Start(u"/H=* /A=DEMO /F=BP /I=MAIN /I=OTHER");
+    auto lines = t.journal.Take();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), u"LoadHostConfiguration"), 3);
+}
+
 TEST_F(CommandLineStart, OddLinesOpenNothing)
 {
     for (TextView line : {u"", u"/L", u"/X=1 /Y"}) Start(line);
