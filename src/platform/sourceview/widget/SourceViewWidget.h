@@ -1,10 +1,6 @@
 #pragma once
 // The view on the screen: paints a SourceViewModel and feeds it with keys, mouse, drops and input methods.
 
-// Qt goes first: moc loses its way in some standard headers when they come before it.
-#include <QAbstractScrollArea>
-#include <QTimer>
-
 #include "platform/sourceview/SourceViewModel.h"
 #include "platform/sourceview/widget/LineCache.h"
 #include "platform/sourceview/widget/LinePainter.h"
@@ -12,6 +8,9 @@
 #include "platform/sourceview/widget/MouseHandler.h"
 #include "platform/sourceview/widget/TextOffsets.h"
 #include "platform/sourceview/widget/ViewGeometry.h"
+
+#include <QAbstractScrollArea>
+#include <QTimer>
 
 namespace nib {
 
