@@ -94,6 +94,14 @@ TEST_F(ViewPaint, WrapKeepsEveryColumnInSight)
     Key(Qt::Key_Down);
     EXPECT_EQ(Model().Caret().line, 0) << "down goes by rows";
     EXPECT_DOUBLE_EQ(widget->CellOf(Model().Caret()).left(), widget->CellOf({2, 0}).left());
+    double row = widget->CellOf(Model().Caret()).top();
+    Key(Qt::Key_End);
+    EXPECT_DOUBLE_EQ(widget->CellOf(Model().Caret()).top(), row) << "End stays in the row";
+    Key(Qt::Key_Home);
+    EXPECT_DOUBLE_EQ(widget->CellOf(Model().Caret()).top(), row);
+    EXPECT_DOUBLE_EQ(widget->CellOf(Model().Caret()).left(), widget->CellOf({0, 0}).left());
+    Key(Qt::Key_Home);
+    EXPECT_EQ(Model().Caret().col, 0) << "and once more goes to the line's own start";
     Grab();
     Key(Qt::Key_End, Qt::ControlModifier);
     EXPECT_FALSE(widget->CaretRect().isEmpty());

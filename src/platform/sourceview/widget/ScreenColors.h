@@ -6,6 +6,9 @@
 #include <QColor>
 #include <QPalette>
 
+#include <array>
+#include <optional>
+
 namespace nib {
 
 struct ScreenStyle {
@@ -15,6 +18,7 @@ struct ScreenStyle {
 
 class ScreenColors {
 public:
+    /// Anew before each paint: the style tables do not tell of changes.
     void Build(const QPalette& palette, const SourceViewModel& model);
 
     QColor base;
@@ -30,11 +34,13 @@ public:
     ScreenStyle Style(int32_t tokenType) const;
 
 private:
+    ScreenStyle Find(int32_t tokenType) const;
     QColor FromNumber(int32_t color) const;
     QColor Readable(QColor color) const;
 
     const SourceViewModel* model_ = nullptr;
     QPalette palette_;
+    mutable std::array<std::optional<ScreenStyle>, 16> known_; ///< of the token types that source texts are full of
 };
 
 /// Contrast of two colours, 1 to 21.

@@ -133,7 +133,7 @@ PaintedLine SourceViewWidget::Describe(int32_t line, qreal y, const QRectF& clip
     painted.origin = {geometry_.TextX(), y};
     painted.clip = clip;
     uint32_t state = buffer_.GetLineData(line, LineWord::Control) & line_bits::kBlockStateMask;
-    painted.collapsed = model_.ShowBlocks() && state == line_bits::kBlockCollapsed;
+    painted.collapsed = state == line_bits::kBlockCollapsed;
     Position anchor;
     Position caret;
     model_.GetSelection(anchor, caret);

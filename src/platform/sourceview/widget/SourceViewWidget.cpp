@@ -131,6 +131,13 @@ bool SourceViewWidget::MoveRows(Position& at, int32_t rows, double& goal) const
     return geometry_.MoveRows(at, rows, goal);
 }
 
+bool SourceViewWidget::RowOf(Position at, int32_t& first, int32_t& last) const
+{
+    if (!model_.LineWrap()) return false;
+    geometry_.RowOf(at, first, last);
+    return true;
+}
+
 ScreenStyle SourceViewWidget::StyleAt(Position p, int32_t& start, int32_t& end)
 {
     Token token;

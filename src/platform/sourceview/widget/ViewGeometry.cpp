@@ -221,6 +221,14 @@ std::optional<QPointF> ViewGeometry::CaretAt(Position p, int32_t shownOffset)
     return QPointF(TextX() + layout.XOf(column), *top + layout.RowOf(column) * metrics_.LineHeight());
 }
 
+void ViewGeometry::RowOf(Position at, int32_t& first, int32_t& last)
+{
+    const LineEntry& entry = cache_.Measured(at.line);
+    int32_t row = entry.layout.RowOf(entry.ToShown(at.col));
+    first = entry.FromShown(entry.layout.RowStart(row));
+    last = entry.FromShown(entry.layout.ColumnAt(row, 1e9));
+}
+
 bool ViewGeometry::MoveRows(Position& at, int32_t rows, double& goal)
 {
     int32_t index = Buffer().VisibleIndex(at.line);
