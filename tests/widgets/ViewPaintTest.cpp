@@ -28,7 +28,7 @@ TEST_F(ViewPaint, SignsAndTextLeaveInk)
     QImage image = Grab();
     QColor base = widget->palette().color(QPalette::Base);
     for (int32_t col = 0; col < 12; ++col) {
-        int ink = Inked(image, widget->CellOf({col, 0}), base);
+        int ink = Inked(image, widget->CellOf({col, 0}).adjusted(1, 0, -1, 0), base);
         if (col == 7) {
             EXPECT_EQ(ink, 0);
         } else {
@@ -46,7 +46,7 @@ TEST_F(ViewPaint, SelectionIsShownInThePalettesColour)
         QImage image = Grab();
         auto corner = [&](int32_t col, int32_t line) {
             QRectF cell = widget->CellOf({col, line});
-            return image.pixelColor((cell.topLeft() + QPointF(3, 1)).toPoint());
+            return image.pixelColor(((cell.topLeft() + QPointF(3, 1)) * image.devicePixelRatio()).toPoint());
         };
         EXPECT_EQ(corner(1, 0), palette.color(QPalette::Highlight));
         EXPECT_EQ(corner(3, 0), palette.color(QPalette::Highlight)) << "the line break is selected too";

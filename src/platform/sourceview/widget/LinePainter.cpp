@@ -125,7 +125,7 @@ void LinePainter::PaintRun(QPainter& painter, const PaintedLine& line, const Row
         } else if (IsSign(c)) {
             bool selected = from >= line.selectionStart && from < line.selectionEnd;
             signs_.PaintSign(painter, {x, row.y, width, metrics_.LineHeight()}, baseline, c,
-                             selected ? colors_.highlightedText : colors_.faint);
+                             selected ? colors_.highlightedText : colors_.sign);
             ++from;
         } else {
             int32_t next = NextGrapheme(line.text, from);
@@ -176,7 +176,7 @@ void LinePainter::PaintShapedSigns(QPainter& painter, const PaintedLine& line, c
         QRectF cell(line.origin.x() + left, row.y, width, metrics_.LineHeight());
         bool selected = column >= line.selectionStart && column < line.selectionEnd;
         signs_.PaintSign(painter, cell, row.y + metrics_.Ascent(), c,
-                         selected ? colors_.highlightedText : colors_.faint);
+                         selected ? colors_.highlightedText : colors_.sign);
     }
 }
 

@@ -82,6 +82,7 @@ void ScreenColors::Build(const QPalette& palette, const SourceViewModel& model)
     highlight = palette.color(QPalette::Highlight);
     highlightedText = palette.color(QPalette::HighlightedText);
     faint = Readable(Mix(text, base, 0.45));
+    sign = Readable(Mix(text, base, 0.25));
     strong = text;
     line = Mix(text, base, 0.85);
     bookmark = Mix(highlight, base, 0.1);

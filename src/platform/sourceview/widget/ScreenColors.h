@@ -25,7 +25,8 @@ public:
     QColor text;
     QColor highlight;
     QColor highlightedText;
-    QColor faint;    ///< line numbers, fold lines, signs
+    QColor faint;    ///< line numbers, fold lines
+    QColor sign;     ///< marks and control characters
     QColor strong;   ///< the caret line's number
     QColor line;     ///< separators
     QColor bookmark; ///< behind a number; its text is `onBookmark`
