@@ -40,8 +40,19 @@ Position SourceViewModel::StepRight(Position from, bool word)
 
 Position SourceViewModel::HomeOf(Position from)
 {
+    int32_t first = 0;
+    int32_t last = 0;
+    if (host_->RowOf(from, first, last) && first > 0 && from.col != first) return {first, from.line};
     int32_t indent = IndentOf(buffer_.LineText(from.line, scratch_));
     return {from.col == indent ? 0 : indent, from.line};
+}
+
+Position SourceViewModel::EndOf(Position from)
+{
+    int32_t first = 0;
+    int32_t last = 0;
+    if (host_->RowOf(from, first, last) && from.col != last) return {last, from.line};
+    return {buffer_.LineLength(from.line), from.line};
 }
 
 Position SourceViewModel::HorizontalTarget(Move move, bool extendSelection)
@@ -53,7 +64,7 @@ Position SourceViewModel::HorizontalTarget(Move move, bool extendSelection)
     case Move::WordLeft: return StepLeft(caret_, true);
     case Move::WordRight: return StepRight(caret_, true);
     case Move::LineStart: return HomeOf(caret_);
-    case Move::LineEnd: return {buffer_.LineLength(caret_.line), caret_.line};
+    case Move::LineEnd: return EndOf(caret_);
     case Move::TextStart: return {};
     case Move::TextEnd: return buffer_.End();
     default: return caret_;

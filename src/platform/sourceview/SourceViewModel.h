@@ -28,6 +28,8 @@ public:
     /// across that it aims at, in the host's measure, negative to take it from `at`. False: the view goes by lines and
     /// columns.
     virtual bool MoveRows(Position& /*at*/, int32_t /*rows*/, double& /*goal*/) const { return false; }
+    /// First and last caret place of the shown row that `at` is in. False: lines are shown as one row.
+    virtual bool RowOf(Position /*at*/, int32_t& /*first*/, int32_t& /*last*/) const { return false; }
 };
 
 /// What the document window hears of its view.
@@ -167,6 +169,7 @@ private:
     Position StepLeft(Position from, bool word);
     Position StepRight(Position from, bool word);
     Position HomeOf(Position from);
+    Position EndOf(Position from);
     void ReplaceRange(Position start, Position end, TextView text);
     Position OvertypeEnd(TextView text);
     Text WithoutTabs(TextView text, int32_t column) const;

@@ -130,6 +130,23 @@ qreal LineLayout::XIn(int32_t row, int32_t column) const
     return (cells_.CellOf(column) - cells_.CellOf(RowStart(row))) * charWidth_;
 }
 
+LineLayout::Span LineLayout::SpanOf(int32_t row, int32_t column) const
+{
+    if (column >= RowEnd(row)) return {XIn(row, column), 0};
+    if (shaped_) {
+        QTextLine line = shaped_->lineAt(row);
+        int at = column;
+        qreal leading = line.cursorToX(&at, QTextLine::Leading);
+        at = column;
+        qreal trailing = line.cursorToX(&at, QTextLine::Trailing);
+        return {std::min(leading, trailing), std::abs(trailing - leading)};
+    }
+    qreal left = XIn(row, column);
+    int32_t next = column + 1;
+    while (next < RowEnd(row) && cells_.CellOf(next) == cells_.CellOf(column)) ++next;
+    return {left, XIn(row, next) - left};
+}
+
 int32_t LineLayout::ColumnAt(int32_t row, qreal x, bool covering) const
 {
     row = std::clamp(row, 0, RowCount() - 1);

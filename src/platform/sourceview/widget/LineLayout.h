@@ -35,6 +35,12 @@ public:
     qreal XOf(int32_t column) const;
     /// The same within a given row, at whose end the place also counts as the row's last.
     qreal XIn(int32_t row, int32_t column) const;
+    struct Span {
+        qreal left = 0;
+        qreal width = 0;
+    };
+    /// The cell of the character at a column, from the start of the row; no width behind the last one.
+    Span SpanOf(int32_t row, int32_t column) const;
     /// The caret place nearest to `x`, or with `covering` the column whose character covers it.
     int32_t ColumnAt(int32_t row, qreal x, bool covering = false) const;
     /// Behind the last character of a row.

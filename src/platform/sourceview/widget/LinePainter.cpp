@@ -62,15 +62,10 @@ void LinePainter::PaintSelection(QPainter& painter, const PaintedLine& line, con
     int32_t end = std::min(line.selectionEnd, layout.RowEnd(row.number));
     if (start < end && layout.Shaped()) {
         // In mixed directions a selection is several stretches; character by character finds them all.
-        QTextLine shown = layout.Shape().lineAt(row.number);
         for (int32_t column = start; column < end;) {
             int32_t next = std::max(layout.Shape().nextCursorPosition(column), column + 1);
-            int at = column;
-            qreal leading = shown.cursorToX(&at, QTextLine::Leading);
-            at = column;
-            qreal trailing = shown.cursorToX(&at, QTextLine::Trailing);
-            QRectF box(line.origin.x() + std::min(leading, trailing), row.y, std::abs(trailing - leading), height);
-            painter.fillRect(box, colors_.highlight);
+            auto [left, width] = layout.SpanOf(row.number, column);
+            painter.fillRect(QRectF(line.origin.x() + left, row.y, width, height), colors_.highlight);
             column = next;
         }
     } else if (start < end) {
@@ -130,7 +125,7 @@ void LinePainter::PaintRun(QPainter& painter, const PaintedLine& line, const Row
         } else if (IsSign(c)) {
             bool selected = from >= line.selectionStart && from < line.selectionEnd;
             signs_.PaintSign(painter, {x, row.y, width, metrics_.LineHeight()}, baseline, c,
-                             selected ? colors_.highlightedText : colors_.faint);
+                             selected ? colors_.highlightedText : colors_.sign);
             ++from;
         } else {
             int32_t next = NextGrapheme(line.text, from);
@@ -177,16 +172,11 @@ void LinePainter::PaintShapedSigns(QPainter& painter, const PaintedLine& line, c
     for (int32_t column = row.first; column < row.last; ++column) {
         char16_t c = line.text[static_cast<size_t>(column)];
         if (!IsSign(c)) continue;
-        QTextLine shown = layout.Shape().lineAt(row.number);
-        int at = column;
-        qreal leading = shown.cursorToX(&at, QTextLine::Leading);
-        at = column;
-        qreal trailing = shown.cursorToX(&at, QTextLine::Trailing);
-        QRectF cell(line.origin.x() + std::min(leading, trailing), row.y, std::abs(trailing - leading),
-                    metrics_.LineHeight());
+        auto [left, width] = layout.SpanOf(row.number, column);
+        QRectF cell(line.origin.x() + left, row.y, width, metrics_.LineHeight());
         bool selected = column >= line.selectionStart && column < line.selectionEnd;
         signs_.PaintSign(painter, cell, row.y + metrics_.Ascent(), c,
-                         selected ? colors_.highlightedText : colors_.faint);
+                         selected ? colors_.highlightedText : colors_.sign);
     }
 }
 

@@ -58,6 +58,14 @@ QColor ScreenColors::Readable(QColor color) const
 
 ScreenStyle ScreenColors::Style(int32_t tokenType) const
 {
+    auto index = static_cast<size_t>(tokenType);
+    if (index >= known_.size()) return Find(tokenType);
+    if (!known_[index]) known_[index] = Find(tokenType);
+    return *known_[index];
+}
+
+ScreenStyle ScreenColors::Find(int32_t tokenType) const
+{
     TokenStyle style = model_->ScreenStyles().Get(tokenType);
     if (style.color == -1) return {text, style.style};
     return {Readable(FromNumber(style.color)), style.style};
@@ -65,6 +73,7 @@ ScreenStyle ScreenColors::Style(int32_t tokenType) const
 
 void ScreenColors::Build(const QPalette& palette, const SourceViewModel& model)
 {
+    known_.fill(std::nullopt);
     palette_ = palette;
     model_ = &model;
     base = FromNumber(model.BackColor());
@@ -73,6 +82,7 @@ void ScreenColors::Build(const QPalette& palette, const SourceViewModel& model)
     highlight = palette.color(QPalette::Highlight);
     highlightedText = palette.color(QPalette::HighlightedText);
     faint = Readable(Mix(text, base, 0.45));
+    sign = Readable(Mix(text, base, 0.25));
     strong = text;
     line = Mix(text, base, 0.85);
     bookmark = Mix(highlight, base, 0.1);

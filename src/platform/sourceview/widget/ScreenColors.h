@@ -6,6 +6,9 @@
 #include <QColor>
 #include <QPalette>
 
+#include <array>
+#include <optional>
+
 namespace nib {
 
 struct ScreenStyle {
@@ -15,13 +18,15 @@ struct ScreenStyle {
 
 class ScreenColors {
 public:
+    /// Anew before each paint: the style tables do not tell of changes.
     void Build(const QPalette& palette, const SourceViewModel& model);
 
     QColor base;
     QColor text;
     QColor highlight;
     QColor highlightedText;
-    QColor faint;    ///< line numbers, fold lines, signs
+    QColor faint;    ///< line numbers, fold lines
+    QColor sign;     ///< marks and control characters
     QColor strong;   ///< the caret line's number
     QColor line;     ///< separators
     QColor bookmark; ///< behind a number; its text is `onBookmark`
@@ -30,11 +35,13 @@ public:
     ScreenStyle Style(int32_t tokenType) const;
 
 private:
+    ScreenStyle Find(int32_t tokenType) const;
     QColor FromNumber(int32_t color) const;
     QColor Readable(QColor color) const;
 
     const SourceViewModel* model_ = nullptr;
     QPalette palette_;
+    mutable std::array<std::optional<ScreenStyle>, 16> known_; ///< of the token types that source texts are full of
 };
 
 /// Contrast of two colours, 1 to 21.

@@ -30,23 +30,24 @@ void SignPainter::PaintSign(QPainter& painter, const QRectF& cell, qreal baselin
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    QRectF box(cell.left() + 0.5, baseline - capital_ + 0.5, std::max(cell.width() - 1, 3.0), capital_ + 1);
-    qreal radius = box.width() * 0.25;
-    painter.setPen(QPen(color, 1));
-    painter.setBrush(Qt::NoBrush);
+    // On whole pixels, or the small box blurs; its frame steps back behind the letter.
+    qreal left = std::ceil(cell.left());
+    qreal right = std::max(std::floor(cell.right()), left + 4);
+    QRectF box(left + 0.5, baseline - capital_ + 0.5, right - left - 1, capital_ + 1);
+    QColor frame = color;
+    frame.setAlphaF(0.5F);
+    painter.setPen(QPen(frame, 1));
+    painter.drawRoundedRect(box, 2, 2);
     if (IsMark(c)) {
-        painter.drawRoundedRect(box, radius, radius);
         painter.setFont(small_);
+        painter.setPen(color);
         QString letter{QLatin1Char(kLetters[c - kTextMark])};
         QRectF ink = QFontMetricsF(small_).tightBoundingRect(letter);
         painter.drawText(box.center() - ink.center(), letter);
     } else {
-        QPen dotted(color, 1, Qt::DotLine);
-        painter.setPen(dotted);
-        painter.drawRoundedRect(box, radius, radius);
         painter.setPen(Qt::NoPen);
         painter.setBrush(color);
-        qreal dot = std::max(box.width() * 0.17, 1.0);
+        qreal dot = std::max(box.width() * 0.2, 1.0);
         painter.drawEllipse(box.center(), dot, dot);
     }
     painter.restore();

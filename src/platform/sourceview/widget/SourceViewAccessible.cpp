@@ -37,6 +37,7 @@ SourceViewAccessible::SourceViewAccessible(SourceViewWidget& widget)
 void SourceViewAccessible::TellCaret(SourceViewWidget& widget)
 {
     if (!QAccessible::isActive()) return;
+    widget.Memory().Remember(widget.Model());
     QAccessibleTextCursorEvent moved(&widget, widget.Offsets().Of(widget.Model().Caret()));
     QAccessible::updateAccessibility(&moved);
     Position anchor;
@@ -53,9 +54,7 @@ void SourceViewAccessible::TellText(SourceViewWidget& widget, const TextChange& 
     if (!QAccessible::isActive()) return;
     int32_t start = widget.Offsets().Of(change.start);
     if (change.oldEnd != change.start) {
-        // Only the extent is known any more; of several lines not even that, but readers ask again.
-        int32_t gone = change.oldEnd.line == change.start.line ? change.oldEnd.col - change.start.col : 1;
-        QAccessibleTextRemoveEvent removed(&widget, start, QString(gone, u' '));
+        QAccessibleTextRemoveEvent removed(&widget, start, ToQString(widget.Memory().Removed(change)));
         QAccessible::updateAccessibility(&removed);
     }
     if (change.newEnd != change.start) {
@@ -63,6 +62,7 @@ void SourceViewAccessible::TellText(SourceViewWidget& widget, const TextChange& 
             &widget, start, ToQString(widget.Offsets().Range(start, widget.Offsets().Of(change.newEnd))));
         QAccessible::updateAccessibility(&inserted);
     }
+    widget.Memory().Remember(widget.Model());
 }
 
 void SourceViewAccessible::TellReset(SourceViewWidget& widget)

@@ -133,7 +133,7 @@ PaintedLine SourceViewWidget::Describe(int32_t line, qreal y, const QRectF& clip
     painted.origin = {geometry_.TextX(), y};
     painted.clip = clip;
     uint32_t state = buffer_.GetLineData(line, LineWord::Control) & line_bits::kBlockStateMask;
-    painted.collapsed = model_.ShowBlocks() && state == line_bits::kBlockCollapsed;
+    painted.collapsed = state == line_bits::kBlockCollapsed;
     Position anchor;
     Position caret;
     model_.GetSelection(anchor, caret);
@@ -186,9 +186,9 @@ void SourceViewWidget::PaintCarets(QPainter& painter)
         painter.fillRect(CaretRect(), color);
     }
     if (!dropCaret_) return;
-    QRectF cell = geometry_.CellOf(*dropCaret_);
-    if (!cell.isEmpty())
-        painter.fillRect(QRectF(std::round(cell.left()) - 1, cell.top(), 2, cell.height()), colors_.highlight);
+    if (std::optional<QPointF> at = geometry_.CaretAt(*dropCaret_)) {
+        painter.fillRect(QRectF(std::round(at->x()) - 1, at->y(), 2, metrics_.LineHeight()), colors_.highlight);
+    }
 }
 
 void SourceViewWidget::ShowDropCaret(std::optional<Position> at)

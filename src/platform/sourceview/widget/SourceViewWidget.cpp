@@ -106,16 +106,14 @@ SourceViewWidget::Zone SourceViewWidget::ZoneAt(QPointF point) const
 
 QRectF SourceViewWidget::CaretRect()
 {
-    QRectF cell = geometry_.CellOf(model_.Caret());
-    if (cell.isEmpty()) return {};
-    if (!preedit_.isEmpty()) {
-        const LineLayout& layout = cache_.Measured(model_.Caret().line).layout;
-        cell.moveLeft(geometry_.TextX() + layout.XOf(model_.Caret().col + preeditCursor_));
-    } else if (model_.Overtype()) {
-        return cell;
-    }
+    bool composing = !preedit_.isEmpty();
+    if (model_.Overtype() && !composing) return geometry_.CellOf(model_.Caret());
+    std::optional<QPointF> at = geometry_.CaretAt(model_.Caret(), composing ? preeditCursor_ : 0);
+    if (!at) return {};
     constexpr qreal bar = 2;
-    return {std::round(cell.left()) - (cell.left() >= 1 ? 1 : 0), cell.top(), bar, cell.height()};
+    // Between the characters, but whole in sight at the left edge.
+    qreal left = std::max(std::round(at->x()) - 1, std::min(at->x(), geometry_.Margin().width));
+    return {left, at->y(), bar, metrics_.LineHeight()};
 }
 
 int32_t SourceViewWidget::LineHeight() const
@@ -131,6 +129,13 @@ int32_t SourceViewWidget::PageLines() const
 bool SourceViewWidget::MoveRows(Position& at, int32_t rows, double& goal) const
 {
     return geometry_.MoveRows(at, rows, goal);
+}
+
+bool SourceViewWidget::RowOf(Position at, int32_t& first, int32_t& last) const
+{
+    if (!model_.LineWrap()) return false;
+    geometry_.RowOf(at, first, last);
+    return true;
 }
 
 ScreenStyle SourceViewWidget::StyleAt(Position p, int32_t& start, int32_t& end)

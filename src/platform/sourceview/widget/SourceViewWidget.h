@@ -1,17 +1,17 @@
 #pragma once
 // The view on the screen: paints a SourceViewModel and feeds it with keys, mouse, drops and input methods.
 
-// Qt goes first: moc loses its way in some standard headers when they come before it.
-#include <QAbstractScrollArea>
-#include <QTimer>
-
 #include "platform/sourceview/SourceViewModel.h"
 #include "platform/sourceview/widget/LineCache.h"
 #include "platform/sourceview/widget/LinePainter.h"
 #include "platform/sourceview/widget/MarginPainter.h"
 #include "platform/sourceview/widget/MouseHandler.h"
+#include "platform/sourceview/widget/TextMemory.h"
 #include "platform/sourceview/widget/TextOffsets.h"
 #include "platform/sourceview/widget/ViewGeometry.h"
+
+#include <QAbstractScrollArea>
+#include <QTimer>
 
 namespace nib {
 
@@ -25,6 +25,7 @@ public:
 
     SourceViewModel& Model() { return model_; }
     TextOffsets& Offsets() { return offsets_; }
+    TextMemory& Memory() { return memory_; }
 
     enum class Zone { Margin, Blocks, Content };
     Zone ZoneAt(QPointF point) const;
@@ -59,6 +60,7 @@ public:
     void AppearanceChanged() override;
     void Print() override { emit printRequested(); }
     bool MoveRows(Position& at, int32_t rows, double& goal) const override;
+    bool RowOf(Position at, int32_t& first, int32_t& last) const override;
 
     // BufferListener
     void TextChanged(const TextChange& change) override;
@@ -130,6 +132,7 @@ private:
     MarginPainter marginPainter_;
     MouseHandler mouse_;
     TextOffsets offsets_;
+    TextMemory memory_;
     QTimer blinkTimer_;
     QTimer scanTimer_;
     QTimer primaryTimer_;

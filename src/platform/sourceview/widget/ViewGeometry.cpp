@@ -207,15 +207,26 @@ QRectF ViewGeometry::CellOf(Position p)
     const LineEntry& entry = cache_.Measured(p.line);
     int32_t column = entry.ToShown(p.col);
     int32_t row = entry.layout.RowOf(column);
-    qreal x = entry.layout.XOf(column);
-    qreal width = metrics_.CharWidth();
-    if (column < entry.layout.RowEnd(row)) {
-        int32_t next = column + 1;
-        while (next < entry.layout.RowEnd(row) && entry.layout.XIn(row, next) == x) ++next;
-        qreal end = entry.layout.XIn(row, next);
-        if (std::abs(end - x) > 0.5) width = std::abs(end - x);
-    }
-    return {TextX() + x, *top + row * metrics_.LineHeight(), width, metrics_.LineHeight()};
+    auto [left, width] = entry.layout.SpanOf(row, column);
+    if (width < 1) width = metrics_.CharWidth();
+    return {TextX() + left, *top + row * metrics_.LineHeight(), width, metrics_.LineHeight()};
+}
+
+std::optional<QPointF> ViewGeometry::CaretAt(Position p, int32_t shownOffset)
+{
+    std::optional<qreal> top = TopOf(p.line);
+    if (!top) return {};
+    const LineLayout& layout = cache_.Measured(p.line).layout;
+    int32_t column = p.col + shownOffset;
+    return QPointF(TextX() + layout.XOf(column), *top + layout.RowOf(column) * metrics_.LineHeight());
+}
+
+void ViewGeometry::RowOf(Position at, int32_t& first, int32_t& last)
+{
+    const LineEntry& entry = cache_.Measured(at.line);
+    int32_t row = entry.layout.RowOf(entry.ToShown(at.col));
+    first = entry.FromShown(entry.layout.RowStart(row));
+    last = entry.FromShown(entry.layout.ColumnAt(row, 1e9));
 }
 
 bool ViewGeometry::MoveRows(Position& at, int32_t rows, double& goal)

@@ -58,7 +58,11 @@ public:
     qreal HeightOf(int32_t line);
     /// The cell of the character behind the place, in the viewport; empty when its line is out of sight.
     QRectF CellOf(Position p);
+    /// The upper end of the caret at a place whose line is in sight.
+    std::optional<QPointF> CaretAt(Position p, int32_t shownOffset = 0);
     bool MoveRows(Position& at, int32_t rows, double& goal);
+    /// The columns of the place's row; of a row that goes on below, `last` is its last caret place.
+    void RowOf(Position at, int32_t& first, int32_t& last);
     /// Calls `visit(line, y)` for the lines between two heights.
     template <typename Visit>
     void ForEach(qreal top, qreal bottom, Visit visit)

@@ -1,5 +1,7 @@
 #include "platform/sourceview/widget/ViewMetrics.h"
 
+#include "platform/sourceview/widget/CharacterKind.h"
+
 #include <QFontDatabase>
 #include <QFontMetricsF>
 
@@ -44,24 +46,28 @@ void ViewMetrics::BuildFace(Face& face, const QFont& base, int32_t style)
     face.raw = QRawFont::fromFont(face.font);
     face.glyphs.fill(0);
     if (!fixedPitch_ || !face.raw.isValid()) return;
+    QString characters;
+    for (char16_t c = 0; c < kGlyphs; ++c) characters.append(c < 0x20 ? u' ' : c);
+    QList<quint32> glyphs = face.raw.glyphIndexesForString(characters);
+    if (glyphs.size() != static_cast<qsizetype>(kGlyphs)) return;
+    QList<QPointF> advances = face.raw.advancesForGlyphIndexes(glyphs);
     for (char16_t c = 0x20; c < kGlyphs; ++c) {
-        if ((c >= 0x7F && c < 0xA0) || c == 0xAD) continue;
-        QList<quint32> glyphs = face.raw.glyphIndexesForString(QString(QChar(c)));
-        if (glyphs.size() != 1 || glyphs[0] == 0) continue;
-        if (c >= 0x7F && std::abs(Advance(face.font, QChar(c)) - charWidth_) > 0.01) continue;
-        face.glyphs[c] = glyphs[0];
+        bool sameWidth = std::abs(advances[c].x() - advances[u'0'].x()) < 0.01;
+        if (sameWidth && !IsShownControl(c)) face.glyphs[c] = glyphs[c];
     }
 }
 
 void ViewMetrics::Build(const SourceFont& font, int zoom)
 {
     QFont base = BaseFont(font, zoom);
+    if (faces_[0].raw.isValid() && base == faces_[0].font) return;
     QFontMetricsF metrics(base);
     charWidth_ = Advance(base, u'0');
     fixedPitch_ = std::all_of(std::begin("iMW.|"), std::end("iMW.|") - 1,
                               [&](char c) { return std::abs(Advance(base, QLatin1Char(c)) - charWidth_) < 0.01; });
     ascent_ = std::ceil(metrics.ascent());
     lineHeight_ = ascent_ + std::ceil(metrics.descent()) + std::max(1.0, std::ceil(metrics.leading()));
+    // The plain face is left as asked for, so that the same font is known again.
     for (int32_t style = 0; style < 4; ++style) BuildFace(faces_[Index(style)], base, style);
 }
 

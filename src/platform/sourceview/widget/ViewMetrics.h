@@ -12,6 +12,7 @@ namespace nib {
 
 class ViewMetrics {
 public:
+    /// Cheap when nothing changed.
     void Build(const SourceFont& font, int zoom);
 
     qreal CharWidth() const { return charWidth_; }

@@ -1,0 +1,294 @@
+// Keys, input methods, mouse and drops on the text widget.
+
+#include "widgets/ViewFixture.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QSignalSpy>
+
+namespace nib {
+namespace {
+
+using ViewKeys = ViewFixture;
+
+struct KeyRow {
+    const char* what;
+    TextView text;
+    Position caret;
+    std::vector<std::pair<int, Qt::KeyboardModifiers>> keys;
+    TextView expected;
+    Position expectedCaret;
+};
+
+constexpr Qt::KeyboardModifiers kNone = Qt::NoModifier;
+constexpr Qt::KeyboardModifiers kCtrl = Qt::ControlModifier;
+constexpr Qt::KeyboardModifiers kShift = Qt::ShiftModifier;
+
+TEST_F(ViewKeys, Table)
+{
+    const KeyRow rows[] = {
+        {"types", u"AB", {1, 0}, {{Qt::Key_X, kNone}}, u"AxB", {2, 0}},
+        {"overtypes",
+         u"AB",
+         {0, 0},
+         {{Qt::Key_Insert, kNone}, {Qt::Key_X, kNone}, {Qt::Key_Insert, kNone}},
+         u"xB",
+         {1, 0}},
+        {"word right", u"AB CD", {0, 0}, {{Qt::Key_Right, kCtrl}}, u"AB CD", {3, 0}},
+        {"deletes a word", u"AB CD", {5, 0}, {{Qt::Key_Backspace, kCtrl}}, u"AB ", {3, 0}},
+        {"enter keeps the indent", u"  A", {3, 0}, {{Qt::Key_Return, kNone}}, u"  A\r\n  ", {2, 1}},
+        {"tab", u"AB", {1, 0}, {{Qt::Key_Tab, kNone}}, u"A  B", {3, 0}},
+        {"backtab", u"   A", {3, 0}, {{Qt::Key_Backtab, kShift}}, u"A", {0, 0}},
+        {"undo", u"A", {1, 0}, {{Qt::Key_X, kNone}, {Qt::Key_Z, kCtrl}}, u"A", {1, 0}},
+        {"redo", u"A", {1, 0}, {{Qt::Key_X, kNone}, {Qt::Key_Z, kCtrl}, {Qt::Key_Z, kCtrl | kShift}}, u"Ax", {2, 0}},
+        {"cut and paste",
+         u"AB",
+         {0, 0},
+         {{Qt::Key_Right, kShift}, {Qt::Key_X, kCtrl}, {Qt::Key_End, kNone}, {Qt::Key_V, kCtrl}},
+         u"BA",
+         {2, 0}},
+        {"the old keys for it",
+         u"AB",
+         {0, 0},
+         {{Qt::Key_Right, kShift}, {Qt::Key_Delete, kShift}, {Qt::Key_End, kNone}, {Qt::Key_Insert, kShift}},
+         u"BA",
+         {2, 0}},
+        {"copies",
+         u"AB",
+         {0, 0},
+         {{Qt::Key_End, kShift}, {Qt::Key_Insert, kCtrl}, {Qt::Key_Right, kNone}, {Qt::Key_V, kCtrl}},
+         u"ABAB",
+         {4, 0}},
+        {"selects all", u"A\r\nB", {0, 0}, {{Qt::Key_A, kCtrl}, {Qt::Key_X, kNone}}, u"x", {1, 0}},
+        {"keypad", u"AB", {1, 0}, {{Qt::Key_Home, Qt::KeypadModifier}}, u"AB", {0, 0}},
+        {"Alt types nothing", u"A", {1, 0}, {{Qt::Key_X, Qt::AltModifier}}, u"A", {1, 0}},
+    };
+    for (const KeyRow& row : rows) {
+        Load(row.text);
+        Model().SetCaret(row.caret);
+        for (auto [key, modifiers] : row.keys) Key(key, modifiers);
+        EXPECT_EQ(ToUtf8(Model().GetText()), ToUtf8(row.expected)) << row.what;
+        EXPECT_EQ(Model().Caret(), row.expectedCaret) << row.what;
+    }
+}
+
+TEST_F(ViewKeys, PagesMoveTextAndCaretTogether)
+{
+    Text text;
+    for (int i = 0; i < 200; ++i) text += u"line\r\n";
+    Load(text);
+    int32_t page = Model().PageLines() - 1;
+    Key(Qt::Key_Down);
+    Key(Qt::Key_PageDown);
+    int32_t line = 0;
+    int32_t column = 0;
+    Model().GetFirstVisible(line, column);
+    EXPECT_EQ(line, page);
+    EXPECT_EQ(Model().Caret().line, page + 1);
+    Key(Qt::Key_Down, kCtrl);
+    Model().GetFirstVisible(line, column);
+    EXPECT_EQ(line, page + 1);
+    EXPECT_EQ(Model().Caret().line, page + 1);
+    Key(Qt::Key_End, kCtrl);
+    EXPECT_FALSE(widget->CaretRect().isEmpty());
+}
+
+TEST_F(ViewKeys, ControlCharactersAskForMarks)
+{
+    QSignalSpy values(widget.get(), &SourceViewWidget::valueRequested);
+    QSignalSpy subValues(widget.get(), &SourceViewWidget::subValueRequested);
+    Key(Qt::Key_BracketRight, kCtrl);
+    Key(Qt::Key_Backslash, kCtrl);
+    QKeyEvent thirdLevel(QEvent::KeyPress, Qt::Key_unknown, kCtrl | Qt::AltModifier, QStringLiteral("\x1d"));
+    QApplication::sendEvent(widget.get(), &thirdLevel);
+    EXPECT_EQ(values.count(), 2);
+    EXPECT_EQ(subValues.count(), 1);
+}
+
+TEST_F(ViewKeys, MenuShortcutsGoFirstOnlyWhereTheyMay)
+{
+    auto taken = [&](int key, Qt::KeyboardModifiers modifiers, const char* text = "") {
+        QKeyEvent event(QEvent::ShortcutOverride, key, modifiers, text);
+        event.ignore();
+        QApplication::sendEvent(widget.get(), &event);
+        return event.isAccepted();
+    };
+    EXPECT_TRUE(taken(Qt::Key_Left, kNone));
+    EXPECT_TRUE(taken(Qt::Key_Delete, kNone));
+    EXPECT_TRUE(taken(Qt::Key_B, kNone, "b"));
+    EXPECT_FALSE(taken(Qt::Key_Z, kCtrl));
+    EXPECT_FALSE(taken(Qt::Key_F3, kNone));
+    EXPECT_FALSE(taken(Qt::Key_B, kCtrl));
+}
+
+TEST_F(ViewKeys, InputMethodComposesAndCommits)
+{
+    Load(u"A[B]C");
+    Model().SetSelection({1, 0}, {4, 0});
+    QInputMethodEvent compose(QStringLiteral("ni"), {{QInputMethodEvent::Cursor, 1, 1}});
+    QApplication::sendEvent(widget.get(), &compose);
+    EXPECT_EQ(Line(0), u"AC");
+    double before = widget->CellOf({1, 0}).left();
+    double width = widget->CellOf({0, 0}).width();
+    EXPECT_DOUBLE_EQ(widget->CellOf({2, 0}).left() - before, 3 * width) << "the rest stands behind the composition";
+    EXPECT_NEAR(widget->CaretRect().left(), before + width, 1.5);
+    Grab();
+    QInputMethodEvent commit;
+    commit.setCommitString(QStringLiteral("\u4f60"));
+    QApplication::sendEvent(widget.get(), &commit);
+    EXPECT_EQ(Line(0), u"A\u4f60C");
+    EXPECT_EQ(Model().Caret(), (Position{2, 0}));
+    EXPECT_EQ(widget->inputMethodQuery(Qt::ImSurroundingText).toString(), QStringLiteral("A\u4f60C"));
+    EXPECT_EQ(widget->inputMethodQuery(Qt::ImCursorPosition).toInt(), 2);
+    QInputMethodEvent replace;
+    replace.setCommitString(QStringLiteral("x"), -1, 1);
+    QApplication::sendEvent(widget.get(), &replace);
+    EXPECT_EQ(Line(0), u"AxC");
+}
+
+using ViewMouse = ViewFixture;
+
+TEST_F(ViewMouse, SelectsByCharacterWordAndLine)
+{
+    Load(u"CALL SUB.1(A)\r\nX = 1\r\nY = 2");
+    Drag(At(2, 0), At(1, 1));
+    EXPECT_EQ(Selected(), u"LL SUB.1(A)\r\nX");
+    EXPECT_EQ(clipboard.primary, Selected());
+
+    Click(At(6, 0));
+    EXPECT_EQ(Model().Caret(), (Position{6, 0}));
+    Click(At(3, 1), kShift);
+    EXPECT_EQ(Selected(), u"UB.1(A)\r\nX =");
+
+    DoubleClick(At(6, 0));
+    EXPECT_EQ(Selected(), u"SUB.1");
+    MoveTo(At(1, 0));
+    EXPECT_EQ(Selected(), u"CALL SUB.1");
+    MoveTo(At(0, 1));
+    EXPECT_EQ(Selected(), u"SUB.1(A)\r\nX");
+    Release(At(0, 1));
+
+    QTest::qWait(QApplication::doubleClickInterval() + 50);
+    DoubleClick(At(0, 1));
+    Release(At(0, 1));
+    Press(At(0, 1));
+    EXPECT_EQ(Selected(), u"X = 1");
+    MoveTo(At(2, 2));
+    EXPECT_EQ(Selected(), u"X = 1\r\nY = 2");
+    Release(At(2, 2));
+}
+
+TEST_F(ViewMouse, MarginSelectsLinesFromItsAnchor)
+{
+    Load(u"A\r\nBB\r\nC\r\nD");
+    auto margin = [&](int32_t line) { return QPoint(4, At(0, line).y()); };
+    Click(margin(1));
+    EXPECT_EQ(Selected(), u"BB");
+    Click(margin(3), kShift);
+    EXPECT_EQ(Selected(), u"BB\r\nC\r\nD");
+    Click(margin(0), kShift);
+    EXPECT_EQ(Selected(), u"A\r\nBB");
+    EXPECT_EQ(Model().Caret(), (Position{0, 0}));
+}
+
+TEST_F(ViewMouse, RightButtonKeepsASelection)
+{
+    Load(u"ABCDEF");
+    QSignalSpy pressed(widget.get(), &SourceViewWidget::mousePressed);
+    Click(At(2, 0), kNone, Qt::RightButton);
+    EXPECT_EQ(Model().Caret(), (Position{2, 0}));
+    Model().SetSelection({1, 0}, {3, 0});
+    Click(At(5, 0), kNone, Qt::RightButton);
+    EXPECT_EQ(Selected(), u"BC");
+    EXPECT_EQ(pressed.count(), 2);
+}
+
+TEST_F(ViewMouse, MiddleButtonPastesThePrimarySelection)
+{
+    Load(u"ABCD");
+    Model().SetSelection({0, 0}, {2, 0});
+    Click(At(3, 0), kNone, Qt::MiddleButton);
+    EXPECT_EQ(Line(0), u"ABCABD");
+}
+
+TEST_F(ViewMouse, FoldMarkTogglesItsBlock)
+{
+    Load(u"IF\r\nA\r\nEND\r\nB");
+    Model().SetShowBlocks(true);
+    Model().SetMarginWidth(7);
+    Grab();
+    Model().SetCaret({1, 1});
+    QPoint mark(static_cast<int>(widget->CellOf({0, 0}).left()) - 6, At(0, 0).y());
+    Click(mark);
+    EXPECT_TRUE(buffer.IsHidden(1));
+    EXPECT_EQ(Model().Caret().line, 0) << "the caret leaves what is hidden";
+    EXPECT_TRUE(widget->CellOf({0, 1}).isEmpty());
+    Grab();
+    Key(Qt::Key_Down);
+    EXPECT_FALSE(buffer.IsHidden(Model().Caret().line));
+    Click(mark);
+    EXPECT_FALSE(buffer.IsHidden(1));
+}
+
+TEST_F(ViewMouse, DragBeyondTheEdgeGoesOnScrolling)
+{
+    Text text;
+    for (int i = 0; i < 200; ++i) text += u"line\r\n";
+    Load(text);
+    Press(At(0, 0));
+    MoveTo({50, 310});
+    Position first = Model().Caret();
+    QTest::qWait(200);
+    EXPECT_GT(Model().Caret().line, first.line);
+    Release({50, 310});
+    Position last = Model().Caret();
+    QTest::qWait(100);
+    EXPECT_EQ(Model().Caret(), last);
+}
+
+TEST_F(ViewMouse, TakesDroppedTextAndLeavesFilesToTheWindow)
+{
+    Load(u"ABCD");
+    QMimeData data;
+    data.setText(QStringLiteral("x\ny"));
+    QDragEnterEvent enter(At(2, 0), Qt::CopyAction, &data, Qt::LeftButton, kNone);
+    QApplication::sendEvent(widget->viewport(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(At(2, 0), Qt::CopyAction, &data, Qt::LeftButton, kNone);
+    QApplication::sendEvent(widget->viewport(), &drop);
+    EXPECT_EQ(Model().GetText(), u"ABx\r\nyCD");
+    EXPECT_EQ(Selected(), u"x\r\ny");
+    Key(Qt::Key_Z, kCtrl);
+    EXPECT_EQ(Model().GetText(), u"ABCD");
+
+    data.setUrls({QUrl(QStringLiteral("file:///tmp/a"))});
+    QDragEnterEvent files(At(2, 0), Qt::CopyAction, &data, Qt::LeftButton, kNone);
+    QApplication::sendEvent(widget->viewport(), &files);
+    EXPECT_FALSE(files.isAccepted());
+}
+
+TEST_F(ViewMouse, WheelScrollsPixelsAndZooms)
+{
+    Text text;
+    for (int i = 0; i < 200; ++i) text += u"line\r\n";
+    Load(text);
+    double top = widget->CellOf({0, 5}).top();
+    Wheel({0, -7}, {0, -15});
+    EXPECT_DOUBLE_EQ(widget->CellOf({0, 5}).top(), top - 7);
+    Wheel({0, 7}, {0, 15});
+    EXPECT_DOUBLE_EQ(widget->CellOf({0, 5}).top(), top);
+
+    double width = widget->CellOf({0, 5}).width();
+    QSignalSpy zoomed(widget.get(), &SourceViewWidget::zoomChanged);
+    Wheel({}, {0, 240}, kCtrl);
+    EXPECT_EQ(widget->Zoom(), 2);
+    EXPECT_GT(widget->CellOf({0, 5}).width(), width);
+    Key(Qt::Key_Minus, kCtrl);
+    Key(Qt::Key_0, kCtrl);
+    EXPECT_EQ(widget->Zoom(), 0);
+    EXPECT_EQ(zoomed.count(), 3);
+    EXPECT_DOUBLE_EQ(widget->CellOf({0, 5}).width(), width);
+}
+
+} // namespace
+} // namespace nib

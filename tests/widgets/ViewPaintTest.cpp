@@ -1,0 +1,215 @@
+// What the text widget shows: layout, wrap, colours, and what it tells assistive tools.
+
+#include "platform/sourceview/widget/ScreenColors.h"
+#include "widgets/ViewFixture.h"
+
+#include <QAccessible>
+#include <QElapsedTimer>
+
+namespace nib {
+namespace {
+
+using ViewPaint = ViewFixture;
+
+QPalette Dark()
+{
+    QPalette palette;
+    palette.setColor(QPalette::Base, QColor(30, 30, 30));
+    palette.setColor(QPalette::Text, QColor(225, 225, 225));
+    palette.setColor(QPalette::Highlight, QColor(40, 80, 140));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+TEST_F(ViewPaint, SignsAndTextLeaveInk)
+{
+    Load(u"a\uF8FB\uF8FC\uF8FD\uF8FE\uF8FF\u0007 \u05D0\u05D1\uF8FD\u202E");
+    widget->setFocus();
+    QImage image = Grab();
+    QColor base = widget->palette().color(QPalette::Base);
+    for (int32_t col = 0; col < 12; ++col) {
+        int ink = Inked(image, widget->CellOf({col, 0}).adjusted(1, 0, -1, 0), base);
+        if (col == 7) {
+            EXPECT_EQ(ink, 0);
+        } else {
+            EXPECT_GT(ink, 5) << "column " << col;
+        }
+    }
+}
+
+TEST_F(ViewPaint, SelectionIsShownInThePalettesColour)
+{
+    for (const QPalette& palette : {QPalette(), Dark()}) {
+        widget->setPalette(palette);
+        Load(u"ABC\r\nD");
+        Model().SetSelection({1, 0}, {1, 1});
+        QImage image = Grab();
+        auto corner = [&](int32_t col, int32_t line) {
+            QRectF cell = widget->CellOf({col, line});
+            return image.pixelColor(((cell.topLeft() + QPointF(3, 1)) * image.devicePixelRatio()).toPoint());
+        };
+        EXPECT_EQ(corner(1, 0), palette.color(QPalette::Highlight));
+        EXPECT_EQ(corner(3, 0), palette.color(QPalette::Highlight)) << "the line break is selected too";
+        EXPECT_EQ(corner(0, 0), palette.color(QPalette::Base));
+    }
+}
+
+TEST_F(ViewPaint, TokenColoursStayReadableOnADarkPage)
+{
+    TokenTable& styles = Model().TokenStyles();
+    for (int32_t type : {4, 6, 7}) styles.SetColor(type, 0x00FF0000);
+    styles.SetColor(8, static_cast<int32_t>(0x80000008));
+    for (const QPalette& palette : {QPalette(), Dark()}) {
+        ScreenColors colors;
+        colors.Build(palette, Model());
+        for (int32_t type : {4, 6, 7, 8}) EXPECT_GE(Contrast(colors.Style(type).color, colors.base), 4.5) << type;
+        EXPECT_GE(Contrast(colors.faint, colors.base), 2.5);
+    }
+    ScreenColors light;
+    light.Build(QPalette(), Model());
+    EXPECT_EQ(light.Style(4).color, QColor(0, 0, 255)) << "a readable colour stays as it was chosen";
+}
+
+TEST_F(ViewPaint, WrapKeepsEveryColumnInSight)
+{
+    Text words;
+    for (int i = 0; i < 60; ++i) words += u"word ";
+    Load(words + u"\r\n\u05D0 " + words + u"\r\nEND");
+    Model().SetLineWrap(true);
+    EXPECT_EQ(widget->horizontalScrollBar()->maximum(), 0);
+    double width = widget->viewport()->width();
+    for (int32_t line : {0, 1}) {
+        double y = -1;
+        for (int32_t col = 0; col < 300; ++col) {
+            QRectF cell = widget->CellOf({col, line});
+            EXPECT_LE(cell.left(), width);
+            EXPECT_GE(cell.top(), y);
+            y = cell.top();
+            if (col % 5 == 4) continue; // the blank that ends a row may lie behind its edge
+            EXPECT_EQ(widget->PositionAt(cell.center(), true), (Position{col, line}));
+        }
+        EXPECT_GT(y, widget->CellOf({0, line}).top());
+    }
+    Model().SetCaret({2, 0});
+    Key(Qt::Key_Down);
+    EXPECT_EQ(Model().Caret().line, 0) << "down goes by rows";
+    EXPECT_DOUBLE_EQ(widget->CellOf(Model().Caret()).left(), widget->CellOf({2, 0}).left());
+    double row = widget->CellOf(Model().Caret()).top();
+    Key(Qt::Key_End);
+    EXPECT_DOUBLE_EQ(widget->CellOf(Model().Caret()).top(), row) << "End stays in the row";
+    Key(Qt::Key_Home);
+    EXPECT_DOUBLE_EQ(widget->CellOf(Model().Caret()).top(), row);
+    EXPECT_DOUBLE_EQ(widget->CellOf(Model().Caret()).left(), widget->CellOf({0, 0}).left());
+    Key(Qt::Key_Home);
+    EXPECT_EQ(Model().Caret().col, 0) << "and once more goes to the line's own start";
+    Grab();
+    Key(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_FALSE(widget->CaretRect().isEmpty());
+}
+
+TEST_F(ViewPaint, PointsAndPlacesAgree)
+{
+    const TextView lines[] = {u"plain text", u"e\u0301a\u0308x", u"\u05E9\u05DC\u05D5\u05DD abc", u"\u4F60\u597Dx",
+                              u"\U0001F600a"};
+    for (TextView line : lines) {
+        Load(line);
+        for (int32_t col = 0; col < static_cast<int32_t>(line.size()); ++col) {
+            Model().SetCaret({col, 0});
+            Position place = Model().Caret();
+            EXPECT_EQ(widget->PositionAt(widget->CellOf(place).center(), true), place) << ToUtf8(line) << " " << col;
+        }
+    }
+}
+
+TEST_F(ViewPaint, FirstVisibleIsKept)
+{
+    Text text;
+    for (int i = 0; i < 300; ++i) text += Text(200, u'x') + u"\r\n";
+    Load(text);
+    Model().SetFirstVisible(120, 30);
+    int32_t line = 0;
+    int32_t column = 0;
+    Model().GetFirstVisible(line, column);
+    EXPECT_EQ(line, 120);
+    EXPECT_EQ(column, 30);
+    SourceViewModel other(buffer, clipboard);
+    other.SetCaret({0, 3});
+    other.TypeText(u"1\r\n2\r\n");
+    Model().GetFirstVisible(line, column);
+    EXPECT_EQ(line, 122) << "what another view does above leaves the page where it is";
+}
+
+TEST_F(ViewPaint, VeryLongLinesOpenAtOnce)
+{
+    struct {
+        const char* what;
+        Text text;
+    } const rows[] = {{"plain", Text(10'000'000, u'x')}, {"accents and signs", [] {
+                                                              Text text;
+                                                              while (text.size() < 2'000'000)
+                                                                  text += u"abc e\u0301 \u4F60 \uF8FD \U0001F600 ";
+                                                              return text;
+                                                          }()}};
+    for (const auto& row : rows) {
+        QElapsedTimer timer;
+        timer.start();
+        Load(row.text);
+        Grab();
+        EXPECT_LT(timer.restart(), 1000) << row.what << ": open";
+        Key(Qt::Key_End);
+        Grab();
+        EXPECT_FALSE(widget->CaretRect().isEmpty());
+        EXPECT_LT(timer.restart(), 1000) << row.what << ": far end";
+        Type("y");
+        Grab();
+        EXPECT_LT(timer.restart(), 1000) << row.what << ": type";
+        for (bool wrap : {true, false}) {
+            Model().SetLineWrap(wrap);
+            Grab();
+        }
+        EXPECT_LT(timer.restart(), 2000) << row.what << ": wrap";
+    }
+}
+
+TEST_F(ViewPaint, AssistiveToolsReadAndEdit)
+{
+    Load(u"CALL SUB.1\r\n\"e\u0301\" B\r\nC");
+    QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget.get());
+    ASSERT_NE(face, nullptr);
+    QAccessibleTextInterface* text = face->textInterface();
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(text->characterCount(), 19);
+    EXPECT_EQ(text->text(5, 13), QStringLiteral("SUB.1\n\"e"));
+    Model().SetCaret({4, 1});
+    EXPECT_EQ(text->cursorPosition(), 15);
+
+    struct {
+        QAccessible::TextBoundaryType boundary;
+        int offset;
+        QString before, at, after;
+    } const rows[] = {
+        {QAccessible::CharBoundary, 12, QStringLiteral("\""), QStringLiteral("e\u0301"), QStringLiteral("\"")},
+        {QAccessible::WordBoundary, 7, QStringLiteral(" "), QStringLiteral("SUB.1"), QStringLiteral("\n")},
+        {QAccessible::LineBoundary, 12, QStringLiteral("CALL SUB.1\n"), QStringLiteral("\"e\u0301\" B\n"),
+         QStringLiteral("C")},
+        {QAccessible::LineBoundary, 19, QStringLiteral("\"e\u0301\" B\n"), QStringLiteral("C"), QStringLiteral("")},
+    };
+    for (const auto& row : rows) {
+        int start = 0;
+        int end = 0;
+        EXPECT_EQ(text->textBeforeOffset(row.offset, row.boundary, &start, &end), row.before);
+        EXPECT_EQ(text->textAfterOffset(row.offset, row.boundary, &start, &end), row.after);
+        EXPECT_EQ(text->textAtOffset(row.offset, row.boundary, &start, &end), row.at);
+        EXPECT_EQ(text->text(start, end), row.at);
+    }
+    QRect rect = text->characterRect(5);
+    EXPECT_EQ(text->offsetAtPoint(rect.center()), 5);
+    text->setSelection(0, 5, 8);
+    EXPECT_EQ(Selected(), u"SUB");
+    face->editableTextInterface()->replaceText(0, 4, QStringLiteral("GOSUB"));
+    EXPECT_EQ(Line(0), u"GOSUB SUB.1");
+    EXPECT_EQ(text->characterCount(), 20);
+}
+
+} // namespace
+} // namespace nib
