@@ -15,6 +15,7 @@
 #include "shell/frmMain.h"
 
 #include <QApplication>
+#include <QIcon>
 
 #include <cstdlib>
 
@@ -69,6 +70,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(QStringLiteral(NIB_VERSION));
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/nib.png")));
 
     QtClipboard clipboard;
     QtFonts fonts;

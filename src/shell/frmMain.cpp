@@ -15,6 +15,7 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QStatusBar>
 #include <QUrl>
 
@@ -42,7 +43,9 @@ void frmMain::Load()
     BuildMenus();
     BuildStatusBar();
     SetTitle(u"Nib");
-    resize(1100, 760);
+    // Three quarters of the screen, in its middle.
+    QRect room = screen()->availableGeometry();
+    setGeometry(room.x() + room.width() / 8, room.y() + room.height() / 8, room.width() * 3 / 4, room.height() * 3 / 4);
     UpdateToolBar();
 }
 
