@@ -295,12 +295,13 @@ void SourceBuffer::Impl::Execute(std::unique_ptr<ISourceOp> operation)
     Leave();
 }
 
-void SourceBuffer::Impl::Undo()
+/// Takes a step back or does it again; `done` tells the stack.
+template <typename Done> void SourceBuffer::Impl::Replay(UndoStep& step, bool forward, Done&& done)
 {
-    UndoStep& step = undo.Top();
     if (step.op) {
-        RunOp([&] { step.op->UndoOp(scanner.Document()); });
-        undo.Undone();
+        SourceDocument& document = scanner.Document();
+        RunOp([&] { forward ? step.op->DoOp(document) : step.op->UndoOp(document); });
+        done();
         Leave();
         return;
     }
@@ -308,31 +309,25 @@ void SourceBuffer::Impl::Undo()
     Position caret;
     ++depth;
     replaying_ = true;
-    for (auto edit = step.edits.rbegin(); edit != step.edits.rend(); ++edit) caret = Apply(*edit, false);
+    if (forward) {
+        for (const TextEdit& edit : step.edits) caret = Apply(edit, true);
+    } else {
+        for (auto edit = step.edits.rbegin(); edit != step.edits.rend(); ++edit) caret = Apply(*edit, false);
+    }
     replaying_ = false;
-    undo.Undone();
+    done();
     Leave();
     Tell([&](BufferListener& l) { l.CaretRequested(caret); });
 }
 
+void SourceBuffer::Impl::Undo()
+{
+    Replay(undo.Top(), false, [this] { undo.Undone(); });
+}
+
 void SourceBuffer::Impl::Redo()
 {
-    UndoStep& step = undo.Next();
-    if (step.op) {
-        RunOp([&] { step.op->DoOp(scanner.Document()); });
-        undo.Redone();
-        Leave();
-        return;
-    }
-    RefuseInCallback();
-    Position caret;
-    ++depth;
-    replaying_ = true;
-    for (const TextEdit& edit : step.edits) caret = Apply(edit, true);
-    replaying_ = false;
-    undo.Redone();
-    Leave();
-    Tell([&](BufferListener& l) { l.CaretRequested(caret); });
+    Replay(undo.Next(), true, [this] { undo.Redone(); });
 }
 
 } // namespace nib

@@ -62,6 +62,8 @@ private:
     Position Apply(const TextEdit& edit, bool forward);
     template <typename Body>
     void RunOp(Body&& body);
+    template <typename Done>
+    void Replay(UndoStep& step, bool forward, Done&& done);
 
     std::optional<TextSearch> search_;
     Text searchText_;
