@@ -3,6 +3,8 @@
 #include "editing/SourceView.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace nib {
 
@@ -26,10 +28,14 @@ int32_t BlockFolder::BlockEnd(int32_t line) const
     return opens > 0 ? lines_.FindClose(line + 1, opens) : -1;
 }
 
-/// The end line is hidden with its block unless it opens the next one.
 int32_t BlockFolder::LastHidden(int32_t head) const
 {
-    int32_t end = BlockEnd(head);
+    return LastHidden(head, BlockEnd(head));
+}
+
+/// The end line is hidden with its block unless it opens the next one.
+int32_t BlockFolder::LastHidden(int32_t head, int32_t end) const
+{
     if (end > head && NestingOf(lines_.Word(end, kControl)).opens > 0) --end;
     return end;
 }
@@ -38,7 +44,9 @@ uint32_t BlockFolder::BlockBits(int32_t line) const
 {
     Nesting own = NestingOf(lines_.Word(line, kControl));
     int32_t depth = lines_.NestingBefore(line).opens;
-    uint32_t bits = depth > own.closes ? line_bits::kBlockInside : 0;
+    // Of the blocks open here, those that never close are none.
+    bool inside = depth > own.closes && lines_.FindClose(line + 1, own.opens + 1) >= 0;
+    uint32_t bits = inside ? line_bits::kBlockInside : 0;
     if (IsCollapsed(line)) return bits | line_bits::kBlockCollapsed;
     if (own.opens > 0 && BlockEnd(line) >= 0) return bits | line_bits::kBlockHead;
     if (own.closes > 0 && depth > 0) return bits | line_bits::kBlockEnd;
@@ -80,15 +88,39 @@ bool BlockFolder::Expand(int32_t line)
     return true;
 }
 
+template <typename Closed>
+void BlockFolder::MatchBlocks(Closed&& closed) const
+{
+    struct Open {
+        int32_t line;
+        int32_t left;
+    };
+    std::vector<Open> open;
+    for (int32_t line = 0; line < lines_.Count(); ++line) {
+        Nesting own = NestingOf(lines_.Word(line, kControl));
+        while (own.closes > 0 && !open.empty()) {
+            int32_t taken = std::min(own.closes, open.back().left);
+            own.closes -= taken;
+            open.back().left -= taken;
+            if (open.back().left > 0) break;
+            int32_t head = open.back().line;
+            open.pop_back();
+            closed(head, line);
+        }
+        if (own.opens > 0) open.push_back({line, own.opens});
+    }
+}
+
 bool BlockFolder::CollapseAll()
 {
-    for (int32_t line = 0; line < lines_.Count(); ++line) {
-        if (IsCollapsed(line) || NestingOf(lines_.Word(line, kControl)).opens == 0 || LastHidden(line) <= line)
-            continue;
-        SetBit(line, own_bits::kCollapsed, true);
+    bool changed = false;
+    MatchBlocks([&](int32_t head, int32_t end) {
+        if (IsCollapsed(head) || LastHidden(head, end) <= head) return;
+        SetBit(head, own_bits::kCollapsed, true);
         ++collapsed_;
-    }
-    return Refresh();
+        changed = true;
+    });
+    return Refresh() || changed;
 }
 
 bool BlockFolder::ExpandAll()
@@ -112,7 +144,13 @@ bool BlockFolder::Reveal(int32_t line)
 
 bool BlockFolder::Refresh()
 {
-    int32_t hiddenBefore = lines_.HiddenCount();
+    std::vector<std::pair<int32_t, int32_t>> folds; // head and last hidden line
+    folds.reserve(static_cast<size_t>(std::max(collapsed_, 0)));
+    MatchBlocks([&](int32_t head, int32_t end) {
+        if (IsCollapsed(head) && LastHidden(head, end) > head) folds.emplace_back(head, LastHidden(head, end));
+    });
+    std::sort(folds.begin(), folds.end());
+    auto fold = folds.begin();
     int32_t hiddenTo = -1;
     bool changed = false;
     for (int32_t line = 0; line < lines_.Count(); ++line) {
@@ -122,21 +160,21 @@ bool BlockFolder::Refresh()
             changed = true;
         }
         if (!IsCollapsed(line)) continue;
-        int32_t last = LastHidden(line);
-        if (last > line) {
-            hiddenTo = std::max(hiddenTo, last);
+        if (fold != folds.end() && fold->first == line) {
+            hiddenTo = std::max(hiddenTo, fold++->second);
         } else {
             SetBit(line, own_bits::kCollapsed, false);
             --collapsed_;
             changed = true;
         }
     }
-    return changed || hiddenBefore != lines_.HiddenCount();
+    return changed;
 }
 
-void BlockFolder::LineRemoved(uint32_t control)
+bool BlockFolder::LineRemoved(uint32_t control)
 {
     if (control & own_bits::kCollapsed) --collapsed_;
+    return control & (own_bits::kCollapsed | own_bits::kHidden | own_bits::kNestingMask);
 }
 
 } // namespace nib

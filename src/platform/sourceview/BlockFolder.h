@@ -24,11 +24,15 @@ public:
     bool Refresh();
     bool AnyCollapsed() const { return collapsed_ > 0; }
     void Reset() { collapsed_ = 0; }
-    /// A line with these control bits goes.
-    void LineRemoved(uint32_t control);
+    /// A line with these control bits goes; answers whether that concerns any fold.
+    bool LineRemoved(uint32_t control);
 
 private:
     int32_t LastHidden(int32_t head) const;
+    int32_t LastHidden(int32_t head, int32_t end) const;
+    /// Calls closed(head, end) for every block, inner ones first, in one walk over all lines.
+    template <typename Closed>
+    void MatchBlocks(Closed&& closed) const;
     void SetBit(int32_t line, uint32_t bit, bool on);
     void ShowRange(int32_t first, int32_t last);
 

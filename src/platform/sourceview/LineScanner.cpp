@@ -92,9 +92,17 @@ bool LineScanner::Scan(int32_t line, std::vector<Token>* tokens)
     uint32_t stateBefore = lines_.Word(line, kState);
     uint32_t controlBefore = lines_.Word(line, kControl);
     Nesting nesting;
+    bool done = false;
     {
         Flag busy(busy_);
-        IgnoringErrors([&] { RunLexer(line, tokens, nesting); });
+        IgnoringErrors([&] {
+            RunLexer(line, tokens, nesting);
+            done = true;
+        });
+    }
+    if (!done) {
+        nesting = {};
+        if (tokens) tokens->clear();
     }
     uint32_t control = WithNesting(controlBefore, nesting);
     lines_.SetWord(line, kControl, control);
@@ -104,7 +112,7 @@ bool LineScanner::Scan(int32_t line, std::vector<Token>* tokens)
 
 int32_t LineScanner::Rescan(int32_t first, int32_t last)
 {
-    if (!lexer_) return -1;
+    if (!lexer_ || busy_) return -1;
     int32_t lastChanged = -1;
     for (int32_t line = first; line < std::min(scannedTo_, lines_.Count()); ++line) {
         uint32_t stateBefore = lines_.Word(line, kState);
@@ -116,7 +124,7 @@ int32_t LineScanner::Rescan(int32_t first, int32_t last)
 
 void LineScanner::EnsureScanned(int32_t last)
 {
-    if (!lexer_) return;
+    if (!lexer_ || busy_) return;
     last = std::min(last, lines_.Count() - 1);
     while (scannedTo_ <= last) {
         Scan(scannedTo_);
@@ -128,7 +136,7 @@ bool LineScanner::Slice(int64_t microseconds)
 {
     constexpr int32_t kBetweenLooksAtTheClock = 64;
     auto end = std::chrono::steady_clock::now() + std::chrono::microseconds(microseconds);
-    while (!AllScanned()) {
+    while (!AllScanned() && !busy_) {
         EnsureScanned(scannedTo_ + kBetweenLooksAtTheClock);
         if (std::chrono::steady_clock::now() >= end) break;
     }
@@ -139,7 +147,7 @@ void LineScanner::Tokens(int32_t line, std::vector<Token>& tokens)
 {
     tokens.clear();
     auto length = static_cast<int32_t>(lines_.Length(line));
-    if (!lexer_) {
+    if (!lexer_ || busy_) { // a lexer that asks for tokens while it makes them gets plain text
         if (length > 0) tokens.push_back({kPlainText, 0, length, 0});
         return;
     }

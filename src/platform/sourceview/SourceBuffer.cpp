@@ -72,6 +72,7 @@ int32_t SourceBuffer::UpdateLines(int32_t first, int32_t last)
     last = impl_->ClampLine(last);
     impl_->FlushPending();
     int32_t changed = impl_->scanner.Rescan(first, last);
+    impl_->scanner.EnsureScanned(last);
     impl_->RefreshFolding(false);
     impl_->Tell([&](BufferListener& l) { l.LinesRepaint(first, std::max(last, changed)); });
     return std::max(last, changed);
@@ -79,8 +80,7 @@ int32_t SourceBuffer::UpdateLines(int32_t first, int32_t last)
 
 void SourceBuffer::NotifyChange(int32_t, int32_t first, int32_t last, Position caret)
 {
-    impl_->Tell([&](BufferListener& l) { l.LinesRepaint(first, last); });
-    impl_->Tell([&](BufferListener& l) { l.CaretRequested(Clamp(caret)); });
+    impl_->NotifyChange(first, last, caret);
 }
 
 bool SourceBuffer::Modified() const
@@ -106,17 +106,17 @@ bool SourceBuffer::CanRedo() const
 
 void SourceBuffer::Undo()
 {
-    if (CanUndo()) impl_->Undo();
+    impl_->Undo();
 }
 
 void SourceBuffer::Redo()
 {
-    if (CanRedo()) impl_->Redo();
+    impl_->Redo();
 }
 
 void SourceBuffer::ClearUndo()
 {
-    impl_->undo.Clear();
+    impl_->ClearUndo();
 }
 
 bool SourceBuffer::Find(TextView text, Position from, FindOptions options, FindHit& hit) const
@@ -249,11 +249,13 @@ TextView SourceBuffer::LineText(int32_t line, Text& scratch) const
 
 void SourceBuffer::ScanLine(int32_t line, std::vector<Token>& tokens)
 {
+    impl_->FlushPending();
     impl_->scanner.Tokens(impl_->ClampLine(line), tokens);
 }
 
 bool SourceBuffer::ScanSlice(int64_t microseconds)
 {
+    impl_->FlushPending();
     int32_t first = impl_->scanner.ScannedTo();
     bool more = impl_->scanner.Slice(microseconds);
     int32_t last = impl_->scanner.ScannedTo() - 1;
@@ -263,6 +265,7 @@ bool SourceBuffer::ScanSlice(int64_t microseconds)
 
 void SourceBuffer::EnsureScanned()
 {
+    impl_->FlushPending();
     impl_->scanner.EnsureScanned(LineCount() - 1);
 }
 
@@ -274,6 +277,7 @@ void SourceBuffer::BeginGroup()
 
 void SourceBuffer::EndGroup()
 {
+    if (!impl_->undo.InGroup()) return;
     impl_->undo.EndGroup();
     impl_->Leave();
 }
@@ -291,12 +295,13 @@ int32_t SourceBuffer::VisibleCount() const
 int32_t SourceBuffer::VisibleIndex(int32_t line) const
 {
     line = impl_->ClampLine(line);
-    return impl_->lines.VisibleBefore(line) - (impl_->folder.IsHidden(line) ? 1 : 0);
+    return std::max(0, impl_->lines.VisibleBefore(line) - (impl_->folder.IsHidden(line) ? 1 : 0));
 }
 
 int32_t SourceBuffer::VisibleLine(int32_t index) const
 {
-    return impl_->lines.VisibleLine(std::clamp(index, 0, VisibleCount() - 1));
+    // Between an edit and the look at the folds that follows it, even the only visible line can be gone.
+    return impl_->lines.VisibleLine(std::clamp(index, 0, std::max(0, VisibleCount() - 1)));
 }
 
 void SourceBuffer::Reveal(int32_t line)

@@ -58,10 +58,47 @@ const TextSearch& SourceBuffer::Impl::Prepared(TextView text, FindOptions option
     return *search_;
 }
 
+/// Holds scans and notices back until the outermost one ends.
+class SourceBuffer::Impl::Batch {
+public:
+    explicit Batch(Impl& impl) : impl_(impl) { ++impl_.depth; }
+    ~Batch() { impl_.Leave(); }
+    Batch(const Batch&) = delete;
+    Batch& operator=(const Batch&) = delete;
+
+private:
+    Impl& impl_;
+};
+
 void SourceBuffer::Impl::RefuseInCallback() const
 {
     if (telling_ > 0 || scanner.Busy())
         throw Error{error_number::kInvalidCall, u"The text cannot be changed from within a call-back."};
+}
+
+/// The steps fit the text only between two of them.
+void SourceBuffer::Impl::RefuseInStep() const
+{
+    RefuseInCallback();
+    if (journal_ || undo.InGroup())
+        throw Error{error_number::kInvalidCall, u"The undo stack cannot move while an operation runs."};
+}
+
+void SourceBuffer::Impl::ClearUndo()
+{
+    if (journal_ || replaying_)
+        throw Error{error_number::kInvalidCall, u"The undo stack cannot be cleared while an operation runs."};
+    undo.Clear();
+}
+
+void SourceBuffer::Impl::NotifyChange(int32_t first, int32_t last, Position caret)
+{
+    first = ClampLine(first);
+    last = ClampLine(last);
+    caret = ClampPosition(caret);
+    caretTold_ = true;
+    Tell([&](BufferListener& l) { l.LinesRepaint(first, last); });
+    Tell([&](BufferListener& l) { l.CaretRequested(caret); });
 }
 
 void SourceBuffer::Impl::Load(TextView text)
@@ -149,7 +186,7 @@ TextEdit SourceBuffer::Impl::TakeText(Position start, Position end)
     for (int32_t line = firstGone; line < firstGone + gone; ++line) {
         uint32_t control = lines.Word(line, kControl);
         if (control & line_bits::kBookmark) --bookmarks;
-        folder.LineRemoved(control);
+        if (folder.LineRemoved(control)) foldsTouched_ = true;
     }
     lines.RemoveLines(firstGone, gone);
     return edit;
@@ -182,8 +219,10 @@ Position SourceBuffer::Impl::Insert(Position at, TextView text)
     RefuseInCallback();
     at = ClampPosition(at);
     if (text.empty()) return at;
-    Position end = PutText(at, text);
-    Record({true, at, end, Text(text), {}});
+    // `text` may be a view of a line that is about to move.
+    TextEdit edit{true, at, {}, Text(text), {}};
+    Position end = edit.end = PutText(at, edit.text);
+    Record(std::move(edit));
     TextReplaced(at, at, end);
     return end;
 }
@@ -202,14 +241,24 @@ void SourceBuffer::Impl::Erase(Position start, Position end)
 void SourceBuffer::Impl::TextReplaced(Position start, Position oldEnd, Position newEnd)
 {
     scanner.LinesReplaced(start.line, oldEnd.line, newEnd.line);
-    if (oldEnd.line != newEnd.line) linesChanged_ = true;
+    if (oldEnd.line != newEnd.line) {
+        linesChanged_ = true;
+        if (FoldsReach(start.line, newEnd.line + 1)) foldsTouched_ = true;
+    }
     int32_t tail = lines.Count() - 1 - newEnd.line;
     pendingTail_ = pendingFirst_ < 0 ? tail : std::min(pendingTail_, tail);
     pendingFirst_ = pendingFirst_ < 0 ? start.line : std::min(pendingFirst_, start.line);
-    ++depth;
+    Batch batch(*this);
     TextChange change{start, oldEnd, newEnd};
     Tell([&](BufferListener& l) { l.TextChanged(change); });
-    Leave();
+}
+
+bool SourceBuffer::Impl::FoldsReach(int32_t first, int32_t last) const
+{
+    if (!folder.AnyCollapsed() && lines.HiddenCount() == 0) return false;
+    for (int32_t line = first; line <= ClampLine(last); ++line)
+        if (folder.IsHidden(line) || folder.IsCollapsed(line)) return true;
+    return false;
 }
 
 void SourceBuffer::Impl::Leave()
@@ -226,15 +275,16 @@ void SourceBuffer::Impl::FlushPending()
     int32_t last = lines.Count() - 1 - pendingTail_;
     // Where lines came or went, the line below has a new one before it, whatever state that passes on.
     int32_t changed = scanner.Rescan(first, linesChanged_ ? last + 1 : last);
-    RefreshFolding(std::exchange(linesChanged_, false));
+    linesChanged_ = false;
+    RefreshFolding(std::exchange(foldsTouched_, false));
     Tell([&](BufferListener& l) { l.LinesRepaint(first, std::max(last, changed)); });
 }
 
-void SourceBuffer::Impl::RefreshFolding(bool lineCountChanged)
+void SourceBuffer::Impl::RefreshFolding(bool always)
 {
     bool nestingChanged = scanner.TakeNestingChanged();
     if (!folder.AnyCollapsed() && lines.HiddenCount() == 0) return;
-    if ((nestingChanged || lineCountChanged) && folder.Refresh()) TellFolding();
+    if ((nestingChanged || always) && folder.Refresh()) TellFolding();
 }
 
 void SourceBuffer::Impl::TellModified()
@@ -250,28 +300,26 @@ void SourceBuffer::Impl::TellFolding()
     Tell([](BufferListener& l) { l.FoldingChanged(); });
 }
 
-Position SourceBuffer::Impl::Apply(const TextEdit& edit, bool forward)
+Position SourceBuffer::Impl::Apply(TextEdit& edit, bool forward)
 {
     if (edit.insert == forward) {
         Position end = PutText(edit.start, edit.text);
-        if (!edit.insert) RestoreWords(edit);
+        RestoreWords(edit);
         TextReplaced(edit.start, edit.start, end);
         return end;
     }
-    TakeText(edit.start, edit.end);
+    edit.words = TakeText(edit.start, edit.end).words;
     TextReplaced(edit.start, edit.end, edit.start);
     return edit.start;
 }
 
 /// An operation that fails leaves the text as it was.
 template <typename Body>
-void SourceBuffer::Impl::RunOp(Body&& body)
+std::optional<Position> SourceBuffer::Impl::RunOp(Body&& body)
 {
-    RefuseInCallback();
-    if (journal_) throw Error{error_number::kInvalidCall, u"An operation cannot run within another."};
     std::vector<TextEdit> journal;
     journal_ = &journal;
-    ++depth;
+    caretTold_ = false;
     try {
         body();
         journal_ = nullptr;
@@ -280,54 +328,69 @@ void SourceBuffer::Impl::RunOp(Body&& body)
         replaying_ = true;
         for (auto edit = journal.rbegin(); edit != journal.rend(); ++edit) Apply(*edit, false);
         replaying_ = false;
-        Leave();
         throw;
     }
+    if (caretTold_ || journal.empty()) return std::nullopt;
+    return journal.back().insert ? journal.back().end : journal.back().start;
 }
 
 void SourceBuffer::Impl::Execute(std::unique_ptr<ISourceOp> operation)
 {
-    SourceDocument& document = scanner.Document();
-    RunOp([&] { operation->DoOp(document); });
+    RefuseInCallback();
+    if (journal_) throw Error{error_number::kInvalidCall, u"An operation cannot run within another."};
+    Batch batch(*this);
+    RunOp([&] { operation->DoOp(scanner.Document()); });
     UndoStep step;
     step.op = std::move(operation);
     undo.Push(std::move(step));
-    Leave();
 }
 
-/// Takes a step back or does it again; `done` tells the stack.
-template <typename Done> void SourceBuffer::Impl::Replay(UndoStep& step, bool forward, Done&& done)
+/// Takes a step back or does it again.
+std::optional<Position> SourceBuffer::Impl::Replay(UndoStep& step, bool forward)
 {
     if (step.op) {
         SourceDocument& document = scanner.Document();
-        RunOp([&] { forward ? step.op->DoOp(document) : step.op->UndoOp(document); });
-        done();
-        Leave();
-        return;
+        return RunOp([&] { forward ? step.op->DoOp(document) : step.op->UndoOp(document); });
     }
-    RefuseInCallback();
-    Position caret;
-    ++depth;
+    std::optional<Position> caret;
     replaying_ = true;
     if (forward) {
-        for (const TextEdit& edit : step.edits) caret = Apply(edit, true);
+        for (TextEdit& edit : step.edits) caret = Apply(edit, true);
     } else {
         for (auto edit = step.edits.rbegin(); edit != step.edits.rend(); ++edit) caret = Apply(*edit, false);
     }
     replaying_ = false;
-    done();
-    Leave();
-    Tell([&](BufferListener& l) { l.CaretRequested(caret); });
+    return caret;
 }
 
 void SourceBuffer::Impl::Undo()
 {
-    Replay(undo.Top(), false, [this] { undo.Undone(); });
+    RefuseInStep();
+    std::optional<Position> caret;
+    {
+        Batch batch(*this);
+        for (bool more = undo.CanUndo(); more;) {
+            UndoStep& step = undo.Top();
+            caret = Replay(step, false);
+            more = step.joined;
+            undo.Undone();
+        }
+    }
+    if (caret) Tell([&](BufferListener& l) { l.CaretRequested(*caret); });
 }
 
 void SourceBuffer::Impl::Redo()
 {
-    Replay(undo.Next(), true, [this] { undo.Redone(); });
+    RefuseInStep();
+    std::optional<Position> caret;
+    {
+        Batch batch(*this);
+        for (bool more = undo.CanRedo(); more; more = undo.CanRedo() && undo.Next().joined) {
+            caret = Replay(undo.Next(), true);
+            undo.Redone();
+        }
+    }
+    if (caret) Tell([&](BufferListener& l) { l.CaretRequested(*caret); });
 }
 
 } // namespace nib

@@ -2,6 +2,7 @@
 // The working parts of SourceBuffer: the two primitives that every change of the text goes through, and what follows
 // them.
 
+#include "diagnostics/Guarded.h"
 #include "platform/sourceview/BlockFolder.h"
 #include "platform/sourceview/LineScanner.h"
 #include "platform/sourceview/SourceBuffer.h"
@@ -33,25 +34,31 @@ struct SourceBuffer::Impl {
     void Execute(std::unique_ptr<ISourceOp> operation);
     void Undo();
     void Redo();
+    void ClearUndo();
+    void NotifyChange(int32_t first, int32_t last, Position caret);
 
     /// Whoever walks from hit to hit asks for the same text each time.
     const TextSearch& Prepared(TextView text, FindOptions options);
 
     void Leave();
     void FlushPending();
-    void RefreshFolding(bool linesChanged);
+    void RefreshFolding(bool always);
     void TellModified();
     void TellFolding();
+    /// A listener that fails neither stops the others nor the change that is being told.
     template <typename Call>
     void Tell(Call&& call)
     {
         ++telling_;
-        for (size_t i = 0; i < listeners.size(); ++i) call(*listeners[i]);
+        for (size_t i = 0; i < listeners.size(); ++i) IgnoringErrors([&] { call(*listeners[i]); });
         --telling_;
     }
 
 private:
+    class Batch;
+
     void RefuseInCallback() const;
+    void RefuseInStep() const;
     Position PutText(Position at, TextView text);
     TextEdit TakeText(Position start, Position end);
     std::vector<KeptWords> CountOut(int32_t first, int32_t last);
@@ -59,11 +66,12 @@ private:
     void Record(TextEdit edit);
     void TextReplaced(Position start, Position oldEnd, Position newEnd);
     /// Applies an edit, or its inverse; answers where the caret belongs then.
-    Position Apply(const TextEdit& edit, bool forward);
+    Position Apply(TextEdit& edit, bool forward);
+    /// Answers where the caret belongs, unless the operation said so itself or changed nothing.
     template <typename Body>
-    void RunOp(Body&& body);
-    template <typename Done>
-    void Replay(UndoStep& step, bool forward, Done&& done);
+    std::optional<Position> RunOp(Body&& body);
+    std::optional<Position> Replay(UndoStep& step, bool forward);
+    bool FoldsReach(int32_t first, int32_t last) const;
 
     std::optional<TextSearch> search_;
     Text searchText_;
@@ -73,6 +81,8 @@ private:
     int32_t telling_ = 0;
     bool knownModified_ = false;
     bool linesChanged_ = false;
+    bool foldsTouched_ = false; ///< hidden lines or heads came, went or moved apart
+    bool caretTold_ = false;    ///< by the operation under way
     // Lines touched since the last scan: from the first one to so many before the end.
     int32_t pendingFirst_ = -1;
     int32_t pendingTail_ = 0;

@@ -1,6 +1,7 @@
 #include "platform/sourceview/TextSearch.h"
 
 #include <unicode/uchar.h>
+#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <cstring>
@@ -19,6 +20,15 @@ char16_t Fold(char16_t c)
     return static_cast<char16_t>(u_foldCase(c, U_FOLD_CASE_DEFAULT));
 }
 
+/// Folds in place; of a surrogate pair only the trail can change.
+void FoldUnit(char16_t before, char16_t& unit)
+{
+    if (U16_IS_LEAD(before) && U16_IS_TRAIL(unit))
+        unit = U16_TRAIL(u_foldCase(static_cast<UChar32>(U16_GET_SUPPLEMENTARY(before, unit)), U_FOLD_CASE_DEFAULT));
+    else
+        unit = Fold(unit);
+}
+
 bool IsWordUnit(char16_t c)
 {
     return c == u'.' || c == u'_' || c == u'$' || u_isalnum(c) || (c >= 0xD800 && c < 0xE000);
@@ -31,9 +41,9 @@ TextSearch::TextSearch(TextView text, FindOptions options)
       possible_(!text.empty() && text.find_first_of(u"\r\n") == TextView::npos)
 {
     if (!possible_) return;
-    if (fold_) std::transform(needle_.begin(), needle_.end(), needle_.begin(), Fold);
-    for (size_t c = 0; c < 256; ++c)
-        narrowFold_[c] = fold_ ? Fold(static_cast<char16_t>(c)) : static_cast<char16_t>(c);
+    if (fold_)
+        for (size_t i = 0; i < needle_.size(); ++i) FoldUnit(i > 0 ? needle_[i - 1] : u'\0', needle_[i]);
+    for (size_t c = 0; c < 256; ++c) narrowFold_[c] = fold_ ? Fold(static_cast<char16_t>(c)) : static_cast<char16_t>(c);
     auto forms = [&](char16_t unit, std::array<uint8_t, 2>& out) {
         size_t found = 0;
         for (size_t c = 0; c < 256 && found < 2; ++c)
@@ -54,8 +64,11 @@ bool TextSearch::Matches(const uint8_t* units) const
 bool TextSearch::Matches(const char16_t* units) const
 {
     if (!fold_) return std::equal(needle_.begin(), needle_.end(), units);
-    for (size_t i = 0; i < needle_.size(); ++i)
-        if (Fold(units[i]) != needle_[i]) return false;
+    for (size_t i = 0; i < needle_.size(); ++i) {
+        char16_t unit = units[i];
+        FoldUnit(i > 0 ? units[i - 1] : u'\0', unit);
+        if (unit != needle_[i]) return false;
+    }
     return true;
 }
 

@@ -61,22 +61,37 @@ void UndoStack::Push(TextEdit edit)
 
 void UndoStack::Push(UndoStep step)
 {
+    Seal();
     Cut();
+    step.joined = groups_ > 0 && std::exchange(groupHasStep_, true);
     steps_.push_back(std::move(step));
     ++at_;
     typing_ = false;
 }
 
+void UndoStack::BeginGroup()
+{
+    if (groups_++ == 0) groupHasStep_ = false;
+}
+
+/// Puts the edits of the group so far on the stack, since an operation follows them.
+void UndoStack::Seal()
+{
+    if (open_.edits.empty()) return;
+    Push(std::exchange(open_, {}));
+}
+
 void UndoStack::EndGroup()
 {
-    if (groups_ == 0 || --groups_ > 0 || open_.edits.empty()) return;
+    if (groups_ == 0) return;
+    if (groups_ > 1 || groupHasStep_ || open_.edits.size() != 1) {
+        if (groups_ == 1) Seal();
+        --groups_;
+        return;
+    }
     // A group of one edit is that edit: typing over a selection starts a run like any typing.
-    UndoStep step = std::exchange(open_, {});
-    bool single = step.edits.size() == 1;
-    if (single)
-        Push(std::move(step.edits.front()));
-    else
-        Push(std::move(step));
+    --groups_;
+    Push(std::move(std::exchange(open_, {}).edits.front()));
 }
 
 void UndoStack::Undone()
@@ -98,6 +113,7 @@ void UndoStack::Clear()
     open_ = {};
     at_ = 0;
     typing_ = false;
+    groupHasStep_ = false;
 }
 
 size_t UndoStack::MemoryUse() const

@@ -27,6 +27,7 @@ struct TextEdit {
 struct UndoStep {
     std::vector<TextEdit> edits;
     std::unique_ptr<ISourceOp> op; ///< then there are no edits
+    bool joined = false;           ///< part of the same group as the step before it: both or none
 };
 
 class UndoStack {
@@ -35,7 +36,7 @@ public:
     void Push(TextEdit edit);
     void Push(UndoStep step);
     void BreakTyping() { typing_ = false; }
-    void BeginGroup() { ++groups_; }
+    void BeginGroup();
     void EndGroup();
     bool InGroup() const { return groups_ > 0; }
 
@@ -62,12 +63,14 @@ private:
 
     bool Absorb(const TextEdit& edit);
     void Cut();
+    void Seal();
 
     std::vector<UndoStep> steps_;
     UndoStep open_; ///< of the group under way
     int64_t at_ = 0;
     int64_t saved_ = 0;
     int32_t groups_ = 0;
+    bool groupHasStep_ = false; ///< the group under way is on the stack in part
     bool typing_ = false;
 };
 
