@@ -1,0 +1,240 @@
+#include "BufferModel.h"
+
+#include "base/Error.h"
+
+#include <gtest/gtest.h>
+
+namespace nib::test {
+namespace {
+
+constexpr TextView kAlphabet = u"abc {}.\u00C9\u00FF\u0416\uF8FC\uF8FD\uF8FE";
+
+/// Replaces a range; both ways from its own fields. May fail after its first edit.
+class ReplaceOp : public ISourceOp {
+public:
+    ReplaceOp(Position start, Position end, Text removed, Text text, bool fails)
+        : start_(start), end_(end), removed_(std::move(removed)), text_(std::move(text)), fails_(fails)
+    {
+    }
+    void DoOp(SourceDocument& document) override
+    {
+        document.DeleteRange(start_, end_);
+        newEnd_ = document.InsertText(start_, text_);
+        if (fails_) throw Error{7, u"The operation failed."};
+    }
+    void UndoOp(SourceDocument& document) override
+    {
+        document.DeleteRange(start_, newEnd_);
+        document.InsertText(start_, removed_);
+    }
+
+private:
+    Position start_;
+    Position end_;
+    Text removed_;
+    Text text_;
+    bool fails_;
+    Position newEnd_;
+};
+
+/// A buffer beside the model, and what both were after each step.
+class Pair {
+public:
+    explicit Pair(uint32_t seed, bool withOps) : dice_(seed), withOps_(withOps)
+    {
+        Text text = dice_.Lines(12, kAlphabet);
+        buffer_.SetText(text);
+        model_ = BufferModel::Of(text);
+        for (size_t i = 0; i < model_.lines.size(); ++i) {
+            auto line = static_cast<int32_t>(i);
+            model_.lines[i].identity = static_cast<uint32_t>(i + 1);
+            buffer_.SetLineData(line, LineWord::Identity, static_cast<uint32_t>(i + 1));
+            if ((model_.lines[i].bookmark = dice_.OneIn(3))) buffer_.ToggleBookmark(line);
+        }
+        states_ = {model_};
+    }
+
+    void Step()
+    {
+        switch (dice_.Below(withOps_ ? 9 : 7)) {
+        case 0: UndoOrRedo(true); break;
+        case 1: UndoOrRedo(false); break;
+        case 2: Save(); break;
+        case 3: Group(); break;
+        case 7: Operation(); break;
+        case 4: FailingOperation(); break;
+        default: Edit(); NewState();
+        }
+        Compare();
+    }
+
+    void Compare()
+    {
+        EXPECT_EQ(buffer_.GetText(), model_.Joined());
+        ASSERT_EQ(static_cast<size_t>(buffer_.LineCount()), model_.lines.size());
+        BufferModel real = BufferModel::Of(buffer_);
+        EXPECT_TRUE(withOps_ || real == model_);
+        auto marked = std::count_if(real.lines.begin(), real.lines.end(), [](auto& l) { return l.bookmark; });
+        EXPECT_EQ(buffer_.BookmarkCount(), marked);
+        EXPECT_EQ(buffer_.Modified(), saved_ != at_);
+        EXPECT_EQ(buffer_.CanUndo(), at_ > 0);
+        EXPECT_EQ(buffer_.CanRedo(), at_ + 1 < static_cast<int32_t>(states_.size()));
+    }
+
+    void UndoOrRedo(bool undo)
+    {
+        if (undo ? !buffer_.CanUndo() : !buffer_.CanRedo()) return;
+        undo ? buffer_.Undo() : buffer_.Redo();
+        at_ += undo ? -1 : 1;
+        model_ = states_[static_cast<size_t>(at_)];
+    }
+
+    SourceBuffer& Buffer() { return buffer_; }
+    const std::vector<BufferModel>& States() const { return states_; }
+
+private:
+    void Edit()
+    {
+        buffer_.BreakTyping();
+        for (;;) {
+            if (dice_.OneIn(2)) {
+                Text text = dice_.Lines(4, kAlphabet);
+                Position at = dice_.At(model_);
+                EXPECT_EQ(buffer_.InsertText(at, text), model_.Insert(at, text));
+                if (!text.empty()) return;
+            } else {
+                auto [start, end] = Range();
+                buffer_.DeleteRange(start, end);
+                model_.Erase(start, end);
+                if (start < end) return;
+            }
+        }
+    }
+    std::pair<Position, Position> Range()
+    {
+        Position a = dice_.At(model_);
+        Position b = dice_.At(model_);
+        return std::minmax(a, b);
+    }
+    void NewState()
+    {
+        states_.resize(static_cast<size_t>(at_ + 1));
+        if (saved_ > at_) saved_ = -1;
+        states_.push_back(model_);
+        ++at_;
+    }
+    void Save()
+    {
+        bool modified = dice_.OneIn(4);
+        buffer_.SetModified(modified);
+        saved_ = modified ? -1 : at_;
+    }
+    void Group()
+    {
+        buffer_.BeginGroup();
+        for (int32_t n = 1 + dice_.Below(4); n > 0; --n) {
+            buffer_.BeginGroup();
+            Edit();
+            buffer_.EndGroup();
+        }
+        buffer_.EndGroup();
+        NewState();
+    }
+    std::unique_ptr<ReplaceOp> MakeOp(bool fails)
+    {
+        auto [start, end] = Range();
+        Text removed = buffer_.GetRange(start, end);
+        Text text = dice_.Lines(4, kAlphabet);
+        if (!fails) {
+            model_.Erase(start, end);
+            model_.Insert(start, text);
+        }
+        return std::make_unique<ReplaceOp>(start, end, removed, text, fails);
+    }
+    void Operation()
+    {
+        buffer_.ExecuteOp(MakeOp(false));
+        NewState();
+    }
+    void FailingOperation() { EXPECT_THROW(buffer_.ExecuteOp(MakeOp(true)), Error); }
+
+    Dice dice_;
+    bool withOps_; ///< an operation's own undo does not know the words of the lines
+    SourceBuffer buffer_;
+    BufferModel model_;
+    std::vector<BufferModel> states_;
+    int32_t at_ = 0;
+    int32_t saved_ = 0;
+};
+
+class BufferEdit : public ::testing::TestWithParam<bool> {};
+
+TEST_P(BufferEdit, FollowsTheModel)
+{
+    for (uint32_t seed = 1; seed <= 60 && !HasFatalFailure() && !HasNonfatalFailure(); ++seed) {
+        SCOPED_TRACE(seed);
+        Pair pair(seed, GetParam());
+        for (int32_t step = 0; step < 80 && !HasFatalFailure(); ++step) pair.Step();
+        while (pair.Buffer().CanUndo()) pair.UndoOrRedo(true), pair.Compare();
+        EXPECT_EQ(pair.Buffer().GetText(), pair.States().front().Joined());
+        while (pair.Buffer().CanRedo()) pair.UndoOrRedo(false), pair.Compare();
+        EXPECT_EQ(pair.Buffer().GetText(), pair.States().back().Joined());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Words, BufferEdit, ::testing::Values(false, true), [](const auto& row) {
+    return row.param ? "TextOnlyWithOperations" : "WithBookmarksAndIdentities";
+});
+
+TEST(BufferLoad, CutsAndJoinsLines)
+{
+    const std::pair<TextView, TextView> rows[] = {
+        {u"", u""},
+        {u"a", u"a"},
+        {u"a\n", u"a\r\n"},
+        {u"a\rb\nc\r\nd", u"a\r\nb\r\nc\r\nd"},
+        {u"\r\r\n\n", u"\r\n\r\n\r\n"},
+        {u"12345678\r\n\u0416wide of more than eight\rnarrow \u00FF\xFD",
+         u"12345678\r\n\u0416wide of more than eight\r\nnarrow \u00FF\xFD"},
+    };
+    for (auto& [text, joined] : rows) {
+        SourceBuffer buffer;
+        buffer.SetText(text);
+        EXPECT_EQ(buffer.GetText(), joined);
+        SourceBuffer typed;
+        typed.InsertText({0, 0}, text);
+        EXPECT_EQ(typed.GetText(), joined);
+        EXPECT_EQ(typed.LineCount(), static_cast<int32_t>(CutLines(text).size()));
+    }
+}
+
+TEST(BufferEditRules, PositionsOutsideAreClamped)
+{
+    SourceBuffer buffer;
+    buffer.SetText(u"one\rtwo");
+    EXPECT_EQ(buffer.InsertText({99, 0}, u"!"), (Position{4, 0}));
+    EXPECT_EQ(buffer.InsertText({0, 99}, u"?"), (Position{4, 1}));
+    EXPECT_EQ(buffer.InsertText({5, -1}, u">"), (Position{1, 0}));
+    EXPECT_EQ(buffer.GetText(), u">one!\r\ntwo?");
+    buffer.DeleteRange({-3, -3}, {99, 99});
+    EXPECT_EQ(buffer.GetText(), u"");
+    EXPECT_EQ(buffer.LineCount(), 1);
+}
+
+TEST(BufferEditRules, ATextMayBeInsertedFromTheBufferItself)
+{
+    SourceBuffer buffer;
+    buffer.InsertText({0, 0}, u"\u0416 wide and long enough to move");
+    Text line = buffer.GetLine(0);
+    Text scratch;
+    for (int32_t i = 0; i < 4; ++i) {
+        buffer.InsertText({0, 0}, buffer.LineText(0, scratch));
+        line += line;
+        ASSERT_EQ(buffer.GetLine(0), line);
+    }
+    while (buffer.CanUndo()) buffer.Undo();
+    EXPECT_EQ(buffer.GetText(), u"");
+}
+
+} // namespace
+} // namespace nib::test
