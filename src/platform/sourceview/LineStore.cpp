@@ -132,12 +132,12 @@ void LineStore::SplitIfLarge(size_t chunk)
     for (size_t at = kLoadedLines; at < lines.size(); at += kLoadedLines) {
         auto part = std::make_unique<Chunk>();
         size_t end = std::min(lines.size(), at + kLoadedLines);
-        part->lines.reserve(kMostLines + 1);
         part->lines.assign(lines.begin() + static_cast<std::ptrdiff_t>(at),
                            lines.begin() + static_cast<std::ptrdiff_t>(end));
         parts.push_back(std::move(part));
     }
     lines.resize(kLoadedLines);
+    lines.shrink_to_fit(); // a large paste was one chunk for a moment
     chunks_.insert(chunks_.begin() + static_cast<std::ptrdiff_t>(chunk) + 1, std::make_move_iterator(parts.begin()),
                    std::make_move_iterator(parts.end()));
     for (size_t i = chunk; i <= chunk + parts.size(); ++i) {
