@@ -52,6 +52,29 @@ void LineScanner::LinesReplaced(int32_t first, int32_t oldLast, int32_t newLast)
         scannedTo_ = first;
 }
 
+/// Answers up to which column the lexer's tokens can be used, even if it throws on the way.
+int32_t LineScanner::ReadTokens(int32_t length, std::vector<Token>* tokens, Nesting& nesting)
+{
+    int32_t at = 0;
+    IgnoringErrors([&] {
+        for (;;) {
+            // Once more at the end: the lexer closes its line on the token behind the last.
+            Token token;
+            lexer_->ScanToken(token);
+            // A lexer that stands still, jumps or leaves the line has lost it.
+            if (at == length || token.type == 0 || token.start != at || token.length <= 0 || token.length > length - at)
+                return;
+            if (tokens) tokens->push_back(token);
+            if (token.attributes == kBegins)
+                nesting.Follow({0, 1});
+            else if (token.attributes == kEnds)
+                nesting.Follow({1, 0});
+            at += token.length;
+        }
+    });
+    return at;
+}
+
 void LineScanner::RunLexer(int32_t line, std::vector<Token>* tokens, Nesting& nesting)
 {
     UnitSpan units = lines_.At(line).Units();
@@ -65,25 +88,8 @@ void LineScanner::RunLexer(int32_t line, std::vector<Token>* tokens, Nesting& ne
     }
     auto length = static_cast<int32_t>(text.size());
     lexer_->BeginLineScan(document_, line, text, 0);
-    int32_t at = 0;
-    while (at < length) {
-        Token token;
-        lexer_->ScanToken(token);
-        // A lexer that stands still, jumps or leaves the line has lost it: what is left is plain text.
-        if (token.type == 0 || token.start != at || token.length <= 0 || token.length > length - at) break;
-        if (tokens) tokens->push_back(token);
-        if (token.attributes == kBegins)
-            nesting.Follow({0, 1});
-        else if (token.attributes == kEnds)
-            nesting.Follow({1, 0});
-        at += token.length;
-    }
-    if (at < length) {
-        if (tokens) tokens->push_back({kPlainText, at, length - at, 0});
-    } else {
-        Token end; // the lexer closes its line on the token behind the last
-        lexer_->ScanToken(end);
-    }
+    int32_t at = ReadTokens(length, tokens, nesting);
+    if (at < length && tokens) tokens->push_back({kPlainText, at, length - at, 0});
     lexer_->EndLineScan(document_);
 }
 

@@ -37,6 +37,7 @@ public:
 private:
     /// True when a data word of the line changed.
     bool Scan(int32_t line, std::vector<Token>* tokens = nullptr);
+    int32_t ReadTokens(int32_t length, std::vector<Token>* tokens, Nesting& nesting);
     void RunLexer(int32_t line, std::vector<Token>* tokens, Nesting& nesting);
 
     SourceDocument& document_;
