@@ -169,8 +169,8 @@ void FindAllLimit(benchmark::State& state, TextView text)
         hits = 0;
         const char* at = bytes.data();
         const char* end = at + bytes.size();
-        while (auto* hit = static_cast<const char*>(
-                   memmem(at, static_cast<size_t>(end - at), needle.data(), needle.size()))) {
+        while (auto* hit =
+                   static_cast<const char*>(memmem(at, static_cast<size_t>(end - at), needle.data(), needle.size()))) {
             ++hits;
             at = hit + needle.size();
         }

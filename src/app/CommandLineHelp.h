@@ -2,7 +2,8 @@
 
 namespace nib {
 
-/// Answers --help and --version on the terminal, before any window system is needed; true when there was such a request.
+/// Answers --help and --version on the terminal, before any window system is needed; true when there was such a
+/// request.
 bool AnswersOnTerminal(int argc, const char* const* argv);
 
 } // namespace nib

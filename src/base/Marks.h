@@ -14,6 +14,9 @@ inline constexpr TextView SubValueMark{u"\uF8FC"};
 inline constexpr TextView ValueMark{u"\uF8FD"};
 inline constexpr TextView AttributeMark{u"\uF8FE"};
 
-constexpr bool IsMark(char16_t c) { return c >= kTextMark && c <= kItemMark; }
+constexpr bool IsMark(char16_t c)
+{
+    return c >= kTextMark && c <= kItemMark;
+}
 
 } // namespace nib

@@ -34,8 +34,8 @@ Text MapCase(TextView text, CaseFunction map)
     Text out(text.size(), u'\0');
     for (int attempt = 0; attempt < 2; ++attempt) {
         UErrorCode status = U_ZERO_ERROR;
-        int32_t length =
-            map(out.data(), static_cast<int32_t>(out.size()), text.data(), static_cast<int32_t>(text.size()), "", &status);
+        int32_t length = map(out.data(), static_cast<int32_t>(out.size()), text.data(),
+                             static_cast<int32_t>(text.size()), "", &status);
         out.resize(static_cast<size_t>(length));
         if (status != U_BUFFER_OVERFLOW_ERROR) break;
     }
@@ -94,9 +94,15 @@ bool IsValidUtf8(std::string_view bytes)
     return true;
 }
 
-Text ToUpper(TextView text) { return MapCase(text, u_strToUpper); }
+Text ToUpper(TextView text)
+{
+    return MapCase(text, u_strToUpper);
+}
 
-Text ToLower(TextView text) { return MapCase(text, u_strToLower); }
+Text ToLower(TextView text)
+{
+    return MapCase(text, u_strToLower);
+}
 
 bool EqualsNoCase(TextView a, TextView b)
 {
@@ -157,7 +163,10 @@ TextView Field(TextView text, char16_t delimiter, int32_t number)
     }
 }
 
-Text DoubleAmpersands(TextView text) { return Replace(text, u"&", u"&&"); }
+Text DoubleAmpersands(TextView text)
+{
+    return Replace(text, u"&", u"&&");
+}
 
 Text Decimal(int64_t number)
 {
@@ -185,8 +194,8 @@ int32_t ToInt(TextView text)
         value = std::min<int64_t>(value * 10 + (c - u'0'), int64_t{1} << 33);
     }
     value = negative ? -value : value;
-    return static_cast<int32_t>(std::clamp<int64_t>(value, std::numeric_limits<int32_t>::min(),
-                                                    std::numeric_limits<int32_t>::max()));
+    return static_cast<int32_t>(
+        std::clamp<int64_t>(value, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
 }
 
 } // namespace nib

@@ -23,7 +23,8 @@ public:
     {
         if (Wants(mask)) channel_->Write(line, mask);
     }
-    template <std::invocable Line> void Write(Line&& line, int32_t mask) const
+    template <std::invocable Line>
+    void Write(Line&& line, int32_t mask) const
     {
         if (Wants(mask)) channel_->Write(line(), mask);
     }

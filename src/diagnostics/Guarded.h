@@ -24,7 +24,8 @@ auto Guarded(const DebugLog& log, TextView where, Body&& body, OnError&& onError
 }
 
 /// The value of `body`, or `fallback` when it fails: for getters that answer a default whatever happens.
-template <typename Body, typename Value> Value OrDefault(Body&& body, Value fallback) noexcept
+template <typename Body, typename Value>
+Value OrDefault(Body&& body, Value fallback) noexcept
 {
     try {
         return std::forward<Body>(body)();
@@ -34,7 +35,8 @@ template <typename Body, typename Value> Value OrDefault(Body&& body, Value fall
 }
 
 /// Runs `body` and forgets any failure.
-template <typename Body> void IgnoringErrors(Body&& body) noexcept
+template <typename Body>
+void IgnoringErrors(Body&& body) noexcept
 {
     try {
         std::forward<Body>(body)();

@@ -1,6 +1,6 @@
 #pragma once
-// The one object that stands for an open text: its storage and lock, its window, and every prompt of opening, saving and
-// closing it. Automation clients receive the same object.
+// The one object that stands for an open text: its storage and lock, its window, and every prompt of opening, saving
+// and closing it. Automation clients receive the same object.
 
 #include "base/DynamicArray.h"
 #include "documents/DocumentServices.h"

@@ -117,8 +117,8 @@ public:
     /// CR LF, CR and LF in `text` are line breaks. Answers the position behind the inserted text.
     virtual Position InsertText(Position at, TextView text) = 0;
     virtual void DeleteRange(Position start, Position end) = 0;
-    /// Scans these lines, and on below them while the state passed from line to line changes; answers the last line whose
-    /// data changed. Repaints them.
+    /// Scans these lines, and on below them while the state passed from line to line changes; answers the last line
+    /// whose data changed. Repaints them.
     virtual int32_t UpdateLines(int32_t first, int32_t last) = 0;
     /// Tells all views that these lines changed and where the caret goes. `kind` is 70.
     virtual void NotifyChange(int32_t kind, int32_t first, int32_t last, Position caret) = 0;

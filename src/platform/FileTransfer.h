@@ -40,7 +40,8 @@ public:
     virtual void SetFileEncoding(Handle file, int32_t encoding) = 0;
     /// The encoding set, or after a read with kDetect the one found.
     virtual int32_t GetFileEncoding(Handle file) = 0;
-    /// Binary: raw bytes. Otherwise UTF-16 units, two bytes each. Answers the bytes delivered, 0 at the end and on failure.
+    /// Binary: raw bytes. Otherwise UTF-16 units, two bytes each. Answers the bytes delivered, 0 at the end and on
+    /// failure.
     virtual int32_t ReadFile(Handle file, void* buffer, int32_t bytes) = 0;
     virtual int32_t WriteFile(Handle file, const void* buffer, int32_t bytes) = 0;
 

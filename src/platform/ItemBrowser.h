@@ -10,13 +10,13 @@
 namespace nib {
 
 struct BrowseEntry {
-    Text name;      ///< as shown: connection, account, file or item
-    Text path;      ///< path of this place
+    Text name; ///< as shown: connection, account, file or item
+    Text path; ///< path of this place
     bool isItem = false;
     bool readOnly = false;
-    Text lockedBy; ///< empty when free; else who holds the lock, for the user to read
-    int64_t size = -1;      ///< bytes, -1 when unknown
-    int64_t modified = -1;  ///< seconds since the epoch, -1 when unknown
+    Text lockedBy;         ///< empty when free; else who holds the lock, for the user to read
+    int64_t size = -1;     ///< bytes, -1 when unknown
+    int64_t modified = -1; ///< seconds since the epoch, -1 when unknown
 };
 
 /// Levels: connections, accounts of a connection, files of an account, items of a file; or folders of the local file

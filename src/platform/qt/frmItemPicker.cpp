@@ -181,7 +181,8 @@ QWidget* frmItemPicker::BuildFields()
     const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
     completer->popup()->setIconSize({side, side});
     name_->setCompleter(completer);
-    // With the list of completions open, Return would only close it; the name that stands there is the answer all the same.
+    // With the list of completions open, Return would only close it; the name that stands there is the answer all the
+    // same.
     connect(name_, &QLineEdit::returnPressed, this, [this, completer] {
         if (!completer->popup()->isVisible() || completer->popup()->currentIndex().isValid()) return;
         completer->popup()->hide();

@@ -243,7 +243,8 @@ void SourceBuffer::Impl::TextReplaced(Position start, Position oldEnd, Position 
     scanner.LinesReplaced(start.line, oldEnd.line, newEnd.line);
     if (oldEnd.line != newEnd.line) {
         linesChanged_ = true;
-        if (FoldsReach(start.line, newEnd.line + 1)) foldsTouched_ = true;
+        // The line above too: an end line that stays in sight may have moved away from the last hidden one.
+        if (FoldsReach(start.line - 1, newEnd.line + 1)) foldsTouched_ = true;
     }
     int32_t tail = lines.Count() - 1 - newEnd.line;
     pendingTail_ = pendingFirst_ < 0 ? tail : std::min(pendingTail_, tail);
@@ -256,7 +257,7 @@ void SourceBuffer::Impl::TextReplaced(Position start, Position oldEnd, Position 
 bool SourceBuffer::Impl::FoldsReach(int32_t first, int32_t last) const
 {
     if (!folder.AnyCollapsed() && lines.HiddenCount() == 0) return false;
-    for (int32_t line = first; line <= ClampLine(last); ++line)
+    for (int32_t line = ClampLine(first); line <= ClampLine(last); ++line)
         if (folder.IsHidden(line) || folder.IsCollapsed(line)) return true;
     return false;
 }

@@ -22,8 +22,10 @@ std::vector<Text> Pieces(TextView text)
     std::vector<Text> pieces(1);
     for (size_t i = 0; i < text.size(); ++i) {
         if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') ++i;
-        if (text[i] == u'\r' || text[i] == u'\n') pieces.emplace_back();
-        else pieces.back() += text[i];
+        if (text[i] == u'\r' || text[i] == u'\n')
+            pieces.emplace_back();
+        else
+            pieces.back() += text[i];
     }
     return pieces;
 }
@@ -64,7 +66,8 @@ Model Read(const SourceBuffer& buffer)
 {
     Model model;
     for (int32_t line = 0; line < buffer.LineCount(); ++line)
-        model.push_back({buffer.GetLine(line), (buffer.GetLineData(line, LineWord::Control) & line_bits::kBookmark) != 0,
+        model.push_back({buffer.GetLine(line),
+                         (buffer.GetLineData(line, LineWord::Control) & line_bits::kBookmark) != 0,
                          buffer.GetLineData(line, LineWord::Identity)});
     return model;
 }
@@ -82,8 +85,8 @@ public:
     int32_t Below(int32_t limit) { return std::uniform_int_distribution<int32_t>(0, limit - 1)(engine_); }
     Text Fragment(bool breaks)
     {
-        static const std::vector<Text> parts = {u"a", u" ", u"\uF8FD", u"\u00E9", u"\u4E2D", u"IF X THEN", u"{", u"}", u",",
-                                                u"\r\n", u"\n", u"\r"};
+        static const std::vector<Text> parts = {u"a", u" ", u"\uF8FD", u"\u00E9", u"\u4E2D", u"IF X THEN",
+                                                u"{", u"}", u",",      u"\r\n",   u"\n",     u"\r"};
         Text text;
         for (int32_t n = Below(6); n >= 0; --n) text += parts[static_cast<size_t>(Below(breaks ? 12 : 9))];
         return text;
@@ -251,7 +254,8 @@ TEST(BufferProperty, FoldingNeverHidesALineWithoutACollapsedHead)
             int32_t visible = 0;
             int32_t hiddenTo = -1;
             for (int32_t line = 0; line < buffer.LineCount(); ++line) {
-                ASSERT_EQ(buffer.IsHidden(line), line <= hiddenTo) << "seed " << seed << " step " << step << " line " << line;
+                ASSERT_EQ(buffer.IsHidden(line), line <= hiddenTo)
+                    << "seed " << seed << " step " << step << " line " << line;
                 if (!buffer.IsHidden(line)) {
                     ASSERT_EQ(buffer.VisibleIndex(line), visible);
                     ASSERT_EQ(buffer.VisibleLine(visible), line);
