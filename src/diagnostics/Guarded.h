@@ -3,6 +3,7 @@
 
 #include "diagnostics/DebugLog.h"
 
+#include <optional>
 #include <utility>
 
 namespace nib {
@@ -20,6 +21,18 @@ auto Guarded(const DebugLog& log, TextView where, Body&& body, OnError&& onError
         Error error = CurrentError();
         log.WriteError(where, error);
         return std::forward<OnError>(onError)(error);
+    }
+}
+
+/// How `body` fails; nothing when it does not. For callers that log and answer in their own words.
+template <typename Body>
+std::optional<Error> FailureOf(Body&& body)
+{
+    try {
+        std::forward<Body>(body)();
+        return std::nullopt;
+    } catch (...) {
+        return CurrentError();
     }
 }
 

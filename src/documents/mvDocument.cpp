@@ -8,14 +8,14 @@ namespace nib {
 
 std::shared_ptr<mvDocument> NewDocumentObject(DocumentServices& services)
 {
-    try {
-        auto document = std::make_shared<mvDocument>(services);
-        services.openDocuments.Add(document);
-        services.log.Write(u"mvdocument initialize end", trace::kObjects);
-        return document;
-    } catch (const std::exception&) {
-        return nullptr;
-    }
+    return OrDefault(
+        [&] {
+            auto document = std::make_shared<mvDocument>(services);
+            services.openDocuments.Add(document);
+            services.log.Write(u"mvdocument initialize end", trace::kObjects);
+            return document;
+        },
+        std::shared_ptr<mvDocument>());
 }
 
 mvDocument::mvDocument(DocumentServices& services)

@@ -44,13 +44,9 @@ bool mvDocument::FileOpen(TextView path, bool readOnly)
     bool lock = services_.settings.RecordLocking;
     for (;;) {
         std::shared_ptr<mvItem> item;
-        try {
-            item = services_.connection.OpenServerForPath(path, readOnly, lock);
-        } catch (...) {
-            if (OpenAfterFailure(path, CurrentError(), readOnly, lock)) continue;
-            return false;
-        }
-        return ItemOpen(std::move(item), readOnly);
+        auto failure = FailureOf([&] { item = services_.connection.OpenServerForPath(path, readOnly, lock); });
+        if (!failure) return ItemOpen(std::move(item), readOnly);
+        if (!OpenAfterFailure(path, *failure, readOnly, lock)) return false;
     }
 }
 
@@ -62,12 +58,8 @@ bool mvDocument::OpenAfterFailure(TextView path, const Error& error, bool& readO
         // Falls back without asking.
     } else if (locked && lock) {
         bool agreed = false;
-        try {
-            agreed = Ask(LockedQuestion(path));
-        } catch (...) {
-            ReportFailure(u"mvDocument.FileOpen: error during open", CurrentError());
-            return false;
-        }
+        if (auto failure = FailureOf([&] { agreed = Ask(LockedQuestion(path)); }))
+            ReportFailure(u"mvDocument.FileOpen: error during open", *failure);
         if (!agreed) return false;
     } else {
         ReportFailure(u"mvDocument.FileOpen: error during open", error);
@@ -87,13 +79,13 @@ Text mvDocument::LockedQuestion(TextView path)
 bool mvDocument::ItemOpen(std::shared_ptr<mvItem> item, bool readOnly)
 {
     if (!item) return false;
-    try {
+    bool opened = false;
+    auto failure = FailureOf([&] {
         WaitCursor wait(services_.shell);
-        return OpenItem(std::move(item), readOnly);
-    } catch (...) {
-        ReportFailure(u"mvDocument.ItemOpen: error during open", CurrentError());
-        return false;
-    }
+        opened = OpenItem(std::move(item), readOnly);
+    });
+    if (failure) ReportFailure(u"mvDocument.ItemOpen: error during open", *failure);
+    return opened;
 }
 
 bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
@@ -160,7 +152,7 @@ bool mvDocument::FileSave()
         Warn(u"Cannot save " + DisplayName() + u" - document is read-only!");
         return false;
     }
-    try {
+    auto failure = FailureOf([&] {
         SourceView& source = EnsureView().txtText();
         WaitCursor wait(services_.shell);
         WriteFrom(source, *item_);
@@ -169,11 +161,9 @@ bool mvDocument::FileSave()
         services_.shell.UpdateToolBar();
         labels_.reset();
         UpdateTitle();
-        return true;
-    } catch (...) {
-        ReportFailure(u"mvDocument.FileSave: error during save", CurrentError());
-        return false;
-    }
+    });
+    if (failure) ReportFailure(u"mvDocument.FileSave: error during save", *failure);
+    return !failure;
 }
 
 bool mvDocument::FileSaveAs(TextView path)
@@ -211,16 +201,12 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
     if (!MayOverwrite(*item)) return false;
     bool sameItem = item_ && item_->Path() == item->Path();
     if (sameItem) item = item_; // it may hold the lock; a second binding to the same item would lose it
-    if (services_.settings.RecordLocking) {
-        try {
-            item->LockItem(true);
-        } catch (...) {
-            Warn(u"Item '" + item->ItemID() + u"' is currently locked and cannot be updated!");
-            return false;
-        }
+    if (services_.settings.RecordLocking && FailureOf([&] { item->LockItem(true); })) {
+        Warn(u"Item '" + item->ItemID() + u"' is currently locked and cannot be updated!");
+        return false;
     }
     SourceView& source = EnsureView().txtText();
-    try {
+    auto failure = FailureOf([&] {
         WaitCursor wait(services_.shell);
         if (!sameItem) {
             IgnoringErrors([&] {
@@ -233,11 +219,9 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
         labels_.reset();
         UpdateTitle();
         services_.shell.UpdateToolBar();
-        return true;
-    } catch (...) {
-        ReportFailure(u"mvDocument.ItemSaveAs: error during save", CurrentError());
-        return false;
-    }
+    });
+    if (failure) ReportFailure(u"mvDocument.ItemSaveAs: error during save", *failure);
+    return !failure;
 }
 
 } // namespace nib

@@ -81,6 +81,13 @@ int CompareNatural(TextView a, TextView b)
     return static_cast<int>(!a.empty()) - static_cast<int>(!b.empty());
 }
 
+/// Its number tells a folder that may not be listed, whose files may still be opened by name.
+Error ListingFailure(const std::string& folder, int error)
+{
+    return {error == EACCES ? error_number::kPermissionDenied : error_number::kStorage,
+            FromFileName(folder) + u" cannot be listed: " + SystemText(error)};
+}
+
 } // namespace
 
 BrowseEntry FolderEntry::Shown(Text shownName, Text path) const
@@ -98,7 +105,7 @@ BrowseEntry FolderEntry::Shown(Text shownName, Text path) const
 std::vector<FolderEntry> ListFolder(const std::string& folder)
 {
     const std::unique_ptr<DIR, FolderClose> handle(opendir(folder.c_str()));
-    if (!handle) throw SystemFailure(FromFileName(folder) + u" cannot be listed", errno);
+    if (!handle) throw ListingFailure(folder, errno);
     std::vector<FolderEntry> entries;
     for (errno = 0; const dirent* entry = readdir(handle.get()); errno = 0) {
         FolderEntry found;
@@ -107,7 +114,7 @@ std::vector<FolderEntry> ListFolder(const std::string& folder)
             entries.push_back(std::move(found));
         }
     }
-    if (errno != 0) throw SystemFailure(FromFileName(folder) + u" cannot be listed", errno);
+    if (errno != 0) throw ListingFailure(folder, errno);
     if (entries.size() > kMostDetails) return entries;
     for (FolderEntry& entry : entries) AddDetails(dirfd(handle.get()), entry);
     return entries;

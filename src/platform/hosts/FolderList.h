@@ -17,8 +17,8 @@ struct FolderEntry {
     BrowseEntry Shown(Text shownName, Text path) const;
 };
 
-/// The folders and plain files of a folder, in no order; links count as what they lead to. Throws SystemFailure when it
-/// cannot be read. In a large folder no file is looked at beyond its folder entry, so that it opens at once.
+/// The folders and plain files of a folder, in no order; links count as what they lead to. Throws Error when it cannot be
+/// read, kPermissionDenied when it may not be. In a large folder no file is looked at beyond its folder entry, so that it opens at once.
 std::vector<FolderEntry> ListFolder(const std::string& folder);
 
 /// Case ignored, numbers by value: "item2" comes before "ITEM10".

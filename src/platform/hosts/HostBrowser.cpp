@@ -48,7 +48,6 @@ std::vector<BrowseEntry> LocalChildren(const Text& folder)
     std::vector<BrowseEntry> entries;
     const Text below = folder.ends_with(u'/') ? folder : folder + u"/";
     for (const FolderEntry& found : ListFolder(ToFileName(folder))) {
-        if (found.name.starts_with('.')) continue;
         const Text name = FromFileName(found.name);
         entries.push_back(found.Shown(name, ComposeFilePath(below + name)));
     }
@@ -117,7 +116,8 @@ Text HostBrowser::Resolve(TextView place, TextView typed)
     typed = Trim(typed);
     if (typed.empty()) throw Error(error_number::kBadFileName, u"No name was given.");
     if (typed.starts_with(u"mvdb:") || typed.starts_with(u"file:") || typed.starts_with(u'/')) {
-        return ComposeHostPath(ParsePath(typed));
+        const ItemPlace named = ParsePath(typed);
+        return named.provider == kFileProvider ? ResolveLocal(u"/", named.itemId) : ComposeHostPath(named);
     }
     if (place.empty() && typed.starts_with(u"~/")) return ResolveLocal(u"/", typed);
     if (place.empty()) {

@@ -4,8 +4,8 @@
 
 namespace nib {
 
-/// What the picker shows of the connections and of the local file system. Hidden local files are left out; a typed name
-/// opens them all the same.
+/// What the picker shows of the connections and of the local file system. Hidden local files are among the rest: whether
+/// to show them is the picker's choice.
 class HostBrowser : public ItemBrowser {
 public:
     explicit HostBrowser(HostLinks& links) : links_(links) {}

@@ -15,15 +15,11 @@ constexpr size_t kMostNamesShown = 50;
 
 /// What to tell the user when `body` fails; empty when it does not.
 template <typename Body>
-Text FailureOf(Body&& body)
+Text ComplaintOf(Body&& body)
 {
-    return Guarded(
-        DebugLog(), u"PickerModel",
-        [&] {
-            body();
-            return Text();
-        },
-        [](const Error& error) { return error.description.empty() ? Text(u"It cannot be read.") : error.description; });
+    auto failure = FailureOf(body);
+    if (!failure) return {};
+    return failure->description.empty() ? Text(u"It cannot be read.") : failure->description;
 }
 
 struct ModeCaption {
@@ -50,6 +46,7 @@ void PickerModel::Start(TextView startPath)
     const bool isItem =
         request_.startNamed || IsHostItemPath(startPath) || (IsLocalPath(startPath) && OrDefault(isLocalItem, false));
     Text path = isItem ? above(startPath) : Text(startPath);
+    IgnoringErrors([&] { Read({}); }); // for the names of the connections on the trail
     Text said;
     while (!Enter(path) && !path.empty()) {
         if (said.empty()) said = message_;
@@ -75,7 +72,7 @@ std::vector<BrowseEntry> PickerModel::Read(TextView path)
 bool PickerModel::Enter(TextView path)
 {
     const Text wanted(path);
-    message_ = FailureOf([&] {
+    message_ = ComplaintOf([&] {
         std::vector<BrowseEntry> entries = Read(wanted);
         std::vector<PlaceStep> trail;
         for (Text step = wanted; !step.empty(); step = browser_.Parent(step)) {
@@ -243,7 +240,7 @@ PickerModel::Outcome PickerModel::AcceptNames()
 {
     const std::vector<Text> names = SplitTypedNames(name_, request_.several);
     Text place;
-    message_ = FailureOf([&] {
+    message_ = ComplaintOf([&] {
         for (const Text& name : names) {
             Target target = name == u".." ? Target{browser_.Parent(place_), true, true} : FindTyped(name);
             if (target.isPlace && names.size() > 1) {

@@ -120,7 +120,7 @@ bool BlockFolder::CollapseAll()
         ++collapsed_;
         changed = true;
     });
-    return Refresh() || changed;
+    return HideCollapsed() || changed;
 }
 
 bool BlockFolder::ExpandAll()
@@ -142,7 +142,8 @@ bool BlockFolder::Reveal(int32_t line)
     return changed;
 }
 
-bool BlockFolder::Refresh()
+/// For many folds at once: matches all blocks in one walk rather than one by one.
+bool BlockFolder::HideCollapsed()
 {
     std::vector<std::pair<int32_t, int32_t>> folds; // head and last hidden line
     folds.reserve(static_cast<size_t>(std::max(collapsed_, 0)));
@@ -167,6 +168,35 @@ bool BlockFolder::Refresh()
             --collapsed_;
             changed = true;
         }
+    }
+    return changed;
+}
+
+bool BlockFolder::Refresh(int32_t first, int32_t last)
+{
+    // From the fold that reaches up to the edit to the end of those that began in it. A block above that ended above
+    // it still does: what matches it lies in between.
+    int32_t above = std::max(first - 1, 0);
+    int32_t seen = lines_.VisibleBefore(above) - (IsHidden(above) ? 1 : 0);
+    int32_t line = seen > 0 ? lines_.VisibleLine(seen) : 0;
+    int32_t below = last + 1 < lines_.Count() ? lines_.VisibleBefore(last + 1) : lines_.VisibleCount();
+    int32_t end = below < lines_.VisibleCount() ? lines_.VisibleLine(below) : lines_.Count() - 1;
+    int32_t hiddenTo = -1;
+    bool changed = false;
+    for (; line <= std::max(end, hiddenTo); ++line) {
+        bool hide = line <= hiddenTo;
+        if (hide != IsHidden(line)) {
+            SetBit(line, own_bits::kHidden, hide);
+            changed = true;
+        }
+        if (!IsCollapsed(line)) continue;
+        int32_t lastHidden = LastHidden(line);
+        if (lastHidden <= line) {
+            SetBit(line, own_bits::kCollapsed, false);
+            --collapsed_;
+            changed = true;
+        }
+        hiddenTo = std::max(hiddenTo, lastHidden);
     }
     return changed;
 }

@@ -20,8 +20,9 @@ public:
     bool CollapseAll();
     bool ExpandAll();
     bool Reveal(int32_t line);
-    /// After edits: no line stays hidden without a collapsed head above it, and every collapsed head hides its block.
-    bool Refresh();
+    /// After edits of these lines: no line stays hidden without a collapsed head above it, and every collapsed head
+    /// hides its block. Looks no further than the folds around them.
+    bool Refresh(int32_t first, int32_t last);
     bool AnyCollapsed() const { return collapsed_ > 0; }
     void Reset() { collapsed_ = 0; }
     /// A line with these control bits goes; answers whether that concerns any fold.
@@ -35,6 +36,7 @@ private:
     void MatchBlocks(Closed&& closed) const;
     void SetBit(int32_t line, uint32_t bit, bool on);
     void ShowRange(int32_t first, int32_t last);
+    bool HideCollapsed();
 
     LineStore& lines_;
     int32_t collapsed_ = 0;

@@ -73,7 +73,7 @@ int32_t SourceBuffer::UpdateLines(int32_t first, int32_t last)
     impl_->FlushPending();
     int32_t changed = impl_->scanner.Rescan(first, last);
     impl_->scanner.EnsureScanned(last);
-    impl_->RefreshFolding(false);
+    impl_->RefreshFolding(false, first, std::max(last, changed));
     impl_->Tell([&](BufferListener& l) { l.LinesRepaint(first, std::max(last, changed)); });
     return std::max(last, changed);
 }
@@ -162,7 +162,7 @@ int32_t SourceBuffer::FindBookmark(int32_t line, bool backward) const
 void SourceBuffer::SetLexer(ISourceLex4* lexer)
 {
     impl_->scanner.SetLexer(lexer);
-    impl_->RefreshFolding(true);
+    impl_->RefreshFolding(true, 0, LineCount() - 1);
     impl_->Tell([&](BufferListener& l) { l.LinesRepaint(0, LineCount() - 1); });
 }
 

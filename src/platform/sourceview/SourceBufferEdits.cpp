@@ -277,15 +277,15 @@ void SourceBuffer::Impl::FlushPending()
     // Where lines came or went, the line below has a new one before it, whatever state that passes on.
     int32_t changed = scanner.Rescan(first, linesChanged_ ? last + 1 : last);
     linesChanged_ = false;
-    RefreshFolding(std::exchange(foldsTouched_, false));
+    RefreshFolding(std::exchange(foldsTouched_, false), first, std::max(last, changed));
     Tell([&](BufferListener& l) { l.LinesRepaint(first, std::max(last, changed)); });
 }
 
-void SourceBuffer::Impl::RefreshFolding(bool always)
+void SourceBuffer::Impl::RefreshFolding(bool always, int32_t first, int32_t last)
 {
     bool nestingChanged = scanner.TakeNestingChanged();
     if (!folder.AnyCollapsed() && lines.HiddenCount() == 0) return;
-    if ((nestingChanged || always) && folder.Refresh()) TellFolding();
+    if ((nestingChanged || always) && folder.Refresh(first, last)) TellFolding();
 }
 
 void SourceBuffer::Impl::TellModified()

@@ -42,7 +42,8 @@ struct SourceBuffer::Impl {
 
     void Leave();
     void FlushPending();
-    void RefreshFolding(bool always);
+    /// Puts the folds right after these lines changed, if need be.
+    void RefreshFolding(bool always, int32_t first, int32_t last);
     void TellModified();
     void TellFolding();
     /// A listener that fails neither stops the others nor the change that is being told.

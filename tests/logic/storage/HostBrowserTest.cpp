@@ -35,7 +35,7 @@ TEST_F(HostBrowserTest, LevelsFromTheConnectionDown)
     EXPECT_EQ(Names(u"mvdb:*"), u"DEMO/ ");
     EXPECT_EQ(Names(u"mvdb:*/DEMO"), u"BP/ VOC/ ");
     EXPECT_EQ(Names(u"mvdb:*/DEMO/BP"), u"A/B INVOICE Item2 item10 ");
-    EXPECT_EQ(Names(u"file:" + FromUtf8(folder / "local")), u"a/ b ");
+    EXPECT_EQ(Names(u"file:" + FromUtf8(folder / "local")), u"a/ .hidden b ");
     EXPECT_EQ(connection->Browser().Parent(u"mvdb:*"), u"");
     EXPECT_EQ(connection->Browser().Parent(u"file:/"), u"");
     EXPECT_EQ(connection->Browser().Places().front().name, u"box");
@@ -67,6 +67,7 @@ TEST_F(HostBrowserTest, TypedNames)
         {u"mvdb:*/DEMO/BP", u"/tmp/x", u"file:/tmp/x"},
         {u"", u"mvdb:*/DEMO/BP/X", u"mvdb:*/DEMO/BP/X"},
         {u"", u"~/x", u"file:/home/ada/x"},
+        {u"", u"/home/../etc//x", u"file:/etc/x"},
         {local, u"a/../b.txt", local + u"/b.txt"},
         {local + u"/file.txt", u"b.txt", local + u"/b.txt"},
         {local, u"~/x", u"file:/home/ada/x"},
