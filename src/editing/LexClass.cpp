@@ -87,6 +87,7 @@ void LexClass::BeginLineScan(SourceDocument& document, int32_t line, TextView li
     previous_ = Kind::None;
     if (line > 0 && document.GetLineData(line - 1, LineWord::Lexer) & line_flag::kListContinues)
         previous_ = Kind::ListComma;
+    quick_ = false;
     traced_ = log_->Wants(trace::kTokens);
 }
 
@@ -105,16 +106,51 @@ inline int32_t LexClass::SkipBlanks(int32_t at) const
     return at;
 }
 
-void LexClass::ScanToken(Token& token)
+inline uint8_t LexClass::TraitsBefore() const
 {
-    Guarded(
-        *log_, kWhere, [&] { Step(token); },
-        [&](const Error&) {
-            token = {token_type::kEndOfLine, position_, 0, 0};
-        });
+    return kKinds[static_cast<size_t>(previous_)].traits;
 }
 
-inline void LexClass::Step(Token& token)
+/// The most frequent tokens without the search through the rules: blanks, an operator, a name that is no keyword.
+inline bool LexClass::QuickStep(Token& token)
+{
+    int32_t at = position_;
+    if (!quick_ || at >= length_) return false;
+    char16_t c = text_[at];
+    int32_t end = at + 1;
+    int32_t type = token_type::kBlank;
+    if (c == u' ') {
+        end = SkipBlanks(end);
+    } else {
+        const KeywordTables& tables = keywords_->Tables();
+        const uint8_t* classes = tables.Classes();
+        uint8_t is = classes[c];
+        if (is & kSyntax || (c | 0x20) == u'g' || TraitsBefore() & (kStatementStart | kLabelPosition)) return false;
+        if (is & kFirst) {
+            while (end < length_ && classes[text_[end]] & kNext) ++end;
+            if (tables.Hint(c, text_[end - 1], static_cast<size_t>(end - at)) != 0) return false;
+            if (is & kFirstExact) end = at + 1;
+        }
+        type = token_type::kNormal;
+        previous_ = Kind::Normal;
+    }
+    token.type = type;
+    token.start = at;
+    token.length = end - at;
+    token.attributes = 0;
+    position_ = end;
+    return true;
+}
+
+void LexClass::ScanToken(Token& token)
+{
+    if (QuickStep(token)) return;
+    Guarded(
+        *log_, kWhere, [&] { Step(token); },
+        [&](const Error&) { token = {token_type::kEndOfLine, position_, 0, 0}; });
+}
+
+void LexClass::Step(Token& token)
 {
     Extent extent{position_, 0};
     Kind kind = Next(keywords_->Tables(), extent);
@@ -126,9 +162,10 @@ inline void LexClass::Step(Token& token)
     token.attributes = AttributesOf(flags);
     if (traced_) Trace(token, flags);
     if (row.traits & kLookedAt) previous_ = kind;
-    depth_ += row.depth;
+    if (row.depth != 0) depth_ += row.depth;
     lineFlags_ |= flags;
     position_ = extent.end;
+    quick_ = highlight_ && !traced_ && !(TraitsBefore() & kGoesOn);
 }
 
 void LexClass::Trace(const Token& token, int32_t flags) const
@@ -142,11 +179,6 @@ void LexClass::Trace(const Token& token, int32_t flags) const
                 .append(u" flags=0x" + Hex(flags));
         },
         trace::kTokens);
-}
-
-inline uint8_t LexClass::TraitsBefore() const
-{
-    return kKinds[static_cast<size_t>(previous_)].traits;
 }
 
 inline LexClass::Kind LexClass::Next(const KeywordTables& tables, Extent& extent)

@@ -41,7 +41,11 @@ public:
 
     bool Highlight() const { return highlight_; }
     /// Off: all text up to a mark is one blank token.
-    void SetHighlight(bool highlight) { highlight_ = highlight; }
+    void SetHighlight(bool highlight)
+    {
+        highlight_ = highlight;
+        quick_ = false;
+    }
     /// A default set until another, which outlives the lexer, is handed over.
     const clsKeywords& Keywords() const { return *keywords_; }
     void SetKeywords(const clsKeywords& keywords);
@@ -87,6 +91,7 @@ private:
         int32_t flags;
     };
 
+    bool QuickStep(Token& token);
     void Step(Token& token);
     Kind Next(const KeywordTables& tables, Extent& extent);
     Kind Uncoloured(Extent& extent) const;
@@ -125,6 +130,7 @@ private:
     Kind previous_ = Kind::None; ///< of the last token other than blanks and marks
     char16_t quote_ = 0;
     bool traced_ = false;
+    bool quick_ = false; ///< no mark cut a token, and nobody wants to know more
 };
 
 } // namespace nib
