@@ -19,7 +19,9 @@ constexpr TextView kDefaultNext = u".%_";
 
 } // namespace
 
-KeywordTables::KeywordTables() : classes_(kUnits), hints_(size_t{1} << kHintBits) {}
+KeywordTables::KeywordTables() : classes_(kUnits), hints_(size_t{1} << kHintBits), candidates_(size_t{1} << kHintBits)
+{
+}
 
 void KeywordTables::Rebuild(const KeywordList& list, TextView commentPrefixes) noexcept
 {
@@ -27,7 +29,7 @@ void KeywordTables::Rebuild(const KeywordList& list, TextView commentPrefixes) n
     for (const KeywordList::Entry& entry : list) IgnoringErrors([&] { AddWord(entry); });
     SortComments();
     // The ends and the length of a word in another case may differ from those of the keyword: no hint can be given.
-    if (wide_) std::fill(hints_.begin(), hints_.end(), uint8_t{kWhole | kMostWords << kWordsShift});
+    if (wide_) std::fill(hints_.begin(), hints_.end(), uint8_t{kWhole | kSeveral | kMostWords << kWordsShift});
 }
 
 void KeywordTables::Clear(TextView commentPrefixes)
@@ -59,7 +61,7 @@ void KeywordTables::AddWord(const KeywordList::Entry& entry)
 {
     using namespace unit_class;
     if (entry.Word.empty()) return;
-    AddHints(entry.key);
+    AddHints(entry);
     char16_t first = entry.Word.front();
     if (!(Of(first) & (kLetter | kFirstExact))) AllowFirst(first);
     if (Of(first) & kPrefix)
@@ -102,15 +104,18 @@ void KeywordTables::AddFollowing(TextView word)
     compoundSize_ = std::max(compoundSize_, static_cast<int16_t>(std::min(blanks + 1, kMost)));
 }
 
-void KeywordTables::AddHints(TextView key)
+void KeywordTables::AddHints(const KeywordList::Entry& entry)
 {
-    hints_[HintIndex(key.front(), key.back(), key.size())] |= kWhole;
+    TextView key = entry.key;
+    size_t whole = HintIndex(key.front(), key.back(), key.size());
+    hints_[whole] |= hints_[whole] & kWhole ? kSeveral : kWhole;
+    candidates_[whole] = &entry;
     size_t blank = key.find(u' ', 1);
     if (blank == TextView::npos) return;
     auto words = std::min<int32_t>(static_cast<int32_t>(std::count(key.begin(), key.end(), u' ')) + 1, kMostWords);
     uint8_t& hint = hints_[HintIndex(key.front(), key[blank - 1], blank)];
     int32_t most = std::max(words, int32_t{hint >> kWordsShift});
-    hint = static_cast<uint8_t>((hint & kWhole) | most << kWordsShift);
+    hint = static_cast<uint8_t>((hint & (kWhole | kSeveral)) | most << kWordsShift);
 }
 
 void KeywordTables::SortComments()

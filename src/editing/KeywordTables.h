@@ -35,11 +35,17 @@ public:
     const uint8_t* Classes() const { return classes_.data(); }
     uint8_t Of(char16_t c) const { return classes_[c]; }
 
-    /// What the words that look like this one from afar (ends and length) may be; never less than they are.
-    /// Bit 0: a keyword is this word. The bits above: the most words of a keyword that begins with this word.
-    uint8_t Hint(char16_t first, char16_t last, size_t length) const { return hints_[HintIndex(first, last, length)]; }
+    /// What the words that look like this one from afar (ends and length) may be; never less than they are. Bit 0: a
+    /// keyword is this word. Bit 1: more than one may be it. Above: the most words of a keyword that begins with it.
+    uint8_t Hint(TextView word) const { return hints_[HintIndex(word.front(), word.back(), word.size())]; }
     static constexpr uint8_t kWhole = 1;
-    static constexpr int kWordsShift = 1;
+    static constexpr uint8_t kSeveral = 2;
+    static constexpr int kWordsShift = 2;
+    /// The one keyword that a word can be of which the hint says "whole" and not "several"; the word is ASCII then.
+    const KeywordList::Entry& Candidate(TextView word) const
+    {
+        return *candidates_[HintIndex(word.front(), word.back(), word.size())];
+    }
 
     /// Most words that are tried as one keyword.
     static constexpr int32_t kMostWords = 10;
@@ -55,12 +61,13 @@ private:
     void Clear(TextView commentPrefixes);
     void AddWord(const KeywordList::Entry& entry);
     void AddFollowing(TextView word);
-    void AddHints(TextView key);
+    void AddHints(const KeywordList::Entry& entry);
     void AllowFirst(char16_t c);
     void SortComments();
 
     std::vector<uint8_t> classes_; ///< for each of the 65536 units
     std::vector<uint8_t> hints_;
+    std::vector<const KeywordList::Entry*> candidates_;
     Text firstChars_;
     Text nextChars_;
     std::vector<const clsKeyword*> comments_;

@@ -62,6 +62,18 @@ constexpr bool IsBreak(char16_t c)
     return c == kValueMark || c == kSubValueMark;
 }
 
+/// `key` is folded, `word` is ASCII.
+bool EqualsFolded(TextView word, TextView key)
+{
+    if (word.size() != key.size()) return false;
+    size_t i = 0;
+    for (; i + 4 <= key.size(); i += 4)
+        if (units::FoldAscii4(units::Load4(word.data() + i)) != units::Load4(key.data() + i)) return false;
+    for (; i < key.size(); ++i)
+        if (units::FoldAscii(word[i]) != key[i]) return false;
+    return true;
+}
+
 constexpr int32_t AttributesOf(int32_t flags)
 {
     if (flags & kBeginBlocks) return kBegins;
@@ -78,17 +90,26 @@ void LexClass::SetKeywords(const clsKeywords& keywords)
 
 void LexClass::BeginLineScan(SourceDocument& document, int32_t line, TextView lineText, int32_t /*flags*/)
 {
-    text_ = lineText.data();
     line_ = line;
     length_ = std::clamp(document.LineLength(line), 0, static_cast<int32_t>(lineText.size()));
+    TakeText(lineText.substr(0, static_cast<size_t>(length_)));
     position_ = 0;
     depth_ = 0;
     lineFlags_ = 0;
     previous_ = Kind::None;
     if (line > 0 && document.GetLineData(line - 1, LineWord::Lexer) & line_flag::kListContinues)
         previous_ = Kind::ListComma;
-    quick_ = false;
     traced_ = log_->Wants(trace::kTokens);
+    quick_ = highlight_ && !traced_;
+}
+
+inline void LexClass::TakeText(TextView text)
+{
+    constexpr size_t kReadAhead = 16; // a look at eight units may begin eight behind the end
+    if (buffer_.size() < text.size() + kReadAhead) buffer_.resize(text.size() * 2 + kReadAhead);
+    std::copy(text.begin(), text.end(), buffer_.begin());
+    std::fill_n(buffer_.begin() + static_cast<ptrdiff_t>(text.size()), kReadAhead, kValueMark);
+    text_ = buffer_.data();
 }
 
 int16_t LexClass::EndLineScan(SourceDocument& document)
@@ -99,11 +120,23 @@ int16_t LexClass::EndLineScan(SourceDocument& document)
 
 inline int32_t LexClass::SkipBlanks(int32_t at) const
 {
-    if (at >= length_ || text_[at] != u' ') return at;
-    for (; at + 4 <= length_ && units::Load4(text_ + at) == units::kEach * u' '; at += 4) {
+    for (;;) {
+        int32_t run = units::RunOf(units::Eight(text_ + at).Equal(u' '));
+        at += run;
+        if (run < 8) return at;
     }
-    while (at < length_ && text_[at] == u' ') ++at;
-    return at;
+}
+
+/// The end of a name of which `at` is not the first character.
+inline int32_t LexClass::NameFrom(int32_t at, const uint8_t* classes) const
+{
+    for (;;) {
+        int32_t run = units::RunOf(units::Eight(text_ + at).Names());
+        at += run;
+        if (run == 8) continue;
+        if (!(classes[text_[at]] & kNext) || at >= length_) return at;
+        ++at; // a character that a keyword brought in
+    }
 }
 
 inline uint8_t LexClass::TraitsBefore() const
@@ -115,7 +148,13 @@ inline uint8_t LexClass::TraitsBefore() const
 inline bool LexClass::QuickStep(Token& token)
 {
     int32_t at = position_;
-    if (!quick_ || at >= length_) return false;
+    if (!quick_) return false;
+    if (at >= length_) {
+        if (previous_ == Kind::ListComma) return false;
+        token = {token_type::kEndOfLine, at, 0, 0};
+        previous_ = Kind::None;
+        return true;
+    }
     char16_t c = text_[at];
     int32_t end = at + 1;
     int32_t type = token_type::kBlank;
@@ -127,8 +166,8 @@ inline bool LexClass::QuickStep(Token& token)
         uint8_t is = classes[c];
         if (is & kSyntax || (c | 0x20) == u'g' || TraitsBefore() & (kStatementStart | kLabelPosition)) return false;
         if (is & kFirst) {
-            while (end < length_ && classes[text_[end]] & kNext) ++end;
-            if (tables.Hint(c, text_[end - 1], static_cast<size_t>(end - at)) != 0) return false;
+            end = NameFrom(end, classes);
+            if (tables.Hint(Piece(at, end)) != 0) return false;
             if (is & kFirstExact) end = at + 1;
         }
         type = token_type::kNormal;
@@ -144,44 +183,49 @@ inline bool LexClass::QuickStep(Token& token)
 
 void LexClass::ScanToken(Token& token)
 {
-    if (QuickStep(token)) return;
+    if (!QuickStep(token)) GuardedStep(token);
+}
+
+void LexClass::GuardedStep(Token& token)
+{
     Guarded(
         *log_, kWhere, [&] { Step(token); },
-        [&](const Error&) { token = {token_type::kEndOfLine, position_, 0, 0}; });
+        [&](const Error&) {
+            token = {token_type::kEndOfLine, position_, 0, 0};
+        });
 }
 
-void LexClass::Step(Token& token)
+/// False for what has no part of its own here: it may still begin a keyword.
+inline bool LexClass::FindSyntax(char16_t c, Extent& extent, Kind& kind)
 {
-    Extent extent{position_, 0};
-    Kind kind = Next(keywords_->Tables(), extent);
-    const KindRow& row = kKinds[static_cast<size_t>(kind)];
-    int32_t flags = extent.flags | row.flags;
-    token.type = row.type;
-    token.start = position_;
-    token.length = extent.end - position_;
-    token.attributes = AttributesOf(flags);
-    if (traced_) Trace(token, flags);
-    if (row.traits & kLookedAt) previous_ = kind;
-    if (row.depth != 0) depth_ += row.depth;
-    lineFlags_ |= flags;
-    position_ = extent.end;
-    quick_ = highlight_ && !traced_ && !(TraitsBefore() & kGoesOn);
+    switch (c) {
+    case u';': kind = depth_ == 0 ? Kind::Separator : Kind::Normal; break;
+    case u',': kind = previous_ == Kind::LabelReference ? Kind::ListComma : Kind::Normal; break;
+    case u'(': kind = Kind::Open; break;
+    case u')': kind = Kind::Close; break;
+    default: quote_ = c; kind = String(position_ + 1, extent);
+    }
+    return kind != Kind::Normal;
 }
 
-void LexClass::Trace(const Token& token, int32_t flags) const
+inline LexClass::Kind LexClass::FindKeyword(const KeywordTables& tables, Extent& extent) const
 {
-    log_->Write(
-        [&] {
-            return (Text(kWhere) + u": token=")
-                .append(Piece(token.start, token.start + token.length))
-                .append(u" type=" + Decimal(token.type))
-                .append(u" atts=" + Decimal(token.attributes))
-                .append(u" flags=0x" + Hex(flags));
-        },
-        trace::kTokens);
+    const uint8_t* classes = tables.Classes();
+    int32_t start = position_;
+    extent.end = NameFrom(start + 1, classes);
+    uint8_t hint = tables.Hint(Piece(start, extent.end));
+    if (hint != 0) {
+        if (const clsKeyword* keyword = MatchKeyword(tables, hint, extent.end)) {
+            extent.flags = FlagsOfKeyword(keyword->Block, extent.end, tables);
+            constexpr int32_t kOfTheLanguage = keyword_class::kReserved | keyword_class::kLanguage;
+            return keyword->Class & kOfTheLanguage ? Kind::Reserved : Kind::UserKeyword;
+        }
+    }
+    if (classes[text_[start]] & kFirstExact) extent.end = start + 1;
+    return Kind::Normal;
 }
 
-inline LexClass::Kind LexClass::Next(const KeywordTables& tables, Extent& extent)
+[[gnu::always_inline]] inline LexClass::Kind LexClass::Next(const KeywordTables& tables, Extent& extent)
 {
     int32_t at = position_;
     if (at >= length_) {
@@ -199,11 +243,44 @@ inline LexClass::Kind LexClass::Next(const KeywordTables& tables, Extent& extent
     uint8_t is = tables.Of(c);
     Kind kind = Kind::Normal;
     if (is & kSyntax && IsBreak(c)) return c == kValueMark ? Kind::ValueMark : Kind::SubValueMark;
-    if (before & kStatementStart && FindComment(tables, extent, kind)) return kind;
+    if (before & kStatementStart && (is & kPrefix || (c | 0x20) == u'r') && FindComment(tables, extent, kind))
+        return kind;
     if (is & kSyntax && FindSyntax(c, extent, kind)) return kind;
     if (before & kLabelPosition && is & (kLetter | kDigit) && FindLabel(tables, extent, kind)) return kind;
     if ((c | 0x20) == u'g' && FindBranch(extent)) return Kind::Branch;
     return is & kFirst ? FindKeyword(tables, extent) : Kind::Normal;
+}
+
+void LexClass::Step(Token& token)
+{
+    Extent extent{position_, 0};
+    Kind kind = Next(keywords_->Tables(), extent);
+    const KindRow& row = kKinds[static_cast<size_t>(kind)];
+    int32_t flags = extent.flags | row.flags;
+    token.type = row.type;
+    token.start = position_;
+    token.length = extent.end - position_;
+    token.attributes = AttributesOf(flags);
+    if (traced_) Trace(token, flags);
+    if (row.depth != 0) depth_ += row.depth;
+    lineFlags_ |= flags;
+    position_ = extent.end;
+    if (!(row.traits & kLookedAt)) return;
+    previous_ = kind;
+    quick_ = highlight_ && !traced_ && !(row.traits & kGoesOn);
+}
+
+void LexClass::Trace(const Token& token, int32_t flags) const
+{
+    log_->Write(
+        [&] {
+            return (Text(kWhere) + u": token=")
+                .append(Piece(token.start, token.start + token.length))
+                .append(u" type=" + Decimal(token.type))
+                .append(u" atts=" + Decimal(token.attributes))
+                .append(u" flags=0x" + Hex(flags));
+        },
+        trace::kTokens);
 }
 
 /// A mark, or the text up to the next one: plain, or the rest of the string or comment that one interrupted.
@@ -227,7 +304,13 @@ LexClass::Kind LexClass::Comment(Extent& extent) const
 LexClass::Kind LexClass::String(int32_t from, Extent& extent) const
 {
     int32_t at = from;
-    while (at < length_ && text_[at] != quote_ && !IsBreak(text_[at])) ++at;
+    for (uint32_t ends = 0;; at += 8) {
+        units::Eight eight(text_ + at);
+        ends = eight.Equal(quote_) | eight.Equal(kValueMark) | eight.Equal(kSubValueMark);
+        if (!ends) continue;
+        at += units::RunTo(ends);
+        break;
+    }
     bool closed = at < length_ && text_[at] == quote_;
     extent.end = closed ? at + 1 : at;
     return closed || at >= length_ ? Kind::String : Kind::CutString;
@@ -235,9 +318,8 @@ LexClass::Kind LexClass::String(int32_t from, Extent& extent) const
 
 bool LexClass::FindComment(const KeywordTables& tables, Extent& extent, Kind& kind) const
 {
-    char16_t c = text_[position_];
-    bool prefix = tables.Of(c) & kPrefix;
-    if (!prefix && !((c | 0x20) == u'r' && (WordAt(position_, u"REM ") || WordAt(position_, u"REMARK ")))) return false;
+    bool prefix = tables.Of(text_[position_]) & kPrefix;
+    if (!prefix && !WordAt(position_, u"REM ") && !WordAt(position_, u"REMARK ")) return false;
     kind = Comment(extent);
     if (previous_ != Kind::Separator) extent.flags = line_flag::kComment;
     if (prefix && !tables.Comments().empty()) extent.flags |= FlagsOfComment(tables, Piece(position_, extent.end));
@@ -256,19 +338,6 @@ int32_t LexClass::FlagsOfComment(const KeywordTables& tables, TextView comment) 
         return keyword->Block & user_block::kEnd;
     }
     return 0;
-}
-
-/// False for what has no part of its own here: it may still begin a keyword.
-inline bool LexClass::FindSyntax(char16_t c, Extent& extent, Kind& kind)
-{
-    switch (c) {
-    case u';': kind = depth_ == 0 ? Kind::Separator : Kind::Normal; break;
-    case u',': kind = previous_ == Kind::LabelReference ? Kind::ListComma : Kind::Normal; break;
-    case u'(': kind = Kind::Open; break;
-    case u')': kind = Kind::Close; break;
-    default: quote_ = c; kind = String(position_ + 1, extent);
-    }
-    return kind != Kind::Normal;
 }
 
 bool LexClass::FindLabel(const KeywordTables& tables, Extent& extent, Kind& kind) const
@@ -304,25 +373,6 @@ bool LexClass::FindBranch(Extent& extent) const
     return true;
 }
 
-inline LexClass::Kind LexClass::FindKeyword(const KeywordTables& tables, Extent& extent) const
-{
-    const uint8_t* classes = tables.Classes();
-    int32_t start = position_;
-    int32_t end = start + 1;
-    while (end < length_ && classes[text_[end]] & kNext) ++end;
-    extent.end = end;
-    uint8_t hint = tables.Hint(text_[start], text_[end - 1], static_cast<size_t>(end - start));
-    if (hint != 0) {
-        if (const clsKeyword* keyword = MatchKeyword(tables, hint, extent.end)) {
-            extent.flags = FlagsOfKeyword(keyword->Block, extent.end, tables);
-            constexpr int32_t kOfTheLanguage = keyword_class::kReserved | keyword_class::kLanguage;
-            return keyword->Class & kOfTheLanguage ? Kind::Reserved : Kind::UserKeyword;
-        }
-    }
-    if (classes[text_[start]] & kFirstExact) extent.end = start + 1;
-    return Kind::Normal;
-}
-
 /// The longest keyword at the position; `end` is that of the first word and becomes that of the keyword.
 const clsKeyword* LexClass::MatchKeyword(const KeywordTables& tables, uint8_t hint, int32_t& end) const
 {
@@ -333,19 +383,26 @@ const clsKeyword* LexClass::MatchKeyword(const KeywordTables& tables, uint8_t hi
     for (int32_t last = end; words < most - 1 && last < length_ && text_[last] == u' ';) {
         int32_t at = SkipBlanks(last);
         if (at >= length_ || !(classes[text_[at]] & kFirst)) break;
-        last = at + 1;
-        while (last < length_ && classes[text_[last]] & kNext) ++last;
+        last = NameFrom(at + 1, classes);
         ends[words++] = last;
     }
     while (words-- > 0) {
         TextView piece = Piece(position_, ends[words]);
-        if (!(tables.Hint(piece.front(), piece.back(), piece.size()) & KeywordTables::kWhole)) continue;
-        const clsKeyword* keyword = keywords_->Item(piece);
+        const clsKeyword* keyword = LookUp(tables, piece, tables.Hint(piece));
         if (!keyword) continue;
         end = ends[words];
         return keyword;
     }
-    return hint & KeywordTables::kWhole ? keywords_->Item(Piece(position_, end)) : nullptr;
+    return LookUp(tables, Piece(position_, end), hint);
+}
+
+const clsKeyword* LexClass::LookUp(const KeywordTables& tables, TextView word, uint8_t hint) const
+{
+    if (!(hint & KeywordTables::kWhole)) return nullptr;
+    if (hint & KeywordTables::kSeveral) return keywords_->Item(word);
+    const KeywordList::Entry& entry = tables.Candidate(word);
+    if (keywords_->CaseSensitive()) return entry.Word == word ? &entry : nullptr;
+    return EqualsFolded(word, entry.key) ? &entry : nullptr;
 }
 
 int32_t LexClass::FlagsOfKeyword(int32_t block, int32_t end, const KeywordTables& tables) const
@@ -378,12 +435,11 @@ bool LexClass::WordAt(int32_t at, TextView upper) const
 
 int32_t LexClass::MarkFrom(int32_t at) const
 {
-    for (; at + 4 <= length_; at += 4) {
-        uint64_t four = units::Load4(text_ + at);
-        if (units::Holds4(four, kValueMark) || units::Holds4(four, kSubValueMark)) break;
+    for (;; at += 8) {
+        units::Eight eight(text_ + at);
+        uint32_t marks = eight.Equal(kValueMark) | eight.Equal(kSubValueMark);
+        if (marks) return at + units::RunTo(marks);
     }
-    while (at < length_ && !IsBreak(text_[at])) ++at;
-    return at;
 }
 
 } // namespace nib

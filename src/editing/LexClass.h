@@ -50,7 +50,6 @@ public:
     const clsKeywords& Keywords() const { return *keywords_; }
     void SetKeywords(const clsKeywords& keywords);
 
-    /// The text is read in place and must stay until the line is done.
     void BeginLineScan(SourceDocument& document, int32_t line, TextView lineText, int32_t flags) override;
     void ScanToken(Token& token) override;
     int16_t EndLineScan(SourceDocument& document) override;
@@ -91,7 +90,9 @@ private:
         int32_t flags;
     };
 
+    void TakeText(TextView text);
     bool QuickStep(Token& token);
+    void GuardedStep(Token& token);
     void Step(Token& token);
     Kind Next(const KeywordTables& tables, Extent& extent);
     Kind Uncoloured(Extent& extent) const;
@@ -105,6 +106,7 @@ private:
 
     uint8_t TraitsBefore() const;
     const clsKeyword* MatchKeyword(const KeywordTables& tables, uint8_t hint, int32_t& end) const;
+    const clsKeyword* LookUp(const KeywordTables& tables, TextView word, uint8_t hint) const;
     int32_t FlagsOfComment(const KeywordTables& tables, TextView comment) const;
     int32_t FlagsOfKeyword(int32_t block, int32_t end, const KeywordTables& tables) const;
     bool LineEndsAt(int32_t at, const KeywordTables& tables) const;
@@ -113,6 +115,7 @@ private:
     bool WordAt(int32_t at, TextView upper) const;
     int32_t SkipBlanks(int32_t at) const;
     int32_t MarkFrom(int32_t at) const;
+    int32_t NameFrom(int32_t at, const uint8_t* classes) const;
     void Trace(const Token& token, int32_t flags) const;
 
     DebugLog silent_;
@@ -121,6 +124,7 @@ private:
     std::unique_ptr<clsKeywords> own_ = std::make_unique<clsKeywords>();
     const clsKeywords* keywords_ = own_.get();
 
+    std::vector<char16_t> buffer_; ///< the line, and marks behind it so that no search runs on
     const char16_t* text_ = nullptr;
     int32_t line_ = 0;
     int32_t length_ = 0;
