@@ -24,6 +24,7 @@ private:
 namespace error_number {
 inline constexpr int32_t kInvalidCall = 5;
 inline constexpr int32_t kOutOfMemory = 7;
+inline constexpr int32_t kSubscript = 9;
 inline constexpr int32_t kBadFileName = 52;
 inline constexpr int32_t kFileNotFound = 53;
 inline constexpr int32_t kFileExists = 58;
