@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs what building, running and testing need: the one list of packages. Asks nothing; does nothing when all is there.
+# Installs what building, running and testing need: the one list of packages, and those named as arguments. Asks
+# nothing; does nothing when all is there.
 set -euo pipefail
 
 packages=(
@@ -12,6 +13,9 @@ packages=(
     xvfb xauth openbox xdotool x11-utils imagemagick
     # tests
     libgtest-dev libbenchmark-dev python3 acl attr procps
+    # fuzzers
+    clang libclang-rt-dev
+    "$@"
 )
 
 missing=()

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs, builds and runs all tests: the sanitized logic and widget tests first, then everything in the release build.
+# Installs, builds and runs all tests: the sanitized logic and widget tests first, then everything in the release build,
+# then each fuzzer for a minute.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -11,3 +12,6 @@ ctest --preset asan
 
 scripts/build.sh release
 ctest --preset release
+
+scripts/build.sh fuzz nib_fuzzers
+ctest --preset fuzz
