@@ -1,0 +1,131 @@
+#pragma once
+// Colours a line of program text and tells where blocks open and close. Holds nothing from one line to the next but
+// what it stores in the line's own data word.
+
+#include "diagnostics/DebugLog.h"
+#include "editing/SourceView.h"
+#include "editing/clsKeywords.h"
+
+#include <memory>
+
+namespace nib {
+
+/// What `Token::type` can be, and what the data word of a line holds beside the block styles of its keywords.
+namespace token_type {
+inline constexpr int32_t kEndOfLine = 0;
+inline constexpr int32_t kBlank = 1;
+inline constexpr int32_t kLabel = 2;
+inline constexpr int32_t kNumber = 3;
+inline constexpr int32_t kUserKeyword = 4;
+inline constexpr int32_t kSeparator = 5;
+inline constexpr int32_t kComment = 6;
+inline constexpr int32_t kString = 7;
+inline constexpr int32_t kNormal = 8;
+inline constexpr int32_t kReserved = 10;
+inline constexpr int32_t kValueMark = 1001;
+inline constexpr int32_t kSubValueMark = 1002;
+} // namespace token_type
+
+namespace line_flag {
+inline constexpr int32_t kComment = 0x10000;       ///< begins, behind a label at most, with a comment statement
+inline constexpr int32_t kLabel = 0x20000;         ///< begins with a label
+inline constexpr int32_t kListContinues = 0x40000; ///< ends with the comma of a label list
+} // namespace line_flag
+
+class LexClass final : public ISourceLex4 {
+public:
+    /// The log, when there is one, outlives the lexer.
+    explicit LexClass(const DebugLog* log = nullptr) : log_(log) {}
+
+    bool Highlight() const { return highlight_; }
+    /// Off: all text up to a mark is one blank token.
+    void SetHighlight(bool highlight) { highlight_ = highlight; }
+    /// A default set until another, which outlives the lexer, is handed over.
+    const clsKeywords& Keywords() const { return *keywords_; }
+    void SetKeywords(const clsKeywords& keywords);
+
+    /// The text is read in place and must stay until the line is done.
+    void BeginLineScan(SourceDocument& document, int32_t line, TextView lineText, int32_t flags) override;
+    void ScanToken(Token& token) override;
+    int16_t EndLineScan(SourceDocument& document) override;
+    int32_t GetDesiredCase() override { return 0; }
+    int32_t GetLineIndex() override { return position_; }
+    void SetLineIndex(int32_t index) override { position_ = index < 0 ? 0 : index; }
+    int32_t GetProperties() override { return 0; }
+
+private:
+    /// Kinds of token as the rules tell them apart, indices of the table of kinds.
+    enum class Kind : uint8_t {
+        None, ///< start and end of the line
+        Blank,
+        ValueMark,
+        SubValueMark,
+        Label,
+        LabelReference,
+        Number,
+        Branch,
+        Separator,
+        ListComma,
+        Comment,
+        CutComment, ///< interrupted by a mark
+        String,
+        CutString, ///< interrupted by a mark
+        Open,
+        Close,
+        Normal,
+        UserKeyword,
+        Reserved,
+    };
+    struct KindRow;
+    static const KindRow kKinds[];
+
+    struct Found {
+        int32_t end;
+        Kind kind;
+        int32_t flags = 0;
+    };
+    struct Match {
+        int32_t end;
+        const clsKeyword* keyword;
+    };
+
+    void Step(Token& token);
+    Found Next(const KeywordTables& tables);
+    Found Uncoloured() const;
+    Found GoOn() const;
+    bool FindComment(const KeywordTables& tables, Found& found) const;
+    bool FindSyntax(char16_t c, Found& found);
+    bool FindLabel(const KeywordTables& tables, Found& found) const;
+    bool FindBranch(Found& found) const;
+    Found FindKeyword(const KeywordTables& tables) const;
+
+    int32_t FlagsOfComment(const KeywordTables& tables, TextView comment) const;
+    int32_t FlagsOfKeyword(int32_t block, int32_t end, const KeywordTables& tables) const;
+    bool LineEndsAt(int32_t at, const KeywordTables& tables) const;
+    const clsKeyword* MatchCompound(const KeywordTables& tables, int32_t most, int32_t& end) const;
+
+    TextView Piece(int32_t start, int32_t end) const { return {text_ + start, static_cast<size_t>(end - start)}; }
+    bool WordAt(int32_t at, TextView upper) const;
+    int32_t SkipBlanks(int32_t at) const;
+    int32_t MarkFrom(int32_t at) const;
+    Found String(int32_t from) const;
+    Found CommentTo(int32_t end) const;
+    void Trace(const Token& token, int32_t flags) const;
+
+    const DebugLog* log_;
+    bool highlight_ = true;
+    std::unique_ptr<clsKeywords> own_ = std::make_unique<clsKeywords>();
+    const clsKeywords* keywords_ = own_.get();
+
+    const char16_t* text_ = nullptr;
+    int32_t line_ = 0;
+    int32_t length_ = 0;
+    int32_t position_ = 0;
+    int32_t depth_ = 0; ///< of parentheses; below 0 behind one too many
+    int32_t lineFlags_ = 0;
+    Kind previous_ = Kind::None; ///< of the last token other than blanks and marks
+    char16_t quote_ = 0;
+    bool traced_ = false;
+};
+
+} // namespace nib
