@@ -1,12 +1,23 @@
 #include "editing/KeywordList.h"
 
+#include <cstring>
+
 namespace nib {
+
+namespace {
+
+bool Same(TextView a, TextView b)
+{
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0;
+}
+
+} // namespace
 
 size_t KeywordList::FindSlot(uint32_t hash, TextView key) const
 {
     size_t mask = slots_.size() - 1;
     size_t i = hash & mask;
-    while (slots_[i].used && !(slots_[i].hash == hash && slots_[i].entry->key == key)) i = (i + 1) & mask;
+    while (slots_[i].used && !(slots_[i].hash == hash && Same(slots_[i].entry->key, key))) i = (i + 1) & mask;
     return i;
 }
 

@@ -11,39 +11,48 @@ namespace nib {
 
 using namespace unit_class;
 
+namespace {
+
+/// Traits of a kind of token.
+constexpr uint8_t kLookedAt = 1;       ///< tests look back at it; they look through the others
+constexpr uint8_t kStatementStart = 2; ///< a statement begins behind it
+constexpr uint8_t kLabelPosition = 4;  ///< a label or a number may stand behind it
+constexpr uint8_t kGoesOn = 8;         ///< the token behind it is its continuation
+
+} // namespace
+
 struct LexClass::KindRow {
     int32_t type;
-    bool remembered;     ///< tests look back at this kind; they look through the others
-    bool statementStart; ///< a statement begins behind it
-    bool labelPosition;  ///< a label or a number may stand behind it
-    bool goesOn;         ///< the token behind it is its continuation
-    int8_t depth;
     int32_t flags;
+    int32_t depth;
+    uint8_t traits;
 };
 
 constexpr LexClass::KindRow LexClass::kKinds[] = {
-    {token_type::kEndOfLine, true, true, true, false, 0, 0},              // None
-    {token_type::kBlank, false, false, false, false, 0, 0},               // Blank
-    {token_type::kValueMark, false, false, false, false, 0, 0},           // ValueMark
-    {token_type::kSubValueMark, false, false, false, false, 0, 0},        // SubValueMark
-    {token_type::kLabel, true, true, false, false, 0, line_flag::kLabel}, // Label
-    {token_type::kLabel, true, false, false, false, 0, 0},                // LabelReference
-    {token_type::kNumber, true, false, false, false, 0, 0},               // Number
-    {token_type::kReserved, true, false, true, false, 0, 0},              // Branch
-    {token_type::kSeparator, true, true, false, false, 0, 0},             // Separator
-    {token_type::kNormal, true, false, true, false, 0, 0},                // ListComma
-    {token_type::kComment, true, false, false, false, 0, 0},              // Comment
-    {token_type::kComment, true, false, false, true, 0, 0},               // CutComment
-    {token_type::kString, true, false, false, false, 0, 0},               // String
-    {token_type::kString, true, false, false, true, 0, 0},                // CutString
-    {token_type::kNormal, true, false, false, false, 1, 0},               // Open
-    {token_type::kNormal, true, false, false, false, -1, 0},              // Close
-    {token_type::kNormal, true, false, false, false, 0, 0},               // Normal
-    {token_type::kUserKeyword, true, false, false, false, 0, 0},          // UserKeyword
-    {token_type::kReserved, true, false, false, false, 0, 0},             // Reserved
+    {token_type::kEndOfLine, 0, 0, kLookedAt | kStatementStart | kLabelPosition}, // None
+    {token_type::kBlank, 0, 0, 0},                                                // Blank
+    {token_type::kValueMark, 0, 0, 0},                                            // ValueMark
+    {token_type::kSubValueMark, 0, 0, 0},                                         // SubValueMark
+    {token_type::kLabel, line_flag::kLabel, 0, kLookedAt | kStatementStart},      // Label
+    {token_type::kLabel, 0, 0, kLookedAt},                                        // LabelReference
+    {token_type::kNumber, 0, 0, kLookedAt},                                       // Number
+    {token_type::kReserved, 0, 0, kLookedAt | kLabelPosition},                    // Branch
+    {token_type::kSeparator, 0, 0, kLookedAt | kStatementStart},                  // Separator
+    {token_type::kNormal, 0, 0, kLookedAt | kLabelPosition},                      // ListComma
+    {token_type::kComment, 0, 0, kLookedAt},                                      // Comment
+    {token_type::kComment, 0, 0, kLookedAt | kGoesOn},                            // CutComment
+    {token_type::kString, 0, 0, kLookedAt},                                       // String
+    {token_type::kString, 0, 0, kLookedAt | kGoesOn},                             // CutString
+    {token_type::kNormal, 0, 1, kLookedAt},                                       // Open
+    {token_type::kNormal, 0, -1, kLookedAt},                                      // Close
+    {token_type::kNormal, 0, 0, kLookedAt},                                       // Normal
+    {token_type::kUserKeyword, 0, 0, kLookedAt},                                  // UserKeyword
+    {token_type::kReserved, 0, 0, kLookedAt},                                     // Reserved
 };
 
 namespace {
+
+constexpr TextView kWhere = u"LexClass.ScanToken";
 
 constexpr int32_t kBegins = 1;
 constexpr int32_t kEnds = 2;
@@ -78,7 +87,8 @@ void LexClass::BeginLineScan(SourceDocument& document, int32_t line, TextView li
     previous_ = Kind::None;
     if (line > 0 && document.GetLineData(line - 1, LineWord::Lexer) & line_flag::kListContinues)
         previous_ = Kind::ListComma;
-    traced_ = log_ && log_->Wants(trace::kTokens);
+    quick_ = false;
+    traced_ = log_->Wants(trace::kTokens);
 }
 
 int16_t LexClass::EndLineScan(SourceDocument& document)
@@ -87,33 +97,82 @@ int16_t LexClass::EndLineScan(SourceDocument& document)
     return 0;
 }
 
+inline int32_t LexClass::SkipBlanks(int32_t at) const
+{
+    if (at >= length_ || text_[at] != u' ') return at;
+    for (; at + 4 <= length_ && units::Load4(text_ + at) == units::kEach * u' '; at += 4) {
+    }
+    while (at < length_ && text_[at] == u' ') ++at;
+    return at;
+}
+
+inline uint8_t LexClass::TraitsBefore() const
+{
+    return kKinds[static_cast<size_t>(previous_)].traits;
+}
+
+/// The most frequent tokens without the search through the rules: blanks, an operator, a name that is no keyword.
+inline bool LexClass::QuickStep(Token& token)
+{
+    int32_t at = position_;
+    if (!quick_ || at >= length_) return false;
+    char16_t c = text_[at];
+    int32_t end = at + 1;
+    int32_t type = token_type::kBlank;
+    if (c == u' ') {
+        end = SkipBlanks(end);
+    } else {
+        const KeywordTables& tables = keywords_->Tables();
+        const uint8_t* classes = tables.Classes();
+        uint8_t is = classes[c];
+        if (is & kSyntax || (c | 0x20) == u'g' || TraitsBefore() & (kStatementStart | kLabelPosition)) return false;
+        if (is & kFirst) {
+            while (end < length_ && classes[text_[end]] & kNext) ++end;
+            if (tables.Hint(c, text_[end - 1], static_cast<size_t>(end - at)) != 0) return false;
+            if (is & kFirstExact) end = at + 1;
+        }
+        type = token_type::kNormal;
+        previous_ = Kind::Normal;
+    }
+    token.type = type;
+    token.start = at;
+    token.length = end - at;
+    token.attributes = 0;
+    position_ = end;
+    return true;
+}
+
 void LexClass::ScanToken(Token& token)
 {
+    if (QuickStep(token)) return;
     Guarded(
-        log_ ? *log_ : DebugLog(), u"LexClass.ScanToken", [&] { Step(token); },
-        [&](const Error&) {
-            token = {token_type::kEndOfLine, position_, 0, 0};
-        });
+        *log_, kWhere, [&] { Step(token); },
+        [&](const Error&) { token = {token_type::kEndOfLine, position_, 0, 0}; });
 }
 
 void LexClass::Step(Token& token)
 {
-    Found found = Next(keywords_->Tables());
-    const KindRow& row = kKinds[static_cast<size_t>(found.kind)];
-    int32_t flags = found.flags | row.flags;
-    token = {row.type, position_, found.end - position_, AttributesOf(flags)};
+    Extent extent{position_, 0};
+    Kind kind = Next(keywords_->Tables(), extent);
+    const KindRow& row = kKinds[static_cast<size_t>(kind)];
+    int32_t flags = extent.flags | row.flags;
+    token.type = row.type;
+    token.start = position_;
+    token.length = extent.end - position_;
+    token.attributes = AttributesOf(flags);
     if (traced_) Trace(token, flags);
-    if (row.remembered) previous_ = found.kind;
-    depth_ += row.depth;
+    if (row.traits & kLookedAt) previous_ = kind;
+    if (row.depth != 0) depth_ += row.depth;
     lineFlags_ |= flags;
-    position_ = found.end;
+    position_ = extent.end;
+    quick_ = highlight_ && !traced_ && !(TraitsBefore() & kGoesOn);
 }
 
 void LexClass::Trace(const Token& token, int32_t flags) const
 {
     log_->Write(
         [&] {
-            return Text(u"LexClass.ScanToken: token=")
+            return (Text(kWhere) + u": token=")
                 .append(Piece(token.start, token.start + token.length))
                 .append(u" type=" + Decimal(token.type))
                 .append(u" atts=" + Decimal(token.attributes))
@@ -122,63 +181,66 @@ void LexClass::Trace(const Token& token, int32_t flags) const
         trace::kTokens);
 }
 
-LexClass::Found LexClass::Next(const KeywordTables& tables)
+inline LexClass::Kind LexClass::Next(const KeywordTables& tables, Extent& extent)
 {
-    if (position_ >= length_)
-        return {position_, Kind::None, previous_ == Kind::ListComma ? line_flag::kListContinues : 0};
-    const KindRow& before = kKinds[static_cast<size_t>(previous_)];
-    char16_t c = text_[position_];
-    if (!highlight_ || before.goesOn) return IsBreak(c) || !highlight_ ? Uncoloured() : GoOn();
-    if (c == u' ') return {SkipBlanks(position_ + 1), Kind::Blank};
-    if (IsBreak(c)) return Uncoloured();
-
-    uint8_t is = tables.Of(c);
-    Found found{position_ + 1, Kind::Normal};
-    if (before.statementStart && FindComment(tables, found)) return found;
-    if (is & kSyntax && FindSyntax(c, found)) return found;
-    if (before.labelPosition && is & (kLetter | kDigit) && FindLabel(tables, found)) return found;
-    if ((c | 0x20) == u'g' && FindBranch(found)) return found;
-    return is & kFirst ? FindKeyword(tables) : found;
-}
-
-/// A mark, or with highlighting off the text up to the next one.
-LexClass::Found LexClass::Uncoloured() const
-{
-    char16_t c = text_[position_];
-    if (c == kValueMark) return {position_ + 1, Kind::ValueMark};
-    if (c == kSubValueMark) return {position_ + 1, Kind::SubValueMark};
-    return {MarkFrom(position_), Kind::Blank};
-}
-
-/// The string or comment that a mark interrupted.
-LexClass::Found LexClass::GoOn() const
-{
-    return previous_ == Kind::CutString ? String(position_) : CommentTo(MarkFrom(position_));
-}
-
-LexClass::Found LexClass::CommentTo(int32_t end) const
-{
-    return {end, end < length_ ? Kind::CutComment : Kind::Comment};
-}
-
-LexClass::Found LexClass::String(int32_t from) const
-{
-    for (int32_t at = from; at < length_; ++at) {
-        if (text_[at] == quote_) return {at + 1, Kind::String};
-        if (IsBreak(text_[at])) return {at, Kind::CutString};
+    int32_t at = position_;
+    if (at >= length_) {
+        if (previous_ == Kind::ListComma) extent.flags = line_flag::kListContinues;
+        return Kind::None;
     }
-    return {length_, Kind::String};
+    char16_t c = text_[at];
+    uint8_t before = TraitsBefore();
+    if (!highlight_ || before & kGoesOn) return Uncoloured(extent);
+    if (c == u' ') {
+        extent.end = SkipBlanks(at + 1);
+        return Kind::Blank;
+    }
+    extent.end = at + 1;
+    uint8_t is = tables.Of(c);
+    Kind kind = Kind::Normal;
+    if (is & kSyntax && IsBreak(c)) return c == kValueMark ? Kind::ValueMark : Kind::SubValueMark;
+    if (before & kStatementStart && FindComment(tables, extent, kind)) return kind;
+    if (is & kSyntax && FindSyntax(c, extent, kind)) return kind;
+    if (before & kLabelPosition && is & (kLetter | kDigit) && FindLabel(tables, extent, kind)) return kind;
+    if ((c | 0x20) == u'g' && FindBranch(extent)) return Kind::Branch;
+    return is & kFirst ? FindKeyword(tables, extent) : Kind::Normal;
 }
 
-bool LexClass::FindComment(const KeywordTables& tables, Found& found) const
+/// A mark, or the text up to the next one: plain, or the rest of the string or comment that one interrupted.
+LexClass::Kind LexClass::Uncoloured(Extent& extent) const
+{
+    char16_t c = text_[position_];
+    extent.end = position_ + 1;
+    if (c == kValueMark) return Kind::ValueMark;
+    if (c == kSubValueMark) return Kind::SubValueMark;
+    if (highlight_) return previous_ == Kind::CutString ? String(position_, extent) : Comment(extent);
+    extent.end = MarkFrom(position_);
+    return Kind::Blank;
+}
+
+LexClass::Kind LexClass::Comment(Extent& extent) const
+{
+    extent.end = MarkFrom(position_);
+    return extent.end < length_ ? Kind::CutComment : Kind::Comment;
+}
+
+LexClass::Kind LexClass::String(int32_t from, Extent& extent) const
+{
+    int32_t at = from;
+    while (at < length_ && text_[at] != quote_ && !IsBreak(text_[at])) ++at;
+    bool closed = at < length_ && text_[at] == quote_;
+    extent.end = closed ? at + 1 : at;
+    return closed || at >= length_ ? Kind::String : Kind::CutString;
+}
+
+bool LexClass::FindComment(const KeywordTables& tables, Extent& extent, Kind& kind) const
 {
     char16_t c = text_[position_];
     bool prefix = tables.Of(c) & kPrefix;
-    bool remark = (c | 0x20) == u'r' && (WordAt(position_, u"REMARK ") || WordAt(position_, u"REM "));
-    if (!prefix && !remark) return false;
-    found = CommentTo(MarkFrom(position_));
-    if (previous_ != Kind::Separator) found.flags = line_flag::kComment;
-    if (prefix && !tables.Comments().empty()) found.flags |= FlagsOfComment(tables, Piece(position_, found.end));
+    if (!prefix && !((c | 0x20) == u'r' && (WordAt(position_, u"REM ") || WordAt(position_, u"REMARK ")))) return false;
+    kind = Comment(extent);
+    if (previous_ != Kind::Separator) extent.flags = line_flag::kComment;
+    if (prefix && !tables.Comments().empty()) extent.flags |= FlagsOfComment(tables, Piece(position_, extent.end));
     return true;
 }
 
@@ -196,81 +258,79 @@ int32_t LexClass::FlagsOfComment(const KeywordTables& tables, TextView comment) 
     return 0;
 }
 
-bool LexClass::FindSyntax(char16_t c, Found& found)
+/// False for what has no part of its own here: it may still begin a keyword.
+inline bool LexClass::FindSyntax(char16_t c, Extent& extent, Kind& kind)
 {
     switch (c) {
-    case u';': found.kind = depth_ == 0 ? Kind::Separator : Kind::Normal; break;
-    case u',': found.kind = previous_ == Kind::LabelReference ? Kind::ListComma : Kind::Normal; break;
-    case u'(': found.kind = Kind::Open; break;
-    case u')': found.kind = Kind::Close; break;
-    default: quote_ = c; found = String(position_ + 1);
+    case u';': kind = depth_ == 0 ? Kind::Separator : Kind::Normal; break;
+    case u',': kind = previous_ == Kind::LabelReference ? Kind::ListComma : Kind::Normal; break;
+    case u'(': kind = Kind::Open; break;
+    case u')': kind = Kind::Close; break;
+    default: quote_ = c; kind = String(position_ + 1, extent);
     }
-    // What has no part of its own here may still belong to a keyword.
-    return found.kind != Kind::Normal;
+    return kind != Kind::Normal;
 }
 
-bool LexClass::FindLabel(const KeywordTables& tables, Found& found) const
+bool LexClass::FindLabel(const KeywordTables& tables, Extent& extent, Kind& kind) const
 {
     const uint8_t* classes = tables.Classes();
     bool first = previous_ == Kind::None;
     int32_t end = position_ + 1;
     if (classes[text_[position_]] & kDigit) {
         while (end < length_ && (classes[text_[end]] & kDigit || text_[end] == u'.')) ++end;
-        if (end < length_ && text_[end] == u':') ++end;
-        found = {end, first ? Kind::Label : Kind::Number};
+        extent.end = end < length_ && text_[end] == u':' ? end + 1 : end;
+        kind = first ? Kind::Label : Kind::Number;
         return true;
     }
     while (end < length_ && classes[text_[end]] & kLabel) ++end;
     bool colon = end < length_ && text_[end] == u':';
     if (first && (!colon || (end + 1 < length_ && text_[end + 1] == u'='))) return false;
-    found = {colon ? end + 1 : end, first ? Kind::Label : Kind::LabelReference};
+    extent.end = colon ? end + 1 : end;
+    kind = first ? Kind::Label : Kind::LabelReference;
     return true;
 }
 
-bool LexClass::FindBranch(Found& found) const
+bool LexClass::FindBranch(Extent& extent) const
 {
     if (!WordAt(position_, u"GO")) return false;
     int32_t at = SkipBlanks(position_ + 2);
     if (WordAt(at, u"TO "))
-        found = {at + 3, Kind::Branch};
+        at += 3;
     else if (WordAt(at, u"SUB "))
-        found = {at + 4, Kind::Branch};
-    else if (text_[at - 1] == u' ')
-        found = {at, Kind::Branch};
-    else
+        at += 4;
+    else if (text_[at - 1] != u' ')
         return false;
+    extent.end = at;
     return true;
 }
 
-LexClass::Found LexClass::FindKeyword(const KeywordTables& tables) const
+inline LexClass::Kind LexClass::FindKeyword(const KeywordTables& tables, Extent& extent) const
 {
     const uint8_t* classes = tables.Classes();
-    int32_t end = position_ + 1;
+    int32_t start = position_;
+    int32_t end = start + 1;
     while (end < length_ && classes[text_[end]] & kNext) ++end;
-
-    uint8_t hint = tables.Hint(text_[position_], text_[end - 1], static_cast<size_t>(end - position_));
-    const clsKeyword* keyword = nullptr;
-    int32_t keywordEnd = end;
-    if (hint > KeywordTables::kWhole && end < length_ && text_[end] == u' ')
-        keyword = MatchCompound(tables, hint >> KeywordTables::kWordsShift, keywordEnd);
-    if (!keyword && hint & KeywordTables::kWhole) keyword = keywords_->Item(Piece(position_, end));
-    if (!keyword) return {classes[text_[position_]] & kFirstExact ? position_ + 1 : end, Kind::Normal};
-
-    constexpr int32_t kOfTheLanguage = keyword_class::kReserved | keyword_class::kLanguage;
-    return {keywordEnd, keyword->Class & kOfTheLanguage ? Kind::Reserved : Kind::UserKeyword,
-            FlagsOfKeyword(keyword->Block, keywordEnd, tables)};
+    extent.end = end;
+    uint8_t hint = tables.Hint(text_[start], text_[end - 1], static_cast<size_t>(end - start));
+    if (hint != 0) {
+        if (const clsKeyword* keyword = MatchKeyword(tables, hint, extent.end)) {
+            extent.flags = FlagsOfKeyword(keyword->Block, extent.end, tables);
+            constexpr int32_t kOfTheLanguage = keyword_class::kReserved | keyword_class::kLanguage;
+            return keyword->Class & kOfTheLanguage ? Kind::Reserved : Kind::UserKeyword;
+        }
+    }
+    if (classes[text_[start]] & kFirstExact) extent.end = start + 1;
+    return Kind::Normal;
 }
 
-/// The longest keyword of two words at least that begins at the position; `end` is that of the first word.
-const clsKeyword* LexClass::MatchCompound(const KeywordTables& tables, int32_t most, int32_t& end) const
+/// The longest keyword at the position; `end` is that of the first word and becomes that of the keyword.
+const clsKeyword* LexClass::MatchKeyword(const KeywordTables& tables, uint8_t hint, int32_t& end) const
 {
     const uint8_t* classes = tables.Classes();
-    most = std::min<int32_t>(most, tables.CompoundSize());
+    int32_t most = std::min<int32_t>(hint >> KeywordTables::kWordsShift, tables.CompoundSize());
     int32_t ends[KeywordTables::kMostWords];
     int32_t words = 0;
-    int32_t last = end;
-    for (int32_t word = 2; word <= most; ++word) {
-        if (last >= length_ || text_[last] != u' ') break;
+    for (int32_t last = end; words < most - 1 && last < length_ && text_[last] == u' ';) {
         int32_t at = SkipBlanks(last);
         if (at >= length_ || !(classes[text_[at]] & kFirst)) break;
         last = at + 1;
@@ -280,17 +340,17 @@ const clsKeyword* LexClass::MatchCompound(const KeywordTables& tables, int32_t m
     while (words-- > 0) {
         TextView piece = Piece(position_, ends[words]);
         if (!(tables.Hint(piece.front(), piece.back(), piece.size()) & KeywordTables::kWhole)) continue;
-        if (const clsKeyword* keyword = keywords_->Item(piece)) {
-            end = ends[words];
-            return keyword;
-        }
+        const clsKeyword* keyword = keywords_->Item(piece);
+        if (!keyword) continue;
+        end = ends[words];
+        return keyword;
     }
-    return nullptr;
+    return hint & KeywordTables::kWhole ? keywords_->Item(Piece(position_, end)) : nullptr;
 }
 
 int32_t LexClass::FlagsOfKeyword(int32_t block, int32_t end, const KeywordTables& tables) const
 {
-    if (block & kStatementStartBlocks) return kKinds[static_cast<size_t>(previous_)].statementStart ? block : 0;
+    if (block & kStatementStartBlocks) return TraitsBefore() & kStatementStart ? block : 0;
     if (block & kLineEndBlocks) return LineEndsAt(end, tables) ? block : 0;
     return block;
 }
@@ -314,14 +374,6 @@ bool LexClass::WordAt(int32_t at, TextView upper) const
         if (units::FoldAscii(piece[i]) != units::FoldAscii(upper[i])) return false;
     }
     return true;
-}
-
-int32_t LexClass::SkipBlanks(int32_t at) const
-{
-    for (; at + 4 <= length_ && units::Load4(text_ + at) == units::kEach * u' '; at += 4) {
-    }
-    while (at < length_ && text_[at] == u' ') ++at;
-    return at;
 }
 
 int32_t LexClass::MarkFrom(int32_t at) const

@@ -35,11 +35,17 @@ inline constexpr int32_t kListContinues = 0x40000; ///< ends with the comma of a
 class LexClass final : public ISourceLex4 {
 public:
     /// The log, when there is one, outlives the lexer.
-    explicit LexClass(const DebugLog* log = nullptr) : log_(log) {}
+    LexClass(const LexClass&) = delete;
+    LexClass& operator=(const LexClass&) = delete;
+    explicit LexClass(const DebugLog* log = nullptr) : log_(log ? log : &silent_) {}
 
     bool Highlight() const { return highlight_; }
     /// Off: all text up to a mark is one blank token.
-    void SetHighlight(bool highlight) { highlight_ = highlight; }
+    void SetHighlight(bool highlight)
+    {
+        highlight_ = highlight;
+        quick_ = false;
+    }
     /// A default set until another, which outlives the lexer, is handed over.
     const clsKeywords& Keywords() const { return *keywords_; }
     void SetKeywords(const clsKeywords& keywords);
@@ -79,39 +85,37 @@ private:
     struct KindRow;
     static const KindRow kKinds[];
 
-    struct Found {
+    /// Where a token ends, and its flags.
+    struct Extent {
         int32_t end;
-        Kind kind;
-        int32_t flags = 0;
-    };
-    struct Match {
-        int32_t end;
-        const clsKeyword* keyword;
+        int32_t flags;
     };
 
+    bool QuickStep(Token& token);
     void Step(Token& token);
-    Found Next(const KeywordTables& tables);
-    Found Uncoloured() const;
-    Found GoOn() const;
-    bool FindComment(const KeywordTables& tables, Found& found) const;
-    bool FindSyntax(char16_t c, Found& found);
-    bool FindLabel(const KeywordTables& tables, Found& found) const;
-    bool FindBranch(Found& found) const;
-    Found FindKeyword(const KeywordTables& tables) const;
+    Kind Next(const KeywordTables& tables, Extent& extent);
+    Kind Uncoloured(Extent& extent) const;
+    Kind Comment(Extent& extent) const;
+    Kind String(int32_t from, Extent& extent) const;
+    bool FindComment(const KeywordTables& tables, Extent& extent, Kind& kind) const;
+    bool FindSyntax(char16_t c, Extent& extent, Kind& kind);
+    bool FindLabel(const KeywordTables& tables, Extent& extent, Kind& kind) const;
+    bool FindBranch(Extent& extent) const;
+    Kind FindKeyword(const KeywordTables& tables, Extent& extent) const;
 
+    uint8_t TraitsBefore() const;
+    const clsKeyword* MatchKeyword(const KeywordTables& tables, uint8_t hint, int32_t& end) const;
     int32_t FlagsOfComment(const KeywordTables& tables, TextView comment) const;
     int32_t FlagsOfKeyword(int32_t block, int32_t end, const KeywordTables& tables) const;
     bool LineEndsAt(int32_t at, const KeywordTables& tables) const;
-    const clsKeyword* MatchCompound(const KeywordTables& tables, int32_t most, int32_t& end) const;
 
     TextView Piece(int32_t start, int32_t end) const { return {text_ + start, static_cast<size_t>(end - start)}; }
     bool WordAt(int32_t at, TextView upper) const;
     int32_t SkipBlanks(int32_t at) const;
     int32_t MarkFrom(int32_t at) const;
-    Found String(int32_t from) const;
-    Found CommentTo(int32_t end) const;
     void Trace(const Token& token, int32_t flags) const;
 
+    DebugLog silent_;
     const DebugLog* log_;
     bool highlight_ = true;
     std::unique_ptr<clsKeywords> own_ = std::make_unique<clsKeywords>();
@@ -126,6 +130,7 @@ private:
     Kind previous_ = Kind::None; ///< of the last token other than blanks and marks
     char16_t quote_ = 0;
     bool traced_ = false;
+    bool quick_ = false; ///< no mark cut a token, and nobody wants to know more
 };
 
 } // namespace nib

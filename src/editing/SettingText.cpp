@@ -73,11 +73,9 @@ int64_t LeadingWhole(TextView text)
 std::optional<bool> WordToBoolean(TextView text)
 {
     text = Trim(text);
-    if (text.size() > 64) return std::nullopt;
     if (EqualsNoCase(text, kTrue)) return true;
-    if (EqualsNoCase(text, kFalse)) return false;
-    if (text.find_first_of(u"0123456789") == TextView::npos) return std::nullopt;
-    return LeadingNumber(text) != 0;
+    if (EqualsNoCase(text, kFalse) || text.starts_with(u'0')) return LeadingNumber(text) != 0;
+    return LeadingNumber(text) != 0 ? std::optional(true) : std::nullopt;
 }
 
 TextView BooleanWord(bool state)

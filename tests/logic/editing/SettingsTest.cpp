@@ -1,8 +1,5 @@
-#include "editing/MvEdit.h"
-#include "editing/SettingText.h"
+#include "SettingsFixture.h"
 #include "editing/SettingsTable.h"
-#include "fakes/MemorySettings.h"
-#include "platform/MessageBoxes.h"
 
 #include <gtest/gtest.h>
 
@@ -14,40 +11,6 @@ namespace nib {
 using namespace test;
 
 namespace {
-
-const Text kDejaVu = u"DejaVu Sans Mono";
-
-/// A store, and an editor's settings loaded from it.
-struct Loading {
-    MemorySettings store;
-    MemoryOldSettings older;
-    bool hasOlder = true;
-    Text defaultFont = u"Courier New";
-    int32_t answer = message_box::kAnswerNo;
-    std::vector<std::pair<Text, int32_t>> asked;
-
-    explicit Loading(std::initializer_list<StoredValues::value_type> stored = {}, Text version = u"7.1")
-    {
-        store.values = stored;
-        store.values[u""] = std::move(version);
-    }
-    MvEdit Load()
-    {
-        MvEdit settings;
-        settings.LoadSettings({store, hasOlder ? &older : nullptr, defaultFont, [&](TextView text, int32_t flags) {
-                                   asked.emplace_back(text, flags);
-                                   return answer;
-                               }});
-        return settings;
-    }
-};
-
-StoredValues Saved(const MvEdit& settings)
-{
-    MemorySettings store;
-    settings.SaveSettings(store);
-    return store.values;
-}
 
 StoredValues SavedAfterLoading(StoredValues stored)
 {
@@ -133,62 +96,23 @@ MvEdit RandomSettings(uint32_t seed)
 
 TEST(Settings, DefaultsAreStoredUnderTheseNamesAndTexts)
 {
-    const std::pair<TextView, TextView> kRows[] = {
-        {u"", u"7.1"},
-        {u"FontName", u"Courier New"},
-        {u"FontSize", u"10"},
-        {u"FontMono", u"True"},
-        {u"BackColor", u"-2147483643"},
-        {u"NormalColor", u"-2147483640"},
-        {u"NormalStyle", u"0"},
-        {u"KeywordColor", u"16711680"},
-        {u"KeywordStyle", u"0"},
-        {u"StringColor", u"1381795"},
-        {u"StringStyle", u"0"},
-        {u"LabelColor", u"6052956"},
-        {u"LabelStyle", u"0"},
-        {u"CommentColor", u"32768"},
-        {u"CommentStyle", u"0"},
-        {u"ReservedColor", u"16711680"},
-        {u"ReservedStyle", u"0"},
-        {u"Highlight", u"True"},
-        {u"LineWrap", u"False"},
-        {u"TabSize", u"3"},
-        {u"Margin", u"6"},
-        {u"IndentStar", u"1"},
-        {u"IndentBang", u"0"},
-        {u"IndentUserComment", u"2"},
-        {u"CompileCommand", u"BASIC"},
-        {u"CompileOptions", u""},
-        {u"CaseSensitiveKeywords", u"False"},
-        {u"LanguageKeywords", u"IF THEN+ ELSE+ LOCKED+ BEGIN+ END- CASE= FOR+ NEXT- DO LOOP+ UNTIL= WHILE= REPEAT- GO "
-                              u"GOTO GOSUB TO SUB SUBROUTINE CALL STEP INCLUDE"},
-        {u"UserKeywords", u""},
-        {u"CommentPrefixes", u"*,!"},
-        {u"RecordLocking", u"True"},
-        {u"ColorPrinting", u"False"},
-        {u"NoGotoDialog", u"False"},
-        {u"GotoLineNumber", u"False"},
-        {u"AutoRecover", u"True"},
-        {u"ToolbarHotTrack", u"True"},
-        {u"ToolbarLargeIcons", u"False"},
-        {u"ResultsFontName", u""},
-        {u"ResultsFontSize", u""},
-        {u"RecentListSize", u"4"},
-        {u"RecentFileCount", u"0"},
-        {u"MinMaxClose", u"False"},
-        {u"CollapseBlocks", u"False"},
-        {u"SearchEOD", u"0"},
-        {u"DisableHostConfig", u"False"},
-        {u"RecentSearchCount", u"0"},
-    };
     MemorySettings store;
     Loading().Load().SaveSettings(store);
-    ASSERT_EQ(store.written.size(), std::size(kRows));
-    for (size_t i = 0; i < std::size(kRows); ++i) {
-        EXPECT_EQ(store.written[i], kRows[i].first);
-        EXPECT_EQ(store.values[store.written[i]], kRows[i].second) << ToUtf8(kRows[i].first);
-    }
+    Text rows;
+    for (const Text& name : store.written) rows += name + u"=" + store.values[name] + u"; ";
+    EXPECT_EQ(rows, u"=7.1; FontName=Courier New; FontSize=10; FontMono=True; BackColor=-2147483643; "
+                    u"NormalColor=-2147483640; NormalStyle=0; KeywordColor=16711680; KeywordStyle=0; "
+                    u"StringColor=1381795; StringStyle=0; LabelColor=6052956; LabelStyle=0; "
+                    u"CommentColor=32768; CommentStyle=0; ReservedColor=16711680; ReservedStyle=0; "
+                    u"Highlight=True; LineWrap=False; TabSize=3; Margin=6; IndentStar=1; IndentBang=0; "
+                    u"IndentUserComment=2; CompileCommand=BASIC; CompileOptions=; CaseSensitiveKeywords=False;"
+                    u" LanguageKeywords=IF THEN+ ELSE+ LOCKED+ BEGIN+ END- CASE= FOR+ NEXT- DO LOOP+ UNTIL= "
+                    u"WHILE= REPEAT- GO GOTO GOSUB TO SUB SUBROUTINE CALL STEP INCLUDE; UserKeywords=; "
+                    u"CommentPrefixes=*,!; RecordLocking=True; ColorPrinting=False; NoGotoDialog=False; "
+                    u"GotoLineNumber=False; AutoRecover=True; ToolbarHotTrack=True; ToolbarLargeIcons=False; "
+                    u"ResultsFontName=; ResultsFontSize=; RecentListSize=4; RecentFileCount=0; "
+                    u"MinMaxClose=False; CollapseBlocks=False; SearchEOD=0; DisableHostConfig=False; "
+                    u"RecentSearchCount=0; ");
 }
 
 TEST(Settings, EverythingSurvivesStoreCloneAndUpdate)
@@ -250,8 +174,9 @@ TEST(Settings, StoredTextsAreReadByTheRuleOfTheirField)
         {u"Highlight", u"0", u"False"},
         {u"Highlight", u"maybe", u"True"},
         {u"Highlight", u"-", u"True"},
+        {u"Highlight", u"x0", u"True"},
         {u"LineWrap", u"-1", u"True"},
-        {u"LineWrap", kLong, u"False"},
+        {u"LineWrap", kLong, u"True"},
         {u"FontName", u"mv lucida CONSOLE", u"MVW Lucida Console"},
         {u"FontName", u"Hack", u"Hack"},
         {u"ResultsFontName", u"MV Lucida Console", u"MV Lucida Console"},
@@ -336,114 +261,6 @@ TEST(Settings, WhatTheHostFixedIsNotWritten)
         settings.UpdateFrom(clone);
         EXPECT_TRUE(settings.*row.flag) << "the host's word stands as long as the session";
     }
-}
-
-// Migration
-
-TEST(SettingsMigration, ThisVersionAsksAndWritesNothing)
-{
-    for (TextView version : {u"7.1", u"7.2", u"8", u"1e99"}) {
-        Loading loading({{u"FontName", u"MVW Lucida Console"}}, Text(version));
-        loading.defaultFont = kDejaVu;
-        EXPECT_EQ(loading.Load().FontName, u"MVW Lucida Console");
-        EXPECT_TRUE(loading.asked.empty());
-        EXPECT_TRUE(loading.store.written.empty()) << ToUtf8(version);
-    }
-}
-
-TEST(SettingsMigration, TheFontIsAskedForOnce)
-{
-    const struct {
-        TextView version, stored, defaultFont;
-        int32_t answer;
-        bool asks;
-        TextView font;
-    } kRows[] = {
-        {u"7.0", u"MVW Lucida Console", u"DejaVu Sans Mono", message_box::kAnswerYes, true, u"DejaVu Sans Mono"},
-        {u"7.0", u"MV Lucida console", u"DejaVu Sans Mono", message_box::kAnswerYes, true, u"DejaVu Sans Mono"},
-        {u"7.0", u"MVW LUCIDA Console", u"DejaVu Sans Mono", message_box::kAnswerNo, true, u"MVW LUCIDA Console"},
-        {u"7.05", u"MVW Lucida Console", u"DejaVu Sans Mono", message_box::kAnswerCancel, true, u"MVW Lucida Console"},
-        {u"7", u"MVW Lucida Console", u"Courier New", message_box::kAnswerYes, false, u"MVW Lucida Console"},
-        {u"7.0", u"Hack", u"DejaVu Sans Mono", message_box::kAnswerYes, false, u"Hack"},
-        {u"7.0", u"", u"DejaVu Sans Mono", message_box::kAnswerYes, false, u"DejaVu Sans Mono"},
-    };
-    for (auto& row : kRows) {
-        Loading loading({{u"FontName", Text(row.stored)}, {u"TabSize", u"5"}}, Text(row.version));
-        loading.defaultFont = row.defaultFont;
-        loading.answer = row.answer;
-        MvEdit settings = loading.Load();
-        EXPECT_EQ(settings.FontName, row.font);
-        EXPECT_EQ(settings.TabSize, 5) << "the other settings load as ever";
-        EXPECT_EQ(loading.asked.size(), row.asks ? 1U : 0U);
-        EXPECT_EQ(loading.store.values[u""], u"7.1");
-        EXPECT_EQ(loading.Load().FontName, row.font);
-        EXPECT_EQ(loading.asked.size(), row.asks ? 1U : 0U) << "asked again";
-    }
-}
-
-TEST(SettingsMigration, TheQuestionHasTheseWords)
-{
-    Loading loading({{u"FontName", u"MVW Lucida Console"}}, u"7");
-    loading.defaultFont = kDejaVu;
-    loading.Load();
-    std::vector<std::pair<Text, int32_t>> expected{
-        {u"This version of Nib includes a new monospaced font called DejaVu Sans Mono. Your current editor font is MVW "
-         u"Lucida Console. Would you like to change your editor font to the new font (recommended)?\r\n\r\n(this "
-         u"prompt will not be shown again, but you can always change the font by selecting Preferences from the View "
-         u"menu)",
-         message_box::kYesNoCancel | message_box::kQuestion}};
-    EXPECT_EQ(loading.asked, expected);
-}
-
-TEST(SettingsMigration, SettingsOfOlderReleasesMoveOver)
-{
-    Loading loading({{u"SearchEOD", u"2"}}, u"6.9");
-    loading.defaultFont = kDejaVu;
-    loading.answer = message_box::kAnswerYes;
-    loading.older.values = {{u"MainState", u"2"},          {u"MainLeft", u"-10000"},
-                            {u"ToolbarVisible", u"False"}, {u"FontName", u"MV Lucida Console"},
-                            {u"TabSize", u"-4"},           {u"IndentUserComment", u"1"},
-                            {u"UserKeywords", u"A,B C+"},  {u"CommentColor", u"255"},
-                            {u"RecentListSize", u"2"},     {u"RecentFileCount", u"2"},
-                            {u"RecentFile_1", u"x"},       {u"RecentFile_2", u"y"},
-                            {u"RecentSearchCount", u"1"},  {u"RecentSearch_1", u"z"},
-                            {u"MinMaxClose", u"True"}};
-    MvEdit settings = loading.Load();
-    StoredValues expected = Saved(MvEdit());
-    for (auto& [key, value] : std::initializer_list<std::pair<Text, Text>>{{u"MainState", u"2"},
-                                                                           {u"ToolbarVisible", u"False"},
-                                                                           {u"FontName", kDejaVu},
-                                                                           {u"TabSize", u"0"},
-                                                                           {u"KeywordColor", u"-2147483640"},
-                                                                           {u"StringColor", u"8388736"},
-                                                                           {u"LabelColor", u"8388608"},
-                                                                           {u"ReservedColor", u"-2147483640"},
-                                                                           {u"CommentColor", u"255"},
-                                                                           {u"RecentListSize", u"2"},
-                                                                           {u"RecentFileCount", u"2"},
-                                                                           {u"RecentFile_1", u"x"},
-                                                                           {u"RecentFile_2", u"y"},
-                                                                           {u"UserKeywords", u"C+"}})
-        expected[key] = value;
-    EXPECT_EQ(loading.store.values, expected);
-    EXPECT_EQ(loading.asked.size(), 1U);
-    loading.older.values.clear();
-    expected.erase(u"MainState");
-    expected.erase(u"ToolbarVisible");
-    EXPECT_EQ(Saved(settings), expected);
-    EXPECT_EQ(Saved(loading.Load()), expected) << "moved once";
-}
-
-TEST(SettingsMigration, NoOlderStoreIsAnEmptyOne)
-{
-    Loading with({}, u""), without({}, u"");
-    without.hasOlder = false;
-    with.Load();
-    without.Load();
-    EXPECT_EQ(with.store.values, without.store.values);
-    EXPECT_EQ(without.store.values[u"FontName"], u"Courier New");
-    EXPECT_FALSE(without.store.values.contains(u"MainLeft"));
-    EXPECT_EQ(without.store.values[u""], u"7.1");
 }
 
 } // namespace nib
