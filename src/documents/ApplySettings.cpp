@@ -1,5 +1,7 @@
 #include "documents/ApplySettings.h"
 
+#include "editing/LexClass.h"
+
 #include <algorithm>
 #include <charconv>
 
@@ -51,7 +53,7 @@ SourceFont FontOf(const MvEdit& settings, SourceFont font)
 
 } // namespace
 
-void ApplyViewSettings(SourceView& view, const MvEdit& settings)
+void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer)
 {
     view.SetFont(FontOf(settings, view.Font()));
     view.SetTabSize(std::max<int32_t>(settings.TabSize, 1));
@@ -63,6 +65,10 @@ void ApplyViewSettings(SourceView& view, const MvEdit& settings)
     view.SetShowBlocks(settings.CollapseBlocks);
     FillTable(view.TokenStyles(), settings, true);
     FillTable(view.PrintTokenStyles(), settings, settings.ColorPrinting);
+    if (lexer) {
+        lexer->SetKeywords(settings.Keywords);
+        lexer->SetHighlight(settings.Highlight);
+    }
     document.UpdateLines(0, document.LineCount() - 1);
 }
 

@@ -4,8 +4,11 @@
 
 namespace nib {
 
-/// Puts the settings on a view: font, tab size, colours, margin, both token tables. Runs when a document gets its
-/// window and after every change of the settings.
-void ApplyViewSettings(SourceView& view, const MvEdit& settings);
+class LexClass;
+
+/// Puts the settings on a view: font, tab size, colours, margin, both token tables, and on the lexer of its document,
+/// if it has one; what was scanned is scanned again. Runs when a document gets its window and after every change of the
+/// settings, which outlive the view.
+void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer = nullptr);
 
 } // namespace nib

@@ -1,5 +1,7 @@
 #pragma once
-#include "base/Text.h"
+#include "editing/SettingsContext.h"
+#include "editing/clsKeywords.h"
+#include "persistence/store/clsRecentList.h"
 
 namespace nib {
 
@@ -9,8 +11,19 @@ inline constexpr int32_t kWindow = static_cast<int32_t>(0x80000005);
 inline constexpr int32_t kWindowText = static_cast<int32_t>(0x80000008);
 } // namespace system_color
 
-/// All options of editor, language, compiler and windows, with their defaults.
+/// All options of editor, language, compiler and windows, with their defaults. What is stored of them, and how, stands
+/// in SettingsTable.h.
 struct MvEdit {
+    MvEdit() { RecentSearches.SetMaxListSize(10); }
+
+    /// Whatever the store holds, every field is usable afterwards; a key that is missing leaves its field alone.
+    void LoadSettings(const SettingsContext& context);
+    void SaveSettings(SettingsStore& store) const;
+    MvEdit Clone() const;
+    /// Takes the settings of `other`. What a host has fixed stays known: it belongs to the session, not to the
+    /// settings.
+    void UpdateFrom(const MvEdit& other);
+
     Text FontName;
     Text FontSize = u"10"; ///< points
     bool FontMono = true;
@@ -36,6 +49,7 @@ struct MvEdit {
     int16_t IndentUserComment = 2;
     Text CompileCommand = u"BASIC";
     Text CompileOptions;
+    clsKeywords Keywords;
     bool RecordLocking = true;
     bool ColorPrinting = false;
     bool NoGotoDialog = false;
@@ -45,10 +59,18 @@ struct MvEdit {
     bool ToolbarLargeIcons = false;
     Text ResultsFontName;
     Text ResultsFontSize;
+    clsRecentList RecentFiles;
     bool MinMaxClose = false;
     bool CollapseBlocks = false;
     int16_t SearchEOD = 0;
     bool DisableHostConfig = false;
+    clsRecentList RecentSearches;
+
+    // Set when a host configuration has replaced values in memory; those are not written to the store.
+    bool HostKeywords = false;
+    bool HostCompile = false;
+    bool HostFormat = false;
+    bool HostComment = false;
 };
 
 } // namespace nib

@@ -10,8 +10,8 @@ namespace nib {
 
 namespace {
 
-constexpr TextView kFontFiles[] = {u"DejaVuSansMono.ttf", u"DejaVuSansMono-Bold.ttf",
-                                   u"DejaVuSansMono-BoldOblique.ttf", u"DejaVuSansMono-Oblique.ttf"};
+constexpr TextView kFontFiles[] = {u"DejaVuSansMono.ttf", u"DejaVuSansMono-Bold.ttf", u"DejaVuSansMono-BoldOblique.ttf",
+                                   u"DejaVuSansMono-Oblique.ttf"};
 constexpr TextView kPreferredFont = u"DejaVu Sans Mono";
 
 /// Waiting for as long as this lives, whatever happens.
@@ -29,8 +29,8 @@ private:
 } // namespace
 
 Program::Program(const ProgramPorts& ports)
-    : ports_(ports), log_(ports.trace),
-      services_{*this, ports.connection, settings_, location_, openDocuments_, log_}, files_(*this)
+    : ports_(ports), log_(ports.trace), services_{*this, ports.connection, settings_, location_, openDocuments_, log_},
+      files_(*this)
 {
 }
 
@@ -134,7 +134,7 @@ bool Program::OpenPath(TextView path, bool readOnly)
         document->FileClose(true);
         return false;
     }
-    recentFiles_.AddItem(PathToRecentEntry(ports_.connection, document->Path()));
+    settings_.RecentFiles.AddItem(PathToRecentEntry(ports_.connection, document->Path()));
     return true;
 }
 
@@ -146,7 +146,7 @@ bool Program::OpenPicked(const SelectedItem& picked)
         document->FileClose(true);
         return false;
     }
-    recentFiles_.AddItem(PathToRecentEntry(ports_.connection, document->Path()));
+    settings_.RecentFiles.AddItem(PathToRecentEntry(ports_.connection, document->Path()));
     return true;
 }
 
@@ -223,22 +223,46 @@ void Program::ReportError(TextView description)
     ShowMessage(u"The following error has occurred:\n" + Text(description), 0);
 }
 
-void Program::SetStatusText(int32_t panel, TextView text) { ports_.mainWindow.SetStatusText(panel, text); }
+void Program::SetStatusText(int32_t panel, TextView text)
+{
+    ports_.mainWindow.SetStatusText(panel, text);
+}
 
-void Program::ShowStatusPanel(int32_t panel) { ports_.mainWindow.ShowStatusPanel(panel, true); }
+void Program::ShowStatusPanel(int32_t panel)
+{
+    ports_.mainWindow.ShowStatusPanel(panel, true);
+}
 
-void Program::HideStatusPanel(int32_t panel) { ports_.mainWindow.ShowStatusPanel(panel, false); }
+void Program::HideStatusPanel(int32_t panel)
+{
+    ports_.mainWindow.ShowStatusPanel(panel, false);
+}
 
-void Program::UpdateToolBar() { ports_.mainWindow.UpdateToolBar(); }
+void Program::UpdateToolBar()
+{
+    ports_.mainWindow.UpdateToolBar();
+}
 
-void Program::SetWaitCursor(bool wait) { ports_.mainWindow.SetWaitCursor(wait); }
+void Program::SetWaitCursor(bool wait)
+{
+    ports_.mainWindow.SetWaitCursor(wait);
+}
 
-void Program::ToForeground() { ports_.mainWindow.ToForeground(); }
+void Program::ToForeground()
+{
+    ports_.mainWindow.ToForeground();
+}
 
-void Program::HoldAutoSave(bool hold) { autoSaveHolds_ += hold ? 1 : -1; }
+void Program::HoldAutoSave(bool hold)
+{
+    autoSaveHolds_ += hold ? 1 : -1;
+}
 
 void Program::RecordPosition(mvDocument&) {}
 
-std::unique_ptr<clsDocView> Program::CreateView(mvDocument& document) { return ports_.views.CreateView(document); }
+std::unique_ptr<clsDocView> Program::CreateView(mvDocument& document)
+{
+    return ports_.views.CreateView(document);
+}
 
 } // namespace nib

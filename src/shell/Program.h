@@ -4,7 +4,6 @@
 #include "documents/DocumentServices.h"
 #include "documents/ViewFactory.h"
 #include "documents/mvDocuments.h"
-#include "persistence/store/clsRecentList.h"
 #include "platform/Clipboard.h"
 #include "platform/Fonts.h"
 #include "platform/MainWindow.h"
@@ -60,7 +59,7 @@ public:
     mvDocuments& OpenDocuments() { return openDocuments_; }
     Location& CurrentLocation() { return location_; }
     MvEdit& EditorSettings() { return settings_; }
-    clsRecentList& RecentFiles() { return recentFiles_; }
+    clsRecentList& RecentFiles() { return settings_.RecentFiles; }
     DocumentServices& Services() { return services_; }
     mvConnection& Connection() { return ports_.connection; }
     MainWindow& Window() { return ports_.mainWindow; }
@@ -90,7 +89,6 @@ private:
     DebugLog log_;
     Location location_;
     MvEdit settings_;
-    clsRecentList recentFiles_;
     mvDocuments openDocuments_;
     DocumentServices services_;
     FileCommands files_;
