@@ -104,16 +104,16 @@ TEST(SettingsMigration, SettingsOfOlderReleasesMoveOver)
     EXPECT_EQ(Saved(loading.Load()), expected) << "moved once";
 }
 
-TEST(SettingsMigration, NoOlderStoreIsAnEmptyOne)
+TEST(SettingsMigration, WhereNoOlderReleaseRanTheDefaultsAreThoseOfToday)
 {
-    Loading with({}, u""), without({}, u"");
-    without.hasOlder = false;
-    with.Load();
-    without.Load();
-    EXPECT_EQ(with.store.values, without.store.values);
-    EXPECT_EQ(without.store.values[u"FontName"], u"Courier New");
-    EXPECT_FALSE(without.store.values.contains(u"MainLeft"));
-    EXPECT_EQ(without.store.values[u""], u"7.1");
+    Loading fresh({{u"TabSize", u"8"}}, u"");
+    fresh.hasOlder = false;
+    MvEdit settings = fresh.Load();
+    EXPECT_EQ(settings.ReservedColor, MvEdit().ReservedColor);
+    EXPECT_EQ(settings.FontName, u"Courier New");
+    EXPECT_EQ(settings.TabSize, 8) << "a store without its stamp keeps what it holds";
+    EXPECT_EQ(fresh.store.values[u""], u"7.1");
+    EXPECT_FALSE(fresh.store.values.contains(u"MainLeft"));
 }
 
 } // namespace nib
