@@ -105,6 +105,8 @@ void frmMain::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) UpdateToolBar();
+    // A maximised child window writes into the title what it makes of it.
+    if (event->type() == QEvent::WindowTitleChange && loaded_) UpdateCaption();
 }
 
 // Drops

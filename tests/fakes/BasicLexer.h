@@ -63,12 +63,12 @@ private:
             labelNext_ = false;
             return defines ? end + 1 : end;
         }
-        constexpr TextView keywords[] = {u"CALL", u"COMMON", u"GOSUB", u"GOTO", u"IF", u"INCLUDE", u"PRINT", u"THEN"};
+        constexpr TextView keywords[] = {u"CALL", u"COMMON", u"END", u"GOSUB", u"GOTO", u"IF", u"INCLUDE", u"PRINT", u"THEN"};
         bool keyword =
             std::any_of(std::begin(keywords), std::end(keywords), [&](TextView k) { return EqualsNoCase(k, word); });
         if (keyword) token.type = 10;
         labelNext_ = EqualsNoCase(word, u"GOSUB") || EqualsNoCase(word, u"GOTO");
-        token.attributes = EqualsNoCase(word, u"THEN") ? 1 : 0;
+        token.attributes = EqualsNoCase(word, u"THEN") ? 1 : EqualsNoCase(word, u"END") ? 2 : 0;
         return end;
     }
 

@@ -42,6 +42,7 @@ struct FrameFixture : testing::Test, ViewFactory {
     {
         frame.SetProgram(&program);
         frame.SetStore(&store);
+        trace.wanted |= nib::trace::kObjects;
         Start();
     }
     void TearDown() override

@@ -131,17 +131,18 @@ TEST_F(FrameTest, OpeningAndSteppingAmongManyStaysQuick)
 TEST_F(FrameTest, CancelInTheMiddleKeepsTheRestOpen)
 {
     for (frmDocument* form : New(3)) form->txtText().TypeText(u"X");
-    boxes.answers = {7, 2};
+    boxes.Answer({7, 2});
     frame.close();
     Settle();
     EXPECT_EQ(program.OpenDocuments().Count(), 2);
     EXPECT_TRUE(frame.isVisible());
     EXPECT_FALSE(program.IsShuttingDown());
     EXPECT_EQ(boxes.Take().size(), 2U);
-    boxes.answers = {7, 7};
+    boxes.Answer({7, 7});
     frame.close();
     EXPECT_EQ(program.OpenDocuments().Count(), 0);
     EXPECT_TRUE(program.IsShuttingDown());
+    EXPECT_EQ(boxes.Take().size(), 2U);
 }
 
 TEST_F(FrameTest, TheEndRemembersThePlaceAndSaysSo)

@@ -115,7 +115,9 @@ TEST(FramePlacementTest, TwipsAndPixels)
                       {100, 144, 1000}, {7, 0, 0},   {2000000000, 96, 2147483647}};
     for (const auto& row : rows) {
         EXPECT_EQ(PixelsToTwips(row.pixels, row.dots), row.twips);
-        if (row.dots > 0 && row.twips < 2147483647) EXPECT_EQ(TwipsToPixels(row.twips, row.dots), row.pixels);
+        if (row.dots > 0 && row.twips < 2147483647) {
+            EXPECT_EQ(TwipsToPixels(row.twips, row.dots), row.pixels);
+        }
     }
 }
 

@@ -82,6 +82,8 @@ signals:
 
 protected:
     bool event(QEvent* event) override;
+    /// Tab is for typing.
+    bool focusNextPrevChild(bool /*next*/) override { return false; }
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
