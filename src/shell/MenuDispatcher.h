@@ -1,0 +1,47 @@
+#pragma once
+// Where every click on a menu, tool or tab arrives, and where menus are made ready before they open.
+
+#include "shell/CommandState.h"
+#include "shell/MenuModel.h"
+
+namespace nib {
+
+class clsDocView;
+
+/// What a click in a view hit.
+enum class HitKind : int32_t { None = 0, Label = 1, Call = 2, Include = 3, OpenBlock = 4, ClosedBlock = 5 };
+
+class MenuDispatcher final : public MenuEvents {
+public:
+    /// All outlive it. `bar` opens the pop-ups.
+    MenuDispatcher(Program& program, MenuModel& menus, MenuBar& bar, const CommandPorts& ports);
+
+    // MenuEvents
+    void ToolClick(Band band, const MenuTool& tool) override;
+    void MenuOpening(const MenuTool& menu) override;
+    void TabActivate(int32_t tab) override;
+    void TabClose(int32_t tab) override;
+    void TabContextMenu(int32_t tab, ScreenPoint at) override;
+
+    /// By key, as a keyboard filter or another form calls it.
+    bool Run(TextView key);
+    void UpdateToolBar();
+    /// The context menu of the active document; at the mouse when no point is given.
+    void ShowContextMenu(HitKind kind, std::optional<ScreenPoint> at = {});
+    void BuildRecentMenu();
+    void BuildWindowMenu();
+    /// The active document, through the main window's ActiveDocument.
+    CommandContext Context() const;
+
+private:
+    void FillWindowMenu();
+    void FillRecentMenu();
+    void PrepareContextMenu(HitKind kind);
+
+    Program& program_;
+    MenuModel& menus_;
+    MenuBar& bar_;
+    const CommandPorts& ports_;
+};
+
+} // namespace nib
