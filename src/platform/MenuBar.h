@@ -29,8 +29,8 @@ struct MenuTool {
     bool checked = false;
     bool enabled = true;
     bool visible = true;
-    bool beginGroup = false; ///< a separator above
-    uint8_t changed = 0;     ///< MenuModel's: what its listener has not heard of
+    bool beginGroup = false;  ///< a separator above
+    uint8_t changed = 0;      ///< MenuModel's: what its listener has not heard of
     MenuTool* menu = nullptr; ///< the one that holds it; null for the root of a band
     std::vector<std::unique_ptr<MenuTool>> tools;
 };

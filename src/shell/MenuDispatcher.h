@@ -6,8 +6,6 @@
 
 namespace nib {
 
-class clsDocView;
-
 /// What a click in a view hit.
 enum class HitKind : int32_t { None = 0, Label = 1, Call = 2, Include = 3, OpenBlock = 4, ClosedBlock = 5 };
 
@@ -34,9 +32,11 @@ public:
     CommandContext Context() const;
 
 private:
-    void FillWindowMenu();
-    void FillRecentMenu();
+    template <typename Body>
+    void Guard(TextView where, Body&& body);
+    const MenuTool& AddEntry(TextView menu, TextView prefix, int32_t number, TextView name, TextView before);
     void PrepareContextMenu(HitKind kind);
+    void PrepareTabMenu(int32_t state, bool active);
 
     Program& program_;
     MenuModel& menus_;

@@ -34,6 +34,8 @@ public:
     void SetTip(Band band, TextView key, TextView tip);
     void SetEnabled(Band band, TextView key, bool enabled);
     void SetChecked(Band band, TextView key, bool checked);
+    /// Both at once, of a tool of this band that was found already.
+    void SetState(Band band, const MenuTool& tool, bool enabled, bool checked);
     void SetVisible(Band band, TextView key, bool visible);
     void SetBeginGroup(Band band, TextView key, bool beginGroup);
     /// Of the band itself.
@@ -82,14 +84,15 @@ private:
     static size_t Index(Band band) { return static_cast<size_t>(band); }
     MenuTool& Get(Band band, TextView key);
     template <typename Value, typename NewValue>
-    void Set(Band band, TextView key, Value MenuTool::*member, const NewValue& value, uint8_t what);
+    void Set(Band band, MenuTool& tool, Value MenuTool::*member, const NewValue& value, uint8_t what);
     void Forget(Band band, const MenuTool& tool);
+    void Tell();
     void TellBand(Band band);
 
     std::array<MenuTool, kBandCount> roots_;
     std::array<BandState, kBandCount> states_;
     std::array<Keys, kBandCount> keys_;
-    std::vector<ToolChange> changes_;
+    std::vector<std::pair<Band, MenuTool*>> dirty_; ///< tools with changes that the listener has not heard of
     MenuBar* listener_ = nullptr;
     int32_t batches_ = 0;
 };

@@ -13,9 +13,8 @@ struct BandRow {
 };
 
 inline constexpr BandRow kBands[kBandCount] = {
-    {Band::MainMenu, u"MainMenu"},       {Band::ToolBar, u"ToolBar"},
-    {Band::StatusBar, u"StatusBar"},     {Band::Popup, u"Popup"},
-    {Band::TabContext, u"tabctx"},       {Band::Taskbar, u"Taskbar", u"Document list"},
+    {Band::MainMenu, u"MainMenu"}, {Band::ToolBar, u"ToolBar"},   {Band::StatusBar, u"StatusBar"},
+    {Band::Popup, u"Popup"},       {Band::TabContext, u"tabctx"}, {Band::Taskbar, u"Taskbar", u"Document list"},
 };
 
 /// A menu of the menu bar, or a sub-menu.

@@ -10,6 +10,7 @@
 #include "platform/MainWindow.h"
 #include "shell/FileCommands.h"
 #include "shell/SessionParts.h"
+#include "shell/ShellState.h"
 
 namespace nib {
 
@@ -67,6 +68,7 @@ public:
     const DebugLog& Log() const { return log_; }
     DocumentShell& Shell() { return *this; }
     bool ClipboardHasText() const { return ports_.clipboard.HasText(); }
+    ShellState& State() { return state_; }
     bool AutoSaveHeld() const { return autoSaveHolds_ > 0; }
 
 private:
@@ -94,6 +96,7 @@ private:
     mvDocuments openDocuments_;
     DocumentServices services_;
     FileCommands files_;
+    ShellState state_;
     Text defaultFontName_;
     int32_t autoSaveHolds_ = 0;
     bool fontsInstalled_ = false;

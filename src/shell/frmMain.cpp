@@ -3,20 +3,15 @@
 #include "documents/mvDocument.h"
 #include "platform/qt/QtText.h"
 #include "shell/FileCommands.h"
-#include "shell/MenuTable.h"
 #include "shell/Program.h"
 #include "shell/frmDocument.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
-#include <QStatusBar>
 #include <QUrl>
 
 #include <algorithm>
@@ -28,7 +23,8 @@ frmMain::frmMain() : area_(new QMdiArea(this))
     area_->setViewMode(QMdiArea::SubWindowView);
     area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation, true);
-    setCentralWidget(area_);
+    menuBar_.SetCentral(area_);
+    ports_.windows = this;
     setAcceptDrops(true);
     QObject::connect(area_, &QMdiArea::subWindowActivated, this, [this] { ChildActivated(); });
 }
@@ -40,49 +36,13 @@ frmMain::~frmMain()
 
 void frmMain::Load()
 {
-    BuildMenus();
-    BuildStatusBar();
+    dispatcher_ = std::make_unique<MenuDispatcher>(*program_, menus_, menuBar_, ports_);
+    menuBar_.SetEvents(dispatcher_.get());
     SetTitle(u"Nib");
     // Three quarters of the screen, in its middle.
     QRect room = screen()->availableGeometry();
     setGeometry(room.x() + room.width() / 8, room.y() + room.height() / 8, room.width() * 3 / 4, room.height() * 3 / 4);
     UpdateToolBar();
-}
-
-void frmMain::BuildMenus()
-{
-    std::map<Text, QMenu*> menus;
-    for (const MenuRow& row : kMainMenu) {
-        QMenu*& menu = menus[row.menu];
-        if (!menu) {
-            menu = menuBar()->addMenu(QString::fromUtf16(row.menu));
-            QObject::connect(menu, &QMenu::aboutToShow, this, [this] { UpdateToolBar(); });
-        }
-        if (row.beginsGroup) menu->addSeparator();
-        QAction* action = menu->addAction(QString::fromUtf16(row.caption));
-        action->setShortcut(QKeySequence(QString::fromUtf16(row.shortcut), QKeySequence::PortableText));
-        action->setCheckable(IsCheckable(row.key));
-        QObject::connect(action, &QAction::triggered, this, [this, key = row.key] { Run(key); });
-        actions_[row.key] = action;
-    }
-}
-
-void frmMain::BuildStatusBar()
-{
-    // The texts that the widths are made for.
-    constexpr const char* kTemplates[] = {"", "Ln 100000, Col 100", "Ovr"};
-    for (const char* widest : kTemplates) {
-        auto* label = new QLabel(this);
-        label->setTextFormat(Qt::PlainText);
-        label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QLatin1String(widest)) + 12);
-        label->setAccessibleName(panels_.empty()       ? tr("Server status")
-                                 : panels_.size() == 1 ? tr("Insertion point")
-                                                       : tr("Overwrite or insert"));
-        statusBar()->addWidget(label, panels_.empty() ? 1 : 0);
-        panels_.push_back(label);
-    }
-    ShowStatusPanel(2, false);
-    ShowStatusPanel(3, false);
 }
 
 void frmMain::Show()
@@ -119,17 +79,9 @@ void frmMain::UpdateCaption()
     setWindowTitle(ToQString(caption));
 }
 
-void frmMain::SetStatusText(int32_t panel, TextView text)
-{
-    if (panel >= 1 && panel <= static_cast<int32_t>(panels_.size()))
-        panels_[static_cast<size_t>(panel - 1)]->setText(ToQString(text));
-}
+void frmMain::SetStatusText(int32_t panel, TextView text) { menus_.SetPanelText(panel, text); }
 
-void frmMain::ShowStatusPanel(int32_t panel, bool visible)
-{
-    if (panel >= 1 && panel <= static_cast<int32_t>(panels_.size()))
-        panels_[static_cast<size_t>(panel - 1)]->setVisible(visible);
-}
+void frmMain::ShowStatusPanel(int32_t panel, bool visible) { menus_.ShowPanel(panel, visible); }
 
 void frmMain::SetWaitCursor(bool wait)
 {
@@ -143,13 +95,12 @@ void frmMain::SetWaitCursor(bool wait)
 
 void frmMain::UpdateToolBar()
 {
-    if (!program_ || unloading_) return;
-    CommandContext context = Context();
-    for (auto& [key, action] : actions_) {
-        CommandState state = StateOfCommand(key, context);
-        action->setEnabled(state.enabled);
-        if (action->isCheckable()) action->setChecked(state.checked);
-    }
+    if (!dispatcher_ || unloading_) return;
+    for (frmDocument* form : children_)
+        if (mvDocument* document = form->ViewObject())
+            menus_.SetTab(document->DocumentID(), document->DisplayName(), form->Title());
+    menus_.SetActiveTab(ActiveDocument());
+    dispatcher_->UpdateToolBar();
     UpdateCaption();
 }
 
@@ -174,6 +125,7 @@ void frmMain::AddChild(frmDocument& form)
 void frmMain::RemoveChild(frmDocument& form)
 {
     std::erase(children_, &form);
+    menus_.RemoveTab(ToInt(form.Tag()));
     if (lastActive_ == &form) lastActive_ = nullptr;
     area_->removeSubWindow(form.SubWindow());
     UpdateToolBar();
@@ -221,19 +173,6 @@ void frmMain::ChildActivated()
     UpdateToolBar();
 }
 
-CommandContext frmMain::Context()
-{
-    frmDocument* form = ActiveForm();
-    mvDocument* document = form ? form->ViewObject() : nullptr;
-    return {*program_, *this, document ? document->shared_from_this() : nullptr};
-}
-
-void frmMain::Run(TextView key)
-{
-    CommandContext context = Context();
-    RunCommand(key, context);
-}
-
 void frmMain::closeEvent(QCloseEvent* event)
 {
     if (!unloading_) {
@@ -272,18 +211,6 @@ void frmMain::Arrange(int32_t mode)
     else
         area_->tileSubWindows();
     UpdateToolBar();
-}
-
-void frmMain::ToggleMaximized()
-{
-    if (frmDocument* form = ActiveForm()) form->SetWindowState(form->WindowState() == 2 ? 0 : 2);
-    UpdateToolBar();
-}
-
-bool frmMain::ActiveMaximized() const
-{
-    frmDocument* form = ActiveForm();
-    return form && form->WindowState() == 2;
 }
 
 } // namespace nib

@@ -2,15 +2,13 @@
 // The frame: menus drawn from the menu table, the child windows of the documents, the status bar.
 
 #include "platform/MainWindow.h"
-#include "shell/Commands.h"
+#include "platform/qt/QtMenuBar.h"
+#include "shell/MenuDispatcher.h"
 
 #include <QMainWindow>
 
-#include <map>
 #include <vector>
 
-class QAction;
-class QLabel;
 class QMdiArea;
 
 namespace nib {
@@ -46,6 +44,8 @@ public:
     void ActivateChild(frmDocument& form);
     void ChildTitleChanged(frmDocument& form);
     frmDocument* ActiveForm() const;
+    /// Filled as the rooms behind the commands are plugged in.
+    CommandPorts& Ports() { return ports_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -53,22 +53,18 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    void BuildMenus();
-    void BuildStatusBar();
-    void Run(TextView key);
-    CommandContext Context();
     void ChildActivated();
     void UpdateCaption();
 
     // ChildWindows
     void Arrange(int32_t mode) override;
-    void ToggleMaximized() override;
-    bool ActiveMaximized() const override;
 
     Program* program_ = nullptr;
     QMdiArea* area_;
-    std::vector<QLabel*> panels_; ///< panel 1 first
-    std::map<Text, QAction*> actions_;
+    MenuModel menus_;
+    QtMenuBar menuBar_{*this, menus_};
+    CommandPorts ports_;
+    std::unique_ptr<MenuDispatcher> dispatcher_;
     std::vector<frmDocument*> children_;
     frmDocument* lastActive_ = nullptr; ///< null when it has gone
     Text title_ = u"Nib";
