@@ -89,7 +89,7 @@ void FramePlacement::Load(SettingsStore* store, const Desktop& desktop)
 {
     auto get = [&](TextView name, TextView fallback) { return store ? store->Get(name, fallback) : Text(fallback); };
     int32_t state = NumberOr(get(u"MainState", u"0"), window_state::kNormal);
-    state_ = state == window_state::kMinimised || state == window_state::kMaximised ? state : window_state::kNormal;
+    state_ = state == window_state::kMinimized || state == window_state::kMaximized ? state : window_state::kNormal;
     for (const BoundsRow& row : kBounds) {
         int32_t usual = Part(row.across ? desktop.screenWidth : desktop.screenHeight, row.part);
         bounds_.*row.member = NumberOr(get(row.name, Decimal(usual)), usual);
@@ -105,7 +105,7 @@ void FramePlacement::Placed(int32_t state, const FrameBounds& now)
 
 void FramePlacement::Save(SettingsStore& store, int32_t state) const
 {
-    if (state != window_state::kMinimised) store.Save(u"MainState", Decimal(state));
+    if (state != window_state::kMinimized) store.Save(u"MainState", Decimal(state));
     for (const BoundsRow& row : kBounds) store.Save(row.name, Decimal(bounds_.*row.member));
     for (const BandRow& row : kBands) store.Save(row.name, this->*row.member ? u"True" : u"False");
 }

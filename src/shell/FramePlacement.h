@@ -3,6 +3,7 @@
 // twips, 1440 to the logical inch, so that the stored values mean the same on every screen.
 
 #include "persistence/store/SettingsStore.h"
+#include "shell/WindowOperations.h"
 
 namespace nib {
 
@@ -21,13 +22,6 @@ struct Desktop {
     int32_t screenWidth = 0;
     int32_t screenHeight = 0;
 };
-
-/// States of a window, as they are stored.
-namespace window_state {
-inline constexpr int32_t kNormal = 0;
-inline constexpr int32_t kMinimised = 1;
-inline constexpr int32_t kMaximised = 2;
-} // namespace window_state
 
 class FramePlacement {
 public:

@@ -146,9 +146,9 @@ bool frmDocument::Visible() const
 
 void frmDocument::SetWindowState(int32_t state)
 {
-    if (state == window_state::kMinimised)
+    if (state == window_state::kMinimized)
         window_->showMinimized();
-    else if (state == window_state::kMaximised)
+    else if (state == window_state::kMaximized)
         window_->showMaximized();
     else
         window_->showNormal();
@@ -156,8 +156,8 @@ void frmDocument::SetWindowState(int32_t state)
 
 int32_t frmDocument::WindowState() const
 {
-    if (window_->isMinimized()) return window_state::kMinimised;
-    return window_->isMaximized() ? window_state::kMaximised : window_state::kNormal;
+    if (window_->isMinimized()) return window_state::kMinimized;
+    return window_->isMaximized() ? window_state::kMaximized : window_state::kNormal;
 }
 
 void frmDocument::StateChanged()

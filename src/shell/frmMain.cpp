@@ -46,7 +46,8 @@ frmMain::frmMain() : area_(new QMdiArea(this))
     area_->setViewMode(QMdiArea::SubWindowView);
     area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation, true);
-    setCentralWidget(area_);
+    menuBar_.SetCentral(area_);
+    ports_.windows = this;
     setAcceptDrops(true);
     QObject::connect(area_, &QMdiArea::subWindowActivated, this, [this] { ChildActivated(); });
 
@@ -80,11 +81,10 @@ void frmMain::Load()
 void frmMain::LoadParts()
 {
     program_->Log().Write(u"mdiform load begin", trace::kObjects);
-    LoadBands();
     SetTitle(u"Nib");
     placement_.Load(store_, PresentDesktop(*screen()));
     Place();
-    ShowBands();
+    LoadBands();
     QObject::connect(qApp, &QApplication::focusChanged, this,
                      [this](const QWidget*, const QWidget* now) { FocusMoved(now); });
     qApp->installEventFilter(this);
@@ -102,8 +102,8 @@ void frmMain::Place()
     setWindowState(Qt::WindowNoState);
     move(TwipsToPixels(bounds.left, across), TwipsToPixels(bounds.top, down));
     resize(TwipsToPixels(bounds.width, across), TwipsToPixels(bounds.height, down));
-    if (placement_.State() == window_state::kMinimised) setWindowState(Qt::WindowMinimized);
-    if (placement_.State() == window_state::kMaximised) setWindowState(Qt::WindowMaximized);
+    if (placement_.State() == window_state::kMinimized) setWindowState(Qt::WindowMinimized);
+    if (placement_.State() == window_state::kMaximized) setWindowState(Qt::WindowMaximized);
 }
 
 void frmMain::Show()
@@ -115,8 +115,8 @@ void frmMain::Show()
 
 int32_t frmMain::PresentState() const
 {
-    if (isMinimized()) return window_state::kMinimised;
-    return isMaximized() || isFullScreen() ? window_state::kMaximised : window_state::kNormal;
+    if (isMinimized()) return window_state::kMinimized;
+    return isMaximized() || isFullScreen() ? window_state::kMaximized : window_state::kNormal;
 }
 
 FrameBounds frmMain::PresentBounds() const
@@ -181,7 +181,8 @@ void frmMain::UnloadParts()
     qApp->disconnect(this);
     for (QTimer* timer : {&autoSaveTimer_, &shutdownTimer_, &stuckFocusTimer_}) timer->stop();
     placement_.Placed(PresentState(), PresentBounds());
-    NoteBands();
+    placement_.toolbarVisible = menus_.State(Band::ToolBar).visible;
+    placement_.statusbarVisible = menus_.State(Band::StatusBar).visible;
     if (store_) placement_.Save(*store_, PresentState());
 }
 
@@ -205,7 +206,7 @@ void frmMain::UpdateCaption()
 {
     frmDocument* form = ActiveForm();
     Text caption = title_;
-    if (form && form->WindowState() == window_state::kMaximised) caption += u" - [" + form->Title() + u"]";
+    if (form && form->WindowState() == window_state::kMaximized) caption += u" - [" + form->Title() + u"]";
     setWindowTitle(PlainTitle(caption));
 }
 

@@ -3,20 +3,17 @@
 // that belong to it rather than to a widget in it.
 
 #include "platform/MainWindow.h"
+#include "platform/qt/QtMenuBar.h"
 #include "shell/ChildOrder.h"
-#include "shell/Commands.h"
 #include "shell/FramePlacement.h"
-#include "shell/HitTest.h"
+#include "shell/MenuDispatcher.h"
 
 #include <QMainWindow>
 #include <QTimer>
 
 #include <functional>
-#include <map>
 #include <vector>
 
-class QAction;
-class QLabel;
 class QMdiArea;
 
 namespace nib {
@@ -33,6 +30,9 @@ public:
     /// Both set once, before Load; they outlive the window's use of them. Without a store nothing is remembered.
     void SetProgram(Program* program) { program_ = program; }
     void SetStore(SettingsStore* store) { store_ = store; }
+    /// Filled as the rooms behind the commands are plugged in.
+    CommandPorts& Ports() { return ports_; }
+    MenuModel& Menus() { return menus_; }
 
     // MainWindow
     void Load() override;
@@ -99,27 +99,23 @@ private:
     void OpenDropped(const std::vector<Text>& paths, const std::vector<Text>& elsewhere);
 
     // Bands
-    void BuildMenus();
-    void BuildStatusBar();
     void LoadBands();
-    void ShowBands();
-    void NoteBands();
-    CommandContext Context();
-    bool CanRun(TextView key);
+    void ShowTab(frmDocument& form);
+    bool CanRun(TextView key) const;
 
     // Child windows
     void ChildActivated();
     void FollowFrameState(frmDocument& form);
     int32_t StateForNew(const frmDocument& form) const;
     void Arrange(int32_t mode) override;
-    void ToggleMaximized() override;
-    bool ActiveMaximized() const override;
 
     Program* program_ = nullptr;
     SettingsStore* store_ = nullptr;
     QMdiArea* area_;
-    std::vector<QLabel*> panels_; ///< panel 1 first
-    std::map<Text, QAction*> actions_;
+    MenuModel menus_;
+    QtMenuBar menuBar_{*this, menus_};
+    CommandPorts ports_;
+    std::unique_ptr<MenuDispatcher> dispatcher_;
     std::vector<frmDocument*> children_; ///< in the order of their making
     ChildOrder<frmDocument> order_;      ///< those that were in front at least once
     frmDocument* current_ = nullptr;     ///< told that it is in front

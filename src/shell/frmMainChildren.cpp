@@ -26,6 +26,7 @@ void frmMain::AddChild(frmDocument& form)
 void frmMain::RemoveChild(frmDocument& form)
 {
     std::erase(children_, &form);
+    menus_.RemoveTab(ToInt(form.Tag()));
     order_.Remove(&form);
     if (current_ == &form) current_ = nullptr;
     area_->removeSubWindow(form.SubWindow());
@@ -38,15 +39,15 @@ int32_t frmMain::StateForNew(const frmDocument& form) const
 {
     for (const frmDocument* other : order_.All()) {
         if (other == &form || !other->Visible()) continue;
-        return other->WindowState() == window_state::kMinimised ? window_state::kNormal : other->WindowState();
+        return other->WindowState() == window_state::kMinimized ? window_state::kNormal : other->WindowState();
     }
-    return window_state::kMaximised;
+    return window_state::kMaximized;
 }
 
 void frmMain::ShowChild(frmDocument& form)
 {
     int32_t state = StateForNew(form);
-    childrenMaximised_ = state == window_state::kMaximised;
+    childrenMaximised_ = state == window_state::kMaximized;
     form.SetWindowState(state);
     area_->setActiveSubWindow(form.SubWindow());
     ShowStatusPanel(2, true);
@@ -76,6 +77,7 @@ void frmMain::ChildActivated()
     if (!form && !order_.All().empty()) return;
     frmDocument* before = std::exchange(current_, form);
     if (before) before->Deactivated();
+    menus_.SetActiveTab(ActiveDocument());
     if (form) {
         order_.ToFront(form);
         FollowFrameState(*form);
@@ -87,8 +89,8 @@ void frmMain::ChildActivated()
 void frmMain::FollowFrameState(frmDocument& form)
 {
     int32_t state = form.WindowState();
-    if (childrenMaximised_ && state == window_state::kNormal) form.SetWindowState(window_state::kMaximised);
-    if (!childrenMaximised_ && state == window_state::kMaximised) form.SetWindowState(window_state::kNormal);
+    if (childrenMaximised_ && state == window_state::kNormal) form.SetWindowState(window_state::kMaximized);
+    if (!childrenMaximised_ && state == window_state::kMaximized) form.SetWindowState(window_state::kNormal);
 }
 
 void frmMain::StepDocument(bool backward)
@@ -105,13 +107,16 @@ void frmMain::StepDocument(bool backward)
 
 void frmMain::ChildTitleChanged(frmDocument& form)
 {
-    if (ActiveForm() == &form) UpdateCaption();
+    ShowTab(form);
+    if (&form != ActiveForm()) return;
+    menus_.SetActiveTab(ActiveDocument());
+    UpdateCaption();
 }
 
 void frmMain::ChildStateChanged(frmDocument& form)
 {
     if (ActiveForm() != &form) return;
-    childrenMaximised_ = form.WindowState() == window_state::kMaximised;
+    childrenMaximised_ = form.WindowState() == window_state::kMaximized;
     UpdateCaption();
 }
 
@@ -124,7 +129,7 @@ void frmMain::Arrange(int32_t mode)
     bool icons = false;
     for (frmDocument* form : order_.All()) {
         if (!form->Visible()) continue;
-        bool minimised = form->WindowState() == window_state::kMinimised;
+        bool minimised = form->WindowState() == window_state::kMinimized;
         icons = icons || minimised;
         if (!minimised) forms.push_back(form);
     }
@@ -142,21 +147,6 @@ void frmMain::Arrange(int32_t mode)
         if (how == Arrangement::Cascade) window->raise();
     }
     UpdateToolBar();
-}
-
-void frmMain::ToggleMaximized()
-{
-    frmDocument* form = ActiveForm();
-    if (!form) return;
-    bool maximised = form->WindowState() == window_state::kMaximised;
-    form->SetWindowState(maximised ? window_state::kNormal : window_state::kMaximised);
-    UpdateToolBar();
-}
-
-bool frmMain::ActiveMaximized() const
-{
-    frmDocument* form = ActiveForm();
-    return form && form->WindowState() == window_state::kMaximised;
 }
 
 } // namespace nib
