@@ -106,6 +106,7 @@ private:
     // Child windows
     void ChildActivated();
     void FollowFrameState(frmDocument& form);
+    void RestoreAll();
     int32_t StateForNew(const frmDocument& form) const;
     void Arrange(int32_t mode) override;
 
@@ -125,6 +126,7 @@ private:
     QTimer stuckFocusTimer_;
     Text title_ = u"Nib";
     bool childrenMaximised_ = false; ///< one child fills the frame, and so will the one that comes to the front
+    bool arranging_ = false;
     bool waiting_ = false;
     bool loaded_ = false;
     bool unloading_ = false;

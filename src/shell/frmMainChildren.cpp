@@ -73,7 +73,7 @@ void frmMain::ChildActivated()
 {
     // Qt tells of no active window while the whole program is in the background; for us nothing changes then.
     frmDocument* form = ActiveForm();
-    if (form == current_ || (form && !form->Visible())) return;
+    if (arranging_ || form == current_ || (form && !form->Visible())) return;
     if (!form && !order_.All().empty()) return;
     frmDocument* before = std::exchange(current_, form);
     if (before) before->Deactivated();
@@ -115,9 +115,23 @@ void frmMain::ChildTitleChanged(frmDocument& form)
 
 void frmMain::ChildStateChanged(frmDocument& form)
 {
-    if (ActiveForm() != &form) return;
-    childrenMaximised_ = form.WindowState() == window_state::kMaximized;
+    if (arranging_ || ActiveForm() != &form) return;
+    bool maximised = form.WindowState() == window_state::kMaximized;
+    if (std::exchange(childrenMaximised_, maximised) && !maximised) RestoreAll();
     UpdateCaption();
+}
+
+void frmMain::RestoreAll()
+{
+    // Qt activates every window that it restores.
+    frmDocument* front = ActiveForm();
+    arranging_ = true;
+    for (frmDocument* form : order_.All())
+        if (form->WindowState() == window_state::kMaximized) form->SetWindowState(window_state::kNormal);
+    arranging_ = false;
+    if (!front) return;
+    area_->setActiveSubWindow(front->SubWindow());
+    front->FocusText();
 }
 
 // Arrangement
@@ -136,7 +150,7 @@ void frmMain::Arrange(int32_t mode)
     // The front window of a cascade comes last, so that every title bar is in sight.
     if (how == Arrangement::Cascade) std::reverse(forms.begin(), forms.end());
     childrenMaximised_ = false;
-    for (frmDocument* form : forms) form->SetWindowState(window_state::kNormal);
+    RestoreAll();
     int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, area_);
     QSize room = area_->viewport()->size();
     if (icons) room.rheight() -= titleBar;

@@ -83,9 +83,16 @@ TEST_F(FrameTest, AWindowFollowsItsNeighbour)
     second.SetWindowState(0);
     Settle();
     EXPECT_EQ(Caption(), "Nib");
+    EXPECT_EQ(first.WindowState(), 0);
+    EXPECT_TRUE(second.IsActive());
     first.Activate();
     Settle();
     EXPECT_EQ(first.WindowState(), 0);
+    EXPECT_EQ(Caption(), "Nib");
+    for (int32_t mode : {0, 1, 2}) {
+        frame.Ports().windows->Arrange(mode);
+        EXPECT_TRUE(first.IsActive() && first.TextHasFocus());
+    }
     first.SetWindowState(1);
     Settle();
     EXPECT_EQ(New().WindowState(), 0);
