@@ -36,6 +36,7 @@ inline constexpr int32_t kRenameAcrossDisks = 74;
 inline constexpr int32_t kPathAccess = 75;
 inline constexpr int32_t kPathNotFound = 76;
 inline constexpr int32_t kBadIndex = 381;
+inline constexpr int32_t kKeyInUse = 457;
 inline constexpr int32_t kLabelNotFound = 32767;
 inline constexpr int32_t kNotImplemented = static_cast<int32_t>(0x80004001);
 /// The item cannot be opened for update: the opener falls back to read-only without asking.

@@ -106,6 +106,8 @@ Text ToLower(TextView text)
 
 bool EqualsNoCase(TextView a, TextView b)
 {
+    // An empty view may have no address, which is an error to ICU and would compare as equal.
+    if (a.empty() || b.empty()) return a.empty() && b.empty();
     UErrorCode status = U_ZERO_ERROR;
     return u_strCaseCompare(a.data(), static_cast<int32_t>(a.size()), b.data(), static_cast<int32_t>(b.size()),
                             U_FOLD_CASE_DEFAULT, &status) == 0;

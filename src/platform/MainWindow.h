@@ -10,6 +10,8 @@ public:
     virtual void Load() = 0;
     virtual void Show() = 0;
     virtual void Unload() = 0;
+    /// Unloads in a moment, once the call that asks for it is over.
+    virtual void ArmShutdownTimer() {}
     virtual void ToForeground() = 0;
     virtual void SetTitle(TextView title) = 0;
     /// Panels are numbered from 1.

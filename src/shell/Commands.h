@@ -1,31 +1,27 @@
 #pragma once
-// Every command of the program is a row here: what it does, when it can act, when it shows as checked. Menus, keys and
-// callers from outside all go through RunCommand.
+// Every command of the program is a row of one table: what it does, when it can act, when it shows as checked. Menus,
+// keys and callers from outside all go through RunCommand.
 
 #include "base/Text.h"
+#include "shell/CommandPorts.h"
 
-#include <functional>
 #include <memory>
+#include <optional>
+#include <span>
 
 namespace nib {
 
+class MenuModel;
 class mvDocument;
 class Program;
 
-/// What commands need of the frame's child windows.
-class ChildWindows {
-public:
-    virtual ~ChildWindows() = default;
-    /// 0 cascade, 1 tile horizontally, 2 tile vertically.
-    virtual void Arrange(int32_t mode) = 0;
-    virtual void ToggleMaximized() = 0;
-    virtual bool ActiveMaximized() const = 0;
-};
-
 struct CommandContext {
     Program& program;
-    ChildWindows& windows;
+    MenuModel& menus;
+    const CommandPorts& ports;
     std::shared_ptr<mvDocument> document; ///< the active one; may be null
+    /// The check mark of the tool that was clicked, as it is after the click; without one a check mark is turned over.
+    std::optional<bool> checked = {};
 };
 
 struct CommandState {
@@ -33,11 +29,26 @@ struct CommandState {
     bool checked = false;
 };
 
-/// Runs the command `key` (case matters); false when there is none. Failures are logged and reported to the user.
+struct CommandRow {
+    const char16_t* key;
+    void (*run)(CommandContext&);
+    bool (*enabled)(const CommandContext&);
+    bool (*checked)(const CommandContext&) = nullptr; ///< null: shows no check mark
+};
+
+/// The tables by theme; together they are all commands with a key of their own.
+std::span<const CommandRow> FileCommandRows();
+std::span<const CommandRow> EditCommandRows();
+std::span<const CommandRow> SearchCommandRows();
+std::span<const CommandRow> ViewCommandRows();
+std::span<const CommandRow> WindowCommandRows();
+
+/// Runs the command `key` (case matters); false when there is none, it is disabled, or it failed. Failures are logged
+/// and reported to the user. Also takes entries of the window list and of the recent files, and tools that automation
+/// clients added.
 bool RunCommand(TextView key, CommandContext& context);
 /// Looked up afresh each time; an unknown key is disabled.
 CommandState StateOfCommand(TextView key, const CommandContext& context);
 bool IsCommand(TextView key);
-bool IsCheckable(TextView key);
 
 } // namespace nib

@@ -1,45 +1,71 @@
 #pragma once
-// The menus as data. A row names a command of the command table; the window draws it.
+// The layout of the menus as data. A row names a command of the command table; a caption, shortcut or check mark that
+// stands on several bands is written once, in the menus.
 
-#include <cstdint>
-#include <span>
+#include "platform/MenuBar.h"
 
 namespace nib {
 
-struct MenuRow {
-    const char16_t* menu;     ///< caption of the menu it stands in
-    const char16_t* key;      ///< of the command
-    const char16_t* caption;  ///< "&" marks the access key
-    const char16_t* shortcut; ///< "" for none
-    bool beginsGroup = false; ///< a separator above
+struct BandRow {
+    Band band;
+    const char16_t* key;
+    const char16_t* title = u"";
 };
 
-inline constexpr MenuRow kMainMenu[] = {
-    {u"&File", u"New", u"&New", u"Ctrl+N"},
-    {u"&File", u"Open", u"&Open", u"Ctrl+O"},
-    {u"&File", u"Close", u"&Close", u"Ctrl+F4", true},
-    {u"&File", u"Save", u"&Save", u"Ctrl+S"},
-    {u"&File", u"SaveAs", u"Save &As...", u""},
-    {u"&File", u"SaveAll", u"Sa&ve All", u"Ctrl+Shift+S"},
-    {u"&File", u"Exit", u"E&xit", u"Ctrl+Q", true},
-    {u"&Edit", u"Undo", u"&Undo", u"Ctrl+Z"},
-    {u"&Edit", u"Redo", u"&Redo", u"Ctrl+Shift+Z"},
-    {u"&Edit", u"Cut", u"Cu&t", u"Ctrl+X", true},
-    {u"&Edit", u"Copy", u"&Copy", u"Ctrl+C"},
-    {u"&Edit", u"Paste", u"&Paste", u"Ctrl+V"},
-    {u"&Edit", u"Clear", u"C&lear", u"Delete"},
-    {u"&Edit", u"DeleteLine", u"&Delete Line", u"Ctrl+Y"},
-    {u"&Edit", u"SelectAll", u"Select &All", u"Ctrl+A"},
-    {u"&Search", u"ToggleBookmark", u"&Toggle Bookmark", u"Ctrl+F2"},
-    {u"&Search", u"NextBookmark", u"&Next Bookmark", u"F2"},
-    {u"&Search", u"PrevBookmark", u"&Previous Bookmark", u"Shift+F2"},
-    {u"&Search", u"ClearBookmarks", u"&Clear Bookmarks (this document)", u""},
-    {u"&Insert", u"ValueMark", u"&Value Mark", u""},
-    {u"&Insert", u"SubValueMark", u"&SubValue Mark", u""},
-    {u"&View", u"LineWrap", u"Line &Wrap", u""},
-    {u"&Window", u"Tile", u"&Tile", u""},
-    {u"&Window", u"Cascade", u"&Cascade", u""},
-    {u"&Window", u"Maximize", u"&Maximize", u"", true},
+inline constexpr BandRow kBands[kBandCount] = {
+    {Band::MainMenu, u"MainMenu"}, {Band::ToolBar, u"ToolBar"},   {Band::StatusBar, u"StatusBar"},
+    {Band::Popup, u"Popup"},       {Band::TabContext, u"tabctx"}, {Band::Taskbar, u"Taskbar", u"Document list"},
 };
+
+/// A menu of the menu bar, or a sub-menu.
+struct MenuRow {
+    const char16_t* key;
+    const char16_t* caption;
+    const char16_t* menu = u""; ///< key of the menu that it stands in; "" for the menu bar
+    bool beginsGroup = false;
+};
+
+extern const std::span<const MenuRow> kMenus;
+
+/// A tool of a menu, of the menu bar or as a pop-up. An empty caption: the one of the menu tool with the same key.
+struct MenuToolRow {
+    const char16_t* menu; ///< key of the menu; "" for the band itself
+    const char16_t* key;
+    const char16_t* caption;
+    const char16_t* shortcut = u"";
+    bool beginsGroup = false;
+};
+
+extern const std::span<const MenuToolRow> kMainMenu;
+extern const std::span<const MenuToolRow> kPopup;
+extern const std::span<const MenuToolRow> kTabContext;
+
+struct ToolBarRow {
+    const char16_t* key;
+    const char16_t* tip;
+    bool beginsGroup = false;
+    const char16_t* caption = u""; ///< empty: as in the menus
+};
+
+extern const std::span<const ToolBarRow> kToolBar;
+
+struct PanelRow {
+    const char16_t* key;
+    const char16_t* text; ///< at the start; of the panels of fixed width, what they must have room for
+    const char16_t* tip;
+    bool fixedWidth;
+    bool shown; ///< at the start
+};
+
+extern const std::span<const PanelRow> kStatusBar;
+
+/// What a tool is on every band.
+struct ToolLookRow {
+    const char16_t* key;
+    const char16_t* icon;
+    bool checkable = false;
+};
+
+extern const std::span<const ToolLookRow> kToolLooks;
 
 } // namespace nib

@@ -150,6 +150,19 @@ bool Program::OpenPicked(const SelectedItem& picked)
     return true;
 }
 
+void Program::DocumentLeft(mvDocument& document)
+{
+    IgnoringErrors([&] { RecordPosition(document); });
+}
+
+void Program::AutoSaveMinute()
+{
+    if (!autoSaveTicks_.Tick(settings_.AutoRecover)) return;
+    Guarded(
+        log_, u"frmMain.AutoSaveTimer_Timer", [&] { ports_.parts.AutoSavePass(); },
+        [&](const Error& error) { ReportError(error.description); });
+}
+
 void Program::HandleDroppedFiles(const std::vector<Text>& files)
 {
     Guarded(

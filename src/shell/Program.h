@@ -7,8 +7,10 @@
 #include "platform/Clipboard.h"
 #include "platform/Fonts.h"
 #include "platform/MainWindow.h"
+#include "shell/AutoSaveTicks.h"
 #include "shell/FileCommands.h"
 #include "shell/SessionParts.h"
+#include "shell/ShellState.h"
 
 namespace nib {
 
@@ -45,6 +47,10 @@ public:
     void HideStatusPanel(int32_t panel) override;
     void UpdateToolBar() override;
 
+    /// The user turned from the window of `document` to another.
+    void DocumentLeft(mvDocument& document);
+    /// The auto-save timer's minute.
+    void AutoSaveMinute();
     void HandleDroppedFiles(const std::vector<Text>& files);
     /// Asked once in the life of a dialog: the caller keeps `cached`.
     std::shared_ptr<mvItem> DefaultServer(std::shared_ptr<mvItem>& cached);
@@ -66,6 +72,7 @@ public:
     const DebugLog& Log() const { return log_; }
     DocumentShell& Shell() { return *this; }
     bool ClipboardHasText() const { return ports_.clipboard.HasText(); }
+    ShellState& State() { return state_; }
     bool AutoSaveHeld() const { return autoSaveHolds_ > 0; }
 
 private:
@@ -88,10 +95,12 @@ private:
     ProgramPorts ports_;
     DebugLog log_;
     Location location_;
+    AutoSaveTicks autoSaveTicks_;
     MvEdit settings_;
     mvDocuments openDocuments_;
     DocumentServices services_;
     FileCommands files_;
+    ShellState state_;
     Text defaultFontName_;
     int32_t autoSaveHolds_ = 0;
     bool fontsInstalled_ = false;

@@ -12,6 +12,8 @@ public:
     virtual void ScanRecovery() {}
     /// A clean end leaves nothing to recover.
     virtual void EndRecovery() {}
+    /// Some minutes of work have passed: what changed goes to its recovery file.
+    virtual void AutoSavePass() {}
     /// Asked for until it answers true: what is known of the host may not suffice yet.
     virtual bool LoadHostConfiguration() { return true; }
     virtual void ReleaseHostConfiguration() {}

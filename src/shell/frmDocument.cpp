@@ -1,50 +1,36 @@
 #include "shell/frmDocument.h"
 
+#include "diagnostics/DebugLog.h"
 #include "documents/mvDocument.h"
 #include "platform/qt/QtText.h"
 #include "platform/sourceview/widget/SourceViewWidget.h"
+#include "shell/FramePlacement.h"
+#include "shell/Program.h"
+#include "shell/frmDocumentWindow.h"
 #include "shell/frmMain.h"
-
-#include <QCloseEvent>
-#include <QMdiArea>
-#include <QVBoxLayout>
 
 namespace nib {
 
-/// Turns the close button and Ctrl+F4 of the child window into the document's own close question.
-class frmDocument::Window final : public QMdiSubWindow {
-public:
-    explicit Window(frmDocument& form) : form_(&form) {}
-    void Detach() { form_ = nullptr; }
+namespace {
 
-protected:
-    void closeEvent(QCloseEvent* event) override
-    {
-        // Closing the document destroys the form and schedules this window's end; the event itself closes nothing.
-        event->ignore();
-        if (form_) form_->QueryUnload(0);
-    }
+constexpr int kFocusRetry = 50;
+/// Digits of the line numbers and a blank; the block column takes two more.
+constexpr int32_t kMargin = 5;
+constexpr int32_t kBlockColumn = 2;
 
-private:
-    frmDocument* form_;
-};
+} // namespace
 
 frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard) : mainWindow_(mainWindow)
 {
-    window_ = new Window(*this); // the MDI area takes it
-    widget_ = new SourceViewWidget(buffer_, clipboard, window_);
-    widget_->setFrameShape(QFrame::NoFrame);
-    window_->setWidget(widget_);
-    window_->setAttribute(Qt::WA_DeleteOnClose, false);
-    window_->resize(760, 520);
-    Model().SetEvents(this);
-    QObject::connect(widget_, &SourceViewWidget::valueRequested, window_, [this] {
-        if (document_) document_->InsValue();
-    });
-    QObject::connect(widget_, &SourceViewWidget::subValueRequested, window_, [this] {
-        if (document_) document_->InsSubValue();
-    });
+    Program& program = mainWindow_.Owner();
+    program.Log().Write(u"frmdocument initialize begin", trace::kObjects);
+    window_ = new DocumentWindow(*this, program.EditorSettings().MinMaxClose); // the MDI area takes it
+    widget_ = new SourceViewWidget(buffer_, clipboard);
+    window_->SetText(widget_);
     mainWindow_.AddChild(*this);
+    mainWindow_.Safely(u"frmDocument.Form_Load", [this] { Load(); });
+    Connect();
+    program.Log().Write(u"frmdocument initialize end", trace::kObjects);
 }
 
 frmDocument::~frmDocument()
@@ -56,9 +42,49 @@ frmDocument::~frmDocument()
     mainWindow_.RemoveChild(*this);
     window_->hide();
     window_->deleteLater();
+    mainWindow_.Owner().Log().Write(u"frmdocument terminate", trace::kObjects);
 }
 
-QMdiSubWindow* frmDocument::SubWindow() const { return window_; }
+void frmDocument::Load()
+{
+    const MvEdit& settings = mainWindow_.Owner().EditorSettings();
+    Model().SetLineWrap(settings.LineWrap);
+    lexer_ = CreateLexer();
+    buffer_.SetLexer(lexer_.get());
+    Model().SetMarginWidth(kMargin + (settings.CollapseBlocks ? kBlockColumn : 0));
+    Model().SetShowBlocks(settings.CollapseBlocks);
+}
+
+std::unique_ptr<ISourceLex4> frmDocument::CreateLexer() const
+{
+    return nullptr;
+}
+
+void frmDocument::Connect()
+{
+    Model().SetEvents(this);
+    focusTimer_.setSingleShot(true);
+    focusTimer_.setInterval(kFocusRetry);
+    QObject::connect(&focusTimer_, &QTimer::timeout, window_, [this] {
+        if (IsActive()) FocusText();
+    });
+    using View = SourceViewWidget;
+    QObject::connect(widget_, &View::valueRequested, window_, [this] { Insert(false); });
+    QObject::connect(widget_, &View::subValueRequested, window_, [this] { Insert(true); });
+    QObject::connect(widget_, &View::mousePressed, window_, [this] { ClearTarget(); });
+    QObject::connect(widget_, &View::mouseDoubleClicked, window_, [this] { doubleClicked_ = true; });
+    QObject::connect(widget_, &View::mouseReleased, window_,
+                     [this](Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at) {
+                         MouseReleased(button, modifiers, at);
+                     });
+    QObject::connect(widget_, &View::contextMenuRequested, window_,
+                     [this](QPoint global) { mainWindow_.ShowContextMenu(HitAt(Model().Caret()), global); });
+}
+
+QMdiSubWindow* frmDocument::SubWindow() const
+{
+    return window_;
+}
 
 SourceViewModel& frmDocument::Model() const
 {
@@ -69,6 +95,8 @@ SourceView& frmDocument::txtText()
 {
     return Model();
 }
+
+// The window
 
 void frmDocument::Activate()
 {
@@ -96,9 +124,7 @@ void frmDocument::Unload()
 void frmDocument::SetTitle(TextView title)
 {
     title_ = title;
-    // "[*]" has a meaning of its own in Qt's titles; doubled it is plain text.
-    QString shown = ToQString(title_);
-    window_->setWindowTitle(shown.replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+    window_->setWindowTitle(PlainTitle(title_));
     mainWindow_.ChildTitleChanged(*this);
 }
 
@@ -108,21 +134,21 @@ void frmDocument::SetVisible(bool visible)
         window_->hide();
         return;
     }
-    if (window_->isVisible()) return;
+    if (Visible()) return;
     mainWindow_.ShowChild(*this);
     FocusText();
 }
 
 bool frmDocument::Visible() const
 {
-    return window_->isVisible();
+    return !window_->isHidden();
 }
 
 void frmDocument::SetWindowState(int32_t state)
 {
-    if (state == 1)
+    if (state == window_state::kMinimized)
         window_->showMinimized();
-    else if (state == 2)
+    else if (state == window_state::kMaximized)
         window_->showMaximized();
     else
         window_->showNormal();
@@ -130,7 +156,13 @@ void frmDocument::SetWindowState(int32_t state)
 
 int32_t frmDocument::WindowState() const
 {
-    return window_->isMinimized() ? 1 : window_->isMaximized() ? 2 : 0;
+    if (window_->isMinimized()) return window_state::kMinimized;
+    return window_->isMaximized() ? window_state::kMaximized : window_state::kNormal;
+}
+
+void frmDocument::StateChanged()
+{
+    if (std::exchange(lastState_, WindowState()) != lastState_) mainWindow_.ChildStateChanged(*this);
 }
 
 bool frmDocument::IsActive() const
@@ -138,44 +170,45 @@ bool frmDocument::IsActive() const
     return mainWindow_.ActiveForm() == this;
 }
 
+// Coming to the front
+
+void frmDocument::Activated()
+{
+    ClearTarget();
+    ShowPosition();
+    selectionSeen_ = Model().HasSelection();
+    FocusText();
+    // Not yet shown in full it cannot take the focus.
+    if (!TextHasFocus()) focusTimer_.start();
+}
+
+void frmDocument::Deactivated()
+{
+    focusTimer_.stop();
+    if (document_) mainWindow_.Owner().DocumentLeft(*document_);
+}
+
 void frmDocument::FocusText()
 {
     widget_->setFocus(Qt::OtherFocusReason);
 }
 
-void frmDocument::ShowPosition()
+bool frmDocument::TextHasFocus() const
 {
-    Position caret = Model().Caret();
-    mainWindow_.SetStatusText(2, u"Ln " + Decimal(caret.line + 1) + u", Col " + Decimal(caret.col + 1));
-    mainWindow_.SetStatusText(3, Model().Overtype() ? u"Ovr" : u"Ins");
+    return widget_->hasFocus();
 }
 
-void frmDocument::CaretMoved(Position)
+void frmDocument::BackSpace()
 {
-    if (!IsActive()) return;
-    ShowPosition();
-    if (Model().HasSelection() == selectionSeen_) return;
-    selectionSeen_ = Model().HasSelection();
-    mainWindow_.UpdateToolBar();
+    Model().Backspace();
 }
 
-void frmDocument::ModifiedChanged(bool modified)
+void frmDocument::ShiftLines(bool outwards)
 {
-    autoSaveFlag_ = modified;
-    if (document_) document_->UpdateTitle();
-    mainWindow_.UpdateToolBar();
-}
-
-void frmDocument::LinesChanged()
-{
-    // Five digits from line 10000 on; the margin never narrows by itself, so that it does not jump while editing.
-    int32_t needed = Model().ShowBlocks() ? 8 : 6;
-    if (buffer_.LineCount() >= 10000 && Model().MarginWidth() < needed) Model().SetMarginWidth(needed);
-}
-
-void frmDocument::OvertypeChanged(bool)
-{
-    ShowPosition();
+    if (outwards)
+        Model().Backtab();
+    else
+        Model().Tab();
 }
 
 } // namespace nib

@@ -1,15 +1,20 @@
 #pragma once
-// The child window of one document: its text component, and the events that the frame wants to hear of.
+// The child window of one document: its text component, and what the events of that mean to the frame.
 
 #include "documents/clsDocView.h"
 #include "platform/sourceview/SourceViewModel.h"
+#include "shell/HitTest.h"
 
-#include <QMdiSubWindow>
+#include <QPointF>
+#include <QTimer>
 
 #include <memory>
 
+class QMdiSubWindow;
+
 namespace nib {
 
+class DocumentWindow;
 class frmMain;
 class SourceViewWidget;
 
@@ -17,7 +22,7 @@ class SourceViewWidget;
 /// it go, the window goes too.
 class frmDocument final : public clsDocView, public ViewEvents {
 public:
-    explicit frmDocument(frmMain& mainWindow, Clipboard& clipboard);
+    frmDocument(frmMain& mainWindow, Clipboard& clipboard);
     ~frmDocument() override;
 
     // clsDocView
@@ -46,23 +51,45 @@ public:
     void LinesChanged() override;
     void OvertypeChanged(bool overtype) override;
 
+    // For the frame
     QMdiSubWindow* SubWindow() const;
-    /// Panels 2 and 3 afresh, when the window comes to the front.
-    void ShowPosition();
+    /// The window has come to the front, or another has taken its place there.
+    void Activated();
+    void Deactivated();
     void FocusText();
+    bool TextHasFocus() const;
+    void BackSpace();
+    void ShiftLines(bool outwards);
 
 private:
-    class Window;
+    friend class DocumentWindow;
 
     SourceViewModel& Model() const;
+    std::unique_ptr<ISourceLex4> CreateLexer() const;
+    void Load();
+    void Connect();
+    void ShowPosition();
+    void StateChanged();
+    void CheckSelection();
+    void Insert(bool subValue);
+    void ClearTarget();
+    HitKind HitAt(Position at);
+    void MousePressed();
+    void MouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at);
+    void FollowTarget();
 
     frmMain& mainWindow_;
+    std::unique_ptr<ISourceLex4> lexer_; ///< outlives the buffer, which calls it
     SourceBuffer buffer_;
+    DocumentWindow* window_ = nullptr;   ///< owned by the MDI area, deleted with this object
     SourceViewWidget* widget_ = nullptr; ///< owned by window_
-    Window* window_ = nullptr;           ///< owned by the MDI area, deleted with this object
     mvDocument* document_ = nullptr;
+    QTimer focusTimer_;
     Text title_;
     Text tag_;
+    Position lastMouse_; ///< where the left button was last released
+    int32_t lastState_ = 0;
+    bool doubleClicked_ = false; ///< the next release of the button acts
     bool autoSaveFlag_ = false;
     bool selectionSeen_ = false;
 };

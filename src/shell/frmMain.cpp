@@ -1,93 +1,159 @@
 #include "shell/frmMain.h"
 
+#include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
 #include "platform/qt/QtText.h"
-#include "shell/FileCommands.h"
-#include "shell/MenuTable.h"
 #include "shell/Program.h"
 #include "shell/frmDocument.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMenuBar>
-#include <QMimeData>
 #include <QScreen>
-#include <QStatusBar>
-#include <QUrl>
-
-#include <algorithm>
 
 namespace nib {
+
+namespace {
+
+constexpr int kMinute = 60000;
+constexpr int kShutdownDelay = 50;
+constexpr int kStuckFocusDelay = 100;
+
+/// On some desktops a window neither knows nor chooses its place.
+bool PlacesWindows()
+{
+    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+Desktop PresentDesktop(const QScreen& screen)
+{
+    double across = screen.logicalDotsPerInchX();
+    double down = screen.logicalDotsPerInchY();
+    QRect all = screen.virtualGeometry();
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    QSize size = (primary ? primary : &screen)->geometry().size();
+    return {{PixelsToTwips(all.x(), across), PixelsToTwips(all.y(), down), PixelsToTwips(all.width(), across),
+             PixelsToTwips(all.height(), down)},
+            PixelsToTwips(size.width(), across),
+            PixelsToTwips(size.height(), down)};
+}
+
+} // namespace
 
 frmMain::frmMain() : area_(new QMdiArea(this))
 {
     area_->setViewMode(QMdiArea::SubWindowView);
     area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation, true);
-    setCentralWidget(area_);
+    menuBar_.SetCentral(area_);
+    ports_.windows = this;
     setAcceptDrops(true);
     QObject::connect(area_, &QMdiArea::subWindowActivated, this, [this] { ChildActivated(); });
+
+    shutdownTimer_.setSingleShot(true);
+    shutdownTimer_.setInterval(kShutdownDelay);
+    QObject::connect(&shutdownTimer_, &QTimer::timeout, this, [this] {
+        // The frame does not go from under a dialog; it is asked again when that is over.
+        if (QApplication::activeModalWidget()) return shutdownTimer_.start();
+        Unload();
+    });
+    stuckFocusTimer_.setSingleShot(true);
+    stuckFocusTimer_.setInterval(kStuckFocusDelay);
+    QObject::connect(&stuckFocusTimer_, &QTimer::timeout, this, [this] { FreeStuckFocus(); });
+    QObject::connect(&autoSaveTimer_, &QTimer::timeout, this, [this] { program_->AutoSaveMinute(); });
 }
 
 frmMain::~frmMain()
 {
     area_->disconnect(this);
+    qApp->removeEventFilter(this);
 }
+
+// Load
 
 void frmMain::Load()
 {
-    BuildMenus();
-    BuildStatusBar();
+    program_->Log().Write(u"mdiform initialize", trace::kObjects);
+    Safely(u"frmMain.MDIForm_Load", [this] { LoadParts(); });
+}
+
+void frmMain::LoadParts()
+{
+    program_->Log().Write(u"mdiform load begin", trace::kObjects);
     SetTitle(u"Nib");
-    // Three quarters of the screen, in its middle.
-    QRect room = screen()->availableGeometry();
-    setGeometry(room.x() + room.width() / 8, room.y() + room.height() / 8, room.width() * 3 / 4, room.height() * 3 / 4);
+    placement_.Load(store_, PresentDesktop(*screen()));
+    Place();
+    LoadBands();
+    QObject::connect(qApp, &QApplication::focusChanged, this,
+                     [this](const QWidget*, const QWidget* now) { FocusMoved(now); });
+    qApp->installEventFilter(this);
+    autoSaveTimer_.start(kMinute);
+    loaded_ = true;
     UpdateToolBar();
+    program_->Log().Write(u"mdiform load end", trace::kObjects);
 }
 
-void frmMain::BuildMenus()
+void frmMain::Place()
 {
-    std::map<Text, QMenu*> menus;
-    for (const MenuRow& row : kMainMenu) {
-        QMenu*& menu = menus[row.menu];
-        if (!menu) {
-            menu = menuBar()->addMenu(QString::fromUtf16(row.menu));
-            QObject::connect(menu, &QMenu::aboutToShow, this, [this] { UpdateToolBar(); });
-        }
-        if (row.beginsGroup) menu->addSeparator();
-        QAction* action = menu->addAction(QString::fromUtf16(row.caption));
-        action->setShortcut(QKeySequence(QString::fromUtf16(row.shortcut), QKeySequence::PortableText));
-        action->setCheckable(IsCheckable(row.key));
-        QObject::connect(action, &QAction::triggered, this, [this, key = row.key] { Run(key); });
-        actions_[row.key] = action;
-    }
-}
-
-void frmMain::BuildStatusBar()
-{
-    // The texts that the widths are made for.
-    constexpr const char* kTemplates[] = {"", "Ln 100000, Col 100", "Ovr"};
-    for (const char* widest : kTemplates) {
-        auto* label = new QLabel(this);
-        label->setTextFormat(Qt::PlainText);
-        label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QLatin1String(widest)) + 12);
-        label->setAccessibleName(panels_.empty()       ? tr("Server status")
-                                 : panels_.size() == 1 ? tr("Insertion point")
-                                                       : tr("Overwrite or insert"));
-        statusBar()->addWidget(label, panels_.empty() ? 1 : 0);
-        panels_.push_back(label);
-    }
-    ShowStatusPanel(2, false);
-    ShowStatusPanel(3, false);
+    double across = screen()->logicalDotsPerInchX();
+    double down = screen()->logicalDotsPerInchY();
+    const FrameBounds& bounds = placement_.Bounds();
+    setWindowState(Qt::WindowNoState);
+    move(TwipsToPixels(bounds.left, across), TwipsToPixels(bounds.top, down));
+    resize(TwipsToPixels(bounds.width, across), TwipsToPixels(bounds.height, down));
+    if (placement_.State() == window_state::kMinimized) setWindowState(Qt::WindowMinimized);
+    if (placement_.State() == window_state::kMaximized) setWindowState(Qt::WindowMaximized);
 }
 
 void frmMain::Show()
 {
     show();
+}
+
+// Place on the desktop
+
+int32_t frmMain::PresentState() const
+{
+    if (isMinimized()) return window_state::kMinimized;
+    return isMaximized() || isFullScreen() ? window_state::kMaximized : window_state::kNormal;
+}
+
+FrameBounds frmMain::PresentBounds() const
+{
+    double across = screen()->logicalDotsPerInchX();
+    double down = screen()->logicalDotsPerInchY();
+    FrameBounds now{PixelsToTwips(x(), across), PixelsToTwips(y(), down), PixelsToTwips(width(), across),
+                    PixelsToTwips(height(), down)};
+    if (!PlacesWindows()) {
+        now.left = placement_.Bounds().left;
+        now.top = placement_.Bounds().top;
+    }
+    return now;
+}
+
+void frmMain::Placed()
+{
+    if (loaded_ && isVisible() && !unloading_) placement_.Placed(PresentState(), PresentBounds());
+}
+
+void frmMain::moveEvent(QMoveEvent* event)
+{
+    QMainWindow::moveEvent(event);
+    Placed();
+}
+
+void frmMain::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    Placed();
+}
+
+// Unload
+
+void frmMain::ArmShutdownTimer()
+{
+    shutdownTimer_.start();
 }
 
 void frmMain::Unload()
@@ -97,10 +163,35 @@ void frmMain::Unload()
     close();
 }
 
+void frmMain::closeEvent(QCloseEvent* event)
+{
+    if (!unloading_ && loaded_) {
+        if (!program_->Files().FileCloseAll()) return event->ignore();
+        unloading_ = true;
+    }
+    event->accept();
+    if (std::exchange(loaded_, false)) Safely(u"frmMain.MDIForm_Unload", [this] { UnloadParts(); });
+    program_->Shutdown();
+    QApplication::quit();
+}
+
+void frmMain::UnloadParts()
+{
+    qApp->removeEventFilter(this);
+    qApp->disconnect(this);
+    for (QTimer* timer : {&autoSaveTimer_, &shutdownTimer_, &stuckFocusTimer_}) timer->stop();
+    placement_.Placed(PresentState(), PresentBounds());
+    placement_.toolbarVisible = menus_.State(Band::ToolBar).visible;
+    placement_.statusbarVisible = menus_.State(Band::StatusBar).visible;
+    if (store_) placement_.Save(*store_, PresentState());
+}
+
+// The other services of MainWindow
+
 void frmMain::ToForeground()
 {
     if (!isVisible()) return;
-    if (isMinimized()) showNormal();
+    if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
     raise();
     activateWindow();
 }
@@ -115,20 +206,8 @@ void frmMain::UpdateCaption()
 {
     frmDocument* form = ActiveForm();
     Text caption = title_;
-    if (form && form->WindowState() == 2) caption += u" - [" + form->Title() + u"]";
-    setWindowTitle(ToQString(caption));
-}
-
-void frmMain::SetStatusText(int32_t panel, TextView text)
-{
-    if (panel >= 1 && panel <= static_cast<int32_t>(panels_.size()))
-        panels_[static_cast<size_t>(panel - 1)]->setText(ToQString(text));
-}
-
-void frmMain::ShowStatusPanel(int32_t panel, bool visible)
-{
-    if (panel >= 1 && panel <= static_cast<int32_t>(panels_.size()))
-        panels_[static_cast<size_t>(panel - 1)]->setVisible(visible);
+    if (form && form->WindowState() == window_state::kMaximized) caption += u" - [" + form->Title() + u"]";
+    setWindowTitle(PlainTitle(caption));
 }
 
 void frmMain::SetWaitCursor(bool wait)
@@ -141,21 +220,10 @@ void frmMain::SetWaitCursor(bool wait)
         QApplication::restoreOverrideCursor();
 }
 
-void frmMain::UpdateToolBar()
-{
-    if (!program_ || unloading_) return;
-    CommandContext context = Context();
-    for (auto& [key, action] : actions_) {
-        CommandState state = StateOfCommand(key, context);
-        action->setEnabled(state.enabled);
-        if (action->isCheckable()) action->setChecked(state.checked);
-    }
-    UpdateCaption();
-}
-
 void frmMain::ProcessMessages()
 {
-    QApplication::processEvents();
+    // The user's input waits: none of it may close what the caller is still at work on.
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 int32_t frmMain::ActiveDocument() const
@@ -164,126 +232,9 @@ int32_t frmMain::ActiveDocument() const
     return form && form->ViewObject() ? form->ViewObject()->DocumentID() : 0;
 }
 
-void frmMain::AddChild(frmDocument& form)
+void frmMain::Safely(TextView where, const std::function<void()>& body)
 {
-    area_->addSubWindow(form.SubWindow());
-    form.SubWindow()->hide();
-    children_.push_back(&form);
-}
-
-void frmMain::RemoveChild(frmDocument& form)
-{
-    std::erase(children_, &form);
-    if (lastActive_ == &form) lastActive_ = nullptr;
-    area_->removeSubWindow(form.SubWindow());
-    UpdateToolBar();
-}
-
-void frmMain::ShowChild(frmDocument& form)
-{
-    // A new window follows its neighbour; the first one fills the frame.
-    auto other = std::find_if(children_.rbegin(), children_.rend(),
-                              [&](frmDocument* child) { return child != &form && child->Visible(); });
-    frmDocument* neighbour = lastActive_ && lastActive_ != &form ? lastActive_ : nullptr;
-    if (!neighbour && other != children_.rend()) neighbour = *other;
-    int32_t state = !neighbour ? 2 : neighbour->WindowState() == 1 ? 0 : neighbour->WindowState();
-    form.SetWindowState(state);
-    area_->setActiveSubWindow(form.SubWindow());
-    ShowStatusPanel(2, true);
-    ShowStatusPanel(3, true);
-}
-
-void frmMain::ActivateChild(frmDocument& form)
-{
-    area_->setActiveSubWindow(form.SubWindow());
-}
-
-void frmMain::ChildTitleChanged(frmDocument& form)
-{
-    if (ActiveForm() == &form) UpdateCaption();
-}
-
-frmDocument* frmMain::ActiveForm() const
-{
-    QMdiSubWindow* active = area_->currentSubWindow();
-    auto found = std::find_if(children_.begin(), children_.end(),
-                              [&](frmDocument* form) { return form->SubWindow() == active; });
-    return active && found != children_.end() ? *found : nullptr;
-}
-
-void frmMain::ChildActivated()
-{
-    if (frmDocument* form = ActiveForm()) {
-        if (form->Visible()) lastActive_ = form;
-        form->ShowPosition();
-        form->FocusText();
-    }
-    UpdateToolBar();
-}
-
-CommandContext frmMain::Context()
-{
-    frmDocument* form = ActiveForm();
-    mvDocument* document = form ? form->ViewObject() : nullptr;
-    return {*program_, *this, document ? document->shared_from_this() : nullptr};
-}
-
-void frmMain::Run(TextView key)
-{
-    CommandContext context = Context();
-    RunCommand(key, context);
-}
-
-void frmMain::closeEvent(QCloseEvent* event)
-{
-    if (!unloading_) {
-        if (!program_->Files().FileCloseAll()) {
-            event->ignore();
-            return;
-        }
-        unloading_ = true;
-    }
-    event->accept();
-    program_->Shutdown();
-    QApplication::quit();
-}
-
-void frmMain::dragEnterEvent(QDragEnterEvent* event)
-{
-    if (!event->mimeData()->hasUrls()) return;
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
-}
-
-void frmMain::dropEvent(QDropEvent* event)
-{
-    std::vector<Text> files;
-    for (const QUrl& url : event->mimeData()->urls())
-        if (url.isLocalFile()) files.push_back(ToText(url.toLocalFile()));
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
-    program_->HandleDroppedFiles(files);
-}
-
-void frmMain::Arrange(int32_t mode)
-{
-    if (mode == 0)
-        area_->cascadeSubWindows();
-    else
-        area_->tileSubWindows();
-    UpdateToolBar();
-}
-
-void frmMain::ToggleMaximized()
-{
-    if (frmDocument* form = ActiveForm()) form->SetWindowState(form->WindowState() == 2 ? 0 : 2);
-    UpdateToolBar();
-}
-
-bool frmMain::ActiveMaximized() const
-{
-    frmDocument* form = ActiveForm();
-    return form && form->WindowState() == 2;
+    Guarded(program_->Log(), where, body, [this](const Error& error) { program_->ReportError(error.description); });
 }
 
 } // namespace nib

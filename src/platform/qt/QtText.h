@@ -17,6 +17,12 @@ inline Text ToText(QStringView text)
     return Text(text.utf16(), static_cast<size_t>(text.size()));
 }
 
+/// A window's title as it reads: "[*]" has a meaning of its own in Qt's titles; doubled it is plain text.
+inline QString PlainTitle(TextView title)
+{
+    return ToQString(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+}
+
 /// Lives no longer than `text`.
 inline TextView ViewOf(QStringView text)
 {

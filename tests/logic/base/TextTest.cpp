@@ -40,6 +40,8 @@ TEST(BaseTextTest, Case)
         EXPECT_EQ(EqualsNoCase(row.a, row.b), row.equal) << ToUtf8(row.a);
         EXPECT_EQ(StartsWithNoCase(row.a, row.b), row.starts) << ToUtf8(row.a);
     }
+    EXPECT_FALSE(EqualsNoCase({}, u"a"));
+    EXPECT_FALSE(EqualsNoCase(u"a", {}));
 }
 
 TEST(BaseTextTest, Fields)

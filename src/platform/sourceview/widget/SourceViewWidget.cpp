@@ -285,6 +285,8 @@ void SourceViewWidget::wheelEvent(QWheelEvent* event)
 
 void SourceViewWidget::contextMenuEvent(QContextMenuEvent* event)
 {
+    // The mouse tells of itself when its button is released, on every desktop.
+    if (event->reason() == QContextMenuEvent::Mouse) return;
     QPoint global = event->globalPos();
     if (event->reason() == QContextMenuEvent::Keyboard) {
         global = viewport()->mapToGlobal(CaretRect().bottomRight().toPoint());

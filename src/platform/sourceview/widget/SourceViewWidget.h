@@ -71,9 +71,9 @@ public:
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
 signals:
-    void subValueRequested(); ///< Ctrl+\ .
-    void valueRequested();    ///< Ctrl+]
-    void contextMenuRequested(QPoint global);
+    void subValueRequested();                 ///< Ctrl+\ .
+    void valueRequested();                    ///< Ctrl+]
+    void contextMenuRequested(QPoint global); ///< by other means than the mouse, which mouseReleased tells of
     void mousePressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at);
     void mouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at);
     void mouseDoubleClicked(QPointF at);
@@ -82,6 +82,8 @@ signals:
 
 protected:
     bool event(QEvent* event) override;
+    /// Tab is for typing.
+    bool focusNextPrevChild(bool /*next*/) override { return false; }
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

@@ -1,0 +1,9 @@
+#pragma once
+#include "shell/Commands.h"
+
+namespace nib {
+
+/// Enabled and checked states of all tools of menus and tool bar, afresh.
+void UpdateToolBar(MenuModel& menus, const CommandContext& context);
+
+} // namespace nib

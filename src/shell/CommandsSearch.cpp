@@ -1,0 +1,80 @@
+#include "shell/CommandRules.h"
+#include "shell/ContextHandlers.h"
+
+namespace nib {
+
+namespace {
+
+using namespace rules;
+
+bool CanBack(Context& c)
+{
+    return c.document && c.ports.history && c.ports.history->CanBack();
+}
+bool CanForward(Context& c)
+{
+    return c.document && c.ports.history && c.ports.history->CanForward();
+}
+bool HasBookmarks(Context& c)
+{
+    return HasView(c) && View(c).Document().BookmarkCount() > 0;
+}
+bool HasGotoDialog(Context& c)
+{
+    return c.document && c.ports.dialogs;
+}
+bool CanGoto(Context& c)
+{
+    return c.document && (c.ports.dialogs || c.program.EditorSettings().NoGotoDialog);
+}
+
+void ToggleBookmark(CommandContext& c)
+{
+    View(c).Document().ToggleBookmark(View(c).CaretLine());
+}
+
+template <bool Backward>
+void GoToBookmark(CommandContext& c)
+{
+    int32_t line = View(c).Document().FindBookmark(View(c).CaretLine(), Backward);
+    if (line >= 0) View(c).SetCaret({0, line});
+}
+
+void ClearAllBookmarks(CommandContext& c)
+{
+    for (auto& document : c.program.OpenDocuments().All())
+        if (clsDocView* view = document->View()) view->txtText().Document().ClearBookmarks();
+}
+
+template <bool AlwaysAsk>
+void Goto(CommandContext& c)
+{
+    HandleGoto(c.program, c.ports.dialogs, c.document.get(), AlwaysAsk);
+}
+
+constexpr CommandRow kRows[] = {
+    {u"Find", [](CommandContext& c) { c.ports.search->Find(); }, CanSearch},
+    {u"FindNext", [](CommandContext& c) { c.ports.search->FindNext(); }, CanSearch},
+    {u"Replace", [](CommandContext& c) { c.ports.search->Replace(); }, CanSearch},
+    {u"NavBack", [](CommandContext& c) { c.ports.history->Back(*c.document); }, CanBack},
+    {u"NavForward", [](CommandContext& c) { c.ports.history->Forward(*c.document); }, CanForward},
+    {u"ToggleBookmark", ToggleBookmark, HasView},
+    {u"NextBookmark", GoToBookmark<false>, HasBookmarks},
+    {u"PrevBookmark", GoToBookmark<true>, HasBookmarks},
+    {u"ClearBookmarks", [](CommandContext& c) { View(c).Document().ClearBookmarks(); }, HasBookmarks},
+    {u"ClearAllBookmarks", ClearAllBookmarks, HasDocument},
+    {u"Goto", Goto<true>, HasGotoDialog},
+    {u"ctxGoto", Goto<false>, CanGoto},
+    {u"ctxOpen", [](CommandContext& c) { HandleOpen(c.program, c.document.get()); }, HasDocument},
+    {u"ctxToggleBlock", [](CommandContext& c) { HandleBlockToggle(c.program, c.document.get()); }, HasView},
+    {u"ctxToggleBookmark", [](CommandContext& c) { HandleBookmarkToggle(c.program, c.document.get()); }, HasView},
+};
+
+} // namespace
+
+std::span<const CommandRow> SearchCommandRows()
+{
+    return kRows;
+}
+
+} // namespace nib

@@ -1,0 +1,160 @@
+#include "shell/MenuDispatcher.h"
+
+#include "diagnostics/Guarded.h"
+#include "shell/Program.h"
+#include "shell/RecentEntries.h"
+#include "shell/WindowOperations.h"
+
+namespace nib {
+
+MenuDispatcher::MenuDispatcher(Program& program, MenuModel& menus, MenuBar& bar, const CommandPorts& ports)
+    : program_(program), menus_(menus), bar_(bar), ports_(ports)
+{
+}
+
+CommandContext MenuDispatcher::Context() const
+{
+    return {program_, menus_, ports_, program_.OpenDocuments().ById(program_.Window().ActiveDocument())};
+}
+
+bool MenuDispatcher::Run(TextView key)
+{
+    CommandContext context = Context();
+    return RunCommand(key, context);
+}
+
+void MenuDispatcher::UpdateToolBar()
+{
+    nib::UpdateToolBar(menus_, Context());
+}
+
+template <typename Body>
+void MenuDispatcher::Guard(TextView where, Body&& body)
+{
+    Guarded(program_.Log(), where, std::forward<Body>(body),
+            [&](const Error& error) { program_.ReportError(error.description); });
+}
+
+void MenuDispatcher::ToolClick(Band, const MenuTool& tool)
+{
+    CommandContext context = Context();
+    if (tool.checkable) context.checked = tool.checked;
+    // A copy: the command may remove its own tool, as when the list of windows is built afresh.
+    Text key = tool.key;
+    RunCommand(key, context);
+}
+
+void MenuDispatcher::MenuOpening(const MenuTool& menu)
+{
+    if (menu.key == u"File") BuildRecentMenu();
+    if (menu.key == u"Window") BuildWindowMenu();
+}
+
+void MenuDispatcher::BuildRecentMenu()
+{
+    Guard(u"modMain.BuildRecentMenu", [&] {
+        MenuBatch batch(menus_);
+        menus_.RemoveBeginning(Band::MainMenu, u"File", u"file_");
+        for (int32_t i = 1; i <= program_.RecentFiles().ListCount(); ++i) {
+            Text entry = program_.RecentFiles().ListItem(i);
+            // One entry that leads nowhere any more must not take the others away.
+            Text caption = OrDefault([&] { return RecentEntryCaption(program_.Connection(), entry); }, entry);
+            AddEntry(u"File", u"file_", i, caption, u"Exit");
+        }
+    });
+}
+
+void MenuDispatcher::BuildWindowMenu()
+{
+    Guard(u"modMain.BuildWindowMenu", [&] {
+        MenuBatch batch(menus_);
+        CommandContext context = Context();
+        for (TextView key : {u"TileHorizontal", u"TileVertical", u"Cascade", u"Maximize"}) {
+            CommandState state = StateOfCommand(key, context);
+            menus_.SetEnabled(Band::MainMenu, key, state.enabled);
+            menus_.SetChecked(Band::MainMenu, key, state.checked);
+        }
+        menus_.RemoveBeginning(Band::MainMenu, u"Window", u"miWList");
+        if (!context.document) return;
+        int32_t i = 0;
+        for (auto& document : program_.OpenDocuments().All()) {
+            const MenuTool& tool = AddEntry(u"Window", u"miWList", ++i, document->DisplayName(), {});
+            menus_.SetChecked(Band::MainMenu, tool.key, document == context.document);
+        }
+    });
+}
+
+const MenuTool& MenuDispatcher::AddEntry(TextView menu, TextView prefix, int32_t number, TextView name, TextView before)
+{
+    MenuTool tool;
+    tool.key = Text(prefix) + Decimal(number);
+    tool.caption = u"&" + Decimal(number) + u" " + DoubleAmpersands(name);
+    tool.beginGroup = number == 1;
+    tool.checkable = before.empty();
+    return menus_.Add(Band::MainMenu, menu, std::move(tool), before);
+}
+
+void MenuDispatcher::TabActivate(int32_t tab)
+{
+    Guard(u"frmMain.qkMenuBar_TabActivate", [&] {
+        if (auto document = program_.OpenDocuments().ById(tab)) document->Activate();
+    });
+}
+
+void MenuDispatcher::TabClose(int32_t tab)
+{
+    Guard(u"frmMain.qkMenuBar_TabClose", [&] {
+        if (auto document = program_.OpenDocuments().ById(tab)) CloseWindow(*document);
+    });
+}
+
+void MenuDispatcher::TabContextMenu(int32_t tab, ScreenPoint at)
+{
+    auto document = program_.OpenDocuments().ById(tab);
+    if (!document || !document->View()) return;
+    menus_.SetTag(Band::TabContext, Decimal(tab));
+    PrepareTabMenu(document->View()->WindowState(), document == Context().document);
+    bar_.PopUp(Band::TabContext, at);
+}
+
+void MenuDispatcher::PrepareTabMenu(int32_t state, bool active)
+{
+    MenuBatch batch(menus_);
+    bool buttons = program_.EditorSettings().MinMaxClose;
+    menus_.SetVisible(Band::TabContext, u"tab_min", buttons);
+    menus_.SetChecked(Band::TabContext, u"tab_min", state == window_state::kMinimized);
+    menus_.SetEnabled(Band::TabContext, u"tab_min", active);
+    menus_.SetBeginGroup(Band::TabContext, u"tab_min", true);
+    menus_.SetChecked(Band::TabContext, u"tab_max", state == window_state::kMaximized);
+    menus_.SetEnabled(Band::TabContext, u"tab_max", active);
+    menus_.SetBeginGroup(Band::TabContext, u"tab_max", !buttons);
+}
+
+void MenuDispatcher::PrepareContextMenu(HitKind kind)
+{
+    MenuBatch batch(menus_);
+    CommandContext context = Context();
+    for (auto& tool : menus_.Root(Band::Popup).tools) {
+        CommandState state = StateOfCommand(tool->key, context);
+        menus_.SetState(Band::Popup, *tool, state.enabled, state.checked);
+    }
+    bool block = kind == HitKind::OpenBlock || kind == HitKind::ClosedBlock;
+    bool item = kind == HitKind::Call || kind == HitKind::Include;
+    const std::pair<TextView, bool> hits[] = {
+        {u"ctxGoto", kind == HitKind::Label}, {u"ctxOpen", item}, {u"ctxToggleBlock", block}};
+    for (auto [key, hit] : hits)
+        if (!hit) menus_.SetEnabled(Band::Popup, key, false);
+    menus_.SetVisible(Band::Popup, u"ctxToggleBlock", program_.EditorSettings().CollapseBlocks);
+    menus_.SetCaption(Band::Popup, u"ctxToggleBlock",
+                      kind == HitKind::ClosedBlock ? u"Expand block" : u"Collapse block");
+    if (menus_.Find(Band::ToolBar, u"Undo"))
+        menus_.SetEnabled(Band::ToolBar, u"Undo", StateOfCommand(u"Undo", context).enabled);
+}
+
+void MenuDispatcher::ShowContextMenu(HitKind kind, std::optional<ScreenPoint> at)
+{
+    PrepareContextMenu(kind);
+    bar_.PopUp(Band::Popup, at);
+}
+
+} // namespace nib

@@ -1,0 +1,45 @@
+#pragma once
+// Where every click on a menu, tool or tab arrives, and where menus are made ready before they open.
+
+#include "shell/CommandState.h"
+#include "shell/HitTest.h"
+#include "shell/MenuModel.h"
+
+namespace nib {
+
+class MenuDispatcher final : public MenuEvents {
+public:
+    /// All outlive it. `bar` opens the pop-ups.
+    MenuDispatcher(Program& program, MenuModel& menus, MenuBar& bar, const CommandPorts& ports);
+
+    // MenuEvents
+    void ToolClick(Band band, const MenuTool& tool) override;
+    void MenuOpening(const MenuTool& menu) override;
+    void TabActivate(int32_t tab) override;
+    void TabClose(int32_t tab) override;
+    void TabContextMenu(int32_t tab, ScreenPoint at) override;
+
+    /// By key, as a keyboard filter or another form calls it.
+    bool Run(TextView key);
+    void UpdateToolBar();
+    /// The context menu of the active document; at the mouse when no point is given.
+    void ShowContextMenu(HitKind kind, std::optional<ScreenPoint> at = {});
+    void BuildRecentMenu();
+    void BuildWindowMenu();
+    /// The active document, through the main window's ActiveDocument.
+    CommandContext Context() const;
+
+private:
+    template <typename Body>
+    void Guard(TextView where, Body&& body);
+    const MenuTool& AddEntry(TextView menu, TextView prefix, int32_t number, TextView name, TextView before);
+    void PrepareContextMenu(HitKind kind);
+    void PrepareTabMenu(int32_t state, bool active);
+
+    Program& program_;
+    MenuModel& menus_;
+    MenuBar& bar_;
+    const CommandPorts& ports_;
+};
+
+} // namespace nib

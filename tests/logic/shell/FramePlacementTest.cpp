@@ -1,0 +1,125 @@
+// Where the frame comes up, and what is remembered of it.
+
+#include "shell/FramePlacement.h"
+#include "fakes/MemoryStore.h"
+
+#include <gtest/gtest.h>
+
+namespace nib::test {
+namespace {
+
+using Values = std::map<Text, Text>;
+
+/// One screen of 1920 by 1080 at 96 dots to the inch.
+constexpr Desktop kOne{{0, 0, 28800, 16200}, 28800, 16200};
+/// A second one of the same size to the left of it.
+constexpr Desktop kTwo{{-28800, 0, 57600, 16200}, 28800, 16200};
+
+constexpr FrameBounds kUsual{3600, 2025, 21600, 12150};
+
+struct Row {
+    const char* what;
+    Desktop desktop;
+    Values stored;
+    FrameBounds bounds;
+    int32_t state = 0;
+};
+
+Values Bounds(const char16_t* left, const char16_t* top, const char16_t* width, const char16_t* height)
+{
+    return {{u"MainLeft", left}, {u"MainTop", top}, {u"MainWidth", width}, {u"MainHeight", height}};
+}
+
+TEST(FramePlacementTest, StoredBoundsAreFittedToTheDesktop)
+{
+    const Row rows[] = {
+        {"nothing stored", kOne, {}, kUsual},
+        {"as stored", kOne, Bounds(u"150", u"300", u"9000", u"7500"), {150, 300, 9000, 7500}},
+        {"left and top of the desktop", kOne, Bounds(u"-1", u"-9999", u"9000", u"7500"), {0, 0, 9000, 7500}},
+        {"at nine tenths", kOne, Bounds(u"25920", u"14580", u"9000", u"7500"), {25920, 14580, 9000, 7500}},
+        {"behind nine tenths", kOne, Bounds(u"25921", u"14581", u"9000", u"7500"), {3600, 2025, 9000, 7500}},
+        {"too large", kOne, Bounds(u"0", u"0", u"28801", u"2000000000"), {0, 0, 28800, 16200}},
+        {"nothing to see", kOne, Bounds(u"0", u"0", u"0", u"-5"), {0, 0, 4800, 3600}},
+        {"beyond all numbers",
+         kOne,
+         Bounds(u"99999999999", u"-99999999999", u"99999999999", u"1"),
+         {3600, 0, 28800, 3600}},
+        {"no numbers", kOne, Bounds(u"", u"x", u"wide", u"-"), kUsual},
+        {"on the left screen", kTwo, Bounds(u"-20000", u"0", u"9000", u"7500"), {-20000, 0, 9000, 7500}},
+        {"the left screen has gone", kOne, Bounds(u"-20000", u"0", u"9000", u"7500"), {0, 0, 9000, 7500}},
+        {"nine tenths of the right end", kTwo, Bounds(u"26000", u"0", u"9000", u"7500"), {3600, 0, 9000, 7500}},
+        {"a desktop smaller than the least window",
+         {{0, 0, 3000, 3000}, 3000, 3000},
+         Bounds(u"0", u"0", u"9000", u"1"),
+         {0, 0, 3000, 3000}},
+        {"no desktop", {}, Bounds(u"5", u"5", u"9000", u"9000"), {0, 0, 0, 0}},
+        {"maximised", kOne, {{u"MainState", u"2"}}, kUsual, 2},
+        {"minimised", kOne, {{u"MainState", u"1"}}, kUsual, 1},
+        {"no such state", kOne, {{u"MainState", u"7"}}, kUsual, 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        MemoryStore store;
+        store.values = row.stored;
+        FramePlacement placement;
+        placement.Load(&store, row.desktop);
+        EXPECT_EQ(placement.Bounds().left, row.bounds.left);
+        EXPECT_EQ(placement.Bounds().top, row.bounds.top);
+        EXPECT_EQ(placement.Bounds().width, row.bounds.width);
+        EXPECT_EQ(placement.Bounds().height, row.bounds.height);
+        EXPECT_EQ(placement.State(), row.state);
+    }
+}
+
+TEST(FramePlacementTest, WithoutAStoreTheDefaultsHold)
+{
+    FramePlacement placement;
+    placement.Load(nullptr, kOne);
+    EXPECT_EQ(placement.Bounds(), kUsual);
+    EXPECT_TRUE(placement.toolbarVisible && placement.statusbarVisible);
+}
+
+TEST(FramePlacementTest, WhatIsWrittenDependsOnTheState)
+{
+    struct {
+        int32_t state;
+        Text savedState; ///< "-" not written
+        Text savedLeft;
+    } const rows[] = {{0, u"0", u"111"}, {1, u"-", u"3600"}, {2, u"2", u"3600"}};
+    for (const auto& row : rows) {
+        MemoryStore store;
+        FramePlacement placement;
+        placement.Load(&store, kOne);
+        placement.Placed(row.state, {111, 222, 9000, 7500});
+        placement.statusbarVisible = false;
+        placement.Save(store, row.state);
+        EXPECT_EQ(store.Get(u"MainState", u"-"), row.savedState);
+        EXPECT_EQ(store.Get(u"MainLeft", u"-"), row.savedLeft);
+        EXPECT_EQ(store.values.size(), row.state == 1 ? 6U : 7U);
+        EXPECT_EQ(store.values[u"ToolbarVisible"], u"True");
+        EXPECT_EQ(store.values[u"StatusbarVisible"], u"False");
+        FramePlacement again;
+        again.Load(&store, kOne);
+        EXPECT_EQ(again.Bounds(), placement.Bounds());
+        EXPECT_FALSE(again.statusbarVisible);
+    }
+}
+
+TEST(FramePlacementTest, TwipsAndPixels)
+{
+    struct {
+        int32_t pixels;
+        double dots;
+        int32_t twips;
+    } const rows[] = {{0, 96, 0},       {1, 96, 15}, {-100, 96, -1500},
+                      {100, 144, 1000}, {7, 0, 0},   {2000000000, 96, 2147483647}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(PixelsToTwips(row.pixels, row.dots), row.twips);
+        if (row.dots > 0 && row.twips < 2147483647) {
+            EXPECT_EQ(TwipsToPixels(row.twips, row.dots), row.pixels);
+        }
+    }
+}
+
+} // namespace
+} // namespace nib::test

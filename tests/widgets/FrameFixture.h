@@ -1,0 +1,93 @@
+#pragma once
+// The real frame with real document windows over a fake host, on the offscreen platform.
+
+#include "fakes/FakeConnection.h"
+#include "fakes/FakeFonts.h"
+#include "fakes/FakeMessageBoxes.h"
+#include "fakes/FakeSessionParts.h"
+#include "fakes/MemoryClipboard.h"
+#include "fakes/MemoryStore.h"
+#include "fakes/RecordingTrace.h"
+#include "platform/sourceview/widget/SourceViewWidget.h"
+#include "shell/Program.h"
+#include "shell/frmDocument.h"
+#include "shell/frmMain.h"
+
+#include <QApplication>
+#include <QMdiSubWindow>
+#include <QtTest>
+
+#include <gtest/gtest.h>
+
+namespace nib::test {
+
+struct FrameFixture : testing::Test, ViewFactory {
+    Journal journal;
+    FakeConnection connection;
+    FakeMessageBoxes boxes;
+    MemoryClipboard clipboard;
+    FakeFonts fonts;
+    FakeSessionParts parts{journal};
+    RecordingTrace trace;
+    MemoryStore store;
+    frmMain frame;
+    Program program{{connection, boxes, frame, *this, fonts, clipboard, parts, &trace}};
+
+    std::unique_ptr<clsDocView> CreateView(mvDocument&) override
+    {
+        return std::make_unique<frmDocument>(frame, clipboard);
+    }
+
+    void SetUp() override
+    {
+        frame.SetProgram(&program);
+        frame.SetStore(&store);
+        trace.wanted |= nib::trace::kObjects;
+        Start();
+    }
+    void TearDown() override
+    {
+        for (auto& document : program.OpenDocuments().All()) document->FileClose(false);
+        frame.Unload();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    virtual void Start()
+    {
+        program.Main(StartMode::User, u"");
+        frame.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
+    }
+
+    frmDocument& New()
+    {
+        program.Files().FileNew();
+        Settle();
+        return *frame.ActiveForm();
+    }
+    /// New documents; the last one is in front.
+    std::vector<frmDocument*> New(int count)
+    {
+        std::vector<frmDocument*> forms;
+        for (int i = 0; i < count; ++i) forms.push_back(&New());
+        return forms;
+    }
+    void Settle() { QApplication::processEvents(); }
+    SourceViewWidget& TextOf(frmDocument& form) { return *form.SubWindow()->findChild<SourceViewWidget*>(); }
+    void Load(frmDocument& form, TextView text)
+    {
+        form.txtText().SetText(text);
+        form.txtText().Document().SetModified(false);
+        Settle();
+    }
+    void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QWidget* focus = QApplication::focusWidget();
+        ASSERT_NE(focus, nullptr);
+        QTest::keyClick(focus, static_cast<Qt::Key>(key), modifiers);
+        Settle();
+    }
+    std::string Title(frmDocument* form) { return form ? ToUtf8(form->Title()) : "none"; }
+    std::string Caption() { return frame.windowTitle().toStdString(); }
+};
+
+} // namespace nib::test

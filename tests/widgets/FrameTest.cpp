@@ -1,0 +1,301 @@
+// The frame and its document windows, driven as a user drives them.
+
+#include "fakes/BasicLexer.h"
+#include "widgets/FrameFixture.h"
+
+#include <QMimeData>
+#include <QTemporaryDir>
+
+namespace nib::test {
+namespace {
+
+struct FrameTest : FrameFixture {
+    QPoint At(frmDocument& form, int32_t col, int32_t line)
+    {
+        QRectF cell = TextOf(form).CellOf({col, line});
+        return QPointF(cell.left() + cell.width() / 4, cell.center().y()).toPoint();
+    }
+    void Click(frmDocument& form, QPoint at, Qt::MouseButton button = Qt::LeftButton,
+               Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::mouseClick(TextOf(form).viewport(), button, modifiers, at);
+        Settle();
+    }
+    void Drop(const QList<QUrl>& urls)
+    {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enter({50, 200}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&frame, &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+        QDropEvent drop({50, 200}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&frame, &drop);
+        Settle();
+    }
+    std::pair<Position, Position> Selection(frmDocument& form)
+    {
+        Position start;
+        Position end;
+        form.txtText().GetSelection(start, end);
+        return {start, end};
+    }
+};
+
+// Order of the documents
+
+TEST_F(FrameTest, TabWithControlStepsThroughTheDocuments)
+{
+    New();
+    Key(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(Title(frame.ActiveForm()), "NewItem1 (New)");
+    New(2);
+    struct {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        const char* title;
+    } const steps[] = {
+        {Qt::Key_Tab, Qt::ControlModifier, "NewItem2 (New)"},
+        {Qt::Key_Tab, Qt::ControlModifier, "NewItem1 (New)"},
+        {Qt::Key_F6, Qt::ControlModifier, "NewItem3 (New)"},
+        {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, "NewItem1 (New)"},
+        {Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier, "NewItem2 (New)"},
+    };
+    for (const auto& step : steps) {
+        Key(step.key, step.modifiers);
+        EXPECT_EQ(Title(frame.ActiveForm()), step.title);
+        EXPECT_TRUE(frame.ActiveForm()->TextHasFocus());
+    }
+    // After stepping, what lies behind comes to the front.
+    frame.ActiveForm()->ViewObject()->FileClose(false);
+    Settle();
+    EXPECT_EQ(Title(frame.ActiveForm()), "NewItem1 (New)");
+    EXPECT_TRUE(frame.ActiveForm()->TextHasFocus());
+}
+
+TEST_F(FrameTest, AWindowFollowsItsNeighbour)
+{
+    frmDocument& first = New();
+    EXPECT_EQ(first.WindowState(), 2);
+    EXPECT_EQ(Caption(), "Nib - [NewItem1 (New)]");
+    frmDocument& second = New();
+    EXPECT_EQ(second.WindowState(), 2);
+    second.SetWindowState(0);
+    Settle();
+    EXPECT_EQ(Caption(), "Nib");
+    EXPECT_EQ(first.WindowState(), 0);
+    EXPECT_TRUE(second.IsActive());
+    first.Activate();
+    Settle();
+    EXPECT_EQ(first.WindowState(), 0);
+    EXPECT_EQ(Caption(), "Nib");
+    for (int32_t mode : {0, 1, 2}) {
+        frame.Ports().windows->Arrange(mode);
+        EXPECT_TRUE(first.IsActive() && first.TextHasFocus());
+    }
+    first.SetWindowState(1);
+    Settle();
+    EXPECT_EQ(New().WindowState(), 0);
+    first.Activate();
+    Settle();
+    EXPECT_EQ(first.WindowState(), 0);
+    EXPECT_TRUE(first.IsActive());
+}
+
+TEST_F(FrameTest, ButtonsAreChosenWhenTheWindowIsMade)
+{
+    constexpr Qt::WindowFlags buttons =
+        Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint;
+    frmDocument& without = New();
+    program.EditorSettings().MinMaxClose = true;
+    frmDocument& with = New();
+    EXPECT_FALSE(without.SubWindow()->windowFlags() & buttons);
+    EXPECT_EQ(with.SubWindow()->windowFlags() & buttons, buttons);
+}
+
+TEST_F(FrameTest, OpeningAndSteppingAmongManyStaysQuick)
+{
+    QElapsedTimer clock;
+    clock.start();
+    constexpr int kMany = 200;
+    for (int i = 0; i < kMany; ++i) New();
+    RecordProperty("open200", static_cast<int>(clock.elapsed()));
+    qint64 longest = 0;
+    for (int i = 0; i < 20; ++i) {
+        frmDocument* before = frame.ActiveForm();
+        clock.restart();
+        frame.StepDocument(false);
+        Settle();
+        longest = std::max(longest, clock.elapsed());
+        EXPECT_NE(frame.ActiveForm(), before);
+    }
+    RecordProperty("longestStep", static_cast<int>(longest));
+    std::printf("open %s step %lld ms\n", "200", static_cast<long long>(longest));
+}
+
+// Closing
+
+TEST_F(FrameTest, CancelInTheMiddleKeepsTheRestOpen)
+{
+    for (frmDocument* form : New(3)) form->txtText().TypeText(u"X");
+    boxes.Answer({7, 2});
+    frame.close();
+    Settle();
+    EXPECT_EQ(program.OpenDocuments().Count(), 2);
+    EXPECT_TRUE(frame.isVisible());
+    EXPECT_FALSE(program.IsShuttingDown());
+    EXPECT_EQ(boxes.Take().size(), 2U);
+    boxes.Answer({7, 7});
+    frame.close();
+    EXPECT_EQ(program.OpenDocuments().Count(), 0);
+    EXPECT_TRUE(program.IsShuttingDown());
+    EXPECT_EQ(boxes.Take().size(), 2U);
+}
+
+TEST_F(FrameTest, TheEndRemembersThePlaceAndSaysSo)
+{
+    auto lines = trace.Take();
+    auto said = [&](TextView line) {
+        return std::any_of(lines.begin(), lines.end(), [&](const auto& l) { return l.second == line; });
+    };
+    for (TextView line : {u"mdiform initialize", u"mdiform load begin", u"mdiform load end"}) EXPECT_TRUE(said(line));
+    frame.resize(700, 500);
+    Settle();
+    int twips = PixelsToTwips(700, frame.screen()->logicalDotsPerInchX());
+    frame.showMaximized();
+    Settle();
+    frame.Unload();
+    EXPECT_EQ(store.values[u"MainState"], u"2");
+    EXPECT_EQ(store.values[u"MainWidth"], Decimal(twips));
+    EXPECT_TRUE(journal.Has(u"SaveSettings"));
+}
+
+TEST_F(FrameTest, TheShutdownTimerEndsTheProgram)
+{
+    frame.ArmShutdownTimer();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return program.IsShuttingDown(); }, 2000));
+    EXPECT_TRUE(frame.isHidden());
+}
+
+// Keys
+
+TEST_F(FrameTest, TabShiftsLinesAndShiftTabRubsOut)
+{
+    frmDocument& form = New();
+    Load(form, u"A\nB\nC");
+    form.txtText().SetSelection({0, 0}, {1, 1});
+    Key(Qt::Key_Tab);
+    Text indented = form.txtText().GetText();
+    EXPECT_NE(indented, u"A\r\nB\r\nC");
+    EXPECT_TRUE(form.txtText().HasSelection());
+    Key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(form.txtText().GetText(), u"A\r\nB\r\nC");
+    form.txtText().SetCaret({1, 1});
+    Key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(form.txtText().GetText(), u"A\r\n\r\nC");
+    Key(Qt::Key_Tab);
+    EXPECT_EQ(form.txtText().Document().GetLine(1), u"   ");
+}
+
+TEST_F(FrameTest, KeysOfTheTextReachTheDocument)
+{
+    frmDocument& form = New();
+    struct {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        const char16_t* text;
+    } const rows[] = {
+        {Qt::Key_BracketRight, Qt::ControlModifier, u"A\uF8FDB"},
+        {Qt::Key_Backslash, Qt::ControlModifier, u"A\uF8FCB"},
+        {Qt::Key_Insert, Qt::ShiftModifier, u"AclipB"},
+    };
+    for (const auto& row : rows) {
+        Load(form, u"AB");
+        clipboard.SetText(u"clip");
+        form.txtText().SetCaret({1, 0});
+        Key(row.key, row.modifiers);
+        EXPECT_EQ(form.txtText().GetText(), row.text);
+    }
+    Key(Qt::Key_Insert);
+    EXPECT_TRUE(form.txtText().Overtype());
+}
+
+TEST_F(FrameTest, FocusThatFallsOnTheFrameGoesToTheText)
+{
+    frmDocument& form = New();
+    frame.setFocus();
+    ASSERT_FALSE(form.TextHasFocus());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form.TextHasFocus(); }, 2000));
+}
+
+// Mouse
+
+TEST_F(FrameTest, TheMarginSelectsLines)
+{
+    frmDocument& form = New();
+    Load(form, u"ONE\nTWO\nTHREE\nFOUR");
+    auto margin = [&](int32_t line) { return QPoint(3, At(form, 0, line).y()); };
+    using Range = std::pair<Position, Position>;
+    Click(form, margin(1));
+    EXPECT_EQ(Selection(form), (Range{{0, 1}, {3, 1}}));
+    Click(form, margin(3), Qt::LeftButton, Qt::ShiftModifier);
+    EXPECT_EQ(Selection(form), (Range{{0, 1}, {4, 3}}));
+    Click(form, margin(0), Qt::LeftButton, Qt::ShiftModifier);
+    EXPECT_EQ(Selection(form), (Range{{3, 1}, {0, 0}}));
+}
+
+TEST_F(FrameTest, ARightClickMovesTheCaretOnlyWithoutASelection)
+{
+    frmDocument& form = New();
+    BasicLexer lexer;
+    form.txtText().Document().SetLexer(&lexer);
+    Load(form, u"GOSUB DONE\nDONE:");
+    Click(form, At(form, 7, 0), Qt::RightButton);
+    EXPECT_EQ(form.txtText().Caret(), (Position{7, 0}));
+    EXPECT_EQ(program.State().Target, u"DONE");
+    EXPECT_EQ(program.State().TargetLine, 1);
+    form.txtText().SetSelection({0, 0}, {5, 0});
+    Click(form, At(form, 1, 1), Qt::RightButton);
+    EXPECT_TRUE(form.txtText().HasSelection());
+    EXPECT_EQ(program.State().TargetLine, 2);
+    Click(form, At(form, 1, 1));
+    EXPECT_EQ(program.State().TargetLine, 0);
+    form.txtText().Document().SetLexer(nullptr);
+}
+
+TEST_F(FrameTest, TheMarginGrowsWithTheTextAndDoesNotShrink)
+{
+    frmDocument& form = New();
+    int32_t before = form.txtText().MarginWidth();
+    Load(form, Text(9998, u'\n'));
+    EXPECT_EQ(form.txtText().MarginWidth(), before);
+    form.txtText().Document().InsertText({0, 0}, u"\n");
+    EXPECT_EQ(form.txtText().MarginWidth(), 6);
+    form.txtText().Document().DeleteRange({0, 0}, {0, 5});
+    EXPECT_EQ(form.txtText().MarginWidth(), 6);
+}
+
+// Drops
+
+TEST_F(FrameTest, DroppedFilesOpenAndTheRestIsToldOf)
+{
+    QTemporaryDir folder;
+    Text path = folder.filePath(QStringLiteral("a.bas")).toStdU16String();
+    connection.store.items[u"file:" + path] = {u"PRINT", false};
+    Drop({QUrl::fromLocalFile(QString::fromStdU16String(path)), QUrl::fromLocalFile(folder.path()),
+          QUrl(QStringLiteral("http://host/b.bas")), QUrl()});
+    EXPECT_EQ(program.OpenDocuments().Count(), 1);
+    auto shown = boxes.Take();
+    ASSERT_EQ(shown.size(), 1U);
+    EXPECT_NE(shown[0].text.find(folder.path().toStdU16String()), Text::npos);
+    EXPECT_NE(shown[0].text.find(u"http://host/b.bas"), Text::npos);
+    // Text is for the texts.
+    QMimeData data;
+    data.setText(QStringLiteral("X"));
+    QDragEnterEvent enter({50, 200}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&frame, &enter);
+    EXPECT_FALSE(enter.isAccepted());
+}
+
+} // namespace
+} // namespace nib::test
