@@ -3,6 +3,7 @@
 
 namespace nib {
 
+class LexClass;
 class mvDocument;
 
 /// The window of a document, independent of any form. A member that a window class does not provide reports
@@ -16,6 +17,8 @@ public:
     virtual bool QueryUnload(int32_t mode);
     virtual void Unload();
     virtual SourceView& txtText();
+    /// Of the view's text; null when it has none. Owned by the window.
+    virtual LexClass* Lexer() { return nullptr; }
     virtual void SetTitle(TextView title);
     virtual Text Title() const;
     virtual void SetViewObject(mvDocument* document);

@@ -3,6 +3,7 @@
 #include "diagnostics/Guarded.h"
 #include "documents/ApplySettings.h"
 #include "documents/mvDocuments.h"
+#include "editing/LexClass.h"
 
 namespace nib {
 
@@ -45,7 +46,7 @@ clsDocView& mvDocument::EnsureView()
         view_ = services_.shell.CreateView(*this);
         view_->SetViewObject(this);
         view_->SetTag(Decimal(documentId_));
-        ApplyViewSettings(view_->txtText(), services_.settings);
+        ApplySettings();
     }
     if (!view_->Visible()) view_->SetVisible(true);
     return *view_;
@@ -139,10 +140,18 @@ void mvDocument::SetAutoSaveFlag(bool flag)
     if (view_) view_->SetAutoSaveFlag(flag);
 }
 
+void mvDocument::ApplySettings()
+{
+    if (!view_) return;
+    highlight_ = services_.settings.Highlight;
+    ApplyViewSettings(view_->txtText(), services_.settings, view_->Lexer());
+}
+
 void mvDocument::SetHighlight(bool highlight)
 {
     if (highlight == highlight_) return;
     highlight_ = highlight;
+    if (LexClass* lexer = view_ ? view_->Lexer() : nullptr) lexer->SetHighlight(highlight);
     if (SourceView* source = Source()) source->Document().UpdateLines(0, source->Document().LineCount() - 1);
 }
 

@@ -42,6 +42,8 @@ public:
     bool LocalFile() const;
     bool Highlight() const { return highlight_; }
     void SetHighlight(bool highlight);
+    /// Hands the present settings to the view and its lexer, if there is a view.
+    void ApplySettings();
     Text GetText();
     void SetText(TextView text);
     Text SelText();

@@ -20,7 +20,8 @@ constexpr int32_t kBlockColumn = 2;
 
 } // namespace
 
-frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard) : mainWindow_(mainWindow)
+frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard)
+    : mainWindow_(mainWindow), lexer_(&mainWindow.Owner().Log())
 {
     Program& program = mainWindow_.Owner();
     program.Log().Write(u"frmdocument initialize begin", trace::kObjects);
@@ -49,15 +50,11 @@ void frmDocument::Load()
 {
     const MvEdit& settings = mainWindow_.Owner().EditorSettings();
     Model().SetLineWrap(settings.LineWrap);
-    lexer_ = CreateLexer();
-    buffer_.SetLexer(lexer_.get());
+    lexer_.SetHighlight(settings.Highlight);
+    lexer_.SetKeywords(settings.Keywords);
+    buffer_.SetLexer(&lexer_);
     Model().SetMarginWidth(kMargin + (settings.CollapseBlocks ? kBlockColumn : 0));
     Model().SetShowBlocks(settings.CollapseBlocks);
-}
-
-std::unique_ptr<ISourceLex4> frmDocument::CreateLexer() const
-{
-    return nullptr;
 }
 
 void frmDocument::Connect()

@@ -2,6 +2,7 @@
 // The child window of one document: its text component, and what the events of that mean to the frame.
 
 #include "documents/clsDocView.h"
+#include "editing/LexClass.h"
 #include "platform/sourceview/SourceViewModel.h"
 #include "shell/HitTest.h"
 
@@ -31,6 +32,7 @@ public:
     bool QueryUnload(int32_t mode) override;
     void Unload() override;
     SourceView& txtText() override;
+    LexClass* Lexer() override { return &lexer_; }
     void SetTitle(TextView title) override;
     Text Title() const override { return title_; }
     void SetViewObject(mvDocument* document) override { document_ = document; }
@@ -65,7 +67,6 @@ private:
     friend class DocumentWindow;
 
     SourceViewModel& Model() const;
-    std::unique_ptr<ISourceLex4> CreateLexer() const;
     void Load();
     void Connect();
     void ShowPosition();
@@ -79,7 +80,7 @@ private:
     void FollowTarget();
 
     frmMain& mainWindow_;
-    std::unique_ptr<ISourceLex4> lexer_; ///< outlives the buffer, which calls it
+    LexClass lexer_; ///< outlives the buffer, which calls it
     SourceBuffer buffer_;
     DocumentWindow* window_ = nullptr;   ///< owned by the MDI area, deleted with this object
     SourceViewWidget* widget_ = nullptr; ///< owned by window_
