@@ -40,6 +40,20 @@ Text Quoted(TextView value)
     return NeedsQuotes(value) ? u"\"" + Text(value) + u"\"" : Text(value);
 }
 
+char16_t LowerAscii(char16_t c)
+{
+    return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + (u'a' - u'A')) : c;
+}
+
+/// Every line of a file is asked this: plain letters are compared without the tables of Unicode.
+bool SameName(TextView a, TextView b)
+{
+    size_t i = 0;
+    for (; i < a.size() && i < b.size() && a[i] < 0x80 && b[i] < 0x80; ++i)
+        if (LowerAscii(a[i]) != LowerAscii(b[i])) return false;
+    return i == a.size() || i == b.size() ? a.size() == b.size() : EqualsNoCase(a.substr(i), b.substr(i));
+}
+
 bool FitsOneLine(TextView name)
 {
     return name.find_first_of(kLineEnds) == TextView::npos && name.find(u'\0') == TextView::npos;
@@ -161,12 +175,12 @@ ProfileFile::Place ProfileFile::Locate(TextView section, TextView key) const
     for (Lines lines(text_); !lines.AtEnd();) {
         const Line line = lines.Next();
         if (line.kind == Line::Kind::Section) {
-            inside = EqualsNoCase(line.name, section);
+            inside = SameName(line.name, section);
             first = inside && place.insert == TextView::npos;
         }
         // Behind the last key, so that a comment above the next section stays with it.
         if (first && line.kind != Line::Kind::Other) place.insert = lines.Position();
-        if (!inside || line.kind != Line::Kind::Key || !EqualsNoCase(line.name, key)) continue;
+        if (!inside || line.kind != Line::Kind::Key || !SameName(line.name, key)) continue;
         place.value = line.value;
         place.end = line.valueEnd;
         return place;
@@ -228,8 +242,8 @@ void ProfileFile::Remove(TextView section, TextView key)
     bool inside = false;
     for (Lines lines(text_); !lines.AtEnd();) {
         const Line line = lines.Next();
-        if (line.kind == Line::Kind::Section) inside = EqualsNoCase(line.name, section);
-        if (!inside || line.kind != Line::Kind::Key || !EqualsNoCase(line.name, key)) continue;
+        if (line.kind == Line::Kind::Section) inside = SameName(line.name, section);
+        if (!inside || line.kind != Line::Kind::Key || !SameName(line.name, key)) continue;
         kept.append(text_, copied, line.begin - copied);
         copied = lines.Position();
     }

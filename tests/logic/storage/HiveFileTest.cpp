@@ -40,7 +40,7 @@ TEST_F(HiveFileTest, AnyNameHoldsAnyText)
                           u"\t",
                           u"%",
                           u"%u0041",
-                          u"%U0041",
+                          u"%U0042",
                           u"\\n",
                           u"\u00E9\u4E2D",
                           u"\xD83D\xDE00",

@@ -170,7 +170,8 @@ TEST_F(PersistSettingsTest, DataFolders)
         {"..\\..\\x", root + "/x/", true},
         {"./%HERE%", root + "/p/q/sub/", true},
         {"%EMPTY%", root + "/p/q/", true},
-        {"%HERE%\\y", "sub/y/", false},
+        {"%HERE%", "sub/", false},
+        {"%HERE%\\y", root + "/p/q/", true},
         {root + "/file/z", root + "/p/q/", true},
         {root + "/j\xC3\xB6rg", root + "/j\xC3\xB6rg/", true},
     };

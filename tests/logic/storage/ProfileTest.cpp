@@ -2,6 +2,7 @@
 #include "StoreFixture.h"
 #include "persistence/store/LeadingNumber.h"
 
+#include <filesystem>
 #include <limits>
 
 #include <sys/resource.h>
@@ -89,7 +90,7 @@ TEST_F(ProfileTest, AWriteChangesOneLine)
     const std::string rich = "; mine\n\n[Sec]\n  key = old \nb=2\n\n; about other\n[Other]\nKey=x\n";
     const Row rows[] = {
         {"", u"v", "[Sec]\r\nKey=v\r\n"},
-        {"[Other]\na=1", u"v", "[Other]\r\na=1\r\n[Sec]\r\nKey=v\r\n"},
+        {"[Other]\na=1", u"v", "[Other]\na=1\n[Sec]\nKey=v\n"},
         {rich, u"new", "; mine\n\n[Sec]\n  key = new \nb=2\n\n; about other\n[Other]\nKey=x\n"},
         {rich, u"", "; mine\n\n[Sec]\nb=2\n\n; about other\n[Other]\nKey=x\n"},
         {rich, u"default", "; mine\n\n[Sec]\nb=2\n\n; about other\n[Other]\nKey=x\n"},
@@ -136,15 +137,16 @@ TEST_F(ProfileTest, LongValuesAreCut)
 
 TEST_F(ProfileTest, AFileThatCannotBeReadIsLeftAlone)
 {
-    const std::string huge = "[Sec]\nKey=v\n" + std::string(17 << 20, 'x');
-    folder.File("huge.ini", huge);
+    folder.File("huge.ini", "[Sec]\nKey=v\n");
+    std::filesystem::resize_file(folder / "huge.ini", 17 << 20);
     folder.Folder("folder.ini");
     for (const char* name : {"huge.ini", "folder.ini", "no/such/folder.ini"}) {
         SCOPED_TRACE(name);
         EXPECT_EQ(ProfileGetString(disk, kSection, u"Key", u"default", Path(name)), u"default");
         ProfileWriteString(disk, kSection, u"Key", u"new", u"", Path(name));
+        EXPECT_EQ(ProfileGetString(disk, kSection, u"Key", u"default", Path(name)), u"default");
     }
-    EXPECT_EQ(BytesOf(folder / "huge.ini"), huge);
+    EXPECT_EQ(std::filesystem::file_size(folder / "huge.ini"), size_t{17} << 20);
 }
 
 TEST_F(ProfileTest, AWriteThatFailsLeavesTheOldFile)
