@@ -1,0 +1,47 @@
+#pragma once
+#include "persistence/store/ProfileDisk.h"
+#include "platform/SettingsHive.h"
+
+#include <vector>
+
+namespace nib {
+
+/// The hive in one UTF-8 ini file: a section a key path, a line a value. Changes are kept in memory until Flush(),
+/// which lays them over what the file holds by then. Strings are plain, none is expandable.
+///
+/// Why not a settings class of the toolkit: QSettings of Qt 6.4.2 left a hive of 0 bytes, with the status "no error",
+/// when the disk ran full; lost all values behind one stray quote, and wrote the rest back without them; and did not
+/// see a change by another process in one of ten cases where size and time stamp came out alike.
+class HiveFile : public SettingsHive {
+public:
+    HiveFile(const ProfileDisk& disk, Text path) : disk_(disk), path_(std::move(path)) {}
+
+    std::optional<String> Get(TextView keyPath, TextView valueName) override;
+    void Set(TextView keyPath, TextView valueName, TextView text) override;
+    /// True when nothing is left to be written. What could not be written is tried again with the next change.
+    bool Flush();
+
+private:
+    struct Change {
+        Text section;
+        Text key;
+        Text value;
+    };
+
+    const Text* FindChange(TextView section, TextView key) const;
+    void Refresh();
+    void MakeFolders();
+
+    ProfileDisk disk_;
+    Text path_;
+    std::vector<Change> changes_; ///< not written yet
+    ProfileFile seen_;            ///< the file as it was in `seenState_`
+    std::optional<FileState> seenState_;
+};
+
+/// A name or value as it stands in the file: what an ini file cannot hold becomes %uXXXX, a UTF-16 unit each.
+Text EncodeHiveName(TextView name);
+Text EncodeHiveValue(TextView value);
+Text DecodeHiveValue(TextView line);
+
+} // namespace nib

@@ -1,0 +1,140 @@
+#include "persistence/store/HiveFile.h"
+#include "StoreFixture.h"
+
+#include <filesystem>
+
+#include <sys/resource.h>
+
+namespace nib::test {
+
+namespace {
+
+using namespace std::string_literals;
+
+constexpr TextView kTextKey{u"Software\\Orlin\\MultiValue Editor\\Settings"};
+
+class HiveFileTest : public StoreTest {
+protected:
+    HiveFile Hive() { return HiveFile(disk, Path("config/Orlin/hive.conf")); }
+    Text Value(TextView keyPath, TextView name)
+    {
+        const auto value = Hive().Get(keyPath, name);
+        return value ? value->text : u"<none>";
+    }
+};
+
+} // namespace
+
+TEST_F(HiveFileTest, AnyNameHoldsAnyText)
+{
+    const Text texts[] = {u"",
+                          u"@",
+                          u" ",
+                          u" a ",
+                          u"a=b",
+                          u"[a]",
+                          u";a",
+                          u"a\r\nb\n",
+                          u"\"a",
+                          u"'a'",
+                          u"\t",
+                          u"%",
+                          u"%u0041",
+                          u"%U0042",
+                          u"\\n",
+                          u"\u00E9\u4E2D",
+                          u"\xD83D\xDE00",
+                          u"\xD83D",
+                          u"\xDE00x",
+                          Text(u"\0x", 2),
+                          u"#General",
+                          Text(9000, u'y')};
+    auto hive = Hive();
+    int number = 0;
+    for (const Text& name : texts) {
+        EXPECT_FALSE(hive.Get(kTextKey, name));
+        hive.Set(kTextKey, name, texts[number]);
+        hive.Set(name, u"n", Decimal(number++));
+    }
+    EXPECT_TRUE(hive.Flush());
+    number = 0;
+    for (const Text& name : texts) {
+        EXPECT_EQ(Value(kTextKey, name), texts[number]) << ToUtf8(name);
+        EXPECT_EQ(Value(name, u"N"), Decimal(number++)) << ToUtf8(name);
+    }
+}
+
+TEST_F(HiveFileTest, DamagedFilesKeepTheirGoodValues)
+{
+    const std::pair<std::string, TextView> rows[] = {
+        {"[K]\njunk\"\x01\n[K\na=good\n", u"good"},
+        {"\0\0\0\0\n[K]\n\xFF\xFE\xFF=x\na=good"s, u"good"},
+        {"[K]\na=\"go", u"\"go"},
+        {"[K]\na=%uD8\n", u"%uD8"},
+        {"[K]\n", u"<none>"},
+        {"", u"<none>"},
+    };
+    for (const auto& [bytes, value] : rows) {
+        SCOPED_TRACE(bytes);
+        folder.File("config/Orlin/hive.conf", bytes);
+        EXPECT_EQ(Value(u"K", u"a"), value);
+        auto hive = Hive();
+        hive.Set(u"K", u"b", u"new");
+        EXPECT_TRUE(hive.Flush());
+        EXPECT_EQ(Value(u"K", u"a"), value);
+        EXPECT_EQ(Value(u"K", u"b"), u"new");
+    }
+}
+
+TEST_F(HiveFileTest, ChangesOfOthersAreSeenAndKept)
+{
+    auto one = Hive();
+    auto two = Hive();
+    for (int i = 0; i < 50; ++i) {
+        one.Set(u"K", u"a", Decimal(i));
+        two.Set(u"K", u"b", Decimal(i));
+        EXPECT_TRUE(one.Flush());
+        EXPECT_TRUE(two.Flush());
+        EXPECT_EQ(two.Get(u"k", u"A")->text, Decimal(i));
+        EXPECT_EQ(one.Get(u"k", u"B")->text, Decimal(i));
+    }
+}
+
+TEST_F(HiveFileTest, AHiveThatCannotBeWrittenLastsForTheRun)
+{
+    folder.File("config/Orlin/hive.conf", "[K]\na=old\n");
+    InProcesses({[&] {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit full{0, RLIM_INFINITY};
+        setrlimit(RLIMIT_FSIZE, &full);
+        auto hive = Hive();
+        hive.Set(u"K", u"a", u"new");
+        if (hive.Flush() || hive.Get(u"K", u"a")->text != u"new") _exit(1);
+    }});
+    EXPECT_EQ(Value(u"K", u"a"), u"old");
+
+    std::filesystem::remove(folder / "config/Orlin/hive.conf");
+    folder.Folder("config/Orlin/hive.conf");
+    auto hive = Hive();
+    hive.Set(u"K", u"a", u"new");
+    EXPECT_FALSE(hive.Flush());
+    EXPECT_EQ(hive.Get(u"K", u"a")->text, u"new");
+    // The way is free again: the next change takes the older ones along.
+    std::filesystem::remove(folder / "config/Orlin/hive.conf");
+    hive.Set(u"K", u"b", u"2");
+    EXPECT_TRUE(hive.Flush());
+    EXPECT_EQ(Value(u"K", u"a"), u"new");
+}
+
+TEST_F(HiveFileTest, WhatIsStoredAlreadyIsNotWrittenAgain)
+{
+    auto hive = Hive();
+    hive.Set(u"K", u"a", u"1");
+    EXPECT_TRUE(hive.Flush());
+    const FileState before = states.StateOf(Path("config/Orlin/hive.conf"));
+    hive.Set(u"K", u"a", u"1");
+    EXPECT_TRUE(hive.Flush());
+    EXPECT_EQ(states.StateOf(Path("config/Orlin/hive.conf")), before);
+}
+
+} // namespace nib::test

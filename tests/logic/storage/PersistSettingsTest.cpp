@@ -1,0 +1,242 @@
+#include "StoreFixture.h"
+#include "fakes/MemoryHive.h"
+#include "persistence/store/modDotToAbsPath.h"
+#include "persistence/store/modPersistSettings.h"
+#include "persistence/store/modRegFuncs.h"
+
+#include <filesystem>
+
+namespace nib::test {
+
+namespace {
+
+using namespace std::string_literals;
+
+class PersistSettingsTest : public StoreTest {
+protected:
+    PersistSettingsTest() { std::filesystem::current_path(folder.Folder("cwd")); }
+    ~PersistSettingsTest() override { std::filesystem::current_path("/"); }
+
+    modPersistSettings Store(const std::string& switches)
+    {
+        folder.File("p/q/isolation.ini", "[Isolation]\n" + switches);
+        return modPersistSettings(hive, disk, Path("p/q"), environment);
+    }
+
+    MemoryHive hive;
+    Environment environment = [](TextView name) -> std::optional<Text> {
+        if (name == u"HERE") return u"sub";
+        if (name == u"EMPTY") return u"";
+        return std::nullopt;
+    };
+};
+
+} // namespace
+
+TEST(SettingsPathTest, DotToAbsPath)
+{
+    struct Row {
+        TextView path;
+        TextView absolute;
+    };
+    const Row rows[] = {
+        {u"./data", u"/opt/nib/data"},
+        {u"./", u"/opt/nib/"},
+        {u"../x", u"/opt/x"},
+        {u"..", u"/opt"},
+        {u"../../x", u"/x"},
+        {u"../../../../x", u"/x"},
+        {u"../../..", u"/"},
+        {u".", u"."},
+        {u".x/../y", u".x/y"},
+        {u"/a//b///c", u"/a/b/c"},
+        {u"/a/./b", u"/a/./b"},
+        {u"/a/../..", u"/"},
+        {u"", u"/"},
+        {u"a/b/../c", u"a/c"},
+        {u"a/..", u"a"},
+        {u"//server/share", u"/server/share"},
+    };
+    for (const Row& row : rows) EXPECT_EQ(DotToAbsPath(row.path, u"/opt/nib"), row.absolute) << ToUtf8(row.path);
+}
+
+TEST(SettingsPathTest, References)
+{
+    const Environment environment = [](TextView name) -> std::optional<Text> {
+        return name == u"A" ? std::optional<Text>(u"one") : std::nullopt;
+    };
+    struct Row {
+        TextView text;
+        TextView expanded;
+        TextView known;
+    };
+    const Row rows[] = {
+        {u"x%A%y%A%", u"xoneyone", u"xoneyone"}, {u"%B%%A%", u"one", u"%B%one"}, {u"100%", u"100%", u"100%"},
+        {u"%A%50%", u"one50%", u"one50%"},       {u"%%x", u"x", u"%%x"},         {u"%B", u"%B", u"%B"},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(ExpandEnviron(row.text, environment), row.expanded);
+        EXPECT_EQ(ExpandKnownEnviron(row.text, environment), row.known);
+    }
+}
+
+TEST(SettingsPathTest, SectionsAndKeys)
+{
+    EXPECT_EQ(modPersistSettings::KeyPathToSection(kSettingsKey), u"MultiValueEditor_Settings");
+    EXPECT_EQ(modPersistSettings::KeyPathToSection(u"Software"), u"Software");
+    EXPECT_EQ(modPersistSettings::KeyPathToSection(u"My Software\\Orlin"), u"My Software\\Orlin");
+    EXPECT_EQ(modPersistSettings::KeyPathToSection(u"a\\b\\ "), u"a\\b\\ ");
+    EXPECT_EQ(modPersistSettings::ValueNameToKey(u""), u"@");
+    EXPECT_EQ(modPersistSettings::ValueNameToKey(u"FontName"), u"FontName");
+}
+
+TEST(RegFuncsTest, WhatIsStoredAndWhatIsRead)
+{
+    struct Row {
+        Text value;
+        Text fallback;
+        Text stored;
+        Text read;
+    };
+    const Row rows[] = {
+        {u"v", u"", u"v", u"v"},
+        {u"v", u"d", u"v", u"v"},
+        {u"d", u"d", u"", u"d"},
+        {u"D", u"d", u"D", u"D"},
+        {u"", u"d", u"", u"d"},
+        {u"", u"", u"", u""},
+        {Text(5000, u'x'), u"", Text(5000, u'x'), Text(4096, u'x')},
+    };
+    for (const Row& row : rows) {
+        MemoryHive hive;
+        RegSetString(hive, u"K", u"n", row.value, row.fallback);
+        EXPECT_EQ(hive.Get(u"K", u"n")->text, row.stored);
+        EXPECT_EQ(RegGetString(hive, u"k", u"N", row.fallback, {}), row.read);
+    }
+}
+
+TEST(RegFuncsTest, ExpandableStrings)
+{
+    const Environment environment = [](TextView name) -> std::optional<Text> {
+        return name == u"A" ? std::optional<Text>(u"one") : name == u"E" ? std::optional<Text>(u"") : std::nullopt;
+    };
+    MemoryHive hive;
+    const std::pair<Text, Text> rows[] = {{u"%A%/%B%", u"one/%B%"}, {u"%E%", u"%E%"}, {u"", u"d"}};
+    for (const auto& [stored, read] : rows) {
+        hive.values[MemoryHive::Name(u"K", u"n")] = {stored, true};
+        EXPECT_EQ(RegGetString(hive, u"K", u"n", u"d", environment), read);
+    }
+    hive.Set(u"K", u"n", u"%A%");
+    EXPECT_EQ(RegGetString(hive, u"K", u"n", u"d", environment), u"%A%");
+}
+
+TEST_F(PersistSettingsTest, ModesOfTheSwitchFile)
+{
+    const std::pair<std::string, int> rows[] = {
+        {"", 1},
+        {"PersistSettings=\n", 1},
+        {"PersistSettings=2\n", 2},
+        {"persistsettings=\"2 files\"\n", 2},
+        {"PersistSettings=yes\n", 0},
+        {"PersistSettings=-1\n", -1},
+        {"PersistSettings=3\n", 3},
+    };
+    for (const auto& [switches, mode] : rows) {
+        auto store = Store(switches);
+        store.InitPersistSettings();
+        EXPECT_EQ(store.PersistMode(), mode) << switches;
+        EXPECT_EQ(store.AppStateFile(), u"./appstate.ini");
+        EXPECT_EQ(store.UserDataDirectory(), u"./");
+    }
+    modPersistSettings none(hive, disk, Path("nowhere"), environment);
+    none.Save(u"a", u"1");
+    EXPECT_EQ(none.PersistMode(), 1);
+    EXPECT_EQ(hive.values.size(), 1U);
+}
+
+TEST_F(PersistSettingsTest, DataFolders)
+{
+    folder.File("file", "");
+    struct Row {
+        std::string value;
+        std::string resolved;
+        bool made;
+    };
+    const std::string root = folder.Path();
+    const Row rows[] = {
+        {".", "./", true},
+        {".\\", root + "/p/q/", true},
+        {".\\data\\deep", root + "/p/q/data/deep/", true},
+        {"..\\..\\x", root + "/x/", true},
+        {"./%HERE%", root + "/p/q/sub/", true},
+        {"%EMPTY%", root + "/p/q/", true},
+        {"%HERE%", "sub/", false},
+        {"%HERE%\\y", root + "/p/q/", true},
+        {root + "/file/z", root + "/p/q/", true},
+        {root + "/j\xC3\xB6rg", root + "/j\xC3\xB6rg/", true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.value);
+        auto store = Store("PersistSettings=0\nAppDataDirectory=" + row.value + "\nUserDataDirectory=" + row.value);
+        store.InitPersistSettings();
+        EXPECT_EQ(ToUtf8(store.AppDataDirectory()), row.resolved);
+        EXPECT_EQ(store.UserDataDirectory(), store.AppDataDirectory());
+        EXPECT_EQ(std::filesystem::is_directory(row.resolved), row.made);
+    }
+}
+
+TEST_F(PersistSettingsTest, HiveMode)
+{
+    auto store = Store("");
+    store.Save(u"Font", u"Mono", u"Mono");
+    EXPECT_EQ(hive.Get(kSettingsKey, u"Font")->text, u"");
+    EXPECT_EQ(store.Get(u"Font", u"Mono"), u"Mono");
+    store.Save(u"", u"7.1");
+    EXPECT_EQ(store.Get(u"", u""), u"7.1");
+    EXPECT_FALSE(std::filesystem::exists("appstate.ini"));
+}
+
+TEST_F(PersistSettingsTest, IniMode)
+{
+    auto store = Store("PersistSettings=2\nAppDataDirectory=./data");
+    const std::string path = folder / "p/q/data/appstate.ini";
+    EXPECT_EQ(store.Get(u"", u"none"), u"none");
+    EXPECT_FALSE(std::filesystem::exists(path));
+    store.Save(u"Font", u"Mono", u"Mono");
+    EXPECT_EQ(BytesOf(path), "\xFF\xFE");
+    for (const Text& value : {Text(u"7.1"), Text(u" x"), Text(u"\"q"), Text(u"'"), Text(u"\u4E2D"), Text(u"\t")}) {
+        store.Save(u"", value);
+        EXPECT_EQ(store.Get(u"", u""), value);
+    }
+    store.Save(u"", u"7.1");
+    const std::string expected = "[MultiValueEditor_Settings]\r\n@=7.1\r\n";
+    std::string text;
+    const std::string bytes = BytesOf(path);
+    for (size_t i = 2; i < bytes.size(); i += 2) text.push_back(bytes[i]);
+    EXPECT_EQ(text, expected);
+    store.Save(u"", u"");
+    EXPECT_EQ(store.Get(u"", u"gone"), u"gone");
+    EXPECT_TRUE(hive.values.empty());
+}
+
+TEST_F(PersistSettingsTest, NoPersistence)
+{
+    auto store = Store("PersistSettings=0\nAppDataDirectory=./data");
+    store.Save(u"Font", u"Mono");
+    EXPECT_EQ(store.Get(u"Font", u"d"), u"d");
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "p/q/data"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "p/q/data/appstate.ini"));
+    EXPECT_TRUE(hive.values.empty());
+}
+
+TEST_F(PersistSettingsTest, CopiesThatStartTogetherKeepEachOthersFirstValues)
+{
+    for (int round = 0; round < 10; ++round) {
+        const std::string switches = "PersistSettings=2\nAppDataDirectory=./r" + std::to_string(round);
+        auto store = Store(switches);
+        InProcesses({[&] { store.Save(u"a", u"1"); }, [&] { store.Save(u"b", u"1"); }});
+        EXPECT_EQ(store.Get(u"a", u"") + store.Get(u"b", u""), u"11");
+    }
+}
+
+} // namespace nib::test

@@ -1,0 +1,216 @@
+#include "persistence/store/Profile.h"
+#include "StoreFixture.h"
+#include "persistence/store/LeadingNumber.h"
+
+#include <filesystem>
+#include <limits>
+
+#include <sys/resource.h>
+
+namespace nib::test {
+
+namespace {
+
+using namespace std::string_literals;
+
+using ProfileTest = StoreTest;
+
+constexpr TextView kSection{u"Sec"};
+
+std::string Utf16(const std::string& ascii)
+{
+    std::string bytes = "\xFF\xFE";
+    for (char c : ascii) bytes += {c, '\0'};
+    return bytes;
+}
+
+} // namespace
+
+TEST_F(ProfileTest, FindsValuesInWhateverTheFileHolds)
+{
+    struct Row {
+        std::string bytes;
+        Text value;
+    };
+    const Row rows[] = {
+        {"[Sec]\r\nKey=v\r\n", u"v"},
+        {"[sEC]\nkEY = v w \nKey=second\n", u"v w"},
+        {" [ Sec ] tail\r\tKey\t=\t'v'\r", u"v"},
+        {"Key=outside\n[Other]\nKey=x\n[Sec]\n;Key=comment\nKey=\"v\"", u"v"},
+        {"[Sec]\nKey=\"\"v\"\"\n", u"\"v\""},
+        {"[Sec]\nKey=\"v'\n", u"\"v'"},
+        {"[Sec]\nKey=\"\n", u"\""},
+        {"[Sec]\nKey=a=b;c\n", u"a=b;c"},
+        {"[Sec]\nKey=\xE9\n", u"\u00E9"},
+        {"[Sec]\na=1\n[Other]\nKey=x\n[Sec]\nKey=v\n", u"v"},
+        {Utf16("[Sec]\r\nKey=v\r\n"), u"v"},
+        {Utf16("[Sec]\r\nKey=v") + "x", u"v"},
+        {"\xEF\xBB\xBF[Sec]\nKey=\xC3\xA9\n", u"\u00E9"},
+        {"\0\x01\xFF\"[[\n]=\n=\n[Sec\n[Sec]\n\0\0\n=x\nKey=v"s, u"v"},
+        {"[Sec]\nKey=\n", u"default"},
+        {"[Sec]\nKey\n", u"default"},
+        {"[Sec]\nKeys=v\n", u"default"},
+        {"[Sec\nKey=v\n", u"default"},
+        {"\xFE\xFF\0["s, u"default"},
+        {"", u"default"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.bytes);
+        folder.File("f.ini", row.bytes);
+        EXPECT_EQ(ProfileGetString(disk, kSection, u" Key ", u"default", Path("f.ini")), row.value);
+    }
+}
+
+TEST_F(ProfileTest, ASecondFileAnswersForWhatTheFirstLacks)
+{
+    folder.File("a.ini", "[Sec]\nempty=\nmine=1\n");
+    folder.File("b.ini", "[Sec]\nempty=b\nmine=2\nonly=7 apples\n");
+    const auto get = [&](TextView key) {
+        return ProfileGetString(disk, kSection, key, u"-", Path("a.ini"), Path("b.ini"));
+    };
+    EXPECT_EQ(get(u"mine"), u"1");
+    EXPECT_EQ(get(u"empty"), u"b");
+    EXPECT_EQ(get(u"none"), u"-");
+    EXPECT_EQ(ProfileGetInt(disk, kSection, u"only", 3, Path("a.ini"), Path("b.ini")), 7);
+    EXPECT_EQ(ProfileGetInt(disk, kSection, u"none", 3, Path("a.ini"), Path("b.ini")), 3);
+    EXPECT_EQ(ProfileGetInt(disk, kSection, u"empty", 3, Path("a.ini"), Path("b.ini")), 0);
+
+    ProfileWriteString(disk, kSection, u"mine", u"2", u"other", Path("a.ini"), Path("b.ini"));
+    ProfileWriteString(disk, kSection, u"only", u"default", u"default", Path("a.ini"), Path("b.ini"));
+    EXPECT_EQ(BytesOf(folder / "a.ini"), "[Sec]\nempty=\nonly=default\n");
+}
+
+TEST_F(ProfileTest, AWriteChangesOneLine)
+{
+    struct Row {
+        std::string before;
+        Text value;
+        std::string after;
+    };
+    const std::string rich = "; mine\n\n[Sec]\n  key = old \nb=2\n\n; about other\n[Other]\nKey=x\n";
+    const Row rows[] = {
+        {"", u"v", "[Sec]\r\nKey=v\r\n"},
+        {"[Other]\na=1", u"v", "[Other]\na=1\n[Sec]\nKey=v\n"},
+        {rich, u"new", "; mine\n\n[Sec]\n  key = new \nb=2\n\n; about other\n[Other]\nKey=x\n"},
+        {rich, u"", "; mine\n\n[Sec]\nb=2\n\n; about other\n[Other]\nKey=x\n"},
+        {rich, u"default", "; mine\n\n[Sec]\nb=2\n\n; about other\n[Other]\nKey=x\n"},
+        {rich, u"Default", "; mine\n\n[Sec]\n  key = Default \nb=2\n\n; about other\n[Other]\nKey=x\n"},
+        {"[sec]\na=1\n\n; end\n[Z]\n", u"v", "[sec]\na=1\nKey=v\n\n; end\n[Z]\n"},
+        {"[Sec]", u"v", "[Sec]\r\nKey=v\r\n"},
+        {"[Sec]\nKey=1\nkey=2\n[Sec]\nKEY=3\n", u"", "[Sec]\n[Sec]\n"},
+        {"[Sec]\n", u" v", "[Sec]\nKey=\" v\"\n"},
+        {"[Sec]\n", u"v ", "[Sec]\nKey=\"v \"\n"},
+        {"[Sec]\n", u"\"v", "[Sec]\nKey=\"\"v\"\n"},
+        {"[Sec]\n", u"v'", "[Sec]\nKey=\"v'\"\n"},
+        {"[Sec]\n", u"v\r\n[Other]", "[Sec]\nKey=v\n"},
+        {"[Sec]\n", u"\u00E9", "[Sec]\nKey=\xE9\n"},
+        {"[Sec]\nb=\xE9\n", u"\u4E2D", Utf16("[Sec]\nb=\xE9\nKey=") + "\x2D\x4E\n\0"s},
+        {"\0junk\n[Sec\n\"\n[Sec]\nb=2\n"s, u"v", "\0junk\n[Sec\n\"\n[Sec]\nb=2\nKey=v\n"s},
+        {Utf16("[Sec]\r\nb=1\r\n"), u"v", Utf16("[Sec]\r\nb=1\r\nKey=v\r\n")},
+        {"\xEF\xBB\xBF[Sec]\n", u"\u4E2D", "\xEF\xBB\xBF[Sec]\nKey=\xE4\xB8\xAD\n"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.after);
+        folder.File("f.ini", row.before);
+        ProfileWriteString(disk, kSection, u"Key", row.value, u"default", Path("f.ini"));
+        EXPECT_EQ(BytesOf(folder / "f.ini"), row.after);
+    }
+}
+
+TEST_F(ProfileTest, NamesThatAnIniFileCannotHoldAreNotWritten)
+{
+    folder.File("f.ini", "[Sec]\n");
+    for (TextView key : {u"", u" ", u"a=b", u"[a", u";a", u"a\nb"}) {
+        ProfileWriteString(disk, kSection, key, u"v", u"", Path("f.ini"));
+    }
+    ProfileWriteString(disk, u"a]b", u"Key", u"v", u"", Path("f.ini"));
+    ProfileWriteString(disk, u"", u"Key", u"v", u"", Path("f.ini"));
+    EXPECT_EQ(BytesOf(folder / "f.ini"), "[Sec]\n");
+}
+
+TEST_F(ProfileTest, LongValuesAreCut)
+{
+    ProfileWriteString(disk, kSection, u"Key", Text(5000, u'1'), u"", Path("f.ini"));
+    EXPECT_EQ(ProfileGetString(disk, kSection, u"Key", u"", Path("f.ini")), Text(4095, u'1'));
+    EXPECT_EQ(ProfileGetInt(disk, kSection, u"Key", 0, Path("f.ini")), std::numeric_limits<int32_t>::max());
+}
+
+TEST_F(ProfileTest, AFileThatCannotBeReadIsLeftAlone)
+{
+    folder.File("huge.ini", "[Sec]\nKey=v\n");
+    std::filesystem::resize_file(folder / "huge.ini", 17 << 20);
+    folder.Folder("folder.ini");
+    for (const char* name : {"huge.ini", "folder.ini", "no/such/folder.ini"}) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(ProfileGetString(disk, kSection, u"Key", u"default", Path(name)), u"default");
+        ProfileWriteString(disk, kSection, u"Key", u"new", u"", Path(name));
+        EXPECT_EQ(ProfileGetString(disk, kSection, u"Key", u"default", Path(name)), u"default");
+    }
+    EXPECT_EQ(std::filesystem::file_size(folder / "huge.ini"), size_t{17} << 20);
+}
+
+TEST_F(ProfileTest, AWriteThatFailsLeavesTheOldFile)
+{
+    folder.File("f.ini", "[Sec]\nKey=old\n");
+    InProcesses({[&] {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{4, 4};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        ProfileWriteString(disk, kSection, u"Key", u"new", u"", Path("f.ini"));
+        ProfileWriteString(disk, kSection, u"Key", u"\u4E2D", u"", Path("f.ini"));
+    }});
+    EXPECT_EQ(BytesOf(folder / "f.ini"), "[Sec]\nKey=old\n");
+}
+
+TEST_F(ProfileTest, RunningCopiesDoNotUndoEachOther)
+{
+    constexpr int kKeys = 40;
+    std::vector<std::function<void()>> writers;
+    for (const char16_t name : {u'a', u'b', u'c'}) {
+        writers.emplace_back([this, name] {
+            for (int i = 0; i < kKeys; ++i) {
+                ProfileWriteString(disk, kSection, name + Decimal(i), Decimal(i + 1), u"", Path("f.ini"));
+            }
+        });
+    }
+    InProcesses(writers);
+    for (const char16_t name : {u'a', u'b', u'c'})
+        for (int i = 0; i < kKeys; ++i)
+            EXPECT_EQ(ProfileGetInt(disk, kSection, name + Decimal(i), 0, Path("f.ini")), i + 1);
+}
+
+TEST_F(ProfileTest, ACopyThatHangsDoesNotHoldUpTheOthers)
+{
+    const auto held = guard.HoldFile(Path("f.ini"));
+    PosixFileGuard impatient{std::chrono::milliseconds{20}};
+    ProfileWriteString({files, impatient, states}, kSection, u"Key", u"v", u"", Path("f.ini"));
+    EXPECT_EQ(ProfileGetString(disk, kSection, u"Key", u"", Path("f.ini")), u"v");
+}
+
+TEST(LeadingNumberTest, Table)
+{
+    const std::pair<TextView, int32_t> rows[] = {
+        {u"2", 2},
+        {u"  -7x", -7},
+        {u"+3", 3},
+        {u"2.5", 2},
+        {u"3.5", 4},
+        {u".6", 1},
+        {u"-1.6e1", -16},
+        {u"x", 0},
+        {u"", 0},
+        {u"--5", 0},
+        {u"+-5", 0},
+        {u"5-3", 5},
+        {u"5e", 5},
+        {u"e5", 0},
+        {u"1e999", INT32_MAX},
+        {u"1e-999", 0},
+        {u"-99999999999", INT32_MIN},
+        {u"inf", 0},
+        {u"nan", 0},
+    };
+    for (const auto& [text, number] : rows) EXPECT_EQ(LeadingInt(text), number) << ToUtf8(text);
+}
+
+} // namespace nib::test

@@ -1,0 +1,47 @@
+#pragma once
+#include "TempFolder.h"
+#include "persistence/store/ProfileDisk.h"
+#include "platform/posix/PosixFileGuard.h"
+#include "platform/posix/PosixFileStates.h"
+#include "platform/posix/PosixFileTransfer.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include <sys/wait.h>
+
+namespace nib::test {
+
+/// Settings files on a real disk.
+class StoreTest : public testing::Test {
+protected:
+    Text Path(const std::string& name) const { return FromUtf8(folder / name); }
+
+    /// Runs each body in a process of its own, all at once, and waits for them.
+    static void InProcesses(const std::vector<std::function<void()>>& bodies)
+    {
+        std::vector<pid_t> children;
+        for (const auto& body : bodies) {
+            const pid_t child = fork();
+            if (child == 0) {
+                body();
+                _exit(0);
+            }
+            children.push_back(child);
+        }
+        for (const pid_t child : children) {
+            int status = -1;
+            waitpid(child, &status, 0);
+            EXPECT_EQ(status, 0);
+        }
+    }
+
+    TempFolder folder;
+    PosixFileTransfer files{FileSaver(folder / "backups")};
+    PosixFileGuard guard{std::chrono::seconds{20}};
+    PosixFileStates states;
+    ProfileDisk disk{files, guard, states};
+};
+
+} // namespace nib::test

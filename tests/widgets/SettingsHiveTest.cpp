@@ -1,0 +1,76 @@
+#include "persistence/store/SettingsStore.h"
+#include "platform/posix/PosixFileGuard.h"
+#include "platform/posix/PosixFileStates.h"
+#include "platform/posix/PosixFileTransfer.h"
+#include "platform/qt/QtSettingsHive.h"
+#include "platform/qt/QtText.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace nib::test {
+
+namespace {
+
+class SettingsHiveTest : public testing::Test {
+protected:
+    Text Path() const { return ToText(folder.filePath(QStringLiteral("Orlin/hive.conf"))); }
+
+    QTemporaryDir folder;
+    PosixFileTransfer files{FileSaver(folder.filePath(QStringLiteral("backups")).toStdString())};
+    PosixFileGuard guard;
+    PosixFileStates states;
+    ProfileDisk disk{files, guard, states};
+};
+
+} // namespace
+
+TEST_F(SettingsHiveTest, ChangesReachTheDiskTogetherAtTheNextTurnOfTheEventLoop)
+{
+    QtSettingsHive one(disk, Path());
+    QtSettingsHive two(disk, Path());
+    one.Set(kSettingsKey, u"FontName", u"Mono");
+    one.Set(kSettingsKey, u"", u"7.1");
+    two.Set(kSettingsKey, u"MainLeft", u"1200");
+    EXPECT_EQ(one.Get(kSettingsKey, u"FontName")->text, u"Mono");
+    EXPECT_FALSE(two.Get(kSettingsKey, u"FontName"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(two.Get(kSettingsKey, u"FontName")->text, u"Mono");
+    EXPECT_EQ(one.Get(kSettingsKey, u"MainLeft")->text, u"1200");
+
+    QFile file(ToQString(Path()));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "[Software\\Orlin\\MultiValue Editor\\Settings]\nFontName=Mono\n@=7.1\nMainLeft=1200\n");
+}
+
+TEST_F(SettingsHiveTest, TheLastChangesAreWrittenAtTheEnd)
+{
+    {
+        QtSettingsHive hive(disk, Path());
+        hive.Set(u"K", u"a", u"");
+    }
+    EXPECT_EQ(QtSettingsHive(disk, Path()).Get(u"K", u"a")->text, u"");
+}
+
+TEST_F(SettingsHiveTest, ARefusedWriteIsForgottenQuietly)
+{
+    ASSERT_TRUE(QFile(folder.filePath(QStringLiteral("Orlin"))).open(QIODevice::WriteOnly));
+    QtSettingsHive hive(disk, Path());
+    hive.Set(u"K", u"a", u"1");
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(hive.Flush());
+    EXPECT_EQ(hive.Get(u"K", u"a")->text, u"1");
+}
+
+TEST_F(SettingsHiveTest, TheHiveIsInTheUsersFolderOfConfigurations)
+{
+    const QByteArray before = qgetenv("XDG_CONFIG_HOME");
+    qputenv("XDG_CONFIG_HOME", "/somewhere/config");
+    EXPECT_EQ(QtSettingsHive::DefaultPath(), u"/somewhere/config/Orlin/hive.conf");
+    qputenv("XDG_CONFIG_HOME", before);
+    if (before.isEmpty()) qunsetenv("XDG_CONFIG_HOME");
+}
+
+} // namespace nib::test
