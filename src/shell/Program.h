@@ -6,10 +6,12 @@
 #include "documents/mvDocuments.h"
 #include "persistence/store/clsRecentList.h"
 #include "platform/Clipboard.h"
+#include "platform/Clock.h"
 #include "platform/Fonts.h"
 #include "platform/MainWindow.h"
 #include "shell/FileCommands.h"
 #include "shell/SessionParts.h"
+#include "shell/modBacktrack.h"
 
 namespace nib {
 
@@ -25,6 +27,7 @@ struct ProgramPorts {
     const Clipboard& clipboard;
     SessionParts& parts;
     TraceChannel* trace = nullptr;
+    const Clock& clock = kSteadyClock;
 };
 
 class Program final : private DocumentShell {
@@ -57,6 +60,7 @@ public:
     bool OpenPicked(const SelectedItem& picked);
 
     FileCommands& Files() { return files_; }
+    NavigationHistory& History() { return history_; }
     mvDocuments& OpenDocuments() { return openDocuments_; }
     Location& CurrentLocation() { return location_; }
     MvEdit& EditorSettings() { return settings_; }
@@ -94,6 +98,7 @@ private:
     mvDocuments openDocuments_;
     DocumentServices services_;
     FileCommands files_;
+    NavigationHistory history_;
     Text defaultFontName_;
     int32_t autoSaveHolds_ = 0;
     bool fontsInstalled_ = false;
