@@ -38,7 +38,10 @@ Rows PlaceOfNew(const mvDocument& document, const Location& current)
             {u"Item ID", document.DisplayName()}};
 }
 
-Text YesNo(bool value) { return value ? u"yes" : u"no"; }
+Text YesNo(bool value)
+{
+    return value ? u"yes" : u"no";
+}
 
 } // namespace
 

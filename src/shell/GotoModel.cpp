@@ -32,8 +32,7 @@ void GotoModel::GetLabels()
     Guarded(
         program_.Log(), u"frmGoto.GetLabels",
         [&] {
-            if (auto document = ActiveDocument())
-                labels_ = Split(document->BuildLabelTable().Extract({1}), kValueMark);
+            if (auto document = ActiveDocument()) labels_ = Split(document->BuildLabelTable().Extract({1}), kValueMark);
         },
         [&](const Error& error) { program_.ReportError(error.description); });
 }
@@ -65,8 +64,14 @@ int32_t GotoModel::LineCount() const
     return document && document->View() ? document->View()->txtText().Document().LineCount() : 0;
 }
 
-bool GotoModel::NoGotoDialog() const { return program_.EditorSettings().NoGotoDialog; }
+bool GotoModel::NoGotoDialog() const
+{
+    return program_.EditorSettings().NoGotoDialog;
+}
 
-void GotoModel::SetNoGotoDialog(bool on) { program_.EditorSettings().NoGotoDialog = on; }
+void GotoModel::SetNoGotoDialog(bool on)
+{
+    program_.EditorSettings().NoGotoDialog = on;
+}
 
 } // namespace nib

@@ -9,8 +9,14 @@ namespace {
 
 constexpr int64_t kThrottleMs = 1001;
 
-int32_t After(int32_t slot) { return slot + 1 == NavigationHistory::kCapacity ? 0 : slot + 1; }
-int32_t Before(int32_t slot) { return slot == 0 ? NavigationHistory::kCapacity - 1 : slot - 1; }
+int32_t After(int32_t slot)
+{
+    return slot + 1 == NavigationHistory::kCapacity ? 0 : slot + 1;
+}
+int32_t Before(int32_t slot)
+{
+    return slot == 0 ? NavigationHistory::kCapacity - 1 : slot - 1;
+}
 
 /// Set for as long as this lives, whatever happens.
 class ScopedFlag {

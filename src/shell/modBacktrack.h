@@ -12,8 +12,8 @@ namespace nib {
 class mvDocument;
 class mvDocuments;
 
-/// One ring of positions for the process. A position is a document, a line that is found again after edits, and a column;
-/// positions of closed documents and deleted lines are passed over when they are met.
+/// One ring of positions for the process. A position is a document, a line that is found again after edits, and a
+/// column; positions of closed documents and deleted lines are passed over when they are met.
 class NavigationHistory {
 public:
     static constexpr int32_t kCapacity = 100;

@@ -93,10 +93,14 @@ MessageBoxPlan PlanMessageBox(int32_t flags, TextView title, TextView checkCapti
     plan.escapeAnswer = set.escape;
     plan.icon = IconOf(flags);
     plan.sounds = flags & kExtended;
-    if ((flags & kExtended) && (flags & kCheckBox)) plan.checkCaption = checkCaption.empty() ? kUsualCheckCaption : checkCaption;
+    if ((flags & kExtended) && (flags & kCheckBox))
+        plan.checkCaption = checkCaption.empty() ? kUsualCheckCaption : checkCaption;
     return plan;
 }
 
-int32_t MessageBoxAnswer(int32_t pressed, bool isChecked) { return pressed + (isChecked ? kChecked : 0); }
+int32_t MessageBoxAnswer(int32_t pressed, bool isChecked)
+{
+    return pressed + (isChecked ? kChecked : 0);
+}
 
 } // namespace nib

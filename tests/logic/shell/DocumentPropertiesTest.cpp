@@ -5,7 +5,10 @@
 #include <gtest/gtest.h>
 
 namespace nib {
-void PrintTo(const PropertyRow& row, std::ostream* out) { *out << ToUtf8(row.name) << ": " << ToUtf8(row.value); }
+void PrintTo(const PropertyRow& row, std::ostream* out)
+{
+    *out << ToUtf8(row.name) << ": " << ToUtf8(row.value);
+}
 } // namespace nib
 
 namespace nib::test {
@@ -20,9 +23,10 @@ TEST(DocumentPropertiesTest, SizeAndLines)
         int32_t hostSize;
         int32_t fileSize;
         int32_t lines;
-    } const rows[] = {{u"", 0, 0, 0},         {u"A", 1, 1, 1},          {u"A\r\nB", 3, 4, 2},  {u"A\r\nB\r\n", 4, 6, 2},
-                      {u"\r\n", 1, 2, 1},     {u"\r\n\r\n", 2, 4, 2},   {u"A\nB\rC", 5, 5, 1}, {u"A\r", 2, 2, 1},
-                      {u"\r\r\n\n", 3, 4, 2}, {u"a\uF8FDb\r\n", 4, 5, 1}};
+    } const rows[] = {
+        {u"", 0, 0, 0},         {u"A", 1, 1, 1},           {u"A\r\nB", 3, 4, 2},  {u"A\r\nB\r\n", 4, 6, 2},
+        {u"\r\n", 1, 2, 1},     {u"\r\n\r\n", 2, 4, 2},    {u"A\nB\rC", 5, 5, 1}, {u"A\r", 2, 2, 1},
+        {u"\r\r\n\n", 3, 4, 2}, {u"a\uF8FDb\r\n", 4, 5, 1}};
     for (auto& row : rows) {
         EXPECT_EQ(TextSize(row.text, u"mvdb"), row.hostSize) << ToUtf8(row.text);
         EXPECT_EQ(TextSize(row.text, u"file"), row.fileSize) << ToUtf8(row.text);

@@ -1,6 +1,6 @@
+#include "shell/GotoModel.h"
 #include "documents/LabelScan.h"
 #include "fakes/TestProgram.h"
-#include "shell/GotoModel.h"
 
 #include <gtest/gtest.h>
 
@@ -40,10 +40,10 @@ TEST_F(GotoModelTest, Accept)
         Text line;
         Position caret;
         Text target;
-    } const rows[] = {
-        {false, u"A", u"4", {2, 2}, u"A"},   {false, u"10", u"", {0, 3}, u"10"},      {true, u"A", u"2", {0, 1}, u"old"},
-        {true, u"", u" 3 ", {0, 2}, u"old"}, {true, u"A", u"abc", {0, 0}, u"old"},    {true, u"A", u"", {0, 0}, u"old"},
-        {true, u"", u"99", {0, 3}, u"old"},  {true, u"", u"9999999999", {0, 3}, u"old"}};
+    } const rows[] = {{false, u"A", u"4", {2, 2}, u"A"},    {false, u"10", u"", {0, 3}, u"10"},
+                      {true, u"A", u"2", {0, 1}, u"old"},   {true, u"", u" 3 ", {0, 2}, u"old"},
+                      {true, u"A", u"abc", {0, 0}, u"old"}, {true, u"A", u"", {0, 0}, u"old"},
+                      {true, u"", u"99", {0, 3}, u"old"},   {true, u"", u"9999999999", {0, 3}, u"old"}};
     for (auto& row : rows) {
         GotoModel model(t.program);
         model.Begin(u"old");

@@ -148,9 +148,9 @@ TEST_F(HistoryTest, Throttle)
         int64_t after;
         bool throttled;
         bool recorded;
-    } const rows[] = {{0, true, true},    {500, true, false}, {500, true, false}, {1, true, true},    {1000, true, false},
-                      {0, false, true},   {0, false, true},   {0, true, true},    {1, true, false},   {-100, true, true},
-                      {1001, true, true}, {1000, true, false}};
+    } const rows[] = {{0, true, true},     {500, true, false}, {500, true, false}, {1, true, true},
+                      {1000, true, false}, {0, false, true},   {0, false, true},   {0, true, true},
+                      {1, true, false},    {-100, true, true}, {1001, true, true}, {1000, true, false}};
     int32_t at = 0;
     for (auto& row : rows) {
         t.clock.now += row.after;
