@@ -35,15 +35,29 @@ namespace {
 
 using namespace message_box;
 
+/// Where the desktop would send a key: to a pop-up first.
+QWidget* KeyReceiver()
+{
+    QWidget* popup = QApplication::activePopupWidget();
+    return popup ? popup : QApplication::focusWidget();
+}
+
 void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
-    ASSERT_TRUE(QApplication::focusWidget());
-    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    ASSERT_TRUE(KeyReceiver());
+    QTest::keyClick(KeyReceiver(), key, modifiers);
+}
+
+/// Buttons act on their access keys after the picture of a press.
+void AccessKey(Qt::Key key)
+{
+    Key(key, Qt::AltModifier);
+    QTest::qWait(150);
 }
 
 void Type(const char* text)
 {
-    QTest::keyClicks(QApplication::focusWidget(), QString::fromLatin1(text));
+    for (; *text; ++text) QTest::keyClick(KeyReceiver(), *text);
 }
 
 QString NameOf(const QWidget* widget)
@@ -51,7 +65,9 @@ QString NameOf(const QWidget* widget)
     if (!widget) return {};
     if (!widget->accessibleName().isEmpty()) return widget->accessibleName();
     auto* button = qobject_cast<const QAbstractButton*>(widget);
-    return button ? button->text().remove(QLatin1Char('&')) : QString();
+    if (button) return button->text().remove(QLatin1Char('&'));
+    auto* label = qobject_cast<const QLabel*>(widget);
+    return label ? label->text() : QString();
 }
 
 /// Names of what the Tab key reaches, from the focus on, once round.
@@ -147,7 +163,7 @@ TEST_F(DialogsTest, GotoLineByKeyboard)
 {
     frmGoto form(t.program);
     WhenModal([](QWidget&) {
-        Key(Qt::Key_N, Qt::AltModifier);
+        AccessKey(Qt::Key_N);
         EXPECT_EQ(NameOf(QApplication::focusWidget()), QStringLiteral("Line number"));
         Type("4");
         Key(Qt::Key_Return);
@@ -160,7 +176,7 @@ TEST_F(DialogsTest, GotoLineByKeyboard)
                   (QStringList{QStringLiteral("Line number"),
                                QStringLiteral("Skip this dialog when a label is double-clicked"), QStringLiteral("OK"),
                                QStringLiteral("Cancel"), QStringLiteral("Line number:")}));
-        Key(Qt::Key_S, Qt::AltModifier);
+        AccessKey(Qt::Key_S);
         Key(Qt::Key_Escape);
     });
     EXPECT_FALSE(form.ShowGoto(target, nullptr));
@@ -209,6 +225,7 @@ TEST_F(DialogsTest, PropertiesCanBeReadAndCopied)
         EXPECT_FALSE(dialog.isVisible());
     });
     form.ShowDialog(*local, t.program.CurrentLocation());
+    t.program.CurrentLocation() = {};
     WhenModal([](QWidget& dialog) {
         EXPECT_EQ(dialog.findChildren<ElidedValue*>().size(), 8) << "the rows of the last showing have gone";
         Key(Qt::Key_Escape);
@@ -255,10 +272,9 @@ TEST(MessageBoxTest, CheckBoxAndYesToAll)
     };
     for (auto& row : rows) {
         QtMessageBoxes boxes;
-        WhenModal([&](QWidget& box) {
-            if (row.check) Key(Qt::Key_W, Qt::AltModifier);
-            auto modifiers = row.key < Qt::Key_Escape ? Qt::AltModifier : Qt::NoModifier;
-            QTest::keyClick(&box, row.key, modifiers);
+        WhenModal([&](QWidget&) {
+            if (row.check) AccessKey(Qt::Key_W);
+            row.key < Qt::Key_Escape ? AccessKey(row.key) : Key(row.key);
         });
         EXPECT_EQ(boxes.Show(u"Text", row.flags | kExtended, u""), row.answer) << row.flags;
     }
@@ -279,7 +295,8 @@ TEST(MessageBoxTest, OwnerThatGoesTakesTheBoxNotTheAnswer)
     QTimer::singleShot(0, [&] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         ASSERT_TRUE(box);
-        box->buttons().first()->click();
+        for (QAbstractButton* button : box->buttons())
+            if (button->text() == QStringLiteral("&Yes")) button->click();
         owner.reset();
     });
     EXPECT_EQ(boxes.Show(u"Save?", kYesNoCancel | kExtended, u""), kAnswerYes);

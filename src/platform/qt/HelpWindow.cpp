@@ -188,9 +188,9 @@ void HelpWindow::Open(const QUrl& page)
     if (page != browser_->source()) browser_->setSource(page);
 }
 
-void HelpWindow::PageShown()
+void HelpWindow::PageShown(const QUrl& shown)
 {
-    const QUrl source = browser_->source().adjusted(QUrl::RemoveFragment);
+    const QUrl source = shown.adjusted(QUrl::RemoveFragment);
     auto at = std::find_if(std::begin(kHelpPages), std::end(kHelpPages),
                            [&](const HelpPage& page) { return UrlOf(page) == source; });
     if (at != std::end(kHelpPages)) {

@@ -29,7 +29,7 @@ private:
     void BuildContents();
     void LoadPages();
     void Open(const QUrl& page);
-    void PageShown();
+    void PageShown(const QUrl& shown);
     void Search();
     void OpenFirstFound();
     void MarkMatches();
