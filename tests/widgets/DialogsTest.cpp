@@ -27,6 +27,7 @@
 #include <QTextBrowser>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -302,6 +303,21 @@ TEST(MessageBoxTest, OwnerThatGoesTakesTheBoxNotTheAnswer)
     EXPECT_EQ(boxes.Show(u"Save?", kYesNoCancel | kExtended, u""), kAnswerYes);
     WhenModal([](QWidget& box) { box.close(); });
     EXPECT_EQ(boxes.Show(u"Again", kOk | kExtended, u""), kAnswerOk) << "the next one shows as ever";
+}
+
+TEST(MessageBoxTest, OwnerAboveAllOthersStepsDown)
+{
+    QtMessageBoxes boxes;
+    QWidget owner(nullptr, Qt::WindowStaysOnTopHint);
+    owner.show();
+    boxes.SetOwner(&owner);
+    WhenModal([&](QWidget& box) {
+        EXPECT_FALSE(owner.windowHandle()->flags() & Qt::WindowStaysOnTopHint);
+        EXPECT_EQ(box.windowModality(), Qt::ApplicationModal);
+    });
+    boxes.Show(u"Text", kOk | kExtended, u"");
+    EXPECT_TRUE(owner.windowHandle()->flags() & Qt::WindowStaysOnTopHint);
+    EXPECT_TRUE(owner.isVisible());
 }
 
 TEST(HelpWindowTest, SearchAndWays)

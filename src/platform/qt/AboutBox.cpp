@@ -73,7 +73,7 @@ void ShowAboutBox(QWidget* owner)
     licences->setHtml(LicenceText());
     licences->setAccessibleName(QDialog::tr("Licences"));
     licences->setTabChangesFocus(true);
-    licences->setMinimumSize(box.fontMetrics().averageCharWidth() * 64, box.fontMetrics().height() * 12);
+    licences->setMinimumSize(box.fontMetrics().averageCharWidth() * 72, box.fontMetrics().height() * 15);
     auto* buttons = new QDialogButtonBox;
     QPushButton* close = buttons->addButton(QDialog::tr("&Close"), QDialogButtonBox::RejectRole);
     close->setDefault(true);

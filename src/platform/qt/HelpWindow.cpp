@@ -86,7 +86,8 @@ HelpWindow::HelpWindow(QWidget* owner) : QMainWindow(owner, Qt::Window)
     setTabOrder(contents_, browser_);
     const int em = fontMetrics().averageCharWidth();
     resize(em * 130, fontMetrics().height() * 40);
-    split->setSizes({em * 36, em * 94});
+    const int side = em * 44;
+    split->setSizes({side, width() - side});
     ApplyColors();
     Open(UrlOf(kHelpPages[0]));
     browser_->setFocus();
@@ -265,7 +266,7 @@ void HelpWindow::ApplyColors()
     const auto color = [this](QPalette::ColorRole role) { return palette().color(role).name(); };
     browser_->document()->setDefaultStyleSheet(
         QStringLiteral("a { color: %1; } th { background-color: %2; text-align: left; }"
-                       "h1 { font-size: x-large; } h2 { font-size: large; }")
+                       "h1 { font-size: x-large; } h2 { font-size: large; } table { margin-top: 8px; }")
             .arg(color(QPalette::Link), color(QPalette::AlternateBase)));
     if (browser_->source().isEmpty()) return;
     const int scrolled = browser_->verticalScrollBar()->value();
