@@ -3,28 +3,49 @@
 
 namespace nib {
 
-/// Flags of a message box: one of the button sets, one of the icons.
+/// Flags of a message box: one of the button sets, one of the icons, and the default button.
 namespace message_box {
 inline constexpr int32_t kOk = 0;
 inline constexpr int32_t kOkCancel = 1;
+inline constexpr int32_t kAbortRetryIgnore = 2;
 inline constexpr int32_t kYesNoCancel = 3;
 inline constexpr int32_t kYesNo = 4;
+inline constexpr int32_t kRetryCancel = 5;
+inline constexpr int32_t kCancelTryContinue = 6;
+inline constexpr int32_t kButtonMask = 0xF;
 inline constexpr int32_t kError = 16;
 inline constexpr int32_t kQuestion = 32;
 inline constexpr int32_t kWarning = 48;
 inline constexpr int32_t kInformation = 64;
+inline constexpr int32_t kIconMask = 0x70;
+/// The first button is the default one, unless one of these is given.
+inline constexpr int32_t kSecondDefault = 0x100;
+inline constexpr int32_t kThirdDefault = 0x200;
+inline constexpr int32_t kDefaultMask = 0x300;
+
+// With extended handling a box may have more: the sets with Yes to All, and a check box.
 inline constexpr int32_t kExtended = 0x40000000;
+inline constexpr int32_t kYesAllNo = 9;
+inline constexpr int32_t kYesAllNoCancel = 10;
+inline constexpr int32_t kCheckBox = 0x80;
 
 // Answers.
 inline constexpr int32_t kAnswerOk = 1;
 inline constexpr int32_t kAnswerCancel = 2;
+inline constexpr int32_t kAnswerAbort = 3;
+inline constexpr int32_t kAnswerRetry = 4;
+inline constexpr int32_t kAnswerIgnore = 5;
 inline constexpr int32_t kAnswerYes = 6;
 inline constexpr int32_t kAnswerNo = 7;
+inline constexpr int32_t kAnswerTryAgain = 10;
+inline constexpr int32_t kAnswerContinue = 11;
 inline constexpr int32_t kAnswerYesToAll = 14;
+/// Added to the answer when the check box was checked.
+inline constexpr int32_t kChecked = 128;
 } // namespace message_box
 
 /// Shows a modal box over the main window and answers the button pressed; closing the box counts as its Cancel button,
-/// or No where there is none.
+/// or No where there is none. While a box is up, a further call answers 0 and shows nothing.
 class MessageBoxes {
 public:
     virtual ~MessageBoxes() = default;

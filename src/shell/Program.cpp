@@ -30,7 +30,7 @@ private:
 
 Program::Program(const ProgramPorts& ports)
     : ports_(ports), log_(ports.trace), services_{*this, ports.connection, settings_, location_, openDocuments_, log_},
-      files_(*this)
+      files_(*this), history_(openDocuments_, ports.mainWindow, ports.clock)
 {
 }
 
@@ -271,7 +271,7 @@ void Program::HoldAutoSave(bool hold)
     autoSaveHolds_ += hold ? 1 : -1;
 }
 
-void Program::RecordPosition(mvDocument&) {}
+void Program::RecordPosition(mvDocument& document) { history_.RecordPosition(&document, false); }
 
 std::unique_ptr<clsDocView> Program::CreateView(mvDocument& document)
 {

@@ -5,12 +5,14 @@
 #include "documents/ViewFactory.h"
 #include "documents/mvDocuments.h"
 #include "platform/Clipboard.h"
+#include "platform/Clock.h"
 #include "platform/Fonts.h"
 #include "platform/MainWindow.h"
 #include "shell/AutoSaveTicks.h"
 #include "shell/FileCommands.h"
 #include "shell/SessionParts.h"
 #include "shell/ShellState.h"
+#include "shell/modBacktrack.h"
 
 namespace nib {
 
@@ -26,6 +28,7 @@ struct ProgramPorts {
     const Clipboard& clipboard;
     SessionParts& parts;
     TraceChannel* trace = nullptr;
+    const Clock& clock = kSteadyClock;
 };
 
 class Program final : private DocumentShell {
@@ -62,6 +65,7 @@ public:
     bool OpenPicked(const SelectedItem& picked);
 
     FileCommands& Files() { return files_; }
+    NavigationHistory& History() { return history_; }
     mvDocuments& OpenDocuments() { return openDocuments_; }
     Location& CurrentLocation() { return location_; }
     MvEdit& EditorSettings() { return settings_; }
@@ -101,6 +105,7 @@ private:
     DocumentServices services_;
     FileCommands files_;
     ShellState state_;
+    NavigationHistory history_;
     Text defaultFontName_;
     int32_t autoSaveHolds_ = 0;
     bool fontsInstalled_ = false;

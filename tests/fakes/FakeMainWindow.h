@@ -29,10 +29,15 @@ public:
     void ShowStatusPanel(int32_t panel, bool visible) override { panels[panel] = visible; }
     void SetWaitCursor(bool wait) override { waiting = wait; }
     void UpdateToolBar() override { ++toolBarUpdates; }
-    void ProcessMessages() override { journal_.Add(u"messages"); }
+    void ProcessMessages() override
+    {
+        journal_.Add(u"messages");
+        if (whileProcessing) whileProcessing();
+    }
     int32_t ActiveDocument() const override { return activeDocument; }
 
     std::function<void()> onUnload;
+    std::function<void()> whileProcessing;
     Text title;
     std::map<int32_t, Text> status;
     std::map<int32_t, bool> panels;

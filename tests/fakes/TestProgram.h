@@ -1,6 +1,7 @@
 #pragma once
 // A whole program on fakes: every rule of start, documents and commands can be driven through it.
 
+#include "fakes/FakeClock.h"
 #include "fakes/FakeConnection.h"
 #include "fakes/FakeFonts.h"
 #include "fakes/FakeMessageBoxes.h"
@@ -23,7 +24,8 @@ struct TestProgram {
     FakeFonts fonts;
     FakeSessionParts parts{journal};
     RecordingTrace trace;
-    Program program{{connection, boxes, window, views, fonts, clipboard, parts, &trace}};
+    FakeClock clock;
+    Program program{{connection, boxes, window, views, fonts, clipboard, parts, &trace, clock}};
 
     FakeStore& Store() { return connection.store; }
     mvDocuments& Documents() { return program.OpenDocuments(); }

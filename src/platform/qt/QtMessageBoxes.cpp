@@ -1,12 +1,14 @@
 #include "platform/qt/QtMessageBoxes.h"
 
 #include "platform/qt/QtText.h"
+#include "shell/modMsgBoxEx.h"
 
+#include <QApplication>
+#include <QCheckBox>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScopedValueRollback>
-
-#include <array>
+#include <QWindow>
 
 namespace nib {
 
@@ -14,43 +16,8 @@ namespace {
 
 using namespace message_box;
 
-constexpr int32_t kButtonMask = 0xF;
-constexpr int32_t kIconMask = 0x70;
-constexpr int32_t kDefaultMask = 0x300;
-constexpr int32_t kDefaultUnit = 0x100;
-
-struct ButtonRow {
-    int32_t answer;
-    QMessageBox::StandardButton button;
-    const char* caption;
-};
-
-// Own captions: those of the desktop's theme have no access keys everywhere.
-constexpr ButtonRow kButtons[] = {
-    {kAnswerOk, QMessageBox::Ok, "OK"},
-    {kAnswerCancel, QMessageBox::Cancel, "Cancel"},
-    {kAnswerYes, QMessageBox::Yes, "&Yes"},
-    {kAnswerNo, QMessageBox::No, "&No"},
-    {kAnswerYesToAll, QMessageBox::YesToAll, "Yes to &All"},
-};
-
-struct SetRow {
-    int32_t flags;
-    std::array<int32_t, 4> answers; ///< in the order that the default-button flags count
-    int32_t escape;
-};
-
-constexpr SetRow kSets[] = {
-    {kOk, {kAnswerOk}, kAnswerOk},
-    {kOkCancel, {kAnswerOk, kAnswerCancel}, kAnswerCancel},
-    {kYesNoCancel, {kAnswerYes, kAnswerNo, kAnswerCancel}, kAnswerCancel},
-    {kYesNo, {kAnswerYes, kAnswerNo}, kAnswerNo},
-    {9, {kAnswerYes, kAnswerYesToAll, kAnswerNo}, kAnswerNo},
-    {10, {kAnswerYes, kAnswerYesToAll, kAnswerNo, kAnswerCancel}, kAnswerCancel},
-};
-
 struct IconRow {
-    int32_t flags;
+    int32_t flag;
     QMessageBox::Icon icon;
 };
 
@@ -61,68 +28,100 @@ constexpr IconRow kIcons[] = {
     {kInformation, QMessageBox::Information},
 };
 
-const SetRow& SetOf(int32_t flags)
-{
-    for (const SetRow& row : kSets) {
-        if (row.flags == (flags & kButtonMask)) return row;
-    }
-    return kSets[0];
-}
-
-QMessageBox::Icon IconOf(int32_t flags)
+QMessageBox::Icon IconOf(int32_t flag)
 {
     for (const IconRow& row : kIcons) {
-        if (row.flags == (flags & kIconMask)) return row.icon;
+        if (row.flag == flag) return row.icon;
     }
     return QMessageBox::NoIcon;
 }
 
-const ButtonRow* ButtonOf(int32_t answer)
+QMessageBox::ButtonRole RoleOf(ButtonMeaning meaning)
 {
-    for (const ButtonRow& row : kButtons) {
-        if (row.answer == answer) return &row;
+    switch (meaning) {
+    case ButtonMeaning::Agree: return QMessageBox::YesRole;
+    case ButtonMeaning::Refuse: return QMessageBox::NoRole;
+    case ButtonMeaning::Leave: break;
     }
-    return nullptr;
+    return QMessageBox::RejectRole;
 }
 
-void AddButtons(QMessageBox& box, int32_t flags)
+/// A window that stays above all others would hide the box: it does not while this lives.
+class BelowTheBox {
+public:
+    explicit BelowTheBox(QWidget* owner) : window_(owner ? owner->window()->windowHandle() : nullptr)
+    {
+        if (window_ && !(window_->flags() & Qt::WindowStaysOnTopHint)) window_.clear();
+        if (window_) window_->setFlag(Qt::WindowStaysOnTopHint, false);
+    }
+    ~BelowTheBox()
+    {
+        if (window_) window_->setFlag(Qt::WindowStaysOnTopHint, true);
+    }
+    BelowTheBox(const BelowTheBox&) = delete;
+    BelowTheBox& operator=(const BelowTheBox&) = delete;
+
+private:
+    QPointer<QWindow> window_;
+};
+
+/// What the user did, written down when it happens: afterwards the box may have gone with its owner.
+struct Outcome {
+    int32_t pressed = 0;
+    bool isChecked = false;
+};
+
+void AddButtons(QMessageBox& box, const MessageBoxPlan& plan, Outcome& outcome)
 {
-    const SetRow& set = SetOf(flags);
-    const int32_t wanted = (flags & kDefaultMask) / kDefaultUnit;
-    for (int32_t i = 0; i < static_cast<int32_t>(set.answers.size()); ++i) {
-        const ButtonRow* row = ButtonOf(set.answers[static_cast<size_t>(i)]);
-        if (!row) break;
-        QPushButton* button = box.addButton(row->button);
-        button->setText(QString::fromLatin1(row->caption));
-        if (i == 0 || i == wanted) box.setDefaultButton(button);
-        if (row->answer == set.escape) box.setEscapeButton(button);
+    outcome.pressed = plan.escapeAnswer;
+    for (size_t i = 0; i < plan.buttons.size(); ++i) {
+        const MessageBoxButton& row = plan.buttons[i];
+        QPushButton* button = box.addButton(QString::fromUtf16(row.caption), RoleOf(row.meaning));
+        if (i == plan.defaultButton) box.setDefaultButton(button);
+        if (row.answer == plan.escapeAnswer) box.setEscapeButton(button);
+        QObject::connect(button, &QPushButton::clicked, button,
+                         [&outcome, answer = row.answer] { outcome.pressed = answer; });
     }
 }
 
-int32_t AnswerOf(const QMessageBox& box, int32_t flags)
+void AddCheckBox(QMessageBox& box, const MessageBoxPlan& plan, Outcome& outcome)
 {
-    const QMessageBox::StandardButton pressed = box.standardButton(box.clickedButton());
-    for (const ButtonRow& row : kButtons) {
-        if (row.button == pressed) return row.answer;
-    }
-    return SetOf(flags).escape;
+    if (plan.checkCaption.empty()) return;
+    auto* check = new QCheckBox(ToQString(plan.checkCaption), &box);
+    QObject::connect(check, &QCheckBox::toggled, check, [&outcome](bool checked) { outcome.isChecked = checked; });
+    box.setCheckBox(check);
 }
 
 } // namespace
 
 int32_t QtMessageBoxes::Show(TextView text, int32_t flags, TextView title)
 {
+    // Over a dialog that is up, so that no window manager puts the box behind it.
+    QWidget* dialog = QApplication::activeModalWidget();
+    return MsgBoxEx(text, flags, title, {}, dialog ? dialog : owner_.data());
+}
+
+int32_t QtMessageBoxes::MsgBoxEx(TextView text, int32_t flags, TextView title, TextView checkCaption, QWidget* owner)
+{
     if (up_) return 0;
     const QScopedValueRollback<bool> whileUp(up_, true);
-    QMessageBox box(owner_);
-    box.setWindowTitle(ToQString(title));
-    box.setTextFormat(Qt::PlainText);
-    box.setText(ToQString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    box.setIcon(IconOf(flags));
-    AddButtons(box, flags);
-    box.exec();
-    return AnswerOf(box, flags);
+    const MessageBoxPlan plan = PlanMessageBox(flags, title, checkCaption);
+    const BelowTheBox below(owner);
+    Outcome outcome;
+    // Its owner may end while the box is up, and takes it along.
+    const QPointer<QMessageBox> box = new QMessageBox(owner);
+    box->setWindowModality(Qt::ApplicationModal);
+    box->setWindowTitle(ToQString(plan.title));
+    box->setTextFormat(Qt::PlainText);
+    box->setText(ToQString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+    box->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    box->setIcon(IconOf(plan.icon));
+    AddButtons(*box, plan, outcome);
+    AddCheckBox(*box, plan, outcome);
+    if (plan.sounds) QApplication::beep();
+    box->exec();
+    delete box.data();
+    return MessageBoxAnswer(outcome.pressed, outcome.isChecked);
 }
 
 } // namespace nib

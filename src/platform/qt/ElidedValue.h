@@ -1,0 +1,29 @@
+#pragma once
+#include <QLineEdit>
+
+namespace nib {
+
+/// A value to read, select and copy, in the middle of which a text too long is cut short; the whole of it is the tool
+/// tip, and shows while the field has the focus.
+class ElidedValue final : public QLineEdit {
+public:
+    explicit ElidedValue(const QString& value, QWidget* parent = nullptr);
+
+    QString Value() const { return value_; }
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    QSize SizeFor(int textWidth) const;
+    void ShowText();
+
+    QString value_;
+};
+
+} // namespace nib

@@ -1,0 +1,368 @@
+// The dialogs by keyboard alone: where the focus is, what Return and Escape do, and that every field has a name and
+// room for its text.
+
+#include "fakes/TestProgram.h"
+#include "platform/qt/AboutBox.h"
+#include "platform/qt/ElidedValue.h"
+#include "platform/qt/HelpWindow.h"
+#include "platform/qt/QtMessageBoxes.h"
+#include "platform/qt/QtText.h"
+#include "shell/DocumentProperties.h"
+#include "shell/frmGoto.h"
+#include "shell/frmProperties.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QCompleter>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QTextBrowser>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+namespace nib::test {
+namespace {
+
+using namespace message_box;
+
+/// Where the desktop would send a key: to a pop-up first.
+QWidget* KeyReceiver()
+{
+    QWidget* popup = QApplication::activePopupWidget();
+    return popup ? popup : QApplication::focusWidget();
+}
+
+void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    ASSERT_TRUE(KeyReceiver());
+    QTest::keyClick(KeyReceiver(), key, modifiers);
+}
+
+/// Buttons act on their access keys after the picture of a press.
+void AccessKey(Qt::Key key)
+{
+    Key(key, Qt::AltModifier);
+    QTest::qWait(150);
+}
+
+void Type(const char* text)
+{
+    for (; *text; ++text) QTest::keyClick(KeyReceiver(), *text);
+}
+
+QString NameOf(const QWidget* widget)
+{
+    if (!widget) return {};
+    if (!widget->accessibleName().isEmpty()) return widget->accessibleName();
+    auto* button = qobject_cast<const QAbstractButton*>(widget);
+    if (button) return button->text().remove(QLatin1Char('&'));
+    auto* label = qobject_cast<const QLabel*>(widget);
+    return label ? label->text() : QString();
+}
+
+/// Names of what the Tab key reaches, from the focus on, once round.
+QStringList TabOrder()
+{
+    QStringList names;
+    const QWidget* first = QApplication::focusWidget();
+    do {
+        names.append(NameOf(QApplication::focusWidget()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    } while (QApplication::focusWidget() != first && names.size() < 30);
+    return names;
+}
+
+/// What a person with a screen reader, or with large letters, would miss.
+void ExpectUsable(QWidget& form)
+{
+    for (QWidget* widget : form.findChildren<QWidget*>()) {
+        if (!widget->isVisibleTo(&form) || widget->window() != &form) continue;
+        if (widget->focusPolicy() != Qt::NoFocus && widget->focusProxy() == nullptr) {
+            EXPECT_FALSE(NameOf(widget).isEmpty()) << widget->metaObject()->className();
+        }
+        if (!qobject_cast<QAbstractButton*>(widget) && !qobject_cast<QLabel*>(widget)) continue;
+        const QSize wanted = widget->minimumSizeHint();
+        EXPECT_GE(widget->width(), wanted.width()) << NameOf(widget).toStdString();
+        EXPECT_GE(widget->height(), wanted.height()) << NameOf(widget).toStdString();
+    }
+}
+
+/// Runs `steps` on the modal dialog that comes up.
+template <typename Steps>
+void WhenModal(Steps steps)
+{
+    QTimer::singleShot(0, [steps] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        ASSERT_TRUE(dialog);
+        QApplication::setActiveWindow(dialog);
+        QTest::qWait(1);
+        steps(*dialog);
+        if (QWidget* left = QApplication::activeModalWidget()) left->close();
+    });
+}
+
+class DialogsTest : public testing::Test {
+protected:
+    DialogsTest()
+    {
+        document->SetText(u"START:\r\nX = 1\r\nSTOP:\r\nX = 2\r\nRESTART:");
+        for (int32_t line : {0, 2, 4})
+            document->View()->txtText().Document().SetLineData(line, LineWord::Lexer, 0x20000);
+        document->Activate();
+    }
+    ~DialogsTest() override { QApplication::setFont(font); }
+    Position Caret() { return document->View()->txtText().Caret(); }
+
+    TestProgram t;
+    std::shared_ptr<mvDocument> document = t.New();
+    QFont font = QApplication::font();
+    Text target = u"STOP";
+};
+
+TEST_F(DialogsTest, GotoLabelByKeyboard)
+{
+    frmGoto form(t.program);
+    WhenModal([](QWidget& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Goto"));
+        EXPECT_EQ(NameOf(QApplication::focusWidget()), QStringLiteral("Label"));
+        ExpectUsable(dialog);
+        Key(Qt::Key_Return);
+    });
+    EXPECT_TRUE(form.ShowGoto(target, nullptr));
+    EXPECT_EQ(Caret(), (Position{0, 2}));
+    WhenModal([](QWidget&) {
+        Type("REST"); // over the selected target
+        Key(Qt::Key_Down);
+        Key(Qt::Key_Return);
+        Key(Qt::Key_Return);
+    });
+    EXPECT_TRUE(form.ShowGoto(target, nullptr));
+    EXPECT_EQ(target, u"RESTART");
+    EXPECT_EQ(Caret(), (Position{0, 4}));
+    WhenModal([](QWidget&) {
+        Type("START");
+        EXPECT_TRUE(QApplication::activePopupWidget()) << "RESTART holds it too";
+        Key(Qt::Key_Return);
+    });
+    EXPECT_TRUE(form.ShowGoto(target, nullptr));
+    EXPECT_EQ(target, u"START");
+    EXPECT_EQ(Caret(), (Position{0, 0}));
+}
+
+TEST_F(DialogsTest, GotoLineByKeyboard)
+{
+    frmGoto form(t.program);
+    WhenModal([](QWidget&) {
+        AccessKey(Qt::Key_N);
+        EXPECT_EQ(NameOf(QApplication::focusWidget()), QStringLiteral("Line number"));
+        Type("4");
+        Key(Qt::Key_Return);
+    });
+    EXPECT_TRUE(form.ShowGoto(target, nullptr));
+    EXPECT_EQ(Caret(), (Position{0, 3}));
+    EXPECT_EQ(target, u"STOP") << "a jump to a line leaves the label";
+    WhenModal([](QWidget&) {
+        EXPECT_EQ(TabOrder(),
+                  (QStringList{QStringLiteral("Line number"),
+                               QStringLiteral("Skip this dialog when a label is double-clicked"), QStringLiteral("OK"),
+                               QStringLiteral("Cancel"), QStringLiteral("Line number:")}));
+        AccessKey(Qt::Key_S);
+        Key(Qt::Key_Escape);
+    });
+    EXPECT_FALSE(form.ShowGoto(target, nullptr));
+    EXPECT_EQ(Caret(), (Position{0, 3}));
+    EXPECT_TRUE(t.program.EditorSettings().NoGotoDialog) << "written at once";
+}
+
+TEST_F(DialogsTest, GotoStaysAfterAFailure)
+{
+    frmGoto form(t.program);
+    target = u"NOWHERE";
+    WhenModal([&](QWidget& dialog) {
+        Key(Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(t.boxes.Take().size(), 1u);
+        dialog.close();
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_FALSE(form.ShowGoto(target, nullptr));
+    EXPECT_EQ(target, u"NOWHERE");
+}
+
+TEST_F(DialogsTest, PropertiesCanBeReadAndCopied)
+{
+    const Text folder(200, u'f');
+    auto local = t.NewObject();
+    t.Store(u"file:/home/" + folder + u"/a.bas", u"A\r\nB");
+    ASSERT_TRUE(local->FileOpen(u"file:/home/" + folder + u"/a.bas", true));
+    frmProperties form;
+    WhenModal([&](QWidget& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Nib Document Properties"));
+        ExpectUsable(dialog);
+        auto* value = dialog.findChild<ElidedValue*>();
+        ASSERT_TRUE(value);
+        EXPECT_EQ(value->accessibleName(), QStringLiteral("Location"));
+        EXPECT_LT(value->text().size(), value->Value().size()) << "cut short in its middle";
+        EXPECT_EQ(value->toolTip(), value->Value());
+        EXPECT_EQ(TabOrder(),
+                  (QStringList{QStringLiteral("Close"), QStringLiteral("Location"), QStringLiteral("File name"),
+                               QStringLiteral("Modified"), QStringLiteral("Read only"), QStringLiteral("Size"),
+                               QStringLiteral("Lines")}));
+        Key(Qt::Key_Tab);
+        Key(Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(QApplication::clipboard()->text(), value->Value());
+        Key(Qt::Key_Return);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    form.ShowDialog(*local, t.program.CurrentLocation());
+    t.program.CurrentLocation() = {};
+    WhenModal([](QWidget& dialog) {
+        EXPECT_EQ(dialog.findChildren<ElidedValue*>().size(), 8) << "the rows of the last showing have gone";
+        Key(Qt::Key_Escape);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    form.ShowDialog(*document, t.program.CurrentLocation());
+}
+
+TEST_F(DialogsTest, LargeLettersHaveRoom)
+{
+    QFont large = font;
+    large.setPointSize(14);
+    QApplication::setFont(large);
+    frmGoto jump(t.program);
+    WhenModal([](QWidget& dialog) { ExpectUsable(dialog); });
+    jump.ShowGoto(target, nullptr);
+    frmProperties properties;
+    WhenModal([](QWidget& dialog) { ExpectUsable(dialog); });
+    properties.ShowDialog(*document, t.program.CurrentLocation());
+    WhenModal([](QWidget& dialog) { ExpectUsable(dialog); });
+    ShowAboutBox(nullptr);
+    HelpWindow help;
+    help.ShowHelp();
+    ExpectUsable(help);
+}
+
+TEST(MessageBoxTest, CheckBoxAndYesToAll)
+{
+    struct {
+        int32_t flags;
+        Qt::Key key;
+        bool check;
+        int32_t answer;
+    } const rows[] = {
+        {kYesNo | kCheckBox, Qt::Key_Y, true, 6 + 128},
+        {kYesNo | kCheckBox, Qt::Key_Y, false, 6},
+        {kYesNo | kCheckBox, Qt::Key_Escape, true, 7 + 128},
+        {kYesAllNo, Qt::Key_A, false, 14},
+        {kYesAllNoCancel, Qt::Key_A, false, 14},
+        {kYesAllNoCancel | kWarning, Qt::Key_Escape, false, 2},
+        {kYesAllNoCancel | kSecondDefault, Qt::Key_Return, false, 2},
+        {kYesAllNo, Qt::Key_Return, false, 6},
+        {kAbortRetryIgnore | kThirdDefault, Qt::Key_Return, false, 5},
+    };
+    for (auto& row : rows) {
+        QtMessageBoxes boxes;
+        WhenModal([&](QWidget&) {
+            if (row.check) AccessKey(Qt::Key_W);
+            row.key < Qt::Key_Escape ? AccessKey(row.key) : Key(row.key);
+        });
+        EXPECT_EQ(boxes.Show(u"Text", row.flags | kExtended, u""), row.answer) << row.flags;
+    }
+}
+
+TEST(MessageBoxTest, OwnerThatGoesTakesTheBoxNotTheAnswer)
+{
+    QtMessageBoxes boxes;
+    auto owner = std::make_unique<QWidget>();
+    owner->show();
+    boxes.SetOwner(owner.get());
+    QTimer::singleShot(0, [&] { owner.reset(); });
+    EXPECT_EQ(boxes.Show(u"Save?", kYesNoCancel | kExtended, u""), kAnswerCancel);
+
+    owner = std::make_unique<QWidget>();
+    owner->show();
+    boxes.SetOwner(owner.get());
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(box);
+        for (QAbstractButton* button : box->buttons())
+            if (button->text() == QStringLiteral("&Yes")) button->click();
+        owner.reset();
+    });
+    EXPECT_EQ(boxes.Show(u"Save?", kYesNoCancel | kExtended, u""), kAnswerYes);
+    WhenModal([](QWidget& box) { box.close(); });
+    EXPECT_EQ(boxes.Show(u"Again", kOk | kExtended, u""), kAnswerOk) << "the next one shows as ever";
+}
+
+TEST(MessageBoxTest, OwnerAboveAllOthersStepsDown)
+{
+    QtMessageBoxes boxes;
+    QWidget owner(nullptr, Qt::WindowStaysOnTopHint);
+    owner.show();
+    boxes.SetOwner(&owner);
+    WhenModal([&](QWidget& box) {
+        EXPECT_FALSE(owner.windowHandle()->flags() & Qt::WindowStaysOnTopHint);
+        EXPECT_EQ(box.windowModality(), Qt::ApplicationModal);
+    });
+    boxes.Show(u"Text", kOk | kExtended, u"");
+    EXPECT_TRUE(owner.windowHandle()->flags() & Qt::WindowStaysOnTopHint);
+    EXPECT_TRUE(owner.isVisible());
+}
+
+TEST(HelpWindowTest, SearchAndWays)
+{
+    HelpWindow help;
+    help.ShowHelp(u"NavBack");
+    QApplication::setActiveWindow(&help);
+    auto* browser = help.findChild<QTextBrowser*>();
+    auto* contents = help.findChild<QTreeWidget*>();
+    EXPECT_EQ(browser->source().toString(), QStringLiteral("qrc:/help/goto.html#NavBack"));
+    EXPECT_EQ(contents->currentItem()->text(0), QStringLiteral("Go to and history"));
+    Key(Qt::Key_F, Qt::ControlModifier);
+    Type("bookmark lasts");
+    int shown = 0;
+    for (QTreeWidgetItemIterator at(contents, QTreeWidgetItemIterator::NotHidden); *at; ++at)
+        shown += !(*at)->childCount();
+    EXPECT_EQ(shown, 0);
+    Key(Qt::Key_Backspace);
+    Key(Qt::Key_Return);
+    EXPECT_EQ(browser->source().fileName(), QStringLiteral("bookmarks.html"));
+    EXPECT_FALSE(browser->extraSelections().isEmpty());
+    Key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(browser->source().fileName(), QStringLiteral("goto.html"));
+    Key(Qt::Key_Escape);
+    EXPECT_TRUE(help.isVisible()) << "the first one only ends the search";
+    Key(Qt::Key_Home, Qt::AltModifier);
+    EXPECT_EQ(browser->source().fileName(), QStringLiteral("index.html"));
+    Key(Qt::Key_Escape);
+    EXPECT_FALSE(help.isVisible());
+}
+
+TEST(AboutBoxTest, NamesVersionsAndLicences)
+{
+    WhenModal([](QWidget& dialog) {
+        QString text;
+        for (auto* label : dialog.findChildren<QLabel*>()) text += label->text() + QLatin1Char('\n');
+        text += dialog.findChild<QTextBrowser*>()->toPlainText();
+        for (const char* part : {"Nib", NIB_VERSION, qVersion(), "Lesser General Public", "ICU", "DejaVu", "libacl"})
+            EXPECT_TRUE(text.contains(QLatin1String(part))) << part;
+        EXPECT_EQ(NameOf(QApplication::focusWidget()), QStringLiteral("Close"));
+        Key(Qt::Key_Escape);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    ShowAboutBox(nullptr);
+}
+
+} // namespace
+} // namespace nib::test
