@@ -39,6 +39,8 @@ struct SourceBuffer::Impl {
 
     void Leave();
     void FlushPending();
+    /// True when all that waits for a scan lies within these lines; the caller then scans them.
+    bool TakePendingWithin(int32_t first, int32_t last);
     void RefreshFolding(bool linesChanged);
     void TellModified();
     void TellFolding();
