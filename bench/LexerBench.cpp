@@ -1,0 +1,146 @@
+// The lexer on a million lines, beside one pass over the same characters with one test and one table look-up each.
+
+#include "BasicText.h"
+#include "editing/LexClass.h"
+#include "platform/sourceview/SourceBuffer.h"
+
+#include <benchmark/benchmark.h>
+
+#include <array>
+
+namespace nib::bench {
+namespace {
+
+constexpr int32_t kMillion = 1000000;
+
+const std::vector<Text>& Lines()
+{
+    static const std::vector<Text> lines = Split(FromUtf8(BasicBytes(kMillion)), u'\n');
+    return lines;
+}
+
+/// 500 words, half of them of two or three words; some begin like what the text holds.
+const clsKeywords& UserKeywords()
+{
+    static const clsKeywords keywords = [] {
+        static constexpr TextView kHeads[] = {u"READ",  u"CRT",   u"END",  u"CUST.REC", u"OPEN", u"MATREAD",
+                                              u"WRITE", u"PRINT", u"FROM", u"DCOUNT",   u"FILE", u"SELECT"};
+        Text list;
+        for (int32_t i = 0; i < 500; ++i) {
+            Text number = Decimal(i);
+            list += kHeads[static_cast<size_t>(i) % std::size(kHeads)];
+            list += i % 2 == 0 ? u"" : i % 4 == 1 ? u" INTO" : u" NEXT";
+            list += i % 2 == 0 ? u"X" + number : i % 8 == 1 ? u" ALL" + number : number;
+            list += u"\r\n";
+        }
+        clsKeywords made;
+        made.SetKeywordList(keyword_class::kUser, u"\r\n", list);
+        return made;
+    }();
+    return keywords;
+}
+
+/// Only the lengths and the lexer's words of the lines.
+class LinesOnly final : public SourceDocument {
+public:
+    int32_t LineCount() const override { return kMillion; }
+    Text GetLine(int32_t line) const override { return Lines()[static_cast<size_t>(line)]; }
+    int32_t LineLength(int32_t line) const override
+    {
+        return static_cast<int32_t>(Lines()[static_cast<size_t>(line)].size());
+    }
+    uint32_t GetLineData(int32_t line, LineWord) const override { return words_[static_cast<size_t>(line)]; }
+    void SetLineData(int32_t line, LineWord, uint32_t value) override { words_[static_cast<size_t>(line)] = value; }
+    Position InsertText(Position, TextView) override { return {}; }
+    void DeleteRange(Position, Position) override {}
+    int32_t UpdateLines(int32_t, int32_t) override { return 0; }
+    void NotifyChange(int32_t, int32_t, int32_t, Position) override {}
+    bool Modified() const override { return false; }
+    void SetModified(bool) override {}
+    bool CanUndo() const override { return false; }
+    bool CanRedo() const override { return false; }
+    void Undo() override {}
+    void Redo() override {}
+    void ClearUndo() override {}
+    bool Find(TextView, Position, FindOptions, FindHit&) const override { return false; }
+    void ToggleBookmark(int32_t) override {}
+    void ClearBookmarks() override {}
+    int32_t BookmarkCount() const override { return 0; }
+    int32_t FindBookmark(int32_t, bool) const override { return -1; }
+    void SetLexer(ISourceLex4*) override {}
+    void ExecuteOp(std::unique_ptr<ISourceOp>) override {}
+    void CollapseBlock(int32_t) override {}
+    void ExpandBlock(int32_t) override {}
+    void CollapseAll() override {}
+    void ExpandAll() override {}
+    bool IsHidden(int32_t) const override { return false; }
+
+private:
+    std::vector<uint32_t> words_ = std::vector<uint32_t>(kMillion + 1);
+};
+
+void LexLimit(benchmark::State& state)
+{
+    std::array<uint8_t, 256> table{};
+    for (size_t c = 0; c < table.size(); ++c) table[c] = static_cast<uint8_t>(c % 7);
+    const auto& lines = Lines();
+    for (auto _ : state) {
+        uint64_t sum = 0;
+        for (const Text& line : lines)
+            for (char16_t c : line) sum += c < 0x100 ? table[c] : 1;
+        benchmark::DoNotOptimize(sum);
+    }
+}
+
+void Lex(benchmark::State& state, bool withUserKeywords)
+{
+    LinesOnly document;
+    LexClass lexer;
+    if (withUserKeywords) lexer.SetKeywords(UserKeywords());
+    const auto& lines = Lines();
+    int64_t tokens = 0;
+    for (auto _ : state) {
+        tokens = 0;
+        for (int32_t line = 0; line < kMillion; ++line) {
+            lexer.BeginLineScan(document, line, lines[static_cast<size_t>(line)], 0);
+            Token token;
+            do {
+                static_cast<ISourceLex4&>(lexer).ScanToken(token);
+                ++tokens;
+            } while (token.type != token_type::kEndOfLine);
+            lexer.EndLineScan(document);
+        }
+    }
+    state.counters["tokens/line"] = static_cast<double>(tokens) / kMillion;
+}
+
+void LexInBuffer(benchmark::State& state)
+{
+    SourceBuffer buffer;
+    buffer.SetText(FromUtf8(BasicBytes(kMillion)));
+    LexClass lexer;
+    for (auto _ : state) {
+        buffer.SetLexer(&lexer);
+        buffer.EnsureScanned();
+    }
+}
+
+void LoadKeywords(benchmark::State& state)
+{
+    Text list;
+    for (int32_t i = 0; i < kMillion; ++i) list += u"WORD." + Decimal(i) + u"\r\n";
+    clsKeywords keywords;
+    for (auto _ : state) {
+        keywords.SetKeywordList(keyword_class::kUser, u"\r\n", list);
+        benchmark::DoNotOptimize(keywords.CompoundKeywordSize());
+    }
+}
+
+BENCHMARK(LexLimit)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Lex, default_keywords, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Lex, user_keywords_500, true)->Unit(benchmark::kMillisecond);
+BENCHMARK(LexInBuffer)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadKeywords)->Iterations(3)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace nib::bench

@@ -1,0 +1,445 @@
+#include "editing/LexClass.h"
+
+#include "base/Marks.h"
+#include "diagnostics/Guarded.h"
+#include "editing/BlockStyles.h"
+#include "editing/Units.h"
+
+#include <algorithm>
+
+namespace nib {
+
+using namespace unit_class;
+
+namespace {
+
+/// Traits of a kind of token.
+constexpr uint8_t kLookedAt = 1;       ///< tests look back at it; they look through the others
+constexpr uint8_t kStatementStart = 2; ///< a statement begins behind it
+constexpr uint8_t kLabelPosition = 4;  ///< a label or a number may stand behind it
+constexpr uint8_t kGoesOn = 8;         ///< the token behind it is its continuation
+
+} // namespace
+
+struct LexClass::KindRow {
+    int32_t type;
+    int32_t flags;
+    int32_t depth;
+    uint8_t traits;
+};
+
+constexpr LexClass::KindRow LexClass::kKinds[] = {
+    {token_type::kEndOfLine, 0, 0, kLookedAt | kStatementStart | kLabelPosition}, // None
+    {token_type::kBlank, 0, 0, 0},                                                // Blank
+    {token_type::kValueMark, 0, 0, 0},                                            // ValueMark
+    {token_type::kSubValueMark, 0, 0, 0},                                         // SubValueMark
+    {token_type::kLabel, line_flag::kLabel, 0, kLookedAt | kStatementStart},      // Label
+    {token_type::kLabel, 0, 0, kLookedAt},                                        // LabelReference
+    {token_type::kNumber, 0, 0, kLookedAt},                                       // Number
+    {token_type::kReserved, 0, 0, kLookedAt | kLabelPosition},                    // Branch
+    {token_type::kSeparator, 0, 0, kLookedAt | kStatementStart},                  // Separator
+    {token_type::kNormal, 0, 0, kLookedAt | kLabelPosition},                      // ListComma
+    {token_type::kComment, 0, 0, kLookedAt},                                      // Comment
+    {token_type::kComment, 0, 0, kLookedAt | kGoesOn},                            // CutComment
+    {token_type::kString, 0, 0, kLookedAt},                                       // String
+    {token_type::kString, 0, 0, kLookedAt | kGoesOn},                             // CutString
+    {token_type::kNormal, 0, 1, kLookedAt},                                       // Open
+    {token_type::kNormal, 0, -1, kLookedAt},                                      // Close
+    {token_type::kNormal, 0, 0, kLookedAt},                                       // Normal
+    {token_type::kUserKeyword, 0, 0, kLookedAt},                                  // UserKeyword
+    {token_type::kReserved, 0, 0, kLookedAt},                                     // Reserved
+};
+
+namespace {
+
+constexpr TextView kWhere = u"LexClass.ScanToken";
+
+constexpr int32_t kBegins = 1;
+constexpr int32_t kEnds = 2;
+
+constexpr bool IsBreak(char16_t c)
+{
+    return c == kValueMark || c == kSubValueMark;
+}
+
+/// `key` is folded, `word` is ASCII.
+bool EqualsFolded(TextView word, TextView key)
+{
+    if (word.size() != key.size()) return false;
+    size_t i = 0;
+    for (; i + 4 <= key.size(); i += 4)
+        if (units::FoldAscii4(units::Load4(word.data() + i)) != units::Load4(key.data() + i)) return false;
+    for (; i < key.size(); ++i)
+        if (units::FoldAscii(word[i]) != key[i]) return false;
+    return true;
+}
+
+constexpr int32_t AttributesOf(int32_t flags)
+{
+    if (flags & kBeginBlocks) return kBegins;
+    return flags & kEndBlocks ? kEnds : 0;
+}
+
+} // namespace
+
+void LexClass::SetKeywords(const clsKeywords& keywords)
+{
+    keywords_ = &keywords;
+    own_.reset();
+}
+
+void LexClass::BeginLineScan(SourceDocument& document, int32_t line, TextView lineText, int32_t /*flags*/)
+{
+    line_ = line;
+    length_ = std::clamp(document.LineLength(line), 0, static_cast<int32_t>(lineText.size()));
+    TakeText(lineText.substr(0, static_cast<size_t>(length_)));
+    position_ = 0;
+    depth_ = 0;
+    lineFlags_ = 0;
+    previous_ = Kind::None;
+    if (line > 0 && document.GetLineData(line - 1, LineWord::Lexer) & line_flag::kListContinues)
+        previous_ = Kind::ListComma;
+    traced_ = log_->Wants(trace::kTokens);
+    quick_ = highlight_ && !traced_;
+}
+
+inline void LexClass::TakeText(TextView text)
+{
+    constexpr size_t kReadAhead = 16; // a look at eight units may begin eight behind the end
+    if (buffer_.size() < text.size() + kReadAhead) buffer_.resize(text.size() * 2 + kReadAhead);
+    std::copy(text.begin(), text.end(), buffer_.begin());
+    std::fill_n(buffer_.begin() + static_cast<ptrdiff_t>(text.size()), kReadAhead, kValueMark);
+    text_ = buffer_.data();
+}
+
+int16_t LexClass::EndLineScan(SourceDocument& document)
+{
+    document.SetLineData(line_, LineWord::Lexer, static_cast<uint32_t>(lineFlags_));
+    return 0;
+}
+
+inline int32_t LexClass::SkipBlanks(int32_t at) const
+{
+    for (;;) {
+        int32_t run = units::RunOf(units::Eight(text_ + at).Equal(u' '));
+        at += run;
+        if (run < 8) return at;
+    }
+}
+
+/// The end of a name of which `at` is not the first character.
+inline int32_t LexClass::NameFrom(int32_t at, const uint8_t* classes) const
+{
+    for (;;) {
+        int32_t run = units::RunOf(units::Eight(text_ + at).Names());
+        at += run;
+        if (run == 8) continue;
+        if (!(classes[text_[at]] & kNext) || at >= length_) return at;
+        ++at; // a character that a keyword brought in
+    }
+}
+
+inline uint8_t LexClass::TraitsBefore() const
+{
+    return kKinds[static_cast<size_t>(previous_)].traits;
+}
+
+/// The most frequent tokens without the search through the rules: blanks, an operator, a name that is no keyword.
+inline bool LexClass::QuickStep(Token& token)
+{
+    int32_t at = position_;
+    if (!quick_) return false;
+    if (at >= length_) {
+        if (previous_ == Kind::ListComma) return false;
+        token = {token_type::kEndOfLine, at, 0, 0};
+        previous_ = Kind::None;
+        return true;
+    }
+    char16_t c = text_[at];
+    int32_t end = at + 1;
+    int32_t type = token_type::kBlank;
+    if (c == u' ') {
+        end = SkipBlanks(end);
+    } else {
+        const KeywordTables& tables = keywords_->Tables();
+        const uint8_t* classes = tables.Classes();
+        uint8_t is = classes[c];
+        if (is & kSyntax || (c | 0x20) == u'g' || TraitsBefore() & (kStatementStart | kLabelPosition)) return false;
+        if (is & kFirst) {
+            end = NameFrom(end, classes);
+            if (tables.Hint(Piece(at, end)) != 0) return false;
+            if (is & kFirstExact) end = at + 1;
+        }
+        type = token_type::kNormal;
+        previous_ = Kind::Normal;
+    }
+    token.type = type;
+    token.start = at;
+    token.length = end - at;
+    token.attributes = 0;
+    position_ = end;
+    return true;
+}
+
+void LexClass::ScanToken(Token& token)
+{
+    if (!QuickStep(token)) GuardedStep(token);
+}
+
+void LexClass::GuardedStep(Token& token)
+{
+    Guarded(
+        *log_, kWhere, [&] { Step(token); },
+        [&](const Error&) {
+            token = {token_type::kEndOfLine, position_, 0, 0};
+        });
+}
+
+/// False for what has no part of its own here: it may still begin a keyword.
+inline bool LexClass::FindSyntax(char16_t c, Extent& extent, Kind& kind)
+{
+    switch (c) {
+    case u';': kind = depth_ == 0 ? Kind::Separator : Kind::Normal; break;
+    case u',': kind = previous_ == Kind::LabelReference ? Kind::ListComma : Kind::Normal; break;
+    case u'(': kind = Kind::Open; break;
+    case u')': kind = Kind::Close; break;
+    default: quote_ = c; kind = String(position_ + 1, extent);
+    }
+    return kind != Kind::Normal;
+}
+
+inline LexClass::Kind LexClass::FindKeyword(const KeywordTables& tables, Extent& extent) const
+{
+    const uint8_t* classes = tables.Classes();
+    int32_t start = position_;
+    extent.end = NameFrom(start + 1, classes);
+    uint8_t hint = tables.Hint(Piece(start, extent.end));
+    if (hint != 0) {
+        if (const clsKeyword* keyword = MatchKeyword(tables, hint, extent.end)) {
+            extent.flags = FlagsOfKeyword(keyword->Block, extent.end, tables);
+            constexpr int32_t kOfTheLanguage = keyword_class::kReserved | keyword_class::kLanguage;
+            return keyword->Class & kOfTheLanguage ? Kind::Reserved : Kind::UserKeyword;
+        }
+    }
+    if (classes[text_[start]] & kFirstExact) extent.end = start + 1;
+    return Kind::Normal;
+}
+
+[[gnu::always_inline]] inline LexClass::Kind LexClass::Next(const KeywordTables& tables, Extent& extent)
+{
+    int32_t at = position_;
+    if (at >= length_) {
+        if (previous_ == Kind::ListComma) extent.flags = line_flag::kListContinues;
+        return Kind::None;
+    }
+    char16_t c = text_[at];
+    uint8_t before = TraitsBefore();
+    if (!highlight_ || before & kGoesOn) return Uncoloured(extent);
+    if (c == u' ') {
+        extent.end = SkipBlanks(at + 1);
+        return Kind::Blank;
+    }
+    extent.end = at + 1;
+    uint8_t is = tables.Of(c);
+    Kind kind = Kind::Normal;
+    if (is & kSyntax && IsBreak(c)) return c == kValueMark ? Kind::ValueMark : Kind::SubValueMark;
+    if (before & kStatementStart && (is & kPrefix || (c | 0x20) == u'r') && FindComment(tables, extent, kind))
+        return kind;
+    if (is & kSyntax && FindSyntax(c, extent, kind)) return kind;
+    if (before & kLabelPosition && is & (kLetter | kDigit) && FindLabel(tables, extent, kind)) return kind;
+    if ((c | 0x20) == u'g' && FindBranch(extent)) return Kind::Branch;
+    return is & kFirst ? FindKeyword(tables, extent) : Kind::Normal;
+}
+
+void LexClass::Step(Token& token)
+{
+    Extent extent{position_, 0};
+    Kind kind = Next(keywords_->Tables(), extent);
+    const KindRow& row = kKinds[static_cast<size_t>(kind)];
+    int32_t flags = extent.flags | row.flags;
+    token.type = row.type;
+    token.start = position_;
+    token.length = extent.end - position_;
+    token.attributes = AttributesOf(flags);
+    if (traced_) Trace(token, flags);
+    if (row.depth != 0) depth_ += row.depth;
+    lineFlags_ |= flags;
+    position_ = extent.end;
+    if (!(row.traits & kLookedAt)) return;
+    previous_ = kind;
+    quick_ = highlight_ && !traced_ && !(row.traits & kGoesOn);
+}
+
+void LexClass::Trace(const Token& token, int32_t flags) const
+{
+    log_->Write(
+        [&] {
+            return (Text(kWhere) + u": token=")
+                .append(Piece(token.start, token.start + token.length))
+                .append(u" type=" + Decimal(token.type))
+                .append(u" atts=" + Decimal(token.attributes))
+                .append(u" flags=0x" + Hex(flags));
+        },
+        trace::kTokens);
+}
+
+/// A mark, or the text up to the next one: plain, or the rest of the string or comment that one interrupted.
+LexClass::Kind LexClass::Uncoloured(Extent& extent) const
+{
+    char16_t c = text_[position_];
+    extent.end = position_ + 1;
+    if (c == kValueMark) return Kind::ValueMark;
+    if (c == kSubValueMark) return Kind::SubValueMark;
+    if (highlight_) return previous_ == Kind::CutString ? String(position_, extent) : Comment(extent);
+    extent.end = MarkFrom(position_);
+    return Kind::Blank;
+}
+
+LexClass::Kind LexClass::Comment(Extent& extent) const
+{
+    extent.end = MarkFrom(position_);
+    return extent.end < length_ ? Kind::CutComment : Kind::Comment;
+}
+
+LexClass::Kind LexClass::String(int32_t from, Extent& extent) const
+{
+    int32_t at = from;
+    for (uint32_t ends = 0;; at += 8) {
+        units::Eight eight(text_ + at);
+        ends = eight.Equal(quote_) | eight.Equal(kValueMark) | eight.Equal(kSubValueMark);
+        if (!ends) continue;
+        at += units::RunTo(ends);
+        break;
+    }
+    bool closed = at < length_ && text_[at] == quote_;
+    extent.end = closed ? at + 1 : at;
+    return closed || at >= length_ ? Kind::String : Kind::CutString;
+}
+
+bool LexClass::FindComment(const KeywordTables& tables, Extent& extent, Kind& kind) const
+{
+    bool prefix = tables.Of(text_[position_]) & kPrefix;
+    if (!prefix && !WordAt(position_, u"REM ") && !WordAt(position_, u"REMARK ")) return false;
+    kind = Comment(extent);
+    if (previous_ != Kind::Separator) extent.flags = line_flag::kComment;
+    if (prefix && !tables.Comments().empty()) extent.flags |= FlagsOfComment(tables, Piece(position_, extent.end));
+    return true;
+}
+
+int32_t LexClass::FlagsOfComment(const KeywordTables& tables, TextView comment) const
+{
+    bool exact = keywords_->CaseSensitive();
+    for (const clsKeyword* keyword : tables.Comments()) {
+        TextView word = keyword->Word;
+        if (word.size() > comment.size()) continue;
+        if (exact ? !comment.starts_with(word) : !StartsWithNoCase(comment, word)) continue;
+        constexpr int32_t kBeginsRegion = user_block::kBegin | user_block::kBeginFirst | user_block::kBeginLast;
+        if (keyword->Block & kBeginsRegion) return user_block::kBegin;
+        return keyword->Block & user_block::kEnd;
+    }
+    return 0;
+}
+
+bool LexClass::FindLabel(const KeywordTables& tables, Extent& extent, Kind& kind) const
+{
+    const uint8_t* classes = tables.Classes();
+    bool first = previous_ == Kind::None;
+    int32_t end = position_ + 1;
+    if (classes[text_[position_]] & kDigit) {
+        while (end < length_ && (classes[text_[end]] & kDigit || text_[end] == u'.')) ++end;
+        extent.end = end < length_ && text_[end] == u':' ? end + 1 : end;
+        kind = first ? Kind::Label : Kind::Number;
+        return true;
+    }
+    while (end < length_ && classes[text_[end]] & kLabel) ++end;
+    bool colon = end < length_ && text_[end] == u':';
+    if (first && (!colon || (end + 1 < length_ && text_[end + 1] == u'='))) return false;
+    extent.end = colon ? end + 1 : end;
+    kind = first ? Kind::Label : Kind::LabelReference;
+    return true;
+}
+
+bool LexClass::FindBranch(Extent& extent) const
+{
+    if (!WordAt(position_, u"GO")) return false;
+    int32_t at = SkipBlanks(position_ + 2);
+    if (WordAt(at, u"TO "))
+        at += 3;
+    else if (WordAt(at, u"SUB "))
+        at += 4;
+    else if (text_[at - 1] != u' ')
+        return false;
+    extent.end = at;
+    return true;
+}
+
+/// The longest keyword at the position; `end` is that of the first word and becomes that of the keyword.
+const clsKeyword* LexClass::MatchKeyword(const KeywordTables& tables, uint8_t hint, int32_t& end) const
+{
+    const uint8_t* classes = tables.Classes();
+    int32_t most = std::min<int32_t>(hint >> KeywordTables::kWordsShift, tables.CompoundSize());
+    int32_t ends[KeywordTables::kMostWords];
+    int32_t words = 0;
+    for (int32_t last = end; words < most - 1 && last < length_ && text_[last] == u' ';) {
+        int32_t at = SkipBlanks(last);
+        if (at >= length_ || !(classes[text_[at]] & kFirst)) break;
+        last = NameFrom(at + 1, classes);
+        ends[words++] = last;
+    }
+    while (words-- > 0) {
+        TextView piece = Piece(position_, ends[words]);
+        const clsKeyword* keyword = LookUp(tables, piece, tables.Hint(piece));
+        if (!keyword) continue;
+        end = ends[words];
+        return keyword;
+    }
+    return LookUp(tables, Piece(position_, end), hint);
+}
+
+const clsKeyword* LexClass::LookUp(const KeywordTables& tables, TextView word, uint8_t hint) const
+{
+    if (!(hint & KeywordTables::kWhole)) return nullptr;
+    if (hint & KeywordTables::kSeveral) return keywords_->Item(word);
+    const KeywordList::Entry& entry = tables.Candidate(word);
+    if (keywords_->CaseSensitive()) return entry.Word == word ? &entry : nullptr;
+    return EqualsFolded(word, entry.key) ? &entry : nullptr;
+}
+
+int32_t LexClass::FlagsOfKeyword(int32_t block, int32_t end, const KeywordTables& tables) const
+{
+    if (block & kStatementStartBlocks) return TraitsBefore() & kStatementStart ? block : 0;
+    if (block & kLineEndBlocks) return LineEndsAt(end, tables) ? block : 0;
+    return block;
+}
+
+/// Nothing follows but blanks and semicolons, or behind a semicolon a comment.
+bool LexClass::LineEndsAt(int32_t at, const KeywordTables& tables) const
+{
+    bool separator = false;
+    for (; at < length_ && (text_[at] == u' ' || text_[at] == u';'); ++at) separator |= text_[at] == u';';
+    return at >= length_ || (separator && tables.Of(text_[at]) & kPrefix);
+}
+
+/// `upper` is ASCII.
+bool LexClass::WordAt(int32_t at, TextView upper) const
+{
+    if (length_ - at < static_cast<int32_t>(upper.size())) return false;
+    TextView piece(text_ + at, upper.size());
+    if (keywords_->CaseSensitive()) return piece == upper;
+    for (size_t i = 0; i < upper.size(); ++i) {
+        if (piece[i] >= 0x80) return EqualsNoCase(piece, upper);
+        if (units::FoldAscii(piece[i]) != units::FoldAscii(upper[i])) return false;
+    }
+    return true;
+}
+
+int32_t LexClass::MarkFrom(int32_t at) const
+{
+    for (;; at += 8) {
+        units::Eight eight(text_ + at);
+        uint32_t marks = eight.Equal(kValueMark) | eight.Equal(kSubValueMark);
+        if (marks) return at + units::RunTo(marks);
+    }
+}
+
+} // namespace nib

@@ -1,0 +1,140 @@
+#pragma once
+// Colours a line of program text and tells where blocks open and close. Holds nothing from one line to the next but
+// what it stores in the line's own data word.
+
+#include "diagnostics/DebugLog.h"
+#include "editing/SourceView.h"
+#include "editing/clsKeywords.h"
+
+#include <memory>
+
+namespace nib {
+
+/// What `Token::type` can be, and what the data word of a line holds beside the block styles of its keywords.
+namespace token_type {
+inline constexpr int32_t kEndOfLine = 0;
+inline constexpr int32_t kBlank = 1;
+inline constexpr int32_t kLabel = 2;
+inline constexpr int32_t kNumber = 3;
+inline constexpr int32_t kUserKeyword = 4;
+inline constexpr int32_t kSeparator = 5;
+inline constexpr int32_t kComment = 6;
+inline constexpr int32_t kString = 7;
+inline constexpr int32_t kNormal = 8;
+inline constexpr int32_t kReserved = 10;
+inline constexpr int32_t kValueMark = 1001;
+inline constexpr int32_t kSubValueMark = 1002;
+} // namespace token_type
+
+namespace line_flag {
+inline constexpr int32_t kComment = 0x10000;       ///< begins, behind a label at most, with a comment statement
+inline constexpr int32_t kLabel = 0x20000;         ///< begins with a label
+inline constexpr int32_t kListContinues = 0x40000; ///< ends with the comma of a label list
+} // namespace line_flag
+
+class LexClass final : public ISourceLex4 {
+public:
+    /// The log, when there is one, outlives the lexer.
+    LexClass(const LexClass&) = delete;
+    LexClass& operator=(const LexClass&) = delete;
+    explicit LexClass(const DebugLog* log = nullptr) : log_(log ? log : &silent_) {}
+
+    bool Highlight() const { return highlight_; }
+    /// Off: all text up to a mark is one blank token.
+    void SetHighlight(bool highlight)
+    {
+        highlight_ = highlight;
+        quick_ = false;
+    }
+    /// A default set until another, which outlives the lexer, is handed over.
+    const clsKeywords& Keywords() const { return *keywords_; }
+    void SetKeywords(const clsKeywords& keywords);
+
+    void BeginLineScan(SourceDocument& document, int32_t line, TextView lineText, int32_t flags) override;
+    void ScanToken(Token& token) override;
+    int16_t EndLineScan(SourceDocument& document) override;
+    int32_t GetDesiredCase() override { return 0; }
+    int32_t GetLineIndex() override { return position_; }
+    void SetLineIndex(int32_t index) override { position_ = index < 0 ? 0 : index; }
+    int32_t GetProperties() override { return 0; }
+
+private:
+    /// Kinds of token as the rules tell them apart, indices of the table of kinds.
+    enum class Kind : uint8_t {
+        None, ///< start and end of the line
+        Blank,
+        ValueMark,
+        SubValueMark,
+        Label,
+        LabelReference,
+        Number,
+        Branch,
+        Separator,
+        ListComma,
+        Comment,
+        CutComment, ///< interrupted by a mark
+        String,
+        CutString, ///< interrupted by a mark
+        Open,
+        Close,
+        Normal,
+        UserKeyword,
+        Reserved,
+    };
+    struct KindRow;
+    static const KindRow kKinds[];
+
+    /// Where a token ends, and its flags.
+    struct Extent {
+        int32_t end;
+        int32_t flags;
+    };
+
+    void TakeText(TextView text);
+    bool QuickStep(Token& token);
+    void GuardedStep(Token& token);
+    void Step(Token& token);
+    Kind Next(const KeywordTables& tables, Extent& extent);
+    Kind Uncoloured(Extent& extent) const;
+    Kind Comment(Extent& extent) const;
+    Kind String(int32_t from, Extent& extent) const;
+    bool FindComment(const KeywordTables& tables, Extent& extent, Kind& kind) const;
+    bool FindSyntax(char16_t c, Extent& extent, Kind& kind);
+    bool FindLabel(const KeywordTables& tables, Extent& extent, Kind& kind) const;
+    bool FindBranch(Extent& extent) const;
+    Kind FindKeyword(const KeywordTables& tables, Extent& extent) const;
+
+    uint8_t TraitsBefore() const;
+    const clsKeyword* MatchKeyword(const KeywordTables& tables, uint8_t hint, int32_t& end) const;
+    const clsKeyword* LookUp(const KeywordTables& tables, TextView word, uint8_t hint) const;
+    int32_t FlagsOfComment(const KeywordTables& tables, TextView comment) const;
+    int32_t FlagsOfKeyword(int32_t block, int32_t end, const KeywordTables& tables) const;
+    bool LineEndsAt(int32_t at, const KeywordTables& tables) const;
+
+    TextView Piece(int32_t start, int32_t end) const { return {text_ + start, static_cast<size_t>(end - start)}; }
+    bool WordAt(int32_t at, TextView upper) const;
+    int32_t SkipBlanks(int32_t at) const;
+    int32_t MarkFrom(int32_t at) const;
+    int32_t NameFrom(int32_t at, const uint8_t* classes) const;
+    void Trace(const Token& token, int32_t flags) const;
+
+    DebugLog silent_;
+    const DebugLog* log_;
+    bool highlight_ = true;
+    std::unique_ptr<clsKeywords> own_ = std::make_unique<clsKeywords>();
+    const clsKeywords* keywords_ = own_.get();
+
+    std::vector<char16_t> buffer_; ///< the line, and marks behind it so that no search runs on
+    const char16_t* text_ = nullptr;
+    int32_t line_ = 0;
+    int32_t length_ = 0;
+    int32_t position_ = 0;
+    int32_t depth_ = 0; ///< of parentheses; below 0 behind one too many
+    int32_t lineFlags_ = 0;
+    Kind previous_ = Kind::None; ///< of the last token other than blanks and marks
+    char16_t quote_ = 0;
+    bool traced_ = false;
+    bool quick_ = false; ///< no mark cut a token, and nobody wants to know more
+};
+
+} // namespace nib

@@ -1,0 +1,214 @@
+#include "editing/clsKeywords.h"
+
+#include "diagnostics/Guarded.h"
+#include "editing/BlockStyles.h"
+#include "editing/Units.h"
+
+#include <algorithm>
+
+namespace nib {
+
+namespace {
+
+constexpr int32_t kSubscriptOutOfRange = 9;
+constexpr TextView kLineEnd = u"\r\n";
+constexpr TextView kFixedPrefixes = u"*!";
+constexpr TextView kSuffixes = u"+-=[]";
+
+struct ReservedWord {
+    TextView word;
+    int32_t block;
+};
+constexpr ReservedWord kReservedWords[] = {
+    {u"IF", 0},       {u"THEN", 0x80},    {u"ELSE", 0x100}, {u"LOCKED", 0x200}, {u"BEGIN", 0x10}, {u"END", 0x40},
+    {u"CASE", 0x20},  {u"FOR", 0x01},     {u"NEXT", 0x02},  {u"DO", 0},         {u"LOOP", 0x04},  {u"UNTIL", 0x08},
+    {u"WHILE", 0x08}, {u"REPEAT", 0x400}, {u"GO", 0},       {u"GOTO", 0},       {u"GOSUB", 0},
+};
+constexpr TextView kLanguageWords = u"IF THEN ELSE END LOCKED BEGIN CASE GO GOTO GOSUB TO SUB SUBROUTINE CALL LOOP "
+                                    u"UNTIL WHILE DO REPEAT FOR NEXT STEP INCLUDE";
+
+struct BadCharacter {
+    char16_t unit;
+    TextView name;
+};
+constexpr BadCharacter kBadCharacters[] = {
+    {u'(', u"parentheses"}, {u')', u"parentheses"}, {u',', u"comma"}, {u';', u"semicolon"}};
+
+/// The word in front of its suffix.
+TextView WithoutSuffix(TextView field)
+{
+    if (!field.empty() && kSuffixes.find(field.back()) != TextView::npos) field.remove_suffix(1);
+    return field;
+}
+
+void CheckList(int32_t listClass, TextView delim)
+{
+    if (delim.empty() || (listClass != keyword_class::kLanguage && listClass != keyword_class::kUser))
+        throw Error(kSubscriptOutOfRange, u"Subscript out of range");
+}
+
+} // namespace
+
+clsKeywords::clsKeywords() : prefixes_(kFixedPrefixes)
+{
+    for (const ReservedWord& row : kReservedWords) AddKeyword(row.word, keyword_class::kReserved, row.block);
+    SetKeywordList(keyword_class::kLanguage, u" ", kLanguageWords);
+    SetKeywordList(keyword_class::kUser, u" ", u"");
+}
+
+const clsKeyword* clsKeywords::Item(TextView Key) const
+{
+    const clsKeyword* found = list_.Find(Key);
+    return found && caseSensitive_ && found->Word != Key ? nullptr : found;
+}
+
+clsKeyword* clsKeywords::Add(clsKeyword NewItem)
+{
+    clsKeyword* added = list_.Append(std::move(NewItem));
+    if (added) dirty_ = true;
+    return added;
+}
+
+void clsKeywords::Remove(TextView Key)
+{
+    if (list_.Remove(Key)) dirty_ = true;
+}
+
+clsKeyword* clsKeywords::AddKeyword(TextView Word, int32_t Class, int32_t Block)
+{
+    clsKeyword* held = Item(Word);
+    if (!held) return Add({Text(Word), Block, Class});
+    held->Class |= Class;
+    if (!(held->Class & keyword_class::kReserved)) held->Block = Block;
+    return held;
+}
+
+namespace {
+
+/// Takes a word out of a class; false when no class is left.
+bool LeaveClass(clsKeyword& keyword, int32_t Class)
+{
+    int32_t left = keyword.Class & ~Class;
+    if (left == 0) return false;
+    keyword.Class = left;
+    if (left == keyword_class::kReserved)
+        keyword.Block &= ~(user_block::kBegin | user_block::kEnd | user_block::kMiddle);
+    return true;
+}
+
+} // namespace
+
+void clsKeywords::RemoveKeyword(TextView Word, int32_t Class)
+{
+    clsKeyword* held = Item(Word);
+    if (held && !LeaveClass(*held, Class)) Remove(Word);
+}
+
+void clsKeywords::ClearClass(int32_t Class)
+{
+    if (list_.RemoveUnless([Class](clsKeyword& keyword) { return LeaveClass(keyword, Class); })) dirty_ = true;
+}
+
+void clsKeywords::SetKeywordList(int32_t Class, TextView delim, TextView KeywordList)
+{
+    CheckList(Class, delim);
+    ClearClass(Class);
+    while (!KeywordList.empty()) {
+        size_t end = KeywordList.find(delim);
+        // One field that fails never loses the others.
+        IgnoringErrors([&] { ReadField(Class, Trim(KeywordList.substr(0, end))); });
+        if (end == TextView::npos) break;
+        KeywordList.remove_prefix(end + delim.size());
+    }
+}
+
+void clsKeywords::ReadField(int32_t Class, TextView field)
+{
+    if (field.empty()) return;
+    if (field.front() == u';') {
+        Text remark = ToLower(field);
+        if (remark.find(u"case sensitive") != Text::npos)
+            SetCaseSensitive(true);
+        else if (remark.find(u"case insensitive") != Text::npos)
+            SetCaseSensitive(false);
+        return;
+    }
+    Text clean;
+    Text badChar;
+    if (!ValidateKeyword(field, clean, badChar)) return;
+    AddKeyword(WithoutSuffix(field), Class, BlockOfSuffix(field.back()));
+}
+
+Text clsKeywords::GetKeywordList(int32_t Class, TextView delim) const
+{
+    CheckList(Class, delim);
+    Text words;
+    bool first = true;
+    for (const clsKeyword& keyword : list_) {
+        if (!(keyword.Class & Class)) continue;
+        if (!std::exchange(first, false)) words += delim;
+        words.append(keyword.Word).append(keyword.Suffix());
+    }
+    return words;
+}
+
+clsKeywords clsKeywords::Clone() const
+{
+    clsKeywords copy;
+    copy.SetCaseSensitive(caseSensitive_);
+    copy.SetCommentPrefixes(CommentPrefixes());
+    for (int32_t listClass : {keyword_class::kLanguage, keyword_class::kUser})
+        copy.SetKeywordList(listClass, kLineEnd, GetKeywordList(listClass, kLineEnd));
+    return copy;
+}
+
+bool clsKeywords::ValidateKeyword(TextView Keyword, Text& Clean, Text& BadChar) const
+{
+    Clean.clear();
+    BadChar.clear();
+    TextView word = WithoutSuffix(Keyword);
+    if (word.empty()) return false;
+    if (IsCommentPrefix(word.front())) return true;
+    bool met[std::size(kBadCharacters)] = {};
+    bool valid = true;
+    for (char16_t c : word) {
+        auto bad = std::find_if(std::begin(kBadCharacters), std::end(kBadCharacters),
+                                [c](const BadCharacter& row) { return row.unit == c; });
+        if (bad == std::end(kBadCharacters)) {
+            Clean += c;
+        } else if (!std::exchange(met[bad - std::begin(kBadCharacters)], true)) {
+            valid = false;
+            BadChar = bad->name;
+        }
+    }
+    return valid;
+}
+
+Text clsKeywords::CommentPrefixes() const
+{
+    Text list;
+    for (char16_t c : prefixes_) {
+        if (!list.empty()) list += u',';
+        list += c;
+    }
+    return list;
+}
+
+void clsKeywords::SetCommentPrefixes(TextView prefixes)
+{
+    prefixes_ = kFixedPrefixes;
+    for (const Text& field : Split(prefixes, u',')) {
+        TextView prefix = Trim(field);
+        if (prefix.size() != 1 || kFixedPrefixes.find(prefix[0]) != TextView::npos) continue;
+        if (!units::IsLetter(prefix[0]) && !units::IsDigit(prefix[0])) prefixes_ += prefix;
+    }
+    dirty_ = true;
+}
+
+void clsKeywords::Rebuild() const
+{
+    tables_.Rebuild(list_, prefixes_);
+    dirty_ = false;
+}
+
+} // namespace nib
