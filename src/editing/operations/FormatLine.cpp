@@ -2,6 +2,7 @@
 
 #include "base/Marks.h"
 #include "editing/MvEdit.h"
+#include "editing/Units.h"
 
 #include <algorithm>
 
@@ -74,16 +75,6 @@ constexpr int64_t kDeepestIndent = 1000;
 constexpr int32_t kLikeCode = 1;
 constexpr int32_t kAtColumn0 = 2;
 
-bool IsDigit(char16_t c)
-{
-    return c >= u'0' && c <= u'9';
-}
-
-bool IsLetter(char16_t c)
-{
-    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
-}
-
 int32_t Length(TextView text)
 {
     return static_cast<int32_t>(text.size());
@@ -96,11 +87,11 @@ int32_t CountBlanks(TextView text)
 
 int32_t LabelLength(TextView text)
 {
-    bool number = !text.empty() && IsDigit(text[0]);
+    bool number = !text.empty() && units::IsDigit(text[0]);
     size_t end = 0;
     while (end < text.size()) {
         char16_t c = text[end];
-        if (!IsDigit(c) && c != u'.' && (number || (!IsLetter(c) && c != u'$' && c != u'_'))) break;
+        if (!units::IsDigit(c) && c != u'.' && (number || (!units::IsLetter(c) && c != u'$' && c != u'_'))) break;
         ++end;
     }
     if (end > 0 && end < text.size() && text[end] == u':') ++end;
@@ -112,7 +103,7 @@ int32_t CommentPlace(char16_t first, const FormatRules& rules)
 {
     if (first == u'*') return rules.indentStar;
     if (first == u'!') return rules.indentBang;
-    bool prefix = !IsLetter(first) && first != kValueMark && first != kSubValueMark;
+    bool prefix = !units::IsLetter(first) && first != kValueMark && first != kSubValueMark;
     return prefix ? rules.indentUserComment : kLikeCode;
 }
 
