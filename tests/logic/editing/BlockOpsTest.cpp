@@ -6,6 +6,7 @@
 #include "editing/operations/OpIndentBlock.h"
 #include "editing/operations/OpToggleCase.h"
 #include "fakes/TestProgram.h"
+#include "fakes/WordLexer.h"
 
 #include <gtest/gtest.h>
 
@@ -168,6 +169,24 @@ TEST(BlockOpsTest, ToggleCase)
         EXPECT_EQ(editor.Marked(), unchanged);
         editor.buffer.Undo();
         EXPECT_EQ(editor.Marked(), unchanged);
+    }
+}
+
+TEST(BlockOpsTest, EachLineIsScannedOnce)
+{
+    MarkedEditor editor(u"~aB\n  *b\nc\nD^");
+    WordLexer counting;
+    editor.buffer.SetLexer(&counting);
+    editor.buffer.EnsureScanned();
+    for (Op op : {Op::Indent, Op::Outdent, Op::Comment, Op::Uncomment, Op::Toggle}) {
+        for (bool undo : {false, true}) {
+            counting.scans = 0;
+            if (undo)
+                editor.buffer.Undo();
+            else
+                Execute(editor, op);
+            EXPECT_EQ(counting.scans, 4) << static_cast<int>(op) << undo;
+        }
     }
 }
 
