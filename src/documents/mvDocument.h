@@ -85,6 +85,11 @@ public:
     OrderedSelection GetOrderedSelection() const;
     Text GetSelectionText() const;
     void ReplaceSelection(TextView text);
+    /// Lays out the whole text by its blocks.
+    void Format();
+    void IndentBlock(bool indent);   ///< false: to the left
+    void CommentBlock(bool comment); ///< false: takes the markers off
+    void ToggleCase();
     /// Stable number of a line through edits, given out at first asking; -1 for a negative line.
     int32_t LineIdFromLine(int32_t line);
     int32_t LineFromLineId(int32_t id) const;

@@ -104,12 +104,18 @@ struct FindOptions {
     friend bool operator==(const FindOptions&, const FindOptions&) = default;
 };
 
+/// The one kind of change notice.
+inline constexpr int32_t kLinesChanged = 70;
+
 class SourceDocument {
 public:
     virtual ~SourceDocument() = default;
 
     virtual int32_t LineCount() const = 0; ///< at least 1
     virtual Text GetLine(int32_t line) const = 0;
+    /// The same without a text of its own for each line: in `scratch` or where the line is stored; good until the next
+    /// edit.
+    virtual TextView LineText(int32_t line, Text& scratch) const { return scratch = GetLine(line); }
     virtual int32_t LineLength(int32_t line) const = 0;
     virtual uint32_t GetLineData(int32_t line, LineWord which) const = 0;
     virtual void SetLineData(int32_t line, LineWord which, uint32_t value) = 0;
@@ -120,7 +126,7 @@ public:
     /// Scans these lines, and on below them while the state passed from line to line changes; answers the last line
     /// whose data changed. Repaints them.
     virtual int32_t UpdateLines(int32_t first, int32_t last) = 0;
-    /// Tells all views that these lines changed and where the caret goes. `kind` is 70.
+    /// Tells all views that these lines changed and where the caret goes. `kind` is kLinesChanged.
     virtual void NotifyChange(int32_t kind, int32_t first, int32_t last, Position caret) = 0;
 
     virtual bool Modified() const = 0;

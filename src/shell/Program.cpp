@@ -152,7 +152,7 @@ bool Program::OpenPicked(const SelectedItem& picked)
 
 void Program::DocumentLeft(mvDocument& document)
 {
-    IgnoringErrors([&] { RecordPosition(document); });
+    IgnoringErrors([&] { history_.RecordPosition(&document, true); });
 }
 
 void Program::AutoSaveMinute()

@@ -5,8 +5,6 @@
 namespace nib {
 
 namespace {
-constexpr int32_t kLinesChanged = 70;
-
 Position Clamp(const SourceDocument& document, Position p)
 {
     if (p.line < 0) return {0, 0};

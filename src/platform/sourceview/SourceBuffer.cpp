@@ -70,7 +70,7 @@ int32_t SourceBuffer::UpdateLines(int32_t first, int32_t last)
 {
     first = impl_->ClampLine(first);
     last = impl_->ClampLine(last);
-    impl_->FlushPending();
+    if (!impl_->TakePendingWithin(first, last)) impl_->FlushPending();
     int32_t changed = impl_->scanner.Rescan(first, last);
     impl_->scanner.EnsureScanned(last);
     impl_->RefreshFolding(false, first, std::max(last, changed));

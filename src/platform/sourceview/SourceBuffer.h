@@ -43,6 +43,8 @@ public:
     // SourceDocument
     int32_t LineCount() const override;
     Text GetLine(int32_t line) const override;
+    /// A view of the line where it is stored wide, else widened into `scratch`.
+    TextView LineText(int32_t line, Text& scratch) const override;
     int32_t LineLength(int32_t line) const override;
     uint32_t GetLineData(int32_t line, LineWord which) const override;
     void SetLineData(int32_t line, LineWord which, uint32_t value) override;
@@ -77,9 +79,6 @@ public:
     Text GetRange(Position start, Position end) const;
     Position End() const;
     Position Clamp(Position p) const;
-    /// The text of a line without a copy where it is stored wide, else widened into `scratch`; valid until the next
-    /// edit.
-    TextView LineText(int32_t line, Text& scratch) const;
     /// Tokens of a line as the lexer gives them (one of type 8 for plain text, none for an empty line); scans what must
     /// be scanned before it.
     void ScanLine(int32_t line, std::vector<Token>& tokens);

@@ -281,6 +281,13 @@ void SourceBuffer::Impl::FlushPending()
     Tell([&](BufferListener& l) { l.LinesRepaint(first, std::max(last, changed)); });
 }
 
+bool SourceBuffer::Impl::TakePendingWithin(int32_t first, int32_t last)
+{
+    if (linesChanged_ || pendingFirst_ < first || lines.Count() - 1 - pendingTail_ > last) return false;
+    pendingFirst_ = -1;
+    return true;
+}
+
 void SourceBuffer::Impl::RefreshFolding(bool always, int32_t first, int32_t last)
 {
     bool nestingChanged = scanner.TakeNestingChanged();

@@ -42,6 +42,8 @@ struct SourceBuffer::Impl {
 
     void Leave();
     void FlushPending();
+    /// True when all that waits for a scan lies within these lines; the caller then scans them.
+    bool TakePendingWithin(int32_t first, int32_t last);
     /// Puts the folds right after these lines changed, if need be.
     void RefreshFolding(bool always, int32_t first, int32_t last);
     void TellModified();

@@ -1,0 +1,305 @@
+// The formatter: tables of programs before and after, and what must hold for any text.
+
+#include "MarkedEditor.h"
+#include "editing/MvEdit.h"
+#include "editing/operations/OpFormat.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace nib::test {
+namespace {
+
+void Format(MarkedEditor& editor)
+{
+    editor.buffer.ExecuteOp(std::make_unique<OpFormat>(editor.view, editor.settings, OpFormat::ShowWait()));
+}
+
+Text Formatted(TextView program, const MvEdit& settings = {}, TextView userPrefixes = u"")
+{
+    MarkedEditor editor;
+    clsKeywords keywords;
+    keywords.SetCommentPrefixes(userPrefixes);
+    keywords.SetKeywordList(4, u" ", u"OPEN.IT+ CLOSE.IT- BETWEEN= FIRST[ LAST]");
+    editor.lexer.SetKeywords(keywords);
+    editor.settings = settings;
+    editor.Load(Text(program));
+    Format(editor);
+    return editor.Plain();
+}
+
+TEST(FormatTest, Programs)
+{
+    struct {
+        const char* name;
+        TextView before;
+        TextView after;
+    } const rows[] = {
+        {"empty", u"", u""},
+        {"statement", u"X = 1", u"      X = 1"},
+        {"blanks only", u"   \n\n ", u"\n\n"},
+        {"trailing", u"  X = 1  \n      Y", u"      X = 1\n      Y"},
+        {"if", u"IF A THEN\nX\nEND ELSE\nY\nEND\nZ",
+         u"      IF A THEN\n         X\n      END ELSE\n         Y\n      END\n      Z"},
+        {"then inside a line", u"IF A THEN B\nC", u"      IF A THEN B\n      C"},
+        {"for", u"FOR I = 1 TO 3\nX\nNEXT I\nFOR J = 1 TO 3 ; X ; NEXT J\nY",
+         u"      FOR I = 1 TO 3\n         X\n      NEXT I\n      FOR J = 1 TO 3 ; X ; NEXT J\n      Y"},
+        {"loop", u"LOOP\nX\nWHILE A DO\nY\nREPEAT\nZ",
+         u"      LOOP\n         X\n      WHILE A DO\n         Y\n      REPEAT\n      Z"},
+        {"loop in a line", u"LOOP X UNTIL A DO REPEAT\nY", u"      LOOP X UNTIL A DO REPEAT\n      Y"},
+        {"for while", u"FOR I = 1 TO 9 WHILE A\nX\nNEXT I", u"      FOR I = 1 TO 9 WHILE A\n         X\n      NEXT I"},
+        {"case", u"BEGIN CASE\nCASE A\nX\nCASE 1\nY\nEND CASE\nZ",
+         u"      BEGIN CASE\n         CASE A\n            X\n         CASE 1\n            Y\n      END CASE\n      Z"},
+        {"locked", u"READU R FROM F, I LOCKED\nX\nEND THEN\nY\nEND",
+         u"      READU R FROM F, I LOCKED\n         X\n      END THEN\n         Y\n      END"},
+        {"stray end", u"END\nEND CASE\nNEXT I\nX", u"      END\n      END CASE\n      NEXT I\n      X"},
+        {"labels", u" LAB1: X = 1\nLABEL: X\nLONG.LABEL:   X\n  10 X\n10:X\n10.5:\n  L:  ",
+         u"LAB1: X = 1\nLABEL: X\nLONG.LABEL: X\n10    X\n10:   X\n10.5:\nL:"},
+        {"label in a block", u"LOOP\nLAB1: X\nREPEAT", u"      LOOP\nLAB1:    X\n      REPEAT"},
+        {"no label", u"LAB1 := 2", u"      LAB1 := 2"},
+        {"user words", u"OPEN.IT\nX\nBETWEEN\nX\nCLOSE.IT\nFIRST\nX\nX LAST\nX",
+         u"      OPEN.IT\n         X\n      BETWEEN\n         X\n      CLOSE.IT\n      FIRST\n         X\n"
+         u"         X LAST\n            X"},
+        {"mark first", u"  \uF8FDX:  Y", u"      \uF8FDX:  Y"},
+    };
+    for (auto& row : rows) {
+        EXPECT_EQ(ToUtf8(Formatted(row.before)), ToUtf8(row.after)) << row.name;
+        EXPECT_EQ(ToUtf8(Formatted(row.after)), ToUtf8(row.after)) << row.name;
+    }
+}
+
+TEST(FormatTest, Comments)
+{
+    constexpr TextView kProgram = u"LOOP\n* star\n! bang\n# user\nREM x\nL: * star\nL: ! bang";
+    struct {
+        int16_t star;
+        int16_t bang;
+        int16_t user;
+        TextView after;
+    } const rows[] = {
+        {1, 0, 2, u"      LOOP\n         * star\n      ! bang\n# user\n         REM x\nL:       * star\nL:    ! bang"},
+        {2, 1, 0, u"      LOOP\n* star\n         ! bang\n      # user\n         REM x\nL: * star\nL:       ! bang"},
+        {0, 2, 1, u"      LOOP\n      * star\n! bang\n         # user\n         REM x\nL:    * star\nL: ! bang"},
+    };
+    for (auto& row : rows) {
+        MvEdit settings;
+        settings.IndentStar = row.star;
+        settings.IndentBang = row.bang;
+        settings.IndentUserComment = row.user;
+        EXPECT_EQ(ToUtf8(Formatted(kProgram, settings, u"#")), ToUtf8(row.after));
+    }
+}
+
+TEST(FormatTest, TabSizeAndMargin)
+{
+    MvEdit settings;
+    for (auto [tab, margin] : {std::pair<int16_t, int16_t>{2, 0}, {8, 1}, {0, 3}, {-1, -1}}) {
+        settings.TabSize = tab;
+        settings.Margin = margin;
+        Text out(static_cast<size_t>(std::max<int>(margin, 0)), u' ');
+        Text in = out + Text(static_cast<size_t>(std::max<int>(tab, 0)), u' ');
+        EXPECT_EQ(Formatted(u"LOOP\nX\nREPEAT", settings), out + u"LOOP\n" + in + u"X\n" + out + u"REPEAT") << tab;
+    }
+}
+
+/// The flags decide alone, in groups that override one another.
+TEST(FormatTest, BlockEffects)
+{
+    enum : uint32_t {
+        FOR = 1,
+        NEXT = 2,
+        LOOP = 4,
+        WHILE = 8,
+        BEGIN = 16,
+        CASE = 32,
+        END = 64,
+        THEN = 128,
+        ELSE = 256,
+        LOCKED = 512,
+        REPEAT = 1024,
+        PLUS = 2048,
+        MINUS = 4096,
+        EQUAL = 8192,
+        OPEN = 16384,
+        SHUT = 32768
+    };
+    struct {
+        uint32_t flags;
+        int32_t increment;
+        int32_t decrement;
+    } const rows[] = {
+        {0, 0, 0},
+        {0x70000, 0, 0},
+        {FOR, 1, 0},
+        {NEXT, 0, 1},
+        {FOR | NEXT, 0, 0},
+        {THEN, 1, 0},
+        {ELSE | END, 1, 1},
+        {LOCKED, 1, 0},
+        {END, 0, 1},
+        {NEXT | THEN, 1, 1},
+        {LOOP, 1, 0},
+        {LOOP | REPEAT, 0, 0},
+        {REPEAT, 0, 1},
+        {WHILE, 1, 1},
+        {WHILE | FOR, 1, 0},
+        {WHILE | LOOP, 1, 0},
+        {BEGIN, 0, 0},
+        {BEGIN | CASE, 2, 0},
+        {END | CASE, 0, 2},
+        {CASE, 1, 1},
+        {CASE | THEN, 1, 1},
+        {FOR | BEGIN | CASE, 2, 0},
+        {BEGIN | CASE | END, 2, 0},
+        {PLUS, 1, 0},
+        {OPEN, 1, 0},
+        {SHUT | MINUS, 1, 0},
+        {MINUS, 0, 1},
+        {EQUAL, 1, 1},
+        {MINUS | EQUAL, 0, 1},
+        {END | CASE | MINUS, 0, 1},
+        {END | CASE | THEN, 1, 2},
+        {WHILE | REPEAT, 0, 1},
+    };
+    for (auto& row : rows) {
+        BlockEffect effect = BlockEffectOf(row.flags);
+        EXPECT_EQ(effect.increment, row.increment) << row.flags;
+        EXPECT_EQ(effect.decrement, row.decrement) << row.flags;
+    }
+}
+
+TEST(FormatTest, CaretKeepsItsColumn)
+{
+    const std::pair<Text, Text> rows[] = {{u"X = ^1", u"    ^  X = 1"},
+                                          {u"           X^\nY", u"      X^\n      Y"},
+                                          {u"~X\n  ^\nY", u"      X\n^\n      Y"}};
+    for (auto& [before, after] : rows) {
+        MarkedEditor editor(before);
+        Format(editor);
+        EXPECT_EQ(ToUtf8(editor.Marked()), ToUtf8(after));
+    }
+}
+
+TEST(FormatTest, RedoGivesTheSameTextUnderOtherSettings)
+{
+    MarkedEditor editor(u"LOOP\nX\nREPEAT");
+    Format(editor);
+    Text after = editor.Plain();
+    editor.buffer.Undo();
+    editor.settings.TabSize = 8;
+    editor.settings.Margin = 0;
+    editor.buffer.Redo();
+    EXPECT_EQ(editor.Plain(), after);
+}
+
+TEST(FormatTest, WaitIsShownMeanwhile)
+{
+    MarkedEditor editor(u"X");
+    std::vector<bool> shown;
+    auto show = [&](bool wait) { shown.push_back(wait); };
+    editor.buffer.ExecuteOp(std::make_unique<OpFormat>(editor.view, editor.settings, show));
+    EXPECT_EQ(shown, (std::vector<bool>{true, false}));
+}
+
+TEST(FormatTest, EndlessNestingHasAnEnd)
+{
+    Text text;
+    for (int i = 0; i < 5000; ++i) text += u"LOOP\n";
+    MarkedEditor editor(text);
+    Format(editor);
+    EXPECT_LT(editor.buffer.LineLength(4999), 2000);
+    editor.buffer.Undo();
+    EXPECT_EQ(editor.Plain(), text);
+}
+
+Text RandomProgram(std::mt19937& random)
+{
+    static constexpr TextView kParts[] = {u"FOR I = 1 TO 3",
+                                          u"NEXT I",
+                                          u"LOOP",
+                                          u"UNTIL A DO",
+                                          u"REPEAT",
+                                          u"BEGIN CASE",
+                                          u"CASE 1",
+                                          u"END CASE",
+                                          u"END",
+                                          u"END ELSE",
+                                          u"THEN",
+                                          u"ELSE",
+                                          u"LOCKED",
+                                          u"IF A ",
+                                          u"X = 'a  b' ",
+                                          u";",
+                                          u"* note ",
+                                          u"! note",
+                                          u"REM ",
+                                          u"REM x",
+                                          u"10 ",
+                                          u"LAB: ",
+                                          u"L:=2",
+                                          u"GOTO A,",
+                                          u"GO ",
+                                          u"\"open",
+                                          u"\uF8FD",
+                                          u"\uF8FC",
+                                          u"(",
+                                          u")",
+                                          u"é",
+                                          u"   ",
+                                          u" ",
+                                          u"\\",
+                                          u"LAB:X",
+                                          u"99:"};
+    auto pick = [&](size_t below) { return random() % below; };
+    Text text;
+    for (size_t lines = pick(40); lines > 0; --lines) {
+        text.append(pick(9), u' ');
+        for (size_t parts = pick(4); parts > 0; --parts)
+            text.append(kParts[pick(std::size(kParts))]).append(pick(3), u' ');
+        text += u'\n';
+    }
+    return text;
+}
+
+Text WithoutBlanks(Text text)
+{
+    std::erase(text, u' ');
+    return text;
+}
+
+TEST(FormatTest, AnyText)
+{
+    std::mt19937 random(71);
+    for (int round = 0; round < 400; ++round) {
+        MarkedEditor editor(RandomProgram(random));
+        for (int32_t line = 0; line < editor.buffer.LineCount(); ++line) {
+            if (random() % 3 == 0) editor.buffer.ToggleBookmark(line);
+            editor.buffer.SetLineData(line, LineWord::Identity, static_cast<uint32_t>(random() % 9));
+        }
+        EditorState before = editor.State();
+        Format(editor);
+        EditorState after = editor.State();
+        ASSERT_EQ(WithoutBlanks(after.text), WithoutBlanks(before.text));
+        auto oldLines = Split(before.text, u'\n');
+        auto newLines = Split(after.text, u'\n');
+        for (size_t i = 0; i < newLines.size(); ++i) {
+            bool label = before.words[i * 3 + 1] & line_flag::kLabel;
+            ASSERT_TRUE(label || Trim(oldLines[i]) == Trim(newLines[i]));
+            ASSERT_TRUE(newLines[i].empty() || newLines[i].back() != u' ');
+            ASSERT_EQ(before.words[i * 3 + 2], after.words[i * 3 + 2]);
+        }
+        Format(editor);
+        ASSERT_EQ(editor.State(), after) << ToUtf8(before.text);
+        editor.buffer.Undo();
+        ASSERT_EQ(editor.State(), after);
+        editor.buffer.Undo();
+        ASSERT_EQ(editor.State(), before);
+        EXPECT_FALSE(editor.buffer.CanUndo());
+        editor.buffer.Redo();
+        ASSERT_EQ(editor.State(), after);
+    }
+}
+
+} // namespace
+} // namespace nib::test
