@@ -374,7 +374,7 @@ TEST(Lexer, RandomLinesAgreeWithThePlainRules)
         LexClass lexer;
         lexer.SetKeywords(keywords);
         Text text;
-        for (int i = 0; i < 30; ++i) text += random.Make(kLineUnits, 40) + u"\n";
+        for (int i = 0; i < 30; ++i) text += random.Make(kLineUnits, random.Chance(8) ? 300 : 40) + u"\n";
         SourceBuffer buffer;
         buffer.SetText(text);
         for (int32_t line = 0; line < buffer.LineCount(); ++line) {
