@@ -44,6 +44,17 @@ uint32_t HashOf(TextView word)
 
 } // namespace
 
+bool EqualsFolded(TextView word, TextView key)
+{
+    if (word.size() != key.size()) return false;
+    size_t i = 0;
+    for (; i + 4 <= key.size(); i += 4)
+        if (units::FoldAscii4(units::Load4(word.data() + i)) != units::Load4(key.data() + i)) return false;
+    for (; i < key.size(); ++i)
+        if (units::FoldAscii(word[i]) != key[i]) return false;
+    return true;
+}
+
 FoldedWord::FoldedWord(TextView word)
 {
     char16_t* out = local_;

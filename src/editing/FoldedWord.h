@@ -24,4 +24,7 @@ private:
     uint32_t hash_ = 0;
 };
 
+/// `word` is ASCII, `key` is folded.
+bool EqualsFolded(TextView word, TextView key);
+
 } // namespace nib

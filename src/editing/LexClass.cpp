@@ -31,8 +31,8 @@ struct LexClass::KindRow {
 constexpr LexClass::KindRow LexClass::kKinds[] = {
     {token_type::kEndOfLine, 0, 0, kLookedAt | kStatementStart | kLabelPosition}, // None
     {token_type::kBlank, 0, 0, 0},                                                // Blank
-    {token_type::kValueMark, 0, 0, 0},                                            // ValueMark
-    {token_type::kSubValueMark, 0, 0, 0},                                         // SubValueMark
+    {token_type::kValueMark, 0, 0, 0},                                            // Value
+    {token_type::kSubValueMark, 0, 0, 0},                                         // SubValue
     {token_type::kLabel, line_flag::kLabel, 0, kLookedAt | kStatementStart},      // Label
     {token_type::kLabel, 0, 0, kLookedAt},                                        // LabelReference
     {token_type::kNumber, 0, 0, kLookedAt},                                       // Number
@@ -57,21 +57,11 @@ constexpr TextView kWhere = u"LexClass.ScanToken";
 constexpr int32_t kBegins = 1;
 constexpr int32_t kEnds = 2;
 
-constexpr bool IsBreak(char16_t c)
+/// False does not mean that they are equal. Spares most comparisons of comments with comment keywords.
+bool DifferEarly(TextView a, TextView b)
 {
-    return c == kValueMark || c == kSubValueMark;
-}
-
-/// `key` is folded, `word` is ASCII.
-bool EqualsFolded(TextView word, TextView key)
-{
-    if (word.size() != key.size()) return false;
-    size_t i = 0;
-    for (; i + 4 <= key.size(); i += 4)
-        if (units::FoldAscii4(units::Load4(word.data() + i)) != units::Load4(key.data() + i)) return false;
-    for (; i < key.size(); ++i)
-        if (units::FoldAscii(word[i]) != key[i]) return false;
-    return true;
+    return b.size() > 1 && a[0] == b[0] && a[1] < 0x80 && b[1] < 0x80 &&
+           units::FoldAscii(a[1]) != units::FoldAscii(b[1]);
 }
 
 constexpr int32_t AttributesOf(int32_t flags)
@@ -91,8 +81,7 @@ void LexClass::SetKeywords(const clsKeywords& keywords)
 void LexClass::BeginLineScan(SourceDocument& document, int32_t line, TextView lineText, int32_t /*flags*/)
 {
     line_ = line;
-    length_ = std::clamp(document.LineLength(line), 0, static_cast<int32_t>(lineText.size()));
-    TakeText(lineText.substr(0, static_cast<size_t>(length_)));
+    text_.Take(lineText.substr(0, static_cast<size_t>(std::max(document.LineLength(line), 0))));
     position_ = 0;
     depth_ = 0;
     lineFlags_ = 0;
@@ -103,38 +92,18 @@ void LexClass::BeginLineScan(SourceDocument& document, int32_t line, TextView li
     quick_ = highlight_ && !traced_;
 }
 
-inline void LexClass::TakeText(TextView text)
-{
-    constexpr size_t kReadAhead = 16; // a look at eight units may begin eight behind the end
-    if (buffer_.size() < text.size() + kReadAhead) buffer_.resize(text.size() * 2 + kReadAhead);
-    std::copy(text.begin(), text.end(), buffer_.begin());
-    std::fill_n(buffer_.begin() + static_cast<ptrdiff_t>(text.size()), kReadAhead, kValueMark);
-    text_ = buffer_.data();
-}
-
 int16_t LexClass::EndLineScan(SourceDocument& document)
 {
     document.SetLineData(line_, LineWord::Lexer, static_cast<uint32_t>(lineFlags_));
     return 0;
 }
 
-inline int32_t LexClass::SkipBlanks(int32_t at) const
-{
-    for (;;) {
-        int32_t run = units::RunOf(units::Eight(text_ + at).Equal(u' '));
-        at += run;
-        if (run < 8) return at;
-    }
-}
-
 /// The end of a name of which `at` is not the first character.
 inline int32_t LexClass::NameFrom(int32_t at, const uint8_t* classes) const
 {
     for (;;) {
-        int32_t run = units::RunOf(units::Eight(text_ + at).Names());
-        at += run;
-        if (run == 8) continue;
-        if (!(classes[text_[at]] & kNext) || at >= length_) return at;
+        at = text_.NameEnd(at);
+        if (at >= text_.Length() || !(classes[text_[at]] & kNext)) return at;
         ++at; // a character that a keyword brought in
     }
 }
@@ -149,7 +118,7 @@ inline bool LexClass::QuickStep(Token& token)
 {
     int32_t at = position_;
     if (!quick_) return false;
-    if (at >= length_) {
+    if (at >= text_.Length()) {
         if (previous_ == Kind::ListComma) return false;
         token = {token_type::kEndOfLine, at, 0, 0};
         previous_ = Kind::None;
@@ -159,7 +128,7 @@ inline bool LexClass::QuickStep(Token& token)
     int32_t end = at + 1;
     int32_t type = token_type::kBlank;
     if (c == u' ') {
-        end = SkipBlanks(end);
+        end = text_.BlanksEnd(end);
     } else {
         const KeywordTables& tables = keywords_->Tables();
         const uint8_t* classes = tables.Classes();
@@ -167,7 +136,7 @@ inline bool LexClass::QuickStep(Token& token)
         if (is & kSyntax || (c | 0x20) == u'g' || TraitsBefore() & (kStatementStart | kLabelPosition)) return false;
         if (is & kFirst) {
             end = NameFrom(end, classes);
-            if (tables.Hint(Piece(at, end)) != 0) return false;
+            if (tables.Hint(text_.Piece(at, end)) != 0) return false;
             if (is & kFirstExact) end = at + 1;
         }
         type = token_type::kNormal;
@@ -213,7 +182,7 @@ inline LexClass::Kind LexClass::FindKeyword(const KeywordTables& tables, Extent&
     const uint8_t* classes = tables.Classes();
     int32_t start = position_;
     extent.end = NameFrom(start + 1, classes);
-    uint8_t hint = tables.Hint(Piece(start, extent.end));
+    uint8_t hint = tables.Hint(text_.Piece(start, extent.end));
     if (hint != 0) {
         if (const clsKeyword* keyword = MatchKeyword(tables, hint, extent.end)) {
             extent.flags = FlagsOfKeyword(keyword->Block, extent.end, tables);
@@ -228,7 +197,7 @@ inline LexClass::Kind LexClass::FindKeyword(const KeywordTables& tables, Extent&
 [[gnu::always_inline]] inline LexClass::Kind LexClass::Next(const KeywordTables& tables, Extent& extent)
 {
     int32_t at = position_;
-    if (at >= length_) {
+    if (at >= text_.Length()) {
         if (previous_ == Kind::ListComma) extent.flags = line_flag::kListContinues;
         return Kind::None;
     }
@@ -236,13 +205,13 @@ inline LexClass::Kind LexClass::FindKeyword(const KeywordTables& tables, Extent&
     uint8_t before = TraitsBefore();
     if (!highlight_ || before & kGoesOn) return Uncoloured(extent);
     if (c == u' ') {
-        extent.end = SkipBlanks(at + 1);
+        extent.end = text_.BlanksEnd(at + 1);
         return Kind::Blank;
     }
     extent.end = at + 1;
     uint8_t is = tables.Of(c);
     Kind kind = Kind::Normal;
-    if (is & kSyntax && IsBreak(c)) return c == kValueMark ? Kind::ValueMark : Kind::SubValueMark;
+    if (is & kSyntax && LexLine::IsBreak(c)) return c == kValueMark ? Kind::Value : Kind::SubValue;
     if (before & kStatementStart && (is & kPrefix || (c | 0x20) == u'r') && FindComment(tables, extent, kind))
         return kind;
     if (is & kSyntax && FindSyntax(c, extent, kind)) return kind;
@@ -275,7 +244,7 @@ void LexClass::Trace(const Token& token, int32_t flags) const
     log_->Write(
         [&] {
             return (Text(kWhere) + u": token=")
-                .append(Piece(token.start, token.start + token.length))
+                .append(text_.Piece(token.start, token.start + token.length))
                 .append(u" type=" + Decimal(token.type))
                 .append(u" atts=" + Decimal(token.attributes))
                 .append(u" flags=0x" + Hex(flags));
@@ -288,32 +257,25 @@ LexClass::Kind LexClass::Uncoloured(Extent& extent) const
 {
     char16_t c = text_[position_];
     extent.end = position_ + 1;
-    if (c == kValueMark) return Kind::ValueMark;
-    if (c == kSubValueMark) return Kind::SubValueMark;
+    if (c == kValueMark) return Kind::Value;
+    if (c == kSubValueMark) return Kind::SubValue;
     if (highlight_) return previous_ == Kind::CutString ? String(position_, extent) : Comment(extent);
-    extent.end = MarkFrom(position_);
+    extent.end = text_.MarkFrom(position_);
     return Kind::Blank;
 }
 
 LexClass::Kind LexClass::Comment(Extent& extent) const
 {
-    extent.end = MarkFrom(position_);
-    return extent.end < length_ ? Kind::CutComment : Kind::Comment;
+    extent.end = text_.MarkFrom(position_);
+    return extent.end < text_.Length() ? Kind::CutComment : Kind::Comment;
 }
 
 LexClass::Kind LexClass::String(int32_t from, Extent& extent) const
 {
-    int32_t at = from;
-    for (uint32_t ends = 0;; at += 8) {
-        units::Eight eight(text_ + at);
-        ends = eight.Equal(quote_) | eight.Equal(kValueMark) | eight.Equal(kSubValueMark);
-        if (!ends) continue;
-        at += units::RunTo(ends);
-        break;
-    }
-    bool closed = at < length_ && text_[at] == quote_;
+    int32_t at = text_.MarkOr(quote_, from);
+    bool closed = at < text_.Length() && text_[at] == quote_;
     extent.end = closed ? at + 1 : at;
-    return closed || at >= length_ ? Kind::String : Kind::CutString;
+    return closed || at >= text_.Length() ? Kind::String : Kind::CutString;
 }
 
 bool LexClass::FindComment(const KeywordTables& tables, Extent& extent, Kind& kind) const
@@ -322,7 +284,8 @@ bool LexClass::FindComment(const KeywordTables& tables, Extent& extent, Kind& ki
     if (!prefix && !WordAt(position_, u"REM ") && !WordAt(position_, u"REMARK ")) return false;
     kind = Comment(extent);
     if (previous_ != Kind::Separator) extent.flags = line_flag::kComment;
-    if (prefix && !tables.Comments().empty()) extent.flags |= FlagsOfComment(tables, Piece(position_, extent.end));
+    if (prefix && !tables.Comments().empty())
+        extent.flags |= FlagsOfComment(tables, text_.Piece(position_, extent.end));
     return true;
 }
 
@@ -331,7 +294,7 @@ int32_t LexClass::FlagsOfComment(const KeywordTables& tables, TextView comment) 
     bool exact = keywords_->CaseSensitive();
     for (const clsKeyword* keyword : tables.Comments()) {
         TextView word = keyword->Word;
-        if (word.size() > comment.size()) continue;
+        if (word.size() > comment.size() || DifferEarly(comment, word)) continue;
         if (exact ? !comment.starts_with(word) : !StartsWithNoCase(comment, word)) continue;
         constexpr int32_t kBeginsRegion = user_block::kBegin | user_block::kBeginFirst | user_block::kBeginLast;
         if (keyword->Block & kBeginsRegion) return user_block::kBegin;
@@ -346,14 +309,14 @@ bool LexClass::FindLabel(const KeywordTables& tables, Extent& extent, Kind& kind
     bool first = previous_ == Kind::None;
     int32_t end = position_ + 1;
     if (classes[text_[position_]] & kDigit) {
-        while (end < length_ && (classes[text_[end]] & kDigit || text_[end] == u'.')) ++end;
-        extent.end = end < length_ && text_[end] == u':' ? end + 1 : end;
+        while (end < text_.Length() && (classes[text_[end]] & kDigit || text_[end] == u'.')) ++end;
+        extent.end = end < text_.Length() && text_[end] == u':' ? end + 1 : end;
         kind = first ? Kind::Label : Kind::Number;
         return true;
     }
-    while (end < length_ && classes[text_[end]] & kLabel) ++end;
-    bool colon = end < length_ && text_[end] == u':';
-    if (first && (!colon || (end + 1 < length_ && text_[end + 1] == u'='))) return false;
+    while (end < text_.Length() && classes[text_[end]] & kLabel) ++end;
+    bool colon = end < text_.Length() && text_[end] == u':';
+    if (first && (!colon || (end + 1 < text_.Length() && text_[end + 1] == u'='))) return false;
     extent.end = colon ? end + 1 : end;
     kind = first ? Kind::Label : Kind::LabelReference;
     return true;
@@ -362,7 +325,7 @@ bool LexClass::FindLabel(const KeywordTables& tables, Extent& extent, Kind& kind
 bool LexClass::FindBranch(Extent& extent) const
 {
     if (!WordAt(position_, u"GO")) return false;
-    int32_t at = SkipBlanks(position_ + 2);
+    int32_t at = text_.BlanksEnd(position_ + 2);
     if (WordAt(at, u"TO "))
         at += 3;
     else if (WordAt(at, u"SUB "))
@@ -380,29 +343,20 @@ const clsKeyword* LexClass::MatchKeyword(const KeywordTables& tables, uint8_t hi
     int32_t most = std::min<int32_t>(hint >> KeywordTables::kWordsShift, tables.CompoundSize());
     int32_t ends[KeywordTables::kMostWords];
     int32_t words = 0;
-    for (int32_t last = end; words < most - 1 && last < length_ && text_[last] == u' ';) {
-        int32_t at = SkipBlanks(last);
-        if (at >= length_ || !(classes[text_[at]] & kFirst)) break;
+    for (int32_t last = end; words < most - 1 && last < text_.Length() && text_[last] == u' ';) {
+        int32_t at = text_.BlanksEnd(last);
+        if (at >= text_.Length() || !(classes[text_[at]] & kFirst)) break;
         last = NameFrom(at + 1, classes);
         ends[words++] = last;
     }
     while (words-- > 0) {
-        TextView piece = Piece(position_, ends[words]);
-        const clsKeyword* keyword = LookUp(tables, piece, tables.Hint(piece));
+        TextView piece = text_.Piece(position_, ends[words]);
+        const clsKeyword* keyword = keywords_->Item(piece, tables.Hint(piece));
         if (!keyword) continue;
         end = ends[words];
         return keyword;
     }
-    return LookUp(tables, Piece(position_, end), hint);
-}
-
-const clsKeyword* LexClass::LookUp(const KeywordTables& tables, TextView word, uint8_t hint) const
-{
-    if (!(hint & KeywordTables::kWhole)) return nullptr;
-    if (hint & KeywordTables::kSeveral) return keywords_->Item(word);
-    const KeywordList::Entry& entry = tables.Candidate(word);
-    if (keywords_->CaseSensitive()) return entry.Word == word ? &entry : nullptr;
-    return EqualsFolded(word, entry.key) ? &entry : nullptr;
+    return keywords_->Item(text_.Piece(position_, end), hint);
 }
 
 int32_t LexClass::FlagsOfKeyword(int32_t block, int32_t end, const KeywordTables& tables) const
@@ -416,30 +370,21 @@ int32_t LexClass::FlagsOfKeyword(int32_t block, int32_t end, const KeywordTables
 bool LexClass::LineEndsAt(int32_t at, const KeywordTables& tables) const
 {
     bool separator = false;
-    for (; at < length_ && (text_[at] == u' ' || text_[at] == u';'); ++at) separator |= text_[at] == u';';
-    return at >= length_ || (separator && tables.Of(text_[at]) & kPrefix);
+    for (; at < text_.Length() && (text_[at] == u' ' || text_[at] == u';'); ++at) separator |= text_[at] == u';';
+    return at >= text_.Length() || (separator && tables.Of(text_[at]) & kPrefix);
 }
 
 /// `upper` is ASCII.
 bool LexClass::WordAt(int32_t at, TextView upper) const
 {
-    if (length_ - at < static_cast<int32_t>(upper.size())) return false;
-    TextView piece(text_ + at, upper.size());
+    if (text_.Length() - at < static_cast<int32_t>(upper.size())) return false;
+    TextView piece = text_.Piece(at, at + static_cast<int32_t>(upper.size()));
     if (keywords_->CaseSensitive()) return piece == upper;
     for (size_t i = 0; i < upper.size(); ++i) {
         if (piece[i] >= 0x80) return EqualsNoCase(piece, upper);
         if (units::FoldAscii(piece[i]) != units::FoldAscii(upper[i])) return false;
     }
     return true;
-}
-
-int32_t LexClass::MarkFrom(int32_t at) const
-{
-    for (;; at += 8) {
-        units::Eight eight(text_ + at);
-        uint32_t marks = eight.Equal(kValueMark) | eight.Equal(kSubValueMark);
-        if (marks) return at + units::RunTo(marks);
-    }
 }
 
 } // namespace nib

@@ -3,6 +3,7 @@
 // what it stores in the line's own data word.
 
 #include "diagnostics/DebugLog.h"
+#include "editing/LexLine.h"
 #include "editing/SourceView.h"
 #include "editing/clsKeywords.h"
 
@@ -63,8 +64,8 @@ private:
     enum class Kind : uint8_t {
         None, ///< start and end of the line
         Blank,
-        ValueMark,
-        SubValueMark,
+        Value,
+        SubValue,
         Label,
         LabelReference,
         Number,
@@ -90,7 +91,6 @@ private:
         int32_t flags;
     };
 
-    void TakeText(TextView text);
     bool QuickStep(Token& token);
     void GuardedStep(Token& token);
     void Step(Token& token);
@@ -106,15 +106,11 @@ private:
 
     uint8_t TraitsBefore() const;
     const clsKeyword* MatchKeyword(const KeywordTables& tables, uint8_t hint, int32_t& end) const;
-    const clsKeyword* LookUp(const KeywordTables& tables, TextView word, uint8_t hint) const;
     int32_t FlagsOfComment(const KeywordTables& tables, TextView comment) const;
     int32_t FlagsOfKeyword(int32_t block, int32_t end, const KeywordTables& tables) const;
     bool LineEndsAt(int32_t at, const KeywordTables& tables) const;
 
-    TextView Piece(int32_t start, int32_t end) const { return {text_ + start, static_cast<size_t>(end - start)}; }
     bool WordAt(int32_t at, TextView upper) const;
-    int32_t SkipBlanks(int32_t at) const;
-    int32_t MarkFrom(int32_t at) const;
     int32_t NameFrom(int32_t at, const uint8_t* classes) const;
     void Trace(const Token& token, int32_t flags) const;
 
@@ -124,10 +120,8 @@ private:
     std::unique_ptr<clsKeywords> own_ = std::make_unique<clsKeywords>();
     const clsKeywords* keywords_ = own_.get();
 
-    std::vector<char16_t> buffer_; ///< the line, and marks behind it so that no search runs on
-    const char16_t* text_ = nullptr;
+    LexLine text_;
     int32_t line_ = 0;
-    int32_t length_ = 0;
     int32_t position_ = 0;
     int32_t depth_ = 0; ///< of parentheses; below 0 behind one too many
     int32_t lineFlags_ = 0;

@@ -62,6 +62,15 @@ const clsKeyword* clsKeywords::Item(TextView Key) const
     return found && caseSensitive_ && found->Word != Key ? nullptr : found;
 }
 
+const clsKeyword* clsKeywords::Item(TextView Key, uint8_t hint) const
+{
+    if (!(hint & KeywordTables::kWhole)) return nullptr;
+    if (hint & KeywordTables::kSeveral) return Item(Key);
+    const KeywordList::Entry& entry = Tables().Candidate(Key);
+    if (caseSensitive_) return entry.Word == Key ? &entry : nullptr;
+    return EqualsFolded(Key, entry.key) ? &entry : nullptr;
+}
+
 clsKeyword* clsKeywords::Add(clsKeyword NewItem)
 {
     clsKeyword* added = list_.Append(std::move(NewItem));

@@ -25,6 +25,8 @@ public:
 
     /// Null when the word is not held. Allocates nothing for ASCII words.
     const clsKeyword* Item(TextView Key) const;
+    /// The same, with what Tables().Hint() said of the word.
+    const clsKeyword* Item(TextView Key, uint8_t hint) const;
     clsKeyword* Item(TextView Key) { return const_cast<clsKeyword*>(std::as_const(*this).Item(Key)); }
     /// The word as it is held now; null when a word of another case keeps it out.
     clsKeyword* AddKeyword(TextView Word, int32_t Class, int32_t Block);
