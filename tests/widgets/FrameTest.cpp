@@ -113,24 +113,23 @@ TEST_F(FrameTest, ButtonsAreChosenWhenTheWindowIsMade)
     EXPECT_EQ(with.SubWindow()->windowFlags() & buttons, buttons);
 }
 
-TEST_F(FrameTest, OpeningAndSteppingAmongManyStaysQuick)
+TEST_F(FrameTest, SteppingAmongManyStaysQuick)
 {
-    QElapsedTimer clock;
-    clock.start();
     constexpr int kMany = 200;
     for (int i = 0; i < kMany; ++i) New();
-    RecordProperty("open200", static_cast<int>(clock.elapsed()));
-    qint64 longest = 0;
-    for (int i = 0; i < 20; ++i) {
+    std::vector<qint64> times;
+    for (int i = 0; i < 21; ++i) {
         frmDocument* before = frame.ActiveForm();
-        clock.restart();
-        frame.StepDocument(false);
+        QElapsedTimer clock;
+        clock.start();
+        frame.StepDocument(i % 3 == 0);
         Settle();
-        longest = std::max(longest, clock.elapsed());
+        times.push_back(clock.elapsed());
         EXPECT_NE(frame.ActiveForm(), before);
     }
-    RecordProperty("longestStep", static_cast<int>(longest));
-    std::printf("open %s step %lld ms\n", "200", static_cast<long long>(longest));
+    std::sort(times.begin(), times.end());
+    // A person notices from 30 ms on; the rest is for slow builds on busy machines.
+    EXPECT_LT(times[times.size() / 2], 90);
 }
 
 // Closing
