@@ -7,7 +7,7 @@ packages=(
     build-essential cmake ninja-build ccache pkg-config git
     libicu-dev libacl1-dev qt6-base-dev qt6-base-dev-tools
     # running
-    fonts-dejavu-core fonts-dejavu-extra
+    fonts-dejavu-core fonts-dejavu-extra breeze-icon-theme libqt6svg6
     # a display where there is none, and a window manager and pictures for it
     xvfb xauth openbox xdotool x11-utils imagemagick
     # tests

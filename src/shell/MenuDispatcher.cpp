@@ -7,6 +7,21 @@
 
 namespace nib {
 
+namespace {
+
+/// Read from the entry alone, where the place that it leads to cannot be asked.
+Text PlainCaption(const mvConnection& connection, const Text& entry)
+{
+    return OrDefault(
+        [&] {
+            ItemPlace place = connection.ParsePath(entry);
+            return place.folder.empty() ? place.itemId : place.folder + u" " + place.itemId;
+        },
+        entry);
+}
+
+} // namespace
+
 MenuDispatcher::MenuDispatcher(Program& program, MenuModel& menus, MenuBar& bar, const CommandPorts& ports)
     : program_(program), menus_(menus), bar_(bar), ports_(ports)
 {
@@ -58,7 +73,9 @@ void MenuDispatcher::BuildRecentMenu()
         for (int32_t i = 1; i <= program_.RecentFiles().ListCount(); ++i) {
             Text entry = program_.RecentFiles().ListItem(i);
             // One entry that leads nowhere any more must not take the others away.
-            Text caption = OrDefault([&] { return RecentEntryCaption(program_.Connection(), entry); }, entry);
+            mvConnection& connection = program_.Connection();
+            Text caption =
+                OrDefault([&] { return RecentEntryCaption(connection, entry); }, PlainCaption(connection, entry));
             AddEntry(u"File", u"file_", i, caption, u"Exit");
         }
     });

@@ -8,6 +8,7 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <utility>
 
 namespace nib {
 
@@ -29,7 +30,9 @@ QtDocumentTabs::QtDocumentTabs(QWidget* parent) : QTabBar(parent)
     setElideMode(Qt::ElideRight);
     setVisible(false);
     connect(this, &QTabBar::currentChanged, this, [this](int index) {
-        if (events_ && index >= 0) events_->TabActivate(NumberAt(index));
+        // Moving the current tab changes its index as well.
+        if (index >= 0 && std::exchange(current_, NumberAt(index)) != current_ && events_)
+            events_->TabActivate(current_);
     });
     connect(this, &QTabBar::tabCloseRequested, this, [this](int index) {
         if (events_) events_->TabClose(NumberAt(index));
@@ -77,7 +80,8 @@ void QtDocumentTabs::Change(const MenuTool& tab)
     setAccessibleTabName(index, caption);
     for (ButtonPosition side : {LeftSide, RightSide})
         if (QWidget* button = tabButton(index, side)) button->setAccessibleName(tr("Close %1").arg(caption));
-    if (!tab.checked || index == currentIndex()) return;
+    if (!tab.checked) return;
+    current_ = NumberAt(index);
     QSignalBlocker quiet(this);
     setCurrentIndex(index);
 }

@@ -27,7 +27,8 @@ private:
     int32_t NumberAt(int index) const;
 
     MenuEvents* events_ = nullptr;
-    int pressed_ = -1; ///< number of the tab that the middle button went down on
+    int32_t current_ = -1; ///< number of the tab that is in front
+    int32_t pressed_ = -1; ///< number of the tab that the middle button went down on
 };
 
 } // namespace nib

@@ -4,6 +4,8 @@
 
 #include <QGuiApplication>
 #include <QPalette>
+#include <QStandardPaths>
+#include <QStringList>
 
 namespace nib {
 
@@ -15,10 +17,21 @@ bool DarkPalette()
     return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
 }
 
+/// Without a desktop Qt looks for themes nowhere but in the program itself.
+void FindThemes()
+{
+    QStringList paths = QIcon::themeSearchPaths();
+    for (const QString& folder : QStandardPaths::locateAll(QStandardPaths::GenericDataLocation, QStringLiteral("icons"),
+                                                           QStandardPaths::LocateDirectory))
+        if (!paths.contains(folder)) paths += folder;
+    QIcon::setThemeSearchPaths(paths);
+}
+
 } // namespace
 
 void UseIconTheme()
 {
+    FindThemes();
     const QString light = QStringLiteral("breeze");
     const QString dark = QStringLiteral("breeze-dark");
     const QString& fitting = DarkPalette() ? dark : light;

@@ -1,0 +1,33 @@
+#pragma once
+// A whole program with its menus, ports and dispatcher, all of them fakes where they end outside.
+
+#include "fakes/FakeCommandPorts.h"
+#include "fakes/RecordingMenuBar.h"
+#include "fakes/TestProgram.h"
+#include "shell/MenuDispatcher.h"
+
+namespace nib::test {
+
+struct TestShell : TestProgram {
+    FakeCommandPorts outside;
+    CommandPorts ports = outside.All();
+    MenuModel menus;
+    RecordingMenuBar bar;
+    MenuDispatcher dispatcher{program, menus, bar, ports};
+
+    bool Run(TextView key) { return dispatcher.Run(key); }
+    bool Enabled(TextView key) { return StateOfCommand(key, dispatcher.Context()).enabled; }
+    bool Checked(TextView key) { return StateOfCommand(key, dispatcher.Context()).checked; }
+    /// As a click on the tool, whose check mark the bar has turned over before.
+    void Click(Band band, TextView key)
+    {
+        const MenuTool& tool = menus.Tool(band, key);
+        if (tool.checkable) menus.SetChecked(band, key, !tool.checked);
+        dispatcher.ToolClick(band, tool);
+    }
+    std::vector<Text> Ran() { return outside.journal.Take(); }
+    std::vector<Text> Drawn() { return bar.journal.Take(); }
+    SourceView& ViewOf(mvDocument& document) { return View(document).txtText(); }
+};
+
+} // namespace nib::test

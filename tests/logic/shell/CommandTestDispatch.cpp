@@ -1,0 +1,231 @@
+// Every key, dispatched.
+
+#include "fakes/TestShell.h"
+#include "shell/MenuTable.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace nib::test {
+namespace {
+
+using Lines = std::vector<Text>;
+
+TEST(CommandTest, EveryToolIsACommand)
+{
+    std::set<Text> shortcuts;
+    for (const MenuToolRow& row : kMainMenu) {
+        EXPECT_TRUE(IsCommand(row.key)) << ToUtf8(row.key);
+        EXPECT_TRUE(!*row.shortcut || shortcuts.insert(row.shortcut).second) << ToUtf8(row.shortcut);
+    }
+    for (const ToolBarRow& row : kToolBar) EXPECT_TRUE(IsCommand(row.key)) << ToUtf8(row.key);
+    for (auto rows : {kPopup, kTabContext})
+        for (const MenuToolRow& row : rows) EXPECT_TRUE(IsCommand(row.key)) << ToUtf8(row.key);
+    for (TextView key : {u"new", u"NEW", u"", u"Tile"}) EXPECT_FALSE(IsCommand(key)) << ToUtf8(key);
+}
+
+TEST(CommandTest, CommandsOfOtherRooms)
+{
+    const std::pair<TextView, Text> rows[] = {
+        {u"Print", u"print"},
+        {u"Properties", u"properties"},
+        {u"IndentBlock", u"indent"},
+        {u"OutdentBlock", u"outdent"},
+        {u"CommentBlock", u"comment"},
+        {u"UncommentBlock", u"uncomment"},
+        {u"Find", u"find"},
+        {u"FindNext", u"find next"},
+        {u"Replace", u"replace"},
+        {u"NavBack", u"back"},
+        {u"NavForward", u"forward"},
+        {u"Goto", u"goto 'L1'"},
+        {u"ctxGoto", u"goto 'L1'"},
+        {u"Results", u"results ''"},
+        {u"Format", u"format"},
+        {u"Compile", u"compile"},
+        {u"ToggleCase", u"case"},
+        {u"Settings", u"settings 1"},
+        {u"TileHorizontal", u"arrange 1"},
+        {u"TileVertical", u"arrange 2"},
+        {u"Cascade", u"arrange 0"},
+        {u"HelpTopics", u"help"},
+        {u"HelpAbout", u"about"},
+    };
+    TestShell t;
+    t.New();
+    t.program.State().Target = u"L1";
+    t.outside.canBack = t.outside.canForward = t.outside.canCompile = true;
+    for (auto& [key, line] : rows) {
+        EXPECT_TRUE(t.Run(key)) << ToUtf8(key);
+        EXPECT_EQ(t.Ran(), Lines{line}) << ToUtf8(key);
+    }
+    EXPECT_TRUE(t.program.State().HelpWasOpened);
+    t.ports = {};
+    for (auto& [key, line] : rows) EXPECT_FALSE(t.Enabled(key) || t.Run(key)) << ToUtf8(key) << " without its port";
+}
+
+TEST(CommandTest, TextCommands)
+{
+    struct Row {
+        TextView key;
+        TextView text;
+    };
+    const Row rows[] = {
+        {u"Copy", u"ab\r\ncd"},
+        {u"Cut", u"\r\ncd"},
+        {u"Undo", u"ab\r\ncd"},
+        {u"Redo", u"\r\ncd"},
+        {u"Paste", u"ab\r\ncd"},
+        {u"ValueMark", u"ab\uF8FD\r\ncd"},
+        {u"SubValueMark", u"ab\uF8FD\uF8FC\r\ncd"},
+        {u"DeleteLine", u"cd"},
+        {u"SelectAll", u"cd"},
+        {u"Clear", u""},
+    };
+    TestShell t;
+    auto document = t.New();
+    document->SetText(u"ab\r\ncd");
+    t.ViewOf(*document).SetSelection({0, 0}, {2, 0});
+    for (auto [key, text] : rows) {
+        EXPECT_TRUE(t.Run(key)) << ToUtf8(key);
+        EXPECT_EQ(document->GetText(), text) << ToUtf8(key);
+    }
+}
+
+TEST(CommandTest, FileCommands)
+{
+    TestShell t;
+    EXPECT_TRUE(t.Run(u"New"));
+    auto document = t.Documents().Item(1);
+    document->SetText(u"x");
+    t.connection.picks = {{{t.Item(kMain)}}};
+    EXPECT_TRUE(t.Run(u"Save")) << "a new document asks where";
+    EXPECT_EQ(t.Stored(kMain), u"x");
+    document->SetText(u"y");
+    EXPECT_TRUE(t.Run(u"SaveAll"));
+    EXPECT_EQ(t.Stored(kMain), u"y");
+    EXPECT_FALSE(t.Run(u"Save")) << "clean";
+    t.Store(kOther, u"o");
+    t.connection.picks = {{{t.Item(kOther)}}};
+    EXPECT_TRUE(t.Run(u"Open"));
+    EXPECT_EQ(t.Documents().Count(), 2);
+    EXPECT_TRUE(t.Run(u"Close"));
+    EXPECT_EQ(t.Documents().Count(), 1);
+    EXPECT_TRUE(t.Run(u"file_1"));
+    EXPECT_EQ(t.Documents().Item(2)->ItemID(), u"OTHER");
+    EXPECT_TRUE(t.Run(u"miWList1"));
+    EXPECT_EQ(t.window.activeDocument, document->DocumentID());
+    EXPECT_FALSE(t.Run(u"miWList9"));
+    t.connection.picks = {{}};
+    EXPECT_TRUE(t.Run(u"SaveAs"));
+    EXPECT_TRUE(t.Run(u"Exit"));
+    EXPECT_TRUE(t.journal.Has(u"Unload"));
+}
+
+TEST(CommandTest, CompileAsksForASave)
+{
+    const Text question = u"Program has not been saved. Do you want\nto save the file, then compile the program?";
+    TestShell t;
+    t.Store(kMain, u"a");
+    auto document = t.Open(kMain);
+    t.outside.canCompile = true;
+    document->SetText(u"b");
+    t.boxes.Answer({message_box::kAnswerCancel, message_box::kAnswerOk});
+    t.Run(u"Compile");
+    EXPECT_EQ(t.Ran(), Lines{});
+    t.Run(u"Compile");
+    EXPECT_EQ(t.Ran(), Lines{u"compile"});
+    EXPECT_EQ(t.Stored(kMain), u"b");
+    EXPECT_EQ(t.boxes.Take(), (Boxes(2, {question, 33})));
+}
+
+TEST(CommandTest, Bookmarks)
+{
+    TestShell t;
+    auto other = t.New();
+    t.Run(u"ToggleBookmark");
+    auto document = t.New();
+    document->SetText(u"a\r\nb\r\nc");
+    SourceView& view = t.ViewOf(*document);
+    for (int32_t line : {0, 2}) {
+        view.SetCaret({0, line});
+        t.Run(u"ToggleBookmark");
+    }
+    const std::pair<TextView, int32_t> moves[] = {{u"NextBookmark", 0}, {u"NextBookmark", 2}, {u"PrevBookmark", 0}};
+    for (auto [key, line] : moves) {
+        EXPECT_TRUE(t.Run(key));
+        EXPECT_EQ(view.CaretLine(), line);
+    }
+    EXPECT_TRUE(t.Run(u"ClearBookmarks"));
+    EXPECT_FALSE(t.Run(u"ClearBookmarks"));
+    EXPECT_EQ(t.ViewOf(*other).Document().BookmarkCount(), 1);
+    EXPECT_TRUE(t.Run(u"ClearAllBookmarks"));
+    EXPECT_EQ(t.ViewOf(*other).Document().BookmarkCount(), 0);
+}
+
+TEST(CommandTest, CheckMarks)
+{
+    TestShell t;
+    auto document = t.New();
+    t.dispatcher.UpdateToolBar();
+    for (Band band : {Band::MainMenu, Band::ToolBar, Band::Popup}) {
+        bool before = document->Highlight();
+        t.dispatcher.ShowContextMenu(HitKind::None);
+        t.Click(band, u"Highlight");
+        EXPECT_EQ(document->Highlight(), !before);
+        for (Band shown : {Band::MainMenu, Band::ToolBar})
+            EXPECT_EQ(t.menus.Tool(shown, u"Highlight").checked, !before);
+    }
+    t.Click(Band::MainMenu, u"LineWrap");
+    EXPECT_TRUE(t.ViewOf(*document).LineWrap() && t.menus.Tool(Band::MainMenu, u"linewrap").checked);
+    for (auto [key, band] : {std::pair{u"ViewToolbar", Band::ToolBar}, {u"ViewStatusbar", Band::StatusBar}}) {
+        EXPECT_TRUE(t.menus.Tool(Band::MainMenu, key).checked);
+        t.Click(Band::MainMenu, key);
+        EXPECT_FALSE(t.menus.State(band).visible || t.menus.Tool(Band::MainMenu, key).checked);
+        t.Run(key);
+        EXPECT_TRUE(t.menus.State(band).visible && t.menus.Tool(Band::MainMenu, key).checked);
+    }
+}
+
+TEST(CommandTest, WindowsAndTabs)
+{
+    TestShell t;
+    EXPECT_FALSE(t.Run(u"Maximize") || t.Run(u"TileHorizontal") || t.Run(u"tab_close"));
+    auto first = t.New();
+    auto second = t.New();
+    for (int32_t state : {2, 0}) {
+        EXPECT_TRUE(t.Run(u"Maximize"));
+        EXPECT_EQ(second->View()->WindowState(), state);
+    }
+    t.menus.SetTag(Band::TabContext, Decimal(first->DocumentID()));
+    const std::pair<TextView, int32_t> rows[] = {{u"tab_max", 2}, {u"tab_max", 0}, {u"tab_min", 1}, {u"tab_min", 0}};
+    for (auto [key, state] : rows) {
+        EXPECT_TRUE(t.Run(key));
+        EXPECT_EQ(first->View()->WindowState(), state) << ToUtf8(key);
+    }
+    EXPECT_TRUE(t.Run(u"tab_activate"));
+    EXPECT_EQ(t.window.activeDocument, first->DocumentID());
+    t.Run(u"tab_close");
+    EXPECT_FALSE(first->View()->Visible());
+}
+
+TEST(CommandTest, ExtendedCommandsAndFailures)
+{
+    TestShell t;
+    t.outside.extended = {{u"Deploy", u"Deploy"}};
+    EXPECT_FALSE(t.Run(u"Deploy")) << "no document whose client could be told";
+    auto document = t.New();
+    EXPECT_TRUE(t.Run(u"Deploy"));
+    EXPECT_EQ(t.Ran(), Lines{u"custom Deploy"});
+    EXPECT_FALSE(t.Run(u"Nothing")) << "a failed look-up is silent";
+
+    t.program.EditorSettings().NoGotoDialog = true;
+    t.program.State().Target = u"NOWHERE";
+    EXPECT_FALSE(t.Run(u"ctxGoto"));
+    EXPECT_EQ(t.boxes.Take().size(), 1u);
+    EXPECT_EQ(t.trace.Take().size(), 1u);
+}
+
+} // namespace
+} // namespace nib::test

@@ -1,0 +1,302 @@
+// The bars as they are drawn, compared with each row of the tables.
+
+#include "platform/qt/QtMenuBar.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/QtToolActions.h"
+#include "platform/qt/QtToolIcons.h"
+#include "shell/MenuModel.h"
+#include "shell/MenuTable.h"
+#include "shell/modSSKeys.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QTest>
+#include <QToolBar>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace nib {
+namespace {
+
+struct RecordingEvents final : MenuEvents {
+    QStringList lines;
+
+    void ToolClick(Band band, const MenuTool& tool) override
+    {
+        Add("click", tool.key);
+        lines.back() += QString::number(static_cast<int>(band)) + (tool.checked ? QStringLiteral("x") : QString());
+    }
+    void MenuOpening(const MenuTool& menu) override { Add("opening", menu.key); }
+    void TabActivate(int32_t tab) override { Add("activate", Decimal(tab)); }
+    void TabClose(int32_t tab) override { Add("close", Decimal(tab)); }
+    void TabContextMenu(int32_t tab, ScreenPoint) override { Add("menu", Decimal(tab)); }
+
+    void Add(const char* what, TextView which) { lines += QLatin1String(what) + QLatin1Char(' ') + ToQString(which); }
+    QStringList Take() { return std::exchange(lines, {}); }
+};
+
+struct MenuBarTest : testing::Test {
+    MenuModel model;
+    RecordingEvents events;
+    QMainWindow window;
+    QtMenuBar bar{window, model};
+
+    MenuBarTest()
+    {
+        bar.SetEvents(&events);
+        bar.SetCentral(new QWidget);
+        window.show();
+    }
+    QMenu* Menu(const QString& key)
+    {
+        auto* action = window.findChild<QAction*>(key);
+        if (action) return action->menu();
+        for (QMenu* menu : window.findChildren<QMenu*>())
+            if (menu->menuAction()->objectName() == key) return menu;
+        return nullptr;
+    }
+    static QAction* Tool(const QWidget& holder, TextView key)
+    {
+        for (QAction* action : holder.actions())
+            if (action->objectName() == ToQString(key)) return action;
+        ADD_FAILURE() << "no tool " << ToUtf8(key);
+        return nullptr;
+    }
+    /// What stands on a bar: "-" for a separator, else the tool's key.
+    static QStringList Drawn(const QWidget& holder)
+    {
+        QStringList keys;
+        for (QAction* action : holder.actions())
+            if (action->isVisible()) keys += action->isSeparator() ? QStringLiteral("-") : action->objectName();
+        return keys;
+    }
+    template <typename Rows>
+    static QStringList Expected(const Rows& rows, TextView menu)
+    {
+        QStringList keys;
+        for (auto& row : rows) {
+            if constexpr (requires { row.menu; })
+                if (row.menu != menu) continue;
+            if (row.beginsGroup) keys += QStringLiteral("-");
+            keys += ToQString(row.key);
+        }
+        return keys;
+    }
+};
+
+TEST_F(MenuBarTest, MenusAsInTheTable)
+{
+    for (const MenuRow& row : kMenus) {
+        QMenu* menu = Menu(ToQString(row.key));
+        ASSERT_TRUE(menu) << ToUtf8(row.key);
+        EXPECT_EQ(menu->title(), ToQString(row.caption));
+        QStringList expected = Expected(kMainMenu, row.key);
+        if (TextView(row.key) == u"Search") expected += {QStringLiteral("-"), QStringLiteral("Bookmarks")};
+        EXPECT_EQ(Drawn(*menu), expected) << ToUtf8(row.key);
+    }
+    for (const MenuToolRow& row : kMainMenu) {
+        QAction* action = Tool(*Menu(ToQString(row.menu)), row.key);
+        EXPECT_EQ(action->text(), ToQString(row.caption));
+        EXPECT_EQ(action->shortcut(), KeySequenceOf(row.shortcut));
+        EXPECT_EQ(action->shortcut().isEmpty(), TextView(row.shortcut).empty()) << ToUtf8(row.shortcut);
+    }
+    EXPECT_TRUE(Tool(*Menu(QStringLiteral("View")), u"Highlight")->isCheckable());
+}
+
+TEST_F(MenuBarTest, ToolBarAsInTheTable)
+{
+    QToolBar& tools = *bar.ToolBar();
+    EXPECT_EQ(Drawn(tools), Expected(kToolBar, u""));
+    for (const ToolBarRow& row : kToolBar) {
+        QAction* action = Tool(tools, row.key);
+        const MenuTool& onMenu = model.Tool(Band::MainMenu, row.key);
+        EXPECT_EQ(action->text(), ToQString(*row.caption ? row.caption : onMenu.caption.c_str()));
+        QString tip = *row.tip ? ToQString(row.tip) : action->text().remove(QLatin1Char('&'));
+        EXPECT_EQ(tools.widgetForAction(action)->accessibleName(), tip);
+        if (!onMenu.shortcut.empty())
+            tip += QStringLiteral(" (") + KeySequenceOf(onMenu.shortcut).toString(QKeySequence::NativeText) +
+                   QLatin1Char(')');
+        EXPECT_EQ(action->toolTip(), tip);
+        EXPECT_TRUE(action->shortcut().isEmpty()) << "live in the menu alone";
+        EXPECT_FALSE(action->icon().isNull()) << ToUtf8(row.key);
+    }
+    EXPECT_EQ(Tool(tools, u"Find")->text(), QStringLiteral("&Fine"));
+}
+
+TEST_F(MenuBarTest, PopUpsAsInTheTable)
+{
+    for (auto [band, rows] : {std::pair{Band::Popup, kPopup}, {Band::TabContext, kTabContext}}) {
+        QMenu& menu = *bar.PopUpMenu(band);
+        EXPECT_EQ(Drawn(menu), Expected(rows, u""));
+        for (const MenuToolRow& row : rows) {
+            QStringList text = Tool(menu, row.key)->text().split(QLatin1Char('\t'));
+            const MenuTool* onMenu = model.Find(Band::MainMenu, row.key);
+            EXPECT_EQ(text.front(), ToQString(*row.caption ? row.caption : onMenu->caption.c_str()));
+            EXPECT_EQ(text.size(), onMenu && !onMenu->shortcut.empty() ? 2 : 1) << ToUtf8(row.key);
+        }
+    }
+    bar.PopUp(Band::Popup, ScreenPoint{10, 10});
+    EXPECT_TRUE(bar.PopUpMenu(Band::Popup)->isVisible());
+    bar.PopUpMenu(Band::Popup)->close();
+}
+
+TEST_F(MenuBarTest, StatusPanels)
+{
+    auto panel = [&](TextView key) { return window.statusBar()->findChild<QLabel*>(ToQString(key)); };
+    for (const PanelRow& row : kStatusBar) {
+        EXPECT_EQ(panel(row.key)->toolTip(), ToQString(row.tip));
+        EXPECT_EQ(panel(row.key)->text(), row.fixedWidth ? QString() : ToQString(row.text));
+    }
+    EXPECT_TRUE(panel(u"Panel1")->isVisible());
+    EXPECT_FALSE(panel(u"Panel2")->isVisible() || panel(u"Panel4")->isVisible());
+    int width = window.width();
+    model.ShowPanel(2, true);
+    model.SetPanelText(2, u"Ln 3, Col 7");
+    model.SetPanelText(1, Text(2000, u'm'));
+    model.SetPanelText(4, u"four");
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(panel(u"Panel2")->isVisible() && panel(u"Panel4")->isVisible());
+    EXPECT_GE(panel(u"Panel2")->width(), window.fontMetrics().horizontalAdvance(QStringLiteral("Ln 1000, Col 100")));
+    EXPECT_EQ(window.width(), width) << "a long text makes no wide window";
+    model.SetPanelText(1, u"");
+    EXPECT_EQ(panel(u"Panel1")->accessibleName(), QStringLiteral("Server status"));
+}
+
+TEST_F(MenuBarTest, ClicksAndChanges)
+{
+    QAction* highlight = Tool(*bar.ToolBar(), u"Highlight");
+    bar.ToolBar()->widgetForAction(highlight)->setFocus();
+    QTest::mouseClick(bar.ToolBar()->widgetForAction(highlight), Qt::LeftButton);
+    EXPECT_EQ(events.Take(), QStringList{QStringLiteral("click Highlight1x")});
+    EXPECT_TRUE(model.Tool(Band::ToolBar, u"Highlight").checked);
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(events.Take(), QStringList{QStringLiteral("click SaveAll0")});
+    model.SetEnabled(Band::MainMenu, u"SaveAll", false);
+    QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(events.Take(), QStringList{});
+    emit Menu(QStringLiteral("File"))->aboutToShow();
+    EXPECT_EQ(events.Take(), QStringList{QStringLiteral("opening File")});
+
+    QAction* help = Tool(*Menu(QStringLiteral("Help")), u"HelpTopics");
+    model.SetShortcut(Band::MainMenu, u"HelpTopics", u"");
+    EXPECT_TRUE(help->shortcut().isEmpty());
+    model.SetBeginGroup(Band::TabContext, u"tab_max", false);
+    model.SetVisible(Band::TabContext, u"tab_min", false);
+    EXPECT_FALSE(Drawn(*bar.PopUpMenu(Band::TabContext)).contains(QStringLiteral("-")));
+    model.ShowBand(Band::ToolBar, false);
+    model.ShowBand(Band::StatusBar, false);
+    EXPECT_FALSE(bar.ToolBar()->isVisible() || window.statusBar()->isVisible());
+    int small = bar.ToolBar()->iconSize().width();
+    model.SetIconSize(Band::ToolBar, kLargeIcons);
+    EXPECT_GT(bar.ToolBar()->iconSize().width(), small);
+    auto* button = qobject_cast<QToolButton*>(bar.ToolBar()->widgetForAction(highlight));
+    EXPECT_TRUE(button->autoRaise());
+    model.SetHotTrack(Band::ToolBar, false);
+    EXPECT_FALSE(button->autoRaise());
+}
+
+TEST_F(MenuBarTest, ToolsComeAndGo)
+{
+    QMenu& file = *Menu(QStringLiteral("File"));
+    const QStringList before = Drawn(file);
+    for (int32_t i : {1, 2}) {
+        MenuTool tool;
+        tool.key = u"file_" + Decimal(i);
+        tool.caption = u"&1 x";
+        tool.beginGroup = i == 1;
+        model.Add(Band::MainMenu, u"File", std::move(tool), u"Exit");
+    }
+    QStringList with = before;
+    for (const char* key : {"-", "file_1", "file_2"}) with.insert(with.size() - 2, QLatin1String(key));
+    EXPECT_EQ(Drawn(file), with);
+    model.RemoveBeginning(Band::MainMenu, u"File", u"file_");
+    EXPECT_EQ(Drawn(file), before);
+
+    MenuTool client;
+    client.key = client.caption = u"Deploy";
+    client.shortcut = ShortcutName(6);
+    model.Add(Band::MainMenu, u"Tools", std::move(client));
+    QAction* deploy = Tool(*Menu(QStringLiteral("Tools")), u"Deploy");
+    EXPECT_EQ(deploy->text(), QStringLiteral("Deploy\tCtrl+F"));
+    EXPECT_TRUE(deploy->shortcut().isEmpty()) << "the key is taken; with two owners it would serve neither";
+}
+
+TEST_F(MenuBarTest, NumberedShortcutsAreKeys)
+{
+    for (int32_t number = 1; number <= 79; ++number) {
+        QKeySequence keys = KeySequenceOf(ShortcutName(number));
+        EXPECT_EQ(keys.count(), 1) << number;
+        EXPECT_NE(keys[0].key(), Qt::Key_unknown) << number;
+    }
+}
+
+TEST_F(MenuBarTest, DocumentTabs)
+{
+    QTabBar& tabs = *bar.Tabs();
+    EXPECT_FALSE(tabs.isVisible());
+    for (int32_t tab : {3, 5, 9}) model.SetTab(tab, u"A & " + Decimal(tab), u"path " + Decimal(tab));
+    model.SetActiveTab(5);
+    EXPECT_TRUE(tabs.isVisible());
+    EXPECT_EQ(events.Take(), QStringList{}) << "only the user's own changes are told";
+    EXPECT_EQ(tabs.currentIndex(), 1);
+    EXPECT_EQ(tabs.tabText(2), QStringLiteral("A && 9"));
+    EXPECT_EQ(tabs.tabToolTip(2), QStringLiteral("path 9"));
+    QCoreApplication::processEvents();
+    auto click = [&](int index, Qt::MouseButton button) {
+        QTest::mouseClick(&tabs, button, {}, tabs.tabRect(index).center() - QPoint(10, 0));
+    };
+    click(2, Qt::LeftButton);
+    EXPECT_EQ(events.Take(), QStringList{QStringLiteral("activate 9")});
+    click(0, Qt::MiddleButton);
+    EXPECT_EQ(events.Take(), QStringList{QStringLiteral("close 3")});
+    tabs.moveTab(0, 2);
+    emit tabs.tabCloseRequested(2);
+    EXPECT_EQ(events.Take(), QStringList{QStringLiteral("close 3")}) << "a tab keeps its document when it moves";
+    model.SetTab(3, Text(200, u'm'), u"");
+    EXPECT_LT(tabs.tabRect(2).width(), 600);
+    for (int32_t tab : {3, 5, 9}) model.RemoveTab(tab);
+    EXPECT_FALSE(tabs.isVisible());
+    EXPECT_EQ(events.Take(), QStringList{});
+}
+
+TEST_F(MenuBarTest, OwnIconsInBothBrightnesses)
+{
+    for (const ToolLookRow& row : kToolLooks) {
+        if (!TextView(row.icon).starts_with(u"nib-")) continue;
+        for (const char* kind : {"", "-dark"})
+            EXPECT_FALSE(
+                QIcon(QLatin1String(":/icons/") + ToQString(row.icon) + QLatin1String(kind) + QLatin1String(".svg"))
+                    .pixmap(22)
+                    .isNull())
+                << ToUtf8(row.icon) << kind;
+    }
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::Window, Qt::black);
+    dark.setColor(QPalette::WindowText, Qt::white);
+    QApplication::setPalette(dark);
+    UseIconTheme();
+    EXPECT_EQ(QIcon::fallbackThemeName(), QStringLiteral("breeze-dark"));
+    QImage icon = ToolIcon(u"nib-bookmark").pixmap(22).toImage();
+    QApplication::setPalette(before);
+    UseIconTheme();
+    int brightest = 0;
+    for (int y = 0; y < icon.height(); ++y)
+        for (int x = 0; x < icon.width(); ++x)
+            if (QColor color = icon.pixelColor(x, y); color.alpha() > 200)
+                brightest = std::max(brightest, color.lightness());
+    EXPECT_GT(brightest, 200);
+}
+
+} // namespace
+} // namespace nib
