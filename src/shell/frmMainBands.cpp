@@ -35,8 +35,11 @@ void frmMain::UpdateToolBar()
 
 void frmMain::ShowTab(frmDocument& form)
 {
-    if (mvDocument* document = form.ViewObject())
-        menus_.SetTab(document->DocumentID(), document->DisplayName(), form.Title());
+    mvDocument* document = form.ViewObject();
+    if (!document) return;
+    Text name = document->DisplayName();
+    if (document->IsDirty()) name.insert(0, 1, u'*');
+    menus_.SetTab(document->DocumentID(), name, form.Title());
 }
 
 bool frmMain::Run(TextView key)

@@ -83,6 +83,7 @@ void frmMain::ChildActivated()
         FollowFrameState(*form);
         form->Activated();
     }
+    UpdateCaption();
     UpdateToolBar();
 }
 

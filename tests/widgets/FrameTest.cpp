@@ -64,6 +64,7 @@ TEST_F(FrameTest, TabWithControlStepsThroughTheDocuments)
     for (const auto& step : steps) {
         Key(step.key, step.modifiers);
         EXPECT_EQ(Title(frame.ActiveForm()), step.title);
+        EXPECT_EQ(Caption(), std::string("Nib - [") + step.title + "]");
         EXPECT_TRUE(frame.ActiveForm()->TextHasFocus());
     }
     // After stepping, what lies behind comes to the front.
@@ -113,24 +114,41 @@ TEST_F(FrameTest, ButtonsAreChosenWhenTheWindowIsMade)
     EXPECT_EQ(with.SubWindow()->windowFlags() & buttons, buttons);
 }
 
-TEST_F(FrameTest, OpeningAndSteppingAmongManyStaysQuick)
+TEST_F(FrameTest, SteppingAmongManyStaysQuick)
 {
-    QElapsedTimer clock;
-    clock.start();
     constexpr int kMany = 200;
     for (int i = 0; i < kMany; ++i) New();
-    RecordProperty("open200", static_cast<int>(clock.elapsed()));
-    qint64 longest = 0;
-    for (int i = 0; i < 20; ++i) {
+    std::vector<qint64> times;
+    for (int i = 0; i < 21; ++i) {
         frmDocument* before = frame.ActiveForm();
-        clock.restart();
-        frame.StepDocument(false);
+        QElapsedTimer clock;
+        clock.start();
+        frame.StepDocument(i % 3 == 0);
         Settle();
-        longest = std::max(longest, clock.elapsed());
+        times.push_back(clock.elapsed());
         EXPECT_NE(frame.ActiveForm(), before);
     }
-    RecordProperty("longestStep", static_cast<int>(longest));
-    std::printf("open %s step %lld ms\n", "200", static_cast<long long>(longest));
+    std::sort(times.begin(), times.end());
+    // A person notices from 30 ms on; the rest is for slow builds on busy machines.
+    EXPECT_LT(times[times.size() / 2], 90);
+}
+
+TEST_F(FrameTest, TabsStandForTheDocuments)
+{
+    auto tabs = [&] {
+        Text all;
+        for (auto& tab : frame.Menus().Root(Band::Taskbar).tools)
+            all += (tab->checked ? u"[" + tab->caption + u"]" : tab->caption) + u" ";
+        return ToUtf8(all);
+    };
+    auto forms = New(3);
+    EXPECT_EQ(tabs(), "NewItem1 NewItem2 [NewItem3] ");
+    Key(Qt::Key_Tab, Qt::ControlModifier);
+    forms[1]->txtText().TypeText(u"X");
+    EXPECT_EQ(tabs(), "NewItem1 [*NewItem2] NewItem3 ");
+    EXPECT_EQ(Caption(), "Nib - [*NewItem2 (New)]");
+    forms[0]->QueryUnload(0);
+    EXPECT_EQ(tabs(), "[*NewItem2] NewItem3 ");
 }
 
 // Closing
