@@ -123,7 +123,8 @@ void FindWalk::Restart(const FindQuery& query, mvDocument& current)
     } else if (query.FromCaret()) {
         start = current.EnsureView().txtText().Caret();
         if (start.col == TextOf(current).LineLength(start.line)) start.col = -1;
-        if (start.line == last) start.line = -1;
+        // In a text of one line the first line counts when searching down: what began there does not wrap.
+        if (start.line == last && (query.up || last > 0)) start.line = -1;
     }
     Mark(start_, start, query.FromCaret());
     Mark(end_, end, query.FromCaret());
