@@ -62,7 +62,7 @@ TEST(ResultsModelTest, SourceLine)
         {u"Error on line 17: syntax", 0, u"Error", 17},
         {u"no number", 3, u"", 0},
         {u"", 0, u"", 0},
-        {u"12 x 0", 3, u"x", 0},
+        {u"12 x 0", 3, u"x", 12},
         {u"0000 text", 5, u"", 0},
         {u"x 7", 99, u"", 7},
         {u"line 99999999999", 0, u"", 2147483647},
