@@ -57,6 +57,7 @@ QList<QTextLayout::FormatRange> Formats(const ResultsLine& style, int length, co
     } else if (style.bold) {
         range.format.setFontWeight(QFont::Bold);
     } else if (style.underlined) {
+        range.length = length - 1; // not under the blank that ends each line
         range.format.setFontUnderline(true);
     } else {
         return {};
