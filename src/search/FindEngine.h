@@ -1,0 +1,132 @@
+#pragma once
+#include "diagnostics/Guarded.h"
+#include "persistence/store/clsRecentList.h"
+#include "search/FindWalk.h"
+#include "search/OpReplaceAll.h"
+#include "search/SearchPorts.h"
+
+#include <optional>
+
+namespace nib {
+
+/// Values of optLookIn.
+enum class LookIn : int32_t { Nothing = 0, Document = 1, AllDocuments = 2, Selection = 3 };
+
+/// What the dialog shows and what the user has set in it.
+struct FindDialog {
+    bool replaceMode = false;
+    LookIn lookIn = LookIn::Nothing;
+    bool allDocumentsEnabled = false;
+    bool selectionEnabled = false;
+    bool up = false;
+    bool upEnabled = true;
+    bool matchCase = false;
+    bool wholeWord = false;
+    Text findText;
+    Text replaceText;
+
+    TextView Caption() const { return replaceMode ? u"Replace" : u"Find"; }
+};
+
+/// Everything behind the Find and Replace dialog: how it comes up, the steps, the lists, what the user is told.
+class FindEngine final : private WalkEvents {
+public:
+    /// All outlive the engine.
+    FindEngine(DocumentServices& services, SearchHost& host, ResultsWindow& results, clsRecentList& recentSearches)
+        : services_(services), host_(host), results_(results), recentSearches_(recentSearches),
+          walk_(services.openDocuments, *this)
+    {
+    }
+
+    /// The dialog's state for a new appearance; false when there is no document to search.
+    bool Find();
+    bool Replace();
+    /// One step; true when it came to a hit.
+    bool FindNext();
+    bool ReplaceNext();
+    /// `mode` is List or Bookmark; answers the number of hits.
+    int32_t FindAll(FindMode mode);
+    int32_t ReplaceAll();
+    /// The user chose a direction, be it the present one.
+    void SetSearchUp(bool up);
+    /// The dialog came to the front.
+    void GetActiveDocument();
+    void Cancel() { ClearStatus(); }
+    /// The rows of cboFind.
+    std::vector<Text> FindList() const;
+
+    FindDialog& Dialog() { return dialog_; }
+    /// The editor's settings, for the fonts of the form.
+    const MvEdit& Settings() const { return services_.settings; }
+    const DebugLog& Log() const { return services_.log; }
+
+private:
+    struct Listing {
+        int32_t documentId = 0;
+        int32_t line = -1;
+    };
+    /// Hits of one document that wait for their replacement, and what was done there before.
+    struct Replacing {
+        FindQuery query;
+        std::vector<Position> hits;
+        std::shared_ptr<mvDocument> document;
+        std::vector<std::shared_ptr<ReplacePass>> done;
+        std::optional<OrderedSelection> selection; ///< to be put back, moved by what was replaced in it
+        int32_t count = 0;
+    };
+
+    bool PrepareDialog(bool isReplace);
+    void TakeSelection();
+    void TakeCaretWord();
+    bool IsAllDocuments() const;
+    bool IsInSelection() const { return dialog_.lookIn == LookIn::Selection; }
+    FindQuery MakeQuery(FindMode mode);
+    Text GetSearchText();
+    bool FindNextMatch(const FindQuery& query);
+    bool StepTo(const FindQuery& query);
+    void ShowHit(const FindQuery& query);
+    void Front(mvDocument& document);
+    void ListHit(const FindQuery& query);
+    void MarkHit();
+    void ReplaceSelected(const FindQuery& query);
+    void BeginReplacing(FindQuery query);
+    void CommitReplacements(mvDocument& document);
+    void MoveSelection(const ReplacePass& pass, int32_t hitsOnLastLine);
+    void RestoreSelection(mvDocument& document);
+    void ReportNotFound();
+    void Inform(TextView text);
+    void ClearStatus() { services_.shell.SetStatusText(kStatusPane, u""); }
+    /// The door of every operation: a failure ends the walk, and no document is held when it is through.
+    template <typename Body>
+    auto Operation(TextView name, Body&& body) -> decltype(body())
+    {
+        auto result = Guarded(services_.log, name, std::forward<Body>(body), [&](const Error&) {
+            walk_.Reset();
+            return decltype(body()){};
+        });
+        walk_.LetGo();
+        replacing_.reset();
+        return result;
+    }
+
+    // WalkEvents
+    void PassEnds() override;
+    bool MayWrap(const FindQuery& query) override;
+
+    static constexpr int32_t kStatusPane = 1;
+
+    DocumentServices& services_;
+    SearchHost& host_;
+    ResultsWindow& results_;
+    clsRecentList& recentSearches_;
+    FindWalk walk_;
+    FindDialog dialog_;
+    std::weak_ptr<mvDocument> current_;
+    Listing listing_;
+    std::optional<Replacing> replacing_; ///< while all hits are replaced
+};
+
+/// The word that the caret stands in or behind, as it is offered for a search; empty on blanks.
+Text GetCaretWord(TextView line, int32_t column);
+
+} // namespace nib

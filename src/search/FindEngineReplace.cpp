@@ -1,0 +1,129 @@
+// Replacing: the selected hit, or all of them.
+
+#include "documents/ScopedStates.h"
+#include "search/FindEngine.h"
+
+#include <algorithm>
+
+namespace nib {
+
+bool FindEngine::ReplaceNext()
+{
+    return Operation(u"frmFind.ReplaceNext", [&] {
+        GetActiveDocument();
+        if (current_.expired()) return false;
+        ClearStatus();
+        FindQuery query = MakeQuery(FindMode::Interactive);
+        if (query.text.empty()) return false;
+        ReplaceSelected(query);
+        bool found = StepTo(query);
+        if (found)
+            ++walk_.matchCount;
+        else
+            ReportNotFound();
+        return found;
+    });
+}
+
+void FindEngine::ReplaceSelected(const FindQuery& query)
+{
+    mvDocument& document = *current_.lock();
+    OrderedSelection selection = document.GetOrderedSelection();
+    if (selection.start.line != selection.end.line || selection.end.col - selection.start.col != query.Length()) return;
+    Text selected = document.GetSelectionText();
+    if (query.matchCase ? selected != query.text : !EqualsNoCase(selected, query.text)) return;
+    document.ReplaceSelection(dialog_.replaceText);
+    // The last match moves so that the search goes on behind the replacement.
+    Position caret = document.EnsureView().txtText().Caret();
+    walk_.MoveLastMatch(document, {caret.col - query.Length(), caret.line});
+}
+
+int32_t FindEngine::ReplaceAll()
+{
+    return Operation(u"frmFind.ReplaceAll", [&]() -> int32_t {
+        ClearStatus();
+        GetActiveDocument();
+        auto document = current_.lock();
+        FindQuery query = MakeQuery(FindMode::Replace);
+        if (query.text.empty() || !document) return 0;
+        BeginReplacing(query);
+        bool breaksLines = dialog_.replaceText.find_first_of(u"\r\n") != Text::npos;
+        int32_t shift = breaksLines ? 0 : static_cast<int32_t>(dialog_.replaceText.size()) - query.Length();
+        {
+            const WaitCursor wait(services_.shell);
+            walk_.Rejoin(query, *document);
+            while (FindNextMatch(query)) {
+                replacing_->hits.push_back(walk_.LastMatch());
+                walk_.ShiftLine(shift);
+            }
+        }
+        RestoreSelection(*document);
+        if (replacing_->count > 0)
+            Inform(Decimal(replacing_->count) + u" occurrences replaced.");
+        else
+            ReportNotFound();
+        return replacing_->count;
+    });
+}
+
+void FindEngine::BeginReplacing(FindQuery query)
+{
+    auto document = current_.lock();
+    replacing_.emplace();
+    if (query.inSelection && document->HasSelection()) replacing_->selection = document->GetOrderedSelection();
+    replacing_->query = std::move(query);
+}
+
+void FindEngine::PassEnds()
+{
+    if (replacing_ && !replacing_->hits.empty()) CommitReplacements(*walk_.Document());
+}
+
+void FindEngine::CommitReplacements(mvDocument& document)
+{
+    Replacing& work = *replacing_;
+    if (work.document.get() != &document) {
+        work.document = document.shared_from_this();
+        work.done.clear();
+    }
+    Front(document);
+    SourceDocument& text = document.EnsureView().txtText().Document();
+    int32_t onLastLine = 0;
+    for (Position hit : work.hits) {
+        document.RevealLine(hit.line);
+        if (work.selection && hit.line == work.selection->end.line) ++onLastLine;
+    }
+    work.count += static_cast<int32_t>(work.hits.size());
+    auto pass = std::make_shared<ReplacePass>(std::exchange(work.hits, {}), work.query.text, work.query.matchCase,
+                                              dialog_.replaceText);
+    // What a pass before this one replaced here joins its step of undo, unless the text was changed meanwhile.
+    if (!work.done.empty() && work.done.back()->Done()) text.Undo();
+    if (!work.done.empty() && work.done.back()->Done()) {
+        text.Redo();
+        work.done.clear();
+    }
+    work.done.push_back(pass);
+    text.ExecuteOp(std::make_unique<OpReplaceAll>(work.done));
+    if (work.selection) MoveSelection(*pass, onLastLine);
+}
+
+void FindEngine::MoveSelection(const ReplacePass& pass, int32_t hitsOnLastLine)
+{
+    Position& end = replacing_->selection->end;
+    Position moved = pass.Map(end);
+    if (moved.line == end.line)
+        end.col += pass.Growth() * hitsOnLastLine;
+    else
+        end = moved;
+}
+
+void FindEngine::RestoreSelection(mvDocument& document)
+{
+    if (!replacing_->selection) return;
+    auto [start, end, swapped] = *replacing_->selection;
+    SourceView& source = document.EnsureView().txtText();
+    end.col = std::clamp(end.col, 0, source.Document().LineLength(end.line));
+    source.SetSelection(start, end);
+}
+
+} // namespace nib

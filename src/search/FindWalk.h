@@ -1,0 +1,91 @@
+#pragma once
+#include "documents/mvDocuments.h"
+
+namespace nib {
+
+enum class FindMode {
+    Interactive, ///< one step from the caret on; positions survive edits between two steps
+    List,        ///< all hits, to be listed
+    Bookmark,    ///< all hits, to be marked
+    Replace      ///< all hits, begun as a step from the caret; the replacements of a pass are made when it ends
+};
+
+struct FindQuery {
+    Text text;
+    FindMode mode = FindMode::Interactive;
+    bool up = false;
+    bool matchCase = false;
+    bool wholeWord = false;
+    bool inSelection = false;
+    bool allDocuments = false;
+
+    bool FromCaret() const { return mode == FindMode::Interactive || mode == FindMode::Replace; }
+    int32_t Length() const { return static_cast<int32_t>(text.size()); }
+};
+
+/// What a walk tells and asks on its way.
+class WalkEvents {
+public:
+    virtual ~WalkEvents() = default;
+    /// The range being searched holds no further hit: the text may be changed now.
+    virtual void PassEnds() = 0;
+    /// The walk goes on at the other edge of the document if this answers true.
+    virtual bool MayWrap(const FindQuery& query) = 0;
+};
+
+/// The way from hit to hit: through one document, round its end, on into the others. In positions, column -1 is the end
+/// of the line and line -1 the last line, whatever they are when they are looked at.
+class FindWalk {
+public:
+    FindWalk(mvDocuments& documents, WalkEvents& events) : documents_(documents), events_(events) {}
+
+    /// The next step starts a new walk.
+    void Reset();
+    /// Before a step of the user: goes on only where the last hit left the caret, and finds its lines again.
+    void Rejoin(const FindQuery& query, mvDocument& current);
+    /// Goes on from the last hit, or starts in `current`. Throws when the walk's document has been closed.
+    bool Next(const FindQuery& query, mvDocument& current);
+
+    /// Between the operations a document is not held, so that it ends when it is closed.
+    void LetGo() { document_.reset(); }
+    /// Of the last hit.
+    const std::shared_ptr<mvDocument>& Document() const { return document_; }
+    Position LastMatch() const { return lastMatch_; }
+    /// A hit was replaced, and the last match now lies at `place`, where the search goes on behind a text of its
+    /// length.
+    void MoveLastMatch(mvDocument& document, Position place);
+    /// Replacements yet to be made have moved the end of the last hit's line by this much.
+    void ShiftLine(int32_t columns);
+
+    int32_t matchCount = 0; ///< hits of this walk, as far as they are counted
+
+private:
+    struct Place {
+        Position at;
+        int32_t lineId = -1;
+    };
+
+    void Restart(const FindQuery& query, mvDocument& current);
+    void Mark(Place& place, Position at, bool withId);
+    int32_t LineOf(const Place& place) const;
+    void FindDocument();
+    bool Search(const FindQuery& query, Position at, bool exhausted);
+    bool HitInRange(const FindQuery& query, Position from, Position& hit) const;
+    bool WrapDue(const FindQuery& query) const;
+    bool NextDocument();
+
+    mvDocuments& documents_;
+    WalkEvents& events_;
+    bool newSearch_ = true;
+    Place start_;
+    Place end_;
+    Position lastMatch_;
+    int32_t lastMatchLineId_ = -1;
+    std::vector<int32_t> visited_;
+    int32_t searchDocId_ = 0;
+    std::shared_ptr<mvDocument> document_;
+    int32_t shiftedLine_ = -1;
+    int32_t shift_ = 0;
+};
+
+} // namespace nib

@@ -1,0 +1,188 @@
+#include "search/ResultsModel.h"
+
+#include "diagnostics/Guarded.h"
+
+#include <algorithm>
+#include <charconv>
+#include <unordered_map>
+
+namespace nib {
+
+namespace {
+
+constexpr TextView kWidth{u"ResultsWidth"};
+constexpr TextView kHeight{u"ResultsHeight"};
+/// Between the corners of the two windows.
+constexpr int32_t kCornerGap = 120;
+constexpr int32_t kSmallestSize = 1440;
+constexpr double kDefaultPoints = 10;
+
+bool IsDigit(char16_t c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+/// Digits ahead of the column, else those that end nearest before it.
+int32_t NumberNear(TextView line, size_t column)
+{
+    column = std::min(column, line.size());
+    auto ahead = std::find_if(line.begin() + static_cast<std::ptrdiff_t>(column), line.end(), IsDigit);
+    if (ahead != line.end()) {
+        int32_t number = ToInt(line.substr(static_cast<size_t>(ahead - line.begin())));
+        if (number > 0) return number;
+    }
+    size_t end = column;
+    while (end > 0 && !IsDigit(line[end - 1])) --end;
+    size_t start = end;
+    while (start > 0 && IsDigit(line[start - 1])) --start;
+    return start == end ? 0 : ToInt(line.substr(start));
+}
+
+double Points(TextView size)
+{
+    std::string digits = ToUtf8(Trim(size));
+    double points = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), points);
+    return points >= 1 ? points : kDefaultPoints;
+}
+
+/// A size that was kept may be any text.
+int32_t KeptSize(SettingsStore& store, TextView name, int32_t present, int32_t limit)
+{
+    int32_t size = ToInt(store.Get(name, Decimal(present)));
+    return size > limit - kCornerGap || size < kSmallestSize ? present : size;
+}
+
+} // namespace
+
+void ResultsModel::Append(TextView line, const ResultsLine& style)
+{
+    rows_.push_back({text_.size(), style});
+    text_ += line;
+}
+
+void ResultsModel::ShowResults(TextView text)
+{
+    if (text.empty()) return;
+    text_.clear();
+    rows_.clear();
+    hasHeaders_ = false;
+    for (bool more = true; more;) {
+        size_t end = text.find_first_of(u"\r\n");
+        more = end != TextView::npos;
+        if (!rows_.empty()) text_ += u'\n';
+        Append(text.substr(0, end), {});
+        if (more) text.remove_prefix(end + (text.substr(end, 2) == u"\r\n" ? 2 : 1));
+    }
+}
+
+void ResultsModel::ResetResults(TextView title)
+{
+    text_.clear();
+    rows_.clear();
+    hasHeaders_ = true;
+    ResultsLine style;
+    style.bold = true;
+    Append(title, style);
+}
+
+void ResultsModel::AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis)
+{
+    ResultsLine style;
+    if (highlightLength >= 1) {
+        style.highlightStart = highlightStart;
+        style.highlightLength = highlightLength;
+    } else {
+        style.underlined = emphasis;
+    }
+    text_ += u'\n';
+    Append(text, style);
+    text_ += u' ';
+}
+
+TextView ResultsModel::LineText(int32_t line) const
+{
+    auto index = static_cast<size_t>(line);
+    size_t end = index + 1 < rows_.size() ? rows_[index + 1].start - 1 : text_.size();
+    return TextView(text_).substr(rows_[index].start, end - rows_[index].start);
+}
+
+ResultsLine ResultsModel::LineStyle(int32_t line) const
+{
+    return rows_[static_cast<size_t>(line)].style;
+}
+
+int32_t ResultsModel::SourceLine(Position caret, TextView selected) const
+{
+    int32_t number = ToInt(selected);
+    if (number > 0) return number;
+    if (caret.line < 0 || caret.line >= LineCount()) return 0;
+    return std::max(NumberNear(LineText(caret.line), static_cast<size_t>(std::max(caret.col, 0))), 0);
+}
+
+std::shared_ptr<mvDocument> ResultsModel::DocumentAbove(Position caret) const
+{
+    if (hasHeaders_) {
+        std::unordered_map<Text, std::shared_ptr<mvDocument>> headers;
+        for (auto& document : services_.openDocuments.All()) headers.emplace(document->ListName() + u" ", document);
+        for (int32_t line = std::min(caret.line, LineCount() - 1); line >= 0; --line) {
+            if (!LineStyle(line).underlined) continue;
+            auto found = headers.find(Text(LineText(line)));
+            if (found != headers.end()) return found->second;
+        }
+    }
+    return services_.openDocuments.ById(host_.ActiveDocument());
+}
+
+void ResultsModel::JumpToSource(Position caret, TextView selected)
+{
+    Guarded(
+        services_.log, u"frmResults.DblClkTimer_Timer",
+        [&] {
+            int32_t line = SourceLine(caret, selected);
+            if (line <= 0) return;
+            auto document = DocumentAbove(caret);
+            if (!document) return;
+            document->GotoLine(line);
+            document->Activate();
+        },
+        [](const Error&) {});
+}
+
+Text ResultsModel::FontName() const
+{
+    const MvEdit& settings = services_.settings;
+    return settings.ResultsFontName.empty() ? settings.FontName : settings.ResultsFontName;
+}
+
+double ResultsModel::FontSize() const
+{
+    const MvEdit& settings = services_.settings;
+    return Points(settings.ResultsFontSize.empty() ? settings.FontSize : settings.ResultsFontSize);
+}
+
+void ResultsModel::SetFont(TextView name, double size)
+{
+    auto tenths = static_cast<int32_t>(size * 10 + 0.5);
+    services_.settings.ResultsFontName = name;
+    services_.settings.ResultsFontSize = Decimal(tenths / 10);
+    if (tenths % 10 > 0) services_.settings.ResultsFontSize += u"." + Decimal(tenths % 10);
+}
+
+ResultsBounds PlaceResults(SettingsStore& store, const ResultsBounds& present, const ResultsBounds& mainWindow)
+{
+    ResultsBounds bounds;
+    bounds.width = KeptSize(store, kWidth, present.width, mainWindow.width);
+    bounds.height = KeptSize(store, kHeight, present.height, mainWindow.height);
+    bounds.left = mainWindow.left + mainWindow.width - bounds.width - kCornerGap;
+    bounds.top = mainWindow.top + mainWindow.height - bounds.height - kCornerGap;
+    return bounds;
+}
+
+void SaveResultsSize(SettingsStore& store, const ResultsBounds& bounds)
+{
+    store.Save(kWidth, Decimal(bounds.width));
+    store.Save(kHeight, Decimal(bounds.height));
+}
+
+} // namespace nib

@@ -1,0 +1,73 @@
+#pragma once
+#include "documents/mvDocuments.h"
+#include "persistence/store/SettingsStore.h"
+#include "search/SearchPorts.h"
+
+namespace nib {
+
+/// How a line of the results is shown.
+struct ResultsLine {
+    int32_t highlightStart = 0;
+    int32_t highlightLength = 0; ///< 0: nothing is highlighted
+    bool bold = false;
+    bool underlined = false;
+};
+
+/// Place and size of a window, in twips.
+struct ResultsBounds {
+    int32_t left = 0;
+    int32_t top = 0;
+    int32_t width = 0;
+    int32_t height = 0;
+
+    friend bool operator==(const ResultsBounds&, const ResultsBounds&) = default;
+};
+
+/// The contents of the results window: lines of text, and the way from a line back to its source.
+class ResultsModel {
+public:
+    /// All outlive the model.
+    ResultsModel(DocumentServices& services, const SearchHost& host) : services_(services), host_(host) {}
+
+    void ShowResults(TextView text);
+    void ResetResults(TextView title);
+    void AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis);
+
+    /// Lines joined with LF.
+    const Text& Contents() const { return text_; }
+    int32_t LineCount() const { return static_cast<int32_t>(rows_.size()); }
+    TextView LineText(int32_t line) const;
+    ResultsLine LineStyle(int32_t line) const;
+
+    /// The source line, 1-based, that is meant by a caret and the word selected there; 0 when there is none.
+    int32_t SourceLine(Position caret, TextView selected) const;
+    /// Takes the user to it. A failure is logged, no more.
+    void JumpToSource(Position caret, TextView selected);
+
+    Text FontName() const;
+    double FontSize() const;
+    void SetFont(TextView name, double size);
+
+private:
+    struct Row {
+        size_t start;
+        ResultsLine style;
+    };
+
+    void Append(TextView line, const ResultsLine& style);
+    /// The document whose header is the nearest at or above the line, else the active one.
+    std::shared_ptr<mvDocument> DocumentAbove(Position caret) const;
+
+    DocumentServices& services_;
+    const SearchHost& host_;
+    Text text_;
+    std::vector<Row> rows_{Row{}};
+    bool hasHeaders_ = false;
+};
+
+/// Where the results window comes up: as large as it was kept, unless that exceeds the main window, in whose bottom
+/// right corner it lies.
+ResultsBounds PlaceResults(SettingsStore& store, const ResultsBounds& present, const ResultsBounds& mainWindow);
+void SaveResultsSize(SettingsStore& store, const ResultsBounds& bounds);
+
+} // namespace nib

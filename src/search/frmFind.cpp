@@ -1,0 +1,282 @@
+#include "search/frmFind.h"
+
+#include "platform/qt/QtText.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFocusEvent>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QShortcut>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace nib {
+
+namespace {
+
+constexpr int kFieldChars = 36;
+constexpr double kLargestPoints = 12;
+constexpr int kUp = 0;
+constexpr int kDown = 1;
+
+QRadioButton* AddOption(QButtonGroup& group, int id, const QString& caption, QLayout& layout)
+{
+    auto* option = new QRadioButton(caption);
+    group.addButton(option, id);
+    layout.addWidget(option);
+    return option;
+}
+
+} // namespace
+
+frmFind::frmFind(FindEngine& engine, QWidget* owner) : QDialog(owner), engine_(engine)
+{
+    Build();
+    Connect();
+    SetFont();
+    ShowState();
+}
+
+void frmFind::Build()
+{
+    cboFind_ = new QComboBox;
+    cboFind_->setEditable(true);
+    cboFind_->setInsertPolicy(QComboBox::NoInsert);
+    cboFind_->setCompleter(nullptr); // what was typed is searched, not what it resembles
+    cboFind_->setMinimumContentsLength(kFieldChars);
+    cboFind_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cboFind_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    cboFind_->setAccessibleName(tr("Find what"));
+    cboFind_->lineEdit()->setAccessibleName(tr("Find what"));
+    lbFind_ = new QLabel(tr("Fi&nd what:"));
+    lbFind_->setBuddy(cboFind_);
+    txtRepl_ = new QLineEdit;
+    txtRepl_->setAccessibleName(tr("Replace with"));
+    lbRepl_ = new QLabel(tr("Re&place with:"));
+    lbRepl_->setBuddy(txtRepl_);
+    chkMatchCase_ = new QCheckBox(tr("Match &case"));
+    chkWholeWord_ = new QCheckBox(tr("Match &whole word only"));
+
+    auto* grid = new QGridLayout(this);
+    grid->addWidget(lbFind_, 0, 0);
+    grid->addWidget(cboFind_, 0, 1, 1, 2);
+    grid->addWidget(lbRepl_, 1, 0);
+    grid->addWidget(txtRepl_, 1, 1, 1, 2);
+    auto* scope = new QHBoxLayout;
+    scope->addWidget(BuildLookIn());
+    scope->addWidget(BuildDirection());
+    auto* rules = new QVBoxLayout;
+    rules->addStretch(1);
+    rules->addWidget(chkMatchCase_);
+    rules->addWidget(chkWholeWord_);
+    rules->addStretch(1);
+    scope->addLayout(rules, 1);
+    grid->addLayout(scope, 2, 0, 1, 3);
+    grid->addWidget(BuildButtons(), 0, 3, 4, 1);
+    grid->setRowStretch(3, 1);
+    grid->setColumnStretch(1, 1);
+
+    QList<QWidget*> order{cboFind_, txtRepl_};
+    for (QAbstractButton* option : optLookIn_->buttons()) order.append(option);
+    for (QAbstractButton* option : optDirection_->buttons()) order.append(option);
+    order << chkMatchCase_ << chkWholeWord_ << cmdFind_ << cmdFindAll_ << cmdBookmark_ << cmdRepl_ << cmdReplAll_
+          << cmdCancel_;
+    for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
+}
+
+QGroupBox* frmFind::BuildLookIn()
+{
+    auto* box = new QGroupBox(tr("Look in:"));
+    auto* column = new QVBoxLayout(box);
+    optLookIn_ = new QButtonGroup(this);
+    AddOption(*optLookIn_, static_cast<int>(LookIn::Document), tr("Curr&ent document"), *column);
+    AddOption(*optLookIn_, static_cast<int>(LookIn::AllDocuments), tr("All &open documents"), *column);
+    AddOption(*optLookIn_, static_cast<int>(LookIn::Selection), tr("&Selected text"), *column);
+    return box;
+}
+
+QGroupBox* frmFind::BuildDirection()
+{
+    auto* box = new QGroupBox(tr("Direction"));
+    auto* column = new QVBoxLayout(box);
+    optDirection_ = new QButtonGroup(this);
+    AddOption(*optDirection_, kUp, tr("&Up"), *column);
+    AddOption(*optDirection_, kDown, tr("&Down"), *column);
+    column->addStretch(1);
+    return box;
+}
+
+QWidget* frmFind::BuildButtons()
+{
+    auto* side = new QWidget;
+    auto* column = new QVBoxLayout(side);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto add = [&](const QString& caption) {
+        auto* button = new QPushButton(caption);
+        button->setAutoDefault(true);
+        column->addWidget(button);
+        return button;
+    };
+    cmdFind_ = add(tr("&Find Next"));
+    cmdFindAll_ = add(tr("Find &All"));
+    cmdBookmark_ = add(tr("Book&mark All"));
+    cmdRepl_ = add(tr("&Replace"));
+    cmdReplAll_ = add(tr("Replace &All"));
+    cmdCancel_ = add(tr("Cancel"));
+    column->addStretch(1);
+    cmdFind_->setDefault(true);
+    return side;
+}
+
+void frmFind::Connect()
+{
+    FindDialog& state = engine_.Dialog();
+    connect(cboFind_, &QComboBox::editTextChanged, this,
+            [&state](const QString& text) { state.findText = ViewOf(text); });
+    connect(txtRepl_, &QLineEdit::textChanged, this,
+            [&state](const QString& text) { state.replaceText = ViewOf(text); });
+    connect(optLookIn_, &QButtonGroup::idClicked, this, [&state](int id) { state.lookIn = static_cast<LookIn>(id); });
+    connect(optDirection_, &QButtonGroup::idClicked, this, [this](int id) { engine_.SetSearchUp(id == kUp); });
+    connect(chkMatchCase_, &QCheckBox::toggled, this, [&state](bool on) { state.matchCase = on; });
+    connect(chkWholeWord_, &QCheckBox::toggled, this, [&state](bool on) { state.wholeWord = on; });
+    connect(cmdFind_, &QPushButton::clicked, this, &frmFind::FindNext);
+    connect(cmdFindAll_, &QPushButton::clicked, this, [this] { ListAll(FindMode::List); });
+    connect(cmdBookmark_, &QPushButton::clicked, this, [this] { ListAll(FindMode::Bookmark); });
+    connect(cmdRepl_, &QPushButton::clicked, this, [this] {
+        engine_.ReplaceNext();
+        RefreshFindList();
+    });
+    connect(cmdReplAll_, &QPushButton::clicked, this, [this] {
+        engine_.ReplaceAll();
+        RefreshFindList();
+    });
+    connect(cmdCancel_, &QPushButton::clicked, this, &frmFind::reject);
+    connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, &frmFind::FindNext);
+    cboFind_->lineEdit()->installEventFilter(this);
+    txtRepl_->installEventFilter(this);
+}
+
+void frmFind::SetFont()
+{
+    const MvEdit& settings = engine_.Settings();
+    QFont font = this->font();
+    if (!settings.FontName.empty()) font.setFamily(ToQString(settings.FontName));
+    const double points = ToQString(settings.FontSize).toDouble();
+    if (points >= 1) font.setPointSizeF(std::min(points, kLargestPoints));
+    cboFind_->setFont(font);
+    txtRepl_->setFont(font);
+}
+
+void frmFind::Find()
+{
+    if (engine_.Find()) ShowDialog();
+}
+
+void frmFind::Replace()
+{
+    if (engine_.Replace()) ShowDialog();
+}
+
+bool frmFind::FindNext()
+{
+    const bool found = engine_.FindNext();
+    RefreshFindList();
+    return found;
+}
+
+void frmFind::ListAll(FindMode mode)
+{
+    if (engine_.Dialog().findText.empty()) return;
+    // Gone before the list or a message comes up, and before they take the focus.
+    hide();
+    engine_.FindAll(mode);
+    RefreshFindList();
+}
+
+void frmFind::ShowDialog()
+{
+    ShowState();
+    if (!positioned_) {
+        positioned_ = true;
+        adjustSize();
+        if (const QWidget* owner = parentWidget()) move(owner->mapToGlobal(owner->rect().center()) - rect().center());
+    }
+    show();
+    raise();
+    activateWindow();
+    cboFind_->setFocus(Qt::OtherFocusReason);
+    cboFind_->lineEdit()->selectAll();
+}
+
+void frmFind::ShowState()
+{
+    RefreshFindList();
+    const FindDialog& state = engine_.Dialog();
+    setWindowTitle(ToQString(state.Caption()));
+    cboFind_->setEditText(ToQString(state.findText));
+    for (QWidget* widget : {static_cast<QWidget*>(lbRepl_), static_cast<QWidget*>(txtRepl_),
+                            static_cast<QWidget*>(cmdRepl_), static_cast<QWidget*>(cmdReplAll_)})
+        widget->setVisible(state.replaceMode);
+    cmdFindAll_->setVisible(!state.replaceMode);
+    cmdBookmark_->setVisible(!state.replaceMode);
+    optDirection_->button(state.up ? kUp : kDown)->setChecked(true);
+    optDirection_->button(kUp)->setEnabled(state.upEnabled);
+    if (auto* option = optLookIn_->button(static_cast<int>(state.lookIn))) option->setChecked(true);
+    optLookIn_->button(static_cast<int>(LookIn::AllDocuments))->setEnabled(state.allDocumentsEnabled);
+    optLookIn_->button(static_cast<int>(LookIn::Selection))->setEnabled(state.selectionEnabled);
+    if (layout()) layout()->activate();
+}
+
+void frmFind::RefreshFindList()
+{
+    const QSignalBlocker quiet(cboFind_);
+    QLineEdit* edit = cboFind_->lineEdit();
+    const QString text = edit->text();
+    const int caret = edit->cursorPosition();
+    const int start = edit->selectionStart();
+    const int length = edit->selectionLength();
+    cboFind_->clear();
+    for (const Text& row : engine_.FindList()) cboFind_->addItem(ToQString(row));
+    cboFind_->setEditText(text);
+    if (start >= 0)
+        edit->setSelection(start, length);
+    else
+        edit->setCursorPosition(caret);
+}
+
+void frmFind::reject()
+{
+    engine_.Cancel();
+    hide();
+}
+
+void frmFind::changeEvent(QEvent* event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) engine_.GetActiveDocument();
+}
+
+bool frmFind::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* field = event->type() == QEvent::FocusIn ? qobject_cast<QLineEdit*>(watched) : nullptr;
+    if (field) {
+        // Later: a click that gives the focus places the caret first.
+        QMetaObject::invokeMethod(
+            field,
+            [field] {
+                const int caret = field->cursorPosition();
+                if (!field->hasSelectedText() && (caret == 0 || caret == field->text().size())) field->selectAll();
+            },
+            Qt::QueuedConnection);
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+} // namespace nib

@@ -1,0 +1,65 @@
+#pragma once
+// The Find and Replace dialog: shows a FindEngine's state and hands it what the user does.
+
+#include "search/FindEngine.h"
+
+#include <QDialog>
+
+class QButtonGroup;
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace nib {
+
+class frmFind final : public QDialog {
+public:
+    /// `engine` outlives the form; `owner` is the main window.
+    explicit frmFind(FindEngine& engine, QWidget* owner = nullptr);
+
+    /// The editor's font in the two fields, no larger than they can hold.
+    void SetFont();
+    void Find();
+    void Replace();
+    /// Also the main window's command, whether the dialog shows or not.
+    bool FindNext();
+
+    void reject() override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void Build();
+    QGroupBox* BuildLookIn();
+    QGroupBox* BuildDirection();
+    QWidget* BuildButtons();
+    void Connect();
+    void ShowDialog();
+    void ShowState();
+    void RefreshFindList();
+    void ListAll(FindMode mode);
+
+    FindEngine& engine_;
+    QLabel* lbFind_ = nullptr;
+    QComboBox* cboFind_ = nullptr;
+    QLabel* lbRepl_ = nullptr;
+    QLineEdit* txtRepl_ = nullptr;
+    QButtonGroup* optLookIn_ = nullptr;
+    QButtonGroup* optDirection_ = nullptr;
+    QCheckBox* chkMatchCase_ = nullptr;
+    QCheckBox* chkWholeWord_ = nullptr;
+    QPushButton* cmdFind_ = nullptr;
+    QPushButton* cmdFindAll_ = nullptr;
+    QPushButton* cmdBookmark_ = nullptr;
+    QPushButton* cmdRepl_ = nullptr;
+    QPushButton* cmdReplAll_ = nullptr;
+    QPushButton* cmdCancel_ = nullptr;
+    bool positioned_ = false;
+};
+
+} // namespace nib

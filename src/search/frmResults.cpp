@@ -1,0 +1,343 @@
+#include "search/frmResults.h"
+
+#include "platform/qt/QtText.h"
+
+#include <QContextMenuEvent>
+#include <QFontDialog>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPagedPaintDevice>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QTextBlock>
+#include <QVBoxLayout>
+
+#include <cmath>
+
+namespace nib {
+
+namespace {
+
+/// A double click has selected its word by then.
+constexpr int kDoubleClickMs = 50;
+constexpr int kDesignColumns = 80;
+constexpr int kDesignRows = 16;
+constexpr double kTwipsToTheInch = 1440;
+
+int32_t ToTwips(int pixels, int dotsPerInch)
+{
+    return static_cast<int32_t>(std::lround(pixels * kTwipsToTheInch / dotsPerInch));
+}
+
+int ToPixels(int32_t twips, int dotsPerInch)
+{
+    return static_cast<int>(std::lround(twips * dotsPerInch / kTwipsToTheInch));
+}
+
+/// A text document ends its paragraph at these as well, but a line here is a line.
+QString ShownText(TextView contents)
+{
+    QString shown = ToQString(contents);
+    for (QChar& c : shown)
+        if (c == QChar::ParagraphSeparator || c == QChar(0xFDD0) || c == QChar(0xFDD1)) c = QChar::ReplacementCharacter;
+    return shown;
+}
+
+QList<QTextLayout::FormatRange> Formats(const ResultsLine& style, int length, const QPalette& palette)
+{
+    QTextLayout::FormatRange range;
+    range.start = 0;
+    range.length = length;
+    if (style.highlightLength > 0) {
+        range.start = style.highlightStart;
+        range.length = style.highlightLength;
+        range.format.setBackground(palette.color(QPalette::Active, QPalette::Highlight));
+        range.format.setForeground(palette.color(QPalette::Active, QPalette::HighlightedText));
+    } else if (style.bold) {
+        range.format.setFontWeight(QFont::Bold);
+    } else if (style.underlined) {
+        range.length = length - 1; // not under the blank that ends each line
+        range.format.setFontUnderline(true);
+    } else {
+        return {};
+    }
+    return {range};
+}
+
+} // namespace
+
+/// The text itself. Lines are dressed when they are first painted, so that a long list costs what is seen of it.
+class frmResults::ListBox final : public QPlainTextEdit {
+public:
+    explicit ListBox(const ResultsModel& model) : model_(model)
+    {
+        setReadOnly(true);
+        setUndoRedoEnabled(false);
+        setLineWrapMode(QPlainTextEdit::NoWrap);
+        setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
+
+    std::function<void()> onDoubleClick;
+    std::function<void()> onEnter;
+    QMenu* popup = nullptr;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        DressVisible();
+        QPlainTextEdit::paintEvent(event);
+    }
+    void changeEvent(QEvent* event) override
+    {
+        if (event->type() == QEvent::PaletteChange) ++dress_;
+        QPlainTextEdit::changeEvent(event);
+    }
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+        if (enter && onEnter)
+            onEnter();
+        else
+            QPlainTextEdit::keyPressEvent(event);
+    }
+    void mouseDoubleClickEvent(QMouseEvent* event) override
+    {
+        QPlainTextEdit::mouseDoubleClickEvent(event);
+        if (event->button() == Qt::LeftButton && onDoubleClick) onDoubleClick();
+    }
+    void contextMenuEvent(QContextMenuEvent* event) override
+    {
+        if (popup && !(event->modifiers() & Qt::ShiftModifier)) popup->popup(event->globalPos());
+    }
+    /// As it stands in the list, not as a rich text would give it.
+    QMimeData* createMimeDataFromSelection() const override
+    {
+        const QTextCursor cursor = textCursor();
+        const auto start = static_cast<size_t>(cursor.selectionStart());
+        const auto length = static_cast<size_t>(cursor.selectionEnd()) - start;
+        auto* mime = new QMimeData;
+        const TextView contents = model_.Contents();
+        if (start <= contents.size()) mime->setText(ToQString(contents.substr(start, length)));
+        return mime;
+    }
+
+private:
+    void DressVisible()
+    {
+        const int bottom = viewport()->height();
+        QTextBlock block = firstVisibleBlock();
+        for (double y = contentOffset().y(); block.isValid() && y < bottom; block = block.next()) {
+            if (block.userState() != dress_ && block.blockNumber() < model_.LineCount()) {
+                block.setUserState(dress_);
+                const auto formats = Formats(model_.LineStyle(block.blockNumber()), block.length() - 1, palette());
+                block.layout()->setFormats(formats);
+                if (!formats.empty()) block.clearLayout();
+            }
+            y += blockBoundingRect(block).height();
+        }
+    }
+
+    const ResultsModel& model_;
+    int dress_ = 1; ///< which way of dressing the lines is the present one
+};
+
+frmResults::frmResults(ResultsModel& model, SettingsStore& store, QWidget* owner)
+    : QDialog(owner), model_(model), store_(store)
+{
+    chooseFont = [this](QFont& font) {
+        bool chosen = false;
+        font = QFontDialog::getFont(&chosen, font, this);
+        return chosen;
+    };
+    Build();
+    BuildMenus();
+    SetFont();
+    const QFontMetrics metrics(txResults_->font());
+    resize(metrics.averageCharWidth() * kDesignColumns, metrics.height() * kDesignRows);
+}
+
+frmResults::~frmResults() = default;
+
+void frmResults::Build()
+{
+    setWindowTitle(tr("Results"));
+    setSizeGripEnabled(false);
+    txResults_ = new ListBox(model_);
+    txResults_->setAccessibleName(tr("Results"));
+    txResults_->setToolTip(tr("Double-click to edit source line"));
+    txResults_->onEnter = [this] { hide(); };
+    txResults_->onDoubleClick = [this] { dblClkTimer_.start(kDoubleClickMs); };
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(txResults_);
+    dblClkTimer_.setSingleShot(true);
+    connect(&dblClkTimer_, &QTimer::timeout, this, [this] { JumpToSource(); });
+    fillTimer_.setSingleShot(true);
+    connect(&fillTimer_, &QTimer::timeout, this, [this] { FillIn(); });
+    // The double click of those who use no mouse.
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter})
+        connect(new QShortcut(Qt::CTRL | static_cast<Qt::Key>(key), this), &QShortcut::activated, this,
+                [this] { JumpToSource(); });
+}
+
+void frmResults::BuildMenus()
+{
+    struct Tool {
+        const char* name;
+        QString caption;
+        QKeySequence key;
+        std::function<void()> run;
+        bool file;
+        bool popup;
+    };
+    auto select = [this](bool all) {
+        QTextCursor cursor = txResults_->textCursor();
+        if (all)
+            cursor.select(QTextCursor::Document);
+        else
+            cursor.setPosition(0);
+        txResults_->setTextCursor(cursor);
+    };
+    const Tool tools[] = {
+        {"Print", tr("&Print"), QKeySequence(Qt::CTRL | Qt::Key_P),
+         [this] {
+             if (onPrint) onPrint(*this);
+         },
+         true, true},
+        {"Font", tr("Fon&t..."), {}, [this] { ChooseFont(); }, true, false},
+        {"Close", tr("&Close"), {}, [this] { hide(); }, true, false},
+        {"Copy", tr("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), [this] { txResults_->copy(); }, false, true},
+        {"SelectAll", tr("Select &All"), {}, [select] { select(true); }, false, true},
+        {"SelectNone", tr("Select &None"), {}, [select] { select(false); }, false, true},
+    };
+    auto* bar = new QMenuBar(this);
+    QMenu* file = bar->addMenu(tr("&File"));
+    QMenu* edit = bar->addMenu(tr("&Edit"));
+    popup_ = new QMenu(this);
+    for (const Tool& tool : tools) {
+        QAction* action = (tool.file ? file : edit)->addAction(tool.caption);
+        action->setObjectName(QLatin1String(tool.name));
+        action->setShortcut(tool.key);
+        connect(action, &QAction::triggered, this, tool.run);
+        if (tool.popup) popup_->addAction(action);
+    }
+    txResults_->popup = popup_;
+    layout()->setMenuBar(bar);
+}
+
+void frmResults::SetFont()
+{
+    QFont font = this->font();
+    if (!model_.FontName().empty()) font.setFamily(ToQString(model_.FontName()));
+    font.setPointSizeF(model_.FontSize());
+    txResults_->setFont(font);
+}
+
+void frmResults::ChooseFont()
+{
+    QFont font(txResults_->font().family());
+    font.setPointSizeF(txResults_->font().pointSizeF());
+    if (!chooseFont(font)) return;
+    model_.SetFont(ViewOf(font.family()), font.pointSizeF());
+    SetFont();
+}
+
+// The list
+
+void frmResults::ShowResults(TextView text)
+{
+    PlaceWindow();
+    if (!text.empty()) {
+        model_.ShowResults(text);
+        Changed();
+    }
+    FillIn();
+    ShowModeless();
+}
+
+void frmResults::ResetResults(TextView title)
+{
+    PlaceWindow();
+    model_.ResetResults(title);
+    Changed();
+    ShowModeless();
+}
+
+void frmResults::AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis)
+{
+    model_.AddResultLine(text, highlightStart, highlightLength, emphasis);
+    Changed();
+}
+
+void frmResults::Changed()
+{
+    if (!filled_) return;
+    filled_ = false;
+    fillTimer_.start(0);
+}
+
+void frmResults::FillIn()
+{
+    fillTimer_.stop();
+    if (std::exchange(filled_, true)) return;
+    txResults_->setPlainText(ShownText(model_.Contents()));
+    txResults_->horizontalScrollBar()->setValue(0);
+}
+
+void frmResults::PlaceWindow()
+{
+    if (std::exchange(positioned_, true) || !parentWidget()) return;
+    const int dots = logicalDpiX();
+    const QRect main = parentWidget()->window()->frameGeometry();
+    const ResultsBounds present{0, 0, ToTwips(width(), dots), ToTwips(height(), dots)};
+    const ResultsBounds bounds = PlaceResults(
+        store_, present,
+        {ToTwips(main.x(), dots), ToTwips(main.y(), dots), ToTwips(main.width(), dots), ToTwips(main.height(), dots)});
+    resize(ToPixels(bounds.width, dots), ToPixels(bounds.height, dots));
+    move(ToPixels(bounds.left, dots), ToPixels(bounds.top, dots));
+}
+
+void frmResults::ShowModeless()
+{
+    findChild<QAction*>(QStringLiteral("Print"))->setEnabled(onPrint != nullptr);
+    show();
+    raise();
+    activateWindow();
+    txResults_->setFocus(Qt::OtherFocusReason);
+}
+
+void frmResults::Unload()
+{
+    const bool normal = !(windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen));
+    if (!positioned_ || !normal) return;
+    const int dots = logicalDpiX();
+    SaveResultsSize(store_, {0, 0, ToTwips(width(), dots), ToTwips(height(), dots)});
+}
+
+void frmResults::PrintTo(QPagedPaintDevice& device) const
+{
+    QTextDocument document;
+    document.setDefaultFont(txResults_->font());
+    document.setPlainText(ShownText(model_.Contents()));
+    QTextCursor cursor(&document);
+    QTextBlock block = document.begin();
+    for (int32_t line = 0; line < model_.LineCount() && block.isValid(); ++line, block = block.next()) {
+        for (const auto& range : Formats(model_.LineStyle(line), block.length() - 1, palette())) {
+            cursor.setPosition(block.position() + range.start);
+            cursor.setPosition(block.position() + range.start + range.length, QTextCursor::KeepAnchor);
+            cursor.mergeCharFormat(range.format);
+        }
+    }
+    document.print(&device);
+}
+
+void frmResults::JumpToSource()
+{
+    const QTextCursor cursor = txResults_->textCursor();
+    QTextCursor start = cursor;
+    start.setPosition(cursor.selectionStart());
+    model_.JumpToSource({start.positionInBlock(), start.blockNumber()}, ViewOf(cursor.selectedText()));
+}
+
+} // namespace nib

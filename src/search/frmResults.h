@@ -1,0 +1,63 @@
+#pragma once
+// The window of the results: the lines of a ResultsModel as a text that can be read, copied, printed and clicked.
+
+#include "search/ResultsModel.h"
+
+#include <QDialog>
+#include <QTimer>
+
+#include <functional>
+
+class QMenu;
+class QPagedPaintDevice;
+
+namespace nib {
+
+class frmResults final : public QDialog, public ResultsWindow {
+public:
+    /// All outlive the form; `owner` is the main window.
+    frmResults(ResultsModel& model, SettingsStore& store, QWidget* owner = nullptr);
+    ~frmResults() override;
+
+    // ResultsWindow
+    void ShowResults(TextView text) override;
+    void ResetResults(TextView title) override;
+    void AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis) override;
+
+    void SetFont();
+    /// Keeps the size for the next run.
+    void Unload();
+    void PrintTo(QPagedPaintDevice& device) const;
+
+    /// Asks for a printer and calls PrintTo with it; without it nothing can be printed.
+    std::function<void(frmResults&)> onPrint;
+    /// The font dialog; false when it was cancelled.
+    std::function<bool(QFont&)> chooseFont;
+
+    /// Closing hides, so that the list stays.
+    void reject() override { hide(); }
+
+private:
+    class ListBox;
+
+    void Build();
+    void BuildMenus();
+    void PlaceWindow();
+    void ShowModeless();
+    /// The box is filled once a list is through, not line by line.
+    void Changed();
+    void FillIn();
+    void ChooseFont();
+    void JumpToSource();
+
+    ResultsModel& model_;
+    SettingsStore& store_;
+    ListBox* txResults_ = nullptr;
+    QMenu* popup_ = nullptr;
+    QTimer dblClkTimer_;
+    QTimer fillTimer_;
+    bool positioned_ = false;
+    bool filled_ = true;
+};
+
+} // namespace nib

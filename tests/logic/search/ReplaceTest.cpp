@@ -1,0 +1,227 @@
+// Replacing one hit and all of them, and taking it back.
+
+#include "fakes/FakeSearch.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <random>
+
+namespace nib::test {
+namespace {
+
+using Texts = std::vector<Text>;
+
+TEST(ReplaceNextTest, ReplacesTheSelectedHitAndGoesOn)
+{
+    TestSearch search;
+    auto& document = search.Add(u"AB ab xab");
+    search.OpenReplace(u"ab", u"abab");
+    EXPECT_TRUE(search.engine.ReplaceNext()) << "finds the first";
+    EXPECT_EQ(search.Line(document, 0), u"AB ab xab");
+    EXPECT_TRUE(search.engine.ReplaceNext());
+    EXPECT_TRUE(search.engine.ReplaceNext());
+    EXPECT_FALSE(search.engine.ReplaceNext());
+    EXPECT_EQ(search.Line(document, 0), u"abab abab xabab");
+    EXPECT_EQ(search.Said(), Texts{u"No more occurrences of search text found."});
+    document.Undo();
+    EXPECT_EQ(search.Line(document, 0), u"abab abab xab") << "each step for itself";
+}
+
+TEST(ReplaceNextTest, CaseAsTold)
+{
+    TestSearch search;
+    auto& document = search.Add(u"AB ab");
+    search.OpenReplace(u"ab", u"x");
+    search.Dialog().matchCase = true;
+    search.Select(document, {0, 0}, {2, 0});
+    EXPECT_TRUE(search.engine.ReplaceNext());
+    EXPECT_EQ(search.Line(document, 0), u"AB ab");
+}
+
+struct AllRow {
+    const char* name;
+    Text text;
+    Position caret;
+    std::pair<Position, Position> selection; ///< when its ends differ
+    Text with;
+    Text wanted;
+    int32_t count;
+    std::pair<Position, Position> selectionAfter;
+};
+
+const AllRow kAll[] = {
+    {"from the top", u"ab AB\r\n-\r\nxabx", {}, {}, u"c", u"c c\r\n-\r\nxcx", 3, {}},
+    {"with what holds the text", u"abab", {}, {}, u"xabx", u"xabxxabx", 2, {}},
+    {"with nothing", u"aabb", {}, {}, u"", u"ab", 1, {}},
+    {"first line does not wrap", u"ab ab ab", {2, 0}, {}, u"c", u"ab c c", 2, {}},
+    {"round the end", u"ab\r\nab ab\r\nab", {2, 1}, {}, u"long", u"long\r\nlong long\r\nlong", 4, {}},
+    {"with line breaks", u"ab-ab\r\nab", {}, {}, u"1\n2", u"1\r\n2-1\r\n2\r\n1\r\n2", 3, {}},
+    {"in lines", u"ab\r\nab\r\nab", {}, {{0, 0}, {0, 2}}, u"c", u"c\r\nc\r\nab", 2, {{0, 0}, {0, 2}}},
+    {"in part of the last line",
+     u"ab\r\nab ab ab\r\n",
+     {},
+     {{0, 0}, {5, 1}},
+     u"c",
+     u"c\r\nc c ab\r\n",
+     3,
+     {{0, 0}, {3, 1}}},
+    // The range's last column stays where it was while the text before it grows.
+    {"growing into the end",
+     u"-\r\nab ab ab\r\n",
+     {},
+     {{0, 0}, {6, 1}},
+     u"longer",
+     u"-\r\nlonger ab ab\r\n",
+     1,
+     {{0, 0}, {10, 1}}},
+};
+
+TEST(ReplaceAllTest, Table)
+{
+    for (const AllRow& row : kAll) {
+        SCOPED_TRACE(row.name);
+        TestSearch search;
+        auto& document = search.Add(row.text, row.caret);
+        bool selected = row.selection.first != row.selection.second;
+        if (selected) search.Select(document, row.selection.first, row.selection.second);
+        search.Settings().SearchEOD = 2;
+        search.OpenReplace(u"ab", row.with);
+        EXPECT_EQ(search.engine.ReplaceAll(), row.count);
+        EXPECT_EQ(search.View(document).GetText(), row.wanted);
+        EXPECT_EQ(search.Said(), Texts{Decimal(row.count) + u" occurrences replaced."});
+        if (selected) {
+            EXPECT_EQ(search.Selection(document), row.selectionAfter);
+        }
+        EXPECT_FALSE(search.program.window.waiting);
+        document.Undo();
+        EXPECT_EQ(search.View(document).GetText(), row.text) << "one step";
+        document.Redo();
+        EXPECT_EQ(search.View(document).GetText(), row.wanted);
+    }
+}
+
+TEST(ReplaceAllTest, AsksAtTheEndAndShowsWhatWasDone)
+{
+    TestSearch search;
+    auto& document = search.Add(u"ab\r\n-\r\nab", {0, 1});
+    search.OpenReplace(u"ab", u"c");
+    search.program.boxes.Answer({message_box::kAnswerNo});
+    search.program.boxes.whileShown = [&] {
+        EXPECT_EQ(search.View(document).GetText(), u"ab\r\n-\r\nc");
+        EXPECT_FALSE(search.program.window.waiting);
+    };
+    EXPECT_EQ(search.engine.ReplaceAll(), 1);
+    EXPECT_EQ(search.Said().size(), 2u);
+}
+
+TEST(ReplaceAllTest, AnEditDuringTheQuestionStaysItsOwnStep)
+{
+    TestSearch search;
+    auto& document = search.Add(u"ab\r\n-\r\nab", {0, 1});
+    search.OpenReplace(u"ab", u"c");
+    search.program.boxes.Answer({message_box::kAnswerYes});
+    search.program.boxes.whileShown = [&] {
+        search.View(document).Document().InsertText({0, 1}, u"+");
+        search.program.boxes.whileShown = nullptr;
+    };
+    search.engine.ReplaceAll();
+    search.Said();
+    EXPECT_EQ(search.View(document).GetText(), u"c\r\n+-\r\nc");
+    document.Undo();
+    EXPECT_EQ(search.View(document).GetText(), u"ab\r\n+-\r\nc");
+    document.Undo();
+    document.Undo();
+    EXPECT_EQ(search.View(document).GetText(), u"ab\r\n-\r\nab");
+}
+
+TEST(ReplaceAllTest, AllDocumentsOnce)
+{
+    TestSearch search;
+    auto& other = search.Add(u"ab\r\nab", {0, 1});
+    auto& document = search.Add(u"ab");
+    search.OpenReplace(u"ab", u"xabx");
+    search.Dialog().lookIn = LookIn::AllDocuments;
+    EXPECT_EQ(search.engine.ReplaceAll(), 3);
+    EXPECT_EQ(search.View(document).GetText(), u"xabx");
+    EXPECT_EQ(search.View(other).GetText(), u"xabx\r\nxabx");
+    EXPECT_EQ(search.Said().size(), 1u);
+    search.Settings().SearchEOD = 2;
+    search.OpenReplace(u"zz", u"");
+    EXPECT_EQ(search.engine.ReplaceAll(), 0);
+    EXPECT_EQ(search.Said(), Texts{u"Search text not found in any document."});
+}
+
+TEST(ReplaceAllTest, UndoGivesTheExactText)
+{
+    std::mt19937 random(7);
+    auto pick = [&](int from, int to) { return std::uniform_int_distribution<>(from, to)(random); };
+    const Text units = u"aAbB \u00e9\u20ac\n";
+    auto make = [&](int longest, bool lines) {
+        Text text;
+        for (int length = pick(0, longest); length > 0; --length)
+            text += units[static_cast<size_t>(pick(0, lines ? 7 : 6))];
+        return text;
+    };
+    for (int round = 0; round < 400; ++round) {
+        TestSearch search;
+        auto& document = search.Add(make(80, true));
+        SourceView& view = search.View(document);
+        int32_t lines = view.Document().LineCount();
+        view.SetCaret({pick(0, 20), pick(0, lines - 1)});
+        search.Settings().SearchEOD = 2;
+        search.OpenReplace(make(2, false), make(4, true));
+        search.Dialog().lookIn = LookIn::Document;
+        search.Dialog().matchCase = pick(0, 1) == 1;
+        search.Dialog().wholeWord = pick(0, 3) == 0;
+        view.Document().ToggleBookmark(pick(0, lines - 1));
+        Text before = view.GetText();
+        int32_t count = search.engine.ReplaceAll();
+        search.Said();
+        Text after = view.GetText();
+        if (count == 0) {
+            EXPECT_EQ(after, before);
+            continue;
+        }
+        document.Undo();
+        ASSERT_EQ(view.GetText(), before) << round;
+        EXPECT_EQ(view.Document().BookmarkCount(), 1);
+        document.Redo();
+        ASSERT_EQ(view.GetText(), after) << round;
+    }
+}
+
+/// Milliseconds of a run; debug builds are slow, so that the limits only tell a line from a square.
+template <typename Body>
+int64_t Milliseconds(Body&& body)
+{
+    auto start = std::chrono::steady_clock::now();
+    body();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start).count();
+}
+
+TEST(ReplaceAllTest, LargeTextsInATimeThatGrowsWithTheirSize)
+{
+    Text lines;
+    for (int i = 0; i < 1000000; ++i) lines += i % 10 == 0 ? u"  CALL SUB(ab)\r\n" : u"  X = Y + 1\r\n";
+    Text oneLine;
+    for (int i = 0; i < 200000; ++i) oneLine += u"ab, ";
+    for (const Text& text : {lines, oneLine}) {
+        TestSearch search;
+        auto& document = search.Add(text);
+        search.OpenReplace(u"AB", u"longer");
+        int64_t spent = Milliseconds([&] { EXPECT_GE(search.engine.ReplaceAll(), 100000); });
+        search.Said();
+        int64_t back = Milliseconds([&] { document.Undo(); });
+        std::printf("replace %d ms, undo %d ms\n", static_cast<int>(spent), static_cast<int>(back));
+        EXPECT_LT(spent, 8000);
+        EXPECT_LT(back, 8000);
+        EXPECT_EQ(search.View(document).GetText(), text);
+        int64_t listed = Milliseconds([&] { EXPECT_GE(search.engine.FindAll(FindMode::List), 100000); });
+        std::printf("list %d ms\n", static_cast<int>(listed));
+        EXPECT_LT(listed, 8000);
+    }
+}
+
+} // namespace
+} // namespace nib::test

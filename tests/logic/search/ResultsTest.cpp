@@ -1,0 +1,156 @@
+// The list of results and the way from its lines to the source.
+
+#include "fakes/FakeSearch.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace nib::test {
+namespace {
+
+struct MemoryStore final : SettingsStore {
+    Text Get(TextView name, TextView fallback) override
+    {
+        auto found = values.find(Text(name));
+        return found == values.end() ? Text(fallback) : found->second;
+    }
+    void Save(TextView name, TextView value, TextView) override { values[Text(name)] = value; }
+    std::map<Text, Text> values;
+};
+
+struct TestResults : TestSearch {
+    ResultsModel model{program.program.Services(), host};
+};
+
+TEST(ResultsModelTest, LinesAndStyles)
+{
+    TestResults test;
+    EXPECT_EQ(test.model.LineCount(), 1);
+    test.model.ResetResults(u"Search Results");
+    test.model.AddResultLine(u"", 0, 0, false);
+    test.model.AddResultLine(u"PROG [3]", 0, 0, true);
+    test.model.AddResultLine(u"0012 ab", 5, 2, false);
+    EXPECT_EQ(test.model.Contents(), u"Search Results\n \nPROG [3] \n0012 ab ");
+    EXPECT_EQ(test.model.LineText(3), u"0012 ab ");
+    EXPECT_TRUE(test.model.LineStyle(0).bold);
+    EXPECT_TRUE(test.model.LineStyle(2).underlined);
+    EXPECT_EQ(test.model.LineStyle(3).highlightStart, 5);
+    EXPECT_EQ(test.model.LineStyle(3).highlightLength, 2);
+    test.model.ShowResults(u"");
+    EXPECT_EQ(test.model.LineCount(), 4) << "only shown";
+    test.model.ShowResults(u"a\r\nb\n\rc\r\n");
+    EXPECT_EQ(test.model.Contents(), u"a\nb\n\nc\n");
+    EXPECT_EQ(test.model.LineCount(), 5);
+    EXPECT_EQ(test.model.LineText(3), u"c");
+}
+
+TEST(ResultsModelTest, SourceLine)
+{
+    struct {
+        Text line;
+        int32_t caret;
+        Text selected;
+        int32_t wanted;
+    } const rows[] = {
+        {u"0123 text 42", 10, u"42", 42},
+        {u"0123 text", 0, u"0123", 123},
+        {u"0123 text", 5, u"text", 123},
+        {u"0123 text 42", 5, u"text", 42},
+        {u"0123 a45 b", 9, u"b", 45},
+        {u"00012 error in line", 8, u"", 12},
+        {u"Error on line 17: syntax", 0, u"Error", 17},
+        {u"no number", 3, u"", 0},
+        {u"", 0, u"", 0},
+        {u"12 x 0", 3, u"x", 12},
+        {u"0000 text", 5, u"", 0},
+        {u"x 7", 99, u"", 7},
+        {u"line 99999999999", 0, u"", 2147483647},
+    };
+    for (auto& row : rows) {
+        TestResults test;
+        test.model.ShowResults(u"8\r\n" + row.line + u"\r\n9");
+        EXPECT_EQ(test.model.SourceLine({row.caret, 1}, row.selected), row.wanted) << ToUtf8(row.line) << row.caret;
+    }
+}
+
+TEST(ResultsModelTest, JumpsToTheDocumentOfTheHeaderAbove)
+{
+    TestResults test;
+    auto& first = test.Add(u"1\r\n2\r\n3\r\n4");
+    auto& second = test.Add(u"1\r\n2\r\n3\r\n4");
+    auto gone = test.program.New();
+    auto& active = test.Add(u"1\r\n2\r\n3\r\n4");
+    test.model.ResetResults(u"T");                           // 0
+    test.model.AddResultLine(u"0001 x", 5, 1, false);        // 1
+    test.model.AddResultLine(first.ListName(), 0, 0, true);  // 2
+    test.model.AddResultLine(u"0002 x", 5, 1, false);        // 3
+    test.model.AddResultLine(second.ListName(), 0, 0, true); // 4
+    test.model.AddResultLine(u"0003 x", 5, 1, false);        // 5
+    test.model.AddResultLine(gone->ListName(), 0, 0, true);  // 6
+    test.model.AddResultLine(u"0004 x", 5, 1, false);        // 7
+    gone->FileClose(false);
+    struct {
+        int32_t line;
+        mvDocument& document;
+        int32_t caretLine;
+    } const rows[] = {{1, active, 0}, {3, first, 1}, {5, second, 2}, {7, second, 3}};
+    for (auto& row : rows) {
+        active.Activate();
+        test.model.JumpToSource({0, row.line}, u"");
+        EXPECT_EQ(test.host.ActiveDocument(), row.document.DocumentID()) << row.line;
+        EXPECT_EQ(test.View(row.document).Caret().line, row.caretLine);
+    }
+    active.Activate();
+    test.model.ShowResults(first.ListName() + u"\r\n0002 x");
+    test.model.JumpToSource({0, 1}, u"");
+    EXPECT_EQ(test.host.ActiveDocument(), active.DocumentID()) << "a finished text has no headers";
+}
+
+TEST(ResultsModelTest, WithoutADocumentNothingHappens)
+{
+    TestResults test;
+    test.model.ShowResults(u"12 x");
+    test.model.JumpToSource({0, 0}, u"");
+    EXPECT_TRUE(test.program.trace.Take().empty());
+}
+
+TEST(ResultsModelTest, FontFallsBackToTheEditors)
+{
+    TestResults test;
+    test.Settings().FontName = u"Mono";
+    test.Settings().FontSize = u"11";
+    EXPECT_EQ(test.model.FontName(), u"Mono");
+    EXPECT_EQ(test.model.FontSize(), 11);
+    test.model.SetFont(u"Serif", 8.5);
+    EXPECT_EQ(test.Settings().ResultsFontSize, u"8.5");
+    EXPECT_EQ(test.model.FontName(), u"Serif");
+    EXPECT_EQ(test.model.FontSize(), 8.5);
+    test.Settings().ResultsFontSize = u"big";
+    EXPECT_EQ(test.model.FontSize(), 10);
+}
+
+TEST(ResultsPlacementTest, KeptSizeThatFits)
+{
+    const ResultsBounds main{100, 200, 10000, 8000};
+    struct {
+        Text width;
+        Text height;
+        ResultsBounds wanted;
+    } const rows[] = {
+        {u"", u"", {5980, 5080, 4000, 3000}},       {u"5000", u"2000", {4980, 6080, 5000, 2000}},
+        {u"9880", u"7880", {100, 200, 9880, 7880}}, {u"9881", u"9000", {5980, 5080, 4000, 3000}},
+        {u"-5", u"x", {5980, 5080, 4000, 3000}},
+    };
+    for (auto& row : rows) {
+        MemoryStore store;
+        if (!row.width.empty()) store.values = {{u"ResultsWidth", row.width}, {u"ResultsHeight", row.height}};
+        EXPECT_EQ(PlaceResults(store, {0, 0, 4000, 3000}, main), row.wanted) << ToUtf8(row.width);
+    }
+    MemoryStore store;
+    SaveResultsSize(store, {0, 0, 4000, 3000});
+    EXPECT_EQ(store.values, (std::map<Text, Text>{{u"ResultsWidth", u"4000"}, {u"ResultsHeight", u"3000"}}));
+}
+
+} // namespace
+} // namespace nib::test
