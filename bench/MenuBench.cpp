@@ -67,6 +67,7 @@ public:
     bool AutoSaveFlag() const override { return false; }
     void SetTag(TextView) override {}
     void SetVisible(bool) override {}
+    bool Visible() const override { return true; }
     int32_t WindowState() const override { return 0; }
 
 private:

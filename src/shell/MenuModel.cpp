@@ -132,13 +132,6 @@ MenuTool& MenuModel::Get(Band band, TextView key)
                 u"There is no tool \"" + Text(key) + u"\" on the band \"" + Root(band).key + u"\"");
 }
 
-std::optional<Band> MenuModel::BandOf(TextView key)
-{
-    for (const BandRow& row : kBands)
-        if (EqualsNoCase(row.key, key)) return row.band;
-    return {};
-}
-
 template <typename Value, typename NewValue>
 void MenuModel::Set(Band band, MenuTool& tool, Value MenuTool::*member, const NewValue& value, uint8_t what)
 {

@@ -26,8 +26,6 @@ public:
     const MenuTool* Find(Band band, TextView key) const;
     /// The same, where a missing tool is a fault of the program: throws error_number::kBadIndex.
     const MenuTool& Tool(Band band, TextView key) const;
-    /// By the name of the band, whatever its case.
-    static std::optional<Band> BandOf(TextView key);
 
     void SetCaption(Band band, TextView key, TextView caption);
     void SetShortcut(Band band, TextView key, TextView shortcut);

@@ -66,6 +66,8 @@ QtMenuBar::Impl::Impl(QMainWindow& owner, MenuModel& menus)
     window.addToolBar(toolBar);
     window.menuBar()->setAccessibleName(QMainWindow::tr("Menu Bar"));
     window.statusBar()->setAccessibleName(QMainWindow::tr("Status Bar"));
+    popUp->setAccessibleName(QMainWindow::tr("Context Menu"));
+    tabMenu->setAccessibleName(QMainWindow::tr("Tab Menu"));
     tabs->setAccessibleName(ToQString(model.Root(Band::Taskbar).caption));
 
     actions.SetHolder(Band::MainMenu, model.Root(Band::MainMenu), *window.menuBar());

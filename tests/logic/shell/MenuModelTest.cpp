@@ -43,8 +43,6 @@ TEST(MenuModelTest, LooksUpKeysWhateverTheirCase)
     EXPECT_EQ(model.Find(Band::ToolBar, u"LineWrap"), nullptr);
     model.Add(Band::MainMenu, u"tools", Named(u"\u00C4ndern"));
     EXPECT_TRUE(model.Find(Band::MainMenu, u"\u00E4NDERN"));
-    EXPECT_EQ(MenuModel::BandOf(u"TABCTX"), Band::TabContext);
-    EXPECT_EQ(MenuModel::BandOf(u"nothing"), std::nullopt);
     EXPECT_EQ(FailureOf([&] { model.SetEnabled(Band::MainMenu, u"Nothing", true); }), error_number::kBadIndex);
     EXPECT_EQ(FailureOf([&] { model.Add(Band::MainMenu, u"Tools", Named(u"SETTINGS")); }), error_number::kKeyInUse);
 }
