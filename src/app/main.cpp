@@ -1,9 +1,13 @@
 // The composition root: the only place that knows which implementation stands behind which port.
 
 #include "app/CommandLineHelp.h"
+#include "app/SessionRooms.h"
+#include "app/SettingsFiles.h"
 #include "diagnostics/Guarded.h"
+#include "diagnostics/modDebugLog.h"
 #include "platform/hosts/HostConnection.h"
 #include "platform/hosts/SampleAccount.h"
+#include "platform/posix/PosixTraceMailbox.h"
 #include "platform/qt/ItemPicker.h"
 #include "platform/qt/QtClipboard.h"
 #include "platform/qt/QtFonts.h"
@@ -52,12 +56,9 @@ StartMode HowStarted()
 /// What went wrong, for the user to read once there is a window; empty when nothing did.
 Text MakeSampleAccount(const Text& programFolder, const HostConfig& config)
 {
-    try {
-        InstallSampleAccount(programFolder + u"/accounts/DEMO", FromUtf8(config.Find(u"*").root));
-        return {};
-    } catch (...) {
-        return CurrentError().description;
-    }
+    auto failure =
+        FailureOf([&] { InstallSampleAccount(programFolder + u"/accounts/DEMO", FromUtf8(config.Find(u"*").root)); });
+    return failure ? failure->description : Text();
 }
 
 } // namespace
@@ -72,6 +73,8 @@ int main(int argc, char** argv)
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/nib.png")));
 
+    PosixTraceMailbox viewer(u"nibpad71");
+    modDebugLog trace(viewer);
     QtClipboard clipboard;
     QtFonts fonts;
     QtMessageBoxes boxes;
@@ -79,13 +82,16 @@ int main(int argc, char** argv)
     HostConfig hosts = HostConfig::FromEnvironment();
     Text sampleFault = MakeSampleAccount(fonts.ProgramFolder(), hosts);
     HostConnection connection(hosts, picker, boxes, fonts.ProgramFolder());
+    SettingsFiles settings(hosts.backupFolder, fonts.ProgramFolder());
+    SessionRooms rooms(settings.Store());
     frmMain mainWindow;
+    mainWindow.SetStore(&settings.Store());
     boxes.SetOwner(&mainWindow);
     picker.SetOwner(&mainWindow);
     DocumentWindows views(mainWindow, clipboard);
-    SessionParts parts;
-    Program program({connection, boxes, mainWindow, views, fonts, clipboard, parts});
+    Program program({connection, boxes, mainWindow, views, fonts, clipboard, rooms, &trace});
     mainWindow.SetProgram(&program);
+    rooms.Plug(program, mainWindow);
 
     program.Main(HowStarted(), RebuildCommandLine(Arguments(QApplication::arguments())));
     if (program.IsShuttingDown()) return EXIT_SUCCESS;

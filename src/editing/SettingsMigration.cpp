@@ -40,9 +40,7 @@ TextView DefaultThen(TextView name, TextView defaultNow)
 
 void CopyOlderSettings(MvEdit& settings, const SettingsContext& context)
 {
-    auto get = [&](TextView name, TextView fallback) {
-        return context.older->Get(name, DefaultThen(name, fallback));
-    };
+    auto get = [&](TextView name, TextView fallback) { return context.older->Get(name, DefaultThen(name, fallback)); };
     for (TextView name : kWindowValues)
         if (Text value = get(name, kNoValue); value != kNoValue) context.store.Save(name, value);
     SettingsSource source{get, context.defaultFontName, false};
@@ -65,8 +63,8 @@ void OfferNewFont(MvEdit& settings, const SettingsContext& context)
 
 bool MigrateSettings(MvEdit& settings, const SettingsContext& context, float storedVersion)
 {
-    // Where no older release ever ran there is nothing to bring over, neither values nor the taste of their time; a store
-    // that has merely lost its stamp keeps what it still holds.
+    // Where no older release ever ran there is nothing to bring over, neither values nor the taste of their time; a
+    // store that has merely lost its stamp keeps what it still holds.
     bool fromOlder = context.older && storedVersion < kFirstWithStore;
     if (fromOlder)
         CopyOlderSettings(settings, context);

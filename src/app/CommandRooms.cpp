@@ -1,0 +1,123 @@
+#include "app/CommandRooms.h"
+
+#include "platform/qt/AboutBox.h"
+#include "shell/Program.h"
+#include "shell/frmMain.h"
+#include "shell/frmProperties.h"
+
+#include <QApplication>
+
+namespace nib {
+
+CommandRooms::CommandRooms(Program& program, frmMain& mainWindow, SettingsStore& store)
+    : program_(program), mainWindow_(mainWindow), store_(store)
+{
+    CommandPorts& ports = mainWindow_.Ports();
+    ports.search = this;
+    ports.results = this;
+    ports.dialogs = this;
+    ports.edits = this;
+    ports.history = this;
+}
+
+void CommandRooms::LoadForms()
+{
+    resultsModel_ = std::make_unique<ResultsModel>(program_.Services(), *this);
+    results_ = std::make_unique<frmResults>(*resultsModel_, store_, &mainWindow_);
+    engine_ =
+        std::make_unique<FindEngine>(program_.Services(), *this, *results_, program_.EditorSettings().RecentSearches);
+    find_ = std::make_unique<frmFind>(*engine_, &mainWindow_);
+    goto_ = std::make_unique<frmGoto>(program_, &mainWindow_);
+}
+
+void CommandRooms::UnloadForms()
+{
+    help_.reset();
+    goto_.reset();
+    find_.reset();
+    engine_.reset();
+    if (results_) results_->Unload();
+    results_.reset();
+    resultsModel_.reset();
+}
+
+void CommandRooms::Show(TextView title)
+{
+    results_->ShowResults(title);
+}
+
+void CommandRooms::Properties(mvDocument& document)
+{
+    frmProperties(&mainWindow_).ShowDialog(document, program_.CurrentLocation());
+}
+
+void CommandRooms::Settings(int32_t) {}
+
+void CommandRooms::About()
+{
+    ShowAboutBox(&mainWindow_);
+}
+
+bool CommandRooms::HelpTopics()
+{
+    if (!help_) help_ = std::make_unique<HelpWindow>();
+    help_->ShowHelp();
+    return true;
+}
+
+bool CommandRooms::Goto(Text& target)
+{
+    return goto_->ShowGoto(target, &mainWindow_);
+}
+
+void CommandRooms::IndentBlock(mvDocument& document, bool indent)
+{
+    document.IndentBlock(indent);
+}
+
+void CommandRooms::CommentBlock(mvDocument& document, bool comment)
+{
+    document.CommentBlock(comment);
+}
+
+void CommandRooms::ToggleCase(mvDocument& document)
+{
+    document.ToggleCase();
+}
+
+void CommandRooms::Format(mvDocument& document)
+{
+    document.Format();
+}
+
+bool CommandRooms::CanBack() const
+{
+    return program_.History().CanNavigateBack();
+}
+
+bool CommandRooms::CanForward() const
+{
+    return program_.History().CanNavigateForward();
+}
+
+void CommandRooms::Back(mvDocument& document)
+{
+    program_.History().NavigateBack(&document);
+}
+
+void CommandRooms::Forward(mvDocument& document)
+{
+    program_.History().NavigateForward(&document);
+}
+
+int32_t CommandRooms::ActiveDocument() const
+{
+    return mainWindow_.ActiveDocument();
+}
+
+void CommandRooms::Beep()
+{
+    QApplication::beep();
+}
+
+} // namespace nib

@@ -1,0 +1,66 @@
+#pragma once
+// The rooms behind the commands: what a command asks for by a port, done by the form or document that does it.
+
+#include "platform/qt/HelpWindow.h"
+#include "search/frmFind.h"
+#include "search/frmResults.h"
+#include "shell/CommandPorts.h"
+#include "shell/frmGoto.h"
+
+namespace nib {
+
+class frmMain;
+
+class CommandRooms final : public SearchForms,
+                           public ResultsForm,
+                           public Dialogs,
+                           public BlockEdits,
+                           public History,
+                           public SearchHost {
+public:
+    /// All outlive it.
+    CommandRooms(Program& program, frmMain& mainWindow, SettingsStore& store);
+
+    /// The forms live from the load of the settings to the end of the main window.
+    void LoadForms();
+    void UnloadForms();
+
+    // SearchForms
+    void Find() override { find_->Find(); }
+    void FindNext() override { find_->FindNext(); }
+    void Replace() override { find_->Replace(); }
+    // ResultsForm
+    void Show(TextView title) override;
+    // Dialogs
+    void Properties(mvDocument& document) override;
+    void Settings(int32_t page) override;
+    void About() override;
+    bool HelpTopics() override;
+    bool Goto(Text& target) override;
+    // BlockEdits
+    void IndentBlock(mvDocument& document, bool indent) override;
+    void CommentBlock(mvDocument& document, bool comment) override;
+    void ToggleCase(mvDocument& document) override;
+    void Format(mvDocument& document) override;
+    // History
+    bool CanBack() const override;
+    bool CanForward() const override;
+    void Back(mvDocument& document) override;
+    void Forward(mvDocument& document) override;
+    // SearchHost
+    int32_t ActiveDocument() const override;
+    void Beep() override;
+
+private:
+    Program& program_;
+    frmMain& mainWindow_;
+    SettingsStore& store_;
+    std::unique_ptr<ResultsModel> resultsModel_;
+    std::unique_ptr<frmResults> results_;
+    std::unique_ptr<FindEngine> engine_;
+    std::unique_ptr<frmFind> find_;
+    std::unique_ptr<frmGoto> goto_;
+    std::unique_ptr<HelpWindow> help_;
+};
+
+} // namespace nib
