@@ -33,6 +33,9 @@ void frmMain::RemoveChild(frmDocument& form)
     // What lay behind comes to the front, also when the user has stepped through the windows.
     if (frmDocument* front = order_.Front()) area_->setActiveSubWindow(front->SubWindow());
     ChildActivated();
+    if (current_) return;
+    UpdateCaption();
+    UpdateToolBar();
 }
 
 int32_t frmMain::StateForNew(const frmDocument& form) const

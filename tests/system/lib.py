@@ -220,10 +220,11 @@ class Desktop:
 
     # The program
 
-    def start(self, *arguments, **variables):
-        """Runs the program; each call is a further copy. Keyword arguments are environment variables for it."""
+    def start(self, *arguments, program=None, **variables):
+        """Runs the program, or another copy of its file; each call is a further process. Keyword arguments are
+        environment variables for it."""
         log = self.folder / f"program-{len(self._programs) + 1}.log"
-        words = [self.program] + [str(argument) for argument in arguments]
+        words = [str(program or self.program)] + [str(argument) for argument in arguments]
         self._programs.append(Program(words, {**self.env, **variables}, log))
         return self._programs[-1]
 

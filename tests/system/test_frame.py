@@ -1,0 +1,102 @@
+"""The frame from outside: windows, tabs, commands by keys, settings that last."""
+import pathlib
+import re
+import shutil
+
+import lib
+from lib import expect, expect_equal
+
+
+def windows_bookmarks_and_history(desktop):
+    demo = desktop.sample_accounts()
+    program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU", "/I=INVOICE", "/I=GOTO.STYLE")
+    desktop.wait_active(r"\[BP MENU on ")
+    desktop.keys("ctrl+Tab")
+    desktop.wait_active(r"\[BP GOTO.STYLE on ")
+    desktop.keys("ctrl+shift+Tab")
+    desktop.wait_active(r"\[BP MENU on ")
+
+    # Out of the maximised state and back; tiled and cascaded windows leave the frame's own name alone.
+    for letter in "hvc":
+        desktop.keys("alt+w", letter)
+        desktop.wait_active(r"^Nib$")
+    desktop.keys("alt+w", "m")
+    desktop.wait_active(r"\[BP MENU on ")
+
+    # A bookmark, away from it, and back to it: what is typed lands on its line.
+    desktop.keys("Down", "Down", "ctrl+F2", "ctrl+End", "F2", "End")
+    desktop.type_text("!mark")
+    desktop.keys("ctrl+s")
+    desktop.wait_active(r"\[BP MENU on [^*]*\]$")
+    lib.eventually("the text typed behind the bookmark on the third line",
+                   lambda: "!mark" in (demo / "BP/MENU").read_text("latin-1").split("\n")[2])
+
+    # To a label by the dialog, and back where the caret was.
+    desktop.keys("ctrl+Home", "ctrl+g")
+    desktop.wait_active(r"^Goto$")
+    desktop.type_text("SHOW.SCREEN")
+    desktop.keys("Return")
+    desktop.wait_active(r"\[BP MENU on ")
+    desktop.keys("Home")
+    desktop.type_text("!label")
+    desktop.keys("alt+Left", "End")
+    desktop.type_text("!back")
+    desktop.keys("ctrl+shift+s")
+    desktop.wait_active(r"\[BP MENU on [^*]*\]$")
+    lines = (demo / "BP/MENU").read_text("latin-1").split("\n")
+    expect(any(re.match(r"!labelSHOW\.SCREEN", line) for line in lines), "the caret went to the label")
+    expect(lines[0].endswith("!back"), "and back to the first line")
+    desktop.keys("ctrl+q")
+    expect_equal(program.wait_end(), 0, "the exit code")
+
+
+def _place(geometry):
+    """Position and size, without the number of the window and of the screen."""
+    return re.findall(r"(?:Position|Geometry): (\d+[,x]\d+)", geometry)
+
+
+def the_frame_finds_its_place_again(desktop):
+    desktop.sample_accounts()
+    program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU")
+    window = desktop.wait_active(r"MENU").number
+    desktop.xdotool("windowsize", "--sync", window, 700, 500)
+    desktop.xdotool("windowmove", "--sync", window, 200, 150)
+    before = desktop.xdotool("getwindowgeometry", window)
+    desktop.keys("alt+v", "t")  # the tool bar goes
+    desktop.keys("ctrl+q")
+    program.wait_end()
+    text = (desktop.config / "hive.conf").read_text("utf-8")
+    expect("ToolbarVisible=False" in text, "what was hidden is remembered: " + text)
+    desktop.start("/A=DEMO", "/F=BP", "/I=MENU")
+    again = desktop.wait_active(r"MENU").number
+    lib.eventually("the same place and size: " + before,
+                   lambda: _place(desktop.xdotool("getwindowgeometry", again)) == _place(before))
+
+
+def settings_in_an_ini_file_or_nowhere(desktop):
+    """The switch file beside the program chooses; a copy of the program has a folder of its own."""
+    desktop.sample_accounts()
+    folder = desktop.folder / "portable"
+    folder.mkdir()
+    for file in pathlib.Path(desktop.program).parent.iterdir():
+        if file.suffix == ".ttf" or file.name == "nibpad71":
+            shutil.copy(file, folder)
+    for mode, kept in (("2", True), ("0", False)):
+        state = folder / "state/appstate.ini"
+        state.unlink(missing_ok=True)
+        (folder / "isolation.ini").write_text(f"[Isolation]\nPersistSettings={mode}\nAppDataDirectory=./state\n")
+        program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU", program=folder / "nibpad71")
+        desktop.wait_active(r"MENU")
+        desktop.keys("ctrl+q")
+        program.wait_end()
+        expect_equal(state.exists(), kept, f"an ini file in mode {mode}")
+        if kept:
+            text = state.read_bytes().decode("utf-16")
+            for line in ("[MultiValueEditor_Settings]", "@=7.1", "RecordLocking=True", "ReservedColor=16711680",
+                         "RecentFileCount=1"):
+                expect(line in text.split("\r\n"), f"{line} in {text}")
+    expect(not (desktop.config / "hive.conf").exists(), "the hive stays untouched")
+
+
+if __name__ == "__main__":
+    lib.run(windows_bookmarks_and_history, the_frame_finds_its_place_again, settings_in_an_ini_file_or_nowhere)
