@@ -39,8 +39,7 @@ void LexLine::Take(TextView text)
 
 int32_t LexLine::MarkOr(char16_t c, int32_t at) const
 {
-    int32_t mark = MarkFrom(at);
-    while (at < mark && (*this)[at] != c) ++at;
+    while ((*this)[at] != c && !IsBreak((*this)[at])) ++at;
     return at;
 }
 

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <random>
 
 namespace nib {
@@ -355,6 +356,24 @@ void ExpectKeywordRules(const clsKeywords& keywords, const Text& line, const Tok
     EXPECT_EQ(static_cast<int32_t>(plain.end), token.start + token.length);
     if (plain.keyword && keyword) {
         EXPECT_EQ(token.type == token_type::kReserved, (plain.keyword->Class & 3) != 0);
+    }
+}
+
+TEST(Lexer, NoTokenLooksFurtherThanItsLineMakesItLook)
+{
+    // Were each of these to look at the whole rest of the line, every row would take minutes.
+    for (TextView piece : {u"'a' ", u"THEN ", u"GO X ", u"A.B ( ", u"* ", u"; REM ", u"GOSUB A, "}) {
+        SCOPED_TRACE(ToUtf8(piece));
+        Text line;
+        while (line.size() < 4000000) line += piece;
+        SourceBuffer buffer;
+        buffer.SetText(line);
+        LexClass lexer;
+        buffer.SetLexer(&lexer);
+        auto start = std::chrono::steady_clock::now();
+        buffer.EnsureScanned();
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+        buffer.SetLexer(nullptr);
     }
 }
 
