@@ -72,6 +72,9 @@ void frmGoto::Connect()
         model_.ChooseLine(byLine);
         ShowChoice();
     });
+    // An access key presses a button for a tenth of a second; what is typed meanwhile belongs to the new field already.
+    for (QRadioButton* choice : {optLabel_, optLine_})
+        connect(choice, &QRadioButton::pressed, choice, [choice] { choice->setChecked(true); });
     connect(chkNoGoDlg_, &QCheckBox::clicked, this, [this](bool on) { model_.SetNoGotoDialog(on); });
     connect(cmdOK_, &QPushButton::clicked, this, &frmGoto::Accept);
     connect(cmdCancel_, &QPushButton::clicked, this, &frmGoto::reject);

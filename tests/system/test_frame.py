@@ -41,11 +41,20 @@ def windows_bookmarks_and_history(desktop):
     desktop.type_text("!label")
     desktop.keys("alt+Left", "End")
     desktop.type_text("!back")
+
+    # And to a line, typed as fast as keys can come.
+    desktop.keys("ctrl+g")
+    desktop.wait_active(r"^Goto$")
+    desktop.xdotool("key", "--delay", 0, "--", "alt+n", "9", "Return")
+    desktop.wait_active(r"\[\*BP MENU on ")
+    desktop.keys("End")
+    desktop.type_text("!nine")
     desktop.keys("ctrl+shift+s")
     desktop.wait_active(r"\[BP MENU on [^*]*\]$")
     lines = (demo / "BP/MENU").read_text("latin-1").split("\n")
     expect(any(re.match(r"!labelSHOW\.SCREEN", line) for line in lines), "the caret went to the label")
     expect(lines[0].endswith("!back"), "and back to the first line")
+    expect(lines[8].endswith("!nine"), "and to line nine")
     desktop.keys("ctrl+q")
     expect_equal(program.wait_end(), 0, "the exit code")
 
