@@ -9,6 +9,7 @@
 #include "platform/qt/QtFonts.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/QtWaitNotice.h"
 #include "shell/CommandLine.h"
 #include "shell/Program.h"
 #include "shell/frmDocument.h"
@@ -78,10 +79,12 @@ int main(int argc, char** argv)
     ItemPicker picker;
     HostConfig hosts = HostConfig::FromEnvironment();
     Text sampleFault = MakeSampleAccount(fonts.ProgramFolder(), hosts);
-    HostConnection connection(hosts, picker, boxes, fonts.ProgramFolder());
+    QtWaitNotice notice;
+    HostConnection connection(hosts, picker, boxes, {fonts.ProgramFolder(), &notice});
     frmMain mainWindow;
     boxes.SetOwner(&mainWindow);
     picker.SetOwner(&mainWindow);
+    notice.SetOwner(&mainWindow);
     DocumentWindows views(mainWindow, clipboard);
     SessionParts parts;
     Program program({connection, boxes, mainWindow, views, fonts, clipboard, parts});
