@@ -42,7 +42,8 @@ void BasicChecker::Run(const Source& source)
 void BasicChecker::Line(const Source& source, Place place)
 {
     const BasicToken& first = line_.Tokens().front();
-    if (blocks_.HasEnded() && (first.Is(BasicKey::Routine) || first.Is(BasicKey::Class))) {
+    const size_t size = line_.Tokens().size();
+    if (size > 1 && (first.Is(BasicKey::Routine) || first.Is(BasicKey::Nested))) {
         blocks_.NewRoutine();
         labels_.NewRoutine();
     }
@@ -54,7 +55,6 @@ void BasicChecker::Line(const Source& source, Place place)
     blocks_.Line(line_, place);
     continues_ = line_.Continues();
 
-    const size_t size = line_.Tokens().size();
     if (!first.Is(BasicKey::Include) || size < 2) return;
     const BasicToken::Kind next = line_.Tokens()[1].kind;
     if (next != BasicToken::Kind::Word && next != BasicToken::Kind::String && next != BasicToken::Kind::Number) return;
@@ -68,7 +68,8 @@ void BasicChecker::Directive(const BasicDirective& directive, const Source& sour
     switch (directive.kind) {
     case Kind::None:
     case Kind::Other: return;
-    case Kind::Include: Include(directive, source, place); return;
+    case Kind::Include:
+    case Kind::Insert: Include(directive, source, place); return;
     case Kind::Elsewhere: labels_.SetIncomplete(); return;
     case Kind::If:
         ++conditionals_;
@@ -97,7 +98,7 @@ void BasicChecker::Include(const BasicDirective& directive, const Source& source
         return Run({*text, file, directive.item, number, &source});
     }
     labels_.SetIncomplete();
-    if (conditionals_ > 0) return;
+    if (conditionals_ > 0 || directive.kind == BasicDirective::Kind::Insert) return;
     if (answer == IncludeItems::Answer::NoItem) findings_.Add(place, u"Include item " + name + u" does not exist.");
     if (answer == IncludeItems::Answer::NoFile)
         findings_.Add(place, u"Include item " + name + u" does not exist: there is no file " + file + u".");

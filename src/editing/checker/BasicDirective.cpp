@@ -14,8 +14,8 @@ struct Row {
 };
 
 constexpr Row kRows[] = {
-    {u"INCLUDE", Kind::Include}, {u"INSERT", Kind::Include}, {u"CHAIN", Kind::Elsewhere}, {u"COPY", Kind::Elsewhere},
-    {u"IFDEF", Kind::If},        {u"IFNDEF", Kind::If},      {u"IF", Kind::If},           {u"ELSE", Kind::Else},
+    {u"INCLUDE", Kind::Include}, {u"INSERT", Kind::Insert}, {u"CHAIN", Kind::Elsewhere}, {u"COPY", Kind::Elsewhere},
+    {u"IFDEF", Kind::If},        {u"IFNDEF", Kind::If},     {u"IF", Kind::If},           {u"ELSE", Kind::Else},
     {u"ELIF", Kind::Else},       {u"ENDIF", Kind::EndIf},
 };
 
@@ -53,8 +53,11 @@ BasicDirective ReadDirective(TextView line)
     const TextView word = TakeWord(line);
     for (const Row& row : kRows) {
         if (!IsWord(word, row.word)) continue;
-        if (row.kind == Kind::Include) return ReadInclude(line);
-        return {row.kind, {}, {}};
+        if (row.kind != Kind::Include && row.kind != Kind::Insert) return {row.kind, {}, {}};
+        BasicDirective include = ReadInclude(line);
+        if (row.kind == Kind::Insert && include.file.empty() && include.kind == Kind::Include)
+            include.kind = Kind::Insert;
+        return include;
     }
     return {Kind::Other, {}, {}};
 }

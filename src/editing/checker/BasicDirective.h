@@ -9,6 +9,7 @@ struct BasicDirective {
         None,
         Other,
         Include,
+        Insert,    ///< an include that some compilers look for in folders of their own
         Elsewhere, ///< takes in text in a way that is not understood here
         If,
         Else,

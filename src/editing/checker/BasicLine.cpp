@@ -39,10 +39,10 @@ constexpr KeyRow kKeys[] = {
     {u"SUB", BasicKey::Routine},
     {u"FUNCTION", BasicKey::Routine},
     {u"PROGRAM", BasicKey::Routine},
-    {u"LOCAL", BasicKey::Routine},
-    {u"PUBLIC", BasicKey::Routine},
-    {u"PRIVATE", BasicKey::Routine},
-    {u"CLASS", BasicKey::Class},
+    {u"LOCAL", BasicKey::Nested},
+    {u"PUBLIC", BasicKey::Nested},
+    {u"PRIVATE", BasicKey::Nested},
+    {u"CLASS", BasicKey::Nested},
     {u"TRANSACTION", BasicKey::Transaction},
     {u"WORK", BasicKey::Transaction},
     {u"AND", BasicKey::Operator},
@@ -136,7 +136,9 @@ void BasicLine::TakeLabel(const Token& token)
     const int32_t end = token.start + token.length;
     const bool colon = At(end - 1) == u':';
     const BasicKey key = KeyOf(token.start, colon ? end - 1 : end);
-    if (tokens_.empty())
+    if (tokens_.empty() && key == BasicKey::Remark)
+        hiding_ = Hiding::Comment;
+    else if (tokens_.empty())
         Add(colon || IsDigit(At(token.start)) ? Kind::Label : Kind::Target, token, key);
     else // GO may be a variable: IF GO THEN
         Add(key == BasicKey::None ? Kind::Target : Kind::Word, token, key);
@@ -193,13 +195,14 @@ bool BasicLine::AtStatementStart() const
            IsSign(tokens_.back(), u';');
 }
 
-/// A comment where the lexer sees none: behind a keyword that no value can follow.
+/// A comment where the lexer sees none: behind a label or a keyword that no operator can follow.
 bool BasicLine::StartsComment()
 {
     using enum BasicKey;
     const BasicKey before = tokens_.empty() ? None : tokens_.back().key;
     const bool clause = before == Then || before == Else || before == Locked;
-    const bool other = before == Do || before == Loop || before == Repeat || before == End;
+    const bool other = before == Do || before == Loop || before == Repeat || before == End ||
+                       (!tokens_.empty() && tokens_.back().kind == BasicToken::Kind::Target);
     if (!clause && !other && !AtStatementStart()) return false;
     hiding_ = Hiding::Comment;
     unsure_ = unsure_ || clause;

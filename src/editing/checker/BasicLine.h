@@ -29,8 +29,8 @@ enum class BasicKey : uint8_t {
     Return, ///< and STOP
     Remark,
     Include,
-    Routine,     ///< begins a routine of its own: SUBROUTINE, FUNCTION, PROGRAM ...
-    Class,       ///< begins a class module, whose routines each have an END
+    Routine,     ///< begins a routine: SUBROUTINE, FUNCTION, PROGRAM
+    Nested,      ///< tells of routines inside the program, each with an END of its own: LOCAL, CLASS ...
     Transaction, ///< what BEGIN and END may enclose beside cases
     Operator,    ///< AND, OR, EQ ...: no value ends here
     Print,       ///< statements that a colon may follow at once

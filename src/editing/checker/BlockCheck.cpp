@@ -20,7 +20,7 @@ void BlockCheck::Line(const BasicLine& line, Place place)
 {
     if (line.Unsure()) unsure_ = true;
     const std::vector<BasicToken>& tokens = line.Tokens();
-    if (!tokens.empty() && tokens.front().Is(BasicKey::Class)) class_ = true;
+    if (!tokens.empty() && tokens.front().Is(BasicKey::Nested)) nested_ = true;
     Walk walk{line, place};
     for (; walk.at < tokens.size(); ++walk.at) {
         const BasicToken& token = walk.Token();
@@ -95,7 +95,7 @@ bool BlockCheck::End(Walk& walk)
     if (walk.NextIs(BasicKey::Case)) {
         Close(kCase, walk.place);
         ++walk.at;
-    } else if (walk.NextIs(BasicKey::Transaction) || walk.NextIs(BasicKey::Routine) || walk.NextIs(BasicKey::Class)) {
+    } else if (walk.NextIs(BasicKey::Transaction) || walk.NextIs(BasicKey::Routine) || walk.NextIs(BasicKey::Nested)) {
         ++walk.at;
     } else if (walk.oneLiners > 0) {
         // IF A THEN B = 1 ; END: some dialects end the clause here, some have ended it at the semicolon.
@@ -118,18 +118,20 @@ void BlockCheck::EndOfClause(Place place)
         const Opener& inner = stack_.back();
         Report(place,
                u"END closes no block; open is " + Text(inner.word) + u" of " + findings_.Describe(inner.place) + u".");
-    } else if (place.item == 0 && !class_) {
+    } else if (place.item == 0 && !nested_) {
         ended_ = place;
     }
 }
 
-/// What stands behind the last END of a program is no part of it, unless it looks like one.
+/// Behind the last END of a program may stand notes; whole statements as in programs are none.
 void BlockCheck::LookBehindEnd(const Walk& walk)
 {
     const BasicToken& token = walk.Token();
-    const bool label = token.kind == BasicToken::Kind::Label && token.key == BasicKey::None;
-    if (!label && token.kind != BasicToken::Kind::Branch && !token.Is(BasicKey::Return) && !token.Is(BasicKey::End))
-        return;
+    const bool branch = token.kind == BasicToken::Kind::Branch && walk.Next();
+    if (!branch && !token.Is(BasicKey::Return) && !token.Is(BasicKey::End)) return;
+    const BasicToken* next = walk.Next(branch ? 2 : 1);
+    const bool clause = next && (next->Is(BasicKey::Else) || next->Is(BasicKey::Then) || next->Is(BasicKey::Case));
+    if (next && !IsSeparator(walk.line, *next) && !(clause && token.Is(BasicKey::End))) return;
     Report(*ended_, u"END closes no block, and the program goes on below it.");
     ended_.reset();
 }

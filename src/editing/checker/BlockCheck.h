@@ -81,7 +81,7 @@ private:
     std::array<int32_t, kKinds> doubtful_{}; ///< closers that need no opener any more
     std::optional<Place> ended_;
     bool strayCase_ = false;
-    bool class_ = false;
+    bool nested_ = false; ///< routines inside the program have an END each
     bool unsure_ = false;
 };
 

@@ -60,7 +60,7 @@ void LabelCheck::Suppose(const BasicLine& line)
     const auto know = [&](size_t at) {
         if (at < tokens.size() && tokens[at].kind == BasicToken::Kind::Word) known_.insert(Common(line.Of(tokens[at])));
     };
-    if (tokens.front().Is(BasicKey::Routine)) {
+    if (tokens.front().Is(BasicKey::Routine) || tokens.front().Is(BasicKey::Nested)) {
         know(1);
         know(2);
     } else if (tokens.size() == 1 || tokens[1].kind == BasicToken::Kind::Separator || line.IsSign(tokens[1], u':') ||
