@@ -22,9 +22,11 @@ void BlockCheck::Line(const BasicLine& line, Place place)
     const std::vector<BasicToken>& tokens = line.Tokens();
     if (!tokens.empty() && tokens.front().Is(BasicKey::Nested)) nested_ = true;
     Walk walk{line, place};
+    swallowed_.reset();
     for (; walk.at < tokens.size(); ++walk.at) {
         const BasicToken& token = walk.Token();
         if (ended_ && walk.start) LookBehindEnd(walk);
+        if (stack_.size() == 1 && walk.start) LookForRoutine(walk);
         if (token.kind == BasicToken::Kind::Label) {
             walk.first = walk.at + 1;
         } else if (token.kind == BasicToken::Kind::Separator) {
@@ -111,6 +113,7 @@ void BlockCheck::EndOfClause(Place place)
 {
     if (IsOpen(kClause)) {
         CloseInner(kClause, kClosers[kClause], place);
+        if (stack_.back().label.line != 0) swallowed_ = stack_.back();
         stack_.pop_back();
     } else if (doubtful_[kClause] > 0) {
         --doubtful_[kClause];
@@ -121,6 +124,18 @@ void BlockCheck::EndOfClause(Place place)
     } else if (place.item == 0 && !nested_) {
         ended_ = place;
     }
+}
+
+/// Where the END of a clause is missing, the last END of the program ends it, and the routines of the program are in
+/// it.
+void BlockCheck::LookForRoutine(const Walk& walk)
+{
+    Opener& block = stack_.back();
+    const BasicToken& token = walk.Token();
+    if (token.Is(BasicKey::Return))
+        block.returns = true;
+    else if (token.kind == BasicToken::Kind::Label && block.returns && block.label.line == 0)
+        block.label = walk.place;
 }
 
 /// Behind the last END of a program may stand notes; whole statements as in programs are none.
@@ -229,6 +244,11 @@ void BlockCheck::Finish()
 {
     for (const Opener& opener : stack_)
         Report(opener.place, Text(opener.word) + u" is not closed: " + Text(kClosers[opener.kind]) + u" is missing.");
+    if (swallowed_ && !nested_) {
+        const Opener& block = *swallowed_;
+        Report(block.place, Text(block.word) + u" is not closed by END before the label in " +
+                                findings_.Describe(block.label) + u".");
+    }
     if (unsure_) return;
     for (const Fault& fault : reports_) findings_.Add(fault.place, fault.text);
 }

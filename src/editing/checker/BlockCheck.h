@@ -33,6 +33,8 @@ private:
         Kind kind;
         TextView word;
         Place place;
+        bool returns = false; ///< a RETURN stands in it, in no block further in
+        Place label;          ///< the first label behind that
     };
     /// Where a walk over a line stands.
     struct Walk {
@@ -58,11 +60,12 @@ private:
     void EndOfClause(Place place);
     void Case(Place place);
     void Close(Kind kind, Place place);
-    void Open(Kind kind, TextView word, Place place) { stack_.push_back({kind, word, place}); }
+    void Open(Kind kind, TextView word, Place place) { stack_.push_back({kind, word, place, false, {}}); }
     bool CloseInner(Kind kind, TextView closer, Place place);
     bool IsOpen(Kind kind) const;
     void Report(Place place, Text text) { reports_.push_back({place, std::move(text)}); }
     void LookBehindEnd(const Walk& walk);
+    void LookForRoutine(const Walk& walk);
 
     static bool IsVariable(const Walk& walk);
     static bool LineEnds(const Walk& walk);
@@ -78,6 +81,7 @@ private:
     std::vector<Fault> reports_; ///< kept back until it is known that the blocks could be told
     std::vector<Opener> stack_;
     std::vector<std::vector<Opener>> saved_;
+    std::optional<Opener> swallowed_;        ///< closed by the last END so far, with routines in it
     std::array<int32_t, kKinds> doubtful_{}; ///< closers that need no opener any more
     std::optional<Place> ended_;
     bool strayCase_ = false;
