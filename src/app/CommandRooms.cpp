@@ -18,6 +18,7 @@ CommandRooms::CommandRooms(Program& program, frmMain& mainWindow, SettingsStore&
     ports.dialogs = this;
     ports.edits = this;
     ports.history = this;
+    ports.compiler = this;
 }
 
 void CommandRooms::LoadForms()
@@ -28,10 +29,12 @@ void CommandRooms::LoadForms()
         std::make_unique<FindEngine>(program_.Services(), *this, *results_, program_.EditorSettings().RecentSearches);
     find_ = std::make_unique<frmFind>(*engine_, &mainWindow_);
     goto_ = std::make_unique<frmGoto>(program_, &mainWindow_);
+    program_.Services().results = this;
 }
 
 void CommandRooms::UnloadForms()
 {
+    program_.Services().results = nullptr;
     help_.reset();
     goto_.reset();
     find_.reset();
@@ -88,6 +91,21 @@ void CommandRooms::ToggleCase(mvDocument& document)
 void CommandRooms::Format(mvDocument& document)
 {
     document.Format();
+}
+
+bool CommandRooms::CanCompile(const mvDocument& document) const
+{
+    return document.CanCompile();
+}
+
+void CommandRooms::Compile(mvDocument& document)
+{
+    document.Compile();
+}
+
+void CommandRooms::ShowText(TextView text)
+{
+    results_->ShowResults(text);
 }
 
 bool CommandRooms::CanBack() const

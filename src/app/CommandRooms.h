@@ -15,6 +15,8 @@ class CommandRooms final : public SearchForms,
                            public ResultsForm,
                            public Dialogs,
                            public BlockEdits,
+                           public Compiler,
+                           public ResultsOutput,
                            public History,
                            public SearchHost {
 public:
@@ -47,7 +49,12 @@ public:
     bool CanForward() const override;
     void Back(mvDocument& document) override;
     void Forward(mvDocument& document) override;
-    // SearchHost
+    // Compiler
+    bool CanCompile(const mvDocument& document) const override;
+    void Compile(mvDocument& document) override;
+    // ResultsOutput
+    void ShowText(TextView text) override;
+    // SearchHost, ResultsOutput
     int32_t ActiveDocument() const override;
     void Beep() override;
 

@@ -13,6 +13,7 @@
 #include "platform/qt/QtFonts.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/QtWaitNotice.h"
 #include "shell/CommandLine.h"
 #include "shell/Program.h"
 #include "shell/frmDocument.h"
@@ -81,13 +82,15 @@ int main(int argc, char** argv)
     ItemPicker picker;
     HostConfig hosts = HostConfig::FromEnvironment();
     Text sampleFault = MakeSampleAccount(fonts.ProgramFolder(), hosts);
-    HostConnection connection(hosts, picker, boxes, fonts.ProgramFolder());
+    QtWaitNotice notice;
+    HostConnection connection(hosts, picker, boxes, {fonts.ProgramFolder(), &notice});
     SettingsFiles settings(hosts.backupFolder, fonts.ProgramFolder());
     SessionRooms rooms(settings.Store());
     frmMain mainWindow;
     mainWindow.SetStore(&settings.Store());
     boxes.SetOwner(&mainWindow);
     picker.SetOwner(&mainWindow);
+    notice.SetOwner(&mainWindow);
     DocumentWindows views(mainWindow, clipboard);
     Program program({connection, boxes, mainWindow, views, fonts, clipboard, rooms, &trace});
     mainWindow.SetProgram(&program);

@@ -34,6 +34,15 @@ public:
     virtual std::unique_ptr<clsDocView> CreateView(mvDocument& document) = 0;
 };
 
+/// The window that shows what the host printed.
+class ResultsOutput {
+public:
+    virtual ~ResultsOutput() = default;
+    virtual void Beep() = 0;
+    /// Replaces what the window shows, and brings it to the front.
+    virtual void ShowText(TextView text) = 0;
+};
+
 /// Shared by all documents; outlives them.
 struct DocumentServices {
     DocumentShell& shell;
@@ -47,6 +56,8 @@ struct DocumentServices {
     int32_t lastLineId = 0;
     /// Documents bound to a window, as the main window counts them.
     int32_t openCount = 0;
+    /// Null until there is such a window.
+    ResultsOutput* results = nullptr;
 };
 
 } // namespace nib

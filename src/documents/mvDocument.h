@@ -51,6 +51,8 @@ public:
     void InsValue();
     void InsSubValue();
     void Activate();
+    /// Has the host compile the saved item and shows what it printed. A failure of the host is thrown.
+    void Compile();
     /// Throws kLabelNotFound.
     void GotoLabel(TextView target);
     /// 1-based; anything below goes to the first line.
@@ -80,6 +82,7 @@ public:
     void SelectAll();
     void SetModified(bool modified);
     bool IsHostWritable() const;
+    bool CanCompile() const;
     bool HasSelection() const;
     bool SelectionIsMultiLine() const;
     OrderedSelection GetOrderedSelection() const;

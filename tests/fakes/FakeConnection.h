@@ -22,13 +22,22 @@ struct StoredItem {
 struct FakeSession final : mvSession {
     Text account;
     std::optional<Error> failure;
+    std::vector<Text> commands;
+    Text output;
+    std::function<void()> whileExecuting;
+    bool executes = true;
 
     Text AccountName() override
     {
         if (failure) throw Error(*failure);
         return account;
     }
-    Text Execute(TextView, TextView, int32_t) override { return {}; }
+    Text Execute(TextView command, TextView input, int32_t flags) override
+    {
+        commands.emplace_back(Text(command) + (input.empty() && flags == 0 ? u"" : u" with input or flags"));
+        if (whileExecuting) whileExecuting();
+        return output;
+    }
     Text GetConfiguration(TextView, int32_t) override { return {}; }
 };
 
@@ -83,7 +92,7 @@ public:
     }
     bool ReadOnly() const override { return readOnly_; }
     void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
-    bool Supports(int32_t) override { return !IsLocal(); }
+    bool Supports(int32_t code) override { return !IsLocal() && (code != kSupportsExecute || store_.session.executes); }
     Text ReadItem(int32_t, int32_t, int32_t) override
     {
         if (store_.whileBusy) store_.whileBusy();

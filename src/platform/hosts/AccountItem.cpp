@@ -7,10 +7,10 @@
 namespace nib {
 
 AccountItem::AccountItem(const AccountStore& store, ItemPlace place, const Text& sessionAccount,
-                         const Text& programFolder)
+                         const VerbPrograms& programs)
     : store_(store), place_(std::move(place))
 {
-    if (!sessionAccount.empty()) session_.emplace(store_, sessionAccount, programFolder);
+    if (!sessionAccount.empty()) session_.emplace(store_, sessionAccount, programs);
     if (place_.database.empty()) return;
     store_.AccountFolder(place_.database);
     if (place_.folder.empty()) return;

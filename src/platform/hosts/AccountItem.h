@@ -13,7 +13,7 @@ class AccountItem : public mvItem {
 public:
     /// Throws kPathNotFound when the account or the file is missing. `sessionAccount` is the account of commands, empty
     /// when there is none.
-    AccountItem(const AccountStore& store, ItemPlace place, const Text& sessionAccount, const Text& programFolder);
+    AccountItem(const AccountStore& store, ItemPlace place, const Text& sessionAccount, const VerbPrograms& programs);
 
     Text Path() const override;
     Text Provider() const override { return place_.provider; }

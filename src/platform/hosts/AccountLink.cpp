@@ -25,9 +25,9 @@ bool IsMode(const std::string& path, mode_t type)
 
 } // namespace
 
-AccountLink::AccountLink(const HostSettings& settings, const FileSaver& saver, Text programFolder)
+AccountLink::AccountLink(const HostSettings& settings, const FileSaver& saver, VerbPrograms programs)
     : store_(settings.name, settings.root, CodingOf(settings), saver), configuredAccount_(settings.account),
-      programFolder_(std::move(programFolder))
+      programs_(std::move(programs))
 {
 }
 
@@ -36,7 +36,7 @@ std::shared_ptr<mvItem> AccountLink::Open(const ItemPlace& place, bool readOnly,
     const Text account = place.database.empty() ? DefaultAccount() : place.database;
     ItemPlace full = place;
     if (!place.folder.empty()) full.database = account;
-    auto item = std::make_shared<AccountItem>(store_, std::move(full), account, programFolder_);
+    auto item = std::make_shared<AccountItem>(store_, std::move(full), account, programs_);
     if (!place.database.empty()) lastAccount_ = place.database;
     if (lock && !readOnly && item->IsItem()) item->LockItem(true);
     item->SetReadOnly(readOnly);

@@ -1,13 +1,14 @@
 #pragma once
 #include "platform/hosts/AccountStore.h"
 #include "platform/hosts/HostLink.h"
+#include "platform/hosts/VerbPrograms.h"
 
 namespace nib {
 
 /// The built-in host: accounts that are folders.
 class AccountLink : public HostLink {
 public:
-    AccountLink(const HostSettings& settings, const FileSaver& saver, Text programFolder);
+    AccountLink(const HostSettings& settings, const FileSaver& saver, VerbPrograms programs);
 
     Text HostName() const override { return store_.HostName(); }
     std::shared_ptr<mvItem> Open(const ItemPlace& place, bool readOnly, bool lock) override;
@@ -25,7 +26,7 @@ private:
     AccountStore store_;
     Text configuredAccount_;
     Text lastAccount_;
-    Text programFolder_;
+    VerbPrograms programs_;
 };
 
 } // namespace nib

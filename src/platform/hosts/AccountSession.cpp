@@ -36,6 +36,28 @@ void AppendLine(Text& output, TextView line)
     output += line;
 }
 
+/// The time of a command as the notice knows it.
+class RunningCommand {
+public:
+    RunningCommand(WaitNotice& notice, TextView command) : notice_(notice)
+    {
+        if (!notice_.Started(command)) Refuse(Text(command) + u" cannot be run while another command runs.");
+    }
+    RunningCommand(const RunningCommand&) = delete;
+    RunningCommand& operator=(const RunningCommand&) = delete;
+    ~RunningCommand() { notice_.Ended(); }
+
+    bool GoOn() const
+    {
+        using namespace std::chrono;
+        return notice_.GoOn(duration_cast<milliseconds>(steady_clock::now() - start_));
+    }
+
+private:
+    WaitNotice& notice_;
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
 } // namespace
 
 Text AccountSession::Execute(TextView command, TextView input, int32_t)
@@ -50,13 +72,13 @@ Text AccountSession::Execute(TextView command, TextView input, int32_t)
     ProcessRequest request;
     for (const Text& word : program) request.words.push_back(ToFileName(word));
     request.folder = store_.AccountFolder(account_);
-    request.firstInPath = ToFileName(programFolder_);
+    request.firstInPath = ToFileName(programs_.folder);
     const std::string bytes = ToUtf8(input);
     request.input = bytes;
     const int32_t seconds = ToInt(Attribute(verb.record, 3));
     request.timeLimit = std::chrono::seconds(seconds > 0 ? seconds : kDefaultSeconds);
 
-    ProcessResult result = RunProcess(request);
+    ProcessResult result = RunNoticed(request, command);
     if (result.timedOut) {
         Refuse(verb.name + u" was stopped: it did not end within " + Decimal(request.timeLimit.count() / 1000) +
                u" seconds.");
@@ -65,11 +87,20 @@ Text AccountSession::Execute(TextView command, TextView input, int32_t)
     TextForm form;
     Text output = store_.Coding().Decode(result.output, form, verb.name);
     if (result.cut) AppendLine(output, u"(the rest of the output was cut off)");
+    if (result.cancelled) AppendLine(output, verb.name + u" was stopped.");
     if (result.signal != 0) {
         AppendLine(output, program.front() + u" was ended by signal " + Decimal(result.signal) + u" (" +
                                FromUtf8(strsignal(result.signal)) + u").");
     }
     return output;
+}
+
+ProcessResult AccountSession::RunNoticed(ProcessRequest& request, TextView command) const
+{
+    if (!programs_.notice) return RunProcess(request);
+    const RunningCommand running(*programs_.notice, command);
+    request.goOn = [&running] { return running.GoOn(); };
+    return RunProcess(request);
 }
 
 /// The verb as typed in capitals, then as typed.

@@ -18,9 +18,9 @@ bool IsLocked(const Error& error)
 
 } // namespace
 
-HostConnection::HostConnection(HostConfig config, PickerDialog& picker, MessageBoxes& boxes, Text programFolder,
+HostConnection::HostConnection(HostConfig config, PickerDialog& picker, MessageBoxes& boxes, VerbPrograms programs,
                                HostLinkFactory network)
-    : links_(std::move(config), std::move(programFolder), std::move(network)), browser_(links_), picker_(picker),
+    : links_(std::move(config), std::move(programs), std::move(network)), browser_(links_), picker_(picker),
       boxes_(boxes)
 {
 }
@@ -104,10 +104,10 @@ ItemPlace HostConnection::ParsePath(TextView path) const
     return nib::ParsePath(path);
 }
 
-std::unique_ptr<HostConnection> MakeHostConnection(PickerDialog& picker, MessageBoxes& boxes, Text programFolder,
+std::unique_ptr<HostConnection> MakeHostConnection(PickerDialog& picker, MessageBoxes& boxes, VerbPrograms programs,
                                                    HostLinkFactory network)
 {
-    return std::make_unique<HostConnection>(HostConfig::FromEnvironment(), picker, boxes, std::move(programFolder),
+    return std::make_unique<HostConnection>(HostConfig::FromEnvironment(), picker, boxes, std::move(programs),
                                             std::move(network));
 }
 

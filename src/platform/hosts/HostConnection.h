@@ -9,8 +9,8 @@ namespace nib {
 /// The host connection: finds the link of a path, and runs the picker. Items may outlive it.
 class HostConnection : public mvConnection {
 public:
-    /// Programs of `programFolder` are the first that a verb finds. `network` makes links of kind "network".
-    HostConnection(HostConfig config, PickerDialog& picker, MessageBoxes& boxes, Text programFolder,
+    /// Verbs run with `programs`. `network` makes links of kind "network".
+    HostConnection(HostConfig config, PickerDialog& picker, MessageBoxes& boxes, VerbPrograms programs,
                    HostLinkFactory network = {});
 
     SelectedItem SelectItem(const SelectRequest& request, mvItem* start) override;
@@ -35,7 +35,7 @@ private:
 };
 
 /// With the connections that the environment configures.
-std::unique_ptr<HostConnection> MakeHostConnection(PickerDialog& picker, MessageBoxes& boxes, Text programFolder,
+std::unique_ptr<HostConnection> MakeHostConnection(PickerDialog& picker, MessageBoxes& boxes, VerbPrograms programs,
                                                    HostLinkFactory network = {});
 
 } // namespace nib

@@ -16,7 +16,7 @@ HostLink& HostLinks::Find(TextView serverName)
 std::unique_ptr<HostLink> HostLinks::Make(const HostSettings& settings) const
 {
     if (EqualsNoCase(settings.kind, u"accounts")) {
-        return std::make_unique<AccountLink>(settings, Saver(), programFolder_);
+        return std::make_unique<AccountLink>(settings, Saver(), programs_);
     }
     const Text which = u"The host connection \"" + settings.serverName + u"\"";
     if (!EqualsNoCase(settings.kind, u"network")) {

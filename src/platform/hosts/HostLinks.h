@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/hosts/HostLink.h"
+#include "platform/hosts/VerbPrograms.h"
 #include "platform/posix/FileSaver.h"
 
 #include <map>
@@ -10,8 +11,8 @@ namespace nib {
 class HostLinks {
 public:
     /// `network` makes the links of kind "network"; without it there are none.
-    HostLinks(HostConfig config, Text programFolder, HostLinkFactory network)
-        : config_(std::move(config)), programFolder_(std::move(programFolder)), network_(std::move(network))
+    HostLinks(HostConfig config, VerbPrograms programs, HostLinkFactory network)
+        : config_(std::move(config)), programs_(std::move(programs)), network_(std::move(network))
     {
     }
 
@@ -23,7 +24,7 @@ private:
     std::unique_ptr<HostLink> Make(const HostSettings& settings) const;
 
     HostConfig config_;
-    Text programFolder_;
+    VerbPrograms programs_;
     HostLinkFactory network_;
     std::map<Text, std::unique_ptr<HostLink>> links_;
 };

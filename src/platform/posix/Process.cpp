@@ -3,6 +3,7 @@
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
+#include "platform/posix/ProcessFamily.h"
 #include "platform/posix/SystemError.h"
 
 #include <algorithm>
@@ -25,8 +26,12 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// How long an ended program is noticed after its output is still held open by a child of it.
+/// Between two looks at whether the program has ended or shall be stopped.
 constexpr std::chrono::milliseconds kLook{50};
+/// Between two looks as long as the end is near: the output is closed.
+constexpr std::chrono::milliseconds kShortLook{1};
+/// Taken at one go at most, so that a flood of output does not keep the looks from coming.
+constexpr int kReadsAtOnce = 64;
 
 struct SpawnSetup {
     SpawnSetup()
@@ -84,9 +89,9 @@ std::string FindProgram(const ProcessRequest& request)
     Refuse(name, error);
 }
 
-std::vector<std::string> Environment(const ProcessRequest& request)
+std::vector<std::string> Environment(const ProcessRequest& request, const ProcessFamily& family)
 {
-    std::vector<std::string> variables{"PATH=" + SearchPath(request.firstInPath)};
+    std::vector<std::string> variables{"PATH=" + SearchPath(request.firstInPath), family.Mark()};
     for (char** variable = environ; *variable; ++variable)
         if (!std::string_view(*variable).starts_with("PATH=")) variables.emplace_back(*variable);
     return variables;
@@ -109,11 +114,11 @@ Descriptor InputFile(std::string_view input)
     return file;
 }
 
-pid_t Start(const ProcessRequest& request, int input, int output)
+pid_t Start(const ProcessRequest& request, const ProcessFamily& family, int input, int output)
 {
     const std::string program = FindProgram(request);
     std::vector<std::string> words = request.words;
-    std::vector<std::string> variables = Environment(request);
+    std::vector<std::string> variables = Environment(request, family);
     SpawnSetup setup;
     posix_spawn_file_actions_addchdir_np(&setup.actions, request.folder.c_str());
     posix_spawn_file_actions_adddup2(&setup.actions, input, STDIN_FILENO);
@@ -134,23 +139,22 @@ pid_t Start(const ProcessRequest& request, int input, int output)
     return child;
 }
 
-/// A started program; killed with its group when it is still there at the end.
+/// A started program; killed with all that it started when it is still there at the end.
 class Child {
 public:
-    explicit Child(pid_t pid) : pid_(pid) {}
+    Child(pid_t pid, const ProcessFamily& family) : pid_(pid), family_(family) {}
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
     ~Child()
     {
-        Kill();
+        if (ended_) return;
+        kill(-pid_, SIGKILL);
+        family_.Kill();
         int status = 0;
-        if (!ended_) waitpid(pid_, &status, 0);
+        while (waitpid(pid_, &status, 0) < 0 && errno == EINTR) {
+        }
     }
 
-    void Kill()
-    {
-        if (!ended_) kill(-pid_, SIGKILL);
-    }
     bool HasEnded(ProcessResult& result)
     {
         int status = 0;
@@ -164,6 +168,7 @@ public:
 
 private:
     pid_t pid_;
+    const ProcessFamily& family_;
     bool ended_ = false;
 };
 
@@ -171,7 +176,7 @@ private:
 bool Take(int file, const ProcessRequest& request, ProcessResult& result)
 {
     char buffer[65536];
-    for (;;) {
+    for (int i = 0; i < kReadsAtOnce; ++i) {
         const ssize_t n = read(file, buffer, sizeof buffer);
         if (n == 0) return false;
         if (n < 0 && errno == EINTR) continue;
@@ -181,7 +186,25 @@ bool Take(int file, const ProcessRequest& request, ProcessResult& result)
         result.output.append(buffer, std::min(static_cast<size_t>(n), room));
         if (result.cut) return false;
     }
+    return true;
 }
+
+/// Calls on the caller at even distances, however often it is asked.
+class Looks {
+public:
+    explicit Looks(const std::function<bool()>& goOn) : goOn_(goOn) {}
+    bool GoOn()
+    {
+        const auto now = Clock::now();
+        if (!goOn_ || now < next_) return true;
+        next_ = now + kLook;
+        return goOn_();
+    }
+
+private:
+    const std::function<bool()>& goOn_;
+    Clock::time_point next_ = Clock::now() + kLook;
+};
 
 } // namespace
 
@@ -193,11 +216,13 @@ ProcessResult RunProcess(const ProcessRequest& request)
     Descriptor theirs(ends[1]);
     fcntl(ours.Get(), F_SETFL, O_NONBLOCK);
     Descriptor input = InputFile(request.input);
-    Child child(Start(request, input.Get(), theirs.Get()));
+    const ProcessFamily family;
+    Child child(Start(request, family, input.Get(), theirs.Get()), family);
     theirs.Close();
 
     ProcessResult result;
     const auto deadline = Clock::now() + request.timeLimit;
+    Looks looks(request.goOn);
     bool open = true;
     for (;;) {
         const bool ended = child.HasEnded(result);
@@ -208,11 +233,15 @@ ProcessResult RunProcess(const ProcessRequest& request)
             result.timedOut = true;
             return result;
         }
+        if (!looks.GoOn()) {
+            result.cancelled = true;
+            return result;
+        }
         if (open) {
             pollfd wait{ours.Get(), POLLIN, 0};
             poll(&wait, 1, static_cast<int>(std::min(left, kLook).count()));
         } else {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            std::this_thread::sleep_for(kShortLook);
         }
     }
 }

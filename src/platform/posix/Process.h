@@ -1,5 +1,6 @@
 #pragma once
 #include <chrono>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,19 +14,22 @@ struct ProcessRequest {
     std::string_view input;
     std::chrono::milliseconds timeLimit{120'000};
     size_t outputLimit = size_t{128} << 20;
+    /// Asked about every 50 ms while the program runs; false stops it. May be empty.
+    std::function<bool()> goOn;
 };
 
 struct ProcessResult {
     std::string output; ///< standard output and error together, as they came
     bool timedOut = false;
+    bool cancelled = false;
     bool cut = false; ///< stopped at the output limit
     int exitCode = 0;
     int signal = 0; ///< what ended it, 0 when it ended by itself
 };
 
-/// Runs a program, without a shell, in a process group of its own, and waits for it. At a limit the whole group is
-/// killed. Throws SystemFailure when it cannot be started: ENOENT when there is no such program, EACCES when it may not
-/// be run.
+/// Runs a program, without a shell, in a process group of its own, and waits for it. When it is stopped, all that it
+/// started is killed, what has left the group as well. Throws SystemFailure when it cannot be started: ENOENT when
+/// there is no such program, EACCES when it may not be run.
 ProcessResult RunProcess(const ProcessRequest& request);
 
 } // namespace nib

@@ -10,6 +10,29 @@ namespace nib::test {
 namespace {
 
 using namespace std::string_literals;
+using namespace std::chrono_literals;
+
+/// Stops the command after a time.
+struct StoppingNotice final : WaitNotice {
+    explicit StoppingNotice(std::chrono::milliseconds patienceOfUser) : patience(patienceOfUser) {}
+    bool Started(TextView command) override
+    {
+        if (busy) return false;
+        log.emplace_back(command);
+        return true;
+    }
+    bool GoOn(std::chrono::milliseconds elapsed) override
+    {
+        ++asked;
+        return elapsed < patience;
+    }
+    void Ended() override { log.emplace_back(u"ended"); }
+
+    std::chrono::milliseconds patience;
+    std::vector<Text> log;
+    int asked = 0;
+    bool busy = false;
+};
 
 class AccountSessionTest : public HostFixture {
 protected:
@@ -20,6 +43,18 @@ protected:
     Text Run(TextView command, TextView input = u"")
     {
         return Open(u"mvdb:*/DEMO")->Session()->Execute(command, input, 0);
+    }
+    /// The process whose number stands in a file of the account.
+    bool HasGone(const std::string& name)
+    {
+        const std::string child = BytesOf(folder / ("accounts/DEMO/" + name));
+        if (child.empty()) return false;
+        for (int tries = 0; tries < 100; ++tries) {
+            const std::string state = BytesOf("/proc/" + std::to_string(std::stoi(child)) + "/stat");
+            if (state.empty() || state.find(") Z") != std::string::npos) return true;
+            usleep(10000);
+        }
+        return false;
     }
 };
 
@@ -88,19 +123,44 @@ TEST_F(AccountSessionTest, ATimeLimitEndsTheWholeGroup)
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(ErrorOf([&] { Run(u"SLOW"); }).description, u"SLOW was stopped: it did not end within 1 seconds.");
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
-    const int child = std::stoi(BytesOf(folder / "accounts/DEMO/child"));
-    bool gone = false;
-    for (int tries = 0; tries < 100 && !gone; ++tries) {
-        const std::string state = BytesOf("/proc/" + std::to_string(child) + "/stat");
-        gone = state.empty() || state.find(") Z") != std::string::npos;
-        usleep(10000);
-    }
-    EXPECT_TRUE(gone);
+    EXPECT_TRUE(HasGone("child"));
 
     Verb("LEAVES", "sh -c 'sleep 3 & echo done'", "30");
     const auto again = std::chrono::steady_clock::now();
     EXPECT_EQ(Run(u"LEAVES"), u"done");
     EXPECT_LT(std::chrono::steady_clock::now() - again, std::chrono::seconds(2));
+}
+
+TEST_F(AccountSessionTest, WhatIsStoppedTakesItsChildrenAlong)
+{
+    // One child in the group, one in a session of its own, one that has lost its parent as well.
+    Verb("FORK", "sh -c 'echo begun; sleep 60 & echo $! > a; setsid sleep 60 & echo $! > b; "
+                 "(setsid sh -c \"echo \\$\\$ > c; exec sleep 60\" &); sleep 60'");
+    StoppingNotice notice{500ms};
+    connection = std::make_unique<HostConnection>(Config(), picker, boxes, VerbPrograms(u"", &notice));
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(Run(u"FORK x"), u"begun\r\nFORK was stopped.");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+    EXPECT_EQ(notice.log, (std::vector<Text>{u"FORK x", u"ended"}));
+    EXPECT_GE(notice.asked, 4) << "about every 50 ms";
+    EXPECT_LE(notice.asked, 11);
+    for (const char* name : {"a", "b", "c"}) EXPECT_TRUE(HasGone(name)) << name;
+}
+
+TEST_F(AccountSessionTest, TheNoticeIsToldOfEveryEnd)
+{
+    Verb("OK", "echo fine");
+    Verb("GONE", "no-such-program-here");
+    Verb("FLOOD", "sh -c 'while :; do echo xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx; done'");
+    StoppingNotice notice{300ms};
+    connection = std::make_unique<HostConnection>(Config(), picker, boxes, VerbPrograms(u"", &notice));
+    EXPECT_EQ(Run(u"OK"), u"fine");
+    EXPECT_NE(ErrorOf([&] { Run(u"GONE"); }).number, 0);
+    EXPECT_TRUE(Run(u"FLOOD").ends_with(u"x\r\nFLOOD was stopped."));
+    EXPECT_EQ(notice.log, (std::vector<Text>{u"OK", u"ended", u"GONE", u"ended", u"FLOOD", u"ended"}));
+    notice.busy = true;
+    EXPECT_EQ(ErrorOf([&] { Run(u"OK"); }).description, u"OK cannot be run while another command runs.");
+    EXPECT_EQ(notice.log.size(), 6U);
 }
 
 TEST_F(AccountSessionTest, ConfigurationIsAnItemOfTheVoc)

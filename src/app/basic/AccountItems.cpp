@@ -1,0 +1,74 @@
+#include "app/basic/AccountItems.h"
+
+#include "base/Error.h"
+#include "platform/hosts/ItemName.h"
+#include "platform/hosts/ItemText.h"
+#include "platform/posix/FileContent.h"
+
+#include <climits>
+
+namespace nib {
+
+namespace {
+
+/// Files that come with a system and are in no account.
+constexpr TextView kSystemFiles[] = {u"SYSCOM", u"UNIVERSE.INCLUDE", u"INCLUDE", u"JBC.H"};
+
+bool IsMode(const std::string& path, mode_t type)
+{
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IFMT) == type;
+}
+
+/// Empty when there can be no such file.
+std::string PathOf(const std::string& folder, TextView name)
+{
+    if (name.empty() || EncodeName(name).size() > NAME_MAX) return {};
+    return folder + "/" + FindName(folder, name);
+}
+
+bool IsOfSystem(TextView file, TextView item)
+{
+    for (TextView known : kSystemFiles)
+        if (IsWord(file, known)) return true;
+    return item.size() > 2 && IsWord(item.substr(item.size() - 2), u".H");
+}
+
+} // namespace
+
+IncludeItems::Answer AccountItems::Find(TextView file, TextView item, SourceDocument*& text)
+{
+    const Answer exact = FindExactly(file, item, text);
+    if (exact == Answer::Found) return exact;
+    // Some systems do not tell case in names.
+    if (FindExactly(ToUpper(file), ToUpper(item), text) == Answer::Found) return Answer::Found;
+    return IsOfSystem(file, item) ? Answer::Unknown : exact;
+}
+
+IncludeItems::Answer AccountItems::FindExactly(TextView file, TextView item, SourceDocument*& text)
+{
+    const std::string folder = PathOf(account_, file);
+    if (folder.empty() || !IsMode(folder, S_IFDIR)) return HasFile(file) ? Answer::Unknown : Answer::NoFile;
+    const std::string path = PathOf(folder, item);
+    if (path.empty() || !IsMode(path, S_IFREG)) return Answer::NoItem;
+    std::unique_ptr<SourceBuffer>& buffer = texts_[path];
+    if (!buffer) {
+        TextForm form;
+        const FileContent content = ReadWholeFile(path);
+        const Text name = Text(file) + u" " + Text(item);
+        auto read = std::make_unique<SourceBuffer>();
+        read->SetText(ItemText::ForItems(Charset(), false).Decode(content.Bytes(), form, name));
+        buffer = std::move(read);
+    }
+    text = buffer.get();
+    return Answer::Found;
+}
+
+/// The account knows the file although it is kept elsewhere.
+bool AccountItems::HasFile(TextView file) const
+{
+    const std::string entry = PathOf(account_ + "/VOC", file);
+    return !entry.empty() && IsMode(entry, S_IFREG);
+}
+
+} // namespace nib

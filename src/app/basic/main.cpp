@@ -1,0 +1,112 @@
+// nib-basic: checks a program of the account in the current folder.
+
+#include "app/basic/AccountItems.h"
+#include "diagnostics/Guarded.h"
+#include "platform/posix/FileName.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+using namespace nib;
+
+constexpr const char* kHelp =
+    "Usage: nib-basic [--] FILE ITEM\n"
+    "Checks a BASIC program for what is wrong in every dialect. Run it in the folder of an\n"
+    "account; FILE is a folder there and ITEM an item of it.\n"
+    "\n"
+    "  --help     shows this text\n"
+    "  --version  shows the version\n"
+    "\n"
+    "Prints a line for each fault, or one that says that there is none. Options behind the\n"
+    "item, from \"(\" on, are passed over. Ends with 0 when there is no fault, else with 1.\n";
+
+constexpr int kUsageFault = 2;
+
+struct Request {
+    enum class Kind { Check, Help, Version, Wrong };
+    Kind kind = Kind::Check;
+    Text file;
+    std::vector<Text> itemWords;
+};
+
+Request Read(int argc, char** argv)
+{
+    Request request;
+    bool options = true;
+    std::vector<Text> words;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view word = argv[i];
+        if (options && word == "--help") return {Request::Kind::Help, {}, {}};
+        if (options && word == "--version") return {Request::Kind::Version, {}, {}};
+        if (options && word == "--") {
+            options = false;
+            continue;
+        }
+        if (words.size() >= 2 && word.starts_with('(')) break;
+        words.push_back(FromFileName(word));
+    }
+    if (words.size() < 2) return {Request::Kind::Wrong, {}, {}};
+    request.file = words.front();
+    request.itemWords.assign(words.begin() + 1, words.end());
+    return request;
+}
+
+void Print(TextView line)
+{
+    std::puts(ToUtf8(line).c_str());
+}
+
+/// An id with blanks comes as several words; as many of them are taken as name an item.
+IncludeItems::Answer FindProgram(AccountItems& items, const Request& request, Text& item, SourceDocument*& program)
+{
+    IncludeItems::Answer answer = IncludeItems::Answer::NoItem;
+    for (size_t count = request.itemWords.size(); count > 0; --count) {
+        item.clear();
+        for (size_t i = 0; i < count; ++i) item.append(i > 0 ? u" " : u"").append(request.itemWords[i]);
+        answer = items.Find(request.file, item, program);
+        if (answer == IncludeItems::Answer::Found) break;
+    }
+    return answer;
+}
+
+bool Check(const Request& request)
+{
+    using Answer = IncludeItems::Answer;
+    AccountItems items(".");
+    SourceDocument* program = nullptr;
+    Text item;
+    const Answer answer = FindProgram(items, request, item, program);
+    if (answer != Answer::Found) {
+        const bool noFile = answer == Answer::NoFile;
+        Print(noFile ? u"There is no file " + request.file + u" in this account."
+                     : u"Item " + request.file + u" " + item + u" does not exist.");
+        return false;
+    }
+    const std::vector<Finding> findings = BasicChecker(items).Check(*program, request.file, item);
+    for (const Finding& finding : findings) Print(u"Line " + Decimal(finding.line) + u": " + finding.text);
+    const int32_t lines = program->LineCount();
+    if (findings.empty()) Print(Decimal(lines) + (lines == 1 ? u" line" : u" lines") + u" checked, no error found.");
+    return findings.empty();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const Request request = Read(argc, argv);
+    switch (request.kind) {
+    case Request::Kind::Help: std::fputs(kHelp, stdout); return EXIT_SUCCESS;
+    case Request::Kind::Version: std::puts("nib-basic " NIB_VERSION); return EXIT_SUCCESS;
+    case Request::Kind::Wrong:
+        std::fputs("nib-basic: name a file and an item; see --help\n", stderr);
+        return kUsageFault;
+    case Request::Kind::Check: break;
+    }
+    bool clean = false;
+    const auto failure = FailureOf([&] { clean = Check(request); });
+    if (failure) Print(failure->description);
+    return clean && !failure ? EXIT_SUCCESS : EXIT_FAILURE;
+}

@@ -1,0 +1,15 @@
+#pragma once
+// The two ends of a compile: the command line for the host, and its output as the results window shows it.
+
+#include "base/Text.h"
+
+namespace nib {
+
+/// `command` with the first "%FILENAME%" and "%ITEMID%" replaced, or the names appended where these are missing.
+Text BuildCompileCommand(TextView command, TextView options, TextView fileName, TextView itemId);
+
+/// The lines of a host's output (CR LF between them) without those that are blank or begin with a ruler such as "==".
+/// What a terminal would obey is taken out, and of an endless output the middle is left out.
+Text FilterCompileOutput(TextView output);
+
+} // namespace nib

@@ -1,0 +1,183 @@
+// Compile: the command line, the checks before it, and what is shown of the host's output.
+
+#include "documents/CompileCommand.h"
+#include "fakes/TestProgram.h"
+
+#include <gtest/gtest.h>
+
+namespace nib::test {
+namespace {
+
+constexpr int32_t kYes = message_box::kAnswerYes;
+constexpr int32_t kNo = message_box::kAnswerNo;
+
+TEST(CompileCommandTest, PlaceholdersAndOptions)
+{
+    const struct {
+        TextView command;
+        TextView options;
+        TextView file;
+        TextView item;
+        TextView line;
+    } rows[] = {
+        {u"BASIC", u"", u"BP", u"MAIN", u"BASIC BP MAIN"},
+        {u"COMPILE %ITEMID% FROM %filename%", u"", u"BP", u"MAIN", u"COMPILE MAIN FROM BP"},
+        {u"BASIC", u"(O", u"BP", u"MAIN", u"BASIC BP MAIN (O"},
+        {u"X %FileName% %FILENAME%", u"", u"BP", u"MAIN", u"X BP %FILENAME% MAIN"},
+        {u"X %ITEMID%", u"-d", u"BP", u"MAIN", u"X MAIN BP -d"},
+        {u"X %FILENAME% %ITEMID%", u"", u"A%itemid%B", u"MAIN", u"X AMAINB %ITEMID%"},
+        {u"X %FILENAME", u"", u"B", u"M", u"X %FILENAME B M"},
+        {u"", u"", u"BP", u"MAIN", u" BP MAIN"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(BuildCompileCommand(row.command, row.options, row.file, row.item), row.line) << ToUtf8(row.command);
+}
+
+TEST(CompileOutputTest, Filter)
+{
+    const struct {
+        TextView output;
+        TextView shown;
+    } rows[] = {
+        {u"", u""},
+        {u"one", u"one"},
+        {u"one\r\n", u"one"},
+        {u"====\r\n\r\n  ---  \r\n****\r\n..", u""},
+        {u"AA\r\n11\r\n[[ x\r\n** x\r\n#\r\n  indented \r\n!!\r\naa", u"AA\r\n11\r\n[[ x\r\n#\r\n  indented \r\naa"},
+        {u"  \t \r\nx", u"  \t \r\nx"},
+        {u"a\rb\nc", u"a b c"},
+        {u"a\x1B[31;1mred\x1B[0m b\x9B"
+         u"2Kc",
+         u"ared bc"},
+        {u"\x1B]0;title\x07x\x1B]8;;http://y\x1B\\z\x1B(B!\x1B", u"xz!"},
+        {u"\x1B[31", u""},
+        {u"a\x00 b\x07\x7F\x85", u"a"},
+        {u"\xD800 \xD83D\xDE00 \xDC00", u"\uFFFD \xD83D\xDE00 \uFFFD"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(FilterCompileOutput(row.output), row.shown) << ToUtf8(row.output);
+    EXPECT_EQ(FilterCompileOutput(TextView(u"a\0b\u0007c", 5)), u"a b c");
+}
+
+TEST(CompileOutputTest, EndlessOutputKeepsBothEnds)
+{
+    Text output = u"first";
+    for (int i = 0; i < 100'000; ++i) output += u"\r\nerror in line 7 of a program that has many of them";
+    output += u"\r\nlast";
+    const Text shown = FilterCompileOutput(output);
+    EXPECT_LT(shown.size(), size_t{5} << 20);
+    EXPECT_TRUE(shown.starts_with(u"first\r\nerror in line 7"));
+    EXPECT_TRUE(shown.ends_with(u"\r\nlast"));
+    EXPECT_NE(shown.find(u" lines are left out here)\r\nerror"), Text::npos);
+
+    const Text single = FilterCompileOutput(Text(5'000'000, u'x'));
+    EXPECT_LT(single.size(), 25'000U);
+    EXPECT_TRUE(single.ends_with(u"x ..."));
+}
+
+struct ShownResults final : ResultsOutput {
+    explicit ShownResults(TestProgram& program) { program.program.Services().results = this; }
+    void Beep() override { shown.push_back(u"beep"); }
+    void ShowText(TextView text) override { shown.emplace_back(text); }
+    std::vector<Text> shown;
+};
+using Shown = std::vector<Text>;
+
+TEST(CompileTest, RunsTheCommandAndShowsTheOutput)
+{
+    TestProgram t;
+    ShownResults results(t);
+    t.Store(kMain, u"text");
+    auto document = t.Open(kMain, true);
+    EXPECT_TRUE(document->CanCompile());
+    t.Store().session.output = u"====\r\n  Line 3: no\r\n";
+    t.Store().session.whileExecuting = [&] {
+        EXPECT_TRUE(t.window.waiting);
+        EXPECT_EQ(t.window.status[1], u"Compiling program on host system");
+        document->FileClose(false); // by another program
+    };
+    t.program.EditorSettings().CompileOptions = u"(L";
+    document->Compile();
+    EXPECT_EQ(t.Store().session.commands, Shown{u"BASIC BP MAIN (L"});
+    EXPECT_EQ(results.shown, (Shown{u"beep", u"  Line 3: no"}));
+    t.ExpectCalm();
+}
+
+TEST(CompileTest, EmptyOutputShowsAnEmptyLine)
+{
+    TestProgram t;
+    ShownResults results(t);
+    t.Store(kMain, u"text");
+    auto document = t.Open(kMain);
+    for (TextView output : {u"", u"----\r\n----"}) {
+        results.shown.clear();
+        t.Store().session.output = output;
+        document->Compile();
+        EXPECT_EQ(results.shown, (Shown{u"beep", u"\r\n"}));
+    }
+}
+
+TEST(CompileTest, Refusals)
+{
+    TestProgram t;
+    ShownResults results(t);
+    t.Store(kMain, u"text");
+    t.Store(kLocal, u"text");
+    auto fresh = t.New();
+    fresh->Compile();
+    EXPECT_FALSE(fresh->CanCompile());
+    EXPECT_EQ(t.boxes.Take(), Boxes{Warning(u"Unable to compile un-saved document! Use Save-As from the File menu to "
+                                            u"save the document, then compile it.")});
+    auto local = t.Open(kLocal);
+    local->SetText(u"modified");
+    local->Compile();
+    EXPECT_FALSE(local->CanCompile());
+    EXPECT_EQ(t.boxes.Take(), Boxes{Warning(u"Unable to compile document saved as a local file!")});
+    t.Store().session.executes = false;
+    auto host = t.Open(kMain);
+    host->Compile();
+    EXPECT_FALSE(host->CanCompile());
+    const ShownBox plain{u"Host does not allow Nib to EXECUTE any utilities. Please enable this feature!", 0};
+    EXPECT_EQ(t.boxes.Take(), Boxes{plain});
+    EXPECT_TRUE(t.Store().session.commands.empty());
+    EXPECT_TRUE(results.shown.empty());
+}
+
+TEST(CompileTest, AModifiedDocumentIsSavedFirst)
+{
+    const Text question = u"Unable to compile un-saved document! Do you want to save the document, then compile it?";
+    TestProgram t;
+    ShownResults results(t);
+    t.Store(kMain, u"old");
+    auto document = t.Open(kMain);
+    document->SetText(u"new");
+    t.boxes.Answer({kNo});
+    document->Compile();
+    EXPECT_EQ(t.boxes.Take(), Boxes{Question(question)});
+    EXPECT_EQ(t.Stored(kMain), u"old");
+    t.Store().writeFailure = Error{error_number::kStorage, u"Disk full"};
+    t.boxes.Answer({kYes});
+    document->Compile();
+    EXPECT_EQ(t.boxes.Take(), (Boxes{Question(question), Warning(u"Disk full")}));
+    EXPECT_TRUE(results.shown.empty());
+    t.Store().writeFailure.reset();
+    t.boxes.Answer({kYes});
+    document->Compile();
+    EXPECT_EQ(t.boxes.Take(), Boxes{Question(question)});
+    EXPECT_EQ(t.Stored(kMain), u"new");
+    EXPECT_EQ(results.shown.size(), 2U);
+}
+
+TEST(CompileTest, AFailureOfTheHostIsTheCallers)
+{
+    TestProgram t;
+    ShownResults results(t);
+    t.Store(kMain, u"text");
+    auto document = t.Open(kMain);
+    t.Store().session.whileExecuting = [] { throw Error{error_number::kStorage, u"no such verb"}; };
+    EXPECT_THROW(document->Compile(), Error);
+    EXPECT_TRUE(results.shown.empty());
+    t.ExpectCalm();
+}
+
+} // namespace
+} // namespace nib::test

@@ -1,0 +1,67 @@
+#include "platform/qt/QtWaitNotice.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace nib {
+namespace {
+
+using namespace std::chrono_literals;
+
+QDialog* Shown()
+{
+    return qobject_cast<QDialog*>(QApplication::activeModalWidget());
+}
+
+TEST(QtWaitNotice, AsksAfterASecond)
+{
+    QWidget owner;
+    owner.show();
+    QtWaitNotice notice;
+    notice.SetOwner(&owner);
+    ASSERT_TRUE(notice.Started(u"BASIC <b>BP MAIN"));
+    EXPECT_FALSE(notice.Started(u"BASIC BP OTHER")) << "one at a time";
+    EXPECT_TRUE(notice.GoOn(950ms));
+    EXPECT_FALSE(Shown());
+    EXPECT_TRUE(notice.GoOn(1000ms));
+    EXPECT_TRUE(notice.GoOn(65'900ms));
+    QDialog* dialog = Shown();
+    ASSERT_TRUE(dialog);
+    EXPECT_EQ(dialog->parentWidget(), &owner);
+    QStringList texts;
+    for (const QLabel* label : dialog->findChildren<QLabel*>()) texts += label->text();
+    EXPECT_EQ(texts.join(u'|'), QStringLiteral("Elapsed time 1:05|The host is running BASIC <b>BP MAIN"));
+    notice.Ended();
+    EXPECT_FALSE(Shown());
+}
+
+TEST(QtWaitNotice, EveryWayToCancelStopsTheCommand)
+{
+    using Way = void (*)(QDialog&);
+    const Way ways[] = {[](QDialog& dialog) { dialog.findChild<QPushButton*>()->click(); },
+                        [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); },
+                        [](QDialog& dialog) { dialog.close(); }};
+    for (Way cancel : ways) {
+        QtWaitNotice notice;
+        ASSERT_TRUE(notice.Started(u"BASIC BP MAIN"));
+        EXPECT_TRUE(notice.GoOn(2s));
+        ASSERT_TRUE(Shown());
+        cancel(*Shown());
+        EXPECT_TRUE(Shown()) << "until the command has ended";
+        EXPECT_FALSE(notice.GoOn(2100ms));
+        notice.Ended();
+        EXPECT_FALSE(Shown());
+        EXPECT_FALSE(QGuiApplication::overrideCursor());
+        ASSERT_TRUE(notice.Started(u"again"));
+        EXPECT_TRUE(notice.GoOn(1s)) << "a new command is not cancelled";
+        notice.Ended();
+    }
+}
+
+} // namespace
+} // namespace nib
