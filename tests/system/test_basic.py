@@ -28,6 +28,7 @@ with tempfile.TemporaryDirectory(prefix="nib-basic-") as folder:
         "BROKEN": b"A = 'x\n$INCLUDE BP GONE\n",
         "A%2FB": b"IF A THEN\r\n B = 1\r\n",
         "TWO WORDS": b"A = (1\n",
+        "X (OLD)": b"A = 1\nB = 2\n",
         "lower": b"$INCLUDE BP common.inc\n",
         "AWAY": b"$INCLUDE AWAY.BP X\n$INCLUDE SYSCOM KEYS.H\nGOSUB THERE\n",
         "MARKS": b"A = 'x\xfdy' ; B = \"\xe4\"\n",
@@ -46,6 +47,8 @@ with tempfile.TemporaryDirectory(prefix="nib-basic-") as folder:
     expect(account, ["BP", "A/B"], "Line 1: THEN is not closed: END is missing.\n", 1)
     expect(account, ["BP", "TWO", "WORDS", "(L"], "Line 1: \"(\" without \")\".\n", 1)
     expect(account, ["BP", "MENU", "(L", "x"], "58 lines checked, no error found.\n", 0)
+    expect(account, ["BP", "X", "(OLD)", "(L"], "2 lines checked, no error found.\n", 0)
+    expect(account, ["BP", "NOT", "HERE", "(L"], "Item BP NOT HERE does not exist.\n", 1)
     for item in ("lower", "AWAY", "MARKS", "EMPTY"):
         expect(account, ["BP", item], " checked, no error found.\n", 0)
     expect(account, ["--", "BP", "-x"], "1 line checked, no error found.\n", 0)

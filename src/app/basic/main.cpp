@@ -4,6 +4,7 @@
 #include "diagnostics/Guarded.h"
 #include "platform/posix/FileName.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
@@ -12,16 +13,15 @@ namespace {
 
 using namespace nib;
 
-constexpr const char* kHelp =
-    "Usage: nib-basic [--] FILE ITEM\n"
-    "Checks a BASIC program for what is wrong in every dialect. Run it in the folder of an\n"
-    "account; FILE is a folder there and ITEM an item of it.\n"
-    "\n"
-    "  --help     shows this text\n"
-    "  --version  shows the version\n"
-    "\n"
-    "Prints a line for each fault, or one that says that there is none. Options behind the\n"
-    "item, from \"(\" on, are passed over. Ends with 0 when there is no fault, else with 1.\n";
+constexpr const char* kHelp = "Usage: nib-basic [--] FILE ITEM\n"
+                              "Checks a BASIC program for what is wrong in every dialect. Run it in the folder of an\n"
+                              "account; FILE is a folder there and ITEM an item of it.\n"
+                              "\n"
+                              "  --help     shows this text\n"
+                              "  --version  shows the version\n"
+                              "\n"
+                              "Prints a line for each fault, or one that says that there is none. Words behind the\n"
+                              "item are passed over. Ends with 0 when there is no fault, else with 1.\n";
 
 constexpr int kUsageFault = 2;
 
@@ -45,7 +45,6 @@ Request Read(int argc, char** argv)
             options = false;
             continue;
         }
-        if (words.size() >= 2 && word.starts_with('(')) break;
         words.push_back(FromFileName(word));
     }
     if (words.size() < 2) return {Request::Kind::Wrong, {}, {}};
@@ -59,16 +58,25 @@ void Print(TextView line)
     std::puts(ToUtf8(line).c_str());
 }
 
-/// An id with blanks comes as several words; as many of them are taken as name an item.
+Text Join(const std::vector<Text>& words, size_t count)
+{
+    Text joined;
+    for (size_t i = 0; i < count; ++i) joined.append(i > 0 ? u" " : u"").append(words[i]);
+    return joined;
+}
+
+/// An id with blanks comes as several words, and options may follow it: as many words are taken as name an item.
 IncludeItems::Answer FindProgram(AccountItems& items, const Request& request, Text& item, SourceDocument*& program)
 {
     IncludeItems::Answer answer = IncludeItems::Answer::NoItem;
     for (size_t count = request.itemWords.size(); count > 0; --count) {
-        item.clear();
-        for (size_t i = 0; i < count; ++i) item.append(i > 0 ? u" " : u"").append(request.itemWords[i]);
+        item = Join(request.itemWords, count);
         answer = items.Find(request.file, item, program);
-        if (answer == IncludeItems::Answer::Found) break;
+        if (answer == IncludeItems::Answer::Found) return answer;
     }
+    const auto isOption = [](const Text& word) { return word.starts_with(u'('); };
+    const auto options = std::find_if(request.itemWords.begin() + 1, request.itemWords.end(), isOption);
+    item = Join(request.itemWords, static_cast<size_t>(options - request.itemWords.begin()));
     return answer;
 }
 

@@ -1,0 +1,34 @@
+// The checker of programs: any text at all, as a program and as what it includes.
+
+#include "editing/checker/BasicChecker.h"
+#include "platform/sourceview/SourceBuffer.h"
+
+#include <cstddef>
+
+namespace {
+
+using namespace nib;
+
+/// Every item is the same text.
+struct OneItem final : IncludeItems {
+    explicit OneItem(SourceDocument& document) : text(document) {}
+    Answer Find(TextView file, TextView, SourceDocument*& found) override
+    {
+        if (file.starts_with(u'N')) return Answer::NoItem;
+        found = &text;
+        return Answer::Found;
+    }
+    SourceDocument& text;
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    SourceBuffer program;
+    program.SetText(FromUtf8({reinterpret_cast<const char*>(data), size}));
+    OneItem items(program);
+    for (const Finding& finding : BasicChecker(items).Check(program, u"BP", u"MAIN"))
+        if (finding.line < 1 || finding.line > program.LineCount() || finding.text.empty()) __builtin_trap();
+    return 0;
+}
