@@ -28,6 +28,14 @@ struct FindDialog {
     TextView Caption() const { return replaceMode ? u"Replace" : u"Find"; }
 };
 
+/// Hits of one document that wait for their replacement.
+struct Replacing {
+    FindQuery query;
+    std::vector<Position> hits;
+    std::optional<OrderedSelection> selection; ///< to be put back, moved by what was replaced in it
+    int32_t count = 0;
+};
+
 /// Everything behind the Find and Replace dialog: how it comes up, the steps, the lists, what the user is told.
 class FindEngine final : private WalkEvents {
 public:
@@ -65,16 +73,6 @@ private:
         int32_t documentId = 0;
         int32_t line = -1;
     };
-    /// Hits of one document that wait for their replacement, and what was done there before.
-    struct Replacing {
-        FindQuery query;
-        std::vector<Position> hits;
-        std::shared_ptr<mvDocument> document;
-        std::vector<std::shared_ptr<ReplacePass>> done;
-        std::optional<OrderedSelection> selection; ///< to be put back, moved by what was replaced in it
-        int32_t count = 0;
-    };
-
     bool PrepareDialog(bool isReplace);
     void TakeSelection();
     void TakeCaretWord();

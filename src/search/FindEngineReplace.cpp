@@ -82,10 +82,6 @@ void FindEngine::PassEnds()
 void FindEngine::CommitReplacements(mvDocument& document)
 {
     Replacing& work = *replacing_;
-    if (work.document.get() != &document) {
-        work.document = document.shared_from_this();
-        work.done.clear();
-    }
     Front(document);
     SourceDocument& text = document.EnsureView().txtText().Document();
     int32_t onLastLine = 0;
@@ -96,14 +92,7 @@ void FindEngine::CommitReplacements(mvDocument& document)
     work.count += static_cast<int32_t>(work.hits.size());
     auto pass = std::make_shared<ReplacePass>(std::exchange(work.hits, {}), work.query.text, work.query.matchCase,
                                               dialog_.replaceText);
-    // What a pass before this one replaced here joins its step of undo, unless the text was changed meanwhile.
-    if (!work.done.empty() && work.done.back()->Done()) text.Undo();
-    if (!work.done.empty() && work.done.back()->Done()) {
-        text.Redo();
-        work.done.clear();
-    }
-    work.done.push_back(pass);
-    text.ExecuteOp(std::make_unique<OpReplaceAll>(work.done));
+    for (size_t hit = 0; hit < pass->Count(); ++hit) text.ExecuteOp(std::make_unique<OpReplaceHit>(pass, hit));
     if (work.selection) MoveSelection(*pass, onLastLine);
 }
 

@@ -62,7 +62,6 @@ void ReplacePass::Do(SourceDocument& document)
         Replace(document, group);
         end = group.first;
     }
-    done_ = true;
 }
 
 void ReplacePass::Replace(SourceDocument& document, Group group)
@@ -90,38 +89,45 @@ void ReplacePass::Replace(SourceDocument& document, Group group)
     document.InsertText(start, after);
 }
 
-void ReplacePass::Undo(SourceDocument& document)
+Position ReplacePass::StartOf(size_t hit) const
 {
-    for (size_t end = hits_.size(); end > 0;) {
-        Group group = GroupBefore(end);
-        Restore(document, group);
-        end = group.first;
-    }
-    old_.clear();
-    done_ = false;
+    Position at = hits_[hit];
+    if (hit == 0) return at;
+    Position before = EndOf(hit - 1);
+    Position after = Map(before);
+    if (at.line != before.line) return {at.col, at.line + after.line - before.line};
+    return {after.col + at.col - before.col, after.line};
 }
 
-void ReplacePass::Restore(SourceDocument& document, Group group)
+TextView ReplacePass::OldText(size_t hit) const
 {
-    Position start = hits_[group.first];
-    start.line += breaks_ * static_cast<int32_t>(group.first);
-    Position end = Map(EndOf(group.end - 1));
-    size_t size = found_.size();
+    if (sameCase_) return found_;
+    auto sameLine = [line = hits_[hit].line](Position other) { return other.line == line; };
+    auto here = hits_.begin() + static_cast<ptrdiff_t>(hit);
+    auto end = std::find_if_not(here, hits_.end(), sameLine);
+    auto first = std::find_if_not(std::make_reverse_iterator(here), hits_.rend(), sameLine).base();
     // Those of later lines came first.
-    size_t old = (hits_.size() - group.end) * size;
-    Text after = group.end - group.first == 1 ? Text{} : GatherText(document, start, end);
-    Text before;
-    size_t at = replacement_.size();
-    for (size_t i = group.first; i < group.end; ++i) {
-        if (i > group.first) {
-            auto gap = static_cast<size_t>(hits_[i].col - EndOf(i - 1).col);
-            before.append(after, at, gap);
-            at += gap + replacement_.size();
-        }
-        before += sameCase_ ? TextView(found_) : TextView(old_).substr(old + (i - group.first) * size, size);
-    }
+    auto before = (hits_.end() - end) + (here - first);
+    return TextView(old_).substr(static_cast<size_t>(before) * found_.size(), found_.size());
+}
+
+Position ReplacePass::Put(SourceDocument& document, Position start, Position end, TextView text) const
+{
     document.DeleteRange(start, end);
-    document.InsertText(start, before);
+    Position behind = document.InsertText(start, text);
+    document.UpdateLines(start.line, behind.line);
+    return behind;
+}
+
+Position ReplacePass::DoOne(SourceDocument& document, size_t hit) const
+{
+    Position start = StartOf(hit);
+    return Put(document, start, {start.col + Length(found_), start.line}, replacement_);
+}
+
+Position ReplacePass::UndoOne(SourceDocument& document, size_t hit) const
+{
+    return Put(document, StartOf(hit), Map(EndOf(hit)), OldText(hit));
 }
 
 Position ReplacePass::Map(Position before) const
@@ -142,28 +148,23 @@ Position ReplacePass::Map(Position before) const
     return after;
 }
 
-Position ReplacePass::LastEnd() const
+void OpReplaceHit::DoOp(SourceDocument& document)
 {
-    return Map(EndOf(hits_.size() - 1));
+    if (undone_) {
+        undone_ = false;
+        Position caret = pass_->DoOne(document, hit_);
+        document.NotifyChange(kLinesChanged, caret.line, caret.line, caret);
+        return;
+    }
+    if (hit_ == 0) pass_->Do(document);
+    if (hit_ + 1 == pass_->Count()) document.NotifyChange(kLinesChanged, 0, document.LineCount() - 1, pass_->LastEnd());
 }
 
-Position ReplacePass::FirstEnd() const
+void OpReplaceHit::UndoOp(SourceDocument& document)
 {
-    return EndOf(0);
-}
-
-void OpReplaceAll::DoOp(SourceDocument& document)
-{
-    for (auto& pass : passes_) pass->Do(document);
-    Position caret = passes_.back()->LastEnd();
-    document.NotifyChange(kLinesChanged, 0, document.LineCount() - 1, caret);
-}
-
-void OpReplaceAll::UndoOp(SourceDocument& document)
-{
-    for (auto pass = passes_.rbegin(); pass != passes_.rend(); ++pass) (*pass)->Undo(document);
-    Position caret = passes_.front()->FirstEnd();
-    document.NotifyChange(kLinesChanged, 0, document.LineCount() - 1, caret);
+    undone_ = true;
+    Position caret = pass_->UndoOne(document, hit_);
+    document.NotifyChange(kLinesChanged, caret.line, caret.line, caret);
 }
 
 } // namespace nib

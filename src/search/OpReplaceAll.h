@@ -13,13 +13,14 @@ public:
     /// `hits` ascend and do not overlap; each is `found` in the text, if need be in another case.
     ReplacePass(std::vector<Position> hits, Text found, bool sameCase, TextView replacement);
 
+    size_t Count() const { return hits_.size(); }
+    /// All of them, each line in one go.
     void Do(SourceDocument& document);
-    void Undo(SourceDocument& document);
-    bool Done() const { return done_; }
+    /// One of them, where those before it are done and those behind it are not; answers where the caret belongs.
+    Position DoOne(SourceDocument& document, size_t hit) const;
+    Position UndoOne(SourceDocument& document, size_t hit) const;
     /// Behind the last replacement, in the text that holds them.
-    Position LastEnd() const;
-    /// Behind the first hit, in the text before.
-    Position FirstEnd() const;
+    Position LastEnd() const { return Map(EndOf(hits_.size() - 1)); }
     /// Where a position of the text before, at a hit's edge or outside all hits, stands afterwards.
     Position Map(Position before) const;
     /// Units that each replacement adds to the text.
@@ -33,9 +34,13 @@ private:
     };
 
     Group GroupBefore(size_t end) const;
+    /// In the text before.
     Position EndOf(size_t hit) const;
+    /// In the text in which all before it are done.
+    Position StartOf(size_t hit) const;
+    TextView OldText(size_t hit) const;
     void Replace(SourceDocument& document, Group group);
-    void Restore(SourceDocument& document, Group group);
+    Position Put(SourceDocument& document, Position start, Position end, TextView text) const;
 
     std::vector<Position> hits_;
     Text found_;
@@ -44,18 +49,20 @@ private:
     int32_t breaks_ = 0;
     int32_t lastPiece_ = 0; ///< length of its last line
     Text old_;              ///< what stood at the hits, one behind the other, last line first
-    bool done_ = false;
 };
 
-/// Replaces all hits as one step of undo. A search that goes round the end of the text makes two passes.
-class OpReplaceAll final : public ISourceOp {
+/// One replacement of a sweep, a step of undo of its own. The first one that is put on the stack makes all of them at
+/// once, so that a sweep costs no more than its text; the others are on the stack to be taken back.
+class OpReplaceHit final : public ISourceOp {
 public:
-    explicit OpReplaceAll(std::vector<std::shared_ptr<ReplacePass>> passes) : passes_(std::move(passes)) {}
+    OpReplaceHit(std::shared_ptr<ReplacePass> pass, size_t hit) : pass_(std::move(pass)), hit_(hit) {}
     void DoOp(SourceDocument& document) override;
     void UndoOp(SourceDocument& document) override;
 
 private:
-    std::vector<std::shared_ptr<ReplacePass>> passes_;
+    std::shared_ptr<ReplacePass> pass_;
+    size_t hit_;
+    bool undone_ = false;
 };
 
 } // namespace nib

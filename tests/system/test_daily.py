@@ -1,0 +1,101 @@
+"""The daily loop on the sample account: find, change, format, compile, jump to the error, mend it, compile clean."""
+import re
+
+import lib
+from lib import expect, expect_equal
+
+
+def break_compile_mend(desktop):
+    demo = desktop.sample_accounts()
+    program = desktop.start("/A=DEMO", "/F=BP", "/I=INVOICE")
+    desktop.wait_active(r"\[BP INVOICE on ")
+    whole = (demo / "BP/INVOICE").read_bytes()
+    lines = whole.decode("latin-1").split("\n")
+    end = next(i for i, line in enumerate(lines) if line.strip() == "END")
+
+    # Without its END a block stays open.
+    desktop.keys("ctrl+g")
+    desktop.wait_active(r"^Goto$")
+    desktop.keys("alt+n")
+    desktop.type_text(str(end + 1))
+    desktop.keys("Return")
+    desktop.wait_active(r"\[BP INVOICE on ")
+    desktop.keys("ctrl+y")
+    desktop.wait_active(r"\[\*BP INVOICE on ")
+    desktop.keys("F11")
+    box = desktop.wait_box()
+    expect(box.size()[0] > 100, "the question whether to save first")
+    desktop.keys("Return")
+    results = desktop.wait_active(r"^Results$")
+
+    # The first line of the output names a line of the source; a jump goes there.
+    desktop.keys("ctrl+Home", "ctrl+Return")
+    desktop.wait_active(r"\[BP INVOICE on ")
+    desktop.keys("End")
+    desktop.type_text(" !here")
+    desktop.keys("ctrl+s")
+    desktop.wait_active(r"\[BP INVOICE on [^*]*\]$")
+    broken = (demo / "BP/INVOICE").read_text("latin-1").split("\n")
+    marked = [i for i, line in enumerate(broken) if line.endswith("!here")]
+    opener = max(i for i in range(end) if re.search(r"\b(THEN|ELSE|LOCKED)\s*$", lines[i]))
+    expect_equal(marked, [opener], "the line that opened the block")
+
+    # Undone and saved the program is as it was, and compiles clean.
+    for _ in range(20):
+        desktop.keys("ctrl+z")
+    desktop.keys("ctrl+s")
+    lib.eventually("the program as it was", lambda: (demo / "BP/INVOICE").read_bytes() == whole)
+    desktop.keys("F11")
+    desktop.wait_active(r"^Results$")
+    desktop.keys("ctrl+a", "ctrl+c", "Escape")
+    desktop.wait_active(r"\[BP INVOICE on ")
+    desktop.keys("ctrl+End")
+    desktop.keys("ctrl+v", "ctrl+s")
+    lib.eventually("the words that no error was found",
+                   lambda: "no error" in (demo / "BP/INVOICE").read_text("latin-1").lower())
+    desktop.keys("ctrl+q")
+    expect_equal(program.wait_end(), 0, "the exit code")
+
+
+def find_and_replace_everywhere(desktop):
+    demo = desktop.sample_accounts()
+    desktop.start("/A=DEMO", "/F=BP", "/I=MENU", "/I=INVOICE")
+    desktop.wait_active(r"\[BP MENU on ")
+    before = {name: (demo / "BP" / name).read_text("latin-1") for name in ("MENU", "INVOICE")}
+    desktop.keys("ctrl+h")
+    desktop.wait_active(r"^Replace$")
+    desktop.type_text("PRINT")
+    desktop.keys("Tab")
+    desktop.type_text("CRT")
+    desktop.keys("alt+o")  # all open documents
+    desktop.keys("alt+w")  # whole words
+    desktop.keys("alt+a")  # replace all
+    desktop.wait_box()
+    desktop.keys("Return")
+    desktop.wait_active(r"^Replace$")
+    desktop.keys("Escape")
+    desktop.wait_active(r"\[\*BP MENU on ")
+    desktop.keys("ctrl+shift+s")
+    for name, text in before.items():
+        expected = re.sub(r"(?<![A-Za-z0-9._$])PRINT(?![A-Za-z0-9._$])", "CRT", text, flags=re.I)
+        expect(expected != text, f"{name} holds the word")
+        lib.eventually(f"every PRINT of {name} replaced",
+                       lambda name=name, expected=expected: (demo / "BP" / name).read_text("latin-1") == expected)
+
+
+def format_and_undo(desktop):
+    desktop.sample_accounts()
+    file = desktop.folder / "program.txt"
+    file.write_text("FOR I = 1 TO 3\nIF I = 2 THEN\nPRINT I\nEND\nNEXT I\n")
+    desktop.start(file)
+    desktop.wait_active(r"program.txt")
+    desktop.keys("F12", "ctrl+s")
+    formatted = "      FOR I = 1 TO 3\n         IF I = 2 THEN\n            PRINT I\n         END\n      NEXT I\n"
+    lib.eventually("the laid out program", lambda: file.read_text() == formatted)
+    desktop.keys("ctrl+z", "ctrl+s")
+    lib.eventually("the program as it was",
+                   lambda: file.read_text() == "FOR I = 1 TO 3\nIF I = 2 THEN\nPRINT I\nEND\nNEXT I\n")
+
+
+if __name__ == "__main__":
+    lib.run(break_compile_mend, find_and_replace_everywhere, format_and_undo)
