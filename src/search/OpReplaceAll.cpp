@@ -8,7 +8,6 @@ namespace nib {
 
 namespace {
 
-constexpr int32_t kLinesChanged = 70;
 
 int32_t Length(TextView text)
 {
