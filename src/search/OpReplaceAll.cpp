@@ -8,7 +8,6 @@ namespace nib {
 
 namespace {
 
-
 int32_t Length(TextView text)
 {
     return static_cast<int32_t>(text.size());
