@@ -3,6 +3,8 @@
 
 A pass runs before the program waits for a host, so the Open dialog is enough to bring one about.
 """
+import time
+
 import lib
 from lib import eventually, expect_equal, stays
 
@@ -57,7 +59,9 @@ def three_changed_documents(desktop):
     program = desktop.start(local, *MENU)
 
     def menu_is_open_and_active():
+        # While documents open, each is active for a moment.
         desktop.keys("ctrl+F6")
+        time.sleep(0.5)
         return "[BP MENU on " in desktop.active_title()
 
     eventually("the second document", menu_is_open_and_active)

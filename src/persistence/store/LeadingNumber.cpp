@@ -4,74 +4,32 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <string>
 
 namespace nib {
 
-namespace {
-
-constexpr double kBeyondAll = std::numeric_limits<double>::infinity();
-
-bool IsDigit(char16_t c)
-{
-    return c >= u'0' && c <= u'9';
-}
-
-/// Upper-case hexadecimal; 16 for what is no digit.
-uint64_t DigitValue(char16_t c)
-{
-    if (IsDigit(c)) return static_cast<uint64_t>(c - u'0');
-    if (c >= u'A' && c <= u'F') return static_cast<uint64_t>(c - u'A' + 10);
-    if (c >= u'a' && c <= u'f') return static_cast<uint64_t>(c - u'a' + 10);
-    return 16;
-}
-
-/// What stands behind "&H" or "&O". Such numbers are bit patterns: 16 bits, or 32 when they need it or end with "&".
-double PatternNumber(TextView text, uint64_t base)
-{
-    constexpr uint64_t kTooMuch = uint64_t{1} << 40;
-    uint64_t value = 0;
-    for (; !text.empty() && DigitValue(text.front()) < base; text.remove_prefix(1))
-        value = std::min(value * base + DigitValue(text.front()), kTooMuch);
-    if (value <= 0xFFFF && !text.starts_with(u'&')) return static_cast<int16_t>(value);
-    if (value <= 0xFFFFFFFF) return static_cast<int32_t>(value);
-    return kBeyondAll;
-}
-
-double DecimalNumber(TextView text)
-{
-    bool negative = text.starts_with(u'-');
-    if (negative || text.starts_with(u'+')) text.remove_prefix(1);
-    if (text.empty() || !(IsDigit(text.front()) || text.front() == u'.')) return 0;
-    std::string digits;
-    for (char16_t c : text.substr(0, text.find_first_not_of(u"0123456789.eE+-")))
-        digits.push_back(static_cast<char>(c));
-    double value = 0;
-    auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (result.ec == std::errc::result_out_of_range) value = digits.find('-') == std::string::npos ? kBeyondAll : 0;
-    return negative ? -value : value;
-}
-
-} // namespace
-
 double LeadingNumber(TextView text)
 {
-    text.remove_prefix(std::min(text.find_first_not_of(u" \t\r\n"), text.size()));
-    if (StartsWithNoCase(text.substr(0, 2), u"&H")) return PatternNumber(text.substr(2), 16);
-    if (StartsWithNoCase(text.substr(0, 2), u"&O")) return PatternNumber(text.substr(2), 8);
-    return DecimalNumber(text);
-}
+    text.remove_prefix(std::min(text.find_first_not_of(u" \t"), text.size()));
+    const bool negative = text.starts_with(u'-');
+    if (negative || text.starts_with(u'+')) text.remove_prefix(1);
 
-int64_t LeadingWhole(TextView text)
-{
-    constexpr double kMost = 1e15;
-    return std::llrint(std::clamp(LeadingNumber(text), -kMost, kMost));
+    const TextView number = text.substr(0, text.find_first_not_of(u"0123456789.eE+-"));
+    const std::string digits(number.begin(), number.end());
+    double value = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    if (error == std::errc::invalid_argument || digits.starts_with('-')) return 0;
+    if (error == std::errc::result_out_of_range) {
+        const bool tiny = std::string_view(digits.data(), end).find('-') != std::string_view::npos;
+        value = tiny ? 0 : std::numeric_limits<double>::max();
+    }
+    return negative ? -value : value;
 }
 
 int32_t LeadingInt(TextView text)
 {
-    return static_cast<int32_t>(std::clamp<int64_t>(LeadingWhole(text), std::numeric_limits<int32_t>::min(),
-                                                    std::numeric_limits<int32_t>::max()));
+    constexpr double kLowest = std::numeric_limits<int32_t>::min();
+    constexpr double kHighest = std::numeric_limits<int32_t>::max();
+    return static_cast<int32_t>(std::clamp(std::nearbyint(LeadingNumber(text)), kLowest, kHighest));
 }
 
 } // namespace nib
