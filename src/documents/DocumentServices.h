@@ -27,7 +27,8 @@ public:
     virtual void UpdateToolBar() = 0;
     virtual void SetWaitCursor(bool wait) = 0;
     virtual void ToForeground() = 0;
-    /// While held, no auto-save pass runs. Nests.
+    /// Taken round each call that waits for the host: what has changed is copied first, and while held no auto-save
+    /// pass runs. Nests.
     virtual void HoldAutoSave(bool hold) = 0;
     /// Remembers the caret's present position in the navigation history.
     virtual void RecordPosition(mvDocument& document) = 0;

@@ -57,6 +57,8 @@ public:
     virtual int32_t FindAttributes(FindBlock& block) = 0;
 
     virtual bool DeleteFile(TextView path) = 0;
+    /// Within one folder. False when there is a file of the new name already, which stays as it is.
+    virtual bool RenameFile(TextView from, TextView to) = 0;
     virtual bool CreateFolder(TextView path) = 0;
 
     /// The last failure as one of the system error codes of the error tables, 0 when there was none.

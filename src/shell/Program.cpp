@@ -157,7 +157,7 @@ void Program::DocumentLeft(mvDocument& document)
 
 void Program::AutoSaveMinute()
 {
-    if (!autoSaveTicks_.Tick(settings_.AutoRecover)) return;
+    if (!autoSaveTicks_.Tick(settings_.AutoRecover) || AutoSaveHeld()) return;
     Guarded(
         log_, u"frmMain.AutoSaveTimer_Timer", [&] { ports_.parts.AutoSavePass(); },
         [&](const Error& error) { ReportError(error.description); });
@@ -268,10 +268,15 @@ void Program::ToForeground()
 
 void Program::HoldAutoSave(bool hold)
 {
-    autoSaveHolds_ += hold ? 1 : -1;
+    if (hold) return autoSaveGuards_.push_back(ports_.parts.HoldAutoSaveGuard());
+    ports_.parts.ReleaseAutoSaveGuard(autoSaveGuards_.back());
+    autoSaveGuards_.pop_back();
 }
 
-void Program::RecordPosition(mvDocument& document) { history_.RecordPosition(&document, false); }
+void Program::RecordPosition(mvDocument& document)
+{
+    history_.RecordPosition(&document, false);
+}
 
 std::unique_ptr<clsDocView> Program::CreateView(mvDocument& document)
 {

@@ -77,7 +77,7 @@ public:
     DocumentShell& Shell() { return *this; }
     bool ClipboardHasText() const { return ports_.clipboard.HasText(); }
     ShellState& State() { return state_; }
-    bool AutoSaveHeld() const { return autoSaveHolds_ > 0; }
+    bool AutoSaveHeld() const { return !autoSaveGuards_.empty(); }
 
 private:
     // DocumentShell
@@ -107,7 +107,7 @@ private:
     ShellState state_;
     NavigationHistory history_;
     Text defaultFontName_;
-    int32_t autoSaveHolds_ = 0;
+    std::vector<int32_t> autoSaveGuards_; ///< held now, the innermost last
     bool fontsInstalled_ = false;
     bool hostConfigured_ = false;
     bool shuttingDown_ = false;

@@ -1,4 +1,5 @@
 #pragma once
+#include <cstdint>
 
 namespace nib {
 
@@ -14,6 +15,10 @@ public:
     virtual void EndRecovery() {}
     /// Some minutes of work have passed: what changed goes to its recovery file.
     virtual void AutoSavePass() {}
+    /// Copies what has changed before a call that may not come back, and keeps the copies until the release. Answers
+    /// what the release wants back.
+    virtual int32_t HoldAutoSaveGuard() { return 0; }
+    virtual void ReleaseAutoSaveGuard(int32_t) {}
     /// Asked for until it answers true: what is known of the host may not suffice yet.
     virtual bool LoadHostConfiguration() { return true; }
     virtual void ReleaseHostConfiguration() {}

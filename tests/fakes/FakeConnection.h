@@ -5,6 +5,7 @@
 #include "platform/hosts/PathString.h"
 #include "platform/mvConnect.h"
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <map>
@@ -38,7 +39,14 @@ struct FakeSession final : mvSession {
         if (whileExecuting) whileExecuting();
         return output;
     }
-    Text GetConfiguration(TextView, int32_t) override { return {}; }
+    Text GetConfiguration(TextView key, int32_t attribute) override
+    {
+        asked.push_back(Text(key) + u" " + Decimal(attribute));
+        return configuration[attribute];
+    }
+
+    std::map<int32_t, Text> configuration; ///< by attribute
+    std::vector<Text> asked;               ///< key and attribute
 };
 
 /// What all items and their connection share.
@@ -52,6 +60,8 @@ struct FakeStore {
     std::function<void()> whileBusy; ///< during each read and write
     Text hostName = u"server1";
     FakeSession session;
+    bool hasSession = true;
+    std::vector<int32_t> unsupported; ///< codes that items of the host do not support
     int32_t lastItem = 0;
     int32_t liveItems = 0;
     int32_t commits = 0;
@@ -92,7 +102,11 @@ public:
     }
     bool ReadOnly() const override { return readOnly_; }
     void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
-    bool Supports(int32_t code) override { return !IsLocal() && (code != kSupportsExecute || store_.session.executes); }
+    bool Supports(int32_t code) override
+    {
+        return !IsLocal() && (code != kSupportsExecute || store_.session.executes) &&
+               std::find(store_.unsupported.begin(), store_.unsupported.end(), code) == store_.unsupported.end();
+    }
     Text ReadItem(int32_t, int32_t, int32_t) override
     {
         if (store_.whileBusy) store_.whileBusy();
@@ -113,7 +127,7 @@ public:
         if (!taken && found->second != number_) throw Error{error_number::kLocked, u"Locked by them"};
     }
     void Close() override {}
-    mvSession* Session() override { return IsLocal() ? nullptr : &store_.session; }
+    mvSession* Session() override { return IsLocal() || !store_.hasSession ? nullptr : &store_.session; }
 
 private:
     bool IsLocal() const { return place_.provider == kFileProvider; }

@@ -3,6 +3,8 @@
 #include "fakes/Journal.h"
 #include "shell/SessionParts.h"
 
+#include <functional>
+
 namespace nib::test {
 
 /// Writes each step to the journal; the step named in `failing` throws.
@@ -14,6 +16,12 @@ public:
     void SaveSettings() override { Step(u"SaveSettings"); }
     void ScanRecovery() override { Step(u"ScanRecovery"); }
     void EndRecovery() override { Step(u"EndRecovery"); }
+    void AutoSavePass() override { Step(u"AutoSavePass"); }
+    int32_t HoldAutoSaveGuard() override { return onHold ? onHold() : 0; }
+    void ReleaseAutoSaveGuard(int32_t guard) override
+    {
+        if (onRelease) onRelease(guard);
+    }
     bool LoadHostConfiguration() override
     {
         Step(u"LoadHostConfiguration");
@@ -25,6 +33,8 @@ public:
     void RaiseQuit() override { Step(u"RaiseQuit"); }
 
     Text failing;
+    std::function<int32_t()> onHold;
+    std::function<void(int32_t)> onRelease;
     bool configures = true;
 
 private:

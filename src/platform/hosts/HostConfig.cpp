@@ -3,9 +3,9 @@
 #include "base/Error.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
+#include "platform/posix/UserFolders.h"
 
 #include <climits>
-#include <cstdlib>
 
 #include <unistd.h>
 
@@ -30,18 +30,6 @@ Text MachineName()
 {
     char name[HOST_NAME_MAX + 1] = {};
     return gethostname(name, sizeof name - 1) == 0 ? FromUtf8(name) : Text(u"localhost");
-}
-
-std::string HomeFolder()
-{
-    const char* home = getenv("HOME");
-    return home && *home ? home : "/";
-}
-
-std::string FolderFrom(const char* variable, const char* below)
-{
-    const char* folder = getenv(variable);
-    return folder && *folder == '/' ? std::string(folder) : HomeFolder() + below;
 }
 
 std::string WithHome(const std::string& path)
@@ -97,9 +85,9 @@ HostConfig HostConfig::Parse(TextView text, const std::string& dataFolder)
 
 HostConfig HostConfig::FromEnvironment()
 {
-    const std::string file = FolderFrom("XDG_CONFIG_HOME", "/.config") + "/Orlin/hosts.conf";
+    const std::string file = UserFolder("XDG_CONFIG_HOME", "/.config") + "/Orlin/hosts.conf";
     const bool there = StampOf(file).Exists();
-    return Parse(there ? FromUtf8(ReadWholeFile(file).Bytes()) : Text(), FolderFrom("XDG_DATA_HOME", "/.local/share"));
+    return Parse(there ? FromUtf8(ReadWholeFile(file).Bytes()) : Text(), LocalDataFolder());
 }
 
 const HostSettings& HostConfig::Find(TextView serverName) const

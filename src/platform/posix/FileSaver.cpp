@@ -143,7 +143,7 @@ std::optional<FileStamp> FileSaver::Replace(const std::string& path, const std::
     Descriptor old(open(target.c_str(), O_RDONLY | O_CLOEXEC));
     if (!old && errno == EACCES) return std::nullopt; // Writable but not readable: its traits cannot be copied.
     // Nobody else may look into the copy of a private file, not even while it is written.
-    TemporaryFile temporary(FolderOf(target), old ? 0600 : 0666);
+    TemporaryFile temporary(FolderOf(target), old ? 0600 : newFileMode_);
     if (int error = temporary.OpenError(); error != 0) {
         if (old && MeansInPlace(error)) return std::nullopt;
         Refuse(path, error);

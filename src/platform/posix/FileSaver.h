@@ -15,8 +15,12 @@ namespace nib {
 
 class FileSaver {
 public:
-    /// The backup folder is made when it is first needed, for the user alone.
-    explicit FileSaver(std::string backupFolder) : backupFolder_(std::move(backupFolder)) {}
+    /// The backup folder is made when it is first needed, for the user alone. The mode is for files that are new; the
+    /// user's mask takes its part of it.
+    explicit FileSaver(std::string backupFolder, mode_t newFileMode = 0666)
+        : backupFolder_(std::move(backupFolder)), newFileMode_(newFileMode)
+    {
+    }
 
     /// Throws SystemFailure naming the file; the file then has its old content. Answers the state of the new file.
     FileStamp Save(const std::string& path, std::string_view bytes) const;
@@ -27,6 +31,7 @@ private:
     std::string Backup(const std::string& path, const std::string& target, std::string_view old) const;
 
     std::string backupFolder_;
+    mode_t newFileMode_;
 };
 
 } // namespace nib

@@ -5,6 +5,7 @@
 #include "platform/posix/TransferText.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 #include <fcntl.h>
@@ -28,6 +29,15 @@ int CheckReplaceable(const std::string& path)
     if (stat(path.c_str(), &status) == 0) return S_ISDIR(status.st_mode) ? EISDIR : AccessError(path, W_OK);
     if (errno != ENOENT) return errno;
     return AccessError(FolderOf(path), W_OK | X_OK);
+}
+
+/// Renames, but never over another file; the file system need not be able to do that in one step.
+int RenameError(const std::string& from, const std::string& to)
+{
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
+    if (errno != EINVAL && errno != ENOSYS) return errno;
+    if (AccessError(to, F_OK) == 0) return EEXIST;
+    return rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
 }
 
 } // namespace
@@ -170,6 +180,12 @@ bool PosixFileTransfer::DeleteFile(TextView path)
 {
     const std::string name = ToFileName(path);
     return Succeeded(unlink(name.c_str()) == 0 ? 0 : errno, name);
+}
+
+bool PosixFileTransfer::RenameFile(TextView from, TextView to)
+{
+    const std::string name = ToFileName(from);
+    return Succeeded(RenameError(name, ToFileName(to)), name);
 }
 
 bool PosixFileTransfer::CreateFolder(TextView path)

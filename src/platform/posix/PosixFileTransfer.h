@@ -27,6 +27,7 @@ public:
     int32_t FindAttributes(FindBlock& block) override;
 
     bool DeleteFile(TextView path) override;
+    bool RenameFile(TextView from, TextView to) override;
     bool CreateFolder(TextView path) override;
 
     int32_t LastError() const override { return lastCode_; }

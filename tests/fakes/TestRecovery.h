@@ -1,0 +1,110 @@
+#pragma once
+// Documents of a program of fakes, and recovery copies on a real disk. A restart is a new session of the same user.
+
+#include "fakes/FakeSessionToken.h"
+#include "fakes/TestProgram.h"
+#include "logic/storage/TempFolder.h"
+#include "persistence/RecoveryList.h"
+#include "platform/posix/PosixFileStates.h"
+#include "platform/posix/PosixFileTransfer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+
+namespace nib::test {
+
+/// Can be told to fail.
+struct FaultyTransfer final : PosixFileTransfer {
+    using PosixFileTransfer::PosixFileTransfer;
+    bool CloseFile(Handle file) override { return PosixFileTransfer::CloseFile(file) && !failing; }
+    Handle OpenFile(TextView path, Access access) override
+    {
+        return failing && access == Access::Replace ? 0 : PosixFileTransfer::OpenFile(path, access);
+    }
+    bool failing = false;
+};
+
+struct Session {
+    Session(const TempFolder& folder, FakeSessionToken& token)
+        : files(FileSaver(folder / "backups", 0600)),
+          recovery({t.program.Services(), files, states, token, FromUtf8(folder / "data"),
+                    [this](TextView place, const DynamicArray& names) {
+                        offered.emplace();
+                        for (int32_t i = 1; i <= names.Count(); ++i) offered->push_back(names.Extract({i}));
+                        if (onOffer) onOffer(place, names);
+                    }})
+    {
+    }
+    /// A changed document; with `path` an item that holds the text, else a new one.
+    mvDocument& Changed(const Text& text, const Text& path = {})
+    {
+        if (!path.empty()) t.Store(path, u"");
+        auto document = path.empty() ? t.New() : t.Open(path);
+        t.View(*document).txtText().SetText(text);
+        t.View(*document).SetAutoSaveFlag(true);
+        return *document;
+    }
+    std::vector<Text> Offered()
+    {
+        offered.reset();
+        recovery.CheckAutoRecover();
+        return offered.value_or(std::vector<Text>());
+    }
+    /// The list with what is on offer.
+    RecoveryList& List()
+    {
+        onOffer = [this](TextView place, const DynamicArray& names) { list.Load(place, names); };
+        recovery.CheckAutoRecover();
+        onOffer = nullptr;
+        return list;
+    }
+
+    TestProgram t;
+    FaultyTransfer files;
+    PosixFileStates states;
+    std::optional<std::vector<Text>> offered;
+    std::function<void(TextView, const DynamicArray&)> onOffer;
+    modAutoRecover recovery;
+    RecoveryList list{recovery};
+};
+
+class RecoveryTest : public testing::Test {
+protected:
+    RecoveryTest() { Start(); }
+
+    void Start() { session = std::make_unique<Session>(folder, token); }
+    void Crash()
+    {
+        token.alive.erase(token.next);
+        token.next += 0x10;
+        Start();
+    }
+    void EndCleanly()
+    {
+        session->recovery.EndAutoSaveSession();
+        Crash();
+    }
+    std::string Place() const { return folder / "data/Orlin/Nib/AutoRecover"; }
+    void File(const std::string& name, const std::string& bytes) const
+    {
+        folder.File("data/Orlin/Nib/AutoRecover/" + name, bytes);
+    }
+    std::vector<std::string> Names() const
+    {
+        std::vector<std::string> names;
+        std::error_code none;
+        for (const auto& entry : std::filesystem::directory_iterator(Place(), none))
+            names.push_back(entry.path().filename());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    TempFolder folder;
+    FakeSessionToken token;
+    std::unique_ptr<Session> session;
+};
+
+} // namespace nib::test

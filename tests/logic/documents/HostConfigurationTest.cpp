@@ -1,0 +1,158 @@
+// What a host may say about the editor, when it is asked, and what absurd answers do.
+
+#include "documents/HostConfiguration.h"
+#include "fakes/TestProgram.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace nib::test {
+namespace {
+
+using Lines = std::vector<Text>;
+
+struct HostConfigurationTest : testing::Test {
+    MvEdit& Settings() { return t.program.EditorSettings(); }
+    std::map<int32_t, Text>& Record() { return t.Store().session.configuration; }
+    bool IsUntouched()
+    {
+        const MvEdit& s = Settings();
+        return !s.HostKeywords && !s.HostCompile && !s.HostFormat && !s.HostComment;
+    }
+    void Load() { host.LoadHostConfiguration(); }
+
+    TestProgram t;
+    Location& location = t.program.CurrentLocation();
+    HostConfiguration host{t.program.Services()};
+
+    HostConfigurationTest() { location.Database = u"DEMO"; }
+};
+
+TEST_F(HostConfigurationTest, WaitsForServerAndAccount)
+{
+    Record()[4] = u"CATALOG";
+    location = {u"file", u"*", u"DEMO", {}};
+    Load();
+    location = {u"MVDB", {}, u"DEMO", {}};
+    Load();
+    location = {u"MVDB", u"*", {}, {}};
+    Load();
+    EXPECT_FALSE(host.HostConfigLoaded());
+    EXPECT_TRUE(t.connection.opens.empty());
+    location.Database = u"DEMO";
+    Load();
+    EXPECT_TRUE(host.HostConfigLoaded());
+    EXPECT_EQ(Settings().CompileCommand, u"CATALOG");
+    EXPECT_EQ(t.connection.opens,
+              (std::vector<OpenCall>{{t.connection.ComposeHostPath({u"MVDB", u"*", {}, {}, {}}), false, false}}));
+    EXPECT_EQ(t.Store().session.asked, (Lines{u"NIB 2", u"NIB 3", u"NIB 4", u"NIB 5", u"NIB 6"}));
+    Record()[4] = u"OTHER";
+    Load();
+    EXPECT_EQ(Settings().CompileCommand, u"CATALOG") << "once in a run";
+    EXPECT_EQ(t.Store().liveItems, 0);
+}
+
+TEST_F(HostConfigurationTest, NothingComesFromAHostThatMayNotOrCannotTell)
+{
+    Record()[4] = u"CATALOG";
+    const std::pair<const char*, std::function<void()>> rows[] = {
+        {"not wanted", [&] { Settings().DisableHostConfig = true; }},
+        {"not supported", [&] { t.Store().unsupported = {kSupportsConfiguration}; }},
+        {"no session", [&] { t.Store().hasSession = false; }},
+    };
+    for (const auto& [name, prepare] : rows) {
+        SCOPED_TRACE(name);
+        t.Store().unsupported.clear();
+        t.Store().hasSession = true;
+        Settings().DisableHostConfig = false;
+        t.connection.opens.clear();
+        prepare();
+        HostConfiguration fresh(t.program.Services());
+        fresh.LoadHostConfiguration();
+        EXPECT_TRUE(fresh.HostConfigLoaded() && IsUntouched());
+        EXPECT_EQ(t.connection.opens.empty(), Settings().DisableHostConfig);
+    }
+}
+
+TEST_F(HostConfigurationTest, ErrorsOfTheConnectionGoToTheCallerOnce)
+{
+    t.connection.openFailures = {Error{error_number::kStorage, u"no line"}};
+    EXPECT_THROW(Load(), Error);
+    EXPECT_NO_THROW(Load());
+    EXPECT_EQ(t.connection.opens.size(), 1U);
+}
+
+TEST_F(HostConfigurationTest, KeywordsComeFromItems)
+{
+    const auto path = [&](TextView file, TextView item) {
+        return t.connection.ComposeHostPath({u"mvdb", u"*", u"DEMO", Text(file), Text(item)});
+    };
+    t.Store(path(u"CTL", u"WORDS"), u"ALPHA\r\nBETA+\r\n");
+    t.Store(path(u"CTL", u"MORE"), u"GAMMA");
+    t.Store(path(u"CTL", u"EMPTY"), u"");
+    Settings().Keywords.SetKeywordList(keyword_class::kUser, u",", u"MINE");
+    struct Row {
+        const char* name;
+        Text language;
+        Text user;
+        bool replaced;
+        Text userWords;
+    };
+    const Row rows[] = {{"nothing", u"", u"", false, u"MINE"},
+                        {"no backslash", u"CTL", u"CTL", false, u"MINE"},
+                        {"missing items", u"CTL\\NONE", u"GONE\\NONE", false, u"MINE"},
+                        {"empty items", u"CTL\\EMPTY", u"CTL\\EMPTY\\X", false, u"MINE"},
+                        {"user's alone", u"", u"CTL\\MORE\\ignored", true, u"GAMMA"},
+                        {"both", u"CTL\\WORDS", u"CTL\\MORE", true, u"GAMMA"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Settings().HostKeywords = false;
+        Record() = {{2, row.language}, {3, row.user}};
+        HostConfiguration fresh(t.program.Services());
+        fresh.LoadHostConfiguration();
+        EXPECT_EQ(Settings().HostKeywords, row.replaced);
+        EXPECT_EQ(Settings().Keywords.GetKeywordList(keyword_class::kUser, u","), row.userWords);
+    }
+    EXPECT_EQ(t.connection.opens.back(), (OpenCall{path(u"CTL", u"MORE"), true, false}));
+    EXPECT_TRUE(Settings().Keywords.Item(u"BETA"));
+    EXPECT_FALSE(Settings().Keywords.Item(u"MINE"));
+    EXPECT_FALSE(Settings().HostCompile || Settings().HostFormat || Settings().HostComment);
+}
+
+TEST_F(HostConfigurationTest, NumbersOfTheFormat)
+{
+    struct Row {
+        Text value;
+        std::array<int16_t, 5> numbers; ///< margin, tab size, indents
+    };
+    const Row rows[] = {{u"6,3,1,0,2", {6, 3, 1, 0, 2}},
+                        {u"9", {9, 0, 0, 0, 0}},
+                        {u" 4x , 2.9 ,,two,1,7,7", {4, 3, 0, 0, 1}},
+                        {u"99999999999,-5,9,-1,32768", {32767, 0, 0, 1, 0}},
+                        {u",", {0, 0, 0, 0, 0}}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(ToUtf8(row.value));
+        Record() = {{5, row.value}};
+        HostConfiguration fresh(t.program.Services());
+        fresh.LoadHostConfiguration();
+        const MvEdit& s = Settings();
+        EXPECT_EQ((std::array{s.Margin, s.TabSize, s.IndentStar, s.IndentBang, s.IndentUserComment}), row.numbers);
+        EXPECT_TRUE(s.HostFormat && !s.HostCompile && !s.HostComment && !s.HostKeywords);
+    }
+}
+
+TEST_F(HostConfigurationTest, CommandAndCommentPrefixes)
+{
+    Settings().CompileOptions = u"(L";
+    Record() = {{4, Text(1 << 20, u'C')}, {6, u"#,%,ABC,7," + Text(100000, u',')}};
+    t.New();
+    Load();
+    EXPECT_EQ(Settings().CompileCommand.size(), size_t{1} << 20);
+    EXPECT_EQ(Settings().CompileOptions, u"");
+    EXPECT_EQ(Settings().Keywords.CommentPrefixes(), u"*,!,#,%");
+    EXPECT_TRUE(Settings().HostCompile && Settings().HostComment && !Settings().HostFormat);
+}
+
+} // namespace
+} // namespace nib::test

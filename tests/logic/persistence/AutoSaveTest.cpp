@@ -1,0 +1,215 @@
+// The recovery copies of a running session: which documents get one, what is in it, and when it goes.
+
+#include "base/Marks.h"
+#include "fakes/TestRecovery.h"
+#include "persistence/AutoSaveCopy.h"
+#include "persistence/AutoSaveName.h"
+
+#include <sys/stat.h>
+
+namespace nib::test {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+TEST(AutoSaveNameTest, Names)
+{
+    EXPECT_EQ(AutoSaveName(0x12AB34, 1), u"0012AB34.001");
+    EXPECT_EQ(AutoSaveName(0xFEDCBA98, 1000), u"FEDCBA98.1000");
+
+    const std::pair<const char16_t*, std::optional<uint32_t>> rows[] = {
+        {u"0012AB34.001", 0x12AB34},
+        {u"0012ab34.bak.old", 0x12AB34},
+        {u"12AB34", 0x12AB34},
+        {u"0012AB34 (copy)", 0x12AB34},
+        {u"notes.txt", 0},
+        {u"", 0},
+        {u".001", 0},
+        {u"00000012AB34.1", 0x12AB34},
+        {u"FFFFFFFF.1", 0xFFFFFFFF},
+        {u"100000000.1", std::nullopt},
+        {u"ABCDEFABCDEFABCDEFABCDEFABCDEF", std::nullopt}};
+    for (const auto& [name, number] : rows) EXPECT_EQ(SessionOfName(name), number) << ToUtf8(name);
+}
+
+mode_t ModeOf(const std::string& path)
+{
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? status.st_mode & 0777 : 0;
+}
+
+class AutoSaveTest : public RecoveryTest {
+protected:
+    bool Pass() { return session->recovery.AutoSaveDocuments(); }
+    Text Copy(const std::string& name)
+    {
+        return ReadAutoSaveCopy(session->files, FromUtf8(Place() + "/" + name)).value_or(u"(none)");
+    }
+};
+
+TEST_F(AutoSaveTest, ChangedDocumentsAreCopiedAsTheyStand)
+{
+    const Text texts[] = {u"plain\r\ntext\r\n",
+                          u"\u00C3\u00A9 Latin-1 that looks like UTF-8",
+                          u"wide \u65E5\u672C \U0001F600 " + Text{char16_t(0xD800)} + u" alone",
+                          Text(u"A") + kAttributeMark + kValueMark + kSubValueMark + u"B\r\n\r\n",
+                          u"\uFEFFmark first",
+                          Text(u"nul ") + char16_t(0) + u" inside",
+                          u""};
+    int number = 0;
+    for (const Text& text : texts) {
+        const Text item = u"I" + Decimal(++number);
+        mvDocument& document = session->Changed(text, u"mvdb:*/DEMO/BP/" + item);
+        const Text present = document.GetText();
+        ASSERT_TRUE(Pass());
+        EXPECT_EQ(Copy("0012AB34.00" + std::to_string(number)), item + u"\r\n" + present);
+        session->t.View(document).SetAutoSaveFlag(false);
+    }
+    EXPECT_FALSE(Pass()) << "nothing has changed";
+    EXPECT_EQ(ModeOf(Place()), 0700U);
+    EXPECT_EQ(ModeOf(folder / "data/Orlin"), 0700U);
+    EXPECT_EQ(ModeOf(Place() + "/0012AB34.001"), 0600U);
+}
+
+TEST_F(AutoSaveTest, NumbersAreNotGivenTwice)
+{
+    session->t.Store(kOther, u"never changed");
+    session->t.Open(kOther);
+    mvDocument& first = session->Changed(u"one", kMain);
+    mvDocument& second = session->Changed(u"two");
+    EXPECT_TRUE(Pass());
+    EXPECT_EQ(Names(), (Strings{"0012AB34.001", "0012AB34.002"}));
+    EXPECT_EQ(Copy("0012AB34.001"), u"MAIN\r\none");
+    EXPECT_EQ(Copy("0012AB34.002"), u"\r\ntwo");
+    session->t.View(second).txtText().SetText(u"more");
+    first.FileClose(false);
+    session->Changed(u"three");
+    EXPECT_TRUE(Pass());
+    EXPECT_EQ(Copy("0012AB34.002"), u"\r\nmore");
+    EXPECT_EQ(Copy("0012AB34.003"), u"\r\nthree");
+    for (int number = 4; number < 1000; ++number) File("0012AB34." + std::to_string(number + 1000).substr(1), "");
+    session->Changed(u"four");
+    EXPECT_TRUE(Pass());
+    EXPECT_EQ(Copy("0012AB34.1000"), u"\r\nfour");
+    EndCleanly();
+    EXPECT_EQ(Names(), Strings());
+}
+
+TEST_F(AutoSaveTest, ReadOnlyAndHiddenDocumentsToo)
+{
+    session->t.Store(kMain, u"text", true);
+    auto document = session->t.Open(kMain, true);
+    auto& view = session->t.View(*document);
+    view.SetAutoSaveFlag(true);
+    view.SetVisible(false);
+    EXPECT_TRUE(Pass());
+    EXPECT_FALSE(view.Visible()) << "a pass must not bring a window up";
+    EXPECT_EQ(Copy("0012AB34.001"), u"MAIN\r\ntext");
+}
+
+TEST_F(AutoSaveTest, SwitchedOff)
+{
+    session->Changed(u"one");
+    EXPECT_TRUE(Pass());
+    session->t.program.EditorSettings().AutoRecover = false;
+    session->Changed(u"two");
+    EXPECT_FALSE(Pass());
+    EXPECT_EQ(session->recovery.HoldAutoSaveGuard(), 0);
+    EXPECT_EQ(Names(), Strings{"0012AB34.001"});
+    EndCleanly();
+    EXPECT_EQ(Names(), Strings()) << "what was there before goes all the same";
+}
+
+TEST_F(AutoSaveTest, FailuresAreSilentAndCostNoCopy)
+{
+    mvDocument& document = session->Changed(u"one");
+    EXPECT_TRUE(Pass());
+    session->files.failing = true;
+    session->t.View(document).txtText().SetText(u"changed");
+    EXPECT_FALSE(Pass());
+    EXPECT_EQ(session->recovery.HoldAutoSaveGuard(), 0);
+    EXPECT_EQ(Copy("0012AB34.001"), u"\r\none");
+    mvDocument& second = session->Changed(u"two");
+    mvDocument& third = session->Changed(u"three");
+    EXPECT_FALSE(Pass());
+    session->files.failing = false;
+    EXPECT_TRUE(Pass());
+    EXPECT_NE(second.AutoRecoverFile(), third.AutoRecoverFile()) << "though neither had a file when it got its name";
+    std::filesystem::remove_all(Place());
+    EXPECT_TRUE(Pass()) << "the folder is made again";
+    EXPECT_EQ(Names().size(), 3U);
+}
+
+TEST_F(AutoSaveTest, WithoutAFolderOrANumberNothingIsCopied)
+{
+    session->Changed(u"one");
+    folder.File("data/Orlin/Nib", "a file in the way");
+    EXPECT_FALSE(Pass());
+    EXPECT_TRUE(session->recovery.AutoRecoverFolder().empty());
+    std::filesystem::remove(folder / "data/Orlin/Nib");
+    token.next = 0;
+    EXPECT_FALSE(Pass());
+    session->recovery.EndAutoSaveSession();
+    token.next = 5;
+    EXPECT_TRUE(Pass());
+    EXPECT_EQ(Names(), Strings{"00000005.001"});
+}
+
+TEST_F(AutoSaveTest, OnlyTheLastGuardGivenOutCanBeReleased)
+{
+    struct Row {
+        const char* name;
+        int holds;
+        std::vector<int32_t> releases;
+        bool kept;
+    };
+    const Row rows[] = {{"none", 0, {}, false},
+                        {"released", 1, {1}, false},
+                        {"held", 1, {}, true},
+                        {"held, another's release", 1, {0}, true},
+                        {"the outer one of two first", 2, {1}, true},
+                        {"the inner one of two", 2, {2, 1}, false},
+                        {"none, released", 0, {0}, false}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        session->Changed(u"text");
+        EXPECT_TRUE(Pass());
+        for (int32_t i = 1; i <= row.holds; ++i) EXPECT_EQ(session->recovery.HoldAutoSaveGuard(), i);
+        for (int32_t guard : row.releases) session->recovery.ReleaseAutoSaveGuard(guard);
+        EndCleanly();
+        EXPECT_EQ(!Names().empty(), row.kept);
+        EXPECT_EQ(!session->Offered().empty(), row.kept);
+        session->recovery.DeleteAutoSaveFiles(true);
+    }
+    session->Changed(u"text");
+    const int32_t guard = session->recovery.HoldAutoSaveGuard();
+    session->t.View(*session->t.Documents().Item(1)).SetAutoSaveFlag(false);
+    EXPECT_EQ(session->recovery.HoldAutoSaveGuard(), 0) << "nothing has changed: nothing to guard";
+    session->recovery.ReleaseAutoSaveGuard(guard);
+}
+
+TEST_F(AutoSaveTest, TheProgramGuardsItsHostCalls)
+{
+    auto& t = session->t;
+    std::vector<int32_t> released;
+    t.parts.onHold = [&] { return session->recovery.HoldAutoSaveGuard(); };
+    t.parts.onRelease = [&](int32_t guard) {
+        released.push_back(guard);
+        session->recovery.ReleaseAutoSaveGuard(guard);
+    };
+    session->Changed(u"unsaved");
+    t.Store(kOther, u"");
+    t.Store().whileBusy = [&] {
+        EXPECT_EQ(Copy("0012AB34.001"), u"\r\nunsaved") << "copied before the host gets control";
+        for (int minute = 0; minute < 5; ++minute) t.program.AutoSaveMinute();
+        EXPECT_FALSE(t.journal.Has(u"AutoSavePass"));
+    };
+    t.Open(kOther);
+    t.Store().whileBusy = nullptr;
+    EXPECT_EQ(released, std::vector<int32_t>{1});
+    for (int minute = 0; minute < 5; ++minute) t.program.AutoSaveMinute();
+    EXPECT_TRUE(t.journal.Has(u"AutoSavePass"));
+}
+
+} // namespace
+} // namespace nib::test

@@ -1,0 +1,161 @@
+// What an earlier session left: which files are offered, and what becomes of them.
+
+#include "fakes/TestRecovery.h"
+
+#include <fstream>
+
+namespace nib::test {
+namespace {
+
+using Lines = std::vector<Text>;
+using Strings = std::vector<std::string>;
+constexpr TextView kHeader = u"*---> Recovered document: ";
+
+TEST_F(RecoveryTest, FilesOfRunningCopiesAreLeftAlone)
+{
+    EXPECT_EQ(session->Offered(), Lines());
+    EXPECT_FALSE(std::filesystem::exists(folder / "data")) << "looking makes no folder";
+    token.alive.insert(0xABC);
+    for (const char* name : {"00000ABC.001", "00000abc.2", "ABC", "00000ABD.001", "notes", "notes.txt", ".hidden",
+                             "FFFFFFFFFF.001", "sub/00000001.001"})
+        File(name, "X\r\ntext");
+    EXPECT_EQ(session->Offered(), (Lines{u"00000ABD.001", u"FFFFFFFFFF.001", u"notes", u"notes.txt"}));
+}
+
+TEST_F(RecoveryTest, ANumberWithFilesIsNobodysAgain)
+{
+    File("0012AB34.001", "X\r\ntext");
+    session->Changed(u"mine");
+    EXPECT_TRUE(session->recovery.AutoSaveDocuments());
+    EXPECT_EQ(Names(), (Strings{"0012AB34.001", "0012AB35.001"}));
+    EXPECT_EQ(session->Offered(), Lines{u"0012AB34.001"});
+    session->recovery.EndAutoSaveSession();
+    EXPECT_EQ(Names(), Strings{"0012AB34.001"});
+}
+
+TEST_F(RecoveryTest, RowsTellItemLinesAndDate)
+{
+    setenv("TZ", "UTC", 1);
+    File("1.001", "MAIN\r\none\r\ntwo\r\n");
+    File("1.002", "\r\nx");
+    File("1.003", "");
+    File("1.004", std::string(1000, 'n') + "\nfoot");
+    const Text gap(10, u' ');
+    const RecoveryList& list = session->List();
+    ASSERT_EQ(list.Rows().size(), 4U);
+    EXPECT_TRUE(list.Rows()[0].text.starts_with(u"MAIN" + gap + u"3 lines" + gap)) << ToUtf8(list.Rows()[0].text);
+    EXPECT_GT(list.Rows()[0].text.size(), 41U) << "and the date";
+    EXPECT_TRUE(list.Rows()[1].text.starts_with(gap + u"1 lines" + gap));
+    EXPECT_TRUE(list.Rows()[2].text.starts_with(gap + u"0 lines" + gap));
+    EXPECT_LT(list.Rows()[3].text.size(), 400U);
+    EXPECT_EQ(list.Rows()[3].text.find(u'\n'), Text::npos);
+}
+
+TEST_F(RecoveryTest, WhatIsNotCheckedStaysAnOrphan)
+{
+    const Text wide = u"wide \u65E5\U0001F600\uF8FD\r\nlast";
+    session->Changed(wide, kMain);
+    session->Changed(u"new");
+    session->Changed(u"kept", kOther);
+    EXPECT_TRUE(session->recovery.AutoSaveDocuments());
+    Crash();
+
+    RecoveryList& list = session->List();
+    ASSERT_EQ(list.Rows().size(), 3U);
+    EXPECT_FALSE(list.AnyChecked());
+    int shown = 0;
+    list.Run([&] {
+        ++shown;
+        if (shown > 1) return RecoveryChoice::Cancel;
+        list.CheckAll(true);
+        list.SetChecked(2, false);
+        return RecoveryChoice::Recover;
+    });
+    EXPECT_EQ(shown, 2);
+    ASSERT_EQ(list.Rows().size(), 1U);
+    EXPECT_TRUE(list.Rows()[0].text.starts_with(u"OTHER"));
+    auto& documents = session->t.Documents();
+    ASSERT_EQ(documents.Count(), 2);
+    EXPECT_EQ(documents.Item(1)->GetText(), Text(kHeader) + u"MAIN\r\n" + wide);
+    EXPECT_EQ(documents.Item(2)->GetText(), Text(kHeader) + u"\r\nnew");
+    EXPECT_TRUE(documents.Item(1)->IsDirty() && !documents.Item(1)->ItemObject());
+    EXPECT_FALSE(session->t.window.waiting);
+    EXPECT_EQ(Names(), (Strings{"0012AB34.003", "0012AB44.001", "0012AB44.002"}));
+    EndCleanly();
+    EXPECT_EQ(session->Offered(), Lines{u"0012AB34.003"});
+}
+
+TEST_F(RecoveryTest, DeletedOnesGoAtTheCleanEndAndNotBefore)
+{
+    File("1.001", "A\r\n");
+    File("1.002", "B\r\n");
+    const auto deleteAll = [&] {
+        RecoveryList& list = session->List();
+        list.Run([] { return RecoveryChoice::Delete; });
+        EXPECT_TRUE(list.Rows().empty());
+    };
+    deleteAll();
+    EXPECT_EQ(Names(), (Strings{"0012AB34.001", "0012AB34.002"}));
+    Crash();
+    EXPECT_EQ(session->Offered().size(), 2U) << "a crash brings them back";
+    deleteAll();
+    EndCleanly();
+    EXPECT_EQ(Names(), Strings());
+}
+
+TEST_F(RecoveryTest, TheQuestionBeforeDeleting)
+{
+    using namespace message_box;
+    File("1.001", "A\r\n");
+    const Text tail = u"\r\n\r\nOnce the recoverable copies are deleted, they can no longer be retrieved.";
+    const auto asks = [&](const Text& what, int32_t answer) {
+        session->t.boxes.Answer({answer});
+        EXPECT_EQ(session->List().ConfirmDelete(), answer == kAnswerYes);
+        EXPECT_EQ(session->t.boxes.Take(), (Boxes{{u"Are you sure you want to delete the recoverable " + what + tail,
+                                                   kYesNo | kWarning | kSecondDefault}}));
+    };
+    asks(u"copy of this document?", kAnswerNo);
+    File("1.002", "B\r\n");
+    asks(u"copies of these 2 documents?", kAnswerYes);
+}
+
+TEST_F(RecoveryTest, FilesThatCannotBeRead)
+{
+    File("1.002", "B\r\n");
+    File("1.003", "C\r\n");
+    File("1.004", "D\r\n");
+    std::filesystem::create_symlink("nowhere", Place() + "/1.001");
+    std::ofstream(Place() + "/1.005").close();
+    std::filesystem::resize_file(Place() + "/1.005", 2147483648U);
+    RecoveryList& list = session->List();
+    ASSERT_EQ(list.Rows().size(), 3U) << "neither the broken link nor the file of 2 GB";
+    // Rows count themselves: each stands for the name before its own.
+    list.CheckAll(true);
+    list.RecoverChecked();
+    ASSERT_EQ(session->t.Documents().Count(), 2);
+    EXPECT_EQ(session->t.Documents().Item(1)->GetText(), Text(kHeader) + u"B\r\n");
+    EXPECT_EQ(session->t.Documents().Item(2)->GetText(), Text(kHeader) + u"C\r\n");
+    ASSERT_EQ(list.Rows().size(), 1U);
+    EXPECT_TRUE(list.Rows()[0].text.starts_with(u"B"));
+}
+
+TEST_F(RecoveryTest, RecoveryThatFailsLeavesTheRow)
+{
+    File("1.001", "A\r\n");
+    File("1.002", "B\r\n");
+    RecoveryList& list = session->List();
+    list.CheckAll(true);
+    session->t.views.failure = Error{7, u"no window"};
+    list.RecoverChecked();
+    EXPECT_EQ(list.Rows().size(), 2U);
+    EXPECT_EQ(session->t.Documents().Count(), 0);
+    session->t.views.failure.reset();
+    session->t.boxes.Take();
+    std::filesystem::remove(Place() + "/1.001"); // somebody else was quicker
+    list.RecoverChecked();
+    EXPECT_EQ(list.Rows().size(), 1U);
+    EXPECT_EQ(session->t.Documents().Count(), 1);
+}
+
+} // namespace
+} // namespace nib::test

@@ -1,0 +1,145 @@
+#!/usr/bin/env python3
+"""A crash and what comes after it: the copies, the dialog of the next start, and nothing left in the end.
+
+A pass runs before the program waits for a host, so the Open dialog is enough to bring one about.
+"""
+import time
+
+import lib
+from lib import eventually, expect_equal, stays
+
+HEADER = b"*---> Recovered document: "
+MENU = ("/T=mvdb", "/H=*", "/A=DEMO", "/F=BP", "/I=MENU")
+DIALOG = r"^Nib Auto Recover$"
+
+
+def copies(desktop):
+    folder = desktop.data / "AutoRecover"
+    return sorted(path for path in folder.iterdir() if not path.name.startswith(".")) if folder.is_dir() else []
+
+
+def run_a_pass(desktop, count, title):
+    desktop.keys("ctrl+o")
+    eventually(f"{count} recovery copies", lambda: len(copies(desktop)) == count)
+    desktop.wait_active(r"^Open")
+    desktop.keys("Escape")
+    desktop.wait_active(title)
+
+
+def end(desktop, program, changed=0):
+    """By the menu's key; the question about each changed document is answered with No."""
+    desktop.keys("ctrl+q")
+    for _ in range(changed):
+        box = desktop.wait_box()
+        desktop.keys("alt+n")
+        eventually("the next question or the end", lambda: desktop.active_window() != box)
+    expect_equal(program.wait_end(), 0, "the exit code")
+
+
+def text_of_the_active_document(desktop):
+    """By way of the clipboard and a further copy of the program, which saves it to a file."""
+    path = desktop.folder / "pasted.txt"
+    path.write_bytes(b"")
+    desktop.keys("ctrl+a", "ctrl+c")
+    helper = desktop.start(path)
+    desktop.wait_active(r"\[pasted\.txt\]$")
+    desktop.keys("ctrl+v")
+    desktop.wait_active(r"\[\*pasted\.txt\]$")
+    desktop.keys("ctrl+s")
+    desktop.wait_active(r"\[pasted\.txt\]$")
+    end(desktop, helper)
+    return path.read_bytes().replace(b"\r\n", b"\n")
+
+
+def three_changed_documents(desktop):
+    """A local file, an item of a host and a new document, each changed and copied; answers the program."""
+    desktop.sample_accounts()
+    local = desktop.folder / "local.txt"
+    local.write_text("local\n", encoding="utf-8")
+    program = desktop.start(local, *MENU)
+
+    def menu_is_open_and_active():
+        # While documents open, each is active for a moment.
+        desktop.keys("ctrl+F6")
+        time.sleep(0.5)
+        return "[BP MENU on " in desktop.active_title()
+
+    eventually("the second document", menu_is_open_and_active)
+    desktop.type_text("TWO ")
+    desktop.wait_active(r"\[\*BP MENU on ")
+    desktop.keys("ctrl+F6")
+    desktop.wait_active(r"\[local\.txt\]$")
+    desktop.type_text("ONE ")
+    desktop.wait_active(r"\[\*local\.txt\]$")
+    desktop.keys("ctrl+n")
+    desktop.wait_active(r"NewItem1 \(New\)")
+    desktop.type_text("THREE")
+    desktop.wait_active(r"\[\*NewItem1")
+    run_a_pass(desktop, 3, r"\[\*NewItem1")
+    return program
+
+
+def a_crash_brings_the_documents_back(desktop):
+    first = three_changed_documents(desktop)
+    expect_equal([oct(path.stat().st_mode & 0o777) for path in copies(desktop)], ["0o600"] * 3, "who may read copies")
+    expect_equal(oct(copies(desktop)[0].parent.stat().st_mode & 0o777), "0o700", "who may enter the folder")
+    first.kill()
+    before = [path.read_bytes() for path in copies(desktop)]
+
+    second = desktop.start()
+    desktop.wait_active(DIALOG)
+    # The rows are in the order of the documents: the first two are recovered, and the third is deleted.
+    desktop.keys("space", "Down", "space", "Return")
+    desktop.wait_window(r"\[\*NewItem2 \(New\)\]$", program=second)
+    desktop.wait_active(DIALOG)
+    desktop.keys("Tab", "Tab", "Tab")  # Recover has nothing to do and is passed over
+    desktop.keys("space")
+    desktop.wait_box()
+    desktop.keys("alt+y")
+    desktop.wait_no_window(DIALOG)
+    expect_equal(sorted(path.read_bytes() for path in copies(desktop)), sorted(before), "nothing goes before the end")
+
+    desktop.wait_active(r"\[\*NewItem1")
+    expect_equal(text_of_the_active_document(desktop), HEADER + b"local.txt\nONE local\n", "the local file")
+    desktop.wait_active(r"\[\*NewItem1")
+    desktop.keys("ctrl+F6")
+    desktop.wait_active(r"\[\*NewItem2")
+    menu = (desktop.data / "Accounts" / "DEMO" / "BP" / "MENU").read_bytes()
+    expect_equal(text_of_the_active_document(desktop).rstrip(b"\n"), HEADER + b"MENU\nTWO " + menu.rstrip(b"\n"),
+                 "the item of the host")
+    desktop.wait_active(r"\[\*NewItem2")
+    end(desktop, second, changed=2)
+    expect_equal(copies(desktop), [], "copies after a clean end")
+    third = desktop.start()
+    desktop.wait_active(r"^Nib$")
+    stays("no dialog", lambda: third.alive() and not desktop.windows(DIALOG))
+
+
+def cancel_asks_again_and_a_running_copy_is_left_alone(desktop):
+    first = three_changed_documents(desktop)
+    second = desktop.start()
+    desktop.wait_window(r"^Nib$", program=second)
+    stays("no dialog", lambda: second.alive() and not desktop.windows(DIALOG))
+    second.kill()
+    first.kill()
+    for _ in range(2):
+        program = desktop.start()
+        desktop.wait_active(DIALOG)
+        desktop.keys("Escape")
+        desktop.wait_no_window(DIALOG)
+        desktop.wait_active(r"^Nib$")
+        end(desktop, program)
+        expect_equal(len(copies(desktop)), 3, "copies after Cancel")
+
+
+def a_clean_end_leaves_nothing(desktop):
+    program = three_changed_documents(desktop)
+    end(desktop, program, changed=3)
+    expect_equal(copies(desktop), [], "copies after a clean end")
+    sessions = desktop.data / "Sessions"
+    expect_equal(list(sessions.iterdir()), [], "locks after a clean end")
+
+
+if __name__ == "__main__":
+    lib.run(a_crash_brings_the_documents_back, cancel_asks_again_and_a_running_copy_is_left_alone,
+            a_clean_end_leaves_nothing)

@@ -1,0 +1,174 @@
+// The recovery dialog by keyboard alone: what the keys reach, what they do, and that every text has room.
+
+#include "fakes/TestRecovery.h"
+#include "persistence/frmAutoRecover.h"
+#include "platform/qt/QtText.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+namespace nib::test {
+namespace {
+
+class RecoveryFormTest : public RecoveryTest {
+protected:
+    RecoveryFormTest()
+    {
+        File("1.001", "INVOICE\r\none\r\ntwo");
+        File("1.002", "\r\nnew");
+        File("1.003", "MENU\r\nthree");
+    }
+    ~RecoveryFormTest() override { EXPECT_TRUE(steps_.empty()) << "showings that did not come"; }
+
+    /// Each step sees one showing of the dialog and must end it.
+    void Run(std::vector<std::function<void()>> steps)
+    {
+        steps_ = std::move(steps);
+        session->onOffer = [this](TextView place, const DynamicArray& names) {
+            frmAutoRecover dialog(session->recovery);
+            form = &dialog;
+            Step();
+            dialog.ShowDialog(place, names, nullptr);
+        };
+        session->recovery.CheckAutoRecover();
+        session->onOffer = nullptr;
+    }
+    template <typename Widget>
+    Widget* Find() const
+    {
+        return form->findChild<Widget*>();
+    }
+    QListWidget* List() const { return Find<QListWidget>(); }
+    QPushButton* Button(const char* text) const
+    {
+        for (QPushButton* button : form->findChildren<QPushButton*>())
+            if (button->text() == QLatin1String(text)) return button;
+        ADD_FAILURE() << "no button " << text;
+        return nullptr;
+    }
+    static void Key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
+    void TabTo(const char* text) const
+    {
+        for (int i = 0; i < 10 && !Button(text)->hasFocus(); ++i) Key(Qt::Key_Tab);
+        EXPECT_TRUE(Button(text)->hasFocus());
+    }
+    QString Checks() const
+    {
+        QString checks;
+        for (int row = 0; row < List()->count(); ++row)
+            checks += QLatin1Char(List()->item(row)->checkState() == Qt::Checked ? 'x' : '-');
+        return checks;
+    }
+
+    frmAutoRecover* form = nullptr;
+
+private:
+    void Step()
+    {
+        QTimer::singleShot(0, form, [this] {
+            if (!form->isVisible()) return Step(); // between two showings
+            QApplication::setActiveWindow(form);
+            auto step = std::move(steps_.front());
+            steps_.erase(steps_.begin());
+            step();
+            if (!steps_.empty()) Step();
+        });
+    }
+
+    std::vector<std::function<void()>> steps_;
+};
+
+TEST_F(RecoveryFormTest, RecoversByKeysAlone)
+{
+    Run({[&] {
+             EXPECT_EQ(form->windowTitle(), QStringLiteral("Nib Auto Recover"));
+             EXPECT_TRUE(List()->hasFocus());
+             EXPECT_FALSE(Button("Recover")->isEnabled());
+             Key(Qt::Key_Space);
+             Key(Qt::Key_Down);
+             Key(Qt::Key_Down);
+             Key(Qt::Key_Space);
+             EXPECT_EQ(Checks(), QStringLiteral("x-x"));
+             Key(Qt::Key_Return);
+         },
+         [&] {
+             EXPECT_EQ(List()->count(), 1);
+             EXPECT_EQ(Checks(), QStringLiteral("-"));
+             Key(Qt::Key_Return);
+             EXPECT_TRUE(form->isVisible()) << "nothing is checked";
+             Key(Qt::Key_Escape);
+         }});
+    ASSERT_EQ(session->t.Documents().Count(), 2);
+    EXPECT_EQ(session->t.Documents().Item(2)->GetText(), u"*---> Recovered document: MENU\r\nthree");
+    EXPECT_EQ(session->Offered(), std::vector<Text>{u"1.002"});
+}
+
+TEST_F(RecoveryFormTest, ChecksAndDeletesAll)
+{
+    session->t.boxes.Answer({message_box::kAnswerNo, message_box::kAnswerYes});
+    Run({[&] {
+        TabTo("Check all");
+        Key(Qt::Key_Space);
+        EXPECT_EQ(Checks(), QStringLiteral("xxx"));
+        TabTo("Uncheck all");
+        Key(Qt::Key_Return);
+        EXPECT_EQ(Checks(), QStringLiteral("---")) << "Return presses the button that has the focus";
+        EXPECT_TRUE(form->isVisible());
+        TabTo("Delete all");
+        Key(Qt::Key_Space);
+        EXPECT_TRUE(form->isVisible()) << "answered No";
+        Key(Qt::Key_Space);
+    }});
+    EXPECT_EQ(session->t.boxes.Take().size(), 2U);
+    EXPECT_EQ(session->t.Documents().Count(), 0);
+    EXPECT_EQ(Names(), (std::vector<std::string>{"0012AB34.001", "0012AB34.002", "0012AB34.003"}));
+}
+
+TEST_F(RecoveryFormTest, NamesTipsAndOrder)
+{
+    File("1.004", "A_VERY_LONG_NAME_" + std::string(200, 'X') + "\r\n");
+    Run({[&] {
+        EXPECT_EQ(List()->accessibleName(), QStringLiteral("Recoverable documents"));
+        EXPECT_EQ(List()->item(3)->toolTip(), List()->item(3)->text()) << "the whole text, however narrow the list";
+        EXPECT_EQ(Button("Recover")->toolTip(),
+                  QStringLiteral("Selected documents are opened as new documents from the recoverable copy."));
+        EXPECT_EQ(Button("Delete all")->toolTip(), QStringLiteral("Delete recoverable copies of documents."));
+        Key(Qt::Key_Space);
+        for (const char* next : {"Check all", "Uncheck all", "Recover", "Delete all", "Cancel"}) {
+            Key(Qt::Key_Tab);
+            EXPECT_TRUE(Button(next)->hasFocus()) << next;
+        }
+        Key(Qt::Key_Return);
+    }});
+    EXPECT_EQ(session->t.Documents().Count(), 0) << "Return on Cancel cancels";
+}
+
+TEST_F(RecoveryFormTest, LargeTextFits)
+{
+    const QFont usual = QApplication::font();
+    for (int points : {10, 14}) {
+        QFont font = usual;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        Run({[&] {
+            for (const QWidget* widget : form->findChildren<QWidget*>()) {
+                const auto* label = qobject_cast<const QLabel*>(widget);
+                if (!label && !qobject_cast<const QPushButton*>(widget)) continue;
+                const int needed = label && label->wordWrap() ? label->heightForWidth(label->width())
+                                                              : widget->minimumSizeHint().height();
+                EXPECT_GE(widget->height(), needed) << points;
+                EXPECT_GE(widget->width(), widget->minimumSizeHint().width());
+                EXPECT_TRUE(form->rect().contains(QRect(widget->mapTo(form, QPoint()), widget->size())));
+            }
+            Key(Qt::Key_Escape);
+        }});
+    }
+    QApplication::setFont(usual);
+}
+
+} // namespace
+} // namespace nib::test
