@@ -1,6 +1,7 @@
 #include "persistence/SettingsModel.h"
 
 #include "diagnostics/Guarded.h"
+#include "documents/ScopedStates.h"
 #include "editing/Units.h"
 
 #include <algorithm>
@@ -148,6 +149,7 @@ bool SettingsModel::ImportKeywords(int32_t Class)
         item->Close();
         Text list;
         if (!CheckImport(text, list)) return false;
+        WaitCursor wait(services_.shell);
         clone_.Keywords.SetKeywordList(Class, kLineEnd, list);
         return true;
     };

@@ -1,5 +1,6 @@
 #include "persistence/frmSettingsFields.h"
 
+#include "editing/SettingText.h"
 #include "platform/qt/QtText.h"
 
 #include <QButtonGroup>
@@ -74,12 +75,9 @@ NumberField::NumberField(int32_t most, int32_t present)
 
 QValidator::State NumberField::validate(QString& input, int& position) const
 {
-    Text typed = ToText(input);
-    int32_t number = LimitedNumber(typed, maximum());
-    bool below = LimitedNumber(u"-" + typed, maximum()) > 0 && number == 0 && typed.find(u'-') != Text::npos;
-    bool above = number == maximum() && LimitedNumber(typed, maximum() + 1) > maximum();
-    if (below || above) {
-        input = QString::number(number);
+    int64_t number = LeadingWhole(ViewOf(input));
+    if (number < 0 || number > maximum()) {
+        input = QString::number(valueFromText(input));
         position = static_cast<int>(input.size());
     }
     return QValidator::Acceptable;
