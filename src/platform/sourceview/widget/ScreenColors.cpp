@@ -1,5 +1,7 @@
 #include "platform/sourceview/widget/ScreenColors.h"
 
+#include "platform/sourceview/widget/DesktopColors.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -33,11 +35,10 @@ double Contrast(const QColor& a, const QColor& b)
 QColor ScreenColors::FromNumber(int32_t color) const
 {
     auto bits = static_cast<uint32_t>(color);
-    if (bits == 0x80000005U) return palette_.color(QPalette::Base);
-    if (bits == 0x8000000DU) return palette_.color(QPalette::Highlight);
-    if (bits == 0x8000000EU) return palette_.color(QPalette::HighlightedText);
-    if (bits == 0x8000000FU) return palette_.color(QPalette::Button);
-    if (bits & 0x80000000U) return palette_.color(QPalette::Text);
+    if (bits & 0x80000000U) {
+        QColor known = DesktopColor(palette_, color & 0xFFFF);
+        return known.isValid() ? known : palette_.color(QPalette::Text);
+    }
     return QColor(static_cast<int>(bits & 0xFF), static_cast<int>(bits >> 8 & 0xFF),
                   static_cast<int>(bits >> 16 & 0xFF));
 }

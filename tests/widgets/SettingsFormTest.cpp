@@ -1,0 +1,257 @@
+// The settings dialog by keyboard alone, at usual and at large fonts.
+
+#include "fakes/FakeSettingsApplied.h"
+#include "fakes/MemoryStore.h"
+#include "fakes/TestProgram.h"
+#include "persistence/frmSettings.h"
+#include "platform/qt/QtText.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace nib::test {
+namespace {
+
+using namespace message_box;
+
+constexpr int32_t kUser = keyword_class::kUser;
+
+void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    ASSERT_TRUE(QApplication::focusWidget());
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+}
+
+void Alt(Qt::Key key)
+{
+    Key(key, Qt::AltModifier);
+    QTest::qWait(150);
+}
+
+void Type(const char* text)
+{
+    QTest::keyClicks(QApplication::focusWidget(), QString::fromLatin1(text));
+}
+
+struct SettingsFormTest : testing::Test {
+    TestProgram test;
+    MemoryStore store;
+    FakeSettingsApplied applied;
+    MvEdit& live = test.program.EditorSettings();
+    std::unique_ptr<SettingsModel> model;
+    std::unique_ptr<frmSettings> form;
+
+    void Open(int32_t page = 1)
+    {
+        form.reset();
+        model = std::make_unique<SettingsModel>(test.program.Services(), store, applied);
+        form = std::make_unique<frmSettings>(*model);
+        form->ShowPage(page);
+        form->show();
+        QApplication::setActiveWindow(form.get());
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(form.get()));
+        form->setFocus();
+    }
+    template <typename Widget>
+    Widget& Get(const char* name) const
+    {
+        return *form->findChild<Widget*>(QLatin1String(name));
+    }
+    /// Turns to a control by the tabulator.
+    void TabTo(const QWidget& target)
+    {
+        for (int steps = 0; steps < 60 && !target.hasFocus(); ++steps) Key(Qt::Key_Tab);
+        ASSERT_TRUE(target.hasFocus()) << qPrintable(target.objectName());
+    }
+    Text UserWords() { return model->Clone().Keywords.GetKeywordList(kUser, u"|"); }
+};
+
+TEST_F(SettingsFormTest, OkAppliesAndCancelLeavesEverything)
+{
+    for (bool agreed : {false, true}) {
+        Open(3);
+        TabTo(Get<QSpinBox>("txtTabSize"));
+        Key(Qt::Key_A, Qt::ControlModifier);
+        Type("8");
+        Key(Qt::Key_Up);
+        Key(Qt::Key_PageUp, Qt::ControlModifier); // to the tab before
+        Key(agreed ? Qt::Key_Return : Qt::Key_Escape);
+        EXPECT_FALSE(form->isVisible());
+        EXPECT_EQ(form->result() == QDialog::Accepted, agreed);
+        EXPECT_EQ(live.TabSize, agreed ? 9 : 3);
+        EXPECT_EQ(store.values.empty(), !agreed);
+        EXPECT_EQ(applied.fontChanges, agreed ? 1 : 0);
+    }
+}
+
+TEST_F(SettingsFormTest, PagesAreNumberedFromOne)
+{
+    for (auto [page, key] : {std::pair(0, "General"),
+                             {1, "General"},
+                             {2, "Highlight"},
+                             {3, "Tools"},
+                             {5, "Keywords.User"},
+                             {9, "Keywords.User"}}) {
+        Open(page);
+        EXPECT_EQ(Get<QTabWidget>("TabStrip").currentWidget()->objectName(), QLatin1String(key));
+    }
+}
+
+TEST_F(SettingsFormTest, NumbersStayInTheirLimits)
+{
+    Open();
+    auto& field = Get<QSpinBox>("txtRecentFiles");
+    TabTo(field);
+    for (auto [typed, shown] : {std::pair("31", "30"), {"-1", "0"}, {"12", "12"}}) {
+        Key(Qt::Key_A, Qt::ControlModifier);
+        Type(typed);
+        EXPECT_EQ(field.text(), QLatin1String(shown));
+        EXPECT_EQ(model->RecentCapacity(), QString::fromLatin1(shown).toInt());
+    }
+}
+
+TEST_F(SettingsFormTest, SwitchesThatAskArePutBack)
+{
+    Open();
+    auto& box = Get<QCheckBox>("chkHostConfig");
+    TabTo(box);
+    test.boxes.Answer({kAnswerCancel, kAnswerOk});
+    Key(Qt::Key_Space);
+    EXPECT_TRUE(box.isChecked());
+    Key(Qt::Key_Space);
+    EXPECT_FALSE(box.isChecked());
+    EXPECT_EQ(test.boxes.Take().size(), 2U) << "putting it back asks no second time";
+}
+
+TEST_F(SettingsFormTest, ColorsByKeys)
+{
+    live.CommentColor = 0x123456;
+    Open(2);
+    auto& combo = Get<QComboBox>("cbColor3");
+    EXPECT_EQ(combo.currentText(), QStringLiteral("Custom Color >>"));
+    TabTo(combo);
+    Type("Dark R");
+    EXPECT_EQ(model->Clone().CommentColor, 0x000080);
+    EXPECT_EQ(Get<QLabel>("lblColor3").toolTip(), QStringLiteral("Dark Red (standard color) R=128 G=0 B=0"));
+    Key(Qt::Key_End);
+    EXPECT_EQ(combo.currentText(), QStringLiteral("Window Text")) << "the dialog is not opened by walking";
+    Key(Qt::Key_Home);
+    EXPECT_EQ(combo.currentText(), QStringLiteral("Black")) << "headings cannot be chosen";
+    TabTo(Get<QCheckBox>("chkBold3"));
+    Key(Qt::Key_Space);
+    EXPECT_EQ(model->Clone().CommentStyle, 1);
+    TabTo(Get<QPushButton>("cmdDefaultColors"));
+    Key(Qt::Key_Space);
+    EXPECT_EQ(model->Clone().CommentColor, MvEdit().CommentColor);
+    EXPECT_FALSE(Get<QCheckBox>("chkBold3").isChecked());
+}
+
+TEST_F(SettingsFormTest, KeywordsByKeys)
+{
+    Open(5);
+    Alt(Qt::Key_K);
+    Type("FOO");
+    TabTo(Get<QRadioButton>("optNone"));
+    Key(Qt::Key_Down);
+    EXPECT_TRUE(Get<QRadioButton>("optBegin").isChecked());
+    EXPECT_TRUE(Get<QRadioButton>("optLast").isEnabled());
+    Alt(Qt::Key_K);
+    Key(Qt::Key_Return);
+    EXPECT_TRUE(form->isVisible()) << "Return adds the word";
+    EXPECT_EQ(UserWords(), u"FOO+");
+    auto& list = Get<QListView>("lstKeywords");
+    EXPECT_EQ(list.currentIndex().data().toString(), QStringLiteral("FOO"));
+    Type("WHILE");
+    EXPECT_EQ(Get<QWidget>("frBlock").property("title").toString(),
+              QStringLiteral("Block indent for reserved keyword"));
+    EXPECT_TRUE(Get<QRadioButton>("optMid").isChecked());
+    EXPECT_FALSE(Get<QRadioButton>("optNone").isEnabled());
+    Alt(Qt::Key_W);
+    Key(Qt::Key_Home);
+    EXPECT_EQ(Get<QLineEdit>("txtKeyword").text(), QStringLiteral("FOO"));
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(UserWords(), u"");
+    EXPECT_EQ(list.model()->rowCount(), 0);
+}
+
+TEST_F(SettingsFormTest, FiveThousandWordsAreQuick)
+{
+    Text words;
+    for (int i = 0; i < 5000; ++i) words += u"WORD.X" + Decimal(i) + u" ";
+    live.Keywords.SetKeywordList(kUser, u" ", words);
+    Open(5);
+    auto& list = Get<QListView>("lstKeywords");
+    EXPECT_EQ(list.model()->rowCount(), 5000);
+    QElapsedTimer timer;
+    timer.start();
+    TabTo(list);
+    for (int i = 0; i < 50; ++i) Key(Qt::Key_PageDown);
+    for (int i = 0; i < 50; ++i) Key(Qt::Key_Delete);
+    QApplication::processEvents();
+    EXPECT_LT(timer.elapsed(), 3000);
+    EXPECT_EQ(list.model()->rowCount(), 4950);
+}
+
+TEST_F(SettingsFormTest, HostNoteAndDaggers)
+{
+    live.HostCompile = true;
+    Open(1);
+    EXPECT_FALSE(Get<QLabel>("lbHostNote").isVisible());
+    form->ShowPage(3);
+    EXPECT_TRUE(Get<QLabel>("lbHostNote").isVisible());
+    EXPECT_TRUE(Get<QLabel>("lbHostNote").text().startsWith(QChar(0x2020)));
+}
+
+/// Every control has a name, is reached by the tabulator and has the room that its text needs.
+TEST_F(SettingsFormTest, EverythingIsNamedReachedAndReadable)
+{
+    const QFont usual = QApplication::font();
+    for (int points : {10, 14}) {
+        QFont font = usual;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        for (int page = 1; page <= 5; ++page) {
+            Open(page);
+            std::set<const QWidget*> reached;
+            for (int i = 0; i < 80; ++i) {
+                reached.insert(QApplication::focusWidget());
+                Key(Qt::Key_Tab);
+            }
+            for (const QWidget* widget : form->findChildren<QWidget*>()) {
+                if (!widget->isVisible()) continue;
+                bool isButton = qobject_cast<const QAbstractButton*>(widget);
+                if (isButton || qobject_cast<const QLabel*>(widget)) {
+                    EXPECT_GE(widget->width(), widget->minimumSizeHint().width())
+                        << qPrintable(widget->objectName()) << " page " << page;
+                    EXPECT_GE(widget->height(), widget->minimumSizeHint().height());
+                }
+                bool isField = qobject_cast<const QComboBox*>(widget) || qobject_cast<const QSpinBox*>(widget) ||
+                               qobject_cast<const QListView*>(widget) || qobject_cast<const QCheckBox*>(widget);
+                if (isField && widget->isEnabled() && !widget->objectName().isEmpty()) {
+                    EXPECT_FALSE(widget->accessibleName().isEmpty()) << qPrintable(widget->objectName());
+                    EXPECT_TRUE(reached.contains(widget)) << qPrintable(widget->objectName());
+                }
+            }
+        }
+        form.reset();
+        QApplication::setFont(usual);
+    }
+}
+
+} // namespace
+} // namespace nib::test
