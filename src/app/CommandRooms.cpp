@@ -1,5 +1,6 @@
 #include "app/CommandRooms.h"
 
+#include "persistence/frmSettings.h"
 #include "platform/qt/AboutBox.h"
 #include "shell/Program.h"
 #include "shell/frmMain.h"
@@ -54,7 +55,23 @@ void CommandRooms::Properties(mvDocument& document)
     frmProperties(&mainWindow_).ShowDialog(document, program_.CurrentLocation());
 }
 
-void CommandRooms::Settings(int32_t) {}
+void CommandRooms::Settings(int32_t page)
+{
+    SettingsModel model(program_.Services(), store_, *this);
+    frmSettings::ShowSettings(model, &mainWindow_, page);
+}
+
+void CommandRooms::SetToolSize(int32_t size)
+{
+    mainWindow_.Menus().SetIconSize(Band::ToolBar, size);
+    mainWindow_.Menus().SetHotTrack(Band::ToolBar, program_.EditorSettings().ToolbarHotTrack);
+}
+
+void CommandRooms::FontChanged()
+{
+    find_->SetFont();
+    results_->SetFont();
+}
 
 void CommandRooms::About()
 {

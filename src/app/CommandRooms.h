@@ -1,6 +1,7 @@
 #pragma once
 // The rooms behind the commands: what a command asks for by a port, done by the form or document that does it.
 
+#include "persistence/SettingsModel.h"
 #include "platform/qt/HelpWindow.h"
 #include "search/frmFind.h"
 #include "search/frmResults.h"
@@ -17,6 +18,7 @@ class CommandRooms final : public SearchForms,
                            public BlockEdits,
                            public Compiler,
                            public ResultsOutput,
+                           public SettingsApplied,
                            public History,
                            public SearchHost {
 public:
@@ -54,6 +56,9 @@ public:
     void Compile(mvDocument& document) override;
     // ResultsOutput
     void ShowText(TextView text) override;
+    // SettingsApplied
+    void SetToolSize(int32_t size) override;
+    void FontChanged() override;
     // SearchHost, ResultsOutput
     int32_t ActiveDocument() const override;
     void Beep() override;

@@ -1,20 +1,48 @@
 #include "app/SessionRooms.h"
 
+#include "persistence/frmAutoRecover.h"
+#include "platform/posix/FileName.h"
+#include "platform/posix/UserFolders.h"
 #include "shell/Program.h"
 #include "shell/frmMain.h"
 
 namespace nib {
 
+namespace {
+
+/// Copies of what a user is at work on are nobody else's business.
+constexpr mode_t kUserOnly = 0600;
+
+} // namespace
+
+SessionRooms::SessionRooms(SettingsStore& store, const std::string& backupFolder)
+    : store_(store), copies_(FileSaver(backupFolder, kUserOnly))
+{
+}
+
 void SessionRooms::Plug(Program& program, frmMain& mainWindow)
 {
     program_ = &program;
     commands_ = std::make_unique<CommandRooms>(program, mainWindow, store_);
+    hostConfiguration_ = std::make_unique<HostConfiguration>(program.Services());
+    auto offer = [this, &mainWindow](TextView folder, const DynamicArray& names) {
+        frmAutoRecover(*recovery_).ShowDialog(folder, names, &mainWindow);
+    };
+    recovery_ = std::make_unique<modAutoRecover>(
+        AutoRecoverPorts{program.Services(), copies_, states_, token_, FromFileName(LocalDataFolder()), offer});
 }
 
 void SessionRooms::LoadSettings()
 {
     auto ask = [this](TextView text, int32_t flags) { return program_->ShowMessage(text, flags); };
     program_->EditorSettings().LoadSettings({store_, nullptr, program_->DefaultFontName(), ask});
+}
+
+bool SessionRooms::LoadHostConfiguration()
+{
+    if (!hostConfiguration_) return true;
+    hostConfiguration_->LoadHostConfiguration();
+    return hostConfiguration_->HostConfigLoaded();
 }
 
 void SessionRooms::SaveSettings()

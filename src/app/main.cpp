@@ -85,7 +85,7 @@ int main(int argc, char** argv)
     QtWaitNotice notice;
     HostConnection connection(hosts, picker, boxes, {fonts.ProgramFolder(), &notice});
     SettingsFiles settings(hosts.backupFolder, fonts.ProgramFolder());
-    SessionRooms rooms(settings.Store());
+    SessionRooms rooms(settings.Store(), hosts.backupFolder);
     frmMain mainWindow;
     mainWindow.SetStore(&settings.Store());
     boxes.SetOwner(&mainWindow);

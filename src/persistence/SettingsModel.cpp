@@ -3,6 +3,7 @@
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocuments.h"
 #include "editing/SettingText.h"
+#include "persistence/store/LeadingNumber.h"
 #include "platform/MenuBar.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "persistence/frmSettingsFields.h"
 
-#include "editing/SettingText.h"
+#include "persistence/store/LeadingNumber.h"
 #include "platform/qt/QtText.h"
 
 #include <QButtonGroup>

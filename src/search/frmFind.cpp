@@ -146,19 +146,13 @@ void frmFind::Connect()
     connect(optDirection_, &QButtonGroup::idClicked, this, [this](int id) { engine_.SetSearchUp(id == kUp); });
     connect(chkMatchCase_, &QCheckBox::toggled, this, [&state](bool on) { state.matchCase = on; });
     connect(chkWholeWord_, &QCheckBox::toggled, this, [&state](bool on) { state.wholeWord = on; });
-    connect(cmdFind_, &QPushButton::clicked, this, &frmFind::FindNext);
+    connect(cmdFind_, &QPushButton::clicked, this, [this] { Step([this] { FindNext(); }); });
     connect(cmdFindAll_, &QPushButton::clicked, this, [this] { ListAll(FindMode::List); });
     connect(cmdBookmark_, &QPushButton::clicked, this, [this] { ListAll(FindMode::Bookmark); });
-    connect(cmdRepl_, &QPushButton::clicked, this, [this] {
-        engine_.ReplaceNext();
-        RefreshFindList();
-    });
-    connect(cmdReplAll_, &QPushButton::clicked, this, [this] {
-        engine_.ReplaceAll();
-        RefreshFindList();
-    });
+    connect(cmdRepl_, &QPushButton::clicked, this, [this] { Step([this] { engine_.ReplaceNext(); }); });
+    connect(cmdReplAll_, &QPushButton::clicked, this, [this] { Step([this] { engine_.ReplaceAll(); }); });
     connect(cmdCancel_, &QPushButton::clicked, this, &frmFind::reject);
-    connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, &frmFind::FindNext);
+    connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, [this] { Step([this] { FindNext(); }); });
     cboFind_->lineEdit()->installEventFilter(this);
     txtRepl_->installEventFilter(this);
 }
@@ -182,6 +176,14 @@ void frmFind::Find()
 void frmFind::Replace()
 {
     if (engine_.Replace()) ShowDialog();
+}
+
+/// The dialog stays in use, whichever document came to the front meanwhile.
+void frmFind::Step(const std::function<void()>& body)
+{
+    body();
+    RefreshFindList();
+    if (isVisible()) activateWindow();
 }
 
 bool frmFind::FindNext()

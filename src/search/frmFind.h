@@ -5,6 +5,8 @@
 
 #include <QDialog>
 
+#include <functional>
+
 class QButtonGroup;
 class QCheckBox;
 class QComboBox;
@@ -42,6 +44,7 @@ private:
     void ShowDialog();
     void ShowState();
     void RefreshFindList();
+    void Step(const std::function<void()>& body);
     void ListAll(FindMode mode);
 
     FindEngine& engine_;

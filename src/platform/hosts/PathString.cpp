@@ -57,7 +57,7 @@ ItemPlace ParseHost(TextView path)
 
 Text ComposeHostPath(const ItemPlace& place)
 {
-    if (place.provider == kFileProvider) return ComposeFilePath(place.itemId);
+    if (place.provider == kFileProvider) return ComposeFilePath(place.itemId.empty() ? place.folder : place.itemId);
     size_t used = kLevels.size();
     while (used > 0 && (place.*kLevels[used - 1]).empty()) --used;
     Text path(kHostPrefix);
