@@ -74,7 +74,7 @@ def find_and_replace_everywhere(desktop):
     desktop.keys("Return")
     desktop.wait_active(r"^Replace$")
     desktop.keys("Escape")
-    desktop.wait_active(r"\[\*BP MENU on ")
+    desktop.wait_active(r"\[\*BP INVOICE on ")  # where the last replacement was
     desktop.keys("ctrl+shift+s")
     for name, text in before.items():
         expected = re.sub(r"(?<![A-Za-z0-9._$])PRINT(?![A-Za-z0-9._$])", "CRT", text, flags=re.I)
