@@ -86,7 +86,8 @@ QtPrinting::QtPrinting(const DebugLog& log, MessageBoxes& boxes)
 void QtPrinting::Told(const std::function<void()>& body)
 {
     Guarded(log_, u"QtPrinting.Print", body, [this](const Error& error) {
-        boxes_.Show(u"Printing failed.\r\n\r\n" + error.description, message_box::kOk | message_box::kError, u"Nib");
+        boxes_.Show(u"Printing failed.\r\n\r\n" + error.description,
+                    message_box::kOk | message_box::kError | message_box::kExtended, u"Nib");
     });
 }
 
