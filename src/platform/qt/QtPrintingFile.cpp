@@ -1,6 +1,6 @@
 #include "platform/qt/QtPrintingFile.h"
 
-#include "base/Error.h"
+#include "diagnostics/Guarded.h"
 #include "platform/qt/QtText.h"
 
 #include <QDir>
@@ -9,7 +9,9 @@
 #include <QPdfWriter>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <memory>
+#include <optional>
 
 namespace nib {
 
@@ -36,6 +38,7 @@ void WritePdf(const PdfTarget& target, const std::function<void(QPagedPaintDevic
     else
         file = std::make_unique<QFile>(target.path);
     if (!file->open(QIODevice::WriteOnly)) Refuse(target.path, file->errorString());
+    std::optional<Error> failure;
     {
         QPdfWriter writer(file.get());
         writer.setResolution(kResolution);
@@ -43,8 +46,10 @@ void WritePdf(const PdfTarget& target, const std::function<void(QPagedPaintDevic
         writer.setPageRanges(target.pages);
         writer.setTitle(target.title);
         writer.setCreator(QStringLiteral("Nib"));
-        draw(writer);
+        failure = FailureOf([&] { draw(writer); });
     }
+    // A disk that is full comes out as a page that could not be begun; the file knows better.
+    if (failure && file->error() == QFileDevice::NoError) throw Error(*failure);
     bool written = file->flush() && file->error() == QFileDevice::NoError;
     QString reason = file->errorString();
     if (plain && written) {
