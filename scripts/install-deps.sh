@@ -12,7 +12,7 @@ packages=(
     # a display where there is none, and a window manager and pictures for it
     xvfb xauth openbox xdotool x11-utils imagemagick
     # tests
-    libgtest-dev libbenchmark-dev python3 acl attr procps
+    libgtest-dev libbenchmark-dev python3 acl attr procps poppler-utils
     # fuzzers
     clang libclang-rt-dev
     "$@"

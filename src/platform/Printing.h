@@ -1,0 +1,15 @@
+#pragma once
+#include "base/Text.h"
+
+namespace nib {
+
+class SourceViewModel;
+
+class Printing {
+public:
+    virtual ~Printing() = default;
+    /// Asks where to and which pages, and prints what the view holds. Tells the user of any failure itself.
+    virtual void Print(SourceViewModel& view, TextView title) = 0;
+};
+
+} // namespace nib

@@ -1,0 +1,65 @@
+#pragma once
+// Printing on the desktop: the dialog with preview and page set-up, printers, PDF files.
+
+#include "diagnostics/DebugLog.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Printing.h"
+#include "platform/sourceview/PageLayout.h"
+
+#include <QPageLayout>
+#include <QPagedPaintDevice>
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+class QPrinter;
+
+namespace nib {
+
+class frmResults;
+
+/// The present date in the system's short form.
+Text ShortDate();
+
+/// The view's lines on the device's pages; its page ranges count. `lines` empty: all.
+void DrawPages(SourceViewModel& view, QPagedPaintDevice& device, const std::vector<PrintRange>& lines = {});
+
+/// What can be printed, again and again for each preview.
+struct PrintJob {
+    QString title;
+    std::function<void(QPagedPaintDevice&)> draw;
+    std::function<void(QPagedPaintDevice&)> drawSelection; ///< none: nothing is selected
+};
+
+class QtPrinting final : public Printing {
+public:
+    /// Both outlive the object.
+    QtPrinting(const DebugLog& log, MessageBoxes& boxes);
+
+    /// The dialogs stand over `owner`; null until there is a window.
+    void SetOwner(QWidget* owner) { owner_ = owner; }
+    void Print(SourceViewModel& view, TextView title) override;
+    void PrintResults(frmResults& results);
+
+    /// Asks for printer, pages and the like; false when nothing is left to print.
+    std::function<bool(QPrinter&, const PrintJob&, QWidget*)> choose;
+
+private:
+    void Run(QWidget* owner, const PrintJob& job);
+    void PrintOn(QPrinter& printer, const PrintJob& job);
+    bool Ask(QPrinter& printer, const PrintJob& job, QWidget* owner);
+    /// True when it was printed from there.
+    bool Preview(QPrinter& printer, const PrintJob& job, QWidget* owner);
+    /// Runs `body`; the user is told how it fails.
+    void Told(const std::function<void()>& body);
+
+    const DebugLog& log_;
+    MessageBoxes& boxes_;
+    QPointer<QWidget> owner_;
+    std::optional<QPageLayout> layout_; ///< as last chosen
+    QString folder_;                    ///< of the last PDF file
+};
+
+} // namespace nib

@@ -1,0 +1,246 @@
+#include "printing/PrintClass.h"
+
+#include "fakes/MemoryClipboard.h"
+#include "fakes/PaperSurface.h"
+#include "fakes/RecordingTrace.h"
+#include "fakes/TestProgram.h"
+#include "fakes/WordLexer.h"
+
+#include <gtest/gtest.h>
+
+namespace nib::test {
+namespace {
+
+/// A view whose text goes to paper of 40 by 10 characters: 8 rows below the header, 33 characters behind the numbers.
+struct Printed : testing::Test {
+    WordLexer lexer;
+    SourceBuffer buffer;
+    MemoryClipboard clipboard;
+    SourceViewModel view{buffer, clipboard};
+    RecordingTrace trace;
+    DebugLog log{&trace};
+    PrintClass handler{view, log, [] { return Text(u"1/2/03"); }};
+    PaperSurface paper;
+
+    void SetUp() override
+    {
+        buffer.SetLexer(&lexer);
+        view.SetDrawHandler(&handler);
+    }
+    void Lines(int32_t count)
+    {
+        Text text = u"X";
+        for (int32_t i = 1; i < count; ++i) text += u"\r\nX";
+        view.SetText(text);
+    }
+    void Print(const std::vector<PrintRange>& pages = {}, const std::vector<PrintRange>& lines = {})
+    {
+        PageLayout(view, paper, paper.shape, lines).Print(pages);
+    }
+};
+
+TEST_F(Printed, HeaderNamesTheDocument)
+{
+    struct Case {
+        TextView filename;
+        TextView itemId;
+        TextView title;
+        TextView row; ///< on paper of 60 characters
+    };
+    const Case cases[] = {
+        {u"", u"", u"File: (untitled)", u"    Page 1              File: (untitled)              1/2/03"},
+        {u"/a/B", u"", u"File: /a/B", u"    Page 1                 File: /a/B                 1/2/03"},
+        {u"BP", u"MAIN", u"File: BP     Item: MAIN", u"    Page 1          File: BP     Item: MAIN           1/2/03"},
+        {u"/home/someone/a/long/way/to/the/source", u"", u"File: /home/someone/a/long/way/to/the/source",
+         u"    Page 1    File: \u2026eone/a/long/way/to/the/source    1/2/03"},
+    };
+    for (const Case& row : cases) {
+        PaperSurface sheet;
+        sheet.shape.width = 640;
+        handler.SetNames(row.filename, row.itemId);
+        EXPECT_EQ(handler.Title(), row.title);
+        PageLayout(view, sheet, sheet.shape).Print();
+        EXPECT_EQ(ToUtf8(sheet.Row(1, 0)), ToUtf8(row.row));
+        EXPECT_EQ(sheet.Row(1, 1), u"") << "a blank row below it";
+        EXPECT_EQ(sheet.Row(1, 2), u" 0001");
+    }
+}
+
+TEST_F(Printed, HeaderStandsWithoutMeasuring)
+{
+    paper.shape.width = 640;
+    Print();
+    Text measured = paper.Row(1, 0);
+    PaperSurface blind;
+    blind.shape = paper.shape;
+    blind.measures = false;
+    PageLayout(view, blind, blind.shape).Print();
+    EXPECT_EQ(blind.Row(1, 0), measured);
+}
+
+TEST_F(Printed, NumbersAreAsWideAsTheLastOneNeeds)
+{
+    const std::pair<int32_t, TextView> cases[] = {
+        {1, u" 0001  X"}, {120, u" 0120  X"}, {9999, u" 9999  X"}, {12345, u" 12345  X"}};
+    for (auto [count, last] : cases) {
+        paper = PaperSurface();
+        Lines(count);
+        Print();
+        const size_t pages = paper.pages.size();
+        EXPECT_EQ(pages, static_cast<size_t>((count + 7) / 8));
+        EXPECT_EQ(ToUtf8(paper.Row(pages, static_cast<size_t>((count - 1) % 8) + 2)), ToUtf8(last));
+        EXPECT_EQ(paper.Row(pages, 0).substr(4, 5), u"Page ");
+        EXPECT_EQ(ToInt(TextView(paper.Row(pages, 0)).substr(9)), static_cast<int32_t>(pages));
+    }
+}
+
+TEST_F(Printed, WrappedLinesAreNumberedOnce)
+{
+    struct Case {
+        const char* why;
+        Text line;
+        std::vector<Text> rows;
+    };
+    const Text x(33, u'x');
+    const Case cases[] = {
+        {"fits", x, {u" 0001  " + x, u" 0002  END"}},
+        {"anywhere in a long word", x + u"yz", {u" 0001  " + x, u"       yz", u" 0002  END"}},
+        {"at a blank", u"one " + x, {u" 0001  one", u"       " + x, u" 0002  END"}},
+        {"not behind the indent", u"    " + x, {u" 0001      " + x.substr(4), u"       xxxx", u" 0002  END"}},
+        {"blanks hang over", x + u"   y", {u" 0001  " + x, u"       y", u" 0002  END"}},
+        {"blanks at the end need no row", x + u"   ", {u" 0001  " + x, u" 0002  END"}},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.why);
+        paper = PaperSurface();
+        view.SetText(row.line + u"\r\nEND");
+        Print();
+        for (size_t i = 0; i < row.rows.size(); ++i) {
+            EXPECT_EQ(ToUtf8(paper.Row(1, i + 2)), ToUtf8(row.rows[i]));
+        }
+    }
+}
+
+TEST_F(Printed, AWrappedLineGoesOnOverThePage)
+{
+    view.SetText(Text(33 * 9, u'X') + u"\r\nX");
+    Print();
+    EXPECT_EQ(paper.Row(2, 2), u"       " + Text(33, u'X'));
+    EXPECT_EQ(paper.Row(2, 3), u" 0002  X");
+}
+
+TEST_F(Printed, PagesAndLinesAreChosen)
+{
+    struct Case {
+        std::vector<PrintRange> pages;
+        std::vector<PrintRange> lines;
+        std::vector<TextView> firstRows; ///< of each sheet
+    };
+    const Case cases[] = {
+        {{}, {}, {u" 0001  X", u" 0009  X", u" 0017  X", u" 0025  X"}},
+        {{{2, 3}}, {}, {u" 0009  X", u" 0017  X"}},
+        {{{4, 9}, {1, 1}}, {}, {u" 0001  X", u" 0025  X"}},
+        {{}, {{9, 19}}, {u" 0010  X", u" 0018  X"}},
+        {{{2, 2}}, {{9, 19}}, {u" 0018  X"}},
+    };
+    Lines(30);
+    for (const Case& row : cases) {
+        paper = PaperSurface();
+        Print(row.pages, row.lines);
+        ASSERT_EQ(paper.pages.size(), row.firstRows.size());
+        for (size_t i = 0; i < row.firstRows.size(); ++i) EXPECT_EQ(paper.Row(i + 1, 2), row.firstRows[i]);
+    }
+}
+
+TEST_F(Printed, TokensKeepTheirStyles)
+{
+    view.PrintTokenStyles().SetColor(8, 0);
+    view.PrintTokenStyles().SetColor(6, 0);
+    view.PrintTokenStyles().SetStyle(6, token_style::kItalic);
+    view.PrintTokenStyles().SetColor(4, 0xFF0000);
+    view.TokenStyles().SetColor(8, 0x123456);
+    view.SetText(u"IF a\uF8FDb * why, and more than one row of it");
+    Print();
+    struct Want {
+        TextView text;
+        int32_t color;
+        int32_t style;
+    };
+    const Want wanted[] = {{u"IF", 0xFF0000, 0},
+                           {u" a\uF8FDb ", 0, 0},
+                           {u"* why, and more than one ", 0, token_style::kItalic},
+                           {u"row of it", 0, token_style::kItalic}};
+    ASSERT_EQ(paper.runs.size(), std::size(wanted));
+    for (size_t i = 0; i < std::size(wanted); ++i) {
+        EXPECT_EQ(ToUtf8(paper.runs[i].text), ToUtf8(wanted[i].text));
+        EXPECT_EQ(paper.runs[i].style.color, wanted[i].color);
+        EXPECT_EQ(paper.runs[i].style.style, wanted[i].style);
+    }
+}
+
+TEST_F(Printed, FailingNumbersAreLoggedAndPrintingGoesOn)
+{
+    struct Torn final : DrawSurface {
+        int32_t TextWidth(TextView) override { return 0; }
+        void DrawText(int32_t, int32_t, TextView) override { throw Error(0x1F, u"torn"); }
+    };
+    Torn torn;
+    DrawContext context;
+    context.surface = &torn;
+    handler.PreDrawLine(context);
+    EXPECT_EQ(trace.Take(), (TraceLines{{trace::kErrors, u"PrintClass.PreDrawLine: error=0x1F torn"}}));
+}
+
+/// Writes down the order in which a view calls its handler.
+struct Calls final : ISourceDraw2 {
+    std::string order;
+    void PreDraw(DrawContext&) override { order = "("; }
+    void PreDrawPage(DrawContext& c) override { order += "[" + std::to_string(c.page); }
+    void PreDrawLine(DrawContext& c) override { order += c.continuation ? "+" : "."; }
+    void PostDrawPage(DrawContext&) override { order += "]"; }
+    void PostDraw(DrawContext&) override { order += ")"; }
+};
+
+TEST_F(Printed, TheHandlerIsCalledInOrder)
+{
+    Calls calls;
+    view.SetDrawHandler(&calls);
+    paper.shape.height = 12 * 5;
+    view.SetText(u"A\r\n" + Text(50, u'B') + u"\r\nC");
+    Print();
+    EXPECT_EQ(calls.order, "([1..+][2.])");
+}
+
+TEST(PrintText, NamesTheDocumentAndPrintsIt)
+{
+    struct Printer final : ViewHost {
+        int32_t prints = 0;
+        void Print() override { ++prints; }
+    };
+    struct Case {
+        std::shared_ptr<mvDocument> document;
+        TextView title;
+    };
+    TestProgram test;
+    test.Store(kMain, u"A");
+    test.Store(kLocal, u"B");
+    const Case cases[] = {{test.New(), u"File: (untitled)"},
+                          {test.Open(kLocal), u"File: </home/x/a.bas>"},
+                          {test.Open(kMain), u"File: BP     Item: MAIN"}};
+    for (const Case& row : cases) {
+        auto& view = static_cast<SourceViewModel&>(row.document->EnsureView().txtText());
+        Printer printer;
+        view.SetHost(&printer);
+        PrintClass handler(view, test.program.Log(), [] { return Text(); });
+        handler.SetNames(u"old", u"old");
+        view.SetDrawHandler(&handler);
+        row.document->PrintText();
+        EXPECT_EQ(ToUtf8(handler.Title()), ToUtf8(row.title));
+        EXPECT_EQ(printer.prints, 1);
+        view.SetHost(nullptr);
+        view.SetDrawHandler(nullptr);
+    }
+}
+
+} // namespace
+} // namespace nib::test
