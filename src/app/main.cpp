@@ -1,5 +1,6 @@
 // The composition root: the only place that knows which implementation stands behind which port.
 
+#include "app/AutomationRoom.h"
 #include "app/CommandLineHelp.h"
 #include "diagnostics/Guarded.h"
 #include "platform/hosts/HostConnection.h"
@@ -43,6 +44,14 @@ std::vector<Text> Arguments(const QStringList& all)
     return arguments;
 }
 
+/// Some parts hear of the end only through here.
+class LifeParts final : public SessionParts {
+public:
+    void RaiseQuit() override { automation->RaiseQuit(); }
+
+    AutomationRoom* automation = nullptr;
+};
+
 /// The bus names itself to the services that it starts.
 StartMode HowStarted()
 {
@@ -83,12 +92,17 @@ int main(int argc, char** argv)
     boxes.SetOwner(&mainWindow);
     picker.SetOwner(&mainWindow);
     DocumentWindows views(mainWindow, clipboard);
-    SessionParts parts;
+    LifeParts parts;
     Program program({connection, boxes, mainWindow, views, fonts, clipboard, parts});
     mainWindow.SetProgram(&program);
 
-    program.Main(HowStarted(), RebuildCommandLine(Arguments(QApplication::arguments())));
+    StartMode mode = HowStarted();
+    AutomationRoom automation(program, mainWindow, mode);
+    parts.automation = &automation;
+    automation.Serve();
+    program.Main(mode, RebuildCommandLine(Arguments(QApplication::arguments())));
     if (program.IsShuttingDown()) return EXIT_SUCCESS;
     if (!sampleFault.empty()) program.ReportError(sampleFault);
+    automation.Ready();
     return QApplication::exec();
 }

@@ -8,8 +8,6 @@ namespace nib {
 
 namespace {
 
-constexpr int32_t kLinesChanged = 70;
-
 int32_t Length(TextView text)
 {
     return static_cast<int32_t>(text.size());

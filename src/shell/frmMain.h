@@ -39,6 +39,10 @@ public:
     void Show() override;
     void Unload() override;
     void ArmShutdownTimer() override;
+    void DisarmShutdownTimer() override { shutdownTimer_.stop(); }
+    bool Visible() const override { return isVisible(); }
+    void SetVisible(bool visible) override { setVisible(visible); }
+    bool IsModal() const override;
     void ToForeground() override;
     void SetTitle(TextView title) override;
     Text Title() const { return title_; }
