@@ -2,6 +2,7 @@
 
 #include "persistence/frmSettings.h"
 #include "platform/qt/AboutBox.h"
+#include "platform/qt/QtPrinting.h"
 #include "shell/Program.h"
 #include "shell/frmMain.h"
 #include "shell/frmProperties.h"
@@ -10,8 +11,8 @@
 
 namespace nib {
 
-CommandRooms::CommandRooms(Program& program, frmMain& mainWindow, SettingsStore& store)
-    : program_(program), mainWindow_(mainWindow), store_(store)
+CommandRooms::CommandRooms(Program& program, frmMain& mainWindow, SettingsStore& store, QtPrinting& printing)
+    : program_(program), mainWindow_(mainWindow), store_(store), printing_(printing)
 {
     CommandPorts& ports = mainWindow_.Ports();
     ports.search = this;
@@ -20,12 +21,14 @@ CommandRooms::CommandRooms(Program& program, frmMain& mainWindow, SettingsStore&
     ports.edits = this;
     ports.history = this;
     ports.compiler = this;
+    ports.printer = &printer_;
 }
 
 void CommandRooms::LoadForms()
 {
     resultsModel_ = std::make_unique<ResultsModel>(program_.Services(), *this);
     results_ = std::make_unique<frmResults>(*resultsModel_, store_, &mainWindow_);
+    results_->onPrint = [this](frmResults& results) { printing_.PrintResults(results); };
     engine_ =
         std::make_unique<FindEngine>(program_.Services(), *this, *results_, program_.EditorSettings().RecentSearches);
     find_ = std::make_unique<frmFind>(*engine_, &mainWindow_);

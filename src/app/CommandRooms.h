@@ -6,10 +6,12 @@
 #include "search/frmFind.h"
 #include "search/frmResults.h"
 #include "shell/CommandPorts.h"
+#include "shell/TextPrinter.h"
 #include "shell/frmGoto.h"
 
 namespace nib {
 
+class QtPrinting;
 class frmMain;
 
 class CommandRooms final : public SearchForms,
@@ -23,7 +25,7 @@ class CommandRooms final : public SearchForms,
                            public SearchHost {
 public:
     /// All outlive it.
-    CommandRooms(Program& program, frmMain& mainWindow, SettingsStore& store);
+    CommandRooms(Program& program, frmMain& mainWindow, SettingsStore& store, QtPrinting& printing);
 
     /// The forms live from the load of the settings to the end of the main window.
     void LoadForms();
@@ -67,6 +69,8 @@ private:
     Program& program_;
     frmMain& mainWindow_;
     SettingsStore& store_;
+    QtPrinting& printing_;
+    TextPrinter printer_;
     std::unique_ptr<ResultsModel> resultsModel_;
     std::unique_ptr<frmResults> results_;
     std::unique_ptr<FindEngine> engine_;

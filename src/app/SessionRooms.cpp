@@ -20,10 +20,11 @@ SessionRooms::SessionRooms(SettingsStore& store, const std::string& backupFolder
 {
 }
 
-void SessionRooms::Plug(Program& program, frmMain& mainWindow)
+void SessionRooms::Plug(Program& program, frmMain& mainWindow, QtPrinting& printing, AutomationRoom& automation)
 {
     program_ = &program;
-    commands_ = std::make_unique<CommandRooms>(program, mainWindow, store_);
+    automation_ = &automation;
+    commands_ = std::make_unique<CommandRooms>(program, mainWindow, store_, printing);
     hostConfiguration_ = std::make_unique<HostConfiguration>(program.Services());
     auto offer = [this, &mainWindow](TextView folder, const DynamicArray& names) {
         frmAutoRecover(*recovery_).ShowDialog(folder, names, &mainWindow);

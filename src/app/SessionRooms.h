@@ -1,4 +1,5 @@
 #pragma once
+#include "app/AutomationRoom.h"
 #include "app/CommandRooms.h"
 #include "documents/HostConfiguration.h"
 #include "persistence/modAutoRecover.h"
@@ -14,8 +15,8 @@ class SessionRooms final : public SessionParts {
 public:
     SessionRooms(SettingsStore& store, const std::string& backupFolder);
 
-    /// Once, before the program starts; both outlive the session.
-    void Plug(Program& program, frmMain& mainWindow);
+    /// Once, before the program starts.
+    void Plug(Program& program, frmMain& mainWindow, QtPrinting& printing, AutomationRoom& automation);
 
     void LoadSettings() override;
     void SaveSettings() override;
@@ -28,6 +29,7 @@ public:
     void ReleaseHostConfiguration() override { hostConfiguration_.reset(); }
     void LoadForms() override { commands_->LoadForms(); }
     void UnloadForms() override { commands_->UnloadForms(); }
+    void RaiseQuit() override { automation_->RaiseQuit(); }
 
 private:
     SettingsStore& store_;
@@ -35,6 +37,7 @@ private:
     PosixFileStates states_;
     PosixSessionToken token_{PosixSessionToken::UsualFolders()};
     Program* program_ = nullptr;
+    AutomationRoom* automation_ = nullptr;
     std::unique_ptr<CommandRooms> commands_;
     std::unique_ptr<modAutoRecover> recovery_;
     std::unique_ptr<HostConfiguration> hostConfiguration_;

@@ -1,5 +1,6 @@
 // The composition root: the only place that knows which implementation stands behind which port.
 
+#include "app/AutomationRoom.h"
 #include "app/CommandLineHelp.h"
 #include "app/SessionRooms.h"
 #include "app/SettingsFiles.h"
@@ -12,6 +13,7 @@
 #include "platform/qt/QtClipboard.h"
 #include "platform/qt/QtFonts.h"
 #include "platform/qt/QtMessageBoxes.h"
+#include "platform/qt/QtPrinting.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWaitNotice.h"
 #include "shell/CommandLine.h"
@@ -93,11 +95,17 @@ int main(int argc, char** argv)
     notice.SetOwner(&mainWindow);
     DocumentWindows views(mainWindow, clipboard);
     Program program({connection, boxes, mainWindow, views, fonts, clipboard, rooms, &trace});
+    QtPrinting printing(program.Log(), boxes);
+    printing.SetOwner(&mainWindow);
+    mainWindow.SetPrinting(&printing);
     mainWindow.SetProgram(&program);
-    rooms.Plug(program, mainWindow);
-
-    program.Main(HowStarted(), RebuildCommandLine(Arguments(QApplication::arguments())));
+    StartMode mode = HowStarted();
+    AutomationRoom automation(program, mainWindow, mode);
+    rooms.Plug(program, mainWindow, printing, automation);
+    automation.Serve();
+    program.Main(mode, RebuildCommandLine(Arguments(QApplication::arguments())));
     if (program.IsShuttingDown()) return EXIT_SUCCESS;
     if (!sampleFault.empty()) program.ReportError(sampleFault);
+    automation.Ready();
     return QApplication::exec();
 }

@@ -33,6 +33,7 @@ std::shared_ptr<mvDocument> mvDocuments::NextAfter(int32_t documentId) const
 void mvDocuments::Add(std::shared_ptr<mvDocument> document)
 {
     documents_.push_back(std::move(document));
+    if (Added) Added(*documents_.back());
 }
 
 void mvDocuments::Remove(int32_t documentId)

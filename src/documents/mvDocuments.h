@@ -1,6 +1,7 @@
 #pragma once
 #include "documents/mvDocument.h"
 
+#include <functional>
 #include <vector>
 
 namespace nib {
@@ -18,6 +19,9 @@ public:
     void Remove(int32_t documentId);
     /// A copy, so that documents may close while it is walked.
     std::vector<std::shared_ptr<mvDocument>> All() const { return documents_; }
+
+    /// Told of each document once it is in.
+    std::function<void(mvDocument&)> Added;
 
 private:
     std::vector<std::shared_ptr<mvDocument>> documents_;

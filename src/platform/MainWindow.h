@@ -12,6 +12,13 @@ public:
     virtual void Unload() = 0;
     /// Unloads in a moment, once the call that asks for it is over.
     virtual void ArmShutdownTimer() {}
+    /// Takes that back as long as the moment has not passed.
+    virtual void DisarmShutdownTimer() {}
+    /// Hiding leaves everything in it as it is.
+    virtual bool Visible() const { return true; }
+    virtual void SetVisible(bool) {}
+    /// A box or dialog waits for the user.
+    virtual bool IsModal() const { return false; }
     virtual void ToForeground() = 0;
     virtual void SetTitle(TextView title) = 0;
     /// Panels are numbered from 1.

@@ -54,6 +54,7 @@ void Program::Main(StartMode mode, TextView commandLine)
 void Program::Start(StartMode mode, TextView commandLine)
 {
     InstallFonts();
+    log_.Write(u"documents initialize", trace::kObjects);
     ports_.parts.LoadSettings();
     if (settings_.FontName.empty()) settings_.FontName = DefaultFontName();
     ports_.mainWindow.Load();
@@ -219,6 +220,7 @@ void Program::TakeDown()
     ports_.mainWindow.Unload();
     ports_.parts.UnloadForms();
     for (auto& document : openDocuments_.All()) document->FileClose(false);
+    log_.Write(u"documents terminate", trace::kObjects);
     ports_.parts.SaveSettings();
     ports_.parts.ReleaseHostConfiguration();
     ports_.parts.RaiseQuit();

@@ -54,6 +54,8 @@ public:
     void DocumentLeft(mvDocument& document);
     /// The auto-save timer's minute.
     void AutoSaveMinute();
+    /// Once for the process; a host that is not known well enough yet is asked again next time.
+    void LoadHostConfiguration();
     void HandleDroppedFiles(const std::vector<Text>& files);
     /// Asked once in the life of a dialog: the caller keeps `cached`.
     std::shared_ptr<mvItem> DefaultServer(std::shared_ptr<mvItem>& cached);
@@ -91,7 +93,6 @@ private:
     void ParseCmdLine(TextView line);
     void OpenFromCommandLine(TextView line);
     void LearnAccount();
-    void LoadHostConfiguration();
     void InstallFonts();
     void UninstallFonts();
     void TakeDown();

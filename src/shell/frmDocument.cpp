@@ -2,6 +2,7 @@
 
 #include "diagnostics/DebugLog.h"
 #include "documents/mvDocument.h"
+#include "platform/qt/QtPrinting.h"
 #include "platform/qt/QtText.h"
 #include "platform/sourceview/widget/SourceViewWidget.h"
 #include "shell/FramePlacement.h"
@@ -53,6 +54,8 @@ void frmDocument::Load()
     lexer_.SetHighlight(settings.Highlight);
     lexer_.SetKeywords(settings.Keywords);
     buffer_.SetLexer(&lexer_);
+    print_ = std::make_unique<PrintClass>(Model(), mainWindow_.Owner().Log(), ShortDate);
+    Model().SetDrawHandler(print_.get());
     Model().SetMarginWidth(kMargin + (settings.CollapseBlocks ? kBlockColumn : 0));
     Model().SetShowBlocks(settings.CollapseBlocks);
 }
@@ -68,6 +71,9 @@ void frmDocument::Connect()
     using View = SourceViewWidget;
     QObject::connect(widget_, &View::valueRequested, window_, [this] { Insert(false); });
     QObject::connect(widget_, &View::subValueRequested, window_, [this] { Insert(true); });
+    QObject::connect(widget_, &View::printRequested, window_, [this] {
+        if (mainWindow_.Printer() && document_) mainWindow_.Printer()->Print(Model(), document_->DisplayName());
+    });
     QObject::connect(widget_, &View::mousePressed, window_, [this] { ClearTarget(); });
     QObject::connect(widget_, &View::mouseDoubleClicked, window_, [this] { doubleClicked_ = true; });
     QObject::connect(widget_, &View::mouseReleased, window_,

@@ -4,6 +4,7 @@
 #include "documents/clsDocView.h"
 #include "editing/LexClass.h"
 #include "platform/sourceview/SourceViewModel.h"
+#include "printing/PrintClass.h"
 #include "shell/HitTest.h"
 
 #include <QPointF>
@@ -84,6 +85,7 @@ private:
     SourceBuffer buffer_;
     DocumentWindow* window_ = nullptr;   ///< owned by the MDI area, deleted with this object
     SourceViewWidget* widget_ = nullptr; ///< owned by window_
+    std::unique_ptr<PrintClass> print_;
     mvDocument* document_ = nullptr;
     QTimer focusTimer_;
     Text title_;

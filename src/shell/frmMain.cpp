@@ -55,7 +55,7 @@ frmMain::frmMain() : area_(new QMdiArea(this))
     shutdownTimer_.setInterval(kShutdownDelay);
     QObject::connect(&shutdownTimer_, &QTimer::timeout, this, [this] {
         // The frame does not go from under a dialog; it is asked again when that is over.
-        if (QApplication::activeModalWidget()) return shutdownTimer_.start();
+        if (IsModal()) return shutdownTimer_.start();
         Unload();
     });
     stuckFocusTimer_.setSingleShot(true);
@@ -154,6 +154,11 @@ void frmMain::resizeEvent(QResizeEvent* event)
 void frmMain::ArmShutdownTimer()
 {
     shutdownTimer_.start();
+}
+
+bool frmMain::IsModal() const
+{
+    return QApplication::activeModalWidget() != nullptr;
 }
 
 void frmMain::Unload()

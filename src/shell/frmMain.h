@@ -3,6 +3,7 @@
 // that belong to it rather than to a widget in it.
 
 #include "platform/MainWindow.h"
+#include "platform/Printing.h"
 #include "platform/qt/QtMenuBar.h"
 #include "shell/ChildOrder.h"
 #include "shell/FramePlacement.h"
@@ -30,6 +31,9 @@ public:
     /// Both set once, before Load; they outlive the window's use of them. Without a store nothing is remembered.
     void SetProgram(Program* program) { program_ = program; }
     void SetStore(SettingsStore* store) { store_ = store; }
+    /// Null as long as nothing can be printed.
+    void SetPrinting(Printing* printing) { printing_ = printing; }
+    Printing* Printer() const { return printing_; }
     /// Filled as the rooms behind the commands are plugged in.
     CommandPorts& Ports() { return ports_; }
     MenuModel& Menus() { return menus_; }
@@ -39,6 +43,10 @@ public:
     void Show() override;
     void Unload() override;
     void ArmShutdownTimer() override;
+    void DisarmShutdownTimer() override { shutdownTimer_.stop(); }
+    bool Visible() const override { return isVisible(); }
+    void SetVisible(bool visible) override { setVisible(visible); }
+    bool IsModal() const override;
     void ToForeground() override;
     void SetTitle(TextView title) override;
     Text Title() const { return title_; }
@@ -112,6 +120,7 @@ private:
 
     Program* program_ = nullptr;
     SettingsStore* store_ = nullptr;
+    Printing* printing_ = nullptr;
     QMdiArea* area_;
     MenuModel menus_;
     QtMenuBar menuBar_{*this, menus_};
