@@ -41,7 +41,7 @@ void Check(const std::vector<Row>& rows, const MvEdit& settings = {})
 {
     for (const Row& row : rows) {
         MarkedEditor editor(row.before);
-        editor.settings = settings;
+        editor.settings = settings.Clone();
         Execute(editor, row.op);
         EXPECT_EQ(ToUtf8(editor.Marked()), ToUtf8(row.after)) << ToUtf8(row.before);
         editor.view.SetCaret({0, 0}); // an undo knows its place

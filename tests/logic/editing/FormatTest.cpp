@@ -23,7 +23,7 @@ Text Formatted(TextView program, const MvEdit& settings = {}, TextView userPrefi
     keywords.SetCommentPrefixes(userPrefixes);
     keywords.SetKeywordList(4, u" ", u"OPEN.IT+ CLOSE.IT- BETWEEN= FIRST[ LAST]");
     editor.lexer.SetKeywords(keywords);
-    editor.settings = settings;
+    editor.settings = settings.Clone();
     editor.Load(Text(program));
     Format(editor);
     return editor.Plain();
