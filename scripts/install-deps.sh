@@ -13,6 +13,8 @@ packages=(
     xvfb xauth openbox xdotool x11-utils imagemagick
     # tests
     libgtest-dev libbenchmark-dev python3 acl attr procps poppler-utils
+    # a private bus for the tests of automation, and clients for it
+    dbus-daemon libglib2.0-bin python3-gi
     # fuzzers
     clang libclang-rt-dev
     "$@"

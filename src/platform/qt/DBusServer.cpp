@@ -5,15 +5,20 @@
 #include "platform/qt/QtText.h"
 
 #include <QDBusVariant>
+#include <QLibrary>
 
 #include <algorithm>
+#include <limits>
 
 namespace nib {
 
 namespace {
 
 constexpr int kRetryDelay = 20;
-constexpr int kFlushLimit = 1000;
+constexpr int kFlushLimit = 10000;
+// Well below what a socket takes at once.
+constexpr int64_t kFlushSize = 32 * 1024;
+constexpr int64_t kSmallMessage = 256;
 constexpr char kName[] = "com.orlin.NibPad71";
 constexpr char kBus[] = "org.freedesktop.DBus";
 constexpr char kBusPath[] = "/org/freedesktop/DBus";
@@ -53,6 +58,16 @@ QDBusMessage MessageOf(const QDBusMessage& call, const BusReply& reply)
     return call.createReply(ToBus(reply.value));
 }
 
+/// By default libdbus stops reading while more than 63 MB of messages are at work, and Qt cannot start it again from
+/// the thread on which they are done with: after one large text no call would ever arrive.
+void NeverStopReading(const QDBusConnection& connection)
+{
+    using SetLimit = void (*)(void*, long);
+    auto set = reinterpret_cast<SetLimit>(
+        QLibrary::resolve(QStringLiteral("dbus-1"), 3, "dbus_connection_set_max_received_size"));
+    if (set && connection.internalPointer()) set(connection.internalPointer(), std::numeric_limits<long>::max() / 2);
+}
+
 } // namespace
 
 DBusServer::DBusServer() : connection_(QString())
@@ -75,6 +90,7 @@ void DBusServer::Serve(Application& application, const DebugLog& log)
         connection_ = QDBusConnection(QString());
     };
     if (!connection_.isConnected()) return fails(u"there is no session bus:", connection_.lastError());
+    NeverStopReading(connection_);
     application_ = &application;
     objects_.emplace(application);
     watcher_.onLeft = [this](const QString& client) { application_->Left(client.toStdString()); };
@@ -167,12 +183,27 @@ void DBusServer::Run(const QDBusMessage& message, const BusRequest& request)
 {
     BusReply reply = objects_->Handle(request);
     if (!message.isReplyRequired() || !objects_) return;
-    auto failure = FailureOf([&] { connection_.send(MessageOf(message, reply)); });
+    auto failure = FailureOf([&] { Answer(message, reply); });
     if (!failure) return;
     reply.form = BusReply::Form::Error;
     reply.errorName = ErrorNameOf(failure->number);
     reply.errorText = failure->description;
-    connection_.send(MessageOf(message, reply));
+    Answer(message, reply);
+}
+
+void DBusServer::Answer(const QDBusMessage& call, const BusReply& reply)
+{
+    connection_.send(MessageOf(call, reply));
+    unflushed_ += kSmallMessage;
+    if (auto* text = std::get_if<Text>(&reply.value)) unflushed_ += static_cast<int64_t>(text->size());
+    if (reply.form == BusReply::Form::Map || unflushed_ > kFlushSize) Flush();
+}
+
+/// Qt goes on writing what the socket did not take at once only when the same thread sends or waits again.
+void DBusServer::Flush()
+{
+    unflushed_ = 0;
+    connection_.call(QDBusMessage::createMethodCall(kBus, kBusPath, kBus, "GetId"), QDBus::Block, kFlushLimit);
 }
 
 // Events
@@ -189,10 +220,7 @@ void DBusServer::Send(const std::string& path, const char* interface, const char
 void DBusServer::Quit()
 {
     Send(std::string(kApplicationPath), ApplicationInterface().name, "Quit", {});
-    if (!objects_) return;
-    // The process ends soon: an answer of the bus says that the signal has reached it.
-    QDBusMessage ask = QDBusMessage::createMethodCall(kBus, kBusPath, kBus, "GetId");
-    connection_.call(ask, QDBus::Block, kFlushLimit);
+    if (objects_) Flush(); // the process ends soon
 }
 
 void DBusServer::Custom(TextView name)

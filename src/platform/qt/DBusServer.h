@@ -45,6 +45,8 @@ private:
     bool MustWait(const BusRequest& request) const;
     void RunWaiting();
     void Run(const QDBusMessage& message, const BusRequest& request);
+    void Answer(const QDBusMessage& call, const BusReply& reply);
+    void Flush();
     void Send(const std::string& path, const char* interface, const char* name, const QVariantList& arguments);
 
     QDBusConnection connection_;
@@ -54,6 +56,7 @@ private:
     const DebugLog* log_ = nullptr;
     std::deque<Pending> waiting_;
     QTimer retry_;
+    int64_t unflushed_ = 0;
     bool ready_ = false;
 };
 
