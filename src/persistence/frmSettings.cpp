@@ -41,8 +41,9 @@ frmSettings::frmSettings(SettingsModel& model, QWidget* owner) : QDialog(owner),
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     buttons->button(QDialogButtonBox::Ok)->setText(tr("OK"));
     buttons->button(QDialogButtonBox::Cancel)->setText(tr("Cancel"));
-    buttons->button(QDialogButtonBox::Ok)->setDefault(true);
     column->addWidget(buttons);
+    // Once it is in the dialog, which else would not know of it.
+    buttons->button(QDialogButtonBox::Ok)->setDefault(true);
     connect(buttons, &QDialogButtonBox::accepted, this, &frmSettings::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &frmSettings::reject);
     PageShown(0);
@@ -75,6 +76,8 @@ void frmSettings::PageShown(int index)
     if (tab.keywordClass) {
         tabStrip_->widget(index)->layout()->addWidget(keywords_);
         keywords_->ShowClass(tab.keywordClass);
+        // By keys the focus came to the room before the page was in it.
+        if (tabStrip_->widget(index)->hasFocus()) keywords_->setFocus();
     }
     lbHostNote_->setVisible(model_.ShowsHostNote(static_cast<SettingsPage>(index)));
 }

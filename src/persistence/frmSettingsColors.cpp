@@ -63,6 +63,7 @@ ColorCombo::ColorCombo(std::function<void(int32_t)> chosen) : chosen_(std::move(
 {
     setMaxVisibleItems(kShownRows);
     setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     Fill();
     connect(this, &QComboBox::activated, this, &ColorCombo::Choose);
 }
@@ -88,9 +89,7 @@ void ColorCombo::Fill()
             item->setIcon(Swatch(ColorOf(row.value, system), frame, size, devicePixelRatioF()));
         items->appendRow(item);
     }
-    QAbstractItemModel* former = model();
-    setModel(items);
-    if (former && former->parent() == this) former->deleteLater();
+    setModel(items); // which ends the former one
     SetValue(value_);
     filling_ = false;
 }

@@ -87,6 +87,7 @@ KeywordsPage::KeywordsPage(SettingsModel& model, std::function<void()> imported)
     row->addLayout(side);
     txtKeyword_->installEventFilter(this);
     lstKeywords_->installEventFilter(this);
+    setFocusProxy(lstKeywords_);
     connect(txtKeyword_, &QLineEdit::textChanged, this, [this] { ShowWord(); });
     Fill();
 }

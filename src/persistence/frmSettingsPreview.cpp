@@ -15,6 +15,7 @@ constexpr int kLeastLines = 7;
 StylePreview::StylePreview() : sample_(SampleSettings())
 {
     setObjectName(QStringLiteral("Preview"));
+    setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
     buffer_.SetLexer(&lexer_);
     view_ = std::make_unique<SourceViewWidget>(buffer_, clipboard_);
     view_->setAccessibleName(tr("Preview"));
@@ -27,7 +28,7 @@ StylePreview::StylePreview() : sample_(SampleSettings())
     view_->setAttribute(Qt::WA_InputMethodEnabled, false);
     view_->setMinimumHeight(fontMetrics().lineSpacing() * kLeastLines);
     auto* room = new QVBoxLayout(this);
-    room->setContentsMargins(0, 0, 0, 0);
+    room->setContentsMargins(1, 1, 1, 1);
     room->addWidget(view_.get());
     view_->Model().SetText(kSampleProgram);
 }
