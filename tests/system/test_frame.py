@@ -59,6 +59,31 @@ def windows_bookmarks_and_history(desktop):
     expect_equal(program.wait_end(), 0, "the exit code")
 
 
+def a_double_click_goes_to_the_label(desktop):
+    demo = desktop.sample_accounts()
+    desktop.start("/A=DEMO", "/F=BP", "/I=MENU", QT_SCALE_FACTOR="1")
+    window = desktop.wait_active(r"\[BP MENU on ")
+    lines = (demo / "BP/MENU").read_text("latin-1").split("\n")
+    row = next(i for i, line in enumerate(lines) if "GOSUB SHOW.SCREEN" in line)
+    column = lines[row].index("SHOW.SCREEN") + 4
+
+    # The text begins at a place that the pictures show; a row is 18 pixels high, a column not quite 8 wide.
+    window.click(47 + round(column * 7.83), 103 + row * 18, count=2)
+    desktop.wait_active(r"^Goto$")
+    desktop.keys("Return")
+    desktop.wait_active(r"\[BP MENU on ")
+    desktop.keys("Home")
+    desktop.type_text("!went")
+    desktop.keys("alt+Left")
+    desktop.type_text("!back")
+    desktop.keys("ctrl+s")
+    desktop.wait_active(r"\[BP MENU on [^*]*\]$")
+    after = (demo / "BP/MENU").read_text("latin-1").split("\n")
+    label = next(i for i, line in enumerate(lines) if line.startswith("SHOW.SCREEN:"))
+    expect_equal(after[label], "!went" + lines[label], "the caret went to the label")
+    expect("!back" in after[row], "and back to the call")
+
+
 def _place(geometry):
     """Position and size, without the number of the window and of the screen."""
     return re.findall(r"(?:Position|Geometry): (\d+[,x]\d+)", geometry)
@@ -108,4 +133,4 @@ def settings_in_an_ini_file_or_nowhere(desktop):
 
 
 if __name__ == "__main__":
-    lib.run(windows_bookmarks_and_history, the_frame_finds_its_place_again, settings_in_an_ini_file_or_nowhere)
+    lib.run(windows_bookmarks_and_history, a_double_click_goes_to_the_label, the_frame_finds_its_place_again, settings_in_an_ini_file_or_nowhere)

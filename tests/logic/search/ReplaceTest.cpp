@@ -155,6 +155,54 @@ TEST(ReplaceAllTest, AllDocumentsOnce)
     EXPECT_EQ(search.Said(), Texts{u"Search text not found in any document."});
 }
 
+/// Replaces from left to right, never looking into what was put in.
+Text Reference(const Text& text, const Text& found, const Text& with, bool matchCase)
+{
+    Text result;
+    for (size_t at = 0; at < text.size();) {
+        TextView here = TextView(text).substr(at, found.size());
+        if (matchCase ? here == found : EqualsNoCase(here, found)) {
+            result += with;
+            at += found.size();
+        } else {
+            result += text[at++];
+        }
+    }
+    return result;
+}
+
+TEST(ReplaceAllTest, EqualsAPlainReplacement)
+{
+    std::mt19937 random(11);
+    auto pick = [&](int from, int to) { return std::uniform_int_distribution<>(from, to)(random); };
+    auto make = [&](int shortest, int longest, TextView units) {
+        Text text;
+        for (int length = pick(shortest, longest); length > 0; --length)
+            text += units[static_cast<size_t>(pick(0, static_cast<int>(units.size()) - 1))];
+        return text;
+    };
+    for (int round = 0; round < 400; ++round) {
+        Text text = make(0, 80, u"aAbB\n ");
+        Text found = make(1, 2, u"aAb");
+        Text with = make(0, 4, u"abX");
+        bool matchCase = pick(0, 1) == 1;
+        bool everywhere = pick(0, 1) == 1;
+        TestSearch search;
+        auto& other = search.Add(text);
+        auto& document = search.Add(text);
+        search.Settings().SearchEOD = 2;
+        search.OpenReplace(found, with);
+        search.Dialog().lookIn = everywhere ? LookIn::AllDocuments : LookIn::Document;
+        search.Dialog().matchCase = matchCase;
+        search.Dialog().wholeWord = false;
+        search.engine.ReplaceAll();
+        search.Said();
+        auto textOf = [&](mvDocument& of) { return Replace(search.View(of).GetText(), u"\r\n", u"\n"); };
+        ASSERT_EQ(textOf(document), Reference(text, found, with, matchCase)) << round;
+        ASSERT_EQ(textOf(other), everywhere ? Reference(text, found, with, matchCase) : text) << round;
+    }
+}
+
 TEST(ReplaceAllTest, UndoGivesTheExactText)
 {
     std::mt19937 random(7);
