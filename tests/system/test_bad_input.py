@@ -47,7 +47,8 @@ def odd_item_ids(desktop):
             expect_file(account / "BP" / name, b"id\n", timeout=5)
         except lib.Failure:
             raise lib.Failure(f"item {item_id!r}: {sorted(p.name for p in (account / 'BP').iterdir())}") from None
-        program.kill()
+        desktop.keys("ctrl+q")  # killed, it would leave a copy to be offered
+        program.wait_end()
 
 
 def a_full_disk_keeps_the_document_and_the_old_file(desktop):
