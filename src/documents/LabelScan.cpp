@@ -1,16 +1,13 @@
 #include "documents/LabelScan.h"
 
+#include "editing/Units.h"
+
 namespace nib {
 
 namespace {
-bool IsDigit(char16_t c)
-{
-    return c >= u'0' && c <= u'9';
-}
-bool IsLetter(char16_t c)
-{
-    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
-}
+using units::IsDigit;
+using units::IsLetter;
+
 bool IsNamePart(char16_t c)
 {
     return IsDigit(c) || IsLetter(c) || c == u'$' || c == u'.' || c == u'_';

@@ -10,7 +10,6 @@ namespace nib {
 
 namespace {
 
-constexpr int32_t kSubscriptOutOfRange = 9;
 constexpr TextView kLineEnd = u"\r\n";
 constexpr TextView kFixedPrefixes = u"*!";
 constexpr TextView kSuffixes = u"+-=[]";
@@ -44,7 +43,7 @@ TextView WithoutSuffix(TextView field)
 void CheckList(int32_t listClass, TextView delim)
 {
     if (delim.empty() || (listClass != keyword_class::kLanguage && listClass != keyword_class::kUser))
-        throw Error(kSubscriptOutOfRange, u"Subscript out of range");
+        throw Error(error_number::kSubscript, u"Subscript out of range");
 }
 
 } // namespace

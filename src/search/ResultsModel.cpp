@@ -1,6 +1,7 @@
 #include "search/ResultsModel.h"
 
 #include "diagnostics/Guarded.h"
+#include "editing/Units.h"
 
 #include <algorithm>
 #include <charconv>
@@ -17,24 +18,19 @@ constexpr int32_t kCornerGap = 120;
 constexpr int32_t kSmallestSize = 1440;
 constexpr double kDefaultPoints = 10;
 
-bool IsDigit(char16_t c)
-{
-    return c >= u'0' && c <= u'9';
-}
-
 /// Digits ahead of the column, else those that end nearest before it.
 int32_t NumberNear(TextView line, size_t column)
 {
     column = std::min(column, line.size());
-    auto ahead = std::find_if(line.begin() + static_cast<std::ptrdiff_t>(column), line.end(), IsDigit);
+    auto ahead = std::find_if(line.begin() + static_cast<std::ptrdiff_t>(column), line.end(), units::IsDigit);
     if (ahead != line.end()) {
         int32_t number = ToInt(line.substr(static_cast<size_t>(ahead - line.begin())));
         if (number > 0) return number;
     }
     size_t end = column;
-    while (end > 0 && !IsDigit(line[end - 1])) --end;
+    while (end > 0 && !units::IsDigit(line[end - 1])) --end;
     size_t start = end;
-    while (start > 0 && IsDigit(line[start - 1])) --start;
+    while (start > 0 && units::IsDigit(line[start - 1])) --start;
     return start == end ? 0 : ToInt(line.substr(start));
 }
 

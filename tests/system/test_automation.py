@@ -2,6 +2,7 @@
 """The editor on a private bus: started by it, every member and signal, and clients that mean it no good."""
 import os
 import re
+import socket
 import subprocess
 import sys
 import time
@@ -108,7 +109,12 @@ def with_bus(desktop):
     daemon = lib.Program(["dbus-daemon", "--nofork", "--config-file", str(config)], desktop.env,
                          desktop.folder / "bus.log")
     desktop._programs.append(daemon)
-    eventually("the bus", (desktop.folder / "bus").exists)
+
+    # The socket's file is there a moment before anybody listens on it.
+    def listening():
+        with socket.socket(socket.AF_UNIX) as probe:
+            return probe.connect_ex(str(desktop.folder / "bus")) == 0
+    eventually("the bus", listening)
     return address
 
 

@@ -6,7 +6,7 @@
 #include "fakes/FakeMessageBoxes.h"
 #include "fakes/FakeSessionParts.h"
 #include "fakes/MemoryClipboard.h"
-#include "fakes/MemoryStore.h"
+#include "fakes/MemorySettings.h"
 #include "fakes/RecordingTrace.h"
 #include "platform/sourceview/widget/SourceViewWidget.h"
 #include "shell/Program.h"
@@ -29,7 +29,7 @@ struct FrameFixture : testing::Test, ViewFactory {
     FakeFonts fonts;
     FakeSessionParts parts{journal};
     RecordingTrace trace;
-    MemoryStore store;
+    MemorySettings store;
     frmMain frame;
     Program program{{connection, boxes, frame, *this, fonts, clipboard, parts, &trace}};
 

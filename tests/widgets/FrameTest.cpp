@@ -1,6 +1,5 @@
 // The frame and its document windows, driven as a user drives them.
 
-#include "fakes/BasicLexer.h"
 #include "widgets/FrameFixture.h"
 
 #include <QMimeData>
@@ -265,8 +264,6 @@ TEST_F(FrameTest, TheMarginSelectsLines)
 TEST_F(FrameTest, ARightClickMovesTheCaretOnlyWithoutASelection)
 {
     frmDocument& form = New();
-    BasicLexer lexer;
-    form.txtText().Document().SetLexer(&lexer);
     Load(form, u"GOSUB DONE\nDONE:");
     Click(form, At(form, 7, 0), Qt::RightButton);
     EXPECT_EQ(form.txtText().Caret(), (Position{7, 0}));

@@ -1,7 +1,7 @@
 // The settings dialog by keyboard alone, at usual and at large fonts.
 
 #include "fakes/FakeSettingsApplied.h"
-#include "fakes/MemoryStore.h"
+#include "fakes/MemorySettings.h"
 #include "fakes/TestProgram.h"
 #include "persistence/frmSettings.h"
 #include "platform/qt/QtText.h"
@@ -50,7 +50,7 @@ void Type(const char* text)
 
 struct SettingsFormTest : testing::Test {
     TestProgram test;
-    MemoryStore store;
+    MemorySettings store;
     FakeSettingsApplied applied;
     MvEdit& live = test.program.EditorSettings();
     std::unique_ptr<SettingsModel> model;

@@ -1,6 +1,7 @@
 #include "editing/checker/BasicLine.h"
 
 #include "base/Marks.h"
+#include "editing/Units.h"
 
 #include <algorithm>
 
@@ -62,6 +63,9 @@ constexpr KeyRow kKeys[] = {
     {u"CRT", BasicKey::Print},
     {u"DISPLAY", BasicKey::Print},
 };
+using units::IsDigit;
+using units::IsLetter;
+
 constexpr size_t kLongestKey = 11;
 
 constexpr TextView kPartsOfNames{u"$@%_."};
@@ -69,14 +73,6 @@ constexpr TextView kPartsOfNames{u"$@%_."};
 /// Stands for marks: no part of the language, and nothing that cuts a string.
 constexpr char16_t kNoSyntax = 0xB7;
 
-bool IsLetter(char16_t c)
-{
-    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
-}
-bool IsDigit(char16_t c)
-{
-    return c >= u'0' && c <= u'9';
-}
 bool IsBlockKey(BasicKey key)
 {
     return key >= BasicKey::If && key <= BasicKey::Do;

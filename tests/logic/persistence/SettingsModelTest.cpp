@@ -1,7 +1,7 @@
 #include "persistence/SettingsModel.h"
 
 #include "fakes/FakeSettingsApplied.h"
-#include "fakes/MemoryStore.h"
+#include "fakes/MemorySettings.h"
 #include "fakes/TestProgram.h"
 #include "persistence/KeywordRows.h"
 #include "platform/MenuBar.h"
@@ -21,7 +21,7 @@ const Text kFile = u"file:/home/x/words.txt";
 
 struct SettingsModelTest : testing::Test {
     TestProgram test;
-    MemoryStore store;
+    MemorySettings store;
     FakeSettingsApplied applied;
     MvEdit& live = test.program.EditorSettings();
 

@@ -1,23 +1,12 @@
 // The list of results and the way from its lines to the source.
 
 #include "fakes/FakeSearch.h"
+#include "fakes/MemorySettings.h"
 
 #include <gtest/gtest.h>
 
-#include <map>
-
 namespace nib::test {
 namespace {
-
-struct MemoryStore final : SettingsStore {
-    Text Get(TextView name, TextView fallback) override
-    {
-        auto found = values.find(Text(name));
-        return found == values.end() ? Text(fallback) : found->second;
-    }
-    void Save(TextView name, TextView value, TextView) override { values[Text(name)] = value; }
-    std::map<Text, Text> values;
-};
 
 struct TestResults : TestSearch {
     ResultsModel model{program.program.Services(), host};
@@ -143,13 +132,13 @@ TEST(ResultsPlacementTest, KeptSizeThatFits)
         {u"-5", u"x", {5980, 5080, 4000, 3000}},
     };
     for (auto& row : rows) {
-        MemoryStore store;
+        MemorySettings store;
         if (!row.width.empty()) store.values = {{u"ResultsWidth", row.width}, {u"ResultsHeight", row.height}};
         EXPECT_EQ(PlaceResults(store, {0, 0, 4000, 3000}, main), row.wanted) << ToUtf8(row.width);
     }
-    MemoryStore store;
+    MemorySettings store;
     SaveResultsSize(store, {0, 0, 4000, 3000});
-    EXPECT_EQ(store.values, (std::map<Text, Text>{{u"ResultsWidth", u"4000"}, {u"ResultsHeight", u"3000"}}));
+    EXPECT_EQ(store.values, (StoredValues{{u"ResultsWidth", u"4000"}, {u"ResultsHeight", u"3000"}}));
 }
 
 } // namespace

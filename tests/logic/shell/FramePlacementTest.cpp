@@ -1,14 +1,14 @@
 // Where the frame comes up, and what is remembered of it.
 
 #include "shell/FramePlacement.h"
-#include "fakes/MemoryStore.h"
+#include "fakes/MemorySettings.h"
 
 #include <gtest/gtest.h>
 
 namespace nib::test {
 namespace {
 
-using Values = std::map<Text, Text>;
+using Values = StoredValues;
 
 /// One screen of 1920 by 1080 at 96 dots to the inch.
 constexpr Desktop kOne{{0, 0, 28800, 16200}, 28800, 16200};
@@ -59,7 +59,7 @@ TEST(FramePlacementTest, StoredBoundsAreFittedToTheDesktop)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
-        MemoryStore store;
+        MemorySettings store;
         store.values = row.stored;
         FramePlacement placement;
         placement.Load(&store, row.desktop);
@@ -87,7 +87,7 @@ TEST(FramePlacementTest, WhatIsWrittenDependsOnTheState)
         Text savedLeft;
     } const rows[] = {{0, u"0", u"111"}, {1, u"-", u"3600"}, {2, u"2", u"3600"}};
     for (const auto& row : rows) {
-        MemoryStore store;
+        MemorySettings store;
         FramePlacement placement;
         placement.Load(&store, kOne);
         placement.Placed(row.state, {111, 222, 9000, 7500});
