@@ -15,7 +15,7 @@ packages=(
     libgtest-dev libbenchmark-dev python3 acl attr procps poppler-utils
     # a private bus for the tests of automation, and clients for it
     dbus-daemon libglib2.0-bin python3-gi
-    # fuzzers
+    # the sanitized build and the fuzzers
     clang libclang-rt-dev
     "$@"
 )

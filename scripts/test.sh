@@ -1,17 +1,14 @@
 #!/usr/bin/env bash
-# Installs, builds and runs all tests: the sanitized logic and widget tests first, then everything in the release build,
-# then each fuzzer for a minute.
+# Installs, builds and runs all tests: those of the logic and of the widgets under sanitizers, and each fuzzer for a
+# minute; then the tests that drive the program as users get it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install-deps.sh
 export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}
 
-scripts/build.sh asan nib_logic_tests nib_widget_tests
+scripts/build.sh asan nib_logic_tests nib_widget_tests nib_fuzzers
 ctest --preset asan
 
-scripts/build.sh release
-ctest --preset release
-
-scripts/build.sh fuzz nib_fuzzers
-ctest --preset fuzz
+scripts/build.sh release nibpad71 nib-debuglog
+ctest --preset release --label-regex system

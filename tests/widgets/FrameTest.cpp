@@ -1,5 +1,6 @@
 // The frame and its document windows, driven as a user drives them.
 
+#include "fakes/Patience.h"
 #include "widgets/FrameFixture.h"
 
 #include <QMimeData>
@@ -117,19 +118,13 @@ TEST_F(FrameTest, SteppingAmongManyStaysQuick)
 {
     constexpr int kMany = 200;
     for (int i = 0; i < kMany; ++i) New();
-    std::vector<qint64> times;
+    Patience patience("200 documents, 21 steps");
     for (int i = 0; i < 21; ++i) {
         frmDocument* before = frame.ActiveForm();
-        QElapsedTimer clock;
-        clock.start();
         frame.StepDocument(i % 3 == 0);
         Settle();
-        times.push_back(clock.elapsed());
         EXPECT_NE(frame.ActiveForm(), before);
     }
-    std::sort(times.begin(), times.end());
-    // A person notices from 30 ms on; the rest is for slow builds on busy machines.
-    EXPECT_LT(times[times.size() / 2], 90);
 }
 
 TEST_F(FrameTest, TabsStandForTheDocuments)

@@ -1,4 +1,5 @@
 #include "platform/qt/ItemPicker.h"
+#include "fakes/Patience.h"
 
 #include "fakes/FakeBrowser.h"
 #include "platform/qt/PickerListView.h"
@@ -7,7 +8,6 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -189,19 +189,15 @@ TEST_F(ItemPickerTest, EveryControlHasAName)
 TEST_F(ItemPickerTest, TenThousandItems)
 {
     for (int i = 0; i < 10000; ++i) browser.Add(u"mvdb:LIVE/SALES/BIG/INV*" + Decimal(i));
-    QElapsedTimer clock;
-    clock.start();
+    test::Patience patience("list and filter");
     Open({}, u"mvdb:LIVE/SALES/BIG");
-    EXPECT_LT(clock.restart(), 1500);
     ASSERT_EQ(List()->model()->rowCount(), 10000);
     EXPECT_TRUE(QTest::qWaitFor([&] { return browser.lockQuestions > 0; }));
     QTest::qWait(50);
     const auto [first, last] = List()->RowsInSight();
     EXPECT_EQ(browser.lockQuestions, last - first + 1) << "only the rows in sight";
     Key(Qt::Key_F, Qt::ControlModifier);
-    clock.restart();
     Type("999");
-    EXPECT_LT(clock.elapsed(), 1000);
     EXPECT_EQ(List()->model()->rowCount(), 19);
 }
 

@@ -6,9 +6,9 @@
 
 #include "fakes/FakeMessageBoxes.h"
 #include "fakes/MemoryClipboard.h"
+#include "fakes/Patience.h"
 #include "fakes/WordLexer.h"
 
-#include <QElapsedTimer>
 #include <QPrinter>
 #include <QProcess>
 #include <QRegularExpression>
@@ -171,11 +171,8 @@ TEST_F(PrintedPdf, AFullDiskIsTold)
 TEST_F(PrintedPdf, TenThousandLinesInTime)
 {
     Sample(10000);
-    QElapsedTimer time;
-    time.start();
+    Patience patience("10,000 lines on paper");
     WritePdf({Path(), {}, Sheet(QPageSize::A4), {}}, [&](QPagedPaintDevice& device) { DrawPages(view, device); });
-    RecordProperty("milliseconds", static_cast<int>(time.elapsed()));
-    EXPECT_LT(time.elapsed(), 5000);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // The forms of search, driven by keys as a user would.
 
 #include "fakes/FakeSearch.h"
+#include "fakes/Patience.h"
 #include "platform/qt/QtText.h"
 #include "search/frmFind.h"
 #include "search/frmResults.h"
@@ -10,7 +11,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -321,16 +321,13 @@ TEST_F(ResultsFormTest, FontAndPrint)
 
 TEST_F(ResultsFormTest, LongListsStayQuick)
 {
-    QElapsedTimer timer;
-    timer.start();
+    Patience patience("list");
     Form().ResetResults(u"Search Results");
     for (int i = 0; i < 100000; ++i) Form().AddResultLine(u"0001 some line of text with a hit in it", 26, 3, false);
     Form().ShowResults(u"");
     QTest::qWait(1);
     Box()->verticalScrollBar()->setValue(Box()->verticalScrollBar()->maximum());
     Form().grab();
-    std::printf("100000 lines listed and shown in %d ms\n", static_cast<int>(timer.elapsed()));
-    EXPECT_LT(timer.elapsed(), 5000);
 }
 
 } // namespace

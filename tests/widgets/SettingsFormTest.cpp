@@ -2,6 +2,7 @@
 
 #include "fakes/FakeSettingsApplied.h"
 #include "fakes/MemorySettings.h"
+#include "fakes/Patience.h"
 #include "fakes/TestProgram.h"
 #include "persistence/frmSettings.h"
 #include "platform/qt/QtText.h"
@@ -10,7 +11,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -197,13 +197,11 @@ TEST_F(SettingsFormTest, FiveThousandWordsAreQuick)
     Open(5);
     auto& list = Get<QListView>("lstKeywords");
     EXPECT_EQ(list.model()->rowCount(), 5000);
-    QElapsedTimer timer;
-    timer.start();
+    Patience patience("walk and delete");
     TabTo(list);
     for (int i = 0; i < 50; ++i) Key(Qt::Key_PageDown);
     for (int i = 0; i < 50; ++i) Key(Qt::Key_Delete);
     QApplication::processEvents();
-    EXPECT_LT(timer.elapsed(), 3000);
     EXPECT_EQ(list.model()->rowCount(), 4950);
 }
 

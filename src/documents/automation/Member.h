@@ -149,7 +149,7 @@ BusValue Invoke(const MemberCall& call)
 } // namespace member_detail
 
 template <auto F, typename... Names>
-consteval Member Method(const char* name, Names... argumentNames)
+constexpr Member Method(const char* name, Names... argumentNames)
 {
     using T = member_detail::Traits<decltype(F)>;
     static_assert(sizeof...(Names) == T::kCount, "each argument has a name");
@@ -163,7 +163,7 @@ consteval Member Method(const char* name, Names... argumentNames)
 }
 
 template <auto Get>
-consteval Member Property(const char* name)
+constexpr Member Property(const char* name)
 {
     Member member = Method<Get>(name);
     member.kind = MemberKind::Property;
@@ -171,7 +171,7 @@ consteval Member Property(const char* name)
 }
 
 template <auto Get, auto Put>
-consteval Member Property(const char* name)
+constexpr Member Property(const char* name)
 {
     Member member = Property<Get>(name);
     member.put = &member_detail::Invoke<Put>;
@@ -179,7 +179,7 @@ consteval Member Property(const char* name)
 }
 
 template <typename... Arguments>
-consteval Member Signal(const char* name, Arguments... arguments)
+constexpr Member Signal(const char* name, Arguments... arguments)
 {
     Member member{MemberKind::Signal, name};
     member.argumentCount = sizeof...(Arguments);

@@ -37,6 +37,7 @@ TEST(FileCloseTest, EachAnswer)
 {
     for (const CloseRow& row : kCloseRows) {
         SCOPED_TRACE(row.name);
+        int32_t raised = 0; // outlives the documents, which tell their end
         TestProgram t;
         if (row.stored) t.Store(kMain, u"old");
         auto document = row.stored ? t.Open(kMain) : t.New();
@@ -45,7 +46,6 @@ TEST(FileCloseTest, EachAnswer)
         if (row.dirty) document->SetText(u"new");
         if (row.writeFails) t.Store().writeFailure = Error{error_number::kStorage, u"no"};
         if (row.answer) t.boxes.Answer({row.answer});
-        int32_t raised = 0;
         document->DocumentClose = [&] { ++raised; };
         EXPECT_EQ(document->FileClose(row.prompt), row.closed);
         Boxes boxes;

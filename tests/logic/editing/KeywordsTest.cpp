@@ -3,10 +3,9 @@
 #include "base/Error.h"
 #include "editing/BlockStyles.h"
 #include "editing/clsKeywords.h"
+#include "fakes/Patience.h"
 
 #include <gtest/gtest.h>
-
-#include <chrono>
 
 namespace nib {
 namespace {
@@ -241,7 +240,7 @@ TEST(Keywords, ALongListTakesNoLongTime)
     for (int32_t i = 0; i < kWords; ++i)
         list.append(u"W").append(Decimal(i)).append(i % 7 ? u"\n" : u"+\n;case sensitive\n");
     list.append(u"\0A\n", 3);
-    auto start = std::chrono::steady_clock::now();
+    test::Patience patience("a million words");
     clsKeywords keywords;
     for (int round = 0; round < 2; ++round) keywords.SetKeywordList(kUser, u"\n", list);
     EXPECT_EQ(keywords.Count(), 23 + kWords + 1);
@@ -250,7 +249,6 @@ TEST(Keywords, ALongListTakesNoLongTime)
     EXPECT_EQ(keywords.Count(), 24);
     keywords.SetKeywordList(kUser, u"+", Text(kWords, u'+'));
     EXPECT_EQ(keywords.Count(), 23);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "platform/hosts/PickerModel.h"
+#include "fakes/Patience.h"
 
 #include "fakes/FakeBrowser.h"
 #include "platform/hosts/PlaceName.h"
@@ -6,8 +7,6 @@
 #include "platform/hosts/TypedNames.h"
 
 #include <gtest/gtest.h>
-
-#include <chrono>
 
 namespace nib {
 namespace {
@@ -270,16 +269,9 @@ TEST_F(PickerModelTest, TenThousandItemsFilterWithinAKeystroke)
     SelectRequest request = Request(u"Open");
     request.several = true;
     PickerModel model = At(request, u"mvdb:LIVE/SALES/BIG");
-#ifdef NDEBUG
-    constexpr int kLimitMs = 10;
-#else
-    constexpr int kLimitMs = 60;
-#endif
     for (TextView filter : {u"v", u"voice*99", u"\u00e4rg", u"i*7?8*k", u"", u"none"}) {
-        const auto start = std::chrono::steady_clock::now();
+        test::Patience patience("filter");
         model.SetFilter(filter);
-        const auto spent = std::chrono::steady_clock::now() - start;
-        EXPECT_LT(std::chrono::duration_cast<std::chrono::milliseconds>(spent).count(), kLimitMs) << ToUtf8(filter);
     }
     model.SetFilter(u"\u00c4RG");
     EXPECT_EQ(model.List().RowCount(), 5000);

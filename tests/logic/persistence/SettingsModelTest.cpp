@@ -2,13 +2,12 @@
 
 #include "fakes/FakeSettingsApplied.h"
 #include "fakes/MemorySettings.h"
+#include "fakes/Patience.h"
 #include "fakes/TestProgram.h"
 #include "persistence/KeywordRows.h"
 #include "platform/MenuBar.h"
 
 #include <gtest/gtest.h>
-
-#include <chrono>
 
 namespace nib::test {
 namespace {
@@ -356,9 +355,8 @@ TEST_F(SettingsModelTest, AMillionLinesAndNoLines)
     for (int32_t i = 0; i < 1'000'000; ++i) text += u"; remark\n";
     text += u"LAST\n";
     SettingsModel model = Model();
-    auto start = std::chrono::steady_clock::now();
+    Patience patience("import");
     EXPECT_TRUE(Import(model, text));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(8));
     EXPECT_EQ(UserWords(model), u"LAST");
     EXPECT_FALSE(Import(model, Text(1'000'000, u'('), {kAnswerCancel}));
     Boxes shown = test.boxes.Take();

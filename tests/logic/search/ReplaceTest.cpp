@@ -1,10 +1,10 @@
 // Replacing one hit and all of them, and taking it back.
 
 #include "fakes/FakeSearch.h"
+#include "fakes/Patience.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <random>
 
 namespace nib::test {
@@ -243,15 +243,6 @@ TEST(ReplaceAllTest, UndoGivesTheExactText)
     }
 }
 
-/// Milliseconds of a run; debug builds are slow, so that the limits only tell a line from a square.
-template <typename Body>
-int64_t Milliseconds(Body&& body)
-{
-    auto start = std::chrono::steady_clock::now();
-    body();
-    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start).count();
-}
-
 TEST(ReplaceAllTest, LargeTextsInATimeThatGrowsWithTheirSize)
 {
     Text lines;
@@ -262,26 +253,20 @@ TEST(ReplaceAllTest, LargeTextsInATimeThatGrowsWithTheirSize)
         TestSearch search;
         auto& document = search.Add(text);
         search.OpenReplace(u"AB", u"longer");
-        int64_t spent = Milliseconds([&] { EXPECT_GE(search.engine.ReplaceAll(), 100000); });
+        Patience patience("replace, undo, list");
+        EXPECT_GE(search.engine.ReplaceAll(), 100000);
         search.Said();
         Text replaced = search.View(document).GetText();
         // Each step of a line so long moves most of it: one is enough there.
         int32_t steps = text == oneLine ? 1 : 100000;
-        int64_t back = Milliseconds([&] {
-            for (int32_t step = 0; step < steps; ++step) document.Undo();
-        });
-        std::printf("replace %d ms, undo %d ms\n", static_cast<int>(spent), static_cast<int>(back));
-        EXPECT_LT(spent, 8000);
-        EXPECT_LT(back, 8000);
+        for (int32_t step = 0; step < steps; ++step) document.Undo();
         if (steps == 1) {
             document.Redo();
             EXPECT_TRUE(search.View(document).GetText() == replaced);
             continue;
         }
         EXPECT_TRUE(search.View(document).GetText() == text);
-        int64_t listed = Milliseconds([&] { EXPECT_GE(search.engine.FindAll(FindMode::List), 100000); });
-        std::printf("list %d ms\n", static_cast<int>(listed));
-        EXPECT_LT(listed, 8000);
+        EXPECT_GE(search.engine.FindAll(FindMode::List), 100000);
     }
 }
 
