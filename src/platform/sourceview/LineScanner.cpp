@@ -82,9 +82,9 @@ void LineScanner::RunLexer(int32_t line, std::vector<Token>* tokens, Nesting& ne
     if (units.wide) {
         text = {units.Wide(), units.length};
     } else {
-        scratch_.clear();
-        units.AppendTo(scratch_);
-        text = scratch_;
+        if (scratch_.size() < units.length) scratch_.resize(units.length * 2);
+        std::copy_n(units.Narrow(), units.length, scratch_.data());
+        text = {scratch_.data(), units.length};
     }
     auto length = static_cast<int32_t>(text.size());
     lexer_->BeginLineScan(document_, line, text, 0);

@@ -80,17 +80,8 @@ void LineStore::RebuildTrees()
     lastLine_ = -1;
 }
 
-LineStore::Place LineStore::Locate(int32_t line) const
+LineStore::Place LineStore::Search(int32_t line) const
 {
-    // Most callers walk: the line asked for last, or its neighbour, is where it was.
-    if (lastLine_ >= 0) {
-        int64_t index = static_cast<int64_t>(last_.index) + line - lastLine_;
-        if (index >= 0 && index < static_cast<int64_t>(chunks_[last_.chunk]->lines.size())) {
-            last_.index = static_cast<size_t>(index);
-            lastLine_ = line;
-            return last_;
-        }
-    }
     int32_t rest = line;
     size_t chunk = lineTree_.Find(rest);
     last_ = {chunk, static_cast<size_t>(rest)};

@@ -91,10 +91,23 @@ public:
     size_t ChunkCount() const { return chunks_.size(); }
     const Chunk& ChunkAt(size_t i) const { return *chunks_[i]; }
     int32_t FirstLine(size_t chunk) const { return lineTree_.Before(chunk); }
-    Place Locate(int32_t line) const;
+    Place Locate(int32_t line) const
+    {
+        // Most callers walk: the line asked for last, or its neighbour, is where it was.
+        if (lastLine_ >= 0) {
+            int64_t index = static_cast<int64_t>(last_.index) + line - lastLine_;
+            if (index >= 0 && index < static_cast<int64_t>(chunks_[last_.chunk]->lines.size())) {
+                last_.index = static_cast<size_t>(index);
+                lastLine_ = line;
+                return last_;
+            }
+        }
+        return Search(line);
+    }
     size_t MemoryUse() const;
 
 private:
+    Place Search(int32_t line) const;
     const LineRecord& Record(Place p) const { return chunks_[p.chunk]->lines[p.index]; }
     LineRecord& Record(Place p) { return chunks_[p.chunk]->lines[p.index]; }
     void Clear();
