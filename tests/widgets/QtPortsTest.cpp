@@ -67,7 +67,7 @@ TEST(QtClipboard, KeepsTextAsItIs)
 
 TEST(QtFonts, OnlyWhatWasAddedIsAFont)
 {
-    QtFonts fonts;
+    QtFonts fonts{Text()};
     EXPECT_FALSE(fonts.Add(u"/nowhere/Font.ttf"));
     fonts.Remove(u"/nowhere/Font.ttf");
     EXPECT_TRUE(fonts.ProgramFolder().starts_with(u'/'));
