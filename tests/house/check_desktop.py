@@ -8,10 +8,13 @@ import os
 import pathlib
 import re
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
+import xml.etree.ElementTree as xml
 
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
 ID = "com.orlin.NibPad71"
 PROGRAMS = ("nibpad71", "nib-basic", "nib-debuglog")
 BASH_COMPLETION = "/usr/share/bash-completion/bash_completion"
@@ -66,6 +69,15 @@ def check_desktop_files(usr):
     for size, group, name in (("scalable", "apps", ID), ("symbolic", "apps", ID + "-symbolic"),
                               ("scalable", "mimetypes", "text-x-mvbasic")):
         clean(f"icon {name}", "xmllint", "--noout", usr / f"share/icons/hicolor/{size}/{group}/{name}.svg")
+
+
+def check_screenshots(usr):
+    images = xml.parse(usr / f"share/metainfo/{ID}.metainfo.xml").findall("screenshots/screenshot/image")
+    expect(images, "the metainfo has no screenshots")
+    for image in images:
+        file = SOURCE / "docs/images" / image.text.rpartition("/docs/images/")[2]
+        size = struct.unpack(">II", file.read_bytes()[16:24]) if file.is_file() else None
+        expect(size == (int(image.get("width")), int(image.get("height"))), f"{file} has the size {size}")
 
 
 def check_types(usr, work):
@@ -124,7 +136,7 @@ def check_completion(usr, work):
               'COMP_LINE="$*"; COMP_POINT=${#COMP_LINE}; declare -a COMP_WORDS=(); '
               # As readline cuts the line: "=" is a word of its own.
               'for word; do while [[ $word == *=* ]]; do COMP_WORDS+=("${word%%=*}" "="); word=${word#*=}; done; '
-              'if [[ -n $word || ${COMP_WORDS[-1]-} != "=" || $word == "${!#}" ]]; then COMP_WORDS+=("$word"); fi; done; '
+              '[[ -z $word && ${COMP_WORDS[-1]-} == "=" && $word != "${!#}" ]] || COMP_WORDS+=("$word"); done; '
               'COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); read -r _ _ name _ < <(complete -p "$1"); $name; '
               'printf "%s\\n" "${COMPREPLY[@]}"')
     for words, offered in COMPLETIONS:
@@ -142,6 +154,7 @@ def main(build):
         usr = work / "usr"
         clean("installing", "cmake", "--install", build, "--prefix", usr, "--component", "program")
         check_desktop_files(usr)
+        check_screenshots(usr)
         check_types(usr, work)
         check_manuals(usr)
         check_completion(usr, work)

@@ -17,8 +17,8 @@ NEEDED = {
     "/usr/share/doc/nibpad71/copyright": "0644", "/usr/share/doc/nibpad71/changelog.Debian.gz": "0644",
     "/usr/share/man/man1/nibpad71.1.gz": "0644",
 }
-LIBRARIES = ("libc6", "libstdc[+][+]6", "libicu[0-9]+", "libacl1", "libqt6core6", "libqt6gui6", "libqt6widgets6", "libqt6dbus6",
-             "libqt6printsupport6", "libqt6svg6", "fonts-dejavu-core")
+LIBRARIES = ("libc6", "libstdc[+][+]6", "libicu[0-9]+", "libacl1", "libqt6core6", "libqt6gui6", "libqt6widgets6",
+             "libqt6dbus6", "libqt6printsupport6", "libqt6svg6", "fonts-dejavu-core")
 LETTERS = {"r": 4, "w": 2, "x": 1, "-": 0}
 faults = []
 
