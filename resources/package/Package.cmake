@@ -7,13 +7,17 @@ set(CPACK_PACKAGE_VENDOR "The Nib maintainers")
 set(CPACK_PACKAGE_CONTACT "The Nib maintainers <maintainers@nibpad71.example>")
 set(CPACK_PACKAGE_HOMEPAGE_URL ${NIB_PROJECT_URL}/)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "editor for programs and records of MultiValue databases")
-set(CPACK_PACKAGE_DESCRIPTION
-  "Nib opens items of MultiValue files, and plain local files, side by side in one window. It keeps items under lock \
-while they are open and writes them back in the way they were read: marks, character set and line ends stay.
-It colours, folds, formats, searches, compiles and prints programs in MultiValue BASIC, brings changed documents back \
-after a crash, and is driven by other programs over D-Bus.
+set(CPACK_PACKAGE_DESCRIPTION [[
+Nib opens items of MultiValue files, and plain local files, side by side in
+one window. It keeps items under lock while they are open and writes them
+back in the way they were read: marks, character set and line ends stay.
 .
-The package also has nib-basic, a checker of programs, and nib-debuglog, the viewer of the editor's debug log.")
+It colours, folds, formats, searches, compiles and prints programs in
+MultiValue BASIC, brings changed documents back after a crash, and is driven
+by other programs over D-Bus.
+.
+The package also has nib-basic, a checker of programs, and nib-debuglog, the
+viewer of the editor's debug log.]])
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 # The bus service names the program by its path, so the prefix must be the one of the machine in the end.
 set(CPACK_SET_DESTDIR ON)

@@ -136,7 +136,7 @@ def check_completion(usr, work):
               'COMP_LINE="$*"; COMP_POINT=${#COMP_LINE}; declare -a COMP_WORDS=(); '
               # As readline cuts the line: "=" is a word of its own.
               'for word; do while [[ $word == *=* ]]; do COMP_WORDS+=("${word%%=*}" "="); word=${word#*=}; done; '
-              '[[ -z $word && ${COMP_WORDS[-1]-} == "=" && $word != "${!#}" ]] || COMP_WORDS+=("$word"); done; '
+              '[[ -z $word && ${COMP_WORDS[-1]-} == "=" ]] || COMP_WORDS+=("$word"); done; '
               'COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); read -r _ _ name _ < <(complete -p "$1"); $name; '
               'printf "%s\\n" "${COMPREPLY[@]}"')
     for words, offered in COMPLETIONS:
