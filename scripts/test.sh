@@ -10,5 +10,5 @@ export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}
 scripts/build.sh asan nib_logic_tests nib_widget_tests nib_fuzzers
 ctest --preset asan
 
-scripts/build.sh release nibpad71 nib-debuglog
+scripts/build.sh release nibpad71 nib-debuglog nib-basic package_files
 ctest --preset release --label-regex system

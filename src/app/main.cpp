@@ -9,6 +9,7 @@
 #include "platform/hosts/HostConnection.h"
 #include "platform/hosts/SampleAccount.h"
 #include "platform/posix/PosixTraceMailbox.h"
+#include "platform/posix/ProgramPlaces.h"
 #include "platform/qt/ItemPicker.h"
 #include "platform/qt/QtClipboard.h"
 #include "platform/qt/QtFonts.h"
@@ -57,11 +58,19 @@ StartMode HowStarted()
 }
 
 /// What went wrong, for the user to read once there is a window; empty when nothing did.
-Text MakeSampleAccount(const Text& programFolder, const HostConfig& config)
+Text MakeSampleAccount(const Text& dataFolder, const HostConfig& config)
 {
     auto failure =
-        FailureOf([&] { InstallSampleAccount(programFolder + u"/accounts/DEMO", FromUtf8(config.Find(u"*").root)); });
+        FailureOf([&] { InstallSampleAccount(dataFolder + u"/accounts/DEMO", FromUtf8(config.Find(u"*").root)); });
     return failure ? failure->description : Text();
+}
+
+/// What ties windows to the desktop entry and lets an icon theme replace the program's icon.
+void UseDesktopIdentity()
+{
+    const QString id = QStringLiteral("com.orlin.NibPad71");
+    QApplication::setDesktopFileName(id);
+    QApplication::setWindowIcon(QIcon::fromTheme(id, QIcon(QStringLiteral(":/icons/") + id + QStringLiteral(".svg"))));
 }
 
 } // namespace
@@ -74,19 +83,20 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(QStringLiteral(NIB_VERSION));
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/nib.png")));
+    UseDesktopIdentity();
 
     PosixTraceMailbox viewer(u"nibpad71");
     modDebugLog trace(viewer);
     QtClipboard clipboard;
-    QtFonts fonts;
+    const ProgramPlaces places = ProgramPlaces::Around(ToText(QApplication::applicationDirPath()));
+    QtFonts fonts(places.data);
     QtMessageBoxes boxes;
     ItemPicker picker;
     HostConfig hosts = HostConfig::FromEnvironment();
-    Text sampleFault = MakeSampleAccount(fonts.ProgramFolder(), hosts);
+    Text sampleFault = MakeSampleAccount(places.data, hosts);
     QtWaitNotice notice;
-    HostConnection connection(hosts, picker, boxes, {fonts.ProgramFolder(), &notice});
-    SettingsFiles settings(hosts.backupFolder, fonts.ProgramFolder());
+    HostConnection connection(hosts, picker, boxes, {places.programs, &notice});
+    SettingsFiles settings(hosts.backupFolder, places.settings);
     SessionRooms rooms(settings.Store(), hosts.backupFolder);
     frmMain mainWindow;
     mainWindow.SetStore(&settings.Store());

@@ -54,7 +54,8 @@ std::string SearchPath(const std::string& first)
 {
     const char* path = getenv("PATH");
     const std::string rest = path ? path : "/usr/local/bin:/usr/bin:/bin";
-    return first.empty() ? rest : first + ":" + rest;
+    const bool known = (":" + rest + ":").find(":" + first + ":") != std::string::npos;
+    return first.empty() || known ? rest : first + ":" + rest;
 }
 
 [[noreturn]] void Refuse(const std::string& program, int error)

@@ -10,7 +10,7 @@ namespace nib {
 struct ProcessRequest {
     std::vector<std::string> words; ///< the program and its arguments
     std::string folder;             ///< where it runs
-    std::string firstInPath;        ///< a folder put before those of PATH; may be empty
+    std::string firstInPath;        ///< a folder put before those of PATH unless it is one of them; may be empty
     std::string_view input;
     std::chrono::milliseconds timeLimit{120'000};
     size_t outputLimit = size_t{128} << 20;

@@ -2,8 +2,8 @@
 
 #include "platform/qt/QtText.h"
 
-#include <QCoreApplication>
 #include <QFontDatabase>
+#include <QStringList>
 
 namespace nib {
 
@@ -33,7 +33,7 @@ std::vector<Text> QtFonts::Families() const
 
 Text QtFonts::ProgramFolder() const
 {
-    return ToText(QCoreApplication::applicationDirPath());
+    return programFolder_;
 }
 
 } // namespace nib
