@@ -16,12 +16,15 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <limits>
 
 namespace nib {
 
 namespace {
 
 constexpr int kFieldChars = 36;
+/// What is pasted is never cut short: another text would be searched and replaced than was meant.
+constexpr int kLongestText = std::numeric_limits<int>::max();
 constexpr double kLargestPoints = 12;
 constexpr int kUp = 0;
 constexpr int kDown = 1;
@@ -55,10 +58,12 @@ void frmFind::Build()
     cboFind_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     cboFind_->setAccessibleName(tr("Find what"));
     cboFind_->lineEdit()->setAccessibleName(tr("Find what"));
+    cboFind_->lineEdit()->setMaxLength(kLongestText);
     lbFind_ = new QLabel(tr("Fi&nd what:"));
     lbFind_->setBuddy(cboFind_);
     txtRepl_ = new QLineEdit;
     txtRepl_->setAccessibleName(tr("Replace with"));
+    txtRepl_->setMaxLength(kLongestText);
     lbRepl_ = new QLabel(tr("Re&place with:"));
     lbRepl_->setBuddy(txtRepl_);
     chkMatchCase_ = new QCheckBox(tr("Match &case"));

@@ -28,7 +28,7 @@ def break_compile_mend(desktop):
     desktop.keys("Return")
     results = desktop.wait_active(r"^Results$")
 
-    # The first line of the output names a line of the source; a jump goes there.
+    # The first line of the output names a line of the source; a double click on it goes there.
     desktop.keys("ctrl+Home", "ctrl+Return")
     desktop.wait_active(r"\[BP INVOICE on ")
     desktop.keys("End")
