@@ -243,6 +243,11 @@ void frmFind::ShowState()
 
 void frmFind::RefreshFindList()
 {
+    const std::vector<Text> rows = engine_.FindList();
+    const auto shown = [this](size_t row) { return cboFind_->itemText(static_cast<int>(row)); };
+    bool same = static_cast<size_t>(cboFind_->count()) == rows.size();
+    for (size_t row = 0; same && row < rows.size(); ++row) same = ViewOf(shown(row)) == rows[row];
+    if (same) return;
     const QSignalBlocker quiet(cboFind_);
     QLineEdit* edit = cboFind_->lineEdit();
     const QString text = edit->text();
@@ -250,7 +255,7 @@ void frmFind::RefreshFindList()
     const int start = edit->selectionStart();
     const int length = edit->selectionLength();
     cboFind_->clear();
-    for (const Text& row : engine_.FindList()) cboFind_->addItem(ToQString(row));
+    for (const Text& row : rows) cboFind_->addItem(ToQString(row));
     cboFind_->setEditText(text);
     if (start >= 0)
         edit->setSelection(start, length);

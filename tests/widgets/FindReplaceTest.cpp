@@ -272,6 +272,7 @@ TEST_F(FindReplaceTest, PastedText)
     };
     for (auto& row : rows) {
         for (bool replace : {false, true}) {
+            if (replace && row.found == 0) continue;
             SCOPED_TRACE(testing::Message() << row.pasted.size() << " units, replace " << replace);
             Load(*forms[0], row.text);
             Open(*forms[0], replace);
