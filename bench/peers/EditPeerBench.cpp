@@ -210,7 +210,7 @@ void EditOurs(benchmark::State& state, const std::string& (*text)(), bool timeUn
         editor.buffer.ExecuteOp(make(editor));
         timeUndo ? state.ResumeTiming() : state.PauseTiming();
         editor.buffer.Undo();
-        state.ResumeTiming();
+        if (!timeUndo) state.ResumeTiming();
     }
 }
 
@@ -220,7 +220,10 @@ void EditScintilla(benchmark::State& state, const std::string& (*text)(), bool t
     Scintilla peer(text());
     const std::vector<LineEdit> edits = make();
     auto send = [&](unsigned message) { return peer.view.SendScintilla(message); };
-    auto colour = [&] { peer.view.SendScintilla(Sci::SCI_COLOURISE, 0UL, edits.back().line * 40L); };
+    auto colour = [&] {
+        const auto behind = static_cast<unsigned long>(edits.back().line + 1);
+        peer.view.SendScintilla(Sci::SCI_COLOURISE, 0UL, peer.view.SendScintilla(Sci::SCI_POSITIONFROMLINE, behind));
+    };
     for (auto _ : state) {
         if (timeUndo) state.PauseTiming();
         send(Sci::SCI_BEGINUNDOACTION);
@@ -234,7 +237,7 @@ void EditScintilla(benchmark::State& state, const std::string& (*text)(), bool t
         timeUndo ? state.ResumeTiming() : state.PauseTiming();
         send(Sci::SCI_UNDO);
         colour();
-        state.ResumeTiming();
+        if (!timeUndo) state.ResumeTiming();
     }
 }
 
@@ -257,7 +260,7 @@ void EditTextDocument(benchmark::State& state, const std::string& (*text)(), boo
         cursor.endEditBlock();
         timeUndo ? state.ResumeTiming() : state.PauseTiming();
         peer.document.undo();
-        state.ResumeTiming();
+        if (!timeUndo) state.ResumeTiming();
     }
 }
 
