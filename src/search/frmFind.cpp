@@ -16,12 +16,15 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <limits>
 
 namespace nib {
 
 namespace {
 
 constexpr int kFieldChars = 36;
+/// What is pasted is never cut short: another text would be searched and replaced than was meant.
+constexpr int kLongestText = std::numeric_limits<int>::max();
 constexpr double kLargestPoints = 12;
 constexpr int kUp = 0;
 constexpr int kDown = 1;
@@ -55,10 +58,12 @@ void frmFind::Build()
     cboFind_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     cboFind_->setAccessibleName(tr("Find what"));
     cboFind_->lineEdit()->setAccessibleName(tr("Find what"));
+    cboFind_->lineEdit()->setMaxLength(kLongestText);
     lbFind_ = new QLabel(tr("Fi&nd what:"));
     lbFind_->setBuddy(cboFind_);
     txtRepl_ = new QLineEdit;
     txtRepl_->setAccessibleName(tr("Replace with"));
+    txtRepl_->setMaxLength(kLongestText);
     lbRepl_ = new QLabel(tr("Re&place with:"));
     lbRepl_->setBuddy(txtRepl_);
     chkMatchCase_ = new QCheckBox(tr("Match &case"));
@@ -238,6 +243,11 @@ void frmFind::ShowState()
 
 void frmFind::RefreshFindList()
 {
+    const std::vector<Text> rows = engine_.FindList();
+    const auto shown = [this](size_t row) { return cboFind_->itemText(static_cast<int>(row)); };
+    bool same = static_cast<size_t>(cboFind_->count()) == rows.size();
+    for (size_t row = 0; same && row < rows.size(); ++row) same = ViewOf(shown(row)) == rows[row];
+    if (same) return;
     const QSignalBlocker quiet(cboFind_);
     QLineEdit* edit = cboFind_->lineEdit();
     const QString text = edit->text();
@@ -245,7 +255,7 @@ void frmFind::RefreshFindList()
     const int start = edit->selectionStart();
     const int length = edit->selectionLength();
     cboFind_->clear();
-    for (const Text& row : engine_.FindList()) cboFind_->addItem(ToQString(row));
+    for (const Text& row : rows) cboFind_->addItem(ToQString(row));
     cboFind_->setEditText(text);
     if (start >= 0)
         edit->setSelection(start, length);

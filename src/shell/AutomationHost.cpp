@@ -1,6 +1,7 @@
 #include "shell/AutomationHost.h"
 
 #include "base/Error.h"
+#include "shell/Commands.h"
 #include "shell/MenuModel.h"
 #include "shell/Program.h"
 #include "shell/modSSKeys.h"
@@ -39,6 +40,7 @@ void AutomationHost::LoadHostConfiguration()
 
 void AutomationHost::AddCommand(TextView name, TextView caption, int32_t shortcut)
 {
+    if (IsReservedKey(name)) throw Error{error_number::kKeyInUse, Text(name) + u" is a command of the program."};
     MenuTool tool;
     tool.key = name;
     tool.caption = caption;

@@ -3,6 +3,7 @@
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
 #include "documents/mvDocuments.h"
+#include "editing/Units.h"
 #include "shell/MenuModel.h"
 #include "shell/Program.h"
 
@@ -29,17 +30,32 @@ int32_t NumberBehind(TextView key, TextView prefix)
     return ToInt(key.substr(prefix.size()));
 }
 
-bool RunExtended(TextView key, CommandContext& context)
+/// A key that the window list or the recent files give to an entry; menus do not tell cases apart.
+bool IsListEntry(TextView key)
 {
-    if (!context.ports.extended) return false;
-    Text name = OrDefault([&] { return context.ports.extended->Look(key); }, Text());
-    if (name.empty() || !context.document) return false;
-    context.ports.extended->Raise(*context.document, name);
-    return true;
+    for (TextView prefix : {kWindowEntry, kRecentEntry}) {
+        if (key.size() <= prefix.size() || !EqualsNoCase(key.substr(0, prefix.size()), prefix)) continue;
+        TextView number = key.substr(prefix.size());
+        return std::all_of(number.begin(), number.end(), units::IsDigit);
+    }
+    return false;
+}
+
+/// The name of the client's command behind a key; empty when it has none.
+Text ExtendedName(TextView key, const CommandContext& context)
+{
+    if (!context.ports.extended) return {};
+    return OrDefault([&] { return context.ports.extended->Look(key); }, Text());
 }
 
 bool Dispatch(TextView key, CommandContext& context)
 {
+    // First, since a client's name may begin like an entry of a list.
+    if (Text name = ExtendedName(key, context); !name.empty()) {
+        if (!context.document) return false;
+        context.ports.extended->Raise(*context.document, name);
+        return true;
+    }
     if (const CommandRow* row = FindCommand(key)) {
         if (!row->enabled(context)) return false;
         row->run(context);
@@ -54,7 +70,7 @@ bool Dispatch(TextView key, CommandContext& context)
         context.program.Files().FileOpenRecent(NumberBehind(key, kRecentEntry));
         return true;
     }
-    return RunExtended(key, context);
+    return false;
 }
 
 } // namespace
@@ -85,6 +101,11 @@ CommandState StateOfCommand(TextView key, const CommandContext& context)
 bool IsCommand(TextView key)
 {
     return FindCommand(key) != nullptr;
+}
+
+bool IsReservedKey(TextView key)
+{
+    return IsCommand(key) || IsListEntry(key);
 }
 
 } // namespace nib

@@ -50,5 +50,7 @@ bool RunCommand(TextView key, CommandContext& context);
 /// Looked up afresh each time; an unknown key is disabled.
 CommandState StateOfCommand(TextView key, const CommandContext& context);
 bool IsCommand(TextView key);
+/// A command, or the key of an entry in a list of the program: no client's command may take it over.
+bool IsReservedKey(TextView key);
 
 } // namespace nib

@@ -6,7 +6,10 @@ namespace {
 
 constexpr TextView kAny = u"*";
 
-bool IsLocal(const ItemPlace& place) { return EqualsNoCase(place.provider, u"file"); }
+bool IsLocal(const ItemPlace& place)
+{
+    return EqualsNoCase(place.provider, u"file");
+}
 
 } // namespace
 

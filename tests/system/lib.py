@@ -125,6 +125,13 @@ class Window:
         self._desktop.xdotool("mousemove", "--window", self.number, x, y)
         self._desktop.xdotool("click", "--repeat", count, "--delay", 50, button)
 
+    def rows(self):
+        """The window's picture as one bytes object a row of dots."""
+        width, height = self.size()
+        dots = self._desktop.picture(self.number)
+        expect_equal(len(dots), width * height * 3, "the size of the picture")
+        return [dots[row * width * 3:(row + 1) * width * 3] for row in range(height)]
+
     def __eq__(self, other):
         return isinstance(other, Window) and self.number == other.number
 
@@ -310,6 +317,12 @@ class Desktop:
         """At a place of the screen."""
         self.xdotool("mousemove", x, y)
         self.xdotool("click", "--repeat", count, "--delay", 50, button)
+
+    def picture(self, window):
+        """The dots of a window, three bytes each."""
+        result = subprocess.run(["import", "-silent", "-window", window, "-depth", "8", "rgb:-"], env=self.env,
+                                capture_output=True, timeout=TIMEOUT * 2, stdin=subprocess.DEVNULL, check=True)
+        return result.stdout
 
     def screenshot(self, path):
         self._command("import", "-silent", "-window", "root", path)

@@ -216,7 +216,10 @@ TEST(AutomationTest, ExtendedCommands)
     EXPECT_EQ(tool.menu->key, u"Tools");
     EXPECT_EQ(host.Look(u"Deploy"), u"Deploy");
     EXPECT_EQ(host.Look(u"deploy2"), u"");
-    for (TextView taken : {u"Deploy", u"Compile"}) {
+    host.AddCommand(u"file_upload", u"x", 0);
+    host.AddCommand(u"miWListing", u"x", 0);
+    for (TextView taken :
+         {u"Deploy", u"Compile", u"compile", u"tab_close", u"ctxGoto", u"file_1", u"FILE_12", u"miWList3"}) {
         try {
             host.AddCommand(taken, u"x", 0);
             ADD_FAILURE() << ToUtf8(taken);

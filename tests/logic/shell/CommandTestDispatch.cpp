@@ -213,11 +213,14 @@ TEST(CommandTest, WindowsAndTabs)
 TEST(CommandTest, ExtendedCommandsAndFailures)
 {
     TestShell t;
-    t.outside.extended = {{u"Deploy", u"Deploy"}};
+    const Lines names{u"Deploy", u"file_upload", u"miWListing"};
+    for (const Text& name : names) t.outside.extended[name] = name;
     EXPECT_FALSE(t.Run(u"Deploy")) << "no document whose client could be told";
     auto document = t.New();
-    EXPECT_TRUE(t.Run(u"Deploy"));
-    EXPECT_EQ(t.Ran(), Lines{u"custom Deploy"});
+    for (const Text& name : names) {
+        EXPECT_TRUE(t.Run(name)) << "also one that begins like an entry of a list";
+        EXPECT_EQ(t.Ran(), Lines{u"custom " + name});
+    }
     EXPECT_FALSE(t.Run(u"Nothing")) << "a failed look-up is silent";
 
     t.program.EditorSettings().NoGotoDialog = true;
