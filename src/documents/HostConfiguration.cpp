@@ -1,5 +1,6 @@
 #include "documents/HostConfiguration.h"
 
+#include "diagnostics/Guarded.h"
 #include "documents/mvDocuments.h"
 #include "editing/SettingsTable.h"
 #include "persistence/store/LeadingNumber.h"
@@ -36,10 +37,25 @@ void HostConfiguration::LoadHostConfiguration()
     if (location.ServerName.empty() || location.Database.empty()) return;
     HostConfigLoaded_ = true;
     if (services_.settings.DisableHostConfig) return;
-    const Text path = services_.connection.ComposeHostPath({location.Provider, location.ServerName, {}, {}, {}});
-    const std::shared_ptr<mvItem> item = services_.connection.OpenServerForPath(path, false, false);
+    const std::shared_ptr<mvItem> item = OpenAccount();
     if (!item || !item->Supports(kSupportsConfiguration)) return;
     if (mvSession* session = item->Session()) Apply(*session);
+}
+
+/// A connection that serves several accounts may be in none yet, or in another than the one that is meant.
+std::shared_ptr<mvItem> HostConfiguration::OpenAccount()
+{
+    const Location& location = services_.location;
+    const auto open = [&](const Text& account) {
+        const Text path =
+            services_.connection.ComposeHostPath({location.Provider, location.ServerName, account, {}, {}});
+        return services_.connection.OpenServerForPath(path, false, false);
+    };
+    std::shared_ptr<mvItem> item = open({});
+    mvSession* session = item ? item->Session() : nullptr;
+    if (session && EqualsNoCase(session->AccountName(), location.Database)) return item;
+    // Whoever opens something in an account that does not exist is told of it then.
+    return OrDefault([&] { return open(location.Database); }, std::move(item));
 }
 
 void HostConfiguration::Apply(mvSession& session)

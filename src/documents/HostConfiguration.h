@@ -16,6 +16,7 @@ public:
     bool HostConfigLoaded() const { return HostConfigLoaded_; }
 
 private:
+    std::shared_ptr<mvItem> OpenAccount();
     void Apply(mvSession& session);
     bool ReplaceKeywords(int32_t Class, TextView place);
     void ReplaceFormat(TextView numbers);

@@ -26,7 +26,11 @@ struct HostConfigurationTest : testing::Test {
     Location& location = t.program.CurrentLocation();
     HostConfiguration host{t.program.Services()};
 
-    HostConfigurationTest() { location.Database = u"DEMO"; }
+    HostConfigurationTest()
+    {
+        location.Database = u"DEMO";
+        t.Store().session.account = u"DEMO";
+    }
 };
 
 TEST_F(HostConfigurationTest, WaitsForServerAndAccount)
@@ -51,6 +55,25 @@ TEST_F(HostConfigurationTest, WaitsForServerAndAccount)
     Load();
     EXPECT_EQ(Settings().CompileCommand, u"CATALOG") << "once in a run";
     EXPECT_EQ(t.Store().liveItems, 0);
+}
+
+TEST_F(HostConfigurationTest, TheRecordIsThatOfTheAccountThatIsMeant)
+{
+    const auto opened = [&](TextView account) {
+        return OpenCall{t.connection.ComposeHostPath({u"mvdb", u"*", Text(account), {}, {}}), false, false};
+    };
+    for (const auto& [present, opens] : {std::pair(u"", 2), {u"OTHER", 2}, {u"demo", 1}}) {
+        t.Store().session.account = present;
+        t.connection.opens.clear();
+        HostConfiguration fresh(t.program.Services());
+        fresh.LoadHostConfiguration();
+        std::vector<OpenCall> expected{opened(u"")};
+        if (opens == 2) expected.push_back(opened(u"DEMO"));
+        EXPECT_EQ(t.connection.opens, expected);
+    }
+    t.Store().session.account = u"";
+    t.connection.openFailures = {std::nullopt, Error{error_number::kPathNotFound, u"no such account"}};
+    EXPECT_NO_THROW(Load()) << "the open that follows tells of it";
 }
 
 TEST_F(HostConfigurationTest, NothingComesFromAHostThatMayNotOrCannotTell)
