@@ -80,20 +80,26 @@ void HostConfiguration::Apply(mvSession& session)
     UpdateDocuments();
 }
 
-/// From the item named "FILE\ITEM". False when that gives no text.
+/// From the item named "FILE\ITEM". False when that gives no text. An item that cannot be had keeps nobody from work.
 bool HostConfiguration::ReplaceKeywords(int32_t Class, TextView place)
 {
     if (place.empty()) return false;
+    const Text words = Guarded(
+        services_.log, u"HostConfiguration.ReplaceKeywords", [&] { return ReadPlace(place); },
+        [](const Error&) { return Text(); });
+    if (words.empty()) return false;
+    services_.settings.Keywords.SetKeywordList(Class, kLineEnd, words);
+    return true;
+}
+
+Text HostConfiguration::ReadPlace(TextView place)
+{
     const Location& location = services_.location;
     const Text path =
         services_.connection.ComposeHostPath({location.Provider, location.ServerName, location.Database,
                                               Text(Field(place, u'\\', 1)), Text(Field(place, u'\\', 2))});
     const std::shared_ptr<mvItem> item = services_.connection.OpenServerForPath(path, true, false);
-    if (!item || !item->IsItem() || !item->Exists()) return false;
-    const Text words = item->ReadItem(0, 0, 0);
-    if (words.empty()) return false;
-    services_.settings.Keywords.SetKeywordList(Class, kLineEnd, words);
-    return true;
+    return item && item->IsItem() && item->Exists() ? item->ReadItem(0, 0, 0) : Text();
 }
 
 /// Kept within the same limits as the user's own numbers.

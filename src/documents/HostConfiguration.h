@@ -19,6 +19,7 @@ private:
     std::shared_ptr<mvItem> OpenAccount();
     void Apply(mvSession& session);
     bool ReplaceKeywords(int32_t Class, TextView place);
+    Text ReadPlace(TextView place);
     void ReplaceFormat(TextView numbers);
     void UpdateDocuments();
 

@@ -42,6 +42,7 @@ Desktop PresentDesktop(const QScreen& screen)
 
 frmMain::frmMain() : area_(new QMdiArea(this))
 {
+    area_->setAccessibleName(tr("Documents"));
     area_->setViewMode(QMdiArea::SubWindowView);
     area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation, true);

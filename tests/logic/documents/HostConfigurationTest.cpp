@@ -143,6 +143,23 @@ TEST_F(HostConfigurationTest, KeywordsComeFromItems)
     EXPECT_FALSE(Settings().HostCompile || Settings().HostFormat || Settings().HostComment);
 }
 
+TEST_F(HostConfigurationTest, KeywordsThatCannotBeReadLeaveTheRestOfTheRecord)
+{
+    Record() = {{2, u"CTL\\WORDS"}, {3, u"CTL\\WORDS"}, {4, u"CATALOG"}};
+    t.Store(t.connection.ComposeHostPath({u"mvdb", u"*", u"DEMO", u"CTL", u"WORDS"}), u"ALPHA");
+    t.connection.openFailures = {std::nullopt, Error{error_number::kPathNotFound, u"no such file"}};
+    t.Store().readFailure = Error{error_number::kStorage, u"no text"};
+    t.trace.wanted |= trace::kErrors;
+    EXPECT_NO_THROW(Load());
+    EXPECT_TRUE(Settings().HostCompile && !Settings().HostKeywords);
+    EXPECT_EQ(Settings().CompileCommand, u"CATALOG");
+    EXPECT_EQ(
+        t.trace.lines,
+        (TraceLines{
+            {1, u"HostConfiguration.ReplaceKeywords: error=0x" + Hex(error_number::kPathNotFound) + u" no such file"},
+            {1, u"HostConfiguration.ReplaceKeywords: error=0x" + Hex(error_number::kStorage) + u" no text"}}));
+}
+
 TEST_F(HostConfigurationTest, NumbersOfTheFormat)
 {
     struct Row {
