@@ -16,6 +16,7 @@
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtPrinting.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/QtTimers.h"
 #include "platform/qt/QtWaitNotice.h"
 #include "shell/CommandLine.h"
 #include "shell/Program.h"
@@ -104,7 +105,8 @@ int main(int argc, char** argv)
     picker.SetOwner(&mainWindow);
     notice.SetOwner(&mainWindow);
     DocumentWindows views(mainWindow, clipboard);
-    Program program({connection, boxes, mainWindow, views, fonts, clipboard, rooms, &trace});
+    QtTimers timers;
+    Program program({connection, boxes, mainWindow, views, fonts, clipboard, rooms, timers, &trace});
     QtPrinting printing(program.Log(), boxes);
     printing.SetOwner(&mainWindow);
     mainWindow.SetPrinting(&printing);

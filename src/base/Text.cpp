@@ -1,30 +1,18 @@
 #include "base/Text.h"
 
+#include "base/AsciiRun.h"
+
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 #include <unicode/utf8.h>
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <limits>
 
 namespace nib {
 
 namespace {
-
-/// Length of the ASCII run at the start, eight bytes at a time.
-size_t AsciiRun(std::string_view bytes)
-{
-    size_t i = 0;
-    for (; i + 8 <= bytes.size(); i += 8) {
-        uint64_t word = 0;
-        std::memcpy(&word, bytes.data() + i, 8);
-        if (word & 0x8080808080808080ULL) break;
-    }
-    while (i < bytes.size() && static_cast<unsigned char>(bytes[i]) < 0x80) ++i;
-    return i;
-}
 
 using CaseFunction = int32_t (*)(char16_t*, int32_t, const char16_t*, int32_t, const char*, UErrorCode*);
 

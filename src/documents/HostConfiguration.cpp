@@ -1,5 +1,6 @@
 #include "documents/HostConfiguration.h"
 
+#include "diagnostics/Guarded.h"
 #include "documents/mvDocuments.h"
 #include "editing/SettingsTable.h"
 #include "persistence/store/LeadingNumber.h"
@@ -36,10 +37,25 @@ void HostConfiguration::LoadHostConfiguration()
     if (location.ServerName.empty() || location.Database.empty()) return;
     HostConfigLoaded_ = true;
     if (services_.settings.DisableHostConfig) return;
-    const Text path = services_.connection.ComposeHostPath({location.Provider, location.ServerName, {}, {}, {}});
-    const std::shared_ptr<mvItem> item = services_.connection.OpenServerForPath(path, false, false);
+    const std::shared_ptr<mvItem> item = OpenAccount();
     if (!item || !item->Supports(kSupportsConfiguration)) return;
     if (mvSession* session = item->Session()) Apply(*session);
+}
+
+/// A connection that serves several accounts may be in none yet, or in another than the one that is meant.
+std::shared_ptr<mvItem> HostConfiguration::OpenAccount()
+{
+    const Location& location = services_.location;
+    const auto open = [&](const Text& account) {
+        const Text path =
+            services_.connection.ComposeHostPath({location.Provider, location.ServerName, account, {}, {}});
+        return services_.connection.OpenServerForPath(path, false, false);
+    };
+    std::shared_ptr<mvItem> item = open({});
+    mvSession* session = item ? item->Session() : nullptr;
+    if (session && EqualsNoCase(session->AccountName(), location.Database)) return item;
+    // Whoever opens something in an account that does not exist is told of it then.
+    return OrDefault([&] { return open(location.Database); }, std::move(item));
 }
 
 void HostConfiguration::Apply(mvSession& session)
@@ -64,20 +80,26 @@ void HostConfiguration::Apply(mvSession& session)
     UpdateDocuments();
 }
 
-/// From the item named "FILE\ITEM". False when that gives no text.
+/// From the item named "FILE\ITEM". False when that gives no text. An item that cannot be had keeps nobody from work.
 bool HostConfiguration::ReplaceKeywords(int32_t Class, TextView place)
 {
     if (place.empty()) return false;
+    const Text words = Guarded(
+        services_.log, u"HostConfiguration.ReplaceKeywords", [&] { return ReadPlace(place); },
+        [](const Error&) { return Text(); });
+    if (words.empty()) return false;
+    services_.settings.Keywords.SetKeywordList(Class, kLineEnd, words);
+    return true;
+}
+
+Text HostConfiguration::ReadPlace(TextView place)
+{
     const Location& location = services_.location;
     const Text path =
         services_.connection.ComposeHostPath({location.Provider, location.ServerName, location.Database,
                                               Text(Field(place, u'\\', 1)), Text(Field(place, u'\\', 2))});
     const std::shared_ptr<mvItem> item = services_.connection.OpenServerForPath(path, true, false);
-    if (!item || !item->IsItem() || !item->Exists()) return false;
-    const Text words = item->ReadItem(0, 0, 0);
-    if (words.empty()) return false;
-    services_.settings.Keywords.SetKeywordList(Class, kLineEnd, words);
-    return true;
+    return item && item->IsItem() && item->Exists() ? item->ReadItem(0, 0, 0) : Text();
 }
 
 /// Kept within the same limits as the user's own numbers.

@@ -16,8 +16,10 @@ public:
     bool HostConfigLoaded() const { return HostConfigLoaded_; }
 
 private:
+    std::shared_ptr<mvItem> OpenAccount();
     void Apply(mvSession& session);
     bool ReplaceKeywords(int32_t Class, TextView place);
+    Text ReadPlace(TextView place);
     void ReplaceFormat(TextView numbers);
     void UpdateDocuments();
 

@@ -131,8 +131,8 @@ void GeneralPage::ShowFont()
     const MvEdit& settings = model_.Clone();
     lblFontName_->setText(ToQString(settings.FontName));
     lblFontSize_->setText(ToQString(settings.FontSize));
-    lblFontName_->setAccessibleName(tr("Font name"));
-    lblFontSize_->setAccessibleName(tr("Font size"));
+    lblFontName_->setAccessibleName(tr("Font name") + QLatin1String(": ") + lblFontName_->text());
+    lblFontSize_->setAccessibleName(tr("Font size") + QLatin1String(": ") + lblFontSize_->text());
 }
 
 void GeneralPage::Refresh()

@@ -18,7 +18,8 @@ StylePreview::StylePreview() : sample_(SampleSettings())
     setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
     buffer_.SetLexer(&lexer_);
     view_ = std::make_unique<SourceViewWidget>(buffer_, clipboard_);
-    view_->setAccessibleName(tr("Preview"));
+    setAccessibleName(tr("Preview"));
+    view_->setAccessibleName(accessibleName());
     view_->setFocusPolicy(Qt::NoFocus);
     view_->viewport()->setFocusPolicy(Qt::NoFocus);
     view_->setAttribute(Qt::WA_TransparentForMouseEvents);

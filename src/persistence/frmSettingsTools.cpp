@@ -39,6 +39,7 @@ QGroupBox* ToolsPage::BuildCompile()
 {
     auto* frame = new QGroupBox(tr("Compile"));
     auto* inner = new QGroupBox(tr("BASIC"));
+    inner->setAccessibleName(inner->title()); // Qt would call it by the frame's
     (new QVBoxLayout(frame))->addWidget(inner);
     auto* form = new QFormLayout(inner);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);

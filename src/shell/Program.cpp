@@ -58,6 +58,7 @@ void Program::Start(StartMode mode, TextView commandLine)
     ports_.parts.LoadSettings();
     if (settings_.FontName.empty()) settings_.FontName = DefaultFontName();
     ports_.mainWindow.Load();
+    AutoSaveTimer_ = ports_.timers.Every(std::chrono::minutes(1), [this] { AutoSaveTimer_Timer(); });
     ports_.mainWindow.Show();
     StartCursor wait(ports_.mainWindow);
     SetStatusText(1, u"");
@@ -96,7 +97,10 @@ void Program::OpenFromCommandLine(TextView line)
         case Kind::Folder: location_.Folder = action.value; break;
         case Kind::ReadOnly: readOnly = true; break;
         case Kind::OpenItem:
-            LoadHostConfiguration();
+            // A host with a broken configuration is told of, and its items can be edited all the same.
+            Guarded(
+                log_, u"modMain.LoadHostConfiguration", [&] { LoadHostConfiguration(); },
+                [&](const Error& error) { ReportError(error.description); });
             OpenPath(ports_.connection.ComposeHostPath({location_.Provider, location_.ServerName, location_.Database,
                                                         location_.Folder, action.value}),
                      readOnly);
@@ -156,7 +160,7 @@ void Program::DocumentLeft(mvDocument& document)
     IgnoringErrors([&] { history_.RecordPosition(&document, true); });
 }
 
-void Program::AutoSaveMinute()
+void Program::AutoSaveTimer_Timer()
 {
     if (!autoSaveTicks_.Tick(settings_.AutoRecover) || AutoSaveHeld()) return;
     Guarded(
@@ -216,6 +220,7 @@ void Program::Shutdown()
 
 void Program::TakeDown()
 {
+    AutoSaveTimer_.reset();
     ports_.parts.EndRecovery();
     ports_.mainWindow.Unload();
     ports_.parts.UnloadForms();

@@ -8,6 +8,7 @@
 #include "platform/Clock.h"
 #include "platform/Fonts.h"
 #include "platform/MainWindow.h"
+#include "platform/Timers.h"
 #include "shell/AutoSaveTicks.h"
 #include "shell/FileCommands.h"
 #include "shell/SessionParts.h"
@@ -27,6 +28,7 @@ struct ProgramPorts {
     Fonts& fonts;
     const Clipboard& clipboard;
     SessionParts& parts;
+    Timers& timers;
     TraceChannel* trace = nullptr;
     const Clock& clock = kSteadyClock;
 };
@@ -52,8 +54,6 @@ public:
 
     /// The user turned from the window of `document` to another.
     void DocumentLeft(mvDocument& document);
-    /// The auto-save timer's minute.
-    void AutoSaveMinute();
     /// Once for the process; a host that is not known well enough yet is asked again next time.
     void LoadHostConfiguration();
     void HandleDroppedFiles(const std::vector<Text>& files);
@@ -89,6 +89,7 @@ private:
     void RecordPosition(mvDocument& document) override;
     std::unique_ptr<clsDocView> CreateView(mvDocument& document) override;
 
+    void AutoSaveTimer_Timer();
     void Start(StartMode mode, TextView commandLine);
     void ParseCmdLine(TextView line);
     void OpenFromCommandLine(TextView line);
@@ -101,6 +102,7 @@ private:
     DebugLog log_;
     Location location_;
     AutoSaveTicks autoSaveTicks_;
+    std::unique_ptr<Timers::Timer> AutoSaveTimer_; ///< rings each minute while the main window is there
     MvEdit settings_;
     mvDocuments openDocuments_;
     DocumentServices services_;

@@ -128,6 +128,7 @@ void frmDocument::SetTitle(TextView title)
 {
     title_ = title;
     window_->setWindowTitle(PlainTitle(title_));
+    widget_->setAccessibleName(ToQString(title_));
     mainWindow_.ChildTitleChanged(*this);
 }
 

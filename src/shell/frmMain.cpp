@@ -16,7 +16,6 @@ namespace nib {
 
 namespace {
 
-constexpr int kMinute = 60000;
 constexpr int kShutdownDelay = 50;
 constexpr int kStuckFocusDelay = 100;
 
@@ -43,6 +42,7 @@ Desktop PresentDesktop(const QScreen& screen)
 
 frmMain::frmMain() : area_(new QMdiArea(this))
 {
+    area_->setAccessibleName(tr("Documents"));
     area_->setViewMode(QMdiArea::SubWindowView);
     area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation, true);
@@ -61,7 +61,6 @@ frmMain::frmMain() : area_(new QMdiArea(this))
     stuckFocusTimer_.setSingleShot(true);
     stuckFocusTimer_.setInterval(kStuckFocusDelay);
     QObject::connect(&stuckFocusTimer_, &QTimer::timeout, this, [this] { FreeStuckFocus(); });
-    QObject::connect(&autoSaveTimer_, &QTimer::timeout, this, [this] { program_->AutoSaveMinute(); });
 }
 
 frmMain::~frmMain()
@@ -88,7 +87,6 @@ void frmMain::LoadParts()
     QObject::connect(qApp, &QApplication::focusChanged, this,
                      [this](const QWidget*, const QWidget* now) { FocusMoved(now); });
     qApp->installEventFilter(this);
-    autoSaveTimer_.start(kMinute);
     loaded_ = true;
     UpdateToolBar();
     program_->Log().Write(u"mdiform load end", trace::kObjects);
@@ -184,7 +182,7 @@ void frmMain::UnloadParts()
 {
     qApp->removeEventFilter(this);
     qApp->disconnect(this);
-    for (QTimer* timer : {&autoSaveTimer_, &shutdownTimer_, &stuckFocusTimer_}) timer->stop();
+    for (QTimer* timer : {&shutdownTimer_, &stuckFocusTimer_}) timer->stop();
     placement_.Placed(PresentState(), PresentBounds());
     placement_.toolbarVisible = menus_.State(Band::ToolBar).visible;
     placement_.statusbarVisible = menus_.State(Band::StatusBar).visible;

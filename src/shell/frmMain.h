@@ -130,7 +130,6 @@ private:
     ChildOrder<frmDocument> order_;      ///< those that were in front at least once
     frmDocument* current_ = nullptr;     ///< told that it is in front
     FramePlacement placement_;
-    QTimer autoSaveTimer_;
     QTimer shutdownTimer_;
     QTimer stuckFocusTimer_;
     Text title_ = u"Nib";

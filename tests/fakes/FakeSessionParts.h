@@ -16,7 +16,11 @@ public:
     void SaveSettings() override { Step(u"SaveSettings"); }
     void ScanRecovery() override { Step(u"ScanRecovery"); }
     void EndRecovery() override { Step(u"EndRecovery"); }
-    void AutoSavePass() override { Step(u"AutoSavePass"); }
+    void AutoSavePass() override
+    {
+        Step(u"AutoSavePass");
+        if (onPass) onPass();
+    }
     int32_t HoldAutoSaveGuard() override { return onHold ? onHold() : 0; }
     void ReleaseAutoSaveGuard(int32_t guard) override
     {
@@ -33,6 +37,7 @@ public:
     void RaiseQuit() override { Step(u"RaiseQuit"); }
 
     Text failing;
+    std::function<void()> onPass;
     std::function<int32_t()> onHold;
     std::function<void(int32_t)> onRelease;
     bool configures = true;

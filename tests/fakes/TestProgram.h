@@ -25,7 +25,7 @@ struct TestProgram {
     FakeSessionParts parts{journal};
     RecordingTrace trace;
     FakeClock clock;
-    Program program{{connection, boxes, window, views, fonts, clipboard, parts, &trace, clock}};
+    Program program{{connection, boxes, window, views, fonts, clipboard, parts, clock, &trace, clock}};
 
     FakeStore& Store() { return connection.store; }
     mvDocuments& Documents() { return program.OpenDocuments(); }

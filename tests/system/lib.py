@@ -147,7 +147,7 @@ class Desktop:
         self.size = size
         self.folder = None
         self.env = {}
-        self._screen = []
+        self.helpers = []
         self._programs = []
 
     def __enter__(self):
@@ -163,10 +163,10 @@ class Desktop:
     def __exit__(self, *_):
         for process in reversed(self._programs):
             process.destroy()
-        for process in reversed(self._screen):
+        for process in reversed(self.helpers):
             process.destroy()
         self._programs.clear()
-        self._screen.clear()
+        self.helpers.clear()
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def _make_folders(self):
@@ -191,7 +191,7 @@ class Desktop:
                                            "-nolisten", "tcp", "-noreset"], env=self.env, pass_fds=(writer,),
                                           stdin=subprocess.DEVNULL, stdout=log, stderr=log, start_new_session=True,
                                           preexec_fn=_dies_with_the_test)
-            self._screen.append(_Helper(server))
+            self.helpers.append(_Helper(server))
             os.close(writer)
             writer = -1
             number = b""
@@ -208,11 +208,11 @@ class Desktop:
 
         config = self.folder / "openbox.xml"
         config.write_text(OPENBOX_CONFIG, encoding="utf-8")
-        self._screen.append(Program(["openbox", "--config-file", str(config)], self.env, self.folder / "openbox.log"))
-        eventually("the window manager", lambda: "window id" in self._command(
+        self.helpers.append(Program(["openbox", "--config-file", str(config)], self.env, self.folder / "openbox.log"))
+        eventually("the window manager", lambda: "window id" in self.command(
             "xprop", "-root", "_NET_SUPPORTING_WM_CHECK", check=False))
 
-    def _command(self, *words, check=True):
+    def command(self, *words, check=True):
         result = subprocess.run([str(word) for word in words], env=self.env, capture_output=True, timeout=TIMEOUT * 2,
                                 stdin=subprocess.DEVNULL, check=False)
         if result.returncode != 0:
@@ -223,7 +223,7 @@ class Desktop:
 
     def xdotool(self, *words, check=True):
         """What the command answers; None when it failed and `check` is off."""
-        return self._command("xdotool", *words, check=check)
+        return self.command("xdotool", *words, check=check)
 
     # The program
 
@@ -325,7 +325,7 @@ class Desktop:
         return result.stdout
 
     def screenshot(self, path):
-        self._command("import", "-silent", "-window", "root", path)
+        self.command("import", "-silent", "-window", "root", path)
         return path
 
 

@@ -1,6 +1,7 @@
 #pragma once
 // The real frame with real document windows over a fake host, on the offscreen platform.
 
+#include "fakes/FakeClock.h"
 #include "fakes/FakeConnection.h"
 #include "fakes/FakeFonts.h"
 #include "fakes/FakeMessageBoxes.h"
@@ -30,8 +31,9 @@ struct FrameFixture : testing::Test, ViewFactory {
     FakeSessionParts parts{journal};
     RecordingTrace trace;
     MemorySettings store;
+    FakeClock time;
     frmMain frame;
-    Program program{{connection, boxes, frame, *this, fonts, clipboard, parts, &trace}};
+    Program program{{connection, boxes, frame, *this, fonts, clipboard, parts, time, &trace}};
 
     std::unique_ptr<clsDocView> CreateView(mvDocument&) override
     {

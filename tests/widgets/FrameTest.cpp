@@ -307,5 +307,22 @@ TEST_F(FrameTest, DroppedFilesOpenAndTheRestIsToldOf)
     EXPECT_FALSE(enter.isAccepted());
 }
 
+TEST_F(FrameTest, AutoSaveRunsByTheProgramsTimersWhileTheFrameIsThere)
+{
+    using namespace std::chrono_literals;
+    auto passes = [this] { return std::count(journal.lines.begin(), journal.lines.end(), u"AutoSavePass"); };
+    New();
+    time.Advance(5min - 1ms);
+    EXPECT_EQ(passes(), 0);
+    time.Advance(1ms);
+    EXPECT_EQ(passes(), 1);
+    time.Advance(10min);
+    EXPECT_EQ(passes(), 3);
+    for (auto& document : program.OpenDocuments().All()) document->FileClose(false);
+    frame.close();
+    time.Advance(60min);
+    EXPECT_EQ(passes(), 3);
+}
+
 } // namespace
 } // namespace nib::test

@@ -14,12 +14,6 @@ namespace {
 /// Files that come with a system and are in no account.
 constexpr TextView kSystemFiles[] = {u"SYSCOM", u"UNIVERSE.INCLUDE", u"INCLUDE", u"JBC.H"};
 
-bool IsMode(const std::string& path, mode_t type)
-{
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IFMT) == type;
-}
-
 /// Empty when there can be no such file.
 std::string PathOf(const std::string& folder, TextView name)
 {
@@ -48,9 +42,9 @@ IncludeItems::Answer AccountItems::Find(TextView file, TextView item, SourceDocu
 IncludeItems::Answer AccountItems::FindExactly(TextView file, TextView item, SourceDocument*& text)
 {
     const std::string folder = PathOf(account_, file);
-    if (folder.empty() || !IsMode(folder, S_IFDIR)) return HasFile(file) ? Answer::Unknown : Answer::NoFile;
+    if (folder.empty() || !IsFolder(folder)) return HasFile(file) ? Answer::Unknown : Answer::NoFile;
     const std::string path = PathOf(folder, item);
-    if (path.empty() || !IsMode(path, S_IFREG)) return Answer::NoItem;
+    if (path.empty() || !IsPlainFile(path)) return Answer::NoItem;
     std::unique_ptr<SourceBuffer>& buffer = texts_[path];
     if (!buffer) {
         TextForm form;
@@ -68,7 +62,7 @@ IncludeItems::Answer AccountItems::FindExactly(TextView file, TextView item, Sou
 bool AccountItems::HasFile(TextView file) const
 {
     const std::string entry = PathOf(account_ + "/VOC", file);
-    return !entry.empty() && IsMode(entry, S_IFREG);
+    return !entry.empty() && IsPlainFile(entry);
 }
 
 } // namespace nib

@@ -4,8 +4,7 @@
 #include "platform/hosts/FolderList.h"
 #include "platform/hosts/ItemName.h"
 #include "platform/hosts/PathString.h"
-
-#include <sys/stat.h>
+#include "platform/posix/FileContent.h"
 
 namespace nib {
 
@@ -15,12 +14,6 @@ ItemText CodingOf(const HostSettings& settings)
 {
     const bool configured = !settings.charset.empty();
     return ItemText::ForItems(configured ? Charset(settings.charset) : Charset(), configured);
-}
-
-bool IsMode(const std::string& path, mode_t type)
-{
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IFMT) == type;
 }
 
 } // namespace
@@ -46,7 +39,7 @@ std::shared_ptr<mvItem> AccountLink::Open(const ItemPlace& place, bool readOnly,
 bool AccountLink::AccountExists(TextView account) const
 {
     if (account.empty() || EncodeName(account).size() > NAME_MAX) return false;
-    return IsMode(store_.Root() + "/" + FindName(store_.Root(), account), S_IFDIR);
+    return IsFolder(store_.Root() + "/" + FindName(store_.Root(), account));
 }
 
 Text AccountLink::DefaultAccount()
@@ -83,13 +76,13 @@ bool AccountLink::FileExists(TextView account, TextView file)
 {
     if (account.empty() || file.empty() || EncodeName(file).size() > NAME_MAX) return false;
     const std::string folder = store_.AccountFolder(account);
-    return IsMode(folder + "/" + FindName(folder, file), S_IFDIR);
+    return IsFolder(folder + "/" + FindName(folder, file));
 }
 
 bool AccountLink::ItemExists(const ItemPlace& place)
 {
     if (place.itemId.empty() || EncodeName(place.itemId).size() > NAME_MAX) return false;
-    return IsMode(store_.ItemFile(place.database, place.folder, place.itemId), S_IFREG);
+    return IsPlainFile(store_.ItemFile(place.database, place.folder, place.itemId));
 }
 
 Text AccountLink::LockHolder(const ItemPlace& place)

@@ -3,13 +3,12 @@
 #include "base/Error.h"
 #include "platform/hosts/CommandWords.h"
 #include "platform/hosts/ItemName.h"
+#include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 #include "platform/posix/Process.h"
 
 #include <algorithm>
 #include <cstring>
-
-#include <sys/stat.h>
 
 namespace nib {
 
@@ -18,12 +17,6 @@ namespace {
 constexpr TextView kVoc{u"VOC"};
 constexpr TextView kConfiguration{u"NIB"};
 constexpr int32_t kDefaultSeconds = 120;
-
-bool IsMode(const std::string& path, mode_t type)
-{
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IFMT) == type;
-}
 
 [[noreturn]] void Refuse(TextView text)
 {
@@ -121,13 +114,13 @@ Text AccountSession::GetConfiguration(TextView key, int32_t attribute)
 bool AccountSession::HasVerbs() const
 {
     const std::string account = store_.AccountFolder(account_);
-    return IsMode(account + "/" + FindName(account, kVoc), S_IFDIR);
+    return IsFolder(account + "/" + FindName(account, kVoc));
 }
 
 bool AccountSession::HasConfiguration() const
 {
     const std::string voc = store_.AccountFolder(account_) + "/" + EncodeName(kVoc);
-    return IsMode(voc + "/" + FindName(voc, kConfiguration), S_IFREG);
+    return IsPlainFile(voc + "/" + FindName(voc, kConfiguration));
 }
 
 } // namespace nib

@@ -2,20 +2,9 @@
 
 #include "base/Error.h"
 #include "platform/hosts/ItemName.h"
-
-#include <sys/stat.h>
+#include "platform/posix/FileContent.h"
 
 namespace nib {
-
-namespace {
-
-bool IsFolder(const std::string& path)
-{
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-} // namespace
 
 std::string AccountStore::AccountFolder(TextView account) const
 {
@@ -45,8 +34,7 @@ Text AccountStore::ReadRecord(TextView account, TextView file, TextView item) co
     const std::string accountFolder = AccountFolder(account);
     const std::string folder = accountFolder + "/" + FindName(accountFolder, file);
     const std::string path = folder + "/" + FindName(folder, item);
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+    if (!IsPlainFile(path)) return {};
     TextForm form;
     return coding_.Decode(ReadWholeFile(path).Bytes(), form, Text(file) + u" " + Text(item));
 }

@@ -3,12 +3,11 @@
 #include "base/Error.h"
 #include "platform/hosts/FolderList.h"
 #include "platform/hosts/PathString.h"
+#include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 
 #include <algorithm>
 #include <cstdlib>
-
-#include <sys/stat.h>
 
 namespace nib {
 
@@ -26,12 +25,6 @@ std::string HomeFolder()
 {
     const char* home = getenv("HOME");
     return home && *home == '/' ? home : "/";
-}
-
-bool IsFolder(const std::string& path)
-{
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 /// Cuts the first word off.

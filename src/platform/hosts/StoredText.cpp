@@ -31,8 +31,7 @@ bool StoredText::Exists()
 
 bool StoredText::IsFolder() const
 {
-    struct stat status {};
-    return stat(path_.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    return nib::IsFolder(path_);
 }
 
 bool StoredText::IsProtected() const

@@ -1,26 +1,13 @@
 #pragma once
 // The tight loops between bytes and UTF-16 units.
 
+#include "base/AsciiRun.h"
 #include "base/Text.h"
 
-#include <cstring>
 #include <string>
 #include <string_view>
 
 namespace nib {
-
-/// Length of the ASCII run at the start.
-inline size_t AsciiRun(std::string_view bytes)
-{
-    size_t i = 0;
-    for (; i + 8 <= bytes.size(); i += 8) {
-        uint64_t word = 0;
-        std::memcpy(&word, bytes.data() + i, 8);
-        if (word & 0x8080808080808080ULL) break;
-    }
-    while (i < bytes.size() && static_cast<unsigned char>(bytes[i]) < 0x80) ++i;
-    return i;
-}
 
 /// Each byte as the unit of the same number. Fixed steps of 16, which compilers turn into vector code.
 inline char16_t* Widen(std::string_view bytes, char16_t* __restrict out)

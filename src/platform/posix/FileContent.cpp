@@ -40,6 +40,18 @@ FileStamp StampOf(const std::string& path)
     return stat(path.c_str(), &status) == 0 ? StampOf(status) : FileStamp{};
 }
 
+bool IsFolder(const std::string& path)
+{
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool IsPlainFile(const std::string& path)
+{
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
 FileContent ReadWholeFile(const std::string& path, size_t limit)
 {
     // A pipe must not block the program before it is known to be one.

@@ -23,6 +23,10 @@ struct FileStamp {
 FileStamp StampOf(const struct stat& status);
 FileStamp StampOf(const std::string& path);
 
+/// Both follow symbolic links.
+bool IsFolder(const std::string& path);
+bool IsPlainFile(const std::string& path);
+
 /// The whole of a file, read at one go.
 struct FileContent {
     std::unique_ptr<char[]> data;

@@ -63,11 +63,19 @@ QtMenuBar::Impl::Impl(QMainWindow& owner, MenuModel& menus)
     // Qt's own menu would hide the bar behind the model's back.
     toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
     toolBar->toggleViewAction()->setVisible(false);
+    // Qt's own button for what a narrow bar has no room for.
+    if (auto* more = toolBar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
+        more->setAccessibleName(QMainWindow::tr("More Tools"));
+        more->setToolTip(more->accessibleName());
+    }
     window.addToolBar(toolBar);
+    if (auto* more = window.menuBar()->findChild<QToolButton*>(QStringLiteral("qt_menubar_ext_button")))
+        more->setAccessibleName(QMainWindow::tr("More Menus"));
     window.menuBar()->setAccessibleName(QMainWindow::tr("Menu Bar"));
     window.statusBar()->setAccessibleName(QMainWindow::tr("Status Bar"));
-    popUp->setAccessibleName(QMainWindow::tr("Context Menu"));
-    tabMenu->setAccessibleName(QMainWindow::tr("Tab Menu"));
+    // Menus are called by their window's title.
+    popUp->setWindowTitle(QMainWindow::tr("Context Menu"));
+    tabMenu->setWindowTitle(QMainWindow::tr("Tab Menu"));
     tabs->setAccessibleName(ToQString(model.Root(Band::Taskbar).caption));
 
     actions.SetHolder(Band::MainMenu, model.Root(Band::MainMenu), *window.menuBar());

@@ -142,6 +142,7 @@ void QtToolActions::ShowCaption(const MenuTool& tool, const Entry& entry)
     bool written = entry.band != Band::ToolBar && entry.action->shortcut().isEmpty() && !tool.shortcut.empty();
     if (written) text += QLatin1Char('\t') + ShownKeys(tool.shortcut);
     entry.action->setText(text);
+    if (entry.menu) entry.menu->setWindowTitle(Plain(tool.caption));
 }
 
 void QtToolActions::ShowShortcut(const MenuTool& tool, const Entry& entry)

@@ -26,7 +26,11 @@ struct HostConfigurationTest : testing::Test {
     Location& location = t.program.CurrentLocation();
     HostConfiguration host{t.program.Services()};
 
-    HostConfigurationTest() { location.Database = u"DEMO"; }
+    HostConfigurationTest()
+    {
+        location.Database = u"DEMO";
+        t.Store().session.account = u"DEMO";
+    }
 };
 
 TEST_F(HostConfigurationTest, WaitsForServerAndAccount)
@@ -51,6 +55,25 @@ TEST_F(HostConfigurationTest, WaitsForServerAndAccount)
     Load();
     EXPECT_EQ(Settings().CompileCommand, u"CATALOG") << "once in a run";
     EXPECT_EQ(t.Store().liveItems, 0);
+}
+
+TEST_F(HostConfigurationTest, TheRecordIsThatOfTheAccountThatIsMeant)
+{
+    const auto opened = [&](TextView account) {
+        return OpenCall{t.connection.ComposeHostPath({u"mvdb", u"*", Text(account), {}, {}}), false, false};
+    };
+    for (const auto& [present, opens] : {std::pair(u"", 2), {u"OTHER", 2}, {u"demo", 1}}) {
+        t.Store().session.account = present;
+        t.connection.opens.clear();
+        HostConfiguration fresh(t.program.Services());
+        fresh.LoadHostConfiguration();
+        std::vector<OpenCall> expected{opened(u"")};
+        if (opens == 2) expected.push_back(opened(u"DEMO"));
+        EXPECT_EQ(t.connection.opens, expected);
+    }
+    t.Store().session.account = u"";
+    t.connection.openFailures = {std::nullopt, Error{error_number::kPathNotFound, u"no such account"}};
+    EXPECT_NO_THROW(Load()) << "the open that follows tells of it";
 }
 
 TEST_F(HostConfigurationTest, NothingComesFromAHostThatMayNotOrCannotTell)
@@ -118,6 +141,23 @@ TEST_F(HostConfigurationTest, KeywordsComeFromItems)
     EXPECT_TRUE(Settings().Keywords.Item(u"BETA"));
     EXPECT_FALSE(Settings().Keywords.Item(u"MINE"));
     EXPECT_FALSE(Settings().HostCompile || Settings().HostFormat || Settings().HostComment);
+}
+
+TEST_F(HostConfigurationTest, KeywordsThatCannotBeReadLeaveTheRestOfTheRecord)
+{
+    Record() = {{2, u"CTL\\WORDS"}, {3, u"CTL\\WORDS"}, {4, u"CATALOG"}};
+    t.Store(t.connection.ComposeHostPath({u"mvdb", u"*", u"DEMO", u"CTL", u"WORDS"}), u"ALPHA");
+    t.connection.openFailures = {std::nullopt, Error{error_number::kPathNotFound, u"no such file"}};
+    t.Store().readFailure = Error{error_number::kStorage, u"no text"};
+    t.trace.wanted |= trace::kErrors;
+    EXPECT_NO_THROW(Load());
+    EXPECT_TRUE(Settings().HostCompile && !Settings().HostKeywords);
+    EXPECT_EQ(Settings().CompileCommand, u"CATALOG");
+    EXPECT_EQ(
+        t.trace.lines,
+        (TraceLines{
+            {1, u"HostConfiguration.ReplaceKeywords: error=0x" + Hex(error_number::kPathNotFound) + u" no such file"},
+            {1, u"HostConfiguration.ReplaceKeywords: error=0x" + Hex(error_number::kStorage) + u" no text"}}));
 }
 
 TEST_F(HostConfigurationTest, NumbersOfTheFormat)

@@ -10,6 +10,7 @@
 namespace nib::test {
 namespace {
 
+using namespace std::chrono_literals;
 using Strings = std::vector<std::string>;
 
 TEST(AutoSaveNameTest, Names)
@@ -191,6 +192,7 @@ TEST_F(AutoSaveTest, OnlyTheLastGuardGivenOutCanBeReleased)
 TEST_F(AutoSaveTest, TheProgramGuardsItsHostCalls)
 {
     auto& t = session->t;
+    t.program.Main(StartMode::User, u"");
     std::vector<int32_t> released;
     t.parts.onHold = [&] { return session->recovery.HoldAutoSaveGuard(); };
     t.parts.onRelease = [&](int32_t guard) {
@@ -201,14 +203,50 @@ TEST_F(AutoSaveTest, TheProgramGuardsItsHostCalls)
     t.Store(kOther, u"");
     t.Store().whileBusy = [&] {
         EXPECT_EQ(Copy("0012AB34.001"), u"\r\nunsaved") << "copied before the host gets control";
-        for (int minute = 0; minute < 5; ++minute) t.program.AutoSaveMinute();
+        t.clock.Advance(5min);
         EXPECT_FALSE(t.journal.Has(u"AutoSavePass"));
     };
     t.Open(kOther);
     t.Store().whileBusy = nullptr;
     EXPECT_EQ(released, std::vector<int32_t>{1});
-    for (int minute = 0; minute < 5; ++minute) t.program.AutoSaveMinute();
+    t.clock.Advance(5min);
     EXPECT_TRUE(t.journal.Has(u"AutoSavePass"));
+}
+
+TEST_F(AutoSaveTest, APassRunsEveryFiveMinutesAndOnlyThen)
+{
+    auto& t = session->t;
+    int passes = 0;
+    t.parts.onPass = [&] {
+        ++passes;
+        Pass();
+    };
+    t.clock.Advance(60min);
+    EXPECT_EQ(passes, 0) << "nothing to save before the start";
+    t.program.Main(StartMode::User, u"");
+    mvDocument& document = session->Changed(u"first");
+    t.clock.Advance(5min - 1ms);
+    EXPECT_EQ(Names(), Strings());
+    t.clock.Advance(1ms);
+    EXPECT_EQ(Copy("0012AB34.001"), u"\r\nfirst");
+    t.View(document).txtText().SetText(u"second");
+    t.clock.Advance(5min - 1ms);
+    EXPECT_EQ(Copy("0012AB34.001"), u"\r\nfirst");
+    t.clock.Advance(1ms);
+    EXPECT_EQ(Copy("0012AB34.001"), u"\r\nsecond");
+    EXPECT_EQ(passes, 2);
+
+    t.program.EditorSettings().AutoRecover = false;
+    t.clock.Advance(60min);
+    t.program.EditorSettings().AutoRecover = true;
+    t.clock.Advance(4min);
+    EXPECT_EQ(passes, 2) << "minutes without recovery do not count";
+    t.clock.Advance(1min);
+    EXPECT_EQ(passes, 3);
+    t.program.Shutdown();
+    EXPECT_EQ(t.clock.RunningTimers(), 0U);
+    t.clock.Advance(60min);
+    EXPECT_EQ(passes, 3);
 }
 
 } // namespace

@@ -33,6 +33,8 @@ SourceViewWidget::SourceViewWidget(SourceBuffer& buffer, Clipboard& clipboard, Q
     setAttribute(Qt::WA_InputMethodEnabled);
     setAttribute(Qt::WA_KeyCompression);
     setAcceptDrops(true);
+    verticalScrollBar()->setAccessibleName(tr("Vertical scroll bar"));
+    horizontalScrollBar()->setAccessibleName(tr("Horizontal scroll bar"));
     viewport()->setAcceptDrops(true);
     viewport()->setMouseTracking(true);
     viewport()->setCursor(Qt::IBeamCursor);

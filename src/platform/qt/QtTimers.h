@@ -1,0 +1,11 @@
+#pragma once
+#include "platform/Timers.h"
+
+namespace nib {
+
+class QtTimers final : public Timers {
+public:
+    std::unique_ptr<Timer> Every(std::chrono::milliseconds interval, std::function<void()> ring) override;
+};
+
+} // namespace nib

@@ -1,0 +1,219 @@
+// Every form by its names, its Tab order and its access keys, and the frame as a screen reader is told of it.
+
+#include "fakes/FakeBrowser.h"
+#include "fakes/FakeSearch.h"
+#include "fakes/FakeSettingsApplied.h"
+#include "fakes/TestRecovery.h"
+#include "persistence/frmAutoRecover.h"
+#include "persistence/frmSettings.h"
+#include "platform/qt/AboutBox.h"
+#include "platform/qt/HelpWindow.h"
+#include "platform/qt/QtMessageBoxes.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/QtWaitNotice.h"
+#include "platform/qt/frmItemPicker.h"
+#include "search/frmFind.h"
+#include "search/frmResults.h"
+#include "shell/frmGoto.h"
+#include "shell/frmProperties.h"
+#include "widgets/FormAccess.h"
+#include "widgets/FrameFixture.h"
+
+#include <QDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTimer>
+
+namespace nib::test {
+namespace {
+
+/// Looks at the dialog that `show` runs, and closes it.
+template <typename Show>
+void WhileShown(Show show, const std::set<std::string>& shared = {})
+{
+    bool seen = false;
+    QTimer::singleShot(0, [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        ASSERT_TRUE(dialog);
+        seen = true;
+        ExpectAccessible(*dialog, shared);
+        dialog->close();
+    });
+    show();
+    EXPECT_TRUE(seen);
+}
+
+TEST(FormAccessTest, SettingsPages)
+{
+    TestProgram test;
+    MemorySettings store;
+    FakeSettingsApplied applied;
+    test.program.EditorSettings().Keywords.SetKeywordList(keyword_class::kUser, u" ", u"ONE TWO+");
+    // The captions of the pages are given, and so are those of the tabs: pressed again, such a key goes on to the next.
+    const std::set<std::string> shared[] = {{"Alt+L"}, {}, {"Alt+U"}, {"Alt+I", "Alt+L"}, {"Alt+I", "Alt+L"}};
+    for (int32_t page = 1; page <= 5; ++page) {
+        SCOPED_TRACE(page);
+        SettingsModel model(test.program.Services(), store, applied);
+        frmSettings form(model);
+        form.ShowPage(page);
+        form.show();
+        ExpectAccessible(form, shared[page - 1]);
+    }
+}
+
+class RecoveryAccessTest : public RecoveryTest {};
+
+TEST_F(RecoveryAccessTest, RecoveryDialog)
+{
+    File("1.001", "INVOICE\r\none");
+    session->onOffer = [this](TextView place, const DynamicArray& names) {
+        frmAutoRecover form(session->recovery);
+        WhileShown([&] { form.ShowDialog(place, names, nullptr); });
+    };
+    session->recovery.CheckAutoRecover();
+}
+
+TEST(FormAccessTest, SearchForms)
+{
+    for (bool replace : {false, true}) {
+        TestSearch search;
+        search.Add(u"one two");
+        frmFind form(search.engine);
+        replace ? form.Replace() : form.Find();
+        ExpectAccessible(form);
+    }
+}
+
+TEST(FormAccessTest, ItemPicker)
+{
+    FakeBrowser browser;
+    FillWithSample(browser);
+    for (const char16_t* mode : {u"Open", u"Save", u"Import", u"Export"}) {
+        SelectRequest request;
+        request.mode = mode;
+        request.offerReadOnly = true;
+        PickerModel model(request, browser);
+        model.Start(u"mvdb:LIVE/SALES/BP");
+        frmItemPicker form(model, browser, nullptr);
+        form.show();
+        ExpectAccessible(form);
+    }
+}
+
+TEST(FormAccessTest, SmallDialogs)
+{
+    TestProgram t;
+    auto document = t.New();
+    document->SetText(u"START:\r\nX = 1");
+    document->Activate();
+    Text target = u"START";
+    frmGoto jump(t.program);
+    WhileShown([&] { jump.ShowGoto(target, nullptr); });
+    frmProperties properties;
+    WhileShown([&] { properties.ShowDialog(*document, t.program.CurrentLocation()); });
+    WhileShown([] { ShowAboutBox(nullptr); });
+    using namespace message_box;
+    for (int32_t flags : {kOk, kOkCancel, kYesNo | kCheckBox, kYesNoCancel, kYesAllNo, kYesAllNoCancel | kCheckBox,
+                          kAbortRetryIgnore}) {
+        QtMessageBoxes boxes;
+        WhileShown([&] { boxes.Show(u"Text", flags | kExtended, u""); });
+    }
+    HelpWindow help;
+    help.ShowHelp();
+    ExpectAccessible(help);
+    QtWaitNotice notice;
+    ASSERT_TRUE(notice.Started(u"BASIC BP MAIN"));
+    EXPECT_TRUE(notice.GoOn(std::chrono::seconds(2)));
+    ExpectAccessible(*QApplication::activeModalWidget());
+    notice.Ended();
+}
+
+// The frame
+
+struct FrameAccessTest : FrameFixture {
+    /// Role and name of everything below, what is hidden left out.
+    void Walk(QAccessibleInterface* at, std::multimap<QAccessible::Role, std::string>& found)
+    {
+        if (!at || at->state().invisible) return;
+        found.emplace(at->role(), at->text(QAccessible::Name).toStdString());
+        for (int i = 0; i < at->childCount(); ++i) Walk(at->child(i), found);
+    }
+    std::set<std::string> Names(QAccessible::Role role)
+    {
+        std::multimap<QAccessible::Role, std::string> found;
+        Walk(QAccessible::queryAccessibleInterface(&frame), found);
+        std::set<std::string> names;
+        for (auto [at, end] = found.equal_range(role); at != end; ++at) names.insert(at->second);
+        return names;
+    }
+    static std::string Plain(TextView caption)
+    {
+        std::string plain = ToUtf8(caption);
+        std::erase(plain, '&');
+        return plain;
+    }
+    void ExpectMenu(const MenuTool& menu, QAccessibleInterface* holder)
+    {
+        ASSERT_TRUE(holder);
+        std::set<std::string> names;
+        for (int i = 0; i < holder->childCount(); ++i)
+            names.insert(holder->child(i)->text(QAccessible::Name).toStdString());
+        for (const auto& tool : menu.tools) {
+            if (tool->visible) {
+                EXPECT_TRUE(names.contains(Plain(tool->caption))) << Plain(tool->caption);
+            }
+        }
+    }
+};
+
+TEST_F(FrameAccessTest, EveryMenuToolPanelAndTabHasItsName)
+{
+    frame.resize(1600, 900); // the tool bar has room for all
+    New(2);
+    const MenuTool& bar = frame.Menus().Root(Band::MainMenu);
+    ExpectMenu(bar, QAccessible::queryAccessibleInterface(frame.menuBar()));
+    for (QMenu* menu : frame.findChildren<QMenu*>()) {
+        // Of the buttons for what a narrow bar has no room for, which the frame is wide enough to do without.
+        if (menu->menuAction()->objectName().isEmpty() && menu->parent() == frame.menuBar()) continue;
+        if (menu->isEmpty()) continue;
+        QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(menu);
+        EXPECT_FALSE(spoken->text(QAccessible::Name).isEmpty()) << Described(*menu);
+        const MenuTool* tool = frame.Menus().Find(Band::MainMenu, ToText(menu->menuAction()->objectName()));
+        if (tool && tool->isMenu) ExpectMenu(*tool, spoken);
+    }
+    std::set<std::string> tools = Names(QAccessible::Button);
+    tools.merge(Names(QAccessible::CheckBox));
+    for (const auto& tool : frame.Menus().Root(Band::ToolBar).tools) {
+        if (tool->visible) {
+            EXPECT_TRUE(tools.contains(tool->tip.empty() ? Plain(tool->caption) : ToUtf8(tool->tip)))
+                << ToUtf8(tool->key);
+        }
+    }
+    const std::set<std::string> texts = Names(QAccessible::StaticText);
+    for (const auto& panel : frame.Menus().Root(Band::StatusBar).tools) {
+        if (!panel->caption.empty() && panel->visible) {
+            EXPECT_TRUE(texts.contains(ToUtf8(panel->caption)));
+        }
+    }
+    EXPECT_EQ(Names(QAccessible::PageTab), (std::set<std::string>{"NewItem1", "NewItem2"}));
+    for (auto role : {QAccessible::Button, QAccessible::CheckBox, QAccessible::MenuItem, QAccessible::StaticText,
+                      QAccessible::PageTab, QAccessible::PageTabList, QAccessible::ToolBar, QAccessible::StatusBar,
+                      QAccessible::MenuBar, QAccessible::Window, QAccessible::EditableText, QAccessible::ScrollBar,
+                      QAccessible::LayeredPane, QAccessible::PopupMenu})
+        EXPECT_FALSE(Names(role).contains("")) << role;
+}
+
+TEST_F(FrameAccessTest, TheTextIsReadUnderTheNameOfItsDocument)
+{
+    frmDocument& form = New();
+    Load(form, u"one\r\ntwo");
+    QAccessibleInterface* text = QAccessible::queryAccessibleInterface(&TextOf(form));
+    ASSERT_TRUE(text && text->textInterface());
+    EXPECT_EQ(text->text(QAccessible::Name).toStdString(), Title(&form));
+    EXPECT_EQ(text->role(), QAccessible::EditableText);
+    EXPECT_EQ(text->textInterface()->text(0, 7).toStdString(), "one\ntwo");
+    EXPECT_TRUE(text->state().focused && text->state().editable && text->state().multiLine);
+}
+
+} // namespace
+} // namespace nib::test
