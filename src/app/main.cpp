@@ -95,7 +95,7 @@ int main(int argc, char** argv)
     notice.SetOwner(&mainWindow);
     DocumentWindows views(mainWindow, clipboard);
     Program program({connection, boxes, mainWindow, views, fonts, clipboard, rooms, &trace});
-    QtPrinting printing(program.Log(), boxes);
+    QtPrinting printing(program.Log(), boxes, FileSaver(hosts.backupFolder));
     printing.SetOwner(&mainWindow);
     mainWindow.SetPrinting(&printing);
     mainWindow.SetProgram(&program);

@@ -1,12 +1,12 @@
 #include "search/frmResults.h"
 
+#include "platform/qt/QtPrintingText.h"
 #include "platform/qt/QtText.h"
 
 #include <QContextMenuEvent>
 #include <QFontDialog>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QPagedPaintDevice>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QShortcut>
@@ -315,7 +315,7 @@ void frmResults::Unload()
     SaveResultsSize(store_, {0, 0, ToTwips(width(), dots), ToTwips(height(), dots)});
 }
 
-void frmResults::PrintTo(QPagedPaintDevice& device) const
+void frmResults::PrintTo(const Paper& paper) const
 {
     QTextDocument document;
     document.setDefaultFont(txResults_->font());
@@ -329,7 +329,7 @@ void frmResults::PrintTo(QPagedPaintDevice& device) const
             cursor.mergeCharFormat(range.format);
         }
     }
-    document.print(&device);
+    DrawTextPages(document, paper);
 }
 
 void frmResults::JumpToSource()

@@ -9,9 +9,10 @@
 #include <functional>
 
 class QMenu;
-class QPagedPaintDevice;
 
 namespace nib {
+
+struct Paper;
 
 class frmResults final : public QDialog, public ResultsWindow {
 public:
@@ -27,7 +28,7 @@ public:
     void SetFont();
     /// Keeps the size for the next run.
     void Unload();
-    void PrintTo(QPagedPaintDevice& device) const;
+    void PrintTo(const Paper& paper) const;
 
     /// Asks for a printer and calls PrintTo with it; without it nothing can be printed.
     std::function<void(frmResults&)> onPrint;

@@ -8,6 +8,8 @@
 
 namespace nib {
 
+class FileSaver;
+
 struct PdfTarget {
     QString path;
     QString title;
@@ -15,9 +17,7 @@ struct PdfTarget {
     QPageRanges pages; ///< empty: all
 };
 
-/// Has `draw` fill the file; what stood there stays when this throws.
-void WritePdf(const PdfTarget& target, const std::function<void(QPagedPaintDevice&)>& draw);
-/// Throws when a PDF file that others wrote is missing or breaks off.
-void CheckPdf(const QString& path);
+/// Has `draw` make the pages and saves them; what stood there stays when this throws.
+void WritePdf(const PdfTarget& target, const FileSaver& saver, const std::function<void(QPagedPaintDevice&)>& draw);
 
 } // namespace nib
