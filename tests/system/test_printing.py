@@ -15,7 +15,8 @@ def tool(*words):
 
 
 def pages_of(path):
-    """The rows of each page, blank ones left out."""
+    """The rows of each page, blank ones left out. The dialog has gone before the file is there."""
+    eventually(f"the listing {path}", lambda: path.is_file() and path.read_bytes().startswith(b"%PDF"))
     text = tool("pdftotext", "-layout", path, "-").decode()
     return [[row for row in page.split("\n") if row.strip()] for page in text.split("\f") if page.strip()]
 
@@ -56,16 +57,16 @@ def open_item(desktop, file="BP", item="INVOICE", **variables):
 def print_to(desktop, path):
     """Gives the file in the print dialog, which is open, and agrees."""
     desktop.keys("alt+f", "ctrl+a")
-    desktop.type_text(str(path) + "\n")
+    desktop.type_text(str(path))
+    desktop.keys("alt+p")  # Return might go to a list of files that complete the name
 
 
 def printed(desktop, path, title):
-    """Opens the dialog, prints to the file and waits until it is there."""
+    """Opens the dialog, prints to the file and answers its pages."""
     desktop.keys("ctrl+p")
     desktop.wait_active(r"^Print$")
     print_to(desktop, path)
     desktop.wait_active(title)
-    expect(path.exists(), f"{path} was not made")
     return pages_of(path)
 
 

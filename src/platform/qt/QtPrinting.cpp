@@ -180,9 +180,11 @@ bool QtPrinting::Ask(QPrinter& printer, const PrintJob& job, QWidget* owner)
     auto* selection = dialog.findChild<QRadioButton*>(QStringLiteral("printSelection"));
     if (auto* buttons = dialog.findChild<QDialogButtonBox*>()) {
         auto* preview = buttons->addButton(Texts::tr("Pre&view..."), QDialogButtonBox::ActionRole);
-        QObject::connect(preview, &QPushButton::clicked, &dialog, [&] {
+        QObject::connect(preview, &QPushButton::clicked, &dialog, [&, buttons] {
             const bool part = job.drawSelection && selection && selection->isChecked();
-            if (Preview(printer, part ? job.drawSelection : job.draw, job.title, &dialog)) dialog.accept();
+            if (!Preview(printer, part ? job.drawSelection : job.draw, job.title, &dialog)) return;
+            // Only the dialog's own button asks before a file is written over.
+            if (auto* print = buttons->button(QDialogButtonBox::Ok)) print->click();
         });
         auto* page = buttons->addButton(Texts::tr("Page Set&up..."), QDialogButtonBox::ActionRole);
         QObject::connect(page, &QPushButton::clicked, &dialog, [&] { QPageSetupDialog(&printer, &dialog).exec(); });
