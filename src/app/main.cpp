@@ -16,6 +16,7 @@
 #include "platform/qt/QtPrinting.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWaitNotice.h"
+#include "platform/qt/Translations.h"
 #include "shell/CommandLine.h"
 #include "shell/Program.h"
 #include "shell/frmDocument.h"
@@ -73,6 +74,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("nibpad71"));
     QApplication::setApplicationVersion(QStringLiteral(NIB_VERSION));
     QApplication application(argc, argv);
+    Translations translations;
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/nib.png")));
 

@@ -3,6 +3,7 @@
 
 #include "search/ResultsModel.h"
 
+#include <QCoreApplication>
 #include <QDialog>
 #include <QTimer>
 
@@ -15,6 +16,7 @@ namespace nib {
 struct Paper;
 
 class frmResults final : public QDialog, public ResultsWindow {
+    Q_DECLARE_TR_FUNCTIONS(frmResults)
 public:
     /// All outlive the form; `owner` is the main window.
     frmResults(ResultsModel& model, SettingsStore& store, QWidget* owner = nullptr);

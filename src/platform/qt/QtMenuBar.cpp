@@ -7,6 +7,7 @@
 #include "platform/qt/QtToolIcons.h"
 #include "shell/MenuModel.h"
 
+#include <QCoreApplication>
 #include <QCursor>
 #include <QEvent>
 #include <QMainWindow>
@@ -20,6 +21,10 @@
 namespace nib {
 
 namespace {
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(QtMenuBar)
+};
 
 constexpr int kSmallPixels = 22;
 constexpr int kLargePixels = 32;
@@ -57,17 +62,17 @@ QtMenuBar::Impl::Impl(QMainWindow& owner, MenuModel& menus)
 {
     UseIconTheme();
     toolBar->setObjectName(QStringLiteral("ToolBar"));
-    toolBar->setWindowTitle(QMainWindow::tr("Tool Bar"));
+    toolBar->setWindowTitle(Texts::tr("Tool Bar"));
     toolBar->setAccessibleName(toolBar->windowTitle());
     toolBar->setMovable(false);
     // Qt's own menu would hide the bar behind the model's back.
     toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
     toolBar->toggleViewAction()->setVisible(false);
     window.addToolBar(toolBar);
-    window.menuBar()->setAccessibleName(QMainWindow::tr("Menu Bar"));
-    window.statusBar()->setAccessibleName(QMainWindow::tr("Status Bar"));
-    popUp->setAccessibleName(QMainWindow::tr("Context Menu"));
-    tabMenu->setAccessibleName(QMainWindow::tr("Tab Menu"));
+    window.menuBar()->setAccessibleName(Texts::tr("Menu Bar"));
+    window.statusBar()->setAccessibleName(Texts::tr("Status Bar"));
+    popUp->setAccessibleName(Texts::tr("Context Menu"));
+    tabMenu->setAccessibleName(Texts::tr("Tab Menu"));
     tabs->setAccessibleName(ToQString(model.Root(Band::Taskbar).caption));
 
     actions.SetHolder(Band::MainMenu, model.Root(Band::MainMenu), *window.menuBar());

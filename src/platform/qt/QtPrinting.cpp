@@ -36,6 +36,9 @@ struct Texts {
     Q_DECLARE_TR_FUNCTIONS(Printing)
 };
 
+/// Where Qt keeps the words of its own dialog; no text of ours.
+constexpr char kPreviewDialog[] = "QPrintPreviewDialog";
+
 constexpr qreal kMargin = 15; ///< millimetres
 constexpr int kMostPages = 99999;
 
@@ -202,7 +205,7 @@ bool QtPrinting::Preview(QPrinter& printer, const std::function<void(const Paper
     for (auto* bar : preview.findChildren<QToolBar*>()) bar->setMovable(false);
     // Its own way to the printer would ask a second time, and write a file that a full disk cuts off.
     for (auto* action : preview.findChildren<QAction*>()) {
-        if (action->text() != QCoreApplication::translate("QPrintPreviewDialog", "Print")) continue;
+        if (action->text() != QCoreApplication::translate(kPreviewDialog, "Print")) continue;
         action->disconnect(&preview);
         QObject::connect(action, &QAction::triggered, &preview, &QDialog::accept);
     }
