@@ -40,12 +40,10 @@ qreal Advance(const QFontMetricsF& metrics, QChar c)
 }
 
 /// A colour for a dark screen, as it can be read on paper: light greys as black, others as dark as need be.
-QColor ReadableOnPaper(QColor ink)
+QColor ReadableOnPaper(const QColor& ink)
 {
     if (Contrast(ink, Qt::white) >= kLeastContrast) return ink;
-    if (ink.hsvSaturation() < kGreyish) return Qt::black;
-    while (Contrast(ink, Qt::white) < kLeastContrast) ink = ink.darker(110);
-    return ink;
+    return ink.hsvSaturation() < kGreyish ? QColor(Qt::black) : Legible(ink, Qt::white);
 }
 
 } // namespace
