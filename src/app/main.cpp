@@ -18,6 +18,7 @@
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtTimers.h"
 #include "platform/qt/QtWaitNotice.h"
+#include "platform/qt/Translations.h"
 #include "shell/CommandLine.h"
 #include "shell/Program.h"
 #include "shell/frmDocument.h"
@@ -83,6 +84,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("nibpad71"));
     QApplication::setApplicationVersion(QStringLiteral(NIB_VERSION));
     QApplication application(argc, argv);
+    Translations translations;
     QApplication::setQuitOnLastWindowClosed(false);
     UseDesktopIdentity();
 
@@ -107,7 +109,10 @@ int main(int argc, char** argv)
     DocumentWindows views(mainWindow, clipboard);
     QtTimers timers;
     Program program({connection, boxes, mainWindow, views, fonts, clipboard, rooms, timers, &trace});
-    QtPrinting printing(program.Log(), boxes);
+    QtPrinting printing(program.Log(), boxes,
+                        [saver = FileSaver(hosts.backupFolder)](const std::string& path, std::string_view bytes) {
+                            saver.Save(path, bytes);
+                        });
     printing.SetOwner(&mainWindow);
     mainWindow.SetPrinting(&printing);
     mainWindow.SetProgram(&program);

@@ -30,17 +30,18 @@ void ShowOutlines(QListWidget& list)
 
 frmAutoRecover::frmAutoRecover(modAutoRecover& recovery) : list_(recovery)
 {
-    setWindowTitle(tr("Nib Auto Recover"));
+    setWindowTitle(QStringLiteral("Nib Auto Recover"));
     Build();
     Connect();
 }
 
 void frmAutoRecover::Build()
 {
-    Label2_ = new QLabel(tr("Check all documents you want to recover, then click the Recover button. Click Delete to "
-                            "delete recoverable copies."));
+    Label2_ = new QLabel(
+        QStringLiteral("Check all documents you want to recover, then click the Recover button. Click Delete to delete "
+                       "recoverable copies."));
     Label2_->setWordWrap(true);
-    Label1_ = new QLabel(tr("Recoverable documents"));
+    Label1_ = new QLabel(QStringLiteral("Recoverable documents"));
     lstDocuments_ = new QListWidget;
     ShowOutlines(*lstDocuments_);
     lstDocuments_->setAccessibleName(Label1_->text());
@@ -49,14 +50,15 @@ void frmAutoRecover::Build()
     lstDocuments_->setUniformItemSizes(true);
     lstDocuments_->setMinimumSize(fontMetrics().averageCharWidth() * kListChars,
                                   fontMetrics().lineSpacing() * kListRows);
-    cmdSelect_ = new QPushButton(tr("Check all"));
-    cmdUnselect_ = new QPushButton(tr("Uncheck all"));
-    cmdRecover_ = new QPushButton(tr("Recover"));
-    cmdRecover_->setToolTip(tr("Selected documents are opened as new documents from the recoverable copy."));
+    cmdSelect_ = new QPushButton(QStringLiteral("Check all"));
+    cmdUnselect_ = new QPushButton(QStringLiteral("Uncheck all"));
+    cmdRecover_ = new QPushButton(QStringLiteral("Recover"));
+    cmdRecover_->setToolTip(
+        QStringLiteral("Selected documents are opened as new documents from the recoverable copy."));
     cmdRecover_->setDefault(true);
-    cmdDelete_ = new QPushButton(tr("Delete all"));
-    cmdDelete_->setToolTip(tr("Delete recoverable copies of documents."));
-    cmdCancel_ = new QPushButton(tr("Cancel"));
+    cmdDelete_ = new QPushButton(QStringLiteral("Delete all"));
+    cmdDelete_->setToolTip(QStringLiteral("Delete recoverable copies of documents."));
+    cmdCancel_ = new QPushButton(QStringLiteral("Cancel"));
 
     auto* checks = new QHBoxLayout;
     checks->addWidget(cmdSelect_);

@@ -23,7 +23,7 @@ bool frmSettings::ShowSettings(SettingsModel& model, QWidget* owner, int32_t pag
 
 frmSettings::frmSettings(SettingsModel& model, QWidget* owner) : QDialog(owner), model_(model)
 {
-    setWindowTitle(tr("Nib Settings"));
+    setWindowTitle(QStringLiteral("Nib Settings"));
     auto* column = new QVBoxLayout(this);
     tabStrip_ = new QTabWidget;
     tabStrip_->setObjectName(QStringLiteral("TabStrip"));
@@ -40,7 +40,7 @@ frmSettings::frmSettings(SettingsModel& model, QWidget* owner) : QDialog(owner),
     column->addWidget(lbHostNote_);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     buttons->button(QDialogButtonBox::Ok)->setText(tr("OK"));
-    buttons->button(QDialogButtonBox::Cancel)->setText(tr("Cancel"));
+    buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("Cancel"));
     column->addWidget(buttons);
     // Once it is in the dialog, which else would not know of it.
     buttons->button(QDialogButtonBox::Ok)->setDefault(true);

@@ -3,6 +3,7 @@
 
 #include "persistence/SettingsModel.h"
 
+#include <QCoreApplication>
 #include <QDialog>
 
 class QLabel;
@@ -15,6 +16,7 @@ class HighlightPage;
 class KeywordsPage;
 
 class frmSettings final : public QDialog {
+    Q_DECLARE_TR_FUNCTIONS(frmSettings)
 public:
     /// Modal over the owner, opened at a page numbered from 1; true when the user agreed and all was applied.
     static bool ShowSettings(SettingsModel& model, QWidget* owner, int32_t page = 1);

@@ -1,6 +1,7 @@
 #pragma once
 #include "persistence/SettingsModel.h"
 
+#include <QCoreApplication>
 #include <QWidget>
 
 #include <functional>
@@ -13,6 +14,7 @@ class QLabel;
 namespace nib {
 
 class GeneralPage final : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(frmSettings)
 public:
     /// `changed` hears of what can be seen in the preview. The model outlives the page.
     GeneralPage(SettingsModel& model, std::function<void()> changed);

@@ -31,9 +31,9 @@ HighlightPage::HighlightPage(SettingsModel& model) : model_(model)
 {
     auto* column = new QVBoxLayout(this);
     auto* grid = new QGridLayout;
-    grid->addWidget(Heading(tr("Code Element")), 0, 0);
-    grid->addWidget(Heading(tr("Highlight Color")), 0, 1, 1, 2);
-    grid->addWidget(Heading(tr("Style")), 0, 3, 1, 2);
+    grid->addWidget(Heading(QStringLiteral("Code Element")), 0, 0);
+    grid->addWidget(Heading(QStringLiteral("Highlight Color")), 0, 1, 1, 2);
+    grid->addWidget(Heading(QStringLiteral("Style")), 0, 3, 1, 2);
     for (const HighlightRow& setting : kHighlightRows) AddRow(*grid, setting);
     grid->setColumnStretch(1, 1);
     column->addLayout(grid);
@@ -76,8 +76,8 @@ void HighlightPage::AddRow(QGridLayout& grid, const HighlightRow& setting)
     grid.addWidget(row.cbColor, line, 1);
     grid.addWidget(swatch, line, 2);
     if (setting.style) {
-        row.chkBold = AddStyle(setting, tr("Bold"), u"chkBold", token_style::kBold);
-        row.chkItalic = AddStyle(setting, tr("Italic"), u"chkItalic", token_style::kItalic);
+        row.chkBold = AddStyle(setting, QStringLiteral("Bold"), u"chkBold", token_style::kBold);
+        row.chkItalic = AddStyle(setting, QStringLiteral("Italic"), u"chkItalic", token_style::kItalic);
         grid.addWidget(row.chkBold, line, 3);
         grid.addWidget(row.chkItalic, line, 4);
     }

@@ -2,6 +2,7 @@
 #include "persistence/KeywordRows.h"
 #include "persistence/SettingsModel.h"
 
+#include <QCoreApplication>
 #include <QWidget>
 
 #include <functional>
@@ -19,6 +20,7 @@ class KeywordListModel;
 
 /// The one page that both tabs of keywords show.
 class KeywordsPage final : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(frmSettings)
 public:
     /// `imported` hears of each list that was read. The model outlives the page.
     KeywordsPage(SettingsModel& model, std::function<void()> imported);

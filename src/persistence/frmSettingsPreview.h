@@ -4,6 +4,7 @@
 #include "platform/qt/QtClipboard.h"
 #include "platform/sourceview/SourceBuffer.h"
 
+#include <QCoreApplication>
 #include <QFrame>
 
 namespace nib {
@@ -12,6 +13,7 @@ class SourceViewWidget;
 
 /// A sample program in the colours being chosen; it is for looking at alone.
 class StylePreview final : public QFrame {
+    Q_DECLARE_TR_FUNCTIONS(frmSettings)
 public:
     StylePreview();
     ~StylePreview() override;

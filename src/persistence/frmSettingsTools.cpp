@@ -37,8 +37,8 @@ ToolsPage::ToolsPage(SettingsModel& model, std::function<void()> changed) : mode
 
 QGroupBox* ToolsPage::BuildCompile()
 {
-    auto* frame = new QGroupBox(tr("Compile"));
-    auto* inner = new QGroupBox(tr("BASIC"));
+    auto* frame = new QGroupBox(QStringLiteral("Compile"));
+    auto* inner = new QGroupBox(QStringLiteral("BASIC"));
     inner->setAccessibleName(inner->title()); // Qt would call it by the frame's
     (new QVBoxLayout(frame))->addWidget(inner);
     auto* form = new QFormLayout(inner);
@@ -77,7 +77,7 @@ QGroupBox* ToolsPage::BuildFormat()
 
 QGroupBox* ToolsPage::BuildUserComment()
 {
-    auto* frame = new QGroupBox(tr("User-defined comment"));
+    auto* frame = new QGroupBox(QStringLiteral("User-defined comment"));
     auto* row = new QHBoxLayout(frame);
     QLineEdit* prefix =
         BuildLine(model_.UserPrefix(), [this](const QString& text) { model_.SetUserPrefix(ViewOf(text)); });

@@ -1,6 +1,7 @@
 #pragma once
 #include "persistence/SettingsModel.h"
 
+#include <QCoreApplication>
 #include <QWidget>
 
 #include <functional>
@@ -11,6 +12,7 @@ class QSpinBox;
 namespace nib {
 
 class ToolsPage final : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(frmSettings)
 public:
     /// `changed` hears of what can be seen in the preview. The model outlives the page.
     ToolsPage(SettingsModel& model, std::function<void()> changed);

@@ -59,15 +59,15 @@ void frmFind::Build()
     cboFind_->setAccessibleName(tr("Find what"));
     cboFind_->lineEdit()->setAccessibleName(tr("Find what"));
     cboFind_->lineEdit()->setMaxLength(kLongestText);
-    lbFind_ = new QLabel(tr("Fi&nd what:"));
+    lbFind_ = new QLabel(QStringLiteral("Fi&nd what:"));
     lbFind_->setBuddy(cboFind_);
     txtRepl_ = new QLineEdit;
     txtRepl_->setAccessibleName(tr("Replace with"));
     txtRepl_->setMaxLength(kLongestText);
-    lbRepl_ = new QLabel(tr("Re&place with:"));
+    lbRepl_ = new QLabel(QStringLiteral("Re&place with:"));
     lbRepl_->setBuddy(txtRepl_);
-    chkMatchCase_ = new QCheckBox(tr("Match &case"));
-    chkWholeWord_ = new QCheckBox(tr("Match &whole word only"));
+    chkMatchCase_ = new QCheckBox(QStringLiteral("Match &case"));
+    chkWholeWord_ = new QCheckBox(QStringLiteral("Match &whole word only"));
 
     auto* grid = new QGridLayout(this);
     grid->addWidget(lbFind_, 0, 0);
@@ -98,22 +98,22 @@ void frmFind::Build()
 
 QGroupBox* frmFind::BuildLookIn()
 {
-    auto* box = new QGroupBox(tr("Look in:"));
+    auto* box = new QGroupBox(QStringLiteral("Look in:"));
     auto* column = new QVBoxLayout(box);
     optLookIn_ = new QButtonGroup(this);
-    AddOption(*optLookIn_, static_cast<int>(LookIn::Document), tr("Curr&ent document"), *column);
-    AddOption(*optLookIn_, static_cast<int>(LookIn::AllDocuments), tr("All &open documents"), *column);
-    AddOption(*optLookIn_, static_cast<int>(LookIn::Selection), tr("&Selected text"), *column);
+    AddOption(*optLookIn_, static_cast<int>(LookIn::Document), QStringLiteral("Curr&ent document"), *column);
+    AddOption(*optLookIn_, static_cast<int>(LookIn::AllDocuments), QStringLiteral("All &open documents"), *column);
+    AddOption(*optLookIn_, static_cast<int>(LookIn::Selection), QStringLiteral("&Selected text"), *column);
     return box;
 }
 
 QGroupBox* frmFind::BuildDirection()
 {
-    auto* box = new QGroupBox(tr("Direction"));
+    auto* box = new QGroupBox(QStringLiteral("Direction"));
     auto* column = new QVBoxLayout(box);
     optDirection_ = new QButtonGroup(this);
-    AddOption(*optDirection_, kUp, tr("&Up"), *column);
-    AddOption(*optDirection_, kDown, tr("&Down"), *column);
+    AddOption(*optDirection_, kUp, QStringLiteral("&Up"), *column);
+    AddOption(*optDirection_, kDown, QStringLiteral("&Down"), *column);
     column->addStretch(1);
     return box;
 }
@@ -129,12 +129,12 @@ QWidget* frmFind::BuildButtons()
         column->addWidget(button);
         return button;
     };
-    cmdFind_ = add(tr("&Find Next"));
-    cmdFindAll_ = add(tr("Find &All"));
-    cmdBookmark_ = add(tr("Book&mark All"));
-    cmdRepl_ = add(tr("&Replace"));
-    cmdReplAll_ = add(tr("Replace &All"));
-    cmdCancel_ = add(tr("Cancel"));
+    cmdFind_ = add(QStringLiteral("&Find Next"));
+    cmdFindAll_ = add(QStringLiteral("Find &All"));
+    cmdBookmark_ = add(QStringLiteral("Book&mark All"));
+    cmdRepl_ = add(QStringLiteral("&Replace"));
+    cmdReplAll_ = add(QStringLiteral("Replace &All"));
+    cmdCancel_ = add(QStringLiteral("Cancel"));
     column->addStretch(1);
     cmdFind_->setDefault(true);
     return side;

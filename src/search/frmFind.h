@@ -3,6 +3,7 @@
 
 #include "search/FindEngine.h"
 
+#include <QCoreApplication>
 #include <QDialog>
 
 #include <functional>
@@ -18,6 +19,7 @@ class QPushButton;
 namespace nib {
 
 class frmFind final : public QDialog {
+    Q_DECLARE_TR_FUNCTIONS(frmFind)
 public:
     /// `engine` outlives the form; `owner` is the main window.
     explicit frmFind(FindEngine& engine, QWidget* owner = nullptr);

@@ -1,12 +1,12 @@
 #include "search/frmResults.h"
 
+#include "platform/qt/QtPrintingText.h"
 #include "platform/qt/QtText.h"
 
 #include <QContextMenuEvent>
 #include <QFontDialog>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QPagedPaintDevice>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QShortcut>
@@ -165,7 +165,7 @@ void frmResults::Build()
     setSizeGripEnabled(false);
     txResults_ = new ListBox(model_);
     txResults_->setAccessibleName(tr("Results"));
-    txResults_->setToolTip(tr("Double-click to edit source line"));
+    txResults_->setToolTip(QStringLiteral("Double-click to edit source line"));
     txResults_->onEnter = [this] { hide(); };
     txResults_->onDoubleClick = [this] { dblClkTimer_.start(kDoubleClickMs); };
     auto* column = new QVBoxLayout(this);
@@ -200,20 +200,21 @@ void frmResults::BuildMenus()
         txResults_->setTextCursor(cursor);
     };
     const Tool tools[] = {
-        {"Print", tr("&Print"), QKeySequence(Qt::CTRL | Qt::Key_P),
+        {"Print", QStringLiteral("&Print"), QKeySequence(Qt::CTRL | Qt::Key_P),
          [this] {
              if (onPrint) onPrint(*this);
          },
          true, true},
-        {"Font", tr("Fon&t..."), {}, [this] { ChooseFont(); }, true, false},
-        {"Close", tr("&Close"), {}, [this] { hide(); }, true, false},
-        {"Copy", tr("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), [this] { txResults_->copy(); }, false, true},
-        {"SelectAll", tr("Select &All"), {}, [select] { select(true); }, false, true},
-        {"SelectNone", tr("Select &None"), {}, [select] { select(false); }, false, true},
+        {"Font", QStringLiteral("Fon&t..."), {}, [this] { ChooseFont(); }, true, false},
+        {"Close", QStringLiteral("&Close"), {}, [this] { hide(); }, true, false},
+        {"Copy", QStringLiteral("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), [this] { txResults_->copy(); }, false,
+         true},
+        {"SelectAll", QStringLiteral("Select &All"), {}, [select] { select(true); }, false, true},
+        {"SelectNone", QStringLiteral("Select &None"), {}, [select] { select(false); }, false, true},
     };
     auto* bar = new QMenuBar(this);
-    QMenu* file = bar->addMenu(tr("&File"));
-    QMenu* edit = bar->addMenu(tr("&Edit"));
+    QMenu* file = bar->addMenu(QStringLiteral("&File"));
+    QMenu* edit = bar->addMenu(QStringLiteral("&Edit"));
     popup_ = new QMenu(this);
     for (const Tool& tool : tools) {
         QAction* action = (tool.file ? file : edit)->addAction(tool.caption);
@@ -315,7 +316,7 @@ void frmResults::Unload()
     SaveResultsSize(store_, {0, 0, ToTwips(width(), dots), ToTwips(height(), dots)});
 }
 
-void frmResults::PrintTo(QPagedPaintDevice& device) const
+void frmResults::PrintTo(const Paper& paper) const
 {
     QTextDocument document;
     document.setDefaultFont(txResults_->font());
@@ -329,7 +330,7 @@ void frmResults::PrintTo(QPagedPaintDevice& device) const
             cursor.mergeCharFormat(range.format);
         }
     }
-    document.print(&device);
+    DrawTextPages(document, paper);
 }
 
 void frmResults::JumpToSource()

@@ -3,17 +3,20 @@
 
 #include "search/ResultsModel.h"
 
+#include <QCoreApplication>
 #include <QDialog>
 #include <QTimer>
 
 #include <functional>
 
 class QMenu;
-class QPagedPaintDevice;
 
 namespace nib {
 
+struct Paper;
+
 class frmResults final : public QDialog, public ResultsWindow {
+    Q_DECLARE_TR_FUNCTIONS(frmResults)
 public:
     /// All outlive the form; `owner` is the main window.
     frmResults(ResultsModel& model, SettingsStore& store, QWidget* owner = nullptr);
@@ -27,7 +30,7 @@ public:
     void SetFont();
     /// Keeps the size for the next run.
     void Unload();
-    void PrintTo(QPagedPaintDevice& device) const;
+    void PrintTo(const Paper& paper) const;
 
     /// Asks for a printer and calls PrintTo with it; without it nothing can be printed.
     std::function<void(frmResults&)> onPrint;

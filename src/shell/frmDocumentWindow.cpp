@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QMenu>
 #include <QVBoxLayout>
 
@@ -23,7 +24,7 @@ DocumentWindow::DocumentWindow(frmDocument& form, bool buttons) : form_(&form)
     if (!buttons) setWindowFlags(Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
     // Its keys for closing and the like are those of the frame's menus; two owners of a key cancel each other.
     for (QAction* action : actions()) action->setShortcuts(QList<QKeySequence>());
-    systemMenu()->setWindowTitle(QMdiSubWindow::tr("Window Menu"));
+    systemMenu()->setWindowTitle(QCoreApplication::translate("frmDocument", "Window Menu"));
     resize(kUsualSize);
 }
 

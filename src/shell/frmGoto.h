@@ -1,6 +1,7 @@
 #pragma once
 #include "shell/GotoModel.h"
 
+#include <QCoreApplication>
 #include <QDialog>
 
 class QCheckBox;
@@ -13,6 +14,7 @@ namespace nib {
 
 /// The go-to dialog. One instance lives from start to end; closing it hides it.
 class frmGoto final : public QDialog {
+    Q_DECLARE_TR_FUNCTIONS(frmGoto)
 public:
     explicit frmGoto(Program& program, QWidget* owner = nullptr);
 

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QScreen>
@@ -42,7 +43,7 @@ Desktop PresentDesktop(const QScreen& screen)
 
 frmMain::frmMain() : area_(new QMdiArea(this))
 {
-    area_->setAccessibleName(tr("Documents"));
+    area_->setAccessibleName(QCoreApplication::translate("frmMain", "Documents"));
     area_->setViewMode(QMdiArea::SubWindowView);
     area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation, true);

@@ -14,7 +14,7 @@ namespace nib {
 
 frmProperties::frmProperties(QWidget* owner) : QDialog(owner)
 {
-    setWindowTitle(tr("Nib Document Properties"));
+    setWindowTitle(QStringLiteral("Nib Document Properties"));
     auto* column = new QVBoxLayout(this);
     rows_ = new QFormLayout;
     rows_->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
@@ -22,7 +22,7 @@ frmProperties::frmProperties(QWidget* owner) : QDialog(owner)
     column->addLayout(rows_);
     column->addStretch(1);
     auto* buttons = new QDialogButtonBox;
-    cmdClose_ = buttons->addButton(tr("&Close"), QDialogButtonBox::RejectRole);
+    cmdClose_ = buttons->addButton(QStringLiteral("&Close"), QDialogButtonBox::RejectRole);
     cmdClose_->setDefault(true);
     column->addWidget(buttons);
     connect(cmdClose_, &QPushButton::clicked, this, &frmProperties::reject);

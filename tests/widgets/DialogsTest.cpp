@@ -7,6 +7,7 @@
 #include "platform/qt/HelpWindow.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtText.h"
+#include "platform/sourceview/widget/ScreenColors.h"
 #include "shell/DocumentProperties.h"
 #include "shell/frmGoto.h"
 #include "shell/frmProperties.h"
@@ -24,6 +25,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QTimer>
 #include <QTreeWidget>
@@ -318,6 +320,32 @@ TEST(MessageBoxTest, OwnerAboveAllOthersStepsDown)
     boxes.Show(u"Text", kOk | kExtended, u"");
     EXPECT_TRUE(owner.windowHandle()->flags() & Qt::WindowStaysOnTopHint);
     EXPECT_TRUE(owner.isVisible());
+}
+
+TEST(HelpWindowTest, LinksCanBeReadOnEveryPalette)
+{
+    for (const auto& [base, link] : {std::pair(QColor(0x3D, 0x3D, 0x3D), QColor(0x00, 0x86, 0xC9)),
+                                     {QColor(0x10, 0x10, 0x10), QColor(0x00, 0x00, 0xFF)},
+                                     {QColor(Qt::white), QColor(0xFF, 0xFF, 0x00)},
+                                     {QColor(Qt::white), QColor(0x00, 0x00, 0xFF)}}) {
+        HelpWindow help;
+        QPalette palette = help.palette();
+        palette.setColor(QPalette::Base, base);
+        palette.setColor(QPalette::Link, link);
+        help.setPalette(palette);
+        QCoreApplication::processEvents();
+        const QTextDocument* page = help.findChild<QTextBrowser*>()->document();
+        int links = 0;
+        for (QTextBlock block = page->begin(); block.isValid(); block = block.next()) {
+            for (auto part = block.begin(); !part.atEnd(); ++part) {
+                const QTextCharFormat format = part.fragment().charFormat();
+                if (!format.isAnchor() || format.anchorHref().isEmpty()) continue;
+                ++links;
+                EXPECT_GE(Contrast(format.foreground().color(), base), 4.5) << base.name().toStdString();
+            }
+        }
+        EXPECT_GT(links, 5);
+    }
 }
 
 TEST(HelpWindowTest, SearchAndWays)

@@ -1,7 +1,9 @@
+#include "platform/posix/FileSaver.h"
 #include "platform/qt/QtPrinting.h"
 #include "platform/qt/QtPrintingFile.h"
 #include "platform/qt/QtText.h"
 #include "platform/sourceview/SourceViewModel.h"
+#include "platform/sourceview/widget/ScreenColors.h"
 #include "printing/PrintClass.h"
 
 #include "fakes/FakeMessageBoxes.h"
@@ -9,6 +11,8 @@
 #include "fakes/Patience.h"
 #include "fakes/WordLexer.h"
 
+#include <QDir>
+#include <QImage>
 #include <QPrinter>
 #include <QProcess>
 #include <QRegularExpression>
@@ -16,6 +20,8 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <map>
 
 namespace nib::test {
 namespace {
@@ -38,7 +44,9 @@ struct PrintedPdf : testing::Test {
     DebugLog log;
     PrintClass handler{view, log, [] { return Text(u"11/21/26"); }};
     FakeMessageBoxes boxes;
-    QtPrinting printing{log, boxes};
+    FileSaver whole{folder.filePath(QStringLiteral("backup")).toStdString()};
+    SaveFile saver = [this](const std::string& path, std::string_view bytes) { whole.Save(path, bytes); };
+    QtPrinting printing{log, boxes, saver};
 
     void SetUp() override
     {
@@ -68,6 +76,21 @@ struct PrintedPdf : testing::Test {
     {
         return QPageLayout(QPageSize(size), QPageLayout::Portrait, QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
     }
+    /// Of one page, small.
+    std::vector<QRgb> PixelsOf(int page) const
+    {
+        const QString number = QString::number(page);
+        const QString stem = folder.filePath(QStringLiteral("page"));
+        Poppler(QStringLiteral("pdftoppm"),
+                {QStringLiteral("-r"), QStringLiteral("75"), QStringLiteral("-f"), number, QStringLiteral("-l"), number,
+                 QStringLiteral("-singlefile"), QStringLiteral("-png"), Path(), stem});
+        const QImage image = QImage(stem + QStringLiteral(".png")).convertToFormat(QImage::Format_RGB32);
+        std::vector<QRgb> pixels;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) pixels.push_back(image.pixel(x, y));
+        }
+        return pixels;
+    }
     QString TextOf() const
     {
         return Poppler(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), Path(), QStringLiteral("-")});
@@ -79,8 +102,8 @@ TEST_F(PrintedPdf, ASampleOnTwoSizesOfPaper)
     Sample(300);
     for (auto [size, points] :
          {std::pair(QPageSize::A4, "595 x 842 pts (A4)"), {QPageSize::Letter, "612 x 792 pts (letter)"}}) {
-        WritePdf({Path(), QStringLiteral("BP SAMPLE"), Sheet(size), {}},
-                 [&](QPagedPaintDevice& device) { DrawPages(view, device); });
+        WritePdf({Path(), QStringLiteral("BP SAMPLE"), Sheet(size), {}}, saver,
+                 [&](QPagedPaintDevice& device) { DrawPages(view, {device}); });
         QString info = Poppler(QStringLiteral("pdfinfo"), {Path()});
         EXPECT_TRUE(info.contains(QLatin1String(points))) << info.toStdString();
         EXPECT_TRUE(info.contains(QLatin1String("BP SAMPLE")));
@@ -147,6 +170,60 @@ TEST_F(PrintedPdf, ThePagesThatWereChosen)
     }
 }
 
+TEST_F(PrintedPdf, GreyAndLastPageFirst)
+{
+    Sample(100);
+    printing.choose = [&](QPrinter& printer, const PrintJob&, QWidget*) {
+        printer.setOutputFileName(Path());
+        printer.setColorMode(QPrinter::GrayScale);
+        printer.setPageOrder(QPrinter::LastPageFirst);
+        return true;
+    };
+    printing.Print(view, u"BP SAMPLE");
+    const QStringList pages = TextOf().split(QChar(u'\f'), Qt::SkipEmptyParts);
+    ASSERT_GT(pages.size(), 1);
+    EXPECT_TRUE(pages.last().trimmed().startsWith(QLatin1String("Page 1")));
+    for (QRgb pixel : PixelsOf(1)) ASSERT_TRUE(qRed(pixel) == qGreen(pixel) && qGreen(pixel) == qBlue(pixel));
+}
+
+TEST_F(PrintedPdf, EveryColourCanBeReadOnPaper)
+{
+    for (const int32_t color : {0xFFFFFF, 0xC8C8C8, 0x80FFFF, 0x79C398, 0x008000, 0}) {
+        view.PrintTokenStyles().SetColor(6, color);
+        view.SetText(u"* \u2588\u2588\u2588\u2588");
+        WritePdf({Path(), {}, Sheet(QPageSize::A4), {}}, saver,
+                 [&](QPagedPaintDevice& device) { DrawPages(view, {device}); });
+        std::map<QRgb, int> counts;
+        for (QRgb pixel : PixelsOf(1)) ++counts[pixel];
+        counts.erase(QColor(Qt::white).rgb());
+        auto most =
+            std::max_element(counts.begin(), counts.end(), [](auto& a, auto& b) { return a.second < b.second; });
+        ASSERT_NE(most, counts.end());
+        const QColor ink(most->first);
+        EXPECT_GE(Contrast(ink, Qt::white), 4) << std::hex << color << " as " << ink.name().toStdString();
+        if (color == 0x008000) {
+            EXPECT_EQ(ink, QColor(0, 0x80, 0)) << "a colour that can be read stays";
+        }
+    }
+}
+
+TEST_F(PrintedPdf, AFolderThatIsThereIsOffered)
+{
+    const QByteArray home = qgetenv("HOME");
+    qputenv("HOME", folder.path().toLocal8Bit());
+    QString offered;
+    printing.choose = [&](QPrinter& printer, const PrintJob&, QWidget*) {
+        offered = QFileInfo(printer.outputFileName()).absolutePath();
+        return false;
+    };
+    printing.Print(view, u"a/b");
+    EXPECT_EQ(offered, folder.path()) << "no folder of documents";
+    QDir(folder.path()).mkdir(QStringLiteral("Documents"));
+    printing.Print(view, u"a/b");
+    EXPECT_EQ(offered, folder.filePath(QStringLiteral("Documents")));
+    qputenv("HOME", home);
+}
+
 TEST_F(PrintedPdf, AFullDiskIsTold)
 {
     Sample(300);
@@ -161,18 +238,14 @@ TEST_F(PrintedPdf, AFullDiskIsTold)
         ASSERT_EQ(told.size(), 1U) << path;
         EXPECT_NE(told[0].text.find(FromUtf8(path)), Text::npos) << ToUtf8(told[0].text);
     }
-    QFile torn(Path());
-    ASSERT_TRUE(torn.open(QIODevice::WriteOnly));
-    torn.write("%PDF-1.4 and no more");
-    torn.close();
-    EXPECT_THROW(CheckPdf(Path()), Error);
 }
 
 TEST_F(PrintedPdf, TenThousandLinesInTime)
 {
     Sample(10000);
     Patience patience("10,000 lines on paper");
-    WritePdf({Path(), {}, Sheet(QPageSize::A4), {}}, [&](QPagedPaintDevice& device) { DrawPages(view, device); });
+    WritePdf({Path(), {}, Sheet(QPageSize::A4), {}}, saver,
+             [&](QPagedPaintDevice& device) { DrawPages(view, {device}); });
 }
 
 } // namespace

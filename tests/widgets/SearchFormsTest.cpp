@@ -2,6 +2,7 @@
 
 #include "fakes/FakeSearch.h"
 #include "fakes/Patience.h"
+#include "platform/qt/Paper.h"
 #include "platform/qt/QtText.h"
 #include "search/frmFind.h"
 #include "search/frmResults.h"
@@ -315,7 +316,7 @@ TEST_F(ResultsFormTest, FontAndPrint)
     const QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("list.pdf"));
     QPdfWriter pdf(file);
-    Form().PrintTo(pdf);
+    Form().PrintTo(Paper{pdf});
     EXPECT_GT(QFileInfo(file).size(), 0);
 }
 

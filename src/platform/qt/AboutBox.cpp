@@ -2,6 +2,7 @@
 
 #include <unicode/uversion.h>
 
+#include <QCoreApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QGridLayout>
@@ -15,6 +16,10 @@ namespace nib {
 
 namespace {
 
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(AboutBox)
+};
+
 constexpr int kIconSide = 48;
 
 struct LicenceRow {
@@ -23,10 +28,14 @@ struct LicenceRow {
 };
 
 constexpr LicenceRow kLicences[] = {
-    {"Qt", "GNU Lesser General Public License, version 3. Linked as shared libraries, which may be replaced."},
-    {"ICU", "Unicode License (ICU)."},
-    {"DejaVu fonts", "Bitstream Vera and Arev licences; changes by the DejaVu project are in the public domain."},
-    {"libacl", "GNU Lesser General Public License, version 2.1 or later."},
+    {"Qt", QT_TRANSLATE_NOOP(
+               "AboutBox",
+               "GNU Lesser General Public License, version 3. Linked as shared libraries, which may be replaced.")},
+    {"ICU", QT_TRANSLATE_NOOP("AboutBox", "Unicode License (ICU).")},
+    {"DejaVu fonts",
+     QT_TRANSLATE_NOOP("AboutBox",
+                       "Bitstream Vera and Arev licences; changes by the DejaVu project are in the public domain.")},
+    {"libacl", QT_TRANSLATE_NOOP("AboutBox", "GNU Lesser General Public License, version 2.1 or later.")},
 };
 
 QString VersionOf(const char* component)
@@ -45,10 +54,10 @@ QLabel* Selectable(const QString& text)
 
 QString LicenceText()
 {
-    QString text = QDialog::tr("<p>Nib is built with these components:</p>");
+    QString text = QStringLiteral("<p>%1</p>").arg(Texts::tr("Nib is built with these components:"));
     for (const LicenceRow& row : kLicences) {
         text += QStringLiteral("<p><b>%1</b> %2<br>%3</p>")
-                    .arg(QLatin1String(row.component), VersionOf(row.component), QLatin1String(row.licence));
+                    .arg(QLatin1String(row.component), VersionOf(row.component), Texts::tr(row.licence));
     }
     return text;
 }
@@ -58,7 +67,7 @@ QString LicenceText()
 void ShowAboutBox(QWidget* owner)
 {
     QDialog box(owner);
-    box.setWindowTitle(QDialog::tr("About Nib"));
+    box.setWindowTitle(Texts::tr("About Nib"));
     auto* icon = new QLabel;
     icon->setPixmap(QGuiApplication::windowIcon().pixmap(kIconSide));
     auto* name = Selectable(QStringLiteral("Nib"));
@@ -67,15 +76,15 @@ void ShowAboutBox(QWidget* owner)
     large.setBold(true);
     name->setFont(large);
     auto* version =
-        Selectable(QDialog::tr("Version %1\nQt %2").arg(QStringLiteral(NIB_VERSION), QString::fromLatin1(qVersion())));
-    auto* purpose = Selectable(QDialog::tr("An editor for programs and records of MultiValue databases"));
+        Selectable(Texts::tr("Version %1\nQt %2").arg(QStringLiteral(NIB_VERSION), QString::fromLatin1(qVersion())));
+    auto* purpose = Selectable(Texts::tr("An editor for programs and records of MultiValue databases"));
     auto* licences = new QTextBrowser;
     licences->setHtml(LicenceText());
-    licences->setAccessibleName(QDialog::tr("Licences"));
+    licences->setAccessibleName(Texts::tr("Licences"));
     licences->setTabChangesFocus(true);
     licences->setMinimumSize(box.fontMetrics().averageCharWidth() * 72, box.fontMetrics().height() * 15);
     auto* buttons = new QDialogButtonBox;
-    QPushButton* close = buttons->addButton(QDialog::tr("&Close"), QDialogButtonBox::RejectRole);
+    QPushButton* close = buttons->addButton(QStringLiteral("&Close"), QDialogButtonBox::RejectRole);
     close->setDefault(true);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &box, &QDialog::reject);
 

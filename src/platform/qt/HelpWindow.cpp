@@ -1,6 +1,7 @@
 #include "platform/qt/HelpWindow.h"
 
 #include "platform/qt/QtText.h"
+#include "platform/sourceview/widget/ScreenColors.h"
 #include "shell/HelpContents.h"
 
 #include <QAction>
@@ -264,10 +265,12 @@ void HelpWindow::changeEvent(QEvent* event)
 void HelpWindow::ApplyColors()
 {
     const auto color = [this](QPalette::ColorRole role) { return palette().color(role).name(); };
+    // Dark palettes often leave the link colour of a light one.
+    const QColor link = Legible(palette().color(QPalette::Link), palette().color(QPalette::Base));
     browser_->document()->setDefaultStyleSheet(
         QStringLiteral("a { color: %1; } th { background-color: %2; text-align: left; }"
                        "h1 { font-size: x-large; } h2 { font-size: large; } table { margin-top: 8px; }")
-            .arg(color(QPalette::Link), color(QPalette::AlternateBase)));
+            .arg(link.name(), color(QPalette::AlternateBase)));
     if (browser_->source().isEmpty()) return;
     const int scrolled = browser_->verticalScrollBar()->value();
     browser_->reload();

@@ -1,6 +1,7 @@
 #pragma once
 #include "shell/HelpIndex.h"
 
+#include <QCoreApplication>
 #include <QMainWindow>
 
 class QLabel;
@@ -14,6 +15,7 @@ namespace nib {
 
 /// The help: contents with a search field beside the page. It stays beside the work, so it is no dialog.
 class HelpWindow final : public QMainWindow {
+    Q_DECLARE_TR_FUNCTIONS(HelpWindow)
 public:
     explicit HelpWindow(QWidget* owner = nullptr);
 

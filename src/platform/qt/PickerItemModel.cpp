@@ -12,7 +12,9 @@ namespace nib {
 
 namespace {
 
-constexpr const char* kHeadings[] = {"Name", "Size", "Modified", "Locked by"};
+constexpr const char* kHeadings[] = {
+    QT_TRANSLATE_NOOP("nib::PickerItemModel", "Name"), QT_TRANSLATE_NOOP("nib::PickerItemModel", "Size"),
+    QT_TRANSLATE_NOOP("nib::PickerItemModel", "Modified"), QT_TRANSLATE_NOOP("nib::PickerItemModel", "Locked by")};
 
 /// Keeps a number at the right edge of its column apart from the text that follows.
 QString Apart(const QString& number)

@@ -1,12 +1,14 @@
 #pragma once
 #include "platform/MenuBar.h"
 
+#include <QCoreApplication>
 #include <QTabBar>
 
 namespace nib {
 
 /// The tabs of the document windows. Their order is the user's own; it changes nothing but where they stand.
 class QtDocumentTabs final : public QTabBar {
+    Q_DECLARE_TR_FUNCTIONS(QtDocumentTabs)
 public:
     explicit QtDocumentTabs(QWidget* parent);
 

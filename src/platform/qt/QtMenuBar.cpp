@@ -7,6 +7,7 @@
 #include "platform/qt/QtToolIcons.h"
 #include "shell/MenuModel.h"
 
+#include <QCoreApplication>
 #include <QCursor>
 #include <QEvent>
 #include <QMainWindow>
@@ -20,6 +21,10 @@
 namespace nib {
 
 namespace {
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(QtMenuBar)
+};
 
 constexpr int kSmallPixels = 22;
 constexpr int kLargePixels = 32;
@@ -57,7 +62,7 @@ QtMenuBar::Impl::Impl(QMainWindow& owner, MenuModel& menus)
 {
     UseIconTheme();
     toolBar->setObjectName(QStringLiteral("ToolBar"));
-    toolBar->setWindowTitle(QMainWindow::tr("Tool Bar"));
+    toolBar->setWindowTitle(Texts::tr("Tool Bar"));
     toolBar->setAccessibleName(toolBar->windowTitle());
     toolBar->setMovable(false);
     // Qt's own menu would hide the bar behind the model's back.
@@ -65,17 +70,17 @@ QtMenuBar::Impl::Impl(QMainWindow& owner, MenuModel& menus)
     toolBar->toggleViewAction()->setVisible(false);
     // Qt's own button for what a narrow bar has no room for.
     if (auto* more = toolBar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
-        more->setAccessibleName(QMainWindow::tr("More Tools"));
+        more->setAccessibleName(Texts::tr("More Tools"));
         more->setToolTip(more->accessibleName());
     }
     window.addToolBar(toolBar);
     if (auto* more = window.menuBar()->findChild<QToolButton*>(QStringLiteral("qt_menubar_ext_button")))
-        more->setAccessibleName(QMainWindow::tr("More Menus"));
-    window.menuBar()->setAccessibleName(QMainWindow::tr("Menu Bar"));
-    window.statusBar()->setAccessibleName(QMainWindow::tr("Status Bar"));
+        more->setAccessibleName(Texts::tr("More Menus"));
+    window.menuBar()->setAccessibleName(Texts::tr("Menu Bar"));
+    window.statusBar()->setAccessibleName(Texts::tr("Status Bar"));
     // Menus are called by their window's title.
-    popUp->setWindowTitle(QMainWindow::tr("Context Menu"));
-    tabMenu->setWindowTitle(QMainWindow::tr("Tab Menu"));
+    popUp->setWindowTitle(Texts::tr("Context Menu"));
+    tabMenu->setWindowTitle(Texts::tr("Tab Menu"));
     tabs->setAccessibleName(ToQString(model.Root(Band::Taskbar).caption));
 
     actions.SetHolder(Band::MainMenu, model.Root(Band::MainMenu), *window.menuBar());

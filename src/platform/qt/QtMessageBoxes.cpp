@@ -1,5 +1,6 @@
 #include "platform/qt/QtMessageBoxes.h"
 
+#include "platform/qt/LogicTexts.h"
 #include "platform/qt/QtText.h"
 #include "shell/modMsgBoxEx.h"
 
@@ -76,7 +77,7 @@ void AddButtons(QMessageBox& box, const MessageBoxPlan& plan, Outcome& outcome)
     outcome.pressed = plan.escapeAnswer;
     for (size_t i = 0; i < plan.buttons.size(); ++i) {
         const MessageBoxButton& row = plan.buttons[i];
-        QPushButton* button = box.addButton(QString::fromUtf16(row.caption), RoleOf(row.meaning));
+        QPushButton* button = box.addButton(Translated(row.caption), RoleOf(row.meaning));
         if (i == plan.defaultButton) box.setDefaultButton(button);
         if (row.answer == plan.escapeAnswer) box.setEscapeButton(button);
         QObject::connect(button, &QPushButton::clicked, button,

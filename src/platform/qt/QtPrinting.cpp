@@ -7,6 +7,8 @@
 #include "platform/qt/QtWaitCursor.h"
 #include "search/frmResults.h"
 
+#include <QAction>
+#include <QCoreApplication>
 #include <QDate>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -18,14 +20,24 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QRegularExpression>
 #include <QStandardPaths>
+#include <QTimer>
+#include <QToolBar>
 
 #include <utility>
 
 namespace nib {
 
 namespace {
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Printing)
+};
+
+/// Where Qt keeps the words of its own dialog; no text of ours.
+constexpr char kPreviewDialog[] = "QPrintPreviewDialog";
 
 constexpr qreal kMargin = 15; ///< millimetres
 constexpr int kMostPages = 99999;
@@ -47,12 +59,10 @@ QString PdfPath(const QString& folder, QString title)
     return QDir(folder).filePath(title + QStringLiteral(".pdf"));
 }
 
-std::vector<PrintRange> RangesOf(const QPagedPaintDevice& device)
+/// What was chosen in the dialog for the sheets that `device` takes.
+Paper PaperOf(const QPrinter& chosen, QPagedPaintDevice& device)
 {
-    std::vector<PrintRange> ranges;
-    const QPageRanges pages = device.pageRanges();
-    for (const auto& range : pages.toRangeList()) ranges.push_back({range.from, range.to});
-    return ranges;
+    return {device, chosen.colorMode() == QPrinter::GrayScale, chosen.pageOrder() == QPrinter::LastPageFirst};
 }
 
 } // namespace
@@ -62,38 +72,43 @@ Text ShortDate()
     return ToText(QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat));
 }
 
-void DrawPages(SourceViewModel& view, QPagedPaintDevice& device, const std::vector<PrintRange>& lines)
+void DrawPages(SourceViewModel& view, const Paper& paper, const std::vector<PrintRange>& lines)
 {
     QPainter painter;
-    if (!painter.begin(&device)) throw Error(error_number::kDeviceUnavailable, u"The printer cannot be reached.");
-    QtPrintingSurface surface(painter, device, view.Font());
+    QtPrintingSurface surface(painter, paper, view.Font());
     PageLayout layout(view, surface, surface.Shape(), lines);
-    const std::vector<PrintRange> pages = RangesOf(device);
-    if (!pages.empty() && pages.front().first > layout.PageCount()) {
-        throw Error(error_number::kInvalidCall,
-                    u"The text ends on page " + Decimal(layout.PageCount()) + u"; the pages asked for lie behind it.");
-    }
+    const std::vector<int32_t> pages = ChosenPages(paper, layout.PageCount());
+    if (!painter.begin(&paper.device)) RefuseDevice();
     layout.Print(pages);
-    if (!painter.end()) throw Error(error_number::kDeviceUnavailable, u"The printer did not take all pages.");
+    if (!painter.end()) RefuseDevice();
 }
 
-QtPrinting::QtPrinting(const DebugLog& log, MessageBoxes& boxes)
+QtPrinting::QtPrinting(const DebugLog& log, MessageBoxes& boxes, SaveFile save)
     : choose([this](QPrinter& printer, const PrintJob& job, QWidget* owner) { return Ask(printer, job, owner); }),
-      log_(log), boxes_(boxes), folder_(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
+      log_(log), boxes_(boxes), save_(std::move(save))
 {
+}
+
+QString QtPrinting::Folder() const
+{
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    for (const QString& folder : {folder_, documents}) {
+        if (!folder.isEmpty() && QFileInfo(folder).isDir()) return folder;
+    }
+    return QDir::homePath();
 }
 
 void QtPrinting::Told(const std::function<void()>& body)
 {
     Guarded(log_, u"QtPrinting.Print", body, [this](const Error& error) {
-        boxes_.Show(u"Printing failed.\r\n\r\n" + error.description,
+        boxes_.Show(ToText(Texts::tr("Printing failed.")) + u"\r\n\r\n" + error.description,
                     message_box::kOk | message_box::kError | message_box::kExtended, u"Nib");
     });
 }
 
 void QtPrinting::Print(SourceViewModel& view, TextView title)
 {
-    PrintJob job{ToQString(title), [&view](QPagedPaintDevice& device) { DrawPages(view, device); }, {}};
+    PrintJob job{ToQString(title), [&view](const Paper& paper) { DrawPages(view, paper); }, {}};
     if (view.HasSelection()) {
         Position start;
         Position end;
@@ -101,8 +116,8 @@ void QtPrinting::Print(SourceViewModel& view, TextView title)
         if (end < start) std::swap(start, end);
         // A selection that ends before the first character of a line takes nothing of it.
         int32_t last = end.col == 0 && end.line > start.line ? end.line - 1 : end.line;
-        job.drawSelection = [&view, lines = PrintRange{start.line, last}](QPagedPaintDevice& device) {
-            DrawPages(view, device, {lines});
+        job.drawSelection = [&view, lines = PrintRange{start.line, last}](const Paper& paper) {
+            DrawPages(view, paper, {lines});
         };
     }
     Told([&] { Run(owner_, job); });
@@ -110,7 +125,7 @@ void QtPrinting::Print(SourceViewModel& view, TextView title)
 
 void QtPrinting::PrintResults(frmResults& results)
 {
-    PrintJob job{results.windowTitle(), [&](QPagedPaintDevice& device) { results.PrintTo(device); }, {}};
+    PrintJob job{results.windowTitle(), [&](const Paper& paper) { results.PrintTo(paper); }, {}};
     Told([&] { Run(&results, job); });
 }
 
@@ -127,7 +142,7 @@ void QtPrinting::Run(QWidget* owner, const PrintJob& job)
     // The dialog then starts at its entry for PDF files.
     if (QPrinterInfo::availablePrinterNames().isEmpty()) {
         printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(PdfPath(folder_, job.title));
+        printer.setOutputFileName(PdfPath(Folder(), job.title));
     }
     if (choose(printer, job, owner)) PrintOn(printer, job);
     layout_ = printer.pageLayout();
@@ -142,14 +157,14 @@ void QtPrinting::PrintOn(QPrinter& printer, const PrintJob& job)
         QString path = printer.outputFileName();
         folder_ = QFileInfo(path).absolutePath();
         QPageRanges pages = printer.printRange() == QPrinter::PageRange ? printer.pageRanges() : QPageRanges();
-        WritePdf({path, job.title, printer.pageLayout(), pages}, draw);
+        WritePdf({path, job.title, printer.pageLayout(), pages}, save_,
+                 [&](QPagedPaintDevice& device) { draw(PaperOf(printer, device)); });
         return;
     }
     // The other ranges the printer's own server picks from the whole text.
     if (printer.printRange() != QPrinter::PageRange) printer.setPageRanges({});
-    draw(printer);
-    if (printer.printerState() == QPrinter::Error)
-        throw Error(error_number::kDeviceUnavailable, u"The printer reports an error.");
+    draw(PaperOf(printer, printer));
+    if (printer.printerState() == QPrinter::Error) RefuseDevice();
 }
 
 bool QtPrinting::Ask(QPrinter& printer, const PrintJob& job, QWidget* owner)
@@ -159,26 +174,42 @@ bool QtPrinting::Ask(QPrinter& printer, const PrintJob& job, QWidget* owner)
     dialog.setOption(QAbstractPrintDialog::PrintPageRange);
     dialog.setOption(QAbstractPrintDialog::PrintCurrentPage, false);
     dialog.setMinMax(1, kMostPages);
-    if (auto* buttons = dialog.findChild<QDialogButtonBox*>()) {
-        auto* preview = buttons->addButton(QObject::tr("Pre&view..."), QDialogButtonBox::ActionRole);
-        QObject::connect(preview, &QPushButton::clicked, &dialog, [&] {
-            if (Preview(printer, job, &dialog)) dialog.reject();
+    // Without printers its properties hold nothing but the page set-up, and the preview could not see them.
+    if (QPrinterInfo::availablePrinterNames().isEmpty()) {
+        QTimer::singleShot(0, &dialog, [&] {
+            if (auto* properties = dialog.findChild<QPushButton*>(QStringLiteral("properties"))) properties->hide();
         });
-        auto* page = buttons->addButton(QObject::tr("Page Set&up..."), QDialogButtonBox::ActionRole);
+    }
+    auto* selection = dialog.findChild<QRadioButton*>(QStringLiteral("printSelection"));
+    if (auto* buttons = dialog.findChild<QDialogButtonBox*>()) {
+        auto* preview = buttons->addButton(Texts::tr("Pre&view..."), QDialogButtonBox::ActionRole);
+        QObject::connect(preview, &QPushButton::clicked, &dialog, [&, buttons] {
+            const bool part = job.drawSelection && selection && selection->isChecked();
+            if (!Preview(printer, part ? job.drawSelection : job.draw, job.title, &dialog)) return;
+            // Only the dialog's own button asks before a file is written over.
+            if (auto* print = buttons->button(QDialogButtonBox::Ok)) print->click();
+        });
+        auto* page = buttons->addButton(Texts::tr("Page Set&up..."), QDialogButtonBox::ActionRole);
         QObject::connect(page, &QPushButton::clicked, &dialog, [&] { QPageSetupDialog(&printer, &dialog).exec(); });
     }
     return dialog.exec() == QDialog::Accepted;
 }
 
-bool QtPrinting::Preview(QPrinter& printer, const PrintJob& job, QWidget* owner)
+bool QtPrinting::Preview(QPrinter& printer, const std::function<void(const Paper&)>& draw, const QString& title,
+                         QWidget* owner)
 {
     QPrintPreviewDialog preview(&printer, owner);
-    preview.setWindowTitle(job.title.isEmpty() ? QObject::tr("Preview") : job.title + QObject::tr(" - Preview"));
+    preview.setWindowTitle(title.isEmpty() ? Texts::tr("Preview") : Texts::tr("%1 - Preview").arg(title));
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
-                     [&](QPrinter* target) { Told([&] { job.draw(*target); }); });
-    if (preview.exec() != QDialog::Accepted) return false;
-    if (printer.outputFormat() == QPrinter::PdfFormat) Told([&] { CheckPdf(printer.outputFileName()); });
-    return true;
+                     [&](QPrinter* target) { Told([&] { draw(PaperOf(printer, *target)); }); });
+    for (auto* bar : preview.findChildren<QToolBar*>()) bar->setMovable(false);
+    // Its own way to the printer would ask a second time, and write a file that a full disk cuts off.
+    for (auto* action : preview.findChildren<QAction*>()) {
+        if (action->text() != QCoreApplication::translate(kPreviewDialog, "Print")) continue;
+        action->disconnect(&preview);
+        QObject::connect(action, &QAction::triggered, &preview, &QDialog::accept);
+    }
+    return preview.exec() == QDialog::Accepted;
 }
 
 } // namespace nib

@@ -4,10 +4,11 @@
 #include "diagnostics/DebugLog.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Printing.h"
+#include "platform/qt/Paper.h"
+#include "platform/qt/QtPrintingFile.h"
 #include "platform/sourceview/PageLayout.h"
 
 #include <QPageLayout>
-#include <QPagedPaintDevice>
 #include <QPointer>
 #include <QWidget>
 
@@ -23,20 +24,20 @@ class frmResults;
 /// The present date in the system's short form.
 Text ShortDate();
 
-/// The view's lines on the device's pages; its page ranges count. `lines` empty: all.
-void DrawPages(SourceViewModel& view, QPagedPaintDevice& device, const std::vector<PrintRange>& lines = {});
+/// The view's lines on pages; the paper's page ranges count. `lines` empty: all.
+void DrawPages(SourceViewModel& view, const Paper& paper, const std::vector<PrintRange>& lines = {});
 
 /// What can be printed, again and again for each preview.
 struct PrintJob {
     QString title;
-    std::function<void(QPagedPaintDevice&)> draw;
-    std::function<void(QPagedPaintDevice&)> drawSelection; ///< none: nothing is selected
+    std::function<void(const Paper&)> draw;
+    std::function<void(const Paper&)> drawSelection; ///< none: nothing is selected
 };
 
 class QtPrinting final : public Printing {
 public:
-    /// Both outlive the object.
-    QtPrinting(const DebugLog& log, MessageBoxes& boxes);
+    /// The references outlive the object. PDF files are written by `saver`.
+    QtPrinting(const DebugLog& log, MessageBoxes& boxes, SaveFile save);
 
     /// The dialogs stand over `owner`; null until there is a window.
     void SetOwner(QWidget* owner) { owner_ = owner; }
@@ -50,16 +51,20 @@ private:
     void Run(QWidget* owner, const PrintJob& job);
     void PrintOn(QPrinter& printer, const PrintJob& job);
     bool Ask(QPrinter& printer, const PrintJob& job, QWidget* owner);
-    /// True when it was printed from there.
-    bool Preview(QPrinter& printer, const PrintJob& job, QWidget* owner);
+    /// True when what was shown is to be printed.
+    bool Preview(QPrinter& printer, const std::function<void(const Paper&)>& draw, const QString& title,
+                 QWidget* owner);
+    /// Where PDF files are offered to go.
+    QString Folder() const;
     /// Runs `body`; the user is told how it fails.
     void Told(const std::function<void()>& body);
 
     const DebugLog& log_;
     MessageBoxes& boxes_;
+    SaveFile save_;
     QPointer<QWidget> owner_;
     std::optional<QPageLayout> layout_; ///< as last chosen
-    QString folder_;                    ///< of the last PDF file
+    QString folder_;                    ///< of the last PDF file, if there was one
 };
 
 } // namespace nib

@@ -5,8 +5,13 @@
 #include <QString>
 
 #include <functional>
+#include <string>
+#include <string_view>
 
 namespace nib {
+
+/// Writes a file whole or not at all, or throws; the path is in the encoding of the system.
+using SaveFile = std::function<void(const std::string& path, std::string_view bytes)>;
 
 struct PdfTarget {
     QString path;
@@ -15,9 +20,7 @@ struct PdfTarget {
     QPageRanges pages; ///< empty: all
 };
 
-/// Has `draw` fill the file; what stood there stays when this throws.
-void WritePdf(const PdfTarget& target, const std::function<void(QPagedPaintDevice&)>& draw);
-/// Throws when a PDF file that others wrote is missing or breaks off.
-void CheckPdf(const QString& path);
+/// Has `draw` make the pages and saves them; what stood there stays when this throws.
+void WritePdf(const PdfTarget& target, const SaveFile& save, const std::function<void(QPagedPaintDevice&)>& draw);
 
 } // namespace nib

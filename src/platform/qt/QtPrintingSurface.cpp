@@ -1,6 +1,5 @@
 #include "platform/qt/QtPrintingSurface.h"
 
-#include "base/Error.h"
 #include "base/Marks.h"
 #include "platform/qt/QtText.h"
 #include "platform/sourceview/WordBreak.h"
@@ -17,6 +16,9 @@ namespace nib {
 namespace {
 
 constexpr int kSample = 64;
+/// To white paper; the grey of the marks, 150, has more.
+constexpr double kLeastContrast = 2.8;
+constexpr int kGreyish = 40;
 /// Letters of the marks U+F8FB to U+F8FF.
 constexpr char kLetters[] = {'t', 's', 'v', '^', 'i'};
 
@@ -37,30 +39,39 @@ qreal Advance(const QFontMetricsF& metrics, QChar c)
     return metrics.horizontalAdvance(QString(kSample, c)) / kSample;
 }
 
-/// What could not be told from the paper is black, as are colours of the system, which are meant for a screen.
-QColor InkOf(int32_t color)
+/// A colour for a dark screen, as it can be read on paper: light greys as black, others as dark as need be.
+QColor ReadableOnPaper(const QColor& ink)
 {
-    auto bits = static_cast<uint32_t>(color);
-    if (bits & 0x80000000U) return Qt::black;
-    QColor ink(static_cast<int>(bits & 0xFF), static_cast<int>(bits >> 8 & 0xFF), static_cast<int>(bits >> 16 & 0xFF));
-    return Contrast(ink, Qt::white) < 1.5 ? QColor(Qt::black) : ink;
+    if (Contrast(ink, Qt::white) >= kLeastContrast) return ink;
+    return ink.hsvSaturation() < kGreyish ? QColor(Qt::black) : Legible(ink, Qt::white);
 }
 
 } // namespace
+
+/// Colours of the system are meant for a screen.
+QColor QtPrintingSurface::InkOf(int32_t color) const
+{
+    auto bits = static_cast<uint32_t>(color);
+    if (bits & 0x80000000U) return Qt::black;
+    const QColor ink = ReadableOnPaper(
+        QColor(static_cast<int>(bits & 0xFF), static_cast<int>(bits >> 8 & 0xFF), static_cast<int>(bits >> 16 & 0xFF)));
+    const int grey = qGray(ink.rgb());
+    return paper_.grey ? QColor(grey, grey, grey) : ink;
+}
 
 QtPrintingSurface::Face QtPrintingSurface::MakeFace(const QFont& base, int32_t style) const
 {
     QFont font = base;
     if (style & token_style::kBold) font.setBold(true);
     if (style & token_style::kItalic) font.setItalic(true);
-    QFontMetricsF metrics(font, &device_);
+    QFontMetricsF metrics(font, &paper_.device);
     return {font, metrics, Advance(metrics, u'0')};
 }
 
-QtPrintingSurface::QtPrintingSurface(QPainter& painter, QPagedPaintDevice& device, const SourceFont& font)
-    : painter_(painter), device_(device),
-      small_(BaseFont(font, device)), faces_{MakeFace(small_, 0), MakeFace(small_, 1), MakeFace(small_, 2),
-                                             MakeFace(small_, 3)}
+QtPrintingSurface::QtPrintingSurface(QPainter& painter, const Paper& paper, const SourceFont& font)
+    : painter_(painter), paper_(paper),
+      small_(BaseFont(font, paper.device)), faces_{MakeFace(small_, 0), MakeFace(small_, 1), MakeFace(small_, 2),
+                                                   MakeFace(small_, 3)}
 {
     const Face& plain = faces_[0];
     auto same = [&](char c) { return std::abs(Advance(plain.metrics, QLatin1Char(c)) - plain.advance) < 0.5; };
@@ -69,7 +80,7 @@ QtPrintingSurface::QtPrintingSurface(QPainter& painter, QPagedPaintDevice& devic
     small_.setItalic(false);
     small_.setPointSizeF(small_.pointSizeF() * 0.7);
     ascent_ = plain.metrics.ascent();
-    QSize size = device.pageLayout().paintRectPixels(device.logicalDpiX()).size();
+    QSize size = paper.device.pageLayout().paintRectPixels(paper.device.logicalDpiX()).size();
     shape_.width = size.width();
     shape_.height = size.height();
     shape_.charWidth = std::max(static_cast<int32_t>(std::lround(plain.advance)), 1);
@@ -108,13 +119,16 @@ int32_t QtPrintingSurface::Fit(TextView text, int32_t width)
     if (OnGrid(text.substr(0, cells + 1))) return static_cast<int32_t>(std::min(cells, text.size()));
     // No script packs more units into a cell than this.
     TextView part = text.substr(0, cells * 4);
-    if (Width(faces_[0], part) <= width) return static_cast<int32_t>(part.size());
+    auto within = [&](TextView piece) {
+        // Keywords may be bold.
+        return std::max(Width(faces_[0], piece), Width(faces_[token_style::kBold], piece)) <= width;
+    };
+    if (within(part)) return static_cast<int32_t>(part.size());
     int32_t fits = 0;
     auto beyond = static_cast<int32_t>(part.size());
     while (fits + 1 < beyond) {
         int32_t middle = (fits + beyond) / 2;
-        bool within = Width(faces_[0], part.substr(0, static_cast<size_t>(middle))) <= width;
-        (within ? fits : beyond) = middle;
+        (within(part.substr(0, static_cast<size_t>(middle))) ? fits : beyond) = middle;
     }
     return GraphemeStart(text, fits);
 }
@@ -173,7 +187,7 @@ void QtPrintingSurface::DrawSign(qreal x, qreal baseline, char16_t c)
         painter_.setFont(small_);
         painter_.setPen(Qt::black);
         QString letter{QLatin1Char(kLetters[c - kTextMark])};
-        QRectF ink = QFontMetricsF(small_, &device_).tightBoundingRect(letter);
+        QRectF ink = QFontMetricsF(small_, &paper_.device).tightBoundingRect(letter);
         painter_.drawText(box.center() - ink.center(), letter);
     } else {
         painter_.setPen(Qt::NoPen);
@@ -185,7 +199,7 @@ void QtPrintingSurface::DrawSign(qreal x, qreal baseline, char16_t c)
 
 void QtPrintingSurface::NewPage()
 {
-    if (!device_.newPage()) throw Error(error_number::kDeviceUnavailable, u"The printer takes no further page.");
+    if (!paper_.device.newPage()) RefuseDevice();
 }
 
 } // namespace nib

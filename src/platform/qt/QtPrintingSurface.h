@@ -1,11 +1,11 @@
 #pragma once
 // A painter on paper, in the face of a view.
 
+#include "platform/qt/Paper.h"
 #include "platform/sourceview/PageLayout.h"
 
 #include <QFont>
 #include <QFontMetricsF>
-#include <QPagedPaintDevice>
 #include <QPainter>
 
 #include <array>
@@ -14,8 +14,8 @@ namespace nib {
 
 class QtPrintingSurface final : public PageSurface {
 public:
-    /// The painter is at work on the device; both outlive the surface.
-    QtPrintingSurface(QPainter& painter, QPagedPaintDevice& device, const SourceFont& font);
+    /// The painter is at work on the paper when something is drawn, not before; both outlive the surface.
+    QtPrintingSurface(QPainter& painter, const Paper& paper, const SourceFont& font);
 
     const PageShape& Shape() const { return shape_; }
 
@@ -36,11 +36,12 @@ private:
     /// Every unit takes one cell of a fixed grid.
     bool OnGrid(TextView text) const;
     qreal Width(const Face& face, TextView text) const;
+    QColor InkOf(int32_t color) const;
     qreal Draw(const Face& face, qreal x, qreal y, TextView text);
     void DrawSign(qreal x, qreal baseline, char16_t c);
 
     QPainter& painter_;
-    QPagedPaintDevice& device_;
+    Paper paper_;
     QFont small_; ///< of the letters in signs
     std::array<Face, 4> faces_;
     bool fixedPitch_;

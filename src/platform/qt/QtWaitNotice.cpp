@@ -26,6 +26,7 @@ QString Clock(std::chrono::milliseconds elapsed)
 } // namespace
 
 class QtWaitNotice::Dialog : public QDialog {
+    Q_DECLARE_TR_FUNCTIONS(QtWaitNotice)
 public:
     Dialog(QWidget* owner, const QString& command) : QDialog(owner), elapsed_(new QLabel(this))
     {

@@ -1,5 +1,6 @@
 #include "platform/qt/frmItemPicker.h"
 
+#include "platform/qt/LogicTexts.h"
 #include "platform/qt/PickerItemModel.h"
 #include "platform/qt/PickerListView.h"
 #include "platform/qt/PickerMessageLine.h"
@@ -357,7 +358,7 @@ void frmItemPicker::ShowPlace()
 
 void frmItemPicker::ShowRows()
 {
-    list_->SetEmptyText(ToQString(model_.List().EmptyText()));
+    list_->SetEmptyText(Translated(model_.List().EmptyText()));
     ShowSelection();
     ShowChoice();
     lockTimer_.start(0);
@@ -383,13 +384,13 @@ void frmItemPicker::ShowChoice()
     const QString name = ToQString(model_.Name());
     if (name_->text() != name) name_->setText(name);
     name_->setPlaceholderText(ToQString(model_.NameHint()));
-    accept_->setText(ToQString(model_.AcceptCaption()));
+    accept_->setText(Translated(model_.AcceptCaption()));
     accept_->setEnabled(model_.CanAccept());
 }
 
 void frmItemPicker::ShowMessage()
 {
-    message_->Say(ToQString(model_.Message()));
+    message_->Say(Translated(model_.Message()));
 }
 
 void frmItemPicker::AskLocks()

@@ -30,6 +30,16 @@ bool Holds(const std::vector<PrintRange>& ranges, int32_t number)
 
 } // namespace
 
+std::vector<int32_t> PagesToPrint(const std::vector<PrintRange>& ranges, int32_t count, bool lastFirst)
+{
+    std::vector<int32_t> pages;
+    for (int32_t page = 1; page <= count; ++page) {
+        if (Holds(ranges, page)) pages.push_back(page);
+    }
+    if (lastFirst) std::reverse(pages.begin(), pages.end());
+    return pages;
+}
+
 PageLayout::PageLayout(SourceViewModel& view, PageSurface& surface, const PageShape& shape,
                        const std::vector<PrintRange>& lines)
     : view_(view), surface_(surface), shape_(shape),
@@ -97,15 +107,13 @@ int32_t PageLayout::RowEnd(size_t row, int32_t lineLength) const
     return last ? lineLength : rows_[row + 1].start;
 }
 
-void PageLayout::Print(const std::vector<PrintRange>& pages, const std::function<bool()>& goOn)
+void PageLayout::Print(const std::vector<int32_t>& pages)
 {
     ISourceDraw2* handler = view_.DrawHandler();
     DrawContext context = Context();
     if (handler) handler->PreDraw(context);
     bool first = true;
-    for (int32_t page = 1; page <= PageCount(); ++page) {
-        if (!Holds(pages, page)) continue;
-        if (goOn && !goOn()) break;
+    for (const int32_t page : pages) {
         if (!std::exchange(first, false)) surface_.NewPage();
         context = Context();
         context.page = page;

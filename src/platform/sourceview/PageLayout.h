@@ -3,7 +3,6 @@
 
 #include "platform/sourceview/SourceViewModel.h"
 
-#include <functional>
 #include <vector>
 
 namespace nib {
@@ -33,6 +32,9 @@ struct PrintRange {
     int32_t last = 0;
 };
 
+/// The pages of `count` that lie in the ranges, each once; all of them without ranges.
+std::vector<int32_t> PagesToPrint(const std::vector<PrintRange>& ranges, int32_t count, bool lastFirst = false);
+
 class PageLayout {
 public:
     /// The lines are laid out here; the text must not change while the object lives. `lines` empty: all of them.
@@ -41,9 +43,8 @@ public:
 
     int32_t PageCount() const;
     int32_t RowCount() const { return static_cast<int32_t>(rows_.size()); }
-    /// `pages` empty: all of them, else these, each once and in their order in the text. Before each page `goOn` is
-    /// asked, if there is one.
-    void Print(const std::vector<PrintRange>& pages = {}, const std::function<bool()>& goOn = {});
+    /// These pages, in this order.
+    void Print(const std::vector<int32_t>& pages);
 
 private:
     struct Row {

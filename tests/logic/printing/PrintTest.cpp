@@ -35,7 +35,13 @@ struct Printed : testing::Test {
     }
     void Print(const std::vector<PrintRange>& pages = {}, const std::vector<PrintRange>& lines = {})
     {
-        PageLayout(view, paper, paper.shape, lines).Print(pages);
+        PrintOn(paper, pages, lines);
+    }
+    void PrintOn(PaperSurface& sheet, const std::vector<PrintRange>& pages = {},
+                 const std::vector<PrintRange>& lines = {}, bool lastFirst = false)
+    {
+        PageLayout layout(view, sheet, sheet.shape, lines);
+        layout.Print(PagesToPrint(pages, layout.PageCount(), lastFirst));
     }
 };
 
@@ -59,7 +65,7 @@ TEST_F(Printed, HeaderNamesTheDocument)
         sheet.shape.width = 640;
         handler.SetNames(row.filename, row.itemId);
         EXPECT_EQ(handler.Title(), row.title);
-        PageLayout(view, sheet, sheet.shape).Print();
+        PrintOn(sheet);
         EXPECT_EQ(ToUtf8(sheet.Row(1, 0)), ToUtf8(row.row));
         EXPECT_EQ(sheet.Row(1, 1), u"") << "a blank row below it";
         EXPECT_EQ(sheet.Row(1, 2), u" 0001");
@@ -74,7 +80,7 @@ TEST_F(Printed, HeaderStandsWithoutMeasuring)
     PaperSurface blind;
     blind.shape = paper.shape;
     blind.measures = false;
-    PageLayout(view, blind, blind.shape).Print();
+    PrintOn(blind);
     EXPECT_EQ(blind.Row(1, 0), measured);
 }
 

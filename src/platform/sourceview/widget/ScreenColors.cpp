@@ -32,6 +32,18 @@ double Contrast(const QColor& a, const QColor& b)
     return std::max(x, y) / std::min(x, y);
 }
 
+QColor Legible(const QColor& color, const QColor& ground)
+{
+    constexpr double enough = 4.5;
+    if (Contrast(color, ground) >= enough) return color;
+    const QColor target = Luminance(ground) < 0.2 ? QColor(Qt::white) : QColor(Qt::black);
+    for (double share = 0.1; share < 1; share += 0.1) {
+        QColor moved = Mix(color, target, share);
+        if (Contrast(moved, ground) >= enough) return moved;
+    }
+    return target;
+}
+
 QColor ScreenColors::FromNumber(int32_t color) const
 {
     auto bits = static_cast<uint32_t>(color);
@@ -43,18 +55,11 @@ QColor ScreenColors::FromNumber(int32_t color) const
                   static_cast<int>(bits >> 16 & 0xFF));
 }
 
-/// The colour itself where it can be read; else moved towards black or white until it can. The styles are chosen for a
-/// white page as a rule, so a dark one asks for more.
+/// The styles are chosen for a white page as a rule, so a dark one asks for more.
 QColor ScreenColors::Readable(QColor color) const
 {
     bool dark = Luminance(base) < 0.2;
-    if (Contrast(color, base) >= (dark ? 4.5 : 2.5)) return color;
-    QColor target = dark ? QColor(Qt::white) : QColor(Qt::black);
-    for (double share = 0.1; share < 1; share += 0.1) {
-        QColor moved = Mix(color, target, share);
-        if (Contrast(moved, base) >= 4.5) return moved;
-    }
-    return target;
+    return !dark && Contrast(color, base) >= 2.5 ? color : Legible(color, base);
 }
 
 ScreenStyle ScreenColors::Style(int32_t tokenType) const

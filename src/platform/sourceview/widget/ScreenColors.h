@@ -46,5 +46,7 @@ private:
 
 /// Contrast of two colours, 1 to 21.
 double Contrast(const QColor& a, const QColor& b);
+/// The colour itself where it can be read well on that ground; else moved towards black or white until it can.
+QColor Legible(const QColor& color, const QColor& ground);
 
 } // namespace nib

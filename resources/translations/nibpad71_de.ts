@@ -1,0 +1,465 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>AboutBox</name>
+    <message>
+        <source>GNU Lesser General Public License, version 3. Linked as shared libraries, which may be replaced.</source>
+        <translation>GNU Lesser General Public License, Version 3. Als gemeinsam benutzte Bibliotheken gebunden, die ersetzt werden dürfen.</translation>
+    </message>
+    <message>
+        <source>Unicode License (ICU).</source>
+        <translation>Unicode-Lizenz (ICU).</translation>
+    </message>
+    <message>
+        <source>Bitstream Vera and Arev licences; changes by the DejaVu project are in the public domain.</source>
+        <translation>Lizenzen von Bitstream Vera und Arev; die Änderungen des DejaVu-Projekts sind gemeinfrei.</translation>
+    </message>
+    <message>
+        <source>GNU Lesser General Public License, version 2.1 or later.</source>
+        <translation>GNU Lesser General Public License, Version 2.1 oder neuer.</translation>
+    </message>
+    <message>
+        <source>Nib is built with these components:</source>
+        <translation>Nib ist aus diesen Komponenten gebaut:</translation>
+    </message>
+    <message>
+        <source>About Nib</source>
+        <translation>Über Nib</translation>
+    </message>
+    <message>
+        <source>Version %1
+Qt %2</source>
+        <translation>Version %1
+Qt %2</translation>
+    </message>
+    <message>
+        <source>An editor for programs and records of MultiValue databases</source>
+        <translation>Ein Editor für Programme und Datensätze von MultiValue-Datenbanken</translation>
+    </message>
+    <message>
+        <source>Licences</source>
+        <translation>Lizenzen</translation>
+    </message>
+</context>
+<context>
+    <name>HelpWindow</name>
+    <message>
+        <source>Nib Help</source>
+        <translation>Nib-Hilfe</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>Seite</translation>
+    </message>
+    <message>
+        <source>Search all pages</source>
+        <translation>Alle Seiten durchsuchen</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message>
+        <source>No page holds these words.</source>
+        <translation>Keine Seite enthält diese Wörter.</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>Vor</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>Anfang</translation>
+    </message>
+    <message>
+        <source>Larger</source>
+        <translation>Größer</translation>
+    </message>
+    <message>
+        <source>Smaller</source>
+        <translation>Kleiner</translation>
+    </message>
+    <message>
+        <source>Usual size</source>
+        <translation>Normale Größe</translation>
+    </message>
+</context>
+<context>
+    <name>Logic</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Abort</source>
+        <translation>A&amp;bbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Retry</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>&amp;Ignore</source>
+        <translation>&amp;Ignorieren</translation>
+    </message>
+    <message>
+        <source>&amp;Try Again</source>
+        <translation>E&amp;rneut versuchen</translation>
+    </message>
+    <message>
+        <source>&amp;Continue</source>
+        <translation>&amp;Fortfahren</translation>
+    </message>
+    <message>
+        <source>&amp;Open</source>
+        <translation>&amp;Öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Export</source>
+        <translation>E&amp;xportieren</translation>
+    </message>
+    <message>
+        <source>I&amp;mport</source>
+        <translation>I&amp;mportieren</translation>
+    </message>
+    <message>
+        <source>It cannot be read.</source>
+        <translation>Es lässt sich nicht lesen.</translation>
+    </message>
+    <message>
+        <source>No name matches the filter.</source>
+        <translation>Kein Name passt zum Filter.</translation>
+    </message>
+    <message>
+        <source>Nothing here.</source>
+        <translation>Hier ist nichts.</translation>
+    </message>
+    <message>
+        <source>Only hidden files here.</source>
+        <translation>Hier sind nur versteckte Dateien.</translation>
+    </message>
+    <message>
+        <source>Select one place to go into, or the items to open.</source>
+        <translation>Wählen Sie einen Ort, um hineinzugehen, oder die Items, die geöffnet werden sollen.</translation>
+    </message>
+</context>
+<context>
+    <name>Printing</name>
+    <message>
+        <source>The text ends on page %1; the pages asked for lie behind it.</source>
+        <translation>Der Text endet auf Seite %1; die gewünschten Seiten liegen dahinter.</translation>
+    </message>
+    <message>
+        <source>The printer does not take the pages.</source>
+        <translation>Der Drucker nimmt die Seiten nicht an.</translation>
+    </message>
+    <message>
+        <source>Printing failed.</source>
+        <translation>Das Drucken ist fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>Pre&amp;view...</source>
+        <translation>&amp;Vorschau...</translation>
+    </message>
+    <message>
+        <source>Page Set&amp;up...</source>
+        <translation>Seite ein&amp;richten...</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Vorschau</translation>
+    </message>
+    <message>
+        <source>%1 - Preview</source>
+        <translation>%1 - Vorschau</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 lässt sich nicht schreiben: %2</translation>
+    </message>
+</context>
+<context>
+    <name>QtDocumentTabs</name>
+    <message>
+        <source>Close %1</source>
+        <translation>%1 schließen</translation>
+    </message>
+</context>
+<context>
+    <name>QtMenuBar</name>
+    <message>
+        <source>Tool Bar</source>
+        <translation>Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>Menu Bar</source>
+        <translation>Menüleiste</translation>
+    </message>
+    <message>
+        <source>Status Bar</source>
+        <translation>Statusleiste</translation>
+    </message>
+    <message>
+        <source>Context Menu</source>
+        <translation>Kontextmenü</translation>
+    </message>
+    <message>
+        <source>Tab Menu</source>
+        <translation>Menü der Reiter</translation>
+    </message>
+    <message>
+        <source>More Tools</source>
+        <translation>Weitere Werkzeuge</translation>
+    </message>
+    <message>
+        <source>More Menus</source>
+        <translation>Weitere Menüs</translation>
+    </message>
+</context>
+<context>
+    <name>QtWaitNotice</name>
+    <message>
+        <source>The host is running %1</source>
+        <translation>Der Host führt %1 aus</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Elapsed time</source>
+        <translation>Vergangene Zeit</translation>
+    </message>
+    <message>
+        <source>Elapsed time %1</source>
+        <translation>Vergangene Zeit %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmDocument</name>
+    <message>
+        <source>Window Menu</source>
+        <translation>Fenstermenü</translation>
+    </message>
+</context>
+<context>
+    <name>frmFind</name>
+    <message>
+        <source>Find what</source>
+        <translation>Suchen nach</translation>
+    </message>
+    <message>
+        <source>Replace with</source>
+        <translation>Ersetzen durch</translation>
+    </message>
+</context>
+<context>
+    <name>frmGoto</name>
+    <message>
+        <source>Goto</source>
+        <translation>Gehe zu</translation>
+    </message>
+    <message>
+        <source>&amp;Label:</source>
+        <translation>&amp;Marke:</translation>
+    </message>
+    <message>
+        <source>Line &amp;number:</source>
+        <translation>Zeilen&amp;nummer:</translation>
+    </message>
+    <message>
+        <source>Label</source>
+        <translation>Marke</translation>
+    </message>
+    <message>
+        <source>Line number</source>
+        <translation>Zeilennummer</translation>
+    </message>
+    <message>
+        <source>&amp;Skip this dialog when a label is double-clicked</source>
+        <translation>Bei Doppelklick auf eine Marke diesen Dialog über&amp;springen</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>1 to %1</source>
+        <translation>1 bis %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmMain</name>
+    <message>
+        <source>Documents</source>
+        <translation>Dokumente</translation>
+    </message>
+</context>
+<context>
+    <name>frmResults</name>
+    <message>
+        <source>Results</source>
+        <translation>Ergebnisse</translation>
+    </message>
+</context>
+<context>
+    <name>frmSettings</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Font</source>
+        <translation>Schrift</translation>
+    </message>
+    <message>
+        <source>Font name</source>
+        <translation>Name der Schrift</translation>
+    </message>
+    <message>
+        <source>Font size</source>
+        <translation>Größe der Schrift</translation>
+    </message>
+    <message>
+        <source>Adds the keyword, or gives a keyword of the list the block indent chosen here</source>
+        <translation>Fügt das Schlüsselwort hinzu, oder gibt einem Schlüsselwort der Liste die hier gewählte Blockeinrückung</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Vorschau</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Formatieren</translation>
+    </message>
+</context>
+<context>
+    <name>nib::PickerItemModel</name>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation>Geändert</translation>
+    </message>
+    <message>
+        <source>Locked by</source>
+        <translation>Gesperrt von</translation>
+    </message>
+    <message>
+        <source>(read-only)</source>
+        <translation>(schreibgeschützt)</translation>
+    </message>
+</context>
+<context>
+    <name>nib::PickerPathBar</name>
+    <message>
+        <source>Path</source>
+        <translation>Pfad</translation>
+    </message>
+    <message>
+        <source>Places above</source>
+        <translation>Orte darüber</translation>
+    </message>
+    <message>
+        <source>All places</source>
+        <translation>Alle Orte</translation>
+    </message>
+</context>
+<context>
+    <name>nib::SourceViewWidget</name>
+    <message>
+        <source>Vertical scroll bar</source>
+        <translation>Senkrechte Bildlaufleiste</translation>
+    </message>
+    <message>
+        <source>Horizontal scroll bar</source>
+        <translation>Waagerechte Bildlaufleiste</translation>
+    </message>
+</context>
+<context>
+    <name>nib::frmItemPicker</name>
+    <message>
+        <source>&amp;Places:</source>
+        <translation>O&amp;rte:</translation>
+    </message>
+    <message>
+        <source>Places</source>
+        <translation>Orte</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>Nach oben</translation>
+    </message>
+    <message>
+        <source>Items</source>
+        <translation>Items</translation>
+    </message>
+    <message>
+        <source>a user (port 1234)</source>
+        <translation>ein Benutzer (Port 1234)</translation>
+    </message>
+    <message>
+        <source>Item</source>
+        <translation>Item</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Part of a name, or a pattern with * and ?</source>
+        <translation>Teil eines Namens oder ein Muster mit * und ?</translation>
+    </message>
+    <message>
+        <source>Show &amp;hidden</source>
+        <translation>&amp;Versteckte zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Item:</source>
+        <translation>&amp;Item:</translation>
+    </message>
+    <message>
+        <source>&amp;Filter:</source>
+        <translation>&amp;Filter:</translation>
+    </message>
+    <message>
+        <source>Open &amp;read-only</source>
+        <translation>Schreib&amp;geschützt öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
+</context>
+</TS>
