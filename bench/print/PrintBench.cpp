@@ -36,12 +36,13 @@ struct NoClipboard final : Clipboard {
 void ToPdf(benchmark::State& state, const std::function<void(const Paper&)>& draw)
 {
     const QTemporaryDir folder;
-    const FileSaver saver(folder.path().toStdString());
+    const FileWriter save = [saver = FileSaver(folder.path().toStdString())](
+                                const std::string& path, std::string_view bytes) { saver.Save(path, bytes); };
     const QPageLayout sheet(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(15, 15, 15, 15),
                             QPageLayout::Millimeter);
     const QString path = folder.filePath(QStringLiteral("out.pdf"));
     for (auto _ : state) {
-        WritePdf({path, QStringLiteral("BP SAMPLE"), sheet, {}}, saver,
+        WritePdf({path, QStringLiteral("BP SAMPLE"), sheet, {}}, save,
                  [&](QPagedPaintDevice& device) { draw({device}); });
     }
     state.counters["bytes"] = static_cast<double>(QFileInfo(path).size());

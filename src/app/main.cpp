@@ -8,6 +8,7 @@
 #include "diagnostics/modDebugLog.h"
 #include "platform/hosts/HostConnection.h"
 #include "platform/hosts/SampleAccount.h"
+#include "platform/posix/FileSaver.h"
 #include "platform/posix/PosixTraceMailbox.h"
 #include "platform/qt/ItemPicker.h"
 #include "platform/qt/QtClipboard.h"
@@ -97,7 +98,10 @@ int main(int argc, char** argv)
     notice.SetOwner(&mainWindow);
     DocumentWindows views(mainWindow, clipboard);
     Program program({connection, boxes, mainWindow, views, fonts, clipboard, rooms, &trace});
-    QtPrinting printing(program.Log(), boxes, FileSaver(hosts.backupFolder));
+    QtPrinting printing(program.Log(), boxes,
+                        [saver = FileSaver(hosts.backupFolder)](const std::string& path, std::string_view bytes) {
+                            saver.Save(path, bytes);
+                        });
     printing.SetOwner(&mainWindow);
     mainWindow.SetPrinting(&printing);
     mainWindow.SetProgram(&program);

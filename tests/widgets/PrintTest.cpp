@@ -1,3 +1,4 @@
+#include "platform/posix/FileSaver.h"
 #include "platform/qt/QtPrinting.h"
 #include "platform/qt/QtPrintingFile.h"
 #include "platform/qt/QtText.h"
@@ -43,7 +44,8 @@ struct PrintedPdf : testing::Test {
     DebugLog log;
     PrintClass handler{view, log, [] { return Text(u"11/21/26"); }};
     FakeMessageBoxes boxes;
-    FileSaver saver{folder.filePath(QStringLiteral("backup")).toStdString()};
+    FileWriter saver = [keeper = FileSaver(folder.filePath(QStringLiteral("backup")).toStdString())](
+                           const std::string& path, std::string_view bytes) { keeper.Save(path, bytes); };
     QtPrinting printing{log, boxes, saver};
 
     void SetUp() override

@@ -1,7 +1,6 @@
 #include "platform/qt/QtPrinting.h"
 
 #include "diagnostics/Guarded.h"
-#include "platform/qt/QtPrintingFile.h"
 #include "platform/qt/QtPrintingSurface.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWaitCursor.h"
@@ -83,9 +82,9 @@ void DrawPages(SourceViewModel& view, const Paper& paper, const std::vector<Prin
     if (!painter.end()) RefuseDevice();
 }
 
-QtPrinting::QtPrinting(const DebugLog& log, MessageBoxes& boxes, FileSaver saver)
+QtPrinting::QtPrinting(const DebugLog& log, MessageBoxes& boxes, FileWriter save)
     : choose([this](QPrinter& printer, const PrintJob& job, QWidget* owner) { return Ask(printer, job, owner); }),
-      log_(log), boxes_(boxes), saver_(std::move(saver))
+      log_(log), boxes_(boxes), save_(std::move(save))
 {
 }
 
@@ -157,7 +156,7 @@ void QtPrinting::PrintOn(QPrinter& printer, const PrintJob& job)
         QString path = printer.outputFileName();
         folder_ = QFileInfo(path).absolutePath();
         QPageRanges pages = printer.printRange() == QPrinter::PageRange ? printer.pageRanges() : QPageRanges();
-        WritePdf({path, job.title, printer.pageLayout(), pages}, saver_,
+        WritePdf({path, job.title, printer.pageLayout(), pages}, save_,
                  [&](QPagedPaintDevice& device) { draw(PaperOf(printer, device)); });
         return;
     }

@@ -4,8 +4,8 @@
 #include "diagnostics/DebugLog.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Printing.h"
-#include "platform/posix/FileSaver.h"
 #include "platform/qt/Paper.h"
+#include "platform/qt/QtPrintingFile.h"
 #include "platform/sourceview/PageLayout.h"
 
 #include <QPageLayout>
@@ -36,8 +36,8 @@ struct PrintJob {
 
 class QtPrinting final : public Printing {
 public:
-    /// The references outlive the object. PDF files are written by `saver`.
-    QtPrinting(const DebugLog& log, MessageBoxes& boxes, FileSaver saver);
+    /// The references outlive the object. PDF files are written by `save`.
+    QtPrinting(const DebugLog& log, MessageBoxes& boxes, FileWriter save);
 
     /// The dialogs stand over `owner`; null until there is a window.
     void SetOwner(QWidget* owner) { owner_ = owner; }
@@ -61,7 +61,7 @@ private:
 
     const DebugLog& log_;
     MessageBoxes& boxes_;
-    FileSaver saver_;
+    FileWriter save_;
     QPointer<QWidget> owner_;
     std::optional<QPageLayout> layout_; ///< as last chosen
     QString folder_;                    ///< of the last PDF file, if there was one

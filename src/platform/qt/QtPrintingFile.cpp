@@ -1,7 +1,6 @@
 #include "platform/qt/QtPrintingFile.h"
 
 #include "base/Error.h"
-#include "platform/posix/FileSaver.h"
 #include "platform/qt/QtText.h"
 
 #include <QBuffer>
@@ -27,7 +26,7 @@ void Feed(const QString& path, const QByteArray& bytes)
 
 } // namespace
 
-void WritePdf(const PdfTarget& target, const FileSaver& saver, const std::function<void(QPagedPaintDevice&)>& draw)
+void WritePdf(const PdfTarget& target, const FileWriter& save, const std::function<void(QPagedPaintDevice&)>& draw)
 {
     // Kept in memory, so that the disk sees a whole file or none.
     QBuffer bytes;
@@ -46,8 +45,7 @@ void WritePdf(const PdfTarget& target, const FileSaver& saver, const std::functi
     if (info.exists() && !info.isFile())
         Feed(target.path, written);
     else
-        saver.Save(QFile::encodeName(target.path).toStdString(),
-                   {written.constData(), static_cast<size_t>(written.size())});
+        save(QFile::encodeName(target.path).toStdString(), {written.constData(), static_cast<size_t>(written.size())});
 }
 
 } // namespace nib

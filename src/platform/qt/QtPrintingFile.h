@@ -5,10 +5,13 @@
 #include <QString>
 
 #include <functional>
+#include <string>
+#include <string_view>
 
 namespace nib {
 
-class FileSaver;
+/// Replaces a file as a whole or throws and leaves the old one whole.
+using FileWriter = std::function<void(const std::string& path, std::string_view bytes)>;
 
 struct PdfTarget {
     QString path;
@@ -18,6 +21,6 @@ struct PdfTarget {
 };
 
 /// Has `draw` make the pages and saves them; what stood there stays when this throws.
-void WritePdf(const PdfTarget& target, const FileSaver& saver, const std::function<void(QPagedPaintDevice&)>& draw);
+void WritePdf(const PdfTarget& target, const FileWriter& save, const std::function<void(QPagedPaintDevice&)>& draw);
 
 } // namespace nib
