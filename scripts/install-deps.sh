@@ -6,9 +6,9 @@ set -euo pipefail
 packages=(
     # building
     build-essential cmake ninja-build ccache pkg-config git
-    libicu-dev libacl1-dev qt6-base-dev qt6-base-dev-tools
+    libicu-dev libacl1-dev qt6-base-dev qt6-base-dev-tools qt6-l10n-tools
     # running
-    fonts-dejavu-core fonts-dejavu-extra breeze-icon-theme libqt6svg6
+    fonts-dejavu-core fonts-dejavu-extra breeze-icon-theme libqt6svg6 qt6-translations-l10n
     # a display where there is none, and a window manager and pictures for it
     xvfb xauth openbox xdotool x11-utils imagemagick
     # tests

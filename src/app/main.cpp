@@ -8,6 +8,7 @@
 #include "diagnostics/modDebugLog.h"
 #include "platform/hosts/HostConnection.h"
 #include "platform/hosts/SampleAccount.h"
+#include "platform/posix/FileSaver.h"
 #include "platform/posix/PosixTraceMailbox.h"
 #include "platform/posix/ProgramPlaces.h"
 #include "platform/qt/ItemPicker.h"

@@ -321,10 +321,15 @@ void frmResults::PrintTo(const Paper& paper) const
     QTextDocument document;
     document.setDefaultFont(txResults_->font());
     document.setPlainText(ShownText(model_.Contents()));
+    QPalette colors = palette();
+    for (const auto role : {QPalette::Highlight, QPalette::HighlightedText}) {
+        const int grey = qGray(colors.color(QPalette::Active, role).rgb());
+        if (paper.grey) colors.setColor(role, QColor(grey, grey, grey));
+    }
     QTextCursor cursor(&document);
     QTextBlock block = document.begin();
     for (int32_t line = 0; line < model_.LineCount() && block.isValid(); ++line, block = block.next()) {
-        for (const auto& range : Formats(model_.LineStyle(line), block.length() - 1, palette())) {
+        for (const auto& range : Formats(model_.LineStyle(line), block.length() - 1, colors)) {
             cursor.setPosition(block.position() + range.start);
             cursor.setPosition(block.position() + range.start + range.length, QTextCursor::KeepAnchor);
             cursor.mergeCharFormat(range.format);

@@ -2,7 +2,7 @@
 import pathlib
 import time
 
-TIMEOUT = 15.0
+TIMEOUT = 60.0
 POLL = 0.05
 
 

@@ -29,7 +29,7 @@ def entry(prefix):
 
 
 def property_of(desktop, window, name):
-    return desktop._command("xprop", "-id", window.number, name)
+    return desktop.command("xprop", "-id", window.number, name)
 
 
 def finds_its_parts(desktop):

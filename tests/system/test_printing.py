@@ -10,8 +10,9 @@ MARGIN = 15 / 25.4 * 72  # points
 TABS_TO_RANGE = 4  # from the dialog's button for options to its first choice of pages
 
 
-def tool(*words):
-    return subprocess.run([str(word) for word in words], capture_output=True, check=True, timeout=lib.TIMEOUT).stdout
+def tool(*words, env=None):
+    return subprocess.run([str(word) for word in words], env=env, capture_output=True, check=True,
+                          timeout=lib.TIMEOUT).stdout
 
 
 def pages_of(path):
@@ -130,8 +131,8 @@ def the_preview_and_back(desktop):
 
     def shows_a_page():
         # White paper on grey, with black on it.
-        answer = desktop._command("convert", f"x:{preview.number}", "-colorspace", "Gray", "-depth", "8", "-format",
-                                  "%c", "histogram:info:-")
+        answer = tool("convert", f"x:{preview.number}", "-colorspace", "Gray", "-depth", "8", "-format", "%c",
+                      "histogram:info:-", env=desktop.env).decode()
         counts = {int(grey): int(count) for count, grey in re.findall(r"(\d+): \(\s*(\d+)[,)]", answer)}
         pixels = sum(counts.values())
         return counts.get(255, 0) > pixels / 10 and sum(counts.get(grey, 0) for grey in range(128)) > pixels / 200

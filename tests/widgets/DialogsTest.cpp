@@ -322,6 +322,19 @@ TEST(MessageBoxTest, OwnerAboveAllOthersStepsDown)
     EXPECT_TRUE(owner.isVisible());
 }
 
+TEST(HelpWindowTest, LargeFontsDoNotTakeItOffTheScreen)
+{
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(24);
+    QApplication::setFont(large);
+    const HelpWindow help;
+    QApplication::setFont(usual);
+    const QSize screen = help.screen()->availableSize();
+    EXPECT_LE(help.width(), screen.width());
+    EXPECT_LE(help.height(), screen.height());
+}
+
 TEST(HelpWindowTest, LinksCanBeReadOnEveryPalette)
 {
     for (const auto& [base, link] : {std::pair(QColor(0x3D, 0x3D, 0x3D), QColor(0x00, 0x86, 0xC9)),

@@ -44,8 +44,8 @@ struct PrintedPdf : testing::Test {
     DebugLog log;
     PrintClass handler{view, log, [] { return Text(u"11/21/26"); }};
     FakeMessageBoxes boxes;
-    FileSaver whole{folder.filePath(QStringLiteral("backup")).toStdString()};
-    SaveFile saver = [this](const std::string& path, std::string_view bytes) { whole.Save(path, bytes); };
+    FileWriter saver = [keeper = FileSaver(folder.filePath(QStringLiteral("backup")).toStdString())](
+                           const std::string& path, std::string_view bytes) { keeper.Save(path, bytes); };
     QtPrinting printing{log, boxes, saver};
 
     void SetUp() override

@@ -12,11 +12,13 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPdfWriter>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -315,9 +317,26 @@ TEST_F(ResultsFormTest, FontAndPrint)
     EXPECT_FALSE(Form().findChild<QAction*>(QStringLiteral("Print"))->isEnabled()) << "nobody to print";
     const QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("list.pdf"));
-    QPdfWriter pdf(file);
-    Form().PrintTo(Paper{pdf});
-    EXPECT_GT(QFileInfo(file).size(), 0);
+    {
+        QPdfWriter pdf(file);
+        pdf.setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
+        Form().PrintTo(Paper{pdf, true});
+    }
+    QProcess reader;
+    reader.start(QStringLiteral("pdftoppm"),
+                 {QStringLiteral("-r"), QStringLiteral("72"), QStringLiteral("-png"), QStringLiteral("-singlefile"),
+                  file, folder.filePath(QStringLiteral("page"))});
+    ASSERT_TRUE(reader.waitForFinished());
+    const QImage page(folder.filePath(QStringLiteral("page.png")));
+    int left = page.width();
+    for (int y = 0; y < page.height() * 3 / 4; ++y) {
+        for (int x = 0; x < page.width(); ++x) {
+            const QRgb pixel = page.pixel(x, y);
+            ASSERT_TRUE(qRed(pixel) == qGreen(pixel) && qGreen(pixel) == qBlue(pixel)) << "grey was chosen";
+            if (qGray(pixel) < 128) left = std::min(left, x);
+        }
+    }
+    EXPECT_NEAR(left, 15 / 25.4 * 72, 4) << "no margins but the sheet's";
 }
 
 TEST_F(ResultsFormTest, LongListsStayQuick)

@@ -1,6 +1,7 @@
 #include "platform/qt/HelpWindow.h"
 
 #include "platform/qt/QtText.h"
+#include "platform/qt/ScreenFit.h"
 #include "platform/sourceview/widget/ScreenColors.h"
 #include "shell/HelpContents.h"
 
@@ -86,7 +87,7 @@ HelpWindow::HelpWindow(QWidget* owner) : QMainWindow(owner, Qt::Window)
     setTabOrder(search_, contents_);
     setTabOrder(contents_, browser_);
     const int em = fontMetrics().averageCharWidth();
-    resize(em * 130, fontMetrics().height() * 40);
+    ResizeOnScreen(*this, {em * 130, fontMetrics().height() * 40});
     const int side = em * 44;
     split->setSizes({side, width() - side});
     ApplyColors();

@@ -1,7 +1,6 @@
 #include "platform/qt/QtPrinting.h"
 
 #include "diagnostics/Guarded.h"
-#include "platform/qt/QtPrintingFile.h"
 #include "platform/qt/QtPrintingSurface.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWaitCursor.h"
@@ -83,7 +82,7 @@ void DrawPages(SourceViewModel& view, const Paper& paper, const std::vector<Prin
     if (!painter.end()) RefuseDevice();
 }
 
-QtPrinting::QtPrinting(const DebugLog& log, MessageBoxes& boxes, SaveFile save)
+QtPrinting::QtPrinting(const DebugLog& log, MessageBoxes& boxes, FileWriter save)
     : choose([this](QPrinter& printer, const PrintJob& job, QWidget* owner) { return Ask(printer, job, owner); }),
       log_(log), boxes_(boxes), save_(std::move(save))
 {

@@ -36,8 +36,8 @@ struct PrintJob {
 
 class QtPrinting final : public Printing {
 public:
-    /// The references outlive the object. PDF files are written by `saver`.
-    QtPrinting(const DebugLog& log, MessageBoxes& boxes, SaveFile save);
+    /// The references outlive the object. PDF files are written by `save`.
+    QtPrinting(const DebugLog& log, MessageBoxes& boxes, FileWriter save);
 
     /// The dialogs stand over `owner`; null until there is a window.
     void SetOwner(QWidget* owner) { owner_ = owner; }
@@ -61,7 +61,7 @@ private:
 
     const DebugLog& log_;
     MessageBoxes& boxes_;
-    SaveFile save_;
+    FileWriter save_;
     QPointer<QWidget> owner_;
     std::optional<QPageLayout> layout_; ///< as last chosen
     QString folder_;                    ///< of the last PDF file, if there was one

@@ -26,7 +26,7 @@ void Feed(const QString& path, const QByteArray& bytes)
 
 } // namespace
 
-void WritePdf(const PdfTarget& target, const SaveFile& save, const std::function<void(QPagedPaintDevice&)>& draw)
+void WritePdf(const PdfTarget& target, const FileWriter& save, const std::function<void(QPagedPaintDevice&)>& draw)
 {
     // Kept in memory, so that the disk sees a whole file or none.
     QBuffer bytes;

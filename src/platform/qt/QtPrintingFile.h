@@ -10,8 +10,8 @@
 
 namespace nib {
 
-/// Writes a file whole or not at all, or throws; the path is in the encoding of the system.
-using SaveFile = std::function<void(const std::string& path, std::string_view bytes)>;
+/// Replaces a file as a whole or throws and leaves the old one whole.
+using FileWriter = std::function<void(const std::string& path, std::string_view bytes)>;
 
 struct PdfTarget {
     QString path;
@@ -21,6 +21,6 @@ struct PdfTarget {
 };
 
 /// Has `draw` make the pages and saves them; what stood there stays when this throws.
-void WritePdf(const PdfTarget& target, const SaveFile& save, const std::function<void(QPagedPaintDevice&)>& draw);
+void WritePdf(const PdfTarget& target, const FileWriter& save, const std::function<void(QPagedPaintDevice&)>& draw);
 
 } // namespace nib

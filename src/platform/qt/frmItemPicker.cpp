@@ -8,6 +8,7 @@
 #include "platform/qt/PlaceTreeModel.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWaitCursor.h"
+#include "platform/qt/ScreenFit.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -61,7 +62,7 @@ frmItemPicker::frmItemPicker(PickerModel& model, ItemBrowser& browser, QWidget* 
     column->addWidget(BuildBottom());
 
     const int em = fontMetrics().averageCharWidth();
-    resize(em * 140, fontMetrics().height() * 36);
+    ResizeOnScreen(*this, {em * 140, fontMetrics().height() * 36});
     split->setSizes({em * 36, em * 104});
     SetUpColumns();
     SetTabOrder();
