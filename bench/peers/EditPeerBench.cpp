@@ -8,8 +8,11 @@
 #include "editing/operations/OpFormat.h"
 #include "editing/operations/OpIndentBlock.h"
 #include "platform/sourceview/SourceViewModel.h"
+#include "platform/sourceview/widget/SourceViewWidget.h"
 #include "search/OpReplaceAll.h"
 
+#include <QAccessible>
+#include <QApplication>
 #include <QPlainTextDocumentLayout>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -46,6 +49,20 @@ struct OurEditor : Ours {
     NoClipboard clipboard;
     SourceViewModel view{buffer, clipboard};
     MvEdit settings;
+};
+
+/// With a window on the text; if need be with a screen reader that hears of each edit.
+struct ShownEditor : OurEditor {
+    SourceViewWidget widget{buffer, clipboard};
+
+    explicit ShownEditor(bool read)
+    {
+        QAccessible::setActive(read);
+        widget.resize(800, 600);
+        widget.show();
+        QApplication::processEvents();
+    }
+    ~ShownEditor() { QAccessible::setActive(false); }
 };
 
 struct TextDocument {
@@ -214,6 +231,20 @@ void EditOurs(benchmark::State& state, const std::string& (*text)(), bool timeUn
     }
 }
 
+void EditOursShown(benchmark::State& state, bool read, std::unique_ptr<ISourceOp> (*make)(OurEditor&))
+{
+    ShownEditor editor(read);
+    editor.view.SetSelection({0, 0}, {0, kBlock});
+    for (auto _ : state) {
+        editor.buffer.ExecuteOp(make(editor));
+        QApplication::processEvents();
+        state.PauseTiming();
+        editor.buffer.Undo();
+        QApplication::processEvents();
+        state.ResumeTiming();
+    }
+}
+
 void EditScintilla(benchmark::State& state, const std::string& (*text)(), bool timeUndo,
                    std::vector<LineEdit> (*make)())
 {
@@ -283,6 +314,8 @@ BENCHMARK(ReplaceAllOurs) NIB_MS->Iterations(5);
 BENCHMARK(ReplaceAllScintilla) NIB_MS->Iterations(1);
 BENCHMARK(ReplaceAllTextDocument) NIB_MS->Iterations(1);
 BENCHMARK_CAPTURE(EditOurs, indent, Bytes, false, MakeIndent) NIB_MS->Iterations(5);
+BENCHMARK_CAPTURE(EditOursShown, indent, false, MakeIndent) NIB_MS->Iterations(5);
+BENCHMARK_CAPTURE(EditOursShown, indent_read, true, MakeIndent) NIB_MS->Iterations(1);
 BENCHMARK_CAPTURE(EditScintilla, indent, Bytes, false, IndentEdits) NIB_MS->Iterations(1);
 BENCHMARK_CAPTURE(EditTextDocument, indent, Bytes, false, IndentEdits) NIB_MS->Iterations(1);
 BENCHMARK_CAPTURE(EditOurs, comment, Bytes, false, MakeComment) NIB_MS->Iterations(5);

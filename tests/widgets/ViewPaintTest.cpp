@@ -206,5 +206,36 @@ TEST_F(ViewPaint, AssistiveToolsReadAndEdit)
     EXPECT_EQ(text->characterCount(), 20);
 }
 
+/// An operation edits each line by itself; the bars and the picture follow once.
+TEST_F(ViewPaint, AnOperationIsShownOnce)
+{
+    class Doubling final : public ISourceOp {
+    public:
+        void DoOp(SourceDocument& document) override
+        {
+            for (int32_t line = 0; line < 200; line += 2) document.InsertText({0, line}, u"new\r\n");
+        }
+        void UndoOp(SourceDocument& document) override
+        {
+            for (int32_t line = 0; line < 100; ++line) document.DeleteRange({0, line}, {0, line + 1});
+        }
+    };
+    Load(Replace(Text(100, u'x'), u"x", u"old\r\n"));
+    widget->clearFocus(); // a caret would blink
+    auto picture = [&] {
+        Model().SetCaret({0, 0});
+        QApplication::processEvents();
+        return widget->grab().toImage();
+    };
+    const QImage before = picture();
+    QSignalSpy ranges(widget->verticalScrollBar(), &QScrollBar::rangeChanged);
+    buffer.ExecuteOp(std::make_unique<Doubling>());
+    EXPECT_EQ(ranges.count(), 1);
+    EXPECT_NE(picture(), before);
+    buffer.Undo();
+    EXPECT_EQ(ranges.count(), 2);
+    EXPECT_EQ(picture(), before);
+}
+
 } // namespace
 } // namespace nib

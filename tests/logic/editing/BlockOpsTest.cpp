@@ -4,6 +4,7 @@
 #include "editing/operations/CaseConversion.h"
 #include "editing/operations/OpCommentBlock.h"
 #include "editing/operations/OpIndentBlock.h"
+#include "editing/operations/OpReplace.h"
 #include "editing/operations/OpToggleCase.h"
 #include "fakes/TestProgram.h"
 #include "fakes/WordLexer.h"
@@ -15,7 +16,7 @@
 namespace nib::test {
 namespace {
 
-enum class Op { Indent, Outdent, Comment, Uncomment, Toggle };
+enum class Op { Indent, Outdent, Comment, Uncomment, Toggle, Replace };
 
 void Execute(MarkedEditor& editor, Op op)
 {
@@ -25,6 +26,15 @@ void Execute(MarkedEditor& editor, Op op)
     case Op::Outdent: operation = std::make_unique<OpIndentBlock>(false, editor.view); break;
     case Op::Comment: operation = std::make_unique<OpCommentBlock>(true, editor.view, editor.settings); break;
     case Op::Uncomment: operation = std::make_unique<OpCommentBlock>(false, editor.view, editor.settings); break;
+    case Op::Replace: {
+        Position start;
+        Position end;
+        editor.view.GetSelection(start, end);
+        if (end < start) std::swap(start, end);
+        end = {std::max(end.col, start.col), start.line}; // as a hit, in one line
+        operation = std::make_unique<OpReplace>(start, end, u"x\r\n'y");
+        break;
+    }
     case Op::Toggle: operation = std::make_unique<OpToggleCase>(editor.view); break;
     }
     editor.buffer.ExecuteOp(std::move(operation));
@@ -212,17 +222,20 @@ TEST(BlockOpsTest, AnyText)
                 return Position{static_cast<int32_t>(pick(5)), line};
             };
             editor.view.SetSelection(place(), place());
-            Execute(editor, static_cast<Op>(pick(5)));
+            Execute(editor, static_cast<Op>(pick(6)));
             states.push_back(editor.State());
         }
         for (size_t i = states.size(); i-- > 1;) {
             ASSERT_EQ(editor.State(), states[i]);
             editor.buffer.Undo();
+            ASSERT_TRUE(editor.HasSafeCaret());
         }
         ASSERT_EQ(editor.State(), states[0]);
         for (size_t i = 1; i < states.size(); ++i) {
+            editor.view.SetCaret({0, 0});
             editor.buffer.Redo();
             ASSERT_EQ(editor.State(), states[i]);
+            ASSERT_TRUE(editor.HasSafeCaret());
         }
     }
 }

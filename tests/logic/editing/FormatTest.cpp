@@ -272,13 +272,24 @@ TEST(FormatTest, AnyText)
 {
     std::mt19937 random(71);
     for (int round = 0; round < 400; ++round) {
+        struct Edits final : BufferListener {
+            void TextChanged(const TextChange&) override { ++count; }
+            int count = 0;
+        } edits;
         MarkedEditor editor(RandomProgram(random));
+        for (int16_t* way :
+             {&editor.settings.IndentStar, &editor.settings.IndentBang, &editor.settings.IndentUserComment})
+            *way = static_cast<int16_t>(random() % 3);
+        editor.settings.TabSize = static_cast<int16_t>(random() % 5);
+        editor.settings.Margin = static_cast<int16_t>(random() % 9);
+        editor.view.SetCaret({static_cast<int32_t>(random() % 20), static_cast<int32_t>(random() % 40)});
         for (int32_t line = 0; line < editor.buffer.LineCount(); ++line) {
             if (random() % 3 == 0) editor.buffer.ToggleBookmark(line);
             editor.buffer.SetLineData(line, LineWord::Identity, static_cast<uint32_t>(random() % 9));
         }
         EditorState before = editor.State();
         Format(editor);
+        ASSERT_TRUE(editor.HasSafeCaret());
         EditorState after = editor.State();
         ASSERT_EQ(WithoutBlanks(after.text), WithoutBlanks(before.text));
         auto oldLines = Split(before.text, u'\n');
@@ -289,12 +300,16 @@ TEST(FormatTest, AnyText)
             ASSERT_TRUE(newLines[i].empty() || newLines[i].back() != u' ');
             ASSERT_EQ(before.words[i * 3 + 2], after.words[i * 3 + 2]);
         }
+        editor.buffer.AddListener(&edits);
         Format(editor);
         ASSERT_EQ(editor.State(), after) << ToUtf8(before.text);
         editor.buffer.Undo();
         ASSERT_EQ(editor.State(), after);
+        ASSERT_EQ(edits.count, 0) << "what is formatted is not touched";
+        editor.buffer.RemoveListener(&edits);
         editor.buffer.Undo();
         ASSERT_EQ(editor.State(), before);
+        ASSERT_TRUE(editor.HasSafeCaret());
         EXPECT_FALSE(editor.buffer.CanUndo());
         editor.buffer.Redo();
         ASSERT_EQ(editor.State(), after);

@@ -55,6 +55,17 @@ struct MarkedEditor {
         if (other != at) text.insert(other + (other > at ? 1 : 0), u"~");
         return text;
     }
+    /// The caret and the other end of the selection stand in the text.
+    bool HasSafeCaret() const
+    {
+        Position anchor;
+        Position caret;
+        view.GetSelection(anchor, caret);
+        auto safe = [&](Position p) {
+            return p.line >= 0 && p.line < buffer.LineCount() && p.col >= 0 && p.col <= buffer.LineLength(p.line);
+        };
+        return safe(anchor) && safe(caret);
+    }
     EditorState State() const
     {
         EditorState state{Plain(), {}};

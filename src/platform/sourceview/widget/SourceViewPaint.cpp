@@ -7,11 +7,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <utility>
 
 namespace nib {
 
 namespace {
 
+constexpr int32_t kToTheEnd = std::numeric_limits<int32_t>::max();
 constexpr int64_t kScanSlice = 8000; ///< microseconds, short enough for the next key not to wait
 
 } // namespace
@@ -29,19 +32,27 @@ void SourceViewWidget::TextChanged(const TextChange& change)
     }
     auto old = geometry_.TopPlace();
     geometry_.TextMoved(&change);
-    bool moved = !(old == geometry_.TopPlace());
-    UpdateBars();
-    if (moved) {
-        viewport()->update();
-    } else {
-        UpdateLines(change.start.line, sameLines && !model_.LineWrap() ? change.newEnd.line : buffer_.LineCount());
-    }
-    scanTimer_.start(0);
+    if (!(old == geometry_.TopPlace())) changed_.scrolled = true;
+    changed_.first = changed_.first < 0 ? change.start.line : std::min(changed_.first, change.start.line);
+    changed_.last = std::max(changed_.last, sameLines && !model_.LineWrap() ? change.newEnd.line : kToTheEnd);
     SourceViewAccessible::TellText(*this, change);
+}
+
+/// Once for all edits of a step: an operation makes as many as the text has lines.
+void SourceViewWidget::ShowChange(int32_t first, int32_t last)
+{
+    Change change = std::exchange(changed_, {});
+    UpdateBars();
+    if (change.scrolled)
+        viewport()->update();
+    else
+        UpdateLines(std::min(first, change.first), std::max(last, change.last));
+    scanTimer_.start(0);
 }
 
 void SourceViewWidget::TextReset()
 {
+    changed_ = {};
     offsets_.Forget(0);
     cache_.Clear();
     geometry_.ScrollToIndex(0);
@@ -59,6 +70,8 @@ void SourceViewWidget::LinesRepaint(int32_t first, int32_t last)
         // Scanning for this paint: what it does not paint itself follows after it.
         scannedFirst_ = scannedLast_ < 0 ? first : std::min(scannedFirst_, first);
         scannedLast_ = std::max(scannedLast_, last);
+    } else if (changed_.first >= 0) {
+        ShowChange(first, last);
     } else {
         UpdateLines(first, last);
     }

@@ -104,10 +104,17 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    struct Change {
+        int32_t first = -1;
+        int32_t last = -1;
+        bool scrolled = false;
+    };
+
     void BuildColors();
     void UpdateBars();
     /// Repaints what a scroll brought in, moving the rest.
     void Scrolled(ViewGeometry::Place old);
+    void ShowChange(int32_t first, int32_t last);
     void UpdateLines(int32_t first, int32_t last);
     void UpdateCaret();
     void RestartBlink();
@@ -143,6 +150,7 @@ private:
     std::optional<Position> dropCaret_;
     QPointF wheelRest_;
     int zoom_ = 0;
+    Change changed_;           ///< by the edits of the present step, not yet shown
     int32_t scannedFirst_ = 0; ///< lines whose looks changed while painting
     int32_t scannedLast_ = -1;
     bool painting_ = false;
