@@ -97,10 +97,7 @@ void Program::OpenFromCommandLine(TextView line)
         case Kind::Folder: location_.Folder = action.value; break;
         case Kind::ReadOnly: readOnly = true; break;
         case Kind::OpenItem:
-            // A host with a broken configuration is told of, and its items can be edited all the same.
-            Guarded(
-                log_, u"modMain.LoadHostConfiguration", [&] { LoadHostConfiguration(); },
-                [&](const Error& error) { ReportError(error.description); });
+            LoadHostConfiguration();
             OpenPath(ports_.connection.ComposeHostPath({location_.Provider, location_.ServerName, location_.Database,
                                                         location_.Folder, action.value}),
                      readOnly);
