@@ -10,7 +10,7 @@
 namespace nib::bench {
 namespace {
 
-struct Silent final : mvConnection, MessageBoxes, MainWindow, ViewFactory, Fonts, Clipboard, MenuBar {
+struct Silent final : mvConnection, MessageBoxes, MainWindow, ViewFactory, Fonts, Clipboard, Timers, MenuBar {
     // mvConnection
     SelectedItem SelectItem(const SelectRequest&, mvItem*) override { return {}; }
     std::vector<SelectedItem> SelectItems(const SelectRequest&, mvItem*) override { return {}; }
@@ -31,6 +31,7 @@ struct Silent final : mvConnection, MessageBoxes, MainWindow, ViewFactory, Fonts
     void UpdateToolBar() override {}
     void ProcessMessages() override {}
     int32_t ActiveDocument() const override { return active; }
+    std::unique_ptr<Timer> Every(std::chrono::milliseconds, std::function<void()>) override { return nullptr; }
     // ViewFactory, Fonts, Clipboard
     std::unique_ptr<clsDocView> CreateView(mvDocument&) override;
     std::vector<Text> Families() const override { return {}; }
@@ -85,7 +86,7 @@ void UpdateToolBar(benchmark::State& state)
 {
     Silent outside;
     SessionParts parts;
-    Program program({outside, outside, outside, outside, outside, outside, parts});
+    Program program({outside, outside, outside, outside, outside, outside, parts, outside});
     MenuModel menus;
     menus.SetListener(&outside);
     const CommandPorts ports;

@@ -188,6 +188,7 @@ void frmMain::UnloadParts()
     placement_.toolbarVisible = menus_.State(Band::ToolBar).visible;
     placement_.statusbarVisible = menus_.State(Band::StatusBar).visible;
     if (store_) placement_.Save(*store_, PresentState());
+    program_->Log().Write(u"mdiform terminate", trace::kObjects);
 }
 
 // The other services of MainWindow

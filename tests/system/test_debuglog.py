@@ -1,51 +1,224 @@
-"""The debug log's viewer beside a running editor."""
+#!/usr/bin/env python3
+"""The debug log's viewer beside a running editor: each of its lines, and viewers and blocks that are no good."""
+import contextlib
+import fcntl
+import mmap
+import os
 import pathlib
 import re
 import signal
+import socket
+import struct
 import subprocess
+import threading
+import time
 
+import access
 import lib
 from lib import eventually, expect, expect_equal
 
+BLOCK = pathlib.Path("/dev/shm/qkDebugLog")
+WORDS = 254
+ALL = 1 | 2 | 4 | 16
+# Behind each line the number of the category; all that one run of the editor can be made to write.
+LINES = {
+    "mdiform initialize": 2, "mdiform load begin": 2, "mdiform load end": 2, "mdiform terminate": 2,
+    "mvdocument initialize begin": 2, "mvdocument initialize end": 2, "mvdocument terminate begin": 2,
+    "mvdocument terminate end": 2, "frmdocument initialize begin": 2, "frmdocument initialize end": 2,
+    "frmdocument terminate": 2, "documents initialize": 2, "documents terminate": 2,
+    "application initialize begin: process=": 2, "application initialize end": 2,
+    "application terminate begin: process=": 2, "applicaiton terminate end": 2,
+    "parse begin": 4, "command = /A=DEMO /F=BP /I=MENU": 4, "parse end": 4,
+    "LexClass.ScanToken: token=LOOP type=10 atts=1 flags=0x4": 16,
+    "HostConfiguration.ReplaceKeywords: error=0x": 1,
+}
 
-def the_viewer_shows_every_category(desktop):
-    desktop.sample_accounts()
-    viewer = pathlib.Path(desktop.program).parent / "nib-debuglog"
-    log = desktop.folder / "viewer.log"
+
+@contextlib.contextmanager
+def the_only_one():
+    """There is one block for all programs of a user, those of tests that run beside this one included."""
+    with open("/tmp/nib-trace-test.lock", "a+b") as turn:
+        fcntl.flock(turn, fcntl.LOCK_EX)
+        yield
+
+
+@contextlib.contextmanager
+def viewer_of(desktop, *words):
+    program = pathlib.Path(desktop.program).parent / "nib-debuglog"
+    log = desktop.folder / f"viewer-{time.monotonic_ns()}.log"
     with open(log, "wb") as output:
-        process = subprocess.Popen([viewer, "--mask", "23"], env=desktop.env, stdout=output, stderr=output,
+        process = subprocess.Popen([program, *words], env=desktop.env, stdout=output, stderr=output,
                                    stdin=subprocess.DEVNULL)
+    process.text = lambda: log.read_text("utf-8", errors="replace")
     try:
-        text = lambda: log.read_text("utf-8", errors="replace")  # noqa: E731
-        program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU")
-        desktop.wait_active(r"BP MENU")
-        wanted = (r"parse begin", r"command = /A=DEMO /F=BP /I=MENU", r"mdiform load end", r"frmdocument initialize end",
-                  r"LexClass.ScanToken: token=LOOP type=10 atts=1 flags=0x4")
-        for line in wanted:
-            eventually(f"the line {line}", lambda line=line: line in text())
-        listed = subprocess.run([viewer, "--list"], env=desktop.env, capture_output=True, timeout=20, check=True)
-        expect(re.search(rf"^1 {program.pid} 23 nibpad71$", listed.stdout.decode(), re.M), listed.stdout.decode())
-
-        # A place that is not there is an error of the program's; the lexer's lines stop when nobody wants them.
-        subprocess.run([viewer, "--mask", "nibpad71=1"], env=desktop.env, check=True, timeout=20,
-                       stdout=subprocess.DEVNULL)
-        desktop.type_text("X")
-        desktop.keys("ctrl+z")
-        length = len(text())
-        desktop.type_text("Y")
-        expect_equal(text()[length:].count("ScanToken"), 0, "lines of the lexer")
-
-        # A viewer that hangs does not stop the editor.
-        process.send_signal(signal.SIGSTOP)
-        desktop.keys("ctrl+z", "ctrl+q")
-        expect_equal(program.wait_end(), 0, "the editor's exit code")
-        process.send_signal(signal.SIGCONT)
-        process.send_signal(signal.SIGINT)
-        expect_equal(process.wait(10), 0, "the viewer's exit code")
+        eventually("the viewer", lambda: process.poll() is not None or slot(0) == process.pid)
+        yield process
     finally:
         process.kill()
         process.wait()
 
 
+def ask(desktop, *words):
+    program = pathlib.Path(desktop.program).parent / "nib-debuglog"
+    return subprocess.run([program, *words], env=desktop.env, capture_output=True, timeout=20, check=False, text=True)
+
+
+def slot(number):
+    content = BLOCK.read_bytes() if BLOCK.exists() else b""
+    return struct.unpack_from("<I", content, 8 + 4 * number)[0] if len(content) == 4 * WORDS else None
+
+
+def start(desktop):
+    program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU")
+    desktop.wait_active(r"BP MENU")
+    return program
+
+
+def end(desktop, program):
+    desktop.keys("ctrl+q")
+    expect_equal(program.wait_end(), 0, "the editor's exit code")
+
+
+def types_at_once(desktop, what):
+    """A key and its undo, each seen in the title; a log that held the editor up for each token would take minutes."""
+    began = time.monotonic()
+    desktop.type_text("x")
+    desktop.wait_active(r"\[\*BP MENU")
+    desktop.keys("ctrl+z")
+    desktop.wait_active(r"\[BP MENU")
+    expect(time.monotonic() - began < 10, f"{what}: the editor goes on at its own pace")
+
+
+def the_viewer_shows_every_line_of_every_category(desktop):
+    account = desktop.sample_accounts()
+    (account / "VOC" / "NIB").write_text("governs\nGONE\\WORDS\n")  # what cannot be read is an error line
+    access.start_bus(desktop)
+    with the_only_one(), viewer_of(desktop, "--mask", str(ALL)) as viewer:
+        program = desktop.start("/T=mvdb", "/H=*", "/A=DEMO", "/F=BP", "/I=MENU")
+        desktop.wait_active(r"BP MENU")
+        # A client of automation that comes and goes.
+        desktop.command("gdbus", "call", "--session", "--dest", "com.orlin.NibPad71", "--object-path",
+                        "/com/orlin/NibPad71", "--method", "com.orlin.NibPad71.Application.Hold")
+        eventually("the lexer's line", lambda: "token=LOOP" in viewer.text())
+        listed = ask(desktop, "--list").stdout
+        expect(re.search(rf"^1 {program.pid} {ALL} nibpad71$", listed, re.M), listed)
+        end(desktop, program)
+        for line in LINES:
+            line = line.replace("command = ", "command = /T=mvdb /H=* ")
+            pattern = rf"(?m)^\d\d:\d\d:\d\d\.\d{{3}} 1 nibpad71\[{program.pid}\] {re.escape(line)}"
+            eventually(f"the line {line!r}", lambda pattern=pattern: re.search(pattern, viewer.text()))
+        viewer.send_signal(signal.SIGINT)
+        expect_equal(viewer.wait(10), 0, "the viewer's exit code")
+
+
+def each_category_is_switched_by_itself(desktop):
+    desktop.sample_accounts()
+    for mask in (1, 2, 4, 16):
+        with the_only_one(), viewer_of(desktop, "--mask", str(mask)) as viewer:
+            end(desktop, start(desktop))
+            if mask != 1:
+                eventually(f"lines of mask {mask}", lambda: len(viewer.text().splitlines()) > 2)
+            seen = {LINES[line] for line in LINES if line in viewer.text()}
+            expect(seen <= {mask}, f"with mask {mask} came categories {seen}")
+
+
+def masks_change_while_both_run(desktop):
+    desktop.sample_accounts()
+    with the_only_one(), viewer_of(desktop, "--mask", str(ALL)) as viewer:
+        program = start(desktop)
+        eventually("the lexer's line", lambda: "token=LOOP" in viewer.text())
+        expect_equal(ask(desktop, "--mask", "nibpad71=1").returncode, 0, "setting a mask")
+        desktop.type_text("X")
+        desktop.wait_active(r"\[\*BP MENU")
+        desktop.keys("ctrl+z")
+        desktop.wait_active(r"\[BP MENU")
+        length = len(viewer.text())
+        types_at_once(desktop, "with errors alone")
+        expect_equal(viewer.text()[length:].count("ScanToken"), 0, "lines of the lexer")
+        end(desktop, program)
+
+
+def viewers_that_hang_or_die_stop_nobody(desktop):
+    desktop.sample_accounts()
+    with the_only_one():
+        with viewer_of(desktop, "--mask", str(ALL)) as viewer:
+            program = start(desktop)
+            eventually("the lexer's line", lambda: "token=LOOP" in viewer.text())
+            viewer.send_signal(signal.SIGSTOP)
+            types_at_once(desktop, "a viewer that is stopped")
+            viewer.send_signal(signal.SIGCONT)
+            viewer.kill()
+            viewer.wait()
+            types_at_once(desktop, "a viewer that was killed")
+        with viewer_of(desktop, "--mask", str(ALL)) as viewer:
+            types_at_once(desktop, "a new viewer")
+            eventually("lines for the new viewer", lambda: "ScanToken" in viewer.text())
+            viewer.send_signal(signal.SIGSTOP)
+            end(desktop, program)
+            end(desktop, start(desktop))  # one that starts beside it
+
+
+def a_viewer_that_speaks_nonsense(desktop):
+    desktop.sample_accounts()
+    answers = [b"", b"x", os.urandom(40), struct.pack("<III", 12, 0, 1), struct.pack("<III", 12, 0xFFFFFFFF, 1),
+               struct.pack("<III", 12, 252, 1), struct.pack("<III", 99, 1, 1) + b"x" * 30000]
+    with the_only_one():
+        with viewer_of(desktop):
+            pass  # makes the block
+        ended = threading.Event()
+        path = pathlib.Path(desktop.env["XDG_RUNTIME_DIR"]) / f"qkDebugLog.{os.getpid()}"
+        mail = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)
+        mail.bind(str(path))
+        mail.settimeout(0.1)
+
+        def speak():
+            while not ended.is_set():
+                with contextlib.suppress(OSError):
+                    _, sender = mail.recvfrom(65536)
+                    for answer in answers * 20:
+                        mail.sendto(answer, socket.MSG_DONTWAIT, sender)
+
+        with open(BLOCK, "r+b") as file, mmap.mmap(file.fileno(), 4 * WORDS) as block:
+            before = block[:]
+            block[:] = struct.pack("<III", 252, 252, os.getpid()) + b"\xff" * (4 * 251)  # everybody wants everything
+            speaker = threading.Thread(target=speak)
+            speaker.start()
+            try:
+                program = start(desktop)
+                types_at_once(desktop, "a viewer that speaks nonsense")
+                end(desktop, program)
+            finally:
+                block[:] = before
+                ended.set()
+                speaker.join()
+                mail.close()
+
+
+def a_block_of_another_size_or_without_sense(desktop):
+    desktop.sample_accounts()
+    blocks = {"short": b"\x01" * 40, "long": b"\0" * 8192, "of another capacity": struct.pack("<II", 0, 10) + b"\0" * 1008,
+              "of more slots than it has": struct.pack("<II", 5000, 252) + b"\xff" * 1008}
+    with the_only_one():
+        before = BLOCK.read_bytes() if BLOCK.exists() else None
+        try:
+            for what, content in blocks.items():
+                BLOCK.unlink(missing_ok=True)  # those who have the old one keep it
+                BLOCK.write_bytes(content)
+                BLOCK.chmod(0o600)
+                program = start(desktop)
+                types_at_once(desktop, f"a block {what}")
+                end(desktop, program)
+                refused = ask(desktop)
+                expect_equal((refused.returncode, refused.stderr),
+                             (1, "nib-debuglog: The block of the debug log is of another size.\n"), f"a block {what}")
+        finally:
+            BLOCK.unlink(missing_ok=True)
+            if before is not None:
+                BLOCK.write_bytes(before)
+                BLOCK.chmod(0o600)
+
+
 if __name__ == "__main__":
-    lib.run(the_viewer_shows_every_category)
+    lib.run(the_viewer_shows_every_line_of_every_category, each_category_is_switched_by_itself,
+            masks_change_while_both_run, viewers_that_hang_or_die_stop_nobody, a_viewer_that_speaks_nonsense,
+            a_block_of_another_size_or_without_sense)

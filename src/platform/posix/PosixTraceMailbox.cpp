@@ -1,16 +1,25 @@
 #include "platform/posix/PosixTraceMailbox.h"
 
+#include <ctime>
+
 #include <unistd.h>
 
 namespace nib {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+/// To a few milliseconds: it is looked at with every line as long as there is no block, and must cost next to nothing.
+std::chrono::nanoseconds Now()
+{
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    return std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec);
+}
 
 constexpr int kLongestWait = 100; ///< milliseconds
 constexpr auto kBetweenTries = std::chrono::seconds(1);
 constexpr int32_t kMostClients = 251;
+constexpr int kMostLateAnswers = 100;
 
 } // namespace
 
@@ -22,8 +31,8 @@ PosixTraceMailbox::PosixTraceMailbox(TextView programName)
 bool PosixTraceMailbox::OpenDebugMemory(TextView name, int32_t capacity)
 {
     // The log asks at every line; a system without shared memory must not slow the program down.
-    if (!socket_ || Clock::now() < nextTry_) return false;
-    nextTry_ = Clock::now() + kBetweenTries;
+    if (!socket_ || Now() < nextTry_) return false;
+    nextTry_ = Now() + kBetweenTries;
     if (!block_.Open(ToUtf8(name), capacity)) return false;
     nextTry_ = {};
     return true;
@@ -42,10 +51,11 @@ bool PosixTraceMailbox::Mail(uint32_t viewer, const TraceMessage& message)
 
 int32_t PosixTraceMailbox::Register(uint32_t viewer)
 {
-    if (Clock::now() < nextTry_) return 0;
-    nextTry_ = Clock::now() + kBetweenTries;
-    while (socket_.Receive(0)) {
-    } // late answers to earlier questions
+    if (viewer == deadViewer_ || Now() < nextTry_) return 0;
+    nextTry_ = Now() + kBetweenTries;
+    // Late answers to earlier questions; more than these come from something that is no viewer.
+    for (int i = 0; i < kMostLateAnswers && socket_.Receive(0); ++i) {
+    }
     TraceMessage hello{trace_message::kRegister, 0, static_cast<uint32_t>(getpid()), programName_};
     if (!Mail(viewer, hello)) return 0;
     const auto answer = socket_.Receive(kLongestWait);

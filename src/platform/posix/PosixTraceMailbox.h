@@ -26,8 +26,8 @@ private:
     std::string programName_;
     TraceBlock block_;
     TraceSocket socket_;
-    std::chrono::steady_clock::time_point nextTry_{}; ///< of opening the block, or of registering
-    uint32_t deadViewer_ = 0;                         ///< one that left its number behind
+    std::chrono::nanoseconds nextTry_{}; ///< of opening the block, or of registering
+    uint32_t deadViewer_ = 0;            ///< one that left its number behind
     bool slow_ = false;
 };
 

@@ -18,6 +18,7 @@ constexpr const char* kBlockName = "qkDebugLog";
 constexpr int32_t kSlots = 252;
 constexpr int32_t kViewerSlot = 0;
 constexpr int kAnswerTime = 1000; ///< milliseconds
+constexpr int kAtOnce = 256;
 
 bool Lives(uint32_t process)
 {
@@ -81,7 +82,12 @@ void TraceViewer::Run(int stop, const Print& print)
         pollfd waits[] = {{socket_.Get(), POLLIN, 0}, {stop, POLLIN, 0}};
         if (poll(waits, 2, -1) < 0 && errno != EINTR) return;
         TraceAddress from;
-        while (auto message = socket_.Receive(0, &from)) Take(*message, from, print);
+        // Not for ever: clients that never pause must not keep the viewer from its end.
+        for (int i = 0; i < kAtOnce; ++i) {
+            const auto message = socket_.Receive(0, &from);
+            if (!message) break;
+            Take(*message, from, print);
+        }
         if (waits[1].revents) return;
     }
 }

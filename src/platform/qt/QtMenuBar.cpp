@@ -36,11 +36,13 @@ struct QtMenuBar::Impl final : QObject {
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     void ShowToolBar();
+    void ShowMoreIcon();
 
     QMainWindow& window;
     MenuModel& model;
     MenuEvents* events = nullptr;
     QToolBar* toolBar;
+    QToolButton* moreTools; ///< Qt's own, for what a narrow bar has no room for; null where it makes none
     QMenu* popUp;
     QMenu* tabMenu;
     QtDocumentTabs* tabs;
@@ -49,8 +51,9 @@ struct QtMenuBar::Impl final : QObject {
 };
 
 QtMenuBar::Impl::Impl(QMainWindow& owner, MenuModel& menus)
-    : window(owner), model(menus), toolBar(new QToolBar(&owner)), popUp(new QMenu(&owner)), tabMenu(new QMenu(&owner)),
-      tabs(new QtDocumentTabs(&owner)), panels(*owner.statusBar()),
+    : window(owner), model(menus), toolBar(new QToolBar(&owner)),
+      moreTools(toolBar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))), popUp(new QMenu(&owner)),
+      tabMenu(new QMenu(&owner)), tabs(new QtDocumentTabs(&owner)), panels(*owner.statusBar()),
       actions(
           [this](Band band, const MenuTool& tool, bool checked) {
               if (tool.checkable) model.SetChecked(band, tool.key, checked);
@@ -68,11 +71,11 @@ QtMenuBar::Impl::Impl(QMainWindow& owner, MenuModel& menus)
     // Qt's own menu would hide the bar behind the model's back.
     toolBar->setContextMenuPolicy(Qt::PreventContextMenu);
     toolBar->toggleViewAction()->setVisible(false);
-    // Qt's own button for what a narrow bar has no room for.
-    if (auto* more = toolBar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
-        more->setAccessibleName(Texts::tr("More Tools"));
-        more->setToolTip(more->accessibleName());
+    if (moreTools) {
+        moreTools->setAccessibleName(Texts::tr("More Tools"));
+        moreTools->setToolTip(moreTools->accessibleName());
     }
+    ShowMoreIcon();
     window.addToolBar(toolBar);
     if (auto* more = window.menuBar()->findChild<QToolButton*>(QStringLiteral("qt_menubar_ext_button")))
         more->setAccessibleName(Texts::tr("More Menus"));
@@ -99,8 +102,16 @@ bool QtMenuBar::Impl::eventFilter(QObject* watched, QEvent* event)
     if (watched == &window && event->type() == QEvent::PaletteChange) {
         UseIconTheme();
         actions.RefreshIcons();
+        ShowMoreIcon();
     }
     return QObject::eventFilter(watched, event);
+}
+
+/// The style's own picture is a black arrow, which a dark bar swallows.
+void QtMenuBar::Impl::ShowMoreIcon()
+{
+    QIcon icon = ToolIcon(u"arrow-right-double");
+    if (moreTools && !icon.isNull()) moreTools->setIcon(icon);
 }
 
 void QtMenuBar::Impl::ShowToolBar()

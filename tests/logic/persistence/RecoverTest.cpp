@@ -4,6 +4,8 @@
 
 #include <fstream>
 
+#include <unistd.h>
+
 namespace nib::test {
 namespace {
 
@@ -137,6 +139,49 @@ TEST_F(RecoveryTest, FilesThatCannotBeRead)
     EXPECT_EQ(session->t.Documents().Item(2)->GetText(), Text(kHeader) + u"C\r\n");
     ASSERT_EQ(list.Rows().size(), 1U);
     EXPECT_TRUE(list.Rows()[0].text.starts_with(u"B"));
+}
+
+TEST_F(RecoveryTest, FilesThatGoBetweenTheScanAndTheReading)
+{
+    for (const char* name : {"1.001", "1.002", "1.003"}) File(name, std::string(name) + "\r\n");
+    session->onOffer = [this](TextView place, const DynamicArray& names) {
+        EXPECT_EQ(names.Count(), 3);
+        std::filesystem::remove(Place() + "/1.001");
+        std::filesystem::remove(Place() + "/1.003");
+        std::filesystem::create_directory(Place() + "/1.003");
+        session->list.Load(place, names);
+        EXPECT_EQ(session->list.Rows().size(), 1U);
+        std::filesystem::remove_all(Place());
+        session->list.CheckAll(true);
+        session->list.RecoverChecked();
+        EXPECT_EQ(session->list.Rows().size(), 1U) << "it cannot be read any more and stays";
+        session->list.DeleteListed();
+    };
+    session->recovery.CheckAutoRecover();
+    EXPECT_EQ(session->t.Documents().Count(), 0);
+    EXPECT_TRUE(session->t.boxes.Take().empty()) << "all of it in silence";
+    EXPECT_FALSE(session->t.window.waiting);
+}
+
+TEST_F(RecoveryTest, AFolderThatGivesNothingAndTakesNothing)
+{
+    if (geteuid() == 0) {
+        // For root no mode is in the way; a file system that is read-only is, and so is a file in the folder's place.
+        std::filesystem::create_directories(Place());
+        std::filesystem::remove(Place());
+        folder.File("data/Orlin/Nib/AutoRecover", "no folder");
+    } else {
+        File("1.001", "A\r\n");
+        std::filesystem::permissions(Place(), std::filesystem::perms::none);
+    }
+    session->Changed(u"text");
+    EXPECT_FALSE(session->recovery.AutoSaveDocuments());
+    EXPECT_EQ(session->recovery.HoldAutoSaveGuard(), 0);
+    EXPECT_EQ(session->Offered(), Lines());
+    session->recovery.DeleteAutoSaveFiles(true);
+    session->recovery.EndAutoSaveSession();
+    EXPECT_TRUE(session->t.boxes.Take().empty());
+    if (geteuid() != 0) std::filesystem::permissions(Place(), std::filesystem::perms::owner_all);
 }
 
 TEST_F(RecoveryTest, RecoveryThatFailsLeavesTheRow)
