@@ -1,5 +1,5 @@
-#include "platform/posix/Process.h"
 #include "TempFolder.h"
+#include "platform/posix/Process.h"
 
 #include <gtest/gtest.h>
 
