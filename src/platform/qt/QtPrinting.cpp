@@ -143,7 +143,10 @@ void QtPrinting::Run(QWidget* owner, const PrintJob& job)
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(PdfPath(Folder(), job.title));
     }
-    if (choose(printer, job, owner)) PrintOn(printer, job);
+    const bool agreed = choose(printer, job, owner);
+    // Where the dialog and a question of its own go together, a window manager may give the focus to nobody.
+    if (owner) owner->activateWindow();
+    if (agreed) PrintOn(printer, job);
     layout_ = printer.pageLayout();
 }
 
