@@ -88,7 +88,9 @@ private:
     void MarkHit();
     void ReplaceSelected(const FindQuery& query);
     void BeginReplacing(FindQuery query);
-    void CommitReplacements(mvDocument& document);
+    Position CommitReplacements(mvDocument& document);
+    bool IsNextBehindHit(const FindQuery& query) const;
+    void CommitBeforeNext(const FindQuery& query);
     void MoveSelection(const ReplacePass& pass, int32_t hitsOnLastLine);
     void RestoreSelection(mvDocument& document);
     void ReportNotFound();

@@ -55,6 +55,7 @@ int32_t FindEngine::ReplaceAll()
             while (FindNextMatch(query)) {
                 replacing_->hits.push_back(walk_.LastMatch());
                 walk_.ShiftLine(shift);
+                if (query.wholeWord && IsNextBehindHit(query)) CommitBeforeNext(query);
             }
         }
         RestoreSelection(*document);
@@ -79,7 +80,26 @@ void FindEngine::PassEnds()
     if (replacing_ && !replacing_->hits.empty()) CommitReplacements(*walk_.Document());
 }
 
-void FindEngine::CommitReplacements(mvDocument& document)
+/// What follows the last hit without a gap is a whole word or none by what takes the place of that hit.
+bool FindEngine::IsNextBehindHit(const FindQuery& query) const
+{
+    Position behind = walk_.LastMatch();
+    behind.col += query.Length();
+    FindHit next;
+    SourceDocument& text = walk_.Document()->EnsureView().txtText().Document();
+    return text.Find(query.text, behind, {query.up, query.matchCase, false}, next) && next.at == behind;
+}
+
+void FindEngine::CommitBeforeNext(const FindQuery& query)
+{
+    mvDocument& document = *walk_.Document();
+    Position end = CommitReplacements(document);
+    walk_.MoveLastMatch(document, {end.col - query.Length(), end.line});
+    walk_.Rejoin(query, document);
+}
+
+/// Answers the place behind the last one.
+Position FindEngine::CommitReplacements(mvDocument& document)
 {
     Replacing& work = *replacing_;
     Front(document);
@@ -94,6 +114,7 @@ void FindEngine::CommitReplacements(mvDocument& document)
                                               dialog_.replaceText);
     for (size_t hit = 0; hit < pass->Count(); ++hit) text.ExecuteOp(std::make_unique<OpReplaceHit>(pass, hit));
     if (work.selection) MoveSelection(*pass, onLastLine);
+    return pass->LastEnd();
 }
 
 void FindEngine::MoveSelection(const ReplacePass& pass, int32_t hitsOnLastLine)

@@ -76,6 +76,7 @@ void FindWalk::MoveLastMatch(mvDocument& document, Position place)
 {
     lastMatch_ = place;
     lastMatchLineId_ = document.LineIdFromLine(place.line);
+    shift_ = 0;
 }
 
 void FindWalk::ShiftLine(int32_t columns)

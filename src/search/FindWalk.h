@@ -7,7 +7,7 @@ enum class FindMode {
     Interactive, ///< one step from the caret on; positions survive edits between two steps
     List,        ///< all hits, to be listed
     Bookmark,    ///< all hits, to be marked
-    Replace      ///< all hits, begun as a step from the caret; the replacements of a pass are made when it ends
+    Replace      ///< all hits, begun as a step from the caret; they are replaced when the pass ends, if not before
 };
 
 struct FindQuery {

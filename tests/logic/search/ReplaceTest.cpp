@@ -104,6 +104,38 @@ TEST(ReplaceAllTest, Table)
     }
 }
 
+TEST(ReplaceAllTest, WholeWordsStandBesideWhatWasPutIn)
+{
+    struct {
+        Text text;
+        Text found;
+        Text with;
+        Text wanted;
+        int32_t count;
+    } const rows[] = {
+        {u",,", u",", u"x", u"x,", 1},
+        {u",,,", u",", u"x", u"x,x", 2},
+        {u",a,a", u",a", u"-", u"--", 2},
+        {u",a,a", u",a", u"", u"", 2},
+        {u"- ,,", u",", u"", u"- ", 2},
+        {u",,\r\n,,", u",", u"x\n", u"x\r\nx\r\n\r\nx\r\nx\r\n", 4},
+        {u"ab ab", u"ab", u"abab", u"abab abab", 2},
+    };
+    for (auto& row : rows) {
+        SCOPED_TRACE(ToUtf8(row.text + u" " + row.found));
+        TestSearch search;
+        auto& document = search.Add(row.text);
+        search.OpenReplace(row.found, row.with);
+        search.Dialog().wholeWord = true;
+        EXPECT_EQ(search.engine.ReplaceAll(), row.count);
+        EXPECT_EQ(search.View(document).GetText(), row.wanted);
+        EXPECT_EQ(search.Said(), Texts{Decimal(row.count) + u" occurrences replaced."});
+        for (int32_t step = 0; step < row.count; ++step) document.Undo();
+        EXPECT_EQ(search.View(document).GetText(), row.text);
+        EXPECT_FALSE(document.CanUndo());
+    }
+}
+
 TEST(ReplaceAllTest, AsksAtTheEndAndShowsWhatWasDone)
 {
     TestSearch search;

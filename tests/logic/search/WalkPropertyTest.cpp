@@ -188,8 +188,6 @@ TEST(WalkPropertyTest, ReplaceAll)
     for (unsigned round = 0; round < kRounds; ++round) {
         SCOPED_TRACE(round);
         AnySearch any(round);
-        // What is a whole word is judged by the text as it stood, which tells only for a search text that is none.
-        if (any.plain.find.front() == u'-' || any.plain.find.back() == u'-') any.plain.wholeWord = false;
         auto before = any.Texts();
         any.Open(true, true);
         std::vector<int32_t> counts(any.documents.size());
