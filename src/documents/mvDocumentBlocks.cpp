@@ -55,6 +55,8 @@ void mvDocument::CommentBlock(bool comment)
 void mvDocument::ToggleCase()
 {
     SourceView& source = EnsureView().txtText();
+    // No step of undo that does nothing, and no document that counts as changed by it.
+    if (!source.HasSelection()) return;
     source.Document().ExecuteOp(std::make_unique<OpToggleCase>(source));
 }
 

@@ -2,6 +2,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "editing/Units.h"
+#include "persistence/store/LeadingNumber.h"
 
 #include <algorithm>
 #include <charconv>
@@ -24,14 +25,14 @@ int32_t NumberNear(TextView line, size_t column)
     column = std::min(column, line.size());
     auto ahead = std::find_if(line.begin() + static_cast<std::ptrdiff_t>(column), line.end(), units::IsDigit);
     if (ahead != line.end()) {
-        int32_t number = ToInt(line.substr(static_cast<size_t>(ahead - line.begin())));
+        int32_t number = LeadingInt(line.substr(static_cast<size_t>(ahead - line.begin())));
         if (number > 0) return number;
     }
     size_t end = column;
     while (end > 0 && !units::IsDigit(line[end - 1])) --end;
     size_t start = end;
     while (start > 0 && units::IsDigit(line[start - 1])) --start;
-    return start == end ? 0 : ToInt(line.substr(start));
+    return start == end ? 0 : LeadingInt(line.substr(start));
 }
 
 double Points(TextView size)
@@ -110,7 +111,7 @@ ResultsLine ResultsModel::LineStyle(int32_t line) const
 
 int32_t ResultsModel::SourceLine(Position caret, TextView selected) const
 {
-    int32_t number = ToInt(selected);
+    int32_t number = LeadingInt(selected);
     if (number > 0) return number;
     if (caret.line < 0 || caret.line >= LineCount()) return 0;
     return std::max(NumberNear(LineText(caret.line), static_cast<size_t>(std::max(caret.col, 0))), 0);

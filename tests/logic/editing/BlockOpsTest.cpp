@@ -262,6 +262,10 @@ TEST(BlockOpsTest, OfTheDocument)
     for (int i = 0; i < 6; ++i) document->Undo();
     EXPECT_EQ(document->GetText(), u"one two\r\n  X");
     EXPECT_FALSE(document->CanUndo());
+    document->View()->txtText().SetSelection({1, 0}, {1, 0});
+    document->ToggleCase();
+    EXPECT_FALSE(document->CanUndo()) << "nothing to toggle, nothing to undo";
+    EXPECT_TRUE(document->CanRedo());
 }
 
 } // namespace

@@ -55,6 +55,8 @@ TEST(ResultsModelTest, SourceLine)
         {u"0000 text", 5, u"", 0},
         {u"x 7", 99, u"", 7},
         {u"line 99999999999", 0, u"", 2147483647},
+        {u"about 2E1 lines", 0, u"about", 20},
+        {u"at &H1F", 3, u"&H1F", 31},
     };
     for (auto& row : rows) {
         TestResults test;
