@@ -41,7 +41,7 @@ void Compile(CommandContext& c)
 constexpr CommandRow kRows[] = {
     {u"New", [](CommandContext& c) { c.program.Files().FileNew(); }, Always},
     {u"Open", [](CommandContext& c) { c.program.Files().FileOpen(); }, Always},
-    {u"Close", [](CommandContext& c) { c.document->FileClose(true); }, HasDocument},
+    {u"Close", [](CommandContext& c) { c.program.Files().FileClose(*c.document); }, HasDocument},
     {u"Save", [](CommandContext& c) { c.program.Files().FileSave(*c.document); }, CanSave},
     {u"SaveAs", [](CommandContext& c) { c.program.Files().FileSaveAs(*c.document); }, HasDocument},
     {u"SaveAll", [](CommandContext& c) { c.program.Files().FileSaveAll(); }, CanSaveAll},

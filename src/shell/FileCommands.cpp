@@ -92,6 +92,7 @@ Saved FileCommands::IsDocumentSaved(mvDocument& document, Text message, int32_t 
 
 bool FileCommands::FileClose(mvDocument& document)
 {
+    auto self = document.shared_from_this(); // others may close it while the question is up
     Saved saved = IsDocumentSaved(document, {}, message_box::kYesNoCancel);
     if (saved == Saved::Stop) return false;
     if (saved == Saved::Discard) document.SetModified(false);

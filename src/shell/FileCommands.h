@@ -20,6 +20,8 @@ public:
     bool FileSave(mvDocument& document);
     bool FileSaveAs(mvDocument& document);
     void FileSaveAll();
+    /// Asks about changes. A new document that is to be saved gets its name first, which the document's own question
+    /// leaves to its caller.
     bool FileClose(mvDocument& document);
     /// Ends at the first document that stays open; those closed before stay closed.
     bool FileCloseAll();

@@ -116,7 +116,7 @@ void frmDocument::Show()
 bool frmDocument::QueryUnload(int32_t mode)
 {
     if ((mode != 0 && mode != 4) || !document_) return false;
-    return !document_->FileClose(true);
+    return !mainWindow_.Owner().Files().FileClose(*document_);
 }
 
 void frmDocument::Unload()

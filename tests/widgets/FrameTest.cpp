@@ -164,6 +164,21 @@ TEST_F(FrameTest, CancelInTheMiddleKeepsTheRestOpen)
     EXPECT_EQ(boxes.Take().size(), 2U);
 }
 
+TEST_F(FrameTest, AClosedWindowWithNewWorkIsSavedUnderAName)
+{
+    frmDocument& form = New();
+    form.txtText().TypeText(u"work");
+    boxes.Answer({6, 6});
+    form.SubWindow()->close();
+    EXPECT_EQ(program.OpenDocuments().Count(), 1) << "the picker was cancelled";
+    connection.picks = {{{std::make_shared<FakeItem>(connection.store, u"file:/tmp/new.bas"), false}}};
+    form.SubWindow()->close();
+    Settle();
+    EXPECT_EQ(program.OpenDocuments().Count(), 0);
+    EXPECT_EQ(connection.store.items[u"file:/tmp/new.bas"].text, u"work");
+    EXPECT_EQ(boxes.Take().size(), 2U);
+}
+
 TEST_F(FrameTest, TheEndRemembersThePlaceAndSaysSo)
 {
     auto lines = trace.Take();

@@ -105,6 +105,16 @@ TEST_F(ViewKeys, ControlCharactersAskForMarks)
     EXPECT_EQ(subValues.count(), 1);
 }
 
+TEST_F(ViewKeys, BothKeysAskForTheMenuAtTheCaret)
+{
+    QSignalSpy asked(widget.get(), &SourceViewWidget::contextMenuRequested);
+    QContextMenuEvent byItsKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QApplication::sendEvent(widget.get(), &byItsKey);
+    Key(Qt::Key_F10, kShift);
+    ASSERT_EQ(asked.count(), 2);
+    EXPECT_EQ(asked[0], asked[1]);
+}
+
 TEST_F(ViewKeys, MenuShortcutsGoFirstOnlyWhereTheyMay)
 {
     auto taken = [&](int key, Qt::KeyboardModifiers modifiers, const char* text = "") {

@@ -123,6 +123,21 @@ TEST(CommandTest, FileCommands)
     EXPECT_TRUE(t.journal.Has(u"Unload"));
 }
 
+TEST(CommandTest, CloseOfANewDocumentAsksWhereToSaveIt)
+{
+    TestShell t;
+    auto document = t.New();
+    document->SetText(u"work");
+    t.boxes.Answer({message_box::kAnswerYes, message_box::kAnswerYes});
+    EXPECT_TRUE(t.Run(u"Close"));
+    EXPECT_EQ(t.Documents().Count(), 1) << "the picker was cancelled";
+    t.connection.picks = {{{t.Item(kMain)}}};
+    EXPECT_TRUE(t.Run(u"Close"));
+    EXPECT_EQ(t.Stored(kMain), u"work");
+    EXPECT_EQ(t.Documents().Count(), 0);
+    EXPECT_EQ(t.boxes.Take().size(), 2U);
+}
+
 TEST(CommandTest, CompileAsksForASave)
 {
     const Text question = u"Program has not been saved. Do you want\nto save the file, then compile the program?";

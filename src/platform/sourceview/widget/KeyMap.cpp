@@ -79,6 +79,11 @@ void AskSubValue(Widget& w, bool)
     emit w.subValueRequested();
 }
 
+void AskMenu(Widget& w, bool)
+{
+    w.AskForMenu();
+}
+
 using M = SourceViewModel;
 
 constexpr KeyBinding kBindings[] = {
@@ -128,6 +133,7 @@ constexpr KeyBinding kBindings[] = {
     {Qt::Key_0, kCtrl, false, true, Zoom<0>},
     {Qt::Key_Backslash, kCtrl, false, false, AskSubValue},
     {Qt::Key_BracketRight, kCtrl, false, false, AskValue},
+    {Qt::Key_F10, kShift, false, false, AskMenu}, // Qt knows the key of its own alone, which many keyboards lack
 };
 
 } // namespace

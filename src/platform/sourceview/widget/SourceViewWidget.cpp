@@ -289,11 +289,13 @@ void SourceViewWidget::contextMenuEvent(QContextMenuEvent* event)
 {
     // The mouse tells of itself when its button is released, on every desktop.
     if (event->reason() == QContextMenuEvent::Mouse) return;
-    QPoint global = event->globalPos();
-    if (event->reason() == QContextMenuEvent::Keyboard) {
-        global = viewport()->mapToGlobal(CaretRect().bottomRight().toPoint());
-    }
-    emit contextMenuRequested(global);
+    if (event->reason() == QContextMenuEvent::Keyboard) return AskForMenu();
+    emit contextMenuRequested(event->globalPos());
+}
+
+void SourceViewWidget::AskForMenu()
+{
+    emit contextMenuRequested(viewport()->mapToGlobal(CaretRect().bottomRight().toPoint()));
 }
 
 void SourceViewWidget::ToggleBlock(int32_t line)

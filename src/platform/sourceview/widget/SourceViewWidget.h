@@ -47,6 +47,8 @@ public:
     /// Makes the selection the desktop's primary selection, at once.
     void PublishSelection();
     void ToggleBlock(int32_t line);
+    /// For the context menu at the caret.
+    void AskForMenu();
     /// Where a dragged text would go; none takes the mark away.
     void ShowDropCaret(std::optional<Position> at);
 
