@@ -34,6 +34,9 @@ TEST_F(HostConnectionTest, ALocalFileIsReadAndWrittenAsItStood)
     EXPECT_EQ(item->ReadItem(0, 0, 0), u"x\r\ny");
     EXPECT_EQ(item->ItemID(), u"a.txt");
     EXPECT_EQ(item->FileName(), FromUtf8(folder.Path()));
+    EXPECT_EQ(connection->ComposeHostPath({item->Provider(), {}, {}, item->Folder(), u"b.txt"}),
+              connection->ComposeFilePath(FromUtf8(folder / "b.txt")))
+        << "what a program in that file names lies beside it";
     EXPECT_EQ(item->DisplayPath(), FromUtf8(name));
     EXPECT_EQ(item->Session(), nullptr);
     item->WriteItem(0, 0, 0, u"x\r\nz");
