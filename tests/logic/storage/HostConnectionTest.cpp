@@ -81,6 +81,24 @@ TEST_F(HostConnectionTest, WhatIsMissingIsNamed)
     EXPECT_EQ(ErrorOf([&] { Open(u"mvdb:*/DEMO/BP/" + Text(256, u'x')); }).number, error_number::kBadFileName);
 }
 
+TEST_F(HostConnectionTest, AnyAccountIsTheUsualOne)
+{
+    folder.File("accounts/LIVE/BP/X", "live\n");
+    auto item = Open(u"mvdb:*/*/BP/INVOICE", false, true);
+    EXPECT_EQ(item->Path(), u"mvdb:*/DEMO/BP/INVOICE") << "as a recent entry is opened by a session without an account";
+    EXPECT_EQ(item->ReadItem(0, 0, 0), u"A=1\r\nPRINT A");
+    EXPECT_EQ(item->DisplayPath(), u"BP INVOICE") << "a recent entry is not that of one account";
+    EXPECT_EQ(ErrorOf([&] { Open(u"mvdb:*/DEMO/BP/INVOICE", false, true); }).number, error_number::kLocked);
+    EXPECT_FALSE(Open(u"mvdb:*/*")->IsItem());
+
+    for (TextView account : {u"", u"*"}) {
+        const Text path = u"mvdb:west/" + Text(account) + u"/BP/X";
+        EXPECT_TRUE(ErrorOf([&] { Open(path); }).description.starts_with(u"No account is named on")) << ToUtf8(path);
+    }
+    Open(u"mvdb:west/LIVE");
+    EXPECT_EQ(Open(u"mvdb:west/*/BP/X")->Path(), u"mvdb:west/LIVE/BP/X") << "the one that was used last";
+}
+
 TEST_F(HostConnectionTest, HostileIdsStayInTheirFile)
 {
     for (const Text& id : {Text(u".."), Text(u"../X"), Text(u"/etc/passwd"), Text(u"."), Text(u"50%"), Text(u".x"),
