@@ -195,8 +195,9 @@ void frmMain::UnloadParts()
 
 void frmMain::ToForeground()
 {
-    if (!isVisible()) return;
+    if (!loaded_) return;
     if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+    show(); // a client may have hidden it, and the user must see what a question is about
     raise();
     activateWindow();
 }
