@@ -57,7 +57,8 @@ frmMain::frmMain() : area_(new QMdiArea(this))
     QObject::connect(&shutdownTimer_, &QTimer::timeout, this, [this] {
         // The frame does not go from under a dialog; it is asked again when that is over.
         if (IsModal()) return shutdownTimer_.start();
-        Unload();
+        // The user may have opened one meanwhile.
+        if (program_->OpenDocuments().Count() == 0) Unload();
     });
     stuckFocusTimer_.setSingleShot(true);
     stuckFocusTimer_.setInterval(kStuckFocusDelay);

@@ -179,6 +179,17 @@ TEST_F(FrameTest, AHiddenFrameComesBackForAQuestion)
     EXPECT_EQ(boxes.Take().size(), 2U);
 }
 
+TEST_F(FrameTest, TheEndThatIsComingWaitsForADocumentOfTheUser)
+{
+    frame.ArmShutdownTimer();
+    frmDocument& form = New();
+    QTest::qWait(100); // twice what the timer takes
+    EXPECT_TRUE(frame.isVisible());
+    form.ViewObject()->FileClose(false);
+    frame.ArmShutdownTimer();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return program.IsShuttingDown(); }));
+}
+
 TEST_F(FrameTest, TheEndRemembersThePlaceAndSaysSo)
 {
     auto lines = trace.Take();
