@@ -28,6 +28,8 @@
 #include <QApplication>
 #include <QIcon>
 
+#include <unistd.h>
+
 #include <cstdlib>
 
 namespace {
@@ -54,10 +56,12 @@ std::vector<Text> Arguments(const QStringList& all)
     return arguments;
 }
 
-/// The bus names itself to the services that it starts.
-StartMode HowStarted()
+/// The bus names itself to the services that it starts, and hands them no arguments. A terminal or file manager that it
+/// started passes the name on to what its user starts.
+StartMode HowStarted(int argc)
 {
-    return std::getenv("DBUS_STARTER_BUS_TYPE") ? StartMode::Automation : StartMode::User;
+    bool byBus = std::getenv("DBUS_STARTER_BUS_TYPE") && argc < 2 && !isatty(STDIN_FILENO);
+    return byBus ? StartMode::Automation : StartMode::User;
 }
 
 /// What went wrong, for the user to read once there is a window; empty when nothing did.
@@ -117,7 +121,7 @@ int main(int argc, char** argv)
     printing.SetOwner(&mainWindow);
     mainWindow.SetPrinting(&printing);
     mainWindow.SetProgram(&program);
-    StartMode mode = HowStarted();
+    StartMode mode = HowStarted(argc);
     AutomationRoom automation(program, mainWindow, mode);
     rooms.Plug(program, mainWindow, printing, automation);
     automation.Serve();

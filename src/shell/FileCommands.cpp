@@ -117,16 +117,22 @@ void FileCommands::FileExit()
     if (FileCloseAll()) program_.Window().Unload();
 }
 
+/// Null when the present place cannot be had: then above all the user must be able to pick another.
+std::shared_ptr<mvItem> FileCommands::StartOfPicker()
+{
+    std::shared_ptr<mvItem> cached;
+    return OrDefault([&] { return program_.DefaultServer(cached); }, std::shared_ptr<mvItem>());
+}
+
 void FileCommands::OpenDocumentsDialog()
 {
     std::vector<SelectedItem> picked;
     {
         AutoSaveHold hold(program_.Shell());
-        std::shared_ptr<mvItem> cached;
         SelectRequest request{.mode = u"Open", .extension = {}, .offerReadOnly = true};
         request.lock = program_.EditorSettings().RecordLocking;
         request.several = true;
-        picked = program_.Connection().SelectItems(request, program_.DefaultServer(cached).get());
+        picked = program_.Connection().SelectItems(request, StartOfPicker().get());
     }
     for (const SelectedItem& item : picked) {
         program_.OpenPicked(item);
@@ -139,8 +145,7 @@ bool FileCommands::SaveDocumentAsDialog(mvDocument& document)
     std::shared_ptr<mvItem> chosen;
     {
         AutoSaveHold hold(program_.Shell());
-        std::shared_ptr<mvItem> cached;
-        auto server = document.ItemObject() ? document.ItemObject() : program_.DefaultServer(cached);
+        auto server = document.ItemObject() ? document.ItemObject() : StartOfPicker();
         SelectRequest request{.mode = u"Save", .extension = {}};
         request.lock = program_.EditorSettings().RecordLocking;
         chosen = program_.Connection().SelectItem(request, server.get()).item;

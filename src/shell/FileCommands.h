@@ -33,8 +33,11 @@ private:
     bool SaveDocumentAsDialog(mvDocument& document);
     bool OpenRecentDocument(int32_t index);
     void OpenDocumentsDialog();
-    template <typename Body> auto Run(TextView where, Body&& body, decltype(body()) failed) -> decltype(body());
-    template <typename Body> void Run(TextView where, Body&& body);
+    std::shared_ptr<mvItem> StartOfPicker();
+    template <typename Body>
+    auto Run(TextView where, Body&& body, decltype(body()) failed) -> decltype(body());
+    template <typename Body>
+    void Run(TextView where, Body&& body);
 
     Program& program_;
 };

@@ -57,7 +57,8 @@ frmMain::frmMain() : area_(new QMdiArea(this))
     QObject::connect(&shutdownTimer_, &QTimer::timeout, this, [this] {
         // The frame does not go from under a dialog; it is asked again when that is over.
         if (IsModal()) return shutdownTimer_.start();
-        Unload();
+        // The user may have opened one meanwhile.
+        if (program_->OpenDocuments().Count() == 0) Unload();
     });
     stuckFocusTimer_.setSingleShot(true);
     stuckFocusTimer_.setInterval(kStuckFocusDelay);
@@ -195,8 +196,9 @@ void frmMain::UnloadParts()
 
 void frmMain::ToForeground()
 {
-    if (!isVisible()) return;
+    if (!loaded_) return;
     if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+    show(); // a client may have hidden it, and the user must see what a question is about
     raise();
     activateWindow();
 }

@@ -337,6 +337,11 @@ def without_the_name(desktop):
     third = desktop.start(DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")
     desktop.wait_window(r"^Nib$", program=third)
     expect(second.alive() and third.alive(), "copies without automation")
+    # As from a file manager that the bus has started.
+    file = desktop.folder / "picked.txt"
+    file.write_text("x\n", encoding="utf-8")
+    fourth = desktop.start(file, DBUS_STARTER_BUS_TYPE="session")
+    desktop.wait_window(r"picked\.txt", program=fourth)
 
 
 def the_examples_of_the_manual(desktop):

@@ -2,10 +2,10 @@
 // hand.
 
 #include "SearchFrame.h"
+#include "fakes/Patience.h"
 #include "fakes/PlainSearch.h"
 
 #include <QClipboard>
-#include <QElapsedTimer>
 #include <QTextBlock>
 
 #include <map>
@@ -277,8 +277,7 @@ TEST_F(FindReplaceTest, PastedText)
             Load(*forms[0], row.text);
             Open(*forms[0], replace);
             Click("Curr&ent document");
-            QElapsedTimer timer;
-            timer.start();
+            Patience patience("a pasted text");
             QApplication::clipboard()->setText(ToQString(row.pasted));
             FindField().selectAll();
             QTest::keyClick(&FindField(), Qt::Key_V, Qt::ControlModifier);
@@ -301,7 +300,6 @@ TEST_F(FindReplaceTest, PastedText)
                 EXPECT_EQ(forms[0]->txtText().HasSelection(), row.found == 1);
                 EXPECT_EQ(boxes.Take().size(), row.found ? 0U : 1U);
             }
-            EXPECT_LT(timer.elapsed(), 5000);
         }
     }
 }

@@ -179,6 +179,32 @@ TEST_F(FrameTest, AClosedWindowWithNewWorkIsSavedUnderAName)
     EXPECT_EQ(boxes.Take().size(), 2U);
 }
 
+TEST_F(FrameTest, AHiddenFrameComesBackForAQuestion)
+{
+    frmDocument& form = New();
+    frame.SetVisible(false);
+    boxes.whileShown = [&] { EXPECT_TRUE(frame.isVisible()); };
+    program.ShowMessage(u"text", 0);
+    frame.SetVisible(false);
+    form.ViewObject()->Activate();
+    EXPECT_TRUE(frame.isVisible());
+    frame.Unload();
+    boxes.whileShown = [&] { EXPECT_FALSE(frame.isVisible()) << "it has gone"; };
+    program.ShowMessage(u"text", 0);
+    EXPECT_EQ(boxes.Take().size(), 2U);
+}
+
+TEST_F(FrameTest, TheEndThatIsComingWaitsForADocumentOfTheUser)
+{
+    frame.ArmShutdownTimer();
+    frmDocument& form = New();
+    QTest::qWait(100); // twice what the timer takes
+    EXPECT_TRUE(frame.isVisible());
+    form.ViewObject()->FileClose(false);
+    frame.ArmShutdownTimer();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return program.IsShuttingDown(); }));
+}
+
 TEST_F(FrameTest, TheEndRemembersThePlaceAndSaysSo)
 {
     auto lines = trace.Take();

@@ -8,8 +8,10 @@ namespace nib {
 
 AccountItem::AccountItem(const AccountStore& store, ItemPlace place, const Text& sessionAccount,
                          const VerbPrograms& programs)
-    : store_(store), place_(std::move(place))
+    : store_(store), place_(std::move(place)), anyAccount_(place_.database == kAnyAccount)
 {
+    if (!place_.folder.empty() && (place_.database.empty() || anyAccount_)) place_.database = sessionAccount;
+    if (place_.folder.empty() && anyAccount_) place_.database.clear();
     if (!sessionAccount.empty()) session_.emplace(store_, sessionAccount, programs);
     if (place_.database.empty()) return;
     store_.AccountFolder(place_.database);
@@ -34,7 +36,8 @@ Text AccountItem::ItemName() const
 Text AccountItem::DisplayPath() const
 {
     Text path;
-    for (const Text* level : {&place_.database, &place_.folder, &place_.itemId}) {
+    const Text account = anyAccount_ ? Text() : place_.database;
+    for (const Text* level : {&account, &place_.folder, &place_.itemId}) {
         if (!path.empty() && !level->empty()) path.push_back(u' ');
         path += *level;
     }

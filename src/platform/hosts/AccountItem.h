@@ -8,11 +8,14 @@
 
 namespace nib {
 
+/// The account of a path that serves every session.
+inline constexpr TextView kAnyAccount{u"*"};
+
 /// An item of an account, or one of the places above it.
 class AccountItem : public mvItem {
 public:
-    /// Throws kPathNotFound when the account or the file is missing. `sessionAccount` is the account of commands, empty
-    /// when there is none.
+    /// Throws kPathNotFound when the account or the file is missing. `sessionAccount` is the account of commands, and
+    /// that of a file whose path names none or any; empty when there is none.
     AccountItem(const AccountStore& store, ItemPlace place, const Text& sessionAccount, const VerbPrograms& programs);
 
     Text Path() const override;
@@ -45,6 +48,7 @@ private:
 
     AccountStore store_;
     ItemPlace place_;
+    bool anyAccount_; ///< the path left the account to the session
     bool readOnly_ = false;
     std::optional<StoredText> stored_; ///< none when the place is not that of an item
     std::optional<AccountSession> session_;

@@ -26,11 +26,11 @@ AccountLink::AccountLink(const HostSettings& settings, const FileSaver& saver, V
 
 std::shared_ptr<mvItem> AccountLink::Open(const ItemPlace& place, bool readOnly, bool lock)
 {
-    const Text account = place.database.empty() ? DefaultAccount() : place.database;
-    ItemPlace full = place;
-    if (!place.folder.empty()) full.database = account;
-    auto item = std::make_shared<AccountItem>(store_, std::move(full), account, programs_);
-    if (!place.database.empty()) lastAccount_ = place.database;
+    const bool named = !place.database.empty() && place.database != kAnyAccount;
+    const Text account = named ? place.database : DefaultAccount();
+    if (account.empty() && !place.itemId.empty()) store_.AccountFolder(account); // says that none is named
+    auto item = std::make_shared<AccountItem>(store_, place, account, programs_);
+    if (named) lastAccount_ = account;
     if (lock && !readOnly && item->IsItem()) item->LockItem(true);
     item->SetReadOnly(readOnly);
     return item;

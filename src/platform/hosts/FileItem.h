@@ -13,7 +13,7 @@ public:
     Text Provider() const override { return u"file"; }
     Text ServerName() const override { return {}; }
     Text Database() const override { return {}; }
-    Text Folder() const override { return {}; }
+    Text Folder() const override { return FileName(); }
     Text ItemID() const override;
     Text ItemName() const override { return ItemID(); }
     Text HostName() const override { return {}; }

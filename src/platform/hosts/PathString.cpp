@@ -53,11 +53,18 @@ ItemPlace ParseHost(TextView path)
     return place;
 }
 
+Text LocalName(const ItemPlace& place)
+{
+    if (place.itemId.empty()) return place.folder;
+    if (place.folder.empty() || place.itemId.starts_with(u'/')) return place.itemId;
+    return place.folder + (place.folder.ends_with(u'/') ? u"" : u"/") + place.itemId;
+}
+
 } // namespace
 
 Text ComposeHostPath(const ItemPlace& place)
 {
-    if (place.provider == kFileProvider) return ComposeFilePath(place.itemId.empty() ? place.folder : place.itemId);
+    if (place.provider == kFileProvider) return ComposeFilePath(LocalName(place));
     size_t used = kLevels.size();
     while (used > 0 && (place.*kLevels[used - 1]).empty()) --used;
     Text path(kHostPrefix);

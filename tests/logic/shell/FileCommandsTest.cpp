@@ -147,6 +147,25 @@ TEST_F(FileCommandsTest, OpenDialog)
     t.ExpectCalm();
 }
 
+TEST_F(FileCommandsTest, ThePickerOpensThoughThePresentPlaceIsGone)
+{
+    t.connection.openFailures = {Error{error_number::kPathNotFound, u"No such account"}};
+    Pick({kLocal});
+    t.Store(kLocal, u"");
+    files.FileOpen();
+    EXPECT_EQ(t.Titles(), Lines{u"a.bas"});
+    EXPECT_EQ(t.connection.requests.back().second, u"") << "begins where it likes";
+
+    auto document = t.New();
+    document->SetText(u"work");
+    t.connection.openFailures = {Error{error_number::kPathNotFound, u"No such account"}};
+    Pick({kMain});
+    EXPECT_TRUE(files.FileSaveAs(*document));
+    EXPECT_EQ(t.Stored(kMain), u"work");
+    EXPECT_TRUE(t.boxes.Take().empty());
+    t.ExpectCalm();
+}
+
 TEST_F(FileCommandsTest, SaveAsDialogRenamesTheRecentEntry)
 {
     t.Store(kMain, u"text");

@@ -122,13 +122,14 @@ TEST_F(AccountSessionTest, ATimeLimitEndsTheWholeGroup)
     Verb("SLOW", "sh -c 'sleep 60 & echo $! > child; sleep 60'", "1");
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(ErrorOf([&] { Run(u"SLOW"); }).description, u"SLOW was stopped: it did not end within 1 seconds.");
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
     EXPECT_TRUE(HasGone("child"));
 
-    Verb("LEAVES", "sh -c 'sleep 3 & echo done'", "30");
+    Verb("LEAVES", "sh -c 'sleep 30 & echo done'", "60");
     const auto again = std::chrono::steady_clock::now();
     EXPECT_EQ(Run(u"LEAVES"), u"done");
-    EXPECT_LT(std::chrono::steady_clock::now() - again, std::chrono::seconds(2));
+    EXPECT_LT(std::chrono::steady_clock::now() - again, std::chrono::seconds(20))
+        << "nobody waits for who stays behind";
 }
 
 TEST_F(AccountSessionTest, WhatIsStoppedTakesItsChildrenAlong)
@@ -140,7 +141,7 @@ TEST_F(AccountSessionTest, WhatIsStoppedTakesItsChildrenAlong)
     connection = std::make_unique<HostConnection>(Config(), picker, boxes, VerbPrograms(u"", &notice));
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(Run(u"FORK x"), u"begun\r\nFORK was stopped.");
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 30s);
     EXPECT_EQ(notice.log, (std::vector<Text>{u"FORK x", u"ended"}));
     EXPECT_GE(notice.asked, 4) << "about every 50 ms";
     EXPECT_LE(notice.asked, 11);

@@ -1,6 +1,5 @@
 #include "HostFixture.h"
-
-#include <chrono>
+#include "fakes/Patience.h"
 
 namespace nib::test {
 
@@ -81,9 +80,8 @@ TEST_F(HostBrowserTest, TypedNames)
 TEST_F(HostBrowserTest, TenThousandItemsOpenAtOnce)
 {
     for (int n = 0; n < 10000; ++n) folder.File("accounts/DEMO/BIG/ITEM" + std::to_string(n), "");
-    const auto start = std::chrono::steady_clock::now();
+    test::Patience patience("list of items");
     EXPECT_EQ(connection->Browser().Children(u"mvdb:*/DEMO/BIG").size(), 10000U);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }
 
 } // namespace nib::test

@@ -34,6 +34,9 @@ TEST_F(HostConnectionTest, ALocalFileIsReadAndWrittenAsItStood)
     EXPECT_EQ(item->ReadItem(0, 0, 0), u"x\r\ny");
     EXPECT_EQ(item->ItemID(), u"a.txt");
     EXPECT_EQ(item->FileName(), FromUtf8(folder.Path()));
+    EXPECT_EQ(connection->ComposeHostPath({item->Provider(), {}, {}, item->Folder(), u"b.txt"}),
+              connection->ComposeFilePath(FromUtf8(folder / "b.txt")))
+        << "what a program in that file names lies beside it";
     EXPECT_EQ(item->DisplayPath(), FromUtf8(name));
     EXPECT_EQ(item->Session(), nullptr);
     item->WriteItem(0, 0, 0, u"x\r\nz");
@@ -76,6 +79,24 @@ TEST_F(HostConnectionTest, WhatIsMissingIsNamed)
         EXPECT_EQ(error.description, row.text) << ToUtf8(error.description);
     }
     EXPECT_EQ(ErrorOf([&] { Open(u"mvdb:*/DEMO/BP/" + Text(256, u'x')); }).number, error_number::kBadFileName);
+}
+
+TEST_F(HostConnectionTest, AnyAccountIsTheUsualOne)
+{
+    folder.File("accounts/LIVE/BP/X", "live\n");
+    auto item = Open(u"mvdb:*/*/BP/INVOICE", false, true);
+    EXPECT_EQ(item->Path(), u"mvdb:*/DEMO/BP/INVOICE") << "as a recent entry is opened by a session without an account";
+    EXPECT_EQ(item->ReadItem(0, 0, 0), u"A=1\r\nPRINT A");
+    EXPECT_EQ(item->DisplayPath(), u"BP INVOICE") << "a recent entry is not that of one account";
+    EXPECT_EQ(ErrorOf([&] { Open(u"mvdb:*/DEMO/BP/INVOICE", false, true); }).number, error_number::kLocked);
+    EXPECT_FALSE(Open(u"mvdb:*/*")->IsItem());
+
+    for (TextView account : {u"", u"*"}) {
+        const Text path = u"mvdb:west/" + Text(account) + u"/BP/X";
+        EXPECT_TRUE(ErrorOf([&] { Open(path); }).description.starts_with(u"No account is named on")) << ToUtf8(path);
+    }
+    Open(u"mvdb:west/LIVE");
+    EXPECT_EQ(Open(u"mvdb:west/*/BP/X")->Path(), u"mvdb:west/LIVE/BP/X") << "the one that was used last";
 }
 
 TEST_F(HostConnectionTest, HostileIdsStayInTheirFile)

@@ -40,6 +40,10 @@ TEST(PathStringTest, KnownForms)
     EXPECT_EQ(ComposeHostPath({u"mvdb", u"", u"DEMO", u"", u"é"}), u"mvdb:/DEMO//%C3%A9");
     EXPECT_EQ(ComposeHostPath({u"mvdb", u"h", u"..", u"", u""}), u"mvdb:h/%2E%2E");
     EXPECT_EQ(ComposeHostPath({u"file", u"", u"", u"/tmp/a b", u""}), u"file:/tmp/a b") << "a folder to begin at";
+    for (auto [file, item, path] : {std::tuple{u"/tmp", u"a b", u"file:/tmp/a b"},
+                                    {u"/", u"a", u"file:/a"},
+                                    {u"/tmp", u"/home/a", u"file:/home/a"}})
+        EXPECT_EQ(ComposeHostPath({u"file", u"", u"", file, item}), path);
     EXPECT_EQ(ComposeFilePath(u"/tmp/a b%.txt"), u"file:/tmp/a b%.txt");
     EXPECT_EQ(ComposeFilePath(u"x/../y.txt"),
               u"file:" + FromUtf8(std::filesystem::current_path().string()) + u"/y.txt");
