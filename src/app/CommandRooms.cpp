@@ -28,11 +28,14 @@ void CommandRooms::LoadForms()
 {
     resultsModel_ = std::make_unique<ResultsModel>(program_.Services(), *this);
     results_ = std::make_unique<frmResults>(*resultsModel_, store_, &mainWindow_);
-    results_->onPrint = [this](frmResults& results) { printing_.PrintResults(results); };
+    results_->onPrint = [this](frmResults& results) {
+        printing_.PrintPages(
+            results.windowTitle(), [&](const Paper& paper) { results.PrintTo(paper); }, &results);
+    };
     engine_ =
         std::make_unique<FindEngine>(program_.Services(), *this, *results_, program_.EditorSettings().RecentSearches);
     find_ = std::make_unique<frmFind>(*engine_, &mainWindow_);
-    goto_ = std::make_unique<frmGoto>(program_, &mainWindow_);
+    goto_ = std::make_unique<frmGoto>(program_.Services(), &mainWindow_);
     program_.Services().results = this;
 }
 
@@ -64,9 +67,9 @@ void CommandRooms::Settings(int32_t page)
     frmSettings::ShowSettings(model, &mainWindow_, page);
 }
 
-void CommandRooms::SetToolSize(int32_t size)
+void CommandRooms::IconsChosen(bool large)
 {
-    mainWindow_.Menus().SetIconSize(Band::ToolBar, size);
+    mainWindow_.Menus().SetIconSize(Band::ToolBar, large ? kLargeIcons : kSmallIcons);
     mainWindow_.Menus().SetHotTrack(Band::ToolBar, program_.EditorSettings().ToolbarHotTrack);
 }
 

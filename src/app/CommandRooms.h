@@ -11,6 +11,7 @@
 
 namespace nib {
 
+class Program;
 class QtPrinting;
 class frmMain;
 
@@ -59,7 +60,7 @@ public:
     // ResultsOutput
     void ShowText(TextView text) override;
     // SettingsApplied
-    void SetToolSize(int32_t size) override;
+    void IconsChosen(bool large) override;
     void FontChanged() override;
     // SearchHost, ResultsOutput
     int32_t ActiveDocument() const override;

@@ -6,6 +6,7 @@
 #include "app/SettingsFiles.h"
 #include "diagnostics/Guarded.h"
 #include "diagnostics/modDebugLog.h"
+#include "platform/hosts/AccountLink.h"
 #include "platform/hosts/HostConnection.h"
 #include "platform/hosts/SampleAccount.h"
 #include "platform/posix/FileSaver.h"
@@ -103,7 +104,7 @@ int main(int argc, char** argv)
     HostConfig hosts = HostConfig::FromEnvironment();
     Text sampleFault = MakeSampleAccount(places.data, hosts);
     QtWaitNotice notice;
-    HostConnection connection(hosts, picker, boxes, {places.programs, &notice});
+    HostConnection connection(hosts, picker, boxes, AccountLinks({places.programs, &notice}));
     SettingsFiles settings(hosts.backupFolder, places.settings);
     SessionRooms rooms(settings.Store(), hosts.backupFolder);
     frmMain mainWindow;

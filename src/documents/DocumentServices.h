@@ -21,12 +21,18 @@ public:
     virtual ~DocumentShell() = default;
     /// The one message box call: brings the program forward, answers the button pressed.
     virtual int32_t ShowMessage(TextView text, int32_t flags, TextView title = u"Nib") = 0;
+    /// Tells the user of a failure.
+    virtual void ReportError(TextView description) = 0;
     virtual void SetStatusText(int32_t panel, TextView text) = 0;
     virtual void ShowStatusPanel(int32_t panel) = 0;
     virtual void HideStatusPanel(int32_t panel) = 0;
     virtual void UpdateToolBar() = 0;
     virtual void SetWaitCursor(bool wait) = 0;
     virtual void ToForeground() = 0;
+    /// Lets waiting messages of the desktop through.
+    virtual void ProcessMessages() = 0;
+    /// The DocumentID of the active window; 0 when there is none.
+    virtual int32_t ActiveDocument() const = 0;
     /// Taken round each call that waits for the host: what has changed is copied first, and while held no auto-save
     /// pass runs. Nests.
     virtual void HoldAutoSave(bool hold) = 0;

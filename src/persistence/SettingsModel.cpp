@@ -4,7 +4,6 @@
 #include "documents/mvDocuments.h"
 #include "editing/SettingText.h"
 #include "persistence/store/LeadingNumber.h"
-#include "platform/MenuBar.h"
 
 #include <algorithm>
 
@@ -116,7 +115,7 @@ bool SettingsModel::Accept()
         if (services_.openCount > 0) clone_.MinMaxClose = live.MinMaxClose;
         live.UpdateFrom(clone_);
         live.SaveSettings(store_);
-        applied_.SetToolSize(live.ToolbarLargeIcons ? kLargeIcons : kSmallIcons);
+        applied_.IconsChosen(live.ToolbarLargeIcons);
         for (const auto& document : services_.openDocuments.All())
             Guarded(
                 services_.log, u"frmSettings.ApplySettings", [&] { document->ApplySettings(); }, [](const Error&) {});

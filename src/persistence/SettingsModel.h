@@ -12,8 +12,8 @@ namespace nib {
 class SettingsApplied {
 public:
     virtual ~SettingsApplied() = default;
-    /// Of the tool bar: kSmallIcons or kLargeIcons.
-    virtual void SetToolSize(int32_t size) = 0;
+    /// Icons of the tool bar.
+    virtual void IconsChosen(bool large) = 0;
     /// The find dialog and the window of results follow the editor's font.
     virtual void FontChanged() = 0;
 };

@@ -2,24 +2,25 @@
 
 #include "base/Marks.h"
 #include "diagnostics/Guarded.h"
-#include "shell/Program.h"
+#include "documents/mvDocument.h"
+#include "documents/mvDocuments.h"
 
 namespace nib {
 
-GotoModel::GotoModel(Program& program)
-    : program_(program), byLine_(program.EditorSettings().GotoLineNumber), settingSeen_(byLine_)
+GotoModel::GotoModel(DocumentServices& services)
+    : services_(services), byLine_(services.settings.GotoLineNumber), settingSeen_(byLine_)
 {
 }
 
 std::shared_ptr<mvDocument> GotoModel::ActiveDocument() const
 {
-    return program_.OpenDocuments().ById(program_.Window().ActiveDocument());
+    return services_.openDocuments.ById(services_.shell.ActiveDocument());
 }
 
 void GotoModel::Begin(TextView target)
 {
     target_ = target;
-    bool setting = program_.EditorSettings().GotoLineNumber;
+    bool setting = services_.settings.GotoLineNumber;
     // The user's last choice stays, until the settings say something new.
     if (setting != settingSeen_) byLine_ = setting;
     settingSeen_ = setting;
@@ -30,17 +31,17 @@ void GotoModel::GetLabels()
 {
     labels_.clear();
     Guarded(
-        program_.Log(), u"frmGoto.GetLabels",
+        services_.log, u"frmGoto.GetLabels",
         [&] {
             if (auto document = ActiveDocument()) labels_ = Split(document->BuildLabelTable().Extract({1}), kValueMark);
         },
-        [&](const Error& error) { program_.ReportError(error.description); });
+        [&](const Error& error) { services_.shell.ReportError(error.description); });
 }
 
 bool GotoModel::Accept(TextView label, TextView lineNumber)
 {
     return Guarded(
-        program_.Log(), u"frmGoto.cmdOK_Click",
+        services_.log, u"frmGoto.cmdOK_Click",
         [&] {
             auto document = ActiveDocument();
             if (!document) throw Error{error_number::kInvalidCall, u"No document is open."};
@@ -53,7 +54,7 @@ bool GotoModel::Accept(TextView label, TextView lineNumber)
             return true;
         },
         [&](const Error& error) {
-            program_.ReportError(error.description);
+            services_.shell.ReportError(error.description);
             return false;
         });
 }
@@ -66,12 +67,12 @@ int32_t GotoModel::LineCount() const
 
 bool GotoModel::NoGotoDialog() const
 {
-    return program_.EditorSettings().NoGotoDialog;
+    return services_.settings.NoGotoDialog;
 }
 
 void GotoModel::SetNoGotoDialog(bool on)
 {
-    program_.EditorSettings().NoGotoDialog = on;
+    services_.settings.NoGotoDialog = on;
 }
 
 } // namespace nib

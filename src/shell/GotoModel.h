@@ -7,13 +7,13 @@
 namespace nib {
 
 class mvDocument;
-class Program;
+struct DocumentServices;
 
 /// What the go-to dialog knows and does: jumps to a label or a line of the active document.
 class GotoModel {
 public:
-    /// Takes the choice between label and line from the settings. The program outlives the model.
-    explicit GotoModel(Program& program);
+    /// Takes the choice between label and line from the settings. The services outlive the model.
+    explicit GotoModel(DocumentServices& services);
 
     /// A showing begins: stores the target and gathers the labels of the active document.
     void Begin(TextView target);
@@ -33,7 +33,7 @@ private:
     std::shared_ptr<mvDocument> ActiveDocument() const;
     void GetLabels();
 
-    Program& program_;
+    DocumentServices& services_;
     Text target_;
     std::vector<Text> labels_;
     bool byLine_;

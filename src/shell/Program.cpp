@@ -30,7 +30,7 @@ private:
 
 Program::Program(const ProgramPorts& ports)
     : ports_(ports), log_(ports.trace), services_{*this, ports.connection, settings_, location_, openDocuments_, log_},
-      files_(*this), history_(openDocuments_, ports.mainWindow, ports.clock)
+      files_(*this), history_(services_, ports.clock)
 {
 }
 
@@ -268,6 +268,16 @@ void Program::SetWaitCursor(bool wait)
 void Program::ToForeground()
 {
     ports_.mainWindow.ToForeground();
+}
+
+void Program::ProcessMessages()
+{
+    ports_.mainWindow.ProcessMessages();
+}
+
+int32_t Program::ActiveDocument() const
+{
+    return ports_.mainWindow.ActiveDocument();
 }
 
 void Program::HoldAutoSave(bool hold)

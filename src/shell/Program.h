@@ -46,7 +46,7 @@ public:
     bool IsShuttingDown() const { return shuttingDown_; }
 
     int32_t ShowMessage(TextView text, int32_t flags, TextView title = u"Nib") override;
-    void ReportError(TextView description);
+    void ReportError(TextView description) override;
     void SetStatusText(int32_t panel, TextView text) override;
     void ShowStatusPanel(int32_t panel) override;
     void HideStatusPanel(int32_t panel) override;
@@ -85,6 +85,8 @@ private:
     // DocumentShell
     void SetWaitCursor(bool wait) override;
     void ToForeground() override;
+    void ProcessMessages() override;
+    int32_t ActiveDocument() const override;
     void HoldAutoSave(bool hold) override;
     void RecordPosition(mvDocument& document) override;
     std::unique_ptr<clsDocView> CreateView(mvDocument& document) override;

@@ -21,7 +21,7 @@ namespace {
 constexpr int kFieldChars = 28;
 }
 
-frmGoto::frmGoto(Program& program, QWidget* owner) : QDialog(owner), model_(program)
+frmGoto::frmGoto(DocumentServices& services, QWidget* owner) : QDialog(owner), model_(services)
 {
     setWindowTitle(tr("Goto"));
     Build();

@@ -16,7 +16,7 @@ namespace nib {
 class frmGoto final : public QDialog {
     Q_DECLARE_TR_FUNCTIONS(frmGoto)
 public:
-    explicit frmGoto(Program& program, QWidget* owner = nullptr);
+    explicit frmGoto(DocumentServices& services, QWidget* owner = nullptr);
 
     /// Modal over `owner`. True when OK was pressed; `target` is then the label that was used.
     bool ShowGoto(Text& target, QWidget* owner);

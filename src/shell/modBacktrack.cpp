@@ -32,8 +32,8 @@ private:
 
 } // namespace
 
-NavigationHistory::NavigationHistory(mvDocuments& documents, MainWindow& window, const Clock& clock)
-    : documents_(documents), window_(window), clock_(clock)
+NavigationHistory::NavigationHistory(DocumentServices& services, const Clock& clock)
+    : services_(services), clock_(clock)
 {
 }
 
@@ -48,7 +48,7 @@ bool NavigationHistory::RecordPosition(mvDocument* document, bool throttled)
     if (!position) return false;
     forwardCount_ = 0;
     Store(*position);
-    window_.UpdateToolBar();
+    services_.shell.UpdateToolBar();
     return true;
 }
 
@@ -73,7 +73,7 @@ bool NavigationHistory::NavigateBack(mvDocument* document)
         forwardSlot_ = Before(forwardSlot_);
         ++forwardCount_;
     }
-    window_.UpdateToolBar();
+    services_.shell.UpdateToolBar();
     return moved;
 }
 
@@ -84,7 +84,7 @@ bool NavigationHistory::NavigateForward(mvDocument* document)
     if (!present) return false;
     bool moved = StepForward();
     if (moved) Store(*present);
-    window_.UpdateToolBar();
+    services_.shell.UpdateToolBar();
     return moved;
 }
 
@@ -124,14 +124,14 @@ std::optional<NavigationHistory::Record> NavigationHistory::Capture(mvDocument& 
 
 bool NavigationHistory::Visit(const Record& record)
 {
-    auto document = documents_.ById(record.documentId);
+    auto document = services_.openDocuments.ById(record.documentId);
     if (!document) return false;
     int32_t line = document->LineFromLineId(record.lineMarker);
     if (line < 0) return false;
     ScopedFlag replaying(replaying_);
     document->ShowLine(record.column, line, false);
     document->Activate();
-    window_.ProcessMessages();
+    services_.shell.ProcessMessages();
     return true;
 }
 

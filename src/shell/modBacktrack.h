@@ -2,7 +2,6 @@
 // Where the caret has been, across documents: what the commands Back and Forward walk through.
 
 #include "platform/Clock.h"
-#include "platform/MainWindow.h"
 
 #include <array>
 #include <optional>
@@ -10,7 +9,7 @@
 namespace nib {
 
 class mvDocument;
-class mvDocuments;
+struct DocumentServices;
 
 /// One ring of positions for the process. A position is a document, a line that is found again after edits, and a
 /// column; positions of closed documents and deleted lines are passed over when they are met.
@@ -18,7 +17,8 @@ class NavigationHistory {
 public:
     static constexpr int32_t kCapacity = 100;
 
-    NavigationHistory(mvDocuments& documents, MainWindow& window, const Clock& clock);
+    /// Both outlive it.
+    NavigationHistory(DocumentServices& services, const Clock& clock);
 
     /// Remembers the caret of `document`, which may be null. Throttled calls record at most once a second.
     bool RecordPosition(mvDocument* document, bool throttled);
@@ -42,8 +42,7 @@ private:
     bool StepForward();
     bool MayRecordNow();
 
-    mvDocuments& documents_;
-    MainWindow& window_;
+    DocumentServices& services_;
     const Clock& clock_;
     std::array<Record, kCapacity> ring_{};
     int32_t head_ = 0; ///< the slot to write next

@@ -4,10 +4,10 @@
 namespace nib::test {
 
 struct FakeSettingsApplied final : SettingsApplied {
-    std::vector<int32_t> toolSizes;
+    std::vector<bool> iconsLarge;
     int32_t fontChanges = 0;
 
-    void SetToolSize(int32_t size) override { toolSizes.push_back(size); }
+    void IconsChosen(bool large) override { iconsLarge.push_back(large); }
     void FontChanged() override { ++fontChanges; }
 };
 

@@ -107,7 +107,7 @@ TEST(FormAccessTest, SmallDialogs)
     document->SetText(u"START:\r\nX = 1");
     document->Activate();
     Text target = u"START";
-    frmGoto jump(t.program);
+    frmGoto jump(t.program.Services());
     WhileShown([&] { jump.ShowGoto(target, nullptr); });
     frmProperties properties;
     WhileShown([&] { properties.ShowDialog(*document, t.program.CurrentLocation()); });

@@ -134,7 +134,7 @@ protected:
 
 TEST_F(DialogsTest, GotoLabelByKeyboard)
 {
-    frmGoto form(t.program);
+    frmGoto form(t.program.Services());
     WhenModal([](QWidget& dialog) {
         EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Goto"));
         EXPECT_EQ(NameOf(QApplication::focusWidget()), QStringLiteral("Label"));
@@ -164,7 +164,7 @@ TEST_F(DialogsTest, GotoLabelByKeyboard)
 
 TEST_F(DialogsTest, GotoLineByKeyboard)
 {
-    frmGoto form(t.program);
+    frmGoto form(t.program.Services());
     WhenModal([](QWidget&) {
         AccessKey(Qt::Key_N);
         EXPECT_EQ(NameOf(QApplication::focusWidget()), QStringLiteral("Line number"));
@@ -189,7 +189,7 @@ TEST_F(DialogsTest, GotoLineByKeyboard)
 
 TEST_F(DialogsTest, GotoStaysAfterAFailure)
 {
-    frmGoto form(t.program);
+    frmGoto form(t.program.Services());
     target = u"NOWHERE";
     WhenModal([&](QWidget& dialog) {
         Key(Qt::Key_Return);
@@ -242,7 +242,7 @@ TEST_F(DialogsTest, LargeLettersHaveRoom)
     QFont large = font;
     large.setPointSize(14);
     QApplication::setFont(large);
-    frmGoto jump(t.program);
+    frmGoto jump(t.program.Services());
     WhenModal([](QWidget& dialog) { ExpectUsable(dialog); });
     jump.ShowGoto(target, nullptr);
     frmProperties properties;

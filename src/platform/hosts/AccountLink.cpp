@@ -91,4 +91,11 @@ Text AccountLink::LockHolder(const ItemPlace& place)
     return ItemLock::Holder(store_.AccountFolder(place.database), LockName(place.folder, place.itemId));
 }
 
+HostLinkKinds AccountLinks(VerbPrograms programs)
+{
+    return {{u"accounts", [programs = std::move(programs)](const HostSettings& settings, const FileSaver& saver) {
+                 return std::make_unique<AccountLink>(settings, saver, programs);
+             }}};
+}
+
 } // namespace nib

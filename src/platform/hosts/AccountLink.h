@@ -29,4 +29,7 @@ private:
     VerbPrograms programs_;
 };
 
+/// The kind "accounts"; verbs run with `programs`.
+HostLinkKinds AccountLinks(VerbPrograms programs);
+
 } // namespace nib

@@ -18,10 +18,8 @@ bool IsLocked(const Error& error)
 
 } // namespace
 
-HostConnection::HostConnection(HostConfig config, PickerDialog& picker, MessageBoxes& boxes, VerbPrograms programs,
-                               HostLinkFactory network)
-    : links_(std::move(config), std::move(programs), std::move(network)), browser_(links_), picker_(picker),
-      boxes_(boxes)
+HostConnection::HostConnection(HostConfig config, PickerDialog& picker, MessageBoxes& boxes, HostLinkKinds kinds)
+    : links_(std::move(config), std::move(kinds)), browser_(links_), picker_(picker), boxes_(boxes)
 {
 }
 
@@ -102,13 +100,6 @@ Text HostConnection::ComposeFilePath(TextView fileName) const
 ItemPlace HostConnection::ParsePath(TextView path) const
 {
     return nib::ParsePath(path);
-}
-
-std::unique_ptr<HostConnection> MakeHostConnection(PickerDialog& picker, MessageBoxes& boxes, VerbPrograms programs,
-                                                   HostLinkFactory network)
-{
-    return std::make_unique<HostConnection>(HostConfig::FromEnvironment(), picker, boxes, std::move(programs),
-                                            std::move(network));
 }
 
 } // namespace nib

@@ -9,9 +9,7 @@ namespace nib {
 /// The host connection: finds the link of a path, and runs the picker. Items may outlive it.
 class HostConnection : public mvConnection {
 public:
-    /// Verbs run with `programs`. `network` makes links of kind "network".
-    HostConnection(HostConfig config, PickerDialog& picker, MessageBoxes& boxes, VerbPrograms programs,
-                   HostLinkFactory network = {});
+    HostConnection(HostConfig config, PickerDialog& picker, MessageBoxes& boxes, HostLinkKinds kinds);
 
     SelectedItem SelectItem(const SelectRequest& request, mvItem* start) override;
     std::vector<SelectedItem> SelectItems(const SelectRequest& request, mvItem* start) override;
@@ -33,9 +31,5 @@ private:
     PickerDialog& picker_;
     MessageBoxes& boxes_;
 };
-
-/// With the connections that the environment configures.
-std::unique_ptr<HostConnection> MakeHostConnection(PickerDialog& picker, MessageBoxes& boxes, VerbPrograms programs,
-                                                   HostLinkFactory network = {});
 
 } // namespace nib

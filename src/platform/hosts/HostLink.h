@@ -1,8 +1,10 @@
 #pragma once
 #include "platform/ItemBrowser.h"
 #include "platform/hosts/HostConfig.h"
+#include "platform/posix/FileSaver.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -22,7 +24,9 @@ public:
     virtual Text LockHolder(const ItemPlace& place) = 0;
 };
 
-/// Makes the link of a connection. Throws Error when it cannot.
-using HostLinkFactory = std::function<std::unique_ptr<HostLink>(const HostSettings&)>;
+/// Makes the link of a connection, which writes with the saver. Throws Error when it cannot.
+using HostLinkFactory = std::function<std::unique_ptr<HostLink>(const HostSettings&, const FileSaver&)>;
+/// By the kind that hosts.conf names, in lower case.
+using HostLinkKinds = std::map<Text, HostLinkFactory>;
 
 } // namespace nib

@@ -1,7 +1,6 @@
 #include "platform/hosts/HostLinks.h"
 
 #include "base/Error.h"
-#include "platform/hosts/AccountLink.h"
 
 namespace nib {
 
@@ -15,15 +14,12 @@ HostLink& HostLinks::Find(TextView serverName)
 
 std::unique_ptr<HostLink> HostLinks::Make(const HostSettings& settings) const
 {
-    if (EqualsNoCase(settings.kind, u"accounts")) {
-        return std::make_unique<AccountLink>(settings, Saver(), programs_);
-    }
+    auto found = kinds_.find(ToLower(settings.kind));
+    if (found != kinds_.end()) return found->second(settings, Saver());
     const Text which = u"The host connection \"" + settings.serverName + u"\"";
-    if (!EqualsNoCase(settings.kind, u"network")) {
-        throw Error(error_number::kStorage, which + u" is of the unknown kind \"" + settings.kind + u"\".");
-    }
-    if (!network_) throw Error(error_number::kStorage, which + u" is a network connection, which is not available.");
-    return network_(settings);
+    if (EqualsNoCase(settings.kind, u"network"))
+        throw Error(error_number::kStorage, which + u" is a network connection, which is not available.");
+    throw Error(error_number::kStorage, which + u" is of the unknown kind \"" + settings.kind + u"\".");
 }
 
 } // namespace nib

@@ -1,20 +1,12 @@
 #pragma once
 #include "platform/hosts/HostLink.h"
-#include "platform/hosts/VerbPrograms.h"
-#include "platform/posix/FileSaver.h"
-
-#include <map>
 
 namespace nib {
 
 /// The links of all configured connections, each made when it is first used.
 class HostLinks {
 public:
-    /// `network` makes the links of kind "network"; without it there are none.
-    HostLinks(HostConfig config, VerbPrograms programs, HostLinkFactory network)
-        : config_(std::move(config)), programs_(std::move(programs)), network_(std::move(network))
-    {
-    }
+    HostLinks(HostConfig config, HostLinkKinds kinds) : config_(std::move(config)), kinds_(std::move(kinds)) {}
 
     const HostConfig& Config() const { return config_; }
     FileSaver Saver() const { return FileSaver(config_.backupFolder); }
@@ -24,8 +16,7 @@ private:
     std::unique_ptr<HostLink> Make(const HostSettings& settings) const;
 
     HostConfig config_;
-    VerbPrograms programs_;
-    HostLinkFactory network_;
+    HostLinkKinds kinds_;
     std::map<Text, std::unique_ptr<HostLink>> links_;
 };
 

@@ -4,7 +4,6 @@
 #include "platform/qt/QtPrintingSurface.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWaitCursor.h"
-#include "search/frmResults.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -122,10 +121,10 @@ void QtPrinting::Print(SourceViewModel& view, TextView title)
     Told([&] { Run(owner_, job); });
 }
 
-void QtPrinting::PrintResults(frmResults& results)
+void QtPrinting::PrintPages(const QString& title, const std::function<void(const Paper&)>& draw, QWidget* owner)
 {
-    PrintJob job{results.windowTitle(), [&](const Paper& paper) { results.PrintTo(paper); }, {}};
-    Told([&] { Run(&results, job); });
+    PrintJob job{title, draw, {}};
+    Told([&] { Run(owner, job); });
 }
 
 void QtPrinting::Run(QWidget* owner, const PrintJob& job)

@@ -19,8 +19,6 @@ class QPrinter;
 
 namespace nib {
 
-class frmResults;
-
 /// The present date in the system's short form.
 Text ShortDate();
 
@@ -42,7 +40,8 @@ public:
     /// The dialogs stand over `owner`; null until there is a window.
     void SetOwner(QWidget* owner) { owner_ = owner; }
     void Print(SourceViewModel& view, TextView title) override;
-    void PrintResults(frmResults& results);
+    /// Whatever `draw` puts on paper; the dialogs stand over `owner`.
+    void PrintPages(const QString& title, const std::function<void(const Paper&)>& draw, QWidget* owner);
 
     /// Asks for printer, pages and the like; false when nothing is left to print.
     std::function<bool(QPrinter&, const PrintJob&, QWidget*)> choose;

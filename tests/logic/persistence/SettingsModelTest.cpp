@@ -165,7 +165,7 @@ TEST_F(SettingsModelTest, OkStoresAndApplies)
     EXPECT_EQ(store.values[u"TabSize"], u"7");
     EXPECT_EQ(store.values[u"RecentListSize"], u"1");
     EXPECT_EQ(test.View(*document).txtText().TabSize(), 7);
-    EXPECT_EQ(applied.toolSizes, (std::vector<int32_t>{kLargeIcons}));
+    EXPECT_EQ(applied.iconsLarge, std::vector<bool>{true});
     EXPECT_EQ(applied.fontChanges, 1);
 
     SettingsModel none = Model();

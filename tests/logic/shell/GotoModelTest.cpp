@@ -22,7 +22,7 @@ struct GotoModelTest : testing::Test {
 
 TEST_F(GotoModelTest, LabelsInTheOrderOfTheText)
 {
-    GotoModel model(t.program);
+    GotoModel model(t.program.Services());
     model.Begin(u"A");
     EXPECT_EQ(model.Labels(), (std::vector<Text>{u"B", u"A", u"10"}));
     EXPECT_EQ(model.Target(), u"A");
@@ -45,7 +45,7 @@ TEST_F(GotoModelTest, Accept)
                       {true, u"A", u"abc", {0, 0}, u"old"}, {true, u"A", u"", {0, 0}, u"old"},
                       {true, u"", u"99", {0, 3}, u"old"},   {true, u"", u"9999999999", {0, 3}, u"old"}};
     for (auto& row : rows) {
-        GotoModel model(t.program);
+        GotoModel model(t.program.Services());
         model.Begin(u"old");
         model.ChooseLine(row.byLine);
         EXPECT_TRUE(model.Accept(row.label, row.line));
@@ -56,7 +56,7 @@ TEST_F(GotoModelTest, Accept)
 
 TEST_F(GotoModelTest, FailureIsToldAndTheDialogStays)
 {
-    GotoModel model(t.program);
+    GotoModel model(t.program.Services());
     model.Begin(u"");
     view.SetCaret({1, 1});
     EXPECT_FALSE(model.Accept(u"NOWHERE", u"1"));
@@ -76,7 +76,7 @@ TEST_F(GotoModelTest, ChoiceAndSettings)
 {
     MvEdit& settings = t.program.EditorSettings();
     settings.GotoLineNumber = true;
-    GotoModel model(t.program);
+    GotoModel model(t.program.Services());
     EXPECT_TRUE(model.ByLine());
     model.ChooseLine(false);
     model.Begin(u"");

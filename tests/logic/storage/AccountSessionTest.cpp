@@ -138,7 +138,7 @@ TEST_F(AccountSessionTest, WhatIsStoppedTakesItsChildrenAlong)
     Verb("FORK", "sh -c 'echo begun; sleep 60 & echo $! > a; setsid sleep 60 & echo $! > b; "
                  "(setsid sh -c \"echo \\$\\$ > c; exec sleep 60\" &); sleep 60'");
     StoppingNotice notice{500ms};
-    connection = std::make_unique<HostConnection>(Config(), picker, boxes, VerbPrograms(u"", &notice));
+    connection = std::make_unique<HostConnection>(Config(), picker, boxes, AccountLinks({u"", &notice}));
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(Run(u"FORK x"), u"begun\r\nFORK was stopped.");
     EXPECT_LT(std::chrono::steady_clock::now() - start, 30s);
@@ -154,7 +154,7 @@ TEST_F(AccountSessionTest, TheNoticeIsToldOfEveryEnd)
     Verb("GONE", "no-such-program-here");
     Verb("FLOOD", "sh -c 'while :; do echo xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx; done'");
     StoppingNotice notice{300ms};
-    connection = std::make_unique<HostConnection>(Config(), picker, boxes, VerbPrograms(u"", &notice));
+    connection = std::make_unique<HostConnection>(Config(), picker, boxes, AccountLinks({u"", &notice}));
     EXPECT_EQ(Run(u"OK"), u"fine");
     EXPECT_NE(ErrorOf([&] { Run(u"GONE"); }).number, 0);
     EXPECT_TRUE(Run(u"FLOOD").ends_with(u"x\r\nFLOOD was stopped."));

@@ -1,6 +1,7 @@
 #pragma once
 #include "TempFolder.h"
 #include "base/Error.h"
+#include "platform/hosts/AccountLink.h"
 #include "platform/hosts/HostConnection.h"
 
 #include <gtest/gtest.h>
@@ -34,7 +35,8 @@ protected:
     {
         folder.File("accounts/DEMO/BP/INVOICE", "A=1\nPRINT A\n");
         folder.Folder("accounts/DEMO/VOC");
-        connection = std::make_unique<HostConnection>(Config(), picker, boxes, FromUtf8(folder / "programs"));
+        connection =
+            std::make_unique<HostConnection>(Config(), picker, boxes, AccountLinks(FromUtf8(folder / "programs")));
     }
     HostConfig Config() const
     {
