@@ -4,7 +4,7 @@
 #include "diagnostics/modDebugLog.h"
 #include "editing/LexClass.h"
 #include "platform/posix/PosixTraceMailbox.h"
-#include "platform/sourceview/SourceBuffer.h"
+#include "text/SourceBuffer.h"
 
 #include <benchmark/benchmark.h>
 

@@ -7,7 +7,7 @@
 #include "editing/operations/OpFormat.h"
 #include "editing/operations/OpIndentBlock.h"
 #include "editing/operations/OpToggleCase.h"
-#include "platform/sourceview/SourceViewModel.h"
+#include "text/SourceViewModel.h"
 
 #include <benchmark/benchmark.h>
 

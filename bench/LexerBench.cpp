@@ -2,7 +2,7 @@
 
 #include "BasicText.h"
 #include "editing/LexClass.h"
-#include "platform/sourceview/SourceBuffer.h"
+#include "text/SourceBuffer.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,9 +1,9 @@
 // The state of all commands, computed afresh: it runs after every change of the selection.
 
-#include "platform/hosts/PathString.h"
-#include "platform/sourceview/SourceViewModel.h"
+#include "hosts/PathString.h"
 #include "shell/MenuDispatcher.h"
 #include "shell/Program.h"
+#include "text/SourceViewModel.h"
 
 #include <benchmark/benchmark.h>
 

@@ -7,9 +7,9 @@
 #include "editing/operations/OpCommentBlock.h"
 #include "editing/operations/OpFormat.h"
 #include "editing/operations/OpIndentBlock.h"
-#include "platform/sourceview/SourceViewModel.h"
-#include "platform/sourceview/widget/SourceViewWidget.h"
 #include "search/OpReplaceAll.h"
+#include "text/SourceViewModel.h"
+#include "text/widget/SourceViewWidget.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -3,7 +3,7 @@
 
 #include "BasicText.h"
 #include "editing/LexClass.h"
-#include "platform/sourceview/SourceBuffer.h"
+#include "text/SourceBuffer.h"
 
 #include <Qsci/qsciscintillabase.h>
 

@@ -6,12 +6,12 @@
 #include "editing/LexClass.h"
 #include "platform/Clipboard.h"
 #include "platform/posix/FileSaver.h"
-#include "platform/qt/QtPrinting.h"
-#include "platform/qt/QtPrintingFile.h"
-#include "platform/qt/QtPrintingText.h"
 #include "platform/qt/QtText.h"
-#include "platform/sourceview/SourceViewModel.h"
 #include "printing/PrintClass.h"
+#include "printing/QtPrinting.h"
+#include "printing/QtPrintingFile.h"
+#include "printing/QtPrintingText.h"
+#include "text/SourceViewModel.h"
 
 #include <QApplication>
 #include <QFileInfo>

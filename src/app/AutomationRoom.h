@@ -1,8 +1,8 @@
 #pragma once
-#include "platform/qt/DBusServer.h"
+#include "automation/DBusServer.h"
 #include "shell/AutomationHost.h"
 #include "shell/Program.h"
-#include "shell/frmMain.h"
+#include "shell/frame/frmMain.h"
 
 namespace nib {
 

@@ -1,11 +1,11 @@
 #include "app/CommandRooms.h"
 
-#include "persistence/frmSettings.h"
-#include "platform/qt/AboutBox.h"
-#include "platform/qt/QtPrinting.h"
+#include "persistence/settings/frmSettings.h"
+#include "printing/QtPrinting.h"
 #include "shell/Program.h"
-#include "shell/frmMain.h"
-#include "shell/frmProperties.h"
+#include "shell/frame/frmMain.h"
+#include "shell/frame/frmProperties.h"
+#include "shell/help/QtAboutBox.h"
 
 #include <QApplication>
 

@@ -1,13 +1,13 @@
 #pragma once
 // The rooms behind the commands: what a command asks for by a port, done by the form or document that does it.
 
-#include "persistence/SettingsModel.h"
-#include "platform/qt/HelpWindow.h"
+#include "persistence/settings/SettingsModel.h"
 #include "search/frmFind.h"
 #include "search/frmResults.h"
 #include "shell/CommandPorts.h"
 #include "shell/TextPrinter.h"
-#include "shell/frmGoto.h"
+#include "shell/help/QtHelpWindow.h"
+#include "shell/navigation/frmGoto.h"
 
 namespace nib {
 

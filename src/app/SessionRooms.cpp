@@ -1,10 +1,10 @@
 #include "app/SessionRooms.h"
 
-#include "persistence/frmAutoRecover.h"
+#include "persistence/recovery/frmAutoRecover.h"
 #include "platform/posix/FileName.h"
 #include "platform/posix/UserFolders.h"
 #include "shell/Program.h"
-#include "shell/frmMain.h"
+#include "shell/frame/frmMain.h"
 
 namespace nib {
 

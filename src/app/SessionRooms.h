@@ -2,7 +2,7 @@
 #include "app/AutomationRoom.h"
 #include "app/CommandRooms.h"
 #include "documents/HostConfiguration.h"
-#include "persistence/modAutoRecover.h"
+#include "persistence/recovery/modAutoRecover.h"
 #include "platform/posix/PosixFileStates.h"
 #include "platform/posix/PosixFileTransfer.h"
 #include "platform/posix/PosixSessionToken.h"

@@ -1,9 +1,9 @@
 #pragma once
+#include "persistence/store/QtSettingsHive.h"
 #include "persistence/store/modPersistSettings.h"
 #include "platform/posix/PosixFileGuard.h"
 #include "platform/posix/PosixFileStates.h"
 #include "platform/posix/PosixFileTransfer.h"
-#include "platform/qt/QtSettingsHive.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "editing/MvEdit.h"
-#include "editing/SourceView.h"
+#include "text/SourceView.h"
 
 namespace nib {
 

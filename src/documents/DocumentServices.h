@@ -6,8 +6,8 @@
 #include "documents/Location.h"
 #include "documents/clsDocView.h"
 #include "editing/MvEdit.h"
+#include "hosts/mvConnect.h"
 #include "platform/MessageBoxes.h"
-#include "platform/mvConnect.h"
 
 #include <memory>
 

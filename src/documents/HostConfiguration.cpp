@@ -3,8 +3,8 @@
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocuments.h"
 #include "editing/SettingsTable.h"
+#include "hosts/mvConnect.h"
 #include "persistence/store/LeadingNumber.h"
-#include "platform/mvConnect.h"
 
 #include <algorithm>
 #include <limits>

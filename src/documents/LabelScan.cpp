@@ -1,6 +1,6 @@
 #include "documents/LabelScan.h"
 
-#include "editing/Units.h"
+#include "text/Units.h"
 
 namespace nib {
 

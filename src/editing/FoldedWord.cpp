@@ -1,6 +1,6 @@
 #include "editing/FoldedWord.h"
 
-#include "editing/Units.h"
+#include "text/Units.h"
 
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>

@@ -2,7 +2,7 @@
 
 #include "base/Marks.h"
 #include "diagnostics/Guarded.h"
-#include "editing/Units.h"
+#include "text/Units.h"
 
 #include <unicode/uset.h>
 

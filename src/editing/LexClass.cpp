@@ -3,7 +3,7 @@
 #include "base/Marks.h"
 #include "diagnostics/Guarded.h"
 #include "editing/BlockStyles.h"
-#include "editing/Units.h"
+#include "text/Units.h"
 
 #include <algorithm>
 

@@ -4,8 +4,8 @@
 
 #include "diagnostics/DebugLog.h"
 #include "editing/LexLine.h"
-#include "editing/SourceView.h"
 #include "editing/clsKeywords.h"
+#include "text/SourceView.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #include "editing/LexLine.h"
 
-#include "editing/Units.h"
+#include "text/Units.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "editing/BlockStyles.h"
-#include "editing/Units.h"
+#include "text/Units.h"
 
 #include <algorithm>
 

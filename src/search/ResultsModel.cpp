@@ -1,8 +1,8 @@
 #include "search/ResultsModel.h"
 
 #include "diagnostics/Guarded.h"
-#include "editing/Units.h"
 #include "persistence/store/LeadingNumber.h"
+#include "text/Units.h"
 
 #include <algorithm>
 #include <charconv>

@@ -2,9 +2,9 @@
 
 #include "base/Error.h"
 #include "shell/Commands.h"
-#include "shell/MenuModel.h"
 #include "shell/Program.h"
-#include "shell/modSSKeys.h"
+#include "shell/menus/MenuModel.h"
+#include "shell/menus/modSSKeys.h"
 
 namespace nib {
 

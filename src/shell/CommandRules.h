@@ -4,8 +4,8 @@
 #include "documents/mvDocument.h"
 #include "documents/mvDocuments.h"
 #include "shell/Commands.h"
-#include "shell/MenuModel.h"
 #include "shell/Program.h"
+#include "shell/menus/MenuModel.h"
 
 namespace nib::rules {
 

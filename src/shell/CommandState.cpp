@@ -1,6 +1,6 @@
 #include "shell/CommandState.h"
 
-#include "shell/MenuModel.h"
+#include "shell/menus/MenuModel.h"
 
 namespace nib {
 

@@ -3,9 +3,9 @@
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
 #include "documents/mvDocuments.h"
-#include "editing/Units.h"
-#include "shell/MenuModel.h"
 #include "shell/Program.h"
+#include "shell/menus/MenuModel.h"
+#include "text/Units.h"
 
 #include <algorithm>
 

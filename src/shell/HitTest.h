@@ -1,7 +1,7 @@
 #pragma once
 // What a click in a text means: a label to go to, an item to open, a block to fold.
 
-#include "editing/SourceView.h"
+#include "text/SourceView.h"
 
 namespace nib {
 

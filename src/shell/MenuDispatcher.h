@@ -3,7 +3,7 @@
 
 #include "shell/CommandState.h"
 #include "shell/HitTest.h"
-#include "shell/MenuModel.h"
+#include "shell/menus/MenuModel.h"
 
 namespace nib {
 

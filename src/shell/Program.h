@@ -7,13 +7,13 @@
 #include "platform/Clipboard.h"
 #include "platform/Clock.h"
 #include "platform/Fonts.h"
-#include "platform/MainWindow.h"
 #include "platform/Timers.h"
 #include "shell/AutoSaveTicks.h"
 #include "shell/FileCommands.h"
+#include "shell/MainWindow.h"
 #include "shell/SessionParts.h"
 #include "shell/ShellState.h"
-#include "shell/modBacktrack.h"
+#include "shell/navigation/modBacktrack.h"
 
 namespace nib {
 

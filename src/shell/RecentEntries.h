@@ -2,7 +2,7 @@
 // Recent files are kept without host and account, so that an entry serves every session.
 
 #include "documents/Location.h"
-#include "platform/mvConnect.h"
+#include "hosts/mvConnect.h"
 
 namespace nib {
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "base/Error.h"
-#include "platform/ItemBrowser.h"
+#include "hosts/ItemBrowser.h"
 
 #include <map>
 #include <set>

@@ -2,8 +2,8 @@
 // Items in memory, with locks, and failures on demand.
 
 #include "base/Error.h"
-#include "platform/hosts/PathString.h"
-#include "platform/mvConnect.h"
+#include "hosts/PathString.h"
+#include "hosts/mvConnect.h"
 
 #include <algorithm>
 #include <deque>

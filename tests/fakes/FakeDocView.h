@@ -2,7 +2,7 @@
 #include "documents/clsDocView.h"
 #include "fakes/FakeMainWindow.h"
 #include "fakes/MemoryClipboard.h"
-#include "platform/sourceview/SourceViewModel.h"
+#include "text/SourceViewModel.h"
 
 namespace nib::test {
 

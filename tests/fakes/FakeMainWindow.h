@@ -1,6 +1,6 @@
 #pragma once
 #include "fakes/Journal.h"
-#include "platform/MainWindow.h"
+#include "shell/MainWindow.h"
 
 #include <functional>
 #include <map>

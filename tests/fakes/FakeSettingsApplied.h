@@ -1,5 +1,5 @@
 #pragma once
-#include "persistence/SettingsModel.h"
+#include "persistence/settings/SettingsModel.h"
 
 namespace nib::test {
 

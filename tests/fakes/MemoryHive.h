@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/SettingsHive.h"
+#include "persistence/store/SettingsHive.h"
 
 #include <map>
 

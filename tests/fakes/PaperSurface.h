@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/sourceview/PageLayout.h"
+#include "printing/PageLayout.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "fakes/Journal.h"
-#include "platform/MenuBar.h"
+#include "shell/menus/MenuBar.h"
 
 namespace nib::test {
 

@@ -4,7 +4,7 @@
 #include "fakes/FakeSessionToken.h"
 #include "fakes/TestProgram.h"
 #include "logic/storage/TempFolder.h"
-#include "persistence/RecoveryList.h"
+#include "persistence/recovery/RecoveryList.h"
 #include "platform/posix/PosixFileStates.h"
 #include "platform/posix/PosixFileTransfer.h"
 

@@ -1,7 +1,7 @@
 // The checker of programs: any text at all, as a program and as what it includes.
 
-#include "editing/checker/BasicChecker.h"
-#include "platform/sourceview/SourceBuffer.h"
+#include "language/BasicChecker.h"
+#include "text/SourceBuffer.h"
 
 #include <cstddef>
 

@@ -2,7 +2,7 @@
 // Input: one byte of options, a keyword list, NUL, comment prefixes, NUL, the text.
 
 #include "editing/LexClass.h"
-#include "platform/sourceview/SourceBuffer.h"
+#include "text/SourceBuffer.h"
 
 #include <cstdlib>
 

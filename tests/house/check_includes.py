@@ -1,69 +1,165 @@
 #!/usr/bin/env python3
 """Walks the includes under src/ and says where a room knows one that it must not.
 
-Lower rooms never include upper ones, the logic includes no Qt, and folders form no circle.
+The rooms are the rows of the table in docs/architecture.md: what a room knows, and what its screen half knows as well.
+Whoever knows a room knows what that one knows. Only files of a screen half include Qt, and folders form no circle:
+each strongly connected component of the folders is one folder. Prints each room's size and share.
 """
+import collections
 import pathlib
 import re
+import statistics
 import sys
 
-ROOMS = ["base", "diagnostics", "persistence/store", "editing", "documents",
-         ("search", "persistence", "printing"), "shell", "app"]
-LOGIC = {"base", "diagnostics", "persistence/store", "editing", "documents", "search", "persistence", "printing", "shell"}
-SCREENLESS = LOGIC | {"platform", "platform/sourceview", "platform/posix", "platform/hosts"}
-# What an implementation of the ports may know beside the ports themselves.
-IMPLEMENTATIONS = {
-    "platform/sourceview": {"base", "diagnostics", "editing"},
-    "platform/sourceview/widget": {"base", "diagnostics", "editing", "platform/sourceview"},
-    "platform/posix": {"base", "diagnostics"},
-    "platform/hosts": {"base", "diagnostics", "platform/posix", "persistence/store"},
-    "platform/qt": LOGIC | {"platform/sourceview", "platform/sourceview/widget", "platform/hosts"},
-}
-LEVEL = {name: level for level, names in enumerate(ROOMS)
-         for name in (names if isinstance(names, tuple) else (names,))}
+MOST_SHARE = 20     # of all lines, in per cent
+LEAST_MEDIAN = 50   # lines of a file
+MOST_VIRTUALS = 7   # pure ones, a thousand lines
+SCREEN_FILE = re.compile(r"(frm|Qt|DBus)")
+INCLUDE = re.compile(r'\s*#include\s+(?:"([^"]+)"|<(Q\w+))')
 
 
-def room_of(path):
-    folder = path.parent.as_posix()
-    while folder not in LEVEL and folder not in IMPLEMENTATIONS and folder != "platform":
-        folder = pathlib.PurePosixPath(folder).parent.as_posix()
-    return folder
+class Room:
+    def __init__(self, name, knows, screen):
+        self.name, self.knows, self.all_screen = name, knows, screen == ["all"]
+        self.screen = None if screen == ["-"] else [] if self.all_screen else screen
+        self.lines = self.files = 0
 
 
-def allowed(room, other, is_form):
-    if other in (room, "platform"):
-        return True
-    if room == "platform":
-        return other == "base"
-    if room in IMPLEMENTATIONS:
-        return other in IMPLEMENTATIONS[room]
-    if room == "app":
-        return True
-    if other in LEVEL:
-        return LEVEL[other] < LEVEL[room]
-    return is_form and other in ("platform/qt", "platform/sourceview", "platform/sourceview/widget")
+def read_rooms(page):
+    """Rows are `| `room` | what it holds | rooms that it knows | rooms that its screen half knows as well |`."""
+    rooms = {}
+    for row in re.findall(r"^\| `([a-z/]+)` \|[^|]*\|([^|]*)\|([^|]*)\|$", page.read_text(encoding="utf-8"), re.M):
+        knows, screen = (re.findall(r"[a-z][a-z/]*|-", cell) for cell in row[1:])
+        for other in knows + screen:
+            if other not in rooms and other not in ("-", "all"):
+                sys.exit(f"{page}: {row[0]} knows {other}, which no row above it names")
+        rooms[row[0]] = Room(row[0], [k for k in knows if k != "-"], screen)
+    return rooms
 
 
-def main(src):
+def closure(rooms, names):
+    known = set()
+    todo = list(names)
+    while todo:
+        name = todo.pop()
+        if name not in known:
+            known.add(name)
+            todo += rooms[name].knows
+    return known
+
+
+class Source:
+    def __init__(self, rooms, path, src):
+        self.path = path.relative_to(src)
+        folder = self.path.parent.as_posix()
+        self.room = rooms.get(folder)
+        self.screen = bool(self.room) and (self.room.all_screen or
+                                           (self.room.screen is not None and bool(SCREEN_FILE.match(path.name))))
+        self.text = path.read_text(encoding="utf-8")
+
+
+def faults_of(source, rooms, sources):
+    """Also answers the folders that are included."""
+    faults, folders = [], set()
+    knows = closure(rooms, [source.room.name])
+    both = knows | closure(rooms, source.room.screen or []) if source.screen else set()
+    for number, line in enumerate(source.text.splitlines(), 1):
+        include = INCLUDE.match(line)
+        if not include:
+            continue
+        place = f"{source.path}:{number}"
+        if include[2]:
+            if not source.screen:
+                faults.append(f"{place}: Qt in a room, or half of one, that knows no screen")
+            continue
+        other = sources.get(include[1])
+        if include[1].endswith(".moc"):
+            continue
+        if not other:
+            faults.append(f"{place}: no such file {include[1]}")
+        elif other.room.name not in (both or knows):
+            faults.append(f"{place}: {source.room.name} must not know {include[1]}")
+        elif other.screen and not source.screen:
+            faults.append(f"{place}: {include[1]} is on a screen")
+        if other and other.room is not source.room:
+            folders.add(other.room.name)
+    return faults, folders
+
+
+def circles(edges):
+    """The strongly connected components of more than one folder."""
+    order, seen = [], set()
+
+    def visit(node, graph, out):
+        stack = [(node, iter(graph[node]))]
+        seen.add(node)
+        while stack:
+            following = next((n for n in stack[-1][1] if n not in seen), None)
+            if following is None:
+                out.append(stack.pop()[0])
+            else:
+                seen.add(following)
+                stack.append((following, iter(graph[following])))
+
+    nodes = sorted(set(edges) | {n for s in edges.values() for n in s})
+    for node in nodes:
+        if node not in seen:
+            visit(node, edges, order)
+    back = collections.defaultdict(set)
+    for node in nodes:
+        for other in edges[node]:
+            back[other].add(node)
+    seen.clear()
+    for node in reversed(order):
+        if node not in seen:
+            component = []
+            visit(node, back, component)
+            if len(component) > 1:
+                yield sorted(component)
+
+
+def measure(sources, rooms):
+    """Prints sizes, answers what is out of bounds."""
     faults = []
-    count = 0
-    for path in sorted(p for p in src.rglob("*") if p.suffix in (".h", ".cpp")):
-        count += 1
-        relative = path.relative_to(src)
-        room = room_of(relative)
-        is_form = path.name.startswith("frm")
-        for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
-            quoted = re.match(r'\s*#include "([^"]+)"', line)
-            if quoted and not quoted[1].endswith(".moc"):
-                if not (src / quoted[1]).exists():
-                    faults.append(f"{relative}:{number}: no such file {quoted[1]}")
-                elif not allowed(room, room_of(pathlib.PurePosixPath(quoted[1])), is_form):
-                    faults.append(f"{relative}:{number}: {room} must not know {quoted[1]}")
-            if re.match(r"\s*#include <Q", line) and room in SCREENLESS and not is_form:
-                faults.append(f"{relative}:{number}: Qt in a room that knows no screen")
-    print("\n".join(faults) if faults else f"{count} files keep to the plan of the rooms")
-    return 1 if faults or not count else 0
+    total = sum(s.text.count("\n") for s in sources)
+    for source in sources:
+        source.room.lines += source.text.count("\n")
+        source.room.files += 1
+    for room in rooms.values():
+        share = 100 * room.lines / total
+        print(f"{room.name:22} {room.files:4} files {room.lines:6} lines {share:5.1f} %")
+        if share > MOST_SHARE:
+            faults.append(f"{room.name} holds {share:.1f} % of the lines")
+        if not room.files:
+            faults.append(f"{room.name} is a row without a file")
+    median = statistics.median(s.text.count("\n") for s in sources)
+    virtuals = 1000 * sum(len(re.findall(r"\bvirtual\b[^;{]*= 0;", s.text)) for s in sources) / total
+    print(f"{len(sources)} files, {total} lines, median {median:g}, {virtuals:.1f} pure virtuals a thousand lines")
+    if median < LEAST_MEDIAN:
+        faults.append(f"half of the files have fewer than {median:g} lines")
+    if virtuals > MOST_VIRTUALS:
+        faults.append(f"{virtuals:.1f} pure virtuals a thousand lines")
+    return faults
+
+
+def main(src, page):
+    rooms = read_rooms(page)
+    sources = {s.path.as_posix(): s for s in (Source(rooms, p, src) for p in sorted(src.rglob("*"))
+                                              if p.suffix in (".h", ".cpp"))}
+    homeless = [f"{name}: no row of the table of rooms" for name, s in sources.items() if not s.room]
+    if homeless or not sources:
+        sys.exit("\n".join(homeless) or f"no sources under {src}")
+    faults, edges = [], collections.defaultdict(set)
+    for source in sources.values():
+        found, folders = faults_of(source, rooms, sources)
+        faults += found
+        edges[source.room.name] |= folders
+    faults += [f"a circle of folders: {' '.join(circle)}" for circle in circles(edges)]
+    faults += measure(list(sources.values()), rooms)
+    print("\n".join(faults))
+    return 1 if faults else 0
 
 
 if __name__ == "__main__":
-    sys.exit(main(pathlib.Path(sys.argv[1])))
+    source_folder = pathlib.Path(sys.argv[1])
+    sys.exit(main(source_folder, source_folder.resolve().parent / "docs" / "architecture.md"))

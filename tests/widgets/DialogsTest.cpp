@@ -2,15 +2,15 @@
 // room for its text.
 
 #include "fakes/TestProgram.h"
-#include "platform/qt/AboutBox.h"
 #include "platform/qt/ElidedValue.h"
-#include "platform/qt/HelpWindow.h"
-#include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtText.h"
-#include "platform/sourceview/widget/ScreenColors.h"
-#include "shell/DocumentProperties.h"
-#include "shell/frmGoto.h"
-#include "shell/frmProperties.h"
+#include "shell/QtMessageBoxes.h"
+#include "shell/frame/DocumentProperties.h"
+#include "shell/frame/frmProperties.h"
+#include "shell/help/QtAboutBox.h"
+#include "shell/help/QtHelpWindow.h"
+#include "shell/navigation/frmGoto.h"
+#include "text/widget/ScreenColors.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

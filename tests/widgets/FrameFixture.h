@@ -9,10 +9,10 @@
 #include "fakes/MemoryClipboard.h"
 #include "fakes/MemorySettings.h"
 #include "fakes/RecordingTrace.h"
-#include "platform/sourceview/widget/SourceViewWidget.h"
 #include "shell/Program.h"
-#include "shell/frmDocument.h"
-#include "shell/frmMain.h"
+#include "shell/frame/frmDocument.h"
+#include "shell/frame/frmMain.h"
+#include "text/widget/SourceViewWidget.h"
 
 #include <QApplication>
 #include <QMdiSubWindow>

@@ -1,10 +1,10 @@
-#include "platform/qt/ItemPicker.h"
 #include "fakes/Patience.h"
+#include "hosts/picker/QtItemPicker.h"
 
 #include "fakes/FakeBrowser.h"
-#include "platform/qt/PickerListView.h"
+#include "hosts/picker/QtPickerListView.h"
+#include "hosts/picker/frmItemPicker.h"
 #include "platform/qt/QtText.h"
-#include "platform/qt/frmItemPicker.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,12 +1,12 @@
 // The bars as they are drawn, compared with each row of the tables.
 
-#include "platform/qt/QtMenuBar.h"
 #include "platform/qt/QtText.h"
-#include "platform/qt/QtToolActions.h"
-#include "platform/qt/QtToolIcons.h"
-#include "shell/MenuModel.h"
-#include "shell/MenuTable.h"
-#include "shell/modSSKeys.h"
+#include "shell/menus/MenuModel.h"
+#include "shell/menus/MenuTable.h"
+#include "shell/menus/QtMenuBar.h"
+#include "shell/menus/QtToolActions.h"
+#include "shell/menus/QtToolIcons.h"
+#include "shell/menus/modSSKeys.h"
 
 #include <QApplication>
 #include <QLabel>

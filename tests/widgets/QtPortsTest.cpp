@@ -1,7 +1,7 @@
 #include "platform/qt/QtClipboard.h"
 #include "platform/qt/QtFonts.h"
-#include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtText.h"
+#include "shell/QtMessageBoxes.h"
 
 #include <QApplication>
 #include <QLabel>

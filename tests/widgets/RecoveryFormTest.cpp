@@ -1,7 +1,7 @@
 // The recovery dialog by keyboard alone: what the keys reach, what they do, and that every text has room.
 
 #include "fakes/TestRecovery.h"
-#include "persistence/frmAutoRecover.h"
+#include "persistence/recovery/frmAutoRecover.h"
 #include "platform/qt/QtText.h"
 
 #include <QApplication>

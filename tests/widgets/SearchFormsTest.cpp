@@ -2,8 +2,8 @@
 
 #include "fakes/FakeSearch.h"
 #include "fakes/Patience.h"
-#include "platform/qt/Paper.h"
 #include "platform/qt/QtText.h"
+#include "printing/QtPaper.h"
 #include "search/frmFind.h"
 #include "search/frmResults.h"
 

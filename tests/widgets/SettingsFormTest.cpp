@@ -4,7 +4,7 @@
 #include "fakes/MemorySettings.h"
 #include "fakes/Patience.h"
 #include "fakes/TestProgram.h"
-#include "persistence/frmSettings.h"
+#include "persistence/settings/frmSettings.h"
 #include "platform/qt/QtText.h"
 
 #include <QAbstractButton>

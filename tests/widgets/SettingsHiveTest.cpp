@@ -1,8 +1,8 @@
+#include "persistence/store/QtSettingsHive.h"
 #include "persistence/store/SettingsStore.h"
 #include "platform/posix/PosixFileGuard.h"
 #include "platform/posix/PosixFileStates.h"
 #include "platform/posix/PosixFileTransfer.h"
-#include "platform/qt/QtSettingsHive.h"
 #include "platform/qt/QtText.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 #pragma once
 #include "fakes/MemoryClipboard.h"
 #include "fakes/WordLexer.h"
-#include "platform/sourceview/widget/SourceViewWidget.h"
+#include "text/widget/SourceViewWidget.h"
 
 #include <QApplication>
 #include <QImage>

@@ -1,7 +1,7 @@
 // What the text widget shows: layout, wrap, colours, and what it tells assistive tools.
 
 #include "fakes/Patience.h"
-#include "platform/sourceview/widget/ScreenColors.h"
+#include "text/widget/ScreenColors.h"
 #include "widgets/ViewFixture.h"
 
 #include <QAccessible>

@@ -1,8 +1,8 @@
 #include "app/basic/AccountItems.h"
 
 #include "base/Error.h"
-#include "platform/hosts/ItemName.h"
-#include "platform/hosts/ItemText.h"
+#include "hosts/ItemText.h"
+#include "hosts/accounts/ItemName.h"
 #include "platform/posix/FileContent.h"
 
 #include <climits>

@@ -1,6 +1,6 @@
 #pragma once
-#include "editing/checker/BasicChecker.h"
-#include "platform/sourceview/SourceBuffer.h"
+#include "language/BasicChecker.h"
+#include "text/SourceBuffer.h"
 
 #include <map>
 #include <memory>

@@ -2,7 +2,7 @@
 
 #include "base/Marks.h"
 #include "editing/MvEdit.h"
-#include "editing/Units.h"
+#include "text/Units.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
-#include "editing/SourceView.h"
 #include "editing/operations/Blanks.h"
 #include "editing/operations/FormatLine.h"
+#include "text/SourceView.h"
 
 #include <functional>
 #include <vector>

@@ -1,5 +1,5 @@
 #pragma once
-#include "editing/SourceView.h"
+#include "text/SourceView.h"
 
 namespace nib {
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "persistence/store/ProfileDisk.h"
-#include "platform/SettingsHive.h"
+#include "persistence/store/SettingsHive.h"
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 #pragma once
 #include "persistence/store/ProfileDisk.h"
+#include "persistence/store/SettingsHive.h"
 #include "persistence/store/SettingsStore.h"
 #include "persistence/store/modExpandEnviron.h"
-#include "platform/SettingsHive.h"
 
 namespace nib {
 

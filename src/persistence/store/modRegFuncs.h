@@ -1,6 +1,6 @@
 #pragma once
+#include "persistence/store/SettingsHive.h"
 #include "persistence/store/modExpandEnviron.h"
-#include "platform/SettingsHive.h"
 
 namespace nib {
 

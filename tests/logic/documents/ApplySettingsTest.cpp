@@ -1,7 +1,7 @@
 #include "documents/ApplySettings.h"
 #include "editing/LexClass.h"
 #include "fakes/MemoryClipboard.h"
-#include "platform/sourceview/SourceViewModel.h"
+#include "text/SourceViewModel.h"
 
 #include <gtest/gtest.h>
 

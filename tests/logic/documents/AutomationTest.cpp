@@ -1,8 +1,8 @@
-#include "documents/automation/AutomationObjects.h"
-#include "documents/automation/Introspection.h"
+#include "automation/AutomationObjects.h"
+#include "automation/Introspection.h"
 #include "fakes/TestProgram.h"
 #include "shell/AutomationHost.h"
-#include "shell/MenuModel.h"
+#include "shell/menus/MenuModel.h"
 
 #include <gtest/gtest.h>
 

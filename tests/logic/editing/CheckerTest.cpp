@@ -1,7 +1,7 @@
 // The checker of programs: what it finds, and above all what it leaves alone.
 
-#include "editing/checker/BasicChecker.h"
-#include "platform/sourceview/SourceBuffer.h"
+#include "language/BasicChecker.h"
+#include "text/SourceBuffer.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "editing/LexClass.h"
 #include "fakes/Patience.h"
 #include "fakes/RecordingTrace.h"
-#include "platform/sourceview/SourceBuffer.h"
+#include "text/SourceBuffer.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "editing/LexClass.h"
 #include "editing/MvEdit.h"
 #include "fakes/MemoryClipboard.h"
-#include "platform/sourceview/SourceViewModel.h"
+#include "text/SourceViewModel.h"
 
 #include <ostream>
 

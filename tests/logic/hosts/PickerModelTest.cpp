@@ -1,10 +1,10 @@
-#include "platform/hosts/PickerModel.h"
+#include "hosts/picker/PickerModel.h"
 #include "fakes/Patience.h"
 
 #include "fakes/FakeBrowser.h"
-#include "platform/hosts/PlaceName.h"
-#include "platform/hosts/PlaceTree.h"
-#include "platform/hosts/TypedNames.h"
+#include "hosts/PlaceName.h"
+#include "hosts/picker/PlaceTree.h"
+#include "hosts/picker/TypedNames.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 #include "base/Marks.h"
 #include "fakes/TestRecovery.h"
-#include "persistence/AutoSaveCopy.h"
-#include "persistence/AutoSaveName.h"
+#include "persistence/recovery/AutoSaveCopy.h"
+#include "persistence/recovery/AutoSaveName.h"
 
 #include <sys/stat.h>
 

@@ -1,4 +1,4 @@
-#include "persistence/ColorTable.h"
+#include "persistence/settings/ColorTable.h"
 
 #include "editing/MvEdit.h"
 

@@ -1,13 +1,13 @@
-#include "persistence/SettingsModel.h"
+#include "persistence/settings/SettingsModel.h"
 
 #include "fakes/FakeSettingsApplied.h"
 #include "fakes/MemorySettings.h"
 #include "fakes/Patience.h"
 #include "fakes/TestProgram.h"
+#include "hosts/FileItem.h"
 #include "logic/storage/TempFolder.h"
-#include "persistence/KeywordRows.h"
-#include "platform/MenuBar.h"
-#include "platform/hosts/FileItem.h"
+#include "persistence/settings/KeywordRows.h"
+#include "shell/menus/MenuBar.h"
 
 #include <gtest/gtest.h>
 

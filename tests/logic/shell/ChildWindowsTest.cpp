@@ -1,8 +1,8 @@
 // The order of the child windows, where they are put, and what is said of drops that open nothing.
 
-#include "shell/Arrangement.h"
-#include "shell/ChildOrder.h"
-#include "shell/DropComplaint.h"
+#include "shell/frame/Arrangement.h"
+#include "shell/frame/ChildOrder.h"
+#include "shell/frame/DropComplaint.h"
 
 #include <gtest/gtest.h>
 

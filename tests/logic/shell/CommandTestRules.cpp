@@ -1,7 +1,7 @@
 // Every enabling rule.
 
 #include "fakes/TestShell.h"
-#include "shell/MenuTable.h"
+#include "shell/menus/MenuTable.h"
 
 #include <gtest/gtest.h>
 

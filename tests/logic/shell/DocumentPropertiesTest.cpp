@@ -1,4 +1,4 @@
-#include "shell/DocumentProperties.h"
+#include "shell/frame/DocumentProperties.h"
 
 #include "fakes/TestProgram.h"
 

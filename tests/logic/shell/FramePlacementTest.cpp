@@ -1,6 +1,6 @@
 // Where the frame comes up, and what is remembered of it.
 
-#include "shell/FramePlacement.h"
+#include "shell/frame/FramePlacement.h"
 #include "fakes/MemorySettings.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "shell/GotoModel.h"
+#include "shell/navigation/GotoModel.h"
 #include "documents/LabelScan.h"
 #include "fakes/TestProgram.h"
 

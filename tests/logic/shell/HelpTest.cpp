@@ -1,7 +1,7 @@
 // The help: every page and every command is there, links lead somewhere, and the search finds what it should.
 
-#include "shell/HelpContents.h"
-#include "shell/HelpIndex.h"
+#include "shell/help/HelpContents.h"
+#include "shell/help/HelpIndex.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "shell/HitTest.h"
 #include "editing/LexClass.h"
 #include "fakes/MemoryClipboard.h"
-#include "platform/sourceview/SourceViewModel.h"
+#include "text/SourceViewModel.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "shell/MenuModel.h"
+#include "shell/menus/MenuModel.h"
 
 #include "base/Error.h"
 #include "fakes/RecordingMenuBar.h"
-#include "shell/modSSKeys.h"
+#include "shell/menus/modSSKeys.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The buffer against a model too simple to be wrong: a list of lines, each with a bookmark and an identity.
 
-#include "platform/sourceview/SourceBuffer.h"
+#include "text/SourceBuffer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The buffer among callers that misbehave: listeners and lexers that throw or call back in, operations that nest.
 
 #include "base/Error.h"
-#include "platform/sourceview/SourceBuffer.h"
+#include "text/SourceBuffer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "BufferModel.h"
 
-#include "platform/sourceview/LineStore.h"
+#include "text/LineStore.h"
 
 #include <gtest/gtest.h>
 

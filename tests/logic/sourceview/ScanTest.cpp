@@ -1,7 +1,7 @@
 #include "ToyLexer.h"
 
 #include "base/Error.h"
-#include "platform/sourceview/SourceBuffer.h"
+#include "text/SourceBuffer.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // caret, unless "|" stands behind "["), and "\n" ends a line.
 
 #include "fakes/MemoryClipboard.h"
-#include "platform/sourceview/SourceViewModel.h"
+#include "text/SourceViewModel.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "HostFixture.h"
-#include "platform/hosts/SampleAccount.h"
+#include "hosts/accounts/SampleAccount.h"
 
 #include <sys/stat.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 #include "TempFolder.h"
 #include "base/Error.h"
-#include "platform/hosts/AccountLink.h"
-#include "platform/hosts/HostConnection.h"
+#include "hosts/HostConnection.h"
+#include "hosts/accounts/AccountLink.h"
 
 #include <gtest/gtest.h>
 

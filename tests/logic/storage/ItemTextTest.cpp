@@ -1,4 +1,4 @@
-#include "platform/hosts/ItemText.h"
+#include "hosts/ItemText.h"
 #include "base/Error.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
-#include "platform/hosts/PathString.h"
+#include "hosts/PathString.h"
 #include "TempFolder.h"
 #include "base/Error.h"
-#include "platform/hosts/CommandWords.h"
-#include "platform/hosts/FolderList.h"
-#include "platform/hosts/ItemName.h"
+#include "hosts/FolderList.h"
+#include "hosts/accounts/CommandWords.h"
+#include "hosts/accounts/ItemName.h"
 
 #include <gtest/gtest.h>
 

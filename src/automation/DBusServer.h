@@ -1,0 +1,63 @@
+#pragma once
+// Automation on the session bus: the object tree under /com/orlin/NibPad71. Calls arrive on the main thread through its
+// event loop, those inside a dialog included.
+
+#include "automation/AutomationObjects.h"
+#include "automation/DBusWatcher.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QTimer>
+
+#include <deque>
+#include <optional>
+
+namespace nib {
+
+class DBusServer final : public QDBusVirtualObject, public AutomationEvents {
+public:
+    DBusServer();
+    ~DBusServer() override;
+
+    /// Takes the name on the bus. Without a bus, or when somebody has the name, the log says so and nothing is served.
+    /// Calls wait until Ready. Both outlive what is between this and Stop.
+    void Serve(Application& application, const DebugLog& log);
+    /// The program is up: calls that came meanwhile run now.
+    void Ready();
+    void Stop();
+
+    // AutomationEvents
+    void Quit() override;
+    void Custom(TextView name) override;
+    void DocumentClose(int32_t documentId) override;
+
+    // QDBusVirtualObject
+    QString introspect(const QString& path) const override;
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+private:
+    struct Pending {
+        QDBusMessage message;
+        BusRequest request;
+    };
+
+    bool MustWait(const BusRequest& request) const;
+    void RunWaiting();
+    void Run(const QDBusMessage& message, const BusRequest& request);
+    void Answer(const QDBusMessage& call, const BusReply& reply);
+    void Flush();
+    void Send(const std::string& path, const char* interface, const char* name, const QVariantList& arguments);
+
+    QDBusConnection connection_;
+    BusWatcher watcher_;
+    Application* application_ = nullptr;
+    std::optional<AutomationObjects> objects_;
+    const DebugLog* log_ = nullptr;
+    std::deque<Pending> waiting_;
+    QTimer retry_;
+    int64_t unflushed_ = 0;
+    bool ready_ = false;
+};
+
+} // namespace nib

@@ -1,0 +1,102 @@
+#include "hosts/HostConfig.h"
+
+#include "base/Error.h"
+#include "platform/posix/FileContent.h"
+#include "platform/posix/FileName.h"
+#include "platform/posix/UserFolders.h"
+
+#include <climits>
+
+#include <unistd.h>
+
+namespace nib {
+
+namespace {
+
+constexpr TextView kDefaultHost{u"*"};
+
+struct KeyRow {
+    TextView key;
+    Text HostSettings::*member;
+};
+
+constexpr KeyRow kKeys[] = {
+    {u"kind", &HostSettings::kind},       {u"charset", &HostSettings::charset}, {u"name", &HostSettings::name},
+    {u"account", &HostSettings::account}, {u"address", &HostSettings::address}, {u"port", &HostSettings::port},
+    {u"user", &HostSettings::user},
+};
+
+Text MachineName()
+{
+    char name[HOST_NAME_MAX + 1] = {};
+    return gethostname(name, sizeof name - 1) == 0 ? FromUtf8(name) : Text(u"localhost");
+}
+
+std::string WithHome(const std::string& path)
+{
+    return path == "~" || path.starts_with("~/") ? HomeFolder() + path.substr(1) : path;
+}
+
+void SetKey(HostSettings& host, TextView key, TextView value)
+{
+    if (EqualsNoCase(key, u"root")) host.root = WithHome(ToFileName(value));
+    for (const KeyRow& row : kKeys)
+        if (EqualsNoCase(key, row.key)) host.*row.member = value;
+}
+
+HostSettings& Section(HostConfig& config, TextView name, const HostSettings& fresh)
+{
+    for (HostSettings& host : config.hosts)
+        if (EqualsNoCase(host.serverName, name)) return host;
+    config.hosts.push_back(fresh);
+    config.hosts.back().serverName = name;
+    return config.hosts.back();
+}
+
+TextView TrimLine(TextView line)
+{
+    const size_t first = line.find_first_not_of(u" \t\r");
+    return first == TextView::npos ? TextView() : line.substr(first, line.find_last_not_of(u" \t\r") - first + 1);
+}
+
+} // namespace
+
+HostConfig HostConfig::Parse(TextView text, const std::string& dataFolder)
+{
+    HostConfig config;
+    config.backupFolder = dataFolder + "/Orlin/Nib/SaveCopies";
+    HostSettings fresh;
+    fresh.root = dataFolder + "/Orlin/Nib/Accounts";
+    fresh.name = MachineName();
+    config.hosts.push_back(fresh);
+    HostSettings* host = nullptr;
+    for (const Text& whole : Split(text, u'\n')) {
+        const TextView line = TrimLine(whole);
+        const size_t equals = line.find(u'=');
+        if (line.starts_with(u'#') || line.starts_with(u';')) continue;
+        if (line.starts_with(u'[') && line.ends_with(u']')) {
+            host = &Section(config, TrimLine(line.substr(1, line.size() - 2)), fresh);
+        } else if (host && equals != TextView::npos) {
+            SetKey(*host, TrimLine(line.substr(0, equals)), TrimLine(line.substr(equals + 1)));
+        }
+    }
+    return config;
+}
+
+HostConfig HostConfig::FromEnvironment()
+{
+    const std::string file = UserFolder("XDG_CONFIG_HOME", "/.config") + "/Orlin/hosts.conf";
+    const bool there = StampOf(file).Exists();
+    return Parse(there ? FromUtf8(ReadWholeFile(file).Bytes()) : Text(), LocalDataFolder());
+}
+
+const HostSettings& HostConfig::Find(TextView serverName) const
+{
+    if (serverName.empty()) serverName = kDefaultHost;
+    for (const HostSettings& host : hosts)
+        if (EqualsNoCase(host.serverName, serverName)) return host;
+    throw Error(error_number::kPathNotFound,
+                u"The host connection \"" + Text(serverName) + u"\" is not set up in hosts.conf.");
+}
+
+} // namespace nib

@@ -1,0 +1,340 @@
+#include "hosts/ItemText.h"
+
+#include "base/Error.h"
+#include "base/Marks.h"
+#include "hosts/TextUnits.h"
+
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+namespace nib {
+
+namespace {
+
+constexpr std::string_view kUtf8Mark{"\xEF\xBB\xBF"};
+constexpr std::string_view kUtf16LeMark{"\xFF\xFE"};
+constexpr std::string_view kUtf16BeMark{"\xFE\xFF"};
+
+constexpr std::string_view BreakBytes(LineEnd style)
+{
+    switch (style) {
+    case LineEnd::CrLf: return "\r\n";
+    case LineEnd::Cr: return "\r";
+    case LineEnd::Lf: break;
+    }
+    return "\n";
+}
+
+bool IsWide(TextCoding coding)
+{
+    return coding == TextCoding::Utf16Le || coding == TextCoding::Utf16Be;
+}
+
+struct Utf8Shape {
+    bool valid = true;
+    bool ascii = true;
+    bool rawMarks = false;
+    bool codedMarks = false;
+};
+
+Utf8Shape ShapeOf(std::string_view bytes, bool marksAllowed)
+{
+    Utf8Shape shape;
+    const auto size = static_cast<int64_t>(bytes.size());
+    for (auto i = static_cast<int64_t>(AsciiRun(bytes)); i < size && shape.valid;
+         i += static_cast<int64_t>(AsciiRun(bytes.substr(static_cast<size_t>(i))))) {
+        if (marksAllowed && static_cast<unsigned char>(bytes[static_cast<size_t>(i)]) >= 0xFB) {
+            shape.rawMarks = true;
+            ++i;
+            continue;
+        }
+        UChar32 c = 0;
+        U8_NEXT(bytes.data(), i, size, c);
+        shape.ascii = false;
+        if (c < 0) shape.valid = false;
+        if (c >= kTextMark && c <= kItemMark) shape.codedMarks = true;
+    }
+    return shape;
+}
+
+/// Only for bytes that are known to be valid, marks apart.
+char16_t* WidenUtf8(std::string_view bytes, char16_t* out)
+{
+    while (!bytes.empty()) {
+        const size_t ascii = AsciiRun(bytes);
+        out = Widen(bytes.substr(0, ascii), out);
+        bytes.remove_prefix(ascii);
+        if (bytes.empty()) break;
+        if (static_cast<unsigned char>(bytes.front()) >= 0xFB) {
+            out = WidenWithMarks(bytes.substr(0, 1), out);
+            bytes.remove_prefix(1);
+            continue;
+        }
+        size_t i = 0;
+        UChar32 c = 0;
+        U8_NEXT_UNSAFE(bytes.data(), i, c);
+        if (U_IS_SUPPLEMENTARY(c)) *out++ = U16_LEAD(c);
+        *out++ = U_IS_SUPPLEMENTARY(c) ? U16_TRAIL(c) : static_cast<char16_t>(c);
+        bytes.remove_prefix(i);
+    }
+    return out;
+}
+
+using WidenLine = char16_t* (*)(std::string_view, char16_t*);
+
+Text WidenLines(std::string_view bytes, const BreakCount& breaks, WidenLine widen)
+{
+    // No line grows when it is widened, and a break becomes two units.
+    Text text(bytes.size() + breaks.Breaks(), u'\0');
+    char16_t* out = text.data();
+    ForEachLine(bytes, breaks.cr > 0, [&](std::string_view line, bool broken) {
+        out = widen(line, out);
+        if (!broken) return;
+        *out++ = u'\r';
+        *out++ = u'\n';
+    });
+    text.resize(static_cast<size_t>(out - text.data()));
+    return text;
+}
+
+void AppendWide(TextView text, bool bigEndian, std::string& out)
+{
+    for (char16_t c : text) {
+        const char low = static_cast<char>(c & 0xFF);
+        const char high = static_cast<char>(c >> 8);
+        out.push_back(bigEndian ? high : low);
+        out.push_back(bigEndian ? low : high);
+    }
+}
+
+[[noreturn]] void RefuseNul(TextView name)
+{
+    throw Error(error_number::kStorage, Text(name) + u" is not a text: it holds NUL bytes.");
+}
+
+} // namespace
+
+TextCoding ItemText::CharsetCoding() const
+{
+    switch (charset_.GetKind()) {
+    case Charset::Kind::Utf8: return TextCoding::Utf8;
+    case Charset::Kind::Named: return TextCoding::Named;
+    case Charset::Kind::Latin1: break;
+    }
+    return TextCoding::Latin1;
+}
+
+TextForm ItemText::NewForm() const
+{
+    TextForm form;
+    if (configured_) form.coding = CharsetCoding();
+    form.finalBreak = items_;
+    return form;
+}
+
+Text ItemText::Decode(std::string_view bytes, TextForm& form, TextView name) const
+{
+    form = NewForm();
+    Text text;
+    if (DecodeWide(bytes, form, text)) {
+        if (text.find(u'\0') != Text::npos) RefuseNul(name);
+        return text;
+    }
+    if (bytes.find('\0') != std::string_view::npos) RefuseNul(name);
+
+    if (ChooseUtf8(bytes, form)) {
+        form.byteOrderMark = bytes.starts_with(kUtf8Mark);
+        if (form.byteOrderMark) bytes.remove_prefix(kUtf8Mark.size());
+    }
+    const BreakCount breaks = CountBreaks(bytes);
+    form.lineEnd = breaks.Style(items_ ? LineEnd::Lf : LineEnd::CrLf);
+    if (items_) bytes = TakeFinalBreak(bytes, form);
+    if (form.coding == TextCoding::Named) {
+        if (DecodeNamed(bytes, text)) return text;
+        form.coding = TextCoding::Latin1;
+    }
+    if (form.coding == TextCoding::Utf8) return WidenLines(bytes, breaks, WidenUtf8);
+    return WidenLines(bytes, breaks, items_ ? WidenWithMarks : Widen);
+}
+
+bool ItemText::DecodeWide(std::string_view bytes, TextForm& form, Text& text) const
+{
+    const bool little = bytes.starts_with(kUtf16LeMark);
+    if (items_ || bytes.size() % 2 != 0 || !(little || bytes.starts_with(kUtf16BeMark))) return false;
+    Text units(bytes.size() / 2 - 1, u'\0');
+    for (size_t i = 0; i < units.size(); ++i) {
+        const auto first = static_cast<unsigned char>(bytes[i * 2 + 2]);
+        const auto second = static_cast<unsigned char>(bytes[i * 2 + 3]);
+        units[i] = static_cast<char16_t>(little ? first | second << 8 : second | first << 8);
+    }
+    const BreakCount breaks = CountBreaks(TextView(units));
+    form.coding = little ? TextCoding::Utf16Le : TextCoding::Utf16Be;
+    form.byteOrderMark = true;
+    form.lineEnd = breaks.Style(LineEnd::CrLf);
+    text.reserve(units.size() + breaks.Breaks());
+    ForEachLine(TextView(units), breaks.cr > 0, [&](TextView line, bool broken) {
+        text.append(line);
+        if (broken) text.append(u"\r\n");
+    });
+    return true;
+}
+
+/// Sets the form's coding; plain ASCII is left as a new text would be written.
+bool ItemText::ChooseUtf8(std::string_view bytes, TextForm& form) const
+{
+    const Utf8Shape shape = ShapeOf(bytes, items_);
+    if (shape.valid && shape.ascii) return false;
+    // Marks in both forms could not be told apart when they are written back.
+    const bool utf8 = shape.valid && !(shape.rawMarks && shape.codedMarks);
+    form.codedMarks = items_ && utf8 && shape.codedMarks;
+    form.coding = utf8 ? TextCoding::Utf8 : items_ ? CharsetCoding() : TextCoding::Latin1;
+    if (!utf8 && form.coding == TextCoding::Utf8) form.coding = TextCoding::Latin1;
+    return utf8;
+}
+
+std::string_view ItemText::TakeFinalBreak(std::string_view bytes, TextForm& form) const
+{
+    form.breakAlone = bytes == "\n" || bytes == "\r\n";
+    // An empty item gets a line feed with its first line, as a new one does.
+    form.finalBreak = bytes.empty() || bytes.ends_with('\n');
+    if (bytes.ends_with('\n')) bytes.remove_suffix(bytes.ends_with("\r\n") ? 2 : 1);
+    return bytes;
+}
+
+bool ItemText::DecodeNamed(std::string_view bytes, Text& text) const
+{
+    bool whole = true;
+    ForEachLine(bytes, true, [&](std::string_view line, bool broken) {
+        whole = whole && DecodeNamedLine(line, text);
+        if (broken) text.append(u"\r\n");
+    });
+    return whole;
+}
+
+bool ItemText::DecodeNamedLine(std::string_view line, Text& text) const
+{
+    while (!line.empty()) {
+        size_t end = 0;
+        while (end < line.size() && !IsRawMark(static_cast<unsigned char>(line[end]))) ++end;
+        const std::optional<Text> piece = end == 0 ? Text() : charset_.Decode(line.substr(0, end));
+        if (!piece) return false;
+        text += *piece;
+        if (end < line.size()) text.push_back(static_cast<char16_t>(0xF800 | static_cast<unsigned char>(line[end++])));
+        line.remove_prefix(end);
+    }
+    return true;
+}
+
+std::string ItemText::Encode(TextView text, const TextForm& form, TextView name) const
+{
+    std::string out;
+    out.reserve(text.size() * (IsWide(form.coding) ? 2 : 1) + 16);
+    if (form.byteOrderMark && form.coding == TextCoding::Utf8) out += kUtf8Mark;
+    if (form.coding == TextCoding::Utf16Le) out += kUtf16LeMark;
+    if (form.coding == TextCoding::Utf16Be) out += kUtf16BeMark;
+
+    std::string lineBreak;
+    for (char c : BreakBytes(form.lineEnd)) {
+        const auto unit = static_cast<char16_t>(c);
+        IsWide(form.coding) ? AppendWide({&unit, 1}, form.coding == TextCoding::Utf16Be, lineBreak)
+                            : lineBreak.push_back(c);
+    }
+    int64_t number = 0;
+    ForEachLine(text, true, [&](TextView line, bool broken) {
+        ++number;
+        size_t at = 0;
+        if (!EncodeLine(line, form, out, at)) RefuseCharacter(line, at, number, form, name);
+        if (broken) out += lineBreak;
+    });
+    if (items_ && form.finalBreak && (form.breakAlone || !text.empty())) out += lineBreak;
+    return out;
+}
+
+bool ItemText::EncodeLine(TextView line, const TextForm& form, std::string& out, size_t& at) const
+{
+    if (form.coding == TextCoding::Named) return EncodeNamed(line, out, at);
+    if (IsWide(form.coding)) {
+        at = line.find(u'\0');
+        AppendWide(line, form.coding == TextCoding::Utf16Be, out);
+        return at == TextView::npos;
+    }
+    const bool utf8 = form.coding == TextCoding::Utf8;
+    while (at < line.size()) {
+        const size_t ascii = AsciiRun(line.substr(at));
+        AppendNarrow(line.substr(at, ascii), out);
+        at += ascii;
+        if (at == line.size()) break;
+        const char16_t c = line[at];
+        if (c == 0) return false;
+        if (items_ && !form.codedMarks && IsMark(c)) {
+            out.push_back(static_cast<char>(c & 0xFF));
+            ++at;
+        } else if (utf8) {
+            const size_t length = U16_IS_LEAD(c) && at + 1 < line.size() && U16_IS_TRAIL(line[at + 1]) ? 2 : 1;
+            if (length == 1 && U16_IS_SURROGATE(c)) return false;
+            out += ToUtf8(line.substr(at, length));
+            at += length;
+        } else {
+            if (c > 0xFF || IsRawMark(static_cast<unsigned char>(c))) return false;
+            out.push_back(static_cast<char>(c));
+            ++at;
+        }
+    }
+    return true;
+}
+
+bool ItemText::EncodeNamed(TextView line, std::string& out, size_t& at) const
+{
+    const auto holdsMark = [this](std::string_view bytes) {
+        for (char c : bytes)
+            if (IsRawMark(static_cast<unsigned char>(c))) return true;
+        return false;
+    };
+    const auto takes = [&](TextView piece, std::string& bytes) {
+        if (piece.find(u'\0') != TextView::npos) return false;
+        std::optional<std::string> encoded = charset_.Encode(piece);
+        if (encoded) bytes = std::move(*encoded);
+        return encoded && !holdsMark(bytes);
+    };
+    while (at < line.size()) {
+        if (items_ && IsMark(line[at])) {
+            out.push_back(static_cast<char>(line[at++] & 0xFF));
+            continue;
+        }
+        size_t end = at;
+        while (end < line.size() && !(items_ && IsMark(line[end]))) ++end;
+        std::string bytes;
+        if (takes(line.substr(at, end - at), bytes)) {
+            out += bytes;
+            at = end;
+            continue;
+        }
+        for (; at < end; ++at) {
+            const size_t length = U16_IS_LEAD(line[at]) && at + 1 < end && U16_IS_TRAIL(line[at + 1]) ? 2 : 1;
+            if (!takes(line.substr(at, length), bytes)) return false;
+            at += length - 1;
+        }
+        return false;
+    }
+    return true;
+}
+
+void ItemText::RefuseCharacter(TextView line, size_t at, int64_t lineNumber, const TextForm& form, TextView name) const
+{
+    const size_t length = at + 1 < line.size() && U16_IS_LEAD(line[at]) && U16_IS_TRAIL(line[at + 1]) ? 2 : 1;
+    const TextView character = line.substr(at, length);
+    const int32_t code = length == 2 ? U16_GET_SUPPLEMENTARY(line[at], line[at + 1]) : line[at];
+    Text hex = Hex(code);
+    if (hex.size() < 4) hex.insert(0, 4 - hex.size(), u'0');
+    const Text where = Text(name) + u" cannot be saved: the character " +
+                       (code == 0 || U16_IS_SURROGATE(code) ? Text() : Text(character) + u" ") + u"(U+" + hex +
+                       u") in line " + Decimal(lineNumber);
+    const Text set = form.coding == TextCoding::Named    ? charset_.Name()
+                     : form.coding == TextCoding::Latin1 ? Text(u"ISO-8859-1")
+                                                         : Text(u"a text");
+    const bool mark = items_ && form.coding == TextCoding::Latin1 && code >= 0xFB && code <= 0xFF;
+    throw Error(error_number::kStorage,
+                where + (mark ? u" would be read as a mark in " + set + u"." : u" cannot be held by " + set + u"."));
+}
+
+} // namespace nib

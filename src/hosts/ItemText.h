@@ -1,0 +1,64 @@
+#pragma once
+// The bytes of an item or a local file as the text that is edited, and back in the way they were read.
+//
+// Items: lines are attributes, and the line feed after the last one is no part of the text. The bytes FB to FF are the
+// marks. What remains is UTF-8 if it is valid as such, else the connection's character set.
+// Local files: UTF-8, UTF-16 with a byte order mark, else Latin-1 with all its letters; every line feed is text.
+
+#include "hosts/Charset.h"
+#include "hosts/TextLines.h"
+
+#include <string>
+#include <string_view>
+
+namespace nib {
+
+enum class TextCoding : uint8_t { Utf8, Utf16Le, Utf16Be, Latin1, Named };
+
+/// How a text stood in storage.
+struct TextForm {
+    TextCoding coding = TextCoding::Utf8;
+    LineEnd lineEnd = LineEnd::Lf;
+    bool byteOrderMark = false;
+    bool finalBreak = false; ///< items: a line feed follows the last line
+    bool breakAlone = false; ///< items: it does so even when there is no text at all
+    bool codedMarks = false; ///< items: marks are written as UTF-8 and not as single bytes
+};
+
+class ItemText {
+public:
+    static ItemText ForFiles() { return {false, Charset(), false}; }
+    /// `configured`: new items are written in the character set too, not in UTF-8.
+    static ItemText ForItems(Charset charset, bool configured) { return {true, std::move(charset), configured}; }
+
+    TextForm NewForm() const;
+    /// The text with CR LF between lines. Throws Error for what is not a text; `name` is for the user to read.
+    Text Decode(std::string_view bytes, TextForm& form, TextView name) const;
+    /// Throws Error naming the character and the line when the form cannot hold the text.
+    std::string Encode(TextView text, const TextForm& form, TextView name) const;
+
+private:
+    ItemText(bool items, Charset charset, bool configured)
+        : items_(items), configured_(configured), charset_(std::move(charset))
+    {
+    }
+    TextCoding CharsetCoding() const;
+    bool IsRawMark(unsigned char byte) const { return items_ && byte >= 0xFB; }
+    /// True when it was UTF-16.
+    bool DecodeWide(std::string_view bytes, TextForm& form, Text& text) const;
+    bool ChooseUtf8(std::string_view bytes, TextForm& form) const;
+    std::string_view TakeFinalBreak(std::string_view bytes, TextForm& form) const;
+    bool DecodeNamed(std::string_view bytes, Text& text) const;
+    bool DecodeNamedLine(std::string_view line, Text& text) const;
+    /// Both append a line; false at the character that cannot be written, which is then named by `at`.
+    bool EncodeLine(TextView line, const TextForm& form, std::string& out, size_t& at) const;
+    bool EncodeNamed(TextView line, std::string& out, size_t& at) const;
+    [[noreturn]] void RefuseCharacter(TextView line, size_t at, int64_t lineNumber, const TextForm& form,
+                                      TextView name) const;
+
+    bool items_;
+    bool configured_;
+    Charset charset_;
+};
+
+} // namespace nib

@@ -1,0 +1,43 @@
+#pragma once
+#include "hosts/ItemText.h"
+#include "platform/posix/FileSaver.h"
+
+#include <optional>
+#include <string>
+
+namespace nib {
+
+/// One file on disk as a text that is read once, edited, and written back in the way it was read.
+///
+/// What another program did to the file meanwhile is not overwritten silently: Write throws once when the file is not
+/// the one that was read, or that Exists() first told of, any more. Writing again then overwrites it, because by then
+/// the user knows. A file that has vanished is simply made again.
+class StoredText {
+public:
+    /// `name` is what messages call it.
+    StoredText(std::string path, Text name, ItemText coding, FileSaver saver)
+        : path_(std::move(path)), name_(std::move(name)), coding_(std::move(coding)), saver_(std::move(saver)),
+          form_(coding_.NewForm())
+    {
+    }
+
+    const std::string& Path() const { return path_; }
+    bool Exists();
+    bool IsFolder() const;
+    /// No right to write the file, or to make it where it would be.
+    bool IsProtected() const;
+    Text Read();
+    void Write(TextView text);
+
+private:
+    void CheckUnchanged();
+
+    std::string path_;
+    Text name_;
+    ItemText coding_;
+    FileSaver saver_;
+    TextForm form_;
+    std::optional<FileStamp> known_;
+};
+
+} // namespace nib

@@ -1,0 +1,107 @@
+#include "hosts/picker/PickerList.h"
+
+#include "diagnostics/Guarded.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace nib {
+
+void PickerList::Fill(std::vector<BrowseEntry> entries, bool local)
+{
+    entries_ = std::move(entries);
+    local_ = local;
+    lockAsked_.assign(entries_.size(), 0);
+    filter_.clear();
+    names_.Clear();
+    std::fill(std::begin(shows_) + 1, std::end(shows_), false);
+    for (const BrowseEntry& entry : entries_) {
+        names_.Add(entry.name);
+        shows_[static_cast<size_t>(Column::Size)] |= entry.size >= 0;
+        shows_[static_cast<size_t>(Column::Modified)] |= entry.modified >= 0;
+        shows_[static_cast<size_t>(Column::LockedBy)] |= entry.readOnly || (entry.isItem && !local);
+    }
+    SortBy(sortColumn_, descending_);
+}
+
+int32_t PickerList::RowOf(int32_t entry) const
+{
+    const auto found = std::find(rows_.begin(), rows_.end(), static_cast<uint32_t>(entry));
+    return found == rows_.end() ? -1 : static_cast<int32_t>(found - rows_.begin());
+}
+
+int32_t PickerList::Find(TextView path) const
+{
+    const auto found =
+        std::find_if(entries_.begin(), entries_.end(), [&](const BrowseEntry& entry) { return entry.path == path; });
+    return found == entries_.end() ? -1 : static_cast<int32_t>(found - entries_.begin());
+}
+
+void PickerList::SetFilter(TextView filter)
+{
+    filter_ = filter;
+    Refilter();
+}
+
+void PickerList::SetShowHidden(bool show)
+{
+    showHidden_ = show;
+    Refilter();
+}
+
+void PickerList::SortBy(Column column, bool descending)
+{
+    sortColumn_ = column;
+    descending_ = descending;
+    order_.resize(entries_.size());
+    std::iota(order_.begin(), order_.end(), 0U);
+    const auto items =
+        std::stable_partition(order_.begin(), order_.end(), [&](uint32_t i) { return !entries_[i].isItem; });
+    // What is equal otherwise stays in the order of the names.
+    const auto sort = [&](auto key) {
+        const auto less = [&](uint32_t a, uint32_t b) { return key(entries_[a]) < key(entries_[b]); };
+        std::stable_sort(order_.begin(), items, less);
+        std::stable_sort(items, order_.end(), less);
+    };
+    if (column == Column::Size) sort([](const BrowseEntry& e) { return e.size; });
+    if (column == Column::Modified) sort([](const BrowseEntry& e) { return e.modified; });
+    if (column == Column::LockedBy) sort([](const BrowseEntry& e) { return TextView(e.lockedBy); });
+    if (descending) {
+        std::reverse(order_.begin(), items);
+        std::reverse(items, order_.end());
+    }
+    Refilter();
+}
+
+void PickerList::Refilter()
+{
+    const NameFilter::Pattern pattern = NameFilter::Prepare(Trim(filter_));
+    const bool hideDots = local_ && !showHidden_;
+    rows_.clear();
+    for (const uint32_t i : order_) {
+        if (hideDots && entries_[i].name.starts_with(u'.')) continue;
+        if (names_.Matches(static_cast<int32_t>(i), pattern)) rows_.push_back(i);
+    }
+}
+
+Text PickerList::EmptyText() const
+{
+    if (!rows_.empty()) return {};
+    if (!Trim(filter_).empty()) return u"No name matches the filter.";
+    return entries_.empty() ? u"Nothing here." : u"Only hidden files here.";
+}
+
+int32_t PickerList::AskNextLock(ItemBrowser& browser, int32_t first, int32_t last)
+{
+    if (local_) return -1;
+    for (int32_t row = std::max(first, 0); row <= last && row < RowCount(); ++row) {
+        const uint32_t i = rows_[static_cast<size_t>(row)];
+        if (!entries_[i].isItem || lockAsked_[i]) continue;
+        lockAsked_[i] = 1;
+        entries_[i].lockedBy = OrDefault([&] { return browser.LockHolder(entries_[i].path); }, entries_[i].lockedBy);
+        return row;
+    }
+    return -1;
+}
+
+} // namespace nib

@@ -1,0 +1,55 @@
+#pragma once
+#include "hosts/ItemBrowser.h"
+#include "hosts/picker/NameFilter.h"
+
+namespace nib {
+
+/// The entries of one place, and the rows of them that a filter lets through, in the order that was asked for.
+class PickerList {
+public:
+    enum class Column : int32_t { Name, Size, Modified, LockedBy };
+
+    /// `entries` come sorted by name. Ends the filter; order and hidden files stay as they were chosen.
+    void Fill(std::vector<BrowseEntry> entries, bool local);
+
+    const std::vector<BrowseEntry>& Entries() const { return entries_; }
+    int32_t RowCount() const { return static_cast<int32_t>(rows_.size()); }
+    const BrowseEntry& Row(int32_t row) const { return entries_[rows_[static_cast<size_t>(row)]]; }
+    /// Position in Entries() of a row, and the reverse; -1 when that entry is not among the rows.
+    int32_t EntryOf(int32_t row) const { return static_cast<int32_t>(rows_[static_cast<size_t>(row)]); }
+    int32_t RowOf(int32_t entry) const;
+    /// Position in Entries(), -1 when there is none.
+    int32_t Find(TextView path) const;
+
+    const Text& Filter() const { return filter_; }
+    void SetFilter(TextView filter);
+    /// Names that begin with a dot, in the local file system.
+    void SetShowHidden(bool show);
+    bool ShowsHidden() const { return showHidden_; }
+    /// Places stay above items whatever the order.
+    void SortBy(Column column, bool descending);
+    /// False for a column that is empty in every row.
+    bool Shows(Column column) const { return shows_[static_cast<size_t>(column)]; }
+    /// Said in place of an empty list.
+    Text EmptyText() const;
+    /// Asks who holds the lock of the first item from row `first` to row `last` that has not been asked for; answers
+    /// its row, or -1 when there is none.
+    int32_t AskNextLock(ItemBrowser& browser, int32_t first, int32_t last);
+
+private:
+    void Refilter();
+
+    std::vector<BrowseEntry> entries_;
+    bool local_ = false;
+    NameFilter names_;
+    std::vector<char> lockAsked_;
+    bool shows_[4] = {true, false, false, false};
+    std::vector<uint32_t> order_;
+    std::vector<uint32_t> rows_;
+    Text filter_;
+    bool showHidden_ = false;
+    Column sortColumn_ = Column::Name;
+    bool descending_ = false;
+};
+
+} // namespace nib

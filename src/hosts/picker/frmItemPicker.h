@@ -1,0 +1,83 @@
+#pragma once
+#include "hosts/picker/PickerModel.h"
+
+#include <QDialog>
+#include <QTimer>
+
+#include <functional>
+
+class QCheckBox;
+class QDialogButtonBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QToolButton;
+class QTreeView;
+
+namespace nib {
+
+class PickerItemModel;
+class PickerListView;
+class PickerMessageLine;
+class PickerPathBar;
+class PlaceTreeModel;
+
+/// The picker's window: shows a PickerModel that has been started, and is accepted once the model has an answer.
+class frmItemPicker : public QDialog {
+    Q_OBJECT
+
+public:
+    /// Both outlive the form.
+    frmItemPicker(PickerModel& model, ItemBrowser& browser, QWidget* owner);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QWidget* BuildPlaces();
+    QWidget* BuildList();
+    QWidget* BuildFields();
+    QWidget* BuildBottom();
+    QToolButton* AddTool(const QString& name, const QIcon& icon, const QKeySequence& key);
+    void SetUpColumns();
+    void SetTabOrder();
+    template <typename Receiver>
+    void AddShortcut(const QKeySequence& key, Receiver receiver);
+
+    void Go(const std::function<void()>& move);
+    void Press(const std::function<PickerModel::Outcome()>& decide);
+    void Filter(const std::function<void()>& change);
+    void FollowTree();
+    void EnterList();
+
+    void ShowPlace();
+    void ShowRows();
+    void ShowSelection();
+    void ShowChoice();
+    void ShowMessage();
+    void SelectionChanged();
+    void AskLocks();
+
+    PickerModel& model_;
+    PickerItemModel* items_;
+    PlaceTreeModel* places_;
+    QToolButton* back_ = nullptr;
+    QToolButton* up_ = nullptr;
+    PickerPathBar* path_ = nullptr;
+    QLabel* placesLabel_ = nullptr;
+    QTreeView* tree_ = nullptr;
+    PickerListView* list_ = nullptr;
+    QLineEdit* name_ = nullptr;
+    QLineEdit* filter_ = nullptr;
+    QCheckBox* hidden_ = nullptr;
+    QCheckBox* readOnly_ = nullptr;
+    PickerMessageLine* message_ = nullptr;
+    QPushButton* accept_ = nullptr;
+    QPushButton* cancel_ = nullptr;
+    QTimer treeTimer_;
+    QTimer lockTimer_;
+    /// The form is being brought in line with the model: what its widgets report is no choice of the user.
+    bool showing_ = false;
+};
+
+} // namespace nib

@@ -1,0 +1,109 @@
+#include "language/LabelCheck.h"
+
+namespace nib {
+
+namespace {
+
+/// The form that all spellings of a label in any dialect have in common.
+Text Common(TextView name)
+{
+    while (name.size() > 1 && name.front() == u'0') name.remove_prefix(1);
+    return ToUpper(name);
+}
+
+TextView WithoutColon(TextView name)
+{
+    if (name.ends_with(u':')) name.remove_suffix(1);
+    return name;
+}
+
+} // namespace
+
+void LabelCheck::Line(const BasicLine& line, Place place, bool continued)
+{
+    const std::vector<BasicToken>& tokens = line.Tokens();
+    if (tokens.empty()) return;
+    size_t at = 0;
+    const bool goesOn = inList_ && (tokens.size() == 1 || line.IsSign(tokens[1], u',') ||
+                                    tokens.front().kind != BasicToken::Kind::Label);
+    inList_ = false;
+    if (goesOn)
+        at = Targets(line, 0, place);
+    else if (tokens.front().kind == BasicToken::Kind::Label)
+        Define(line, tokens.front(), place, continued);
+    else
+        Suppose(line);
+    while (at < tokens.size()) {
+        if (tokens[at].kind != BasicToken::Kind::Branch) {
+            ++at;
+            continue;
+        }
+        statement_ = line.Of(tokens[at]).find_first_of(u"sS") == TextView::npos ? u"GOTO" : u"GOSUB";
+        at = Targets(line, at + 1, place);
+    }
+}
+
+void LabelCheck::Define(const BasicLine& line, const BasicToken& label, Place place, bool continued)
+{
+    const Text name(WithoutColon(line.Of(label)));
+    known_.insert(Common(name));
+    if (continued || conditional_ || label.key != BasicKey::None) return;
+    const auto [first, isNew] = defined_.try_emplace(name, place);
+    if (isNew) return;
+    findings_.Add(place, u"Label " + name + u" is defined twice, first in " + findings_.Describe(first->second) + u".");
+}
+
+/// A name alone is a label in some dialects, and routines have names that GOSUB knows in others.
+void LabelCheck::Suppose(const BasicLine& line)
+{
+    const std::vector<BasicToken>& tokens = line.Tokens();
+    const auto know = [&](size_t at) {
+        if (at < tokens.size() && tokens[at].kind == BasicToken::Kind::Word) known_.insert(Common(line.Of(tokens[at])));
+    };
+    if (tokens.front().Is(BasicKey::Routine) || tokens.front().Is(BasicKey::Nested)) {
+        know(1);
+        know(2);
+    } else if (tokens.size() == 1 || tokens[1].kind == BasicToken::Kind::Separator || line.IsSign(tokens[1], u':') ||
+               (line.IsSign(tokens[1], u'(') && line.IsSign(tokens.back(), u':'))) {
+        know(0);
+    }
+}
+
+/// Takes the labels from `at` on; answers the token behind them.
+size_t LabelCheck::Targets(const BasicLine& line, size_t at, Place place)
+{
+    using Kind = BasicToken::Kind;
+    const std::vector<BasicToken>& tokens = line.Tokens();
+    while (at < tokens.size()) {
+        const BasicToken& token = tokens[at];
+        const bool name = token.kind == Kind::Target || (token.kind == Kind::Word && token.key == BasicKey::None);
+        if (!name && token.kind != Kind::Number && token.kind != Kind::Label) return at;
+        Refer(line, token, place);
+        if (++at == tokens.size() || !line.IsSign(tokens[at], u',')) return at;
+        inList_ = ++at == tokens.size();
+    }
+    return at;
+}
+
+void LabelCheck::Refer(const BasicLine& line, const BasicToken& target, Place place)
+{
+    // What stands close behind may belong to the name in a dialect that allows more letters.
+    constexpr TextView kEnds{u" ,;):"};
+    const char16_t behind = line.At(target.end);
+    if (behind != 0 && kEnds.find(behind) == TextView::npos) return;
+    const TextView name = WithoutColon(line.Of(target));
+    if (name == u"0") return;
+    references_.push_back({Text(name), statement_, place});
+}
+
+void LabelCheck::Finish()
+{
+    if (incomplete_) return;
+    for (const Reference& reference : references_) {
+        if (known_.contains(Common(reference.name))) continue;
+        findings_.Add(reference.place,
+                      Text(reference.statement) + u" to label " + reference.name + u", which does not exist.");
+    }
+}
+
+} // namespace nib

@@ -1,0 +1,141 @@
+#include "persistence/recovery/frmAutoRecover.h"
+
+#include "platform/qt/QtText.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+
+namespace nib {
+
+namespace {
+
+constexpr int kListChars = 68;
+constexpr int kListRows = 8;
+constexpr int kHalfLight = 128;
+
+/// Check boxes are outlined in a shade darker than the window's colour, which a dark list swallows.
+void ShowOutlines(QListWidget& list)
+{
+    QPalette colors = list.palette();
+    if (colors.color(QPalette::Base).lightness() >= kHalfLight) return;
+    colors.setColor(QPalette::Window, colors.color(QPalette::Text));
+    list.setPalette(colors);
+}
+
+} // namespace
+
+frmAutoRecover::frmAutoRecover(modAutoRecover& recovery) : list_(recovery)
+{
+    setWindowTitle(QStringLiteral("Nib Auto Recover"));
+    Build();
+    Connect();
+}
+
+void frmAutoRecover::Build()
+{
+    Label2_ = new QLabel(
+        QStringLiteral("Check all documents you want to recover, then click the Recover button. Click Delete to delete "
+                       "recoverable copies."));
+    Label2_->setWordWrap(true);
+    Label1_ = new QLabel(QStringLiteral("Recoverable documents"));
+    lstDocuments_ = new QListWidget;
+    ShowOutlines(*lstDocuments_);
+    lstDocuments_->setAccessibleName(Label1_->text());
+    lstDocuments_->setTextElideMode(Qt::ElideMiddle);
+    lstDocuments_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    lstDocuments_->setUniformItemSizes(true);
+    lstDocuments_->setMinimumSize(fontMetrics().averageCharWidth() * kListChars,
+                                  fontMetrics().lineSpacing() * kListRows);
+    cmdSelect_ = new QPushButton(QStringLiteral("Check all"));
+    cmdUnselect_ = new QPushButton(QStringLiteral("Uncheck all"));
+    cmdRecover_ = new QPushButton(QStringLiteral("Recover"));
+    cmdRecover_->setToolTip(
+        QStringLiteral("Selected documents are opened as new documents from the recoverable copy."));
+    cmdRecover_->setDefault(true);
+    cmdDelete_ = new QPushButton(QStringLiteral("Delete all"));
+    cmdDelete_->setToolTip(QStringLiteral("Delete recoverable copies of documents."));
+    cmdCancel_ = new QPushButton(QStringLiteral("Cancel"));
+
+    auto* checks = new QHBoxLayout;
+    checks->addWidget(cmdSelect_);
+    checks->addWidget(cmdUnselect_);
+    checks->addStretch(1);
+    auto* answers = new QHBoxLayout;
+    answers->addWidget(cmdDelete_);
+    answers->addStretch(1);
+    answers->addWidget(cmdRecover_);
+    answers->addWidget(cmdCancel_);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(Label2_);
+    column->addWidget(Label1_);
+    column->addWidget(lstDocuments_, 1);
+    column->addLayout(checks);
+    column->addSpacing(fontMetrics().lineSpacing() / 2);
+    column->addLayout(answers);
+    const QList<QWidget*> order{lstDocuments_, cmdSelect_, cmdUnselect_, cmdRecover_, cmdDelete_, cmdCancel_};
+    for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
+}
+
+void frmAutoRecover::Connect()
+{
+    connect(lstDocuments_, &QListWidget::itemChanged, this, [this](const QListWidgetItem* item) {
+        if (filling_) return;
+        list_.SetChecked(static_cast<size_t>(lstDocuments_->row(item)), item->checkState() == Qt::Checked);
+        ShowState();
+    });
+    connect(cmdSelect_, &QPushButton::clicked, this, [this] { CheckAll(true); });
+    connect(cmdUnselect_, &QPushButton::clicked, this, [this] { CheckAll(false); });
+    connect(cmdRecover_, &QPushButton::clicked, this, [this] { Leave(RecoveryChoice::Recover); });
+    connect(cmdDelete_, &QPushButton::clicked, this, [this] {
+        if (list_.ConfirmDelete()) Leave(RecoveryChoice::Delete);
+    });
+    connect(cmdCancel_, &QPushButton::clicked, this, &frmAutoRecover::reject);
+}
+
+void frmAutoRecover::ShowDialog(TextView folder, const DynamicArray& names, QWidget* owner)
+{
+    if (owner != parentWidget()) setParent(owner, windowFlags());
+    list_.Load(folder, names);
+    list_.Run([this] { return ShowModal(); });
+}
+
+RecoveryChoice frmAutoRecover::ShowModal()
+{
+    FillIn();
+    return static_cast<RecoveryChoice>(exec());
+}
+
+void frmAutoRecover::FillIn()
+{
+    const QScopedValueRollback<bool> filling(filling_, true);
+    lstDocuments_->clear();
+    for (const RecoveryRow& row : list_.Rows()) {
+        auto* item = new QListWidgetItem(ToQString(row.text), lstDocuments_);
+        item->setToolTip(item->text());
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+        item->setCheckState(row.checked ? Qt::Checked : Qt::Unchecked);
+    }
+    lstDocuments_->setCurrentRow(0);
+    lstDocuments_->setFocus();
+    ShowState();
+}
+
+void frmAutoRecover::CheckAll(bool checked)
+{
+    list_.CheckAll(checked);
+    const QScopedValueRollback<bool> filling(filling_, true);
+    for (int row = 0; row < lstDocuments_->count(); ++row)
+        lstDocuments_->item(row)->setCheckState(checked ? Qt::Checked : Qt::Unchecked);
+    ShowState();
+}
+
+void frmAutoRecover::ShowState()
+{
+    cmdRecover_->setEnabled(list_.AnyChecked());
+}
+
+} // namespace nib

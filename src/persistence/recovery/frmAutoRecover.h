@@ -1,0 +1,42 @@
+#pragma once
+#include "persistence/recovery/RecoveryList.h"
+
+#include <QDialog>
+
+class QLabel;
+class QListWidget;
+class QPushButton;
+
+namespace nib {
+
+/// Offers the documents that an earlier session left behind. Made when there are some, for one call.
+class frmAutoRecover final : public QDialog {
+public:
+    explicit frmAutoRecover(modAutoRecover& recovery);
+
+    /// Modal over the owner, again and again until nothing is left or the user has had enough. The names are of files
+    /// in the folder.
+    void ShowDialog(TextView folder, const DynamicArray& names, QWidget* owner);
+
+private:
+    void Build();
+    void Connect();
+    void FillIn();
+    void CheckAll(bool checked);
+    void ShowState();
+    RecoveryChoice ShowModal();
+    void Leave(RecoveryChoice choice) { done(static_cast<int>(choice)); }
+
+    RecoveryList list_;
+    QLabel* Label2_ = nullptr;
+    QLabel* Label1_ = nullptr;
+    QListWidget* lstDocuments_ = nullptr;
+    QPushButton* cmdSelect_ = nullptr;
+    QPushButton* cmdUnselect_ = nullptr;
+    QPushButton* cmdRecover_ = nullptr;
+    QPushButton* cmdDelete_ = nullptr;
+    QPushButton* cmdCancel_ = nullptr;
+    bool filling_ = false;
+};
+
+} // namespace nib

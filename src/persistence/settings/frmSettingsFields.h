@@ -1,0 +1,44 @@
+#pragma once
+// What the pages of the settings dialog are put together from.
+
+#include "persistence/settings/SettingsModel.h"
+
+#include <QSpinBox>
+
+#include <functional>
+#include <iterator>
+#include <span>
+
+class QAbstractButton;
+class QButtonGroup;
+class QGroupBox;
+class QLabel;
+
+namespace nib {
+
+/// The caption of a control, as the model has it.
+QString CaptionOf(const SettingsModel& model, TextView control);
+/// The caption without its access key, for those who hear the screen.
+QString SpokenName(QString caption);
+/// Names the control, and where it has a text, captions it.
+void NameControl(const SettingsModel& model, TextView control, QWidget& widget);
+void CaptionButton(const SettingsModel& model, TextView control, QAbstractButton& button);
+/// A label in front of a field, as its buddy.
+QLabel* LabelFor(const SettingsModel& model, TextView control, QWidget& field);
+
+/// Radio buttons in a frame, numbered from 0; `chosen` hears of each choice of the user.
+QGroupBox* BuildOptions(const SettingsModel& model, TextView control, std::span<const TextView> captions,
+                        int32_t present, std::function<void(int32_t)> chosen);
+
+/// A number from 0 up. Whatever is typed counts: too small is 0, too large the most.
+class NumberField final : public QSpinBox {
+public:
+    NumberField(int32_t most, int32_t present);
+
+protected:
+    QValidator::State validate(QString& input, int& position) const override;
+    int valueFromText(const QString& text) const override;
+    void fixup(QString& input) const override;
+};
+
+} // namespace nib

@@ -1,0 +1,117 @@
+#include "persistence/settings/frmSettingsHighlight.h"
+
+#include "persistence/settings/frmSettingsColors.h"
+#include "persistence/settings/frmSettingsFields.h"
+#include "persistence/settings/frmSettingsPreview.h"
+#include "platform/qt/QtText.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+
+namespace nib {
+
+namespace {
+
+constexpr int kPreviewChars = 6;
+
+QLabel* Heading(const QString& text)
+{
+    auto* label = new QLabel(text);
+    QFont font = label->font();
+    font.setBold(true);
+    label->setFont(font);
+    return label;
+}
+
+} // namespace
+
+HighlightPage::HighlightPage(SettingsModel& model) : model_(model)
+{
+    auto* column = new QVBoxLayout(this);
+    auto* grid = new QGridLayout;
+    grid->addWidget(Heading(QStringLiteral("Code Element")), 0, 0);
+    grid->addWidget(Heading(QStringLiteral("Highlight Color")), 0, 1, 1, 2);
+    grid->addWidget(Heading(QStringLiteral("Style")), 0, 3, 1, 2);
+    for (const HighlightRow& setting : kHighlightRows) AddRow(*grid, setting);
+    grid->setColumnStretch(1, 1);
+    column->addLayout(grid);
+    auto* reset = new QPushButton;
+    CaptionButton(model_, u"cmdDefaultColors", *reset);
+    reset->setAutoDefault(false);
+    connect(reset, &QPushButton::clicked, this, [this] {
+        model_.ResetColors();
+        ShowRows();
+        ShowPreview();
+    });
+    column->addWidget(reset, 0, Qt::AlignLeft);
+    preview_ = new StylePreview;
+    column->addWidget(preview_, 1);
+    ShowRows();
+    ShowPreview();
+}
+
+void HighlightPage::AddRow(QGridLayout& grid, const HighlightRow& setting)
+{
+    const QString number = QString::number(rows_.size());
+    const QString caption = ToQString(setting.caption);
+    int line = grid.rowCount();
+    Row row;
+    row.cbColor = new ColorCombo([this, color = setting.color](int32_t value) {
+        model_.Clone().*color = value;
+        ShowPreview();
+    });
+    row.cbColor->setObjectName(QStringLiteral("cbColor") + number);
+    row.cbColor->setAccessibleName(caption);
+    auto* label = new QLabel(caption);
+    label->setBuddy(row.cbColor);
+    auto* swatch = new QLabel;
+    swatch->setObjectName(QStringLiteral("lblColor") + number);
+    swatch->setAutoFillBackground(true);
+    swatch->setFrameStyle(static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain));
+    swatch->setMinimumWidth(fontMetrics().averageCharWidth() * kPreviewChars);
+    row.cbColor->SetPreview(swatch);
+    grid.addWidget(label, line, 0);
+    grid.addWidget(row.cbColor, line, 1);
+    grid.addWidget(swatch, line, 2);
+    if (setting.style) {
+        row.chkBold = AddStyle(setting, QStringLiteral("Bold"), u"chkBold", token_style::kBold);
+        row.chkItalic = AddStyle(setting, QStringLiteral("Italic"), u"chkItalic", token_style::kItalic);
+        grid.addWidget(row.chkBold, line, 3);
+        grid.addWidget(row.chkItalic, line, 4);
+    }
+    rows_.push_back(row);
+}
+
+QCheckBox* HighlightPage::AddStyle(const HighlightRow& setting, const QString& caption, TextView name, int32_t bit)
+{
+    auto* box = new QCheckBox(caption);
+    box->setObjectName(ToQString(name) + QString::number(rows_.size()));
+    box->setAccessibleName(ToQString(setting.caption) + QLatin1String(", ") + caption);
+    connect(box, &QCheckBox::clicked, this, [this, style = setting.style, bit](bool on) {
+        int16_t& bits = model_.Clone().*style;
+        bits = static_cast<int16_t>(on ? bits | bit : bits & ~bit);
+        ShowPreview();
+    });
+    return box;
+}
+
+void HighlightPage::ShowRows()
+{
+    for (size_t i = 0; i < rows_.size(); ++i) {
+        const HighlightRow& setting = kHighlightRows[i];
+        rows_[i].cbColor->SetValue(model_.Clone().*setting.color);
+        if (!setting.style) continue;
+        int16_t style = model_.Clone().*setting.style;
+        rows_[i].chkBold->setChecked(style & token_style::kBold);
+        rows_[i].chkItalic->setChecked(style & token_style::kItalic);
+    }
+}
+
+void HighlightPage::ShowPreview()
+{
+    preview_->Show(model_.Clone());
+}
+
+} // namespace nib

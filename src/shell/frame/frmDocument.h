@@ -1,0 +1,100 @@
+#pragma once
+// The child window of one document: its text component, and what the events of that mean to the frame.
+
+#include "documents/clsDocView.h"
+#include "editing/LexClass.h"
+#include "printing/PrintClass.h"
+#include "shell/HitTest.h"
+#include "text/SourceViewModel.h"
+
+#include <QPointF>
+#include <QTimer>
+
+#include <memory>
+
+class QMdiSubWindow;
+
+namespace nib {
+
+class DocumentWindow;
+class frmMain;
+class SourceViewWidget;
+
+/// The window class behind clsDocView. Qt owns the visible part, the document owns this object; when the document lets
+/// it go, the window goes too.
+class frmDocument final : public clsDocView, public ViewEvents {
+public:
+    frmDocument(frmMain& mainWindow, Clipboard& clipboard);
+    ~frmDocument() override;
+
+    // clsDocView
+    void Activate() override;
+    void Show() override;
+    bool QueryUnload(int32_t mode) override;
+    void Unload() override;
+    SourceView& txtText() override;
+    LexClass* Lexer() override { return &lexer_; }
+    void SetTitle(TextView title) override;
+    Text Title() const override { return title_; }
+    void SetViewObject(mvDocument* document) override { document_ = document; }
+    mvDocument* ViewObject() const override { return document_; }
+    void SetAutoSaveFlag(bool flag) override { autoSaveFlag_ = flag; }
+    bool AutoSaveFlag() const override { return autoSaveFlag_; }
+    void SetTag(TextView tag) override { tag_ = tag; }
+    Text Tag() const override { return tag_; }
+    void SetVisible(bool visible) override;
+    bool Visible() const override;
+    void SetWindowState(int32_t state) override;
+    int32_t WindowState() const override;
+    bool IsActive() const override;
+
+    // ViewEvents
+    void CaretMoved(Position caret) override;
+    void ModifiedChanged(bool modified) override;
+    void LinesChanged() override;
+    void OvertypeChanged(bool overtype) override;
+
+    // For the frame
+    QMdiSubWindow* SubWindow() const;
+    /// The window has come to the front, or another has taken its place there.
+    void Activated();
+    void Deactivated();
+    void FocusText();
+    bool TextHasFocus() const;
+    void BackSpace();
+    void ShiftLines(bool outwards);
+
+private:
+    friend class DocumentWindow;
+
+    SourceViewModel& Model() const;
+    void Load();
+    void Connect();
+    void ShowPosition();
+    void StateChanged();
+    void CheckSelection();
+    void Insert(bool subValue);
+    void ClearTarget();
+    HitKind HitAt(Position at);
+    void MousePressed();
+    void MouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at);
+    void FollowTarget();
+
+    frmMain& mainWindow_;
+    LexClass lexer_; ///< outlives the buffer, which calls it
+    SourceBuffer buffer_;
+    DocumentWindow* window_ = nullptr;   ///< owned by the MDI area, deleted with this object
+    SourceViewWidget* widget_ = nullptr; ///< owned by window_
+    std::unique_ptr<PrintClass> print_;
+    mvDocument* document_ = nullptr;
+    QTimer focusTimer_;
+    Text title_;
+    Text tag_;
+    Position lastMouse_; ///< where the left button was last released
+    int32_t lastState_ = 0;
+    bool doubleClicked_ = false; ///< the next release of the button acts
+    bool autoSaveFlag_ = false;
+    bool selectionSeen_ = false;
+};
+
+} // namespace nib

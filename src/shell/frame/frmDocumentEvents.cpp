@@ -1,0 +1,115 @@
+// What happens in the text of a document window; part of frmDocument.
+
+#include "documents/mvDocument.h"
+#include "shell/Program.h"
+#include "shell/frame/frmDocument.h"
+#include "shell/frame/frmDocumentWindow.h"
+#include "shell/frame/frmMain.h"
+#include "text/widget/SourceViewWidget.h"
+
+namespace nib {
+
+namespace {
+
+/// From this many lines on the numbers have five digits.
+constexpr int32_t kLongText = 10000;
+constexpr int32_t kLongMargin = 6;
+constexpr int32_t kBlockColumn = 2;
+
+} // namespace
+
+// Status bar and command states
+
+void frmDocument::ShowPosition()
+{
+    Position caret = Model().Caret();
+    mainWindow_.SetStatusText(2, u"Ln " + Decimal(caret.line + 1) + u", Col " + Decimal(caret.col + 1));
+    mainWindow_.SetStatusText(3, Model().Overtype() ? u"Ovr" : u"Ins");
+}
+
+void frmDocument::CheckSelection()
+{
+    if (std::exchange(selectionSeen_, Model().HasSelection()) != selectionSeen_) mainWindow_.UpdateToolBar();
+}
+
+void frmDocument::CaretMoved(Position)
+{
+    if (!IsActive()) return;
+    ShowPosition();
+    CheckSelection();
+}
+
+void frmDocument::ModifiedChanged(bool modified)
+{
+    autoSaveFlag_ = modified;
+    mainWindow_.UpdateToolBar();
+    if (document_) document_->UpdateTitle();
+}
+
+void frmDocument::LinesChanged()
+{
+    // The margin never narrows by itself, so that it does not jump while editing.
+    int32_t needed = kLongMargin + (Model().ShowBlocks() ? kBlockColumn : 0);
+    if (buffer_.LineCount() >= kLongText && Model().MarginWidth() != needed) Model().SetMarginWidth(needed);
+}
+
+void frmDocument::OvertypeChanged(bool)
+{
+    if (IsActive()) ShowPosition();
+}
+
+void frmDocument::Insert(bool subValue)
+{
+    if (!document_) return;
+    mainWindow_.Safely(u"frmDocument.txtText_KeyPress", [&] {
+        if (subValue)
+            document_->InsSubValue();
+        else
+            document_->InsValue();
+    });
+}
+
+// Mouse
+
+void frmDocument::ClearTarget()
+{
+    ShellState& state = mainWindow_.Owner().State();
+    state.Target.clear();
+    state.TargetLine = 0;
+}
+
+HitKind frmDocument::HitAt(Position at)
+{
+    Hit hit = HitTest(Model(), at);
+    ShellState& state = mainWindow_.Owner().State();
+    state.Target = hit.Target;
+    state.TargetLine = hit.TargetLine;
+    return hit.kind;
+}
+
+void frmDocument::MouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at)
+{
+    Position place = widget_->PositionAt(at, true);
+    if (std::exchange(doubleClicked_, false)) FollowTarget();
+    constexpr auto held = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
+    if (button == Qt::LeftButton && !(modifiers & held)) {
+        lastMouse_ = place;
+        mainWindow_.UpdateToolBar();
+    } else if (button == Qt::RightButton) {
+        QPoint global = widget_->viewport()->mapToGlobal(at.toPoint());
+        HitKind kind = HitAt(place);
+        window_->Post([kind, global](frmDocument& form) { form.mainWindow_.ShowContextMenu(kind, global); });
+    }
+}
+
+void frmDocument::FollowTarget()
+{
+    HitKind kind = HitAt(lastMouse_);
+    const char16_t* command = kind == HitKind::Label                              ? u"ctxGoto"
+                              : kind == HitKind::Call || kind == HitKind::Include ? u"ctxOpen"
+                                                                                  : nullptr;
+    // The text may be gone when the command is over: its own event comes to its end first.
+    if (command) window_->Post([command](frmDocument& form) { form.mainWindow_.Run(command); });
+}
+
+} // namespace nib

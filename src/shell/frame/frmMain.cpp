@@ -1,0 +1,247 @@
+#include "shell/frame/frmMain.h"
+
+#include "diagnostics/Guarded.h"
+#include "documents/mvDocument.h"
+#include "platform/qt/QtText.h"
+#include "shell/Program.h"
+#include "shell/frame/frmDocument.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QScreen>
+
+namespace nib {
+
+namespace {
+
+constexpr int kShutdownDelay = 50;
+constexpr int kStuckFocusDelay = 100;
+
+/// On some desktops a window neither knows nor chooses its place.
+bool PlacesWindows()
+{
+    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+Desktop PresentDesktop(const QScreen& screen)
+{
+    double across = screen.logicalDotsPerInchX();
+    double down = screen.logicalDotsPerInchY();
+    QRect all = screen.virtualGeometry();
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    QSize size = (primary ? primary : &screen)->geometry().size();
+    return {{PixelsToTwips(all.x(), across), PixelsToTwips(all.y(), down), PixelsToTwips(all.width(), across),
+             PixelsToTwips(all.height(), down)},
+            PixelsToTwips(size.width(), across),
+            PixelsToTwips(size.height(), down)};
+}
+
+} // namespace
+
+frmMain::frmMain() : area_(new QMdiArea(this))
+{
+    area_->setAccessibleName(QCoreApplication::translate("frmMain", "Documents"));
+    area_->setViewMode(QMdiArea::SubWindowView);
+    area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
+    area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation, true);
+    menuBar_.SetCentral(area_);
+    ports_.windows = this;
+    setAcceptDrops(true);
+    QObject::connect(area_, &QMdiArea::subWindowActivated, this, [this] { ChildActivated(); });
+
+    shutdownTimer_.setSingleShot(true);
+    shutdownTimer_.setInterval(kShutdownDelay);
+    QObject::connect(&shutdownTimer_, &QTimer::timeout, this, [this] {
+        // The frame does not go from under a dialog; it is asked again when that is over.
+        if (IsModal()) return shutdownTimer_.start();
+        // The user may have opened one meanwhile.
+        if (program_->OpenDocuments().Count() == 0) Unload();
+    });
+    stuckFocusTimer_.setSingleShot(true);
+    stuckFocusTimer_.setInterval(kStuckFocusDelay);
+    QObject::connect(&stuckFocusTimer_, &QTimer::timeout, this, [this] { FreeStuckFocus(); });
+}
+
+frmMain::~frmMain()
+{
+    area_->disconnect(this);
+    qApp->removeEventFilter(this);
+}
+
+// Load
+
+void frmMain::Load()
+{
+    program_->Log().Write(u"mdiform initialize", trace::kObjects);
+    Safely(u"frmMain.MDIForm_Load", [this] { LoadParts(); });
+}
+
+void frmMain::LoadParts()
+{
+    program_->Log().Write(u"mdiform load begin", trace::kObjects);
+    SetTitle(u"Nib");
+    placement_.Load(store_, PresentDesktop(*screen()));
+    Place();
+    LoadBands();
+    QObject::connect(qApp, &QApplication::focusChanged, this,
+                     [this](const QWidget*, const QWidget* now) { FocusMoved(now); });
+    qApp->installEventFilter(this);
+    loaded_ = true;
+    UpdateToolBar();
+    program_->Log().Write(u"mdiform load end", trace::kObjects);
+}
+
+void frmMain::Place()
+{
+    double across = screen()->logicalDotsPerInchX();
+    double down = screen()->logicalDotsPerInchY();
+    const FrameBounds& bounds = placement_.Bounds();
+    setWindowState(Qt::WindowNoState);
+    move(TwipsToPixels(bounds.left, across), TwipsToPixels(bounds.top, down));
+    resize(TwipsToPixels(bounds.width, across), TwipsToPixels(bounds.height, down));
+    if (placement_.State() == window_state::kMinimized) setWindowState(Qt::WindowMinimized);
+    if (placement_.State() == window_state::kMaximized) setWindowState(Qt::WindowMaximized);
+}
+
+void frmMain::Show()
+{
+    show();
+}
+
+// Place on the desktop
+
+int32_t frmMain::PresentState() const
+{
+    if (isMinimized()) return window_state::kMinimized;
+    return isMaximized() || isFullScreen() ? window_state::kMaximized : window_state::kNormal;
+}
+
+FrameBounds frmMain::PresentBounds() const
+{
+    double across = screen()->logicalDotsPerInchX();
+    double down = screen()->logicalDotsPerInchY();
+    FrameBounds now{PixelsToTwips(x(), across), PixelsToTwips(y(), down), PixelsToTwips(width(), across),
+                    PixelsToTwips(height(), down)};
+    if (!PlacesWindows()) {
+        now.left = placement_.Bounds().left;
+        now.top = placement_.Bounds().top;
+    }
+    return now;
+}
+
+void frmMain::Placed()
+{
+    if (loaded_ && isVisible() && !unloading_) placement_.Placed(PresentState(), PresentBounds());
+}
+
+void frmMain::moveEvent(QMoveEvent* event)
+{
+    QMainWindow::moveEvent(event);
+    Placed();
+}
+
+void frmMain::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    Placed();
+}
+
+// Unload
+
+void frmMain::ArmShutdownTimer()
+{
+    shutdownTimer_.start();
+}
+
+bool frmMain::IsModal() const
+{
+    return QApplication::activeModalWidget() != nullptr;
+}
+
+void frmMain::Unload()
+{
+    if (unloading_) return;
+    unloading_ = true;
+    close();
+}
+
+void frmMain::closeEvent(QCloseEvent* event)
+{
+    if (!unloading_ && loaded_) {
+        if (!program_->Files().FileCloseAll()) return event->ignore();
+        unloading_ = true;
+    }
+    event->accept();
+    if (std::exchange(loaded_, false)) Safely(u"frmMain.MDIForm_Unload", [this] { UnloadParts(); });
+    program_->Shutdown();
+    QApplication::quit();
+}
+
+void frmMain::UnloadParts()
+{
+    qApp->removeEventFilter(this);
+    qApp->disconnect(this);
+    for (QTimer* timer : {&shutdownTimer_, &stuckFocusTimer_}) timer->stop();
+    placement_.Placed(PresentState(), PresentBounds());
+    placement_.toolbarVisible = menus_.State(Band::ToolBar).visible;
+    placement_.statusbarVisible = menus_.State(Band::StatusBar).visible;
+    if (store_) placement_.Save(*store_, PresentState());
+    program_->Log().Write(u"mdiform terminate", trace::kObjects);
+}
+
+// The other services of MainWindow
+
+void frmMain::ToForeground()
+{
+    if (!loaded_) return;
+    if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+    show(); // a client may have hidden it, and the user must see what a question is about
+    raise();
+    activateWindow();
+}
+
+void frmMain::SetTitle(TextView title)
+{
+    title_ = title;
+    UpdateCaption();
+}
+
+void frmMain::UpdateCaption()
+{
+    frmDocument* form = ActiveForm();
+    Text caption = title_;
+    if (form && form->WindowState() == window_state::kMaximized) caption += u" - [" + form->Title() + u"]";
+    setWindowTitle(PlainTitle(caption));
+}
+
+void frmMain::SetWaitCursor(bool wait)
+{
+    if (wait == waiting_) return;
+    waiting_ = wait;
+    if (wait)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+void frmMain::ProcessMessages()
+{
+    // The user's input waits: none of it may close what the caller is still at work on.
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+int32_t frmMain::ActiveDocument() const
+{
+    frmDocument* form = ActiveForm();
+    return form && form->ViewObject() ? form->ViewObject()->DocumentID() : 0;
+}
+
+void frmMain::Safely(TextView where, const std::function<void()>& body)
+{
+    Guarded(program_->Log(), where, body, [this](const Error& error) { program_->ReportError(error.description); });
+}
+
+} // namespace nib

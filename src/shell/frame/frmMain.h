@@ -1,0 +1,143 @@
+#pragma once
+// The frame: the child windows of the documents inside it, its place on the desktop, its timers, and the keys and drops
+// that belong to it rather than to a widget in it.
+
+#include "printing/Printing.h"
+#include "shell/MainWindow.h"
+#include "shell/MenuDispatcher.h"
+#include "shell/frame/ChildOrder.h"
+#include "shell/frame/FramePlacement.h"
+#include "shell/menus/QtMenuBar.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <functional>
+#include <vector>
+
+class QMdiArea;
+
+namespace nib {
+
+class frmDocument;
+class Program;
+enum class KeyAction;
+
+class frmMain final : public QMainWindow, public MainWindow, private ChildWindows {
+public:
+    frmMain();
+    ~frmMain() override;
+
+    /// Both set once, before Load; they outlive the window's use of them. Without a store nothing is remembered.
+    void SetProgram(Program* program) { program_ = program; }
+    void SetStore(SettingsStore* store) { store_ = store; }
+    /// Null as long as nothing can be printed.
+    void SetPrinting(Printing* printing) { printing_ = printing; }
+    Printing* Printer() const { return printing_; }
+    /// Filled as the rooms behind the commands are plugged in.
+    CommandPorts& Ports() { return ports_; }
+    MenuModel& Menus() { return menus_; }
+
+    // MainWindow
+    void Load() override;
+    void Show() override;
+    void Unload() override;
+    void ArmShutdownTimer() override;
+    void DisarmShutdownTimer() override { shutdownTimer_.stop(); }
+    bool Visible() const override { return isVisible(); }
+    void SetVisible(bool visible) override { setVisible(visible); }
+    bool IsModal() const override;
+    void ToForeground() override;
+    void SetTitle(TextView title) override;
+    Text Title() const { return title_; }
+    void SetStatusText(int32_t panel, TextView text) override;
+    void ShowStatusPanel(int32_t panel, bool visible) override;
+    void SetWaitCursor(bool wait) override;
+    void UpdateToolBar() override;
+    void ProcessMessages() override;
+    int32_t ActiveDocument() const override;
+
+    // For the document windows
+    Program& Owner() const { return *program_; }
+    void AddChild(frmDocument& form);
+    void RemoveChild(frmDocument& form);
+    void ShowChild(frmDocument& form);
+    void ActivateChild(frmDocument& form);
+    void ChildTitleChanged(frmDocument& form);
+    void ChildStateChanged(frmDocument& form);
+    frmDocument* ActiveForm() const;
+    /// Runs a command by its key.
+    bool Run(TextView key);
+    void ShowContextMenu(HitKind kind, QPoint at);
+    /// For whatever Qt calls: no failure may leave such a call.
+    void Safely(TextView where, const std::function<void()>& body);
+
+    /// Child windows from front to back.
+    const std::vector<frmDocument*>& Children() const { return order_.All(); }
+    /// To the next or previous child window.
+    void StepDocument(bool backward);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    // Life
+    void LoadParts();
+    void UnloadParts();
+    void Place();
+    void Placed();
+    FrameBounds PresentBounds() const;
+    int32_t PresentState() const;
+    void UpdateCaption();
+
+    // Keys, focus, drops
+    bool FilterStroke(int key, int modifiers, bool down, bool onlyAsking);
+    void Act(KeyAction action);
+    void ShiftLines(TextView command, bool outwards);
+    void FocusMoved(const QWidget* now);
+    bool IsStuck(const QWidget* focus) const;
+    void FreeStuckFocus();
+    void OpenDropped(const std::vector<Text>& paths, const std::vector<Text>& elsewhere);
+
+    // Bands
+    void LoadBands();
+    void ShowTab(frmDocument& form);
+    bool CanRun(TextView key) const;
+
+    // Child windows
+    void ChildActivated();
+    void FollowFrameState(frmDocument& form);
+    void RestoreAll();
+    int32_t StateForNew(const frmDocument& form) const;
+    void Arrange(int32_t mode) override;
+
+    Program* program_ = nullptr;
+    SettingsStore* store_ = nullptr;
+    Printing* printing_ = nullptr;
+    QMdiArea* area_;
+    MenuModel menus_;
+    QtMenuBar menuBar_{*this, menus_};
+    CommandPorts ports_;
+    std::unique_ptr<MenuDispatcher> dispatcher_;
+    std::vector<frmDocument*> children_; ///< in the order of their making
+    ChildOrder<frmDocument> order_;      ///< those that were in front at least once
+    frmDocument* current_ = nullptr;     ///< told that it is in front
+    FramePlacement placement_;
+    QTimer shutdownTimer_;
+    QTimer stuckFocusTimer_;
+    Text title_ = u"Nib";
+    bool childrenMaximised_ = false; ///< one child fills the frame, and so will the one that comes to the front
+    bool arranging_ = false;
+    bool waiting_ = false;
+    bool loaded_ = false;
+    bool unloading_ = false;
+};
+
+} // namespace nib

@@ -1,0 +1,289 @@
+#include "shell/help/QtHelpWindow.h"
+
+#include "platform/qt/QtText.h"
+#include "platform/qt/ScreenFit.h"
+#include "shell/help/HelpContents.h"
+#include "text/widget/ScreenColors.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QSplitter>
+#include <QStyle>
+#include <QTextBrowser>
+#include <QTextDocument>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <iterator>
+
+// Outside of any namespace: the macro declares a function of the resource compiler.
+static void LoadHelpResource()
+{
+    Q_INIT_RESOURCE(help);
+}
+
+namespace nib {
+
+namespace {
+
+constexpr int kMostZoom = 12;
+constexpr int kLeastZoom = -6;
+
+QUrl UrlOf(const HelpPage& page)
+{
+    return QUrl(QStringLiteral("qrc:/help/") + QString::fromUtf16(page.file));
+}
+
+QString ContentOf(const HelpPage& page)
+{
+    QFile file(QStringLiteral(":/help/") + QString::fromUtf16(page.file));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/// The page that has an anchor for the command, and the anchor; invalid when there is none.
+QUrl PageOfCommand(TextView command)
+{
+    const QString anchor = ToQString(command);
+    const QString mark = QStringLiteral("<a name=\"%1\">").arg(anchor);
+    for (const HelpPage& page : kHelpPages) {
+        if (!ContentOf(page).contains(mark)) continue;
+        QUrl url = UrlOf(page);
+        url.setFragment(anchor);
+        return url;
+    }
+    return {};
+}
+
+} // namespace
+
+HelpWindow::HelpWindow(QWidget* owner) : QMainWindow(owner, Qt::Window)
+{
+    LoadHelpResource();
+    setWindowTitle(tr("Nib Help"));
+    browser_ = new QTextBrowser;
+    browser_->setAccessibleName(tr("Page"));
+    browser_->setOpenLinks(false);
+    browser_->document()->setDocumentMargin(16);
+    connect(browser_, &QTextBrowser::anchorClicked, this,
+            [this](const QUrl& link) { Open(browser_->source().resolved(link)); });
+    connect(browser_, &QTextBrowser::sourceChanged, this, &HelpWindow::PageShown);
+    auto* split = new QSplitter(Qt::Horizontal);
+    split->setChildrenCollapsible(false);
+    split->addWidget(BuildSide());
+    split->addWidget(browser_);
+    split->setStretchFactor(1, 1);
+    setCentralWidget(split);
+    BuildTools();
+    BuildContents();
+    setTabOrder(search_, contents_);
+    setTabOrder(contents_, browser_);
+    const int em = fontMetrics().averageCharWidth();
+    ResizeOnScreen(*this, {em * 130, fontMetrics().height() * 40});
+    const int side = em * 44;
+    split->setSizes({side, width() - side});
+    ApplyColors();
+    Open(UrlOf(kHelpPages[0]));
+    browser_->setFocus();
+}
+
+QWidget* HelpWindow::BuildSide()
+{
+    auto* side = new QWidget;
+    search_ = new QLineEdit;
+    search_->setPlaceholderText(tr("Search all pages"));
+    search_->setAccessibleName(tr("Search all pages"));
+    search_->setClearButtonEnabled(true);
+    contents_ = new QTreeWidget;
+    contents_->setHeaderHidden(true);
+    contents_->setAccessibleName(tr("Contents"));
+    contents_->setUniformRowHeights(true);
+    nothing_ = new QLabel(tr("No page holds these words."));
+    nothing_->setWordWrap(true);
+    nothing_->hide();
+    auto* column = new QVBoxLayout(side);
+    column->addWidget(search_);
+    column->addWidget(nothing_);
+    column->addWidget(contents_, 1);
+    connect(search_, &QLineEdit::textChanged, this, &HelpWindow::Search);
+    connect(search_, &QLineEdit::returnPressed, this, &HelpWindow::OpenFirstFound);
+    return side;
+}
+
+void HelpWindow::BuildTools()
+{
+    QToolBar* bar = addToolBar(tr("Help"));
+    bar->setMovable(false);
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    auto add = [&](const QString& name, QStyle::StandardPixmap icon, const QKeySequence& key, auto run) {
+        QAction* action = bar->addAction(name);
+        if (icon != QStyle::SP_CustomBase) action->setIcon(style()->standardIcon(icon));
+        action->setShortcut(key);
+        action->setToolTip(QStringLiteral("%1 (%2)").arg(name, key.toString(QKeySequence::NativeText)));
+        connect(action, &QAction::triggered, this, run);
+        return action;
+    };
+    QAction* back = add(tr("Back"), QStyle::SP_ArrowBack, Qt::ALT | Qt::Key_Left, [this] { browser_->backward(); });
+    QAction* forward =
+        add(tr("Forward"), QStyle::SP_ArrowForward, Qt::ALT | Qt::Key_Right, [this] { browser_->forward(); });
+    add(tr("Home"), QStyle::SP_DirHomeIcon, Qt::ALT | Qt::Key_Home, [this] { Open(UrlOf(kHelpPages[0])); });
+    bar->addSeparator();
+    add(tr("Larger"), QStyle::SP_CustomBase, QKeySequence::ZoomIn, [this] { Zoom(1); });
+    add(tr("Smaller"), QStyle::SP_CustomBase, QKeySequence::ZoomOut, [this] { Zoom(-1); });
+    add(tr("Usual size"), QStyle::SP_CustomBase, Qt::CTRL | Qt::Key_0, [this] { Zoom(-zoom_); });
+    back->setEnabled(false);
+    forward->setEnabled(false);
+    connect(browser_, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
+    connect(browser_, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
+        search_->setFocus(Qt::ShortcutFocusReason);
+        search_->selectAll();
+    });
+    // Escape takes the search back first, and then leaves.
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] {
+        if (search_->text().isEmpty())
+            close();
+        else
+            search_->clear();
+    });
+    connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
+}
+
+void HelpWindow::BuildContents()
+{
+    QTreeWidgetItem* group = nullptr;
+    for (const HelpPage& page : kHelpPages) {
+        const QString name = QString::fromUtf16(page.group);
+        if (!group || group->text(0) != name) {
+            group = new QTreeWidgetItem(contents_, {name});
+            group->setFlags(Qt::ItemIsEnabled);
+            group->setExpanded(true);
+        }
+        items_.push_back(new QTreeWidgetItem(group, {QString::fromUtf16(page.title)}));
+    }
+    connect(contents_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
+        auto at = std::find(items_.begin(), items_.end(), item);
+        if (at != items_.end()) Open(UrlOf(kHelpPages[at - items_.begin()]));
+    });
+}
+
+void HelpWindow::ShowHelp(TextView command)
+{
+    const QUrl page = command.empty() ? QUrl() : PageOfCommand(command);
+    if (page.isValid()) Open(page);
+    if (isMinimized()) showNormal();
+    show();
+    raise();
+    activateWindow();
+}
+
+void HelpWindow::Open(const QUrl& page)
+{
+    if (page != browser_->source()) browser_->setSource(page);
+}
+
+void HelpWindow::PageShown(const QUrl& shown)
+{
+    const QUrl source = shown.adjusted(QUrl::RemoveFragment);
+    auto at = std::find_if(std::begin(kHelpPages), std::end(kHelpPages),
+                           [&](const HelpPage& page) { return UrlOf(page) == source; });
+    if (at != std::end(kHelpPages)) {
+        const QSignalBlocker quiet(contents_);
+        contents_->setCurrentItem(items_[static_cast<size_t>(at - std::begin(kHelpPages))]);
+    }
+    MarkMatches();
+}
+
+void HelpWindow::LoadPages()
+{
+    if (indexed_) return;
+    indexed_ = true;
+    for (const HelpPage& page : kHelpPages) {
+        QTextDocument text;
+        text.setHtml(ContentOf(page));
+        index_.AddPage(page.title, ViewOf(text.toPlainText()));
+    }
+}
+
+void HelpWindow::Search()
+{
+    LoadPages();
+    const std::vector<int32_t> found = index_.Find(ViewOf(search_->text()));
+    for (size_t i = 0; i < items_.size(); ++i)
+        items_[i]->setHidden(std::find(found.begin(), found.end(), static_cast<int32_t>(i)) == found.end());
+    for (int i = 0; i < contents_->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* group = contents_->topLevelItem(i);
+        bool any = false;
+        for (int child = 0; child < group->childCount(); ++child) any |= !group->child(child)->isHidden();
+        group->setHidden(!any);
+    }
+    nothing_->setVisible(found.empty());
+    MarkMatches();
+}
+
+void HelpWindow::OpenFirstFound()
+{
+    LoadPages();
+    const std::vector<int32_t> found = index_.Find(ViewOf(search_->text()));
+    if (found.empty()) return;
+    Open(UrlOf(kHelpPages[found.front()]));
+    browser_->setFocus();
+}
+
+void HelpWindow::MarkMatches()
+{
+    QList<QTextEdit::ExtraSelection> marks;
+    for (const Text& word : WordsOf(ViewOf(search_->text()))) {
+        const QRegularExpression pattern(QStringLiteral("\\b") + QRegularExpression::escape(ToQString(word)),
+                                         QRegularExpression::CaseInsensitiveOption |
+                                             QRegularExpression::UseUnicodePropertiesOption);
+        QTextCursor at = browser_->document()->find(pattern);
+        for (; !at.isNull(); at = browser_->document()->find(pattern, at)) {
+            QTextCharFormat format;
+            format.setBackground(palette().brush(QPalette::Highlight));
+            format.setForeground(palette().brush(QPalette::HighlightedText));
+            marks.append({at, format});
+        }
+    }
+    browser_->setExtraSelections(marks);
+}
+
+void HelpWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) ApplyColors();
+}
+
+void HelpWindow::ApplyColors()
+{
+    const auto color = [this](QPalette::ColorRole role) { return palette().color(role).name(); };
+    // Dark palettes often leave the link colour of a light one.
+    const QColor link = Legible(palette().color(QPalette::Link), palette().color(QPalette::Base));
+    browser_->document()->setDefaultStyleSheet(
+        QStringLiteral("a { color: %1; } th { background-color: %2; text-align: left; }"
+                       "h1 { font-size: x-large; } h2 { font-size: large; } table { margin-top: 8px; }")
+            .arg(link.name(), color(QPalette::AlternateBase)));
+    if (browser_->source().isEmpty()) return;
+    const int scrolled = browser_->verticalScrollBar()->value();
+    browser_->reload();
+    browser_->verticalScrollBar()->setValue(scrolled);
+    MarkMatches();
+}
+
+void HelpWindow::Zoom(int steps)
+{
+    steps = std::clamp(zoom_ + steps, kLeastZoom, kMostZoom) - zoom_;
+    zoom_ += steps;
+    browser_->zoomIn(steps);
+}
+
+} // namespace nib

@@ -1,0 +1,110 @@
+#pragma once
+// The live state of menus, tool bar, status bar and document tabs. Tools are found by key, whatever its case. Setters
+// that change nothing are free, and what they change reaches the listener once a batch.
+
+#include "shell/menus/MenuBar.h"
+
+#include <array>
+#include <string_view>
+#include <unordered_map>
+
+namespace nib {
+
+class MenuModel {
+public:
+    /// As designed: all bands of the menu table.
+    MenuModel();
+    MenuModel(const MenuModel&) = delete;
+    MenuModel& operator=(const MenuModel&) = delete;
+
+    /// Not owned; null for none. Hears nothing of what stood before.
+    void SetListener(MenuBar* listener) { listener_ = listener; }
+
+    const MenuTool& Root(Band band) const { return roots_[Index(band)]; }
+    const BandState& State(Band band) const { return states_[Index(band)]; }
+    /// Anywhere on the band, sub-menus included; null when there is none.
+    const MenuTool* Find(Band band, TextView key) const;
+    /// The same, where a missing tool is a fault of the program: throws error_number::kBadIndex.
+    const MenuTool& Tool(Band band, TextView key) const;
+
+    void SetCaption(Band band, TextView key, TextView caption);
+    void SetShortcut(Band band, TextView key, TextView shortcut);
+    void SetTip(Band band, TextView key, TextView tip);
+    void SetEnabled(Band band, TextView key, bool enabled);
+    void SetChecked(Band band, TextView key, bool checked);
+    /// Both at once, of a tool of this band that was found already.
+    void SetState(Band band, const MenuTool& tool, bool enabled, bool checked);
+    void SetVisible(Band band, TextView key, bool visible);
+    void SetBeginGroup(Band band, TextView key, bool beginGroup);
+    /// Of the band itself.
+    void SetTag(Band band, TextView tag);
+
+    void SetBandVisible(Band band, bool visible);
+    /// kSmallIcons or kLargeIcons.
+    void SetIconSize(Band band, int32_t size);
+    void SetHotTrack(Band band, bool hotTrack);
+
+    /// Adds `tool` to the menu `menu` ("" for the band itself) before the tool `before` ("" or unknown: at the end).
+    /// Throws error_number::kKeyInUse.
+    const MenuTool& Add(Band band, TextView menu, MenuTool tool, TextView before = {});
+    void Remove(Band band, TextView key);
+    /// All tools of the menu whose key begins with `prefix`.
+    void RemoveBeginning(Band band, TextView menu, TextView prefix);
+
+    /// Shows or hides the band and sets the check mark of its command in the View menu.
+    void ShowBand(Band band, bool visible);
+
+    // The status bar; panels are numbered from 1.
+    void SetPanelText(int32_t panel, TextView text);
+    void ShowPanel(int32_t panel, bool visible);
+
+    // The document tabs; `tab` is the DocumentID.
+    /// Adds the tab, or changes its caption and tip.
+    void SetTab(int32_t tab, TextView caption, TextView tip);
+    void RemoveTab(int32_t tab);
+    /// The one tab that is marked as the active one; 0 for none.
+    void SetActiveTab(int32_t tab);
+    static int32_t TabOf(const MenuTool& tool);
+
+    void BeginBatch() { ++batches_; }
+    void EndBatch();
+
+private:
+    struct KeyHash {
+        size_t operator()(TextView key) const;
+    };
+    struct KeyEqual {
+        bool operator()(TextView a, TextView b) const;
+    };
+    /// The keys are those of the tools, which do not move.
+    using Keys = std::unordered_map<TextView, MenuTool*, KeyHash, KeyEqual>;
+
+    static size_t Index(Band band) { return static_cast<size_t>(band); }
+    MenuTool& Get(Band band, TextView key);
+    template <typename Value, typename NewValue>
+    void Set(Band band, MenuTool& tool, Value MenuTool::*member, const NewValue& value, uint8_t what);
+    void Forget(Band band, const MenuTool& tool);
+    void Tell();
+    void TellBand(Band band);
+
+    std::array<MenuTool, kBandCount> roots_;
+    std::array<BandState, kBandCount> states_;
+    std::array<Keys, kBandCount> keys_;
+    std::vector<std::pair<Band, MenuTool*>> dirty_; ///< tools with changes that the listener has not heard of
+    MenuBar* listener_ = nullptr;
+    int32_t batches_ = 0;
+};
+
+/// Changes while it lives reach the listener together.
+class MenuBatch {
+public:
+    explicit MenuBatch(MenuModel& model) : model_(model) { model_.BeginBatch(); }
+    ~MenuBatch() { model_.EndBatch(); }
+    MenuBatch(const MenuBatch&) = delete;
+    MenuBatch& operator=(const MenuBatch&) = delete;
+
+private:
+    MenuModel& model_;
+};
+
+} // namespace nib

@@ -1,0 +1,130 @@
+#include "text/UndoStack.h"
+
+#include <utility>
+
+namespace nib {
+
+namespace {
+bool OnOneLine(const TextEdit& edit)
+{
+    return edit.start.line == edit.end.line;
+}
+} // namespace
+
+/// A new step ends what could be redone, and perhaps the saved state with it.
+void UndoStack::Cut()
+{
+    steps_.resize(static_cast<size_t>(at_));
+    if (saved_ > at_) saved_ = kUnreachable;
+}
+
+bool UndoStack::Absorb(const TextEdit& edit)
+{
+    if (!typing_ || at_ == 0 || saved_ == at_ || !OnOneLine(edit)) return false;
+    UndoStep& step = steps_.back();
+    if (step.op || step.edits.size() != 1) return false;
+    TextEdit& last = step.edits.front();
+    if (last.insert != edit.insert || !OnOneLine(last)) return false;
+    if (edit.insert) {
+        if (edit.start != last.end) return false;
+        last.text += edit.text;
+        last.end = edit.end;
+        return true;
+    }
+    if (edit.start == last.start) { // the delete key
+        last.text += edit.text;
+        last.end.col += static_cast<int32_t>(edit.text.size());
+        return true;
+    }
+    if (edit.end != last.start) return false; // backspace
+    last.text.insert(0, edit.text);
+    last.start = edit.start;
+    return true;
+}
+
+void UndoStack::Push(TextEdit edit)
+{
+    if (groups_ > 0) {
+        open_.edits.push_back(std::move(edit));
+        return;
+    }
+    Cut();
+    bool typed = OnOneLine(edit);
+    if (!Absorb(edit)) {
+        UndoStep step;
+        step.edits.push_back(std::move(edit));
+        steps_.push_back(std::move(step));
+        ++at_;
+    }
+    typing_ = typed;
+}
+
+void UndoStack::Push(UndoStep step)
+{
+    Seal();
+    Cut();
+    step.joined = groups_ > 0 && std::exchange(groupHasStep_, true);
+    steps_.push_back(std::move(step));
+    ++at_;
+    typing_ = false;
+}
+
+void UndoStack::BeginGroup()
+{
+    if (groups_++ == 0) groupHasStep_ = false;
+}
+
+/// Puts the edits of the group so far on the stack, since an operation follows them.
+void UndoStack::Seal()
+{
+    if (open_.edits.empty()) return;
+    Push(std::exchange(open_, {}));
+}
+
+void UndoStack::EndGroup()
+{
+    if (groups_ == 0) return;
+    if (groups_ > 1 || groupHasStep_ || open_.edits.size() != 1) {
+        if (groups_ == 1) Seal();
+        --groups_;
+        return;
+    }
+    // A group of one edit is that edit: typing over a selection starts a run like any typing.
+    --groups_;
+    Push(std::move(std::exchange(open_, {}).edits.front()));
+}
+
+void UndoStack::Undone()
+{
+    --at_;
+    typing_ = false;
+}
+
+void UndoStack::Redone()
+{
+    ++at_;
+    typing_ = false;
+}
+
+void UndoStack::Clear()
+{
+    saved_ = Modified() ? kUnreachable : 0;
+    steps_.clear();
+    open_ = {};
+    at_ = 0;
+    typing_ = false;
+    groupHasStep_ = false;
+}
+
+size_t UndoStack::MemoryUse() const
+{
+    size_t bytes = steps_.capacity() * sizeof(UndoStep);
+    for (const UndoStep& step : steps_) {
+        bytes += step.edits.capacity() * sizeof(TextEdit);
+        for (const TextEdit& edit : step.edits)
+            bytes += edit.text.capacity() * 2 + edit.words.capacity() * sizeof(KeptWords);
+    }
+    return bytes;
+}
+
+} // namespace nib

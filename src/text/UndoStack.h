@@ -1,0 +1,77 @@
+#pragma once
+// The steps that can be undone and redone, and where among them the saved text lies. Knows what a step is, not how to
+// apply it.
+
+#include "text/SourceView.h"
+
+#include <array>
+#include <memory>
+#include <vector>
+
+namespace nib {
+
+/// Data words of a line that come back with it: bookmark and identity.
+struct KeptWords {
+    bool bookmark = false;
+    uint32_t identity = 0;
+};
+
+struct TextEdit {
+    bool insert = false;
+    Position start;
+    Position end; ///< behind the text, in the text that holds it
+    Text text;
+    std::vector<KeptWords> words; ///< of the lines of an erased range that spans several
+};
+
+struct UndoStep {
+    std::vector<TextEdit> edits;
+    std::unique_ptr<ISourceOp> op; ///< then there are no edits
+    bool joined = false;           ///< part of the same group as the step before it: both or none
+};
+
+class UndoStack {
+public:
+    /// A typed edit joins the step before it when it goes on where that one ended.
+    void Push(TextEdit edit);
+    void Push(UndoStep step);
+    void BreakTyping() { typing_ = false; }
+    void BeginGroup();
+    void EndGroup();
+    bool InGroup() const { return groups_ > 0; }
+
+    bool CanUndo() const { return at_ > 0; }
+    bool CanRedo() const { return at_ < static_cast<int64_t>(steps_.size()); }
+    /// The step to take back or to do again; the caller applies it, then says so.
+    UndoStep& Top() { return steps_[static_cast<size_t>(at_ - 1)]; }
+    UndoStep& Next() { return steps_[static_cast<size_t>(at_)]; }
+    void Undone();
+    void Redone();
+
+    bool Modified() const { return at_ != saved_ || !open_.edits.empty(); }
+    void SetModified(bool modified)
+    {
+        saved_ = modified ? kUnreachable : at_;
+        typing_ = false;
+    }
+    /// Forgets all steps; whether the text counts as modified stays as it is.
+    void Clear();
+    size_t MemoryUse() const;
+
+private:
+    static constexpr int64_t kUnreachable = -1;
+
+    bool Absorb(const TextEdit& edit);
+    void Cut();
+    void Seal();
+
+    std::vector<UndoStep> steps_;
+    UndoStep open_; ///< of the group under way
+    int64_t at_ = 0;
+    int64_t saved_ = 0;
+    int32_t groups_ = 0;
+    bool groupHasStep_ = false; ///< the group under way is on the stack in part
+    bool typing_ = false;
+};
+
+} // namespace nib

@@ -1,0 +1,187 @@
+#include "text/widget/LineLayout.h"
+
+#include "text/widget/CharacterKind.h"
+
+#include <QTextOption>
+
+#include <algorithm>
+#include <cmath>
+
+namespace nib {
+
+namespace {
+
+constexpr size_t kLongLine = 4000;
+
+bool OnGrid(TextView text, const ViewMetrics& metrics)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [&](char16_t c) { return (c >= 0x20 && c < 0x7F) || metrics.Glyph(0, c) != 0 || IsSign(c); });
+}
+
+/// The text to shape: signs become a blank that never breaks, and are drawn over it.
+QString ShapedText(TextView text)
+{
+    QString out(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
+    for (QChar& c : out) {
+        if (IsSign(c.unicode())) c = QChar::Nbsp;
+    }
+    return out;
+}
+
+} // namespace
+
+bool LineLayout::NeedsShaping(TextView text, const ViewMetrics& metrics)
+{
+    if (text.size() > kLongLine) return false;
+    return !metrics.FixedPitch() ? !text.empty() : !OnGrid(text, metrics);
+}
+
+void LineLayout::BuildCells(TextView text, const ViewMetrics& metrics, qreal wrapWidth)
+{
+    shaped_.reset();
+    starts_.clear();
+    charWidth_ = metrics.CharWidth();
+    if (metrics.FixedPitch() && OnGrid(text, metrics)) {
+        cells_.BuildPlain(static_cast<int32_t>(text.size()));
+    } else {
+        cells_.Build(text);
+    }
+    if (wrapWidth > 0) WrapCells(text, std::max(static_cast<int32_t>(wrapWidth / charWidth_), 2));
+}
+
+void LineLayout::WrapCells(TextView text, int32_t cellsPerRow)
+{
+    int32_t start = 0;
+    int32_t startCell = 0;
+    while (cells_.Cells() - startCell > cellsPerRow) {
+        int32_t end = std::max(cells_.ColumnOf(startCell + cellsPerRow), start + 1);
+        // Behind the last blank, if the row has one; blanks at the edge stay with the row above.
+        auto first = text.begin() + start;
+        auto blank = std::find(std::make_reverse_iterator(text.begin() + end), std::make_reverse_iterator(first), u' ');
+        if (blank.base() != first) end = static_cast<int32_t>(blank.base() - text.begin());
+        starts_.push_back(end);
+        start = end;
+        startCell = cells_.CellOf(end);
+    }
+}
+
+void LineLayout::BuildShaped(TextView text, const QList<QTextLayout::FormatRange>& formats, const ViewMetrics& metrics,
+                             qreal wrapWidth)
+{
+    starts_.clear();
+    charWidth_ = metrics.CharWidth();
+    shaped_ = std::make_unique<QTextLayout>(ShapedText(text), metrics.StyledFont(0));
+    QTextOption option;
+    option.setTextDirection(Qt::LeftToRight);
+    option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setWrapMode(wrapWidth > 0 ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
+    option.setFlags(QTextOption::IncludeTrailingSpaces);
+    shaped_->setTextOption(option);
+    shaped_->setFormats(formats);
+    shaped_->setCacheEnabled(true);
+    shaped_->beginLayout();
+    constexpr qreal unlimited = 1 << 22;
+    for (int32_t row = 0;; ++row) {
+        QTextLine line = shaped_->createLine();
+        if (!line.isValid()) break;
+        line.setLineWidth(wrapWidth > 0 ? wrapWidth : unlimited);
+        // One baseline for all rows, whatever fallback fonts a row needs.
+        line.setPosition({0, row * metrics.LineHeight() + metrics.Ascent() - line.ascent()});
+    }
+    shaped_->endLayout();
+}
+
+int32_t LineLayout::RowCount() const
+{
+    return shaped_ ? std::max(shaped_->lineCount(), 1) : static_cast<int32_t>(starts_.size()) + 1;
+}
+
+int32_t LineLayout::RowOf(int32_t column) const
+{
+    if (shaped_) {
+        QTextLine line = shaped_->lineForTextPosition(column);
+        return line.isValid() ? line.lineNumber() : RowCount() - 1;
+    }
+    return static_cast<int32_t>(std::upper_bound(starts_.begin(), starts_.end(), column) - starts_.begin());
+}
+
+int32_t LineLayout::RowStart(int32_t row) const
+{
+    if (row <= 0) return 0;
+    if (shaped_) return row < shaped_->lineCount() ? shaped_->lineAt(row).textStart() : 0;
+    return starts_[static_cast<size_t>(row) - 1];
+}
+
+int32_t LineLayout::RowEnd(int32_t row) const
+{
+    if (row + 1 < RowCount()) return RowStart(row + 1);
+    return shaped_ ? static_cast<int32_t>(shaped_->text().size()) : cells_.Columns();
+}
+
+qreal LineLayout::XOf(int32_t column) const
+{
+    return XIn(RowOf(column), column);
+}
+
+qreal LineLayout::XIn(int32_t row, int32_t column) const
+{
+    if (shaped_) return row < shaped_->lineCount() ? shaped_->lineAt(row).cursorToX(column) : 0;
+    return (cells_.CellOf(column) - cells_.CellOf(RowStart(row))) * charWidth_;
+}
+
+LineLayout::Span LineLayout::SpanOf(int32_t row, int32_t column) const
+{
+    if (column >= RowEnd(row)) return {XIn(row, column), 0};
+    if (shaped_) {
+        QTextLine line = shaped_->lineAt(row);
+        int at = column;
+        qreal leading = line.cursorToX(&at, QTextLine::Leading);
+        at = column;
+        qreal trailing = line.cursorToX(&at, QTextLine::Trailing);
+        return {std::min(leading, trailing), std::abs(trailing - leading)};
+    }
+    qreal left = XIn(row, column);
+    int32_t next = column + 1;
+    while (next < RowEnd(row) && cells_.CellOf(next) == cells_.CellOf(column)) ++next;
+    return {left, XIn(row, next) - left};
+}
+
+int32_t LineLayout::ColumnAt(int32_t row, qreal x, bool covering) const
+{
+    row = std::clamp(row, 0, RowCount() - 1);
+    if (shaped_) {
+        if (row >= shaped_->lineCount()) return 0;
+        int32_t column = shaped_->lineAt(row).xToCursor(x, covering ? QTextLine::CursorOnCharacter
+                                                                    : QTextLine::CursorBetweenCharacters);
+        // The place behind a wrapped row is the start of the next one.
+        if (row + 1 < RowCount() && column >= RowEnd(row)) column = shaped_->previousCursorPosition(RowEnd(row));
+        return column;
+    }
+    int32_t first = cells_.CellOf(RowStart(row));
+    int32_t last = cells_.CellOf(RowEnd(row)) - (row + 1 < RowCount() ? 1 : 0);
+    qreal exact = std::clamp(x / charWidth_, 0.0, static_cast<qreal>(last - first));
+    auto cell = first + static_cast<int32_t>(exact);
+    int32_t column = cells_.ColumnOf(cell);
+    if (covering || column >= RowEnd(row)) return column;
+    int32_t width = 1;
+    while (cell + width < last && cells_.ColumnOf(cell + width) == column) ++width;
+    bool behind = first + exact > (cells_.CellOf(column) + cell + width) / 2.0;
+    return behind && cell + width <= last ? cells_.ColumnOf(cell + width) : column;
+}
+
+qreal LineLayout::RowWidth(int32_t row) const
+{
+    if (shaped_) return row < shaped_->lineCount() ? shaped_->lineAt(row).naturalTextWidth() : 0;
+    return (cells_.CellOf(RowEnd(row)) - cells_.CellOf(RowStart(row))) * charWidth_;
+}
+
+qreal LineLayout::Width() const
+{
+    if (!shaped_) return cells_.Cells() * charWidth_;
+    qreal widest = 0;
+    for (int row = 0; row < shaped_->lineCount(); ++row) widest = std::max(widest, RowWidth(row));
+    return widest;
+}
+
+} // namespace nib

@@ -1,0 +1,98 @@
+#include "text/widget/ScreenColors.h"
+
+#include "text/widget/DesktopColors.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace nib {
+
+namespace {
+
+constexpr int32_t kPlainText = 8; ///< the token type whose style is the view's default
+
+double Luminance(const QColor& color)
+{
+    auto linear = [](double v) { return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+QColor Mix(const QColor& a, const QColor& b, double share)
+{
+    auto mix = [&](double x, double y) { return static_cast<float>(x * (1 - share) + y * share); };
+    return QColor::fromRgbF(mix(a.redF(), b.redF()), mix(a.greenF(), b.greenF()), mix(a.blueF(), b.blueF()));
+}
+
+} // namespace
+
+double Contrast(const QColor& a, const QColor& b)
+{
+    double x = Luminance(a) + 0.05;
+    double y = Luminance(b) + 0.05;
+    return std::max(x, y) / std::min(x, y);
+}
+
+QColor Legible(const QColor& color, const QColor& ground)
+{
+    constexpr double enough = 4.5;
+    if (Contrast(color, ground) >= enough) return color;
+    const QColor target = Luminance(ground) < 0.2 ? QColor(Qt::white) : QColor(Qt::black);
+    for (double share = 0.1; share < 1; share += 0.1) {
+        QColor moved = Mix(color, target, share);
+        if (Contrast(moved, ground) >= enough) return moved;
+    }
+    return target;
+}
+
+QColor ScreenColors::FromNumber(int32_t color) const
+{
+    auto bits = static_cast<uint32_t>(color);
+    if (bits & 0x80000000U) {
+        QColor known = DesktopColor(palette_, color & 0xFFFF);
+        return known.isValid() ? known : palette_.color(QPalette::Text);
+    }
+    return QColor(static_cast<int>(bits & 0xFF), static_cast<int>(bits >> 8 & 0xFF),
+                  static_cast<int>(bits >> 16 & 0xFF));
+}
+
+/// The styles are chosen for a white page as a rule, so a dark one asks for more.
+QColor ScreenColors::Readable(QColor color) const
+{
+    bool dark = Luminance(base) < 0.2;
+    return !dark && Contrast(color, base) >= 2.5 ? color : Legible(color, base);
+}
+
+ScreenStyle ScreenColors::Style(int32_t tokenType) const
+{
+    auto index = static_cast<size_t>(tokenType);
+    if (index >= known_.size()) return Find(tokenType);
+    if (!known_[index]) known_[index] = Find(tokenType);
+    return *known_[index];
+}
+
+ScreenStyle ScreenColors::Find(int32_t tokenType) const
+{
+    TokenStyle style = model_->ScreenStyles().Get(tokenType);
+    if (style.color == -1) return {text, style.style};
+    return {Readable(FromNumber(style.color)), style.style};
+}
+
+void ScreenColors::Build(const QPalette& palette, const SourceViewModel& model)
+{
+    known_.fill(std::nullopt);
+    palette_ = palette;
+    model_ = &model;
+    base = FromNumber(model.BackColor());
+    TokenStyle plain = model.ScreenStyles().Get(kPlainText);
+    text = Readable(plain.color == -1 ? palette.color(QPalette::Text) : FromNumber(plain.color));
+    highlight = palette.color(QPalette::Highlight);
+    highlightedText = palette.color(QPalette::HighlightedText);
+    faint = Readable(Mix(text, base, 0.45));
+    sign = Readable(Mix(text, base, 0.25));
+    strong = text;
+    line = Mix(text, base, 0.85);
+    bookmark = Mix(highlight, base, 0.1);
+    onBookmark = Contrast(bookmark, Qt::white) >= 3 ? Qt::white : Qt::black;
+}
+
+} // namespace nib

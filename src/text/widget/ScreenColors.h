@@ -1,0 +1,52 @@
+#pragma once
+// Colours of a view: the palette's, and those of the token styles made readable on its background.
+
+#include "text/SourceViewModel.h"
+
+#include <QColor>
+#include <QPalette>
+
+#include <array>
+#include <optional>
+
+namespace nib {
+
+struct ScreenStyle {
+    QColor color;
+    int32_t style = 0;
+};
+
+class ScreenColors {
+public:
+    /// Anew before each paint: the style tables do not tell of changes.
+    void Build(const QPalette& palette, const SourceViewModel& model);
+
+    QColor base;
+    QColor text;
+    QColor highlight;
+    QColor highlightedText;
+    QColor faint;    ///< line numbers, fold lines
+    QColor sign;     ///< marks and control characters
+    QColor strong;   ///< the caret line's number
+    QColor line;     ///< separators
+    QColor bookmark; ///< behind a number; its text is `onBookmark`
+    QColor onBookmark;
+
+    ScreenStyle Style(int32_t tokenType) const;
+
+private:
+    ScreenStyle Find(int32_t tokenType) const;
+    QColor FromNumber(int32_t color) const;
+    QColor Readable(QColor color) const;
+
+    const SourceViewModel* model_ = nullptr;
+    QPalette palette_;
+    mutable std::array<std::optional<ScreenStyle>, 16> known_; ///< of the token types that source texts are full of
+};
+
+/// Contrast of two colours, 1 to 21.
+double Contrast(const QColor& a, const QColor& b);
+/// The colour itself where it can be read well on that ground; else moved towards black or white until it can.
+QColor Legible(const QColor& color, const QColor& ground);
+
+} // namespace nib

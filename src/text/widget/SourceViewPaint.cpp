@@ -1,0 +1,219 @@
+// Painting, and what must be painted again; part of SourceViewWidget.
+
+#include "text/widget/SourceViewAccessible.h"
+#include "text/widget/SourceViewWidget.h"
+
+#include <QPaintEvent>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace nib {
+
+namespace {
+
+constexpr int32_t kToTheEnd = std::numeric_limits<int32_t>::max();
+constexpr int64_t kScanSlice = 8000; ///< microseconds, short enough for the next key not to wait
+
+} // namespace
+
+// What the buffer tells
+
+void SourceViewWidget::TextChanged(const TextChange& change)
+{
+    offsets_.Forget(change.start.line);
+    bool sameLines = change.oldEnd.line == change.newEnd.line;
+    if (sameLines) {
+        cache_.Invalidate(change.start.line, change.newEnd.line);
+    } else {
+        cache_.Clear();
+    }
+    auto old = geometry_.TopPlace();
+    geometry_.TextMoved(&change);
+    if (!(old == geometry_.TopPlace())) changed_.scrolled = true;
+    changed_.first = changed_.first < 0 ? change.start.line : std::min(changed_.first, change.start.line);
+    changed_.last = std::max(changed_.last, sameLines && !model_.LineWrap() ? change.newEnd.line : kToTheEnd);
+    SourceViewAccessible::TellText(*this, change);
+}
+
+/// Once for all edits of a step: an operation makes as many as the text has lines.
+void SourceViewWidget::ShowChange(int32_t first, int32_t last)
+{
+    Change change = std::exchange(changed_, {});
+    UpdateBars();
+    if (change.scrolled)
+        viewport()->update();
+    else
+        UpdateLines(std::min(first, change.first), std::max(last, change.last));
+    scanTimer_.start(0);
+}
+
+void SourceViewWidget::TextReset()
+{
+    changed_ = {};
+    offsets_.Forget(0);
+    cache_.Clear();
+    geometry_.ScrollToIndex(0);
+    geometry_.SetLeft(0);
+    UpdateBars();
+    viewport()->update();
+    scanTimer_.start(0);
+    SourceViewAccessible::TellReset(*this);
+}
+
+void SourceViewWidget::LinesRepaint(int32_t first, int32_t last)
+{
+    cache_.Invalidate(first, last);
+    if (painting_) {
+        // Scanning for this paint: what it does not paint itself follows after it.
+        scannedFirst_ = scannedLast_ < 0 ? first : std::min(scannedFirst_, first);
+        scannedLast_ = std::max(scannedLast_, last);
+    } else if (changed_.first >= 0) {
+        ShowChange(first, last);
+    } else {
+        UpdateLines(first, last);
+    }
+}
+
+void SourceViewWidget::FoldingChanged()
+{
+    geometry_.TextMoved(nullptr);
+    UpdateBars();
+    viewport()->update();
+}
+
+void SourceViewWidget::UpdateLines(int32_t first, int32_t last)
+{
+    geometry_.ForEach(0, viewport()->height(), [&](int32_t line, qreal y) {
+        if (line < first || line > last) return;
+        QRectF row(0, y, viewport()->width(), geometry_.HeightOf(line));
+        viewport()->update(row.toAlignedRect());
+    });
+    if (last >= buffer_.LineCount()) {
+        // Lines may have gone: what they leave behind the end is cleared too.
+        int32_t bottom = buffer_.VisibleLine(buffer_.VisibleCount() - 1);
+        if (std::optional<qreal> y = geometry_.TopOf(bottom)) {
+            QRectF rest(0, *y, viewport()->width(), viewport()->height() - *y);
+            viewport()->update(rest.toAlignedRect());
+        }
+    }
+}
+
+void SourceViewWidget::UpdateCaret()
+{
+    QRectF caret = CaretRect();
+    if (!caret.isEmpty()) viewport()->update(caret.adjusted(-1, -1, 1, 1).toAlignedRect());
+}
+
+// Painting
+
+void SourceViewWidget::paintEvent(QPaintEvent* event)
+{
+    QRectF dirty = event->rect();
+    BuildColors();
+    painting_ = true;
+    ScanVisible(dirty);
+    {
+        QPainter painter(viewport());
+        painter.setClipRegion(event->region());
+        painter.fillRect(dirty, colors_.base);
+        PaintText(painter, dirty);
+        PaintMargin(painter, dirty);
+        PaintCarets(painter);
+    }
+    painting_ = false;
+    int32_t first = std::exchange(scannedFirst_, 0);
+    int32_t last = std::exchange(scannedLast_, -1);
+    geometry_.ForEach(0, viewport()->height(), [&](int32_t line, qreal y) {
+        QRectF row(0, y, viewport()->width(), geometry_.HeightOf(line));
+        if (line >= first && line <= last && !dirty.intersects(row)) viewport()->update(row.toAlignedRect());
+    });
+    if (!scanTimer_.isActive()) scanTimer_.start(0);
+}
+
+void SourceViewWidget::ScanVisible(const QRectF& dirty)
+{
+    geometry_.ForEach(dirty.top(), dirty.bottom(), [&](int32_t line, qreal) { cache_.Styled(line); });
+}
+
+PaintedLine SourceViewWidget::Describe(int32_t line, qreal y, const QRectF& clip)
+{
+    PaintedLine painted;
+    painted.entry = &cache_.Styled(line);
+    painted.text = cache_.ShownText(line);
+    painted.origin = {geometry_.TextX(), y};
+    painted.clip = clip;
+    uint32_t state = buffer_.GetLineData(line, LineWord::Control) & line_bits::kBlockStateMask;
+    painted.collapsed = state == line_bits::kBlockCollapsed;
+    Position anchor;
+    Position caret;
+    model_.GetSelection(anchor, caret);
+    Position start = std::min(anchor, caret);
+    Position end = std::max(anchor, caret);
+    if (start == end || line < start.line || line > end.line) return painted;
+    painted.selectionStart = line == start.line ? painted.entry->ToShown(start.col) : 0;
+    painted.selectionEnd =
+        line == end.line ? painted.entry->ToShown(end.col) : static_cast<int32_t>(painted.text.size());
+    painted.selectsBreak = line < end.line;
+    return painted;
+}
+
+void SourceViewWidget::PaintText(QPainter& painter, const QRectF& dirty)
+{
+    QRectF area = dirty;
+    area.setLeft(std::max(area.left(), geometry_.Margin().width));
+    if (area.isEmpty()) return;
+    painter.save();
+    painter.setClipRect(area, Qt::IntersectClip);
+    geometry_.ForEach(area.top(), area.bottom(),
+                      [&](int32_t line, qreal y) { linePainter_.Paint(painter, Describe(line, y, area)); });
+    painter.restore();
+}
+
+void SourceViewWidget::PaintMargin(QPainter& painter, const QRectF& dirty)
+{
+    if (dirty.left() >= geometry_.Margin().width) return;
+    geometry_.ForEach(dirty.top(), dirty.bottom(), [&](int32_t line, qreal y) {
+        MarginLine margin;
+        margin.line = line;
+        margin.y = y;
+        margin.height = geometry_.HeightOf(line);
+        margin.control = buffer_.GetLineData(line, LineWord::Control);
+        margin.current = line == model_.Caret().line;
+        marginPainter_.Paint(painter, geometry_.Margin(), margin);
+    });
+    marginPainter_.PaintSeparator(painter, geometry_.Margin(), dirty.top(), dirty.bottom());
+}
+
+void SourceViewWidget::PaintCarets(QPainter& painter)
+{
+    QRectF room = viewport()->rect();
+    room.setLeft(std::max(geometry_.Margin().width - 1, 0.0));
+    painter.setClipRect(room, Qt::IntersectClip);
+    if (hasFocus() && caretOn_) {
+        QColor color = colors_.text;
+        // A block leaves the character under it readable.
+        if (model_.Overtype() && preedit_.isEmpty()) color.setAlpha(110);
+        painter.fillRect(CaretRect(), color);
+    }
+    if (!dropCaret_) return;
+    if (std::optional<QPointF> at = geometry_.CaretAt(*dropCaret_)) {
+        painter.fillRect(QRectF(std::round(at->x()) - 1, at->y(), 2, metrics_.LineHeight()), colors_.highlight);
+    }
+}
+
+void SourceViewWidget::ShowDropCaret(std::optional<Position> at)
+{
+    for (const std::optional<Position>& place : {std::exchange(dropCaret_, at), at}) {
+        if (place) UpdateLines(place->line, place->line);
+    }
+}
+
+void SourceViewWidget::ScanIdle()
+{
+    if (buffer_.ScanSlice(kScanSlice)) scanTimer_.start(0);
+}
+
+} // namespace nib

@@ -1,0 +1,356 @@
+#include "text/widget/SourceViewWidget.h"
+
+#include "text/widget/KeyMap.h"
+#include "text/widget/SourceViewAccessible.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QDragEnterEvent>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <cmath>
+
+namespace nib {
+
+namespace {
+
+constexpr int kLeastZoom = -20;
+constexpr int kMostZoom = 60;
+/// The selection rests that long before other programs can fetch it.
+constexpr int kPrimaryDelay = 150;
+
+} // namespace
+
+SourceViewWidget::SourceViewWidget(SourceBuffer& buffer, Clipboard& clipboard, QWidget* parent)
+    : QAbstractScrollArea(parent), buffer_(buffer), clipboard_(clipboard), model_(buffer, clipboard),
+      cache_(buffer_, metrics_, colors_), geometry_(model_, cache_, metrics_), linePainter_(metrics_, colors_, signs_),
+      marginPainter_(metrics_, colors_), mouse_(*this), offsets_(buffer_)
+{
+    InstallSourceViewAccessible();
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_InputMethodEnabled);
+    setAttribute(Qt::WA_KeyCompression);
+    setAcceptDrops(true);
+    verticalScrollBar()->setAccessibleName(tr("Vertical scroll bar"));
+    horizontalScrollBar()->setAccessibleName(tr("Horizontal scroll bar"));
+    viewport()->setAcceptDrops(true);
+    viewport()->setMouseTracking(true);
+    viewport()->setCursor(Qt::IBeamCursor);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    viewport()->setAttribute(Qt::WA_StaticContents);
+    connect(&blinkTimer_, &QTimer::timeout, this, [this] { Blink(); });
+    connect(&scanTimer_, &QTimer::timeout, this, [this] { ScanIdle(); });
+    scanTimer_.setSingleShot(true);
+    connect(&primaryTimer_, &QTimer::timeout, this, [this] { PublishSelection(); });
+    primaryTimer_.setSingleShot(true);
+    model_.SetHost(this);
+    buffer_.AddListener(this);
+    AppearanceChanged();
+}
+
+SourceViewWidget::~SourceViewWidget()
+{
+    buffer_.RemoveListener(this);
+    model_.SetHost(nullptr);
+}
+
+void SourceViewWidget::BuildColors()
+{
+    QPalette shown = palette();
+    shown.setCurrentColorGroup(hasFocus() ? QPalette::Active : QPalette::Inactive);
+    colors_.Build(shown, model_);
+}
+
+void SourceViewWidget::AppearanceChanged()
+{
+    metrics_.Build(model_.Font(), zoom_);
+    signs_.Build(metrics_.StyledFont(0), metrics_.Ascent());
+    BuildColors();
+    cache_.Clear();
+    geometry_.Measure(viewport()->size());
+    UpdateBars();
+    viewport()->update();
+    updateMicroFocus();
+}
+
+void SourceViewWidget::SetZoom(int steps)
+{
+    steps = std::clamp(steps, kLeastZoom, kMostZoom);
+    if (std::exchange(zoom_, steps) == steps) return;
+    AppearanceChanged();
+    emit zoomChanged(zoom_);
+}
+
+void SourceViewWidget::changeEvent(QEvent* event)
+{
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) AppearanceChanged();
+}
+
+void SourceViewWidget::resizeEvent(QResizeEvent* event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    geometry_.Measure(viewport()->size());
+    UpdateBars();
+    if (model_.LineWrap()) viewport()->update();
+}
+
+// Places
+
+SourceViewWidget::Zone SourceViewWidget::ZoneAt(QPointF point) const
+{
+    const MarginPlaces& margin = geometry_.Margin();
+    if (point.x() < margin.select) return Zone::Margin;
+    return margin.blocks && point.x() < margin.width ? Zone::Blocks : Zone::Content;
+}
+
+QRectF SourceViewWidget::CaretRect()
+{
+    bool composing = !preedit_.isEmpty();
+    if (model_.Overtype() && !composing) return geometry_.CellOf(model_.Caret());
+    std::optional<QPointF> at = geometry_.CaretAt(model_.Caret(), composing ? preeditCursor_ : 0);
+    if (!at) return {};
+    constexpr qreal bar = 2;
+    // Between the characters, but whole in sight at the left edge.
+    qreal left = std::max(std::round(at->x()) - 1, std::min(at->x(), geometry_.Margin().width));
+    return {left, at->y(), bar, metrics_.LineHeight()};
+}
+
+int32_t SourceViewWidget::LineHeight() const
+{
+    return static_cast<int32_t>(metrics_.LineHeight());
+}
+
+int32_t SourceViewWidget::PageLines() const
+{
+    return geometry_.PageLines();
+}
+
+bool SourceViewWidget::MoveRows(Position& at, int32_t rows, double& goal) const
+{
+    return geometry_.MoveRows(at, rows, goal);
+}
+
+bool SourceViewWidget::RowOf(Position at, int32_t& first, int32_t& last) const
+{
+    if (!model_.LineWrap()) return false;
+    geometry_.RowOf(at, first, last);
+    return true;
+}
+
+ScreenStyle SourceViewWidget::StyleAt(Position p, int32_t& start, int32_t& end)
+{
+    Token token;
+    start = 0;
+    end = buffer_.LineLength(p.line);
+    if (!model_.NextToken(p.line, p.col, token)) return colors_.Style(8);
+    start = token.start;
+    end = token.start + token.length;
+    return colors_.Style(token.type);
+}
+
+// Scrolling
+
+void SourceViewWidget::GetFirstVisible(int32_t& line, int32_t& column) const
+{
+    line = buffer_.VisibleLine(geometry_.TopIndex());
+    column = static_cast<int32_t>(std::lround(geometry_.Left() / metrics_.CharWidth()));
+}
+
+void SourceViewWidget::SetFirstVisible(int32_t line, int32_t column)
+{
+    line = std::clamp(line, 0, buffer_.LineCount() - 1);
+    geometry_.ScrollToIndex(buffer_.VisibleIndex(line));
+    geometry_.SetLeft(std::min(column * metrics_.CharWidth(), geometry_.MaxLeft()));
+    UpdateBars();
+    viewport()->update();
+}
+
+void SourceViewWidget::UpdateBars()
+{
+    syncing_ = true;
+    verticalScrollBar()->setRange(0, geometry_.MaxTopIndex());
+    verticalScrollBar()->setPageStep(geometry_.PageLines());
+    verticalScrollBar()->setValue(geometry_.TopIndex());
+    setHorizontalScrollBarPolicy(model_.LineWrap() ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
+    horizontalScrollBar()->setRange(0, static_cast<int>(std::ceil(geometry_.MaxLeft())));
+    horizontalScrollBar()->setPageStep(std::max(viewport()->width(), 1));
+    horizontalScrollBar()->setSingleStep(static_cast<int>(std::ceil(metrics_.CharWidth() * 3)));
+    horizontalScrollBar()->setValue(static_cast<int>(std::lround(geometry_.Left())));
+    syncing_ = false;
+}
+
+void SourceViewWidget::Scrolled(ViewGeometry::Place old)
+{
+    ViewGeometry::Place now = geometry_.TopPlace();
+    UpdateBars();
+    if (now == old) return;
+    QRect text = viewport()->rect();
+    bool sideways = now.left != old.left;
+    if (sideways) text.setLeft(static_cast<int>(geometry_.Margin().width));
+    std::optional<qreal> rows = geometry_.Distance(old);
+    bool whole = rows && std::floor(*rows) == *rows && std::floor(now.left - old.left) == now.left - old.left;
+    if (!whole || (sideways && *rows != 0) || std::abs(*rows) >= viewport()->height()) {
+        viewport()->update();
+    } else {
+        viewport()->scroll(static_cast<int>(old.left - now.left), static_cast<int>(-*rows), text);
+    }
+    updateMicroFocus();
+}
+
+void SourceViewWidget::scrollContentsBy(int /*dx*/, int /*dy*/)
+{
+    if (syncing_) return;
+    auto old = geometry_.TopPlace();
+    if (verticalScrollBar()->value() != geometry_.TopIndex()) geometry_.ScrollToIndex(verticalScrollBar()->value());
+    geometry_.SetLeft(horizontalScrollBar()->value());
+    Scrolled(old);
+}
+
+void SourceViewWidget::ScrollRows(int32_t rows)
+{
+    ScrollPixels({0, rows * metrics_.LineHeight()});
+}
+
+void SourceViewWidget::ScrollPixels(QPointF delta)
+{
+    auto old = geometry_.TopPlace();
+    geometry_.ScrollBy(delta.y());
+    geometry_.SetLeft(std::clamp(geometry_.Left() + delta.x(), 0.0, geometry_.MaxLeft()));
+    Scrolled(old);
+}
+
+void SourceViewWidget::RevealPlace(Position p)
+{
+    buffer_.Reveal(p.line);
+    auto old = geometry_.TopPlace();
+    geometry_.Reveal(p);
+    Scrolled(old);
+}
+
+void SourceViewWidget::EnsureCaretVisible()
+{
+    RevealPlace(model_.Caret());
+    RestartBlink();
+}
+
+// Mouse
+
+void SourceViewWidget::mousePressEvent(QMouseEvent* event)
+{
+    CommitPreedit();
+    mouse_.Press(*event);
+    emit mousePressed(event->button(), event->modifiers(), event->position());
+}
+
+void SourceViewWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    mouse_.Move(*event);
+}
+
+void SourceViewWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    mouse_.Release(*event);
+    emit mouseReleased(event->button(), event->modifiers(), event->position());
+}
+
+void SourceViewWidget::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    mouse_.DoubleClick(*event);
+    if (event->button() == Qt::LeftButton && ZoneAt(event->position()) == Zone::Content) {
+        emit mouseDoubleClicked(event->position());
+    }
+}
+
+void SourceViewWidget::wheelEvent(QWheelEvent* event)
+{
+    event->accept();
+    QPointF pixels = event->pixelDelta();
+    QPointF steps = QPointF(event->angleDelta()) / 120.0;
+    if (event->modifiers() & Qt::ControlModifier) {
+        wheelRest_ += steps;
+        auto whole = static_cast<int>(wheelRest_.y());
+        wheelRest_ -= QPointF(0, whole);
+        if (whole != 0) SetZoom(zoom_ + whole);
+        return;
+    }
+    if (pixels.isNull()) pixels = steps * QApplication::wheelScrollLines() * metrics_.LineHeight();
+    if (event->modifiers() & Qt::ShiftModifier) pixels = {pixels.y() + pixels.x(), 0};
+    // Fractions of a pixel would blur the text; they wait for the next turn.
+    wheelRest_ += pixels;
+    QPointF whole(std::trunc(wheelRest_.x()), std::trunc(wheelRest_.y()));
+    wheelRest_ -= whole;
+    ScrollPixels(-whole);
+}
+
+void SourceViewWidget::contextMenuEvent(QContextMenuEvent* event)
+{
+    // The mouse tells of itself when its button is released, on every desktop.
+    if (event->reason() == QContextMenuEvent::Mouse) return;
+    if (event->reason() == QContextMenuEvent::Keyboard) return AskForMenu();
+    emit contextMenuRequested(event->globalPos());
+}
+
+void SourceViewWidget::AskForMenu()
+{
+    emit contextMenuRequested(viewport()->mapToGlobal(CaretRect().bottomRight().toPoint()));
+}
+
+void SourceViewWidget::ToggleBlock(int32_t line)
+{
+    uint32_t state = buffer_.GetLineData(line, LineWord::Control) & line_bits::kBlockStateMask;
+    if (state == line_bits::kBlockHead) buffer_.CollapseBlock(line);
+    if (state == line_bits::kBlockCollapsed) buffer_.ExpandBlock(line);
+}
+
+void SourceViewWidget::dragEnterEvent(QDragEnterEvent* event)
+{
+    event->setAccepted(MouseHandler::Accepts(*event));
+    if (event->isAccepted()) event->acceptProposedAction();
+}
+
+void SourceViewWidget::dragMoveEvent(QDragMoveEvent* event)
+{
+    if (!MouseHandler::Accepts(*event)) return event->ignore();
+    mouse_.DragMove(event->position());
+    event->acceptProposedAction();
+}
+
+void SourceViewWidget::dragLeaveEvent(QDragLeaveEvent* /*event*/)
+{
+    mouse_.DragEnd();
+}
+
+void SourceViewWidget::dropEvent(QDropEvent* event)
+{
+    if (!MouseHandler::Accepts(*event)) return event->ignore();
+    CommitPreedit();
+    mouse_.Drop(*event);
+}
+
+void SourceViewWidget::PastePrimary(Position at)
+{
+    PublishSelection();
+    Text text = clipboard_.GetPrimary();
+    model_.SetCaret(at);
+    model_.Insert(text);
+}
+
+void SourceViewWidget::PublishSelection()
+{
+    primaryTimer_.stop();
+    if (model_.HasSelection()) clipboard_.SetPrimary(model_.SelectedText());
+}
+
+void SourceViewWidget::SelectionChanged(int32_t firstLine, int32_t lastLine)
+{
+    UpdateLines(firstLine, lastLine);
+    if (model_.HasSelection()) primaryTimer_.start(kPrimaryDelay);
+    RestartBlink();
+    updateMicroFocus();
+    SourceViewAccessible::TellCaret(*this);
+}
+
+} // namespace nib

@@ -1,0 +1,163 @@
+#pragma once
+// The view on the screen: paints a SourceViewModel and feeds it with keys, mouse, drops and input methods.
+
+#include "text/SourceViewModel.h"
+#include "text/widget/LineCache.h"
+#include "text/widget/LinePainter.h"
+#include "text/widget/MarginPainter.h"
+#include "text/widget/MouseHandler.h"
+#include "text/widget/TextMemory.h"
+#include "text/widget/TextOffsets.h"
+#include "text/widget/ViewGeometry.h"
+
+#include <QAbstractScrollArea>
+#include <QTimer>
+
+namespace nib {
+
+class SourceViewWidget final : public QAbstractScrollArea, public ViewHost, public BufferListener {
+    Q_OBJECT
+
+public:
+    /// Both outlive the widget.
+    SourceViewWidget(SourceBuffer& buffer, Clipboard& clipboard, QWidget* parent = nullptr);
+    ~SourceViewWidget() override;
+
+    SourceViewModel& Model() { return model_; }
+    TextOffsets& Offsets() { return offsets_; }
+    TextMemory& Memory() { return memory_; }
+
+    enum class Zone { Margin, Blocks, Content };
+    Zone ZoneAt(QPointF point) const;
+    /// Caret place nearest to a point of the viewport; with `covering` the character under it.
+    Position PositionAt(QPointF point, bool covering = false) { return geometry_.PositionAt(point, covering); }
+    /// Cell of the character at a place in the viewport, empty when out of sight.
+    QRectF CellOf(Position p) { return geometry_.CellOf(p); }
+    QRectF CaretRect();
+    ScreenStyle StyleAt(Position p, int32_t& start, int32_t& end);
+
+    /// Steps of one point on the font's size.
+    int Zoom() const { return zoom_; }
+    void SetZoom(int steps);
+    void ScrollRows(int32_t rows);
+    void ScrollPixels(QPointF delta);
+    void RevealPlace(Position p);
+    /// Pastes the desktop's primary selection.
+    void PastePrimary(Position at);
+    /// Makes the selection the desktop's primary selection, at once.
+    void PublishSelection();
+    void ToggleBlock(int32_t line);
+    /// For the context menu at the caret.
+    void AskForMenu();
+    /// Where a dragged text would go; none takes the mark away.
+    void ShowDropCaret(std::optional<Position> at);
+
+    // ViewHost
+    int32_t LineHeight() const override;
+    int32_t PageLines() const override;
+    void GetFirstVisible(int32_t& line, int32_t& column) const override;
+    void SetFirstVisible(int32_t line, int32_t column) override;
+    void EnsureCaretVisible() override;
+    void SelectionChanged(int32_t firstLine, int32_t lastLine) override;
+    void AppearanceChanged() override;
+    void Print() override { emit printRequested(); }
+    bool MoveRows(Position& at, int32_t rows, double& goal) const override;
+    bool RowOf(Position at, int32_t& first, int32_t& last) const override;
+
+    // BufferListener
+    void TextChanged(const TextChange& change) override;
+    void TextReset() override;
+    void LinesRepaint(int32_t first, int32_t last) override;
+    void FoldingChanged() override;
+
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+
+signals:
+    void subValueRequested();                 ///< Ctrl+\ .
+    void valueRequested();                    ///< Ctrl+]
+    void contextMenuRequested(QPoint global); ///< by other means than the mouse, which mouseReleased tells of
+    void mousePressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at);
+    void mouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at);
+    void mouseDoubleClicked(QPointF at);
+    void zoomChanged(int steps);
+    void printRequested();
+
+protected:
+    bool event(QEvent* event) override;
+    /// Tab is for typing.
+    bool focusNextPrevChild(bool /*next*/) override { return false; }
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    struct Change {
+        int32_t first = -1;
+        int32_t last = -1;
+        bool scrolled = false;
+    };
+
+    void BuildColors();
+    void UpdateBars();
+    /// Repaints what a scroll brought in, moving the rest.
+    void Scrolled(ViewGeometry::Place old);
+    void ShowChange(int32_t first, int32_t last);
+    void UpdateLines(int32_t first, int32_t last);
+    void UpdateCaret();
+    void RestartBlink();
+    void Blink();
+    void PaintText(QPainter& painter, const QRectF& dirty);
+    void PaintMargin(QPainter& painter, const QRectF& dirty);
+    void PaintCarets(QPainter& painter);
+    PaintedLine Describe(int32_t line, qreal y, const QRectF& clip);
+    /// Scans what is in sight before any of it is painted.
+    void ScanVisible(const QRectF& dirty);
+    void ScanIdle();
+    void CommitPreedit();
+    void SetPreedit(const QInputMethodEvent& event);
+
+    SourceBuffer& buffer_;
+    Clipboard& clipboard_;
+    SourceViewModel model_;
+    ViewMetrics metrics_;
+    ScreenColors colors_;
+    SignPainter signs_;
+    LineCache cache_;
+    mutable ViewGeometry geometry_;
+    LinePainter linePainter_;
+    MarginPainter marginPainter_;
+    MouseHandler mouse_;
+    TextOffsets offsets_;
+    TextMemory memory_;
+    QTimer blinkTimer_;
+    QTimer scanTimer_;
+    QTimer primaryTimer_;
+    QString preedit_;
+    int32_t preeditCursor_ = 0;
+    std::optional<Position> dropCaret_;
+    QPointF wheelRest_;
+    int zoom_ = 0;
+    Change changed_;           ///< by the edits of the present step, not yet shown
+    int32_t scannedFirst_ = 0; ///< lines whose looks changed while painting
+    int32_t scannedLast_ = -1;
+    bool painting_ = false;
+    bool syncing_ = false;
+    bool caretOn_ = true;
+};
+
+} // namespace nib

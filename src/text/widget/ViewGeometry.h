@@ -1,0 +1,103 @@
+#pragma once
+// Which lines are in sight, where they stand in the viewport, and what is under a point. Scrolling lives here; the
+// widget's bars only show it.
+
+#include "text/SourceViewModel.h"
+#include "text/widget/LineCache.h"
+#include "text/widget/MarginPainter.h"
+
+#include <QRectF>
+#include <QSizeF>
+
+#include <optional>
+
+namespace nib {
+
+class ViewGeometry {
+public:
+    ViewGeometry(SourceViewModel& model, LineCache& cache, const ViewMetrics& metrics)
+        : model_(model), cache_(cache), metrics_(metrics)
+    {
+    }
+
+    /// Reads margin, wrap and size anew; keeps the top line.
+    void Measure(QSizeF viewport);
+    /// After an edit or a fold: keeps the top line where it is, as far as the text allows.
+    void TextMoved(const TextChange* change);
+    const MarginPlaces& Margin() const { return margin_; }
+    QSizeF Size() const { return size_; }
+
+    // Scrolling. The top is a visible line and the pixels of it that are out of sight.
+    struct Place {
+        int32_t index = 0;
+        qreal offset = 0;
+        qreal left = 0;
+        friend bool operator==(const Place&, const Place&) = default;
+    };
+    Place TopPlace() const { return {topIndex_, topOffset_, left_}; }
+    /// Pixels from an earlier top down to this one; none when that is too far to matter.
+    std::optional<qreal> Distance(const Place& old);
+    int32_t TopIndex() const { return topIndex_; }
+    qreal Left() const { return left_; }
+    int32_t MaxTopIndex();
+    qreal MaxLeft();
+    int32_t PageLines() const;
+    void ScrollToIndex(int32_t index);
+    void ScrollBy(qreal pixels);
+    void SetLeft(qreal left);
+    /// Scrolls as little as brings the place into sight.
+    void Reveal(Position p);
+
+    // Places
+    qreal TextX() const { return margin_.width - left_; }
+    Position PositionAt(QPointF point, bool covering = false);
+    /// Line at a height; the last one below the text.
+    int32_t LineAt(qreal y);
+    /// Top of a line when it is in sight.
+    std::optional<qreal> TopOf(int32_t line);
+    qreal HeightOf(int32_t line);
+    /// The cell of the character behind the place, in the viewport; empty when its line is out of sight.
+    QRectF CellOf(Position p);
+    /// The upper end of the caret at a place whose line is in sight.
+    std::optional<QPointF> CaretAt(Position p, int32_t shownOffset = 0);
+    bool MoveRows(Position& at, int32_t rows, double& goal);
+    /// The columns of the place's row; of a row that goes on below, `last` is its last caret place.
+    void RowOf(Position at, int32_t& first, int32_t& last);
+    /// Calls `visit(line, y)` for the lines between two heights.
+    template <typename Visit>
+    void ForEach(qreal top, qreal bottom, Visit visit)
+    {
+        qreal y = -topOffset_;
+        int32_t count = Buffer().VisibleCount();
+        for (int32_t index = topIndex_; index < count && y < bottom; ++index) {
+            int32_t line = Buffer().VisibleLine(index);
+            qreal height = HeightOf(line);
+            if (y + height > top) visit(line, y);
+            y += height;
+        }
+    }
+
+private:
+    SourceBuffer& Buffer() { return model_.Buffer(); }
+    struct Top {
+        int32_t index = 0;
+        qreal offset = 0;
+    };
+    /// The lowest top: the last line then stands at the bottom.
+    Top MaxTop();
+    void SetTop(Top top);
+    void Normalize(Top& top);
+
+    SourceViewModel& model_;
+    LineCache& cache_;
+    const ViewMetrics& metrics_;
+    MarginPlaces margin_;
+    QSizeF size_;
+    int32_t topIndex_ = 0;
+    int32_t topLine_ = 0;
+    qreal topOffset_ = 0;
+    qreal left_ = 0;
+    qreal widest_ = 0;
+};
+
+} // namespace nib
