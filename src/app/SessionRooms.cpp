@@ -36,7 +36,7 @@ void SessionRooms::Plug(Program& program, frmMain& mainWindow, QtPrinting& print
 void SessionRooms::LoadSettings()
 {
     auto ask = [this](TextView text, int32_t flags) { return program_->ShowMessage(text, flags); };
-    program_->EditorSettings().LoadSettings({store_, nullptr, program_->DefaultFontName(), ask});
+    program_->EditorSettings().LoadSettings({store_, program_->DefaultFontName(), ask});
 }
 
 bool SessionRooms::LoadHostConfiguration()

@@ -1,7 +1,9 @@
 #pragma once
-#include "editing/SettingsContext.h"
 #include "editing/clsKeywords.h"
+#include "persistence/store/SettingsStore.h"
 #include "persistence/store/clsRecentList.h"
+
+#include <functional>
 
 namespace nib {
 
@@ -10,6 +12,14 @@ namespace system_color {
 inline constexpr int32_t kWindow = static_cast<int32_t>(0x80000005);
 inline constexpr int32_t kWindowText = static_cast<int32_t>(0x80000008);
 } // namespace system_color
+
+/// What loading needs from outside.
+struct SettingsContext {
+    SettingsStore& store;
+    Text defaultFontName;
+    /// Shows a message box and answers the button; see platform/MessageBoxes.h.
+    std::function<int32_t(TextView text, int32_t flags)> ask;
+};
 
 /// All options of editor, language, compiler and windows, with their defaults. What is stored of them, and how, stands
 /// in SettingsTable.h.

@@ -58,7 +58,7 @@ constexpr TextView kBlank = u" ";
 void ReadKeywords(clsKeywords& keywords, const SettingsSource& source)
 {
     auto setList = [&](int32_t wordClass, const Text& list) {
-        bool commas = source.commaLists && list.find(u',') != Text::npos;
+        bool commas = list.find(u',') != Text::npos;
         keywords.SetKeywordList(wordClass, commas ? kComma : kBlank, list);
     };
     keywords.SetCaseSensitive(WordToBoolean(source.get(kCaseKey, BooleanWord(false))).value_or(false));
@@ -134,11 +134,6 @@ const SettingRow& SettingNamed(TextView name)
 {
     return *std::find_if(std::begin(kSettings), std::end(kSettings),
                          [&](const SettingRow& row) { return row.name == name; });
-}
-
-std::function<Text(TextView, TextView)> StoredTexts(SettingsStore& store)
-{
-    return [&store](TextView name, TextView fallback) { return store.Get(name, fallback); };
 }
 
 void ReadSetting(const SettingRow& row, MvEdit& settings, const SettingsSource& source)

@@ -26,18 +26,15 @@ struct RecentMember {
 using SettingMember = std::variant<Text MvEdit::*, bool MvEdit::*, int16_t MvEdit::*, int32_t MvEdit::*,
                                    clsKeywords MvEdit::*, RecentMember>;
 
-enum class SettingSince { Older, V7 };
-
 struct SettingRow {
     TextView name;
     SettingMember member;
-    SettingSince since = SettingSince::Older; ///< whether releases before 7.0 had it
     SettingRule rule = SettingRule::None;
     bool MvEdit::*fixedByHost = nullptr; ///< while this is set the row is not written
 };
 
 inline constexpr SettingRow kSettings[] = {
-    {u"FontName", &MvEdit::FontName, SettingSince::Older, SettingRule::EditorFont},
+    {u"FontName", &MvEdit::FontName, SettingRule::EditorFont},
     {u"FontSize", &MvEdit::FontSize},
     {u"FontMono", &MvEdit::FontMono},
     {u"BackColor", &MvEdit::BackColor},
@@ -55,14 +52,13 @@ inline constexpr SettingRow kSettings[] = {
     {u"ReservedStyle", &MvEdit::ReservedStyle},
     {u"Highlight", &MvEdit::Highlight},
     {u"LineWrap", &MvEdit::LineWrap},
-    {u"TabSize", &MvEdit::TabSize, SettingSince::Older, SettingRule::NotNegative, &MvEdit::HostFormat},
-    {u"Margin", &MvEdit::Margin, SettingSince::Older, SettingRule::NotNegative, &MvEdit::HostFormat},
-    {u"IndentStar", &MvEdit::IndentStar, SettingSince::Older, SettingRule::IndentChoice, &MvEdit::HostFormat},
-    {u"IndentBang", &MvEdit::IndentBang, SettingSince::Older, SettingRule::IndentChoice, &MvEdit::HostFormat},
-    {u"IndentUserComment", &MvEdit::IndentUserComment, SettingSince::V7, SettingRule::IndentChoice,
-     &MvEdit::HostFormat},
-    {u"CompileCommand", &MvEdit::CompileCommand, SettingSince::Older, SettingRule::None, &MvEdit::HostCompile},
-    {u"CompileOptions", &MvEdit::CompileOptions, SettingSince::Older, SettingRule::None, &MvEdit::HostCompile},
+    {u"TabSize", &MvEdit::TabSize, SettingRule::NotNegative, &MvEdit::HostFormat},
+    {u"Margin", &MvEdit::Margin, SettingRule::NotNegative, &MvEdit::HostFormat},
+    {u"IndentStar", &MvEdit::IndentStar, SettingRule::IndentChoice, &MvEdit::HostFormat},
+    {u"IndentBang", &MvEdit::IndentBang, SettingRule::IndentChoice, &MvEdit::HostFormat},
+    {u"IndentUserComment", &MvEdit::IndentUserComment, SettingRule::IndentChoice, &MvEdit::HostFormat},
+    {u"CompileCommand", &MvEdit::CompileCommand, SettingRule::None, &MvEdit::HostCompile},
+    {u"CompileOptions", &MvEdit::CompileOptions, SettingRule::None, &MvEdit::HostCompile},
     {u"Keywords", &MvEdit::Keywords}, // two groups of the host: its keys are looked at one by one
     {u"RecordLocking", &MvEdit::RecordLocking},
     {u"ColorPrinting", &MvEdit::ColorPrinting},
@@ -70,15 +66,15 @@ inline constexpr SettingRow kSettings[] = {
     {u"GotoLineNumber", &MvEdit::GotoLineNumber},
     {u"AutoRecover", &MvEdit::AutoRecover},
     {u"ToolbarHotTrack", &MvEdit::ToolbarHotTrack},
-    {u"ToolbarLargeIcons", &MvEdit::ToolbarLargeIcons, SettingSince::V7},
+    {u"ToolbarLargeIcons", &MvEdit::ToolbarLargeIcons},
     {u"ResultsFontName", &MvEdit::ResultsFontName},
     {u"ResultsFontSize", &MvEdit::ResultsFontSize},
     {u"RecentFile", RecentMember{&MvEdit::RecentFiles, u"RecentListSize"}},
-    {u"MinMaxClose", &MvEdit::MinMaxClose, SettingSince::V7},
-    {u"CollapseBlocks", &MvEdit::CollapseBlocks, SettingSince::V7},
-    {u"SearchEOD", &MvEdit::SearchEOD, SettingSince::V7, SettingRule::UpToTwo},
-    {u"DisableHostConfig", &MvEdit::DisableHostConfig, SettingSince::V7},
-    {u"RecentSearch", RecentMember{&MvEdit::RecentSearches, {}}, SettingSince::V7},
+    {u"MinMaxClose", &MvEdit::MinMaxClose},
+    {u"CollapseBlocks", &MvEdit::CollapseBlocks},
+    {u"SearchEOD", &MvEdit::SearchEOD, SettingRule::UpToTwo},
+    {u"DisableHostConfig", &MvEdit::DisableHostConfig},
+    {u"RecentSearch", RecentMember{&MvEdit::RecentSearches, {}}},
 };
 
 /// The row of this name, which must exist.
@@ -95,9 +91,7 @@ inline constexpr float kNumber = 7.1F;
 struct SettingsSource {
     std::function<Text(TextView name, TextView fallback)> get;
     const Text& defaultFontName;
-    bool commaLists = true; ///< keyword lists may be cut at commas
 };
-std::function<Text(TextView name, TextView fallback)> StoredTexts(SettingsStore& store);
 
 /// A text that the field cannot take leaves it as it was.
 void ReadSetting(const SettingRow& row, MvEdit& settings, const SettingsSource& source);

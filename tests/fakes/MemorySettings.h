@@ -1,5 +1,5 @@
 #pragma once
-#include "editing/SettingsContext.h"
+#include "persistence/store/SettingsStore.h"
 
 #include <functional>
 #include <map>
@@ -27,17 +27,6 @@ public:
     StoredValues values;
     std::vector<Text> written;
     int64_t reads = 0;
-};
-
-class MemoryOldSettings final : public OldSettings {
-public:
-    Text Get(TextView valueName, TextView fallback) override
-    {
-        auto found = values.find(valueName);
-        return found == values.end() ? Text(fallback) : found->second;
-    }
-
-    StoredValues values;
 };
 
 } // namespace nib::test

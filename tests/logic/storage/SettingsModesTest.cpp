@@ -60,7 +60,7 @@ protected:
     {
         modPersistSettings store(hive, disk, Path("program"), [](TextView) { return std::optional<Text>(); });
         MvEdit settings;
-        settings.LoadSettings({store, nullptr, u"Courier New", {}});
+        settings.LoadSettings({store, u"Courier New", {}});
         return settings;
     }
 };
