@@ -3,7 +3,7 @@
 #include "hosts/PathString.h"
 #include "shell/MenuDispatcher.h"
 #include "shell/Program.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <benchmark/benchmark.h>
 
@@ -72,8 +72,8 @@ public:
     int32_t WindowState() const override { return 0; }
 
 private:
-    SourceBuffer buffer_;
-    SourceViewModel model_;
+    SourceDocument buffer_;
+    SourceView model_;
     mvDocument* document_ = nullptr;
 };
 

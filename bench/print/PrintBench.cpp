@@ -11,7 +11,7 @@
 #include "printing/QtPrinting.h"
 #include "printing/QtPrintingFile.h"
 #include "printing/QtPrintingText.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -50,11 +50,11 @@ void ToPdf(benchmark::State& state, const std::function<void(const Paper&)>& dra
 
 void PrintListing(benchmark::State& state)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     LexClass lexer;
     NoClipboard clipboard;
     buffer.SetLexer(&lexer);
-    SourceViewModel view(buffer, clipboard);
+    SourceView view(buffer, clipboard);
     const DebugLog log;
     PrintClass handler(view, log, ShortDate);
     handler.SetNames(u"BP", u"SAMPLE");

@@ -16,17 +16,20 @@ struct TokenRow {
 };
 
 constexpr TokenRow kTokens[] = {
-    {6, &MvEdit::CommentColor, &MvEdit::CommentStyle}, {10, &MvEdit::ReservedColor, &MvEdit::ReservedStyle},
-    {7, &MvEdit::StringColor, &MvEdit::StringStyle},   {8, &MvEdit::NormalColor, &MvEdit::NormalStyle},
-    {5, &MvEdit::NormalColor, &MvEdit::NormalStyle},   {2, &MvEdit::LabelColor, &MvEdit::LabelStyle},
-    {4, &MvEdit::KeywordColor, &MvEdit::KeywordStyle},
+    {token_type::kComment, &MvEdit::CommentColor, &MvEdit::CommentStyle},
+    {token_type::kReserved, &MvEdit::ReservedColor, &MvEdit::ReservedStyle},
+    {token_type::kString, &MvEdit::StringColor, &MvEdit::StringStyle},
+    {token_type::kNormal, &MvEdit::NormalColor, &MvEdit::NormalStyle},
+    {token_type::kSeparator, &MvEdit::NormalColor, &MvEdit::NormalStyle},
+    {token_type::kLabel, &MvEdit::LabelColor, &MvEdit::LabelStyle},
+    {token_type::kUserKeyword, &MvEdit::KeywordColor, &MvEdit::KeywordStyle},
 };
 
-constexpr int32_t kMarkTypes[] = {1001, 1002};
+constexpr int32_t kMarkTypes[] = {token_type::kValueMark, token_type::kSubValueMark};
 constexpr int32_t kMarkColor = 150 | 150 << 8 | 150 << 16;
 constexpr int32_t kBlack = 0;
 
-void FillTable(TokenTable& table, const MvEdit& settings, bool coloured)
+void FillTable(TokenStyleTable& table, const MvEdit& settings, bool coloured)
 {
     for (const TokenRow& row : kTokens) table.SetColor(row.type, coloured ? settings.*row.color : kBlack);
     for (const TokenRow& row : kTokens) table.SetStyle(row.type, settings.*row.style);

@@ -4,7 +4,9 @@
 #include "diagnostics/Guarded.h"
 #include "documents/LabelScan.h"
 #include "documents/mvDocument.h"
+#include "editing/LexClass.h"
 #include "editing/operations/OpReplace.h"
+#include "text/WordBreak.h"
 
 #include <algorithm>
 
@@ -57,7 +59,7 @@ Text mvDocument::GetSelectionText() const
 {
     if (!HasSelection()) return {};
     OrderedSelection selection = GetOrderedSelection();
-    return GatherText(Source()->Document(), selection.start, selection.end);
+    return Source()->Document().GetRange(selection.start, selection.end);
 }
 
 Text mvDocument::SelText()
@@ -171,23 +173,13 @@ int32_t mvDocument::LineFromLineId(int32_t id) const
 
 void mvDocument::RevealLine(int32_t line)
 {
-    if (!services_.settings.CollapseBlocks || !view_) return;
-    SourceDocument& text = Source()->Document();
-    while (line >= 0 && text.IsHidden(line)) {
-        int32_t head = line;
-        do --head;
-        while (head >= 0 && (text.IsHidden(head) || (text.GetLineData(head, LineWord::Control) &
-                                                     line_bits::kBlockStateMask) != line_bits::kBlockCollapsed));
-        if (head < 0) return;
-        text.ExpandBlock(head);
-    }
+    if (services_.settings.CollapseBlocks && view_) Source()->Document().Reveal(line);
 }
 
 void mvDocument::ShowLine(int32_t column, int32_t line, bool centre)
 {
     SourceView& source = EnsureView().txtText();
     line = std::clamp(line, 0, source.Document().LineCount() - 1);
-    RevealLine(line);
     int32_t firstLine = 0;
     int32_t firstColumn = 0;
     source.SetCaret({column, line});
@@ -212,7 +204,7 @@ const DynamicArray& mvDocument::BuildLabelTable()
         list += value;
     };
     for (int32_t line = 0; line < text.LineCount(); ++line) {
-        if (!(text.GetLineData(line, LineWord::Lexer) & kLabelLine)) continue;
+        if (!(text.GetLineData(line, LineWord::Lexer) & line_flag::kLabel)) continue;
         Text content = text.GetLine(line);
         LabelAt label = ScanLabel(content);
         if (label.name.empty()) continue;

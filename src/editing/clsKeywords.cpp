@@ -19,9 +19,23 @@ struct ReservedWord {
     int32_t block;
 };
 constexpr ReservedWord kReservedWords[] = {
-    {u"IF", 0},       {u"THEN", 0x80},    {u"ELSE", 0x100}, {u"LOCKED", 0x200}, {u"BEGIN", 0x10}, {u"END", 0x40},
-    {u"CASE", 0x20},  {u"FOR", 0x01},     {u"NEXT", 0x02},  {u"DO", 0},         {u"LOOP", 0x04},  {u"UNTIL", 0x08},
-    {u"WHILE", 0x08}, {u"REPEAT", 0x400}, {u"GO", 0},       {u"GOTO", 0},       {u"GOSUB", 0},
+    {u"IF", 0},
+    {u"THEN", block::kThen},
+    {u"ELSE", block::kElse},
+    {u"LOCKED", block::kLocked},
+    {u"BEGIN", block::kBegin},
+    {u"END", block::kEnd},
+    {u"CASE", block::kCase},
+    {u"FOR", block::kFor},
+    {u"NEXT", block::kNext},
+    {u"DO", 0},
+    {u"LOOP", block::kLoop},
+    {u"UNTIL", block::kUntilWhile},
+    {u"WHILE", block::kUntilWhile},
+    {u"REPEAT", block::kRepeat},
+    {u"GO", 0},
+    {u"GOTO", 0},
+    {u"GOSUB", 0},
 };
 constexpr TextView kLanguageWords = u"IF THEN ELSE END LOCKED BEGIN CASE GO GOTO GOSUB TO SUB SUBROUTINE CALL LOOP "
                                     u"UNTIL WHILE DO REPEAT FOR NEXT STEP INCLUDE";
@@ -99,8 +113,7 @@ bool LeaveClass(clsKeyword& keyword, int32_t Class)
     int32_t left = keyword.Class & ~Class;
     if (left == 0) return false;
     keyword.Class = left;
-    if (left == keyword_class::kReserved)
-        keyword.Block &= ~(user_block::kBegin | user_block::kEnd | user_block::kMiddle);
+    if (left == keyword_class::kReserved) keyword.Block &= ~(block::kUserBegin | block::kUserEnd | block::kUserMiddle);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "language/BasicLine.h"
 
 #include "base/Marks.h"
+#include "text/SourceDocument.h"
 #include "text/Units.h"
 
 #include <algorithm>

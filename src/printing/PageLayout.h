@@ -1,7 +1,7 @@
 #pragma once
 // A view's text on pages: wrapped rows, page breaks, and the drawing of both through a surface that may be anything.
 
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <vector>
 
@@ -38,7 +38,7 @@ std::vector<int32_t> PagesToPrint(const std::vector<PrintRange>& ranges, int32_t
 class PageLayout {
 public:
     /// The lines are laid out here; the text must not change while the object lives. `lines` empty: all of them.
-    PageLayout(SourceViewModel& view, PageSurface& surface, const PageShape& shape,
+    PageLayout(SourceView& view, PageSurface& surface, const PageShape& shape,
                const std::vector<PrintRange>& lines = {});
 
     int32_t PageCount() const;
@@ -61,7 +61,7 @@ private:
     void DrawTokens(double x, int32_t y, int32_t start, int32_t end);
     TokenStyle StyleOf(int32_t type) const;
 
-    SourceViewModel& view_;
+    SourceView& view_;
     PageSurface& surface_;
     PageShape shape_;
     int32_t rowsPerPage_;

@@ -3,6 +3,7 @@
 
 #include "diagnostics/DebugLog.h"
 #include "documents/PrintHeader.h"
+#include "text/SourceView.h"
 
 #include <functional>
 

@@ -3,13 +3,13 @@
 
 namespace nib {
 
-class SourceViewModel;
+class SourceView;
 
 class Printing {
 public:
     virtual ~Printing() = default;
     /// Asks where to and which pages, and prints what the view holds. Tells the user of any failure itself.
-    virtual void Print(SourceViewModel& view, TextView title) = 0;
+    virtual void Print(SourceView& view, TextView title) = 0;
 };
 
 } // namespace nib

@@ -70,7 +70,7 @@ Text ShortDate()
     return ToText(QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat));
 }
 
-void DrawPages(SourceViewModel& view, const Paper& paper, const std::vector<PrintRange>& lines)
+void DrawPages(SourceView& view, const Paper& paper, const std::vector<PrintRange>& lines)
 {
     QPainter painter;
     QtPrintingSurface surface(painter, paper, view.Font());
@@ -104,7 +104,7 @@ void QtPrinting::Told(const std::function<void()>& body)
     });
 }
 
-void QtPrinting::Print(SourceViewModel& view, TextView title)
+void QtPrinting::Print(SourceView& view, TextView title)
 {
     PrintJob job{ToQString(title), [&view](const Paper& paper) { DrawPages(view, paper); }, {}};
     if (view.HasSelection()) {

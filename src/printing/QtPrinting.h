@@ -23,7 +23,7 @@ namespace nib {
 Text ShortDate();
 
 /// The view's lines on pages; the paper's page ranges count. `lines` empty: all.
-void DrawPages(SourceViewModel& view, const Paper& paper, const std::vector<PrintRange>& lines = {});
+void DrawPages(SourceView& view, const Paper& paper, const std::vector<PrintRange>& lines = {});
 
 /// What can be printed, again and again for each preview.
 struct PrintJob {
@@ -39,7 +39,7 @@ public:
 
     /// The dialogs stand over `owner`; null until there is a window.
     void SetOwner(QWidget* owner) { owner_ = owner; }
-    void Print(SourceViewModel& view, TextView title) override;
+    void Print(SourceView& view, TextView title) override;
     /// Whatever `draw` puts on paper; the dialogs stand over `owner`.
     void PrintPages(const QString& title, const std::function<void(const Paper&)>& draw, QWidget* owner);
 

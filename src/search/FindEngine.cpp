@@ -172,7 +172,6 @@ void FindEngine::ShowHit(const FindQuery& query)
     Position start = walk_.LastMatch();
     Position end{start.col + query.Length(), start.line};
     Front(document);
-    document.RevealLine(start.line);
     if (query.up) std::swap(start, end);
     document.EnsureView().txtText().SetSelection(start, end);
 }
@@ -280,7 +279,7 @@ void FindEngine::MarkHit()
 {
     SourceDocument& text = walk_.Document()->EnsureView().txtText().Document();
     int32_t line = walk_.LastMatch().line;
-    if (!(text.GetLineData(line, LineWord::Control) & line_bits::kBookmark)) text.ToggleBookmark(line);
+    if (!text.HasBookmark(line)) text.ToggleBookmark(line);
 }
 
 } // namespace nib

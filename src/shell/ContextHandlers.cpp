@@ -13,20 +13,14 @@ SourceView* ViewOfDocument(mvDocument* document)
     return document && document->View() ? &document->View()->txtText() : nullptr;
 }
 
-uint32_t BlockState(SourceDocument& text, int32_t line)
-{
-    return text.GetLineData(line, LineWord::Control) & line_bits::kBlockStateMask;
-}
-
 /// The head of the innermost block round `line`, which may be the head itself; -1 when it is in none.
 int32_t HeadOf(SourceDocument& text, int32_t line)
 {
     int32_t closed = 0;
     for (int32_t at = line; at >= 0; --at) {
-        uint32_t state = BlockState(text, at);
-        bool head = state == line_bits::kBlockHead || state == line_bits::kBlockCollapsed;
-        if (head && closed-- == 0) return at;
-        if (state == line_bits::kBlockEnd && at != line) ++closed;
+        BlockPart block = text.BlockAt(at);
+        if (block.IsHead() && closed-- == 0) return at;
+        if (block.kind == BlockPart::Kind::End && at != line) ++closed;
     }
     return -1;
 }
@@ -94,7 +88,7 @@ void HandleBlockToggle(Program& program, mvDocument* document)
     int32_t line = std::min(ToInt(TextView(target).substr(1)), text.LineCount() - 1);
     if (target.front() == u'+') text.ExpandBlock(line);
     if (target.front() != u'-') return;
-    while (line >= 0 && BlockState(text, line) != line_bits::kBlockHead) --line;
+    while (line >= 0 && text.BlockAt(line).kind != BlockPart::Kind::Head) --line;
     if (line >= 0) text.CollapseBlock(line);
 }
 
@@ -105,10 +99,9 @@ void HandleBlockCollapse(mvDocument* document, bool collapse, bool all)
     SourceDocument& text = view->Document();
     if (all) return collapse ? text.CollapseAll() : text.ExpandAll();
     int32_t line = view->CaretLine();
-    bool inBlock = (text.GetLineData(line, LineWord::Control) & line_bits::kBlockMask) != 0;
-    bool closed = BlockState(text, line) == line_bits::kBlockCollapsed;
-    if (closed && !collapse) text.ExpandBlock(line);
-    if (closed || !inBlock || !collapse) return;
+    BlockPart block = text.BlockAt(line);
+    if (block.IsCollapsed() && !collapse) text.ExpandBlock(line);
+    if (block.IsCollapsed() || !block.Any() || !collapse) return;
     if (int32_t head = HeadOf(text, line); head >= 0) text.CollapseBlock(head);
 }
 

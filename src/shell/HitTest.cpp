@@ -1,6 +1,6 @@
 #include "shell/HitTest.h"
 
-#include "documents/LabelScan.h"
+#include "editing/LexClass.h"
 
 #include <algorithm>
 #include <optional>
@@ -8,12 +8,6 @@
 namespace nib {
 
 namespace {
-
-/// Token types of the lexer.
-constexpr int32_t kEnd = 0;
-constexpr int32_t kBlank = 1;
-constexpr int32_t kLabel = 2;
-constexpr int32_t kSeparator = 5;
 
 /// The tokens of one line round a click.
 class ClickedLine {
@@ -56,7 +50,8 @@ private:
 
 bool EndsName(const Token& token)
 {
-    return token.type == kEnd || token.type == kBlank || token.type == kSeparator;
+    return token.type == token_type::kEndOfLine || token.type == token_type::kBlank ||
+           token.type == token_type::kSeparator;
 }
 
 /// Walks backward over a line, one blank-separated word at a time.
@@ -75,10 +70,10 @@ public:
     /// The word that ends where the walk stands; empty at the front of the line, behind a label or behind a ";".
     TextView Next()
     {
-        if (!first_ && at_ > 0 && tokens_[at_ - 1].type == kBlank) --at_;
+        if (!first_ && at_ > 0 && tokens_[at_ - 1].type == token_type::kBlank) --at_;
         first_ = false;
         size_t end = at_;
-        while (at_ > 0 && !EndsName(tokens_[at_ - 1]) && tokens_[at_ - 1].type != kLabel) --at_;
+        while (at_ > 0 && !EndsName(tokens_[at_ - 1]) && tokens_[at_ - 1].type != token_type::kLabel) --at_;
         if (at_ == end) return {};
         const Token& last = tokens_[end - 1];
         auto start = static_cast<size_t>(tokens_[at_].start);
@@ -100,10 +95,10 @@ bool Contains(TextView text, TextView part)
 /// A label is settled either way: a click on its definition means nothing else either.
 bool FindLabel(const ClickedLine& line, uint32_t lineState, Hit& hit)
 {
-    if (!line.Clicked() || line.Clicked()->type != kLabel) return false;
+    if (!line.Clicked() || line.Clicked()->type != token_type::kLabel) return false;
     const Token& token = *line.Clicked();
     bool first = Trim(line.Content().substr(0, static_cast<size_t>(token.start))).empty();
-    if (first && (lineState & kLabelLine)) return true;
+    if (first && (lineState & line_flag::kLabel)) return true;
     TextView name = line.TextOf(token);
     if (name.ends_with(u':')) name.remove_suffix(1);
     hit.kind = HitKind::Label;
@@ -147,13 +142,11 @@ bool FindInclude(const ClickedLine& line, Hit& hit)
     return true;
 }
 
-void FindBlock(uint32_t control, int32_t line, Hit& hit)
+void FindBlock(BlockPart block, int32_t line, Hit& hit)
 {
-    uint32_t block = control & line_bits::kBlockMask;
-    if (block == 0) return;
-    bool collapsed = (block & line_bits::kBlockStateMask) == line_bits::kBlockCollapsed;
-    hit.kind = collapsed ? HitKind::ClosedBlock : HitKind::OpenBlock;
-    hit.Target = (collapsed ? u"+" : u"-") + Decimal(line);
+    if (!block.Any()) return;
+    hit.kind = block.IsCollapsed() ? HitKind::ClosedBlock : HitKind::OpenBlock;
+    hit.Target = (block.IsCollapsed() ? u"+" : u"-") + Decimal(line);
 }
 
 } // namespace
@@ -166,8 +159,7 @@ Hit HitTest(SourceView& view, Position at)
     hit.TargetLine = at.line + 1;
     ClickedLine line(view, at);
     if (FindLabel(line, document.GetLineData(at.line, LineWord::Lexer), hit)) return hit;
-    if (!FindCall(line, hit) && !FindInclude(line, hit))
-        FindBlock(document.GetLineData(at.line, LineWord::Control), at.line, hit);
+    if (!FindCall(line, hit) && !FindInclude(line, hit)) FindBlock(document.BlockAt(at.line), at.line, hit);
     return hit;
 }
 

@@ -9,9 +9,6 @@ namespace nib {
 
 namespace {
 
-constexpr int32_t kPlainText = 8;
-constexpr int32_t kBegins = 1;
-constexpr int32_t kEnds = 2;
 /// Lines that are scanned at once to colour one further down correctly; beyond that a look at the line before must do.
 constexpr int32_t kScanAhead = 4000;
 
@@ -65,9 +62,9 @@ int32_t LineScanner::ReadTokens(int32_t length, std::vector<Token>* tokens, Nest
             if (at == length || token.type == 0 || token.start != at || token.length <= 0 || token.length > length - at)
                 return;
             if (tokens) tokens->push_back(token);
-            if (token.attributes == kBegins)
+            if (token.attributes == token_attribute::kBeginsBlock)
                 nesting.Follow({0, 1});
-            else if (token.attributes == kEnds)
+            else if (token.attributes == token_attribute::kEndsBlock)
                 nesting.Follow({1, 0});
             at += token.length;
         }
@@ -89,7 +86,7 @@ void LineScanner::RunLexer(int32_t line, std::vector<Token>* tokens, Nesting& ne
     auto length = static_cast<int32_t>(text.size());
     lexer_->BeginLineScan(document_, line, text, 0);
     int32_t at = ReadTokens(length, tokens, nesting);
-    if (at < length && tokens) tokens->push_back({kPlainText, at, length - at, 0});
+    if (at < length && tokens) tokens->push_back({kPlainToken, at, length - at, 0});
     lexer_->EndLineScan(document_);
 }
 
@@ -154,7 +151,7 @@ void LineScanner::Tokens(int32_t line, std::vector<Token>& tokens)
     tokens.clear();
     auto length = static_cast<int32_t>(lines_.Length(line));
     if (!lexer_ || busy_) { // a lexer that asks for tokens while it makes them gets plain text
-        if (length > 0) tokens.push_back({kPlainText, 0, length, 0});
+        if (length > 0) tokens.push_back({kPlainToken, 0, length, 0});
         return;
     }
     if (line < scannedTo_ + kScanAhead)
@@ -163,7 +160,7 @@ void LineScanner::Tokens(int32_t line, std::vector<Token>& tokens)
         Scan(line - 1);
     Scan(line, &tokens);
     if (line == scannedTo_) ++scannedTo_;
-    if (tokens.empty() && length > 0) tokens.push_back({kPlainText, 0, length, 0});
+    if (tokens.empty() && length > 0) tokens.push_back({kPlainToken, 0, length, 0});
 }
 
 } // namespace nib

@@ -3,7 +3,7 @@
 // line on until the state that passes from line to line comes out as before.
 
 #include "text/LineStore.h"
-#include "text/SourceView.h"
+#include "text/SourceContract.h"
 
 #include <utility>
 #include <vector>
@@ -32,7 +32,6 @@ public:
     /// Whether the nesting of any line came out differently since this was last asked.
     bool TakeNestingChanged() { return std::exchange(nestingChanged_, false); }
     bool Busy() const { return busy_; }
-    SourceDocument& Document() { return document_; }
 
 private:
     /// True when a data word of the line changed.

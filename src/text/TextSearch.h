@@ -1,6 +1,6 @@
 #pragma once
 #include "text/LineStore.h"
-#include "text/SourceView.h"
+#include "text/SourceContract.h"
 
 #include <array>
 

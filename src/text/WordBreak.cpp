@@ -148,4 +148,26 @@ int32_t IndentOf(TextView line)
     return first == TextView::npos ? Size(line) : static_cast<int32_t>(first);
 }
 
+Text ExpandTabs(TextView text, int32_t width, std::optional<int32_t> column)
+{
+    width = std::max(width, 1);
+    int32_t at = column.value_or(0);
+    Text out;
+    out.reserve(text.size());
+    for (;;) {
+        TextView piece = text.substr(0, text.find(u'\t'));
+        out += piece;
+        if (piece.size() == text.size()) return out;
+        int32_t blanks = width;
+        if (column) {
+            size_t lineEnd = piece.find_last_of(u"\r\n");
+            at = lineEnd == TextView::npos ? at + Size(piece) : Size(piece.substr(lineEnd + 1));
+            blanks -= at % width;
+            at += blanks;
+        }
+        out.append(static_cast<size_t>(blanks), u' ');
+        text.remove_prefix(piece.size() + 1);
+    }
+}
+
 } // namespace nib

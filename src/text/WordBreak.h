@@ -3,6 +3,8 @@
 
 #include "base/Text.h"
 
+#include <optional>
+
 namespace nib {
 
 struct ColumnRange {
@@ -23,5 +25,9 @@ ColumnRange WordAt(TextView line, int32_t col);
 
 /// Columns of the leading blanks.
 int32_t IndentOf(TextView line);
+
+/// Every TAB becomes `width` blanks, one when that is below 1; for a text that will stand at a column, those up to the
+/// next stop instead.
+Text ExpandTabs(TextView text, int32_t width, std::optional<int32_t> column = std::nullopt);
 
 } // namespace nib

@@ -2,7 +2,7 @@
 #include "documents/clsDocView.h"
 #include "fakes/FakeMainWindow.h"
 #include "fakes/MemoryClipboard.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 namespace nib::test {
 
@@ -55,8 +55,8 @@ public:
 
 private:
     FakeMainWindow& window_;
-    SourceBuffer buffer_;
-    SourceViewModel model_;
+    SourceDocument buffer_;
+    SourceView model_;
     mvDocument* document_ = nullptr;
     Text title_;
     Text tag_;

@@ -3,7 +3,7 @@
 #include "printing/PrintClass.h"
 #include "printing/QtPrinting.h"
 #include "printing/QtPrintingFile.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 #include "text/widget/ScreenColors.h"
 
 #include "fakes/FakeMessageBoxes.h"
@@ -38,9 +38,9 @@ QString Poppler(const QString& tool, const QStringList& arguments)
 struct PrintedPdf : testing::Test {
     QTemporaryDir folder;
     WordLexer lexer;
-    SourceBuffer buffer;
+    SourceDocument buffer;
     MemoryClipboard clipboard;
-    SourceViewModel view{buffer, clipboard};
+    SourceView view{buffer, clipboard};
     DebugLog log;
     PrintClass handler{view, log, [] { return Text(u"11/21/26"); }};
     FakeMessageBoxes boxes;

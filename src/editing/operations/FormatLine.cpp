@@ -1,6 +1,8 @@
 #include "editing/operations/FormatLine.h"
 
 #include "base/Marks.h"
+#include "editing/BlockStyles.h"
+#include "editing/LexClass.h"
 #include "editing/MvEdit.h"
 #include "text/Units.h"
 
@@ -10,34 +12,15 @@ namespace nib {
 
 namespace {
 
-// Line flags
-constexpr uint32_t kFor = 1;
-constexpr uint32_t kNext = 2;
-constexpr uint32_t kLoop = 4;
-constexpr uint32_t kUntilWhile = 8;
-constexpr uint32_t kBegin = 16;
-constexpr uint32_t kCase = 32;
-constexpr uint32_t kEnd = 64;
-constexpr uint32_t kThen = 128;
-constexpr uint32_t kElse = 256;
-constexpr uint32_t kLocked = 512;
-constexpr uint32_t kRepeat = 1024;
-constexpr uint32_t kUserBegin = 2048;
-constexpr uint32_t kUserEnd = 4096;
-constexpr uint32_t kUserMiddle = 8192;
-constexpr uint32_t kUserBeginFirst = 16384;
-constexpr uint32_t kUserBeginLast = 32768;
-constexpr uint32_t kAnyBlock = 0xFFFF;
-constexpr uint32_t kCommentLine = 0x10000;
-constexpr uint32_t kLabelLine = 0x20000;
+using namespace block;
 
-constexpr uint32_t kClauses = kThen | kElse | kLocked;
+constexpr int32_t kClauses = kThen | kElse | kLocked;
 
 /// A line that holds all of `all`, one of `any` (if there are any) and none of `without` has the effect.
 struct EffectRule {
-    uint32_t all;
-    uint32_t any;
-    uint32_t without;
+    int32_t all;
+    int32_t any;
+    int32_t without;
     BlockEffect effect;
 };
 
@@ -52,13 +35,13 @@ constexpr EffectRule kUserRules[] = {{0, kUserBegin | kUserBeginFirst | kUserBeg
                                      {kUserEnd, 0, 0, {0, 1}},
                                      {kUserMiddle, 0, 0, {1, 1}}};
 
-bool Fits(const EffectRule& rule, uint32_t flags)
+bool Fits(const EffectRule& rule, int32_t flags)
 {
     return (flags & rule.all) == rule.all && (rule.any == 0 || flags & rule.any) && !(flags & rule.without);
 }
 
 template <size_t N>
-void ApplyFirst(const EffectRule (&rules)[N], uint32_t flags, BlockEffect& effect)
+void ApplyFirst(const EffectRule (&rules)[N], int32_t flags, BlockEffect& effect)
 {
     for (const EffectRule& rule : rules) {
         if (!Fits(rule, flags)) continue;
@@ -109,7 +92,7 @@ int32_t CommentPlace(char16_t first, const FormatRules& rules)
 
 int32_t IndentOf(char16_t first, uint32_t flags, int32_t level, const FormatRules& rules)
 {
-    int32_t place = flags & kCommentLine ? CommentPlace(first, rules) : kLikeCode;
+    int32_t place = flags & line_flag::kComment ? CommentPlace(first, rules) : kLikeCode;
     if (place == kAtColumn0) return 0;
     if (place != kLikeCode) return rules.margin;
     return static_cast<int32_t>(std::min(int64_t{level} * rules.tabSize, kDeepestIndent)) + rules.margin;
@@ -126,12 +109,13 @@ FormatRules::FormatRules(const MvEdit& settings)
 BlockEffect BlockEffectOf(uint32_t lineFlags)
 {
     BlockEffect effect;
-    if (!(lineFlags & kAnyBlock)) return effect;
-    ApplyFirst(kForRules, lineFlags, effect);
-    ApplyFirst(kClauseRules, lineFlags, effect);
-    ApplyFirst(kLoopRules, lineFlags, effect);
-    ApplyFirst(kCaseRules, lineFlags, effect);
-    ApplyFirst(kUserRules, lineFlags, effect);
+    int32_t words = static_cast<int32_t>(lineFlags) & kAny;
+    if (words == 0) return effect;
+    ApplyFirst(kForRules, words, effect);
+    ApplyFirst(kClauseRules, words, effect);
+    ApplyFirst(kLoopRules, words, effect);
+    ApplyFirst(kCaseRules, words, effect);
+    ApplyFirst(kUserRules, words, effect);
     return effect;
 }
 
@@ -144,7 +128,7 @@ BlankEdit LayOutLine(TextView line, uint32_t lineFlags, int32_t level, const For
 
     int32_t existing = CountBlanks(text);
     text.remove_prefix(static_cast<size_t>(existing));
-    if (lineFlags & kLabelLine) edit.label = LabelLength(text);
+    if (lineFlags & line_flag::kLabel) edit.label = LabelLength(text);
     if (edit.label > 0) {
         edit.leading = existing;
         text.remove_prefix(static_cast<size_t>(edit.label));

@@ -1,6 +1,6 @@
 #include "editing/operations/OpIndentBlock.h"
 
-#include <algorithm>
+#include <cstdlib>
 
 namespace nib {
 
@@ -11,35 +11,13 @@ void OpIndentBlock::DoOp(SourceDocument& document)
         amount_ = view_.TabSize();
     }
     BlockRectangle block = *block_;
-    if (indent_)
-        Indent(document, block);
-    else
-        Outdent(document, block);
-    FinishBlock(document, view_, block);
-}
-
-void OpIndentBlock::Indent(SourceDocument& document, BlockRectangle& block)
-{
-    Text blanks(static_cast<size_t>(amount_), u' ');
-    int32_t last = block.LastLine();
-    for (int32_t line = block.FirstLine(); line <= last; ++line) {
-        document.InsertText({0, line}, blanks);
-        block.Shift(line, 0, amount_);
-    }
-}
-
-void OpIndentBlock::Outdent(SourceDocument& document, BlockRectangle& block)
-{
     shortLines_.clear();
-    Text scratch;
-    int32_t last = block.LastLine();
-    for (int32_t line = block.FirstLine(); line <= last; ++line) {
-        TextView text = document.LineText(line, scratch).substr(0, static_cast<size_t>(amount_));
-        auto blanks = static_cast<int32_t>(std::min(text.find_first_not_of(u' '), text.size()));
-        if (blanks > 0) document.DeleteRange({0, line}, {blanks, line});
-        if (blanks != amount_) shortLines_.push_back({line, blanks});
-        block.Shift(line, 0, -blanks);
+    for (int32_t line = block.FirstLine(), last = block.LastLine(); line <= last; ++line) {
+        int32_t moved = document.ShiftLine(line, indent_ ? amount_ : -amount_, SourceDocument::EmptyLine::IsPadded);
+        if (std::abs(moved) != amount_) shortLines_.push_back({line, -moved});
+        block.Shift(line, 0, moved);
     }
+    FinishBlock(document, view_, block);
 }
 
 void OpIndentBlock::UndoOp(SourceDocument& document)

@@ -19,9 +19,6 @@ private:
         int32_t blanks;
     };
 
-    void Indent(SourceDocument& document, BlockRectangle& block);
-    void Outdent(SourceDocument& document, BlockRectangle& block);
-
     bool indent_;
     SourceView& view_;
     std::optional<BlockRectangle> block_; ///< as it was before

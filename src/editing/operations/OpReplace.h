@@ -1,5 +1,5 @@
 #pragma once
-#include "text/SourceView.h"
+#include "text/SourceDocument.h"
 
 namespace nib {
 
@@ -20,8 +20,5 @@ private:
     Position newEnd_;
     Text oldText_;
 };
-
-/// The text of a range, lines joined with CR LF.
-Text GatherText(const SourceDocument& document, Position start, Position end);
 
 } // namespace nib

@@ -1,7 +1,6 @@
 #include "editing/operations/OpToggleCase.h"
 
 #include "editing/operations/CaseConversion.h"
-#include "editing/operations/OpReplace.h"
 
 #include <algorithm>
 #include <utility>
@@ -35,7 +34,7 @@ void OpToggleCase::DoOp(SourceDocument& document)
 {
     if (!std::exchange(taken_, true)) block_ = TakeBlock(view_);
     if (!block_.selected) return;
-    oldText_ = GatherText(document, block_.start, block_.end);
+    oldText_ = document.GetRange(block_.start, block_.end);
     std::optional<Text> newText = WithToggledCase(oldText_);
     if (!newText) {
         oldText_ = {};

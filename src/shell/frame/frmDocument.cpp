@@ -89,7 +89,7 @@ QMdiSubWindow* frmDocument::SubWindow() const
     return window_;
 }
 
-SourceViewModel& frmDocument::Model() const
+SourceView& frmDocument::Model() const
 {
     return widget_->Model();
 }
@@ -200,11 +200,6 @@ void frmDocument::FocusText()
 bool frmDocument::TextHasFocus() const
 {
     return widget_->hasFocus();
-}
-
-void frmDocument::BackSpace()
-{
-    Model().Backspace();
 }
 
 void frmDocument::ShiftLines(bool outwards)

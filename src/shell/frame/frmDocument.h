@@ -5,7 +5,7 @@
 #include "editing/LexClass.h"
 #include "printing/PrintClass.h"
 #include "shell/HitTest.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <QPointF>
 #include <QTimer>
@@ -61,13 +61,12 @@ public:
     void Deactivated();
     void FocusText();
     bool TextHasFocus() const;
-    void BackSpace();
     void ShiftLines(bool outwards);
 
 private:
     friend class DocumentWindow;
 
-    SourceViewModel& Model() const;
+    SourceView& Model() const;
     void Load();
     void Connect();
     void ShowPosition();
@@ -82,7 +81,7 @@ private:
 
     frmMain& mainWindow_;
     LexClass lexer_; ///< outlives the buffer, which calls it
-    SourceBuffer buffer_;
+    SourceDocument buffer_;
     DocumentWindow* window_ = nullptr;   ///< owned by the MDI area, deleted with this object
     SourceViewWidget* widget_ = nullptr; ///< owned by window_
     std::unique_ptr<PrintClass> print_;

@@ -57,15 +57,11 @@ void frmMain::Act(KeyAction action)
     if (action == KeyAction::Swallow) return;
     // No window may change while the key is still on its way.
     auto later = [this](auto&& body) { QMetaObject::invokeMethod(this, body, Qt::QueuedConnection); };
-    frmDocument* form = ActiveForm();
     switch (action) {
     case KeyAction::NextDocument: later([this] { StepDocument(false); }); break;
     case KeyAction::PreviousDocument: later([this] { StepDocument(true); }); break;
     case KeyAction::IndentBlock: ShiftLines(u"IndentBlock", false); break;
     case KeyAction::OutdentBlock: ShiftLines(u"OutdentBlock", true); break;
-    case KeyAction::BackSpace:
-        if (form) form->BackSpace();
-        break;
     case KeyAction::Pass:
     case KeyAction::Swallow: break;
     }

@@ -24,7 +24,6 @@ public:
 
 private:
     static constexpr int32_t kStep = 256;
-    int32_t Start(int32_t column) const;
 
     Text text_;
     std::vector<int32_t> checkpoints_; ///< cells in front of every kStep-th column

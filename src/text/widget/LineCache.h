@@ -1,7 +1,7 @@
 #pragma once
 // The laid-out lines round what is in sight. An entry is built when asked for and lives until its line changes.
 
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 #include "text/widget/LineLayout.h"
 #include "text/widget/ScreenColors.h"
 
@@ -28,8 +28,8 @@ struct LineEntry {
 
 class LineCache {
 public:
-    LineCache(SourceBuffer& buffer, const ViewMetrics& metrics, const ScreenColors& colors)
-        : buffer_(buffer), metrics_(metrics), colors_(colors)
+    LineCache(SourceDocument& document, const ViewMetrics& metrics, const ScreenColors& colors)
+        : document_(document), metrics_(metrics), colors_(colors)
     {
     }
 
@@ -56,7 +56,7 @@ private:
     void MakeRoomForPreedit(LineEntry& entry) const;
     QList<QTextLayout::FormatRange> Formats(const std::vector<Token>& tokens) const;
 
-    SourceBuffer& buffer_;
+    SourceDocument& document_;
     const ViewMetrics& metrics_;
     const ScreenColors& colors_;
     std::unordered_map<int32_t, std::unique_ptr<LineEntry>> entries_;

@@ -1,5 +1,6 @@
 #include "text/widget/LinePainter.h"
 
+#include "platform/qt/QtText.h"
 #include "text/WordBreak.h"
 #include "text/widget/CharacterKind.h"
 
@@ -9,17 +10,6 @@
 #include <cmath>
 
 namespace nib {
-
-namespace {
-
-constexpr int32_t kPlainText = 8;
-
-QString ToQString(TextView text)
-{
-    return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
-}
-
-} // namespace
 
 void LinePainter::Paint(QPainter& painter, const PaintedLine& line)
 {
@@ -91,7 +81,7 @@ void LinePainter::PaintCells(QPainter& painter, const PaintedLine& line, const R
         int32_t end = covered                                    ? next->start + next->length
                       : next != tokens.end() && next->start > at ? next->start
                                                                  : row.last;
-        ScreenStyle style = colors_.Style(covered ? next->type : kPlainText);
+        ScreenStyle style = colors_.Style(covered ? next->type : kPlainToken);
         bool selected = at >= line.selectionStart && at < line.selectionEnd;
         if (selected) {
             style.color = colors_.highlightedText;

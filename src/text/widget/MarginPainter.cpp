@@ -9,7 +9,7 @@
 
 namespace nib {
 
-MarginPlaces MarginPlaces::Of(const SourceViewModel& model, const ViewMetrics& metrics)
+MarginPlaces MarginPlaces::Of(const SourceView& model, const ViewMetrics& metrics)
 {
     MarginPlaces places;
     places.blocks = model.ShowBlocks() && model.MarginWidth() >= 2;
@@ -26,8 +26,7 @@ void MarginPainter::Paint(QPainter& painter, const MarginPlaces& places, const M
     if (places.numbers > 0) {
         QString number = QString::number(line.line + 1);
         qreal width = QFontMetricsF(metrics_.StyledFont(0)).horizontalAdvance(number);
-        bool marked = line.control & line_bits::kBookmark;
-        if (marked) {
+        if (line.bookmark) {
             painter.save();
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(Qt::NoPen);
@@ -38,7 +37,7 @@ void MarginPainter::Paint(QPainter& painter, const MarginPlaces& places, const M
             painter.restore();
         }
         painter.setFont(metrics_.StyledFont(0));
-        painter.setPen(marked ? colors_.onBookmark : line.current ? colors_.strong : colors_.faint);
+        painter.setPen(line.bookmark ? colors_.onBookmark : line.current ? colors_.strong : colors_.faint);
         painter.drawText(QPointF(places.numbers - width, line.y + metrics_.Ascent()), number);
     }
     if (places.blocks) PaintFold(painter, places, line);
@@ -52,25 +51,22 @@ void MarginPainter::PaintSeparator(QPainter& painter, const MarginPlaces& places
 
 void MarginPainter::PaintFold(QPainter& painter, const MarginPlaces& places, const MarginLine& line) const
 {
-    using namespace line_bits;
-    uint32_t bits = line.control & kBlockMask;
-    if (bits == 0) return;
-    uint32_t state = bits & kBlockStateMask;
-    bool inside = bits & kBlockInside;
-    bool head = state == kBlockHead || state == kBlockCollapsed;
+    const BlockPart& block = line.block;
+    if (!block.Any()) return;
+    bool end = block.kind == BlockPart::Kind::End;
     // Half a pixel off, so that lines of one pixel are sharp.
     qreal x = std::floor((places.select + places.width) / 2) + 0.5;
     qreal middle = std::floor(line.y + metrics_.LineHeight() / 2) + 0.5;
     qreal bottom = line.y + line.height;
     painter.setPen(QPen(colors_.faint, 1));
-    bool above = inside || !head;
-    bool below = inside || state == kBlockHead || state == 0;
+    bool above = block.inside || !block.IsHead();
+    bool below = block.inside || !(end || block.IsCollapsed());
     if (above) painter.drawLine(QPointF(x, line.y), QPointF(x, middle));
     if (below) painter.drawLine(QPointF(x, middle), QPointF(x, bottom));
-    if (state == kBlockEnd) painter.drawLine(QPointF(x, middle), QPointF(x + metrics_.CharWidth() * 0.6, middle));
-    if (head) {
+    if (end) painter.drawLine(QPointF(x, middle), QPointF(x + metrics_.CharWidth() * 0.6, middle));
+    if (block.IsHead()) {
         qreal side = std::clamp(std::floor(metrics_.CharWidth() * 1.1), 6.0, metrics_.LineHeight() - 2);
-        SignPainter::PaintFoldBox(painter, {x, middle}, side, state == kBlockCollapsed, colors_.faint, colors_.base);
+        SignPainter::PaintFoldBox(painter, {x, middle}, side, block.IsCollapsed(), colors_.faint, colors_.base);
     }
 }
 

@@ -14,14 +14,15 @@ struct MarginPlaces {
     qreal select = 0;  ///< a click left of it selects lines
     qreal width = 0;
     bool blocks = false;
-    static MarginPlaces Of(const SourceViewModel& model, const ViewMetrics& metrics);
+    static MarginPlaces Of(const SourceView& model, const ViewMetrics& metrics);
 };
 
 struct MarginLine {
     int32_t line = 0;
     qreal y = 0;
     qreal height = 0; ///< of all its rows
-    uint32_t control = 0;
+    bool bookmark = false;
+    BlockPart block;
     bool current = false;
 };
 

@@ -9,8 +9,6 @@ namespace nib {
 
 namespace {
 
-constexpr int32_t kPlainText = 8; ///< the token type whose style is the view's default
-
 double Luminance(const QColor& color)
 {
     auto linear = [](double v) { return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
@@ -72,18 +70,18 @@ ScreenStyle ScreenColors::Style(int32_t tokenType) const
 
 ScreenStyle ScreenColors::Find(int32_t tokenType) const
 {
-    TokenStyle style = model_->ScreenStyles().Get(tokenType);
+    TokenStyle style = model_->TokenStyles().Get(tokenType);
     if (style.color == -1) return {text, style.style};
     return {Readable(FromNumber(style.color)), style.style};
 }
 
-void ScreenColors::Build(const QPalette& palette, const SourceViewModel& model)
+void ScreenColors::Build(const QPalette& palette, const SourceView& model)
 {
     known_.fill(std::nullopt);
     palette_ = palette;
     model_ = &model;
     base = FromNumber(model.BackColor());
-    TokenStyle plain = model.ScreenStyles().Get(kPlainText);
+    TokenStyle plain = model.TokenStyles().Get(kPlainToken);
     text = Readable(plain.color == -1 ? palette.color(QPalette::Text) : FromNumber(plain.color));
     highlight = palette.color(QPalette::Highlight);
     highlightedText = palette.color(QPalette::HighlightedText);

@@ -1,7 +1,7 @@
 #pragma once
 // The measures of a view's font: cell size, baseline, and glyph numbers for text that needs no shaping.
 
-#include "text/SourceView.h"
+#include "text/SourceContract.h"
 
 #include <QFont>
 #include <QRawFont>

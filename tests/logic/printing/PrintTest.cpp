@@ -14,9 +14,9 @@ namespace {
 /// A view whose text goes to paper of 40 by 10 characters: 8 rows below the header, 33 characters behind the numbers.
 struct Printed : testing::Test {
     WordLexer lexer;
-    SourceBuffer buffer;
+    SourceDocument buffer;
     MemoryClipboard clipboard;
-    SourceViewModel view{buffer, clipboard};
+    SourceView view{buffer, clipboard};
     RecordingTrace trace;
     DebugLog log{&trace};
     PrintClass handler{view, log, [] { return Text(u"1/2/03"); }};
@@ -234,7 +234,7 @@ TEST(PrintText, NamesTheDocumentAndPrintsIt)
                           {test.Open(kLocal), u"File: </home/x/a.bas>"},
                           {test.Open(kMain), u"File: BP     Item: MAIN"}};
     for (const Case& row : cases) {
-        auto& view = static_cast<SourceViewModel&>(row.document->EnsureView().txtText());
+        auto& view = static_cast<SourceView&>(row.document->EnsureView().txtText());
         Printer printer;
         view.SetHost(&printer);
         PrintClass handler(view, test.program.Log(), [] { return Text(); });

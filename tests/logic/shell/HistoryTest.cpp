@@ -48,10 +48,10 @@ TEST_F(HistoryTest, BackAndForwardWalkTheRecords)
     Put(40, 2);
     ExpectCan(true, false);
     for (int32_t line : {30, 20, 10, -1}) EXPECT_EQ(Back(), line);
-    EXPECT_EQ(Source(*document).CaretCol(), 4);
+    EXPECT_EQ(Source(*document).Caret().col, 4);
     ExpectCan(false, true);
     for (int32_t line : {20, 30, 40, -1}) EXPECT_EQ(Forward(), line);
-    EXPECT_EQ(Source(*document).CaretCol(), 2) << "where the first step back began";
+    EXPECT_EQ(Source(*document).Caret().col, 2) << "where the first step back began";
     ExpectCan(true, false);
     EXPECT_EQ(Back(), 30);
     EXPECT_EQ(Forward(), 40);

@@ -1,61 +1,61 @@
-// Where the movement keys take the caret; part of SourceViewModel.
+// Where the movement keys take the caret; part of SourceView.
 
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 #include "text/WordBreak.h"
 
 #include <algorithm>
 
 namespace nib {
 
-void SourceViewModel::MoveCaret(Move move, bool extendSelection)
+void SourceView::MoveCaret(Move move, bool extendSelection)
 {
-    buffer_.BreakTyping();
+    document_.BreakTyping();
     bool vertical = move == Move::Up || move == Move::Down || move == Move::PageUp || move == Move::PageDown;
     if (!vertical) goal_ = -1;
     Position to = vertical ? VerticalTarget(move) : HorizontalTarget(move, extendSelection);
     Place(extendSelection ? anchor_ : to, to);
 }
 
-Position SourceViewModel::StepLeft(Position from, bool word)
+Position SourceView::StepLeft(Position from, bool word)
 {
     if (from.col > 0) {
-        TextView line = buffer_.LineText(from.line, scratch_);
+        TextView line = document_.LineText(from.line, scratch_);
         return {word ? PreviousWord(line, from.col) : PreviousGrapheme(line, from.col), from.line};
     }
-    int32_t index = buffer_.VisibleIndex(from.line);
+    int32_t index = document_.VisibleIndex(from.line);
     if (index == 0) return from;
-    int32_t line = buffer_.VisibleLine(index - 1);
-    return {buffer_.LineLength(line), line};
+    int32_t line = document_.VisibleLine(index - 1);
+    return {document_.LineLength(line), line};
 }
 
-Position SourceViewModel::StepRight(Position from, bool word)
+Position SourceView::StepRight(Position from, bool word)
 {
-    TextView line = buffer_.LineText(from.line, scratch_);
+    TextView line = document_.LineText(from.line, scratch_);
     if (from.col < static_cast<int32_t>(line.size())) {
         return {word ? NextWord(line, from.col) : NextGrapheme(line, from.col), from.line};
     }
-    int32_t index = buffer_.VisibleIndex(from.line) + 1;
-    return index < buffer_.VisibleCount() ? Position{0, buffer_.VisibleLine(index)} : from;
+    int32_t index = document_.VisibleIndex(from.line) + 1;
+    return index < document_.VisibleCount() ? Position{0, document_.VisibleLine(index)} : from;
 }
 
-Position SourceViewModel::HomeOf(Position from)
+Position SourceView::HomeOf(Position from)
 {
     int32_t first = 0;
     int32_t last = 0;
     if (host_->RowOf(from, first, last) && first > 0 && from.col != first) return {first, from.line};
-    int32_t indent = IndentOf(buffer_.LineText(from.line, scratch_));
+    int32_t indent = IndentOf(document_.LineText(from.line, scratch_));
     return {from.col == indent ? 0 : indent, from.line};
 }
 
-Position SourceViewModel::EndOf(Position from)
+Position SourceView::EndOf(Position from)
 {
     int32_t first = 0;
     int32_t last = 0;
     if (host_->RowOf(from, first, last) && from.col != last) return {last, from.line};
-    return {buffer_.LineLength(from.line), from.line};
+    return {document_.LineLength(from.line), from.line};
 }
 
-Position SourceViewModel::HorizontalTarget(Move move, bool extendSelection)
+Position SourceView::HorizontalTarget(Move move, bool extendSelection)
 {
     bool collapse = HasSelection() && !extendSelection;
     switch (move) {
@@ -66,12 +66,12 @@ Position SourceViewModel::HorizontalTarget(Move move, bool extendSelection)
     case Move::LineStart: return HomeOf(caret_);
     case Move::LineEnd: return EndOf(caret_);
     case Move::TextStart: return {};
-    case Move::TextEnd: return buffer_.End();
+    case Move::TextEnd: return document_.End();
     default: return caret_;
     }
 }
 
-Position SourceViewModel::VerticalTarget(Move move)
+Position SourceView::VerticalTarget(Move move)
 {
     // A page keeps one line of the one before in sight.
     bool page = move == Move::PageUp || move == Move::PageDown;
@@ -81,8 +81,8 @@ Position SourceViewModel::VerticalTarget(Move move)
     Position to = caret_;
     if (host_->MoveRows(to, rows, goal_)) return SnapToGrapheme(to);
     if (goal_ < 0) goal_ = caret_.col;
-    int32_t last = buffer_.VisibleCount() - 1;
-    to.line = buffer_.VisibleLine(std::clamp(buffer_.VisibleIndex(caret_.line) + rows, 0, last));
+    int32_t last = document_.VisibleCount() - 1;
+    to.line = document_.VisibleLine(std::clamp(document_.VisibleIndex(caret_.line) + rows, 0, last));
     to.col = static_cast<int32_t>(goal_);
     return SnapToGrapheme(to);
 }
