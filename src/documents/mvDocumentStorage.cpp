@@ -3,7 +3,7 @@
 #include "diagnostics/Guarded.h"
 #include "documents/ScopedStates.h"
 #include "documents/mvDocument.h"
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 
 namespace nib {
 

@@ -6,7 +6,7 @@
 #include "documents/mvDocument.h"
 #include "editing/LexClass.h"
 #include "editing/operations/OpReplace.h"
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "printing/PageLayout.h"
 
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 
 #include <algorithm>
 #include <utility>

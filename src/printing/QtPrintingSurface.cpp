@@ -2,7 +2,7 @@
 
 #include "base/Marks.h"
 #include "platform/qt/QtText.h"
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 #include "text/widget/CharacterKind.h"
 #include "text/widget/ScreenColors.h"
 

@@ -5,7 +5,6 @@
 // or column outside the text is clamped to it, unless a member says otherwise. All calls belong to the main thread.
 
 #include "diagnostics/Guarded.h"
-#include "text/BlockFolder.h"
 #include "text/LineScanner.h"
 #include "text/SourceContract.h"
 #include "text/TextSearch.h"

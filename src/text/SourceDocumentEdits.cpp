@@ -3,7 +3,7 @@
 #include "text/SourceDocument.h"
 
 #include "base/Error.h"
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 
 namespace nib {
 

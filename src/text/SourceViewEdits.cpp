@@ -1,7 +1,7 @@
 // The commands that change text; part of SourceView.
 
 #include "text/SourceView.h"
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "text/widget/CellMap.h"
 
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 #include "text/widget/CharacterKind.h"
 
 #include <unicode/uchar.h>

@@ -1,7 +1,7 @@
 #include "text/widget/LinePainter.h"
 
 #include "platform/qt/QtText.h"
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 #include "text/widget/CharacterKind.h"
 
 #include <QGlyphRun>

@@ -1,6 +1,6 @@
 #include "text/widget/MouseHandler.h"
 
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 #include "text/widget/SourceViewWidget.h"
 
 #include <QApplication>

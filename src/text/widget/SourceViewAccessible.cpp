@@ -1,7 +1,7 @@
 #include "text/widget/SourceViewAccessible.h"
 
 #include "platform/qt/QtText.h"
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 #include "text/widget/SourceViewWidget.h"
 
 #include <algorithm>

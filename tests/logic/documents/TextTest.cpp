@@ -5,7 +5,7 @@
 #include "editing/LexClass.h"
 #include "editing/operations/OpReplace.h"
 #include "fakes/TestProgram.h"
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 
 #include <gtest/gtest.h>
 
