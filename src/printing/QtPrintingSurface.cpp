@@ -3,7 +3,7 @@
 #include "base/Marks.h"
 #include "platform/qt/QtText.h"
 #include "text/TextSearch.h"
-#include "text/widget/CharacterKind.h"
+#include "text/widget/LineLayout.h"
 #include "text/widget/ScreenColors.h"
 
 #include <QFontDatabase>

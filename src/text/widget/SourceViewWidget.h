@@ -5,7 +5,6 @@
 #include "text/widget/AccessibleText.h"
 #include "text/widget/LineCache.h"
 #include "text/widget/LinePainter.h"
-#include "text/widget/MarginPainter.h"
 #include "text/widget/MouseHandler.h"
 #include "text/widget/ViewGeometry.h"
 

@@ -4,7 +4,7 @@
 
 #include "text/SourceView.h"
 #include "text/widget/LineCache.h"
-#include "text/widget/MarginPainter.h"
+#include "text/widget/LinePainter.h"
 
 #include <QRectF>
 #include <QSizeF>
