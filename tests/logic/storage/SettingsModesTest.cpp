@@ -1,5 +1,5 @@
 #include "StoreFixture.h"
-#include "editing/SettingsTable.h"
+#include "editing/MvEdit.h"
 #include "fakes/MemoryHive.h"
 #include "fakes/MemorySettings.h"
 #include "persistence/store/HiveFile.h"
