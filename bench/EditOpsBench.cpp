@@ -3,10 +3,8 @@
 #include "BasicText.h"
 #include "editing/LexClass.h"
 #include "editing/MvEdit.h"
-#include "editing/operations/OpCommentBlock.h"
+#include "editing/operations/BlockOps.h"
 #include "editing/operations/OpFormat.h"
-#include "editing/operations/OpIndentBlock.h"
-#include "editing/operations/OpToggleCase.h"
 #include "text/SourceView.h"
 
 #include <benchmark/benchmark.h>

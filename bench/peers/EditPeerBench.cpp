@@ -4,9 +4,8 @@
 
 #include "Peers.h"
 #include "editing/MvEdit.h"
-#include "editing/operations/OpCommentBlock.h"
+#include "editing/operations/BlockOps.h"
 #include "editing/operations/OpFormat.h"
-#include "editing/operations/OpIndentBlock.h"
 #include "search/OpReplaceAll.h"
 #include "text/SourceView.h"
 #include "text/widget/SourceViewWidget.h"

@@ -5,7 +5,7 @@
 #include "documents/LabelScan.h"
 #include "documents/mvDocument.h"
 #include "editing/LexClass.h"
-#include "editing/operations/OpReplace.h"
+#include "editing/operations/BlockOps.h"
 #include "text/TextSearch.h"
 
 #include <algorithm>

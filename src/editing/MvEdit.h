@@ -18,6 +18,13 @@ inline constexpr int32_t kWindow = static_cast<int32_t>(0x80000005);
 inline constexpr int32_t kWindowText = static_cast<int32_t>(0x80000008);
 } // namespace system_color
 
+/// Where a comment marker stands: the values of IndentStar, IndentBang and IndentUserComment.
+namespace comment_place {
+inline constexpr int32_t kAtMargin = 0;
+inline constexpr int32_t kLikeCode = 1;
+inline constexpr int32_t kAtColumn0 = 2;
+} // namespace comment_place
+
 /// What loading needs from outside.
 struct SettingsContext {
     SettingsStore& store;

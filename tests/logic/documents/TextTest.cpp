@@ -3,7 +3,7 @@
 #include "base/Marks.h"
 #include "documents/LabelScan.h"
 #include "editing/LexClass.h"
-#include "editing/operations/OpReplace.h"
+#include "editing/operations/BlockOps.h"
 #include "fakes/TestProgram.h"
 #include "text/TextSearch.h"
 
