@@ -132,7 +132,6 @@ public:
 
     size_t ChunkCount() const { return chunks_.size(); }
     const Chunk& ChunkAt(size_t i) const { return *chunks_[i]; }
-    int32_t FirstLine(size_t chunk) const { return lineTree_.Before(chunk); }
     Place Locate(int32_t line) const
     {
         // Most callers walk: the line asked for last, or its neighbour, is where it was.

@@ -37,14 +37,15 @@ void* Allocate(size_t bytes)
     return header + 1;
 }
 
-} // namespace
-
+/// True when every unit fits 8 bits.
 bool FitsNarrow(TextView text)
 {
     char16_t seen = 0;
     for (char16_t c : text) seen |= c;
     return seen < 0x100;
 }
+
+} // namespace
 
 void UnitSpan::AppendTo(Text& text, size_t from, size_t count) const
 {

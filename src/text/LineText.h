@@ -50,9 +50,6 @@ private:
 
 static_assert(sizeof(LineRecord) == 24);
 
-/// True when every unit fits 8 bits.
-bool FitsNarrow(TextView text);
-
 /// The units of a loaded text, in one block a width; lines point into them.
 struct LoadedText {
     struct FreeBlock {
