@@ -13,7 +13,7 @@ namespace nib {
 struct LineEntry {
     LineLayout layout;
     std::vector<Token> tokens; ///< in shown columns
-    /// Text in composition stands within the line: shown columns differ from the buffer's behind it.
+    /// Text in composition stands within the line: shown columns differ from the document's behind it.
     int32_t preeditAt = -1;
     int32_t preeditLength = 0;
     bool laidOut = false;

@@ -18,7 +18,7 @@ constexpr int64_t kScanSlice = 8000; ///< microseconds, short enough for the nex
 
 } // namespace
 
-// What the buffer tells
+// What the document tells
 
 void SourceViewWidget::TextChanged(const TextChange& change)
 {
