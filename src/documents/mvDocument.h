@@ -70,18 +70,17 @@ public:
     void UpdateTitle();
     /// "<DisplayName> [<DocumentID>]"
     Text ListName() const;
-    bool CanUndo() const;
-    bool CanRedo() const;
+    bool CanUndo() const { return view_ && Source()->Document().CanUndo(); }
+    bool CanRedo() const { return view_ && Source()->Document().CanRedo(); }
     void Undo();
     void Redo();
-    void Cut();
-    void Copy();
-    void Paste();
-    void Delete();
-    void DeleteLine();
-    void SelectAll();
+    void Cut() { EnsureView().txtText().Cut(); }
+    void Copy() { EnsureView().txtText().Copy(); }
+    void Paste() { EnsureView().txtText().Paste(); }
+    void Delete() { EnsureView().txtText().Delete(); }
+    void DeleteLine() { EnsureView().txtText().DeleteLine(); }
+    void SelectAll() { EnsureView().txtText().SelectAll(); }
     void SetModified(bool modified);
-    bool IsHostWritable() const;
     bool CanCompile() const;
     bool HasSelection() const;
     bool SelectionIsMultiLine() const;
@@ -115,8 +114,13 @@ private:
     SourceView* Source() const { return view_ ? &view_->txtText() : nullptr; }
     bool Ask(TextView question);
     void Warn(TextView text);
+    /// A failure of `body` is logged and shown, and counts as false.
+    bool Attempt(TextView where, const std::function<bool()>& body);
     void ReportFailure(TextView where, const Error& error);
     void AdoptLocation(const mvItem& item);
+    void TakeItem(std::shared_ptr<mvItem> item);
+    void ReleaseItem();
+    void ReleaseView();
     bool OpenItem(std::shared_ptr<mvItem> item, bool readOnly);
     bool OpenAfterFailure(TextView path, const Error& error, bool& readOnly, bool& lock);
     Text LockedQuestion(TextView path);

@@ -1,7 +1,6 @@
 // The text of a document: what callers read, select, replace and jump to.
 
 #include "base/Marks.h"
-#include "diagnostics/Guarded.h"
 #include "documents/LabelScan.h"
 #include "documents/mvDocument.h"
 #include "editing/operations/OpReplace.h"
@@ -93,54 +92,14 @@ void mvDocument::InsSubValue()
     SetSelText(SubValueMark);
 }
 
-bool mvDocument::CanUndo() const
-{
-    return view_ && Source()->Document().CanUndo();
-}
-
-bool mvDocument::CanRedo() const
-{
-    return view_ && Source()->Document().CanRedo();
-}
-
 void mvDocument::Undo()
 {
-    if (CanUndo()) IgnoringErrors([&] { Source()->Document().Undo(); });
+    if (CanUndo()) Source()->Document().Undo();
 }
 
 void mvDocument::Redo()
 {
-    if (CanRedo()) IgnoringErrors([&] { Source()->Document().Redo(); });
-}
-
-void mvDocument::Cut()
-{
-    IgnoringErrors([&] { EnsureView().txtText().Cut(); });
-}
-
-void mvDocument::Copy()
-{
-    IgnoringErrors([&] { EnsureView().txtText().Copy(); });
-}
-
-void mvDocument::Paste()
-{
-    IgnoringErrors([&] { EnsureView().txtText().Paste(); });
-}
-
-void mvDocument::Delete()
-{
-    IgnoringErrors([&] { EnsureView().txtText().Delete(); });
-}
-
-void mvDocument::DeleteLine()
-{
-    IgnoringErrors([&] { EnsureView().txtText().DeleteLine(); });
-}
-
-void mvDocument::SelectAll()
-{
-    IgnoringErrors([&] { EnsureView().txtText().SelectAll(); });
+    if (CanRedo()) Source()->Document().Redo();
 }
 
 void mvDocument::SetModified(bool modified)

@@ -1,8 +1,11 @@
 #pragma once
+#include "base/Error.h"
 #include "documents/clsDocView.h"
 #include "fakes/FakeMainWindow.h"
 #include "fakes/MemoryClipboard.h"
 #include "text/SourceViewModel.h"
+
+#include <optional>
 
 namespace nib::test {
 
@@ -36,7 +39,11 @@ public:
     void Show() override { Activate(); }
     bool QueryUnload(int32_t) override { return false; }
     void Unload() override { visible_ = false; }
-    SourceView& txtText() override { return model_; }
+    SourceView& txtText() override
+    {
+        if (failure) throw Error(*failure);
+        return model_;
+    }
     void SetTitle(TextView title) override { title_ = title; }
     Text Title() const override { return title_; }
     void SetViewObject(mvDocument* document) override { document_ = document; }
@@ -52,6 +59,7 @@ public:
     bool IsActive() const override { return !tag_.empty() && window_.activeDocument == ToInt(tag_); }
 
     FakePane pane;
+    std::optional<Error> failure; ///< the text cannot be had
 
 private:
     FakeMainWindow& window_;
