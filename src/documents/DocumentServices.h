@@ -26,7 +26,9 @@ public:
     virtual void SetStatusText(int32_t panel, TextView text) = 0;
     virtual void ShowStatusPanel(int32_t panel) = 0;
     virtual void HideStatusPanel(int32_t panel) = 0;
-    virtual void UpdateToolBar() = 0;
+    /// Title, text or item of a document changed, or it is closed: what shows that is drawn again, once this turn is
+    /// over.
+    virtual void DocumentChanged(mvDocument& document) = 0;
     virtual void SetWaitCursor(bool wait) = 0;
     virtual void ToForeground() = 0;
     /// Lets waiting messages of the desktop through.

@@ -220,7 +220,7 @@ bool mvDocument::FileClose(bool prompt)
     labels_.reset();
     if (DocumentClose) IgnoringErrors(DocumentClose);
     ReleaseItem();
-    services_.shell.UpdateToolBar();
+    services_.shell.DocumentChanged(*this);
     return true;
 }
 

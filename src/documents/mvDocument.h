@@ -67,6 +67,7 @@ public:
     clsDocView& EnsureView();
     clsDocView* View() const { return view_.get(); }
     Text TitleText() const;
+    /// Hands the window its title.
     void UpdateTitle();
     /// "<DisplayName> [<DocumentID>]"
     Text ListName() const;

@@ -31,12 +31,11 @@ bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
     source.Document().SetModified(false);
     newNumber_ = ++services_.lastNewNumber;
     labels_.reset();
-    UpdateTitle();
     view_->Show();
     if (!counted_) ++services_.openCount;
     counted_ = true;
     if (item_) AdoptLocation(*item_);
-    services_.shell.UpdateToolBar();
+    services_.shell.DocumentChanged(*this);
     return true;
 }
 
@@ -109,13 +108,12 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     source.Document().ClearUndo();
     source.Document().ClearBookmarks();
     source.Document().SetModified(false);
-    UpdateTitle();
     labels_.reset();
     view_->Show();
     if (!counted_) ++services_.openCount;
     counted_ = true;
     AdoptLocation(*item_);
-    services_.shell.UpdateToolBar();
+    services_.shell.DocumentChanged(*this);
     return true;
 }
 
@@ -150,9 +148,8 @@ bool mvDocument::FileSave()
         WriteFrom(source, *item_);
         AdoptLocation(*item_);
         source.Document().SetModified(false);
-        services_.shell.UpdateToolBar();
         labels_.reset();
-        UpdateTitle();
+        services_.shell.DocumentChanged(*this);
         return true;
     });
 }
@@ -203,8 +200,7 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
         WriteFrom(source, *item_);
         source.Document().SetModified(false);
         labels_.reset();
-        UpdateTitle();
-        services_.shell.UpdateToolBar();
+        services_.shell.DocumentChanged(*this);
         return true;
     });
 }

@@ -44,7 +44,11 @@ public:
         if (failure) throw Error(*failure);
         return model_;
     }
-    void SetTitle(TextView title) override { title_ = title; }
+    void SetTitle(TextView title) override
+    {
+        title_ = title;
+        ++titles;
+    }
     Text Title() const override { return title_; }
     void SetViewObject(mvDocument* document) override { document_ = document; }
     mvDocument* ViewObject() const override { return document_; }
@@ -59,6 +63,7 @@ public:
     bool IsActive() const override { return !tag_.empty() && window_.activeDocument == ToInt(tag_); }
 
     FakePane pane;
+    int32_t titles = 0;           ///< handed over so far
     std::optional<Error> failure; ///< the text cannot be had
 
 private:

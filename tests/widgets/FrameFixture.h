@@ -73,7 +73,11 @@ struct FrameFixture : testing::Test, ViewFactory {
         for (int i = 0; i < count; ++i) forms.push_back(&New());
         return forms;
     }
-    void Settle() { QApplication::processEvents(); }
+    void Settle()
+    {
+        QApplication::processEvents();
+        time.Advance({});
+    }
     SourceViewWidget& TextOf(frmDocument& form) { return *form.SubWindow()->findChild<SourceViewWidget*>(); }
     void Load(frmDocument& form, TextView text)
     {

@@ -29,7 +29,7 @@ void frmDocument::ShowPosition()
 
 void frmDocument::CheckSelection()
 {
-    if (std::exchange(selectionSeen_, Model().HasSelection()) != selectionSeen_) mainWindow_.UpdateToolBar();
+    if (std::exchange(selectionSeen_, Model().HasSelection()) != selectionSeen_) mainWindow_.Owner().StateChanged();
 }
 
 void frmDocument::CaretMoved(Position)
@@ -42,8 +42,7 @@ void frmDocument::CaretMoved(Position)
 void frmDocument::ModifiedChanged(bool modified)
 {
     autoSaveFlag_ = modified;
-    mainWindow_.UpdateToolBar();
-    if (document_) document_->UpdateTitle();
+    if (document_) mainWindow_.Owner().Shell().DocumentChanged(*document_);
 }
 
 void frmDocument::LinesChanged()
@@ -94,7 +93,7 @@ void frmDocument::MouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers mo
     constexpr auto held = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
     if (button == Qt::LeftButton && !(modifiers & held)) {
         lastMouse_ = place;
-        mainWindow_.UpdateToolBar();
+        mainWindow_.Owner().StateChanged();
     } else if (button == Qt::RightButton) {
         QPoint global = widget_->viewport()->mapToGlobal(at.toPoint());
         HitKind kind = HitAt(place);

@@ -35,7 +35,7 @@ void frmMain::RemoveChild(frmDocument& form)
     ChildActivated();
     if (current_) return;
     UpdateCaption();
-    UpdateToolBar();
+    program_->StateChanged();
 }
 
 int32_t frmMain::StateForNew(const frmDocument& form) const
@@ -87,7 +87,7 @@ void frmMain::ChildActivated()
         form->Activated();
     }
     UpdateCaption();
-    UpdateToolBar();
+    program_->StateChanged();
 }
 
 void frmMain::FollowFrameState(frmDocument& form)
@@ -164,7 +164,7 @@ void frmMain::Arrange(int32_t mode)
         window->setGeometry(cells[i].left, cells[i].top, cells[i].width, cells[i].height);
         if (how == Arrangement::Cascade) window->raise();
     }
-    UpdateToolBar();
+    program_->StateChanged();
 }
 
 } // namespace nib
