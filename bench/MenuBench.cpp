@@ -19,6 +19,7 @@ struct Silent final : mvConnection, MessageBoxes, MainWindow, ViewFactory, Fonts
     Text ComposeFilePath(TextView name) const override { return nib::ComposeFilePath(name); }
     ItemPlace ParsePath(TextView path) const override { return nib::ParsePath(path); }
     int32_t Show(TextView, int32_t, TextView) override { return 1; }
+    void Beep() override {}
     // MainWindow
     void Load() override {}
     void Show() override {}

@@ -23,6 +23,7 @@ public:
     virtual int32_t ShowMessage(TextView text, int32_t flags, TextView title = u"Nib") = 0;
     /// Tells the user of a failure.
     virtual void ReportError(TextView description) = 0;
+    virtual void Beep() = 0;
     virtual void SetStatusText(int32_t panel, TextView text) = 0;
     virtual void ShowStatusPanel(int32_t panel) = 0;
     virtual void HideStatusPanel(int32_t panel) = 0;
@@ -43,13 +44,16 @@ public:
     virtual std::unique_ptr<clsDocView> CreateView(mvDocument& document) = 0;
 };
 
-/// The window that shows what the host printed.
-class ResultsOutput {
+/// The window that a list of lines is shown in: what was found, or what the host printed.
+class ResultsWindow {
 public:
-    virtual ~ResultsOutput() = default;
-    virtual void Beep() = 0;
-    /// Replaces what the window shows, and brings it to the front.
-    virtual void ShowText(TextView text) = 0;
+    virtual ~ResultsWindow() = default;
+    /// A text that is not empty replaces the contents; an empty one only shows the window.
+    virtual void ShowResults(TextView text) = 0;
+    /// Begins a list under a title, and shows the window.
+    virtual void ResetResults(TextView title) = 0;
+    /// Appends one line, highlighted from a column on or, where nothing is, emphasised as the header of a document.
+    virtual void AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis) = 0;
 };
 
 /// Shared by all documents; outlives them.
@@ -66,7 +70,7 @@ struct DocumentServices {
     /// Documents bound to a window, as the main window counts them.
     int32_t openCount = 0;
     /// Null until there is such a window.
-    ResultsOutput* results = nullptr;
+    ResultsWindow* results = nullptr;
 };
 
 } // namespace nib

@@ -47,8 +47,8 @@ void mvDocument::Compile()
     }
     if (shown.empty()) shown = u"\r\n";
     if (!services_.results) return;
-    services_.results->Beep();
-    services_.results->ShowText(shown);
+    services_.shell.Beep();
+    services_.results->ShowResults(shown);
 }
 
 } // namespace nib

@@ -49,6 +49,7 @@ public:
 
     int32_t ShowMessage(TextView text, int32_t flags, TextView title = u"Nib") override;
     void ReportError(TextView description) override;
+    void Beep() override { ports_.boxes.Beep(); }
     void SetStatusText(int32_t panel, TextView text) override;
     void ShowStatusPanel(int32_t panel) override;
     void HideStatusPanel(int32_t panel) override;
