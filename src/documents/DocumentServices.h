@@ -13,6 +13,7 @@
 
 namespace nib {
 
+class mvDocument;
 class mvDocuments;
 
 /// The program around a document.

@@ -29,7 +29,7 @@ mvDocument::mvDocument(DocumentServices& services)
 mvDocument::~mvDocument()
 {
     services_.log.Write(u"mvdocument terminate begin", trace::kObjects);
-    ReleaseView();
+    view_.reset();
     ReleaseItem();
     services_.log.Write(u"mvdocument terminate end", trace::kObjects);
 }
@@ -38,11 +38,9 @@ clsDocView& mvDocument::EnsureView()
 {
     if (!view_) {
         view_ = services_.shell.CreateView(*this);
-        view_->SetViewObject(this);
-        view_->SetTag(Decimal(documentId_));
         ApplySettings();
     }
-    if (!view_->Visible()) view_->SetVisible(true);
+    view_->Show();
     return *view_;
 }
 
@@ -185,12 +183,6 @@ bool mvDocument::ConfirmClose()
     return answer == message_box::kAnswerNo;
 }
 
-void mvDocument::ReleaseView()
-{
-    if (view_) IgnoringErrors([&] { view_->SetViewObject(nullptr); }, [&] { view_->Unload(); });
-    view_.reset();
-}
-
 void mvDocument::TakeItem(std::shared_ptr<mvItem> item)
 {
     if (item_) IgnoringErrors([&] { item_->Close(); });
@@ -207,7 +199,7 @@ bool mvDocument::FileClose(bool prompt)
 {
     auto self = shared_from_this(); // the collection and the window may be the only ones that hold it
     if (prompt && !ConfirmClose()) return false;
-    ReleaseView();
+    view_.reset();
     services_.openDocuments.Remove(documentId_);
     if (counted_) --services_.openCount;
     counted_ = false;

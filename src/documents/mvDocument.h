@@ -121,7 +121,6 @@ private:
     void AdoptLocation(const mvItem& item);
     void TakeItem(std::shared_ptr<mvItem> item);
     void ReleaseItem();
-    void ReleaseView();
     bool OpenItem(std::shared_ptr<mvItem> item, bool readOnly);
     bool OpenAfterFailure(TextView path, const Error& error, bool& readOnly, bool& lock);
     Text LockedQuestion(TextView path);

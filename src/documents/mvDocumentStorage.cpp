@@ -31,7 +31,6 @@ bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
     source.Document().SetModified(false);
     newNumber_ = ++services_.lastNewNumber;
     labels_.reset();
-    view_->Show();
     if (!counted_) ++services_.openCount;
     counted_ = true;
     if (item_) AdoptLocation(*item_);
@@ -109,7 +108,6 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     source.Document().ClearBookmarks();
     source.Document().SetModified(false);
     labels_.reset();
-    view_->Show();
     if (!counted_) ++services_.openCount;
     counted_ = true;
     AdoptLocation(*item_);

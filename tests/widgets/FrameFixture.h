@@ -35,9 +35,9 @@ struct FrameFixture : testing::Test, ViewFactory {
     frmMain frame;
     Program program{{connection, boxes, frame, *this, fonts, clipboard, parts, time, &trace}};
 
-    std::unique_ptr<clsDocView> CreateView(mvDocument&) override
+    std::unique_ptr<clsDocView> CreateView(mvDocument& document) override
     {
-        return std::make_unique<frmDocument>(frame, clipboard);
+        return std::make_unique<frmDocument>(frame, clipboard, document);
     }
 
     void SetUp() override

@@ -142,7 +142,7 @@ TEST_F(FrameTest, TabsStandForTheDocuments)
     Settle();
     EXPECT_EQ(tabs(), "NewItem1 [*NewItem2] NewItem3 ");
     EXPECT_EQ(Caption(), "Nib - [*NewItem2 (New)]");
-    forms[0]->QueryUnload(0);
+    forms[0]->QueryUnload();
     EXPECT_EQ(tabs(), "[*NewItem2] NewItem3 ");
 }
 

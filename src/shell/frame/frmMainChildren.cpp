@@ -26,7 +26,7 @@ void frmMain::AddChild(frmDocument& form)
 void frmMain::RemoveChild(frmDocument& form)
 {
     std::erase(children_, &form);
-    menus_.RemoveTab(ToInt(form.Tag()));
+    menus_.RemoveTab(form.DocumentID());
     order_.Remove(&form);
     if (current_ == &form) current_ = nullptr;
     area_->removeSubWindow(form.SubWindow());

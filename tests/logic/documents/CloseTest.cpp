@@ -157,7 +157,7 @@ TEST(DocumentNamesTest, Titles)
         if (row.readOnly) document->ItemObject()->SetReadOnly(true);
         document->SetModified(row.dirty);
         document->UpdateTitle();
-        EXPECT_EQ(t.View(*document).Title(), row.title);
+        EXPECT_EQ(t.View(*document).title, row.title);
     }
 }
 
