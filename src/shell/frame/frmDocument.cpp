@@ -15,9 +15,6 @@ namespace nib {
 namespace {
 
 constexpr int kFocusRetry = 50;
-/// Digits of the line numbers and a blank; the block column takes two more.
-constexpr int32_t kMargin = 5;
-constexpr int32_t kBlockColumn = 2;
 
 } // namespace
 
@@ -51,15 +48,9 @@ frmDocument::~frmDocument()
 
 void frmDocument::Load()
 {
-    const MvEdit& settings = mainWindow_.Owner().EditorSettings();
-    Model().SetLineWrap(settings.LineWrap);
-    lexer_.SetHighlight(settings.Highlight);
-    lexer_.SetKeywords(settings.Keywords);
     buffer_.SetLexer(&lexer_);
     print_ = std::make_unique<PrintClass>(Model(), mainWindow_.Owner().Log(), ShortDate);
     Model().SetDrawHandler(print_.get());
-    Model().SetMarginWidth(kMargin + (settings.CollapseBlocks ? kBlockColumn : 0));
-    Model().SetShowBlocks(settings.CollapseBlocks);
 }
 
 void frmDocument::Connect()

@@ -1,5 +1,6 @@
 // What happens in the text of a document window; part of frmDocument.
 
+#include "documents/ApplySettings.h"
 #include "documents/mvDocument.h"
 #include "shell/Program.h"
 #include "shell/frame/frmDocument.h"
@@ -8,15 +9,6 @@
 #include "text/widget/SourceViewWidget.h"
 
 namespace nib {
-
-namespace {
-
-/// From this many lines on the numbers have five digits.
-constexpr int32_t kLongText = 10000;
-constexpr int32_t kLongMargin = 6;
-constexpr int32_t kBlockColumn = 2;
-
-} // namespace
 
 // Status bar and command states
 
@@ -48,8 +40,8 @@ void frmDocument::ModifiedChanged(bool modified)
 void frmDocument::LinesChanged()
 {
     // The margin never narrows by itself, so that it does not jump while editing.
-    int32_t needed = kLongMargin + (Model().ShowBlocks() ? kBlockColumn : 0);
-    if (buffer_.LineCount() >= kLongText && Model().MarginWidth() != needed) Model().SetMarginWidth(needed);
+    const int32_t needed = MarginWidthFor(Model());
+    if (needed > Model().MarginWidth()) Model().SetMarginWidth(needed);
 }
 
 void frmDocument::OvertypeChanged(bool)
