@@ -64,7 +64,6 @@ public:
     SourceView& txtText() override { return model_; }
     LexClass* Lexer() override { return nullptr; }
     void SetTitle(TextView) override {}
-    void SetAutoSaveFlag(bool) override {}
     bool AutoSaveFlag() const override { return false; }
     void SetWindowState(int32_t) override {}
     int32_t WindowState() const override { return 0; }

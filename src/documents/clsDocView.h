@@ -17,8 +17,7 @@ public:
     /// Of the view's text; null when it has none. Owned by the window.
     virtual LexClass* Lexer() = 0;
     virtual void SetTitle(TextView title) = 0;
-    /// Set when the text has changed since its last auto-save.
-    virtual void SetAutoSaveFlag(bool flag) = 0;
+    /// The text has changed since it was loaded or saved, and a copy is due.
     virtual bool AutoSaveFlag() const = 0;
     /// 0 normal, 1 minimised, 2 maximised.
     virtual void SetWindowState(int32_t state) = 0;

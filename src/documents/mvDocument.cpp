@@ -122,11 +122,6 @@ bool mvDocument::AutoSaveFlag() const
     return view_ && view_->AutoSaveFlag();
 }
 
-void mvDocument::SetAutoSaveFlag(bool flag)
-{
-    if (view_) view_->SetAutoSaveFlag(flag);
-}
-
 void mvDocument::ApplySettings()
 {
     if (!view_) return;

@@ -2,12 +2,14 @@
 // The one object that stands for an open text: its storage and lock, its window, and every prompt of opening, saving
 // and closing it. Automation clients receive the same object.
 
-#include "base/DynamicArray.h"
 #include "documents/DocumentServices.h"
+#include "documents/LabelScan.h"
 #include "documents/TextForms.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace nib {
 
@@ -104,9 +106,8 @@ public:
     Text AutoRecoverFile() const { return autoRecoverFile_; }
     void SetAutoRecoverFile(TextView name) { autoRecoverFile_ = name; }
     bool AutoSaveFlag() const;
-    void SetAutoSaveFlag(bool flag);
-    /// Labels of the text: field 1 names, 2 line numbers, 3 columns (0-based), each a value list.
-    const DynamicArray& BuildLabelTable();
+    /// Statement labels in the order of the text.
+    const std::vector<Label>& Labels();
 
     /// Raised by FileClose.
     std::function<void()> DocumentClose;
@@ -135,7 +136,7 @@ private:
     int32_t newNumber_ = 0;
     std::unique_ptr<clsDocView> view_;
     bool highlight_;
-    std::unique_ptr<DynamicArray> labels_;
+    std::optional<std::vector<Label>> labels_;
     bool labelsOfSavedText_ = false;
     Text autoRecoverFile_;
     bool counted_ = false;

@@ -1,6 +1,7 @@
 #include "shell/HitTest.h"
 
 #include "documents/LabelScan.h"
+#include "editing/LexClass.h"
 
 #include <algorithm>
 #include <optional>
@@ -103,7 +104,7 @@ bool FindLabel(const ClickedLine& line, uint32_t lineState, Hit& hit)
     if (!line.Clicked() || line.Clicked()->type != kLabel) return false;
     const Token& token = *line.Clicked();
     bool first = Trim(line.Content().substr(0, static_cast<size_t>(token.start))).empty();
-    if (first && (lineState & kLabelLine)) return true;
+    if (first && (lineState & line_flag::kLabel)) return true;
     TextView name = line.TextOf(token);
     if (name.ends_with(u':')) name.remove_suffix(1);
     hit.kind = HitKind::Label;

@@ -53,7 +53,7 @@ public:
         title = text;
         ++titles;
     }
-    void SetAutoSaveFlag(bool flag) override { autoSaveFlag_ = flag; }
+    void SetAutoSaveFlag(bool flag) { autoSaveFlag_ = flag; }
     bool AutoSaveFlag() const override { return autoSaveFlag_; }
     void SetWindowState(int32_t state) override { state_ = state; }
     int32_t WindowState() const override { return state_; }

@@ -1,6 +1,7 @@
 #include "editing/operations/FormatLine.h"
 
 #include "base/Marks.h"
+#include "editing/LexClass.h"
 #include "editing/MvEdit.h"
 #include "text/Units.h"
 
@@ -29,7 +30,6 @@ constexpr uint32_t kUserBeginFirst = 16384;
 constexpr uint32_t kUserBeginLast = 32768;
 constexpr uint32_t kAnyBlock = 0xFFFF;
 constexpr uint32_t kCommentLine = 0x10000;
-constexpr uint32_t kLabelLine = 0x20000;
 
 constexpr uint32_t kClauses = kThen | kElse | kLocked;
 
@@ -144,7 +144,7 @@ BlankEdit LayOutLine(TextView line, uint32_t lineFlags, int32_t level, const For
 
     int32_t existing = CountBlanks(text);
     text.remove_prefix(static_cast<size_t>(existing));
-    if (lineFlags & kLabelLine) edit.label = LabelLength(text);
+    if (lineFlags & line_flag::kLabel) edit.label = LabelLength(text);
     if (edit.label > 0) {
         edit.leading = existing;
         text.remove_prefix(static_cast<size_t>(edit.label));

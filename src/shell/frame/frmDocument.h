@@ -35,7 +35,6 @@ public:
     SourceView& txtText() override;
     LexClass* Lexer() override { return &lexer_; }
     void SetTitle(TextView title) override;
-    void SetAutoSaveFlag(bool flag) override { autoSaveFlag_ = flag; }
     bool AutoSaveFlag() const override { return autoSaveFlag_; }
     void SetWindowState(int32_t state) override;
     int32_t WindowState() const override;
