@@ -7,8 +7,6 @@
 #include "shell/frame/frmProperties.h"
 #include "shell/help/QtAboutBox.h"
 
-#include <QApplication>
-
 namespace nib {
 
 CommandRooms::CommandRooms(Program& program, frmMain& mainWindow, SettingsStore& store, QtPrinting& printing)
@@ -16,7 +14,6 @@ CommandRooms::CommandRooms(Program& program, frmMain& mainWindow, SettingsStore&
 {
     CommandPorts& ports = mainWindow_.Ports();
     ports.search = this;
-    ports.results = this;
     ports.dialogs = this;
     ports.edits = this;
     ports.history = this;
@@ -26,22 +23,23 @@ CommandRooms::CommandRooms(Program& program, frmMain& mainWindow, SettingsStore&
 
 void CommandRooms::LoadForms()
 {
-    resultsModel_ = std::make_unique<ResultsModel>(program_.Services(), *this);
+    resultsModel_ = std::make_unique<ResultsModel>(program_.Services());
     results_ = std::make_unique<frmResults>(*resultsModel_, store_, &mainWindow_);
     results_->onPrint = [this](frmResults& results) {
         printing_.PrintPages(
             results.windowTitle(), [&](const Paper& paper) { results.PrintTo(paper); }, &results);
     };
-    engine_ =
-        std::make_unique<FindEngine>(program_.Services(), *this, *results_, program_.EditorSettings().RecentSearches);
+    engine_ = std::make_unique<FindEngine>(program_.Services(), *results_, program_.EditorSettings().RecentSearches);
     find_ = std::make_unique<frmFind>(*engine_, &mainWindow_);
     goto_ = std::make_unique<frmGoto>(program_.Services(), &mainWindow_);
-    program_.Services().results = this;
+    program_.Services().results = results_.get();
+    mainWindow_.Ports().results = results_.get();
 }
 
 void CommandRooms::UnloadForms()
 {
     program_.Services().results = nullptr;
+    mainWindow_.Ports().results = nullptr;
     help_.reset();
     goto_.reset();
     find_.reset();
@@ -49,11 +47,6 @@ void CommandRooms::UnloadForms()
     if (results_) results_->Unload();
     results_.reset();
     resultsModel_.reset();
-}
-
-void CommandRooms::Show(TextView title)
-{
-    results_->ShowResults(title);
 }
 
 void CommandRooms::Properties(mvDocument& document)
@@ -126,11 +119,6 @@ void CommandRooms::Compile(mvDocument& document)
     document.Compile();
 }
 
-void CommandRooms::ShowText(TextView text)
-{
-    results_->ShowResults(text);
-}
-
 bool CommandRooms::CanBack() const
 {
     return program_.History().CanNavigateBack();
@@ -149,16 +137,6 @@ void CommandRooms::Back(mvDocument& document)
 void CommandRooms::Forward(mvDocument& document)
 {
     program_.History().NavigateForward(&document);
-}
-
-int32_t CommandRooms::ActiveDocument() const
-{
-    return mainWindow_.ActiveDocument();
-}
-
-void CommandRooms::Beep()
-{
-    QApplication::beep();
 }
 
 } // namespace nib

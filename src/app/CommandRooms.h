@@ -16,14 +16,11 @@ class QtPrinting;
 class frmMain;
 
 class CommandRooms final : public SearchForms,
-                           public ResultsForm,
                            public Dialogs,
                            public BlockEdits,
                            public Compiler,
-                           public ResultsOutput,
                            public SettingsApplied,
-                           public History,
-                           public SearchHost {
+                           public History {
 public:
     /// All outlive it.
     CommandRooms(Program& program, frmMain& mainWindow, SettingsStore& store, QtPrinting& printing);
@@ -36,8 +33,6 @@ public:
     void Find() override { find_->Find(); }
     void FindNext() override { find_->FindNext(); }
     void Replace() override { find_->Replace(); }
-    // ResultsForm
-    void Show(TextView title) override;
     // Dialogs
     void Properties(mvDocument& document) override;
     void Settings(int32_t page) override;
@@ -57,14 +52,9 @@ public:
     // Compiler
     bool CanCompile(const mvDocument& document) const override;
     void Compile(mvDocument& document) override;
-    // ResultsOutput
-    void ShowText(TextView text) override;
     // SettingsApplied
     void IconsChosen(bool large) override;
     void FontChanged() override;
-    // SearchHost, ResultsOutput
-    int32_t ActiveDocument() const override;
-    void Beep() override;
 
 private:
     Program& program_;

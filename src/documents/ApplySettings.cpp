@@ -56,6 +56,13 @@ SourceFont FontOf(const MvEdit& settings, SourceFont font)
 
 } // namespace
 
+int32_t MarginWidthFor(SourceView& view)
+{
+    constexpr int32_t kLongText = 10000;
+    const int32_t digits = view.Document().LineCount() < kLongText ? 4 : 5;
+    return digits + (view.ShowBlocks() ? 3 : 1);
+}
+
 void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer)
 {
     view.SetFont(FontOf(settings, view.Font()));
@@ -63,9 +70,8 @@ void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer
     view.SetBackColor(settings.BackColor);
     view.SetLineWrap(settings.LineWrap);
     SourceDocument& document = view.Document();
-    int32_t digits = document.LineCount() < 10000 ? 4 : 5;
-    view.SetMarginWidth(digits + (settings.CollapseBlocks ? 3 : 1));
     view.SetShowBlocks(settings.CollapseBlocks);
+    view.SetMarginWidth(MarginWidthFor(view));
     FillTable(view.TokenStyles(), settings, true);
     FillTable(view.PrintTokenStyles(), settings, settings.ColorPrinting);
     if (lexer) {

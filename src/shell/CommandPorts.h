@@ -6,6 +6,7 @@
 namespace nib {
 
 class mvDocument;
+class ResultsWindow;
 
 /// The frame's child windows.
 class ChildWindows {
@@ -21,12 +22,6 @@ public:
     virtual void Find() = 0;
     virtual void FindNext() = 0;
     virtual void Replace() = 0;
-};
-
-class ResultsForm {
-public:
-    virtual ~ResultsForm() = default;
-    virtual void Show(TextView title) = 0;
 };
 
 class Dialogs {
@@ -90,7 +85,7 @@ public:
 struct CommandPorts {
     ChildWindows* windows = nullptr;
     SearchForms* search = nullptr;
-    ResultsForm* results = nullptr;
+    ResultsWindow* results = nullptr;
     Dialogs* dialogs = nullptr;
     BlockEdits* edits = nullptr;
     Compiler* compiler = nullptr;

@@ -82,7 +82,7 @@ bool RunCommand(TextView key, CommandContext& context)
         [&] {
             bool done = Dispatch(key, context);
             // Also after a refusal: the tool may show a state that has passed.
-            context.program.UpdateToolBar();
+            context.program.StateChanged();
             return done;
         },
         [&](const Error& error) {

@@ -50,7 +50,7 @@ constexpr CommandRow kRows[] = {
      Always, StatusBarShown},
     {u"Highlight", SetHighlight, HasDocument, Highlights},
     {u"LineWrap", [](CommandContext& c) { View(c).SetLineWrap(NewMark(c, Wraps(c))); }, CanWrap, Wraps},
-    {u"Results", [](CommandContext& c) { c.ports.results->Show(u""); }, HasResults},
+    {u"Results", [](CommandContext& c) { c.ports.results->ShowResults(u""); }, HasResults},
     {u"Settings", [](CommandContext& c) { c.ports.dialogs->Settings(1); }, HasDialogs},
     {u"HelpTopics", OpenHelp, HasDialogs},
     {u"HelpAbout", [](CommandContext& c) { c.ports.dialogs->About(); }, HasDialogs},

@@ -1,5 +1,6 @@
 #include "shell/HitTest.h"
 
+#include "documents/LabelScan.h"
 #include "editing/LexClass.h"
 
 #include <algorithm>

@@ -102,6 +102,11 @@ int32_t QtMessageBoxes::Show(TextView text, int32_t flags, TextView title)
     return MsgBoxEx(text, flags, title, {}, dialog ? dialog : owner_.data());
 }
 
+void QtMessageBoxes::Beep()
+{
+    QApplication::beep();
+}
+
 int32_t QtMessageBoxes::MsgBoxEx(TextView text, int32_t flags, TextView title, TextView checkCaption, QWidget* owner)
 {
     if (up_) return 0;
@@ -119,7 +124,7 @@ int32_t QtMessageBoxes::MsgBoxEx(TextView text, int32_t flags, TextView title, T
     box->setIcon(IconOf(plan.icon));
     AddButtons(*box, plan, outcome);
     AddCheckBox(*box, plan, outcome);
-    if (plan.sounds) QApplication::beep();
+    if (plan.sounds) Beep();
     box->exec();
     delete box.data();
     return MessageBoxAnswer(outcome.pressed, outcome.isChecked);

@@ -11,6 +11,7 @@ public:
     /// The boxes stand over `owner`; null until there is a window.
     void SetOwner(QWidget* owner) { owner_ = owner; }
     int32_t Show(TextView text, int32_t flags, TextView title) override;
+    void Beep() override;
     /// The same with a caption for the check box, and another owner; the answer survives the owner's end.
     int32_t MsgBoxEx(TextView text, int32_t flags, TextView title, TextView checkCaption, QWidget* owner);
 

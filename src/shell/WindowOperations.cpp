@@ -4,9 +4,7 @@ namespace nib {
 
 void CloseWindow(mvDocument& document)
 {
-    if (!document.View() || document.View()->QueryUnload(0)) return;
-    // The question has usually closed it already.
-    if (document.View()) document.View()->Unload();
+    if (document.View()) document.View()->QueryUnload();
 }
 
 void ToggleWindowState(clsDocView& view, int32_t state)

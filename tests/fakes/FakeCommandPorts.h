@@ -1,6 +1,7 @@
 #pragma once
 // What commands reach outside the documents, all of it into one journal.
 
+#include "documents/DocumentServices.h"
 #include "fakes/Journal.h"
 #include "shell/CommandPorts.h"
 
@@ -10,7 +11,7 @@ namespace nib::test {
 
 struct FakeCommandPorts final : ChildWindows,
                                 SearchForms,
-                                ResultsForm,
+                                ResultsWindow,
                                 Dialogs,
                                 BlockEdits,
                                 Compiler,
@@ -30,7 +31,9 @@ struct FakeCommandPorts final : ChildWindows,
     void Find() override { journal.Add(u"find"); }
     void FindNext() override { journal.Add(u"find next"); }
     void Replace() override { journal.Add(u"replace"); }
-    void Show(TextView title) override { journal.Add(u"results '" + Text(title) + u"'"); }
+    void ShowResults(TextView text) override { journal.Add(u"results '" + Text(text) + u"'"); }
+    void ResetResults(TextView) override {}
+    void AddResultLine(TextView, int32_t, int32_t, bool) override {}
     void Properties(mvDocument&) override { journal.Add(u"properties"); }
     void Settings(int32_t page) override { journal.Add(u"settings " + Decimal(page)); }
     void About() override { journal.Add(u"about"); }

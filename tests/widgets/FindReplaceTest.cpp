@@ -111,7 +111,7 @@ protected:
         plain.matchCase = now.matchCase;
         plain.wholeWord = now.wholeWord;
         selected ? plain.InSelection(kSelected[0], kSelected[1]) : plain.FromCaret(now.caret);
-        beeps = 0;
+        boxes.beeps = 0;
     }
 
     std::vector<std::vector<Text>> Texts()
@@ -146,11 +146,11 @@ protected:
         Boxes said = boxes.Take();
         EXPECT_EQ(said, wanted_.boxes);
         EXPECT_EQ(Status(), ToQString(wanted_.status));
-        EXPECT_EQ(beeps, wanted_.beeps);
+        EXPECT_EQ(boxes.beeps, wanted_.beeps);
         for (const ShownBox& box : said) seen_.insert(box.text);
         if (!wanted_.status.empty()) seen_.insert(wanted_.status);
         wanted_ = {};
-        beeps = 0;
+        boxes.beeps = 0;
     }
     void ExpectHitShown()
     {

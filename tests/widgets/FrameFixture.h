@@ -35,9 +35,9 @@ struct FrameFixture : testing::Test, ViewFactory {
     frmMain frame;
     Program program{{connection, boxes, frame, *this, fonts, clipboard, parts, time, &trace}};
 
-    std::unique_ptr<clsDocView> CreateView(mvDocument&) override
+    std::unique_ptr<clsDocView> CreateView(mvDocument& document) override
     {
-        return std::make_unique<frmDocument>(frame, clipboard);
+        return std::make_unique<frmDocument>(frame, clipboard, document);
     }
 
     void SetUp() override
@@ -73,7 +73,11 @@ struct FrameFixture : testing::Test, ViewFactory {
         for (int i = 0; i < count; ++i) forms.push_back(&New());
         return forms;
     }
-    void Settle() { QApplication::processEvents(); }
+    void Settle()
+    {
+        QApplication::processEvents();
+        time.Advance({});
+    }
     SourceViewWidget& TextOf(frmDocument& form) { return *form.SubWindow()->findChild<SourceViewWidget*>(); }
     void Load(frmDocument& form, TextView text)
     {

@@ -17,21 +17,19 @@
 
 namespace nib::test {
 
-struct SearchFrame : FrameFixture, SearchForms, SearchHost {
+struct SearchFrame : FrameFixture, SearchForms {
     std::unique_ptr<ResultsModel> resultsModel;
     std::unique_ptr<frmResults> results;
     std::unique_ptr<FindEngine> engine;
     std::unique_ptr<frmFind> dialog;
-    int32_t beeps = 0;
 
     void Start() override
     {
         frame.Ports().search = this;
         FrameFixture::Start();
-        resultsModel = std::make_unique<ResultsModel>(program.Services(), *this);
+        resultsModel = std::make_unique<ResultsModel>(program.Services());
         results = std::make_unique<frmResults>(*resultsModel, store, &frame);
-        engine =
-            std::make_unique<FindEngine>(program.Services(), *this, *results, program.EditorSettings().RecentSearches);
+        engine = std::make_unique<FindEngine>(program.Services(), *results, program.EditorSettings().RecentSearches);
         dialog = std::make_unique<frmFind>(*engine, &frame);
     }
     void TearDown() override
@@ -43,12 +41,10 @@ struct SearchFrame : FrameFixture, SearchForms, SearchHost {
         FrameFixture::TearDown();
     }
 
-    // SearchForms, SearchHost
+    // SearchForms
     void Find() override { dialog->Find(); }
     void FindNext() override { dialog->FindNext(); }
     void Replace() override { dialog->Replace(); }
-    int32_t ActiveDocument() const override { return frame.ActiveDocument(); }
-    void Beep() override { ++beeps; }
 
     /// Brings the document to the front and calls for the dialog by its key.
     void Open(frmDocument& form, bool replace)

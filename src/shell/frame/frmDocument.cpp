@@ -15,14 +15,12 @@ namespace nib {
 namespace {
 
 constexpr int kFocusRetry = 50;
-/// Digits of the line numbers and a blank; the block column takes two more.
-constexpr int32_t kMargin = 5;
-constexpr int32_t kBlockColumn = 2;
 
 } // namespace
 
-frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard)
-    : mainWindow_(mainWindow), lexer_(&mainWindow.Owner().Log())
+frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard, mvDocument& document)
+    : mainWindow_(mainWindow), lexer_(&mainWindow.Owner().Log()), document_(&document),
+      documentId_(document.DocumentID())
 {
     Program& program = mainWindow_.Owner();
     program.Log().Write(u"frmdocument initialize begin", trace::kObjects);
@@ -37,27 +35,22 @@ frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard)
 
 frmDocument::~frmDocument()
 {
+    document_ = nullptr; // which may be in its own end
+    window_->hide();
     Model().SetEvents(nullptr);
     window_->Detach();
     // The widget refers to this object's text: it goes first, the empty frame when Qt is back in its loop.
     delete widget_;
     mainWindow_.RemoveChild(*this);
-    window_->hide();
     window_->deleteLater();
     mainWindow_.Owner().Log().Write(u"frmdocument terminate", trace::kObjects);
 }
 
 void frmDocument::Load()
 {
-    const MvEdit& settings = mainWindow_.Owner().EditorSettings();
-    Model().SetLineWrap(settings.LineWrap);
-    lexer_.SetHighlight(settings.Highlight);
-    lexer_.SetKeywords(settings.Keywords);
     buffer_.SetLexer(&lexer_);
     print_ = std::make_unique<PrintClass>(Model(), mainWindow_.Owner().Log(), ShortDate);
     Model().SetDrawHandler(print_.get());
-    Model().SetMarginWidth(kMargin + (settings.CollapseBlocks ? kBlockColumn : 0));
-    Model().SetShowBlocks(settings.CollapseBlocks);
 }
 
 void frmDocument::Connect()
@@ -110,18 +103,14 @@ void frmDocument::Activate()
 
 void frmDocument::Show()
 {
-    SetVisible(true);
+    if (Visible()) return;
+    mainWindow_.ShowChild(*this);
+    FocusText();
 }
 
-bool frmDocument::QueryUnload(int32_t mode)
+void frmDocument::QueryUnload()
 {
-    if ((mode != 0 && mode != 4) || !document_) return false;
-    return !mainWindow_.Owner().Files().FileClose(*document_);
-}
-
-void frmDocument::Unload()
-{
-    window_->hide();
+    if (document_) mainWindow_.Owner().Files().FileClose(*document_);
 }
 
 void frmDocument::SetTitle(TextView title)
@@ -130,17 +119,6 @@ void frmDocument::SetTitle(TextView title)
     window_->setWindowTitle(PlainTitle(title_));
     widget_->setAccessibleName(ToQString(title_));
     mainWindow_.ChildTitleChanged(*this);
-}
-
-void frmDocument::SetVisible(bool visible)
-{
-    if (!visible) {
-        window_->hide();
-        return;
-    }
-    if (Visible()) return;
-    mainWindow_.ShowChild(*this);
-    FocusText();
 }
 
 bool frmDocument::Visible() const

@@ -18,32 +18,24 @@ namespace nib {
 
 class DocumentWindow;
 class frmMain;
+class mvDocument;
 class SourceViewWidget;
 
 /// The window class behind clsDocView. Qt owns the visible part, the document owns this object; when the document lets
 /// it go, the window goes too.
 class frmDocument final : public clsDocView, public ViewEvents {
 public:
-    frmDocument(frmMain& mainWindow, Clipboard& clipboard);
+    frmDocument(frmMain& mainWindow, Clipboard& clipboard, mvDocument& document);
     ~frmDocument() override;
 
     // clsDocView
     void Activate() override;
     void Show() override;
-    bool QueryUnload(int32_t mode) override;
-    void Unload() override;
+    void QueryUnload() override;
     SourceView& txtText() override;
     LexClass* Lexer() override { return &lexer_; }
     void SetTitle(TextView title) override;
-    Text Title() const override { return title_; }
-    void SetViewObject(mvDocument* document) override { document_ = document; }
-    mvDocument* ViewObject() const override { return document_; }
-    void SetAutoSaveFlag(bool flag) override { autoSaveFlag_ = flag; }
     bool AutoSaveFlag() const override { return autoSaveFlag_; }
-    void SetTag(TextView tag) override { tag_ = tag; }
-    Text Tag() const override { return tag_; }
-    void SetVisible(bool visible) override;
-    bool Visible() const override;
     void SetWindowState(int32_t state) override;
     int32_t WindowState() const override;
     bool IsActive() const override;
@@ -55,6 +47,11 @@ public:
     void OvertypeChanged(bool overtype) override;
 
     // For the frame
+    /// Null once the document lets it go.
+    mvDocument* ViewObject() const { return document_; }
+    int32_t DocumentID() const { return documentId_; }
+    Text Title() const { return title_; }
+    bool Visible() const;
     QMdiSubWindow* SubWindow() const;
     /// The window has come to the front, or another has taken its place there.
     void Activated();
@@ -75,7 +72,6 @@ private:
     void Insert(bool subValue);
     void ClearTarget();
     HitKind HitAt(Position at);
-    void MousePressed();
     void MouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at);
     void FollowTarget();
 
@@ -85,10 +81,10 @@ private:
     DocumentWindow* window_ = nullptr;   ///< owned by the MDI area, deleted with this object
     SourceViewWidget* widget_ = nullptr; ///< owned by window_
     std::unique_ptr<PrintClass> print_;
-    mvDocument* document_ = nullptr;
+    mvDocument* document_;
+    const int32_t documentId_;
     QTimer focusTimer_;
     Text title_;
-    Text tag_;
     Position lastMouse_; ///< where the left button was last released
     int32_t lastState_ = 0;
     bool doubleClicked_ = false; ///< the next release of the button acts

@@ -56,7 +56,7 @@ void DocumentWindow::closeEvent(QCloseEvent* event)
 {
     // Closing the document destroys the form and schedules this window's end; the event itself closes nothing.
     event->ignore();
-    if (form_) form_->QueryUnload(0);
+    if (form_) form_->QueryUnload();
 }
 
 void DocumentWindow::changeEvent(QEvent* event)

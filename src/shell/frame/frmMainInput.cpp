@@ -25,6 +25,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event)
 {
     QEvent::Type type = event->type();
     bool asking = type == QEvent::ShortcutOverride;
+    if (asking || type == QEvent::MouseButtonPress) program_->ShowChanges();
     if ((!asking && type != QEvent::KeyPress && type != QEvent::KeyRelease) || !watched->isWidgetType())
         return QMainWindow::eventFilter(watched, event);
     auto* key = static_cast<QKeyEvent*>(event);
@@ -100,7 +101,7 @@ void frmMain::FreeStuckFocus()
 void frmMain::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow()) UpdateToolBar();
+    if (event->type() == QEvent::ActivationChange && loaded_ && isActiveWindow()) program_->StateChanged();
     // A maximised child window writes into the title what it makes of it.
     if (event->type() == QEvent::WindowTitleChange && loaded_) UpdateCaption();
 }

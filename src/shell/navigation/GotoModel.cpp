@@ -33,7 +33,8 @@ void GotoModel::GetLabels()
     Guarded(
         services_.log, u"frmGoto.GetLabels",
         [&] {
-            if (auto document = ActiveDocument()) labels_ = Split(document->BuildLabelTable().Extract({1}), kValueMark);
+            if (auto document = ActiveDocument())
+                for (const Label& label : document->Labels()) labels_.push_back(label.name);
         },
         [&](const Error& error) { services_.shell.ReportError(error.description); });
 }

@@ -48,7 +48,6 @@ bool NavigationHistory::RecordPosition(mvDocument* document, bool throttled)
     if (!position) return false;
     forwardCount_ = 0;
     Store(*position);
-    services_.shell.UpdateToolBar();
     return true;
 }
 
@@ -73,7 +72,6 @@ bool NavigationHistory::NavigateBack(mvDocument* document)
         forwardSlot_ = Before(forwardSlot_);
         ++forwardCount_;
     }
-    services_.shell.UpdateToolBar();
     return moved;
 }
 
@@ -84,7 +82,6 @@ bool NavigationHistory::NavigateForward(mvDocument* document)
     if (!present) return false;
     bool moved = StepForward();
     if (moved) Store(*present);
-    services_.shell.UpdateToolBar();
     return moved;
 }
 
