@@ -1,6 +1,7 @@
 #include "shell/HitTest.h"
 
 #include "documents/LabelScan.h"
+#include "text/SourceView.h"
 
 #include <algorithm>
 #include <optional>
@@ -147,13 +148,12 @@ bool FindInclude(const ClickedLine& line, Hit& hit)
     return true;
 }
 
-void FindBlock(uint32_t control, int32_t line, Hit& hit)
+void FindBlock(uint32_t control, Hit& hit)
 {
     uint32_t block = control & line_bits::kBlockMask;
     if (block == 0) return;
     bool collapsed = (block & line_bits::kBlockStateMask) == line_bits::kBlockCollapsed;
     hit.kind = collapsed ? HitKind::ClosedBlock : HitKind::OpenBlock;
-    hit.Target = (collapsed ? u"+" : u"-") + Decimal(line);
 }
 
 } // namespace
@@ -167,7 +167,7 @@ Hit HitTest(SourceView& view, Position at)
     ClickedLine line(view, at);
     if (FindLabel(line, document.GetLineData(at.line, LineWord::Lexer), hit)) return hit;
     if (!FindCall(line, hit) && !FindInclude(line, hit))
-        FindBlock(document.GetLineData(at.line, LineWord::Control), at.line, hit);
+        FindBlock(document.GetLineData(at.line, LineWord::Control), hit);
     return hit;
 }
 

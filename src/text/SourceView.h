@@ -238,10 +238,6 @@ public:
     /// Types a text at the caret as the user would, replacing the selection.
     virtual void TypeText(TextView text) = 0;
 
-    virtual ISourceDraw2* DrawHandler() const = 0;
-    virtual void SetDrawHandler(ISourceDraw2* handler) = 0;
-    virtual void Print() = 0;
-
     /// Runs the lexer over `line` and finds the token at or behind column `position`; false at the end of the line.
     virtual bool NextToken(int32_t line, int32_t position, Token& token) = 0;
 };

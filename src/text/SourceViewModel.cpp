@@ -222,11 +222,6 @@ void SourceViewModel::SetShowBlocks(bool show)
     if (std::exchange(showBlocks_, show) != show) host_->AppearanceChanged();
 }
 
-void SourceViewModel::Print()
-{
-    host_->Print();
-}
-
 bool SourceViewModel::NextToken(int32_t line, int32_t position, Token& token)
 {
     if (line < 0 || line >= buffer_.LineCount()) return false;

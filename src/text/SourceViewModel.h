@@ -23,7 +23,6 @@ public:
     virtual void SelectionChanged(int32_t /*firstLine*/, int32_t /*lastLine*/) {}
     /// Font, colours, wrap, margin: everything must be measured again.
     virtual void AppearanceChanged() {}
-    virtual void Print() {}
     /// Where a caret comes that moves by rows as they are shown (wrapped lines have several); `goal` is the place
     /// across that it aims at, in the host's measure, negative to take it from `at`. False: the view goes by lines and
     /// columns.
@@ -118,9 +117,6 @@ public:
     void DeleteLine() override;
     void SelectAll() override;
     void TypeText(TextView text) override;
-    ISourceDraw2* DrawHandler() const override { return drawHandler_; }
-    void SetDrawHandler(ISourceDraw2* handler) override { drawHandler_ = handler; }
-    void Print() override;
     bool NextToken(int32_t line, int32_t position, Token& token) override;
 
     // Commands of keyboard and mouse
@@ -192,7 +188,6 @@ private:
     SourceFont font_;
     TokenStyleTable screenStyles_;
     TokenStyleTable printStyles_;
-    ISourceDraw2* drawHandler_ = nullptr;
     int32_t backColor_ = static_cast<int32_t>(0x80000005);
     int32_t marginWidth_ = 5;
     bool showBlocks_ = false;

@@ -3,7 +3,6 @@
 
 #include "documents/clsDocView.h"
 #include "editing/LexClass.h"
-#include "printing/PrintClass.h"
 #include "shell/HitTest.h"
 #include "text/SourceViewModel.h"
 
@@ -76,7 +75,6 @@ private:
     void Insert(bool subValue);
     void ClearTarget();
     HitKind HitAt(Position at);
-    void MousePressed();
     void MouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at);
     void FollowTarget();
 
@@ -85,7 +83,6 @@ private:
     SourceBuffer buffer_;
     DocumentWindow* window_ = nullptr;   ///< owned by the MDI area, deleted with this object
     SourceViewWidget* widget_ = nullptr; ///< owned by window_
-    std::unique_ptr<PrintClass> print_;
     mvDocument* document_ = nullptr;
     QTimer focusTimer_;
     Text title_;

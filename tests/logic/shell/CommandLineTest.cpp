@@ -69,20 +69,6 @@ TEST(CommandLineTest, RebuiltLineGivesTheArgumentsBack)
     }
 }
 
-TEST(CommandLineTest, NoLineIsTooOdd)
-{
-    std::mt19937 random(11);
-    const Text pieces[] = {u"/", u"\"", u" ", u"a", u"F=", u"L", u"=", u"/I=", u"/F=\""};
-    for (int32_t round = 0; round < 5000; ++round) {
-        Text line;
-        for (size_t n = random() % 12; n > 0; --n) line += pieces[random() % std::size(pieces)];
-        for (const CommandLineAction& action : ParseCommandLine(line)) {
-            EXPECT_LE(action.value.size(), line.size());
-            EXPECT_TRUE(action.kind != Kind::OpenFile || !action.value.empty()) << ToUtf8(line);
-        }
-    }
-}
-
 } // namespace
 } // namespace test
 } // namespace nib

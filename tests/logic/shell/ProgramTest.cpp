@@ -9,44 +9,28 @@ namespace {
 
 using Lines = std::vector<Text>;
 
-TEST(StartTest, OrderOfAUserStart)
-{
-    TestProgram t;
-    t.Store(kLocal, u"");
-    t.program.Main(StartMode::User, u"/home/x/a.bas");
-    EXPECT_EQ(t.journal.Take(), (Lines{u"LoadSettings", u"Load", u"Show", u"LoadForms", u"ScanRecovery",
-                                       u"status Reading document from host", u"messages"}));
-    EXPECT_EQ(t.fonts.added,
-              (Lines{u"/opt/nib/DejaVuSansMono.ttf", u"/opt/nib/DejaVuSansMono-Bold.ttf",
-                     u"/opt/nib/DejaVuSansMono-BoldOblique.ttf", u"/opt/nib/DejaVuSansMono-Oblique.ttf"}));
-    EXPECT_EQ(t.trace.Take(), (TraceLines{{4, u"parse begin"}, {4, u"command = /home/x/a.bas"}, {4, u"parse end"}}));
-    t.ExpectCalm();
-}
-
 TEST(StartTest, AutomationReadsNoCommandLine)
 {
     TestProgram t;
-    t.program.Main(StartMode::Automation, u"/home/x/a.bas /H=h1");
-    EXPECT_EQ(t.journal.Take(), (Lines{u"LoadSettings", u"Load", u"Show", u"LoadForms"}));
+    Program program(t.Around(t.window, t.views), StartMode::Automation);
+    program.Main(u"/home/x/a.bas /H=h1");
+    EXPECT_EQ(t.journal.Take(), (Lines{u"Load", u"Show", u"LoadForms"}));
     EXPECT_TRUE(t.connection.opens.empty() && t.trace.lines.empty());
-    EXPECT_EQ(t.program.CurrentLocation().ServerName, u"*");
+    EXPECT_EQ(program.CurrentLocation().ServerName, u"*");
     t.ExpectCalm();
 }
 
 TEST(StartTest, AFailingStepEndsTheProgram)
 {
-    for (TextView step : {u"LoadSettings", u"LoadForms", u"ScanRecovery"}) {
-        TestProgram t;
-        t.parts.failing = step;
-        t.program.Main(StartMode::User, u"");
-        EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The Application is unable to start due to the following error:\n" +
-                                          Text(step) + u" failed"}}));
-        EXPECT_EQ(t.trace.Take(), (TraceLines{{1, u"modMain.ParseCmdLine: error=0x47 " + Text(step) + u" failed"}}));
-        EXPECT_TRUE(t.program.IsShuttingDown());
-        EXPECT_TRUE(t.journal.Has(u"SaveSettings"));
-        EXPECT_EQ(t.fonts.removed.size(), 4U);
-        EXPECT_FALSE(t.window.waiting);
-    }
+    TestProgram t;
+    t.dialogs.failing = true;
+    t.program.Main(u"");
+    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The Application is unable to start due to the following error:\nNo forms"}}));
+    EXPECT_EQ(t.trace.Take(), (TraceLines{{1, u"modMain.ParseCmdLine: error=0x47 No forms"}}));
+    EXPECT_TRUE(t.program.IsShuttingDown());
+    EXPECT_TRUE(t.journal.Has(u"UnloadForms"));
+    EXPECT_EQ(t.fonts.removed.size(), 4U);
+    EXPECT_FALSE(t.window.waiting);
 }
 
 TEST(StartTest, DefaultFont)
@@ -67,47 +51,29 @@ TEST(StartTest, DefaultFont)
 TEST(ShutdownTest, OrderAndOnlyOnce)
 {
     TestProgram t;
-    t.program.Main(StartMode::User, u"");
+    t.program.Main(u"");
+    t.program.Automation().Hold(":1.1");
     t.New()->SetText(u"unsaved");
     t.journal.Take();
-    t.window.onUnload = [&] {
-        EXPECT_TRUE(t.program.IsShuttingDown());
-        t.program.Shutdown(); // as the window's own unload does
-    };
+    t.store.written.clear();
+    t.window.onUnload = [&] { t.program.Shutdown(); }; // as the window's own unload does
     t.program.Shutdown();
-    EXPECT_EQ(t.journal.Take(), (Lines{u"EndRecovery", u"Unload", u"UnloadForms", u"SaveSettings",
-                                       u"ReleaseHostConfiguration", u"RaiseQuit"}));
-    EXPECT_EQ(t.fonts.removed.size(), 4U);
-    EXPECT_EQ(t.Documents().Count(), 0);
-    t.program.Shutdown();
-    EXPECT_TRUE(t.journal.lines.empty());
+    EXPECT_EQ(t.journal.Take(), (Lines{u"Unload", u"UnloadForms", u"DocumentClose 1", u"Quit"}));
+    EXPECT_FALSE(t.store.written.empty());
     EXPECT_EQ(t.fonts.removed.size(), 4U);
 }
 
 TEST(ShutdownTest, AnErrorEndsItThere)
 {
     TestProgram t;
-    t.program.Main(StartMode::User, u"");
-    t.parts.failing = u"SaveSettings";
+    t.program.Main(u"");
+    t.program.Automation().Hold(":1.1");
+    t.store.failing = true;
     t.program.Shutdown();
-    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nSaveSettings failed"}}));
-    EXPECT_EQ(t.trace.Take().back(),
-              (std::pair<int32_t, Text>{1, u"modMain.Shutdown: error=0x47 SaveSettings failed"}));
-    EXPECT_FALSE(t.journal.Has(u"RaiseQuit"));
+    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nNot saved"}}));
+    EXPECT_EQ(t.trace.Take().back(), (std::pair<int32_t, Text>{1, u"modMain.Shutdown: error=0x47 Not saved"}));
+    EXPECT_FALSE(t.journal.Has(u"Quit"));
     EXPECT_TRUE(t.fonts.removed.empty());
-}
-
-TEST(ShutdownTest, FontsAreRemovedIfAnyWasAdded)
-{
-    const Lines files{u"/opt/nib/DejaVuSansMono.ttf", u"/opt/nib/DejaVuSansMono-Bold.ttf",
-                      u"/opt/nib/DejaVuSansMono-BoldOblique.ttf", u"/opt/nib/DejaVuSansMono-Oblique.ttf"};
-    for (size_t absent : {3U, 4U}) {
-        TestProgram t;
-        t.fonts.absent = {files.begin(), files.begin() + static_cast<std::ptrdiff_t>(absent)};
-        t.program.Main(StartMode::Automation, u"");
-        t.program.Shutdown();
-        EXPECT_EQ(t.fonts.removed, absent == 3 ? files : Lines{});
-    }
 }
 
 struct CommandLineStart : testing::Test {
@@ -115,7 +81,7 @@ struct CommandLineStart : testing::Test {
 
     void Start(TextView line)
     {
-        t.program.Main(StartMode::User, line);
+        t.program.Main(line);
         t.trace.Take();
     }
 };
@@ -149,7 +115,7 @@ TEST_F(CommandLineStart, AnItemTakesTheSwitchesBeforeIt)
     EXPECT_EQ(t.Titles(), Lines{u"MY FILE PROG1 on server1"});
     EXPECT_EQ(t.Recent(), Lines{u"mvdb:*/*/MY%20FILE/PROG1"});
     EXPECT_EQ(t.program.CurrentLocation().Database, u"ACC");
-    EXPECT_TRUE(t.journal.Has(u"LoadHostConfiguration"));
+    EXPECT_FALSE(t.Store().session.asked.empty()) << "for the host's configuration";
 }
 
 TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)
@@ -157,19 +123,9 @@ TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)
     t.Store(kMain, u"");
     t.Store(kOther, u"");
     Start(u"/A=DEMO /F=BP /I=MAIN /I=OTHER");
-    auto lines = t.journal.Take();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), u"LoadHostConfiguration"), 1);
+    auto& asked = t.Store().session.asked;
+    EXPECT_EQ(std::count(asked.begin(), asked.end(), u"NIB 2"), 1);
     EXPECT_EQ(t.Documents().Count(), 2);
-}
-
-TEST_F(CommandLineStart, TheHostConfigurationIsAskedForUntilItIsLoaded)
-{
-    t.Store(kMain, u"");
-    t.Store(kOther, u"");
-    t.parts.configures = false;
-    Start(u"/H=* /A=DEMO /F=BP /I=MAIN /I=OTHER");
-    auto lines = t.journal.Take();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), u"LoadHostConfiguration"), 3);
 }
 
 TEST_F(CommandLineStart, OddLinesOpenNothing)
@@ -202,12 +158,12 @@ TEST(LearnAccountTest, FromTheConnectedServer)
         TestProgram t;
         t.Store().session.account = row.account;
         if (row.fails) t.Store().session.failure = Error{error_number::kStorage, u"no"};
-        t.program.Main(StartMode::User, row.line);
+        t.program.Main(row.line);
         EXPECT_EQ(t.program.CurrentLocation().Database, row.database);
-        EXPECT_EQ(t.journal.Has(u"LoadHostConfiguration"), !row.line.empty());
+        EXPECT_EQ(t.Store().session.asked.empty(), row.database.empty());
         EXPECT_EQ(t.trace.lines.back().second, u"parse end");
         if (!row.line.empty()) {
-            EXPECT_EQ(t.connection.opens.back().path, u"mvdb:h1");
+            EXPECT_EQ(t.connection.opens.front().path, u"mvdb:h1");
         }
     }
 }
@@ -216,10 +172,10 @@ TEST(ParseFailureTest, IsReportedAndTheProgramGoesOn)
 {
     TestProgram t;
     t.Store(kMain, u"");
-    t.parts.failing = u"LoadHostConfiguration";
-    t.program.Main(StartMode::User, u"/A=DEMO /F=BP /I=MAIN");
-    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nLoadHostConfiguration failed"}}));
-    EXPECT_EQ(t.trace.lines.back().second, u"modMain.ParseCmdLine: error=0x47 LoadHostConfiguration failed");
+    t.connection.openFailures = {Error{71, u"No host"}};
+    t.program.Main(u"/A=DEMO /F=BP /I=MAIN");
+    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nNo host"}}));
+    EXPECT_EQ(t.trace.lines.back().second, u"modMain.ParseCmdLine: error=0x47 No host");
     EXPECT_FALSE(t.program.IsShuttingDown());
 }
 
