@@ -1,6 +1,5 @@
 // The composition root: the only place that knows which implementation stands behind which port.
 
-#include "app/CommandLineHelp.h"
 #include "app/ProgramDialogs.h"
 #include "app/SettingsFiles.h"
 #include "automation/DBusServer.h"
@@ -34,6 +33,7 @@
 
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -56,11 +56,22 @@ private:
     Clipboard& clipboard_;
 };
 
-std::vector<Text> Arguments(const QStringList& all)
+/// Not as Qt has them, which loses bytes that are no UTF-8.
+std::vector<Text> Arguments(int argc, const char* const* argv)
 {
     std::vector<Text> arguments;
-    for (const QString& argument : all.mid(1)) arguments.push_back(ToText(argument));
+    for (int i = 1; i < argc; ++i) arguments.push_back(FromFileName(argv[i]));
     return arguments;
+}
+
+/// Behind the window system's own options, which it has taken out.
+CommandLine ReadCommandLine(int argc, const char* const* argv)
+{
+    CommandLine line = ParseArguments(Arguments(argc, argv),
+                                      [](TextView path) { return access(ToFileName(path).c_str(), F_OK) == 0; });
+    for (const Text& word : line.unknown)
+        std::fprintf(stderr, "nibpad71: unknown switch %s\n", ToFileName(word).c_str());
+    return line;
 }
 
 /// The bus names itself to the services that it starts, and hands them no arguments. A terminal or file manager that it
@@ -107,7 +118,7 @@ void UseDesktopIdentity()
 
 int main(int argc, char** argv)
 {
-    if (AnswersOnTerminal(argc, argv)) return EXIT_SUCCESS;
+    if (AnswersOnTerminal(Arguments(argc, argv))) return EXIT_SUCCESS;
 
     QApplication::setApplicationName(QStringLiteral("nibpad71"));
     QApplication::setApplicationVersion(QStringLiteral(NIB_VERSION));
@@ -148,7 +159,7 @@ int main(int argc, char** argv)
                      copies, states, token, FromFileName(LocalDataFolder()), &trace},
                     mode);
     Serving serving(server, program);
-    program.Main(RebuildCommandLine(Arguments(QApplication::arguments())));
+    program.Main(ReadCommandLine(argc, argv));
     if (program.IsShuttingDown()) return EXIT_SUCCESS;
     if (!sampleFault.empty()) program.ReportError(sampleFault);
     server.Ready();

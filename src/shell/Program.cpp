@@ -46,18 +46,18 @@ Program::~Program()
     for (auto& document : openDocuments_.All()) IgnoringErrors([&] { document->FileClose(false); });
 }
 
-void Program::Main(TextView commandLine)
+void Program::Main(const CommandLine& line)
 {
     // The name in the log is the one that the command line uses too: whoever reads it looks for both at once.
     Guarded(
-        log_, u"modMain.ParseCmdLine", [&] { Start(commandLine); },
+        log_, u"modMain.ParseCmdLine", [&] { Start(line); },
         [&](const Error& error) {
             ShowMessage(u"The Application is unable to start due to the following error:\n" + error.description, 0);
             Shutdown();
         });
 }
 
-void Program::Start(TextView commandLine)
+void Program::Start(const CommandLine& line)
 {
     InstallFonts();
     log_.Write(u"documents initialize", trace::kObjects);
@@ -70,7 +70,7 @@ void Program::Start(TextView commandLine)
     ports_.dialogs.Load(*this);
     if (mode_ == StartMode::Automation) return;
     recovery_.CheckAutoRecover();
-    ParseCmdLine(commandLine);
+    ParseCmdLine(line);
 }
 
 void Program::LoadSettings()
@@ -80,22 +80,22 @@ void Program::LoadSettings()
     if (settings_.FontName.empty()) settings_.FontName = DefaultFontName();
 }
 
-void Program::ParseCmdLine(TextView line)
+void Program::ParseCmdLine(const CommandLine& line)
 {
     log_.Write(u"parse begin", trace::kCommandLine);
-    log_.Write([&] { return u"command = " + Text(line); }, trace::kCommandLine);
+    log_.Write([&] { return u"command = " + line.text; }, trace::kCommandLine);
     Safely(u"modMain.ParseCmdLine", [&] {
         OpenFromCommandLine(line);
         log_.Write(u"parse end", trace::kCommandLine);
     });
 }
 
-void Program::OpenFromCommandLine(TextView line)
+void Program::OpenFromCommandLine(const CommandLine& line)
 {
     using Kind = CommandLineAction::Kind;
     bool readOnly = false;
     bool hostGiven = false;
-    for (const CommandLineAction& action : ParseCommandLine(line)) {
+    for (const CommandLineAction& action : line.actions) {
         switch (action.kind) {
         case Kind::Provider: location_.Provider = action.value; break;
         case Kind::Server:

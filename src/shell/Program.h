@@ -50,7 +50,7 @@ public:
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    void Main(TextView commandLine);
+    void Main(const CommandLine& line);
     /// Runs its body once, however often it is called.
     void Shutdown();
     bool IsShuttingDown() const { return shuttingDown_; }
@@ -119,10 +119,10 @@ private:
     std::unique_ptr<clsDocView> CreateView(mvDocument& document) override;
 
     void AutoSaveTimer_Timer();
-    void Start(TextView commandLine);
+    void Start(const CommandLine& line);
     void LoadSettings();
-    void ParseCmdLine(TextView line);
-    void OpenFromCommandLine(TextView line);
+    void ParseCmdLine(const CommandLine& line);
+    void OpenFromCommandLine(const CommandLine& line);
     void LearnAccount();
     void InstallFonts();
     void UninstallFonts();

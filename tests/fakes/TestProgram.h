@@ -62,6 +62,12 @@ struct TestProgram : Surroundings {
     }
 };
 
+/// A start with these arguments, none of them a file that is there.
+inline CommandLine Arguments(const std::vector<Text>& words)
+{
+    return ParseArguments(words, [](TextView) { return false; });
+}
+
 /// A place for host items of the tests.
 inline const Text kMain = u"mvdb:*/DEMO/BP/MAIN";
 inline const Text kOther = u"mvdb:*/DEMO/BP/OTHER";

@@ -36,7 +36,7 @@ struct FrameFixture : testing::Test, Surroundings, ViewFactory {
     }
     virtual void Start()
     {
-        program.Main(u"");
+        program.Main({});
         frame.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
     }

@@ -333,9 +333,10 @@ TEST_F(FrameTest, DroppedFilesOpenAndTheRestIsToldOf)
     QTemporaryDir folder;
     Text path = folder.filePath(QStringLiteral("a.bas")).toStdU16String();
     connection.store.items[u"file:" + path] = {u"PRINT", false};
+    connection.store.items[connection.ComposeFilePath(u"/x/caf\xDCE9")] = {u"PRINT", false};
     Drop({QUrl::fromLocalFile(QString::fromStdU16String(path)), QUrl::fromLocalFile(folder.path()),
-          QUrl(QStringLiteral("http://host/b.bas")), QUrl()});
-    EXPECT_EQ(program.OpenDocuments().Count(), 1);
+          QUrl(QStringLiteral("http://host/b.bas")), QUrl(), QUrl::fromEncoded("file:///x/caf%E9")});
+    EXPECT_EQ(program.OpenDocuments().Count(), 2) << "also one whose name is no UTF-8";
     auto shown = boxes.Take();
     ASSERT_EQ(shown.size(), 1U);
     EXPECT_NE(shown[0].text.find(folder.path().toStdU16String()), Text::npos);

@@ -192,7 +192,7 @@ TEST_F(AutoSaveTest, OnlyTheLastGuardGivenOutCanBeReleased)
 TEST_F(AutoSaveTest, TheProgramGuardsItsHostCalls)
 {
     auto& t = session->t;
-    t.program.Main(u"");
+    t.program.Main({});
     mvDocument& document = session->Changed(u"unsaved");
     t.Store(kOther, u"");
     t.Store().whileBusy = [&] {
@@ -214,7 +214,7 @@ TEST_F(AutoSaveTest, TheProgramGuardsItsHostCalls)
 TEST_F(AutoSaveTest, APassRunsEveryFiveMinutesAndOnlyThen)
 {
     auto& t = session->t;
-    t.program.Main(u"");
+    t.program.Main({});
     mvDocument& document = session->Changed(u"first");
     t.clock.Advance(5min - 1ms);
     EXPECT_EQ(Names(), Strings());

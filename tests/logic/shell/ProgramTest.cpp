@@ -13,7 +13,7 @@ TEST(StartTest, AutomationReadsNoCommandLine)
 {
     TestProgram t;
     Program program(t.Around(t.window, t.views), StartMode::Automation);
-    program.Main(u"/home/x/a.bas /H=h1");
+    program.Main(Arguments({u"/home/x/a.bas", u"/H=h1"}));
     EXPECT_EQ(t.journal.Take(), (Lines{u"Load", u"Show", u"LoadForms"}));
     EXPECT_TRUE(t.connection.opens.empty() && t.trace.lines.empty());
     EXPECT_EQ(program.CurrentLocation().ServerName, u"*");
@@ -24,7 +24,7 @@ TEST(StartTest, AFailingStepEndsTheProgram)
 {
     TestProgram t;
     t.dialogs.failing = true;
-    t.program.Main(u"");
+    t.program.Main({});
     EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The Application is unable to start due to the following error:\nNo forms"}}));
     EXPECT_EQ(t.trace.Take(), (TraceLines{{1, u"modMain.ParseCmdLine: error=0x47 No forms"}}));
     EXPECT_TRUE(t.program.IsShuttingDown());
@@ -51,7 +51,7 @@ TEST(StartTest, DefaultFont)
 TEST(ShutdownTest, OrderAndOnlyOnce)
 {
     TestProgram t;
-    t.program.Main(u"");
+    t.program.Main({});
     t.program.Automation().Hold(":1.1");
     t.New()->SetText(u"unsaved");
     t.journal.Take();
@@ -66,7 +66,7 @@ TEST(ShutdownTest, OrderAndOnlyOnce)
 TEST(ShutdownTest, AnErrorEndsItThere)
 {
     TestProgram t;
-    t.program.Main(u"");
+    t.program.Main({});
     t.program.Automation().Hold(":1.1");
     t.store.failing = true;
     t.program.Shutdown();
@@ -79,9 +79,9 @@ TEST(ShutdownTest, AnErrorEndsItThere)
 struct CommandLineStart : testing::Test {
     TestProgram t;
 
-    void Start(TextView line)
+    void Start(const Lines& words)
     {
-        t.program.Main(line);
+        t.program.Main(Arguments(words));
         t.trace.Take();
     }
 };
@@ -89,7 +89,7 @@ struct CommandLineStart : testing::Test {
 TEST_F(CommandLineStart, FirstDocumentIsActiveAndReadOnlyHoldsFromItsPlaceOn)
 {
     for (TextView path : {u"file:/x/a b.txt", u"file:/x/d.txt", u"file:/x/e.txt"}) t.Store(Text(path), u"");
-    Start(u"\"/x/a b.txt\" /L /x/d.txt /x/e.txt");
+    Start({u"/x/a b.txt", u"/L", u"/x/d.txt", u"/x/e.txt"});
     EXPECT_EQ(t.Titles(), (Lines{u"a b.txt", u"d.txt (Read only)", u"e.txt (Read only)"}));
     EXPECT_EQ(t.window.activeDocument, 1);
     EXPECT_EQ(t.Recent(), (Lines{u"file:/x/e.txt", u"file:/x/d.txt", u"file:/x/a b.txt"}));
@@ -99,7 +99,7 @@ TEST_F(CommandLineStart, AFailingDocumentIsSkipped)
 {
     t.Store(u"file:/x/b", u"");
     t.StoreFolder(u"file:/x/a");
-    Start(u"/x/a /x/b");
+    Start({u"/x/a", u"/x/b"});
     EXPECT_EQ(t.boxes.Take(),
               Boxes{Warning(u"Unable to open item /x/a because it appears to be a folder or file definition.")});
     EXPECT_EQ(t.Titles(), Lines{u"b"});
@@ -111,7 +111,7 @@ TEST_F(CommandLineStart, AnItemTakesTheSwitchesBeforeIt)
 {
     t.Store(u"mvdb:h1/ACC/MY%20FILE/PROG1", u"");
     t.Store().session.account = u"LOGIN";
-    Start(u"/h=h1 /A=ACC /F=\"MY FILE\" /I=PROG1");
+    Start({u"/h=h1", u"/A=ACC", u"/F=MY FILE", u"/I=PROG1"});
     EXPECT_EQ(t.Titles(), Lines{u"MY FILE PROG1 on server1"});
     EXPECT_EQ(t.Recent(), Lines{u"mvdb:*/*/MY%20FILE/PROG1"});
     EXPECT_EQ(t.program.CurrentLocation().Database, u"ACC");
@@ -122,7 +122,7 @@ TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)
 {
     t.Store(kMain, u"");
     t.Store(kOther, u"");
-    Start(u"/A=DEMO /F=BP /I=MAIN /I=OTHER");
+    Start({u"/A=DEMO", u"/F=BP", u"/I=MAIN", u"/I=OTHER"});
     auto& asked = t.Store().session.asked;
     EXPECT_EQ(std::count(asked.begin(), asked.end(), u"NIB 2"), 1);
     EXPECT_EQ(t.Documents().Count(), 2);
@@ -130,16 +130,16 @@ TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)
 
 TEST_F(CommandLineStart, OddLinesOpenNothing)
 {
-    for (TextView line : {u"", u"/L", u"/X=1 /Y"}) Start(line);
+    for (const Lines& words : {Lines{}, {u"/L"}, {u"/X=1", u"/Y"}}) Start(words);
     EXPECT_EQ(t.Documents().Count(), 0);
     t.Store(kLocal, u"");
-    Start(u"/home/x/a.bas");
+    Start({u"/home/x/a.bas"});
     EXPECT_EQ(t.Titles(), Lines{u"a.bas"}) << "/L of another line is forgotten";
 }
 
 struct AccountRow {
     const char* name;
-    Text line;
+    Lines words;
     Text account;
     bool fails;
     Text database;
@@ -147,22 +147,22 @@ struct AccountRow {
 
 TEST(LearnAccountTest, FromTheConnectedServer)
 {
-    const AccountRow rows[] = {{"learned", u"/H=h1", u"LOGIN", false, u"LOGIN"},
-                               {"given", u"/H=h1 /A=MINE", u"LOGIN", false, u"MINE"},
-                               {"given behind", u"/A=MINE /H=h1", u"LOGIN", false, u"MINE"},
-                               {"no name", u"/H=h1", u"", false, u""},
-                               {"fails", u"/H=h1", u"LOGIN", true, u""},
-                               {"no host", u"", u"LOGIN", false, u""}};
+    const AccountRow rows[] = {{"learned", {u"/H=h1"}, u"LOGIN", false, u"LOGIN"},
+                               {"given", {u"/H=h1", u"/A=MINE"}, u"LOGIN", false, u"MINE"},
+                               {"given behind", {u"/A=MINE", u"/H=h1"}, u"LOGIN", false, u"MINE"},
+                               {"no name", {u"/H=h1"}, u"", false, u""},
+                               {"fails", {u"/H=h1"}, u"LOGIN", true, u""},
+                               {"no host", {}, u"LOGIN", false, u""}};
     for (const AccountRow& row : rows) {
         SCOPED_TRACE(row.name);
         TestProgram t;
         t.Store().session.account = row.account;
         if (row.fails) t.Store().session.failure = Error{error_number::kStorage, u"no"};
-        t.program.Main(row.line);
+        t.program.Main(Arguments(row.words));
         EXPECT_EQ(t.program.CurrentLocation().Database, row.database);
         EXPECT_EQ(t.Store().session.asked.empty(), row.database.empty());
         EXPECT_EQ(t.trace.lines.back().second, u"parse end");
-        if (!row.line.empty()) {
+        if (!row.words.empty()) {
             EXPECT_EQ(t.connection.opens.front().path, u"mvdb:h1");
         }
     }
@@ -173,7 +173,7 @@ TEST(ParseFailureTest, IsReportedAndTheProgramGoesOn)
     TestProgram t;
     t.Store(kMain, u"");
     t.connection.openFailures = {Error{71, u"No host"}};
-    t.program.Main(u"/A=DEMO /F=BP /I=MAIN");
+    t.program.Main(Arguments({u"/A=DEMO", u"/F=BP", u"/I=MAIN"}));
     EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nNo host"}}));
     EXPECT_EQ(t.trace.lines.back().second, u"modMain.ParseCmdLine: error=0x47 No host");
     EXPECT_FALSE(t.program.IsShuttingDown());
