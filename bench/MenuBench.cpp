@@ -1,6 +1,8 @@
 // The state of all commands, computed afresh: it runs after every change of the selection.
 
 #include "hosts/PathString.h"
+#include "platform/posix/PosixFileStates.h"
+#include "platform/posix/PosixFileTransfer.h"
 #include "shell/MenuDispatcher.h"
 #include "shell/Program.h"
 #include "text/SourceView.h"
@@ -10,7 +12,18 @@
 namespace nib::bench {
 namespace {
 
-struct Silent final : mvConnection, MessageBoxes, MainWindow, ViewFactory, Fonts, Clipboard, Timers, MenuBar {
+struct Silent final : mvConnection,
+                      MessageBoxes,
+                      MainWindow,
+                      Dialogs,
+                      AutomationEvents,
+                      ViewFactory,
+                      Fonts,
+                      Clipboard,
+                      Timers,
+                      SettingsStore,
+                      SessionToken,
+                      MenuBar {
     // mvConnection
     SelectedItem SelectItem(const SelectRequest&, mvItem*) override { return {}; }
     std::vector<SelectedItem> SelectItems(const SelectRequest&, mvItem*) override { return {}; }
@@ -21,17 +34,38 @@ struct Silent final : mvConnection, MessageBoxes, MainWindow, ViewFactory, Fonts
     int32_t Show(TextView, int32_t, TextView) override { return 1; }
     void Beep() override {}
     // MainWindow
-    void Load() override {}
+    void Load(Program&) override {}
     void Show() override {}
     void Unload() override {}
     void ToForeground() override {}
-    void SetTitle(TextView) override {}
     void SetStatusText(int32_t, TextView) override {}
     void ShowStatusPanel(int32_t, bool) override {}
     void SetWaitCursor(bool) override {}
     void UpdateToolBar() override {}
     void ProcessMessages() override {}
     int32_t ActiveDocument() const override { return active; }
+    MenuModel& Menus() override { return menus; }
+    void Arrange(int32_t) override {}
+    // Dialogs
+    void Find() override {}
+    void FindNext() override {}
+    void Replace() override {}
+    void Results() override {}
+    void Properties(mvDocument&) override {}
+    void Settings() override {}
+    void About() override {}
+    void HelpTopics() override {}
+    void Goto(Text&) override {}
+    void Print(mvDocument&) override {}
+    void OfferRecovered(modAutoRecover&, TextView, const DynamicArray&) override {}
+    // AutomationEvents, SettingsStore, SessionToken
+    void Quit() override {}
+    void Custom(TextView) override {}
+    void DocumentClose(int32_t) override {}
+    Text Get(TextView, TextView fallback) override { return Text(fallback); }
+    void Save(TextView, TextView, TextView) override {}
+    uint32_t Take(const std::function<bool(uint32_t)>&) override { return 0; }
+    bool IsAlive(uint32_t) override { return false; }
     std::unique_ptr<Timer> Every(std::chrono::milliseconds, std::function<void()>) override { return nullptr; }
     // ViewFactory, Fonts, Clipboard
     std::unique_ptr<clsDocView> CreateView(mvDocument&) override;
@@ -51,6 +85,7 @@ struct Silent final : mvConnection, MessageBoxes, MainWindow, ViewFactory, Fonts
     void BandChanged(Band) override {}
     void PopUp(Band, std::optional<ScreenPoint>) override {}
 
+    MenuModel menus;
     int32_t active = 0;
     int64_t told = 0;
 };
@@ -82,12 +117,24 @@ std::unique_ptr<clsDocView> Silent::CreateView(mvDocument&)
 void UpdateToolBar(benchmark::State& state)
 {
     Silent outside;
-    SessionParts parts;
-    Program program({outside, outside, outside, outside, outside, outside, parts, outside});
-    MenuModel menus;
-    menus.SetListener(&outside);
-    const CommandPorts ports;
-    MenuDispatcher dispatcher(program, menus, outside, ports);
+    PosixFileTransfer copies{FileSaver("")};
+    PosixFileStates states;
+    Program program({outside,
+                     outside,
+                     outside,
+                     outside,
+                     outside,
+                     outside,
+                     outside,
+                     outside,
+                     outside,
+                     outside,
+                     copies,
+                     states,
+                     outside,
+                     {}});
+    outside.menus.SetListener(&outside);
+    MenuDispatcher dispatcher(program, outside);
     program.Files().FileNew();
     auto document = program.OpenDocuments().Item(1);
     document->SetText(u"text");

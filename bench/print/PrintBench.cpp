@@ -7,7 +7,6 @@
 #include "platform/Clipboard.h"
 #include "platform/posix/FileSaver.h"
 #include "platform/qt/QtText.h"
-#include "printing/PrintClass.h"
 #include "printing/QtPrinting.h"
 #include "printing/QtPrintingFile.h"
 #include "printing/QtPrintingText.h"
@@ -56,16 +55,13 @@ void PrintListing(benchmark::State& state)
     buffer.SetLexer(&lexer);
     SourceView view(buffer, clipboard);
     const DebugLog log;
-    PrintClass handler(view, log, ShortDate);
-    handler.SetNames(u"BP", u"SAMPLE");
-    view.SetDrawHandler(&handler);
     view.SetFont({u"DejaVu Sans Mono", 10});
     view.PrintTokenStyles().SetColor(6, 0x008000);
     view.PrintTokenStyles().SetStyle(6, token_style::kItalic);
     view.PrintTokenStyles().SetColor(4, 0xFF0000);
     view.PrintTokenStyles().SetStyle(4, token_style::kBold);
     view.SetText(FromUtf8(BasicBytes(kLines)));
-    ToPdf(state, [&](const Paper& paper) { DrawPages(view, paper); });
+    ToPdf(state, [&](const Paper& paper) { DrawPages(view, log, u"File: BP     Item: SAMPLE", paper); });
 }
 BENCHMARK(PrintListing)->Unit(benchmark::kMillisecond);
 

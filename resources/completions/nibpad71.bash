@@ -83,7 +83,7 @@ _nibpad71()
         /A=*) _nib_names "$(_nib_root "$host")" "$value" -d ;;
         /F=*) [[ $account ]] && _nib_names "$(_nib_root "$host")/$account" "$value" -d ;;
         /I=*) [[ $account && $file ]] && _nib_names "$(_nib_root "$host")/$account/$file" "$value" -f ;;
-        -*) COMPREPLY=($(compgen -W '--help --version' -- "$cur")) ;;
+        -*) COMPREPLY=($(compgen -W '-h --help --version --' -- "$cur")) ;;
         / | /[A-Z])
             compopt -o nospace
             COMPREPLY=($(compgen -W '/T= /H= /A= /F= /I= /L' -- "${cur^^}"))

@@ -1,18 +1,21 @@
 // The composition root: the only place that knows which implementation stands behind which port.
 
-#include "app/AutomationRoom.h"
-#include "app/CommandLineHelp.h"
-#include "app/SessionRooms.h"
+#include "app/ProgramDialogs.h"
 #include "app/SettingsFiles.h"
-#include "diagnostics/Guarded.h"
+#include "automation/DBusServer.h"
 #include "diagnostics/modDebugLog.h"
 #include "hosts/HostConnection.h"
 #include "hosts/accounts/AccountLink.h"
 #include "hosts/accounts/SampleAccount.h"
 #include "hosts/picker/QtItemPicker.h"
+#include "platform/posix/FileName.h"
 #include "platform/posix/FileSaver.h"
+#include "platform/posix/PosixFileStates.h"
+#include "platform/posix/PosixFileTransfer.h"
+#include "platform/posix/PosixSessionToken.h"
 #include "platform/posix/PosixTraceMailbox.h"
 #include "platform/posix/ProgramPlaces.h"
+#include "platform/posix/UserFolders.h"
 #include "platform/qt/QtClipboard.h"
 #include "platform/qt/QtFonts.h"
 #include "platform/qt/QtText.h"
@@ -20,7 +23,6 @@
 #include "platform/qt/QtWaitNotice.h"
 #include "platform/qt/Translations.h"
 #include "printing/QtPrinting.h"
-#include "shell/CommandLine.h"
 #include "shell/Program.h"
 #include "shell/QtMessageBoxes.h"
 #include "shell/frame/frmDocument.h"
@@ -31,11 +33,15 @@
 
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 namespace {
 
 using namespace nib;
+
+/// Copies of what a user is at work on are nobody else's business.
+constexpr mode_t kUserOnly = 0600;
 
 class DocumentWindows final : public ViewFactory {
 public:
@@ -50,11 +56,22 @@ private:
     Clipboard& clipboard_;
 };
 
-std::vector<Text> Arguments(const QStringList& all)
+/// Not as Qt has them, which loses bytes that are no UTF-8.
+std::vector<Text> Arguments(int argc, const char* const* argv)
 {
     std::vector<Text> arguments;
-    for (const QString& argument : all.mid(1)) arguments.push_back(ToText(argument));
+    for (int i = 1; i < argc; ++i) arguments.push_back(FromFileName(argv[i]));
     return arguments;
+}
+
+/// Behind the window system's own options, which it has taken out.
+CommandLine ReadCommandLine(int argc, const char* const* argv)
+{
+    CommandLine line = ParseArguments(Arguments(argc, argv),
+                                      [](TextView path) { return access(ToFileName(path).c_str(), F_OK) == 0; });
+    for (const Text& word : line.unknown)
+        std::fprintf(stderr, "nibpad71: unknown switch %s\n", ToFileName(word).c_str());
+    return line;
 }
 
 /// The bus names itself to the services that it starts, and hands them no arguments. A terminal or file manager that it
@@ -73,6 +90,22 @@ Text MakeSampleAccount(const Text& dataFolder, const HostConfig& config)
     return failure ? failure->description : Text();
 }
 
+/// Automation is served from before the start, so that nobody starts a second copy for a client while this one comes
+/// up, to the end.
+class Serving {
+public:
+    Serving(DBusServer& server, Program& program) : server_(server)
+    {
+        server.Serve(program.Automation(), program.Log());
+    }
+    ~Serving() { server_.Stop(); }
+    Serving(const Serving&) = delete;
+    Serving& operator=(const Serving&) = delete;
+
+private:
+    DBusServer& server_;
+};
+
 /// What ties windows to the desktop entry and lets an icon theme replace the program's icon.
 void UseDesktopIdentity()
 {
@@ -85,7 +118,7 @@ void UseDesktopIdentity()
 
 int main(int argc, char** argv)
 {
-    if (AnswersOnTerminal(argc, argv)) return EXIT_SUCCESS;
+    if (AnswersOnTerminal(Arguments(argc, argv))) return EXIT_SUCCESS;
 
     QApplication::setApplicationName(QStringLiteral("nibpad71"));
     QApplication::setApplicationVersion(QStringLiteral(NIB_VERSION));
@@ -99,36 +132,36 @@ int main(int argc, char** argv)
     QtClipboard clipboard;
     const ProgramPlaces places = ProgramPlaces::Around(ToText(QApplication::applicationDirPath()));
     QtFonts fonts(places.data);
-    QtMessageBoxes boxes;
-    ItemPicker picker;
+    frmMain mainWindow;
+    QtMessageBoxes boxes(&mainWindow);
+    ItemPicker picker(&mainWindow);
+    QtWaitNotice notice(&mainWindow);
     HostConfig hosts = HostConfig::FromEnvironment();
     Text sampleFault = MakeSampleAccount(places.data, hosts);
-    QtWaitNotice notice;
     HostConnection connection(hosts, picker, boxes, AccountLinks({places.programs, &notice}));
     SettingsFiles settings(hosts.backupFolder, places.settings);
-    SessionRooms rooms(settings.Store(), hosts.backupFolder);
-    frmMain mainWindow;
-    mainWindow.SetStore(&settings.Store());
-    boxes.SetOwner(&mainWindow);
-    picker.SetOwner(&mainWindow);
-    notice.SetOwner(&mainWindow);
+    PosixFileTransfer copies(FileSaver(hosts.backupFolder, kUserOnly));
+    PosixFileStates states;
+    PosixSessionToken token(PosixSessionToken::UsualFolders());
     DocumentWindows views(mainWindow, clipboard);
+    DebugLog log(&trace);
+    QtPrinting printing(
+        log, boxes,
+        [saver = FileSaver(hosts.backupFolder)](const std::string& path, std::string_view bytes) {
+            saver.Save(path, bytes);
+        },
+        &mainWindow);
+    ProgramDialogs dialogs(mainWindow, settings.Store(), printing);
     QtTimers timers;
-    Program program({connection, boxes, mainWindow, views, fonts, clipboard, rooms, timers, &trace});
-    QtPrinting printing(program.Log(), boxes,
-                        [saver = FileSaver(hosts.backupFolder)](const std::string& path, std::string_view bytes) {
-                            saver.Save(path, bytes);
-                        });
-    printing.SetOwner(&mainWindow);
-    mainWindow.SetPrinting(&printing);
-    mainWindow.SetProgram(&program);
+    DBusServer server;
     StartMode mode = HowStarted(argc);
-    AutomationRoom automation(program, mainWindow, mode);
-    rooms.Plug(program, mainWindow, printing, automation);
-    automation.Serve();
-    program.Main(mode, RebuildCommandLine(Arguments(QApplication::arguments())));
+    Program program({connection, boxes, mainWindow, dialogs, views, server, fonts, clipboard, timers, settings.Store(),
+                     copies, states, token, FromFileName(LocalDataFolder()), &trace},
+                    mode);
+    Serving serving(server, program);
+    program.Main(ReadCommandLine(argc, argv));
     if (program.IsShuttingDown()) return EXIT_SUCCESS;
     if (!sampleFault.empty()) program.ReportError(sampleFault);
-    automation.Ready();
+    server.Ready();
     return QApplication::exec();
 }

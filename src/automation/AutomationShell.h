@@ -19,7 +19,6 @@ public:
     /// A tool in the Tools menu. Throws error_number::kKeyInUse.
     virtual void AddCommand(TextView name, TextView caption, int32_t shortcut) = 0;
     virtual void PrintText(mvDocument& document) = 0;
-    virtual void Compile(mvDocument& document) = 0;
     /// A box or dialog waits for the user.
     virtual bool IsModal() const = 0;
     /// Ends the program in a moment; StayOn takes that back.

@@ -29,11 +29,6 @@ void PrintText(const MemberCall& call)
     call.application.Shell().PrintText(*call.document);
 }
 
-void Compile(const MemberCall& call)
-{
-    call.application.Shell().Compile(*call.document);
-}
-
 void ActivateDocument(const MemberCall& call)
 {
     call.application.Shell().ShowMainWindow();
@@ -72,7 +67,7 @@ constexpr Member kDocumentMembers[] = {
     Method<&CloseAsking>("FileClose").Waiting(),
     Method<&mvDocument::FileClose>("FileClose", "Prompt").Waiting(),
     Method<&PrintText>("PrintText").Waiting(),
-    Method<&Compile>("Compile").Waiting(),
+    Method<&mvDocument::Compile>("Compile").Waiting(),
     Method<&mvDocument::Format>("Format"),
     Property<&mvDocument::ReadOnly>("ReadOnly"),
     Property<&mvDocument::NewItem>("NewItem"),

@@ -95,8 +95,8 @@ public:
     void IndentBlock(bool indent);   ///< false: to the left
     void CommentBlock(bool comment); ///< false: takes the markers off
     void ToggleCase();
-    /// Names the text in the head of its pages and has the view print it.
-    void PrintText();
+    /// At the head of its pages.
+    Text PrintTitle() const;
     /// Stable number of a line through edits, given out at first asking; -1 for a negative line.
     int32_t LineIdFromLine(int32_t line);
     int32_t LineFromLineId(int32_t id) const;

@@ -1,22 +1,14 @@
-// The hand-over of a document to its view's printing.
+// How a document is named on paper.
 
-#include "documents/PrintHeader.h"
 #include "documents/mvDocument.h"
 
 namespace nib {
 
-void mvDocument::PrintText()
+Text mvDocument::PrintTitle() const
 {
-    SourceView& source = EnsureView().txtText();
-    if (auto* header = dynamic_cast<PrintHeader*>(source.DrawHandler())) {
-        if (!item_)
-            header->SetNames({}, {});
-        else if (LocalFile())
-            header->SetNames(item_->DisplayPath(), {});
-        else
-            header->SetNames(item_->Folder(), item_->ItemID());
-    }
-    source.Print();
+    if (!item_) return u"File: (untitled)";
+    if (LocalFile()) return u"File: " + item_->DisplayPath();
+    return u"File: " + item_->Folder() + u"     Item: " + item_->ItemID();
 }
 
 } // namespace nib

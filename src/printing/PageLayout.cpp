@@ -40,9 +40,9 @@ std::vector<int32_t> PagesToPrint(const std::vector<PrintRange>& ranges, int32_t
     return pages;
 }
 
-PageLayout::PageLayout(SourceView& view, PageSurface& surface, const PageShape& shape,
+PageLayout::PageLayout(SourceView& view, ISourceDraw2& handler, PageSurface& surface, const PageShape& shape,
                        const std::vector<PrintRange>& lines)
-    : view_(view), surface_(surface), shape_(shape),
+    : view_(view), handler_(handler), surface_(surface), shape_(shape),
       rowsPerPage_(std::max(shape.height / std::max(shape.lineHeight, 1) - kHeaderRows, 1))
 {
     for (int32_t type = 0; type < kKnownTypes; ++type) styles_.push_back(view_.PrintTokenStyles().Get(type));
@@ -72,14 +72,12 @@ DrawContext PageLayout::Context() const
 
 int32_t PageLayout::RowStart()
 {
-    ISourceDraw2* handler = view_.DrawHandler();
-    if (!handler) return 0;
     BlindSurface blind;
     blind.charWidth = shape_.charWidth;
     DrawContext context = Context();
     context.surface = &blind;
     context.page = 1;
-    handler->PreDrawLine(context);
+    handler_.PreDrawLine(context);
     return context.x;
 }
 
@@ -109,9 +107,8 @@ int32_t PageLayout::RowEnd(size_t row, int32_t lineLength) const
 
 void PageLayout::Print(const std::vector<int32_t>& pages)
 {
-    ISourceDraw2* handler = view_.DrawHandler();
     DrawContext context = Context();
-    if (handler) handler->PreDraw(context);
+    handler_.PreDraw(context);
     bool first = true;
     for (const int32_t page : pages) {
         if (!std::exchange(first, false)) surface_.NewPage();
@@ -121,18 +118,17 @@ void PageLayout::Print(const std::vector<int32_t>& pages)
         DrawPage(context);
     }
     context = Context();
-    if (handler) handler->PostDraw(context);
+    handler_.PostDraw(context);
 }
 
 void PageLayout::DrawPage(DrawContext& context)
 {
-    ISourceDraw2* handler = view_.DrawHandler();
-    if (handler) handler->PreDrawPage(context);
+    handler_.PreDrawPage(context);
     auto from = static_cast<size_t>((context.page - 1) * rowsPerPage_);
     auto to = std::min(from + static_cast<size_t>(rowsPerPage_), rows_.size());
     context.y = kHeaderRows * shape_.lineHeight;
     for (size_t row = from; row < to; ++row, context.y += shape_.lineHeight) DrawRow(context, row);
-    if (handler) handler->PostDrawPage(context);
+    handler_.PostDrawPage(context);
 }
 
 void PageLayout::DrawRow(DrawContext& context, size_t row)
@@ -142,7 +138,7 @@ void PageLayout::DrawRow(DrawContext& context, size_t row)
     context.continuation = at.start > 0;
     context.x = context.left;
     const int32_t y = context.y;
-    if (ISourceDraw2* handler = view_.DrawHandler()) handler->PreDrawLine(context);
+    handler_.PreDrawLine(context);
     if (scanned_ != at.line) {
         view_.Document().ScanLine(at.line, tokens_);
         text_ = view_.Document().LineText(at.line, scratch_);

@@ -37,8 +37,9 @@ std::vector<int32_t> PagesToPrint(const std::vector<PrintRange>& ranges, int32_t
 
 class PageLayout {
 public:
-    /// The lines are laid out here; the text must not change while the object lives. `lines` empty: all of them.
-    PageLayout(SourceView& view, PageSurface& surface, const PageShape& shape,
+    /// `handler` adds to each page. The lines are laid out here; the text must not change while the object lives.
+    /// `lines` empty: all of them.
+    PageLayout(SourceView& view, ISourceDraw2& handler, PageSurface& surface, const PageShape& shape,
                const std::vector<PrintRange>& lines = {});
 
     int32_t PageCount() const;
@@ -62,6 +63,7 @@ private:
     TokenStyle StyleOf(int32_t type) const;
 
     SourceView& view_;
+    ISourceDraw2& handler_;
     PageSurface& surface_;
     PageShape shape_;
     int32_t rowsPerPage_;

@@ -37,23 +37,6 @@ Text Fitted(const DrawContext& context, Text title, int32_t room)
 
 } // namespace
 
-PrintClass::PrintClass(SourceView& view, const DebugLog& log, std::function<Text()> shortDate)
-    : View(view), log_(log), shortDate_(std::move(shortDate))
-{
-}
-
-void PrintClass::SetNames(TextView filename, TextView itemId)
-{
-    Filename = filename;
-    ItemID = itemId;
-}
-
-Text PrintClass::Title() const
-{
-    if (!ItemID.empty()) return u"File: " + Filename + u"     Item: " + ItemID;
-    return Filename.empty() ? Text(u"File: (untitled)") : u"File: " + Filename;
-}
-
 void PrintClass::PreDrawPage(DrawContext& context)
 {
     DrawSurface& surface = *context.surface;
@@ -64,20 +47,19 @@ void PrintClass::PreDrawPage(DrawContext& context)
     const int32_t pageStart = context.left + gap;
     surface.DrawText(pageStart, y, page);
 
-    const Text date = shortDate_();
-    const int32_t dateStart = context.right - gap - Width(context, date);
-    surface.DrawText(dateStart, y, date);
+    const int32_t dateStart = context.right - gap - Width(context, date_);
+    surface.DrawText(dateStart, y, date_);
 
     const int32_t roomStart = pageStart + Width(context, page) + gap;
     const int32_t room = dateStart - gap - roomStart;
-    const Text title = Fitted(context, Title(), room);
+    const Text title = Fitted(context, title_, room);
     surface.DrawText(roomStart + std::max((room - Width(context, title)) / 2, 0), y, title);
 }
 
 void PrintClass::PreDrawLine(DrawContext& context)
 {
     auto draw = [&] {
-        Text lines = Decimal(View.Document().LineCount());
+        Text lines = Decimal(view_.Document().LineCount());
         const auto width = std::max(static_cast<int32_t>(lines.size()), kFewestDigits);
         Text text(static_cast<size_t>(width + kBehindNumber), u' ');
         if (!context.continuation) {

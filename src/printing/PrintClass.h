@@ -2,24 +2,18 @@
 // What this program adds to a printed text: a header on each page, a number before each line.
 
 #include "diagnostics/DebugLog.h"
-#include "documents/PrintHeader.h"
 #include "text/SourceView.h"
-
-#include <functional>
 
 namespace nib {
 
-class PrintClass final : public PrintHeader {
+class PrintClass final : public ISourceDraw2 {
 public:
-    /// `shortDate` answers the present date in the system's short form. All three outlive the object.
-    PrintClass(SourceView& view, const DebugLog& log, std::function<Text()> shortDate);
-
-    SourceView& View;
-    Text Filename;
-    Text ItemID;
-
-    void SetNames(TextView filename, TextView itemId) override;
-    Text Title() const;
+    /// `title` names the document, `date` is the present one in the system's short form. The references outlive the
+    /// object.
+    PrintClass(SourceView& view, const DebugLog& log, Text title, Text date)
+        : view_(view), log_(log), title_(std::move(title)), date_(std::move(date))
+    {
+    }
 
     void PreDraw(DrawContext&) override {}
     void PreDrawPage(DrawContext& context) override;
@@ -28,8 +22,10 @@ public:
     void PostDraw(DrawContext&) override {}
 
 private:
+    SourceView& view_;
     const DebugLog& log_;
-    std::function<Text()> shortDate_;
+    Text title_;
+    Text date_;
 };
 
 } // namespace nib

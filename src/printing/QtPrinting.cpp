@@ -1,8 +1,10 @@
 #include "printing/QtPrinting.h"
 
 #include "diagnostics/Guarded.h"
+#include "documents/mvDocument.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWaitCursor.h"
+#include "printing/PrintClass.h"
 #include "printing/QtPrintingSurface.h"
 
 #include <QAction>
@@ -65,25 +67,22 @@ Paper PaperOf(const QPrinter& chosen, QPagedPaintDevice& device)
 
 } // namespace
 
-Text ShortDate()
+void DrawPages(SourceView& view, const DebugLog& log, const Text& title, const Paper& paper,
+               const std::vector<PrintRange>& lines)
 {
-    return ToText(QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat));
-}
-
-void DrawPages(SourceView& view, const Paper& paper, const std::vector<PrintRange>& lines)
-{
+    PrintClass head(view, log, title, ToText(QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat)));
     QPainter painter;
     QtPrintingSurface surface(painter, paper, view.Font());
-    PageLayout layout(view, surface, surface.Shape(), lines);
+    PageLayout layout(view, head, surface, surface.Shape(), lines);
     const std::vector<int32_t> pages = ChosenPages(paper, layout.PageCount());
     if (!painter.begin(&paper.device)) RefuseDevice();
     layout.Print(pages);
     if (!painter.end()) RefuseDevice();
 }
 
-QtPrinting::QtPrinting(const DebugLog& log, MessageBoxes& boxes, FileWriter save)
+QtPrinting::QtPrinting(const DebugLog& log, MessageBoxes& boxes, FileWriter save, QWidget* owner)
     : choose([this](QPrinter& printer, const PrintJob& job, QWidget* owner) { return Ask(printer, job, owner); }),
-      log_(log), boxes_(boxes), save_(std::move(save))
+      log_(log), boxes_(boxes), save_(std::move(save)), owner_(owner)
 {
 }
 
@@ -104,9 +103,13 @@ void QtPrinting::Told(const std::function<void()>& body)
     });
 }
 
-void QtPrinting::Print(SourceView& view, TextView title)
+void QtPrinting::Print(mvDocument& document)
 {
-    PrintJob job{ToQString(title), [&view](const Paper& paper) { DrawPages(view, paper); }, {}};
+    SourceView& view = document.EnsureView().txtText();
+    auto draw = [this, &view, title = document.PrintTitle()](const Paper& paper, const std::vector<PrintRange>& lines) {
+        DrawPages(view, log_, title, paper, lines);
+    };
+    PrintJob job{ToQString(document.DisplayName()), [draw](const Paper& paper) { draw(paper, {}); }, {}};
     if (view.HasSelection()) {
         Position start;
         Position end;
@@ -114,9 +117,7 @@ void QtPrinting::Print(SourceView& view, TextView title)
         if (end < start) std::swap(start, end);
         // A selection that ends before the first character of a line takes nothing of it.
         int32_t last = end.col == 0 && end.line > start.line ? end.line - 1 : end.line;
-        job.drawSelection = [&view, lines = PrintRange{start.line, last}](const Paper& paper) {
-            DrawPages(view, paper, {lines});
-        };
+        job.drawSelection = [draw, lines = PrintRange{start.line, last}](const Paper& paper) { draw(paper, {lines}); };
     }
     Told([&] { Run(owner_, job); });
 }

@@ -4,7 +4,6 @@
 #include "diagnostics/DebugLog.h"
 #include "platform/MessageBoxes.h"
 #include "printing/PageLayout.h"
-#include "printing/Printing.h"
 #include "printing/QtPaper.h"
 #include "printing/QtPrintingFile.h"
 
@@ -19,11 +18,12 @@ class QPrinter;
 
 namespace nib {
 
-/// The present date in the system's short form.
-Text ShortDate();
+class mvDocument;
 
-/// The view's lines on pages; the paper's page ranges count. `lines` empty: all.
-void DrawPages(SourceView& view, const Paper& paper, const std::vector<PrintRange>& lines = {});
+/// The view's lines on pages under a head with `title` and the present date; the paper's page ranges count. `lines`
+/// empty: all.
+void DrawPages(SourceView& view, const DebugLog& log, const Text& title, const Paper& paper,
+               const std::vector<PrintRange>& lines = {});
 
 /// What can be printed, again and again for each preview.
 struct PrintJob {
@@ -32,14 +32,13 @@ struct PrintJob {
     std::function<void(const Paper&)> drawSelection; ///< none: nothing is selected
 };
 
-class QtPrinting final : public Printing {
+class QtPrinting {
 public:
-    /// The references outlive the object. PDF files are written by `save`.
-    QtPrinting(const DebugLog& log, MessageBoxes& boxes, FileWriter save);
+    /// The references outlive the object. PDF files are written by `save`; the dialogs stand over `owner`.
+    QtPrinting(const DebugLog& log, MessageBoxes& boxes, FileWriter save, QWidget* owner = nullptr);
 
-    /// The dialogs stand over `owner`; null until there is a window.
-    void SetOwner(QWidget* owner) { owner_ = owner; }
-    void Print(SourceView& view, TextView title) override;
+    /// Asks where to and which pages, and prints the text. Tells the user of any failure itself.
+    void Print(mvDocument& document);
     /// Whatever `draw` puts on paper; the dialogs stand over `owner`.
     void PrintPages(const QString& title, const std::function<void(const Paper&)>& draw, QWidget* owner);
 

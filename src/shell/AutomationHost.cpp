@@ -8,15 +8,6 @@
 
 namespace nib {
 
-namespace {
-
-[[noreturn]] void Missing(TextView what)
-{
-    throw Error{error_number::kNotImplemented, Text(what) + u" is not part of this program."};
-}
-
-} // namespace
-
 void AutomationHost::ShowMainWindow()
 {
     program_.Window().SetVisible(true);
@@ -45,20 +36,13 @@ void AutomationHost::AddCommand(TextView name, TextView caption, int32_t shortcu
     tool.key = name;
     tool.caption = caption;
     tool.shortcut = ShortcutName(shortcut);
-    menus_.Add(Band::MainMenu, u"Tools", std::move(tool));
+    program_.Menus().Add(Band::MainMenu, u"Tools", std::move(tool));
     commands_.emplace(name);
 }
 
 void AutomationHost::PrintText(mvDocument& document)
 {
-    if (!ports_.printer) Missing(u"Printing");
-    ports_.printer->PrintText(document);
-}
-
-void AutomationHost::Compile(mvDocument& document)
-{
-    if (!ports_.compiler) Missing(u"Compiling");
-    ports_.compiler->Compile(document);
+    program_.Forms().Print(document);
 }
 
 bool AutomationHost::IsModal() const
@@ -74,16 +58,6 @@ void AutomationHost::EndSoon()
 void AutomationHost::StayOn()
 {
     program_.Window().DisarmShutdownTimer();
-}
-
-Text AutomationHost::Look(TextView key) const
-{
-    return commands_.contains(key) ? Text(key) : Text();
-}
-
-void AutomationHost::Raise(mvDocument&, TextView name)
-{
-    events_.Custom(name);
 }
 
 } // namespace nib

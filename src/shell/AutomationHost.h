@@ -2,22 +2,17 @@
 // The program as automation sees it, and the commands that automation adds to its menus.
 
 #include "automation/AutomationShell.h"
-#include "shell/CommandPorts.h"
 
 #include <set>
 
 namespace nib {
 
-class MenuModel;
 class Program;
 
-class AutomationHost final : public AutomationShell, public ExtendedCommands {
+class AutomationHost final : public AutomationShell {
 public:
     /// All outlive it.
-    AutomationHost(Program& program, MenuModel& menus, const CommandPorts& ports, AutomationEvents& events)
-        : program_(program), menus_(menus), ports_(ports), events_(events)
-    {
-    }
+    AutomationHost(Program& program, AutomationEvents& events) : program_(program), events_(events) {}
 
     // AutomationShell
     void ShowMainWindow() override;
@@ -26,19 +21,17 @@ public:
     void LoadHostConfiguration() override;
     void AddCommand(TextView name, TextView caption, int32_t shortcut) override;
     void PrintText(mvDocument& document) override;
-    void Compile(mvDocument& document) override;
     bool IsModal() const override;
     void EndSoon() override;
     void StayOn() override;
 
-    // ExtendedCommands
-    Text Look(TextView key) const override;
-    void Raise(mvDocument& document, TextView name) override;
+    /// A command that a client added.
+    bool Knows(TextView key) const { return commands_.contains(key); }
+    /// Tells the client that the user picked it.
+    void Raise(TextView key) { events_.Custom(key); }
 
 private:
     Program& program_;
-    MenuModel& menus_;
-    const CommandPorts& ports_;
     AutomationEvents& events_;
     std::set<Text, std::less<>> commands_;
 };

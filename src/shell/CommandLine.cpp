@@ -1,6 +1,6 @@
 #include "shell/CommandLine.h"
 
-#include <algorithm>
+#include <cstdio>
 #include <optional>
 
 namespace nib {
@@ -8,6 +8,23 @@ namespace nib {
 namespace {
 
 using Kind = CommandLineAction::Kind;
+
+constexpr const char* kHelp = "Usage: nibpad71 [SWITCH | FILE]...\n"
+                              "Edits items of MultiValue files, and local files.\n"
+                              "\n"
+                              "Switches and files act from left to right; what they set holds for what follows:\n"
+                              "  /T=TYPE      connection type, mvdb by default\n"
+                              "  /H=HOST      host connection, \"*\" for the default one\n"
+                              "  /A=ACCOUNT   account\n"
+                              "  /F=FILE      MultiValue file\n"
+                              "  /I=ITEM      opens this item of the file\n"
+                              "  /L           opens all that follows read-only\n"
+                              "  FILE         opens a local file\n"
+                              "  --           takes all that follows for files\n"
+                              "  -h, --help   shows this text\n"
+                              "  --version    shows the version\n"
+                              "\n"
+                              "Example: nibpad71 '/H=*' /A=DEMO /F=BP /I=INVOICE\n";
 
 struct Switch {
     TextView name; ///< upper case, three characters
@@ -19,123 +36,63 @@ constexpr Switch kSwitches[] = {
     {u"/F=", Kind::Folder},   {u"/I=", Kind::OpenItem},
 };
 
-constexpr char16_t kQuote = u'"';
-/// Stands for a blank that the cutting at blanks would lose; no character, so no argument holds it.
-constexpr char16_t kKeptBlank = 0xFFFF;
+constexpr TextView kReadOnly = u"/L";
+constexpr TextView kOnlyFilesFollow = u"--";
 
-std::optional<Kind> FindSwitch(TextView field)
+std::optional<Kind> FindSwitch(TextView word)
 {
-    Text name = ToUpper(field.substr(0, 3));
+    Text name = ToUpper(word.substr(0, 3));
     for (const Switch& row : kSwitches)
         if (row.name == name) return row.kind;
     return {};
 }
 
-/// Walks the fields of the line.
-class Fields {
-public:
-    explicit Fields(TextView line) : fields_(Split(line, u' ')) {}
-    bool Next(Text& field)
-    {
-        if (at_ >= fields_.size()) return false;
-        field = fields_[at_++];
-        return true;
-    }
-    /// Appends the following fields up to one that ends in a quote, or an empty one; then drops a closing quote.
-    void JoinQuoted(Text& value)
-    {
-        while (!value.ends_with(kQuote) && at_ < fields_.size() && !fields_[at_].empty())
-            value.append(u" ").append(fields_[at_++]);
-        if (value.ends_with(kQuote)) value.pop_back();
-    }
-
-private:
-    std::vector<Text> fields_;
-    size_t at_ = 0;
-};
-
-/// A value in quotes without its opening quote; it may be just that quote, or close in its own first field.
-void TakeQuotes(Fields& fields, Text& value)
+/// A pair of quotes that no shell has taken.
+TextView WithoutQuotes(TextView value)
 {
-    value.erase(0, 1);
-    fields.JoinQuoted(value);
+    bool quoted = value.size() >= 2 && value.front() == u'"' && value.back() == u'"';
+    return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
-void StripFolderQuotes(Text& value)
+bool LooksLikeSwitch(TextView word)
 {
-    if (!value.starts_with(kQuote)) return;
-    if (value.size() >= 2 && value.ends_with(kQuote)) value.pop_back();
-    value.erase(0, 1);
-}
-
-Text RestoreBlanks(Text value)
-{
-    std::replace(value.begin(), value.end(), kKeptBlank, u' ');
-    return value;
-}
-
-bool NeedsQuotes(TextView value)
-{
-    return value.empty() || value.find(u' ') != TextView::npos || value.front() == kQuote;
-}
-
-void AppendQuoted(Text& line, TextView value)
-{
-    line += kQuote;
-    char16_t before = 0;
-    for (char16_t c : value) {
-        bool wouldCut = c == u' ' && (before == u' ' || before == kQuote);
-        line += wouldCut ? kKeptBlank : c;
-        before = c;
-    }
-    line += kQuote;
-}
-
-bool IsFileName(TextView field)
-{
-    return !field.starts_with(u'/') || (!FindSwitch(field) && field.find(u'/', 1) != TextView::npos);
+    return word.front() == u'/' || (word.front() == u'-' && word.size() > 1);
 }
 
 } // namespace
 
-std::vector<CommandLineAction> ParseCommandLine(TextView line)
+CommandLine ParseArguments(std::span<const Text> arguments, const std::function<bool(TextView)>& exists)
 {
-    std::vector<CommandLineAction> actions;
-    Fields fields(Trim(line));
-    Text field;
-    while (fields.Next(field)) {
-        if (field.empty()) continue;
-        if (IsFileName(field)) {
-            if (field.starts_with(kQuote)) TakeQuotes(fields, field);
-            if (!field.empty()) actions.push_back({Kind::OpenFile, RestoreBlanks(field)});
-            continue;
-        }
-        Text value = field.substr(std::min<size_t>(field.size(), 3));
-        if (value.starts_with(kQuote)) TakeQuotes(fields, value);
-        if (auto kind = FindSwitch(field)) {
-            if (*kind == Kind::Folder) StripFolderQuotes(value);
-            actions.push_back({*kind, RestoreBlanks(std::move(value))});
-        } else if (EqualsNoCase(field, u"/L")) {
-            actions.push_back({Kind::ReadOnly, {}});
-        }
-    }
-    return actions;
-}
-
-Text RebuildCommandLine(const std::vector<Text>& arguments)
-{
-    Text line;
-    for (const Text& argument : arguments) {
-        if (!line.empty()) line += u' ';
-        size_t prefix = FindSwitch(argument) ? 3 : 0;
-        TextView value = TextView(argument).substr(prefix);
-        line.append(argument, 0, prefix);
-        if (NeedsQuotes(value) && !(prefix > 0 && value.empty()))
-            AppendQuoted(line, value);
+    CommandLine line;
+    bool onlyFiles = false;
+    for (const Text& word : arguments) {
+        if (&word != arguments.data()) line.text += u' ';
+        line.text += word;
+        if (word.empty()) continue;
+        if (onlyFiles || !LooksLikeSwitch(word))
+            line.actions.push_back({Kind::OpenFile, word});
+        else if (word == kOnlyFilesFollow)
+            onlyFiles = true;
+        else if (auto kind = FindSwitch(word))
+            line.actions.push_back({*kind, Text(WithoutQuotes(TextView(word).substr(3)))});
+        else if (EqualsNoCase(word, kReadOnly))
+            line.actions.push_back({Kind::ReadOnly, {}});
+        else if (word.find(u'/', 1) != Text::npos || exists(word))
+            line.actions.push_back({Kind::OpenFile, word});
         else
-            line.append(value);
+            line.unknown.push_back(word);
     }
     return line;
+}
+
+bool AnswersOnTerminal(std::span<const Text> arguments)
+{
+    for (const Text& word : arguments) {
+        if (word == kOnlyFilesFollow) return false;
+        if (word == u"--help" || word == u"-h") return std::fputs(kHelp, stdout), true;
+        if (word == u"--version") return std::puts("nibpad71 " NIB_VERSION), true;
+    }
+    return false;
 }
 
 } // namespace nib

@@ -1,8 +1,10 @@
 #pragma once
-// The program's command line as text, and what it asks for.
+// What the arguments of a start ask for.
 
 #include "base/Text.h"
 
+#include <functional>
+#include <span>
 #include <vector>
 
 namespace nib {
@@ -15,10 +17,18 @@ struct CommandLineAction {
     friend bool operator==(const CommandLineAction&, const CommandLineAction&) = default;
 };
 
-/// Fields are separated by single blanks; unknown switches are left out.
-std::vector<CommandLineAction> ParseCommandLine(TextView line);
+struct CommandLine {
+    Text text; ///< for reading alone
+    std::vector<CommandLineAction> actions;
+    std::vector<Text> unknown; ///< words that look like switches and are none
+};
 
-/// One line whose parsing gives the arguments back; an argument that holds blanks is quoted, a switch behind its "=".
-Text RebuildCommandLine(const std::vector<Text>& arguments);
+/// A word that begins with "/" or "-" and is no switch is a file where one is there, or where it holds a further "/".
+/// `exists` answers whether there is one.
+CommandLine ParseArguments(std::span<const Text> arguments, const std::function<bool(TextView)>& exists);
+
+/// Answers --help and --version on the terminal, before any window system is needed; true when there was such a
+/// request.
+bool AnswersOnTerminal(std::span<const Text> arguments);
 
 } // namespace nib

@@ -35,18 +35,6 @@ inline bool FoldsBlocks(Context& c)
 {
     return HasView(c) && c.program.EditorSettings().CollapseBlocks;
 }
-inline bool CanEditBlocks(Context& c)
-{
-    return c.document && c.ports.edits;
-}
-inline bool CanSearch(Context& c)
-{
-    return c.document && c.ports.search;
-}
-inline bool HasDialogs(Context& c)
-{
-    return c.ports.dialogs != nullptr;
-}
 
 inline SourceView& View(Context& c)
 {

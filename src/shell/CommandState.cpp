@@ -1,11 +1,13 @@
 #include "shell/CommandState.h"
 
+#include "shell/Program.h"
 #include "shell/menus/MenuModel.h"
 
 namespace nib {
 
-void UpdateToolBar(MenuModel& menus, const CommandContext& context)
+void UpdateToolBar(const CommandContext& context)
 {
+    MenuModel& menus = context.program.Menus();
     MenuBatch batch(menus);
     for (auto table :
          {FileCommandRows(), EditCommandRows(), SearchCommandRows(), ViewCommandRows(), WindowCommandRows()})

@@ -4,6 +4,6 @@
 namespace nib {
 
 /// Enabled and checked states of all tools of menus and tool bar, afresh.
-void UpdateToolBar(MenuModel& menus, const CommandContext& context);
+void UpdateToolBar(const CommandContext& context);
 
 } // namespace nib

@@ -1,8 +1,5 @@
 #include "shell/Commands.h"
 
-#include "diagnostics/Guarded.h"
-#include "documents/mvDocument.h"
-#include "documents/mvDocuments.h"
 #include "shell/Program.h"
 #include "shell/menus/MenuModel.h"
 #include "text/Units.h"
@@ -41,20 +38,12 @@ bool IsListEntry(TextView key)
     return false;
 }
 
-/// The name of the client's command behind a key; empty when it has none.
-Text ExtendedName(TextView key, const CommandContext& context)
-{
-    if (!context.ports.extended) return {};
-    return OrDefault([&] { return context.ports.extended->Look(key); }, Text());
-}
-
 bool Dispatch(TextView key, CommandContext& context)
 {
     // First, since a client's name may begin like an entry of a list.
-    if (Text name = ExtendedName(key, context); !name.empty()) {
-        if (!context.document) return false;
-        context.ports.extended->Raise(*context.document, name);
-        return true;
+    if (AutomationHost& clients = context.program.ClientCommands(); clients.Knows(key)) {
+        if (context.document) clients.Raise(key);
+        return context.document != nullptr;
     }
     if (const CommandRow* row = FindCommand(key)) {
         if (!row->enabled(context)) return false;
@@ -77,18 +66,12 @@ bool Dispatch(TextView key, CommandContext& context)
 
 bool RunCommand(TextView key, CommandContext& context)
 {
-    return Guarded(
-        context.program.Log(), u"frmMain.qkMenuBar_ToolClick",
-        [&] {
-            bool done = Dispatch(key, context);
-            // Also after a refusal: the tool may show a state that has passed.
-            context.program.StateChanged();
-            return done;
-        },
-        [&](const Error& error) {
-            context.program.ReportError(error.description);
-            return false;
-        });
+    return context.program.Safely(u"frmMain.qkMenuBar_ToolClick", [&] {
+        bool done = Dispatch(key, context);
+        // Also after a refusal: the tool may show a state that has passed.
+        context.program.StateChanged();
+        return done;
+    });
 }
 
 CommandState StateOfCommand(TextView key, const CommandContext& context)

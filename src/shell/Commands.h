@@ -3,7 +3,6 @@
 // keys and callers from outside all go through RunCommand.
 
 #include "base/Text.h"
-#include "shell/CommandPorts.h"
 
 #include <memory>
 #include <optional>
@@ -11,14 +10,11 @@
 
 namespace nib {
 
-class MenuModel;
 class mvDocument;
 class Program;
 
 struct CommandContext {
     Program& program;
-    MenuModel& menus;
-    const CommandPorts& ports;
     std::shared_ptr<mvDocument> document; ///< the active one; may be null
     /// The check mark of the tool that was clicked, as it is after the click; without one a check mark is turned over.
     std::optional<bool> checked = {};

@@ -34,12 +34,12 @@ void Do(CommandContext& c)
 template <bool Indent>
 void IndentBlock(CommandContext& c)
 {
-    c.ports.edits->IndentBlock(*c.document, Indent);
+    c.document->IndentBlock(Indent);
 }
 template <bool Comment>
 void CommentBlock(CommandContext& c)
 {
-    c.ports.edits->CommentBlock(*c.document, Comment);
+    c.document->CommentBlock(Comment);
 }
 template <bool Collapse, bool All>
 void Fold(CommandContext& c)
@@ -56,17 +56,17 @@ constexpr CommandRow kRows[] = {
     {u"Clear", Do<&mvDocument::Delete>, HasSelection},
     {u"DeleteLine", Do<&mvDocument::DeleteLine>, HasDocument},
     {u"SelectAll", Do<&mvDocument::SelectAll>, HasDocument},
-    {u"IndentBlock", IndentBlock<true>, CanEditBlocks},
-    {u"OutdentBlock", IndentBlock<false>, CanEditBlocks},
-    {u"CommentBlock", CommentBlock<true>, CanEditBlocks},
-    {u"UncommentBlock", CommentBlock<false>, CanEditBlocks},
+    {u"IndentBlock", IndentBlock<true>, HasDocument},
+    {u"OutdentBlock", IndentBlock<false>, HasDocument},
+    {u"CommentBlock", CommentBlock<true>, HasDocument},
+    {u"UncommentBlock", CommentBlock<false>, HasDocument},
     {u"CollapseBlock", Fold<true, false>, FoldsBlocks},
     {u"ExpandBlock", Fold<false, false>, FoldsBlocks},
     {u"CollapseAll", Fold<true, true>, FoldsBlocks},
     {u"ExpandAll", Fold<false, true>, FoldsBlocks},
     {u"ValueMark", Do<&mvDocument::InsValue>, HasDocument},
     {u"SubValueMark", Do<&mvDocument::InsSubValue>, HasDocument},
-    {u"ToggleCase", [](CommandContext& c) { c.ports.edits->ToggleCase(*c.document); }, CanEditBlocks},
+    {u"ToggleCase", Do<&mvDocument::ToggleCase>, HasDocument},
 };
 
 } // namespace

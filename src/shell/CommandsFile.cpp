@@ -14,28 +14,16 @@ bool CanSaveAll(Context& c)
 {
     return c.document && (Writable(c) || c.program.OpenDocuments().Count() > 1);
 }
-bool CanPrint(Context& c)
-{
-    return c.document && c.ports.printer;
-}
-bool HasProperties(Context& c)
-{
-    return c.document && c.ports.dialogs;
-}
 bool CanCompile(Context& c)
 {
-    return Writable(c) && c.ports.compiler && c.ports.compiler->CanCompile(*c.document);
-}
-bool CanFormat(Context& c)
-{
-    return Writable(c) && c.ports.edits;
+    return Writable(c) && c.document->CanCompile();
 }
 
 void Compile(CommandContext& c)
 {
     const Text question = u"Program has not been saved. Do you want\nto save the file, then compile the program?";
     if (c.program.Files().IsDocumentSaved(*c.document, question, message_box::kOkCancel) != Saved::Stop)
-        c.ports.compiler->Compile(*c.document);
+        c.document->Compile();
 }
 
 constexpr CommandRow kRows[] = {
@@ -45,10 +33,10 @@ constexpr CommandRow kRows[] = {
     {u"Save", [](CommandContext& c) { c.program.Files().FileSave(*c.document); }, CanSave},
     {u"SaveAs", [](CommandContext& c) { c.program.Files().FileSaveAs(*c.document); }, HasDocument},
     {u"SaveAll", [](CommandContext& c) { c.program.Files().FileSaveAll(); }, CanSaveAll},
-    {u"Print", [](CommandContext& c) { c.ports.printer->PrintText(*c.document); }, CanPrint},
-    {u"Properties", [](CommandContext& c) { c.ports.dialogs->Properties(*c.document); }, HasProperties},
+    {u"Print", [](CommandContext& c) { c.program.Forms().Print(*c.document); }, HasDocument},
+    {u"Properties", [](CommandContext& c) { c.program.Forms().Properties(*c.document); }, HasDocument},
     {u"Exit", [](CommandContext& c) { c.program.Files().FileExit(); }, Always},
-    {u"Format", [](CommandContext& c) { c.ports.edits->Format(*c.document); }, CanFormat},
+    {u"Format", [](CommandContext& c) { c.document->Format(); }, Writable},
     {u"Compile", Compile, CanCompile},
 };
 

@@ -9,23 +9,15 @@ using namespace rules;
 
 bool CanBack(Context& c)
 {
-    return c.document && c.ports.history && c.ports.history->CanBack();
+    return c.document && c.program.History().CanNavigateBack();
 }
 bool CanForward(Context& c)
 {
-    return c.document && c.ports.history && c.ports.history->CanForward();
+    return c.document && c.program.History().CanNavigateForward();
 }
 bool HasBookmarks(Context& c)
 {
     return HasView(c) && View(c).Document().BookmarkCount() > 0;
-}
-bool HasGotoDialog(Context& c)
-{
-    return c.document && c.ports.dialogs;
-}
-bool CanGoto(Context& c)
-{
-    return c.document && (c.ports.dialogs || c.program.EditorSettings().NoGotoDialog);
 }
 
 void ToggleBookmark(CommandContext& c)
@@ -49,22 +41,22 @@ void ClearAllBookmarks(CommandContext& c)
 template <bool AlwaysAsk>
 void Goto(CommandContext& c)
 {
-    HandleGoto(c.program, c.ports.dialogs, c.document.get(), AlwaysAsk);
+    HandleGoto(c.program, c.document.get(), AlwaysAsk);
 }
 
 constexpr CommandRow kRows[] = {
-    {u"Find", [](CommandContext& c) { c.ports.search->Find(); }, CanSearch},
-    {u"FindNext", [](CommandContext& c) { c.ports.search->FindNext(); }, CanSearch},
-    {u"Replace", [](CommandContext& c) { c.ports.search->Replace(); }, CanSearch},
-    {u"NavBack", [](CommandContext& c) { c.ports.history->Back(*c.document); }, CanBack},
-    {u"NavForward", [](CommandContext& c) { c.ports.history->Forward(*c.document); }, CanForward},
+    {u"Find", [](CommandContext& c) { c.program.Forms().Find(); }, HasDocument},
+    {u"FindNext", [](CommandContext& c) { c.program.Forms().FindNext(); }, HasDocument},
+    {u"Replace", [](CommandContext& c) { c.program.Forms().Replace(); }, HasDocument},
+    {u"NavBack", [](CommandContext& c) { c.program.History().NavigateBack(c.document.get()); }, CanBack},
+    {u"NavForward", [](CommandContext& c) { c.program.History().NavigateForward(c.document.get()); }, CanForward},
     {u"ToggleBookmark", ToggleBookmark, HasView},
     {u"NextBookmark", GoToBookmark<false>, HasBookmarks},
     {u"PrevBookmark", GoToBookmark<true>, HasBookmarks},
     {u"ClearBookmarks", [](CommandContext& c) { View(c).Document().ClearBookmarks(); }, HasBookmarks},
     {u"ClearAllBookmarks", ClearAllBookmarks, HasDocument},
-    {u"Goto", Goto<true>, HasGotoDialog},
-    {u"ctxGoto", Goto<false>, CanGoto},
+    {u"Goto", Goto<true>, HasDocument},
+    {u"ctxGoto", Goto<false>, HasDocument},
     {u"ctxOpen", [](CommandContext& c) { HandleOpen(c.program, c.document.get()); }, HasDocument},
     {u"ctxToggleBlock", [](CommandContext& c) { HandleBlockToggle(c.program, c.document.get()); }, HasView},
     {u"ctxToggleBookmark", [](CommandContext& c) { HandleBookmarkToggle(c.program, c.document.get()); }, HasView},

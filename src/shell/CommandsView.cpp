@@ -8,11 +8,11 @@ using namespace rules;
 
 bool ToolBarShown(Context& c)
 {
-    return c.menus.State(Band::ToolBar).visible;
+    return c.program.Menus().State(Band::ToolBar).visible;
 }
 bool StatusBarShown(Context& c)
 {
-    return c.menus.State(Band::StatusBar).visible;
+    return c.program.Menus().State(Band::StatusBar).visible;
 }
 bool Highlights(Context& c)
 {
@@ -26,34 +26,26 @@ bool CanWrap(Context& c)
 {
     return HasView(c) && !c.program.EditorSettings().CollapseBlocks;
 }
-bool HasResults(Context& c)
-{
-    return c.ports.results != nullptr;
-}
 
 void SetHighlight(CommandContext& c)
 {
     bool mark = NewMark(c, Highlights(c));
     c.document->SetHighlight(mark);
-    for (Band band : {Band::ToolBar, Band::MainMenu}) c.menus.SetChecked(band, u"Highlight", mark);
-}
-
-void OpenHelp(CommandContext& c)
-{
-    if (c.ports.dialogs->HelpTopics()) c.program.State().HelpWasOpened = true;
+    for (Band band : {Band::ToolBar, Band::MainMenu}) c.program.Menus().SetChecked(band, u"Highlight", mark);
 }
 
 constexpr CommandRow kRows[] = {
-    {u"ViewToolbar", [](CommandContext& c) { c.menus.ShowBand(Band::ToolBar, NewMark(c, ToolBarShown(c))); }, Always,
-     ToolBarShown},
-    {u"ViewStatusbar", [](CommandContext& c) { c.menus.ShowBand(Band::StatusBar, NewMark(c, StatusBarShown(c))); },
-     Always, StatusBarShown},
+    {u"ViewToolbar", [](CommandContext& c) { c.program.Menus().ShowBand(Band::ToolBar, NewMark(c, ToolBarShown(c))); },
+     Always, ToolBarShown},
+    {u"ViewStatusbar",
+     [](CommandContext& c) { c.program.Menus().ShowBand(Band::StatusBar, NewMark(c, StatusBarShown(c))); }, Always,
+     StatusBarShown},
     {u"Highlight", SetHighlight, HasDocument, Highlights},
     {u"LineWrap", [](CommandContext& c) { View(c).SetLineWrap(NewMark(c, Wraps(c))); }, CanWrap, Wraps},
-    {u"Results", [](CommandContext& c) { c.ports.results->ShowResults(u""); }, HasResults},
-    {u"Settings", [](CommandContext& c) { c.ports.dialogs->Settings(1); }, HasDialogs},
-    {u"HelpTopics", OpenHelp, HasDialogs},
-    {u"HelpAbout", [](CommandContext& c) { c.ports.dialogs->About(); }, HasDialogs},
+    {u"Results", [](CommandContext& c) { c.program.Forms().Results(); }, Always},
+    {u"Settings", [](CommandContext& c) { c.program.Forms().Settings(); }, Always},
+    {u"HelpTopics", [](CommandContext& c) { c.program.Forms().HelpTopics(); }, Always},
+    {u"HelpAbout", [](CommandContext& c) { c.program.Forms().About(); }, Always},
 };
 
 } // namespace

@@ -8,10 +8,6 @@ namespace {
 using namespace rules;
 using namespace window_state;
 
-bool CanArrange(Context& c)
-{
-    return c.ports.windows && HasDocuments(c);
-}
 bool IsMaximized(Context& c)
 {
     return HasView(c) && c.document->View()->WindowState() == kMaximized;
@@ -20,13 +16,13 @@ bool IsMaximized(Context& c)
 template <int32_t Mode>
 void Arrange(CommandContext& c)
 {
-    c.ports.windows->Arrange(Mode);
+    c.program.Window().Arrange(Mode);
 }
 
 /// The document whose tab the tab menu was opened on; null when it has closed since.
 std::shared_ptr<mvDocument> TabDocument(Context& c)
 {
-    auto document = c.program.OpenDocuments().ById(ToInt(c.menus.Root(Band::TabContext).tag));
+    auto document = c.program.OpenDocuments().ById(ToInt(c.program.Menus().Root(Band::TabContext).tag));
     return document && document->View() ? document : nullptr;
 }
 
@@ -36,9 +32,9 @@ bool HasTab(Context& c)
 }
 
 constexpr CommandRow kRows[] = {
-    {u"TileHorizontal", Arrange<1>, CanArrange},
-    {u"TileVertical", Arrange<2>, CanArrange},
-    {u"Cascade", Arrange<0>, CanArrange},
+    {u"TileHorizontal", Arrange<1>, HasDocuments},
+    {u"TileVertical", Arrange<2>, HasDocuments},
+    {u"Cascade", Arrange<0>, HasDocuments},
     {u"Maximize", [](CommandContext& c) { ToggleWindowState(*c.document->View(), kMaximized); }, HasView, IsMaximized},
     {u"tab_activate", [](CommandContext& c) { TabDocument(c)->View()->Activate(); }, HasTab},
     {u"tab_close", [](CommandContext& c) { CloseWindow(*TabDocument(c)); }, HasTab},

@@ -45,7 +45,7 @@ Text FolderOf(const Text& name)
 
 NamedItem ResolveTarget(Program& program, mvDocument& document)
 {
-    TextView target = Trim(program.State().Target);
+    TextView target = Trim(program.Target().Target);
     NamedItem named{HomeOf(program, document.ItemObject().get()), {}};
     bool local = EqualsNoCase(named.place.provider, u"file");
     if (CountFields(target, u' ') > 1) {
@@ -75,19 +75,19 @@ bool ActivateOpen(Program& program, const ItemPlace& place)
 
 void HandleBookmarkToggle(Program& program, mvDocument* document)
 {
-    int32_t line = program.State().TargetLine;
+    int32_t line = program.Target().TargetLine;
     if (SourceView* view = ViewOfDocument(document); view && line > 0) view->Document().ToggleBookmark(line - 1);
 }
 
 void HandleBlockToggle(Program& program, mvDocument* document)
 {
     SourceView* view = ViewOfDocument(document);
-    const Text& target = program.State().Target;
-    if (!view || target.empty()) return;
+    const Hit& target = program.Target();
+    if (!view) return;
     SourceDocument& text = view->Document();
-    int32_t line = std::min(ToInt(TextView(target).substr(1)), text.LineCount() - 1);
-    if (target.front() == u'+') text.ExpandBlock(line);
-    if (target.front() != u'-') return;
+    int32_t line = std::min(target.TargetLine, text.LineCount()) - 1;
+    if (target.kind == HitKind::ClosedBlock) text.ExpandBlock(line);
+    if (target.kind != HitKind::OpenBlock) return;
     while (line >= 0 && text.BlockAt(line).kind != BlockPart::Kind::Head) --line;
     if (line >= 0) text.CollapseBlock(line);
 }
@@ -105,11 +105,11 @@ void HandleBlockCollapse(mvDocument* document, bool collapse, bool all)
     if (int32_t head = HeadOf(text, line); head >= 0) text.CollapseBlock(head);
 }
 
-void HandleGoto(Program& program, Dialogs* dialogs, mvDocument* document, bool alwaysAsk)
+void HandleGoto(Program& program, mvDocument* document, bool alwaysAsk)
 {
-    Text& target = program.State().Target;
+    Text& target = program.Target().Target;
     if (target.empty() || alwaysAsk || !program.EditorSettings().NoGotoDialog) {
-        if (dialogs) dialogs->Goto(target);
+        program.Forms().Goto(target);
     } else if (document) {
         document->GotoLabel(target);
     }
@@ -117,7 +117,7 @@ void HandleGoto(Program& program, Dialogs* dialogs, mvDocument* document, bool a
 
 void HandleOpen(Program& program, mvDocument* document)
 {
-    if (!document || Trim(program.State().Target).empty()) return;
+    if (!document || Trim(program.Target().Target).empty()) return;
     NamedItem named = ResolveTarget(program, *document);
     if (ActivateOpen(program, named.place)) return;
     SelectedItem picked;

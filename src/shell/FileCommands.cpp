@@ -1,27 +1,10 @@
 #include "shell/FileCommands.h"
 
-#include "diagnostics/Guarded.h"
 #include "documents/ScopedStates.h"
 #include "shell/Program.h"
 #include "shell/RecentEntries.h"
 
 namespace nib {
-
-template <typename Body>
-auto FileCommands::Run(TextView where, Body&& body, decltype(body()) failed) -> decltype(body())
-{
-    return Guarded(program_.Log(), where, std::forward<Body>(body), [&](const Error& error) {
-        program_.ReportError(error.description);
-        return failed;
-    });
-}
-
-template <typename Body>
-void FileCommands::Run(TextView where, Body&& body)
-{
-    Guarded(program_.Log(), where, std::forward<Body>(body),
-            [&](const Error& error) { program_.ReportError(error.description); });
-}
 
 void FileCommands::FileNew()
 {
@@ -37,29 +20,28 @@ void FileCommands::FileNew()
 
 void FileCommands::FileOpen()
 {
-    Run(u"frmMain.FileOpen", [&] { OpenDocumentsDialog(); });
+    program_.Safely(u"frmMain.FileOpen", [&] { OpenDocumentsDialog(); });
 }
 
 void FileCommands::FileOpenRecent(int32_t index)
 {
-    Run(u"frmMain.FileOpenRecent", [&] { OpenRecentDocument(index); });
+    program_.Safely(u"frmMain.FileOpenRecent", [&] { OpenRecentDocument(index); });
 }
 
 bool FileCommands::FileSave(mvDocument& document)
 {
-    return Run(
-        u"frmMain.FileSave", [&] { return document.ItemObject() ? document.FileSave() : FileSaveAs(document); }, false);
+    return program_.Safely(u"frmMain.FileSave",
+                           [&] { return document.ItemObject() ? document.FileSave() : FileSaveAs(document); });
 }
 
 bool FileCommands::FileSaveAs(mvDocument& document)
 {
-    return Run(
-        u"frmMain.FileSaveAs", [&] { return SaveDocumentAsDialog(document); }, false);
+    return program_.Safely(u"frmMain.FileSaveAs", [&] { return SaveDocumentAsDialog(document); });
 }
 
 void FileCommands::FileSaveAll()
 {
-    Run(u"frmMain.FileSaveAll", [&] {
+    program_.Safely(u"frmMain.FileSaveAll", [&] {
         for (auto& document : program_.OpenDocuments().All()) {
             if (!document->IsDirty()) continue;
             if (!document->ReadOnly()) {
@@ -77,17 +59,14 @@ void FileCommands::FileSaveAll()
 
 Saved FileCommands::IsDocumentSaved(mvDocument& document, Text message, int32_t buttons)
 {
-    return Run(
-        u"frmMain.IsDocumentSaved",
-        [&] {
-            if (!document.IsDirty()) return Saved::Yes;
-            if (message.empty()) message = u"Save changes to " + document.DisplayName() + u" ?";
-            int32_t answer = program_.ShowMessage(message, buttons + message_box::kQuestion);
-            if (answer == message_box::kAnswerYes || answer == message_box::kAnswerOk)
-                return FileSave(document) ? Saved::Yes : Saved::Stop;
-            return answer == message_box::kAnswerNo ? Saved::Discard : Saved::Stop;
-        },
-        Saved::Stop);
+    return program_.Safely(u"frmMain.IsDocumentSaved", [&] {
+        if (!document.IsDirty()) return Saved::Yes;
+        if (message.empty()) message = u"Save changes to " + document.DisplayName() + u" ?";
+        int32_t answer = program_.ShowMessage(message, buttons + message_box::kQuestion);
+        if (answer == message_box::kAnswerYes || answer == message_box::kAnswerOk)
+            return FileSave(document) ? Saved::Yes : Saved::Stop;
+        return answer == message_box::kAnswerNo ? Saved::Discard : Saved::Stop;
+    });
 }
 
 bool FileCommands::FileClose(mvDocument& document)
@@ -102,14 +81,11 @@ bool FileCommands::FileClose(mvDocument& document)
 
 bool FileCommands::FileCloseAll()
 {
-    return Run(
-        u"frmMain.FileCloseAll",
-        [&] {
-            for (auto& document : program_.OpenDocuments().All())
-                if (!FileClose(*document)) return false;
-            return true;
-        },
-        false);
+    return program_.Safely(u"frmMain.FileCloseAll", [&] {
+        for (auto& document : program_.OpenDocuments().All())
+            if (!FileClose(*document)) return false;
+        return true;
+    });
 }
 
 void FileCommands::FileExit()

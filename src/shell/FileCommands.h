@@ -34,10 +34,6 @@ private:
     bool OpenRecentDocument(int32_t index);
     void OpenDocumentsDialog();
     std::shared_ptr<mvItem> StartOfPicker();
-    template <typename Body>
-    auto Run(TextView where, Body&& body, decltype(body()) failed) -> decltype(body());
-    template <typename Body>
-    void Run(TextView where, Body&& body);
 
     Program& program_;
 };

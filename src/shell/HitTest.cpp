@@ -2,6 +2,7 @@
 
 #include "documents/LabelScan.h"
 #include "editing/LexClass.h"
+#include "text/SourceView.h"
 
 #include <algorithm>
 #include <optional>
@@ -143,11 +144,10 @@ bool FindInclude(const ClickedLine& line, Hit& hit)
     return true;
 }
 
-void FindBlock(BlockPart block, int32_t line, Hit& hit)
+void FindBlock(BlockPart block, Hit& hit)
 {
     if (!block.Any()) return;
     hit.kind = block.IsCollapsed() ? HitKind::ClosedBlock : HitKind::OpenBlock;
-    hit.Target = (block.IsCollapsed() ? u"+" : u"-") + Decimal(line);
 }
 
 } // namespace
@@ -160,7 +160,7 @@ Hit HitTest(SourceView& view, Position at)
     hit.TargetLine = at.line + 1;
     ClickedLine line(view, at);
     if (FindLabel(line, document.GetLineData(at.line, LineWord::Lexer), hit)) return hit;
-    if (!FindCall(line, hit) && !FindInclude(line, hit)) FindBlock(document.BlockAt(at.line), at.line, hit);
+    if (!FindCall(line, hit) && !FindInclude(line, hit)) FindBlock(document.BlockAt(at.line), hit);
     return hit;
 }
 

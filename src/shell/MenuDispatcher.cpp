@@ -1,7 +1,5 @@
 #include "shell/MenuDispatcher.h"
 
-#include "diagnostics/Guarded.h"
-#include "shell/Program.h"
 #include "shell/RecentEntries.h"
 #include "shell/WindowOperations.h"
 
@@ -22,14 +20,9 @@ Text PlainCaption(const mvConnection& connection, const Text& entry)
 
 } // namespace
 
-MenuDispatcher::MenuDispatcher(Program& program, MenuModel& menus, MenuBar& bar, const CommandPorts& ports)
-    : program_(program), menus_(menus), bar_(bar), ports_(ports)
-{
-}
-
 CommandContext MenuDispatcher::Context() const
 {
-    return {program_, menus_, ports_, program_.OpenDocuments().ById(program_.Window().ActiveDocument())};
+    return {program_, program_.OpenDocuments().ById(program_.Window().ActiveDocument())};
 }
 
 bool MenuDispatcher::Run(TextView key)
@@ -40,14 +33,7 @@ bool MenuDispatcher::Run(TextView key)
 
 void MenuDispatcher::UpdateToolBar()
 {
-    nib::UpdateToolBar(menus_, Context());
-}
-
-template <typename Body>
-void MenuDispatcher::Guard(TextView where, Body&& body)
-{
-    Guarded(program_.Log(), where, std::forward<Body>(body),
-            [&](const Error& error) { program_.ReportError(error.description); });
+    nib::UpdateToolBar(Context());
 }
 
 void MenuDispatcher::ToolClick(Band, const MenuTool& tool)
@@ -67,7 +53,7 @@ void MenuDispatcher::MenuOpening(const MenuTool& menu)
 
 void MenuDispatcher::BuildRecentMenu()
 {
-    Guard(u"modMain.BuildRecentMenu", [&] {
+    program_.Safely(u"modMain.BuildRecentMenu", [&] {
         MenuBatch batch(menus_);
         menus_.RemoveBeginning(Band::MainMenu, u"File", u"file_");
         for (int32_t i = 1; i <= program_.RecentFiles().ListCount(); ++i) {
@@ -83,7 +69,7 @@ void MenuDispatcher::BuildRecentMenu()
 
 void MenuDispatcher::BuildWindowMenu()
 {
-    Guard(u"modMain.BuildWindowMenu", [&] {
+    program_.Safely(u"modMain.BuildWindowMenu", [&] {
         MenuBatch batch(menus_);
         CommandContext context = Context();
         for (TextView key : {u"TileHorizontal", u"TileVertical", u"Cascade", u"Maximize"}) {
@@ -113,14 +99,14 @@ const MenuTool& MenuDispatcher::AddEntry(TextView menu, TextView prefix, int32_t
 
 void MenuDispatcher::TabActivate(int32_t tab)
 {
-    Guard(u"frmMain.qkMenuBar_TabActivate", [&] {
+    program_.Safely(u"frmMain.qkMenuBar_TabActivate", [&] {
         if (auto document = program_.OpenDocuments().ById(tab)) document->Activate();
     });
 }
 
 void MenuDispatcher::TabClose(int32_t tab)
 {
-    Guard(u"frmMain.qkMenuBar_TabClose", [&] {
+    program_.Safely(u"frmMain.qkMenuBar_TabClose", [&] {
         if (auto document = program_.OpenDocuments().ById(tab)) CloseWindow(*document);
     });
 }

@@ -2,7 +2,7 @@
 // Where every click on a menu, tool or tab arrives, and where menus are made ready before they open.
 
 #include "shell/CommandState.h"
-#include "shell/HitTest.h"
+#include "shell/Program.h"
 #include "shell/menus/MenuModel.h"
 
 namespace nib {
@@ -10,7 +10,7 @@ namespace nib {
 class MenuDispatcher final : public MenuEvents {
 public:
     /// All outlive it. `bar` opens the pop-ups.
-    MenuDispatcher(Program& program, MenuModel& menus, MenuBar& bar, const CommandPorts& ports);
+    MenuDispatcher(Program& program, MenuBar& bar) : program_(program), menus_(program.Menus()), bar_(bar) {}
 
     // MenuEvents
     void ToolClick(Band band, const MenuTool& tool) override;
@@ -30,8 +30,6 @@ public:
     CommandContext Context() const;
 
 private:
-    template <typename Body>
-    void Guard(TextView where, Body&& body);
     const MenuTool& AddEntry(TextView menu, TextView prefix, int32_t number, TextView name, TextView before);
     void PrepareContextMenu(HitKind kind);
     void PrepareTabMenu(int32_t state, bool active);
@@ -39,7 +37,6 @@ private:
     Program& program_;
     MenuModel& menus_;
     MenuBar& bar_;
-    const CommandPorts& ports_;
 };
 
 } // namespace nib

@@ -1,7 +1,5 @@
 #include "shell/Program.h"
 
-#include "diagnostics/Guarded.h"
-#include "shell/CommandLine.h"
 #include "shell/RecentEntries.h"
 
 #include <algorithm>
@@ -13,6 +11,7 @@ namespace {
 constexpr TextView kFontFiles[] = {u"DejaVuSansMono.ttf", u"DejaVuSansMono-Bold.ttf", u"DejaVuSansMono-BoldOblique.ttf",
                                    u"DejaVuSansMono-Oblique.ttf"};
 constexpr TextView kPreferredFont = u"DejaVu Sans Mono";
+constexpr int32_t kMinutesBetweenPasses = 5;
 
 /// Waiting for as long as this lives, whatever happens.
 class StartCursor {
@@ -28,9 +27,16 @@ private:
 
 } // namespace
 
-Program::Program(const ProgramPorts& ports)
-    : ports_(ports), log_(ports.trace), services_{*this, ports.connection, settings_, location_, openDocuments_, log_},
-      files_(*this), history_(services_, ports.clock)
+Program::Program(const ProgramPorts& ports, StartMode mode)
+    : ports_(ports), log_(ports.trace),
+      mode_(mode), services_{*this, ports.connection, settings_, location_, openDocuments_, log_},
+      hostConfiguration_(services_), recovery_({services_, ports.copies, ports.states, ports.token, ports.localData,
+                                                [this](TextView folder, const DynamicArray& names) {
+                                                    ports_.dialogs.OfferRecovered(recovery_, folder, names);
+                                                }}),
+      automationHost_(*this, ports.events),
+      automation_(services_, automationHost_, ports.events, mode == StartMode::Automation), files_(*this),
+      history_(services_, ports.clock)
 {
 }
 
@@ -40,53 +46,56 @@ Program::~Program()
     for (auto& document : openDocuments_.All()) IgnoringErrors([&] { document->FileClose(false); });
 }
 
-void Program::Main(StartMode mode, TextView commandLine)
+void Program::Main(const CommandLine& line)
 {
     // The name in the log is the one that the command line uses too: whoever reads it looks for both at once.
     Guarded(
-        log_, u"modMain.ParseCmdLine", [&] { Start(mode, commandLine); },
+        log_, u"modMain.ParseCmdLine", [&] { Start(line); },
         [&](const Error& error) {
             ShowMessage(u"The Application is unable to start due to the following error:\n" + error.description, 0);
             Shutdown();
         });
 }
 
-void Program::Start(StartMode mode, TextView commandLine)
+void Program::Start(const CommandLine& line)
 {
     InstallFonts();
     log_.Write(u"documents initialize", trace::kObjects);
-    ports_.parts.LoadSettings();
-    if (settings_.FontName.empty()) settings_.FontName = DefaultFontName();
-    ports_.mainWindow.Load();
+    LoadSettings();
+    ports_.mainWindow.Load(*this);
     AutoSaveTimer_ = ports_.timers.Every(std::chrono::minutes(1), [this] { AutoSaveTimer_Timer(); });
     ports_.mainWindow.Show();
     StartCursor wait(ports_.mainWindow);
     SetStatusText(1, u"");
-    ports_.parts.LoadForms();
-    if (mode == StartMode::Automation) return;
-    ports_.parts.ScanRecovery();
-    ParseCmdLine(commandLine);
+    ports_.dialogs.Load(*this);
+    if (mode_ == StartMode::Automation) return;
+    recovery_.CheckAutoRecover();
+    ParseCmdLine(line);
 }
 
-void Program::ParseCmdLine(TextView line)
+void Program::LoadSettings()
+{
+    auto ask = [this](TextView text, int32_t flags) { return ShowMessage(text, flags); };
+    settings_.LoadSettings({ports_.store, DefaultFontName(), ask});
+    if (settings_.FontName.empty()) settings_.FontName = DefaultFontName();
+}
+
+void Program::ParseCmdLine(const CommandLine& line)
 {
     log_.Write(u"parse begin", trace::kCommandLine);
-    log_.Write([&] { return u"command = " + Text(line); }, trace::kCommandLine);
-    Guarded(
-        log_, u"modMain.ParseCmdLine",
-        [&] {
-            OpenFromCommandLine(line);
-            log_.Write(u"parse end", trace::kCommandLine);
-        },
-        [&](const Error& error) { ReportError(error.description); });
+    log_.Write([&] { return u"command = " + line.text; }, trace::kCommandLine);
+    Safely(u"modMain.ParseCmdLine", [&] {
+        OpenFromCommandLine(line);
+        log_.Write(u"parse end", trace::kCommandLine);
+    });
 }
 
-void Program::OpenFromCommandLine(TextView line)
+void Program::OpenFromCommandLine(const CommandLine& line)
 {
     using Kind = CommandLineAction::Kind;
     bool readOnly = false;
     bool hostGiven = false;
-    for (const CommandLineAction& action : ParseCommandLine(line)) {
+    for (const CommandLineAction& action : line.actions) {
         switch (action.kind) {
         case Kind::Provider: location_.Provider = action.value; break;
         case Kind::Server:
@@ -111,11 +120,6 @@ void Program::OpenFromCommandLine(TextView line)
     }
     if (auto first = openDocuments_.Item(1)) first->Activate();
     if (hostGiven) LearnAccount();
-}
-
-void Program::LoadHostConfiguration()
-{
-    if (!hostConfigured_) hostConfigured_ = ports_.parts.LoadHostConfiguration();
 }
 
 void Program::LearnAccount()
@@ -160,21 +164,17 @@ void Program::DocumentLeft(mvDocument& document)
 
 void Program::AutoSaveTimer_Timer()
 {
-    if (!autoSaveTicks_.Tick(settings_.AutoRecover) || AutoSaveHeld()) return;
-    Guarded(
-        log_, u"frmMain.AutoSaveTimer_Timer", [&] { ports_.parts.AutoSavePass(); },
-        [&](const Error& error) { ReportError(error.description); });
+    if (!settings_.AutoRecover || ++AutoSaveMinuteCount_ < kMinutesBetweenPasses) return;
+    AutoSaveMinuteCount_ = 0;
+    if (!AutoSaveHeld()) Safely(u"frmMain.AutoSaveTimer_Timer", [&] { recovery_.AutoSaveDocuments(); });
 }
 
 void Program::HandleDroppedFiles(const std::vector<Text>& files)
 {
-    Guarded(
-        log_, u"modMain.HandleDroppedFiles",
-        [&] {
-            for (const Text& file : files) OpenPath(ports_.connection.ComposeFilePath(file), false);
-            ports_.mainWindow.ProcessMessages();
-        },
-        [&](const Error& error) { ReportError(error.description); });
+    Safely(u"modMain.HandleDroppedFiles", [&] {
+        for (const Text& file : files) OpenPath(ports_.connection.ComposeFilePath(file), false);
+        ports_.mainWindow.ProcessMessages();
+    });
 }
 
 std::shared_ptr<mvItem> Program::DefaultServer(std::shared_ptr<mvItem>& cached)
@@ -212,22 +212,20 @@ void Program::UninstallFonts()
 void Program::Shutdown()
 {
     if (std::exchange(shuttingDown_, true)) return;
-    Guarded(
-        log_, u"modMain.Shutdown", [&] { TakeDown(); }, [&](const Error& error) { ReportError(error.description); });
+    Safely(u"modMain.Shutdown", [&] { TakeDown(); });
 }
 
 void Program::TakeDown()
 {
     AutoSaveTimer_.reset();
     nextTurn_.reset();
-    ports_.parts.EndRecovery();
+    recovery_.EndAutoSaveSession();
     ports_.mainWindow.Unload();
-    ports_.parts.UnloadForms();
+    ports_.dialogs.Unload();
     for (auto& document : openDocuments_.All()) document->FileClose(false);
     log_.Write(u"documents terminate", trace::kObjects);
-    ports_.parts.SaveSettings();
-    ports_.parts.ReleaseHostConfiguration();
-    ports_.parts.RaiseQuit();
+    settings_.SaveSettings(ports_.store);
+    automation_.RaiseQuit();
     UninstallFonts();
 }
 
@@ -305,8 +303,8 @@ int32_t Program::ActiveDocument() const
 
 void Program::HoldAutoSave(bool hold)
 {
-    if (hold) return autoSaveGuards_.push_back(ports_.parts.HoldAutoSaveGuard());
-    ports_.parts.ReleaseAutoSaveGuard(autoSaveGuards_.back());
+    if (hold) return autoSaveGuards_.push_back(recovery_.HoldAutoSaveGuard());
+    recovery_.ReleaseAutoSaveGuard(autoSaveGuards_.back());
     autoSaveGuards_.pop_back();
 }
 

@@ -1,18 +1,22 @@
 #pragma once
 // The spine: owns what lives for the whole process, brings it up and takes it down in a fixed order.
 
-#include "documents/DocumentServices.h"
+#include "automation/Application.h"
+#include "diagnostics/Guarded.h"
+#include "documents/HostConfiguration.h"
 #include "documents/ViewFactory.h"
 #include "documents/mvDocuments.h"
+#include "persistence/recovery/modAutoRecover.h"
+#include "persistence/store/SettingsStore.h"
 #include "platform/Clipboard.h"
 #include "platform/Clock.h"
 #include "platform/Fonts.h"
 #include "platform/Timers.h"
-#include "shell/AutoSaveTicks.h"
+#include "shell/AutomationHost.h"
+#include "shell/CommandLine.h"
 #include "shell/FileCommands.h"
+#include "shell/HitTest.h"
 #include "shell/MainWindow.h"
-#include "shell/SessionParts.h"
-#include "shell/ShellState.h"
 #include "shell/navigation/modBacktrack.h"
 
 #include <set>
@@ -26,23 +30,29 @@ struct ProgramPorts {
     mvConnection& connection;
     MessageBoxes& boxes;
     MainWindow& mainWindow;
+    Dialogs& dialogs;
     ViewFactory& views;
+    AutomationEvents& events;
     Fonts& fonts;
     const Clipboard& clipboard;
-    SessionParts& parts;
     Timers& timers;
+    SettingsStore& store;
+    FileTransfer& copies; ///< makes the recovery files, for the user alone
+    FileStates& states;
+    SessionToken& token;
+    Text localData; ///< the user's data folder on this machine
     TraceChannel* trace = nullptr;
     const Clock& clock = kSteadyClock;
 };
 
 class Program final : private DocumentShell {
 public:
-    explicit Program(const ProgramPorts& ports);
+    explicit Program(const ProgramPorts& ports, StartMode mode = StartMode::User);
     ~Program() override;
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    void Main(StartMode mode, TextView commandLine);
+    void Main(const CommandLine& line);
     /// Runs its body once, however often it is called.
     void Shutdown();
     bool IsShuttingDown() const { return shuttingDown_; }
@@ -61,7 +71,7 @@ public:
     /// The user turned from the window of `document` to another.
     void DocumentLeft(mvDocument& document);
     /// Once for the process; a host that is not known well enough yet is asked again next time.
-    void LoadHostConfiguration();
+    void LoadHostConfiguration() { hostConfiguration_.LoadHostConfiguration(); }
     void HandleDroppedFiles(const std::vector<Text>& files);
     /// Asked once in the life of a dialog: the caller keeps `cached`.
     std::shared_ptr<mvItem> DefaultServer(std::shared_ptr<mvItem>& cached);
@@ -72,19 +82,36 @@ public:
     /// The same with what a picker answered.
     bool OpenPicked(const SelectedItem& picked);
 
+    /// The door of what the program is called for: a failure is logged and told to the user.
+    template <typename Body>
+    auto Safely(TextView where, Body&& body) -> decltype(body())
+    {
+        return Guarded(log_, where, std::forward<Body>(body), [&](const Error& error) {
+            ReportError(error.description);
+            return decltype(body())();
+        });
+    }
+
     FileCommands& Files() { return files_; }
+    Dialogs& Forms() { return ports_.dialogs; }
+    MenuModel& Menus() { return ports_.mainWindow.Menus(); }
+    Application& Automation() { return automation_; }
+    AutomationHost& ClientCommands() { return automationHost_; }
+    modAutoRecover& Recovery() { return recovery_; }
     NavigationHistory& History() { return history_; }
     mvDocuments& OpenDocuments() { return openDocuments_; }
     Location& CurrentLocation() { return location_; }
     MvEdit& EditorSettings() { return settings_; }
     clsRecentList& RecentFiles() { return settings_.RecentFiles; }
+    SettingsStore& Store() { return ports_.store; }
     DocumentServices& Services() { return services_; }
     mvConnection& Connection() { return ports_.connection; }
     MainWindow& Window() { return ports_.mainWindow; }
     const DebugLog& Log() const { return log_; }
     DocumentShell& Shell() { return *this; }
     bool ClipboardHasText() const { return ports_.clipboard.HasText(); }
-    ShellState& State() { return state_; }
+    /// What the last click in a view pointed at.
+    Hit& Target() { return target_; }
     bool AutoSaveHeld() const { return !autoSaveGuards_.empty(); }
 
 private:
@@ -99,9 +126,10 @@ private:
     std::unique_ptr<clsDocView> CreateView(mvDocument& document) override;
 
     void AutoSaveTimer_Timer();
-    void Start(StartMode mode, TextView commandLine);
-    void ParseCmdLine(TextView line);
-    void OpenFromCommandLine(TextView line);
+    void Start(const CommandLine& line);
+    void LoadSettings();
+    void ParseCmdLine(const CommandLine& line);
+    void OpenFromCommandLine(const CommandLine& line);
     void LearnAccount();
     void InstallFonts();
     void UninstallFonts();
@@ -110,20 +138,24 @@ private:
     ProgramPorts ports_;
     DebugLog log_;
     Location location_;
-    AutoSaveTicks autoSaveTicks_;
+    StartMode mode_;
+    int32_t AutoSaveMinuteCount_ = 0; ///< since the last auto-save pass; minutes without recovery do not count
     std::unique_ptr<Timers::Timer> AutoSaveTimer_; ///< rings each minute while the main window is there
     MvEdit settings_;
     mvDocuments openDocuments_;
     DocumentServices services_;
+    HostConfiguration hostConfiguration_;
+    modAutoRecover recovery_;
+    AutomationHost automationHost_;
+    Application automation_;
     FileCommands files_;
-    ShellState state_;
+    Hit target_;
     NavigationHistory history_;
     Text defaultFontName_;
     std::set<int32_t> changedDocuments_;      ///< their titles wait to be drawn
     std::unique_ptr<Timers::Timer> nextTurn_; ///< while anything waits
     std::vector<int32_t> autoSaveGuards_;     ///< held now, the innermost last
     bool fontsInstalled_ = false;
-    bool hostConfigured_ = false;
     bool shuttingDown_ = false;
 };
 

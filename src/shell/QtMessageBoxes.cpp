@@ -95,23 +95,19 @@ void AddCheckBox(QMessageBox& box, const MessageBoxPlan& plan, Outcome& outcome)
 
 } // namespace
 
-int32_t QtMessageBoxes::Show(TextView text, int32_t flags, TextView title)
-{
-    // Over a dialog that is up, so that no window manager puts the box behind it.
-    QWidget* dialog = QApplication::activeModalWidget();
-    return MsgBoxEx(text, flags, title, {}, dialog ? dialog : owner_.data());
-}
-
 void QtMessageBoxes::Beep()
 {
     QApplication::beep();
 }
 
-int32_t QtMessageBoxes::MsgBoxEx(TextView text, int32_t flags, TextView title, TextView checkCaption, QWidget* owner)
+int32_t QtMessageBoxes::Show(TextView text, int32_t flags, TextView title)
 {
     if (up_) return 0;
     const QScopedValueRollback<bool> whileUp(up_, true);
-    const MessageBoxPlan plan = PlanMessageBox(flags, title, checkCaption);
+    // Over a dialog that is up, so that no window manager puts the box behind it.
+    QWidget* dialog = QApplication::activeModalWidget();
+    QWidget* owner = dialog ? dialog : owner_.data();
+    const MessageBoxPlan plan = PlanMessageBox(flags, title);
     const BelowTheBox below(owner);
     Outcome outcome;
     // Its owner may end while the box is up, and takes it along.

@@ -8,12 +8,11 @@ namespace nib {
 
 class QtMessageBoxes : public MessageBoxes {
 public:
-    /// The boxes stand over `owner`; null until there is a window.
-    void SetOwner(QWidget* owner) { owner_ = owner; }
+    /// The boxes stand over `owner`.
+    explicit QtMessageBoxes(QWidget* owner = nullptr) : owner_(owner) {}
+    /// The answer survives the end of the owner.
     int32_t Show(TextView text, int32_t flags, TextView title) override;
     void Beep() override;
-    /// The same with a caption for the check box, and another owner; the answer survives the owner's end.
-    int32_t MsgBoxEx(TextView text, int32_t flags, TextView title, TextView checkCaption, QWidget* owner);
 
 private:
     QPointer<QWidget> owner_;

@@ -23,7 +23,6 @@ public:
     virtual void SelectionChanged(int32_t /*firstLine*/, int32_t /*lastLine*/) {}
     /// Font, colours, wrap, margin: everything must be measured again.
     virtual void AppearanceChanged() {}
-    virtual void Print() {}
     /// Where a caret comes that moves by rows as they are shown (wrapped lines have several); `goal` is the place
     /// across that it aims at, in the host's measure, negative to take it from `at`. False: the view goes by lines and
     /// columns.
@@ -140,10 +139,6 @@ public:
     bool ShowBlocks() const { return showBlocks_; }
     void SetShowBlocks(bool show);
 
-    ISourceDraw2* DrawHandler() const { return drawHandler_; }
-    void SetDrawHandler(ISourceDraw2* handler) { drawHandler_ = handler; }
-    void Print() { host_->Print(); }
-
     // Commands of keyboard and mouse
     void MoveCaret(Move move, bool extendSelection);
     void Cut();
@@ -210,7 +205,6 @@ private:
     SourceFont font_;
     TokenStyleTable screenStyles_;
     TokenStyleTable printStyles_;
-    ISourceDraw2* drawHandler_ = nullptr;
     int32_t backColor_ = static_cast<int32_t>(0x80000005);
     int32_t marginWidth_ = 5;
     bool showBlocks_ = false;

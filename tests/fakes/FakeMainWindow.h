@@ -1,6 +1,7 @@
 #pragma once
 #include "fakes/Journal.h"
 #include "shell/MainWindow.h"
+#include "shell/menus/MenuModel.h"
 
 #include <functional>
 #include <map>
@@ -12,7 +13,7 @@ class FakeMainWindow final : public MainWindow {
 public:
     explicit FakeMainWindow(Journal& journal) : journal_(journal) {}
 
-    void Load() override { journal_.Add(u"Load"); }
+    void Load(Program&) override { journal_.Add(u"Load"); }
     void Show() override { journal_.Add(u"Show"); }
     void Unload() override
     {
@@ -20,7 +21,6 @@ public:
         if (onUnload) onUnload();
     }
     void ToForeground() override { ++toForeground; }
-    void SetTitle(TextView value) override { title = value; }
     void SetStatusText(int32_t panel, TextView text) override
     {
         status[panel] = text;
@@ -35,10 +35,12 @@ public:
         if (whileProcessing) whileProcessing();
     }
     int32_t ActiveDocument() const override { return activeDocument; }
+    MenuModel& Menus() override { return menus; }
+    void Arrange(int32_t mode) override { journal_.Add(u"arrange " + Decimal(mode)); }
 
     std::function<void()> onUnload;
     std::function<void()> whileProcessing;
-    Text title;
+    MenuModel menus;
     std::map<int32_t, Text> status;
     std::map<int32_t, bool> panels;
     bool waiting = false;

@@ -1,4 +1,5 @@
 #pragma once
+#include "base/Error.h"
 #include "persistence/store/SettingsStore.h"
 
 #include <functional>
@@ -20,6 +21,7 @@ public:
     }
     void Save(TextView valueName, TextView value, TextView fallback = {}) override
     {
+        if (failing) throw Error{71, u"Not saved"};
         written.emplace_back(valueName);
         values[Text(valueName)] = value == fallback ? TextView{} : value;
     }
@@ -27,6 +29,7 @@ public:
     StoredValues values;
     std::vector<Text> written;
     int64_t reads = 0;
+    bool failing = false;
 };
 
 } // namespace nib::test

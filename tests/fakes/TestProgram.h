@@ -1,31 +1,19 @@
 #pragma once
 // A whole program on fakes: every rule of start, documents and commands can be driven through it.
 
-#include "fakes/FakeClock.h"
-#include "fakes/FakeConnection.h"
-#include "fakes/FakeFonts.h"
-#include "fakes/FakeMessageBoxes.h"
-#include "fakes/FakeSessionParts.h"
 #include "fakes/FakeViewFactory.h"
-#include "fakes/RecordingTrace.h"
-#include "shell/Program.h"
+#include "fakes/Surroundings.h"
 
 namespace nib::test {
 
 using Boxes = std::vector<ShownBox>;
 
-struct TestProgram {
-    Journal journal;
-    FakeConnection connection;
-    FakeMessageBoxes boxes;
+struct TestProgram : Surroundings {
+    using Surroundings::Surroundings;
+
     FakeMainWindow window{journal};
-    MemoryClipboard clipboard;
     FakeViewFactory views{window, clipboard};
-    FakeFonts fonts;
-    FakeSessionParts parts{journal};
-    RecordingTrace trace;
-    FakeClock clock;
-    Program program{{connection, boxes, window, views, fonts, clipboard, parts, clock, &trace, clock}};
+    Program program{Around(window, views)};
 
     FakeStore& Store() { return connection.store; }
     mvDocuments& Documents() { return program.OpenDocuments(); }
@@ -73,6 +61,12 @@ struct TestProgram {
         EXPECT_FALSE(program.AutoSaveHeld());
     }
 };
+
+/// A start with these arguments, none of them a file that is there.
+inline CommandLine Arguments(const std::vector<Text>& words)
+{
+    return ParseArguments(words, [](TextView) { return false; });
+}
 
 /// A place for host items of the tests.
 inline const Text kMain = u"mvdb:*/DEMO/BP/MAIN";

@@ -1,12 +1,9 @@
 #pragma once
 // Documents of a program of fakes, and recovery copies on a real disk. A restart is a new session of the same user.
 
-#include "fakes/FakeSessionToken.h"
 #include "fakes/TestProgram.h"
 #include "logic/storage/TempFolder.h"
 #include "persistence/recovery/RecoveryList.h"
-#include "platform/posix/PosixFileStates.h"
-#include "platform/posix/PosixFileTransfer.h"
 
 #include <gtest/gtest.h>
 
@@ -16,27 +13,14 @@
 
 namespace nib::test {
 
-/// Can be told to fail.
-struct FaultyTransfer final : PosixFileTransfer {
-    using PosixFileTransfer::PosixFileTransfer;
-    bool CloseFile(Handle file) override { return PosixFileTransfer::CloseFile(file) && !failing; }
-    Handle OpenFile(TextView path, Access access) override
-    {
-        return failing && access == Access::Replace ? 0 : PosixFileTransfer::OpenFile(path, access);
-    }
-    bool failing = false;
-};
-
 struct Session {
-    Session(const TempFolder& folder, FakeSessionToken& token)
-        : files(FileSaver(folder / "backups", 0600)),
-          recovery({t.program.Services(), files, states, token, FromUtf8(folder / "data"),
-                    [this](TextView place, const DynamicArray& names) {
-                        offered.emplace();
-                        for (int32_t i = 1; i <= names.Count(); ++i) offered->push_back(names.Extract({i}));
-                        if (onOffer) onOffer(place, names);
-                    }})
+    Session(const TempFolder& folder, FakeSessionToken& token) : t(folder.Path(), &token)
     {
+        t.dialogs.onOffer = [this](TextView place, const DynamicArray& names) {
+            offered.emplace();
+            for (int32_t i = 1; i <= names.Count(); ++i) offered->push_back(names.Extract({i}));
+            if (onOffer) onOffer(place, names);
+        };
     }
     /// A changed document; with `path` an item that holds the text, else a new one.
     mvDocument& Changed(const Text& text, const Text& path = {})
@@ -63,11 +47,10 @@ struct Session {
     }
 
     TestProgram t;
-    FaultyTransfer files;
-    PosixFileStates states;
+    FaultyTransfer& files = t.copies;
     std::optional<std::vector<Text>> offered;
     std::function<void(TextView, const DynamicArray&)> onOffer;
-    modAutoRecover recovery;
+    modAutoRecover& recovery = t.program.Recovery();
     RecoveryList list{recovery};
 };
 

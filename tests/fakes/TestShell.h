@@ -1,7 +1,6 @@
 #pragma once
-// A whole program with its menus, ports and dispatcher, all of them fakes where they end outside.
+// A whole program with its menus and dispatcher.
 
-#include "fakes/FakeCommandPorts.h"
 #include "fakes/RecordingMenuBar.h"
 #include "fakes/TestProgram.h"
 #include "shell/MenuDispatcher.h"
@@ -9,11 +8,9 @@
 namespace nib::test {
 
 struct TestShell : TestProgram {
-    FakeCommandPorts outside;
-    CommandPorts ports = outside.All();
-    MenuModel menus;
+    MenuModel& menus = window.menus;
     RecordingMenuBar bar;
-    MenuDispatcher dispatcher{program, menus, bar, ports};
+    MenuDispatcher dispatcher{program, bar};
 
     bool Run(TextView key) { return dispatcher.Run(key); }
     bool Enabled(TextView key) { return StateOfCommand(key, dispatcher.Context()).enabled; }
@@ -25,7 +22,7 @@ struct TestShell : TestProgram {
         if (tool.checkable) menus.SetChecked(band, key, !tool.checked);
         dispatcher.ToolClick(band, tool);
     }
-    std::vector<Text> Ran() { return outside.journal.Take(); }
+    std::vector<Text> Ran() { return journal.Take(); }
     std::vector<Text> Drawn() { return bar.journal.Take(); }
     SourceView& ViewOf(mvDocument& document) { return View(document).txtText(); }
 };

@@ -25,7 +25,7 @@ TYPES = {
 }
 # A command line with the word to complete in the last place, and what is offered.
 COMPLETIONS = [
-    (["nibpad71", "--"], {"--help", "--version"}),
+    (["nibpad71", "-"], {"-h", "--", "--help", "--version"}),
     (["nibpad71", "/A"], {"/A="}),
     (["nibpad71", "/T="], {"mvdb"}),
     (["nibpad71", "/H="], {r"\*", "stock"}),
@@ -97,7 +97,7 @@ def check_types(usr, work):
 def options_of(program, usr):
     """The words that --help names as options."""
     text = clean(f"{program} --help", usr / "bin" / program, "--help")
-    found = set(re.findall(r"(?<![\w'=])(/[A-Z]=?|--[a-z]+)", text))
+    found = set(re.findall(r"(?<![\w'=])(/[A-Z]=?|--[a-z]*|-[a-z]\b)", text))
     expect(len(found) >= 2, f"{program} --help names no options")
     return found
 
@@ -114,7 +114,7 @@ def check_manuals(usr):
         for section in ("NAME", "SYNOPSIS", "DESCRIPTION", "OPTIONS", "EXIT STATUS", "FILES", "EXAMPLES", "SEE ALSO"):
             expect(re.search(rf'^\.SH "?{section}"?$', roff, re.M), f"the manual of {program} has no {section}")
         options = options_of(program, usr)
-        described = set(re.findall(r"^\.TP\n\.[BI]+ (/[A-Z]=?|--[a-z]+)", text, re.M))
+        described = set(re.findall(r"^\.T[PQ]\n\.[BI]+ (/[A-Z]=?|--[a-z]*|-[a-z]\b)", text, re.M))
         expect(options == described, f"{program}: --help names {sorted(options)}, the manual {sorted(described)}")
         for option in options:
             expect(option in bash and option in zsh, f"the completion of {program} does not know {option}")

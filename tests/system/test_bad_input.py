@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
 """Files and items that cannot be what the user hopes: each gives a message, and nothing is lost."""
+import os
 import shutil
 import subprocess
 
@@ -24,6 +25,17 @@ def what_is_no_text_is_refused(desktop):
     binary.write_bytes(b"\x7fELF\0\0\0")
     refuses_with_a_message(desktop, binary)
     refuses_with_a_message(desktop, desktop.folder)
+
+
+def a_name_that_is_no_utf8_opens_and_an_unknown_switch_is_told(desktop):
+    path = desktop.folder / os.fsdecode(b"caf\xe9.txt")
+    path.write_bytes(b"old\n")
+    program = desktop.start("/X", path)
+    desktop.wait_active(r"\[caf")
+    desktop.type_text("new ")
+    desktop.keys("ctrl+s")
+    expect_file(path, b"new old\n")
+    expect("nibpad71: unknown switch /X\n" in program.output(), f"nothing told of /X: {program.output()}")
 
 
 def places_that_are_not_there(desktop):
@@ -99,5 +111,6 @@ def a_folder_that_vanishes_keeps_the_document(desktop):
 
 
 if __name__ == "__main__":
-    lib.run(what_is_no_text_is_refused, places_that_are_not_there, odd_item_ids,
+    lib.run(what_is_no_text_is_refused, a_name_that_is_no_utf8_opens_and_an_unknown_switch_is_told,
+            places_that_are_not_there, odd_item_ids,
             a_full_disk_keeps_the_document_and_the_old_file, a_folder_that_vanishes_keeps_the_document)

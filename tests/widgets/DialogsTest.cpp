@@ -285,16 +285,15 @@ TEST(MessageBoxTest, CheckBoxAndYesToAll)
 
 TEST(MessageBoxTest, OwnerThatGoesTakesTheBoxNotTheAnswer)
 {
-    QtMessageBoxes boxes;
     auto owner = std::make_unique<QWidget>();
+    QtMessageBoxes gone(owner.get());
     owner->show();
-    boxes.SetOwner(owner.get());
     QTimer::singleShot(0, [&] { owner.reset(); });
-    EXPECT_EQ(boxes.Show(u"Save?", kYesNoCancel | kExtended, u""), kAnswerCancel);
+    EXPECT_EQ(gone.Show(u"Save?", kYesNoCancel | kExtended, u""), kAnswerCancel);
 
     owner = std::make_unique<QWidget>();
+    QtMessageBoxes boxes(owner.get());
     owner->show();
-    boxes.SetOwner(owner.get());
     QTimer::singleShot(0, [&] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         ASSERT_TRUE(box);
@@ -309,10 +308,9 @@ TEST(MessageBoxTest, OwnerThatGoesTakesTheBoxNotTheAnswer)
 
 TEST(MessageBoxTest, OwnerAboveAllOthersStepsDown)
 {
-    QtMessageBoxes boxes;
     QWidget owner(nullptr, Qt::WindowStaysOnTopHint);
     owner.show();
-    boxes.SetOwner(&owner);
+    QtMessageBoxes boxes(&owner);
     WhenModal([&](QWidget& box) {
         EXPECT_FALSE(owner.windowHandle()->flags() & Qt::WindowStaysOnTopHint);
         EXPECT_EQ(box.windowModality(), Qt::ApplicationModal);

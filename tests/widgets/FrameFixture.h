@@ -1,15 +1,7 @@
 #pragma once
 // The real frame with real document windows over a fake host, on the offscreen platform.
 
-#include "fakes/FakeClock.h"
-#include "fakes/FakeConnection.h"
-#include "fakes/FakeFonts.h"
-#include "fakes/FakeMessageBoxes.h"
-#include "fakes/FakeSessionParts.h"
-#include "fakes/MemoryClipboard.h"
-#include "fakes/MemorySettings.h"
-#include "fakes/RecordingTrace.h"
-#include "shell/Program.h"
+#include "fakes/Surroundings.h"
 #include "shell/frame/frmDocument.h"
 #include "shell/frame/frmMain.h"
 #include "text/widget/SourceViewWidget.h"
@@ -22,18 +14,9 @@
 
 namespace nib::test {
 
-struct FrameFixture : testing::Test, ViewFactory {
-    Journal journal;
-    FakeConnection connection;
-    FakeMessageBoxes boxes;
-    MemoryClipboard clipboard;
-    FakeFonts fonts;
-    FakeSessionParts parts{journal};
-    RecordingTrace trace;
-    MemorySettings store;
-    FakeClock time;
+struct FrameFixture : testing::Test, Surroundings, ViewFactory {
     frmMain frame;
-    Program program{{connection, boxes, frame, *this, fonts, clipboard, parts, time, &trace}};
+    Program program{Around(frame, *this)};
 
     std::unique_ptr<clsDocView> CreateView(mvDocument& document) override
     {
@@ -42,8 +25,6 @@ struct FrameFixture : testing::Test, ViewFactory {
 
     void SetUp() override
     {
-        frame.SetProgram(&program);
-        frame.SetStore(&store);
         trace.wanted |= nib::trace::kObjects;
         Start();
     }
@@ -55,7 +36,7 @@ struct FrameFixture : testing::Test, ViewFactory {
     }
     virtual void Start()
     {
-        program.Main(StartMode::User, u"");
+        program.Main({});
         frame.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
     }
@@ -76,7 +57,7 @@ struct FrameFixture : testing::Test, ViewFactory {
     void Settle()
     {
         QApplication::processEvents();
-        time.Advance({});
+        clock.Advance({});
     }
     SourceViewWidget& TextOf(frmDocument& form) { return *form.SubWindow()->findChild<SourceViewWidget*>(); }
     void Load(frmDocument& form, TextView text)

@@ -91,7 +91,7 @@ TEST_F(FrameTest, AWindowFollowsItsNeighbour)
     EXPECT_EQ(first.WindowState(), 0);
     EXPECT_EQ(Caption(), "Nib");
     for (int32_t mode : {0, 1, 2}) {
-        frame.Ports().windows->Arrange(mode);
+        frame.Arrange(mode);
         EXPECT_TRUE(first.IsActive() && first.TextHasFocus());
     }
     first.SetWindowState(1);
@@ -221,7 +221,7 @@ TEST_F(FrameTest, TheEndRemembersThePlaceAndSaysSo)
     frame.Unload();
     EXPECT_EQ(store.values[u"MainState"], u"2");
     EXPECT_EQ(store.values[u"MainWidth"], Decimal(twips));
-    EXPECT_TRUE(journal.Has(u"SaveSettings"));
+    EXPECT_TRUE(store.values.contains(u"FontName"));
 }
 
 TEST_F(FrameTest, TheShutdownTimerEndsTheProgram)
@@ -304,14 +304,14 @@ TEST_F(FrameTest, ARightClickMovesTheCaretOnlyWithoutASelection)
     Load(form, u"GOSUB DONE\nDONE:");
     Click(form, At(form, 7, 0), Qt::RightButton);
     EXPECT_EQ(form.txtText().Caret(), (Position{7, 0}));
-    EXPECT_EQ(program.State().Target, u"DONE");
-    EXPECT_EQ(program.State().TargetLine, 1);
+    EXPECT_EQ(program.Target().Target, u"DONE");
+    EXPECT_EQ(program.Target().TargetLine, 1);
     form.txtText().SetSelection({0, 0}, {5, 0});
     Click(form, At(form, 1, 1), Qt::RightButton);
     EXPECT_TRUE(form.txtText().HasSelection());
-    EXPECT_EQ(program.State().TargetLine, 2);
+    EXPECT_EQ(program.Target().TargetLine, 2);
     Click(form, At(form, 1, 1));
-    EXPECT_EQ(program.State().TargetLine, 0);
+    EXPECT_EQ(program.Target().TargetLine, 0);
     form.txtText().Document().SetLexer(nullptr);
 }
 
@@ -334,9 +334,10 @@ TEST_F(FrameTest, DroppedFilesOpenAndTheRestIsToldOf)
     QTemporaryDir folder;
     Text path = folder.filePath(QStringLiteral("a.bas")).toStdU16String();
     connection.store.items[u"file:" + path] = {u"PRINT", false};
+    connection.store.items[connection.ComposeFilePath(u"/x/caf\xDCE9")] = {u"PRINT", false};
     Drop({QUrl::fromLocalFile(QString::fromStdU16String(path)), QUrl::fromLocalFile(folder.path()),
-          QUrl(QStringLiteral("http://host/b.bas")), QUrl()});
-    EXPECT_EQ(program.OpenDocuments().Count(), 1);
+          QUrl(QStringLiteral("http://host/b.bas")), QUrl(), QUrl::fromEncoded("file:///x/caf%E9")});
+    EXPECT_EQ(program.OpenDocuments().Count(), 2) << "also one whose name is no UTF-8";
     auto shown = boxes.Take();
     ASSERT_EQ(shown.size(), 1U);
     EXPECT_NE(shown[0].text.find(folder.path().toStdU16String()), Text::npos);
@@ -347,23 +348,6 @@ TEST_F(FrameTest, DroppedFilesOpenAndTheRestIsToldOf)
     QDragEnterEvent enter({50, 200}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&frame, &enter);
     EXPECT_FALSE(enter.isAccepted());
-}
-
-TEST_F(FrameTest, AutoSaveRunsByTheProgramsTimersWhileTheFrameIsThere)
-{
-    using namespace std::chrono_literals;
-    auto passes = [this] { return std::count(journal.lines.begin(), journal.lines.end(), u"AutoSavePass"); };
-    New();
-    time.Advance(5min - 1ms);
-    EXPECT_EQ(passes(), 0);
-    time.Advance(1ms);
-    EXPECT_EQ(passes(), 1);
-    time.Advance(10min);
-    EXPECT_EQ(passes(), 3);
-    for (auto& document : program.OpenDocuments().All()) document->FileClose(false);
-    frame.close();
-    time.Advance(60min);
-    EXPECT_EQ(passes(), 3);
 }
 
 } // namespace

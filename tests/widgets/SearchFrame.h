@@ -17,7 +17,7 @@
 
 namespace nib::test {
 
-struct SearchFrame : FrameFixture, SearchForms {
+struct SearchFrame : FrameFixture {
     std::unique_ptr<ResultsModel> resultsModel;
     std::unique_ptr<frmResults> results;
     std::unique_ptr<FindEngine> engine;
@@ -25,12 +25,19 @@ struct SearchFrame : FrameFixture, SearchForms {
 
     void Start() override
     {
-        frame.Ports().search = this;
         FrameFixture::Start();
         resultsModel = std::make_unique<ResultsModel>(program.Services());
         results = std::make_unique<frmResults>(*resultsModel, store, &frame);
         engine = std::make_unique<FindEngine>(program.Services(), *results, program.EditorSettings().RecentSearches);
         dialog = std::make_unique<frmFind>(*engine, &frame);
+        dialogs.onFind = [this](TextView what) {
+            if (what == u"find")
+                dialog->Find();
+            else if (what == u"replace")
+                dialog->Replace();
+            else
+                dialog->FindNext();
+        };
     }
     void TearDown() override
     {
@@ -40,11 +47,6 @@ struct SearchFrame : FrameFixture, SearchForms {
         resultsModel.reset();
         FrameFixture::TearDown();
     }
-
-    // SearchForms
-    void Find() override { dialog->Find(); }
-    void FindNext() override { dialog->FindNext(); }
-    void Replace() override { dialog->Replace(); }
 
     /// Brings the document to the front and calls for the dialog by its key.
     void Open(frmDocument& form, bool replace)

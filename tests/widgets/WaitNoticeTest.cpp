@@ -22,8 +22,7 @@ TEST(QtWaitNotice, AsksAfterASecond)
 {
     QWidget owner;
     owner.show();
-    QtWaitNotice notice;
-    notice.SetOwner(&owner);
+    QtWaitNotice notice(&owner);
     ASSERT_TRUE(notice.Started(u"BASIC <b>BP MAIN"));
     EXPECT_FALSE(notice.Started(u"BASIC BP OTHER")) << "one at a time";
     EXPECT_TRUE(notice.GoOn(950ms));

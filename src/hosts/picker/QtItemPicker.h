@@ -10,8 +10,8 @@ namespace nib {
 /// Runs the item picker as a modal dialog. Its size and the showing of hidden files last as long as the program.
 class ItemPicker : public PickerDialog {
 public:
-    /// The dialog stands over `owner`; null until there is a window.
-    void SetOwner(QWidget* owner) { owner_ = owner; }
+    /// The dialog stands over `owner`.
+    explicit ItemPicker(QWidget* owner = nullptr) : owner_(owner) {}
     std::optional<PickerAnswer> Run(const SelectRequest& request, TextView startPath, ItemBrowser& browser) override;
 
 private:

@@ -70,7 +70,7 @@ private:
     bool cancelled_ = false;
 };
 
-QtWaitNotice::QtWaitNotice() = default;
+QtWaitNotice::QtWaitNotice(QWidget* owner) : owner_(owner) {}
 QtWaitNotice::~QtWaitNotice() = default;
 
 bool QtWaitNotice::Started(TextView command)

@@ -12,11 +12,9 @@ namespace nib {
 /// program, so that nothing can be begun meanwhile, and has them painted.
 class QtWaitNotice : public WaitNotice {
 public:
-    QtWaitNotice();
+    /// The dialog stands over `owner`.
+    explicit QtWaitNotice(QWidget* owner = nullptr);
     ~QtWaitNotice() override;
-
-    /// The dialog stands over `owner`; null until there is a window.
-    void SetOwner(QWidget* owner) { owner_ = owner; }
 
     bool Started(TextView command) override;
     bool GoOn(std::chrono::milliseconds elapsed) override;

@@ -85,17 +85,16 @@ FrameBounds FitToDesktop(FrameBounds bounds, const Desktop& desktop)
             FitExtent(bounds.height, kLeastHeight, desktop.all.height)};
 }
 
-void FramePlacement::Load(SettingsStore* store, const Desktop& desktop)
+void FramePlacement::Load(SettingsStore& store, const Desktop& desktop)
 {
-    auto get = [&](TextView name, TextView fallback) { return store ? store->Get(name, fallback) : Text(fallback); };
-    int32_t state = NumberOr(get(u"MainState", u"0"), window_state::kNormal);
+    int32_t state = NumberOr(store.Get(u"MainState", u"0"), window_state::kNormal);
     state_ = state == window_state::kMinimized || state == window_state::kMaximized ? state : window_state::kNormal;
     for (const BoundsRow& row : kBounds) {
         int32_t usual = Part(row.across ? desktop.screenWidth : desktop.screenHeight, row.part);
-        bounds_.*row.member = NumberOr(get(row.name, Decimal(usual)), usual);
+        bounds_.*row.member = NumberOr(store.Get(row.name, Decimal(usual)), usual);
     }
     bounds_ = FitToDesktop(bounds_, desktop);
-    for (const BandRow& row : kBands) this->*row.member = !EqualsNoCase(Trim(get(row.name, u"True")), u"False");
+    for (const BandRow& row : kBands) this->*row.member = !EqualsNoCase(Trim(store.Get(row.name, u"True")), u"False");
 }
 
 void FramePlacement::Placed(int32_t state, const FrameBounds& now)

@@ -25,8 +25,7 @@ struct Desktop {
 
 class FramePlacement {
 public:
-    /// `store` may be null: the defaults.
-    void Load(SettingsStore* store, const Desktop& desktop);
+    void Load(SettingsStore& store, const Desktop& desktop);
     /// Each move and resize comes here; only those of a normal window count.
     void Placed(int32_t state, const FrameBounds& now);
     void Save(SettingsStore& store, int32_t state) const;

@@ -3,7 +3,6 @@
 #include "diagnostics/DebugLog.h"
 #include "documents/mvDocument.h"
 #include "platform/qt/QtText.h"
-#include "printing/QtPrinting.h"
 #include "shell/Program.h"
 #include "shell/frame/FramePlacement.h"
 #include "shell/frame/frmDocumentWindow.h"
@@ -28,7 +27,7 @@ frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard, mvDocument& 
     widget_ = new SourceViewWidget(buffer_, clipboard);
     window_->SetText(widget_);
     mainWindow_.AddChild(*this);
-    mainWindow_.Safely(u"frmDocument.Form_Load", [this] { Load(); });
+    program.Safely(u"frmDocument.Form_Load", [this] { Load(); });
     Connect();
     program.Log().Write(u"frmdocument initialize end", trace::kObjects);
 }
@@ -49,8 +48,6 @@ frmDocument::~frmDocument()
 void frmDocument::Load()
 {
     buffer_.SetLexer(&lexer_);
-    print_ = std::make_unique<PrintClass>(Model(), mainWindow_.Owner().Log(), ShortDate);
-    Model().SetDrawHandler(print_.get());
 }
 
 void frmDocument::Connect()
@@ -64,9 +61,6 @@ void frmDocument::Connect()
     using View = SourceViewWidget;
     QObject::connect(widget_, &View::valueRequested, window_, [this] { Insert(false); });
     QObject::connect(widget_, &View::subValueRequested, window_, [this] { Insert(true); });
-    QObject::connect(widget_, &View::printRequested, window_, [this] {
-        if (mainWindow_.Printer() && document_) mainWindow_.Printer()->Print(Model(), document_->DisplayName());
-    });
     QObject::connect(widget_, &View::mousePressed, window_, [this] { ClearTarget(); });
     QObject::connect(widget_, &View::mouseDoubleClicked, window_, [this] { doubleClicked_ = true; });
     QObject::connect(widget_, &View::mouseReleased, window_,

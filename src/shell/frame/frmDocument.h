@@ -3,7 +3,6 @@
 
 #include "documents/clsDocView.h"
 #include "editing/LexClass.h"
-#include "printing/PrintClass.h"
 #include "shell/HitTest.h"
 #include "text/SourceView.h"
 
@@ -80,7 +79,6 @@ private:
     SourceDocument buffer_;
     DocumentWindow* window_ = nullptr;   ///< owned by the MDI area, deleted with this object
     SourceViewWidget* widget_ = nullptr; ///< owned by window_
-    std::unique_ptr<PrintClass> print_;
     mvDocument* document_;
     const int32_t documentId_;
     QTimer focusTimer_;

@@ -52,7 +52,7 @@ void frmDocument::OvertypeChanged(bool)
 void frmDocument::Insert(bool subValue)
 {
     if (!document_) return;
-    mainWindow_.Safely(u"frmDocument.txtText_KeyPress", [&] {
+    mainWindow_.Owner().Safely(u"frmDocument.txtText_KeyPress", [&] {
         if (subValue)
             document_->InsSubValue();
         else
@@ -64,18 +64,12 @@ void frmDocument::Insert(bool subValue)
 
 void frmDocument::ClearTarget()
 {
-    ShellState& state = mainWindow_.Owner().State();
-    state.Target.clear();
-    state.TargetLine = 0;
+    mainWindow_.Owner().Target() = {};
 }
 
 HitKind frmDocument::HitAt(Position at)
 {
-    Hit hit = HitTest(Model(), at);
-    ShellState& state = mainWindow_.Owner().State();
-    state.Target = hit.Target;
-    state.TargetLine = hit.TargetLine;
-    return hit.kind;
+    return (mainWindow_.Owner().Target() = HitTest(Model(), at)).kind;
 }
 
 void frmDocument::MouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at)

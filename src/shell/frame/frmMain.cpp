@@ -1,6 +1,5 @@
 #include "shell/frame/frmMain.h"
 
-#include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
 #include "platform/qt/QtText.h"
 #include "shell/Program.h"
@@ -17,6 +16,7 @@ namespace nib {
 
 namespace {
 
+constexpr TextView kTitle = u"Nib";
 constexpr int kShutdownDelay = 50;
 constexpr int kStuckFocusDelay = 100;
 
@@ -48,7 +48,6 @@ frmMain::frmMain() : area_(new QMdiArea(this))
     area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation, true);
     menuBar_.SetCentral(area_);
-    ports_.windows = this;
     setAcceptDrops(true);
     QObject::connect(area_, &QMdiArea::subWindowActivated, this, [this] { ChildActivated(); });
 
@@ -73,17 +72,18 @@ frmMain::~frmMain()
 
 // Load
 
-void frmMain::Load()
+void frmMain::Load(Program& program)
 {
-    program_->Log().Write(u"mdiform initialize", trace::kObjects);
-    Safely(u"frmMain.MDIForm_Load", [this] { LoadParts(); });
+    program_ = &program;
+    program.Log().Write(u"mdiform initialize", trace::kObjects);
+    program.Safely(u"frmMain.MDIForm_Load", [this] { LoadParts(); });
 }
 
 void frmMain::LoadParts()
 {
     program_->Log().Write(u"mdiform load begin", trace::kObjects);
-    SetTitle(u"Nib");
-    placement_.Load(store_, PresentDesktop(*screen()));
+    UpdateCaption();
+    placement_.Load(program_->Store(), PresentDesktop(*screen()));
     Place();
     LoadBands();
     QObject::connect(qApp, &QApplication::focusChanged, this,
@@ -175,8 +175,8 @@ void frmMain::closeEvent(QCloseEvent* event)
         unloading_ = true;
     }
     event->accept();
-    if (std::exchange(loaded_, false)) Safely(u"frmMain.MDIForm_Unload", [this] { UnloadParts(); });
-    program_->Shutdown();
+    if (std::exchange(loaded_, false)) program_->Safely(u"frmMain.MDIForm_Unload", [this] { UnloadParts(); });
+    if (program_) program_->Shutdown();
     QApplication::quit();
 }
 
@@ -188,7 +188,7 @@ void frmMain::UnloadParts()
     placement_.Placed(PresentState(), PresentBounds());
     placement_.toolbarVisible = menus_.State(Band::ToolBar).visible;
     placement_.statusbarVisible = menus_.State(Band::StatusBar).visible;
-    if (store_) placement_.Save(*store_, PresentState());
+    placement_.Save(program_->Store(), PresentState());
     program_->Log().Write(u"mdiform terminate", trace::kObjects);
 }
 
@@ -203,16 +203,10 @@ void frmMain::ToForeground()
     activateWindow();
 }
 
-void frmMain::SetTitle(TextView title)
-{
-    title_ = title;
-    UpdateCaption();
-}
-
 void frmMain::UpdateCaption()
 {
     frmDocument* form = ActiveForm();
-    Text caption = title_;
+    Text caption(kTitle);
     if (form && form->WindowState() == window_state::kMaximized) caption += u" - [" + form->Title() + u"]";
     setWindowTitle(PlainTitle(caption));
 }
@@ -237,11 +231,6 @@ int32_t frmMain::ActiveDocument() const
 {
     frmDocument* form = ActiveForm();
     return form && form->ViewObject() ? form->ViewObject()->DocumentID() : 0;
-}
-
-void frmMain::Safely(TextView where, const std::function<void()>& body)
-{
-    Guarded(program_->Log(), where, body, [this](const Error& error) { program_->ReportError(error.description); });
 }
 
 } // namespace nib

@@ -2,7 +2,6 @@
 // The frame: the child windows of the documents inside it, its place on the desktop, its timers, and the keys and drops
 // that belong to it rather than to a widget in it.
 
-#include "printing/Printing.h"
 #include "shell/MainWindow.h"
 #include "shell/MenuDispatcher.h"
 #include "shell/frame/ChildOrder.h"
@@ -23,23 +22,13 @@ class frmDocument;
 class Program;
 enum class KeyAction;
 
-class frmMain final : public QMainWindow, public MainWindow, private ChildWindows {
+class frmMain final : public QMainWindow, public MainWindow {
 public:
     frmMain();
     ~frmMain() override;
 
-    /// Both set once, before Load; they outlive the window's use of them. Without a store nothing is remembered.
-    void SetProgram(Program* program) { program_ = program; }
-    void SetStore(SettingsStore* store) { store_ = store; }
-    /// Null as long as nothing can be printed.
-    void SetPrinting(Printing* printing) { printing_ = printing; }
-    Printing* Printer() const { return printing_; }
-    /// Filled as the rooms behind the commands are plugged in.
-    CommandPorts& Ports() { return ports_; }
-    MenuModel& Menus() { return menus_; }
-
     // MainWindow
-    void Load() override;
+    void Load(Program& program) override;
     void Show() override;
     void Unload() override;
     void ArmShutdownTimer() override;
@@ -48,14 +37,14 @@ public:
     void SetVisible(bool visible) override { setVisible(visible); }
     bool IsModal() const override;
     void ToForeground() override;
-    void SetTitle(TextView title) override;
-    Text Title() const { return title_; }
     void SetStatusText(int32_t panel, TextView text) override;
     void ShowStatusPanel(int32_t panel, bool visible) override;
     void SetWaitCursor(bool wait) override;
     void UpdateToolBar() override;
     void ProcessMessages() override;
     int32_t ActiveDocument() const override;
+    MenuModel& Menus() override { return menus_; }
+    void Arrange(int32_t mode) override;
 
     // For the document windows
     Program& Owner() const { return *program_; }
@@ -69,8 +58,6 @@ public:
     /// Runs a command by its key.
     bool Run(TextView key);
     void ShowContextMenu(HitKind kind, QPoint at);
-    /// For whatever Qt calls: no failure may leave such a call.
-    void Safely(TextView where, const std::function<void()>& body);
 
     /// Child windows from front to back.
     const std::vector<frmDocument*>& Children() const { return order_.All(); }
@@ -116,15 +103,11 @@ private:
     void FollowFrameState(frmDocument& form);
     void RestoreAll();
     int32_t StateForNew(const frmDocument& form) const;
-    void Arrange(int32_t mode) override;
 
     Program* program_ = nullptr;
-    SettingsStore* store_ = nullptr;
-    Printing* printing_ = nullptr;
     QMdiArea* area_;
     MenuModel menus_;
     QtMenuBar menuBar_{*this, menus_};
-    CommandPorts ports_;
     std::unique_ptr<MenuDispatcher> dispatcher_;
     std::vector<frmDocument*> children_; ///< in the order of their making
     ChildOrder<frmDocument> order_;      ///< those that were in front at least once
@@ -132,7 +115,6 @@ private:
     FramePlacement placement_;
     QTimer shutdownTimer_;
     QTimer stuckFocusTimer_;
-    Text title_ = u"Nib";
     bool childrenMaximised_ = false; ///< one child fills the frame, and so will the one that comes to the front
     bool arranging_ = false;
     bool waiting_ = false;

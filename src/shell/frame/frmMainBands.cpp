@@ -9,7 +9,7 @@ namespace nib {
 
 void frmMain::LoadBands()
 {
-    dispatcher_ = std::make_unique<MenuDispatcher>(*program_, menus_, menuBar_, ports_);
+    dispatcher_ = std::make_unique<MenuDispatcher>(*program_, menuBar_);
     menuBar_.SetEvents(dispatcher_.get());
     menus_.ShowBand(Band::StatusBar, placement_.statusbarVisible);
     menus_.ShowBand(Band::ToolBar, placement_.toolbarVisible);

@@ -1,6 +1,7 @@
 // Keys, focus and drops that belong to the frame; part of frmMain.
 
 #include "documents/mvDocument.h"
+#include "platform/posix/FileName.h"
 #include "platform/qt/QtText.h"
 #include "shell/Program.h"
 #include "shell/frame/DropComplaint.h"
@@ -10,14 +11,27 @@
 
 #include <QApplication>
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMimeData>
 #include <QUrl>
 
+#include <filesystem>
+
 namespace nib {
+
+namespace {
+
+/// By its bytes: a name that is no UTF-8 opens, too.
+Text LocalPath(const QUrl& url)
+{
+    const QByteArray path = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
+    const QByteArray host = url.host().toUtf8();
+    return FromFileName((host.isEmpty() ? path : "//" + host + path).toStdString());
+}
+
+} // namespace
 
 // Keys
 
@@ -128,7 +142,7 @@ void frmMain::dropEvent(QDropEvent* event)
     std::vector<Text> elsewhere;
     for (const QUrl& url : event->mimeData()->urls()) {
         if (url.isLocalFile())
-            paths.push_back(ToText(url.toLocalFile()));
+            paths.push_back(LocalPath(url));
         else
             elsewhere.push_back(ToText(url.toDisplayString()));
     }
@@ -143,7 +157,9 @@ void frmMain::OpenDropped(const std::vector<Text>& paths, const std::vector<Text
 {
     std::vector<Text> files;
     std::vector<Text> folders;
-    for (const Text& path : paths) (QFileInfo(ToQString(path)).isDir() ? folders : files).push_back(path);
+    std::error_code unknown;
+    for (const Text& path : paths)
+        (std::filesystem::is_directory(ToFileName(path), unknown) ? folders : files).push_back(path);
     ToForeground();
     program_->HandleDroppedFiles(files);
     Text complaint = DropComplaint(folders, elsewhere);

@@ -47,8 +47,9 @@ void QtStatusPanels::Remove(const MenuTool& panel)
 
 void QtStatusPanels::Change(const MenuTool& panel)
 {
-    QLabel* label = LabelOf(panel);
-    if (!label) return;
+    auto found = labels_.find(&panel);
+    if (found == labels_.end()) return;
+    QLabel* label = found->second;
     label->setText(ToQString(panel.caption));
     // Without a text of its own a screen reader would read nothing.
     label->setAccessibleName(panel.caption.empty() ? ToQString(panel.tip) : QString());
@@ -59,12 +60,6 @@ void QtStatusPanels::Change(const MenuTool& panel)
         if (wanted > label->minimumWidth()) label->setMinimumWidth(wanted);
     }
     label->setVisible(panel.visible && (stretches || !panel.caption.empty() || !panel.minText.empty()));
-}
-
-QLabel* QtStatusPanels::LabelOf(const MenuTool& panel) const
-{
-    auto found = labels_.find(&panel);
-    return found == labels_.end() ? nullptr : found->second;
 }
 
 } // namespace nib

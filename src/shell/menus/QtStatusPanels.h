@@ -16,8 +16,6 @@ public:
     void Add(const MenuTool& panel);
     void Remove(const MenuTool& panel);
     void Change(const MenuTool& panel);
-    /// Null when there is none.
-    QLabel* LabelOf(const MenuTool& panel) const;
 
 private:
     QStatusBar& bar_;

@@ -188,10 +188,4 @@ void QtToolActions::RefreshIcons()
     for (auto& [tool, entry] : entries_) entry.action->setIcon(ToolIcon(tool->icon));
 }
 
-QAction* QtToolActions::ActionOf(const MenuTool& tool) const
-{
-    auto found = entries_.find(&tool);
-    return found == entries_.end() ? nullptr : found->second.action;
-}
-
 } // namespace nib

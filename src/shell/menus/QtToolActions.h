@@ -37,9 +37,6 @@ public:
     void Change(const ToolChange& change);
     void RefreshIcons();
 
-    /// Null when there is none.
-    QAction* ActionOf(const MenuTool& tool) const;
-
 private:
     struct Entry {
         Band band;

@@ -58,7 +58,6 @@ public:
     void EnsureCaretVisible() override;
     void SelectionChanged(int32_t firstLine, int32_t lastLine) override;
     void AppearanceChanged() override;
-    void Print() override { emit printRequested(); }
     bool MoveRows(Position& at, int32_t rows, double& goal) const override;
     bool RowOf(Position at, int32_t& first, int32_t& last) const override;
 
@@ -78,7 +77,6 @@ signals:
     void mouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at);
     void mouseDoubleClicked(QPointF at);
     void zoomChanged(int steps);
-    void printRequested();
 
 protected:
     bool event(QEvent* event) override;

@@ -1,21 +1,12 @@
 #include "automation/AutomationObjects.h"
 #include "automation/Introspection.h"
 #include "fakes/TestProgram.h"
-#include "shell/AutomationHost.h"
 #include "shell/menus/MenuModel.h"
 
 #include <gtest/gtest.h>
 
 namespace nib::test {
 namespace {
-
-struct HeardEvents final : AutomationEvents {
-    explicit HeardEvents(Journal& target) : journal(target) {}
-    void Quit() override { journal.Add(u"Quit"); }
-    void Custom(TextView name) override { journal.Add(u"Custom " + Text(name)); }
-    void DocumentClose(int32_t id) override { journal.Add(u"DocumentClose " + Decimal(id)); }
-    Journal& journal;
-};
 
 /// The program behind the host, with the parts of the frame that automation uses.
 struct HeardShell final : AutomationShell {
@@ -25,7 +16,6 @@ struct HeardShell final : AutomationShell {
     void LoadHostConfiguration() override { ++configured; }
     void AddCommand(TextView, TextView, int32_t) override {}
     void PrintText(mvDocument&) override { throw Error{error_number::kNotImplemented, u"no printer"}; }
-    void Compile(mvDocument&) override {}
     bool IsModal() const override { return modal; }
     void EndSoon() override { ending = true; }
     void StayOn() override { ending = false; }
@@ -38,9 +28,8 @@ struct HeardShell final : AutomationShell {
 
 struct Automation {
     TestProgram test;
-    HeardEvents events{test.journal};
     HeardShell shell;
-    Application application{test.program.Services(), shell, events, true};
+    Application application{test.program.Services(), shell, test.events, true};
     AutomationObjects objects{application};
 
     BusRequest Request(const std::string& path, const std::string& interface, const std::string& member,
@@ -209,16 +198,13 @@ TEST(AutomationTest, IntrospectionNamesEveryMember)
 TEST(AutomationTest, ExtendedCommands)
 {
     TestProgram test;
-    MenuModel menus;
-    CommandPorts ports;
-    HeardEvents events(test.journal);
-    AutomationHost host(test.program, menus, ports, events);
+    AutomationHost& host = test.program.ClientCommands();
     host.AddCommand(u"Deploy", u"&Deploy", 6);
-    const MenuTool& tool = menus.Tool(Band::MainMenu, u"Deploy");
+    const MenuTool& tool = test.program.Menus().Tool(Band::MainMenu, u"Deploy");
     EXPECT_EQ(tool.shortcut, u"Ctrl+F");
     EXPECT_EQ(tool.menu->key, u"Tools");
-    EXPECT_EQ(host.Look(u"Deploy"), u"Deploy");
-    EXPECT_EQ(host.Look(u"deploy2"), u"");
+    EXPECT_TRUE(host.Knows(u"Deploy"));
+    EXPECT_FALSE(host.Knows(u"deploy"));
     host.AddCommand(u"file_upload", u"x", 0);
     host.AddCommand(u"miWListing", u"x", 0);
     for (TextView taken :
@@ -230,7 +216,7 @@ TEST(AutomationTest, ExtendedCommands)
             EXPECT_EQ(error.number, error_number::kKeyInUse);
         }
     }
-    EXPECT_EQ(host.Look(u"Compile"), u"") << "a command of the program stays the program's";
+    EXPECT_FALSE(host.Knows(u"Compile")) << "a command of the program stays the program's";
 }
 
 } // namespace

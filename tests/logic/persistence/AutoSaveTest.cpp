@@ -192,38 +192,29 @@ TEST_F(AutoSaveTest, OnlyTheLastGuardGivenOutCanBeReleased)
 TEST_F(AutoSaveTest, TheProgramGuardsItsHostCalls)
 {
     auto& t = session->t;
-    t.program.Main(StartMode::User, u"");
-    std::vector<int32_t> released;
-    t.parts.onHold = [&] { return session->recovery.HoldAutoSaveGuard(); };
-    t.parts.onRelease = [&](int32_t guard) {
-        released.push_back(guard);
-        session->recovery.ReleaseAutoSaveGuard(guard);
-    };
-    session->Changed(u"unsaved");
+    t.program.Main({});
+    mvDocument& document = session->Changed(u"unsaved");
     t.Store(kOther, u"");
     t.Store().whileBusy = [&] {
         EXPECT_EQ(Copy("0012AB34.001"), u"\r\nunsaved") << "copied before the host gets control";
+        t.View(document).txtText().SetText(u"changed while it waits");
         t.clock.Advance(5min);
-        EXPECT_FALSE(t.journal.Has(u"AutoSavePass"));
+        EXPECT_EQ(Copy("0012AB34.001"), u"\r\nunsaved");
+        session->recovery.EndAutoSaveSession();
+        EXPECT_FALSE(Names().empty()) << "the guard is held";
     };
     t.Open(kOther);
     t.Store().whileBusy = nullptr;
-    EXPECT_EQ(released, std::vector<int32_t>{1});
     t.clock.Advance(5min);
-    EXPECT_TRUE(t.journal.Has(u"AutoSavePass"));
+    EXPECT_EQ(Copy("0012AB34.001"), u"\r\nchanged while it waits");
+    session->recovery.EndAutoSaveSession();
+    EXPECT_TRUE(Names().empty()) << "and was released";
 }
 
 TEST_F(AutoSaveTest, APassRunsEveryFiveMinutesAndOnlyThen)
 {
     auto& t = session->t;
-    int passes = 0;
-    t.parts.onPass = [&] {
-        ++passes;
-        Pass();
-    };
-    t.clock.Advance(60min);
-    EXPECT_EQ(passes, 0) << "nothing to save before the start";
-    t.program.Main(StartMode::User, u"");
+    t.program.Main({});
     mvDocument& document = session->Changed(u"first");
     t.clock.Advance(5min - 1ms);
     EXPECT_EQ(Names(), Strings());
@@ -234,19 +225,17 @@ TEST_F(AutoSaveTest, APassRunsEveryFiveMinutesAndOnlyThen)
     EXPECT_EQ(Copy("0012AB34.001"), u"\r\nfirst");
     t.clock.Advance(1ms);
     EXPECT_EQ(Copy("0012AB34.001"), u"\r\nsecond");
-    EXPECT_EQ(passes, 2);
 
     t.program.EditorSettings().AutoRecover = false;
     t.clock.Advance(60min);
     t.program.EditorSettings().AutoRecover = true;
+    t.View(document).txtText().SetText(u"third");
     t.clock.Advance(4min);
-    EXPECT_EQ(passes, 2) << "minutes without recovery do not count";
+    EXPECT_EQ(Copy("0012AB34.001"), u"\r\nsecond") << "minutes without recovery do not count";
     t.clock.Advance(1min);
-    EXPECT_EQ(passes, 3);
+    EXPECT_EQ(Copy("0012AB34.001"), u"\r\nthird");
     t.program.Shutdown();
     EXPECT_EQ(t.clock.RunningTimers(), 0U);
-    t.clock.Advance(60min);
-    EXPECT_EQ(passes, 3);
 }
 
 } // namespace

@@ -19,14 +19,10 @@ struct Printed : testing::Test {
     SourceView view{buffer, clipboard};
     RecordingTrace trace;
     DebugLog log{&trace};
-    PrintClass handler{view, log, [] { return Text(u"1/2/03"); }};
+    Text title = u"File: (untitled)";
     PaperSurface paper;
 
-    void SetUp() override
-    {
-        buffer.SetLexer(&lexer);
-        view.SetDrawHandler(&handler);
-    }
+    void SetUp() override { buffer.SetLexer(&lexer); }
     void Lines(int32_t count)
     {
         Text text = u"X";
@@ -40,7 +36,8 @@ struct Printed : testing::Test {
     void PrintOn(PaperSurface& sheet, const std::vector<PrintRange>& pages = {},
                  const std::vector<PrintRange>& lines = {}, bool lastFirst = false)
     {
-        PageLayout layout(view, sheet, sheet.shape, lines);
+        PrintClass handler(view, log, title, u"1/2/03");
+        PageLayout layout(view, handler, sheet, sheet.shape, lines);
         layout.Print(PagesToPrint(pages, layout.PageCount(), lastFirst));
     }
 };
@@ -48,40 +45,25 @@ struct Printed : testing::Test {
 TEST_F(Printed, HeaderNamesTheDocument)
 {
     struct Case {
-        TextView filename;
-        TextView itemId;
         TextView title;
         TextView row; ///< on paper of 60 characters
     };
     const Case cases[] = {
-        {u"", u"", u"File: (untitled)", u"    Page 1              File: (untitled)              1/2/03"},
-        {u"/a/B", u"", u"File: /a/B", u"    Page 1                 File: /a/B                 1/2/03"},
-        {u"BP", u"MAIN", u"File: BP     Item: MAIN", u"    Page 1          File: BP     Item: MAIN           1/2/03"},
-        {u"/home/someone/a/long/way/to/the/source", u"", u"File: /home/someone/a/long/way/to/the/source",
+        {u"File: (untitled)", u"    Page 1              File: (untitled)              1/2/03"},
+        {u"File: /a/B", u"    Page 1                 File: /a/B                 1/2/03"},
+        {u"File: BP     Item: MAIN", u"    Page 1          File: BP     Item: MAIN           1/2/03"},
+        {u"File: /home/someone/a/long/way/to/the/source",
          u"    Page 1    File: \u2026eone/a/long/way/to/the/source    1/2/03"},
     };
     for (const Case& row : cases) {
         PaperSurface sheet;
         sheet.shape.width = 640;
-        handler.SetNames(row.filename, row.itemId);
-        EXPECT_EQ(handler.Title(), row.title);
+        title = row.title;
         PrintOn(sheet);
         EXPECT_EQ(ToUtf8(sheet.Row(1, 0)), ToUtf8(row.row));
         EXPECT_EQ(sheet.Row(1, 1), u"") << "a blank row below it";
         EXPECT_EQ(sheet.Row(1, 2), u" 0001");
     }
-}
-
-TEST_F(Printed, HeaderStandsWithoutMeasuring)
-{
-    paper.shape.width = 640;
-    Print();
-    Text measured = paper.Row(1, 0);
-    PaperSurface blind;
-    blind.shape = paper.shape;
-    blind.measures = false;
-    PrintOn(blind);
-    EXPECT_EQ(blind.Row(1, 0), measured);
 }
 
 TEST_F(Printed, NumbersAreAsWideAsTheLastOneNeeds)
@@ -125,14 +107,6 @@ TEST_F(Printed, WrappedLinesAreNumberedOnce)
             EXPECT_EQ(ToUtf8(paper.Row(1, i + 2)), ToUtf8(row.rows[i]));
         }
     }
-}
-
-TEST_F(Printed, AWrappedLineGoesOnOverThePage)
-{
-    view.SetText(Text(33 * 9, u'X') + u"\r\nX");
-    Print();
-    EXPECT_EQ(paper.Row(2, 2), u"       " + Text(33, u'X'));
-    EXPECT_EQ(paper.Row(2, 3), u" 0002  X");
 }
 
 TEST_F(Printed, PagesAndLinesAreChosen)
@@ -184,68 +158,14 @@ TEST_F(Printed, TokensKeepTheirStyles)
     }
 }
 
-TEST_F(Printed, FailingNumbersAreLoggedAndPrintingGoesOn)
+TEST(PrintTitle, NamesTheDocument)
 {
-    struct Torn final : DrawSurface {
-        int32_t TextWidth(TextView) override { return 0; }
-        void DrawText(int32_t, int32_t, TextView) override { throw Error(0x1F, u"torn"); }
-    };
-    Torn torn;
-    DrawContext context;
-    context.surface = &torn;
-    handler.PreDrawLine(context);
-    EXPECT_EQ(trace.Take(), (TraceLines{{trace::kErrors, u"PrintClass.PreDrawLine: error=0x1F torn"}}));
-}
-
-/// Writes down the order in which a view calls its handler.
-struct Calls final : ISourceDraw2 {
-    std::string order;
-    void PreDraw(DrawContext&) override { order = "("; }
-    void PreDrawPage(DrawContext& c) override { order += "[" + std::to_string(c.page); }
-    void PreDrawLine(DrawContext& c) override { order += c.continuation ? "+" : "."; }
-    void PostDrawPage(DrawContext&) override { order += "]"; }
-    void PostDraw(DrawContext&) override { order += ")"; }
-};
-
-TEST_F(Printed, TheHandlerIsCalledInOrder)
-{
-    Calls calls;
-    view.SetDrawHandler(&calls);
-    paper.shape.height = 12 * 5;
-    view.SetText(u"A\r\n" + Text(50, u'B') + u"\r\nC");
-    Print();
-    EXPECT_EQ(calls.order, "([1..+][2.])");
-}
-
-TEST(PrintText, NamesTheDocumentAndPrintsIt)
-{
-    struct Printer final : ViewHost {
-        int32_t prints = 0;
-        void Print() override { ++prints; }
-    };
-    struct Case {
-        std::shared_ptr<mvDocument> document;
-        TextView title;
-    };
     TestProgram test;
     test.Store(kMain, u"A");
     test.Store(kLocal, u"B");
-    const Case cases[] = {{test.New(), u"File: (untitled)"},
-                          {test.Open(kLocal), u"File: </home/x/a.bas>"},
-                          {test.Open(kMain), u"File: BP     Item: MAIN"}};
-    for (const Case& row : cases) {
-        auto& view = static_cast<SourceView&>(row.document->EnsureView().txtText());
-        Printer printer;
-        view.SetHost(&printer);
-        PrintClass handler(view, test.program.Log(), [] { return Text(); });
-        handler.SetNames(u"old", u"old");
-        view.SetDrawHandler(&handler);
-        row.document->PrintText();
-        EXPECT_EQ(ToUtf8(handler.Title()), ToUtf8(row.title));
-        EXPECT_EQ(printer.prints, 1);
-        view.SetHost(nullptr);
-        view.SetDrawHandler(nullptr);
-    }
+    EXPECT_EQ(test.New()->PrintTitle(), u"File: (untitled)");
+    EXPECT_EQ(test.Open(kLocal)->PrintTitle(), u"File: </home/x/a.bas>");
+    EXPECT_EQ(test.Open(kMain)->PrintTitle(), u"File: BP     Item: MAIN");
 }
 
 } // namespace

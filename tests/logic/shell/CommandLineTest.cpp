@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 namespace nib {
 
 void PrintTo(const CommandLineAction& action, std::ostream* out)
@@ -15,72 +13,75 @@ namespace test {
 namespace {
 
 using Kind = CommandLineAction::Kind;
-using Actions = std::vector<CommandLineAction>;
+using Words = std::vector<Text>;
 
-const std::pair<Text, Actions> kLines[] = {
-    {u"", {}},
-    {u"   ", {}},
-    {u"/L", {{Kind::ReadOnly, u""}}},
-    {u"/l d.txt", {{Kind::ReadOnly, u""}, {Kind::OpenFile, u"d.txt"}}},
-    {u"/LX", {}},
-    {u"a.txt  b.txt", {{Kind::OpenFile, u"a.txt"}, {Kind::OpenFile, u"b.txt"}}},
-    {u"\"C:\\a b\\c.txt\" /L d.txt",
-     {{Kind::OpenFile, u"C:\\a b\\c.txt"}, {Kind::ReadOnly, u""}, {Kind::OpenFile, u"d.txt"}}},
-    {u"\"c.txt\" d.txt", {{Kind::OpenFile, u"c.txt"}, {Kind::OpenFile, u"d.txt"}}},
-    {u"\"a b /L c", {{Kind::OpenFile, u"a b /L c"}}},
-    {u"\"a b  c", {{Kind::OpenFile, u"a b"}, {Kind::OpenFile, u"c"}}},
-    {u"\"\" a", {{Kind::OpenFile, u"a"}}},
-    {u"/F=\"MY FILE\" /I=PROG1", {{Kind::Folder, u"MY FILE"}, {Kind::OpenItem, u"PROG1"}}},
-    {u"/F=\"BP\" /I=X", {{Kind::Folder, u"BP"}, {Kind::OpenItem, u"X"}}},
-    {u"/F=\"A B C", {{Kind::Folder, u"A B C"}}},
-    {u"/F=\"\"BP\"\"", {{Kind::Folder, u"BP"}}},
-    {u"/F=", {{Kind::Folder, u""}}},
-    {u"/t=file /h=h1 /a=ACC /f=BP /i=X",
+struct Row {
+    Words arguments;
+    std::vector<CommandLineAction> actions;
+    Words unknown;
+};
+
+constexpr Kind kFile = Kind::OpenFile;
+
+const Row kRows[] = {
+    {{}, {}, {}},
+    {{u"", u"x"}, {{kFile, u"x"}}, {}},
+    {{u"/l", u"d.txt"}, {{Kind::ReadOnly, u""}, {kFile, u"d.txt"}}, {}},
+    {{u"/t=file", u"/h=h1", u"/a=ACC", u"/f=BP", u"/i=X"},
      {{Kind::Provider, u"file"},
       {Kind::Server, u"h1"},
       {Kind::Database, u"ACC"},
       {Kind::Folder, u"BP"},
-      {Kind::OpenItem, u"X"}}},
-    {u"/I=a/b /I=/c/d", {{Kind::OpenItem, u"a/b"}, {Kind::OpenItem, u"/c/d"}}},
-    {u"/Z=\"not a\" file.txt", {{Kind::OpenFile, u"file.txt"}}},
-    {u"/Z /", {}},
-    {u"/home/x/a.txt /L/x", {{Kind::OpenFile, u"/home/x/a.txt"}, {Kind::OpenFile, u"/L/x"}}},
+      {Kind::OpenItem, u"X"}},
+     {}},
+    {{u" a ", u"/F=MY FILE", u"/I=a/b", u"/I=/c/d", u"/F="},
+     {{kFile, u" a "},
+      {Kind::Folder, u"MY FILE"},
+      {Kind::OpenItem, u"a/b"},
+      {Kind::OpenItem, u"/c/d"},
+      {Kind::Folder, u""}},
+     {}},
+    {{u"/H=\"h 1\"", u"/I=\"\"", u"/F=\"BP", u"/A=\"", u"\"c.txt\""},
+     {{Kind::Server, u"h 1"},
+      {Kind::OpenItem, u""},
+      {Kind::Folder, u"\"BP"},
+      {Kind::Database, u"\""},
+      {kFile, u"\"c.txt\""}},
+     {}},
+    {{u"/home/x/a.txt", u"/L/x", u"/here", u"-here", u"-x/y", u"-"},
+     {{kFile, u"/home/x/a.txt"},
+      {kFile, u"/L/x"},
+      {kFile, u"/here"},
+      {kFile, u"-here"},
+      {kFile, u"-x/y"},
+      {kFile, u"-"}},
+     {}},
+    {{u"/LX", u"/etc", u"/", u"/T", u"-x", u"--nothing", u"a"},
+     {{kFile, u"a"}},
+     {u"/LX", u"/etc", u"/", u"/T", u"-x", u"--nothing"}},
+    {{u"/L", u"--", u"/L", u"--help", u"", u"--", u"/X"},
+     {{Kind::ReadOnly, u""}, {kFile, u"/L"}, {kFile, u"--help"}, {kFile, u"--"}, {kFile, u"/X"}},
+     {}},
 };
 
-TEST(CommandLineTest, Lines)
+TEST(CommandLineTest, SwitchesAndFiles)
 {
-    for (auto& [line, actions] : kLines) EXPECT_EQ(ParseCommandLine(line), actions) << ToUtf8(line);
-}
-
-TEST(CommandLineTest, RebuiltLineGivesTheArgumentsBack)
-{
-    const std::pair<std::vector<Text>, Actions> rows[] = {
-        {{}, {}},
-        {{u"/home/x/a b.txt"}, {{Kind::OpenFile, u"/home/x/a b.txt"}}},
-        {{u"/F=MY FILE", u"/I=P 1"}, {{Kind::Folder, u"MY FILE"}, {Kind::OpenItem, u"P 1"}}},
-        {{u"/H=*", u"/L", u"x"}, {{Kind::Server, u"*"}, {Kind::ReadOnly, u""}, {Kind::OpenFile, u"x"}}},
-        {{u"", u"x"}, {{Kind::OpenFile, u"x"}}},
-        {{u" a", u"b ", u" ", u"c"},
-         {{Kind::OpenFile, u" a"}, {Kind::OpenFile, u"b "}, {Kind::OpenFile, u" "}, {Kind::OpenFile, u"c"}}},
-    };
-    for (auto& [arguments, actions] : rows) {
-        Text line = RebuildCommandLine(arguments);
-        EXPECT_EQ(ParseCommandLine(line), actions) << ToUtf8(line);
+    for (const Row& row : kRows) {
+        CommandLine line = ParseArguments(row.arguments, [](TextView name) { return name.ends_with(u"here"); });
+        SCOPED_TRACE(ToUtf8(line.text));
+        EXPECT_EQ(line.actions, row.actions);
+        EXPECT_EQ(line.unknown, row.unknown);
     }
 }
 
-TEST(CommandLineTest, NoLineIsTooOdd)
+TEST(CommandLineTest, AnswersOnTheTerminalUnlessAFileIsMeant)
 {
-    std::mt19937 random(11);
-    const Text pieces[] = {u"/", u"\"", u" ", u"a", u"F=", u"L", u"=", u"/I=", u"/F=\""};
-    for (int32_t round = 0; round < 5000; ++round) {
-        Text line;
-        for (size_t n = random() % 12; n > 0; --n) line += pieces[random() % std::size(pieces)];
-        for (const CommandLineAction& action : ParseCommandLine(line)) {
-            EXPECT_LE(action.value.size(), line.size());
-            EXPECT_TRUE(action.kind != Kind::OpenFile || !action.value.empty()) << ToUtf8(line);
-        }
-    }
+    const std::pair<Words, bool> rows[] = {{{u"x", u"-h"}, true},         {{u"--help"}, true},
+                                           {{u"/L", u"--version"}, true}, {{u"--", u"-h", u"--help"}, false},
+                                           {{u"-H", u"/h"}, false},       {{}, false}};
+    testing::internal::CaptureStdout();
+    for (auto& [arguments, answers] : rows) EXPECT_EQ(AnswersOnTerminal(arguments), answers);
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("/I=ITEM"), std::string::npos);
 }
 
 } // namespace

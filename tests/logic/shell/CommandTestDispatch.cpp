@@ -25,44 +25,35 @@ TEST(CommandTest, EveryToolIsACommand)
     for (TextView key : {u"new", u"NEW", u"", u"Tile"}) EXPECT_FALSE(IsCommand(key)) << ToUtf8(key);
 }
 
-TEST(CommandTest, CommandsOfOtherRooms)
+TEST(CommandTest, FormsAndWindows)
 {
+    // A few with something of their own; the others are in the same tables.
     const std::pair<TextView, Text> rows[] = {
-        {u"Print", u"print"},
-        {u"Properties", u"properties"},
-        {u"IndentBlock", u"indent"},
-        {u"OutdentBlock", u"outdent"},
-        {u"CommentBlock", u"comment"},
-        {u"UncommentBlock", u"uncomment"},
-        {u"Find", u"find"},
-        {u"FindNext", u"find next"},
-        {u"Replace", u"replace"},
-        {u"NavBack", u"back"},
-        {u"NavForward", u"forward"},
-        {u"Goto", u"goto 'L1'"},
-        {u"ctxGoto", u"goto 'L1'"},
-        {u"Results", u"results ''"},
-        {u"Format", u"format"},
-        {u"Compile", u"compile"},
-        {u"ToggleCase", u"case"},
-        {u"Settings", u"settings 1"},
-        {u"TileHorizontal", u"arrange 1"},
-        {u"TileVertical", u"arrange 2"},
-        {u"Cascade", u"arrange 0"},
-        {u"HelpTopics", u"help"},
-        {u"HelpAbout", u"about"},
+        {u"FindNext", u"find next"}, {u"ctxGoto", u"goto 'L1'"},        {u"Results", u"results"},
+        {u"Print", u"print"},        {u"TileHorizontal", u"arrange 1"}, {u"TileVertical", u"arrange 2"},
+        {u"Cascade", u"arrange 0"},  {u"HelpTopics", u"help"},
     };
     TestShell t;
     t.New();
-    t.program.State().Target = u"L1";
-    t.outside.canBack = t.outside.canForward = t.outside.canCompile = true;
+    t.program.Target().Target = u"L1";
     for (auto& [key, line] : rows) {
         EXPECT_TRUE(t.Run(key)) << ToUtf8(key);
         EXPECT_EQ(t.Ran(), Lines{line}) << ToUtf8(key);
     }
-    EXPECT_TRUE(t.program.State().HelpWasOpened);
-    t.ports = {};
-    for (auto& [key, line] : rows) EXPECT_FALSE(t.Enabled(key) || t.Run(key)) << ToUtf8(key) << " without its port";
+}
+
+TEST(CommandTest, History)
+{
+    TestShell t;
+    auto document = t.New();
+    document->SetText(u"a\r\nb");
+    EXPECT_FALSE(t.Run(u"NavBack") || t.Run(u"NavForward"));
+    t.program.History().RecordPosition(document.get(), false);
+    t.ViewOf(*document).SetCaret({0, 1});
+    for (auto [key, line] : {std::pair{u"NavBack", 0}, {u"NavForward", 1}}) {
+        EXPECT_TRUE(t.Run(key));
+        EXPECT_EQ(t.ViewOf(*document).CaretLine(), line);
+    }
 }
 
 TEST(CommandTest, TextCommands)
@@ -81,6 +72,11 @@ TEST(CommandTest, TextCommands)
         {u"SubValueMark", u"ab\uF8FD\uF8FC\r\ncd"},
         {u"DeleteLine", u"cd"},
         {u"SelectAll", u"cd"},
+        {u"CommentBlock", u"*cd"},
+        {u"UncommentBlock", u"cd"},
+        {u"IndentBlock", u"   cd"},
+        {u"OutdentBlock", u"cd"},
+        {u"ToggleCase", u"Cd"},
         {u"Clear", u""},
     };
     TestShell t;
@@ -93,64 +89,18 @@ TEST(CommandTest, TextCommands)
     }
 }
 
-TEST(CommandTest, FileCommands)
-{
-    TestShell t;
-    EXPECT_TRUE(t.Run(u"New"));
-    auto document = t.Documents().Item(1);
-    document->SetText(u"x");
-    t.connection.picks = {{{t.Item(kMain)}}};
-    EXPECT_TRUE(t.Run(u"Save")) << "a new document asks where";
-    EXPECT_EQ(t.Stored(kMain), u"x");
-    document->SetText(u"y");
-    EXPECT_TRUE(t.Run(u"SaveAll"));
-    EXPECT_EQ(t.Stored(kMain), u"y");
-    EXPECT_FALSE(t.Run(u"Save")) << "clean";
-    t.Store(kOther, u"o");
-    t.connection.picks = {{{t.Item(kOther)}}};
-    EXPECT_TRUE(t.Run(u"Open"));
-    EXPECT_EQ(t.Documents().Count(), 2);
-    EXPECT_TRUE(t.Run(u"Close"));
-    EXPECT_EQ(t.Documents().Count(), 1);
-    EXPECT_TRUE(t.Run(u"file_1"));
-    EXPECT_EQ(t.Documents().Item(2)->ItemID(), u"OTHER");
-    EXPECT_TRUE(t.Run(u"miWList1"));
-    EXPECT_EQ(t.window.activeDocument, document->DocumentID());
-    EXPECT_FALSE(t.Run(u"miWList9"));
-    t.connection.picks = {{}};
-    EXPECT_TRUE(t.Run(u"SaveAs"));
-    EXPECT_TRUE(t.Run(u"Exit"));
-    EXPECT_TRUE(t.journal.Has(u"Unload"));
-}
-
-TEST(CommandTest, CloseOfANewDocumentAsksWhereToSaveIt)
-{
-    TestShell t;
-    auto document = t.New();
-    document->SetText(u"work");
-    t.boxes.Answer({message_box::kAnswerYes, message_box::kAnswerYes});
-    EXPECT_TRUE(t.Run(u"Close"));
-    EXPECT_EQ(t.Documents().Count(), 1) << "the picker was cancelled";
-    t.connection.picks = {{{t.Item(kMain)}}};
-    EXPECT_TRUE(t.Run(u"Close"));
-    EXPECT_EQ(t.Stored(kMain), u"work");
-    EXPECT_EQ(t.Documents().Count(), 0);
-    EXPECT_EQ(t.boxes.Take().size(), 2U);
-}
-
 TEST(CommandTest, CompileAsksForASave)
 {
     const Text question = u"Program has not been saved. Do you want\nto save the file, then compile the program?";
     TestShell t;
     t.Store(kMain, u"a");
     auto document = t.Open(kMain);
-    t.outside.canCompile = true;
     document->SetText(u"b");
     t.boxes.Answer({message_box::kAnswerCancel, message_box::kAnswerOk});
     t.Run(u"Compile");
-    EXPECT_EQ(t.Ran(), Lines{});
+    EXPECT_EQ(t.Store().session.commands, Lines{});
     t.Run(u"Compile");
-    EXPECT_EQ(t.Ran(), Lines{u"compile"});
+    EXPECT_EQ(t.Store().session.commands.size(), 1U);
     EXPECT_EQ(t.Stored(kMain), u"b");
     EXPECT_EQ(t.boxes.Take(), (Boxes(2, {question, 33})));
 }
@@ -229,17 +179,17 @@ TEST(CommandTest, ExtendedCommandsAndFailures)
 {
     TestShell t;
     const Lines names{u"Deploy", u"file_upload", u"miWListing"};
-    for (const Text& name : names) t.outside.extended[name] = name;
+    for (const Text& name : names) t.program.ClientCommands().AddCommand(name, name, 0);
     EXPECT_FALSE(t.Run(u"Deploy")) << "no document whose client could be told";
     auto document = t.New();
     for (const Text& name : names) {
         EXPECT_TRUE(t.Run(name)) << "also one that begins like an entry of a list";
-        EXPECT_EQ(t.Ran(), Lines{u"custom " + name});
+        EXPECT_EQ(t.Ran(), Lines{u"Custom " + name});
     }
-    EXPECT_FALSE(t.Run(u"Nothing")) << "a failed look-up is silent";
+    EXPECT_FALSE(t.Run(u"Nothing"));
 
     t.program.EditorSettings().NoGotoDialog = true;
-    t.program.State().Target = u"NOWHERE";
+    t.program.Target().Target = u"NOWHERE";
     EXPECT_FALSE(t.Run(u"ctxGoto"));
     EXPECT_EQ(t.boxes.Take().size(), 1u);
     EXPECT_EQ(t.trace.Take().size(), 1u);

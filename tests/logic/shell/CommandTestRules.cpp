@@ -28,7 +28,8 @@ const Keys kWithDocument{u"Close",          u"Print",        u"Properties",   u"
                          u"TileHorizontal", u"TileVertical", u"Cascade",      u"Maximize"};
 const Keys kBlocks{u"CollapseBlock", u"ExpandBlock", u"CollapseAll", u"ExpandAll"};
 const Keys kReadOnly = kDesign + kWithDocument + Keys{u"LineWrap"};
-const Keys kWritable = kReadOnly + Keys{u"SaveAll", u"Format"};
+const Keys kWithoutCompiler = kReadOnly + Keys{u"SaveAll", u"Format"};
+const Keys kWritable = kWithoutCompiler + Keys{u"Compile"};
 
 Keys EnabledOn(const MenuModel& menus)
 {
@@ -85,22 +86,17 @@ const Row kRows[] = {
      kWritable + Keys{u"NextBookmark", u"PrevBookmark", u"ClearBookmarks"}},
     {"a history",
      [](TestShell& t) {
-         Writable(t);
-         t.outside.canBack = t.outside.canForward = true;
+         mvDocument& document = Writable(t);
+         for (int i = 0; i < 2; ++i) t.program.History().RecordPosition(&document, false);
+         t.program.History().NavigateBack(&document);
      },
      kWritable + Keys{u"NavBack", u"NavForward"}},
-    {"a compiler",
+    {"no compiler",
      [](TestShell& t) {
+         t.Store().session.executes = false;
          Writable(t);
-         t.outside.canCompile = true;
      },
-     kWritable + Keys{u"Compile"}},
-    {"a compiler, but nothing to write",
-     [](TestShell& t) {
-         ReadOnly(t);
-         t.outside.canCompile = true;
-     },
-     kReadOnly},
+     kWithoutCompiler},
 };
 
 TEST(CommandTest, EnablingRules)

@@ -13,7 +13,7 @@ using Lines = std::vector<Text>;
 struct ContextHandlersTest : testing::Test {
     TestShell t;
     WordLexer lexer;
-    Text& target = t.program.State().Target;
+    Hit& target = t.program.Target();
 
     /// 0 IF, 1 a, 2 IF, 3 b, 4 END, 5 c, 6 END, 7 d
     std::shared_ptr<mvDocument> Blocks()
@@ -41,7 +41,7 @@ TEST_F(ContextHandlersTest, BookmarkOfTheClickedLine)
     auto document = t.New();
     document->SetText(u"a\r\nb");
     HandleBookmarkToggle(t.program, document.get());
-    t.program.State().TargetLine = 2;
+    t.program.Target().TargetLine = 2;
     HandleBookmarkToggle(t.program, nullptr);
     SourceDocument& text = t.ViewOf(*document).Document();
     EXPECT_EQ(text.BookmarkCount(), 0);
@@ -52,14 +52,16 @@ TEST_F(ContextHandlersTest, BookmarkOfTheClickedLine)
 TEST_F(ContextHandlersTest, BlockOfTheClickedLine)
 {
     auto document = Blocks();
-    const std::tuple<TextView, TextView> rows[] = {
-        {u"", u"........"},   {u"x2", u"........"}, {u"-7", u"...xx..."}, {u"+2", u"........"},
-        {u"-3", u"...xx..."}, {u"-1", u".xxxxxx."}, {u"+0", u"...xx..."}, {u"-99", u".xxxxxx."},
+    using enum HitKind;
+    const std::tuple<HitKind, int32_t, TextView> rows[] = {
+        {None, 0, u"........"},        {Label, 3, u"........"},       {OpenBlock, 8, u"...xx..."},
+        {ClosedBlock, 3, u"........"}, {OpenBlock, 4, u"...xx..."},   {OpenBlock, 2, u".xxxxxx."},
+        {ClosedBlock, 1, u"...xx..."}, {OpenBlock, 100, u".xxxxxx."},
     };
-    for (auto [clicked, hidden] : rows) {
-        target = clicked;
+    for (auto [kind, line, hidden] : rows) {
+        target = {kind, {}, line};
         HandleBlockToggle(t.program, document.get());
-        EXPECT_EQ(Hidden(*document), hidden) << ToUtf8(clicked);
+        EXPECT_EQ(Hidden(*document), hidden) << line;
     }
     HandleBlockToggle(t.program, nullptr);
 }
@@ -103,14 +105,13 @@ TEST_F(ContextHandlersTest, GotoAsksUnlessToldNotTo)
         {u"L1", false, false, {u"goto 'L1'"}},
     };
     for (const Row& row : rows) {
-        target = row.target;
+        target.Target = row.target;
         t.program.EditorSettings().NoGotoDialog = row.noDialog;
-        HandleGoto(t.program, &t.outside, document.get(), row.alwaysAsk);
+        HandleGoto(t.program, document.get(), row.alwaysAsk);
         EXPECT_EQ(t.Ran(), row.asked);
-        HandleGoto(t.program, nullptr, document.get(), row.alwaysAsk);
     }
     t.program.EditorSettings().NoGotoDialog = true;
-    EXPECT_THROW((target = u"NOWHERE", HandleGoto(t.program, nullptr, document.get(), false)), Error);
+    EXPECT_THROW((target.Target = u"NOWHERE", HandleGoto(t.program, document.get(), false)), Error);
 }
 
 TEST_F(ContextHandlersTest, OpensWhatAStatementNames)
@@ -133,7 +134,7 @@ TEST_F(ContextHandlersTest, OpensWhatAStatementNames)
         auto document = row.from.empty() ? t.New() : t.Open(row.from);
         t.program.CurrentLocation() = {u"mvdb", u"*", u"LOC", u""};
         int32_t count = t.Documents().Count();
-        target = row.target;
+        target.Target = row.target;
         t.connection.requests.clear();
         t.connection.whilePicking = [&] { EXPECT_TRUE(t.program.AutoSaveHeld()); };
         t.connection.picks = {{{t.Item(row.path)}}};

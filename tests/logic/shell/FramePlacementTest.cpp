@@ -62,21 +62,13 @@ TEST(FramePlacementTest, StoredBoundsAreFittedToTheDesktop)
         MemorySettings store;
         store.values = row.stored;
         FramePlacement placement;
-        placement.Load(&store, row.desktop);
+        placement.Load(store, row.desktop);
         EXPECT_EQ(placement.Bounds().left, row.bounds.left);
         EXPECT_EQ(placement.Bounds().top, row.bounds.top);
         EXPECT_EQ(placement.Bounds().width, row.bounds.width);
         EXPECT_EQ(placement.Bounds().height, row.bounds.height);
         EXPECT_EQ(placement.State(), row.state);
     }
-}
-
-TEST(FramePlacementTest, WithoutAStoreTheDefaultsHold)
-{
-    FramePlacement placement;
-    placement.Load(nullptr, kOne);
-    EXPECT_EQ(placement.Bounds(), kUsual);
-    EXPECT_TRUE(placement.toolbarVisible && placement.statusbarVisible);
 }
 
 TEST(FramePlacementTest, WhatIsWrittenDependsOnTheState)
@@ -89,7 +81,7 @@ TEST(FramePlacementTest, WhatIsWrittenDependsOnTheState)
     for (const auto& row : rows) {
         MemorySettings store;
         FramePlacement placement;
-        placement.Load(&store, kOne);
+        placement.Load(store, kOne);
         placement.Placed(row.state, {111, 222, 9000, 7500});
         placement.statusbarVisible = false;
         placement.Save(store, row.state);
@@ -99,7 +91,7 @@ TEST(FramePlacementTest, WhatIsWrittenDependsOnTheState)
         EXPECT_EQ(store.values[u"ToolbarVisible"], u"True");
         EXPECT_EQ(store.values[u"StatusbarVisible"], u"False");
         FramePlacement again;
-        again.Load(&store, kOne);
+        again.Load(store, kOne);
         EXPECT_EQ(again.Bounds(), placement.Bounds());
         EXPECT_FALSE(again.statusbarVisible);
     }

@@ -89,9 +89,9 @@ TEST(HitTestTest, BlocksWhereNothingElseIs)
         Position at;
         HitKind kind;
         const char16_t* target;
-    } const open[] = {{{0, 0}, HitKind::None, u""},        {{0, 1}, HitKind::OpenBlock, u"-1"},
-                      {{7, 2}, HitKind::Call, u"X"},       {{8, 3}, HitKind::Label, u"L"},
-                      {{2, 3}, HitKind::OpenBlock, u"-3"}, {{0, 99}, HitKind::OpenBlock, u"-4"}};
+    } const open[] = {{{0, 0}, HitKind::None, u""},      {{0, 1}, HitKind::OpenBlock, u""},
+                      {{7, 2}, HitKind::Call, u"X"},     {{8, 3}, HitKind::Label, u"L"},
+                      {{2, 3}, HitKind::OpenBlock, u""}, {{0, 99}, HitKind::OpenBlock, u""}};
     for (const auto& row : open) {
         Hit hit = HitTest(text.view, row.at);
         EXPECT_EQ(hit.kind, row.kind) << row.at.line;
@@ -100,7 +100,7 @@ TEST(HitTestTest, BlocksWhereNothingElseIs)
     text.buffer.CollapseBlock(1);
     Hit hit = HitTest(text.view, {0, 1});
     EXPECT_EQ(hit.kind, HitKind::ClosedBlock);
-    EXPECT_EQ(hit.Target, u"+1");
+    EXPECT_EQ(hit.TargetLine, 2);
 }
 
 /// Where every label, item and block of a program of the sample account stands.

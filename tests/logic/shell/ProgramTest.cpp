@@ -9,44 +9,28 @@ namespace {
 
 using Lines = std::vector<Text>;
 
-TEST(StartTest, OrderOfAUserStart)
-{
-    TestProgram t;
-    t.Store(kLocal, u"");
-    t.program.Main(StartMode::User, u"/home/x/a.bas");
-    EXPECT_EQ(t.journal.Take(), (Lines{u"LoadSettings", u"Load", u"Show", u"LoadForms", u"ScanRecovery",
-                                       u"status Reading document from host", u"messages"}));
-    EXPECT_EQ(t.fonts.added,
-              (Lines{u"/opt/nib/DejaVuSansMono.ttf", u"/opt/nib/DejaVuSansMono-Bold.ttf",
-                     u"/opt/nib/DejaVuSansMono-BoldOblique.ttf", u"/opt/nib/DejaVuSansMono-Oblique.ttf"}));
-    EXPECT_EQ(t.trace.Take(), (TraceLines{{4, u"parse begin"}, {4, u"command = /home/x/a.bas"}, {4, u"parse end"}}));
-    t.ExpectCalm();
-}
-
 TEST(StartTest, AutomationReadsNoCommandLine)
 {
     TestProgram t;
-    t.program.Main(StartMode::Automation, u"/home/x/a.bas /H=h1");
-    EXPECT_EQ(t.journal.Take(), (Lines{u"LoadSettings", u"Load", u"Show", u"LoadForms"}));
+    Program program(t.Around(t.window, t.views), StartMode::Automation);
+    program.Main(Arguments({u"/home/x/a.bas", u"/H=h1"}));
+    EXPECT_EQ(t.journal.Take(), (Lines{u"Load", u"Show", u"LoadForms"}));
     EXPECT_TRUE(t.connection.opens.empty() && t.trace.lines.empty());
-    EXPECT_EQ(t.program.CurrentLocation().ServerName, u"*");
+    EXPECT_EQ(program.CurrentLocation().ServerName, u"*");
     t.ExpectCalm();
 }
 
 TEST(StartTest, AFailingStepEndsTheProgram)
 {
-    for (TextView step : {u"LoadSettings", u"LoadForms", u"ScanRecovery"}) {
-        TestProgram t;
-        t.parts.failing = step;
-        t.program.Main(StartMode::User, u"");
-        EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The Application is unable to start due to the following error:\n" +
-                                          Text(step) + u" failed"}}));
-        EXPECT_EQ(t.trace.Take(), (TraceLines{{1, u"modMain.ParseCmdLine: error=0x47 " + Text(step) + u" failed"}}));
-        EXPECT_TRUE(t.program.IsShuttingDown());
-        EXPECT_TRUE(t.journal.Has(u"SaveSettings"));
-        EXPECT_EQ(t.fonts.removed.size(), 4U);
-        EXPECT_FALSE(t.window.waiting);
-    }
+    TestProgram t;
+    t.dialogs.failing = true;
+    t.program.Main({});
+    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The Application is unable to start due to the following error:\nNo forms"}}));
+    EXPECT_EQ(t.trace.Take(), (TraceLines{{1, u"modMain.ParseCmdLine: error=0x47 No forms"}}));
+    EXPECT_TRUE(t.program.IsShuttingDown());
+    EXPECT_TRUE(t.journal.Has(u"UnloadForms"));
+    EXPECT_EQ(t.fonts.removed.size(), 4U);
+    EXPECT_FALSE(t.window.waiting);
 }
 
 TEST(StartTest, DefaultFont)
@@ -67,55 +51,37 @@ TEST(StartTest, DefaultFont)
 TEST(ShutdownTest, OrderAndOnlyOnce)
 {
     TestProgram t;
-    t.program.Main(StartMode::User, u"");
+    t.program.Main({});
+    t.program.Automation().Hold(":1.1");
     t.New()->SetText(u"unsaved");
     t.journal.Take();
-    t.window.onUnload = [&] {
-        EXPECT_TRUE(t.program.IsShuttingDown());
-        t.program.Shutdown(); // as the window's own unload does
-    };
+    t.store.written.clear();
+    t.window.onUnload = [&] { t.program.Shutdown(); }; // as the window's own unload does
     t.program.Shutdown();
-    EXPECT_EQ(t.journal.Take(), (Lines{u"EndRecovery", u"Unload", u"UnloadForms", u"SaveSettings",
-                                       u"ReleaseHostConfiguration", u"RaiseQuit"}));
-    EXPECT_EQ(t.fonts.removed.size(), 4U);
-    EXPECT_EQ(t.Documents().Count(), 0);
-    t.program.Shutdown();
-    EXPECT_TRUE(t.journal.lines.empty());
+    EXPECT_EQ(t.journal.Take(), (Lines{u"Unload", u"UnloadForms", u"DocumentClose 1", u"Quit"}));
+    EXPECT_FALSE(t.store.written.empty());
     EXPECT_EQ(t.fonts.removed.size(), 4U);
 }
 
 TEST(ShutdownTest, AnErrorEndsItThere)
 {
     TestProgram t;
-    t.program.Main(StartMode::User, u"");
-    t.parts.failing = u"SaveSettings";
+    t.program.Main({});
+    t.program.Automation().Hold(":1.1");
+    t.store.failing = true;
     t.program.Shutdown();
-    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nSaveSettings failed"}}));
-    EXPECT_EQ(t.trace.Take().back(),
-              (std::pair<int32_t, Text>{1, u"modMain.Shutdown: error=0x47 SaveSettings failed"}));
-    EXPECT_FALSE(t.journal.Has(u"RaiseQuit"));
+    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nNot saved"}}));
+    EXPECT_EQ(t.trace.Take().back(), (std::pair<int32_t, Text>{1, u"modMain.Shutdown: error=0x47 Not saved"}));
+    EXPECT_FALSE(t.journal.Has(u"Quit"));
     EXPECT_TRUE(t.fonts.removed.empty());
-}
-
-TEST(ShutdownTest, FontsAreRemovedIfAnyWasAdded)
-{
-    const Lines files{u"/opt/nib/DejaVuSansMono.ttf", u"/opt/nib/DejaVuSansMono-Bold.ttf",
-                      u"/opt/nib/DejaVuSansMono-BoldOblique.ttf", u"/opt/nib/DejaVuSansMono-Oblique.ttf"};
-    for (size_t absent : {3U, 4U}) {
-        TestProgram t;
-        t.fonts.absent = {files.begin(), files.begin() + static_cast<std::ptrdiff_t>(absent)};
-        t.program.Main(StartMode::Automation, u"");
-        t.program.Shutdown();
-        EXPECT_EQ(t.fonts.removed, absent == 3 ? files : Lines{});
-    }
 }
 
 struct CommandLineStart : testing::Test {
     TestProgram t;
 
-    void Start(TextView line)
+    void Start(const Lines& words)
     {
-        t.program.Main(StartMode::User, line);
+        t.program.Main(Arguments(words));
         t.trace.Take();
     }
 };
@@ -123,7 +89,7 @@ struct CommandLineStart : testing::Test {
 TEST_F(CommandLineStart, FirstDocumentIsActiveAndReadOnlyHoldsFromItsPlaceOn)
 {
     for (TextView path : {u"file:/x/a b.txt", u"file:/x/d.txt", u"file:/x/e.txt"}) t.Store(Text(path), u"");
-    Start(u"\"/x/a b.txt\" /L /x/d.txt /x/e.txt");
+    Start({u"/x/a b.txt", u"/L", u"/x/d.txt", u"/x/e.txt"});
     EXPECT_EQ(t.Titles(), (Lines{u"a b.txt", u"d.txt (Read only)", u"e.txt (Read only)"}));
     EXPECT_EQ(t.window.activeDocument, 1);
     EXPECT_EQ(t.Recent(), (Lines{u"file:/x/e.txt", u"file:/x/d.txt", u"file:/x/a b.txt"}));
@@ -133,7 +99,7 @@ TEST_F(CommandLineStart, AFailingDocumentIsSkipped)
 {
     t.Store(u"file:/x/b", u"");
     t.StoreFolder(u"file:/x/a");
-    Start(u"/x/a /x/b");
+    Start({u"/x/a", u"/x/b"});
     EXPECT_EQ(t.boxes.Take(),
               Boxes{Warning(u"Unable to open item /x/a because it appears to be a folder or file definition.")});
     EXPECT_EQ(t.Titles(), Lines{u"b"});
@@ -145,45 +111,35 @@ TEST_F(CommandLineStart, AnItemTakesTheSwitchesBeforeIt)
 {
     t.Store(u"mvdb:h1/ACC/MY%20FILE/PROG1", u"");
     t.Store().session.account = u"LOGIN";
-    Start(u"/h=h1 /A=ACC /F=\"MY FILE\" /I=PROG1");
+    Start({u"/h=h1", u"/A=ACC", u"/F=MY FILE", u"/I=PROG1"});
     EXPECT_EQ(t.Titles(), Lines{u"MY FILE PROG1 on server1"});
     EXPECT_EQ(t.Recent(), Lines{u"mvdb:*/*/MY%20FILE/PROG1"});
     EXPECT_EQ(t.program.CurrentLocation().Database, u"ACC");
-    EXPECT_TRUE(t.journal.Has(u"LoadHostConfiguration"));
+    EXPECT_FALSE(t.Store().session.asked.empty()) << "for the host's configuration";
 }
 
 TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)
 {
     t.Store(kMain, u"");
     t.Store(kOther, u"");
-    Start(u"/A=DEMO /F=BP /I=MAIN /I=OTHER");
-    auto lines = t.journal.Take();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), u"LoadHostConfiguration"), 1);
+    Start({u"/A=DEMO", u"/F=BP", u"/I=MAIN", u"/I=OTHER"});
+    auto& asked = t.Store().session.asked;
+    EXPECT_EQ(std::count(asked.begin(), asked.end(), u"NIB 2"), 1);
     EXPECT_EQ(t.Documents().Count(), 2);
-}
-
-TEST_F(CommandLineStart, TheHostConfigurationIsAskedForUntilItIsLoaded)
-{
-    t.Store(kMain, u"");
-    t.Store(kOther, u"");
-    t.parts.configures = false;
-    Start(u"/H=* /A=DEMO /F=BP /I=MAIN /I=OTHER");
-    auto lines = t.journal.Take();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), u"LoadHostConfiguration"), 3);
 }
 
 TEST_F(CommandLineStart, OddLinesOpenNothing)
 {
-    for (TextView line : {u"", u"/L", u"/X=1 /Y"}) Start(line);
+    for (const Lines& words : {Lines{}, {u"/L"}, {u"/X=1", u"/Y"}}) Start(words);
     EXPECT_EQ(t.Documents().Count(), 0);
     t.Store(kLocal, u"");
-    Start(u"/home/x/a.bas");
+    Start({u"/home/x/a.bas"});
     EXPECT_EQ(t.Titles(), Lines{u"a.bas"}) << "/L of another line is forgotten";
 }
 
 struct AccountRow {
     const char* name;
-    Text line;
+    Lines words;
     Text account;
     bool fails;
     Text database;
@@ -191,23 +147,23 @@ struct AccountRow {
 
 TEST(LearnAccountTest, FromTheConnectedServer)
 {
-    const AccountRow rows[] = {{"learned", u"/H=h1", u"LOGIN", false, u"LOGIN"},
-                               {"given", u"/H=h1 /A=MINE", u"LOGIN", false, u"MINE"},
-                               {"given behind", u"/A=MINE /H=h1", u"LOGIN", false, u"MINE"},
-                               {"no name", u"/H=h1", u"", false, u""},
-                               {"fails", u"/H=h1", u"LOGIN", true, u""},
-                               {"no host", u"", u"LOGIN", false, u""}};
+    const AccountRow rows[] = {{"learned", {u"/H=h1"}, u"LOGIN", false, u"LOGIN"},
+                               {"given", {u"/H=h1", u"/A=MINE"}, u"LOGIN", false, u"MINE"},
+                               {"given behind", {u"/A=MINE", u"/H=h1"}, u"LOGIN", false, u"MINE"},
+                               {"no name", {u"/H=h1"}, u"", false, u""},
+                               {"fails", {u"/H=h1"}, u"LOGIN", true, u""},
+                               {"no host", {}, u"LOGIN", false, u""}};
     for (const AccountRow& row : rows) {
         SCOPED_TRACE(row.name);
         TestProgram t;
         t.Store().session.account = row.account;
         if (row.fails) t.Store().session.failure = Error{error_number::kStorage, u"no"};
-        t.program.Main(StartMode::User, row.line);
+        t.program.Main(Arguments(row.words));
         EXPECT_EQ(t.program.CurrentLocation().Database, row.database);
-        EXPECT_EQ(t.journal.Has(u"LoadHostConfiguration"), !row.line.empty());
+        EXPECT_EQ(t.Store().session.asked.empty(), row.database.empty());
         EXPECT_EQ(t.trace.lines.back().second, u"parse end");
-        if (!row.line.empty()) {
-            EXPECT_EQ(t.connection.opens.back().path, u"mvdb:h1");
+        if (!row.words.empty()) {
+            EXPECT_EQ(t.connection.opens.front().path, u"mvdb:h1");
         }
     }
 }
@@ -216,10 +172,10 @@ TEST(ParseFailureTest, IsReportedAndTheProgramGoesOn)
 {
     TestProgram t;
     t.Store(kMain, u"");
-    t.parts.failing = u"LoadHostConfiguration";
-    t.program.Main(StartMode::User, u"/A=DEMO /F=BP /I=MAIN");
-    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nLoadHostConfiguration failed"}}));
-    EXPECT_EQ(t.trace.lines.back().second, u"modMain.ParseCmdLine: error=0x47 LoadHostConfiguration failed");
+    t.connection.openFailures = {Error{71, u"No host"}};
+    t.program.Main(Arguments({u"/A=DEMO", u"/F=BP", u"/I=MAIN"}));
+    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nNo host"}}));
+    EXPECT_EQ(t.trace.lines.back().second, u"modMain.ParseCmdLine: error=0x47 No host");
     EXPECT_FALSE(t.program.IsShuttingDown());
 }
 

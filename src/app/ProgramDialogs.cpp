@@ -1,0 +1,83 @@
+#include "app/ProgramDialogs.h"
+
+#include "persistence/recovery/frmAutoRecover.h"
+#include "persistence/settings/frmSettings.h"
+#include "printing/QtPrinting.h"
+#include "shell/Program.h"
+#include "shell/frame/frmProperties.h"
+#include "shell/help/QtAboutBox.h"
+
+namespace nib {
+
+void ProgramDialogs::Load(Program& program)
+{
+    program_ = &program;
+    resultsModel_ = std::make_unique<ResultsModel>(program.Services());
+    results_ = std::make_unique<frmResults>(*resultsModel_, store_, &mainWindow_);
+    results_->onPrint = [this](frmResults& results) {
+        printing_.PrintPages(
+            results.windowTitle(), [&](const Paper& paper) { results.PrintTo(paper); }, &results);
+    };
+    engine_ = std::make_unique<FindEngine>(program.Services(), *results_, program.EditorSettings().RecentSearches);
+    find_ = std::make_unique<frmFind>(*engine_, &mainWindow_);
+    goto_ = std::make_unique<frmGoto>(program.Services(), &mainWindow_);
+    program.Services().results = results_.get();
+}
+
+void ProgramDialogs::Unload()
+{
+    if (program_) program_->Services().results = nullptr;
+    help_.reset();
+    goto_.reset();
+    find_.reset();
+    engine_.reset();
+    if (results_) results_->Unload();
+    results_.reset();
+    resultsModel_.reset();
+}
+
+void ProgramDialogs::Properties(mvDocument& document)
+{
+    frmProperties(&mainWindow_).ShowDialog(document, program_->CurrentLocation());
+}
+
+void ProgramDialogs::Settings()
+{
+    SettingsModel model(program_->Services(), store_, *this);
+    frmSettings::ShowSettings(model, &mainWindow_, 1);
+}
+
+void ProgramDialogs::IconsChosen(bool large)
+{
+    mainWindow_.Menus().SetIconSize(Band::ToolBar, large ? kLargeIcons : kSmallIcons);
+    mainWindow_.Menus().SetHotTrack(Band::ToolBar, program_->EditorSettings().ToolbarHotTrack);
+}
+
+void ProgramDialogs::FontChanged()
+{
+    find_->SetFont();
+    results_->SetFont();
+}
+
+void ProgramDialogs::About()
+{
+    ShowAboutBox(&mainWindow_);
+}
+
+void ProgramDialogs::HelpTopics()
+{
+    if (!help_) help_ = std::make_unique<HelpWindow>();
+    help_->ShowHelp();
+}
+
+void ProgramDialogs::Print(mvDocument& document)
+{
+    printing_.Print(document);
+}
+
+void ProgramDialogs::OfferRecovered(modAutoRecover& recovery, TextView folder, const DynamicArray& names)
+{
+    frmAutoRecover(recovery).ShowDialog(folder, names, &mainWindow_);
+}
+
+} // namespace nib

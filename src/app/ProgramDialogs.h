@@ -1,0 +1,54 @@
+#pragma once
+// The forms beside the main window, and what commands want of them.
+
+#include "persistence/settings/SettingsModel.h"
+#include "search/frmFind.h"
+#include "search/frmResults.h"
+#include "shell/frame/frmMain.h"
+#include "shell/help/QtHelpWindow.h"
+#include "shell/navigation/frmGoto.h"
+
+namespace nib {
+
+class QtPrinting;
+
+class ProgramDialogs final : public Dialogs, public SettingsApplied {
+public:
+    /// All outlive it.
+    ProgramDialogs(frmMain& mainWindow, SettingsStore& store, QtPrinting& printing)
+        : mainWindow_(mainWindow), store_(store), printing_(printing)
+    {
+    }
+
+    // Dialogs
+    void Load(Program& program) override;
+    void Unload() override;
+    void Find() override { find_->Find(); }
+    void FindNext() override { find_->FindNext(); }
+    void Replace() override { find_->Replace(); }
+    void Results() override { results_->ShowResults({}); }
+    void Properties(mvDocument& document) override;
+    void Settings() override;
+    void About() override;
+    void HelpTopics() override;
+    void Goto(Text& target) override { goto_->ShowGoto(target, &mainWindow_); }
+    void Print(mvDocument& document) override;
+    void OfferRecovered(modAutoRecover& recovery, TextView folder, const DynamicArray& names) override;
+    // SettingsApplied
+    void IconsChosen(bool large) override;
+    void FontChanged() override;
+
+private:
+    frmMain& mainWindow_;
+    SettingsStore& store_;
+    QtPrinting& printing_;
+    Program* program_ = nullptr;
+    std::unique_ptr<ResultsModel> resultsModel_;
+    std::unique_ptr<frmResults> results_;
+    std::unique_ptr<FindEngine> engine_;
+    std::unique_ptr<frmFind> find_;
+    std::unique_ptr<frmGoto> goto_;
+    std::unique_ptr<HelpWindow> help_;
+};
+
+} // namespace nib
