@@ -3,7 +3,6 @@
 #include "text/SourceDocument.h"
 
 #include "base/Error.h"
-#include "text/TextSearch.h"
 
 namespace nib {
 
@@ -217,8 +216,10 @@ void SourceDocument::DeleteRange(Position start, Position end)
 int32_t SourceDocument::ShiftLine(int32_t line, int32_t columns, EmptyLine whenEmpty)
 {
     if (columns < 0) {
-        Text scratch;
-        int32_t gone = std::min(IndentOf(LineText(line, scratch)), -columns);
+        UnitSpan units = lines_.At(ClampLine(line)).Units();
+        int32_t most = std::min(static_cast<int32_t>(units.length), -columns);
+        int32_t gone = 0;
+        while (gone < most && units[static_cast<size_t>(gone)] == u' ') ++gone;
         DeleteRange({0, line}, {gone, line});
         return -gone;
     }
