@@ -16,7 +16,7 @@ constexpr mode_t kUserOnly = 0600;
 } // namespace
 
 SessionRooms::SessionRooms(SettingsStore& store, const std::string& backupFolder)
-    : store_(store), copies_(FileSaver(backupFolder, kUserOnly))
+    : store_(store), copies_(backupFolder, kUserOnly)
 {
 }
 
@@ -30,7 +30,7 @@ void SessionRooms::Plug(Program& program, frmMain& mainWindow, QtPrinting& print
         frmAutoRecover(*recovery_).ShowDialog(folder, names, &mainWindow);
     };
     recovery_ = std::make_unique<modAutoRecover>(
-        AutoRecoverPorts{program.Services(), copies_, states_, token_, FromFileName(LocalDataFolder()), offer});
+        AutoRecoverPorts{program.Services(), copies_, token_, FromFileName(LocalDataFolder()), offer});
 }
 
 void SessionRooms::LoadSettings()

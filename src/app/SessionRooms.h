@@ -3,8 +3,6 @@
 #include "app/CommandRooms.h"
 #include "documents/HostConfiguration.h"
 #include "persistence/recovery/modAutoRecover.h"
-#include "platform/posix/PosixFileStates.h"
-#include "platform/posix/PosixFileTransfer.h"
 #include "platform/posix/PosixSessionToken.h"
 #include "shell/SessionParts.h"
 
@@ -33,8 +31,7 @@ public:
 
 private:
     SettingsStore& store_;
-    PosixFileTransfer copies_;
-    PosixFileStates states_;
+    FileSaver copies_;
     PosixSessionToken token_{PosixSessionToken::UsualFolders()};
     Program* program_ = nullptr;
     AutomationRoom* automation_ = nullptr;

@@ -6,43 +6,10 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <memory>
-
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace nib {
 
 namespace {
-
-struct FolderClose {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-
-constexpr size_t kMostDetails = 1000;
-
-/// False for what is neither a folder nor a plain file.
-bool TellKind(int folder, const dirent& entry, bool& isFolder)
-{
-    isFolder = entry.d_type == DT_DIR;
-    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return isFolder || entry.d_type == DT_REG;
-    struct stat status {};
-    if (fstatat(folder, entry.d_name, &status, 0) != 0) return false;
-    isFolder = S_ISDIR(status.st_mode);
-    return isFolder || S_ISREG(status.st_mode);
-}
-
-void AddDetails(int folder, FolderEntry& entry)
-{
-    struct stat status {};
-    if (fstatat(folder, entry.name.c_str(), &status, 0) != 0) return;
-    entry.size = status.st_size;
-    entry.modified = status.st_mtim.tv_sec;
-    entry.readOnly = faccessat(folder, entry.name.c_str(), W_OK, AT_EACCESS) != 0;
-}
 
 bool IsDigit(char16_t c)
 {
@@ -81,42 +48,27 @@ int CompareNatural(TextView a, TextView b)
     return static_cast<int>(!a.empty()) - static_cast<int>(!b.empty());
 }
 
-/// Its number tells a folder that may not be listed, whose files may still be opened by name.
-Error ListingFailure(const std::string& folder, int error)
-{
-    return {error == EACCES ? error_number::kPermissionDenied : error_number::kStorage,
-            FromFileName(folder) + u" cannot be listed: " + SystemText(error)};
-}
-
 } // namespace
 
-BrowseEntry FolderEntry::Shown(Text shownName, Text path) const
+BrowseEntry ShownAs(const FolderEntry& found, Text name, Text path)
 {
     BrowseEntry entry;
-    entry.name = std::move(shownName);
+    entry.name = std::move(name);
     entry.path = std::move(path);
-    entry.isItem = !isFolder;
-    entry.readOnly = readOnly;
-    entry.size = isFolder ? -1 : size;
-    entry.modified = modified;
+    entry.isItem = !found.isFolder;
+    entry.readOnly = found.readOnly;
+    entry.size = found.isFolder ? -1 : found.size;
+    entry.modified = found.modified;
     return entry;
 }
 
 std::vector<FolderEntry> ListFolder(const std::string& folder)
 {
-    const std::unique_ptr<DIR, FolderClose> handle(opendir(folder.c_str()));
-    if (!handle) throw ListingFailure(folder, errno);
     std::vector<FolderEntry> entries;
-    for (errno = 0; const dirent* entry = readdir(handle.get()); errno = 0) {
-        FolderEntry found;
-        found.name = entry->d_name;
-        if (found.name != "." && found.name != ".." && TellKind(dirfd(handle.get()), *entry, found.isFolder)) {
-            entries.push_back(std::move(found));
-        }
+    if (const int error = ListFolder(folder, entries); error != 0) {
+        throw Error(error == EACCES ? error_number::kPermissionDenied : error_number::kStorage,
+                    FromFileName(folder) + u" cannot be listed: " + SystemText(error));
     }
-    if (errno != 0) throw ListingFailure(folder, errno);
-    if (entries.size() > kMostDetails) return entries;
-    for (FolderEntry& entry : entries) AddDetails(dirfd(handle.get()), entry);
     return entries;
 }
 

@@ -42,7 +42,7 @@ std::vector<BrowseEntry> LocalChildren(const Text& folder)
     const Text below = folder.ends_with(u'/') ? folder : folder + u"/";
     for (const FolderEntry& found : ListFolder(ToFileName(folder))) {
         const Text name = FromFileName(found.name);
-        entries.push_back(found.Shown(name, ComposeFilePath(below + name)));
+        entries.push_back(ShownAs(found, name, ComposeFilePath(below + name)));
     }
     SortEntries(entries);
     return entries;

@@ -5,8 +5,6 @@
 #include "fakes/TestProgram.h"
 #include "logic/storage/TempFolder.h"
 #include "persistence/recovery/RecoveryList.h"
-#include "platform/posix/PosixFileStates.h"
-#include "platform/posix/PosixFileTransfer.h"
 
 #include <gtest/gtest.h>
 
@@ -16,21 +14,9 @@
 
 namespace nib::test {
 
-/// Can be told to fail.
-struct FaultyTransfer final : PosixFileTransfer {
-    using PosixFileTransfer::PosixFileTransfer;
-    bool CloseFile(Handle file) override { return PosixFileTransfer::CloseFile(file) && !failing; }
-    Handle OpenFile(TextView path, Access access) override
-    {
-        return failing && access == Access::Replace ? 0 : PosixFileTransfer::OpenFile(path, access);
-    }
-    bool failing = false;
-};
-
 struct Session {
     Session(const TempFolder& folder, FakeSessionToken& token)
-        : files(FileSaver(folder / "backups", 0600)),
-          recovery({t.program.Services(), files, states, token, FromUtf8(folder / "data"),
+        : recovery({t.program.Services(), FileSaver(folder / "backups", 0600), token, FromUtf8(folder / "data"),
                     [this](TextView place, const DynamicArray& names) {
                         offered.emplace();
                         for (int32_t i = 1; i <= names.Count(); ++i) offered->push_back(names.Extract({i}));
@@ -63,8 +49,6 @@ struct Session {
     }
 
     TestProgram t;
-    FaultyTransfer files;
-    PosixFileStates states;
     std::optional<std::vector<Text>> offered;
     std::function<void(TextView, const DynamicArray&)> onOffer;
     modAutoRecover recovery;

@@ -41,7 +41,7 @@ void Check(bool holds)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     std::string_view input(reinterpret_cast<const char*>(data), size);
-    const auto encoding = static_cast<ProfileFile::Encoding>(TakeByte(input) % 3);
+    const auto encoding = static_cast<ProfileFile::Encoding>(TakeByte(input) % 3 + 1);
     const size_t sectionLength = TakeByte(input) % 8;
     const size_t keyLength = TakeByte(input) % 8;
     const size_t valueLength = TakeByte(input);

@@ -1,8 +1,5 @@
 #include "persistence/store/QtSettingsHive.h"
 #include "persistence/store/SettingsStore.h"
-#include "platform/posix/PosixFileGuard.h"
-#include "platform/posix/PosixFileStates.h"
-#include "platform/posix/PosixFileTransfer.h"
 #include "platform/qt/QtText.h"
 
 #include <QCoreApplication>
@@ -19,10 +16,7 @@ protected:
     Text Path() const { return ToText(folder.filePath(QStringLiteral("Orlin/hive.conf"))); }
 
     QTemporaryDir folder;
-    PosixFileTransfer files{FileSaver(folder.filePath(QStringLiteral("backups")).toStdString())};
-    PosixFileGuard guard;
-    PosixFileStates states;
-    ProfileDisk disk{files, guard, states};
+    ProfileDisk disk{FileSaver(folder.filePath(QStringLiteral("backups")).toStdString())};
 };
 
 } // namespace

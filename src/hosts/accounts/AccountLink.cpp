@@ -66,7 +66,7 @@ std::vector<BrowseEntry> AccountLink::Children(const ItemPlace& place)
         const std::optional<Text> id = found.isFolder == items ? std::nullopt : DecodeName(found.name);
         if (!id) continue;
         child.*level = *id;
-        entries.push_back(found.Shown(*id, ComposeHostPath(child)));
+        entries.push_back(ShownAs(found, *id, ComposeHostPath(child)));
     }
     SortEntries(entries);
     return entries;

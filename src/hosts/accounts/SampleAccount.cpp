@@ -4,10 +4,8 @@
 #include "platform/posix/SystemError.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace nib {
@@ -26,16 +24,6 @@ void MakeWritable(const fs::path& folder)
             entry.is_directory() ? fs::perms::owner_all : fs::perms::owner_read | fs::perms::owner_write;
         fs::permissions(entry.path(), added, fs::perm_options::add, ignored);
     }
-}
-
-/// Never over something that is there, not even an empty folder.
-int RenameNew(const std::string& from, const std::string& to)
-{
-    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
-    if (errno != EINVAL && errno != ENOSYS) return errno;
-    std::error_code ignored;
-    if (fs::exists(fs::symlink_status(to, ignored))) return EEXIST;
-    return std::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
 }
 
 } // namespace

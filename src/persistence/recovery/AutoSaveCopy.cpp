@@ -1,7 +1,7 @@
 #include "persistence/recovery/AutoSaveCopy.h"
 
 #include "diagnostics/Guarded.h"
-#include "persistence/store/modFileReadWrite.h"
+#include "persistence/store/TextFile.h"
 
 #include <algorithm>
 
@@ -18,24 +18,24 @@ int32_t EncodingFor(TextView text)
 
 } // namespace
 
-bool WriteAutoSaveCopy(FileTransfer& files, TextView path, TextView itemId, TextView text)
+bool WriteAutoSaveCopy(const FileSaver& saver, TextView path, TextView itemId, TextView text)
 {
     return OrDefault(
         [&] {
             Text content;
             content.reserve(itemId.size() + text.size() + 2);
             content.append(itemId).append(u"\r\n").append(text);
-            return WriteTextFile(files, path, content, EncodingFor(content), true);
+            return WriteTextFile(saver, path, content, EncodingFor(content), true);
         },
         false);
 }
 
-std::optional<Text> ReadAutoSaveCopy(FileTransfer& files, TextView path)
+std::optional<Text> ReadAutoSaveCopy(TextView path)
 {
     return OrDefault(
         [&] {
             int32_t encoding = file_encoding::kDetect;
-            return std::optional<Text>(ReadTextFile(files, path, encoding, false));
+            return std::optional<Text>(ReadTextFile(path, encoding, false));
         },
         std::optional<Text>());
 }

@@ -4,19 +4,17 @@
 
 #include "base/DynamicArray.h"
 #include "documents/DocumentServices.h"
-#include "platform/FileStates.h"
-#include "platform/FileTransfer.h"
 #include "platform/SessionToken.h"
+#include "platform/posix/FileSaver.h"
 
 #include <functional>
 
 namespace nib {
 
-/// All outlive the object that gets them.
+/// What is referred to outlives the object that gets it.
 struct AutoRecoverPorts {
     DocumentServices& documents;
-    FileTransfer& files; ///< makes new files for the user alone
-    FileStates& states;
+    FileSaver saver; ///< makes new files for the user alone
     SessionToken& token;
     Text localData; ///< the user's data folder on this machine
     /// Offers the files of these names.
@@ -49,7 +47,6 @@ public:
     const AutoRecoverPorts& Ports() const { return ports_; }
 
 private:
-    bool EnsureFolder(const Text& path, bool create);
     bool EnsureSession(const Text& folder);
     Text PathOf(TextView name) const { return AutoRecoverFolder_ + u"/" + Text(name); }
     bool SaveDocument(mvDocument& document);

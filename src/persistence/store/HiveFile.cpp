@@ -1,6 +1,6 @@
 #include "persistence/store/HiveFile.h"
 
-#include "persistence/store/modFileExist.h"
+#include "platform/posix/FileName.h"
 
 #include <unicode/utf16.h>
 
@@ -95,9 +95,9 @@ const Text* HiveFile::FindChange(TextView section, TextView key) const
 
 void HiveFile::Refresh()
 {
-    const FileState state = disk_.states.StateOf(path_);
+    const FileStamp state = StampOf(ToFileName(path_));
     if (seenState_ == state) return;
-    seen_ = ReadProfile(disk_, path_, ProfileFile::Encoding::Utf8).value_or(ProfileFile());
+    seen_ = ReadProfile(path_, ProfileFile::Encoding::Utf8).value_or(ProfileFile());
     seenState_ = state;
 }
 
@@ -121,20 +121,12 @@ void HiveFile::Set(TextView keyPath, TextView valueName, TextView text)
     changes_.push_back(std::move(change));
 }
 
-void HiveFile::MakeFolders()
-{
-    for (size_t slash = path_.find(u'/', 1); slash != Text::npos; slash = path_.find(u'/', slash + 1)) {
-        const Text folder = path_.substr(0, slash);
-        if (!IsFolder(disk_.states, folder)) disk_.files.CreateFolder(folder);
-    }
-}
-
 bool HiveFile::Flush()
 {
     if (changes_.empty()) return true;
-    MakeFolders();
-    const auto hold = disk_.guard.HoldFile(path_);
-    std::optional<ProfileFile> file = ReadProfile(disk_, path_, ProfileFile::Encoding::Utf8);
+    MakeFolders(FolderOf(ToFileName(path_)));
+    const FileHold hold = disk_.Hold(path_);
+    std::optional<ProfileFile> file = ReadProfile(path_, ProfileFile::Encoding::Utf8);
     if (!file) return false;
     bool changed = false;
     for (const Change& change : changes_) {
@@ -144,7 +136,7 @@ bool HiveFile::Flush()
     if (changed && !WriteProfile(disk_, path_, *file)) return false;
     changes_.clear();
     seen_ = std::move(*file);
-    seenState_ = disk_.states.StateOf(path_);
+    seenState_ = StampOf(ToFileName(path_));
     return true;
 }
 

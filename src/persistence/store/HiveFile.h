@@ -1,5 +1,5 @@
 #pragma once
-#include "persistence/store/ProfileDisk.h"
+#include "persistence/store/Profile.h"
 #include "persistence/store/SettingsHive.h"
 
 #include <vector>
@@ -30,13 +30,12 @@ private:
 
     const Text* FindChange(TextView section, TextView key) const;
     void Refresh();
-    void MakeFolders();
 
     ProfileDisk disk_;
     Text path_;
     std::vector<Change> changes_; ///< not written yet
     ProfileFile seen_;            ///< the file as it was in `seenState_`
-    std::optional<FileState> seenState_;
+    std::optional<FileStamp> seenState_;
 };
 
 /// A name or value as it stands in the file: what an ini file cannot hold becomes %uXXXX, a UTF-16 unit each.

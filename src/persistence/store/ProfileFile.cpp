@@ -1,14 +1,14 @@
 #include "persistence/store/ProfileFile.h"
 
+#include "persistence/store/TextFile.h"
+
 #include <algorithm>
 
 namespace nib {
 
 namespace {
 
-constexpr std::string_view kUtf16Mark{"\xFF\xFE"};
-constexpr std::string_view kUtf8Mark{"\xEF\xBB\xBF"};
-constexpr TextView kBlanks{u" \t"};
+constexpr TextView kBlanks{u" \t\r"};
 constexpr TextView kLineEnds{u"\r\n"};
 constexpr TextView kQuotes{u"\"'"};
 
@@ -72,37 +72,28 @@ bool IsKeyName(TextView name)
 
 } // namespace
 
-/// One line, taken apart. What is neither a section nor a key is of no interest.
-struct ProfileFile::Line {
-    enum class Kind { Other, Section, Key };
+IniLine::IniLine(TextView line, TextView comments, bool closesLine)
+{
+    const TextView trimmed = TrimBlanks(line);
+    if (trimmed.empty() || comments.find(trimmed.front()) != TextView::npos) return;
+    const bool section = trimmed.front() == u'[';
+    const size_t end = section ? (closesLine ? trimmed.rfind(u']') : trimmed.find(u']')) : line.find(u'=');
+    if (end == TextView::npos || (closesLine && section && end + 1 != trimmed.size())) return;
+    kind = section ? Kind::Section : Kind::Key;
+    name = TrimBlanks(section ? trimmed.substr(1, end - 1) : line.substr(0, end));
+    if (!section) value = TrimBlanks(line.substr(end + 1));
+}
 
-    Line(TextView whole, size_t start, size_t stop) : begin(start), end(stop)
+/// A line and its place in the text.
+struct ProfileFile::Line : IniLine {
+    Line(TextView text, size_t start, size_t stop)
+        : IniLine(text.substr(start, stop - start), u";"), begin(start),
+          valueAt(kind == Kind::Key ? static_cast<size_t>(value.data() - text.data()) : 0)
     {
-        const TextView line = whole.substr(start, stop - start);
-        const TextView trimmed = TrimBlanks(line);
-        if (trimmed.empty() || trimmed.front() == u';') return;
-        if (trimmed.front() == u'[') {
-            const size_t close = trimmed.find(u']');
-            if (close == TextView::npos) return;
-            kind = Kind::Section;
-            name = TrimBlanks(trimmed.substr(1, close - 1));
-            return;
-        }
-        const size_t equals = line.find(u'=');
-        if (equals == TextView::npos) return;
-        kind = Kind::Key;
-        name = TrimBlanks(line.substr(0, equals));
-        const TextView content = TrimBlanks(line.substr(equals + 1));
-        value = static_cast<size_t>(content.data() - whole.data());
-        valueEnd = value + content.size();
     }
 
-    Kind kind = Kind::Other;
     size_t begin;
-    size_t end; ///< before the line break
-    TextView name;
-    size_t value = 0;
-    size_t valueEnd = 0;
+    size_t valueAt;
 };
 
 /// Walks the lines of a text; CR, LF and CR LF end one.
@@ -128,41 +119,17 @@ private:
 
 ProfileFile::ProfileFile(std::string_view bytes, Encoding unmarked) : encoding_(unmarked)
 {
-    marked_ = bytes.starts_with(kUtf16Mark) || bytes.starts_with(kUtf8Mark);
-    if (marked_) encoding_ = bytes.starts_with(kUtf16Mark) ? Encoding::Utf16 : Encoding::Utf8;
-    if (marked_) bytes.remove_prefix(encoding_ == Encoding::Utf16 ? kUtf16Mark.size() : kUtf8Mark.size());
-
-    const auto unit = [&](size_t i) { return static_cast<char16_t>(static_cast<unsigned char>(bytes[i])); };
-    if (encoding_ == Encoding::Utf8) {
-        text_ = FromUtf8(bytes);
-    } else if (encoding_ == Encoding::SingleByte) {
-        text_.resize(bytes.size());
-        for (size_t i = 0; i < text_.size(); ++i) text_[i] = unit(i);
-    } else {
-        text_.resize(bytes.size() / 2);
-        for (size_t i = 0; i < text_.size(); ++i) {
-            text_[i] = static_cast<char16_t>(unit(2 * i) | unit(2 * i + 1) << 8);
-        }
-    }
+    const bool wide = bytes.starts_with(kUtf16Mark);
+    marked_ = wide || bytes.starts_with(kUtf8Mark);
+    if (marked_) encoding_ = wide ? Encoding::Utf16 : Encoding::Utf8;
+    text_ = DecodeText(bytes, static_cast<int32_t>(encoding_));
 }
 
 std::optional<std::string> ProfileFile::Bytes() const
 {
-    if (encoding_ == Encoding::Utf8) return (marked_ ? std::string(kUtf8Mark) : std::string()) + ToUtf8(text_);
-    std::string bytes;
-    if (encoding_ == Encoding::SingleByte) {
-        if (std::any_of(text_.begin(), text_.end(), [](char16_t c) { return c > 0xFF; })) return std::nullopt;
-        bytes.resize(text_.size());
-        std::transform(text_.begin(), text_.end(), bytes.begin(), [](char16_t c) { return static_cast<char>(c); });
-        return bytes;
-    }
-    bytes = kUtf16Mark;
-    bytes.reserve(bytes.size() + text_.size() * 2);
-    for (char16_t c : text_) {
-        bytes.push_back(static_cast<char>(c & 0xFF));
-        bytes.push_back(static_cast<char>(c >> 8));
-    }
-    return bytes;
+    if (encoding_ == Encoding::SingleByte && HasWideChars(text_, false)) return std::nullopt;
+    const bool mark = encoding_ == Encoding::Utf8 && marked_;
+    return (mark ? std::string(kUtf8Mark) : std::string()) + EncodeText(text_, static_cast<int32_t>(encoding_));
 }
 
 ProfileFile::Place ProfileFile::Locate(TextView section, TextView key) const
@@ -181,8 +148,8 @@ ProfileFile::Place ProfileFile::Locate(TextView section, TextView key) const
         // Behind the last key, so that a comment above the next section stays with it.
         if (first && line.kind != Line::Kind::Other) place.insert = lines.Position();
         if (!inside || line.kind != Line::Kind::Key || !SameName(line.name, key)) continue;
-        place.value = line.value;
-        place.end = line.valueEnd;
+        place.value = line.valueAt;
+        place.end = line.valueAt + line.value.size();
         return place;
     }
     return place;

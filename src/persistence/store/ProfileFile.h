@@ -5,11 +5,25 @@
 
 namespace nib {
 
+/// One line of an ini file, taken apart. What is neither a section nor a key is of no interest.
+struct IniLine {
+    enum class Kind : uint8_t { Other, Section, Key };
+
+    /// A line that begins with one of `comments` is one. `closesLine`: the name of a section ends with the line, else
+    /// with the first "]".
+    IniLine(TextView line, TextView comments, bool closesLine = false);
+
+    Kind kind = Kind::Other;
+    TextView name;
+    TextView value; ///< as it stands there, without the blanks around it
+};
+
 /// The text of an ini file, edited in place: comments, order, blank lines and everything that is no "key=value" stay as
 /// they are. Sections and keys are compared ignoring case. Whatever the bytes, reading them succeeds.
 class ProfileFile {
 public:
-    enum class Encoding { SingleByte, Utf8, Utf16 };
+    /// Numbered as in file_encoding.
+    enum class Encoding : int32_t { SingleByte = 1, Utf8, Utf16 };
 
     ProfileFile() = default;
     /// A byte order mark tells the encoding; without one it is `unmarked`.

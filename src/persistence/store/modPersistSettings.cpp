@@ -1,11 +1,10 @@
 #include "persistence/store/modPersistSettings.h"
 
 #include "diagnostics/Guarded.h"
-#include "persistence/store/Profile.h"
+#include "persistence/store/TextFile.h"
 #include "persistence/store/modDotToAbsPath.h"
-#include "persistence/store/modFileExist.h"
-#include "persistence/store/modFileReadWrite.h"
 #include "persistence/store/modRegFuncs.h"
+#include "platform/posix/FileName.h"
 
 #include <algorithm>
 #include <limits>
@@ -22,6 +21,14 @@ Text WithSlash(Text folder)
 {
     if (!folder.ends_with(u'/')) folder.push_back(u'/');
     return folder;
+}
+
+/// The first component, a root or a folder of the current one, is taken as it is.
+bool MakeDataFolder(TextView path)
+{
+    const size_t slash = path.find(u'/');
+    if (slash + 1 == path.size()) return true;
+    return (slash == 0 || IsFolder(ToFileName(path.substr(0, slash)))) && MakeFolders(ToFileName(path)) == 0;
 }
 
 /// Narrow files are read a byte a character; a path of a system that names files in UTF-8 is meant as such.
@@ -43,7 +50,7 @@ modPersistSettings::modPersistSettings(SettingsHive& hive, const ProfileDisk& di
 
 Text modPersistSettings::Switch(TextView key, TextView fallback) const
 {
-    return ProfileGetString(disk_, kSwitchSection, key, fallback, WithSlash(programFolder_) + Text(kSwitchFile));
+    return ProfileGetString(kSwitchSection, key, fallback, WithSlash(programFolder_) + Text(kSwitchFile));
 }
 
 void modPersistSettings::InitPersistSettings()
@@ -51,7 +58,7 @@ void modPersistSettings::InitPersistSettings()
     if (initialised_) return;
     initialised_ = true;
     const int32_t mode =
-        ProfileGetInt(disk_, kSwitchSection, u"PersistSettings", kHive, WithSlash(programFolder_) + Text(kSwitchFile));
+        ProfileGetInt(kSwitchSection, u"PersistSettings", kHive, WithSlash(programFolder_) + Text(kSwitchFile));
     persistMode_ = static_cast<int16_t>(
         std::clamp<int32_t>(mode, std::numeric_limits<int16_t>::min(), std::numeric_limits<int16_t>::max()));
     appDataDirectory_ = ResolveDataDirectory(PathOf(Switch(u"AppDataDirectory", u".")));
@@ -65,7 +72,7 @@ Text modPersistSettings::GetPersistSetting(TextView keyPath, TextView valueName,
         InitPersistSettings();
         if (persistMode_ == kHive) return RegGetString(hive_, keyPath, valueName, fallback, environment_);
         if (persistMode_ != kIniFile) return Text(fallback);
-        return ProfileGetString(disk_, KeyPathToSection(keyPath), ValueNameToKey(valueName), fallback, appStateFile_);
+        return ProfileGetString(KeyPathToSection(keyPath), ValueNameToKey(valueName), fallback, appStateFile_);
     };
     return OrDefault(read, Text(fallback));
 }
@@ -86,11 +93,11 @@ void modPersistSettings::SavePersistSetting(TextView keyPath, TextView valueName
 
 void modPersistSettings::CreateStateFile() const
 {
-    if (PathExists(disk_.states, appStateFile_)) return;
-    const auto hold = disk_.guard.HoldFile(appStateFile_);
+    const std::string file = ToFileName(appStateFile_);
+    if (StampOf(file).Exists()) return;
+    const FileHold hold = disk_.Hold(appStateFile_);
     // Another copy may just have made it, and written to it.
-    if (PathExists(disk_.states, appStateFile_)) return;
-    WriteTextFile(disk_.files, appStateFile_, {}, file_encoding::kUtf16, true);
+    if (!StampOf(file).Exists()) WriteTextFile(disk_.saver, appStateFile_, {}, file_encoding::kUtf16, true);
 }
 
 Text modPersistSettings::KeyPathToSection(TextView keyPath)
@@ -118,21 +125,8 @@ Text modPersistSettings::ResolveDataDirectory(TextView path) const
     if (folder.find(u'%') != Text::npos) folder = ExpandEnviron(folder, environment_);
     if (folder.empty()) folder = programFolder_;
     folder = WithSlash(std::move(folder));
-    if (IsFolder(disk_.states, folder) || MakeFolders(folder)) return folder;
+    if (IsFolder(ToFileName(folder)) || MakeDataFolder(folder)) return folder;
     return WithSlash(programFolder_);
-}
-
-/// The first component, a root or a folder of the current one, is taken as it is.
-bool modPersistSettings::MakeFolders(TextView path) const
-{
-    for (size_t slash = path.find(u'/'); slash != TextView::npos;) {
-        slash = path.find(u'/', slash + 1);
-        const TextView folder = path.substr(0, slash);
-        if (slash == TextView::npos || IsFolder(disk_.states, folder)) continue;
-        // Another copy may have been quicker.
-        if (!MakeFolder(disk_.files, folder, true) && !IsFolder(disk_.states, folder)) return false;
-    }
-    return true;
 }
 
 } // namespace nib

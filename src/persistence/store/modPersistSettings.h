@@ -1,5 +1,5 @@
 #pragma once
-#include "persistence/store/ProfileDisk.h"
+#include "persistence/store/Profile.h"
 #include "persistence/store/SettingsHive.h"
 #include "persistence/store/SettingsStore.h"
 #include "persistence/store/modExpandEnviron.h"
@@ -45,7 +45,6 @@ public:
 
 private:
     Text Switch(TextView key, TextView fallback) const;
-    bool MakeFolders(TextView path) const;
     void CreateStateFile() const;
 
     SettingsHive& hive_;

@@ -6,12 +6,15 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 
 #include <fcntl.h>
 
 namespace nib {
 
 namespace {
+
+constexpr size_t kMostDetails = 1000;
 
 [[noreturn]] void Refuse(const std::string& path, int error)
 {
@@ -50,6 +53,26 @@ bool IsPlainFile(const std::string& path)
 {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+int ListFolder(const std::string& folder, std::vector<FolderEntry>& entries)
+{
+    std::error_code error;
+    for (std::filesystem::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
+        std::error_code unknown;
+        const bool isFolder = it->is_directory(unknown);
+        if (isFolder || it->is_regular_file(unknown)) entries.push_back({it->path().filename().string(), isFolder});
+    }
+    if (entries.size() > kMostDetails) return error.value();
+    for (FolderEntry& entry : entries) {
+        const std::string path = folder + "/" + entry.name;
+        struct stat status {};
+        if (stat(path.c_str(), &status) != 0) continue;
+        entry.size = status.st_size;
+        entry.modified = status.st_mtim.tv_sec;
+        entry.readOnly = faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0;
+    }
+    return error.value();
 }
 
 FileContent ReadWholeFile(const std::string& path, size_t limit)

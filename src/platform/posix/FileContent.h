@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <sys/stat.h>
 
@@ -35,6 +36,19 @@ struct FileContent {
 
     std::string_view Bytes() const { return {data.get(), size}; }
 };
+
+/// What a folder holds.
+struct FolderEntry {
+    std::string name;
+    bool isFolder = false;
+    bool readOnly = false;
+    int64_t size = -1;     ///< -1: not asked
+    int64_t modified = -1; ///< seconds since the epoch, -1: not asked
+};
+
+/// Adds the folders and plain files of a folder, in no order; links count as what they lead to. In a large folder no
+/// file is looked at beyond its folder entry, so that it opens at once. Answers 0 or the system's error.
+int ListFolder(const std::string& folder, std::vector<FolderEntry>& entries);
 
 inline constexpr size_t kLargestText = size_t{1} << 30;
 

@@ -4,9 +4,11 @@
 #include <unicode/utf8.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <random>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace nib {
@@ -86,6 +88,16 @@ int MakeFolders(const std::string& path)
     struct stat status {};
     const int error = errno;
     return error == EEXIST && stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) ? 0 : error;
+}
+
+int RenameNew(const std::string& from, const std::string& to)
+{
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
+    // Not every file system can do that in one step.
+    if (errno != EINVAL && errno != ENOSYS) return errno;
+    struct stat status {};
+    if (lstat(to.c_str(), &status) == 0) return EEXIST;
+    return rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
 }
 
 std::string RandomSuffix()

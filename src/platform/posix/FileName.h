@@ -19,6 +19,8 @@ std::string LastPart(const std::string& path);
 std::string AbsolutePath(const std::string& path);
 /// Makes the folder and those above it that are missing, for the user alone. Answers 0 or the system's error.
 int MakeFolders(const std::string& path);
+/// Never over something that is there, not even an empty folder. Answers 0 or the system's error.
+int RenameNew(const std::string& from, const std::string& to);
 /// Eight random letters for names of temporary files.
 std::string RandomSuffix();
 

@@ -1,8 +1,7 @@
 #include "platform/posix/PosixSessionToken.h"
 
-#include "platform/FileTransfer.h"
+#include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
-#include "platform/posix/FolderScan.h"
 #include "platform/posix/UserFolders.h"
 
 #include <algorithm>
@@ -54,12 +53,11 @@ bool IsHeld(const std::string& path)
 /// Files of copies that could not tidy up. Removed under a lock, which tells a holder that comes in between.
 void RemoveLeftovers(const std::string& folder)
 {
-    FolderScan scan;
-    Text name;
-    if (scan.Open(FromFileName(folder) + u"/*") != 0) return;
-    while (scan.Next(name)) {
-        const std::string path = folder + "/" + ToFileName(name);
-        if (!IsLockName(LastPart(path))) continue;
+    std::vector<FolderEntry> entries;
+    ListFolder(folder, entries);
+    for (const FolderEntry& entry : entries) {
+        if (entry.isFolder || !IsLockName(entry.name)) continue;
+        const std::string path = folder + "/" + entry.name;
         Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
         if (file && flock(file.Get(), LOCK_SH | LOCK_NB) == 0 && IsCurrent(file.Get(), path)) unlink(path.c_str());
     }
