@@ -1,6 +1,7 @@
 #include "hosts/HostConfig.h"
 
 #include "base/Error.h"
+#include "persistence/store/ProfileFile.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 #include "platform/posix/UserFolders.h"
@@ -53,12 +54,6 @@ HostSettings& Section(HostConfig& config, TextView name, const HostSettings& fre
     return config.hosts.back();
 }
 
-TextView TrimLine(TextView line)
-{
-    const size_t first = line.find_first_not_of(u" \t\r");
-    return first == TextView::npos ? TextView() : line.substr(first, line.find_last_not_of(u" \t\r") - first + 1);
-}
-
 } // namespace
 
 HostConfig HostConfig::Parse(TextView text, const std::string& dataFolder)
@@ -71,14 +66,9 @@ HostConfig HostConfig::Parse(TextView text, const std::string& dataFolder)
     config.hosts.push_back(fresh);
     HostSettings* host = nullptr;
     for (const Text& whole : Split(text, u'\n')) {
-        const TextView line = TrimLine(whole);
-        const size_t equals = line.find(u'=');
-        if (line.starts_with(u'#') || line.starts_with(u';')) continue;
-        if (line.starts_with(u'[') && line.ends_with(u']')) {
-            host = &Section(config, TrimLine(line.substr(1, line.size() - 2)), fresh);
-        } else if (host && equals != TextView::npos) {
-            SetKey(*host, TrimLine(line.substr(0, equals)), TrimLine(line.substr(equals + 1)));
-        }
+        const IniLine line(whole, u"#;", true);
+        if (line.kind == IniLine::Kind::Section) host = &Section(config, line.name, fresh);
+        if (line.kind == IniLine::Kind::Key && host) SetKey(*host, line.name, line.value);
     }
     return config;
 }
