@@ -28,11 +28,11 @@ TEST_F(SettingsHiveTest, ChangesReachTheDiskTogetherAtTheNextTurnOfTheEventLoop)
     one.Set(kSettingsKey, u"FontName", u"Mono");
     one.Set(kSettingsKey, u"", u"7.1");
     two.Set(kSettingsKey, u"MainLeft", u"1200");
-    EXPECT_EQ(one.Get(kSettingsKey, u"FontName")->text, u"Mono");
+    EXPECT_EQ(one.Get(kSettingsKey, u"FontName"), u"Mono");
     EXPECT_FALSE(two.Get(kSettingsKey, u"FontName"));
     QCoreApplication::processEvents();
-    EXPECT_EQ(two.Get(kSettingsKey, u"FontName")->text, u"Mono");
-    EXPECT_EQ(one.Get(kSettingsKey, u"MainLeft")->text, u"1200");
+    EXPECT_EQ(two.Get(kSettingsKey, u"FontName"), u"Mono");
+    EXPECT_EQ(one.Get(kSettingsKey, u"MainLeft"), u"1200");
 
     QFile file(ToQString(Path()));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -45,7 +45,7 @@ TEST_F(SettingsHiveTest, TheLastChangesAreWrittenAtTheEnd)
         QtSettingsHive hive(disk, Path());
         hive.Set(u"K", u"a", u"");
     }
-    EXPECT_EQ(QtSettingsHive(disk, Path()).Get(u"K", u"a")->text, u"");
+    EXPECT_EQ(QtSettingsHive(disk, Path()).Get(u"K", u"a"), u"");
 }
 
 TEST_F(SettingsHiveTest, ARefusedWriteIsForgottenQuietly)
@@ -55,7 +55,7 @@ TEST_F(SettingsHiveTest, ARefusedWriteIsForgottenQuietly)
     hive.Set(u"K", u"a", u"1");
     QCoreApplication::processEvents();
     EXPECT_FALSE(hive.Flush());
-    EXPECT_EQ(hive.Get(u"K", u"a")->text, u"1");
+    EXPECT_EQ(hive.Get(u"K", u"a"), u"1");
 }
 
 TEST_F(SettingsHiveTest, TheHiveIsInTheUsersFolderOfConfigurations)

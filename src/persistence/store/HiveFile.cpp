@@ -101,15 +101,15 @@ void HiveFile::Refresh()
     seenState_ = state;
 }
 
-std::optional<SettingsHive::String> HiveFile::Get(TextView keyPath, TextView valueName)
+std::optional<Text> HiveFile::Get(TextView keyPath, TextView valueName)
 {
     const Text section = EncodeHiveName(keyPath);
     const Text key = EncodeHiveName(valueName);
-    if (const Text* changed = FindChange(section, key)) return String{DecodeHiveValue(*changed)};
+    if (const Text* changed = FindChange(section, key)) return DecodeHiveValue(*changed);
     Refresh();
     const std::optional<Text> value = seen_.Find(section, key);
     if (!value) return std::nullopt;
-    return String{DecodeHiveValue(*value)};
+    return DecodeHiveValue(*value);
 }
 
 void HiveFile::Set(TextView keyPath, TextView valueName, TextView text)
@@ -119,6 +119,7 @@ void HiveFile::Set(TextView keyPath, TextView valueName, TextView text)
         return EqualsNoCase(older.key, change.key) && EqualsNoCase(older.section, change.section);
     });
     changes_.push_back(std::move(change));
+    if (changed_) changed_();
 }
 
 bool HiveFile::Flush()

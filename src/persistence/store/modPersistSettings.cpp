@@ -2,20 +2,32 @@
 
 #include "diagnostics/Guarded.h"
 #include "persistence/store/TextFile.h"
-#include "persistence/store/modDotToAbsPath.h"
-#include "persistence/store/modRegFuncs.h"
 #include "platform/posix/FileName.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace nib {
 
 namespace {
 
+/// Values of PersistSettings. Every other one means that nothing is kept.
+constexpr int32_t kHive = 1;
+constexpr int32_t kIniFile = 2;
 constexpr TextView kSwitchFile{u"isolation.ini"};
 constexpr TextView kSwitchSection{u"Isolation"};
 constexpr TextView kStateFile{u"appstate.ini"};
+constexpr TextView kStateSection{u"MultiValueEditor_Settings"};
+constexpr size_t kLongestHiveValue = 4096;
+
+/// Every run of "/" becomes one.
+Text CollapseSlashes(TextView path)
+{
+    Text out;
+    out.reserve(path.size());
+    for (char16_t c : path)
+        if (c != u'/' || !out.ends_with(u'/')) out.push_back(c);
+    return out;
+}
 
 Text WithSlash(Text folder)
 {
@@ -34,18 +46,52 @@ bool MakeDataFolder(TextView path)
 /// Narrow files are read a byte a character; a path of a system that names files in UTF-8 is meant as such.
 Text PathOf(const Text& value)
 {
-    if (HasWideChars(value, false)) return value;
-    std::string bytes(value.size(), '\0');
-    std::transform(value.begin(), value.end(), bytes.begin(), [](char16_t c) { return static_cast<char>(c); });
-    return IsValidUtf8(bytes) ? FromUtf8(bytes) : value;
+    const std::string bytes = EncodeText(value, file_encoding::kSingleByte);
+    return !HasWideChars(value, false) && IsValidUtf8(bytes) ? FromUtf8(bytes) : value;
+}
+
+/// An ini file has no empty names.
+TextView KeyOf(TextView valueName)
+{
+    return valueName.empty() ? u"@" : valueName;
 }
 
 } // namespace
 
-modPersistSettings::modPersistSettings(SettingsHive& hive, const ProfileDisk& disk, Text programFolder,
-                                       Environment environment)
-    : hive_(hive), disk_(disk), programFolder_(std::move(programFolder)), environment_(std::move(environment))
+Text DotToAbsPath(TextView path, TextView baseFolder)
 {
+    Text absolute(path);
+    if (absolute.starts_with(u"../") || absolute == u"..") absolute.insert(0, u"./");
+    if (absolute.starts_with(u"./")) absolute.replace(0, 1, baseFolder);
+
+    std::vector<Text> kept;
+    for (Text& component : Split(CollapseSlashes(absolute), u'/')) {
+        if (component != u"..") {
+            kept.push_back(std::move(component));
+        } else if (kept.size() >= 2) {
+            kept.pop_back();
+        }
+    }
+    Text joined;
+    for (size_t i = 0; i < kept.size(); ++i) {
+        if (i > 0) joined.push_back(u'/');
+        joined += kept[i];
+    }
+    // The root alone is an empty component.
+    return joined.empty() ? Text(u"/") : joined;
+}
+
+Text ExpandEnviron(TextView text, const Environment& environment)
+{
+    Text out;
+    for (;;) {
+        const size_t open = text.find(u'%');
+        const size_t close = open == TextView::npos ? open : text.find(u'%', open + 1);
+        if (close == TextView::npos) return out.append(text);
+        out.append(text.substr(0, open));
+        out.append(environment(text.substr(open + 1, close - open - 1)).value_or(Text()));
+        text.remove_prefix(close + 1);
+    }
 }
 
 Text modPersistSettings::Switch(TextView key, TextView fallback) const
@@ -57,36 +103,35 @@ void modPersistSettings::InitPersistSettings()
 {
     if (initialised_) return;
     initialised_ = true;
-    const int32_t mode =
+    persistMode_ =
         ProfileGetInt(kSwitchSection, u"PersistSettings", kHive, WithSlash(programFolder_) + Text(kSwitchFile));
-    persistMode_ = static_cast<int16_t>(
-        std::clamp<int32_t>(mode, std::numeric_limits<int16_t>::min(), std::numeric_limits<int16_t>::max()));
     appDataDirectory_ = ResolveDataDirectory(PathOf(Switch(u"AppDataDirectory", u".")));
     userDataDirectory_ = ResolveDataDirectory(PathOf(Switch(u"UserDataDirectory", u".")));
     appStateFile_ = appDataDirectory_ + Text(kStateFile);
 }
 
-Text modPersistSettings::GetPersistSetting(TextView keyPath, TextView valueName, TextView fallback)
+Text modPersistSettings::Get(TextView valueName, TextView fallback)
 {
     const auto read = [&] {
         InitPersistSettings();
-        if (persistMode_ == kHive) return RegGetString(hive_, keyPath, valueName, fallback, environment_);
-        if (persistMode_ != kIniFile) return Text(fallback);
-        return ProfileGetString(KeyPathToSection(keyPath), ValueNameToKey(valueName), fallback, appStateFile_);
+        if (persistMode_ == kIniFile) return ProfileGetString(kStateSection, KeyOf(valueName), fallback, appStateFile_);
+        if (persistMode_ != kHive) return Text(fallback);
+        const Text text = hive_.Get(kSettingsKey, valueName).value_or(Text()).substr(0, kLongestHiveValue);
+        return text.empty() ? Text(fallback) : text;
     };
     return OrDefault(read, Text(fallback));
 }
 
-void modPersistSettings::SavePersistSetting(TextView keyPath, TextView valueName, TextView value, TextView fallback)
+void modPersistSettings::Save(TextView valueName, TextView value, TextView fallback)
 {
     IgnoringErrors([&] {
         InitPersistSettings();
         if (persistMode_ == kHive) {
-            RegSetString(hive_, keyPath, valueName, value, fallback);
+            // The name stays, and reading gives the fallback.
+            hive_.Set(kSettingsKey, valueName, !fallback.empty() && value == fallback ? TextView() : value);
         } else if (persistMode_ == kIniFile) {
             CreateStateFile();
-            ProfileWriteString(disk_, KeyPathToSection(keyPath), ValueNameToKey(valueName), value, fallback,
-                               appStateFile_);
+            ProfileWriteString(disk_, kStateSection, KeyOf(valueName), value, fallback, appStateFile_);
         }
     });
 }
@@ -100,23 +145,8 @@ void modPersistSettings::CreateStateFile() const
     if (!StampOf(file).Exists()) WriteTextFile(disk_.saver, appStateFile_, {}, file_encoding::kUtf16, true);
 }
 
-Text modPersistSettings::KeyPathToSection(TextView keyPath)
-{
-    const std::vector<Text> components = Split(keyPath, u'\\');
-    Text section;
-    for (size_t i = 2; i < components.size(); ++i) {
-        if (i > 2) section.push_back(u'_');
-        section += components[i];
-    }
-    std::erase(section, u' ');
-    return section.empty() ? Text(keyPath) : section;
-}
-
-Text modPersistSettings::ValueNameToKey(TextView name)
-{
-    return name.empty() ? Text(u"@") : Text(name);
-}
-
+/// The folder that a path of the switch file means, made when it is missing; the program's folder when it cannot be.
+/// "\" is read as "/". A path that begins neither with "/" nor with "./" or "../" is one of the current folder.
 Text modPersistSettings::ResolveDataDirectory(TextView path) const
 {
     Text folder(path);

@@ -1,58 +1,50 @@
 #pragma once
-#include "persistence/store/Profile.h"
-#include "persistence/store/SettingsHive.h"
+#include "persistence/store/HiveFile.h"
 #include "persistence/store/SettingsStore.h"
-#include "persistence/store/modExpandEnviron.h"
+
+#include <functional>
 
 namespace nib {
 
+/// Anchors a path that begins with "./" or "../" at `baseFolder` and resolves ".." in it; what stands before the first
+/// "/" is never removed, so that ".." ends at the root. A path of any other form stays relative.
+Text DotToAbsPath(TextView path, TextView baseFolder);
+
+/// Answers the value of an environment variable, nothing when it is not set.
+using Environment = std::function<std::optional<Text>(TextView)>;
+
+/// "%NAME%" becomes the variable's value, or nothing when it is not set.
+Text ExpandEnviron(TextView text, const Environment& environment);
+
 /// Where settings live: the user's hive, a private ini file or nowhere, as the switch file "isolation.ini" beside the
-/// program says. Callers speak of key paths and value names in every mode.
+/// program says.
 class modPersistSettings : public SettingsStore {
 public:
-    static constexpr int16_t kHive = 1;
-    static constexpr int16_t kIniFile = 2;
-
-    modPersistSettings(SettingsHive& hive, const ProfileDisk& disk, Text programFolder, Environment environment);
-
-    Text Get(TextView valueName, TextView fallback) override
+    modPersistSettings(HiveFile& hive, const ProfileDisk& disk, Text programFolder, Environment environment)
+        : hive_(hive), disk_(disk), programFolder_(std::move(programFolder)), environment_(std::move(environment))
     {
-        return GetPersistSetting(kSettingsKey, valueName, fallback);
-    }
-    void Save(TextView valueName, TextView value, TextView fallback = {}) override
-    {
-        SavePersistSetting(kSettingsKey, valueName, value, fallback);
     }
 
-    Text GetPersistSetting(TextView keyPath, TextView valueName, TextView fallback);
-    void SavePersistSetting(TextView keyPath, TextView valueName, TextView value, TextView fallback = {});
+    Text Get(TextView valueName, TextView fallback) override;
+    void Save(TextView valueName, TextView value, TextView fallback = {}) override;
 
     /// Reads the switch file and makes the folders, once. Get and Save do so themselves.
     void InitPersistSettings();
-    /// Every value but kHive and kIniFile means that nothing is kept.
-    int16_t PersistMode() const { return persistMode_; }
     /// Both end in "/".
     const Text& AppDataDirectory() const { return appDataDirectory_; }
     const Text& UserDataDirectory() const { return userDataDirectory_; }
-    const Text& AppStateFile() const { return appStateFile_; }
-
-    static Text KeyPathToSection(TextView keyPath);
-    static Text ValueNameToKey(TextView name);
-    /// The folder that a path of the switch file means, made when it is missing; the program's folder when it cannot
-    /// be.
-    /// "\" is read as "/". A path that begins neither with "/" nor with "./" or "../" is one of the current folder.
-    Text ResolveDataDirectory(TextView path) const;
 
 private:
     Text Switch(TextView key, TextView fallback) const;
+    Text ResolveDataDirectory(TextView path) const;
     void CreateStateFile() const;
 
-    SettingsHive& hive_;
+    HiveFile& hive_;
     ProfileDisk disk_;
     Text programFolder_;
     Environment environment_;
     bool initialised_ = false;
-    int16_t persistMode_ = 0;
+    int32_t persistMode_ = 0;
     Text appDataDirectory_;
     Text userDataDirectory_;
     Text appStateFile_;

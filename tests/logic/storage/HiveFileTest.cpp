@@ -17,7 +17,7 @@ protected:
     Text Value(TextView keyPath, TextView name)
     {
         const auto value = Hive().Get(keyPath, name);
-        return value ? value->text : u"<none>";
+        return value.value_or(u"<none>");
     }
 };
 
@@ -93,8 +93,8 @@ TEST_F(HiveFileTest, ChangesOfOthersAreSeenAndKept)
         two.Set(u"K", u"b", Decimal(i));
         EXPECT_TRUE(one.Flush());
         EXPECT_TRUE(two.Flush());
-        EXPECT_EQ(two.Get(u"k", u"A")->text, Decimal(i));
-        EXPECT_EQ(one.Get(u"k", u"B")->text, Decimal(i));
+        EXPECT_EQ(two.Get(u"k", u"A"), Decimal(i));
+        EXPECT_EQ(one.Get(u"k", u"B"), Decimal(i));
     }
 }
 
@@ -106,7 +106,7 @@ TEST_F(HiveFileTest, AHiveThatCannotBeWrittenLastsForTheRun)
         auto hive = Hive();
         hive.Set(u"K", u"a", u"new");
         EXPECT_FALSE(hive.Flush());
-        EXPECT_EQ(hive.Get(u"K", u"a")->text, u"new");
+        EXPECT_EQ(hive.Get(u"K", u"a"), u"new");
     }
     EXPECT_EQ(Value(u"K", u"a"), u"old");
 
@@ -115,7 +115,7 @@ TEST_F(HiveFileTest, AHiveThatCannotBeWrittenLastsForTheRun)
     auto hive = Hive();
     hive.Set(u"K", u"a", u"new");
     EXPECT_FALSE(hive.Flush());
-    EXPECT_EQ(hive.Get(u"K", u"a")->text, u"new");
+    EXPECT_EQ(hive.Get(u"K", u"a"), u"new");
     // The way is free again: the next change takes the older ones along.
     std::filesystem::remove(folder / "config/Orlin/hive.conf");
     hive.Set(u"K", u"b", u"2");

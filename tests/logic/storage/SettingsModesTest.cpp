@@ -1,6 +1,5 @@
 #include "StoreFixture.h"
 #include "editing/SettingsTable.h"
-#include "fakes/MemoryHive.h"
 #include "fakes/MemorySettings.h"
 #include "persistence/store/HiveFile.h"
 #include "persistence/store/modPersistSettings.h"
