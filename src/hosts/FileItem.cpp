@@ -1,43 +1,28 @@
 #include "hosts/FileItem.h"
 
-#include "hosts/PathString.h"
 #include "platform/posix/FileName.h"
 
 namespace nib {
 
+namespace {
+
+ItemNames NamesOf(TextView fileName)
+{
+    const std::string name = ToFileName(fileName);
+    const Text id = FromFileName(LastPart(name));
+    return {{Text(kFileProvider), {}, {}, FromFileName(FolderOf(name)), id},
+            ComposeFilePath(fileName),
+            id,
+            {},
+            Text(fileName)};
+}
+
+} // namespace
+
 FileItem::FileItem(TextView fileName, bool readOnly, const FileSaver& saver)
-    : name_(fileName), readOnly_(readOnly), stored_(ToFileName(fileName), name_, ItemText::ForFiles(), saver)
+    : mvItem(NamesOf(fileName)), readOnly_(readOnly),
+      stored_(ToFileName(fileName), Text(fileName), ItemText::ForFiles(), saver)
 {
-}
-
-Text FileItem::Path() const
-{
-    return ComposeFilePath(name_);
-}
-
-Text FileItem::ItemID() const
-{
-    return FromFileName(LastPart(stored_.Path()));
-}
-
-Text FileItem::FileName() const
-{
-    return FromFileName(FolderOf(stored_.Path()));
-}
-
-bool FileItem::IsItem()
-{
-    return !name_.ends_with(u'/') && !stored_.IsFolder();
-}
-
-Text FileItem::ReadItem(int32_t, int32_t, int32_t)
-{
-    return stored_.Read();
-}
-
-void FileItem::WriteItem(int32_t, int32_t, int32_t, TextView text)
-{
-    stored_.Write(text);
 }
 
 } // namespace nib

@@ -5,9 +5,9 @@
 #include "hosts/PathString.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
+#include "platform/posix/UserFolders.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace nib {
 
@@ -19,12 +19,6 @@ BrowseEntry Place(TextView name, Text path)
     entry.name = name;
     entry.path = std::move(path);
     return entry;
-}
-
-std::string HomeFolder()
-{
-    const char* home = getenv("HOME");
-    return home && *home == '/' ? home : "/";
 }
 
 /// Cuts the first word off.

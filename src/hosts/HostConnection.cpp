@@ -11,11 +11,6 @@ namespace {
 
 constexpr TextView kTitle{u"Nib"};
 
-bool IsLocked(const Error& error)
-{
-    return error.number == error_number::kLocked || error.number == error_number::kLockedElsewhere;
-}
-
 } // namespace
 
 HostConnection::HostConnection(HostConfig config, PickerDialog& picker, MessageBoxes& boxes, HostLinkKinds kinds)
@@ -52,7 +47,7 @@ PickerAnswer HostConnection::RunPicker(const SelectRequest& request, mvItem* sta
 {
     const HostSettings& host = links_.Config().Find(u"*");
     const Text startPath =
-        start ? start->Path() : nib::ComposeHostPath({Text(kHostProvider), host.serverName, host.account, {}, {}});
+        start ? start->Path() : ComposeHostPath({Text(kHostProvider), host.serverName, host.account, {}, {}});
     return picker_.Run(request, startPath, browser_).value_or(PickerAnswer{});
 }
 
@@ -74,32 +69,16 @@ SelectedItem HostConnection::OpenPicked(TextView path, bool readOnly, bool lock)
 
 bool HostConnection::AgreesToReadOnly(TextView path)
 {
-    const Text question = OpenServerForPath(path, false, false)->DisplayPath() +
-                          u" is locked by another user or process. Open in \"read only\" mode instead?";
+    const Text question = LockedQuestion(OpenServerForPath(path, false, false)->DisplayPath());
     return boxes_.Show(question, message_box::kYesNo | message_box::kQuestion, kTitle) == message_box::kAnswerYes;
 }
 
 std::shared_ptr<mvItem> HostConnection::OpenServerForPath(TextView path, bool readOnly, bool lock)
 {
-    ItemPlace place = nib::ParsePath(path);
+    ItemPlace place = ParsePath(path);
     if (place.provider == kFileProvider) return std::make_shared<FileItem>(place.itemId, readOnly, links_.Saver());
     if (place.serverName.empty()) place.serverName = u"*";
     return links_.Find(place.serverName).Open(place, readOnly, lock);
-}
-
-Text HostConnection::ComposeHostPath(const ItemPlace& place) const
-{
-    return nib::ComposeHostPath(place);
-}
-
-Text HostConnection::ComposeFilePath(TextView fileName) const
-{
-    return nib::ComposeFilePath(fileName);
-}
-
-ItemPlace HostConnection::ParsePath(TextView path) const
-{
-    return nib::ParsePath(path);
 }
 
 } // namespace nib

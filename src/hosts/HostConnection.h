@@ -15,12 +15,6 @@ public:
     std::vector<SelectedItem> SelectItems(const SelectRequest& request, mvItem* start) override;
     std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) override;
 
-    Text ComposeHostPath(const ItemPlace& place) const override;
-    Text ComposeFilePath(TextView fileName) const override;
-    ItemPlace ParsePath(TextView path) const override;
-
-    ItemBrowser& Browser() { return browser_; }
-
 private:
     PickerAnswer RunPicker(const SelectRequest& request, mvItem* start);
     SelectedItem OpenPicked(TextView path, bool readOnly, bool lock);

@@ -4,6 +4,7 @@
 #include "platform/posix/FileName.h"
 #include "platform/posix/PercentCode.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -88,6 +89,26 @@ ItemPlace ParsePath(TextView path)
     const TextView name = path.starts_with(kFilePrefix) ? path.substr(kFilePrefix.size()) : path;
     if (!name.starts_with(u'/') || name.find(u'\0') != TextView::npos) Refuse(path);
     return {Text(kFileProvider), {}, {}, {}, Text(name)};
+}
+
+bool IsLocalPath(TextView path)
+{
+    return path.starts_with(kFilePrefix);
+}
+
+bool IsHostItemPath(TextView path)
+{
+    return !IsLocalPath(path) && std::count(path.begin(), path.end(), u'/') == 3;
+}
+
+Text PlaceName(TextView path)
+{
+    const bool local = IsLocalPath(path);
+    if (local && path.substr(kFilePrefix.size()) == u"/") return u"/";
+    const TextView name = path.substr(path.find_last_of(u":/") + 1);
+    if (local) return Text(path.substr(path.rfind(u'/') + 1));
+    const std::optional<std::string> bytes = PercentDecode(ToFileName(name));
+    return bytes ? FromFileName(*bytes) : Text(name);
 }
 
 } // namespace nib

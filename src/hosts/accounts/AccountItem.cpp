@@ -6,42 +6,45 @@
 
 namespace nib {
 
+namespace {
+
+/// The names of what there are names for, with blanks between them.
+Text JoinNames(std::initializer_list<TextView> names)
+{
+    Text joined;
+    for (TextView name : names) {
+        if (!joined.empty() && !name.empty()) joined.push_back(u' ');
+        joined += name;
+    }
+    return joined;
+}
+
+ItemNames NamesOf(ItemPlace place, const Text& sessionAccount, const Text& hostName)
+{
+    // The path leaves the account to the session.
+    const bool any = place.database == kAnyAccount;
+    if (any || (!place.folder.empty() && place.database.empty())) {
+        place.database = place.folder.empty() ? Text() : sessionAccount;
+    }
+    ItemNames names{place, ComposeHostPath(place), place.folder, hostName, {}};
+    if (!place.itemId.empty()) names.itemName += u" " + place.itemId;
+    names.displayPath = JoinNames({any ? TextView() : place.database, place.folder, place.itemId});
+    return names;
+}
+
+} // namespace
+
 AccountItem::AccountItem(const AccountStore& store, ItemPlace place, const Text& sessionAccount,
                          const VerbPrograms& programs)
-    : store_(store), place_(std::move(place)), anyAccount_(place_.database == kAnyAccount)
+    : mvItem(NamesOf(std::move(place), sessionAccount, store.HostName())), store_(store)
 {
-    if (!place_.folder.empty() && (place_.database.empty() || anyAccount_)) place_.database = sessionAccount;
-    if (place_.folder.empty() && anyAccount_) place_.database.clear();
     if (!sessionAccount.empty()) session_.emplace(store_, sessionAccount, programs);
-    if (place_.database.empty()) return;
-    store_.AccountFolder(place_.database);
-    if (place_.folder.empty()) return;
-    store_.FileFolder(place_.database, place_.folder);
-    if (place_.itemId.empty()) return;
-    stored_.emplace(store_.ItemFile(place_.database, place_.folder, place_.itemId), DisplayPath(), store_.Coding(),
-                    store_.Saver());
-}
-
-Text AccountItem::Path() const
-{
-    return ComposeHostPath(place_);
-}
-
-Text AccountItem::ItemName() const
-{
-    if (place_.itemId.empty()) return place_.folder;
-    return place_.folder + u" " + place_.itemId;
-}
-
-Text AccountItem::DisplayPath() const
-{
-    Text path;
-    const Text account = anyAccount_ ? Text() : place_.database;
-    for (const Text* level : {&account, &place_.folder, &place_.itemId}) {
-        if (!path.empty() && !level->empty()) path.push_back(u' ');
-        path += *level;
-    }
-    return path;
+    if (Database().empty()) return;
+    store_.AccountFolder(Database());
+    if (Folder().empty()) return;
+    store_.FileFolder(Database(), Folder());
+    if (ItemID().empty()) return;
+    stored_.emplace(store_.ItemFile(Database(), Folder(), ItemID()), DisplayPath(), store_.Coding(), store_.Saver());
 }
 
 bool AccountItem::Supports(int32_t code)
@@ -75,7 +78,7 @@ void AccountItem::LockItem(bool lock)
     }
     Stored();
     if (lock_) return;
-    lock_.emplace(store_.AccountFolder(place_.database), LockName(place_.folder, place_.itemId), DisplayPath());
+    lock_.emplace(store_.AccountFolder(Database()), LockName(Folder(), ItemID()), DisplayPath());
 }
 
 } // namespace nib

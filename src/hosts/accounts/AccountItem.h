@@ -18,18 +18,6 @@ public:
     /// that of a file whose path names none or any; empty when there is none.
     AccountItem(const AccountStore& store, ItemPlace place, const Text& sessionAccount, const VerbPrograms& programs);
 
-    Text Path() const override;
-    Text Provider() const override { return place_.provider; }
-    Text ServerName() const override { return place_.serverName; }
-    Text Database() const override { return place_.database; }
-    Text Folder() const override { return place_.folder; }
-    Text ItemID() const override { return place_.itemId; }
-    Text ItemName() const override;
-    Text HostName() const override { return store_.HostName(); }
-    Text Account() const override { return place_.database; }
-    Text FileName() const override { return place_.folder; }
-    Text DisplayPath() const override;
-
     bool Exists() override { return stored_ && stored_->Exists(); }
     bool IsItem() override { return stored_ && !stored_->IsFolder(); }
     bool ReadOnly() const override { return readOnly_ || (stored_ && stored_->IsProtected()); }
@@ -38,17 +26,13 @@ public:
 
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;
     void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) override;
-    void Commit() override {}
     void LockItem(bool lock) override;
-    void Close() override {}
     mvSession* Session() override { return session_ ? &*session_ : nullptr; }
 
 private:
     StoredText& Stored();
 
     AccountStore store_;
-    ItemPlace place_;
-    bool anyAccount_; ///< the path left the account to the session
     bool readOnly_ = false;
     std::optional<StoredText> stored_; ///< none when the place is not that of an item
     std::optional<AccountSession> session_;

@@ -84,7 +84,7 @@ Text NameInTip(int32_t value, const SystemColors& system)
         return row ? Text(row->name) + u" (standard color) " : Text(u"custom color: ");
     }
     const ColorRow* row = FindValue(kSystemColors, IndexOf(value));
-    if (row && system.Translate(IndexOf(value))) return Text(row->name) + u" (system color) ";
+    if (row && system(IndexOf(value))) return Text(row->name) + u" (system color) ";
     return u"unknown system color " + Decimal(IndexOf(value)) + u" ";
 }
 
@@ -96,7 +96,7 @@ std::vector<ColorRow> ColorRows(const SystemColors& system)
     rows.insert(rows.end(), std::begin(kStandardColors), std::end(kStandardColors));
     rows.push_back({u"System Colors", color_row::kSystemHeading});
     for (const ColorRow& row : kSystemColors)
-        if (system.Translate(row.value)) rows.push_back({row.name, SystemValue(row.value)});
+        if (system(row.value)) rows.push_back({row.name, SystemValue(row.value)});
     rows.push_back({u"Custom Color >>", color_row::kCustom});
     return rows;
 }
@@ -110,7 +110,7 @@ size_t RowOfColor(const std::vector<ColorRow>& rows, int32_t value)
 
 int32_t ResolveColor(int32_t value, const SystemColors& system)
 {
-    return IsSystem(value) ? system.Translate(IndexOf(value)).value_or(0) : value & 0xFFFFFF;
+    return IsSystem(value) ? system(IndexOf(value)).value_or(0) : value & 0xFFFFFF;
 }
 
 Text ColorTip(int32_t value, const SystemColors& system)

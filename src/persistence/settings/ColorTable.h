@@ -3,18 +3,14 @@
 
 #include "base/Text.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
 namespace nib {
 
-/// The desktop's own colours.
-class SystemColors {
-public:
-    virtual ~SystemColors() = default;
-    /// 0x00BBGGRR; nothing for a colour that the desktop does not know.
-    virtual std::optional<int32_t> Translate(int32_t index) const = 0;
-};
+/// 0x00BBGGRR of one of the desktop's own colours by its index; nothing for one that the desktop does not know.
+using SystemColors = std::function<std::optional<int32_t>(int32_t)>;
 
 /// What a row of the list of colours does when it is no colour.
 namespace color_row {

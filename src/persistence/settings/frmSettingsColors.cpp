@@ -29,6 +29,14 @@ int32_t ValueOf(const QColor& color)
     return color.red() | color.green() << 8 | color.blue() << 16;
 }
 
+SystemColors ColorsOf(const QPalette& palette)
+{
+    return [palette](int32_t index) -> std::optional<int32_t> {
+        const QColor color = DesktopColor(palette, index);
+        return color.isValid() ? std::optional(ValueOf(color)) : std::nullopt;
+    };
+}
+
 QPixmap Swatch(const QColor& color, const QColor& frame, QSize size, qreal ratio)
 {
     QPixmap picture(size * ratio);
@@ -52,13 +60,6 @@ QStandardItem* HeadingItem(const QString& name, const QFont& font)
 
 } // namespace
 
-std::optional<int32_t> PaletteColors::Translate(int32_t index) const
-{
-    QColor color = DesktopColor(palette_, index);
-    if (!color.isValid()) return std::nullopt;
-    return ValueOf(color);
-}
-
 ColorCombo::ColorCombo(std::function<void(int32_t)> chosen) : chosen_(std::move(chosen))
 {
     setMaxVisibleItems(kShownRows);
@@ -71,7 +72,7 @@ ColorCombo::ColorCombo(std::function<void(int32_t)> chosen) : chosen_(std::move(
 void ColorCombo::Fill()
 {
     filling_ = true;
-    PaletteColors system(palette());
+    const SystemColors system = ColorsOf(palette());
     rows_ = ColorRows(system);
     int side = fontMetrics().ascent();
     QSize size(side * 2, side);
@@ -110,7 +111,7 @@ void ColorCombo::SetValue(int32_t value)
 void ColorCombo::ShowPreview()
 {
     if (!preview_) return;
-    PaletteColors system(palette());
+    const SystemColors system = ColorsOf(palette());
     QPalette painted = preview_->palette();
     painted.setColor(QPalette::Window, ColorOf(value_, system));
     preview_->setPalette(painted);
@@ -131,7 +132,7 @@ void ColorCombo::Choose(int row)
 
 void ColorCombo::AskForColor()
 {
-    PaletteColors system(palette());
+    const SystemColors system = ColorsOf(palette());
     QColor color = QColorDialog::getColor(ColorOf(value_, system), this);
     if (!color.isValid()) return SetValue(value_);
     SetValue(ValueOf(color));

@@ -12,16 +12,6 @@ class QLabel;
 
 namespace nib {
 
-/// The system colours of a palette.
-class PaletteColors final : public SystemColors {
-public:
-    explicit PaletteColors(QPalette palette) : palette_(std::move(palette)) {}
-    std::optional<int32_t> Translate(int32_t index) const override;
-
-private:
-    QPalette palette_;
-};
-
 /// Rows of the table, each with its colour beside its name; the headings cannot be chosen.
 class ColorCombo final : public QComboBox {
 public:

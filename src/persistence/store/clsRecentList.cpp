@@ -28,13 +28,6 @@ const Text& clsRecentList::ListItem(int32_t index) const
     return entries_[static_cast<size_t>(index - 1)];
 }
 
-void clsRecentList::SetListItem(int32_t index, TextView text)
-{
-    if (index < 1 || index > listCount_ + 1 || index > listSize_) BadIndex();
-    entries_[static_cast<size_t>(index - 1)] = text;
-    listCount_ = std::max(listCount_, index);
-}
-
 int32_t clsRecentList::Find(TextView text) const
 {
     for (int32_t i = 0; i < listCount_; ++i)

@@ -14,8 +14,6 @@ public:
     int32_t ListCount() const { return listCount_; }
     /// Throws kBadIndex outside 1 to ListCount.
     const Text& ListItem(int32_t index) const;
-    /// `index` may be ListCount + 1, as long as ListSize allows; throws kBadIndex otherwise.
-    void SetListItem(int32_t index, TextView text);
     void AddItem(TextView text);
     void RemoveItem(TextView text);
     void Clear() { listCount_ = 0; }

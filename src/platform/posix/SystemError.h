@@ -13,8 +13,7 @@ struct SystemFailure : Error {
     int systemError; ///< errno
 };
 
-/// Runs `body` and answers the errno that it failed with, 0 when it did not: for ports that answer codes and do not
-/// throw.
+/// Runs `body` and answers the errno that it failed with, 0 when it did not: for what answers codes and does not throw.
 template <typename Body>
 int SystemErrorOf(Body&& body) noexcept
 {
@@ -32,9 +31,5 @@ int SystemErrorOf(Body&& body) noexcept
 
 /// The system's own sentence for an errno.
 Text SystemText(int error);
-/// The system error code of the file layer's error tables that stands for an errno; 31 (general failure) for the rest.
-int32_t SystemCode(int error);
-/// The errno that the code stands for, the first one where several share it; 0 when there is none.
-int ErrnoOfCode(int32_t code);
 
 } // namespace nib

@@ -7,7 +7,7 @@ namespace nib {
 std::string HomeFolder()
 {
     const char* home = getenv("HOME");
-    return home && *home ? home : "/";
+    return home && *home == '/' ? home : "/";
 }
 
 std::string UserFolder(const char* variable, const char* below)

@@ -3,7 +3,7 @@
 
 namespace nib {
 
-/// $HOME, "/" when there is none.
+/// $HOME, "/" when it is no path from the root.
 std::string HomeFolder();
 /// The folder that an environment variable names; `below` (with its slash) the home folder unless that is an absolute
 /// path.
