@@ -2,7 +2,6 @@
 
 #include "persistence/recovery/frmAutoRecover.h"
 #include "platform/posix/FileName.h"
-#include "platform/posix/UserFolders.h"
 #include "shell/Program.h"
 #include "shell/frame/frmMain.h"
 

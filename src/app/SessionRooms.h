@@ -3,7 +3,7 @@
 #include "app/CommandRooms.h"
 #include "documents/HostConfiguration.h"
 #include "persistence/recovery/modAutoRecover.h"
-#include "platform/posix/PosixSessionToken.h"
+#include "platform/posix/FileLocks.h"
 #include "shell/SessionParts.h"
 
 namespace nib {

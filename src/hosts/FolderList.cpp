@@ -1,7 +1,7 @@
 #include "hosts/FolderList.h"
 
+#include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
-#include "platform/posix/SystemError.h"
 
 #include <unicode/uchar.h>
 

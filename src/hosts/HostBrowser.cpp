@@ -5,7 +5,6 @@
 #include "hosts/PathString.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
-#include "platform/posix/UserFolders.h"
 
 #include <algorithm>
 

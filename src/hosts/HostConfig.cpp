@@ -4,7 +4,6 @@
 #include "persistence/store/ProfileFile.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
-#include "platform/posix/UserFolders.h"
 
 #include <climits>
 

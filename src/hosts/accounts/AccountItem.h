@@ -2,7 +2,7 @@
 #include "hosts/StoredText.h"
 #include "hosts/accounts/AccountSession.h"
 #include "hosts/accounts/AccountStore.h"
-#include "platform/posix/ItemLock.h"
+#include "platform/posix/FileLocks.h"
 
 #include <optional>
 

@@ -2,7 +2,6 @@
 
 #include "base/Error.h"
 #include "platform/posix/FileName.h"
-#include "platform/posix/PercentCode.h"
 
 #include <climits>
 

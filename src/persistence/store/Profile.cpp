@@ -2,8 +2,8 @@
 
 #include "persistence/store/LeadingNumber.h"
 #include "persistence/store/TextFile.h"
+#include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
-#include "platform/posix/SystemError.h"
 
 namespace nib {
 

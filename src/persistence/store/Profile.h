@@ -4,7 +4,7 @@
 // no copy of the program undoes what another one wrote.
 
 #include "persistence/store/ProfileFile.h"
-#include "platform/posix/FileHold.h"
+#include "platform/posix/FileLocks.h"
 #include "platform/posix/FileSaver.h"
 
 namespace nib {

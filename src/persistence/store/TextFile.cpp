@@ -2,8 +2,8 @@
 
 #include "base/Marks.h"
 #include "diagnostics/Guarded.h"
+#include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
-#include "platform/posix/SystemError.h"
 
 #include <algorithm>
 

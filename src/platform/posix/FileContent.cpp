@@ -1,8 +1,6 @@
 #include "platform/posix/FileContent.h"
 
-#include "platform/posix/Descriptor.h"
 #include "platform/posix/FileName.h"
-#include "platform/posix/SystemError.h"
 
 #include <cerrno>
 #include <cstring>
@@ -29,6 +27,17 @@ void CheckSize(const std::string& path, size_t size, size_t limit)
 }
 
 } // namespace
+
+SystemFailure::SystemFailure(TextView whatFailed, int error)
+    : Error(error_number::kStorage, Text(whatFailed) + u": " + SystemText(error)), systemError(error)
+{
+}
+
+Text SystemText(int error)
+{
+    char buffer[256] = {};
+    return FromUtf8(strerror_r(error, buffer, sizeof buffer));
+}
 
 FileStamp StampOf(const struct stat& status)
 {
