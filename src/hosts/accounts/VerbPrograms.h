@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/WaitNotice.h"
+#include "platform/MessageBoxes.h"
 
 namespace nib {
 

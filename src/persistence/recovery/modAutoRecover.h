@@ -4,7 +4,7 @@
 
 #include "base/DynamicArray.h"
 #include "documents/DocumentServices.h"
-#include "platform/SessionToken.h"
+#include "platform/Desktop.h"
 #include "platform/posix/FileSaver.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 #include "base/Text.h"
-#include "platform/SessionToken.h"
+#include "platform/Desktop.h"
 #include "platform/posix/FileContent.h"
 
 #include <chrono>
@@ -42,7 +42,8 @@ private:
     Descriptor file_;
 };
 
-/// A number is held by an open lock on a file named after it, so that the kernel gives it back however the program ends.
+/// A number is held by an open lock on a file named after it, so that the kernel gives it back however the program
+/// ends.
 class PosixSessionToken : public SessionToken {
 public:
     /// Locks go to each of the folders that can hold them, and a number that is locked in one of them is alive: copies

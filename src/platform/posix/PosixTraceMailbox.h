@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/TraceMailbox.h"
+#include "platform/Trace.h"
 #include "platform/posix/FileContent.h"
 
 #include <chrono>

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/Timers.h"
+#include "platform/Desktop.h"
 
 namespace nib {
 

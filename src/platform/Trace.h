@@ -3,6 +3,15 @@
 
 namespace nib {
 
+/// Where the debug log's lines go. `mask` is a category: 1 errors, 2 object life, 4 command line, 16 lexer tokens.
+class TraceChannel {
+public:
+    virtual ~TraceChannel() = default;
+    /// Asked before a line is built, so that a line that nobody wants costs nothing.
+    virtual bool Wants(int32_t mask) const = 0;
+    virtual void Write(TextView line, int32_t mask) = 0;
+};
+
 /// The road to a log viewer in another process: a block of shared words, and a mailbox. A viewer may come and go at any
 /// time, hang, or answer nonsense.
 class TraceMailbox {
