@@ -1,8 +1,8 @@
 #include "printing/QtPrinting.h"
 
 #include "diagnostics/Guarded.h"
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
-#include "platform/qt/QtWaitCursor.h"
 #include "printing/QtPrintingSurface.h"
 
 #include <QAction>

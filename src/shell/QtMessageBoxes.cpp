@@ -1,7 +1,7 @@
 #include "shell/QtMessageBoxes.h"
 
-#include "platform/qt/LogicTexts.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/Translations.h"
 #include "shell/modMsgBoxEx.h"
 
 #include <QApplication>

@@ -1,4 +1,3 @@
-#include "platform/qt/LogicTexts.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/Translations.h"
 

@@ -1,7 +1,7 @@
 #include "hosts/picker/QtItemPicker.h"
 
 #include "hosts/picker/frmItemPicker.h"
-#include "platform/qt/QtWaitCursor.h"
+#include "platform/qt/QtDesktop.h"
 
 namespace nib {
 

@@ -1,7 +1,7 @@
 #include "hosts/picker/QtPlaceTreeModel.h"
 
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
-#include "platform/qt/QtWaitCursor.h"
 
 #include <QApplication>
 #include <QStyle>

@@ -5,10 +5,10 @@
 #include "hosts/picker/QtPickerMessageLine.h"
 #include "hosts/picker/QtPickerPathBar.h"
 #include "hosts/picker/QtPlaceTreeModel.h"
-#include "platform/qt/LogicTexts.h"
+#include "platform/qt/ElidedValue.h"
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
-#include "platform/qt/QtWaitCursor.h"
-#include "platform/qt/ScreenFit.h"
+#include "platform/qt/Translations.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>

@@ -1,7 +1,7 @@
 #pragma once
 #include "editing/LexClass.h"
 #include "editing/MvEdit.h"
-#include "platform/qt/QtClipboard.h"
+#include "platform/qt/QtDesktop.h"
 #include "text/SourceBuffer.h"
 
 #include <QCoreApplication>

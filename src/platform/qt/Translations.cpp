@@ -1,7 +1,12 @@
 #include "platform/qt/Translations.h"
 
+#include "platform/qt/QtText.h"
+
 #include <QCoreApplication>
 #include <QLibraryInfo>
+
+#include <algorithm>
+#include <iterator>
 
 // Outside of any namespace: the macro declares a function of the resource compiler.
 static void LoadTranslationsResource()
@@ -12,6 +17,28 @@ static void LoadTranslationsResource()
 namespace nib {
 
 namespace {
+
+/// The logic knows no translator; what it says and what is not fixed is gathered here.
+constexpr const char* kTexts[] = {
+    // buttons of message boxes
+    QT_TRANSLATE_NOOP("Logic", "OK"),
+    QT_TRANSLATE_NOOP("Logic", "Cancel"),
+    QT_TRANSLATE_NOOP("Logic", "&Abort"),
+    QT_TRANSLATE_NOOP("Logic", "&Retry"),
+    QT_TRANSLATE_NOOP("Logic", "&Ignore"),
+    QT_TRANSLATE_NOOP("Logic", "&Try Again"),
+    QT_TRANSLATE_NOOP("Logic", "&Continue"),
+    // the picker
+    QT_TRANSLATE_NOOP("Logic", "&Open"),
+    QT_TRANSLATE_NOOP("Logic", "&Save"),
+    QT_TRANSLATE_NOOP("Logic", "&Export"),
+    QT_TRANSLATE_NOOP("Logic", "I&mport"),
+    QT_TRANSLATE_NOOP("Logic", "It cannot be read."),
+    QT_TRANSLATE_NOOP("Logic", "No name matches the filter."),
+    QT_TRANSLATE_NOOP("Logic", "Nothing here."),
+    QT_TRANSLATE_NOOP("Logic", "Only hidden files here."),
+    QT_TRANSLATE_NOOP("Logic", "Select one place to go into, or the items to open."),
+};
 
 /// The first of the user's languages that there is a file for. The texts in the source are English, so whoever would
 /// rather read English than a later language of the list gets it.
@@ -27,6 +54,14 @@ void Install(QTranslator& translator, const QLocale& locale, const QString& fold
 }
 
 } // namespace
+
+QString Translated(TextView text)
+{
+    const QString plain = ToQString(text);
+    const bool known = std::any_of(std::begin(kTexts), std::end(kTexts),
+                                   [&](const char* entry) { return plain == QLatin1String(entry); });
+    return known ? QCoreApplication::translate("Logic", plain.toLatin1().constData()) : plain;
+}
 
 Translations::Translations(const QLocale& locale)
 {

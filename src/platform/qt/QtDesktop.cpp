@@ -1,0 +1,93 @@
+#include "platform/qt/QtDesktop.h"
+
+#include "platform/qt/QtText.h"
+
+#include <QClipboard>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QStringList>
+#include <QTimer>
+
+namespace nib {
+
+namespace {
+
+class RingingTimer final : public Timers::Timer {
+public:
+    RingingTimer(std::chrono::milliseconds interval, std::function<void()> ring)
+    {
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, std::move(ring));
+        timer_.start(interval);
+    }
+
+private:
+    QTimer timer_;
+};
+
+} // namespace
+
+bool QtClipboard::HasText() const
+{
+    // No content at all is a null pointer on some platforms.
+    const QMimeData* content = QGuiApplication::clipboard()->mimeData();
+    return content && content->hasText();
+}
+
+Text QtClipboard::GetText() const
+{
+    return ToText(QGuiApplication::clipboard()->text());
+}
+
+void QtClipboard::SetText(TextView text)
+{
+    QGuiApplication::clipboard()->setText(ToQString(text));
+}
+
+Text QtClipboard::GetPrimary() const
+{
+    const QClipboard* clipboard = QGuiApplication::clipboard();
+    return clipboard->supportsSelection() ? ToText(clipboard->text(QClipboard::Selection)) : Text();
+}
+
+void QtClipboard::SetPrimary(TextView text)
+{
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    if (clipboard->supportsSelection()) clipboard->setText(ToQString(text), QClipboard::Selection);
+}
+
+bool QtFonts::Add(TextView fileName)
+{
+    if (added_.find(fileName) != added_.end()) return true;
+    const int font = QFontDatabase::addApplicationFont(ToQString(fileName));
+    if (font < 0) return false;
+    added_.emplace(fileName, font);
+    return true;
+}
+
+void QtFonts::Remove(TextView fileName)
+{
+    const auto found = added_.find(fileName);
+    if (found == added_.end()) return;
+    QFontDatabase::removeApplicationFont(found->second);
+    added_.erase(found);
+}
+
+std::vector<Text> QtFonts::Families() const
+{
+    std::vector<Text> families;
+    for (const QString& family : QFontDatabase::families()) families.push_back(ToText(family));
+    return families;
+}
+
+Text QtFonts::ProgramFolder() const
+{
+    return programFolder_;
+}
+
+std::unique_ptr<Timers::Timer> QtTimers::Every(std::chrono::milliseconds interval, std::function<void()> ring)
+{
+    return std::make_unique<RingingTimer>(interval, std::move(ring));
+}
+
+} // namespace nib
