@@ -2,7 +2,6 @@
 // Items in memory, with locks, and failures on demand.
 
 #include "base/Error.h"
-#include "hosts/PathString.h"
 #include "hosts/mvConnect.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "hosts/accounts/AccountItem.h"
 
 #include "base/Error.h"
-#include "hosts/PathString.h"
 #include "hosts/accounts/ItemName.h"
+#include "hosts/mvConnect.h"
 
 namespace nib {
 

@@ -1,9 +1,9 @@
 #include "hosts/accounts/AccountLink.h"
 
-#include "hosts/FolderList.h"
-#include "hosts/PathString.h"
+#include "hosts/ItemBrowser.h"
 #include "hosts/accounts/AccountItem.h"
 #include "hosts/accounts/ItemName.h"
+#include "hosts/mvConnect.h"
 #include "platform/posix/FileContent.h"
 
 namespace nib {

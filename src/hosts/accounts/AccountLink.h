@@ -1,5 +1,5 @@
 #pragma once
-#include "hosts/HostLink.h"
+#include "hosts/HostLinks.h"
 #include "hosts/accounts/AccountStore.h"
 #include "hosts/accounts/VerbPrograms.h"
 

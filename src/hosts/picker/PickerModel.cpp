@@ -1,7 +1,7 @@
 #include "hosts/picker/PickerModel.h"
 
 #include "diagnostics/Guarded.h"
-#include "hosts/PathString.h"
+#include "hosts/mvConnect.h"
 #include "hosts/picker/TypedNames.h"
 
 #include <algorithm>

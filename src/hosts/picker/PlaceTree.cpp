@@ -1,7 +1,7 @@
 #include "hosts/picker/PlaceTree.h"
 
 #include "diagnostics/Guarded.h"
-#include "hosts/PathString.h"
+#include "hosts/mvConnect.h"
 
 #include <algorithm>
 

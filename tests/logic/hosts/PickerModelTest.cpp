@@ -2,7 +2,7 @@
 #include "fakes/Patience.h"
 
 #include "fakes/FakeBrowser.h"
-#include "hosts/PathString.h"
+#include "hosts/mvConnect.h"
 #include "hosts/picker/PlaceTree.h"
 #include "hosts/picker/TypedNames.h"
 

@@ -1,11 +1,11 @@
-#include "hosts/FolderList.h"
+#include "hosts/ItemBrowser.h"
 
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 
-#include <unicode/uchar.h>
-
 #include <algorithm>
+
+#include <unicode/uchar.h>
 
 namespace nib {
 

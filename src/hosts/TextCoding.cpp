@@ -1,11 +1,11 @@
-#include "hosts/Charset.h"
+#include "hosts/TextCoding.h"
 
 #include "base/Error.h"
 
-#include <unicode/ucnv.h>
-
 #include <algorithm>
 #include <memory>
+
+#include <unicode/ucnv.h>
 
 namespace nib {
 

@@ -1,4 +1,4 @@
-#include "hosts/PathString.h"
+#include "hosts/mvConnect.h"
 
 #include "base/Error.h"
 #include "platform/posix/FileName.h"
