@@ -8,7 +8,7 @@
 #include "diagnostics/modDebugLog.h"
 #include "hosts/HostConnection.h"
 #include "hosts/accounts/AccountLink.h"
-#include "hosts/accounts/SampleAccount.h"
+#include "hosts/accounts/AccountStore.h"
 #include "hosts/picker/QtItemPicker.h"
 #include "platform/posix/FileName.h"
 #include "platform/posix/FileSaver.h"

@@ -1,5 +1,5 @@
 #include "HostFixture.h"
-#include "hosts/accounts/SampleAccount.h"
+#include "hosts/accounts/AccountStore.h"
 
 #include <sys/stat.h>
 
