@@ -2,7 +2,7 @@
 #include "hosts/picker/QtItemPicker.h"
 
 #include "fakes/FakeBrowser.h"
-#include "hosts/picker/QtPickerListView.h"
+#include "hosts/picker/QtPickerWidgets.h"
 #include "hosts/picker/frmItemPicker.h"
 #include "platform/qt/QtText.h"
 

@@ -4,7 +4,6 @@
 #include "fakes/FakeBrowser.h"
 #include "hosts/mvConnect.h"
 #include "hosts/picker/PlaceTree.h"
-#include "hosts/picker/TypedNames.h"
 
 #include <gtest/gtest.h>
 
