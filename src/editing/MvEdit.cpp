@@ -3,7 +3,7 @@
 #include "editing/SettingText.h"
 #include "editing/SettingsMigration.h"
 #include "editing/SettingsTable.h"
-#include "persistence/store/LeadingNumber.h"
+#include "persistence/store/SettingsStore.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "editing/SettingText.h"
 
-#include "persistence/store/LeadingNumber.h"
+#include "persistence/store/SettingsStore.h"
 
 namespace nib {
 

@@ -1,7 +1,7 @@
 #include "editing/SettingsTable.h"
 
 #include "editing/SettingText.h"
-#include "persistence/store/LeadingNumber.h"
+#include "persistence/store/SettingsStore.h"
 
 #include <algorithm>
 #include <limits>

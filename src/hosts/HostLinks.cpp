@@ -1,7 +1,7 @@
 #include "hosts/HostLinks.h"
 
 #include "base/Error.h"
-#include "persistence/store/ProfileFile.h"
+#include "persistence/store/Profile.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 

@@ -2,7 +2,7 @@
 // for the encoding, a byte each for the lengths of section, key and value, these three, and the file.
 
 #include "persistence/store/HiveFile.h"
-#include "persistence/store/ProfileFile.h"
+#include "persistence/store/Profile.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -3,7 +3,7 @@
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocuments.h"
 #include "editing/SettingText.h"
-#include "persistence/store/LeadingNumber.h"
+#include "persistence/store/SettingsStore.h"
 
 #include <algorithm>
 

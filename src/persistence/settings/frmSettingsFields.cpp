@@ -1,6 +1,6 @@
 #include "persistence/settings/frmSettingsFields.h"
 
-#include "persistence/store/LeadingNumber.h"
+#include "persistence/store/SettingsStore.h"
 #include "platform/qt/QtText.h"
 
 #include <QButtonGroup>

@@ -2,9 +2,9 @@
 
 #include "platform/posix/FileName.h"
 
-#include <unicode/utf16.h>
-
 #include <charconv>
+
+#include <unicode/utf16.h>
 
 namespace nib {
 

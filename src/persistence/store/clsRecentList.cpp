@@ -7,10 +7,12 @@
 namespace nib {
 
 namespace {
+
 [[noreturn]] void BadIndex()
 {
     throw Error{error_number::kBadIndex, u"Invalid index of a recent list"};
 }
+
 } // namespace
 
 void clsRecentList::SetListSize(int32_t size)

@@ -1,6 +1,6 @@
 #include "persistence/store/Profile.h"
 #include "StoreFixture.h"
-#include "persistence/store/LeadingNumber.h"
+#include "persistence/store/SettingsStore.h"
 
 #include <filesystem>
 #include <limits>

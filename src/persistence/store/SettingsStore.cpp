@@ -1,4 +1,4 @@
-#include "persistence/store/LeadingNumber.h"
+#include "persistence/store/SettingsStore.h"
 
 #include <algorithm>
 #include <charconv>
