@@ -1,5 +1,7 @@
 #include "persistence/settings/ColorTable.h"
 
+#include "editing/SettingsTable.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -88,6 +90,12 @@ Text NameInTip(int32_t value, const SystemColors& system)
     return u"unknown system color " + Decimal(IndexOf(value)) + u" ";
 }
 
+constexpr TextView kSeen[] = {
+    u"FontName",     u"FontSize",      u"BackColor",     u"NormalColor", u"NormalStyle",    u"KeywordColor",
+    u"KeywordStyle", u"StringColor",   u"StringStyle",   u"LabelColor",  u"LabelStyle",     u"CommentColor",
+    u"CommentStyle", u"ReservedColor", u"ReservedStyle", u"TabSize",     u"CollapseBlocks",
+};
+
 } // namespace
 
 std::vector<ColorRow> ColorRows(const SystemColors& system)
@@ -116,6 +124,18 @@ int32_t ResolveColor(int32_t value, const SystemColors& system)
 Text ColorTip(int32_t value, const SystemColors& system)
 {
     return NameInTip(value, system) + Components(ResolveColor(value, system));
+}
+
+void ShowOnSample(const MvEdit& settings, MvEdit& sample)
+{
+    for (TextView name : kSeen) CopySetting(SettingNamed(name), settings, sample);
+}
+
+MvEdit SampleSettings()
+{
+    MvEdit sample;
+    sample.Keywords.SetKeywordList(keyword_class::kUser, u" ", kSampleUserWords);
+    return sample;
 }
 
 } // namespace nib

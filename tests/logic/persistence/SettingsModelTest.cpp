@@ -6,7 +6,6 @@
 #include "fakes/TestProgram.h"
 #include "hosts/StoredText.h"
 #include "logic/storage/TempFolder.h"
-#include "persistence/settings/KeywordRows.h"
 #include "shell/menus/MenuBar.h"
 
 #include <gtest/gtest.h>
