@@ -3,12 +3,12 @@
 #include "diagnostics/Guarded.h"
 #include "documents/ScopedStates.h"
 #include "documents/mvDocument.h"
-#include "persistence/recovery/AutoSaveCopy.h"
+#include "persistence/recovery/modAutoRecover.h"
 #include "platform/posix/FileName.h"
 
-#include <unicode/udat.h>
-
 #include <algorithm>
+
+#include <unicode/udat.h>
 
 namespace nib {
 

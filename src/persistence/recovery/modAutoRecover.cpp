@@ -3,8 +3,6 @@
 #include "diagnostics/Guarded.h"
 #include "documents/TextForms.h"
 #include "documents/mvDocuments.h"
-#include "persistence/recovery/AutoSaveCopy.h"
-#include "persistence/recovery/AutoSaveName.h"
 #include "persistence/store/TextFile.h"
 #include "platform/posix/FileName.h"
 
@@ -13,6 +11,29 @@
 namespace nib {
 
 namespace {
+
+constexpr size_t kSessionDigits = 8;
+constexpr size_t kNumberDigits = 3;
+
+Text PadLeft(Text digits, size_t width)
+{
+    if (digits.size() < width) digits.insert(0, width - digits.size(), u'0');
+    return digits;
+}
+
+int32_t DigitOf(char16_t c)
+{
+    if (c >= u'0' && c <= u'9') return c - u'0';
+    const auto letter = static_cast<char16_t>(c & ~0x20);
+    return letter >= u'A' && letter <= u'F' ? letter - u'A' + 10 : -1;
+}
+
+/// Half the size for plain text, and still no doubt when it is read: bytes above 7F could be UTF-8 by chance.
+int32_t EncodingFor(TextView text)
+{
+    const bool plain = std::all_of(text.begin(), text.end(), [](char16_t c) { return c < 0x80; });
+    return plain ? file_encoding::kSingleByte : file_encoding::kUtf16;
+}
 
 constexpr TextView kFolder = u"/Orlin/Nib/AutoRecover";
 
@@ -41,6 +62,50 @@ std::vector<Text> NamesIn(TextView folder, TextView prefix = {})
 }
 
 } // namespace
+
+Text SessionDigits(uint32_t session)
+{
+    return PadLeft(Hex(static_cast<int32_t>(session)), kSessionDigits);
+}
+
+Text AutoSaveName(uint32_t session, int32_t number)
+{
+    return SessionDigits(session) + u"." + PadLeft(Decimal(number), kNumberDigits);
+}
+
+std::optional<uint32_t> SessionOfName(TextView name)
+{
+    uint64_t number = 0;
+    for (char16_t c : name.substr(0, name.find(u'.'))) {
+        const int32_t digit = DigitOf(c);
+        if (digit < 0) break;
+        number = number * 16 + static_cast<uint64_t>(digit);
+        if (number > UINT32_MAX) return std::nullopt;
+    }
+    return static_cast<uint32_t>(number);
+}
+
+bool WriteAutoSaveCopy(const FileSaver& saver, TextView path, TextView itemId, TextView text)
+{
+    return OrDefault(
+        [&] {
+            Text content;
+            content.reserve(itemId.size() + text.size() + 2);
+            content.append(itemId).append(u"\r\n").append(text);
+            return WriteTextFile(saver, path, content, EncodingFor(content), true);
+        },
+        false);
+}
+
+std::optional<Text> ReadAutoSaveCopy(TextView path)
+{
+    return OrDefault(
+        [&] {
+            int32_t encoding = file_encoding::kDetect;
+            return std::optional<Text>(ReadTextFile(path, encoding, false));
+        },
+        std::optional<Text>());
+}
 
 // Folder and session
 

@@ -2,8 +2,7 @@
 
 #include "base/Marks.h"
 #include "fakes/TestRecovery.h"
-#include "persistence/recovery/AutoSaveCopy.h"
-#include "persistence/recovery/AutoSaveName.h"
+#include "persistence/recovery/modAutoRecover.h"
 
 #include <sys/stat.h>
 
