@@ -1,8 +1,8 @@
 // Any bytes are a readable ini file; a value written to it is read back, and no other value changes. The input: a byte
 // for the encoding, a byte each for the lengths of section, key and value, these three, and the file.
 
-#include "persistence/store/HiveFile.h"
 #include "persistence/store/Profile.h"
+#include "persistence/store/modPersistSettings.h"
 
 #include <algorithm>
 #include <cstdlib>

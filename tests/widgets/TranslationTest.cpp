@@ -1,5 +1,4 @@
 #include "platform/qt/QtText.h"
-#include "platform/qt/Translations.h"
 
 #include <QCoreApplication>
 

@@ -1,6 +1,5 @@
 #pragma once
 #include "hosts/picker/PickerList.h"
-#include "hosts/picker/PlaceTree.h"
 
 #include <QAbstractItemModel>
 #include <QAbstractTableModel>

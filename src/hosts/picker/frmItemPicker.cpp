@@ -3,6 +3,7 @@
 #include "hosts/picker/QtPickerModels.h"
 #include "hosts/picker/QtPickerWidgets.h"
 #include "platform/qt/ElidedValue.h"
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
 
 #include <QAbstractItemView>
@@ -30,6 +31,22 @@ namespace {
 constexpr int kTreeDelayMs = 200;
 
 } // namespace
+
+std::optional<PickerAnswer> ItemPicker::Run(const SelectRequest& request, TextView startPath, ItemBrowser& browser)
+{
+    PickerModel model(request, browser);
+    model.SetShowHidden(showHidden_);
+    {
+        const QtWaitCursor wait;
+        model.Start(startPath);
+    }
+    frmItemPicker form(model, browser, owner_);
+    if (size_.isValid()) form.resize(size_);
+    const bool accepted = form.exec() == QDialog::Accepted;
+    size_ = form.size();
+    showHidden_ = model.List().ShowsHidden();
+    return accepted ? std::optional(model.Answer()) : std::nullopt;
+}
 
 frmItemPicker::frmItemPicker(PickerModel& model, ItemBrowser& browser, QWidget* owner)
     : QDialog(owner), model_(model), items_(new PickerItemModel(model.List(), this)),

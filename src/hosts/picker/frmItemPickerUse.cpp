@@ -5,7 +5,6 @@
 #include "hosts/picker/frmItemPicker.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
-#include "platform/qt/Translations.h"
 
 #include <QCheckBox>
 #include <QElapsedTimer>

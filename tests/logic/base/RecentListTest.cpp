@@ -1,5 +1,5 @@
 #include "base/Error.h"
-#include "persistence/store/clsRecentList.h"
+#include "persistence/store/SettingsStore.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #include "fakes/FakeBrowser.h"
 #include "hosts/mvConnect.h"
-#include "hosts/picker/PlaceTree.h"
+#include "hosts/picker/PickerList.h"
 
 #include <gtest/gtest.h>
 

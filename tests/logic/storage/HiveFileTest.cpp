@@ -1,5 +1,5 @@
-#include "persistence/store/HiveFile.h"
 #include "StoreFixture.h"
+#include "persistence/store/modPersistSettings.h"
 
 #include <filesystem>
 

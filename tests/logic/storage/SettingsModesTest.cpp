@@ -1,7 +1,6 @@
 #include "StoreFixture.h"
 #include "editing/SettingsTable.h"
 #include "fakes/MemorySettings.h"
-#include "persistence/store/HiveFile.h"
 #include "persistence/store/modPersistSettings.h"
 
 #include <filesystem>

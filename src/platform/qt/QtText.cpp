@@ -1,4 +1,4 @@
-#include "platform/qt/Translations.h"
+// Outside of any namespace: the macro declares a function of the resource compiler.
 
 #include "platform/qt/QtText.h"
 
@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <iterator>
 
-// Outside of any namespace: the macro declares a function of the resource compiler.
 static void LoadTranslationsResource()
 {
     Q_INIT_RESOURCE(translations);
