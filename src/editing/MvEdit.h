@@ -1,7 +1,7 @@
 #pragma once
 #include "editing/SettingsContext.h"
 #include "editing/clsKeywords.h"
-#include "persistence/store/clsRecentList.h"
+#include "persistence/store/SettingsStore.h"
 
 namespace nib {
 

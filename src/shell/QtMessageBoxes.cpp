@@ -1,7 +1,6 @@
 #include "shell/QtMessageBoxes.h"
 
 #include "platform/qt/QtText.h"
-#include "platform/qt/Translations.h"
 #include "shell/modMsgBoxEx.h"
 
 #include <QApplication>

@@ -1,5 +1,5 @@
 #pragma once
-#include "persistence/store/HiveFile.h"
+#include "persistence/store/modPersistSettings.h"
 
 #include <QTimer>
 

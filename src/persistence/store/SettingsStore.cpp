@@ -54,6 +54,11 @@ double DecimalNumber(TextView text)
     return negative ? -value : value;
 }
 
+[[noreturn]] void BadIndex()
+{
+    throw Error{error_number::kBadIndex, u"Invalid index of a recent list"};
+}
+
 } // namespace
 
 double LeadingNumber(TextView text)
@@ -75,15 +80,6 @@ int32_t LeadingInt(TextView text)
     return static_cast<int32_t>(std::clamp<int64_t>(LeadingWhole(text), std::numeric_limits<int32_t>::min(),
                                                     std::numeric_limits<int32_t>::max()));
 }
-
-namespace {
-
-[[noreturn]] void BadIndex()
-{
-    throw Error{error_number::kBadIndex, u"Invalid index of a recent list"};
-}
-
-} // namespace
 
 void clsRecentList::SetListSize(int32_t size)
 {

@@ -4,10 +4,10 @@
 #include "persistence/store/TextFile.h"
 #include "platform/posix/FileName.h"
 
-#include <unicode/utf16.h>
-
 #include <algorithm>
 #include <charconv>
+
+#include <unicode/utf16.h>
 
 namespace nib {
 
@@ -59,6 +59,52 @@ std::optional<char16_t> Escaped(TextView text)
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), unit, 16);
     if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
     return static_cast<char16_t>(unit);
+}
+
+/// Values of PersistSettings. Every other one means that nothing is kept.
+constexpr int32_t kHive = 1;
+constexpr int32_t kIniFile = 2;
+constexpr TextView kSwitchFile{u"isolation.ini"};
+constexpr TextView kSwitchSection{u"Isolation"};
+constexpr TextView kStateFile{u"appstate.ini"};
+constexpr TextView kStateSection{u"MultiValueEditor_Settings"};
+constexpr size_t kLongestHiveValue = 4096;
+
+/// Every run of "/" becomes one.
+Text CollapseSlashes(TextView path)
+{
+    Text out;
+    out.reserve(path.size());
+    for (char16_t c : path)
+        if (c != u'/' || !out.ends_with(u'/')) out.push_back(c);
+    return out;
+}
+
+Text WithSlash(Text folder)
+{
+    if (!folder.ends_with(u'/')) folder.push_back(u'/');
+    return folder;
+}
+
+/// The first component, a root or a folder of the current one, is taken as it is.
+bool MakeDataFolder(TextView path)
+{
+    const size_t slash = path.find(u'/');
+    if (slash + 1 == path.size()) return true;
+    return (slash == 0 || IsFolder(ToFileName(path.substr(0, slash)))) && MakeFolders(ToFileName(path)) == 0;
+}
+
+/// Narrow files are read a byte a character; a path of a system that names files in UTF-8 is meant as such.
+Text PathOf(const Text& value)
+{
+    const std::string bytes = EncodeText(value, file_encoding::kSingleByte);
+    return !HasWideChars(value, false) && IsValidUtf8(bytes) ? FromUtf8(bytes) : value;
+}
+
+/// An ini file has no empty names.
+TextView KeyOf(TextView valueName)
+{
+    return valueName.empty() ? u"@" : valueName;
 }
 
 } // namespace
@@ -143,56 +189,6 @@ bool HiveFile::Flush()
     seenState_ = StampOf(ToFileName(path_));
     return true;
 }
-
-namespace {
-
-/// Values of PersistSettings. Every other one means that nothing is kept.
-constexpr int32_t kHive = 1;
-constexpr int32_t kIniFile = 2;
-constexpr TextView kSwitchFile{u"isolation.ini"};
-constexpr TextView kSwitchSection{u"Isolation"};
-constexpr TextView kStateFile{u"appstate.ini"};
-constexpr TextView kStateSection{u"MultiValueEditor_Settings"};
-constexpr size_t kLongestHiveValue = 4096;
-
-/// Every run of "/" becomes one.
-Text CollapseSlashes(TextView path)
-{
-    Text out;
-    out.reserve(path.size());
-    for (char16_t c : path)
-        if (c != u'/' || !out.ends_with(u'/')) out.push_back(c);
-    return out;
-}
-
-Text WithSlash(Text folder)
-{
-    if (!folder.ends_with(u'/')) folder.push_back(u'/');
-    return folder;
-}
-
-/// The first component, a root or a folder of the current one, is taken as it is.
-bool MakeDataFolder(TextView path)
-{
-    const size_t slash = path.find(u'/');
-    if (slash + 1 == path.size()) return true;
-    return (slash == 0 || IsFolder(ToFileName(path.substr(0, slash)))) && MakeFolders(ToFileName(path)) == 0;
-}
-
-/// Narrow files are read a byte a character; a path of a system that names files in UTF-8 is meant as such.
-Text PathOf(const Text& value)
-{
-    const std::string bytes = EncodeText(value, file_encoding::kSingleByte);
-    return !HasWideChars(value, false) && IsValidUtf8(bytes) ? FromUtf8(bytes) : value;
-}
-
-/// An ini file has no empty names.
-TextView KeyOf(TextView valueName)
-{
-    return valueName.empty() ? u"@" : valueName;
-}
-
-} // namespace
 
 Text DotToAbsPath(TextView path, TextView baseFolder)
 {

@@ -31,6 +31,15 @@ private:
     QTimer timer_;
 };
 
+constexpr std::chrono::milliseconds kPatience{1000};
+constexpr int kLongestCommand = 200;
+
+QString ClockTime(std::chrono::milliseconds elapsed)
+{
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(elapsed).count();
+    return QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0'));
+}
+
 } // namespace
 
 bool QtClipboard::HasText() const
@@ -96,19 +105,6 @@ std::unique_ptr<Timers::Timer> QtTimers::Every(std::chrono::milliseconds interva
     return std::make_unique<RingingTimer>(interval, std::move(ring));
 }
 
-namespace {
-
-constexpr std::chrono::milliseconds kPatience{1000};
-constexpr int kLongestCommand = 200;
-
-QString Clock(std::chrono::milliseconds elapsed)
-{
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(elapsed).count();
-    return QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0'));
-}
-
-} // namespace
-
 class QtWaitNotice::Dialog : public QDialog {
     Q_DECLARE_TR_FUNCTIONS(QtWaitNotice)
 public:
@@ -136,7 +132,7 @@ public:
 
     void ShowElapsed(std::chrono::milliseconds elapsed)
     {
-        const QString text = tr("Elapsed time %1").arg(Clock(elapsed));
+        const QString text = tr("Elapsed time %1").arg(ClockTime(elapsed));
         if (text != elapsed_->text()) elapsed_->setText(text);
     }
     bool IsCancelled() const { return cancelled_; }

@@ -1,5 +1,3 @@
-// Outside of any namespace: the macro declares a function of the resource compiler.
-
 #include "platform/qt/QtText.h"
 
 #include <QCoreApplication>
@@ -8,6 +6,7 @@
 #include <algorithm>
 #include <iterator>
 
+// Outside of any namespace: the macro declares a function of the resource compiler.
 static void LoadTranslationsResource()
 {
     Q_INIT_RESOURCE(translations);
