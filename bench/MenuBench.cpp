@@ -1,8 +1,6 @@
 // The state of all commands, computed afresh: it runs after every change of the selection.
 
-#include "hosts/PathString.h"
-#include "platform/posix/PosixFileStates.h"
-#include "platform/posix/PosixFileTransfer.h"
+#include "hosts/mvConnect.h"
 #include "shell/MenuDispatcher.h"
 #include "shell/Program.h"
 #include "text/SourceView.h"

@@ -4,7 +4,7 @@
 #include "BasicText.h"
 #include "diagnostics/DebugLog.h"
 #include "editing/LexClass.h"
-#include "platform/Clipboard.h"
+#include "platform/Desktop.h"
 #include "platform/posix/FileSaver.h"
 #include "platform/qt/QtText.h"
 #include "printing/QtPrinting.h"

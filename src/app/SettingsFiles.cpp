@@ -17,7 +17,7 @@ std::optional<Text> EnvironmentValue(TextView name)
 } // namespace
 
 SettingsFiles::SettingsFiles(const std::string& backupFolder, Text programFolder)
-    : files_(FileSaver(backupFolder)), settings_(hive_, disk_, std::move(programFolder), EnvironmentValue)
+    : disk_{FileSaver(backupFolder)}, settings_(hive_, disk_, std::move(programFolder), EnvironmentValue)
 {
 }
 

@@ -1,9 +1,6 @@
 #pragma once
 #include "persistence/store/QtSettingsHive.h"
 #include "persistence/store/modPersistSettings.h"
-#include "platform/posix/PosixFileGuard.h"
-#include "platform/posix/PosixFileStates.h"
-#include "platform/posix/PosixFileTransfer.h"
 
 #include <string>
 
@@ -17,10 +14,7 @@ public:
     SettingsStore& Store() { return settings_; }
 
 private:
-    PosixFileTransfer files_;
-    PosixFileGuard guard_;
-    PosixFileStates states_;
-    ProfileDisk disk_{files_, guard_, states_};
+    ProfileDisk disk_;
     QtSettingsHive hive_{disk_};
     modPersistSettings settings_;
 };

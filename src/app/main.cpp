@@ -6,22 +6,14 @@
 #include "diagnostics/modDebugLog.h"
 #include "hosts/HostConnection.h"
 #include "hosts/accounts/AccountLink.h"
-#include "hosts/accounts/SampleAccount.h"
-#include "hosts/picker/QtItemPicker.h"
+#include "hosts/accounts/AccountStore.h"
+#include "hosts/picker/frmItemPicker.h"
 #include "platform/posix/FileName.h"
 #include "platform/posix/FileSaver.h"
-#include "platform/posix/PosixFileStates.h"
-#include "platform/posix/PosixFileTransfer.h"
-#include "platform/posix/PosixSessionToken.h"
+#include "platform/posix/FileLocks.h"
 #include "platform/posix/PosixTraceMailbox.h"
-#include "platform/posix/ProgramPlaces.h"
-#include "platform/posix/UserFolders.h"
-#include "platform/qt/QtClipboard.h"
-#include "platform/qt/QtFonts.h"
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
-#include "platform/qt/QtTimers.h"
-#include "platform/qt/QtWaitNotice.h"
-#include "platform/qt/Translations.h"
 #include "printing/QtPrinting.h"
 #include "shell/Program.h"
 #include "shell/QtMessageBoxes.h"
@@ -140,8 +132,6 @@ int main(int argc, char** argv)
     Text sampleFault = MakeSampleAccount(places.data, hosts);
     HostConnection connection(hosts, picker, boxes, AccountLinks({places.programs, &notice}));
     SettingsFiles settings(hosts.backupFolder, places.settings);
-    PosixFileTransfer copies(FileSaver(hosts.backupFolder, kUserOnly));
-    PosixFileStates states;
     PosixSessionToken token(PosixSessionToken::UsualFolders());
     DocumentWindows views(mainWindow, clipboard);
     DebugLog log(&trace);
@@ -156,7 +146,7 @@ int main(int argc, char** argv)
     DBusServer server;
     StartMode mode = HowStarted(argc);
     Program program({connection, boxes, mainWindow, dialogs, views, server, fonts, clipboard, timers, settings.Store(),
-                     copies, states, token, FromFileName(LocalDataFolder()), &trace},
+                     FileSaver(hosts.backupFolder, kUserOnly), token, FromFileName(LocalDataFolder()), &trace},
                     mode);
     Serving serving(server, program);
     program.Main(ReadCommandLine(argc, argv));

@@ -1,6 +1,6 @@
 #pragma once
 #include "base/Error.h"
-#include "platform/TraceChannel.h"
+#include "platform/Trace.h"
 
 #include <concepts>
 

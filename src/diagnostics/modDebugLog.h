@@ -1,6 +1,5 @@
 #pragma once
-#include "platform/TraceChannel.h"
-#include "platform/TraceMailbox.h"
+#include "platform/Trace.h"
 
 namespace nib {
 

@@ -4,7 +4,7 @@
 #include "documents/mvDocuments.h"
 #include "editing/MvEdit.h"
 #include "hosts/mvConnect.h"
-#include "persistence/store/LeadingNumber.h"
+#include "persistence/store/SettingsStore.h"
 
 #include <algorithm>
 #include <limits>

@@ -53,7 +53,7 @@ bool mvDocument::FileOpen(TextView path, bool readOnly)
 /// True: try once more with what `readOnly` and `lock` are now.
 bool mvDocument::OpenAfterFailure(TextView path, const Error& error, bool& readOnly, bool& lock)
 {
-    bool locked = error.number == error_number::kLocked || error.number == error_number::kLockedElsewhere;
+    bool locked = IsLocked(error);
     if (error.number == error_number::kNoUpdate && (lock || !readOnly)) {
         // Falls back without asking.
     } else if (locked && lock) {
@@ -70,7 +70,7 @@ bool mvDocument::OpenAfterFailure(TextView path, const Error& error, bool& readO
 Text mvDocument::LockedQuestion(TextView path)
 {
     auto item = services_.connection.OpenServerForPath(path, false, false);
-    return item->DisplayPath() + u" is locked by another user or process. Open in \"read only\" mode instead?";
+    return nib::LockedQuestion(item->DisplayPath());
 }
 
 bool mvDocument::ItemOpen(std::shared_ptr<mvItem> item, bool readOnly)

@@ -1,6 +1,5 @@
 #include "editing/MvEdit.h"
 
-#include "persistence/store/LeadingNumber.h"
 #include "platform/MessageBoxes.h"
 
 #include <algorithm>

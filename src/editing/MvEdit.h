@@ -4,7 +4,6 @@
 
 #include "editing/clsKeywords.h"
 #include "persistence/store/SettingsStore.h"
-#include "persistence/store/clsRecentList.h"
 
 #include <functional>
 #include <optional>

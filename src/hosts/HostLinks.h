@@ -1,7 +1,67 @@
 #pragma once
-#include "hosts/HostLink.h"
+#include "base/Text.h"
+#include "hosts/ItemBrowser.h"
+#include "platform/posix/FileSaver.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace nib {
+
+/// One host connection.
+struct HostSettings {
+    Text serverName = u"*"; ///< its section; "*" is the default connection
+    Text kind = u"accounts";
+    std::string root; ///< folder of the accounts
+    Text charset;     ///< empty: Latin-1 for reading, UTF-8 for new items
+    Text name;        ///< for the user to read
+    Text account;     ///< where pickers begin when nothing else is known
+    Text address;     ///< network: host and port, user
+    Text port;
+    Text user;
+};
+
+/// The host connections, from sections of hosts.conf:
+///
+///     [*]
+///     root=/srv/accounts
+///     charset=windows-1252
+///     account=DEMO
+///
+/// Keys and section names ignore case; a line that begins with "#" or ";" is a comment. The default connection is
+/// there even without a section.
+struct HostConfig {
+    std::vector<HostSettings> hosts; ///< the default connection first
+    std::string backupFolder;        ///< for old contents while a file is written in place
+
+    static HostConfig Parse(TextView text, const std::string& dataFolder);
+    /// From $XDG_CONFIG_HOME/Orlin/hosts.conf and $XDG_DATA_HOME.
+    static HostConfig FromEnvironment();
+    /// Throws kPathNotFound for a connection that is not configured. An empty name is the default one.
+    const HostSettings& Find(TextView serverName) const;
+};
+
+/// The way to one host: what HostConnection and HostBrowser want of a kind of link. Places given to it are its own.
+class HostLink {
+public:
+    virtual ~HostLink() = default;
+    virtual Text HostName() const = 0;
+    virtual std::shared_ptr<mvItem> Open(const ItemPlace& place, bool readOnly, bool lock) = 0;
+    /// The places one level below, sorted.
+    virtual std::vector<BrowseEntry> Children(const ItemPlace& place) = 0;
+    virtual bool FileExists(TextView account, TextView file) = 0;
+    virtual bool ItemExists(const ItemPlace& place) = 0;
+    /// Who holds the item's lock, empty when nobody does.
+    virtual Text LockHolder(const ItemPlace& place) = 0;
+};
+
+/// Makes the link of a connection, which writes with the saver. Throws Error when it cannot.
+using HostLinkFactory = std::function<std::unique_ptr<HostLink>(const HostSettings&, const FileSaver&)>;
+/// By the kind that hosts.conf names, in lower case.
+using HostLinkKinds = std::map<Text, HostLinkFactory>;
 
 /// The links of all configured connections, each made when it is first used.
 class HostLinks {

@@ -2,7 +2,7 @@
 
 #include "base/Error.h"
 #include "base/Marks.h"
-#include "hosts/TextUnits.h"
+#include "hosts/TextCoding.h"
 
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>

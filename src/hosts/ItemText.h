@@ -5,8 +5,7 @@
 // marks. What remains is UTF-8 if it is valid as such, else the connection's character set.
 // Local files: UTF-8, UTF-16 with a byte order mark, else Latin-1 with all its letters; every line feed is text.
 
-#include "hosts/Charset.h"
-#include "hosts/TextLines.h"
+#include "hosts/TextCoding.h"
 
 #include <string>
 #include <string_view>

@@ -20,6 +20,17 @@ bool IsDenied(const std::string& path, int access)
            (errno == EACCES || errno == EPERM || errno == EROFS);
 }
 
+ItemNames NamesOf(TextView fileName)
+{
+    const std::string name = ToFileName(fileName);
+    const Text id = FromFileName(LastPart(name));
+    return {{Text(kFileProvider), {}, {}, FromFileName(FolderOf(name)), id},
+            ComposeFilePath(fileName),
+            id,
+            {},
+            Text(fileName)};
+}
+
 } // namespace
 
 bool StoredText::Exists()
@@ -62,6 +73,12 @@ void StoredText::CheckUnchanged()
     if (!known || !now.Exists() || now == *known) return;
     throw Error(error_number::kStorage, name_ + (known->Exists() ? u" was changed" : u" was created") +
                                             u" by another program since it was opened. Save it again to replace it.");
+}
+
+FileItem::FileItem(TextView fileName, bool readOnly, const FileSaver& saver)
+    : mvItem(NamesOf(fileName)), readOnly_(readOnly),
+      stored_(ToFileName(fileName), Text(fileName), ItemText::ForFiles(), saver)
+{
 }
 
 } // namespace nib

@@ -2,9 +2,12 @@
 // The host connection: how the editor reaches items of MultiValue files and local files.
 //
 // A place is named by five strings: provider ("mvdb" for a host, "file" for a local file), server name ("*" is the
-// default connection), database (account), folder (MultiValue file) and item id; they are joined to one path.
+// default connection), database (account), folder (MultiValue file) and item id. One text for it: "mvdb:" and up to
+// four levels with "/" between them, each percent-encoded, or "file:" and the absolute name of a local file as it is.
+//
 // Every operation throws Error; the description is what the user is shown.
 
+#include "base/Error.h"
 #include "base/Text.h"
 
 #include <memory>
@@ -22,6 +25,34 @@ struct ItemPlace {
     friend bool operator==(const ItemPlace&, const ItemPlace&) = default;
 };
 
+inline constexpr TextView kHostProvider{u"mvdb"};
+inline constexpr TextView kFileProvider{u"file"};
+
+/// A place of provider "file" gives the path of its itemId.
+Text ComposeHostPath(const ItemPlace& place);
+/// A relative name is taken from the current folder.
+Text ComposeFilePath(TextView fileName);
+/// Also takes a bare absolute file name. Throws kBadFileName for anything else.
+ItemPlace ParsePath(TextView path);
+
+/// True for a path of the local file system.
+bool IsLocalPath(TextView path);
+/// True for the path of a host item, which stands on the fourth level.
+bool IsHostItemPath(TextView path);
+/// The name that the last level of a path gives a place: what a list calls it is better where it is known.
+Text PlaceName(TextView path);
+
+/// Somebody else holds the item.
+inline bool IsLocked(const Error& error)
+{
+    return error.number == error_number::kLocked || error.number == error_number::kLockedElsewhere;
+}
+/// What the user is asked about an item that somebody else holds.
+inline Text LockedQuestion(TextView displayPath)
+{
+    return Text(displayPath) + u" is locked by another user or process. Open in \"read only\" mode instead?";
+}
+
 /// Feature codes of mvItem::Supports.
 inline constexpr int32_t kSupportsExecute = 12;
 inline constexpr int32_t kSupportsConfiguration = 15;
@@ -38,32 +69,45 @@ public:
     virtual Text GetConfiguration(TextView key, int32_t attribute) = 0;
 };
 
+/// What an item is called, known as soon as there is one.
+struct ItemNames {
+    ItemPlace place; ///< for a local file: its folder, and its name there
+    Text path;
+    Text itemName;    ///< for messages
+    Text hostName;    ///< display name of the host, for titles; empty for a local file
+    Text displayPath; ///< for the user to read
+};
+
 /// One item: its place, its text, its lock. Destroying it closes it and frees its lock.
 class mvItem {
 public:
     virtual ~mvItem() = default;
-    virtual Text Path() const = 0;
-    virtual Text Provider() const = 0;
-    virtual Text ServerName() const = 0;
-    virtual Text Database() const = 0;
-    virtual Text Folder() const = 0;
-    /// The item id; for a local file the file's name without its folder.
-    virtual Text ItemID() const = 0;
-    /// Name for messages.
-    virtual Text ItemName() const = 0;
-    /// Display name of the host, for titles; empty for a local file.
-    virtual Text HostName() const = 0;
-    virtual Text Account() const = 0;
-    /// The file-level name: the MultiValue file, or the folder of a local file.
-    virtual Text FileName() const = 0;
-    virtual Text DisplayPath() const = 0;
+    mvItem(const mvItem&) = delete;
+    mvItem& operator=(const mvItem&) = delete;
 
+    const Text& Path() const { return names_.path; }
+    const Text& Provider() const { return names_.place.provider; }
+    const Text& ServerName() const { return names_.place.serverName; }
+    const Text& Database() const { return names_.place.database; }
+    const Text& Folder() const { return names_.place.folder; }
+    /// The item id; for a local file the file's name without its folder.
+    const Text& ItemID() const { return names_.place.itemId; }
+    const Text& ItemName() const { return names_.itemName; }
+    const Text& HostName() const { return names_.hostName; }
+    const Text& Account() const { return Database(); }
+    /// The file-level name: the MultiValue file, or the folder of a local file.
+    const Text& FileName() const { return Folder(); }
+    const Text& DisplayPath() const { return names_.displayPath; }
+
+    // None of these throws, nor do those above.
     virtual bool Exists() = 0;
     /// False when the path names a folder or a file definition.
     virtual bool IsItem() = 0;
     virtual bool ReadOnly() const = 0;
     virtual void SetReadOnly(bool readOnly) = 0;
     virtual bool Supports(int32_t code) = 0;
+    /// Null for a local file. Owned by the item.
+    virtual mvSession* Session() = 0;
 
     /// The text with lines separated by CR LF and the delimiters as mark characters. The three numbers are attribute,
     /// value and sub-value; 0, 0, 0 means the whole item and is the only form in use.
@@ -71,13 +115,17 @@ public:
     /// Replaces the whole item; the old one stays whole when this throws.
     virtual void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) = 0;
     /// Ends a write.
-    virtual void Commit() = 0;
+    virtual void Commit() {}
     /// True takes the update lock, throwing error_number::kLocked when another holds it; false frees it.
     virtual void LockItem(bool lock) = 0;
     /// Ends the binding to storage; frees nothing else.
-    virtual void Close() = 0;
-    /// Null for a local file. Owned by the item.
-    virtual mvSession* Session() = 0;
+    virtual void Close() {}
+
+protected:
+    explicit mvItem(ItemNames names) : names_(std::move(names)) {}
+
+private:
+    ItemNames names_;
 };
 
 /// What a call of the picker offers.
@@ -105,10 +153,10 @@ public:
     /// Throws kLocked, kLockedElsewhere or kNoUpdate when `lock` is set, `readOnly` is not, and the lock cannot be had.
     virtual std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) = 0;
 
-    virtual Text ComposeHostPath(const ItemPlace& place) const = 0;
-    virtual Text ComposeFilePath(TextView fileName) const = 0;
-    /// The reverse of both; throws kBadFileName for a text that is no path.
-    virtual ItemPlace ParsePath(TextView path) const = 0;
+    // The text of a place is the same for all connections.
+    Text ComposeHostPath(const ItemPlace& place) const { return nib::ComposeHostPath(place); }
+    Text ComposeFilePath(TextView fileName) const { return nib::ComposeFilePath(fileName); }
+    ItemPlace ParsePath(TextView path) const { return nib::ParsePath(path); }
 };
 
 } // namespace nib

@@ -1,6 +1,8 @@
 #pragma once
 #include "base/Text.h"
 
+#include <chrono>
+
 namespace nib {
 
 /// Flags of a message box: one of the button sets, one of the icons, and the default button.
@@ -52,6 +54,18 @@ public:
     virtual int32_t Show(TextView text, int32_t flags, TextView title) = 0;
     /// The sound alone.
     virtual void Beep() = 0;
+};
+
+/// Told while a command of the host runs: keeps the windows alive and lets the user stop it.
+class WaitNotice {
+public:
+    virtual ~WaitNotice() = default;
+    /// False when another command runs already: this one must not start.
+    virtual bool Started(TextView command) = 0;
+    /// Called about every 50 ms; false stops the command.
+    virtual bool GoOn(std::chrono::milliseconds elapsed) = 0;
+    /// Called once for each Started that answered true.
+    virtual void Ended() = 0;
 };
 
 } // namespace nib

@@ -2,8 +2,8 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
-#include "platform/qt/QtWaitCursor.h"
 #include "printing/PrintClass.h"
 #include "printing/QtPrintingSurface.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "diagnostics/Guarded.h"
-#include "persistence/store/clsRecentList.h"
+#include "persistence/store/SettingsStore.h"
 #include "search/FindWalk.h"
 #include "search/OpReplaceAll.h"
 

@@ -1,7 +1,7 @@
 #include "search/ResultsModel.h"
 
 #include "diagnostics/Guarded.h"
-#include "persistence/store/LeadingNumber.h"
+#include "persistence/store/SettingsStore.h"
 #include "text/Units.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 #include "search/frmResults.h"
 
+#include "base/Twips.h"
 #include "platform/qt/QtText.h"
 #include "printing/QtPrintingText.h"
 
@@ -13,8 +14,6 @@
 #include <QTextBlock>
 #include <QVBoxLayout>
 
-#include <cmath>
-
 namespace nib {
 
 namespace {
@@ -23,17 +22,6 @@ namespace {
 constexpr int kDoubleClickMs = 50;
 constexpr int kDesignColumns = 80;
 constexpr int kDesignRows = 16;
-constexpr double kTwipsToTheInch = 1440;
-
-int32_t ToTwips(int pixels, int dotsPerInch)
-{
-    return static_cast<int32_t>(std::lround(pixels * kTwipsToTheInch / dotsPerInch));
-}
-
-int ToPixels(int32_t twips, int dotsPerInch)
-{
-    return static_cast<int>(std::lround(twips * dotsPerInch / kTwipsToTheInch));
-}
 
 /// A text document ends its paragraph at these as well, but a line here is a line.
 QString ShownText(TextView contents)
@@ -291,12 +279,12 @@ void frmResults::PlaceWindow()
     if (std::exchange(positioned_, true) || !parentWidget()) return;
     const int dots = logicalDpiX();
     const QRect main = parentWidget()->window()->frameGeometry();
-    const ResultsBounds present{0, 0, ToTwips(width(), dots), ToTwips(height(), dots)};
-    const ResultsBounds bounds = PlaceResults(
-        store_, present,
-        {ToTwips(main.x(), dots), ToTwips(main.y(), dots), ToTwips(main.width(), dots), ToTwips(main.height(), dots)});
-    resize(ToPixels(bounds.width, dots), ToPixels(bounds.height, dots));
-    move(ToPixels(bounds.left, dots), ToPixels(bounds.top, dots));
+    const ResultsBounds present{0, 0, PixelsToTwips(width(), dots), PixelsToTwips(height(), dots)};
+    const ResultsBounds bounds = PlaceResults(store_, present,
+                                              {PixelsToTwips(main.x(), dots), PixelsToTwips(main.y(), dots),
+                                               PixelsToTwips(main.width(), dots), PixelsToTwips(main.height(), dots)});
+    resize(TwipsToPixels(bounds.width, dots), TwipsToPixels(bounds.height, dots));
+    move(TwipsToPixels(bounds.left, dots), TwipsToPixels(bounds.top, dots));
 }
 
 void frmResults::ShowModeless()
@@ -313,7 +301,7 @@ void frmResults::Unload()
     const bool normal = !(windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen));
     if (!positioned_ || !normal) return;
     const int dots = logicalDpiX();
-    SaveResultsSize(store_, {0, 0, ToTwips(width(), dots), ToTwips(height(), dots)});
+    SaveResultsSize(store_, {0, 0, PixelsToTwips(width(), dots), PixelsToTwips(height(), dots)});
 }
 
 void frmResults::PrintTo(const Paper& paper) const

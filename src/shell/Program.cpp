@@ -30,7 +30,7 @@ private:
 Program::Program(const ProgramPorts& ports, StartMode mode)
     : ports_(ports), log_(ports.trace),
       mode_(mode), services_{*this, ports.connection, settings_, location_, openDocuments_, log_},
-      hostConfiguration_(services_), recovery_({services_, ports.copies, ports.states, ports.token, ports.localData,
+      hostConfiguration_(services_), recovery_({services_, ports.copies, ports.token, ports.localData,
                                                 [this](TextView folder, const DynamicArray& names) {
                                                     ports_.dialogs.OfferRecovered(recovery_, folder, names);
                                                 }}),

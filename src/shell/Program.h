@@ -8,10 +8,7 @@
 #include "documents/mvDocuments.h"
 #include "persistence/recovery/modAutoRecover.h"
 #include "persistence/store/SettingsStore.h"
-#include "platform/Clipboard.h"
-#include "platform/Clock.h"
-#include "platform/Fonts.h"
-#include "platform/Timers.h"
+#include "platform/Desktop.h"
 #include "shell/AutomationHost.h"
 #include "shell/CommandLine.h"
 #include "shell/FileCommands.h"
@@ -37,8 +34,7 @@ struct ProgramPorts {
     const Clipboard& clipboard;
     Timers& timers;
     SettingsStore& store;
-    FileTransfer& copies; ///< makes the recovery files, for the user alone
-    FileStates& states;
+    FileSaver copies; ///< makes the recovery files, for the user alone
     SessionToken& token;
     Text localData; ///< the user's data folder on this machine
     TraceChannel* trace = nullptr;

@@ -1,6 +1,5 @@
 #include "shell/QtMessageBoxes.h"
 
-#include "platform/qt/LogicTexts.h"
 #include "platform/qt/QtText.h"
 #include "shell/modMsgBoxEx.h"
 

@@ -2,7 +2,7 @@
 // A view without a screen: caret, selection, styles, and every editing command of the keyboard and mouse as logic. The
 // widget paints it and feeds it; tests and the logic run it alone.
 
-#include "platform/Clipboard.h"
+#include "platform/Desktop.h"
 #include "text/SourceDocument.h"
 
 #include <algorithm>

@@ -1,6 +1,5 @@
 #pragma once
-#include "platform/Clock.h"
-#include "platform/Timers.h"
+#include "platform/Desktop.h"
 
 #include <list>
 

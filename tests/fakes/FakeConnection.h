@@ -2,7 +2,6 @@
 // Items in memory, with locks, and failures on demand.
 
 #include "base/Error.h"
-#include "hosts/PathString.h"
 #include "hosts/mvConnect.h"
 
 #include <algorithm>
@@ -70,7 +69,7 @@ struct FakeStore {
 class FakeItem final : public mvItem {
 public:
     FakeItem(FakeStore& store, TextView path)
-        : store_(store), number_(++store.lastItem), path_(path), place_(nib::ParsePath(path))
+        : mvItem(NamesOf(store, path)), store_(store), number_(++store.lastItem), path_(path)
     {
         ++store_.liveItems;
         if (auto found = store_.items.find(path_); found != store_.items.end()) readOnly_ = found->second.readOnly;
@@ -80,24 +79,11 @@ public:
         Unlock();
         --store_.liveItems;
     }
-    FakeItem(const FakeItem&) = delete;
-    FakeItem& operator=(const FakeItem&) = delete;
 
-    Text Path() const override { return path_; }
-    Text Provider() const override { return place_.provider; }
-    Text ServerName() const override { return place_.serverName; }
-    Text Database() const override { return place_.database; }
-    Text Folder() const override { return IsLocal() ? place_.itemId.substr(0, LastSlash()) : place_.folder; }
-    Text ItemID() const override { return IsLocal() ? place_.itemId.substr(LastSlash() + 1) : place_.itemId; }
-    Text ItemName() const override { return IsLocal() ? place_.itemId : place_.folder + u" " + place_.itemId; }
-    Text HostName() const override { return IsLocal() ? Text() : store_.hostName; }
-    Text Account() const override { return place_.database; }
-    Text FileName() const override { return Folder(); }
-    Text DisplayPath() const override { return u"<" + ItemName() + u">"; }
     bool Exists() override { return store_.items.contains(path_); }
     bool IsItem() override
     {
-        if (place_.itemId.empty()) return false;
+        if (ItemID().empty()) return false;
         return !Exists() || store_.items[path_].isItem;
     }
     bool ReadOnly() const override { return readOnly_; }
@@ -126,12 +112,21 @@ public:
         auto [found, taken] = store_.locks.emplace(path_, number_);
         if (!taken && found->second != number_) throw Error{error_number::kLocked, u"Locked by them"};
     }
-    void Close() override {}
     mvSession* Session() override { return IsLocal() || !store_.hasSession ? nullptr : &store_.session; }
 
 private:
-    bool IsLocal() const { return place_.provider == kFileProvider; }
-    size_t LastSlash() const { return place_.itemId.rfind(u'/'); }
+    static ItemNames NamesOf(const FakeStore& store, TextView path)
+    {
+        ItemPlace place = ParsePath(path);
+        const bool local = place.provider == kFileProvider;
+        const Text name = local ? place.itemId : place.folder + u" " + place.itemId;
+        if (local) {
+            place.folder = name.substr(0, name.rfind(u'/'));
+            place.itemId = name.substr(name.rfind(u'/') + 1);
+        }
+        return {place, Text(path), name, local ? Text() : store.hostName, u"<" + name + u">"};
+    }
+    bool IsLocal() const { return Provider() == kFileProvider; }
     void Unlock()
     {
         auto found = store_.locks.find(path_);
@@ -141,7 +136,6 @@ private:
     FakeStore& store_;
     int32_t number_;
     Text path_;
-    ItemPlace place_;
     bool readOnly_ = false;
 };
 
@@ -182,10 +176,6 @@ public:
         if (lock && !readOnly && item->IsItem()) item->LockItem(true);
         return item;
     }
-    Text ComposeHostPath(const ItemPlace& place) const override { return nib::ComposeHostPath(place); }
-    Text ComposeFilePath(TextView fileName) const override { return nib::ComposeFilePath(fileName); }
-    ItemPlace ParsePath(TextView path) const override { return nib::ParsePath(path); }
-
     FakeStore store;
     std::deque<std::optional<Error>> openFailures; ///< one a call; an empty one lets it through
     std::deque<std::vector<SelectedItem>> picks;   ///< answers of the picker; none left: cancelled

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/Fonts.h"
+#include "platform/Desktop.h"
 
 #include <set>
 

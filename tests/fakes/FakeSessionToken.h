@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/SessionToken.h"
+#include "platform/Desktop.h"
 
 #include <set>
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/Clipboard.h"
+#include "platform/Desktop.h"
 
 namespace nib {
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/TraceChannel.h"
+#include "platform/Trace.h"
 
 #include <utility>
 #include <vector>

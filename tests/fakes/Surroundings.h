@@ -10,27 +10,14 @@
 #include "fakes/MemoryClipboard.h"
 #include "fakes/MemorySettings.h"
 #include "fakes/RecordingTrace.h"
-#include "platform/posix/PosixFileStates.h"
-#include "platform/posix/PosixFileTransfer.h"
 #include "shell/Program.h"
 
 namespace nib::test {
 
-/// A transfer that can be told to fail.
-struct FaultyTransfer final : PosixFileTransfer {
-    using PosixFileTransfer::PosixFileTransfer;
-    bool CloseFile(Handle file) override { return PosixFileTransfer::CloseFile(file) && !failing; }
-    Handle OpenFile(TextView path, Access access) override
-    {
-        return failing && access == Access::Replace ? 0 : PosixFileTransfer::OpenFile(path, access);
-    }
-    bool failing = false;
-};
-
 struct Surroundings {
     /// Without a folder a program makes no recovery copies. `session`: the sessions of the folder.
     explicit Surroundings(const std::string& folder = {}, FakeSessionToken* session = nullptr)
-        : data(folder.empty() ? Text() : FromUtf8(folder + "/data")), copies(FileSaver(folder + "/backups", 0600)),
+        : data(folder.empty() ? Text() : FromUtf8(folder + "/data")), copies(folder + "/backups", 0600),
           token(session ? *session : ownToken)
     {
     }
@@ -45,16 +32,15 @@ struct Surroundings {
     FakeFonts fonts;
     FakeClock clock;
     MemorySettings store;
-    FaultyTransfer copies;
-    PosixFileStates states;
+    FileSaver copies;
     FakeSessionToken ownToken;
     FakeSessionToken& token;
     RecordingTrace trace;
 
     ProgramPorts Around(MainWindow& window, ViewFactory& views)
     {
-        return {connection, boxes, window, dialogs, views, events, fonts,  clipboard,
-                clock,      store, copies, states,  token, data,   &trace, clock};
+        return {connection, boxes, window, dialogs, views, events, fonts, clipboard,
+                clock,      store, copies, token,   data,  &trace, clock};
     }
 };
 

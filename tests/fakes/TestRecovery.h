@@ -47,7 +47,6 @@ struct Session {
     }
 
     TestProgram t;
-    FaultyTransfer& files = t.copies;
     std::optional<std::vector<Text>> offered;
     std::function<void(TextView, const DynamicArray&)> onOffer;
     modAutoRecover& recovery = t.program.Recovery();

@@ -1,8 +1,8 @@
 // Any bytes are a readable ini file; a value written to it is read back, and no other value changes. The input: a byte
 // for the encoding, a byte each for the lengths of section, key and value, these three, and the file.
 
-#include "persistence/store/HiveFile.h"
-#include "persistence/store/ProfileFile.h"
+#include "persistence/store/Profile.h"
+#include "persistence/store/modPersistSettings.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -41,7 +41,7 @@ void Check(bool holds)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     std::string_view input(reinterpret_cast<const char*>(data), size);
-    const auto encoding = static_cast<ProfileFile::Encoding>(TakeByte(input) % 3);
+    const auto encoding = static_cast<ProfileFile::Encoding>(TakeByte(input) % 3 + 1);
     const size_t sectionLength = TakeByte(input) % 8;
     const size_t keyLength = TakeByte(input) % 8;
     const size_t valueLength = TakeByte(input);

@@ -1,9 +1,8 @@
 #include "fakes/Patience.h"
-#include "hosts/picker/QtItemPicker.h"
+#include "hosts/picker/frmItemPicker.h"
 
 #include "fakes/FakeBrowser.h"
-#include "hosts/picker/QtPickerListView.h"
-#include "hosts/picker/frmItemPicker.h"
+#include "hosts/picker/QtPickerWidgets.h"
 #include "platform/qt/QtText.h"
 
 #include <QAbstractButton>

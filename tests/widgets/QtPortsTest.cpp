@@ -1,5 +1,4 @@
-#include "platform/qt/QtClipboard.h"
-#include "platform/qt/QtFonts.h"
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
 #include "shell/QtMessageBoxes.h"
 

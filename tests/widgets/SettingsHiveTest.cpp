@@ -1,8 +1,5 @@
 #include "persistence/store/QtSettingsHive.h"
 #include "persistence/store/SettingsStore.h"
-#include "platform/posix/PosixFileGuard.h"
-#include "platform/posix/PosixFileStates.h"
-#include "platform/posix/PosixFileTransfer.h"
 #include "platform/qt/QtText.h"
 
 #include <QCoreApplication>
@@ -19,10 +16,7 @@ protected:
     Text Path() const { return ToText(folder.filePath(QStringLiteral("Orlin/hive.conf"))); }
 
     QTemporaryDir folder;
-    PosixFileTransfer files{FileSaver(folder.filePath(QStringLiteral("backups")).toStdString())};
-    PosixFileGuard guard;
-    PosixFileStates states;
-    ProfileDisk disk{files, guard, states};
+    ProfileDisk disk{FileSaver(folder.filePath(QStringLiteral("backups")).toStdString())};
 };
 
 } // namespace
@@ -34,11 +28,11 @@ TEST_F(SettingsHiveTest, ChangesReachTheDiskTogetherAtTheNextTurnOfTheEventLoop)
     one.Set(kSettingsKey, u"FontName", u"Mono");
     one.Set(kSettingsKey, u"", u"7.1");
     two.Set(kSettingsKey, u"MainLeft", u"1200");
-    EXPECT_EQ(one.Get(kSettingsKey, u"FontName")->text, u"Mono");
+    EXPECT_EQ(one.Get(kSettingsKey, u"FontName"), u"Mono");
     EXPECT_FALSE(two.Get(kSettingsKey, u"FontName"));
     QCoreApplication::processEvents();
-    EXPECT_EQ(two.Get(kSettingsKey, u"FontName")->text, u"Mono");
-    EXPECT_EQ(one.Get(kSettingsKey, u"MainLeft")->text, u"1200");
+    EXPECT_EQ(two.Get(kSettingsKey, u"FontName"), u"Mono");
+    EXPECT_EQ(one.Get(kSettingsKey, u"MainLeft"), u"1200");
 
     QFile file(ToQString(Path()));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -51,7 +45,7 @@ TEST_F(SettingsHiveTest, TheLastChangesAreWrittenAtTheEnd)
         QtSettingsHive hive(disk, Path());
         hive.Set(u"K", u"a", u"");
     }
-    EXPECT_EQ(QtSettingsHive(disk, Path()).Get(u"K", u"a")->text, u"");
+    EXPECT_EQ(QtSettingsHive(disk, Path()).Get(u"K", u"a"), u"");
 }
 
 TEST_F(SettingsHiveTest, ARefusedWriteIsForgottenQuietly)
@@ -61,7 +55,7 @@ TEST_F(SettingsHiveTest, ARefusedWriteIsForgottenQuietly)
     hive.Set(u"K", u"a", u"1");
     QCoreApplication::processEvents();
     EXPECT_FALSE(hive.Flush());
-    EXPECT_EQ(hive.Get(u"K", u"a")->text, u"1");
+    EXPECT_EQ(hive.Get(u"K", u"a"), u"1");
 }
 
 TEST_F(SettingsHiveTest, TheHiveIsInTheUsersFolderOfConfigurations)

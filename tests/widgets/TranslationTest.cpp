@@ -1,6 +1,4 @@
-#include "platform/qt/LogicTexts.h"
 #include "platform/qt/QtText.h"
-#include "platform/qt/Translations.h"
 
 #include <QCoreApplication>
 

@@ -1,4 +1,4 @@
-#include "platform/qt/QtWaitNotice.h"
+#include "platform/qt/QtDesktop.h"
 
 #include <QApplication>
 #include <QDialog>

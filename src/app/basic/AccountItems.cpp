@@ -2,7 +2,7 @@
 
 #include "base/Error.h"
 #include "hosts/ItemText.h"
-#include "hosts/accounts/ItemName.h"
+#include "hosts/accounts/AccountStore.h"
 #include "platform/posix/FileContent.h"
 
 #include <climits>

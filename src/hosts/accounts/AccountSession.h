@@ -1,10 +1,32 @@
 #pragma once
+#include "base/Text.h"
 #include "hosts/accounts/AccountStore.h"
-#include "hosts/accounts/VerbPrograms.h"
+#include "platform/MessageBoxes.h"
 
 #include <string>
+#include <vector>
 
 namespace nib {
+
+/// A host command cut at blanks; "..." and '...' keep what they hold together. A quote inside a word, as in O'BRIEN,
+/// is a letter, and so is one that is never closed.
+std::vector<Text> SplitCommand(TextView command);
+/// A program's command line cut as a shell does it: both quotes anywhere in a word, and a backslash before a character
+/// to take as it is. Nothing is expanded.
+std::vector<Text> SplitProgramLine(TextView line);
+
+/// What the programs of verbs run with.
+struct VerbPrograms {
+    VerbPrograms() = default;
+    // A folder alone will do.
+    VerbPrograms(Text programFolder, WaitNotice* waitNotice = nullptr) // NOLINT(google-explicit-constructor)
+        : folder(std::move(programFolder)), notice(waitNotice)
+    {
+    }
+
+    Text folder;                  ///< its programs are found before all others
+    WaitNotice* notice = nullptr; ///< outlives all sessions
+};
 
 struct ProcessRequest;
 struct ProcessResult;

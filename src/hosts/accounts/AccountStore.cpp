@@ -1,10 +1,85 @@
 #include "hosts/accounts/AccountStore.h"
 
 #include "base/Error.h"
-#include "hosts/accounts/ItemName.h"
 #include "platform/posix/FileContent.h"
+#include "platform/posix/FileName.h"
+
+#include <cerrno>
+#include <climits>
+#include <filesystem>
+
+#include <sys/stat.h>
 
 namespace nib {
+
+namespace {
+
+bool IsKept(unsigned char c, size_t at)
+{
+    return c >= 0x20 && c != 0x7F && c != '/' && c != '%' && (c != '.' || at > 0);
+}
+
+bool Exists(const std::string& path)
+{
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0;
+}
+
+bool IsPlainName(std::string_view name)
+{
+    return !name.empty() && name.front() != '.' && name.find('/') == std::string_view::npos &&
+           name.find('\0') == std::string_view::npos;
+}
+
+namespace fs = std::filesystem;
+
+/// An installed original is often write-protected; the copy is the user's own.
+void MakeWritable(const fs::path& folder)
+{
+    std::error_code ignored;
+    fs::permissions(folder, fs::perms::owner_all, fs::perm_options::add, ignored);
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder, ignored)) {
+        const fs::perms added =
+            entry.is_directory() ? fs::perms::owner_all : fs::perms::owner_read | fs::perms::owner_write;
+        fs::permissions(entry.path(), added, fs::perm_options::add, ignored);
+    }
+}
+
+} // namespace
+
+std::string EncodeName(TextView id)
+{
+    return PercentEncode(ToFileName(id), IsKept);
+}
+
+std::string LockName(TextView file, TextView item)
+{
+    return EncodeName(file) + "%%" + EncodeName(item);
+}
+
+std::optional<Text> DecodeName(std::string_view name)
+{
+    if (!IsPlainName(name)) return std::nullopt;
+    const std::optional<std::string> bytes = PercentDecode(name);
+    if (!bytes) return FromFileName(name);
+    Text id = FromFileName(*bytes);
+    return EncodeName(id) == name ? id : FromFileName(name);
+}
+
+std::string FindName(const std::string& folder, TextView id)
+{
+    std::string name = EncodeName(id);
+    if (name.size() > NAME_MAX) {
+        throw Error(error_number::kBadFileName, u"The name \"" + Text(id.substr(0, 40)) + u"...\" is too long: " +
+                                                    Decimal(static_cast<int64_t>(name.size())) + u" of " +
+                                                    Decimal(NAME_MAX) + u" bytes.");
+    }
+    const std::string plain = ToFileName(id);
+    if (plain != name && IsPlainName(plain) && !Exists(folder + "/" + name) && Exists(folder + "/" + plain)) {
+        return plain;
+    }
+    return name;
+}
 
 std::string AccountStore::AccountFolder(TextView account) const
 {
@@ -44,6 +119,31 @@ TextView Attribute(TextView record, int32_t number)
     TextView line = Field(record, u'\n', number);
     if (line.ends_with(u'\r')) line.remove_suffix(1);
     return line;
+}
+
+bool InstallSampleAccount(TextView sourceFolder, TextView accountsRoot)
+{
+    const std::string source = AbsolutePath(ToFileName(sourceFolder));
+    const std::string root = ToFileName(accountsRoot);
+    const std::string account = root + "/" + LastPart(source);
+    struct stat status {};
+    if (lstat(account.c_str(), &status) == 0) return false;
+    if (const int error = MakeFolders(root); error != 0) {
+        throw SystemFailure(u"The folder " + Text(accountsRoot) + u" cannot be made", error);
+    }
+    const std::string copy = root + "/.nib-" + RandomSuffix();
+    std::error_code failed;
+    fs::copy(source, copy, fs::copy_options::recursive | fs::copy_options::copy_symlinks, failed);
+    int error = failed ? failed.value() : 0;
+    if (error == 0) {
+        MakeWritable(copy);
+        error = RenameNew(copy, account);
+    }
+    if (error == 0) return true;
+    std::error_code ignored;
+    fs::remove_all(copy, ignored);
+    if (error == EEXIST) return false;
+    throw SystemFailure(u"The sample account cannot be copied to " + FromFileName(account), error);
 }
 
 } // namespace nib

@@ -1,12 +1,31 @@
 #pragma once
+// Accounts that are folders, and the one that comes with the program.
+
+#include "base/Text.h"
 #include "hosts/ItemText.h"
 #include "hosts/mvConnect.h"
 #include "platform/posix/FileSaver.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace nib {
+
+// Names of accounts, files and items as names of folders and files: whatever a file system cannot hold or would take
+// for something else is percent-encoded, so that no id leads out of its folder.
+
+/// "/" and "%", a leading "." and control characters become %XX.
+std::string EncodeName(TextView id);
+/// Both names in one, never the same for two items: in an encoded name digits follow each "%".
+std::string LockName(TextView file, TextView item);
+/// The id behind a name as EncodeName makes it; any other visible name stands for itself ("50%", made by another
+/// program). No answer for names that belong to no item, those with a leading dot.
+std::optional<Text> DecodeName(std::string_view name);
+/// The name that `id` goes by in `folder`: the encoded one, unless only the plain one is there. Throws Error when it is
+/// too long for a file name.
+std::string FindName(const std::string& folder, TextView id);
 
 /// Accounts as folders below one root: an account is a folder, a MultiValue file a folder in it, an item one file.
 /// A small value that each item keeps a copy of, so that items live as long as they like.
@@ -39,5 +58,9 @@ private:
 
 /// Attribute `number` (1-based) of a text with CR LF between lines.
 TextView Attribute(TextView record, int32_t number);
+
+/// Copies the account folder to the accounts' root under its own name, unless an account of that name is there. True
+/// when it was copied. It appears whole or not at all.
+bool InstallSampleAccount(TextView sourceFolder, TextView accountsRoot);
 
 } // namespace nib

@@ -1,8 +1,32 @@
 #pragma once
+#include "base/Text.h"
 #include "hosts/ItemBrowser.h"
-#include "hosts/picker/NameFilter.h"
+
+#include <memory>
+#include <vector>
 
 namespace nib {
+
+/// The names of a list with their case folded once, so that a keystroke in a filter is one pass over a flat text.
+class NameFilter {
+public:
+    void Clear();
+    void Add(TextView name);
+
+    /// A pattern made ready for many names.
+    struct Pattern {
+        Text literal;
+        Text wild; ///< empty without wildcards
+    };
+    static Pattern Prepare(TextView pattern);
+    /// Name `number` (in the order of Add) holds the pattern, or matches it with "*" and "?" read as wildcards:
+    /// anywhere, unless a "*" at one end of the pattern ties the other end down. An empty pattern matches everything.
+    bool Matches(int32_t number, const Pattern& pattern) const;
+
+private:
+    Text names_;
+    std::vector<size_t> ends_{0};
+};
 
 /// The entries of one place, and the rows of them that a filter lets through, in the order that was asked for.
 class PickerList {
@@ -50,6 +74,40 @@ private:
     bool showHidden_ = false;
     Column sortColumn_ = Column::Name;
     bool descending_ = false;
+};
+
+/// The places of a browser as a tree that is read level by level, as far as it is opened: connections, accounts and
+/// files, and the folders of the local file system under one heading.
+class PlaceTree {
+public:
+    enum class Kind { Heading, Connection, Account, File, LocalPlace, Folder };
+    struct Node {
+        Text name;
+        Text path; ///< empty for the heading
+        Kind kind = Kind::Heading;
+        const Node* parent = nullptr;
+        bool read = false;
+        std::vector<std::unique_ptr<Node>> children;
+    };
+
+    /// Reads the top level. `browser` outlives the tree.
+    explicit PlaceTree(ItemBrowser& browser);
+
+    const Node& Root() const { return root_; }
+    static bool MayHaveChildren(const Node& node);
+    /// The places below a node that has not been read; none when they cannot be read.
+    std::vector<std::unique_ptr<Node>> Read(const Node& node) const;
+    void Adopt(const Node& node, std::vector<std::unique_ptr<Node>> children);
+    /// The paths that lead to `path`, from a place on the top level down; empty when it is below none.
+    std::vector<Text> WayTo(TextView path) const;
+    static int32_t RowOf(const Node& node);
+    /// Null when no child has that path.
+    static const Node* Child(const Node& node, TextView path);
+
+private:
+    ItemBrowser& browser_;
+    Node root_;
+    Node* heading_ = nullptr;
 };
 
 } // namespace nib

@@ -1,12 +1,22 @@
 #pragma once
-// The item picker without its widgets: where it stands, what is typed or selected, and what OK does.
-
+#include "base/Text.h"
 #include "hosts/ItemBrowser.h"
 #include "hosts/picker/PickerList.h"
 
 #include <map>
+#include <vector>
 
 namespace nib {
+
+/// The names in what was typed: with `several`, a text that begins with a quote is a list of names in quotes ("A" "B
+/// C", words without quotes between them count too); any other text is one name, blanks and all. One pair of quotes
+/// around a single name is taken off.
+std::vector<Text> SplitTypedNames(TextView typed, bool several);
+
+/// The reverse: one name as it is, several in quotes.
+Text JoinTypedNames(const std::vector<Text>& names);
+
+// The item picker without its widgets: where it stands, what is typed or selected, and what OK does.
 
 struct PlaceStep {
     Text name;

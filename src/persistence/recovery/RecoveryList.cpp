@@ -3,11 +3,12 @@
 #include "diagnostics/Guarded.h"
 #include "documents/ScopedStates.h"
 #include "documents/mvDocument.h"
-#include "persistence/recovery/AutoSaveCopy.h"
-
-#include <unicode/udat.h>
+#include "persistence/recovery/modAutoRecover.h"
+#include "platform/posix/FileName.h"
 
 #include <algorithm>
+
+#include <unicode/udat.h>
 
 namespace nib {
 
@@ -59,7 +60,7 @@ void RecoveryList::Load(TextView folder, const DynamicArray& names)
     for (int32_t position = 1; position <= names.Count(); ++position) {
         const Text name = names.Extract({position});
         if (const std::optional<Text> content = ReadCopy(name)) {
-            const int64_t written = recovery_.Ports().states.StateOf(PathOf(name)).seconds;
+            const int64_t written = StampOf(ToFileName(PathOf(name))).seconds;
             rows_.push_back({RowText(*content, written), static_cast<int32_t>(rows_.size()) + 1});
         } else {
             names_.Replace({}, {position});
@@ -148,7 +149,7 @@ void RecoveryList::DeleteListed()
 std::optional<Text> RecoveryList::ReadCopy(TextView name)
 {
     if (name.empty()) return std::nullopt;
-    return ReadAutoSaveCopy(recovery_.Ports().files, PathOf(name));
+    return ReadAutoSaveCopy(PathOf(name));
 }
 
 /// Leaves a blank in its place, so that the positions of the others stay.

@@ -3,11 +3,8 @@
 #include "diagnostics/Guarded.h"
 #include "documents/TextForms.h"
 #include "documents/mvDocuments.h"
-#include "persistence/recovery/AutoSaveCopy.h"
-#include "persistence/recovery/AutoSaveName.h"
-#include "persistence/store/clsScanDirectory.h"
-#include "persistence/store/modFileExist.h"
-#include "persistence/store/modFileReadWrite.h"
+#include "persistence/store/TextFile.h"
+#include "platform/posix/FileName.h"
 
 #include <algorithm>
 
@@ -15,45 +12,109 @@ namespace nib {
 
 namespace {
 
-constexpr TextView kFolders[] = {u"/Orlin", u"/Nib", u"/AutoRecover"};
-constexpr TextView kAllFiles = u"*.*";
+constexpr size_t kSessionDigits = 8;
+constexpr size_t kNumberDigits = 3;
 
-std::vector<Text> NamesIn(FileTransfer& files, TextView folder, TextView pattern)
+Text PadLeft(Text digits, size_t width)
 {
+    if (digits.size() < width) digits.insert(0, width - digits.size(), u'0');
+    return digits;
+}
+
+int32_t DigitOf(char16_t c)
+{
+    if (c >= u'0' && c <= u'9') return c - u'0';
+    const auto letter = static_cast<char16_t>(c & ~0x20);
+    return letter >= u'A' && letter <= u'F' ? letter - u'A' + 10 : -1;
+}
+
+/// Half the size for plain text, and still no doubt when it is read: bytes above 7F could be UTF-8 by chance.
+int32_t EncodingFor(TextView text)
+{
+    const bool plain = std::all_of(text.begin(), text.end(), [](char16_t c) { return c < 0x80; });
+    return plain ? file_encoding::kSingleByte : file_encoding::kUtf16;
+}
+
+constexpr TextView kFolder = u"/Orlin/Nib/AutoRecover";
+
+bool IsFolderName(TextView path)
+{
+    return IsFolder(ToFileName(path));
+}
+
+bool Exists(TextView path)
+{
+    return StampOf(ToFileName(path)).Exists();
+}
+
+/// Of the files that are not hidden, in order; none when the folder cannot be listed.
+std::vector<Text> NamesIn(TextView folder, TextView prefix = {})
+{
+    std::vector<FolderEntry> entries;
     std::vector<Text> names;
-    clsScanDirectory scan(files);
-    for (Text name = scan.Dir(Text(folder) + u"/" + Text(pattern)); !name.empty(); name = scan.Dir({}))
-        names.push_back(name);
+    if (ListFolder(ToFileName(folder), entries) != 0) return names;
+    std::sort(entries.begin(), entries.end(), [](auto& a, auto& b) { return a.name < b.name; });
+    for (const FolderEntry& entry : entries) {
+        const Text name = FromFileName(entry.name);
+        if (!entry.isFolder && !name.starts_with(u'.') && name.starts_with(prefix)) names.push_back(name);
+    }
     return names;
 }
 
 } // namespace
 
-// Folder and session
-
-bool modAutoRecover::EnsureFolder(const Text& path, bool create)
+Text SessionDigits(uint32_t session)
 {
-    if (IsFolder(ports_.states, path)) return true;
-    if (!create) return false;
-    MakeFolder(ports_.files, path, true);
-    return IsFolder(ports_.states, path);
+    return PadLeft(Hex(static_cast<int32_t>(session)), kSessionDigits);
 }
+
+Text AutoSaveName(uint32_t session, int32_t number)
+{
+    return SessionDigits(session) + u"." + PadLeft(Decimal(number), kNumberDigits);
+}
+
+std::optional<uint32_t> SessionOfName(TextView name)
+{
+    uint64_t number = 0;
+    for (char16_t c : name.substr(0, name.find(u'.'))) {
+        const int32_t digit = DigitOf(c);
+        if (digit < 0) break;
+        number = number * 16 + static_cast<uint64_t>(digit);
+        if (number > UINT32_MAX) return std::nullopt;
+    }
+    return static_cast<uint32_t>(number);
+}
+
+bool WriteAutoSaveCopy(const FileSaver& saver, TextView path, TextView itemId, TextView text)
+{
+    return OrDefault(
+        [&] {
+            Text content;
+            content.reserve(itemId.size() + text.size() + 2);
+            content.append(itemId).append(u"\r\n").append(text);
+            return WriteTextFile(saver, path, content, EncodingFor(content), true);
+        },
+        false);
+}
+
+std::optional<Text> ReadAutoSaveCopy(TextView path)
+{
+    return OrDefault(
+        [&] {
+            int32_t encoding = file_encoding::kDetect;
+            return std::optional<Text>(ReadTextFile(path, encoding, false));
+        },
+        std::optional<Text>());
+}
+
+// Folder and session
 
 bool modAutoRecover::FindAutoRecoverFolder(bool create)
 {
-    const Text& data = ports_.localData;
-    if (data.empty()) return false;
-    if (create) {
-        for (size_t slash = data.find(u'/', 1); slash != Text::npos; slash = data.find(u'/', slash + 1))
-            EnsureFolder(data.substr(0, slash), true);
-    }
-    if (!EnsureFolder(data, create)) return false;
-    Text folder = data;
-    for (TextView part : kFolders) {
-        folder += part;
-        if (!EnsureFolder(folder, create)) return false;
-    }
-    if (!EnsureSession(folder)) return false;
+    if (ports_.localData.empty()) return false;
+    const Text folder = ports_.localData + Text(kFolder);
+    if (create) MakeFolders(ToFileName(folder));
+    if (!IsFolderName(folder) || !EnsureSession(folder)) return false;
     AutoRecoverFolder_ = folder;
     return true;
 }
@@ -63,7 +124,7 @@ bool modAutoRecover::EnsureSession(const Text& folder)
 {
     if (session_ != 0) return true;
     std::vector<uint32_t> used;
-    for (const Text& name : NamesIn(ports_.files, folder, kAllFiles))
+    for (const Text& name : NamesIn(folder))
         if (std::optional<uint32_t> session = SessionOfName(name)) used.push_back(*session);
     session_ =
         ports_.token.Take([&](uint32_t number) { return std::find(used.begin(), used.end(), number) != used.end(); });
@@ -75,7 +136,7 @@ bool modAutoRecover::EnsureSession(const Text& folder)
 bool modAutoRecover::AutoSaveDocuments()
 {
     if (!AutoRecover()) return false;
-    const bool found = !AutoRecoverFolder_.empty() && IsFolder(ports_.states, AutoRecoverFolder_);
+    const bool found = !AutoRecoverFolder_.empty() && IsFolderName(AutoRecoverFolder_);
     if (!found && !FindAutoRecoverFolder(true)) return false;
     int32_t count = 0;
     for (const auto& document : ports_.documents.openDocuments.All()) {
@@ -89,7 +150,7 @@ bool modAutoRecover::SaveDocument(mvDocument& document)
     if (document.AutoRecoverFile().empty()) document.SetAutoRecoverFile(NameFor(document));
     // Not by the document's own getter, which would bring a hidden window up.
     const Text text = NormalizeLineEnds(document.View()->txtText().GetText());
-    return WriteAutoSaveCopy(ports_.files, PathOf(document.AutoRecoverFile()), document.ItemID(), text);
+    return WriteAutoSaveCopy(ports_.saver, PathOf(document.AutoRecoverFile()), document.ItemID(), text);
 }
 
 Text modAutoRecover::NameFor(const mvDocument& document)
@@ -105,7 +166,7 @@ Text modAutoRecover::NameFor(const mvDocument& document)
 /// By another document, too, whose copy could not be written yet: the two would overwrite each other's later.
 bool modAutoRecover::IsTaken(const mvDocument& document, TextView name)
 {
-    if (PathExists(ports_.states, PathOf(name))) return true;
+    if (Exists(PathOf(name))) return true;
     const auto all = ports_.documents.openDocuments.All();
     return std::any_of(all.begin(), all.end(),
                        [&](const auto& other) { return other.get() != &document && other->AutoRecoverFile() == name; });
@@ -133,9 +194,8 @@ void modAutoRecover::EndAutoSaveSession()
 void modAutoRecover::DeleteAutoSaveFiles(bool all)
 {
     if (!FindAutoRecoverFolder(false)) return;
-    const Text pattern = all ? Text(kAllFiles) : SessionDigits(session_) + u".*";
-    for (const Text& name : NamesIn(ports_.files, AutoRecoverFolder_, pattern))
-        KillFile(ports_.files, PathOf(name), true);
+    for (const Text& name : NamesIn(AutoRecoverFolder_, all ? Text() : SessionDigits(session_) + u"."))
+        KillFile(PathOf(name), true);
 }
 
 // What earlier sessions left
@@ -151,7 +211,7 @@ void modAutoRecover::CheckAutoRecover()
     if (!FindAutoRecoverFolder(false)) return;
     DynamicArray names;
     names.Parse({}, u"\r\n");
-    for (const Text& name : NamesIn(ports_.files, AutoRecoverFolder_, kAllFiles))
+    for (const Text& name : NamesIn(AutoRecoverFolder_))
         if (IsOrphan(name)) names.Append(name);
     if (names.Count() > 0 && ports_.showDialog) ports_.showDialog(AutoRecoverFolder_, names);
 }
@@ -160,8 +220,8 @@ void modAutoRecover::AdoptAutoSaveFile(TextView name)
 {
     for (int32_t number = 1; number <= kLastAutoSaveNumber; ++number) {
         const Text path = PathOf(AutoSaveName(session_, number));
-        if (PathExists(ports_.states, path)) continue;
-        ports_.files.RenameFile(PathOf(name), path);
+        if (Exists(path)) continue;
+        RenameNew(ToFileName(PathOf(name)), ToFileName(path));
         return;
     }
 }

@@ -3,20 +3,39 @@
 // longer runs has left is offered at the next start.
 
 #include "base/DynamicArray.h"
+#include "base/Text.h"
 #include "documents/DocumentServices.h"
-#include "platform/FileStates.h"
-#include "platform/FileTransfer.h"
-#include "platform/SessionToken.h"
+#include "platform/Desktop.h"
+#include "platform/posix/FileSaver.h"
 
 #include <functional>
+#include <optional>
 
 namespace nib {
 
-/// All outlive the object that gets them.
+// Names of recovery copies: the session's number in 8 hexadecimal digits, a point and a running number.
+
+/// Running numbers go from 1 to this.
+inline constexpr int32_t kLastAutoSaveNumber = 32767;
+
+Text SessionDigits(uint32_t session);
+/// At least three digits of the running number.
+Text AutoSaveName(uint32_t session, int32_t number);
+/// What stands in front of the first point, or all of a name without one, read as a hexadecimal number as far as it is
+/// one: 0 for a name that begins otherwise, nothing for a number that no session can have.
+std::optional<uint32_t> SessionOfName(TextView name);
+
+// What a recovery copy holds: the item id, a line end, and the text of the document.
+
+/// False when it could not be written; an earlier copy is then still whole.
+bool WriteAutoSaveCopy(const FileSaver& saver, TextView path, TextView itemId, TextView text);
+/// The whole of the file, exactly as it was written; nothing when it cannot be read.
+std::optional<Text> ReadAutoSaveCopy(TextView path);
+
+/// What is referred to outlives the object that gets it.
 struct AutoRecoverPorts {
     DocumentServices& documents;
-    FileTransfer& files; ///< makes new files for the user alone
-    FileStates& states;
+    FileSaver saver; ///< makes new files for the user alone
     SessionToken& token;
     Text localData; ///< the user's data folder on this machine
     /// Offers the files of these names.
@@ -49,7 +68,6 @@ public:
     const AutoRecoverPorts& Ports() const { return ports_; }
 
 private:
-    bool EnsureFolder(const Text& path, bool create);
     bool EnsureSession(const Text& folder);
     Text PathOf(TextView name) const { return AutoRecoverFolder_ + u"/" + Text(name); }
     bool SaveDocument(mvDocument& document);

@@ -1,5 +1,7 @@
 #include "persistence/settings/ColorTable.h"
 
+#include "editing/MvEdit.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -84,9 +86,15 @@ Text NameInTip(int32_t value, const SystemColors& system)
         return row ? Text(row->name) + u" (standard color) " : Text(u"custom color: ");
     }
     const ColorRow* row = FindValue(kSystemColors, IndexOf(value));
-    if (row && system.Translate(IndexOf(value))) return Text(row->name) + u" (system color) ";
+    if (row && system(IndexOf(value))) return Text(row->name) + u" (system color) ";
     return u"unknown system color " + Decimal(IndexOf(value)) + u" ";
 }
+
+constexpr TextView kSeen[] = {
+    u"FontName",     u"FontSize",      u"BackColor",     u"NormalColor", u"NormalStyle",    u"KeywordColor",
+    u"KeywordStyle", u"StringColor",   u"StringStyle",   u"LabelColor",  u"LabelStyle",     u"CommentColor",
+    u"CommentStyle", u"ReservedColor", u"ReservedStyle", u"TabSize",     u"CollapseBlocks",
+};
 
 } // namespace
 
@@ -96,7 +104,7 @@ std::vector<ColorRow> ColorRows(const SystemColors& system)
     rows.insert(rows.end(), std::begin(kStandardColors), std::end(kStandardColors));
     rows.push_back({u"System Colors", color_row::kSystemHeading});
     for (const ColorRow& row : kSystemColors)
-        if (system.Translate(row.value)) rows.push_back({row.name, SystemValue(row.value)});
+        if (system(row.value)) rows.push_back({row.name, SystemValue(row.value)});
     rows.push_back({u"Custom Color >>", color_row::kCustom});
     return rows;
 }
@@ -110,12 +118,24 @@ size_t RowOfColor(const std::vector<ColorRow>& rows, int32_t value)
 
 int32_t ResolveColor(int32_t value, const SystemColors& system)
 {
-    return IsSystem(value) ? system.Translate(IndexOf(value)).value_or(0) : value & 0xFFFFFF;
+    return IsSystem(value) ? system(IndexOf(value)).value_or(0) : value & 0xFFFFFF;
 }
 
 Text ColorTip(int32_t value, const SystemColors& system)
 {
     return NameInTip(value, system) + Components(ResolveColor(value, system));
+}
+
+void ShowOnSample(const MvEdit& settings, MvEdit& sample)
+{
+    for (TextView name : kSeen) CopySetting(SettingNamed(name), settings, sample);
+}
+
+MvEdit SampleSettings()
+{
+    MvEdit sample;
+    sample.Keywords.SetKeywordList(keyword_class::kUser, u" ", kSampleUserWords);
+    return sample;
 }
 
 } // namespace nib

@@ -2,19 +2,16 @@
 // The colours that have names. A value is 0x00BBGGRR, or 0x80000000 plus the index of a system colour.
 
 #include "base/Text.h"
+#include "editing/MvEdit.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
 namespace nib {
 
-/// The desktop's own colours.
-class SystemColors {
-public:
-    virtual ~SystemColors() = default;
-    /// 0x00BBGGRR; nothing for a colour that the desktop does not know.
-    virtual std::optional<int32_t> Translate(int32_t index) const = 0;
-};
+/// 0x00BBGGRR of one of the desktop's own colours by its index; nothing for one that the desktop does not know.
+using SystemColors = std::function<std::optional<int32_t>(int32_t)>;
 
 /// What a row of the list of colours does when it is no colour.
 namespace color_row {
@@ -41,5 +38,28 @@ size_t RowOfColor(const std::vector<ColorRow>& rows, int32_t value);
 int32_t ResolveColor(int32_t value, const SystemColors& system);
 /// Name and components, for the tool tip of a colour's preview.
 Text ColorTip(int32_t value, const SystemColors& system);
+
+// What the settings dialog shows the colours on: a short program with one of each kind of token.
+
+inline constexpr TextView kSampleProgram = u"* Prices of all open orders\r\n"
+                                           u"SUBROUTINE PRICE.LIST(ORDERS, TOTAL)\r\n"
+                                           u"TOTAL = 0\r\n"
+                                           u"NEXT.ORDER:\r\n"
+                                           u"LOOP\r\n"
+                                           u"   REMOVE ID FROM ORDERS SETTING MORE\r\n"
+                                           u"UNTIL ID = '' DO\r\n"
+                                           u"   IF ID # \"CLOSED\" THEN TOTAL = TOTAL + 12.50 ; * net\r\n"
+                                           u"REPEAT\r\n"
+                                           u"IF MORE THEN GOTO NEXT.ORDER\r\n"
+                                           u"RETURN";
+
+/// Words of a user, who may have none yet.
+inline constexpr TextView kSampleUserWords = u"REMOVE FROM SETTING RETURN";
+
+/// Puts on the sample's own settings what can be seen of `settings`. Its keywords and its highlighting stay, so that
+/// every colour shows.
+void ShowOnSample(const MvEdit& settings, MvEdit& sample);
+/// Settings that the sample begins with.
+MvEdit SampleSettings();
 
 } // namespace nib

@@ -1,18 +1,241 @@
 #include "persistence/settings/frmSettings.h"
 
-#include "persistence/settings/frmSettingsGeneral.h"
+#include "persistence/settings/frmSettingsFields.h"
 #include "persistence/settings/frmSettingsHighlight.h"
 #include "persistence/settings/frmSettingsKeywords.h"
-#include "persistence/settings/frmSettingsTools.h"
 #include "platform/qt/QtText.h"
 
+#include <QCheckBox>
 #include <QDialogButtonBox>
+#include <QFontDialog>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace nib {
+
+namespace {
+
+/// The order of the check boxes, column by column.
+constexpr TextView kChecks[] = {u"chkLineWrap",      u"chkHighlight",     u"chkCollapseBlocks",
+                                u"chkCaseSensitive", u"chkColorPrinting", u"chkAutoRecover",
+                                u"chkLocking",       u"chkLargeIcons",    u"chkMinMaxClose"};
+constexpr int kRows = 5;
+
+const SettingSwitch& SwitchNamed(TextView name)
+{
+    return *std::find_if(std::begin(kSettingSwitches), std::end(kSettingSwitches),
+                         [&](const SettingSwitch& row) { return row.name == name; });
+}
+
+constexpr int kPrefixChars = 8;
+
+/// A line of text that goes into a setting as it is typed.
+QLineEdit* BuildLine(const Text& present, std::function<void(const QString&)> typed)
+{
+    auto* line = new QLineEdit(ToQString(present));
+    QObject::connect(line, &QLineEdit::textEdited, line, std::move(typed));
+    return line;
+}
+
+} // namespace
+
+GeneralPage::GeneralPage(SettingsModel& model, std::function<void()> changed)
+    : model_(model), changed_(std::move(changed))
+{
+    auto* column = new QVBoxLayout(this);
+    auto* hostConfig = AddCheck(u"chkHostConfig", model_.LoadsHostConfig(),
+                                [this](QCheckBox& box, bool on) { box.setChecked(model_.ChangeHostConfig(on)); });
+    column->addWidget(hostConfig);
+
+    auto* files = new QHBoxLayout;
+    auto* recent = new NumberField(model_.RecentLimit(), model_.RecentCapacity());
+    files->addWidget(LabelFor(model_, u"txtRecentFiles", *recent));
+    files->addWidget(recent);
+    files->addStretch(1);
+    column->addLayout(files);
+    connect(recent, &QSpinBox::valueChanged, this, [this](int value) { model_.SetRecentCapacity(value); });
+
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(fontMetrics().averageCharWidth() * 3);
+    int place = 0;
+    for (TextView name : kChecks) {
+        QCheckBox* box = nullptr;
+        if (name == u"chkMinMaxClose") {
+            box = AddCheck(name, model_.Clone().MinMaxClose,
+                           [this](QCheckBox& self, bool on) { self.setChecked(model_.ChangeMinMaxClose(on)); });
+        } else if (name == u"chkCaseSensitive") {
+            box = AddCheck(name, model_.Clone().Keywords.CaseSensitive(),
+                           [this](QCheckBox&, bool on) { model_.Clone().Keywords.SetCaseSensitive(on); });
+            chkCaseSensitive_ = box;
+        } else {
+            bool MvEdit::*member = SwitchNamed(name).member;
+            box = AddCheck(name, model_.Clone().*member, [this, member](QCheckBox&, bool on) {
+                model_.Clone().*member = on;
+                changed_();
+            });
+        }
+        grid->addWidget(box, place % kRows, place / kRows);
+        ++place;
+    }
+    grid->setColumnStretch(1, 1);
+    column->addLayout(grid);
+    column->addWidget(BuildFont());
+    column->addStretch(1);
+}
+
+QCheckBox* GeneralPage::AddCheck(TextView name, bool state, std::function<void(QCheckBox&, bool)> clicked)
+{
+    auto* box = new QCheckBox;
+    CaptionButton(model_, name, *box);
+    box->setChecked(state);
+    // Heard when the user clicks alone, not when the box is put back.
+    connect(box, &QCheckBox::clicked, this, [box, heard = std::move(clicked)](bool on) { heard(*box, on); });
+    return box;
+}
+
+QGroupBox* GeneralPage::BuildFont()
+{
+    auto* frame = new QGroupBox(tr("Font"));
+    auto* grid = new QGridLayout(frame);
+    lblFontName_ = new QLabel;
+    lblFontName_->setObjectName(QStringLiteral("lblFontName"));
+    lblFontName_->setTextFormat(Qt::PlainText);
+    lblFontSize_ = new QLabel;
+    lblFontSize_->setObjectName(QStringLiteral("lblFontSize"));
+    auto* change = new QPushButton;
+    CaptionButton(model_, u"cmdChangeFont", *change);
+    change->setAutoDefault(false);
+    connect(change, &QPushButton::clicked, this, &GeneralPage::ChooseFont);
+    bool MvEdit::*member = SwitchNamed(u"chkMonospace").member;
+    auto* monospace = AddCheck(u"chkMonospace", model_.Clone().*member,
+                               [this, member](QCheckBox&, bool on) { model_.Clone().*member = on; });
+    grid->addWidget(lblFontName_, 0, 0);
+    grid->addWidget(lblFontSize_, 0, 1);
+    grid->addWidget(change, 0, 2);
+    grid->addWidget(monospace, 1, 0, 1, 3);
+    grid->setColumnStretch(0, 1);
+    ShowFont();
+    return frame;
+}
+
+void GeneralPage::ChooseFont()
+{
+    MvEdit& settings = model_.Clone();
+    QFont font(ToQString(settings.FontName));
+    if (double points = ToQString(settings.FontSize).toDouble(); points >= 1) font.setPointSizeF(points);
+    QFontDialog::FontDialogOptions options;
+    // Some desktops list fonts their own way and leave the filter aside.
+    if (settings.FontMono) options = QFontDialog::MonospacedFonts | QFontDialog::DontUseNativeDialog;
+    bool chosen = false;
+    font = QFontDialog::getFont(&chosen, font, this, tr("Font"), options);
+    if (!chosen) return;
+    settings.FontName = ToText(font.family());
+    settings.FontSize = ToText(QString::number(font.pointSizeF()));
+    ShowFont();
+    changed_();
+}
+
+void GeneralPage::ShowFont()
+{
+    const MvEdit& settings = model_.Clone();
+    lblFontName_->setText(ToQString(settings.FontName));
+    lblFontSize_->setText(ToQString(settings.FontSize));
+    lblFontName_->setAccessibleName(tr("Font name") + QLatin1String(": ") + lblFontName_->text());
+    lblFontSize_->setAccessibleName(tr("Font size") + QLatin1String(": ") + lblFontSize_->text());
+}
+
+void GeneralPage::Refresh()
+{
+    chkCaseSensitive_->setChecked(model_.Clone().Keywords.CaseSensitive());
+}
+
+ToolsPage::ToolsPage(SettingsModel& model, std::function<void()> changed) : model_(model), changed_(std::move(changed))
+{
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(BuildOptions(model_, u"optEOD", kSearchEodChoices, model_.Clone().SearchEOD,
+                                   [this](int32_t id) { model_.Clone().SearchEOD = static_cast<int16_t>(id); }));
+    column->addWidget(BuildCompile());
+    column->addWidget(BuildFormat());
+    column->addWidget(BuildUserComment());
+    column->addStretch(1);
+}
+
+QGroupBox* ToolsPage::BuildCompile()
+{
+    auto* frame = new QGroupBox(QStringLiteral("Compile"));
+    auto* inner = new QGroupBox(QStringLiteral("BASIC"));
+    inner->setAccessibleName(inner->title()); // Qt would call it by the frame's
+    (new QVBoxLayout(frame))->addWidget(inner);
+    auto* form = new QFormLayout(inner);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    auto add = [&](TextView name, Text MvEdit::*member) {
+        QLineEdit* line = BuildLine(model_.Clone().*member,
+                                    [this, member](const QString& text) { model_.Clone().*member = ToText(text); });
+        form->addRow(LabelFor(model_, name, *line), line);
+    };
+    add(u"txtCommand", &MvEdit::CompileCommand);
+    add(u"txtOptions", &MvEdit::CompileOptions);
+    return frame;
+}
+
+QGroupBox* ToolsPage::BuildFormat()
+{
+    auto* frame = new QGroupBox(tr("Format"));
+    auto* column = new QVBoxLayout(frame);
+    auto* row = new QHBoxLayout;
+    auto add = [&](TextView name, int16_t MvEdit::*member) {
+        QSpinBox* field = BuildNumber(member);
+        row->addWidget(LabelFor(model_, name, *field));
+        row->addWidget(field);
+        row->addSpacing(fontMetrics().averageCharWidth() * 3);
+    };
+    add(u"txtTabSize", &MvEdit::TabSize);
+    add(u"txtMargin", &MvEdit::Margin);
+    row->addStretch(1);
+    column->addLayout(row);
+    auto* indents = new QHBoxLayout;
+    indents->addWidget(BuildIndent(u"optIndentStar", &MvEdit::IndentStar));
+    indents->addWidget(BuildIndent(u"optIndentBang", &MvEdit::IndentBang));
+    column->addLayout(indents);
+    return frame;
+}
+
+QGroupBox* ToolsPage::BuildUserComment()
+{
+    auto* frame = new QGroupBox(QStringLiteral("User-defined comment"));
+    auto* row = new QHBoxLayout(frame);
+    QLineEdit* prefix =
+        BuildLine(model_.UserPrefix(), [this](const QString& text) { model_.SetUserPrefix(ViewOf(text)); });
+    prefix->setMaximumWidth(prefix->fontMetrics().averageCharWidth() * (kPrefixChars + 4));
+    row->addWidget(LabelFor(model_, u"txtUserPrefix", *prefix));
+    row->addWidget(prefix);
+    row->addWidget(BuildIndent(u"optIndentUser", &MvEdit::IndentUserComment), 1);
+    return frame;
+}
+
+QGroupBox* ToolsPage::BuildIndent(TextView name, int16_t MvEdit::*member)
+{
+    return BuildOptions(model_, name, kIndentChoices, model_.Clone().*member,
+                        [this, member](int32_t id) { model_.Clone().*member = static_cast<int16_t>(id); });
+}
+
+QSpinBox* ToolsPage::BuildNumber(int16_t MvEdit::*member)
+{
+    auto* field = new NumberField(kMostInField, model_.Clone().*member);
+    connect(field, &QSpinBox::valueChanged, this, [this, member](int value) {
+        model_.Clone().*member = static_cast<int16_t>(value);
+        changed_();
+    });
+    return field;
+}
 
 bool frmSettings::ShowSettings(SettingsModel& model, QWidget* owner, int32_t page)
 {

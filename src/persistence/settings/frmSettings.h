@@ -5,13 +5,57 @@
 
 #include <QCoreApplication>
 #include <QDialog>
+#include <QWidget>
 
+#include <functional>
+
+class QBoxLayout;
+class QCheckBox;
+class QGroupBox;
 class QLabel;
+class QSpinBox;
 class QTabWidget;
 
 namespace nib {
 
-class GeneralPage;
+class GeneralPage final : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(frmSettings)
+public:
+    /// `changed` hears of what can be seen in the preview. The model outlives the page.
+    GeneralPage(SettingsModel& model, std::function<void()> changed);
+    /// Shows what an import may have changed.
+    void Refresh();
+
+private:
+    QCheckBox* AddCheck(TextView name, bool state, std::function<void(QCheckBox&, bool)> clicked);
+    QGroupBox* BuildFont();
+    void ChooseFont();
+    void ShowFont();
+
+    SettingsModel& model_;
+    std::function<void()> changed_;
+    QCheckBox* chkCaseSensitive_ = nullptr;
+    QLabel* lblFontName_ = nullptr;
+    QLabel* lblFontSize_ = nullptr;
+};
+
+class ToolsPage final : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(frmSettings)
+public:
+    /// `changed` hears of what can be seen in the preview. The model outlives the page.
+    ToolsPage(SettingsModel& model, std::function<void()> changed);
+
+private:
+    QGroupBox* BuildCompile();
+    QGroupBox* BuildFormat();
+    QGroupBox* BuildUserComment();
+    QGroupBox* BuildIndent(TextView name, int16_t MvEdit::*member);
+    QSpinBox* BuildNumber(int16_t MvEdit::*member);
+
+    SettingsModel& model_;
+    std::function<void()> changed_;
+};
+
 class HighlightPage;
 class KeywordsPage;
 

@@ -1,6 +1,12 @@
 #pragma once
+#include "editing/LexClass.h"
+#include "editing/MvEdit.h"
 #include "persistence/settings/SettingsModel.h"
+#include "platform/qt/QtDesktop.h"
+#include "text/SourceDocument.h"
 
+#include <QCoreApplication>
+#include <QFrame>
 #include <QWidget>
 
 #include <functional>
@@ -10,6 +16,24 @@ class QCheckBox;
 class QGridLayout;
 
 namespace nib {
+
+class SourceViewWidget;
+
+/// A sample program in the colours being chosen; it is for looking at alone.
+class StylePreview final : public QFrame {
+    Q_DECLARE_TR_FUNCTIONS(frmSettings)
+public:
+    StylePreview();
+    ~StylePreview() override;
+    void Show(const MvEdit& settings);
+
+private:
+    MvEdit sample_;
+    LexClass lexer_;
+    SourceDocument buffer_;
+    QtClipboard clipboard_;
+    std::unique_ptr<SourceViewWidget> view_;
+};
 
 class ColorCombo;
 class StylePreview;

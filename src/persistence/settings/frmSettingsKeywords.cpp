@@ -16,6 +16,13 @@
 
 namespace nib {
 
+namespace {
+
+constexpr int kListChars = 24;
+constexpr int kStepIn = 3;
+
+} // namespace
+
 /// The rows as Qt's views want them: asked for what is in sight alone, however many there are.
 class KeywordListModel final : public QAbstractListModel {
 public:
@@ -57,11 +64,6 @@ public:
 private:
     KeywordRows rows_;
 };
-
-namespace {
-constexpr int kListChars = 24;
-constexpr int kStepIn = 3;
-} // namespace
 
 KeywordsPage::KeywordsPage(SettingsModel& model, std::function<void()> imported)
     : model_(model), imported_(std::move(imported)), words_(std::make_unique<KeywordListModel>())

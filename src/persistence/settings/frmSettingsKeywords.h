@@ -1,5 +1,4 @@
 #pragma once
-#include "persistence/settings/KeywordRows.h"
 #include "persistence/settings/SettingsModel.h"
 
 #include <QCoreApplication>

@@ -8,37 +8,24 @@
 
 namespace nib {
 
-QtSettingsHive::QtSettingsHive(const ProfileDisk& disk, Text path) : file_(disk, std::move(path))
+QtSettingsHive::QtSettingsHive(const ProfileDisk& disk, Text path)
+    : HiveFile(disk, std::move(path), [this] {
+          if (QCoreApplication::instance() && !timer_.isActive()) timer_.start();
+      })
 {
-    flush_.setSingleShot(true);
-    flush_.setInterval(0);
-    flush_.callOnTimeout([this] { Flush(); });
+    timer_.setSingleShot(true);
+    timer_.setInterval(0);
+    timer_.callOnTimeout([this] { IgnoringErrors([this] { Flush(); }); });
 }
 
 QtSettingsHive::~QtSettingsHive()
 {
-    Flush();
+    IgnoringErrors([this] { Flush(); });
 }
 
 Text QtSettingsHive::DefaultPath()
 {
     return ToText(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)) + u"/Orlin/hive.conf";
-}
-
-std::optional<SettingsHive::String> QtSettingsHive::Get(TextView keyPath, TextView valueName)
-{
-    return file_.Get(keyPath, valueName);
-}
-
-void QtSettingsHive::Set(TextView keyPath, TextView valueName, TextView text)
-{
-    file_.Set(keyPath, valueName, text);
-    if (QCoreApplication::instance() && !flush_.isActive()) flush_.start();
-}
-
-bool QtSettingsHive::Flush()
-{
-    return OrDefault([this] { return file_.Flush(); }, false);
 }
 
 } // namespace nib

@@ -1,17 +1,18 @@
 #include "platform/posix/FileContent.h"
 
-#include "platform/posix/Descriptor.h"
 #include "platform/posix/FileName.h"
-#include "platform/posix/SystemError.h"
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 
 #include <fcntl.h>
 
 namespace nib {
 
 namespace {
+
+constexpr size_t kMostDetails = 1000;
 
 [[noreturn]] void Refuse(const std::string& path, int error)
 {
@@ -26,6 +27,17 @@ void CheckSize(const std::string& path, size_t size, size_t limit)
 }
 
 } // namespace
+
+SystemFailure::SystemFailure(TextView whatFailed, int error)
+    : Error(error_number::kStorage, Text(whatFailed) + u": " + SystemText(error)), systemError(error)
+{
+}
+
+Text SystemText(int error)
+{
+    char buffer[256] = {};
+    return FromUtf8(strerror_r(error, buffer, sizeof buffer));
+}
 
 FileStamp StampOf(const struct stat& status)
 {
@@ -50,6 +62,26 @@ bool IsPlainFile(const std::string& path)
 {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+int ListFolder(const std::string& folder, std::vector<FolderEntry>& entries)
+{
+    std::error_code error;
+    for (std::filesystem::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
+        std::error_code unknown;
+        const bool isFolder = it->is_directory(unknown);
+        if (isFolder || it->is_regular_file(unknown)) entries.push_back({it->path().filename().string(), isFolder});
+    }
+    if (entries.size() > kMostDetails) return error.value();
+    for (FolderEntry& entry : entries) {
+        const std::string path = folder + "/" + entry.name;
+        struct stat status {};
+        if (stat(path.c_str(), &status) != 0) continue;
+        entry.size = status.st_size;
+        entry.modified = status.st_mtim.tv_sec;
+        entry.readOnly = faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0;
+    }
+    return error.value();
 }
 
 FileContent ReadWholeFile(const std::string& path, size_t limit)

@@ -1,13 +1,15 @@
 #include "platform/posix/FileName.h"
 
-#include <unicode/utf16.h>
-#include <unicode/utf8.h>
-
 #include <cerrno>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <random>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
 
 namespace nib {
 
@@ -18,6 +20,12 @@ constexpr char16_t kRawByte = 0xDC00;
 bool IsRawByte(char16_t c)
 {
     return c >= kRawByte + 0x80 && c <= kRawByte + 0xFF;
+}
+
+bool IsMode(const std::string& path, mode_t type)
+{
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IFMT) == type;
 }
 
 } // namespace
@@ -88,6 +96,16 @@ int MakeFolders(const std::string& path)
     return error == EEXIST && stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) ? 0 : error;
 }
 
+int RenameNew(const std::string& from, const std::string& to)
+{
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
+    // Not every file system can do that in one step.
+    if (errno != EINVAL && errno != ENOSYS) return errno;
+    struct stat status {};
+    if (lstat(to.c_str(), &status) == 0) return EEXIST;
+    return rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
+}
+
 std::string RandomSuffix()
 {
     static constexpr char kLetters[] = "abcdefghijklmnopqrstuvwxyz234567";
@@ -95,6 +113,37 @@ std::string RandomSuffix()
     std::string suffix;
     for (int i = 0; i < 8; ++i) suffix.push_back(kLetters[source() & 31U]);
     return suffix;
+}
+
+std::string HomeFolder()
+{
+    const char* home = getenv("HOME");
+    return home && *home == '/' ? home : "/";
+}
+
+std::string UserFolder(const char* variable, const char* below)
+{
+    const char* folder = getenv(variable);
+    return folder && *folder == '/' ? std::string(folder) : HomeFolder() + below;
+}
+
+std::string LocalDataFolder()
+{
+    return UserFolder("XDG_DATA_HOME", "/.local/share");
+}
+
+ProgramPlaces ProgramPlaces::Around(TextView programFolder)
+{
+    const std::string folder = ToFileName(programFolder);
+    ProgramPlaces places{Text(programFolder), Text(programFolder), Text(programFolder)};
+    const std::string prefix = FolderOf(folder);
+    const std::string data = prefix + "/share/nibpad71";
+    if (IsMode(folder + "/accounts", S_IFDIR) || !IsMode(data, S_IFDIR)) return places;
+    places.data = FromFileName(data);
+    const std::string site = (prefix == "/usr" ? "" : prefix) + "/etc/nibpad71";
+    // Without a switch file no folder must come into being in etc.
+    places.settings = IsMode(site + "/isolation.ini", S_IFREG) ? FromFileName(site) : places.data;
+    return places;
 }
 
 } // namespace nib

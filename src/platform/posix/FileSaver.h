@@ -1,10 +1,4 @@
 #pragma once
-// The one class that writes files that matter. The old content stays whole until the new one is safely on disk: it is
-// written to a temporary file in the same folder, brought to disk, given the old file's mode, owner, access list and
-// extended attributes, and renamed over it. A symbolic link is followed. Where a rename would lose something (other
-// names of the same file, an owner or list that cannot be set, a folder that takes no new file) the file is written in
-// place, after a copy of the old content was kept in the backup folder.
-
 #include "platform/posix/FileContent.h"
 
 #include <optional>
@@ -12,6 +6,16 @@
 #include <string_view>
 
 namespace nib {
+
+/// Gives the open file `to` the mode, owner, access control list and extended attributes of `from`. False when
+/// something of it could not be carried over, so that replacing the file would lose it.
+bool CopyTraits(int from, int to);
+
+// The one class that writes files that matter. The old content stays whole until the new one is safely on disk: it is
+// written to a temporary file in the same folder, brought to disk, given the old file's mode, owner, access list and
+// extended attributes, and renamed over it. A symbolic link is followed. Where a rename would lose something (other
+// names of the same file, an owner or list that cannot be set, a folder that takes no new file) the file is written in
+// place, after a copy of the old content was kept in the backup folder.
 
 class FileSaver {
 public:

@@ -7,6 +7,21 @@
 
 namespace nib {
 
+/// Tells the processes that descend from one start by a mark in their environment, which they inherit whatever group,
+/// session or parent they move to.
+class ProcessFamily {
+public:
+    ProcessFamily();
+
+    /// To be put into the environment of the first one.
+    const std::string& Mark() const { return mark_; }
+    /// Kills all that bear the mark. Those that appear meanwhile too.
+    void Kill() const;
+
+private:
+    std::string mark_;
+};
+
 struct ProcessRequest {
     std::vector<std::string> words; ///< the program and its arguments
     std::string folder;             ///< where it runs

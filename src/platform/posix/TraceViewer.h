@@ -1,6 +1,5 @@
 #pragma once
-#include "platform/posix/TraceBlock.h"
-#include "platform/posix/TraceSocket.h"
+#include "platform/posix/PosixTraceMailbox.h"
 
 #include <functional>
 #include <map>

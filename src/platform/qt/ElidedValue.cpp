@@ -10,9 +10,11 @@
 namespace nib {
 
 namespace {
+
 constexpr int kWidestChars = 64;
 constexpr int kNarrowestChars = 16;
 constexpr int kTextMargin = 2; // that of QLineEdit, on either side of the text
+
 } // namespace
 
 ElidedValue::ElidedValue(const QString& value, QWidget* parent) : QLineEdit(parent), value_(value)

@@ -1,14 +1,11 @@
 #include "shell/frame/FramePlacement.h"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace nib {
 
 namespace {
 
-constexpr double kTwipsPerInch = 1440;
 /// A new window leaves an eighth of the screen free on every side.
 constexpr double kDefaultOffset = 0.125;
 constexpr double kDefaultExtent = 0.75;
@@ -17,13 +14,6 @@ constexpr double kReachable = 0.9;
 /// Smaller than this no menu can be used.
 constexpr int32_t kLeastWidth = 4800;
 constexpr int32_t kLeastHeight = 3600;
-
-int32_t Saturated(double value)
-{
-    constexpr double least = std::numeric_limits<int32_t>::min();
-    constexpr double most = std::numeric_limits<int32_t>::max();
-    return static_cast<int32_t>(std::lround(std::clamp(value, least, most)));
-}
 
 int32_t Part(int32_t whole, double part)
 {
@@ -107,16 +97,6 @@ void FramePlacement::Save(SettingsStore& store, int32_t state) const
     if (state != window_state::kMinimized) store.Save(u"MainState", Decimal(state));
     for (const BoundsRow& row : kBounds) store.Save(row.name, Decimal(bounds_.*row.member));
     for (const BandRow& row : kBands) store.Save(row.name, this->*row.member ? u"True" : u"False");
-}
-
-int32_t PixelsToTwips(int32_t pixels, double dotsPerInch)
-{
-    return dotsPerInch > 0 ? Saturated(pixels * kTwipsPerInch / dotsPerInch) : 0;
-}
-
-int32_t TwipsToPixels(int32_t twips, double dotsPerInch)
-{
-    return Saturated(twips * dotsPerInch / kTwipsPerInch);
 }
 
 } // namespace nib

@@ -1,7 +1,8 @@
 #pragma once
 // Where the frame stood when the program last ended, and whether that is still a place to stand. All measures are
-// twips, 1440 to the logical inch, so that the stored values mean the same on every screen.
+// twips.
 
+#include "base/Twips.h"
 #include "persistence/store/SettingsStore.h"
 #include "shell/WindowOperations.h"
 
@@ -44,9 +45,5 @@ private:
 
 /// Fits stored bounds, which may be anything, to the desktop.
 FrameBounds FitToDesktop(FrameBounds bounds, const Desktop& desktop);
-
-/// Measures that do not fit the type become its ends.
-int32_t PixelsToTwips(int32_t pixels, double dotsPerInch);
-int32_t TwipsToPixels(int32_t twips, double dotsPerInch);
 
 } // namespace nib

@@ -1,7 +1,7 @@
 #include "shell/help/QtHelpWindow.h"
 
+#include "platform/qt/ElidedValue.h"
 #include "platform/qt/QtText.h"
-#include "platform/qt/ScreenFit.h"
 #include "shell/help/HelpContents.h"
 #include "text/widget/ScreenColors.h"
 

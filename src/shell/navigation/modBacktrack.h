@@ -1,7 +1,7 @@
 #pragma once
 // Where the caret has been, across documents: what the commands Back and Forward walk through.
 
-#include "platform/Clock.h"
+#include "platform/Desktop.h"
 
 #include <array>
 #include <optional>

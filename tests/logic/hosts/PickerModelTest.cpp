@@ -2,9 +2,8 @@
 #include "fakes/Patience.h"
 
 #include "fakes/FakeBrowser.h"
-#include "hosts/PlaceName.h"
-#include "hosts/picker/PlaceTree.h"
-#include "hosts/picker/TypedNames.h"
+#include "hosts/mvConnect.h"
+#include "hosts/picker/PickerList.h"
 
 #include <gtest/gtest.h>
 

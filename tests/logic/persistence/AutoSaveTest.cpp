@@ -2,8 +2,7 @@
 
 #include "base/Marks.h"
 #include "fakes/TestRecovery.h"
-#include "persistence/recovery/AutoSaveCopy.h"
-#include "persistence/recovery/AutoSaveName.h"
+#include "persistence/recovery/modAutoRecover.h"
 
 #include <sys/stat.h>
 
@@ -42,10 +41,7 @@ mode_t ModeOf(const std::string& path)
 class AutoSaveTest : public RecoveryTest {
 protected:
     bool Pass() { return session->recovery.AutoSaveDocuments(); }
-    Text Copy(const std::string& name)
-    {
-        return ReadAutoSaveCopy(session->files, FromUtf8(Place() + "/" + name)).value_or(u"(none)");
-    }
+    Text Copy(const std::string& name) { return ReadAutoSaveCopy(FromUtf8(Place() + "/" + name)).value_or(u"(none)"); }
 };
 
 TEST_F(AutoSaveTest, ChangedDocumentsAreCopiedAsTheyStand)
@@ -125,7 +121,7 @@ TEST_F(AutoSaveTest, FailuresAreSilentAndCostNoCopy)
 {
     mvDocument& document = session->Changed(u"one");
     EXPECT_TRUE(Pass());
-    session->files.failing = true;
+    auto full = std::make_unique<FullDisk>();
     session->t.View(document).txtText().SetText(u"changed");
     EXPECT_FALSE(Pass());
     EXPECT_EQ(session->recovery.HoldAutoSaveGuard(), 0);
@@ -133,7 +129,7 @@ TEST_F(AutoSaveTest, FailuresAreSilentAndCostNoCopy)
     mvDocument& second = session->Changed(u"two");
     mvDocument& third = session->Changed(u"three");
     EXPECT_FALSE(Pass());
-    session->files.failing = false;
+    full.reset();
     EXPECT_TRUE(Pass());
     EXPECT_NE(second.AutoRecoverFile(), third.AutoRecoverFile()) << "though neither had a file when it got its name";
     std::filesystem::remove_all(Place());

@@ -8,17 +8,15 @@ namespace nib::test {
 namespace {
 
 /// All that there are but the last.
-struct SomeColors final : SystemColors {
-    std::optional<int32_t> Translate(int32_t index) const override
-    {
-        if (index < 0 || index > 29) return std::nullopt;
-        return index == 5 ? 0x030201 : 0;
-    }
-};
+std::optional<int32_t> SomeColors(int32_t index)
+{
+    if (index < 0 || index > 29) return std::nullopt;
+    return index == 5 ? 0x030201 : 0;
+}
 
 TEST(ColorTableTest, RowsAndTips)
 {
-    SomeColors system;
+    const SystemColors system = SomeColors;
     std::vector<ColorRow> rows = ColorRows(system);
     ASSERT_EQ(rows.size(), 1U + 16 + 1 + 30 + 1) << "without what the desktop does not know";
     EXPECT_EQ(rows[0].value, color_row::kStandardHeading);

@@ -1,7 +1,7 @@
 // The number of a running copy: nobody else's while it runs, free again however it ends.
 
 #include "logic/storage/TempFolder.h"
-#include "platform/posix/PosixSessionToken.h"
+#include "platform/posix/FileLocks.h"
 
 #include <gtest/gtest.h>
 

@@ -4,9 +4,8 @@
 #include "fakes/MemorySettings.h"
 #include "fakes/Patience.h"
 #include "fakes/TestProgram.h"
-#include "hosts/FileItem.h"
+#include "hosts/StoredText.h"
 #include "logic/storage/TempFolder.h"
-#include "persistence/settings/KeywordRows.h"
 #include "shell/menus/MenuBar.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,7 @@
-#include "persistence/store/HiveFile.h"
 #include "StoreFixture.h"
+#include "persistence/store/modPersistSettings.h"
 
 #include <filesystem>
-
-#include <sys/resource.h>
 
 namespace nib::test {
 
@@ -19,7 +17,7 @@ protected:
     Text Value(TextView keyPath, TextView name)
     {
         const auto value = Hive().Get(keyPath, name);
-        return value ? value->text : u"<none>";
+        return value.value_or(u"<none>");
     }
 };
 
@@ -95,22 +93,21 @@ TEST_F(HiveFileTest, ChangesOfOthersAreSeenAndKept)
         two.Set(u"K", u"b", Decimal(i));
         EXPECT_TRUE(one.Flush());
         EXPECT_TRUE(two.Flush());
-        EXPECT_EQ(two.Get(u"k", u"A")->text, Decimal(i));
-        EXPECT_EQ(one.Get(u"k", u"B")->text, Decimal(i));
+        EXPECT_EQ(two.Get(u"k", u"A"), Decimal(i));
+        EXPECT_EQ(one.Get(u"k", u"B"), Decimal(i));
     }
 }
 
 TEST_F(HiveFileTest, AHiveThatCannotBeWrittenLastsForTheRun)
 {
     folder.File("config/Orlin/hive.conf", "[K]\na=old\n");
-    InProcesses({[&] {
-        signal(SIGXFSZ, SIG_IGN);
-        const rlimit full{0, RLIM_INFINITY};
-        setrlimit(RLIMIT_FSIZE, &full);
+    {
+        const FullDisk full;
         auto hive = Hive();
         hive.Set(u"K", u"a", u"new");
-        if (hive.Flush() || hive.Get(u"K", u"a")->text != u"new") _exit(1);
-    }});
+        EXPECT_FALSE(hive.Flush());
+        EXPECT_EQ(hive.Get(u"K", u"a"), u"new");
+    }
     EXPECT_EQ(Value(u"K", u"a"), u"old");
 
     std::filesystem::remove(folder / "config/Orlin/hive.conf");
@@ -118,7 +115,7 @@ TEST_F(HiveFileTest, AHiveThatCannotBeWrittenLastsForTheRun)
     auto hive = Hive();
     hive.Set(u"K", u"a", u"new");
     EXPECT_FALSE(hive.Flush());
-    EXPECT_EQ(hive.Get(u"K", u"a")->text, u"new");
+    EXPECT_EQ(hive.Get(u"K", u"a"), u"new");
     // The way is free again: the next change takes the older ones along.
     std::filesystem::remove(folder / "config/Orlin/hive.conf");
     hive.Set(u"K", u"b", u"2");
@@ -131,10 +128,10 @@ TEST_F(HiveFileTest, WhatIsStoredAlreadyIsNotWrittenAgain)
     auto hive = Hive();
     hive.Set(u"K", u"a", u"1");
     EXPECT_TRUE(hive.Flush());
-    const FileState before = states.StateOf(Path("config/Orlin/hive.conf"));
+    const FileStamp before = StampOf(folder / "config/Orlin/hive.conf");
     hive.Set(u"K", u"a", u"1");
     EXPECT_TRUE(hive.Flush());
-    EXPECT_EQ(states.StateOf(Path("config/Orlin/hive.conf")), before);
+    EXPECT_EQ(StampOf(folder / "config/Orlin/hive.conf"), before);
 }
 
 } // namespace nib::test

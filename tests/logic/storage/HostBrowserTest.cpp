@@ -10,9 +10,9 @@ protected:
     Text Names(TextView path)
     {
         Text names;
-        for (const BrowseEntry& entry : connection->Browser().Children(path)) {
+        for (const BrowseEntry& entry : browser.Children(path)) {
             names += entry.name + (entry.isItem ? u" " : u"/ ");
-            EXPECT_EQ(connection->Browser().Parent(entry.path), path);
+            EXPECT_EQ(browser.Parent(entry.path), path);
         }
         return names;
     }
@@ -35,11 +35,11 @@ TEST_F(HostBrowserTest, LevelsFromTheConnectionDown)
     EXPECT_EQ(Names(u"mvdb:*/DEMO"), u"BP/ VOC/ ");
     EXPECT_EQ(Names(u"mvdb:*/DEMO/BP"), u"A/B INVOICE Item2 item10 ");
     EXPECT_EQ(Names(u"file:" + FromUtf8(folder / "local")), u"a/ .hidden b ");
-    EXPECT_EQ(connection->Browser().Parent(u"mvdb:*"), u"");
-    EXPECT_EQ(connection->Browser().Parent(u"file:/"), u"");
-    EXPECT_EQ(connection->Browser().Places().front().name, u"box");
-    EXPECT_EQ(connection->Browser().Places().back().path, u"file:/");
-    EXPECT_THROW(connection->Browser().Children(u"mvdb:*/NONE"), Error);
+    EXPECT_EQ(browser.Parent(u"mvdb:*"), u"");
+    EXPECT_EQ(browser.Parent(u"file:/"), u"");
+    EXPECT_EQ(browser.Places().front().name, u"box");
+    EXPECT_EQ(browser.Places().back().path, u"file:/");
+    EXPECT_THROW(browser.Children(u"mvdb:*/NONE"), Error);
 }
 
 TEST_F(HostBrowserTest, TypedNames)
@@ -71,17 +71,17 @@ TEST_F(HostBrowserTest, TypedNames)
         {local + u"/file.txt", u"b.txt", local + u"/b.txt"},
         {local, u"~/x", u"file:/home/ada/x"},
     };
-    for (const auto& row : rows) EXPECT_EQ(connection->Browser().Resolve(row.place, row.typed), row.path);
-    EXPECT_THROW(connection->Browser().Resolve(u"mvdb:*/DEMO", u"NONE X"), Error);
-    EXPECT_THROW(connection->Browser().Resolve(u"mvdb:*/DEMO", u"  "), Error);
-    EXPECT_THROW(connection->Browser().Resolve(u"", u"x"), Error);
+    for (const auto& row : rows) EXPECT_EQ(browser.Resolve(row.place, row.typed), row.path);
+    EXPECT_THROW(browser.Resolve(u"mvdb:*/DEMO", u"NONE X"), Error);
+    EXPECT_THROW(browser.Resolve(u"mvdb:*/DEMO", u"  "), Error);
+    EXPECT_THROW(browser.Resolve(u"", u"x"), Error);
 }
 
 TEST_F(HostBrowserTest, TenThousandItemsOpenAtOnce)
 {
     for (int n = 0; n < 10000; ++n) folder.File("accounts/DEMO/BIG/ITEM" + std::to_string(n), "");
     test::Patience patience("list of items");
-    EXPECT_EQ(connection->Browser().Children(u"mvdb:*/DEMO/BIG").size(), 10000U);
+    EXPECT_EQ(browser.Children(u"mvdb:*/DEMO/BIG").size(), 10000U);
 }
 
 } // namespace nib::test

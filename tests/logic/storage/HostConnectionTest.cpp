@@ -1,5 +1,5 @@
 #include "HostFixture.h"
-#include "hosts/accounts/SampleAccount.h"
+#include "hosts/accounts/AccountStore.h"
 
 #include <sys/stat.h>
 
@@ -108,8 +108,8 @@ TEST_F(HostConnectionTest, HostileIdsStayInTheirFile)
         item->WriteItem(0, 0, 0, u"text");
         EXPECT_EQ(Open(connection->ComposeHostPath(place))->ItemID(), id);
     }
-    EXPECT_EQ(connection->Browser().Children(u"mvdb:*/DEMO/BP").size(), 9U);
-    EXPECT_EQ(connection->Browser().Children(u"mvdb:*/DEMO").size(), 2U);
+    EXPECT_EQ(browser.Children(u"mvdb:*/DEMO/BP").size(), 9U);
+    EXPECT_EQ(browser.Children(u"mvdb:*/DEMO").size(), 2U);
 }
 
 TEST_F(HostConnectionTest, AChangeByOthersIsToldOnce)
@@ -147,7 +147,7 @@ TEST_F(HostConnectionTest, LocksAreTakenAtOpenAndFreedWithTheItem)
     const Text path = u"mvdb:*/DEMO/BP/INVOICE";
     auto item = Open(path, false, true);
     EXPECT_EQ(ErrorOf([&] { Open(path, false, true); }).number, error_number::kLocked);
-    EXPECT_NE(connection->Browser().LockHolder(path), u"");
+    EXPECT_NE(browser.LockHolder(path), u"");
     auto other = Open(path, true, true);
     EXPECT_TRUE(other->ReadOnly());
     EXPECT_EQ(ErrorOf([&] { other->LockItem(true); }).number, error_number::kLocked);
@@ -155,9 +155,9 @@ TEST_F(HostConnectionTest, LocksAreTakenAtOpenAndFreedWithTheItem)
     other->LockItem(true);
     other->LockItem(true);
     other.reset();
-    EXPECT_EQ(connection->Browser().LockHolder(path), u"");
+    EXPECT_EQ(browser.LockHolder(path), u"");
     item->WriteItem(0, 0, 0, u"x");
-    EXPECT_EQ(connection->Browser().Children(u"mvdb:*/DEMO").size(), 2U) << "the locks' folder is no file";
+    EXPECT_EQ(browser.Children(u"mvdb:*/DEMO").size(), 2U) << "the locks' folder is no file";
 }
 
 TEST_F(HostConnectionTest, ThePickersAnswers)

@@ -64,6 +64,8 @@ protected:
     ScriptedPicker picker;
     ScriptedBoxes boxes;
     std::unique_ptr<HostConnection> connection;
+    HostLinks links{Config(), AccountLinks({})};
+    HostBrowser browser{links};
 };
 
 } // namespace nib::test

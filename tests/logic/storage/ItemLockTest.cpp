@@ -1,6 +1,6 @@
-#include "platform/posix/ItemLock.h"
 #include "TempFolder.h"
 #include "base/Error.h"
+#include "platform/posix/FileLocks.h"
 #include "platform/posix/Process.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
-#include "hosts/PathString.h"
 #include "TempFolder.h"
 #include "base/Error.h"
-#include "hosts/FolderList.h"
-#include "hosts/accounts/CommandWords.h"
-#include "hosts/accounts/ItemName.h"
+#include "hosts/ItemBrowser.h"
+#include "hosts/accounts/AccountSession.h"
+#include "hosts/accounts/AccountStore.h"
+#include "hosts/mvConnect.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,5 @@
 #include "StoreFixture.h"
-#include "fakes/MemoryHive.h"
-#include "persistence/store/modDotToAbsPath.h"
 #include "persistence/store/modPersistSettings.h"
-#include "persistence/store/modRegFuncs.h"
 
 #include <filesystem>
 
@@ -23,7 +20,9 @@ protected:
         return modPersistSettings(hive, disk, Path("p/q"), environment);
     }
 
-    MemoryHive hive;
+    bool InHive(TextView name) { return hive.Get(kSettingsKey, name).has_value(); }
+
+    HiveFile hive{disk, Path("hive.conf")};
     Environment environment = [](TextView name) -> std::optional<Text> {
         if (name == u"HERE") return u"sub";
         if (name == u"EMPTY") return u"";
@@ -68,66 +67,12 @@ TEST(SettingsPathTest, References)
     struct Row {
         TextView text;
         TextView expanded;
-        TextView known;
     };
     const Row rows[] = {
-        {u"x%A%y%A%", u"xoneyone", u"xoneyone"}, {u"%B%%A%", u"one", u"%B%one"}, {u"100%", u"100%", u"100%"},
-        {u"%A%50%", u"one50%", u"one50%"},       {u"%%x", u"x", u"%%x"},         {u"%B", u"%B", u"%B"},
+        {u"x%A%y%A%", u"xoneyone"}, {u"%B%%A%", u"one"}, {u"100%", u"100%"},
+        {u"%A%50%", u"one50%"},     {u"%%x", u"x"},      {u"%B", u"%B"},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(ExpandEnviron(row.text, environment), row.expanded);
-        EXPECT_EQ(ExpandKnownEnviron(row.text, environment), row.known);
-    }
-}
-
-TEST(SettingsPathTest, SectionsAndKeys)
-{
-    EXPECT_EQ(modPersistSettings::KeyPathToSection(kSettingsKey), u"MultiValueEditor_Settings");
-    EXPECT_EQ(modPersistSettings::KeyPathToSection(u"Software"), u"Software");
-    EXPECT_EQ(modPersistSettings::KeyPathToSection(u"My Software\\Orlin"), u"My Software\\Orlin");
-    EXPECT_EQ(modPersistSettings::KeyPathToSection(u"a\\b\\ "), u"a\\b\\ ");
-    EXPECT_EQ(modPersistSettings::ValueNameToKey(u""), u"@");
-    EXPECT_EQ(modPersistSettings::ValueNameToKey(u"FontName"), u"FontName");
-}
-
-TEST(RegFuncsTest, WhatIsStoredAndWhatIsRead)
-{
-    struct Row {
-        Text value;
-        Text fallback;
-        Text stored;
-        Text read;
-    };
-    const Row rows[] = {
-        {u"v", u"", u"v", u"v"},
-        {u"v", u"d", u"v", u"v"},
-        {u"d", u"d", u"", u"d"},
-        {u"D", u"d", u"D", u"D"},
-        {u"", u"d", u"", u"d"},
-        {u"", u"", u"", u""},
-        {Text(5000, u'x'), u"", Text(5000, u'x'), Text(4096, u'x')},
-    };
-    for (const Row& row : rows) {
-        MemoryHive hive;
-        RegSetString(hive, u"K", u"n", row.value, row.fallback);
-        EXPECT_EQ(hive.Get(u"K", u"n")->text, row.stored);
-        EXPECT_EQ(RegGetString(hive, u"k", u"N", row.fallback, {}), row.read);
-    }
-}
-
-TEST(RegFuncsTest, ExpandableStrings)
-{
-    const Environment environment = [](TextView name) -> std::optional<Text> {
-        return name == u"A" ? std::optional<Text>(u"one") : name == u"E" ? std::optional<Text>(u"") : std::nullopt;
-    };
-    MemoryHive hive;
-    const std::pair<Text, Text> rows[] = {{u"%A%/%B%", u"one/%B%"}, {u"%E%", u"%E%"}, {u"", u"d"}};
-    for (const auto& [stored, read] : rows) {
-        hive.values[MemoryHive::Name(u"K", u"n")] = {stored, true};
-        EXPECT_EQ(RegGetString(hive, u"K", u"n", u"d", environment), read);
-    }
-    hive.Set(u"K", u"n", u"%A%");
-    EXPECT_EQ(RegGetString(hive, u"K", u"n", u"d", environment), u"%A%");
+    for (const Row& row : rows) EXPECT_EQ(ExpandEnviron(row.text, environment), row.expanded);
 }
 
 TEST_F(PersistSettingsTest, ModesOfTheSwitchFile)
@@ -138,20 +83,24 @@ TEST_F(PersistSettingsTest, ModesOfTheSwitchFile)
         {"PersistSettings=2\n", 2},
         {"persistsettings=\"2 files\"\n", 2},
         {"PersistSettings=yes\n", 0},
-        {"PersistSettings=-1\n", -1},
-        {"PersistSettings=3\n", 3},
+        {"PersistSettings=-1\n", 0},
+        {"PersistSettings=3\n", 0},
+        {"PersistSettings=65538\n", 0},
     };
+    int number = 0;
     for (const auto& [switches, mode] : rows) {
+        SCOPED_TRACE(switches);
         auto store = Store(switches);
-        store.InitPersistSettings();
-        EXPECT_EQ(store.PersistMode(), mode) << switches;
-        EXPECT_EQ(store.AppStateFile(), u"./appstate.ini");
+        const Text name = u"n" + Decimal(++number);
+        store.Save(name, u"1");
+        EXPECT_EQ(InHive(name), mode == 1);
+        EXPECT_EQ(std::filesystem::remove("./appstate.ini"), mode == 2);
+        EXPECT_EQ(store.Get(name, u""), mode == 1 ? u"1" : u"");
         EXPECT_EQ(store.UserDataDirectory(), u"./");
     }
     modPersistSettings none(hive, disk, Path("nowhere"), environment);
     none.Save(u"a", u"1");
-    EXPECT_EQ(none.PersistMode(), 1);
-    EXPECT_EQ(hive.values.size(), 1U);
+    EXPECT_TRUE(InHive(u"a"));
 }
 
 TEST_F(PersistSettingsTest, DataFolders)
@@ -187,12 +136,29 @@ TEST_F(PersistSettingsTest, DataFolders)
 
 TEST_F(PersistSettingsTest, HiveMode)
 {
+    struct Row {
+        Text value;
+        Text fallback;
+        Text stored;
+        Text read;
+    };
+    const Row rows[] = {
+        {u"v", u"", u"v", u"v"},
+        {u"v", u"d", u"v", u"v"},
+        {u"d", u"d", u"", u"d"},
+        {u"D", u"d", u"D", u"D"},
+        {u"", u"d", u"", u"d"},
+        {u"", u"", u"", u""},
+        {Text(5000, u'x'), u"", Text(5000, u'x'), Text(4096, u'x')},
+    };
     auto store = Store("");
-    store.Save(u"Font", u"Mono", u"Mono");
-    EXPECT_EQ(hive.Get(kSettingsKey, u"Font")->text, u"");
-    EXPECT_EQ(store.Get(u"Font", u"Mono"), u"Mono");
-    store.Save(u"", u"7.1");
-    EXPECT_EQ(store.Get(u"", u""), u"7.1");
+    for (TextView name : {u"Font", u""}) {
+        for (const Row& row : rows) {
+            store.Save(name, row.value, row.fallback);
+            EXPECT_EQ(hive.Get(kSettingsKey, name), row.stored);
+            EXPECT_EQ(store.Get(ToUpper(name), row.fallback), row.read);
+        }
+    }
     EXPECT_FALSE(std::filesystem::exists("appstate.ini"));
 }
 
@@ -216,7 +182,7 @@ TEST_F(PersistSettingsTest, IniMode)
     EXPECT_EQ(text, expected);
     store.Save(u"", u"");
     EXPECT_EQ(store.Get(u"", u"gone"), u"gone");
-    EXPECT_TRUE(hive.values.empty());
+    EXPECT_FALSE(InHive(u"Font") || InHive(u""));
 }
 
 TEST_F(PersistSettingsTest, NoPersistence)
@@ -226,7 +192,7 @@ TEST_F(PersistSettingsTest, NoPersistence)
     EXPECT_EQ(store.Get(u"Font", u"d"), u"d");
     EXPECT_TRUE(std::filesystem::is_directory(folder / "p/q/data"));
     EXPECT_FALSE(std::filesystem::exists(folder / "p/q/data/appstate.ini"));
-    EXPECT_TRUE(hive.values.empty());
+    EXPECT_FALSE(InHive(u"Font") || InHive(u""));
 }
 
 TEST_F(PersistSettingsTest, CopiesThatStartTogetherKeepEachOthersFirstValues)

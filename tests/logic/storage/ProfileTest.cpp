@@ -1,11 +1,9 @@
 #include "persistence/store/Profile.h"
 #include "StoreFixture.h"
-#include "persistence/store/LeadingNumber.h"
+#include "persistence/store/SettingsStore.h"
 
 #include <filesystem>
 #include <limits>
-
-#include <sys/resource.h>
 
 namespace nib::test {
 
@@ -57,7 +55,7 @@ TEST_F(ProfileTest, FindsValuesInWhateverTheFileHolds)
     for (const Row& row : rows) {
         SCOPED_TRACE(row.bytes);
         folder.File("f.ini", row.bytes);
-        EXPECT_EQ(ProfileGetString(disk, kSection, u" Key ", u"default", Path("f.ini")), row.value);
+        EXPECT_EQ(ProfileGetString(kSection, u" Key ", u"default", Path("f.ini")), row.value);
     }
 }
 
@@ -65,15 +63,13 @@ TEST_F(ProfileTest, ASecondFileAnswersForWhatTheFirstLacks)
 {
     folder.File("a.ini", "[Sec]\nempty=\nmine=1\n");
     folder.File("b.ini", "[Sec]\nempty=b\nmine=2\nonly=7 apples\n");
-    const auto get = [&](TextView key) {
-        return ProfileGetString(disk, kSection, key, u"-", Path("a.ini"), Path("b.ini"));
-    };
+    const auto get = [&](TextView key) { return ProfileGetString(kSection, key, u"-", Path("a.ini"), Path("b.ini")); };
     EXPECT_EQ(get(u"mine"), u"1");
     EXPECT_EQ(get(u"empty"), u"b");
     EXPECT_EQ(get(u"none"), u"-");
-    EXPECT_EQ(ProfileGetInt(disk, kSection, u"only", 3, Path("a.ini"), Path("b.ini")), 7);
-    EXPECT_EQ(ProfileGetInt(disk, kSection, u"none", 3, Path("a.ini"), Path("b.ini")), 3);
-    EXPECT_EQ(ProfileGetInt(disk, kSection, u"empty", 3, Path("a.ini"), Path("b.ini")), 0);
+    EXPECT_EQ(ProfileGetInt(kSection, u"only", 3, Path("a.ini"), Path("b.ini")), 7);
+    EXPECT_EQ(ProfileGetInt(kSection, u"none", 3, Path("a.ini"), Path("b.ini")), 3);
+    EXPECT_EQ(ProfileGetInt(kSection, u"empty", 3, Path("a.ini"), Path("b.ini")), 0);
 
     ProfileWriteString(disk, kSection, u"mine", u"2", u"other", Path("a.ini"), Path("b.ini"));
     ProfileWriteString(disk, kSection, u"only", u"default", u"default", Path("a.ini"), Path("b.ini"));
@@ -131,8 +127,8 @@ TEST_F(ProfileTest, NamesThatAnIniFileCannotHoldAreNotWritten)
 TEST_F(ProfileTest, LongValuesAreCut)
 {
     ProfileWriteString(disk, kSection, u"Key", Text(5000, u'1'), u"", Path("f.ini"));
-    EXPECT_EQ(ProfileGetString(disk, kSection, u"Key", u"", Path("f.ini")), Text(4095, u'1'));
-    EXPECT_EQ(ProfileGetInt(disk, kSection, u"Key", 0, Path("f.ini")), std::numeric_limits<int32_t>::max());
+    EXPECT_EQ(ProfileGetString(kSection, u"Key", u"", Path("f.ini")), Text(4095, u'1'));
+    EXPECT_EQ(ProfileGetInt(kSection, u"Key", 0, Path("f.ini")), std::numeric_limits<int32_t>::max());
 }
 
 TEST_F(ProfileTest, AFileThatCannotBeReadIsLeftAlone)
@@ -142,9 +138,9 @@ TEST_F(ProfileTest, AFileThatCannotBeReadIsLeftAlone)
     folder.Folder("folder.ini");
     for (const char* name : {"huge.ini", "folder.ini", "no/such/folder.ini"}) {
         SCOPED_TRACE(name);
-        EXPECT_EQ(ProfileGetString(disk, kSection, u"Key", u"default", Path(name)), u"default");
+        EXPECT_EQ(ProfileGetString(kSection, u"Key", u"default", Path(name)), u"default");
         ProfileWriteString(disk, kSection, u"Key", u"new", u"", Path(name));
-        EXPECT_EQ(ProfileGetString(disk, kSection, u"Key", u"default", Path(name)), u"default");
+        EXPECT_EQ(ProfileGetString(kSection, u"Key", u"default", Path(name)), u"default");
     }
     EXPECT_EQ(std::filesystem::file_size(folder / "huge.ini"), size_t{17} << 20);
 }
@@ -152,13 +148,11 @@ TEST_F(ProfileTest, AFileThatCannotBeReadIsLeftAlone)
 TEST_F(ProfileTest, AWriteThatFailsLeavesTheOldFile)
 {
     folder.File("f.ini", "[Sec]\nKey=old\n");
-    InProcesses({[&] {
-        signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{4, 4};
-        setrlimit(RLIMIT_FSIZE, &limit);
+    {
+        const FullDisk full(4);
         ProfileWriteString(disk, kSection, u"Key", u"new", u"", Path("f.ini"));
         ProfileWriteString(disk, kSection, u"Key", u"\u4E2D", u"", Path("f.ini"));
-    }});
+    }
     EXPECT_EQ(BytesOf(folder / "f.ini"), "[Sec]\nKey=old\n");
 }
 
@@ -175,16 +169,14 @@ TEST_F(ProfileTest, RunningCopiesDoNotUndoEachOther)
     }
     InProcesses(writers);
     for (const char16_t name : {u'a', u'b', u'c'})
-        for (int i = 0; i < kKeys; ++i)
-            EXPECT_EQ(ProfileGetInt(disk, kSection, name + Decimal(i), 0, Path("f.ini")), i + 1);
+        for (int i = 0; i < kKeys; ++i) EXPECT_EQ(ProfileGetInt(kSection, name + Decimal(i), 0, Path("f.ini")), i + 1);
 }
 
 TEST_F(ProfileTest, ACopyThatHangsDoesNotHoldUpTheOthers)
 {
-    const auto held = guard.HoldFile(Path("f.ini"));
-    PosixFileGuard impatient{std::chrono::milliseconds{20}};
-    ProfileWriteString({files, impatient, states}, kSection, u"Key", u"v", u"", Path("f.ini"));
-    EXPECT_EQ(ProfileGetString(disk, kSection, u"Key", u"", Path("f.ini")), u"v");
+    const FileHold held = disk.Hold(Path("f.ini"));
+    ProfileWriteString({disk.saver, std::chrono::milliseconds{20}}, kSection, u"Key", u"v", u"", Path("f.ini"));
+    EXPECT_EQ(ProfileGetString(kSection, u"Key", u"", Path("f.ini")), u"v");
 }
 
 TEST(LeadingNumberTest, Table)

@@ -1,4 +1,3 @@
-#include "platform/posix/ProgramPlaces.h"
 #include "TempFolder.h"
 #include "platform/posix/FileName.h"
 

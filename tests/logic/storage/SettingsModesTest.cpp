@@ -1,8 +1,6 @@
 #include "StoreFixture.h"
 #include "editing/MvEdit.h"
-#include "fakes/MemoryHive.h"
 #include "fakes/MemorySettings.h"
-#include "persistence/store/HiveFile.h"
 #include "persistence/store/modPersistSettings.h"
 
 #include <filesystem>

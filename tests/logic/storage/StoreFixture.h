@@ -1,9 +1,6 @@
 #pragma once
 #include "TempFolder.h"
-#include "persistence/store/ProfileDisk.h"
-#include "platform/posix/PosixFileGuard.h"
-#include "platform/posix/PosixFileStates.h"
-#include "platform/posix/PosixFileTransfer.h"
+#include "persistence/store/Profile.h"
 
 #include <gtest/gtest.h>
 
@@ -38,10 +35,7 @@ protected:
     }
 
     TempFolder folder;
-    PosixFileTransfer files{FileSaver(folder / "backups")};
-    PosixFileGuard guard{std::chrono::seconds{20}};
-    PosixFileStates states;
-    ProfileDisk disk{files, guard, states};
+    ProfileDisk disk{FileSaver(folder / "backups"), std::chrono::seconds{20}};
 };
 
 } // namespace nib::test

@@ -1,10 +1,12 @@
 #pragma once
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace nib::test {
@@ -42,6 +44,24 @@ public:
 
 private:
     std::string path_;
+};
+
+/// As long as it lives no file can be written beyond so many bytes.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t room = 0)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit full{room, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &full);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
+
+private:
+    rlimit before_{};
 };
 
 inline std::string BytesOf(const std::string& path)

@@ -1,0 +1,74 @@
+#pragma once
+#include "platform/Desktop.h"
+#include "platform/MessageBoxes.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QPointer>
+#include <QWidget>
+
+#include <map>
+#include <memory>
+
+namespace nib {
+
+class QtClipboard : public Clipboard {
+public:
+    bool HasText() const override;
+    Text GetText() const override;
+    void SetText(TextView text) override;
+    Text GetPrimary() const override;
+    void SetPrimary(TextView text) override;
+};
+
+class QtFonts : public Fonts {
+public:
+    /// The private fonts lie in the program's folder.
+    explicit QtFonts(Text programFolder) : programFolder_(std::move(programFolder)) {}
+    bool Add(TextView fileName) override;
+    void Remove(TextView fileName) override;
+    std::vector<Text> Families() const override;
+    Text ProgramFolder() const override;
+
+private:
+    Text programFolder_;
+    /// Qt's numbers of the fonts added, by file name.
+    std::map<Text, int, std::less<>> added_;
+};
+
+class QtTimers final : public Timers {
+public:
+    std::unique_ptr<Timer> Every(std::chrono::milliseconds interval, std::function<void()> ring) override;
+};
+
+/// The hour-glass over the whole program while it lives. Nests.
+class QtWaitCursor {
+public:
+    QtWaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~QtWaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+    QtWaitCursor(const QtWaitCursor&) = delete;
+    QtWaitCursor& operator=(const QtWaitCursor&) = delete;
+};
+
+/// A dialog with the elapsed time and Cancel, once a command has run for a second. It stands before all windows of the
+/// program, so that nothing can be begun meanwhile, and has them painted.
+class QtWaitNotice : public WaitNotice {
+public:
+    /// The dialog stands over `owner`.
+    explicit QtWaitNotice(QWidget* owner = nullptr);
+    ~QtWaitNotice() override;
+
+    bool Started(TextView command) override;
+    bool GoOn(std::chrono::milliseconds elapsed) override;
+    void Ended() override;
+
+private:
+    class Dialog;
+
+    QPointer<QWidget> owner_;
+    std::unique_ptr<Dialog> dialog_;
+    Text command_;
+    bool running_ = false;
+};
+
+} // namespace nib

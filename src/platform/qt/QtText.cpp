@@ -1,0 +1,71 @@
+#include "platform/qt/QtText.h"
+
+#include <QCoreApplication>
+#include <QLibraryInfo>
+
+#include <algorithm>
+#include <iterator>
+
+// Outside of any namespace: the macro declares a function of the resource compiler.
+static void LoadTranslationsResource()
+{
+    Q_INIT_RESOURCE(translations);
+}
+
+namespace nib {
+
+namespace {
+
+/// The logic knows no translator; what it says and what is not fixed is gathered here.
+constexpr const char* kTexts[] = {
+    // buttons of message boxes
+    QT_TRANSLATE_NOOP("Logic", "OK"),
+    QT_TRANSLATE_NOOP("Logic", "Cancel"),
+    QT_TRANSLATE_NOOP("Logic", "&Abort"),
+    QT_TRANSLATE_NOOP("Logic", "&Retry"),
+    QT_TRANSLATE_NOOP("Logic", "&Ignore"),
+    QT_TRANSLATE_NOOP("Logic", "&Try Again"),
+    QT_TRANSLATE_NOOP("Logic", "&Continue"),
+    // the picker
+    QT_TRANSLATE_NOOP("Logic", "&Open"),
+    QT_TRANSLATE_NOOP("Logic", "&Save"),
+    QT_TRANSLATE_NOOP("Logic", "&Export"),
+    QT_TRANSLATE_NOOP("Logic", "I&mport"),
+    QT_TRANSLATE_NOOP("Logic", "It cannot be read."),
+    QT_TRANSLATE_NOOP("Logic", "No name matches the filter."),
+    QT_TRANSLATE_NOOP("Logic", "Nothing here."),
+    QT_TRANSLATE_NOOP("Logic", "Only hidden files here."),
+    QT_TRANSLATE_NOOP("Logic", "Select one place to go into, or the items to open."),
+};
+
+/// The first of the user's languages that there is a file for. The texts in the source are English, so whoever would
+/// rather read English than a later language of the list gets it.
+void Install(QTranslator& translator, const QLocale& locale, const QString& folder, const QString& name)
+{
+    for (QString language : locale.uiLanguages()) {
+        language.replace(QLatin1Char('-'), QLatin1Char('_'));
+        if (language == QLatin1String("C") || language.section(QLatin1Char('_'), 0, 0) == QLatin1String("en")) return;
+        if (!translator.load(name + QLatin1Char('_') + language, folder)) continue;
+        QCoreApplication::installTranslator(&translator);
+        return;
+    }
+}
+
+} // namespace
+
+QString Translated(TextView text)
+{
+    const QString plain = ToQString(text);
+    const bool known = std::any_of(std::begin(kTexts), std::end(kTexts),
+                                   [&](const char* entry) { return plain == QLatin1String(entry); });
+    return known ? QCoreApplication::translate("Logic", plain.toLatin1().constData()) : plain;
+}
+
+Translations::Translations(const QLocale& locale)
+{
+    LoadTranslationsResource();
+    Install(qt_, locale, QLibraryInfo::path(QLibraryInfo::TranslationsPath), QStringLiteral("qtbase"));
+    Install(ours_, locale, QStringLiteral(":/translations"), QStringLiteral("nibpad71"));
+}
+
+} // namespace nib
