@@ -14,6 +14,8 @@ namespace nib {
 
 namespace {
 
+constexpr TextView kTitle{u"Nib"};
+
 BrowseEntry Place(TextView name, Text path)
 {
     BrowseEntry entry;
@@ -55,8 +57,6 @@ Text ResolveLocal(const Text& place, TextView typed)
     }
     return ComposeFilePath(FromFileName(AbsolutePath(folder + "/" + name)));
 }
-
-constexpr TextView kTitle{u"Nib"};
 
 } // namespace
 

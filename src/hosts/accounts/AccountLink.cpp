@@ -1,6 +1,7 @@
 #include "hosts/accounts/AccountLink.h"
 
 #include "base/Error.h"
+#include "diagnostics/Guarded.h"
 #include "hosts/ItemBrowser.h"
 #include "hosts/accounts/AccountStore.h"
 #include "hosts/mvConnect.h"
@@ -57,9 +58,14 @@ AccountItem::AccountItem(const AccountStore& store, ItemPlace place, const Text&
 
 bool AccountItem::Supports(int32_t code)
 {
-    if (!session_) return false;
-    if (code == kSupportsExecute) return session_->HasVerbs();
-    return code == kSupportsConfiguration && session_->HasConfiguration();
+    // The account may have gone meanwhile.
+    return OrDefault(
+        [&] {
+            if (!session_) return false;
+            if (code == kSupportsExecute) return session_->HasVerbs();
+            return code == kSupportsConfiguration && session_->HasConfiguration();
+        },
+        false);
 }
 
 StoredText& AccountItem::Stored()

@@ -10,6 +10,8 @@ namespace nib {
 namespace {
 
 constexpr char16_t kQuote = u'"';
+/// More names than this are counted rather than spelled out.
+constexpr size_t kMostNamesShown = 50;
 
 /// Cuts the first name off a list that does not begin with a blank.
 TextView TakeName(TextView& list)
@@ -21,9 +23,6 @@ TextView TakeName(TextView& list)
     list.remove_prefix(std::min(end + 1, list.size()));
     return name;
 }
-
-/// More names than this are counted rather than spelled out.
-constexpr size_t kMostNamesShown = 50;
 
 /// What to tell the user when `body` fails; empty when it does not.
 template <typename Body>

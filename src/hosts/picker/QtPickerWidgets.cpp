@@ -19,12 +19,12 @@ namespace nib {
 
 namespace {
 
+constexpr const char* kPathProperty = "path";
+
 bool IsMove(int key)
 {
     return key == Qt::Key_Down || key == Qt::Key_Up || key == Qt::Key_Return || key == Qt::Key_Enter;
 }
-
-constexpr const char* kPathProperty = "path";
 
 } // namespace
 

@@ -14,6 +14,7 @@ namespace {
 
 constexpr size_t kSessionDigits = 8;
 constexpr size_t kNumberDigits = 3;
+constexpr TextView kFolder = u"/Orlin/Nib/AutoRecover";
 
 Text PadLeft(Text digits, size_t width)
 {
@@ -34,8 +35,6 @@ int32_t EncodingFor(TextView text)
     const bool plain = std::all_of(text.begin(), text.end(), [](char16_t c) { return c < 0x80; });
     return plain ? file_encoding::kSingleByte : file_encoding::kUtf16;
 }
-
-constexpr TextView kFolder = u"/Orlin/Nib/AutoRecover";
 
 bool IsFolderName(TextView path)
 {

@@ -23,19 +23,19 @@ namespace nib {
 
 namespace {
 
+constexpr int kRows = 5;
+constexpr int kPrefixChars = 8;
+
 /// The order of the check boxes, column by column.
 constexpr TextView kChecks[] = {u"chkLineWrap",      u"chkHighlight",     u"chkCollapseBlocks",
                                 u"chkCaseSensitive", u"chkColorPrinting", u"chkAutoRecover",
                                 u"chkLocking",       u"chkLargeIcons",    u"chkMinMaxClose"};
-constexpr int kRows = 5;
 
 const SettingSwitch& SwitchNamed(TextView name)
 {
     return *std::find_if(std::begin(kSettingSwitches), std::end(kSettingSwitches),
                          [&](const SettingSwitch& row) { return row.name == name; });
 }
-
-constexpr int kPrefixChars = 8;
 
 /// A line of text that goes into a setting as it is typed.
 QLineEdit* BuildLine(const Text& present, std::function<void(const QString&)> typed)

@@ -11,6 +11,9 @@ namespace nib {
 
 namespace {
 
+constexpr size_t kLargestProfile = 16 << 20;
+constexpr size_t kLongestString = 4095;
+constexpr size_t kLongestNumber = 1023;
 constexpr TextView kBlanks{u" \t\r"};
 constexpr TextView kLineEnds{u"\r\n"};
 constexpr TextView kQuotes{u"\"'"};
@@ -73,10 +76,6 @@ bool IsKeyName(TextView name)
            name.front() != u';';
 }
 
-constexpr size_t kLargestProfile = 16 << 20;
-constexpr size_t kLongestString = 4095;
-constexpr size_t kLongestNumber = 1023;
-
 Text ReadOne(TextView section, TextView key, TextView file, size_t limit)
 {
     const std::optional<ProfileFile> profile = ReadProfile(file);
@@ -98,12 +97,16 @@ IniLine::IniLine(TextView line, TextView comments, bool closesLine)
 {
     const TextView trimmed = TrimBlanks(line);
     if (trimmed.empty() || comments.find(trimmed.front()) != TextView::npos) return;
-    const bool section = trimmed.front() == u'[';
-    const size_t end = section ? (closesLine ? trimmed.rfind(u']') : trimmed.find(u']')) : line.find(u'=');
-    if (end == TextView::npos || (closesLine && section && end + 1 != trimmed.size())) return;
-    kind = section ? Kind::Section : Kind::Key;
-    name = TrimBlanks(section ? trimmed.substr(1, end - 1) : line.substr(0, end));
-    if (!section) value = TrimBlanks(line.substr(end + 1));
+    if (trimmed.front() == u'[') {
+        const size_t close = closesLine ? trimmed.rfind(u']') : trimmed.find(u']');
+        if (close == TextView::npos || (closesLine && close + 1 != trimmed.size())) return;
+        kind = Kind::Section;
+        name = TrimBlanks(trimmed.substr(1, close - 1));
+    } else if (const size_t equals = line.find(u'='); equals != TextView::npos) {
+        kind = Kind::Key;
+        name = TrimBlanks(line.substr(0, equals));
+        value = TrimBlanks(line.substr(equals + 1));
+    }
 }
 
 /// A line and its place in the text.

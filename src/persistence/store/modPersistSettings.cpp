@@ -14,6 +14,15 @@ namespace nib {
 namespace {
 
 constexpr TextView kEmptyName{u"@"};
+/// Values of PersistSettings. Every other one means that nothing is kept.
+constexpr int32_t kHive = 1;
+constexpr int32_t kIniFile = 2;
+constexpr TextView kSwitchFile{u"isolation.ini"};
+constexpr TextView kSwitchSection{u"Isolation"};
+constexpr TextView kStateFile{u"appstate.ini"};
+constexpr TextView kStateSection{u"MultiValueEditor_Settings"};
+constexpr size_t kLongestHiveValue = 4096;
+
 constexpr TextView kNotInNames{u"=[];@"};
 
 bool IsEscape(TextView text)
@@ -60,15 +69,6 @@ std::optional<char16_t> Escaped(TextView text)
     if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
     return static_cast<char16_t>(unit);
 }
-
-/// Values of PersistSettings. Every other one means that nothing is kept.
-constexpr int32_t kHive = 1;
-constexpr int32_t kIniFile = 2;
-constexpr TextView kSwitchFile{u"isolation.ini"};
-constexpr TextView kSwitchSection{u"Isolation"};
-constexpr TextView kStateFile{u"appstate.ini"};
-constexpr TextView kStateSection{u"MultiValueEditor_Settings"};
-constexpr size_t kLongestHiveValue = 4096;
 
 /// Every run of "/" becomes one.
 Text CollapseSlashes(TextView path)

@@ -24,6 +24,12 @@ namespace nib {
 namespace {
 
 constexpr std::chrono::milliseconds kHoldPause{1};
+constexpr int kLockAttempts = 8;
+constexpr std::chrono::milliseconds kLockPause{2};
+constexpr size_t kLongestName = 200;
+constexpr int kNumberAttempts = 64;
+constexpr std::string_view kEnding = ".lock";
+constexpr size_t kDigits = 8;
 
 /// Where the file really is, so that all names of it lead to one lock.
 std::string RealFolder(const std::string& path)
@@ -32,10 +38,6 @@ std::string RealFolder(const std::string& path)
     const std::filesystem::path real = std::filesystem::weakly_canonical(AbsolutePath(path), error);
     return FolderOf(error ? AbsolutePath(path) : real.string());
 }
-
-constexpr int kLockAttempts = 8;
-constexpr std::chrono::milliseconds kLockPause{2};
-constexpr size_t kLongestName = 200;
 
 std::string LockFolder(const std::string& accountFolder)
 {
@@ -110,10 +112,6 @@ void MakeLockFolder(const std::string& folder, TextView display)
         RefuseUpdate(display, errno);
     }
 }
-
-constexpr int kNumberAttempts = 64;
-constexpr std::string_view kEnding = ".lock";
-constexpr size_t kDigits = 8;
 
 std::string NumberPath(const std::string& folder, uint32_t number)
 {

@@ -21,6 +21,8 @@ namespace nib {
 
 namespace {
 
+constexpr int kMostLinks = 40;
+
 struct AclFree {
     void operator()(void* acl) const { acl_free(acl); }
 };
@@ -68,8 +70,6 @@ bool CopyAttributes(int from, int to)
     }
     return true;
 }
-
-constexpr int kMostLinks = 40;
 
 [[noreturn]] void Refuse(const std::string& path, int error)
 {

@@ -23,6 +23,10 @@ namespace {
 constexpr int32_t kUsedWord = 0;
 constexpr int32_t kCapacityWord = 1;
 constexpr int32_t kFirstSlot = 2;
+constexpr int kLongestWait = 100; ///< milliseconds
+constexpr auto kBetweenTries = std::chrono::seconds(1);
+constexpr int32_t kMostClients = 251;
+constexpr int kMostLateAnswers = 100;
 
 size_t BytesFor(int32_t capacity)
 {
@@ -70,11 +74,6 @@ std::chrono::nanoseconds Now()
     clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
     return std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec);
 }
-
-constexpr int kLongestWait = 100; ///< milliseconds
-constexpr auto kBetweenTries = std::chrono::seconds(1);
-constexpr int32_t kMostClients = 251;
-constexpr int kMostLateAnswers = 100;
 
 } // namespace
 

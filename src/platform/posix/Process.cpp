@@ -26,6 +26,12 @@ namespace {
 
 /// Processes that multiply faster than they are found are left after that many rounds.
 constexpr int kRounds = 50;
+/// Between two looks at whether the program has ended or shall be stopped.
+constexpr std::chrono::milliseconds kLook{50};
+/// Between two looks as long as the end is near: the output is closed.
+constexpr std::chrono::milliseconds kShortLook{1};
+/// Taken at one go at most, so that a flood of output does not keep the looks from coming.
+constexpr int kReadsAtOnce = 64;
 
 std::string EnvironmentOf(const std::string& process)
 {
@@ -35,13 +41,6 @@ std::string EnvironmentOf(const std::string& process)
 }
 
 using Clock = std::chrono::steady_clock;
-
-/// Between two looks at whether the program has ended or shall be stopped.
-constexpr std::chrono::milliseconds kLook{50};
-/// Between two looks as long as the end is near: the output is closed.
-constexpr std::chrono::milliseconds kShortLook{1};
-/// Taken at one go at most, so that a flood of output does not keep the looks from coming.
-constexpr int kReadsAtOnce = 64;
 
 struct SpawnSetup {
     SpawnSetup()

@@ -195,7 +195,9 @@ TEST_F(AccountSessionTest, APlaceWithoutAccountHasTheDefaultOne)
     EXPECT_EQ(account(u"west"), u"OTHER") << "used last";
     EXPECT_TRUE(Open(u"mvdb:*")->Supports(kSupportsConfiguration));
     EXPECT_EQ(Open(u"mvdb:*//BP/INVOICE")->Path(), u"mvdb:*/DEMO/BP/INVOICE");
+    const auto opened = Open(u"mvdb:*");
     std::filesystem::remove_all(folder / "accounts");
+    EXPECT_FALSE(opened->Supports(kSupportsConfiguration)) << "gone while it was open, which is no failure";
     EXPECT_EQ(account(u"*"), u"");
     EXPECT_FALSE(Open(u"mvdb:*")->Supports(kSupportsExecute));
 }
