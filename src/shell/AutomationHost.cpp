@@ -3,8 +3,8 @@
 #include "base/Error.h"
 #include "shell/Commands.h"
 #include "shell/Program.h"
+#include "shell/menus/FrameKeys.h"
 #include "shell/menus/MenuModel.h"
-#include "shell/menus/modSSKeys.h"
 
 namespace nib {
 

@@ -7,7 +7,7 @@
 #include "shell/frame/DropComplaint.h"
 #include "shell/frame/frmDocument.h"
 #include "shell/frame/frmMain.h"
-#include "shell/menus/KeyboardFilter.h"
+#include "shell/menus/FrameKeys.h"
 
 #include <QApplication>
 #include <QDragEnterEvent>

@@ -7,7 +7,7 @@
 #include "hosts/FileItem.h"
 #include "logic/storage/TempFolder.h"
 #include "persistence/settings/KeywordRows.h"
-#include "shell/menus/MenuBar.h"
+#include "shell/menus/MenuModel.h"
 
 #include <gtest/gtest.h>
 
