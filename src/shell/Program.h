@@ -17,7 +17,7 @@
 #include "shell/FileCommands.h"
 #include "shell/HitTest.h"
 #include "shell/MainWindow.h"
-#include "shell/navigation/modBacktrack.h"
+#include "shell/navigation/NavigationHistory.h"
 
 namespace nib {
 

@@ -2,7 +2,7 @@
 
 #include "platform/qt/LogicTexts.h"
 #include "platform/qt/QtText.h"
-#include "shell/modMsgBoxEx.h"
+#include "shell/MessageBoxPlan.h"
 
 #include <QApplication>
 #include <QCheckBox>

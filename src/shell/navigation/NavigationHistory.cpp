@@ -1,4 +1,4 @@
-#include "shell/navigation/modBacktrack.h"
+#include "shell/navigation/NavigationHistory.h"
 
 #include "documents/mvDocument.h"
 #include "documents/mvDocuments.h"
