@@ -1,5 +1,5 @@
+#include "shell/ClickTarget.h"
 #include "shell/CommandRules.h"
-#include "shell/ContextHandlers.h"
 
 namespace nib {
 

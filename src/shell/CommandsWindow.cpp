@@ -1,5 +1,5 @@
 #include "shell/CommandRules.h"
-#include "shell/WindowOperations.h"
+#include "shell/FileCommands.h"
 
 namespace nib {
 

@@ -1,6 +1,6 @@
 #include "shell/Program.h"
 
-#include "shell/RecentEntries.h"
+#include "shell/FileCommands.h"
 
 #include <algorithm>
 

@@ -13,9 +13,9 @@
 #include "platform/Fonts.h"
 #include "platform/Timers.h"
 #include "shell/AutomationHost.h"
+#include "shell/ClickTarget.h"
 #include "shell/CommandLine.h"
 #include "shell/FileCommands.h"
-#include "shell/HitTest.h"
 #include "shell/MainWindow.h"
 #include "shell/navigation/NavigationHistory.h"
 
