@@ -1,6 +1,6 @@
-#include "shell/navigation/GotoModel.h"
 #include "documents/LabelScan.h"
 #include "fakes/TestProgram.h"
+#include "shell/navigation/Navigation.h"
 
 #include <gtest/gtest.h>
 
