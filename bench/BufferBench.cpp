@@ -2,7 +2,7 @@
 
 #include "BasicText.h"
 #include "base/Text.h"
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <benchmark/benchmark.h>
 
@@ -49,9 +49,9 @@ std::string ReadFile(const std::string& path)
     return bytes;
 }
 
-SourceBuffer& Loaded()
+SourceDocument& Loaded()
 {
-    static SourceBuffer buffer;
+    static SourceDocument buffer;
     static const bool loaded = (buffer.SetText(FromUtf8(Bytes())), true);
     benchmark::DoNotOptimize(loaded);
     return buffer;
@@ -89,7 +89,7 @@ void Load(benchmark::State& state)
 {
     FileName();
     for (auto _ : state) {
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.SetText(FromUtf8(ReadFile(FileName())));
         benchmark::DoNotOptimize(buffer.LineCount());
     }
@@ -101,7 +101,7 @@ void MemoryAfterLoad(benchmark::State& state)
         Text text = FromUtf8(Bytes());
         malloc_trim(0);
         double before = Resident();
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.SetText(text);
         double grown = Resident() - before;
         auto characters = static_cast<double>(Bytes().size() - kMillion);
@@ -114,7 +114,7 @@ void MemoryAfterLoad(benchmark::State& state)
 void InsertCharacters(benchmark::State& state)
 {
     auto lines = static_cast<int32_t>(state.range(0));
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(FromUtf8(BasicBytes(lines)));
     for (auto _ : state) {
         for (int32_t i = 0; i < 1000; ++i) buffer.InsertText({10, lines / 2 + i % 7}, u"x");
@@ -127,7 +127,7 @@ void InsertCharacters(benchmark::State& state)
 
 void InsertLineAtFront(benchmark::State& state)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(FromUtf8(BasicBytes(static_cast<int32_t>(state.range(0)))));
     for (auto _ : state) {
         buffer.InsertText({0, 0}, u"      NEW = 1\r\n");
@@ -137,7 +137,7 @@ void InsertLineAtFront(benchmark::State& state)
     }
 }
 
-int32_t CountHits(const SourceBuffer& buffer, TextView text, bool matchCase)
+int32_t CountHits(const SourceDocument& buffer, TextView text, bool matchCase)
 {
     int32_t hits = 0;
     FindHit hit;
@@ -154,7 +154,7 @@ constexpr TextView kAbsent = u"NOT.THERE.AT.ALL";
 
 void FindAll(benchmark::State& state, TextView text, bool matchCase)
 {
-    SourceBuffer& buffer = Loaded();
+    SourceDocument& buffer = Loaded();
     int32_t hits = 0;
     for (auto _ : state) benchmark::DoNotOptimize(hits = CountHits(buffer, text, matchCase));
     state.counters["hits"] = hits;
@@ -182,7 +182,7 @@ void FindAllLimit(benchmark::State& state, TextView text)
 void UndoEdits(benchmark::State& state)
 {
     constexpr int32_t kEdits = 100000;
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(FromUtf8(Bytes()));
     for (auto _ : state) {
         state.PauseTiming();
@@ -198,7 +198,7 @@ void UndoEdits(benchmark::State& state)
 
 void WholeText(benchmark::State& state)
 {
-    SourceBuffer& buffer = Loaded();
+    SourceDocument& buffer = Loaded();
     for (auto _ : state) benchmark::DoNotOptimize(buffer.GetText().data());
 }
 

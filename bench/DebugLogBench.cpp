@@ -4,7 +4,7 @@
 #include "diagnostics/modDebugLog.h"
 #include "editing/LexClass.h"
 #include "platform/posix/PosixTraceMailbox.h"
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <benchmark/benchmark.h>
 
@@ -67,7 +67,7 @@ void LexWithLog(benchmark::State& state, Log kind)
     QuietViewer quiet;
     modDebugLog channel(kind == Log::OtherCategories ? static_cast<TraceMailbox&>(quiet) : real);
     const DebugLog log(kind == Log::None ? nullptr : &channel);
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(FromUtf8(BasicBytes(100000)));
     LexClass lexer(&log);
     for (auto _ : state) {
@@ -83,7 +83,7 @@ void TypeWithLog(benchmark::State& state, Log kind)
     QuietViewer quiet;
     modDebugLog channel(kind == Log::OtherCategories ? static_cast<TraceMailbox&>(quiet) : real);
     const DebugLog log(kind == Log::None ? nullptr : &channel);
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(FromUtf8(BasicBytes(100000)));
     LexClass lexer(&log);
     buffer.SetLexer(&lexer);

@@ -3,11 +3,9 @@
 #include "BasicText.h"
 #include "editing/LexClass.h"
 #include "editing/MvEdit.h"
-#include "editing/operations/OpCommentBlock.h"
+#include "editing/operations/BlockOps.h"
 #include "editing/operations/OpFormat.h"
-#include "editing/operations/OpIndentBlock.h"
-#include "editing/operations/OpToggleCase.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <benchmark/benchmark.h>
 
@@ -40,8 +38,8 @@ struct Editor {
     LexClass lexer;
     MvEdit settings;
     NoClipboard clipboard;
-    SourceBuffer buffer;
-    SourceViewModel view{buffer, clipboard};
+    SourceDocument buffer;
+    SourceView view{buffer, clipboard};
 };
 
 /// The bench text with every line at the margin's left.

@@ -2,7 +2,7 @@
 
 #include "BasicText.h"
 #include "editing/LexClass.h"
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <benchmark/benchmark.h>
 
@@ -40,45 +40,6 @@ const clsKeywords& UserKeywords()
     return keywords;
 }
 
-/// Only the lengths and the lexer's words of the lines.
-class LinesOnly final : public SourceDocument {
-public:
-    int32_t LineCount() const override { return kMillion; }
-    Text GetLine(int32_t line) const override { return Lines()[static_cast<size_t>(line)]; }
-    int32_t LineLength(int32_t line) const override
-    {
-        return static_cast<int32_t>(Lines()[static_cast<size_t>(line)].size());
-    }
-    uint32_t GetLineData(int32_t line, LineWord) const override { return words_[static_cast<size_t>(line)]; }
-    void SetLineData(int32_t line, LineWord, uint32_t value) override { words_[static_cast<size_t>(line)] = value; }
-    Position InsertText(Position, TextView) override { return {}; }
-    void DeleteRange(Position, Position) override {}
-    int32_t UpdateLines(int32_t, int32_t) override { return 0; }
-    void NotifyChange(int32_t, int32_t, int32_t, Position) override {}
-    bool Modified() const override { return false; }
-    void SetModified(bool) override {}
-    bool CanUndo() const override { return false; }
-    bool CanRedo() const override { return false; }
-    void Undo() override {}
-    void Redo() override {}
-    void ClearUndo() override {}
-    bool Find(TextView, Position, FindOptions, FindHit&) const override { return false; }
-    void ToggleBookmark(int32_t) override {}
-    void ClearBookmarks() override {}
-    int32_t BookmarkCount() const override { return 0; }
-    int32_t FindBookmark(int32_t, bool) const override { return -1; }
-    void SetLexer(ISourceLex4*) override {}
-    void ExecuteOp(std::unique_ptr<ISourceOp>) override {}
-    void CollapseBlock(int32_t) override {}
-    void ExpandBlock(int32_t) override {}
-    void CollapseAll() override {}
-    void ExpandAll() override {}
-    bool IsHidden(int32_t) const override { return false; }
-
-private:
-    std::vector<uint32_t> words_ = std::vector<uint32_t>(kMillion + 1);
-};
-
 void LexLimit(benchmark::State& state)
 {
     std::array<uint8_t, 256> table{};
@@ -94,7 +55,8 @@ void LexLimit(benchmark::State& state)
 
 void Lex(benchmark::State& state, bool withUserKeywords)
 {
-    LinesOnly document;
+    SourceDocument document;
+    document.SetText(FromUtf8(BasicBytes(kMillion)));
     LexClass lexer;
     if (withUserKeywords) lexer.SetKeywords(UserKeywords());
     const auto& lines = Lines();
@@ -116,7 +78,7 @@ void Lex(benchmark::State& state, bool withUserKeywords)
 
 void LexInBuffer(benchmark::State& state)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(FromUtf8(BasicBytes(kMillion)));
     LexClass lexer;
     for (auto _ : state) {

@@ -5,7 +5,7 @@
 #include "platform/posix/PosixFileTransfer.h"
 #include "shell/MenuDispatcher.h"
 #include "shell/Program.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <benchmark/benchmark.h>
 
@@ -32,6 +32,7 @@ struct Silent final : mvConnection,
     Text ComposeFilePath(TextView name) const override { return nib::ComposeFilePath(name); }
     ItemPlace ParsePath(TextView path) const override { return nib::ParsePath(path); }
     int32_t Show(TextView, int32_t, TextView) override { return 1; }
+    void Beep() override {}
     // MainWindow
     void Load(Program&) override {}
     void Show() override {}
@@ -94,22 +95,18 @@ public:
     explicit View(Clipboard& clipboard) : model_(buffer_, clipboard) {}
     void Activate() override {}
     void Show() override {}
-    void Unload() override {}
+    void QueryUnload() override {}
     SourceView& txtText() override { return model_; }
+    LexClass* Lexer() override { return nullptr; }
     void SetTitle(TextView) override {}
-    void SetViewObject(mvDocument* document) override { document_ = document; }
-    mvDocument* ViewObject() const override { return document_; }
-    void SetAutoSaveFlag(bool) override {}
     bool AutoSaveFlag() const override { return false; }
-    void SetTag(TextView) override {}
-    void SetVisible(bool) override {}
-    bool Visible() const override { return true; }
+    void SetWindowState(int32_t) override {}
     int32_t WindowState() const override { return 0; }
+    bool IsActive() const override { return true; }
 
 private:
-    SourceBuffer buffer_;
-    SourceViewModel model_;
-    mvDocument* document_ = nullptr;
+    SourceDocument buffer_;
+    SourceView model_;
 };
 
 std::unique_ptr<clsDocView> Silent::CreateView(mvDocument&)

@@ -4,11 +4,10 @@
 
 #include "Peers.h"
 #include "editing/MvEdit.h"
-#include "editing/operations/OpCommentBlock.h"
+#include "editing/operations/BlockOps.h"
 #include "editing/operations/OpFormat.h"
-#include "editing/operations/OpIndentBlock.h"
 #include "search/OpReplaceAll.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 #include "text/widget/SourceViewWidget.h"
 
 #include <QAccessible>
@@ -47,7 +46,7 @@ public:
 struct OurEditor : Ours {
     using Ours::Ours;
     NoClipboard clipboard;
-    SourceViewModel view{buffer, clipboard};
+    SourceView view{buffer, clipboard};
     MvEdit settings;
 };
 
@@ -79,7 +78,7 @@ struct TextDocument {
 
 // Find all
 
-std::vector<Position> Hits(const SourceBuffer& buffer, TextView text, size_t most)
+std::vector<Position> Hits(const SourceDocument& buffer, TextView text, size_t most)
 {
     std::vector<Position> hits;
     FindHit hit;

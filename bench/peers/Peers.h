@@ -3,7 +3,7 @@
 
 #include "BasicText.h"
 #include "editing/LexClass.h"
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <Qsci/qsciscintillabase.h>
 
@@ -38,7 +38,7 @@ inline const std::string& FlatBytes()
 }
 
 struct Ours {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     LexClass lexer;
 
     explicit Ours(const std::string& bytes = Bytes())

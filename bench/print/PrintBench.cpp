@@ -10,7 +10,7 @@
 #include "printing/QtPrinting.h"
 #include "printing/QtPrintingFile.h"
 #include "printing/QtPrintingText.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -49,11 +49,11 @@ void ToPdf(benchmark::State& state, const std::function<void(const Paper&)>& dra
 
 void PrintListing(benchmark::State& state)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     LexClass lexer;
     NoClipboard clipboard;
     buffer.SetLexer(&lexer);
-    SourceViewModel view(buffer, clipboard);
+    SourceView view(buffer, clipboard);
     const DebugLog log;
     view.SetFont({u"DejaVu Sans Mono", 10});
     view.PrintTokenStyles().SetColor(6, 0x008000);

@@ -12,17 +12,16 @@ namespace nib {
 void ProgramDialogs::Load(Program& program)
 {
     program_ = &program;
-    resultsModel_ = std::make_unique<ResultsModel>(program.Services(), *this);
+    resultsModel_ = std::make_unique<ResultsModel>(program.Services());
     results_ = std::make_unique<frmResults>(*resultsModel_, store_, &mainWindow_);
     results_->onPrint = [this](frmResults& results) {
         printing_.PrintPages(
             results.windowTitle(), [&](const Paper& paper) { results.PrintTo(paper); }, &results);
     };
-    engine_ =
-        std::make_unique<FindEngine>(program.Services(), *this, *results_, program.EditorSettings().RecentSearches);
+    engine_ = std::make_unique<FindEngine>(program.Services(), *results_, program.EditorSettings().RecentSearches);
     find_ = std::make_unique<frmFind>(*engine_, &mainWindow_);
     goto_ = std::make_unique<frmGoto>(program.Services(), &mainWindow_);
-    program.Services().results = this;
+    program.Services().results = results_.get();
 }
 
 void ProgramDialogs::Unload()

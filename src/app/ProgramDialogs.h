@@ -8,13 +8,11 @@
 #include "shell/help/QtHelpWindow.h"
 #include "shell/navigation/frmGoto.h"
 
-#include <QApplication>
-
 namespace nib {
 
 class QtPrinting;
 
-class ProgramDialogs final : public Dialogs, public ResultsOutput, public SettingsApplied, public SearchHost {
+class ProgramDialogs final : public Dialogs, public SettingsApplied {
 public:
     /// All outlive it.
     ProgramDialogs(frmMain& mainWindow, SettingsStore& store, QtPrinting& printing)
@@ -36,14 +34,9 @@ public:
     void Goto(Text& target) override { goto_->ShowGoto(target, &mainWindow_); }
     void Print(mvDocument& document) override;
     void OfferRecovered(modAutoRecover& recovery, TextView folder, const DynamicArray& names) override;
-    // ResultsOutput
-    void ShowText(TextView text) override { results_->ShowResults(text); }
     // SettingsApplied
     void IconsChosen(bool large) override;
     void FontChanged() override;
-    // SearchHost, ResultsOutput
-    int32_t ActiveDocument() const override { return mainWindow_.ActiveDocument(); }
-    void Beep() override { QApplication::beep(); }
 
 private:
     frmMain& mainWindow_;

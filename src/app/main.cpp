@@ -73,9 +73,9 @@ private:
 class DocumentWindows final : public ViewFactory {
 public:
     DocumentWindows(frmMain& mainWindow, Clipboard& clipboard) : mainWindow_(mainWindow), clipboard_(clipboard) {}
-    std::unique_ptr<clsDocView> CreateView(mvDocument&) override
+    std::unique_ptr<clsDocView> CreateView(mvDocument& document) override
     {
-        return std::make_unique<frmDocument>(mainWindow_, clipboard_);
+        return std::make_unique<frmDocument>(mainWindow_, clipboard_, document);
     }
 
 private:

@@ -67,6 +67,30 @@ bool IsOf(const BusInterface& interface, TextView name)
     return name.empty() || ToUtf8(name) == interface.name;
 }
 
+/// Its length as UTF-8.
+int64_t BytesOf(TextView text)
+{
+    int64_t bytes = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const bool pair = (text[i] & 0xFC00) == 0xD800 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00;
+        bytes += text[i] < 0x80 ? 1 : text[i] < 0x800 ? 2 : pair ? 4 : 3;
+        if (pair) ++i;
+    }
+    return bytes;
+}
+
+void CheckCrosses(const BusValue& value)
+{
+    // A message holds 128 MiB at most; a longer one would cost the connection.
+    constexpr int64_t kLongestText = 127 * 1024 * 1024;
+    const Text* text = std::get_if<Text>(&value);
+    if (!text) return;
+    if (text->find(u'\0') != Text::npos)
+        throw Error{error_number::kInvalidCall, u"The text holds a null character, which the bus cannot carry."};
+    if (BytesOf(*text) > kLongestText)
+        throw Error{error_number::kOutOfMemory, u"The text is too long for one message."};
+}
+
 /// 0 when `digits` is no DocumentID as it is written on the bus.
 int32_t DocumentIdOf(std::string_view digits)
 {
@@ -149,6 +173,7 @@ BusReply AutomationObjects::Run(const Member& member, Member::Function function,
     BusReply reply;
     auto failure = FailureOf([&] {
         reply.value = function({application_, object.document.get(), arguments, request.client});
+        CheckCrosses(reply.value);
     });
     if (!failure) return reply;
     reply.form = BusReply::Form::Error;

@@ -50,6 +50,7 @@ private:
     BusReply Get(const Object& object, const BusRequest& request);
     BusReply Set(const Object& object, const BusRequest& request);
     BusReply GetAll(const Object& object, const BusRequest& request);
+    /// The door of every member: a failure is the client's.
     BusReply Run(const Member& member, Member::Function function, const Object& object, const BusRequest& request,
                  std::span<const BusValue> arguments);
 

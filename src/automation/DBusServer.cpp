@@ -40,8 +40,7 @@ BusRequest RequestOf(const QDBusMessage& message)
 QVariantMap MapOf(const BusReply& reply)
 {
     QVariantMap map;
-    for (auto& [name, value] : reply.map)
-        IgnoringErrors([&, &key = name, &held = value] { map.insert(QString::fromStdString(key), ToBus(held)); });
+    for (auto& [name, value] : reply.map) map.insert(QString::fromStdString(name), ToBus(value));
     return map;
 }
 
@@ -49,7 +48,7 @@ QDBusMessage MessageOf(const QDBusMessage& call, const BusReply& reply)
 {
     switch (reply.form) {
     case BusReply::Form::Error:
-        return call.createErrorReply(QString::fromStdString(reply.errorName), ToBusMessage(reply.errorText));
+        return call.createErrorReply(QString::fromStdString(reply.errorName), ToBusString(reply.errorText));
     case BusReply::Form::Map: return call.createReply(QVariant(MapOf(reply)));
     case BusReply::Form::Variant: return call.createReply(QVariant::fromValue(QDBusVariant(ToBus(reply.value))));
     case BusReply::Form::Value: break;
@@ -139,14 +138,14 @@ QString DBusServer::introspect(const QString&) const
 bool DBusServer::handleMessage(const QDBusMessage& message, const QDBusConnection&)
 {
     if (!objects_) return false;
-    auto failure = FailureOf([&] {
+    const auto take = [&] {
         BusRequest request = RequestOf(message);
         objects_->Arrived(request);
         if (!MustWait(request)) return Run(message, request);
         waiting_.push_back({message, std::move(request)});
         retry_.start();
-    });
-    if (failure) log_->WriteError(u"DBusServer.handleMessage", *failure);
+    };
+    Guarded(*log_, u"DBusServer.handleMessage", take, [](const Error&) {});
     return true;
 }
 
@@ -171,7 +170,8 @@ void DBusServer::RunWaiting()
         }
         Pending next = std::move(waiting_[i]);
         waiting_.erase(waiting_.begin() + static_cast<std::ptrdiff_t>(i));
-        IgnoringErrors([&] { Run(next.message, next.request); });
+        Guarded(
+            *log_, u"DBusServer.RunWaiting", [&] { Run(next.message, next.request); }, [](const Error&) {});
         // A dialog in that call may have let this function in again: the queue is another one now.
         held.clear();
         i = 0;
@@ -181,14 +181,8 @@ void DBusServer::RunWaiting()
 
 void DBusServer::Run(const QDBusMessage& message, const BusRequest& request)
 {
-    BusReply reply = objects_->Handle(request);
-    if (!message.isReplyRequired() || !objects_) return;
-    auto failure = FailureOf([&] { Answer(message, reply); });
-    if (!failure) return;
-    reply.form = BusReply::Form::Error;
-    reply.errorName = ErrorNameOf(failure->number);
-    reply.errorText = failure->description;
-    Answer(message, reply);
+    const BusReply reply = objects_->Handle(request);
+    if (message.isReplyRequired() && objects_) Answer(message, reply);
 }
 
 void DBusServer::Answer(const QDBusMessage& call, const BusReply& reply)
@@ -225,7 +219,7 @@ void DBusServer::Quit()
 
 void DBusServer::Custom(TextView name)
 {
-    Send(std::string(kApplicationPath), ApplicationInterface().name, "Custom", {ToBusMessage(name)});
+    Send(std::string(kApplicationPath), ApplicationInterface().name, "Custom", {ToBusString(name)});
 }
 
 void DBusServer::DocumentClose(int32_t documentId)

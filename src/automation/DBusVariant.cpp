@@ -1,6 +1,5 @@
 #include "automation/DBusVariant.h"
 
-#include "base/Error.h"
 #include "platform/qt/QtText.h"
 
 #include <QDBusObjectPath>
@@ -12,68 +11,6 @@
 namespace nib {
 
 namespace {
-
-// A message holds 128 MiB at most; a longer one would cost the connection.
-constexpr int64_t kLongestText = 127 * 1024 * 1024;
-constexpr char16_t kReplacement = u'\uFFFD';
-
-bool IsHigh(char16_t unit)
-{
-    return (unit & 0xFC00) == 0xD800;
-}
-
-bool IsLow(char16_t unit)
-{
-    return (unit & 0xFC00) == 0xDC00;
-}
-
-struct Measure {
-    int64_t bytes = 0; ///< as UTF-8
-    bool hasNull = false;
-    bool lone = false; ///< half of a surrogate pair
-};
-
-Measure MeasureOf(TextView text)
-{
-    Measure measure;
-    for (size_t i = 0; i < text.size(); ++i) {
-        char16_t unit = text[i];
-        if (unit < 0x80) {
-            measure.hasNull |= unit == 0;
-            ++measure.bytes;
-        } else if (unit < 0x800) {
-            measure.bytes += 2;
-        } else if (IsHigh(unit) && i + 1 < text.size() && IsLow(text[i + 1])) {
-            measure.bytes += 4;
-            ++i;
-        } else {
-            measure.lone |= IsHigh(unit) || IsLow(unit);
-            measure.bytes += 3;
-        }
-    }
-    return measure;
-}
-
-QString WithoutLoneSurrogates(TextView text)
-{
-    Text clean(text);
-    for (size_t i = 0; i < clean.size(); ++i) {
-        if (IsHigh(clean[i]) && i + 1 < clean.size() && IsLow(clean[i + 1]))
-            ++i;
-        else if (IsHigh(clean[i]) || IsLow(clean[i]))
-            clean[i] = kReplacement;
-    }
-    return ToQString(clean);
-}
-
-QString ToBusString(TextView text)
-{
-    Measure measure = MeasureOf(text);
-    if (measure.hasNull)
-        throw Error{error_number::kInvalidCall, u"The text holds a null character, which the bus cannot carry."};
-    if (measure.bytes > kLongestText) throw Error{error_number::kOutOfMemory, u"The text is too long for one message."};
-    return measure.lone ? WithoutLoneSurrogates(text) : ToQString(text);
-}
 
 BusValue Whole(double number)
 {
@@ -121,9 +58,17 @@ QVariant ToBus(const BusValue& value)
     return {};
 }
 
-QString ToBusMessage(TextView text)
+QString ToBusString(TextView text)
 {
-    return WithoutLoneSurrogates(text).remove(QChar(u'\0'));
+    QString whole = ToQString(text).remove(QChar::Null);
+    QChar* const units = whole.data();
+    for (qsizetype i = 0; i < whole.size(); ++i) {
+        if (units[i].isHighSurrogate() && i + 1 < whole.size() && units[i + 1].isLowSurrogate())
+            ++i;
+        else if (units[i].isSurrogate())
+            units[i] = QChar::ReplacementCharacter;
+    }
+    return whole;
 }
 
 } // namespace nib

@@ -25,13 +25,6 @@ struct Levels {
     }
 };
 
-ElementPath Parent(ElementPath at)
-{
-    if (at.value == 0) return {};
-    if (at.subValue == 0) return {at.field};
-    return {at.field, at.value};
-}
-
 int32_t CountIn(TextView text, Span span, char16_t delimiter)
 {
     if (span.begin == span.end) return 0;
@@ -58,22 +51,9 @@ bool Enter(TextView text, Span& span, char16_t delimiter, int32_t number, int32_
     }
 }
 
-} // namespace
-
-void DynamicArray::Parse(TextView text, TextView delimiters)
-{
-    text_ = text;
-    delimiters_ = delimiters.substr(0, 3);
-}
-
-void DynamicArray::Clear()
-{
-    text_.clear();
-}
-
 /// The span of an element, made to exist by adding delimiters to `creating` when that is given. A level of -1 is one
 /// past the last.
-static bool Find(TextView text, Text* creating, TextView delimiters, ElementPath at, Span& span, size_t& depth)
+bool Find(TextView text, Text* creating, TextView delimiters, ElementPath at, Span& span, size_t& depth)
 {
     Levels levels(at);
     span = {0, text.size()};
@@ -89,6 +69,14 @@ static bool Find(TextView text, Text* creating, TextView delimiters, ElementPath
         span.begin = span.end = span.end + static_cast<size_t>(missing);
     }
     return true;
+}
+
+} // namespace
+
+void DynamicArray::Parse(TextView text, TextView delimiters)
+{
+    text_ = text;
+    delimiters_ = delimiters.substr(0, 3);
 }
 
 int32_t DynamicArray::Count(ElementPath at) const
@@ -117,59 +105,12 @@ void DynamicArray::Append(TextView value, ElementPath at)
     text_.insert(span.end, value);
 }
 
-void DynamicArray::Insert(TextView value, ElementPath at)
-{
-    Span span;
-    size_t depth = 0;
-    bool exists = Find(text_, nullptr, delimiters_, at, span, depth);
-    if (exists && depth == 0) return;
-    // What is empty holds no element that the new one could come before.
-    if (!exists || (span.begin == span.end && Count(Parent(at)) == 0)) {
-        Replace(value, at);
-        return;
-    }
-    text_.insert(span.begin, 1, delimiters_[depth - 1]);
-    text_.insert(span.begin, value);
-}
-
 void DynamicArray::Replace(TextView value, ElementPath at)
 {
     Span span;
     size_t depth = 0;
     Find(text_, &text_, delimiters_, at, span, depth);
     text_.replace(span.begin, span.end - span.begin, value);
-}
-
-void DynamicArray::Delete(ElementPath at)
-{
-    Span span;
-    size_t depth = 0;
-    if (!Find(text_, nullptr, delimiters_, at, span, depth)) return;
-    if (depth == 0) {
-        text_.clear();
-        return;
-    }
-    char16_t delimiter = delimiters_[depth - 1];
-    if (span.end < text_.size() && text_[span.end] == delimiter)
-        ++span.end;
-    else if (span.begin > 0 && text_[span.begin - 1] == delimiter)
-        --span.begin;
-    text_.erase(span.begin, span.end - span.begin);
-}
-
-int32_t DynamicArray::Locate(TextView text, ElementPath at) const
-{
-    Span span;
-    size_t depth = 0;
-    if (!Find(text_, nullptr, delimiters_, at, span, depth) || depth >= delimiters_.size()) return 0;
-    int32_t count = CountIn(text_, span, delimiters_[depth]);
-    size_t begin = span.begin;
-    for (int32_t n = 1; n <= count; ++n) {
-        size_t end = std::min(text_.find(delimiters_[depth], begin), span.end);
-        if (TextView(text_).substr(begin, end - begin) == text) return n;
-        begin = end + 1;
-    }
-    return 0;
 }
 
 } // namespace nib

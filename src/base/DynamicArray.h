@@ -18,16 +18,11 @@ class DynamicArray {
 public:
     /// At most three delimiters are of use.
     void Parse(TextView text, TextView delimiters);
-    void Clear();
     /// Elements on the level below `at`: {} counts fields, {2} the values of field 2. An empty element counts 0.
     int32_t Count(ElementPath at = {}) const;
     Text Extract(ElementPath at) const;
     void Append(TextView value, ElementPath at = {});
-    void Insert(TextView value, ElementPath at);
     void Replace(TextView value, ElementPath at);
-    void Delete(ElementPath at);
-    /// 1-based position of the element equal to `text` on the level below `at`; 0 when there is none.
-    int32_t Locate(TextView text, ElementPath at = {}) const;
     Text ToString() const { return text_; }
 
 private:

@@ -47,14 +47,17 @@ Value OrDefault(Body&& body, Value fallback) noexcept
     }
 }
 
-/// Runs `body` and forgets any failure.
-template <typename Body>
-void IgnoringErrors(Body&& body) noexcept
+/// Runs each of the steps, whatever becomes of those before it, and forgets any failure.
+template <typename... Steps>
+void IgnoringErrors(Steps&&... steps) noexcept
 {
-    try {
-        std::forward<Body>(body)();
-    } catch (...) {
-    }
+    const auto run = [](auto& step) {
+        try {
+            step();
+        } catch (...) {
+        }
+    };
+    (run(steps), ...);
 }
 
 } // namespace nib

@@ -16,17 +16,20 @@ struct TokenRow {
 };
 
 constexpr TokenRow kTokens[] = {
-    {6, &MvEdit::CommentColor, &MvEdit::CommentStyle}, {10, &MvEdit::ReservedColor, &MvEdit::ReservedStyle},
-    {7, &MvEdit::StringColor, &MvEdit::StringStyle},   {8, &MvEdit::NormalColor, &MvEdit::NormalStyle},
-    {5, &MvEdit::NormalColor, &MvEdit::NormalStyle},   {2, &MvEdit::LabelColor, &MvEdit::LabelStyle},
-    {4, &MvEdit::KeywordColor, &MvEdit::KeywordStyle},
+    {token_type::kComment, &MvEdit::CommentColor, &MvEdit::CommentStyle},
+    {token_type::kReserved, &MvEdit::ReservedColor, &MvEdit::ReservedStyle},
+    {token_type::kString, &MvEdit::StringColor, &MvEdit::StringStyle},
+    {token_type::kNormal, &MvEdit::NormalColor, &MvEdit::NormalStyle},
+    {token_type::kSeparator, &MvEdit::NormalColor, &MvEdit::NormalStyle},
+    {token_type::kLabel, &MvEdit::LabelColor, &MvEdit::LabelStyle},
+    {token_type::kUserKeyword, &MvEdit::KeywordColor, &MvEdit::KeywordStyle},
 };
 
-constexpr int32_t kMarkTypes[] = {1001, 1002};
+constexpr int32_t kMarkTypes[] = {token_type::kValueMark, token_type::kSubValueMark};
 constexpr int32_t kMarkColor = 150 | 150 << 8 | 150 << 16;
 constexpr int32_t kBlack = 0;
 
-void FillTable(TokenTable& table, const MvEdit& settings, bool coloured)
+void FillTable(TokenStyleTable& table, const MvEdit& settings, bool coloured)
 {
     for (const TokenRow& row : kTokens) table.SetColor(row.type, coloured ? settings.*row.color : kBlack);
     for (const TokenRow& row : kTokens) table.SetStyle(row.type, settings.*row.style);
@@ -53,6 +56,13 @@ SourceFont FontOf(const MvEdit& settings, SourceFont font)
 
 } // namespace
 
+int32_t MarginWidthFor(SourceView& view)
+{
+    constexpr int32_t kLongText = 10000;
+    const int32_t digits = view.Document().LineCount() < kLongText ? 4 : 5;
+    return digits + (view.ShowBlocks() ? 3 : 1);
+}
+
 void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer)
 {
     view.SetFont(FontOf(settings, view.Font()));
@@ -60,9 +70,8 @@ void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer
     view.SetBackColor(settings.BackColor);
     view.SetLineWrap(settings.LineWrap);
     SourceDocument& document = view.Document();
-    int32_t digits = document.LineCount() < 10000 ? 4 : 5;
-    view.SetMarginWidth(digits + (settings.CollapseBlocks ? 3 : 1));
     view.SetShowBlocks(settings.CollapseBlocks);
+    view.SetMarginWidth(MarginWidthFor(view));
     FillTable(view.TokenStyles(), settings, true);
     FillTable(view.PrintTokenStyles(), settings, settings.ColorPrinting);
     if (lexer) {

@@ -11,4 +11,7 @@ class LexClass;
 /// settings, which outlive the view.
 void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer = nullptr);
 
+/// Characters that the margin needs: digits of the line numbers, a blank, and the column of the blocks.
+int32_t MarginWidthFor(SourceView& view);
+
 } // namespace nib

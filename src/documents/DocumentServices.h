@@ -13,6 +13,7 @@
 
 namespace nib {
 
+class mvDocument;
 class mvDocuments;
 
 /// The program around a document.
@@ -23,10 +24,13 @@ public:
     virtual int32_t ShowMessage(TextView text, int32_t flags, TextView title = u"Nib") = 0;
     /// Tells the user of a failure.
     virtual void ReportError(TextView description) = 0;
+    virtual void Beep() = 0;
     virtual void SetStatusText(int32_t panel, TextView text) = 0;
     virtual void ShowStatusPanel(int32_t panel) = 0;
     virtual void HideStatusPanel(int32_t panel) = 0;
-    virtual void UpdateToolBar() = 0;
+    /// Title, text or item of a document changed, or it is closed: what shows that is drawn again, once this turn is
+    /// over.
+    virtual void DocumentChanged(mvDocument& document) = 0;
     virtual void SetWaitCursor(bool wait) = 0;
     virtual void ToForeground() = 0;
     /// Lets waiting messages of the desktop through.
@@ -41,13 +45,16 @@ public:
     virtual std::unique_ptr<clsDocView> CreateView(mvDocument& document) = 0;
 };
 
-/// The window that shows what the host printed.
-class ResultsOutput {
+/// The window that a list of lines is shown in: what was found, or what the host printed.
+class ResultsWindow {
 public:
-    virtual ~ResultsOutput() = default;
-    virtual void Beep() = 0;
-    /// Replaces what the window shows, and brings it to the front.
-    virtual void ShowText(TextView text) = 0;
+    virtual ~ResultsWindow() = default;
+    /// A text that is not empty replaces the contents; an empty one only shows the window.
+    virtual void ShowResults(TextView text) = 0;
+    /// Begins a list under a title, and shows the window.
+    virtual void ResetResults(TextView title) = 0;
+    /// Appends one line, highlighted from a column on or, where nothing is, emphasised as the header of a document.
+    virtual void AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis) = 0;
 };
 
 /// Shared by all documents; outlives them.
@@ -64,7 +71,7 @@ struct DocumentServices {
     /// Documents bound to a window, as the main window counts them.
     int32_t openCount = 0;
     /// Null until there is such a window.
-    ResultsOutput* results = nullptr;
+    ResultsWindow* results = nullptr;
 };
 
 } // namespace nib

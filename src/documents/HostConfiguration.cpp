@@ -2,7 +2,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocuments.h"
-#include "editing/SettingsTable.h"
+#include "editing/MvEdit.h"
 #include "hosts/mvConnect.h"
 #include "persistence/store/LeadingNumber.h"
 

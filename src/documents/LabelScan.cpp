@@ -14,15 +14,15 @@ bool IsNamePart(char16_t c)
 }
 } // namespace
 
-LabelAt ScanLabel(TextView line)
+Label ScanLabel(TextView text, int32_t line)
 {
-    size_t start = line.find_first_not_of(u' ');
+    size_t start = text.find_first_not_of(u' ');
     if (start == TextView::npos) return {};
-    auto belongs = IsDigit(line[start]) ? IsDigit : IsLetter(line[start]) ? IsNamePart : nullptr;
+    auto belongs = IsDigit(text[start]) ? IsDigit : IsLetter(text[start]) ? IsNamePart : nullptr;
     if (!belongs) return {};
     size_t end = start;
-    while (end < line.size() && belongs(line[end])) ++end;
-    return {line.substr(start, end - start), static_cast<int32_t>(start)};
+    while (end < text.size() && belongs(text[end])) ++end;
+    return {Text(text.substr(start, end - start)), line, static_cast<int32_t>(start)};
 }
 
 } // namespace nib

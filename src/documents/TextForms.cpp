@@ -4,12 +4,6 @@
 
 namespace nib {
 
-Text ExpandTabs(TextView text, int32_t width)
-{
-    if (text.find(u'\t') == TextView::npos) return Text(text);
-    return Replace(text, u"\t", Text(static_cast<size_t>(std::max(width, 1)), u' '));
-}
-
 Text NormalizeLineEnds(TextView text)
 {
     if (std::count(text.begin(), text.end(), u'\r') == std::count(text.begin(), text.end(), u'\n')) return Text(text);

@@ -5,6 +5,8 @@
 
 namespace nib {
 
+class mvDocument;
+
 /// Makes the window of a document; which kind is its own choice.
 class ViewFactory {
 public:

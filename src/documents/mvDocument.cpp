@@ -29,14 +29,8 @@ mvDocument::mvDocument(DocumentServices& services)
 mvDocument::~mvDocument()
 {
     services_.log.Write(u"mvdocument terminate begin", trace::kObjects);
-    if (view_) {
-        IgnoringErrors([&] { view_->SetViewObject(nullptr); });
-        IgnoringErrors([&] { view_->Unload(); });
-    }
-    if (item_) {
-        IgnoringErrors([&] { item_->Close(); });
-        IgnoringErrors([&] { item_->LockItem(false); });
-    }
+    view_.reset();
+    ReleaseItem();
     services_.log.Write(u"mvdocument terminate end", trace::kObjects);
 }
 
@@ -44,52 +38,45 @@ clsDocView& mvDocument::EnsureView()
 {
     if (!view_) {
         view_ = services_.shell.CreateView(*this);
-        view_->SetViewObject(this);
-        view_->SetTag(Decimal(documentId_));
         ApplySettings();
     }
-    if (!view_->Visible()) view_->SetVisible(true);
+    view_->Show();
     return *view_;
 }
 
 bool mvDocument::ReadOnly() const
 {
-    return OrDefault([&] { return item_ && item_->ReadOnly(); }, false);
+    return item_ && item_->ReadOnly();
 }
 
 bool mvDocument::NewItem() const
 {
-    return OrDefault([&] { return !item_ || !item_->Exists(); }, true);
+    return !item_ || !item_->Exists();
 }
 
 bool mvDocument::IsDirty() const
 {
-    return OrDefault([&] { return view_ && Source()->Document().Modified(); }, false);
+    return view_ && Source()->Document().Modified();
 }
 
 Text mvDocument::Path() const
 {
-    return OrDefault([&] { return item_ ? item_->Path() : Text(); }, Text());
+    return item_ ? item_->Path() : Text();
 }
 
 Text mvDocument::Filename() const
 {
-    return OrDefault([&] { return item_ ? item_->Folder() : Text(); }, Text());
+    return item_ ? item_->Folder() : Text();
 }
 
 Text mvDocument::ItemID() const
 {
-    return OrDefault([&] { return item_ ? item_->ItemID() : Text(); }, Text());
+    return item_ ? item_->ItemID() : Text();
 }
 
 bool mvDocument::LocalFile() const
 {
-    return OrDefault([&] { return item_ && item_->Provider() == u"file"; }, false);
-}
-
-bool mvDocument::IsHostWritable() const
-{
-    return OrDefault([&] { return item_ && !item_->ReadOnly() && !LocalFile() && item_->IsItem(); }, false);
+    return item_ && item_->Provider() == u"file";
 }
 
 Text mvDocument::DisplayName() const
@@ -135,11 +122,6 @@ bool mvDocument::AutoSaveFlag() const
     return view_ && view_->AutoSaveFlag();
 }
 
-void mvDocument::SetAutoSaveFlag(bool flag)
-{
-    if (view_) view_->SetAutoSaveFlag(flag);
-}
-
 void mvDocument::ApplySettings()
 {
     if (!view_) return;
@@ -168,6 +150,13 @@ void mvDocument::Warn(TextView text)
     services_.shell.ShowMessage(text, message_box::kOk | message_box::kWarning);
 }
 
+bool mvDocument::Attempt(TextView where, const std::function<bool()>& body)
+{
+    bool done = false;
+    if (auto failure = FailureOf([&] { done = body(); })) ReportFailure(where, *failure);
+    return done;
+}
+
 void mvDocument::ReportFailure(TextView where, const Error& error)
 {
     services_.log.Write([&] { return Text(where) + u" 0x" + Hex(error.number) + u" " + error.description; },
@@ -186,20 +175,26 @@ bool mvDocument::ConfirmClose()
     int32_t answer = services_.shell.ShowMessage(u"Save changes to " + DisplayName() + u" ?",
                                                  message_box::kYesNoCancel | message_box::kQuestion);
     if (answer == message_box::kAnswerYes) return item_ && FileSave();
-    if (answer != message_box::kAnswerNo) return false;
+    return answer == message_box::kAnswerNo;
+}
+
+void mvDocument::TakeItem(std::shared_ptr<mvItem> item)
+{
     if (item_) IgnoringErrors([&] { item_->Close(); });
-    return true;
+    item_ = std::move(item);
+}
+
+void mvDocument::ReleaseItem()
+{
+    if (item_) IgnoringErrors([&] { item_->Close(); }, [&] { item_->LockItem(false); });
+    item_.reset();
 }
 
 bool mvDocument::FileClose(bool prompt)
 {
     auto self = shared_from_this(); // the collection and the window may be the only ones that hold it
     if (prompt && !ConfirmClose()) return false;
-    if (view_) {
-        IgnoringErrors([&] { view_->SetViewObject(nullptr); });
-        IgnoringErrors([&] { view_->Unload(); });
-        view_.reset();
-    }
+    view_.reset();
     services_.openDocuments.Remove(documentId_);
     if (counted_) --services_.openCount;
     counted_ = false;
@@ -210,13 +205,9 @@ bool mvDocument::FileClose(bool prompt)
         }
     }
     labels_.reset();
-    if (DocumentClose) IgnoringErrors([&] { DocumentClose(); });
-    if (item_) {
-        IgnoringErrors([&] { item_->Close(); });
-        IgnoringErrors([&] { item_->LockItem(false); });
-        item_.reset();
-    }
-    services_.shell.UpdateToolBar();
+    if (DocumentClose) IgnoringErrors(DocumentClose);
+    ReleaseItem();
+    services_.shell.DocumentChanged(*this);
     return true;
 }
 

@@ -2,12 +2,14 @@
 // The one object that stands for an open text: its storage and lock, its window, and every prompt of opening, saving
 // and closing it. Automation clients receive the same object.
 
-#include "base/DynamicArray.h"
 #include "documents/DocumentServices.h"
+#include "documents/LabelScan.h"
 #include "documents/TextForms.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace nib {
 
@@ -67,21 +69,21 @@ public:
     clsDocView& EnsureView();
     clsDocView* View() const { return view_.get(); }
     Text TitleText() const;
+    /// Hands the window its title.
     void UpdateTitle();
     /// "<DisplayName> [<DocumentID>]"
     Text ListName() const;
-    bool CanUndo() const;
-    bool CanRedo() const;
+    bool CanUndo() const { return view_ && Source()->Document().CanUndo(); }
+    bool CanRedo() const { return view_ && Source()->Document().CanRedo(); }
     void Undo();
     void Redo();
-    void Cut();
-    void Copy();
-    void Paste();
-    void Delete();
-    void DeleteLine();
-    void SelectAll();
+    void Cut() { EnsureView().txtText().Cut(); }
+    void Copy() { EnsureView().txtText().Copy(); }
+    void Paste() { EnsureView().txtText().Paste(); }
+    void Delete() { EnsureView().txtText().Delete(); }
+    void DeleteLine() { EnsureView().txtText().DeleteLine(); }
+    void SelectAll() { EnsureView().txtText().SelectAll(); }
     void SetModified(bool modified);
-    bool IsHostWritable() const;
     bool CanCompile() const;
     bool HasSelection() const;
     bool SelectionIsMultiLine() const;
@@ -104,9 +106,8 @@ public:
     Text AutoRecoverFile() const { return autoRecoverFile_; }
     void SetAutoRecoverFile(TextView name) { autoRecoverFile_ = name; }
     bool AutoSaveFlag() const;
-    void SetAutoSaveFlag(bool flag);
-    /// Labels of the text: field 1 names, 2 line numbers, 3 columns (0-based), each a value list.
-    const DynamicArray& BuildLabelTable();
+    /// Statement labels in the order of the text.
+    const std::vector<Label>& Labels();
 
     /// Raised by FileClose.
     std::function<void()> DocumentClose;
@@ -115,8 +116,12 @@ private:
     SourceView* Source() const { return view_ ? &view_->txtText() : nullptr; }
     bool Ask(TextView question);
     void Warn(TextView text);
+    /// A failure of `body` is logged and shown, and counts as false.
+    bool Attempt(TextView where, const std::function<bool()>& body);
     void ReportFailure(TextView where, const Error& error);
     void AdoptLocation(const mvItem& item);
+    void TakeItem(std::shared_ptr<mvItem> item);
+    void ReleaseItem();
     bool OpenItem(std::shared_ptr<mvItem> item, bool readOnly);
     bool OpenAfterFailure(TextView path, const Error& error, bool& readOnly, bool& lock);
     Text LockedQuestion(TextView path);
@@ -131,7 +136,7 @@ private:
     int32_t newNumber_ = 0;
     std::unique_ptr<clsDocView> view_;
     bool highlight_;
-    std::unique_ptr<DynamicArray> labels_;
+    std::optional<std::vector<Label>> labels_;
     bool labelsOfSavedText_ = false;
     Text autoRecoverFile_;
     bool counted_ = false;

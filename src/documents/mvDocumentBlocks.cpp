@@ -2,10 +2,8 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
-#include "editing/operations/OpCommentBlock.h"
+#include "editing/operations/BlockOps.h"
 #include "editing/operations/OpFormat.h"
-#include "editing/operations/OpIndentBlock.h"
-#include "editing/operations/OpToggleCase.h"
 
 namespace nib {
 

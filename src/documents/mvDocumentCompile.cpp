@@ -1,6 +1,5 @@
 // Compile: the host's compiler on the saved item.
 
-#include "diagnostics/Guarded.h"
 #include "documents/CompileCommand.h"
 #include "documents/ScopedStates.h"
 #include "documents/mvDocument.h"
@@ -21,14 +20,14 @@ constexpr TextView kCompiling = u"Compiling program on host system";
 
 bool mvDocument::CanCompile() const
 {
-    return OrDefault([&] { return item_ && item_->Provider() != u"file" && item_->Supports(kSupportsExecute); }, false);
+    return item_ && !LocalFile() && item_->Supports(kSupportsExecute);
 }
 
 void mvDocument::Compile()
 {
     EnsureView();
     if (!item_) return Warn(kNoItem);
-    if (item_->Provider() == u"file") return Warn(kLocalFile);
+    if (LocalFile()) return Warn(kLocalFile);
     if (IsDirty() && !(Ask(kModified) && FileSave())) return;
     // Others may close the document while the host is busy.
     const auto self = shared_from_this();
@@ -48,8 +47,8 @@ void mvDocument::Compile()
     }
     if (shown.empty()) shown = u"\r\n";
     if (!services_.results) return;
-    services_.results->Beep();
-    services_.results->ShowText(shown);
+    services_.shell.Beep();
+    services_.results->ShowResults(shown);
 }
 
 } // namespace nib

@@ -3,12 +3,14 @@
 #include "diagnostics/Guarded.h"
 #include "documents/ScopedStates.h"
 #include "documents/mvDocument.h"
+#include "text/TextSearch.h"
 
 namespace nib {
 
 namespace {
 
 constexpr TextView kNothingToSave = u"Cannot save document - file name and/or item ID missing!";
+constexpr TextView kOpening = u"mvDocument.FileOpen: error during open";
 constexpr TextView kReading = u"Reading document from host";
 constexpr TextView kSaving = u"Saving document to host";
 
@@ -30,12 +32,10 @@ bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
     source.Document().SetModified(false);
     newNumber_ = ++services_.lastNewNumber;
     labels_.reset();
-    UpdateTitle();
-    view_->Show();
     if (!counted_) ++services_.openCount;
     counted_ = true;
     if (item_) AdoptLocation(*item_);
-    services_.shell.UpdateToolBar();
+    services_.shell.DocumentChanged(*this);
     return true;
 }
 
@@ -57,12 +57,9 @@ bool mvDocument::OpenAfterFailure(TextView path, const Error& error, bool& readO
     if (error.number == error_number::kNoUpdate && (lock || !readOnly)) {
         // Falls back without asking.
     } else if (locked && lock) {
-        bool agreed = false;
-        if (auto failure = FailureOf([&] { agreed = Ask(LockedQuestion(path)); }))
-            ReportFailure(u"mvDocument.FileOpen: error during open", *failure);
-        if (!agreed) return false;
+        if (!Attempt(kOpening, [&] { return Ask(LockedQuestion(path)); })) return false;
     } else {
-        ReportFailure(u"mvDocument.FileOpen: error during open", error);
+        ReportFailure(kOpening, error);
         return false;
     }
     readOnly = true;
@@ -79,13 +76,10 @@ Text mvDocument::LockedQuestion(TextView path)
 bool mvDocument::ItemOpen(std::shared_ptr<mvItem> item, bool readOnly)
 {
     if (!item) return false;
-    bool opened = false;
-    auto failure = FailureOf([&] {
+    return Attempt(u"mvDocument.ItemOpen: error during open", [&] {
         WaitCursor wait(services_.shell);
-        opened = OpenItem(std::move(item), readOnly);
+        return OpenItem(std::move(item), readOnly);
     });
-    if (failure) ReportFailure(u"mvDocument.ItemOpen: error during open", *failure);
-    return opened;
 }
 
 bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
@@ -108,22 +102,17 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
         item->SetReadOnly(true);
         services_.shell.SetWaitCursor(true);
     }
-    IgnoringErrors([&] {
-        if (item_) item_->Close();
-    });
-    item_ = std::move(item);
+    TakeItem(std::move(item));
     ReadInto(source);
     source.SetCaret({0, 0});
     source.Document().ClearUndo();
     source.Document().ClearBookmarks();
     source.Document().SetModified(false);
-    UpdateTitle();
     labels_.reset();
-    view_->Show();
     if (!counted_) ++services_.openCount;
     counted_ = true;
     AdoptLocation(*item_);
-    services_.shell.UpdateToolBar();
+    services_.shell.DocumentChanged(*this);
     return true;
 }
 
@@ -152,18 +141,16 @@ bool mvDocument::FileSave()
         Warn(u"Cannot save " + DisplayName() + u" - document is read-only!");
         return false;
     }
-    auto failure = FailureOf([&] {
+    return Attempt(u"mvDocument.FileSave: error during save", [&] {
         SourceView& source = EnsureView().txtText();
         WaitCursor wait(services_.shell);
         WriteFrom(source, *item_);
         AdoptLocation(*item_);
         source.Document().SetModified(false);
-        services_.shell.UpdateToolBar();
         labels_.reset();
-        UpdateTitle();
+        services_.shell.DocumentChanged(*this);
+        return true;
     });
-    if (failure) ReportFailure(u"mvDocument.FileSave: error during save", *failure);
-    return !failure;
 }
 
 bool mvDocument::FileSaveAs(TextView path)
@@ -206,22 +193,15 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
         return false;
     }
     SourceView& source = EnsureView().txtText();
-    auto failure = FailureOf([&] {
+    return Attempt(u"mvDocument.ItemSaveAs: error during save", [&] {
         WaitCursor wait(services_.shell);
-        if (!sameItem) {
-            IgnoringErrors([&] {
-                if (item_) item_->Close();
-            });
-            item_ = std::move(item);
-        }
+        if (!sameItem) TakeItem(std::move(item));
         WriteFrom(source, *item_);
         source.Document().SetModified(false);
         labels_.reset();
-        UpdateTitle();
-        services_.shell.UpdateToolBar();
+        services_.shell.DocumentChanged(*this);
+        return true;
     });
-    if (failure) ReportFailure(u"mvDocument.ItemSaveAs: error during save", *failure);
-    return !failure;
 }
 
 } // namespace nib

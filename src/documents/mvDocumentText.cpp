@@ -1,20 +1,14 @@
 // The text of a document: what callers read, select, replace and jump to.
 
 #include "base/Marks.h"
-#include "diagnostics/Guarded.h"
-#include "documents/LabelScan.h"
 #include "documents/mvDocument.h"
-#include "editing/operations/OpReplace.h"
+#include "editing/LexClass.h"
+#include "editing/operations/BlockOps.h"
+#include "text/TextSearch.h"
 
 #include <algorithm>
 
 namespace nib {
-
-namespace {
-constexpr ElementPath kNames{1};
-constexpr ElementPath kLines{2};
-constexpr ElementPath kColumns{3};
-} // namespace
 
 Text mvDocument::GetText()
 {
@@ -57,7 +51,7 @@ Text mvDocument::GetSelectionText() const
 {
     if (!HasSelection()) return {};
     OrderedSelection selection = GetOrderedSelection();
-    return GatherText(Source()->Document(), selection.start, selection.end);
+    return Source()->Document().GetRange(selection.start, selection.end);
 }
 
 Text mvDocument::SelText()
@@ -93,54 +87,14 @@ void mvDocument::InsSubValue()
     SetSelText(SubValueMark);
 }
 
-bool mvDocument::CanUndo() const
-{
-    return view_ && Source()->Document().CanUndo();
-}
-
-bool mvDocument::CanRedo() const
-{
-    return view_ && Source()->Document().CanRedo();
-}
-
 void mvDocument::Undo()
 {
-    if (CanUndo()) IgnoringErrors([&] { Source()->Document().Undo(); });
+    if (CanUndo()) Source()->Document().Undo();
 }
 
 void mvDocument::Redo()
 {
-    if (CanRedo()) IgnoringErrors([&] { Source()->Document().Redo(); });
-}
-
-void mvDocument::Cut()
-{
-    IgnoringErrors([&] { EnsureView().txtText().Cut(); });
-}
-
-void mvDocument::Copy()
-{
-    IgnoringErrors([&] { EnsureView().txtText().Copy(); });
-}
-
-void mvDocument::Paste()
-{
-    IgnoringErrors([&] { EnsureView().txtText().Paste(); });
-}
-
-void mvDocument::Delete()
-{
-    IgnoringErrors([&] { EnsureView().txtText().Delete(); });
-}
-
-void mvDocument::DeleteLine()
-{
-    IgnoringErrors([&] { EnsureView().txtText().DeleteLine(); });
-}
-
-void mvDocument::SelectAll()
-{
-    IgnoringErrors([&] { EnsureView().txtText().SelectAll(); });
+    if (CanRedo()) Source()->Document().Redo();
 }
 
 void mvDocument::SetModified(bool modified)
@@ -171,23 +125,13 @@ int32_t mvDocument::LineFromLineId(int32_t id) const
 
 void mvDocument::RevealLine(int32_t line)
 {
-    if (!services_.settings.CollapseBlocks || !view_) return;
-    SourceDocument& text = Source()->Document();
-    while (line >= 0 && text.IsHidden(line)) {
-        int32_t head = line;
-        do --head;
-        while (head >= 0 && (text.IsHidden(head) || (text.GetLineData(head, LineWord::Control) &
-                                                     line_bits::kBlockStateMask) != line_bits::kBlockCollapsed));
-        if (head < 0) return;
-        text.ExpandBlock(head);
-    }
+    if (services_.settings.CollapseBlocks && view_) Source()->Document().Reveal(line);
 }
 
 void mvDocument::ShowLine(int32_t column, int32_t line, bool centre)
 {
     SourceView& source = EnsureView().txtText();
     line = std::clamp(line, 0, source.Document().LineCount() - 1);
-    RevealLine(line);
     int32_t firstLine = 0;
     int32_t firstColumn = 0;
     source.SetCaret({column, line});
@@ -199,42 +143,28 @@ void mvDocument::ShowLine(int32_t column, int32_t line, bool centre)
     source.SetFirstVisible(std::max(0, std::min(line - half, source.Document().LineCount() - page)), firstColumn);
 }
 
-const DynamicArray& mvDocument::BuildLabelTable()
+const std::vector<Label>& mvDocument::Labels()
 {
-    SourceDocument& text = EnsureView().txtText().Document();
+    const SourceDocument& text = EnsureView().txtText().Document();
     // Built from a modified text they would outlive an undo back to the saved one.
     if (labels_ && labelsOfSavedText_ && !text.Modified()) return *labels_;
-    Text names;
-    Text lines;
-    Text columns;
-    auto append = [](Text& list, TextView value) {
-        if (!list.empty()) list += kValueMark;
-        list += value;
-    };
+    std::vector<Label> labels;
     for (int32_t line = 0; line < text.LineCount(); ++line) {
-        if (!(text.GetLineData(line, LineWord::Lexer) & kLabelLine)) continue;
-        Text content = text.GetLine(line);
-        LabelAt label = ScanLabel(content);
-        if (label.name.empty()) continue;
-        append(names, label.name);
-        append(lines, Decimal(line));
-        append(columns, Decimal(label.column));
+        if (!(text.GetLineData(line, LineWord::Lexer) & line_flag::kLabel)) continue;
+        Label label = ScanLabel(text.GetLine(line), line);
+        if (!label.name.empty()) labels.push_back(std::move(label));
     }
     labelsOfSavedText_ = !text.Modified();
-    if (!labels_) labels_ = std::make_unique<DynamicArray>();
-    Text table = names.empty() ? Text() : names + kAttributeMark + lines + kAttributeMark + columns;
-    labels_->Parse(table, u"\uF8FE\uF8FD");
-    return *labels_;
+    return labels_.emplace(std::move(labels));
 }
 
 void mvDocument::GotoLabel(TextView target)
 {
-    const DynamicArray& labels = BuildLabelTable();
-    int32_t at = labels.Locate(target, kNames);
-    if (at == 0) throw Error{error_number::kLabelNotFound, u"Target label not found!"};
+    const std::vector<Label>& labels = Labels();
+    auto found = std::find_if(labels.begin(), labels.end(), [&](const Label& label) { return label.name == target; });
+    if (found == labels.end()) throw Error{error_number::kLabelNotFound, u"Target label not found!"};
     if (view_->IsActive()) services_.shell.RecordPosition(*this);
-    int32_t line = ToInt(labels.Extract({kLines.field, at}));
-    ShowLine(ToInt(labels.Extract({kColumns.field, at})), line, true);
+    ShowLine(found->column, found->line, true);
 }
 
 void mvDocument::GotoLine(int32_t line)

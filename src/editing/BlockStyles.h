@@ -18,6 +18,27 @@ inline constexpr int16_t kMiddle = 3;
 /// Where a keyword must stand for its style to count.
 enum class BlockPlace : uint8_t { Anywhere, StatementStart, LineEnd };
 
+/// Which of the words that shape blocks: a keyword is one of them, a line holds those of all its keywords.
+namespace block {
+inline constexpr int32_t kFor = 0x0001;
+inline constexpr int32_t kNext = 0x0002;
+inline constexpr int32_t kLoop = 0x0004;
+inline constexpr int32_t kUntilWhile = 0x0008;
+inline constexpr int32_t kBegin = 0x0010;
+inline constexpr int32_t kCase = 0x0020;
+inline constexpr int32_t kEnd = 0x0040;
+inline constexpr int32_t kThen = 0x0080;
+inline constexpr int32_t kElse = 0x0100;
+inline constexpr int32_t kLocked = 0x0200;
+inline constexpr int32_t kRepeat = 0x0400;
+inline constexpr int32_t kUserBegin = 0x0800;
+inline constexpr int32_t kUserEnd = 0x1000;
+inline constexpr int32_t kUserMiddle = 0x2000;
+inline constexpr int32_t kUserBeginFirst = 0x4000;
+inline constexpr int32_t kUserBeginLast = 0x8000;
+inline constexpr int32_t kAny = 0xFFFF;
+} // namespace block
+
 struct BlockStyleRow {
     int32_t block;
     int16_t style;
@@ -27,31 +48,23 @@ struct BlockStyleRow {
 };
 
 inline constexpr BlockStyleRow kBlockStyles[] = {
-    {0x0001, block_style::kBegin, u'+', BlockPlace::StatementStart, false}, // FOR
-    {0x0002, block_style::kEnd, u'-', BlockPlace::Anywhere, false},         // NEXT
-    {0x0004, block_style::kBegin, u'+', BlockPlace::StatementStart, false}, // LOOP
-    {0x0008, block_style::kMiddle, u'=', BlockPlace::Anywhere, false},      // UNTIL, WHILE
-    {0x0010, block_style::kBegin, u'+', BlockPlace::Anywhere, false},       // BEGIN
-    {0x0020, block_style::kMiddle, u'=', BlockPlace::Anywhere, false},      // CASE
-    {0x0040, block_style::kEnd, u'-', BlockPlace::Anywhere, false},         // END
-    {0x0080, block_style::kBegin, u'+', BlockPlace::LineEnd, false},        // THEN
-    {0x0100, block_style::kBegin, u'+', BlockPlace::LineEnd, false},        // ELSE
-    {0x0200, block_style::kBegin, u'+', BlockPlace::LineEnd, false},        // LOCKED
-    {0x0400, block_style::kEnd, u'-', BlockPlace::Anywhere, false},         // REPEAT
-    {0x0800, block_style::kBegin, u'+', BlockPlace::Anywhere, true},
-    {0x1000, block_style::kEnd, u'-', BlockPlace::Anywhere, true},
-    {0x2000, block_style::kMiddle, u'=', BlockPlace::Anywhere, true},
-    {0x4000, block_style::kBegin, u'[', BlockPlace::StatementStart, true},
-    {0x8000, block_style::kBegin, u']', BlockPlace::LineEnd, true},
+    {block::kFor, block_style::kBegin, u'+', BlockPlace::StatementStart, false},
+    {block::kNext, block_style::kEnd, u'-', BlockPlace::Anywhere, false},
+    {block::kLoop, block_style::kBegin, u'+', BlockPlace::StatementStart, false},
+    {block::kUntilWhile, block_style::kMiddle, u'=', BlockPlace::Anywhere, false},
+    {block::kBegin, block_style::kBegin, u'+', BlockPlace::Anywhere, false},
+    {block::kCase, block_style::kMiddle, u'=', BlockPlace::Anywhere, false},
+    {block::kEnd, block_style::kEnd, u'-', BlockPlace::Anywhere, false},
+    {block::kThen, block_style::kBegin, u'+', BlockPlace::LineEnd, false},
+    {block::kElse, block_style::kBegin, u'+', BlockPlace::LineEnd, false},
+    {block::kLocked, block_style::kBegin, u'+', BlockPlace::LineEnd, false},
+    {block::kRepeat, block_style::kEnd, u'-', BlockPlace::Anywhere, false},
+    {block::kUserBegin, block_style::kBegin, u'+', BlockPlace::Anywhere, true},
+    {block::kUserEnd, block_style::kEnd, u'-', BlockPlace::Anywhere, true},
+    {block::kUserMiddle, block_style::kMiddle, u'=', BlockPlace::Anywhere, true},
+    {block::kUserBeginFirst, block_style::kBegin, u'[', BlockPlace::StatementStart, true},
+    {block::kUserBeginLast, block_style::kBegin, u']', BlockPlace::LineEnd, true},
 };
-
-namespace user_block {
-inline constexpr int32_t kBegin = 0x0800;
-inline constexpr int32_t kEnd = 0x1000;
-inline constexpr int32_t kMiddle = 0x2000;
-inline constexpr int32_t kBeginFirst = 0x4000;
-inline constexpr int32_t kBeginLast = 0x8000;
-} // namespace user_block
 
 constexpr int32_t BlocksOfStyle(int16_t style)
 {

@@ -3,6 +3,7 @@
 #include "base/Marks.h"
 #include "diagnostics/Guarded.h"
 #include "editing/BlockStyles.h"
+#include "text/SourceDocument.h"
 #include "text/Units.h"
 
 #include <algorithm>
@@ -54,9 +55,6 @@ namespace {
 
 constexpr TextView kWhere = u"LexClass.ScanToken";
 
-constexpr int32_t kBegins = 1;
-constexpr int32_t kEnds = 2;
-
 /// False does not mean that they are equal. Spares most comparisons of comments with comment keywords.
 bool DifferEarly(TextView a, TextView b)
 {
@@ -66,8 +64,8 @@ bool DifferEarly(TextView a, TextView b)
 
 constexpr int32_t AttributesOf(int32_t flags)
 {
-    if (flags & kBeginBlocks) return kBegins;
-    return flags & kEndBlocks ? kEnds : 0;
+    if (flags & kBeginBlocks) return token_attribute::kBeginsBlock;
+    return flags & kEndBlocks ? token_attribute::kEndsBlock : 0;
 }
 
 } // namespace
@@ -296,9 +294,9 @@ int32_t LexClass::FlagsOfComment(const KeywordTables& tables, TextView comment) 
         TextView word = keyword->Word;
         if (word.size() > comment.size() || DifferEarly(comment, word)) continue;
         if (exact ? !comment.starts_with(word) : !StartsWithNoCase(comment, word)) continue;
-        constexpr int32_t kBeginsRegion = user_block::kBegin | user_block::kBeginFirst | user_block::kBeginLast;
-        if (keyword->Block & kBeginsRegion) return user_block::kBegin;
-        return keyword->Block & user_block::kEnd;
+        constexpr int32_t kBeginsRegion = block::kUserBegin | block::kUserBeginFirst | block::kUserBeginLast;
+        if (keyword->Block & kBeginsRegion) return block::kUserBegin;
+        return keyword->Block & block::kUserEnd;
     }
     return 0;
 }

@@ -5,7 +5,7 @@
 #include "diagnostics/DebugLog.h"
 #include "editing/LexLine.h"
 #include "editing/clsKeywords.h"
-#include "text/SourceView.h"
+#include "text/SourceContract.h"
 
 #include <memory>
 
@@ -21,7 +21,7 @@ inline constexpr int32_t kUserKeyword = 4;
 inline constexpr int32_t kSeparator = 5;
 inline constexpr int32_t kComment = 6;
 inline constexpr int32_t kString = 7;
-inline constexpr int32_t kNormal = 8;
+inline constexpr int32_t kNormal = kPlainToken;
 inline constexpr int32_t kReserved = 10;
 inline constexpr int32_t kValueMark = 1001;
 inline constexpr int32_t kSubValueMark = 1002;

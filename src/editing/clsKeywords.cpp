@@ -1,14 +1,22 @@
 #include "editing/clsKeywords.h"
 
+#include "base/Marks.h"
 #include "diagnostics/Guarded.h"
 #include "editing/BlockStyles.h"
 #include "text/Units.h"
 
+#include <unicode/uset.h>
+
 #include <algorithm>
+#include <limits>
 
 namespace nib {
 
 namespace {
+
+constexpr size_t kUnits = 0x10000;
+constexpr TextView kDefaultFirst = u"@%_";
+constexpr TextView kDefaultNext = u".%_";
 
 constexpr TextView kLineEnd = u"\r\n";
 constexpr TextView kFixedPrefixes = u"*!";
@@ -19,9 +27,23 @@ struct ReservedWord {
     int32_t block;
 };
 constexpr ReservedWord kReservedWords[] = {
-    {u"IF", 0},       {u"THEN", 0x80},    {u"ELSE", 0x100}, {u"LOCKED", 0x200}, {u"BEGIN", 0x10}, {u"END", 0x40},
-    {u"CASE", 0x20},  {u"FOR", 0x01},     {u"NEXT", 0x02},  {u"DO", 0},         {u"LOOP", 0x04},  {u"UNTIL", 0x08},
-    {u"WHILE", 0x08}, {u"REPEAT", 0x400}, {u"GO", 0},       {u"GOTO", 0},       {u"GOSUB", 0},
+    {u"IF", 0},
+    {u"THEN", block::kThen},
+    {u"ELSE", block::kElse},
+    {u"LOCKED", block::kLocked},
+    {u"BEGIN", block::kBegin},
+    {u"END", block::kEnd},
+    {u"CASE", block::kCase},
+    {u"FOR", block::kFor},
+    {u"NEXT", block::kNext},
+    {u"DO", 0},
+    {u"LOOP", block::kLoop},
+    {u"UNTIL", block::kUntilWhile},
+    {u"WHILE", block::kUntilWhile},
+    {u"REPEAT", block::kRepeat},
+    {u"GO", 0},
+    {u"GOTO", 0},
+    {u"GOSUB", 0},
 };
 constexpr TextView kLanguageWords = u"IF THEN ELSE END LOCKED BEGIN CASE GO GOTO GOSUB TO SUB SUBROUTINE CALL LOOP "
                                     u"UNTIL WHILE DO REPEAT FOR NEXT STEP INCLUDE";
@@ -46,7 +68,122 @@ void CheckList(int32_t listClass, TextView delim)
         throw Error(error_number::kSubscript, u"Subscript out of range");
 }
 
+/// Takes a word out of a class; false when no class is left.
+bool LeaveClass(clsKeyword& keyword, int32_t Class)
+{
+    int32_t left = keyword.Class & ~Class;
+    if (left == 0) return false;
+    keyword.Class = left;
+    if (left == keyword_class::kReserved) keyword.Block &= ~(block::kUserBegin | block::kUserEnd | block::kUserMiddle);
+    return true;
+}
+
 } // namespace
+
+KeywordTables::KeywordTables() : classes_(kUnits), hints_(size_t{1} << kHintBits), candidates_(size_t{1} << kHintBits)
+{
+}
+
+void KeywordTables::Rebuild(const KeywordList& list, TextView commentPrefixes) noexcept
+{
+    Clear(commentPrefixes);
+    for (const KeywordList::Entry& entry : list) IgnoringErrors([&] { AddWord(entry); });
+    SortComments();
+    // The ends and the length of a word in another case may differ from those of the keyword: no hint can be given.
+    if (wide_) std::fill(hints_.begin(), hints_.end(), uint8_t{kWhole | kSeveral | kMostWords << kWordsShift});
+}
+
+void KeywordTables::Clear(TextView commentPrefixes)
+{
+    using namespace unit_class;
+    std::fill(classes_.begin(), classes_.end(), uint8_t{0});
+    std::fill(hints_.begin(), hints_.end(), uint8_t{0});
+    auto add = [this](TextView units, uint8_t bits) {
+        for (char16_t c : units) classes_[c] |= bits;
+    };
+    add(u"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz", kLetter | kLabel | kFirst | kNext);
+    add(u"0123456789", kDigit | kLabel | kNext);
+    add(u"$._", kLabel);
+    add(kDefaultFirst, kFirst | kFirstExact);
+    add(kDefaultNext, kNext);
+    add(u" \"'\\(),;", kSyntax);
+    add(ValueMark, kSyntax);
+    add(SubValueMark, kSyntax);
+    add(commentPrefixes, kPrefix);
+    firstChars_ = kDefaultFirst;
+    nextChars_ = kDefaultNext;
+    comments_.clear();
+    compoundSize_ = 0;
+    haveBlanks_ = false;
+    wide_ = false;
+}
+
+void KeywordTables::AddWord(const KeywordList::Entry& entry)
+{
+    using namespace unit_class;
+    if (entry.Word.empty()) return;
+    AddHints(entry);
+    char16_t first = entry.Word.front();
+    if (!(Of(first) & (kLetter | kFirstExact))) AllowFirst(first);
+    if (Of(first) & kPrefix)
+        comments_.push_back(&entry);
+    else
+        AddFollowing(TextView(entry.Word).substr(1));
+}
+
+void KeywordTables::AllowFirst(char16_t c)
+{
+    using namespace unit_class;
+    firstChars_ += c;
+    classes_[c] |= kFirst | kFirstExact;
+    if (c < 0x80) return;
+    wide_ = true;
+    USet* forms = uset_open(c, c);
+    uset_closeOver(forms, USET_CASE_INSENSITIVE);
+    for (int32_t i = 0; i < uset_size(forms); ++i) {
+        UChar32 form = uset_charAt(forms, i);
+        if (form >= 0 && form < static_cast<UChar32>(kUnits)) classes_[static_cast<size_t>(form)] |= kFirst;
+    }
+    uset_close(forms);
+}
+
+void KeywordTables::AddFollowing(TextView word)
+{
+    int32_t blanks = 0;
+    for (char16_t c : word) {
+        if (c == u' ') {
+            ++blanks;
+        } else if (!(Of(c) & unit_class::kNext)) {
+            nextChars_ += c;
+            classes_[c] |= unit_class::kNext;
+            wide_ = wide_ || c >= 0x80;
+        }
+    }
+    if (blanks == 0) return;
+    haveBlanks_ = true;
+    constexpr int32_t kMost = std::numeric_limits<int16_t>::max();
+    compoundSize_ = std::max(compoundSize_, static_cast<int16_t>(std::min(blanks + 1, kMost)));
+}
+
+void KeywordTables::AddHints(const KeywordList::Entry& entry)
+{
+    TextView key = entry.key;
+    size_t whole = HintIndex(key.front(), key.back(), key.size());
+    hints_[whole] |= hints_[whole] & kWhole ? kSeveral : kWhole;
+    candidates_[whole] = &entry;
+    size_t blank = key.find(u' ', 1);
+    if (blank == TextView::npos) return;
+    auto words = std::min<int32_t>(static_cast<int32_t>(std::count(key.begin(), key.end(), u' ')) + 1, kMostWords);
+    uint8_t& hint = hints_[HintIndex(key.front(), key[blank - 1], blank)];
+    int32_t most = std::max(words, int32_t{hint >> kWordsShift});
+    hint = static_cast<uint8_t>((hint & (kWhole | kSeveral)) | most << kWordsShift);
+}
+
+void KeywordTables::SortComments()
+{
+    std::stable_sort(comments_.begin(), comments_.end(),
+                     [](const clsKeyword* a, const clsKeyword* b) { return a->Word.size() > b->Word.size(); });
+}
 
 clsKeywords::clsKeywords() : prefixes_(kFixedPrefixes)
 {
@@ -90,21 +227,6 @@ clsKeyword* clsKeywords::AddKeyword(TextView Word, int32_t Class, int32_t Block)
     if (!(held->Class & keyword_class::kReserved)) held->Block = Block;
     return held;
 }
-
-namespace {
-
-/// Takes a word out of a class; false when no class is left.
-bool LeaveClass(clsKeyword& keyword, int32_t Class)
-{
-    int32_t left = keyword.Class & ~Class;
-    if (left == 0) return false;
-    keyword.Class = left;
-    if (left == keyword_class::kReserved)
-        keyword.Block &= ~(user_block::kBegin | user_block::kEnd | user_block::kMiddle);
-    return true;
-}
-
-} // namespace
 
 void clsKeywords::RemoveKeyword(TextView Word, int32_t Class)
 {

@@ -1,9 +1,81 @@
 #pragma once
 // What the editor knows of the words of the language and of those that the user added.
 
-#include "editing/KeywordTables.h"
+#include "editing/KeywordList.h"
+
+#include <vector>
 
 namespace nib {
+
+/// What a character can be, bits of KeywordTables::Of.
+namespace unit_class {
+inline constexpr uint8_t kLetter = 0x01;
+inline constexpr uint8_t kDigit = 0x02;
+inline constexpr uint8_t kLabel = 0x04;      ///< in a label, behind its first letter
+inline constexpr uint8_t kFirst = 0x08;      ///< first of a keyword: a letter, or a first character in either case
+inline constexpr uint8_t kFirstExact = 0x10; ///< stands in `KeywordFirstChars`
+inline constexpr uint8_t kNext = 0x20;       ///< may follow in a keyword
+inline constexpr uint8_t kPrefix = 0x40;     ///< begins a comment statement
+inline constexpr uint8_t kSyntax = 0x80;     ///< blank, mark, quote, parenthesis, comma or semicolon
+} // namespace unit_class
+
+/// What the lexer asks about characters and words, derived from a keyword list once a change.
+class KeywordTables {
+public:
+    KeywordTables();
+
+    void Rebuild(const KeywordList& list, TextView commentPrefixes) noexcept;
+
+    const Text& FirstChars() const { return firstChars_; }
+    const Text& NextChars() const { return nextChars_; }
+    int16_t CompoundSize() const { return compoundSize_; }
+    bool HaveBlanks() const { return haveBlanks_; }
+    /// Longest first; of the same length in the order of the list.
+    const std::vector<const clsKeyword*>& Comments() const { return comments_; }
+
+    const uint8_t* Classes() const { return classes_.data(); }
+    uint8_t Of(char16_t c) const { return classes_[c]; }
+
+    /// What the words that look like this one from afar (ends and length) may be; never less than they are. Bit 0: a
+    /// keyword is this word. Bit 1: more than one may be it. Above: the most words of a keyword that begins with it.
+    uint8_t Hint(TextView word) const { return hints_[HintIndex(word.front(), word.back(), word.size())]; }
+    static constexpr uint8_t kWhole = 1;
+    static constexpr uint8_t kSeveral = 2;
+    static constexpr int kWordsShift = 2;
+    /// The one keyword that a word can be of which the hint says "whole" and not "several"; the word is ASCII then.
+    const KeywordList::Entry& Candidate(TextView word) const
+    {
+        return *candidates_[HintIndex(word.front(), word.back(), word.size())];
+    }
+
+    /// Most words that are tried as one keyword.
+    static constexpr int32_t kMostWords = 10;
+
+private:
+    static constexpr size_t kHintBits = 13;
+    static size_t HintIndex(char16_t first, char16_t last, size_t length)
+    {
+        size_t ends = static_cast<size_t>(first & 31U) << 8 | static_cast<size_t>(last & 31U) << 3;
+        return (ends ^ length ^ (length & ~size_t{7}) << 2) & ((size_t{1} << kHintBits) - 1);
+    }
+
+    void Clear(TextView commentPrefixes);
+    void AddWord(const KeywordList::Entry& entry);
+    void AddFollowing(TextView word);
+    void AddHints(const KeywordList::Entry& entry);
+    void AllowFirst(char16_t c);
+    void SortComments();
+
+    std::vector<uint8_t> classes_; ///< for each of the 65536 units
+    std::vector<uint8_t> hints_;
+    std::vector<const KeywordList::Entry*> candidates_;
+    Text firstChars_;
+    Text nextChars_;
+    std::vector<const clsKeyword*> comments_;
+    int16_t compoundSize_ = 0;
+    bool haveBlanks_ = false;
+    bool wide_ = false; ///< a keyword may hold characters beyond ASCII
+};
 
 class clsKeywords {
 public:

@@ -1,5 +1,7 @@
 #include "language/BasicChecker.h"
 
+#include "text/SourceDocument.h"
+
 namespace nib {
 
 namespace {

@@ -2,10 +2,9 @@
 // Finds in a program of a MultiValue BASIC what is wrong in every dialect of it. Where dialects differ, nothing is
 // said.
 
-#include "language/BasicDirective.h"
+#include "language/BasicChecks.h"
+#include "language/BasicLine.h"
 #include "language/BlockCheck.h"
-#include "language/LabelCheck.h"
-#include "language/ParenCheck.h"
 
 namespace nib {
 

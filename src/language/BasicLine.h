@@ -1,6 +1,6 @@
 #pragma once
 // A line of a program as the checks see it: the lexer's tokens without blanks and comments, and with the words that
-// structure a program told apart.
+// structure a program told apart; and lines that are none of the program, but for its compiler.
 
 #include "editing/LexClass.h"
 
@@ -111,5 +111,27 @@ private:
 
 /// Equality of a word with one in ASCII capitals.
 bool IsWord(TextView word, TextView capitals);
+
+/// A line for the compiler, or a statement that includes an item.
+struct BasicDirective {
+    enum class Kind : uint8_t {
+        None,
+        Other,
+        Include,
+        Insert,    ///< an include that some compilers look for in folders of their own
+        Elsewhere, ///< takes in text in a way that is not understood here
+        If,
+        Else,
+        EndIf,
+    };
+    Kind kind = Kind::None;
+    Text file; ///< empty: the file of the item that includes
+    Text item;
+};
+
+/// `line` is whole; none unless it begins with "$" or "#".
+BasicDirective ReadDirective(TextView line);
+/// What follows the word INCLUDE.
+BasicDirective ReadInclude(TextView names);
 
 } // namespace nib

@@ -1,6 +1,6 @@
 #pragma once
+#include "language/BasicChecks.h"
 #include "language/BasicLine.h"
-#include "language/FindingList.h"
 
 #include <array>
 #include <optional>

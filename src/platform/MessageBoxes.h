@@ -44,12 +44,14 @@ inline constexpr int32_t kAnswerYesToAll = 14;
 inline constexpr int32_t kChecked = 128;
 } // namespace message_box
 
-/// Shows a modal box over the main window and answers the button pressed; closing the box counts as its Cancel button,
-/// or No where there is none. While a box is up, a further call answers 0 and shows nothing.
 class MessageBoxes {
 public:
     virtual ~MessageBoxes() = default;
+    /// A modal box over the main window and answers the button pressed; closing the box counts as its Cancel button,
+    /// or No where there is none. While a box is up, a further call answers 0 and shows nothing.
     virtual int32_t Show(TextView text, int32_t flags, TextView title) = 0;
+    /// The sound alone.
+    virtual void Beep() = 0;
 };
 
 } // namespace nib

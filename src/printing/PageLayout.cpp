@@ -1,6 +1,6 @@
 #include "printing/PageLayout.h"
 
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 
 #include <algorithm>
 #include <utility>
@@ -40,14 +40,14 @@ std::vector<int32_t> PagesToPrint(const std::vector<PrintRange>& ranges, int32_t
     return pages;
 }
 
-PageLayout::PageLayout(SourceViewModel& view, ISourceDraw2& handler, PageSurface& surface, const PageShape& shape,
+PageLayout::PageLayout(SourceView& view, ISourceDraw2& handler, PageSurface& surface, const PageShape& shape,
                        const std::vector<PrintRange>& lines)
     : view_(view), handler_(handler), surface_(surface), shape_(shape),
       rowsPerPage_(std::max(shape.height / std::max(shape.lineHeight, 1) - kHeaderRows, 1))
 {
-    for (int32_t type = 0; type < kKnownTypes; ++type) styles_.push_back(view_.PrintStyles().Get(type));
-    const SourceBuffer& buffer = view_.Buffer();
-    view_.Buffer().EnsureScanned();
+    for (int32_t type = 0; type < kKnownTypes; ++type) styles_.push_back(view_.PrintTokenStyles().Get(type));
+    const SourceDocument& buffer = view_.Document();
+    view_.Document().EnsureScanned();
     rows_.reserve(static_cast<size_t>(buffer.LineCount()));
     int32_t width = std::max(shape_.width - RowStart(), shape_.charWidth);
     for (int32_t line = 0; line < buffer.LineCount(); ++line) {
@@ -83,7 +83,7 @@ int32_t PageLayout::RowStart()
 
 void PageLayout::LayOutLine(int32_t line, int32_t width)
 {
-    TextView text = view_.Buffer().LineText(line, scratch_);
+    TextView text = view_.Document().LineText(line, scratch_);
     for (size_t start = 0;;) {
         rows_.push_back({line, static_cast<int32_t>(start)});
         TextView rest = text.substr(start);
@@ -140,8 +140,8 @@ void PageLayout::DrawRow(DrawContext& context, size_t row)
     const int32_t y = context.y;
     handler_.PreDrawLine(context);
     if (scanned_ != at.line) {
-        view_.Buffer().ScanLine(at.line, tokens_);
-        text_ = view_.Buffer().LineText(at.line, scratch_);
+        view_.Document().ScanLine(at.line, tokens_);
+        text_ = view_.Document().LineText(at.line, scratch_);
         scanned_ = at.line;
     }
     DrawTokens(context.x, y, at.start, RowEnd(row, static_cast<int32_t>(text_.size())));
@@ -167,7 +167,7 @@ void PageLayout::DrawTokens(double x, int32_t y, int32_t start, int32_t end)
 TokenStyle PageLayout::StyleOf(int32_t type) const
 {
     auto index = static_cast<size_t>(type);
-    return index < styles_.size() ? styles_[index] : view_.PrintStyles().Get(type);
+    return index < styles_.size() ? styles_[index] : view_.PrintTokenStyles().Get(type);
 }
 
 } // namespace nib

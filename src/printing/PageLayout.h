@@ -1,7 +1,7 @@
 #pragma once
 // A view's text on pages: wrapped rows, page breaks, and the drawing of both through a surface that may be anything.
 
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <vector>
 
@@ -39,7 +39,7 @@ class PageLayout {
 public:
     /// `handler` adds to each page. The lines are laid out here; the text must not change while the object lives.
     /// `lines` empty: all of them.
-    PageLayout(SourceViewModel& view, ISourceDraw2& handler, PageSurface& surface, const PageShape& shape,
+    PageLayout(SourceView& view, ISourceDraw2& handler, PageSurface& surface, const PageShape& shape,
                const std::vector<PrintRange>& lines = {});
 
     int32_t PageCount() const;
@@ -62,7 +62,7 @@ private:
     void DrawTokens(double x, int32_t y, int32_t start, int32_t end);
     TokenStyle StyleOf(int32_t type) const;
 
-    SourceViewModel& view_;
+    SourceView& view_;
     ISourceDraw2& handler_;
     PageSurface& surface_;
     PageShape shape_;

@@ -67,7 +67,7 @@ Paper PaperOf(const QPrinter& chosen, QPagedPaintDevice& device)
 
 } // namespace
 
-void DrawPages(SourceViewModel& view, const DebugLog& log, const Text& title, const Paper& paper,
+void DrawPages(SourceView& view, const DebugLog& log, const Text& title, const Paper& paper,
                const std::vector<PrintRange>& lines)
 {
     PrintClass head(view, log, title, ToText(QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat)));
@@ -105,16 +105,13 @@ void QtPrinting::Told(const std::function<void()>& body)
 
 void QtPrinting::Print(mvDocument& document)
 {
-    auto& view = static_cast<SourceViewModel&>(document.EnsureView().txtText());
+    SourceView& view = document.EnsureView().txtText();
     auto draw = [this, &view, title = document.PrintTitle()](const Paper& paper, const std::vector<PrintRange>& lines) {
         DrawPages(view, log_, title, paper, lines);
     };
     PrintJob job{ToQString(document.DisplayName()), [draw](const Paper& paper) { draw(paper, {}); }, {}};
     if (view.HasSelection()) {
-        Position start;
-        Position end;
-        view.GetSelection(start, end);
-        if (end < start) std::swap(start, end);
+        const auto [start, end] = view.Selection();
         // A selection that ends before the first character of a line takes nothing of it.
         int32_t last = end.col == 0 && end.line > start.line ? end.line - 1 : end.line;
         job.drawSelection = [draw, lines = PrintRange{start.line, last}](const Paper& paper) { draw(paper, {lines}); };

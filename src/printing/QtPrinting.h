@@ -22,7 +22,7 @@ class mvDocument;
 
 /// The view's lines on pages under a head with `title` and the present date; the paper's page ranges count. `lines`
 /// empty: all.
-void DrawPages(SourceViewModel& view, const DebugLog& log, const Text& title, const Paper& paper,
+void DrawPages(SourceView& view, const DebugLog& log, const Text& title, const Paper& paper,
                const std::vector<PrintRange>& lines = {});
 
 /// What can be printed, again and again for each preview.

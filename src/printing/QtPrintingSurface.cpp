@@ -2,8 +2,8 @@
 
 #include "base/Marks.h"
 #include "platform/qt/QtText.h"
-#include "text/WordBreak.h"
-#include "text/widget/CharacterKind.h"
+#include "text/TextSearch.h"
+#include "text/widget/LineLayout.h"
 #include "text/widget/ScreenColors.h"
 
 #include <QFontDatabase>

@@ -104,7 +104,7 @@ void FindEngine::SetSearchUp(bool up)
 
 void FindEngine::GetActiveDocument()
 {
-    current_ = services_.openDocuments.ById(host_.ActiveDocument());
+    current_ = services_.openDocuments.ById(services_.shell.ActiveDocument());
 }
 
 bool FindEngine::IsAllDocuments() const
@@ -159,7 +159,7 @@ bool FindEngine::StepTo(const FindQuery& query)
 /// Brings the document to the front, or remembers where its caret was before it moves.
 void FindEngine::Front(mvDocument& document)
 {
-    if (host_.ActiveDocument() == document.DocumentID())
+    if (services_.shell.ActiveDocument() == document.DocumentID())
         services_.shell.RecordPosition(document);
     else
         document.Activate();
@@ -172,7 +172,6 @@ void FindEngine::ShowHit(const FindQuery& query)
     Position start = walk_.LastMatch();
     Position end{start.col + query.Length(), start.line};
     Front(document);
-    document.RevealLine(start.line);
     if (query.up) std::swap(start, end);
     document.EnsureView().txtText().SetSelection(start, end);
 }
@@ -217,7 +216,7 @@ bool FindEngine::MayWrap(const FindQuery& query)
 {
     if (!query.FromCaret()) return true;
     int16_t setting = services_.settings.SearchEOD;
-    if (setting != kTellAtEnd) host_.Beep();
+    if (setting != kTellAtEnd) services_.shell.Beep();
     if (setting != kAskAtEnd) {
         services_.shell.SetStatusText(kStatusPane, u"Searched past end of document");
         return true;
@@ -280,7 +279,7 @@ void FindEngine::MarkHit()
 {
     SourceDocument& text = walk_.Document()->EnsureView().txtText().Document();
     int32_t line = walk_.LastMatch().line;
-    if (!(text.GetLineData(line, LineWord::Control) & line_bits::kBookmark)) text.ToggleBookmark(line);
+    if (!text.HasBookmark(line)) text.ToggleBookmark(line);
 }
 
 } // namespace nib

@@ -3,7 +3,6 @@
 #include "persistence/store/clsRecentList.h"
 #include "search/FindWalk.h"
 #include "search/OpReplaceAll.h"
-#include "search/SearchPorts.h"
 
 #include <optional>
 
@@ -40,9 +39,8 @@ struct Replacing {
 class FindEngine final : private WalkEvents {
 public:
     /// All outlive the engine.
-    FindEngine(DocumentServices& services, SearchHost& host, ResultsWindow& results, clsRecentList& recentSearches)
-        : services_(services), host_(host), results_(results), recentSearches_(recentSearches),
-          walk_(services.openDocuments, *this)
+    FindEngine(DocumentServices& services, ResultsWindow& results, clsRecentList& recentSearches)
+        : services_(services), results_(results), recentSearches_(recentSearches), walk_(services.openDocuments, *this)
     {
     }
 
@@ -116,7 +114,6 @@ private:
     static constexpr int32_t kStatusPane = 1;
 
     DocumentServices& services_;
-    SearchHost& host_;
     ResultsWindow& results_;
     clsRecentList& recentSearches_;
     FindWalk walk_;

@@ -1,7 +1,5 @@
 #include "search/OpReplaceAll.h"
 
-#include "editing/operations/OpReplace.h"
-
 #include <algorithm>
 
 namespace nib {
@@ -70,12 +68,12 @@ void ReplacePass::Replace(SourceDocument& document, Group group)
     Position end = EndOf(group.end - 1);
     size_t size = found_.size();
     if (group.end - group.first == 1) {
-        if (!sameCase_) old_ += GatherText(document, start, end);
+        if (!sameCase_) old_ += document.GetRange(start, end);
         document.DeleteRange(start, end);
         document.InsertText(start, replacement_);
         return;
     }
-    Text before = GatherText(document, start, end);
+    Text before = document.GetRange(start, end);
     Text after;
     after.reserve(before.size() + (group.end - group.first) * replacement_.size());
     size_t at = 0;

@@ -1,7 +1,6 @@
 #pragma once
 #include "documents/mvDocuments.h"
 #include "persistence/store/SettingsStore.h"
-#include "search/SearchPorts.h"
 
 namespace nib {
 
@@ -26,8 +25,8 @@ struct ResultsBounds {
 /// The contents of the results window: lines of text, and the way from a line back to its source.
 class ResultsModel {
 public:
-    /// All outlive the model.
-    ResultsModel(DocumentServices& services, const SearchHost& host) : services_(services), host_(host) {}
+    /// `services` outlive the model.
+    explicit ResultsModel(DocumentServices& services) : services_(services) {}
 
     void ShowResults(TextView text);
     void ResetResults(TextView title);
@@ -59,7 +58,6 @@ private:
     std::shared_ptr<mvDocument> DocumentAbove(Position caret) const;
 
     DocumentServices& services_;
-    const SearchHost& host_;
     Text text_;
     std::vector<Row> rows_{Row{}};
     bool hasHeaders_ = false;

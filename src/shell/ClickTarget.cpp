@@ -103,7 +103,7 @@ bool FindLabel(const ClickedLine& line, uint32_t lineState, Hit& hit)
     if (!line.Clicked() || line.Clicked()->type != token_type::kLabel) return false;
     const Token& token = *line.Clicked();
     bool first = Trim(line.Content().substr(0, static_cast<size_t>(token.start))).empty();
-    if (first && (lineState & kLabelLine)) return true;
+    if (first && (lineState & line_flag::kLabel)) return true;
     TextView name = line.TextOf(token);
     if (name.ends_with(u':')) name.remove_suffix(1);
     hit.kind = HitKind::Label;
@@ -147,12 +147,9 @@ bool FindInclude(const ClickedLine& line, Hit& hit)
     return true;
 }
 
-void FindBlock(uint32_t control, Hit& hit)
+void FindBlock(BlockPart block, Hit& hit)
 {
-    uint32_t block = control & line_bits::kBlockMask;
-    if (block == 0) return;
-    bool collapsed = (block & line_bits::kBlockStateMask) == line_bits::kBlockCollapsed;
-    hit.kind = collapsed ? HitKind::ClosedBlock : HitKind::OpenBlock;
+    if (block.Any()) hit.kind = block.IsCollapsed() ? HitKind::ClosedBlock : HitKind::OpenBlock;
 }
 
 SourceView* ViewOfDocument(mvDocument* document)
@@ -160,20 +157,14 @@ SourceView* ViewOfDocument(mvDocument* document)
     return document && document->View() ? &document->View()->txtText() : nullptr;
 }
 
-uint32_t BlockState(SourceDocument& text, int32_t line)
-{
-    return text.GetLineData(line, LineWord::Control) & line_bits::kBlockStateMask;
-}
-
 /// The head of the innermost block round `line`, which may be the head itself; -1 when it is in none.
 int32_t HeadOf(SourceDocument& text, int32_t line)
 {
     int32_t closed = 0;
     for (int32_t at = line; at >= 0; --at) {
-        uint32_t state = BlockState(text, at);
-        bool head = state == line_bits::kBlockHead || state == line_bits::kBlockCollapsed;
-        if (head && closed-- == 0) return at;
-        if (state == line_bits::kBlockEnd && at != line) ++closed;
+        BlockPart block = text.BlockAt(at);
+        if (block.IsHead() && closed-- == 0) return at;
+        if (block.kind == BlockPart::Kind::End && at != line) ++closed;
     }
     return -1;
 }
@@ -234,8 +225,7 @@ Hit HitTest(SourceView& view, Position at)
     hit.TargetLine = at.line + 1;
     ClickedLine line(view, at);
     if (FindLabel(line, document.GetLineData(at.line, LineWord::Lexer), hit)) return hit;
-    if (!FindCall(line, hit) && !FindInclude(line, hit))
-        FindBlock(document.GetLineData(at.line, LineWord::Control), hit);
+    if (!FindCall(line, hit) && !FindInclude(line, hit)) FindBlock(document.BlockAt(at.line), hit);
     return hit;
 }
 
@@ -254,7 +244,7 @@ void HandleBlockToggle(Program& program, mvDocument* document)
     int32_t line = std::min(target.TargetLine, text.LineCount()) - 1;
     if (target.kind == HitKind::ClosedBlock) text.ExpandBlock(line);
     if (target.kind != HitKind::OpenBlock) return;
-    while (line >= 0 && BlockState(text, line) != line_bits::kBlockHead) --line;
+    while (line >= 0 && text.BlockAt(line).kind != BlockPart::Kind::Head) --line;
     if (line >= 0) text.CollapseBlock(line);
 }
 
@@ -265,10 +255,9 @@ void HandleBlockCollapse(mvDocument* document, bool collapse, bool all)
     SourceDocument& text = view->Document();
     if (all) return collapse ? text.CollapseAll() : text.ExpandAll();
     int32_t line = view->CaretLine();
-    bool inBlock = (text.GetLineData(line, LineWord::Control) & line_bits::kBlockMask) != 0;
-    bool closed = BlockState(text, line) == line_bits::kBlockCollapsed;
-    if (closed && !collapse) text.ExpandBlock(line);
-    if (closed || !inBlock || !collapse) return;
+    BlockPart block = text.BlockAt(line);
+    if (block.IsCollapsed() && !collapse) text.ExpandBlock(line);
+    if (block.IsCollapsed() || !block.Any() || !collapse) return;
     if (int32_t head = HeadOf(text, line); head >= 0) text.CollapseBlock(head);
 }
 

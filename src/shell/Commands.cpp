@@ -67,7 +67,7 @@ bool RunCommand(TextView key, CommandContext& context)
     return context.program.Safely(u"frmMain.qkMenuBar_ToolClick", [&] {
         bool done = Dispatch(key, context);
         // Also after a refusal: the tool may show a state that has passed.
-        context.program.UpdateToolBar();
+        context.program.StateChanged();
         return done;
     });
 }

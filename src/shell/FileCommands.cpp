@@ -191,9 +191,7 @@ Text RecentEntryCaption(mvConnection& connection, TextView entry)
 
 void CloseWindow(mvDocument& document)
 {
-    if (!document.View() || document.View()->QueryUnload(0)) return;
-    // The question has usually closed it already.
-    if (document.View()) document.View()->Unload();
+    if (document.View()) document.View()->QueryUnload();
 }
 
 void ToggleWindowState(clsDocView& view, int32_t state)

@@ -78,7 +78,7 @@ void Program::Start(const CommandLine& line)
 void Program::LoadSettings()
 {
     auto ask = [this](TextView text, int32_t flags) { return ShowMessage(text, flags); };
-    settings_.LoadSettings({ports_.store, nullptr, DefaultFontName(), ask});
+    settings_.LoadSettings({ports_.store, DefaultFontName(), ask});
     if (settings_.FontName.empty()) settings_.FontName = DefaultFontName();
 }
 
@@ -161,6 +161,7 @@ bool Program::OpenPicked(const SelectedItem& picked)
 void Program::DocumentLeft(mvDocument& document)
 {
     IgnoringErrors([&] { history_.RecordPosition(&document, true); });
+    StateChanged();
 }
 
 void Program::AutoSaveTimer_Timer()
@@ -219,6 +220,7 @@ void Program::Shutdown()
 void Program::TakeDown()
 {
     AutoSaveTimer_.reset();
+    nextTurn_.reset();
     recovery_.EndAutoSaveSession();
     ports_.mainWindow.Unload();
     ports_.dialogs.Unload();
@@ -255,9 +257,30 @@ void Program::HideStatusPanel(int32_t panel)
     ports_.mainWindow.ShowStatusPanel(panel, false);
 }
 
-void Program::UpdateToolBar()
+void Program::DocumentChanged(mvDocument& document)
 {
-    ports_.mainWindow.UpdateToolBar();
+    changedDocuments_.insert(document.DocumentID());
+    StateChanged();
+}
+
+void Program::StateChanged()
+{
+    if (!nextTurn_ && !shuttingDown_)
+        nextTurn_ = ports_.timers.Every(std::chrono::milliseconds(0), [this] { ShowChanges(); });
+}
+
+void Program::ShowChanges()
+{
+    if (!nextTurn_) return;
+    nextTurn_.reset();
+    Guarded(
+        log_, u"Program.ShowChanges",
+        [&] {
+            for (int32_t id : std::exchange(changedDocuments_, {}))
+                if (auto document = openDocuments_.ById(id)) document->UpdateTitle();
+            ports_.mainWindow.UpdateToolBar();
+        },
+        [](const Error&) {});
 }
 
 void Program::SetWaitCursor(bool wait)
@@ -290,6 +313,7 @@ void Program::HoldAutoSave(bool hold)
 void Program::RecordPosition(mvDocument& document)
 {
     history_.RecordPosition(&document, false);
+    StateChanged();
 }
 
 std::unique_ptr<clsDocView> Program::CreateView(mvDocument& document)

@@ -20,6 +20,8 @@
 
 #include <set>
 
+#include <set>
+
 namespace nib {
 
 class Program;
@@ -88,10 +90,14 @@ public:
 
     int32_t ShowMessage(TextView text, int32_t flags, TextView title = u"Nib") override;
     void ReportError(TextView description) override;
+    void Beep() override { ports_.boxes.Beep(); }
     void SetStatusText(int32_t panel, TextView text) override;
     void ShowStatusPanel(int32_t panel) override;
     void HideStatusPanel(int32_t panel) override;
-    void UpdateToolBar() override;
+    /// Commands and titles are drawn afresh at the next turn of the loop, once however often they changed.
+    void StateChanged();
+    /// Draws now what waits for that, so that the user's next key or click meets commands as they are.
+    void ShowChanges();
 
     /// The user turned from the window of `document` to another.
     void DocumentLeft(mvDocument& document);
@@ -141,6 +147,7 @@ public:
 
 private:
     // DocumentShell
+    void DocumentChanged(mvDocument& document) override;
     void SetWaitCursor(bool wait) override;
     void ToForeground() override;
     void ProcessMessages() override;
@@ -176,7 +183,9 @@ private:
     Hit target_;
     NavigationHistory history_;
     Text defaultFontName_;
-    std::vector<int32_t> autoSaveGuards_; ///< held now, the innermost last
+    std::set<int32_t> changedDocuments_;      ///< their titles wait to be drawn
+    std::unique_ptr<Timers::Timer> nextTurn_; ///< while anything waits
+    std::vector<int32_t> autoSaveGuards_;     ///< held now, the innermost last
     bool fontsInstalled_ = false;
     bool shuttingDown_ = false;
 };

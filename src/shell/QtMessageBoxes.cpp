@@ -95,6 +95,11 @@ void AddCheckBox(QMessageBox& box, const MessageBoxPlan& plan, Outcome& outcome)
 
 } // namespace
 
+void QtMessageBoxes::Beep()
+{
+    QApplication::beep();
+}
+
 int32_t QtMessageBoxes::Show(TextView text, int32_t flags, TextView title)
 {
     if (up_) return 0;
@@ -115,7 +120,7 @@ int32_t QtMessageBoxes::Show(TextView text, int32_t flags, TextView title)
     box->setIcon(IconOf(plan.icon));
     AddButtons(*box, plan, outcome);
     AddCheckBox(*box, plan, outcome);
-    if (plan.sounds) QApplication::beep();
+    if (plan.sounds) Beep();
     box->exec();
     delete box.data();
     return MessageBoxAnswer(outcome.pressed, outcome.isChecked);

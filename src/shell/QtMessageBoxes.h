@@ -12,6 +12,7 @@ public:
     explicit QtMessageBoxes(QWidget* owner = nullptr) : owner_(owner) {}
     /// The answer survives the end of the owner.
     int32_t Show(TextView text, int32_t flags, TextView title) override;
+    void Beep() override;
 
 private:
     QPointer<QWidget> owner_;

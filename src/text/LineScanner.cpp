@@ -9,9 +9,6 @@ namespace nib {
 
 namespace {
 
-constexpr int32_t kPlainText = 8;
-constexpr int32_t kBegins = 1;
-constexpr int32_t kEnds = 2;
 /// Lines that are scanned at once to colour one further down correctly; beyond that a look at the line before must do.
 constexpr int32_t kScanAhead = 4000;
 
@@ -65,9 +62,9 @@ int32_t LineScanner::ReadTokens(int32_t length, std::vector<Token>* tokens, Nest
             if (at == length || token.type == 0 || token.start != at || token.length <= 0 || token.length > length - at)
                 return;
             if (tokens) tokens->push_back(token);
-            if (token.attributes == kBegins)
+            if (token.attributes == token_attribute::kBeginsBlock)
                 nesting.Follow({0, 1});
-            else if (token.attributes == kEnds)
+            else if (token.attributes == token_attribute::kEndsBlock)
                 nesting.Follow({1, 0});
             at += token.length;
         }
@@ -89,7 +86,7 @@ void LineScanner::RunLexer(int32_t line, std::vector<Token>* tokens, Nesting& ne
     auto length = static_cast<int32_t>(text.size());
     lexer_->BeginLineScan(document_, line, text, 0);
     int32_t at = ReadTokens(length, tokens, nesting);
-    if (at < length && tokens) tokens->push_back({kPlainText, at, length - at, 0});
+    if (at < length && tokens) tokens->push_back({kPlainToken, at, length - at, 0});
     lexer_->EndLineScan(document_);
 }
 
@@ -154,7 +151,7 @@ void LineScanner::Tokens(int32_t line, std::vector<Token>& tokens)
     tokens.clear();
     auto length = static_cast<int32_t>(lines_.Length(line));
     if (!lexer_ || busy_) { // a lexer that asks for tokens while it makes them gets plain text
-        if (length > 0) tokens.push_back({kPlainText, 0, length, 0});
+        if (length > 0) tokens.push_back({kPlainToken, 0, length, 0});
         return;
     }
     if (line < scannedTo_ + kScanAhead)
@@ -163,7 +160,202 @@ void LineScanner::Tokens(int32_t line, std::vector<Token>& tokens)
         Scan(line - 1);
     Scan(line, &tokens);
     if (line == scannedTo_) ++scannedTo_;
-    if (tokens.empty() && length > 0) tokens.push_back({kPlainText, 0, length, 0});
+    if (tokens.empty() && length > 0) tokens.push_back({kPlainToken, 0, length, 0});
+}
+
+bool BlockFolder::IsCollapsed(int32_t line) const
+{
+    return lines_.Word(line, kControl) & own_bits::kCollapsed;
+}
+
+bool BlockFolder::IsHidden(int32_t line) const
+{
+    return lines_.Word(line, kControl) & own_bits::kHidden;
+}
+
+int32_t BlockFolder::BlockEnd(int32_t line) const
+{
+    int32_t opens = NestingOf(lines_.Word(line, kControl)).opens;
+    return opens > 0 ? lines_.FindClose(line + 1, opens) : -1;
+}
+
+int32_t BlockFolder::LastHidden(int32_t head) const
+{
+    return LastHidden(head, BlockEnd(head));
+}
+
+/// The end line is hidden with its block unless it opens the next one.
+int32_t BlockFolder::LastHidden(int32_t head, int32_t end) const
+{
+    if (end > head && NestingOf(lines_.Word(end, kControl)).opens > 0) --end;
+    return end;
+}
+
+uint32_t BlockFolder::BlockBits(int32_t line) const
+{
+    Nesting own = NestingOf(lines_.Word(line, kControl));
+    int32_t depth = lines_.NestingBefore(line).opens;
+    // Of the blocks open here, those that never close are none.
+    bool inside = depth > own.closes && lines_.FindClose(line + 1, own.opens + 1) >= 0;
+    uint32_t bits = inside ? line_bits::kBlockInside : 0;
+    if (IsCollapsed(line)) return bits | line_bits::kBlockCollapsed;
+    if (own.opens > 0 && BlockEnd(line) >= 0) return bits | line_bits::kBlockHead;
+    if (own.closes > 0 && depth > 0) return bits | line_bits::kBlockEnd;
+    return bits;
+}
+
+void BlockFolder::SetBit(int32_t line, uint32_t bit, bool on)
+{
+    uint32_t word = lines_.Word(line, kControl);
+    lines_.SetWord(line, kControl, on ? word | bit : word & ~bit);
+}
+
+bool BlockFolder::Collapse(int32_t line)
+{
+    int32_t last = LastHidden(line);
+    if (IsCollapsed(line) || last <= line) return false;
+    SetBit(line, own_bits::kCollapsed, true);
+    ++collapsed_;
+    for (int32_t i = line + 1; i <= last; ++i) SetBit(i, own_bits::kHidden, true);
+    return true;
+}
+
+/// Shows lines again, but for what collapsed blocks among them hide.
+void BlockFolder::ShowRange(int32_t first, int32_t last)
+{
+    int32_t hiddenTo = -1;
+    for (int32_t line = first; line <= last; ++line) {
+        SetBit(line, own_bits::kHidden, line <= hiddenTo);
+        if (IsCollapsed(line)) hiddenTo = std::max(hiddenTo, LastHidden(line));
+    }
+}
+
+bool BlockFolder::Expand(int32_t line)
+{
+    if (!IsCollapsed(line)) return false;
+    SetBit(line, own_bits::kCollapsed, false);
+    --collapsed_;
+    if (!IsHidden(line)) ShowRange(line + 1, LastHidden(line));
+    return true;
+}
+
+template <typename Closed>
+void BlockFolder::MatchBlocks(Closed&& closed) const
+{
+    struct Open {
+        int32_t line;
+        int32_t left;
+    };
+    std::vector<Open> open;
+    for (int32_t line = 0; line < lines_.Count(); ++line) {
+        Nesting own = NestingOf(lines_.Word(line, kControl));
+        while (own.closes > 0 && !open.empty()) {
+            int32_t taken = std::min(own.closes, open.back().left);
+            own.closes -= taken;
+            open.back().left -= taken;
+            if (open.back().left > 0) break;
+            int32_t head = open.back().line;
+            open.pop_back();
+            closed(head, line);
+        }
+        if (own.opens > 0) open.push_back({line, own.opens});
+    }
+}
+
+bool BlockFolder::CollapseAll()
+{
+    bool changed = false;
+    MatchBlocks([&](int32_t head, int32_t end) {
+        if (IsCollapsed(head) || LastHidden(head, end) <= head) return;
+        SetBit(head, own_bits::kCollapsed, true);
+        ++collapsed_;
+        changed = true;
+    });
+    return HideCollapsed() || changed;
+}
+
+bool BlockFolder::ExpandAll()
+{
+    if (collapsed_ == 0) return false;
+    for (int32_t line = 0; line < lines_.Count(); ++line) {
+        SetBit(line, own_bits::kCollapsed, false);
+        SetBit(line, own_bits::kHidden, false);
+    }
+    collapsed_ = 0;
+    return true;
+}
+
+bool BlockFolder::Reveal(int32_t line)
+{
+    bool changed = false;
+    for (int32_t head = line - 1; head >= 0 && IsHidden(line); --head)
+        if (IsCollapsed(head) && LastHidden(head) >= line) changed = Expand(head) || changed;
+    return changed;
+}
+
+/// For many folds at once: matches all blocks in one walk rather than one by one.
+bool BlockFolder::HideCollapsed()
+{
+    std::vector<std::pair<int32_t, int32_t>> folds; // head and last hidden line
+    folds.reserve(static_cast<size_t>(std::max(collapsed_, 0)));
+    MatchBlocks([&](int32_t head, int32_t end) {
+        if (IsCollapsed(head) && LastHidden(head, end) > head) folds.emplace_back(head, LastHidden(head, end));
+    });
+    std::sort(folds.begin(), folds.end());
+    auto fold = folds.begin();
+    int32_t hiddenTo = -1;
+    bool changed = false;
+    for (int32_t line = 0; line < lines_.Count(); ++line) {
+        bool hide = line <= hiddenTo;
+        if (hide != IsHidden(line)) {
+            SetBit(line, own_bits::kHidden, hide);
+            changed = true;
+        }
+        if (!IsCollapsed(line)) continue;
+        if (fold != folds.end() && fold->first == line) {
+            hiddenTo = std::max(hiddenTo, fold++->second);
+        } else {
+            SetBit(line, own_bits::kCollapsed, false);
+            --collapsed_;
+            changed = true;
+        }
+    }
+    return changed;
+}
+
+bool BlockFolder::Refresh(int32_t first, int32_t last)
+{
+    // From the fold that reaches up to the edit to the end of those that began in it. A block above that ended above
+    // it still does: what matches it lies in between.
+    int32_t above = std::max(first - 1, 0);
+    int32_t seen = lines_.VisibleBefore(above) - (IsHidden(above) ? 1 : 0);
+    int32_t line = seen > 0 ? lines_.VisibleLine(seen) : 0;
+    int32_t below = last + 1 < lines_.Count() ? lines_.VisibleBefore(last + 1) : lines_.VisibleCount();
+    int32_t end = below < lines_.VisibleCount() ? lines_.VisibleLine(below) : lines_.Count() - 1;
+    int32_t hiddenTo = -1;
+    bool changed = false;
+    for (; line <= std::max(end, hiddenTo); ++line) {
+        bool hide = line <= hiddenTo;
+        if (hide != IsHidden(line)) {
+            SetBit(line, own_bits::kHidden, hide);
+            changed = true;
+        }
+        if (!IsCollapsed(line)) continue;
+        int32_t lastHidden = LastHidden(line);
+        if (lastHidden <= line) {
+            SetBit(line, own_bits::kCollapsed, false);
+            --collapsed_;
+            changed = true;
+        }
+        hiddenTo = std::max(hiddenTo, lastHidden);
+    }
+    return changed;
+}
+
+bool BlockFolder::LineRemoved(uint32_t control)
+{
+    if (control & own_bits::kCollapsed) --collapsed_;
+    return control & (own_bits::kCollapsed | own_bits::kHidden | own_bits::kNestingMask);
 }
 
 } // namespace nib

@@ -1,6 +1,6 @@
 #include "text/LineStore.h"
 
-#include "text/SourceView.h"
+#include "text/SourceContract.h"
 
 #include <algorithm>
 

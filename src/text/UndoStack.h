@@ -2,7 +2,7 @@
 // The steps that can be undone and redone, and where among them the saved text lies. Knows what a step is, not how to
 // apply it.
 
-#include "text/SourceView.h"
+#include "text/SourceContract.h"
 
 #include <array>
 #include <memory>

@@ -1,8 +1,11 @@
 #pragma once
+#include "base/Error.h"
 #include "documents/clsDocView.h"
 #include "fakes/FakeMainWindow.h"
 #include "fakes/MemoryClipboard.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
+
+#include <optional>
 
 namespace nib::test {
 
@@ -23,7 +26,8 @@ struct FakePane final : ViewHost {
 /// A document window over the real text component, without a screen.
 class FakeDocView final : public clsDocView {
 public:
-    FakeDocView(FakeMainWindow& window, Clipboard& clipboard) : window_(window), model_(buffer_, clipboard)
+    FakeDocView(FakeMainWindow& window, Clipboard& clipboard, int32_t documentId)
+        : window_(window), id_(documentId), model_(buffer_, clipboard)
     {
         model_.SetHost(&pane);
     }
@@ -32,37 +36,43 @@ public:
         if (IsActive()) window_.activeDocument = 0;
     }
 
-    void Activate() override { window_.activeDocument = ToInt(tag_); }
-    void Show() override { Activate(); }
-    bool QueryUnload(int32_t) override { return false; }
-    void Unload() override { visible_ = false; }
-    SourceView& txtText() override { return model_; }
-    void SetTitle(TextView title) override { title_ = title; }
-    Text Title() const override { return title_; }
-    void SetViewObject(mvDocument* document) override { document_ = document; }
-    mvDocument* ViewObject() const override { return document_; }
-    void SetAutoSaveFlag(bool flag) override { autoSaveFlag_ = flag; }
+    void Activate() override { window_.activeDocument = id_; }
+    void Show() override
+    {
+        if (!std::exchange(visible, true)) Activate();
+    }
+    void QueryUnload() override { ++closes; }
+    SourceView& txtText() override
+    {
+        if (failure) throw Error(*failure);
+        return model_;
+    }
+    LexClass* Lexer() override { return nullptr; }
+    void SetTitle(TextView text) override
+    {
+        title = text;
+        ++titles;
+    }
+    void SetAutoSaveFlag(bool flag) { autoSaveFlag_ = flag; }
     bool AutoSaveFlag() const override { return autoSaveFlag_; }
-    void SetTag(TextView tag) override { tag_ = tag; }
-    Text Tag() const override { return tag_; }
-    void SetVisible(bool visible) override { visible_ = visible; }
-    bool Visible() const override { return visible_; }
     void SetWindowState(int32_t state) override { state_ = state; }
     int32_t WindowState() const override { return state_; }
-    bool IsActive() const override { return !tag_.empty() && window_.activeDocument == ToInt(tag_); }
+    bool IsActive() const override { return window_.activeDocument == id_; }
 
     FakePane pane;
+    Text title;
+    bool visible = false;
+    int32_t closes = 0;           ///< asked for as by its close button
+    int32_t titles = 0;           ///< handed over so far
+    std::optional<Error> failure; ///< the text cannot be had
 
 private:
     FakeMainWindow& window_;
-    SourceBuffer buffer_;
-    SourceViewModel model_;
-    mvDocument* document_ = nullptr;
-    Text title_;
-    Text tag_;
+    int32_t id_;
+    SourceDocument buffer_;
+    SourceView model_;
     int32_t state_ = 0;
     bool autoSaveFlag_ = false;
-    bool visible_ = false;
 };
 
 } // namespace nib::test

@@ -54,10 +54,12 @@ public:
         answers_.pop_front();
         return answer;
     }
+    void Beep() override { ++beeps; }
     void Answer(std::initializer_list<int32_t> answers) { answers_.insert(answers_.end(), answers); }
     std::vector<ShownBox> Take() { return std::exchange(shown_, {}); }
 
     std::function<void()> whileShown;
+    int32_t beeps = 0;
 
 private:
     std::deque<int32_t> answers_;

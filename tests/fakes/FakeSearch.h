@@ -7,15 +7,6 @@
 
 namespace nib::test {
 
-struct FakeSearchHost final : SearchHost {
-    explicit FakeSearchHost(FakeMainWindow& mainWindow) : window(mainWindow) {}
-    int32_t ActiveDocument() const override { return window.activeDocument; }
-    void Beep() override { ++beeps; }
-
-    FakeMainWindow& window;
-    int32_t beeps = 0;
-};
-
 /// The results as text: what is highlighted stands in brackets, a header after "# ", a title after "= ".
 struct FakeResults final : ResultsWindow {
     void ShowResults(TextView text) override
@@ -79,10 +70,9 @@ struct TestSearch {
     MvEdit& Settings() { return program.program.EditorSettings(); }
 
     TestProgram program;
-    FakeSearchHost host{program.window};
     FakeResults results;
     clsRecentList recent;
-    FindEngine engine{program.program.Services(), host, results, recent};
+    FindEngine engine{program.program.Services(), results, recent};
 };
 
 } // namespace nib::test

@@ -1,6 +1,7 @@
 #pragma once
 #include "base/Error.h"
 #include "documents/ViewFactory.h"
+#include "documents/mvDocument.h"
 #include "fakes/FakeDocView.h"
 
 #include <optional>
@@ -11,10 +12,10 @@ class FakeViewFactory final : public ViewFactory {
 public:
     FakeViewFactory(FakeMainWindow& window, Clipboard& clipboard) : window_(window), clipboard_(clipboard) {}
 
-    std::unique_ptr<clsDocView> CreateView(mvDocument&) override
+    std::unique_ptr<clsDocView> CreateView(mvDocument& document) override
     {
         if (failure) throw Error(*failure);
-        return std::make_unique<FakeDocView>(window_, clipboard_);
+        return std::make_unique<FakeDocView>(window_, clipboard_, document.DocumentID());
     }
 
     std::optional<Error> failure;

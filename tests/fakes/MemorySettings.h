@@ -1,6 +1,6 @@
 #pragma once
 #include "base/Error.h"
-#include "editing/SettingsContext.h"
+#include "persistence/store/SettingsStore.h"
 
 #include <functional>
 #include <map>
@@ -30,17 +30,6 @@ public:
     std::vector<Text> written;
     int64_t reads = 0;
     bool failing = false;
-};
-
-class MemoryOldSettings final : public OldSettings {
-public:
-    Text Get(TextView valueName, TextView fallback) override
-    {
-        auto found = values.find(valueName);
-        return found == values.end() ? Text(fallback) : found->second;
-    }
-
-    StoredValues values;
 };
 
 } // namespace nib::test

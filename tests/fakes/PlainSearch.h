@@ -3,7 +3,7 @@
 // before the next hit is looked for. What the program finds and replaces is compared with it.
 
 #include "base/Text.h"
-#include "text/SourceView.h"
+#include "text/SourceDocument.h"
 
 #include <algorithm>
 #include <functional>

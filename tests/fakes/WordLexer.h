@@ -1,5 +1,5 @@
 #pragma once
-#include "text/SourceView.h"
+#include "text/SourceDocument.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // The checker of programs: any text at all, as a program and as what it includes.
 
 #include "language/BasicChecker.h"
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <cstddef>
 
@@ -25,7 +25,7 @@ struct OneItem final : IncludeItems {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    SourceBuffer program;
+    SourceDocument program;
     program.SetText(FromUtf8({reinterpret_cast<const char*>(data), size}));
     OneItem items(program);
     for (const Finding& finding : BasicChecker(items).Check(program, u"BP", u"MAIN"))

@@ -2,7 +2,7 @@
 // Input: one byte of options, a keyword list, NUL, comment prefixes, NUL, the text.
 
 #include "editing/LexClass.h"
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <cstdlib>
 
@@ -23,7 +23,7 @@ std::string_view TakePart(std::string_view& input)
     return part;
 }
 
-void ScanLine(ISourceLex4& lexer, SourceBuffer& buffer, int32_t line)
+void ScanLine(ISourceLex4& lexer, SourceDocument& buffer, int32_t line)
 {
     Text text = buffer.GetLine(line);
     auto length = static_cast<int32_t>(text.size());
@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     LexClass lexer;
     lexer.SetKeywords(keywords);
     lexer.SetHighlight(!(data[0] & 2));
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(FromUtf8(input));
     for (int32_t line = 0; line < buffer.LineCount(); ++line) ScanLine(lexer, buffer, line);
     return 0;

@@ -18,9 +18,9 @@ struct FrameFixture : testing::Test, Surroundings, ViewFactory {
     frmMain frame;
     Program program{Around(frame, *this)};
 
-    std::unique_ptr<clsDocView> CreateView(mvDocument&) override
+    std::unique_ptr<clsDocView> CreateView(mvDocument& document) override
     {
-        return std::make_unique<frmDocument>(frame, clipboard);
+        return std::make_unique<frmDocument>(frame, clipboard, document);
     }
 
     void SetUp() override
@@ -54,7 +54,11 @@ struct FrameFixture : testing::Test, Surroundings, ViewFactory {
         for (int i = 0; i < count; ++i) forms.push_back(&New());
         return forms;
     }
-    void Settle() { QApplication::processEvents(); }
+    void Settle()
+    {
+        QApplication::processEvents();
+        clock.Advance({});
+    }
     SourceViewWidget& TextOf(frmDocument& form) { return *form.SubWindow()->findChild<SourceViewWidget*>(); }
     void Load(frmDocument& form, TextView text)
     {

@@ -139,9 +139,10 @@ TEST_F(FrameTest, TabsStandForTheDocuments)
     EXPECT_EQ(tabs(), "NewItem1 NewItem2 [NewItem3] ");
     Key(Qt::Key_Tab, Qt::ControlModifier);
     forms[1]->txtText().TypeText(u"X");
+    Settle();
     EXPECT_EQ(tabs(), "NewItem1 [*NewItem2] NewItem3 ");
     EXPECT_EQ(Caption(), "Nib - [*NewItem2 (New)]");
-    forms[0]->QueryUnload(0);
+    forms[0]->QueryUnload();
     EXPECT_EQ(tabs(), "[*NewItem2] NewItem3 ");
 }
 

@@ -2,7 +2,7 @@
 #include "platform/qt/QtText.h"
 #include "printing/QtPrinting.h"
 #include "printing/QtPrintingFile.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 #include "text/widget/ScreenColors.h"
 
 #include "fakes/FakeMessageBoxes.h"
@@ -38,9 +38,9 @@ QString Poppler(const QString& tool, const QStringList& arguments)
 struct PrintedPdf : testing::Test {
     QTemporaryDir folder;
     WordLexer lexer;
-    SourceBuffer buffer;
+    SourceDocument buffer;
     MemoryClipboard clipboard;
-    SourceViewModel view{buffer, clipboard};
+    SourceView view{buffer, clipboard};
     DebugLog log;
     FakeMessageBoxes boxes;
     FileWriter saver = [keeper = FileSaver(folder.filePath(QStringLiteral("backup")).toStdString())](

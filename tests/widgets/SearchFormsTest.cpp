@@ -236,7 +236,7 @@ protected:
 
     TestSearch search;
     mvDocument& document = search.Add(u"one\r\ntwo 3\r\nthree");
-    ResultsModel model{search.program.program.Services(), search.host};
+    ResultsModel model{search.program.program.Services()};
     MapStore store;
     QWidget owner;
     std::unique_ptr<frmResults> form;

@@ -16,7 +16,7 @@ namespace nib {
 
 /// A view in a shown window of 400 by 300.
 struct ViewFixture : testing::Test {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     MemoryClipboard clipboard;
     WordLexer lexer;
     std::unique_ptr<SourceViewWidget> widget;
@@ -32,7 +32,7 @@ struct ViewFixture : testing::Test {
         widget->setFocus();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(widget.get()));
     }
-    SourceViewModel& Model() { return widget->Model(); }
+    SourceView& Model() { return widget->Model(); }
     void Load(TextView text)
     {
         Model().SetText(text);

@@ -56,7 +56,7 @@ TEST_F(ViewPaint, SelectionIsShownInThePalettesColour)
 
 TEST_F(ViewPaint, TokenColoursStayReadableOnADarkPage)
 {
-    TokenTable& styles = Model().TokenStyles();
+    TokenStyleTable& styles = Model().TokenStyles();
     for (int32_t type : {4, 6, 7}) styles.SetColor(type, 0x00FF0000);
     styles.SetColor(8, static_cast<int32_t>(0x80000008));
     for (const QPalette& palette : {QPalette(), Dark()}) {
@@ -132,7 +132,7 @@ TEST_F(ViewPaint, FirstVisibleIsKept)
     Model().GetFirstVisible(line, column);
     EXPECT_EQ(line, 120);
     EXPECT_EQ(column, 30);
-    SourceViewModel other(buffer, clipboard);
+    SourceView other(buffer, clipboard);
     other.SetCaret({0, 3});
     other.TypeText(u"1\r\n2\r\n");
     Model().GetFirstVisible(line, column);

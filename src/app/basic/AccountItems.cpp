@@ -45,12 +45,12 @@ IncludeItems::Answer AccountItems::FindExactly(TextView file, TextView item, Sou
     if (folder.empty() || !IsFolder(folder)) return HasFile(file) ? Answer::Unknown : Answer::NoFile;
     const std::string path = PathOf(folder, item);
     if (path.empty() || !IsPlainFile(path)) return Answer::NoItem;
-    std::unique_ptr<SourceBuffer>& buffer = texts_[path];
+    std::unique_ptr<SourceDocument>& buffer = texts_[path];
     if (!buffer) {
         TextForm form;
         const FileContent content = ReadWholeFile(path);
         const Text name = Text(file) + u" " + Text(item);
-        auto read = std::make_unique<SourceBuffer>();
+        auto read = std::make_unique<SourceDocument>();
         read->SetText(ItemText::ForItems(Charset(), false).Decode(content.Bytes(), form, name));
         buffer = std::move(read);
     }

@@ -1,6 +1,6 @@
 #pragma once
 #include "language/BasicChecker.h"
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <map>
 #include <memory>
@@ -20,7 +20,7 @@ private:
     bool HasFile(TextView file) const;
 
     std::string account_;
-    std::map<std::string, std::unique_ptr<SourceBuffer>> texts_; ///< by file name
+    std::map<std::string, std::unique_ptr<SourceDocument>> texts_; ///< by file name
 };
 
 } // namespace nib

@@ -1,12 +1,43 @@
 #pragma once
-#include "editing/operations/Blanks.h"
-#include "editing/operations/FormatLine.h"
-#include "text/SourceView.h"
+// The formatter. What a line does to the nesting is read from the flags that the lexer left on it; of its text only the
+// blanks and the label at its front are looked at.
+
+#include "editing/operations/BlockOps.h"
 
 #include <functional>
 #include <vector>
 
 namespace nib {
+
+struct FormatRules {
+    explicit FormatRules(const MvEdit& settings);
+
+    int32_t tabSize;
+    int32_t margin;
+    int32_t indentStar;
+    int32_t indentBang;
+    int32_t indentUserComment;
+};
+
+/// Levels that a line steps out before it is placed, and in for the lines behind it.
+struct BlockEffect {
+    int32_t increment = 0;
+    int32_t decrement = 0;
+};
+
+BlockEffect BlockEffectOf(uint32_t lineFlags);
+
+/// Blanks that go and come when a line is laid out.
+struct BlankEdit {
+    int32_t leading = 0;  ///< removed in front of the label
+    int32_t label = 0;    ///< length of the label with its ":"
+    int32_t delta = 0;    ///< added behind the label or at the front; negative: removed
+    int32_t trailing = 0; ///< removed at the end
+
+    bool IsEmpty() const { return leading == 0 && delta == 0 && trailing == 0; }
+};
+
+BlankEdit LayOutLine(TextView line, uint32_t lineFlags, int32_t level, const FormatRules& rules);
 
 /// Lays out a whole document by its blocks. The lines are looked at once; what was found is kept, so that a redo gives
 /// the same text whatever the settings are by then.

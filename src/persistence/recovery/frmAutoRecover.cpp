@@ -37,14 +37,14 @@ frmAutoRecover::frmAutoRecover(modAutoRecover& recovery) : list_(recovery)
 
 void frmAutoRecover::Build()
 {
-    Label2_ = new QLabel(
+    whatToDo_ = new QLabel(
         QStringLiteral("Check all documents you want to recover, then click the Recover button. Click Delete to delete "
                        "recoverable copies."));
-    Label2_->setWordWrap(true);
-    Label1_ = new QLabel(QStringLiteral("Recoverable documents"));
+    whatToDo_->setWordWrap(true);
+    caption_ = new QLabel(QStringLiteral("Recoverable documents"));
     lstDocuments_ = new QListWidget;
     ShowOutlines(*lstDocuments_);
-    lstDocuments_->setAccessibleName(Label1_->text());
+    lstDocuments_->setAccessibleName(caption_->text());
     lstDocuments_->setTextElideMode(Qt::ElideMiddle);
     lstDocuments_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     lstDocuments_->setUniformItemSizes(true);
@@ -70,8 +70,8 @@ void frmAutoRecover::Build()
     answers->addWidget(cmdRecover_);
     answers->addWidget(cmdCancel_);
     auto* column = new QVBoxLayout(this);
-    column->addWidget(Label2_);
-    column->addWidget(Label1_);
+    column->addWidget(whatToDo_);
+    column->addWidget(caption_);
     column->addWidget(lstDocuments_, 1);
     column->addLayout(checks);
     column->addSpacing(fontMetrics().lineSpacing() / 2);

@@ -28,8 +28,8 @@ private:
     void Leave(RecoveryChoice choice) { done(static_cast<int>(choice)); }
 
     RecoveryList list_;
-    QLabel* Label2_ = nullptr;
-    QLabel* Label1_ = nullptr;
+    QLabel* whatToDo_ = nullptr;
+    QLabel* caption_ = nullptr;
     QListWidget* lstDocuments_ = nullptr;
     QPushButton* cmdSelect_ = nullptr;
     QPushButton* cmdUnselect_ = nullptr;

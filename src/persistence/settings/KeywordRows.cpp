@@ -1,6 +1,6 @@
 #include "persistence/settings/KeywordRows.h"
 
-#include "editing/FoldedWord.h"
+#include "editing/KeywordList.h"
 
 #include <algorithm>
 

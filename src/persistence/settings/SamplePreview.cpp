@@ -1,6 +1,6 @@
 #include "persistence/settings/SamplePreview.h"
 
-#include "editing/SettingsTable.h"
+#include "editing/MvEdit.h"
 
 namespace nib {
 

@@ -2,7 +2,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocuments.h"
-#include "editing/SettingText.h"
+#include "editing/MvEdit.h"
 #include "persistence/store/LeadingNumber.h"
 
 #include <algorithm>

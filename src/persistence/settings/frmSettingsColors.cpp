@@ -1,7 +1,7 @@
 #include "persistence/settings/frmSettingsColors.h"
 
 #include "platform/qt/QtText.h"
-#include "text/widget/DesktopColors.h"
+#include "text/widget/ScreenColors.h"
 
 #include <QColorDialog>
 #include <QEvent>

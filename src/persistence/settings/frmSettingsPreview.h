@@ -2,7 +2,7 @@
 #include "editing/LexClass.h"
 #include "editing/MvEdit.h"
 #include "platform/qt/QtClipboard.h"
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <QCoreApplication>
 #include <QFrame>
@@ -22,7 +22,7 @@ public:
 private:
     MvEdit sample_;
     LexClass lexer_;
-    SourceBuffer buffer_;
+    SourceDocument buffer_;
     QtClipboard clipboard_;
     std::unique_ptr<SourceViewWidget> view_;
 };

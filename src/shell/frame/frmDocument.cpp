@@ -19,17 +19,15 @@ namespace nib {
 namespace {
 
 constexpr int kFocusRetry = 50;
-/// Digits of the line numbers and a blank; the block column takes two more.
-constexpr int32_t kMargin = 5;
-constexpr int32_t kBlockColumn = 2;
 /// Round the text, in twips.
 constexpr int32_t kRoomAround = 100;
 constexpr QSize kUsualSize(760, 520);
 
 } // namespace
 
-frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard)
-    : mainWindow_(mainWindow), lexer_(&mainWindow.Owner().Log())
+frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard, mvDocument& document)
+    : mainWindow_(mainWindow), lexer_(&mainWindow.Owner().Log()), document_(&document),
+      documentId_(document.DocumentID())
 {
     Program& program = mainWindow_.Owner();
     program.Log().Write(u"frmdocument initialize begin", trace::kObjects);
@@ -44,25 +42,20 @@ frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard)
 
 frmDocument::~frmDocument()
 {
+    document_ = nullptr; // which may be in its own end
+    window_->hide();
     Model().SetEvents(nullptr);
     window_->Detach();
     // The widget refers to this object's text: it goes first, the empty frame when Qt is back in its loop.
     delete widget_;
     mainWindow_.RemoveChild(*this);
-    window_->hide();
     window_->deleteLater();
     mainWindow_.Owner().Log().Write(u"frmdocument terminate", trace::kObjects);
 }
 
 void frmDocument::Load()
 {
-    const MvEdit& settings = mainWindow_.Owner().EditorSettings();
-    Model().SetLineWrap(settings.LineWrap);
-    lexer_.SetHighlight(settings.Highlight);
-    lexer_.SetKeywords(settings.Keywords);
     buffer_.SetLexer(&lexer_);
-    Model().SetMarginWidth(kMargin + (settings.CollapseBlocks ? kBlockColumn : 0));
-    Model().SetShowBlocks(settings.CollapseBlocks);
 }
 
 void frmDocument::Connect()
@@ -91,7 +84,7 @@ QMdiSubWindow* frmDocument::SubWindow() const
     return window_;
 }
 
-SourceViewModel& frmDocument::Model() const
+SourceView& frmDocument::Model() const
 {
     return widget_->Model();
 }
@@ -112,18 +105,14 @@ void frmDocument::Activate()
 
 void frmDocument::Show()
 {
-    SetVisible(true);
+    if (Visible()) return;
+    mainWindow_.ShowChild(*this);
+    FocusText();
 }
 
-bool frmDocument::QueryUnload(int32_t mode)
+void frmDocument::QueryUnload()
 {
-    if ((mode != 0 && mode != 4) || !document_) return false;
-    return !mainWindow_.Owner().Files().FileClose(*document_);
-}
-
-void frmDocument::Unload()
-{
-    window_->hide();
+    if (document_) mainWindow_.Owner().Files().FileClose(*document_);
 }
 
 void frmDocument::SetTitle(TextView title)
@@ -132,17 +121,6 @@ void frmDocument::SetTitle(TextView title)
     window_->setWindowTitle(PlainTitle(title_));
     widget_->setAccessibleName(ToQString(title_));
     mainWindow_.ChildTitleChanged(*this);
-}
-
-void frmDocument::SetVisible(bool visible)
-{
-    if (!visible) {
-        window_->hide();
-        return;
-    }
-    if (Visible()) return;
-    mainWindow_.ShowChild(*this);
-    FocusText();
 }
 
 bool frmDocument::Visible() const
@@ -204,11 +182,6 @@ bool frmDocument::TextHasFocus() const
     return widget_->hasFocus();
 }
 
-void frmDocument::BackSpace()
-{
-    Model().Backspace();
-}
-
 void frmDocument::ShiftLines(bool outwards)
 {
     if (outwards)
@@ -257,7 +230,7 @@ void DocumentWindow::closeEvent(QCloseEvent* event)
 {
     // Closing the document destroys the form and schedules this window's end; the event itself closes nothing.
     event->ignore();
-    if (form_) form_->QueryUnload(0);
+    if (form_) form_->QueryUnload();
 }
 
 void DocumentWindow::changeEvent(QEvent* event)

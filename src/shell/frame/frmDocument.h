@@ -4,7 +4,7 @@
 #include "documents/clsDocView.h"
 #include "editing/LexClass.h"
 #include "shell/ClickTarget.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <QMdiSubWindow>
 #include <QPointF>
@@ -17,32 +17,24 @@ namespace nib {
 
 class DocumentWindow;
 class frmMain;
+class mvDocument;
 class SourceViewWidget;
 
 /// The window class behind clsDocView. Qt owns the visible part, the document owns this object; when the document lets
 /// it go, the window goes too.
 class frmDocument final : public clsDocView, public ViewEvents {
 public:
-    frmDocument(frmMain& mainWindow, Clipboard& clipboard);
+    frmDocument(frmMain& mainWindow, Clipboard& clipboard, mvDocument& document);
     ~frmDocument() override;
 
     // clsDocView
     void Activate() override;
     void Show() override;
-    bool QueryUnload(int32_t mode) override;
-    void Unload() override;
+    void QueryUnload() override;
     SourceView& txtText() override;
     LexClass* Lexer() override { return &lexer_; }
     void SetTitle(TextView title) override;
-    Text Title() const override { return title_; }
-    void SetViewObject(mvDocument* document) override { document_ = document; }
-    mvDocument* ViewObject() const override { return document_; }
-    void SetAutoSaveFlag(bool flag) override { autoSaveFlag_ = flag; }
     bool AutoSaveFlag() const override { return autoSaveFlag_; }
-    void SetTag(TextView tag) override { tag_ = tag; }
-    Text Tag() const override { return tag_; }
-    void SetVisible(bool visible) override;
-    bool Visible() const override;
     void SetWindowState(int32_t state) override;
     int32_t WindowState() const override;
     bool IsActive() const override;
@@ -54,19 +46,23 @@ public:
     void OvertypeChanged(bool overtype) override;
 
     // For the frame
+    /// Null once the document lets it go.
+    mvDocument* ViewObject() const { return document_; }
+    int32_t DocumentID() const { return documentId_; }
+    Text Title() const { return title_; }
+    bool Visible() const;
     QMdiSubWindow* SubWindow() const;
     /// The window has come to the front, or another has taken its place there.
     void Activated();
     void Deactivated();
     void FocusText();
     bool TextHasFocus() const;
-    void BackSpace();
     void ShiftLines(bool outwards);
 
 private:
     friend class DocumentWindow;
 
-    SourceViewModel& Model() const;
+    SourceView& Model() const;
     void Load();
     void Connect();
     void ShowPosition();
@@ -80,13 +76,13 @@ private:
 
     frmMain& mainWindow_;
     LexClass lexer_; ///< outlives the buffer, which calls it
-    SourceBuffer buffer_;
+    SourceDocument buffer_;
     DocumentWindow* window_ = nullptr;   ///< owned by the MDI area, deleted with this object
     SourceViewWidget* widget_ = nullptr; ///< owned by window_
-    mvDocument* document_ = nullptr;
+    mvDocument* document_;
+    const int32_t documentId_;
     QTimer focusTimer_;
     Text title_;
-    Text tag_;
     Position lastMouse_; ///< where the left button was last released
     int32_t lastState_ = 0;
     bool doubleClicked_ = false; ///< the next release of the button acts

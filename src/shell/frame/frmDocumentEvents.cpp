@@ -1,5 +1,6 @@
 // What happens in the text of a document window; part of frmDocument.
 
+#include "documents/ApplySettings.h"
 #include "documents/mvDocument.h"
 #include "shell/Program.h"
 #include "shell/frame/frmDocument.h"
@@ -7,15 +8,6 @@
 #include "text/widget/SourceViewWidget.h"
 
 namespace nib {
-
-namespace {
-
-/// From this many lines on the numbers have five digits.
-constexpr int32_t kLongText = 10000;
-constexpr int32_t kLongMargin = 6;
-constexpr int32_t kBlockColumn = 2;
-
-} // namespace
 
 // Status bar and command states
 
@@ -28,7 +20,7 @@ void frmDocument::ShowPosition()
 
 void frmDocument::CheckSelection()
 {
-    if (std::exchange(selectionSeen_, Model().HasSelection()) != selectionSeen_) mainWindow_.UpdateToolBar();
+    if (std::exchange(selectionSeen_, Model().HasSelection()) != selectionSeen_) mainWindow_.Owner().StateChanged();
 }
 
 void frmDocument::CaretMoved(Position)
@@ -41,15 +33,14 @@ void frmDocument::CaretMoved(Position)
 void frmDocument::ModifiedChanged(bool modified)
 {
     autoSaveFlag_ = modified;
-    mainWindow_.UpdateToolBar();
-    if (document_) document_->UpdateTitle();
+    if (document_) mainWindow_.Owner().Shell().DocumentChanged(*document_);
 }
 
 void frmDocument::LinesChanged()
 {
     // The margin never narrows by itself, so that it does not jump while editing.
-    int32_t needed = kLongMargin + (Model().ShowBlocks() ? kBlockColumn : 0);
-    if (buffer_.LineCount() >= kLongText && Model().MarginWidth() != needed) Model().SetMarginWidth(needed);
+    const int32_t needed = MarginWidthFor(Model());
+    if (needed > Model().MarginWidth()) Model().SetMarginWidth(needed);
 }
 
 void frmDocument::OvertypeChanged(bool)
@@ -87,7 +78,7 @@ void frmDocument::MouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers mo
     constexpr auto held = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
     if (button == Qt::LeftButton && !(modifiers & held)) {
         lastMouse_ = place;
-        mainWindow_.UpdateToolBar();
+        mainWindow_.Owner().StateChanged();
     } else if (button == Qt::RightButton) {
         QPoint global = widget_->viewport()->mapToGlobal(at.toPoint());
         HitKind kind = HitAt(place);

@@ -26,7 +26,7 @@ void frmMain::AddChild(frmDocument& form)
 void frmMain::RemoveChild(frmDocument& form)
 {
     std::erase(children_, &form);
-    menus_.RemoveTab(ToInt(form.Tag()));
+    menus_.RemoveTab(form.DocumentID());
     order_.Remove(&form);
     if (current_ == &form) current_ = nullptr;
     area_->removeSubWindow(form.SubWindow());
@@ -35,7 +35,7 @@ void frmMain::RemoveChild(frmDocument& form)
     ChildActivated();
     if (current_) return;
     UpdateCaption();
-    UpdateToolBar();
+    program_->StateChanged();
 }
 
 int32_t frmMain::StateForNew(const frmDocument& form) const
@@ -87,7 +87,7 @@ void frmMain::ChildActivated()
         form->Activated();
     }
     UpdateCaption();
-    UpdateToolBar();
+    program_->StateChanged();
 }
 
 void frmMain::FollowFrameState(frmDocument& form)
@@ -164,7 +164,7 @@ void frmMain::Arrange(int32_t mode)
         window->setGeometry(cells[i].left, cells[i].top, cells[i].width, cells[i].height);
         if (how == Arrangement::Cascade) window->raise();
     }
-    UpdateToolBar();
+    program_->StateChanged();
 }
 
 } // namespace nib

@@ -39,6 +39,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event)
 {
     QEvent::Type type = event->type();
     bool asking = type == QEvent::ShortcutOverride;
+    if (asking || type == QEvent::MouseButtonPress) program_->ShowChanges();
     if ((!asking && type != QEvent::KeyPress && type != QEvent::KeyRelease) || !watched->isWidgetType())
         return QMainWindow::eventFilter(watched, event);
     auto* key = static_cast<QKeyEvent*>(event);
@@ -71,15 +72,11 @@ void frmMain::Act(KeyAction action)
     if (action == KeyAction::Swallow) return;
     // No window may change while the key is still on its way.
     auto later = [this](auto&& body) { QMetaObject::invokeMethod(this, body, Qt::QueuedConnection); };
-    frmDocument* form = ActiveForm();
     switch (action) {
     case KeyAction::NextDocument: later([this] { StepDocument(false); }); break;
     case KeyAction::PreviousDocument: later([this] { StepDocument(true); }); break;
     case KeyAction::IndentBlock: ShiftLines(u"IndentBlock", false); break;
     case KeyAction::OutdentBlock: ShiftLines(u"OutdentBlock", true); break;
-    case KeyAction::BackSpace:
-        if (form) form->BackSpace();
-        break;
     case KeyAction::Pass:
     case KeyAction::Swallow: break;
     }
@@ -118,7 +115,7 @@ void frmMain::FreeStuckFocus()
 void frmMain::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow()) UpdateToolBar();
+    if (event->type() == QEvent::ActivationChange && loaded_ && isActiveWindow()) program_->StateChanged();
     // A maximised child window writes into the title what it makes of it.
     if (event->type() == QEvent::WindowTitleChange && loaded_) UpdateCaption();
 }

@@ -9,7 +9,7 @@ namespace {
 
 enum class Held { No, Yes, Any };
 /// Where the key must be pressed.
-enum class Place { Frame, Text, Lines };
+enum class Place { Frame, Lines };
 
 struct KeyRow {
     FrameKey key;
@@ -26,7 +26,6 @@ constexpr KeyRow kRows[] = {
     {FrameKey::Tab, Held::No, Held::Yes, Held::Any, Place::Frame, KeyAction::NextDocument},
     {FrameKey::Tab, Held::No, Held::No, Held::No, Place::Lines, KeyAction::IndentBlock},
     {FrameKey::Tab, Held::Yes, Held::No, Held::No, Place::Lines, KeyAction::OutdentBlock},
-    {FrameKey::Tab, Held::Yes, Held::No, Held::No, Place::Text, KeyAction::BackSpace},
     {FrameKey::F6, Held::No, Held::Yes, Held::No, Place::Frame, KeyAction::NextDocument},
 };
 
@@ -37,8 +36,7 @@ bool Fits(Held wanted, bool held)
 
 bool Fits(Place wanted, const KeyboardState& state)
 {
-    if (wanted == Place::Frame) return true;
-    return state.textFocused && (wanted == Place::Text || state.multiLineSelection);
+    return wanted == Place::Frame || (state.textFocused && state.multiLineSelection);
 }
 
 constexpr int32_t kLast = 79;

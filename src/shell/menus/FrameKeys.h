@@ -27,8 +27,7 @@ enum class KeyAction {
     NextDocument,
     PreviousDocument,
     IndentBlock,
-    OutdentBlock,
-    BackSpace
+    OutdentBlock
 };
 
 /// Every answer but Pass swallows the key.

@@ -50,7 +50,6 @@ bool NavigationHistory::RecordPosition(mvDocument* document, bool throttled)
     if (!position) return false;
     forwardCount_ = 0;
     Store(*position);
-    services_.shell.UpdateToolBar();
     return true;
 }
 
@@ -75,7 +74,6 @@ bool NavigationHistory::NavigateBack(mvDocument* document)
         forwardSlot_ = Before(forwardSlot_);
         ++forwardCount_;
     }
-    services_.shell.UpdateToolBar();
     return moved;
 }
 
@@ -86,7 +84,6 @@ bool NavigationHistory::NavigateForward(mvDocument* document)
     if (!present) return false;
     bool moved = StepForward();
     if (moved) Store(*present);
-    services_.shell.UpdateToolBar();
     return moved;
 }
 
@@ -163,7 +160,8 @@ void GotoModel::GetLabels()
     Guarded(
         services_.log, u"frmGoto.GetLabels",
         [&] {
-            if (auto document = ActiveDocument()) labels_ = Split(document->BuildLabelTable().Extract({1}), kValueMark);
+            if (auto document = ActiveDocument())
+                for (const Label& label : document->Labels()) labels_.push_back(label.name);
         },
         [&](const Error& error) { services_.shell.ReportError(error.description); });
 }

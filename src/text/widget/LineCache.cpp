@@ -34,7 +34,7 @@ void LineCache::SetPreedit(Position at, TextView text)
 
 TextView LineCache::ShownText(int32_t line)
 {
-    TextView text = buffer_.LineText(line, scratch_);
+    TextView text = document_.LineText(line, scratch_);
     if (preedit_.empty() || line != preeditAt_.line) return text;
     auto at = std::min(static_cast<size_t>(preeditAt_.col), text.size());
     composed_.assign(text.substr(0, at)).append(preedit_).append(text.substr(at));
@@ -76,7 +76,7 @@ LineEntry& LineCache::Styled(int32_t line)
     LineEntry& entry = Find(line);
     if (!entry.styled) {
         // Scanning tells of changed lines, this one among them; what counts as built is settled after it.
-        buffer_.ScanLine(line, entry.tokens);
+        document_.ScanLine(line, entry.tokens);
         bool wasLaidOut = entry.laidOut;
         if (!wasLaidOut) LayOut(line, entry);
         MakeRoomForPreedit(entry);

@@ -1,7 +1,7 @@
 #pragma once
 // The laid-out lines round what is in sight. An entry is built when asked for and lives until its line changes.
 
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 #include "text/widget/LineLayout.h"
 #include "text/widget/ScreenColors.h"
 
@@ -13,7 +13,7 @@ namespace nib {
 struct LineEntry {
     LineLayout layout;
     std::vector<Token> tokens; ///< in shown columns
-    /// Text in composition stands within the line: shown columns differ from the buffer's behind it.
+    /// Text in composition stands within the line: shown columns differ from the document's behind it.
     int32_t preeditAt = -1;
     int32_t preeditLength = 0;
     bool laidOut = false;
@@ -28,8 +28,8 @@ struct LineEntry {
 
 class LineCache {
 public:
-    LineCache(SourceBuffer& buffer, const ViewMetrics& metrics, const ScreenColors& colors)
-        : buffer_(buffer), metrics_(metrics), colors_(colors)
+    LineCache(SourceDocument& document, const ViewMetrics& metrics, const ScreenColors& colors)
+        : document_(document), metrics_(metrics), colors_(colors)
     {
     }
 
@@ -56,7 +56,7 @@ private:
     void MakeRoomForPreedit(LineEntry& entry) const;
     QList<QTextLayout::FormatRange> Formats(const std::vector<Token>& tokens) const;
 
-    SourceBuffer& buffer_;
+    SourceDocument& document_;
     const ViewMetrics& metrics_;
     const ScreenColors& colors_;
     std::unordered_map<int32_t, std::unique_ptr<LineEntry>> entries_;

@@ -1,8 +1,13 @@
 #include "text/widget/LineLayout.h"
 
-#include "text/widget/CharacterKind.h"
+#include "text/TextSearch.h"
 
+#include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QTextOption>
+
+#include <unicode/uchar.h>
+#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <cmath>
@@ -10,6 +15,38 @@
 namespace nib {
 
 namespace {
+
+constexpr int kSample = 64;
+
+qreal Advance(const QFont& font, QChar c)
+{
+    return QFontMetricsF(font).horizontalAdvance(QString(kSample, c)) / kSample;
+}
+
+QFont BaseFont(const SourceFont& source, int zoom)
+{
+    QFont font = source.name.empty() ? QFontDatabase::systemFont(QFontDatabase::FixedFont)
+                                     : QFont(QString::fromStdU16String(source.name));
+    if (!source.name.empty()) font.setStyleHint(QFont::Monospace);
+    font.setPointSizeF(std::clamp(source.size + zoom, 4.0, 144.0));
+    font.setBold(source.bold);
+    font.setItalic(source.italic);
+    font.setKerning(false);
+    return font;
+}
+
+/// Cells of the character that begins at `column`; the second half of a pair counts none.
+int32_t CellsAt(TextView text, int32_t column)
+{
+    char16_t unit = text[static_cast<size_t>(column)];
+    if (unit < 0x300 || IsSign(unit)) return 1;
+    if (U16_IS_TRAIL(unit) && column > 0 && U16_IS_LEAD(text[static_cast<size_t>(column) - 1])) return 0;
+    UChar32 c = 0;
+    U16_GET(text.data(), 0, column, static_cast<int32_t>(text.size()), c);
+    if (U_GET_GC_MASK(c) & (U_GC_MN_MASK | U_GC_ME_MASK | U_GC_CF_MASK)) return 0;
+    int32_t width = u_getIntPropertyValue(c, UCHAR_EAST_ASIAN_WIDTH);
+    return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
+}
 
 constexpr size_t kLongLine = 4000;
 
@@ -30,6 +67,91 @@ QString ShapedText(TextView text)
 }
 
 } // namespace
+
+void ViewMetrics::BuildFace(Face& face, const QFont& base, int32_t style)
+{
+    face.font = base;
+    if (style & token_style::kBold) face.font.setBold(true);
+    if (style & token_style::kItalic) face.font.setItalic(true);
+    // A bold face of another width would leave the grid.
+    qreal advance = Advance(face.font, u'0');
+    if (fixedPitch_ && std::abs(advance - charWidth_) > 0.01) {
+        face.font.setLetterSpacing(QFont::AbsoluteSpacing, charWidth_ - advance);
+    }
+    face.raw = QRawFont::fromFont(face.font);
+    face.glyphs.fill(0);
+    if (!fixedPitch_ || !face.raw.isValid()) return;
+    QString characters;
+    for (char16_t c = 0; c < kGlyphs; ++c) characters.append(c < 0x20 ? u' ' : c);
+    QList<quint32> glyphs = face.raw.glyphIndexesForString(characters);
+    if (glyphs.size() != static_cast<qsizetype>(kGlyphs)) return;
+    QList<QPointF> advances = face.raw.advancesForGlyphIndexes(glyphs);
+    for (char16_t c = 0x20; c < kGlyphs; ++c) {
+        bool sameWidth = std::abs(advances[c].x() - advances[u'0'].x()) < 0.01;
+        if (sameWidth && !IsShownControl(c)) face.glyphs[c] = glyphs[c];
+    }
+}
+
+void ViewMetrics::Build(const SourceFont& font, int zoom)
+{
+    QFont base = BaseFont(font, zoom);
+    if (faces_[0].raw.isValid() && base == faces_[0].font) return;
+    QFontMetricsF metrics(base);
+    charWidth_ = Advance(base, u'0');
+    fixedPitch_ = std::all_of(std::begin("iMW.|"), std::end("iMW.|") - 1,
+                              [&](char c) { return std::abs(Advance(base, QLatin1Char(c)) - charWidth_) < 0.01; });
+    ascent_ = std::ceil(metrics.ascent());
+    lineHeight_ = ascent_ + std::ceil(metrics.descent()) + std::max(1.0, std::ceil(metrics.leading()));
+    // The plain face is left as asked for, so that the same font is known again.
+    for (int32_t style = 0; style < 4; ++style) BuildFace(faces_[Index(style)], base, style);
+}
+
+void CellMap::BuildPlain(int32_t columns)
+{
+    text_.clear();
+    checkpoints_.clear();
+    columns_ = cells_ = columns;
+}
+
+void CellMap::Build(TextView text)
+{
+    text_ = text;
+    checkpoints_.clear();
+    columns_ = static_cast<int32_t>(text.size());
+    cells_ = 0;
+    checkpoints_.reserve(text.size() / kStep + 1);
+    for (int32_t column = 0; column < columns_; ++column) {
+        if (column % kStep == 0) checkpoints_.push_back(cells_);
+        cells_ += CellsAt(text, column);
+    }
+    if (columns_ == 0) checkpoints_.push_back(0);
+}
+
+int32_t CellMap::CellOf(int32_t column) const
+{
+    column = std::clamp(column, 0, columns_);
+    if (Plain()) return column;
+    auto step = std::min(static_cast<size_t>(column / kStep), checkpoints_.size() - 1);
+    int32_t cells = checkpoints_[step];
+    for (int32_t at = static_cast<int32_t>(step) * kStep; at < column; ++at) cells += CellsAt(text_, at);
+    return cells;
+}
+
+int32_t CellMap::ColumnOf(int32_t cell) const
+{
+    cell = std::clamp(cell, 0, cells_);
+    if (Plain()) return cell;
+    auto above = std::upper_bound(checkpoints_.begin(), checkpoints_.end(), cell);
+    auto step = static_cast<int32_t>(std::distance(checkpoints_.begin(), above)) - 1;
+    int32_t cells = checkpoints_[static_cast<size_t>(step)];
+    int32_t column = step * kStep;
+    while (column < columns_) {
+        cells += CellsAt(text_, column);
+        if (cells > cell) break;
+        ++column;
+    }
+    return GraphemeStart(text_, column);
+}
 
 bool LineLayout::NeedsShaping(TextView text, const ViewMetrics& metrics)
 {

@@ -1,8 +1,11 @@
 #include "text/widget/LinePainter.h"
 
-#include "text/WordBreak.h"
-#include "text/widget/CharacterKind.h"
+#include "base/Marks.h"
+#include "platform/qt/QtText.h"
+#include "text/TextSearch.h"
+#include "text/widget/LineLayout.h"
 
+#include <QFontMetricsF>
 #include <QGlyphRun>
 
 #include <algorithm>
@@ -12,14 +15,135 @@ namespace nib {
 
 namespace {
 
-constexpr int32_t kPlainText = 8;
-
-QString ToQString(TextView text)
-{
-    return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
-}
+/// Letters of the marks U+F8FB to U+F8FF.
+constexpr char kLetters[] = {'t', 's', 'v', '^', 'i'};
 
 } // namespace
+
+void SignPainter::Build(const QFont& font, qreal ascent)
+{
+    small_ = font;
+    small_.setBold(false);
+    small_.setItalic(false);
+    small_.setPointSizeF(std::max(font.pointSizeF() * 0.72, 3.0));
+    capital_ = std::round(ascent * 0.8);
+}
+
+void SignPainter::PaintSign(QPainter& painter, const QRectF& cell, qreal baseline, char16_t c,
+                            const QColor& color) const
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    // On whole pixels, or the small box blurs; its frame steps back behind the letter.
+    qreal left = std::ceil(cell.left());
+    qreal right = std::max(std::floor(cell.right()), left + 4);
+    QRectF box(left + 0.5, baseline - capital_ + 0.5, right - left - 1, capital_ + 1);
+    QColor frame = color;
+    frame.setAlphaF(0.5F);
+    painter.setPen(QPen(frame, 1));
+    painter.drawRoundedRect(box, 2, 2);
+    if (IsMark(c)) {
+        painter.setFont(small_);
+        painter.setPen(color);
+        QString letter{QLatin1Char(kLetters[c - kTextMark])};
+        QRectF ink = QFontMetricsF(small_).tightBoundingRect(letter);
+        painter.drawText(box.center() - ink.center(), letter);
+    } else {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        qreal dot = std::max(box.width() * 0.2, 1.0);
+        painter.drawEllipse(box.center(), dot, dot);
+    }
+    painter.restore();
+}
+
+void SignPainter::PaintDots(QPainter& painter, const QRectF& cell, const QColor& color) const
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, 1));
+    QRectF box = cell.adjusted(0.5, cell.height() * 0.2, -0.5, -cell.height() * 0.2);
+    painter.drawRoundedRect(box, 3, 3);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    qreal dot = std::max(box.height() * 0.09, 0.9);
+    for (int i = -1; i <= 1; ++i) painter.drawEllipse(box.center() + QPointF(i * box.width() * 0.24, 0), dot, dot);
+    painter.restore();
+}
+
+void SignPainter::PaintFoldBox(QPainter& painter, QPointF centre, qreal side, bool collapsed, const QColor& color,
+                               const QColor& fill)
+{
+    qreal half = std::floor(side / 2);
+    QRectF box(centre.x() - half, centre.y() - half, 2 * half, 2 * half);
+    painter.setPen(QPen(color, 1));
+    painter.setBrush(fill);
+    painter.drawRect(box);
+    qreal arm = std::max(half - 2, 1.0);
+    painter.drawLine(centre - QPointF(arm, 0), centre + QPointF(arm, 0));
+    if (collapsed) painter.drawLine(centre - QPointF(0, arm), centre + QPointF(0, arm));
+}
+
+MarginPlaces MarginPlaces::Of(const SourceView& model, const ViewMetrics& metrics)
+{
+    MarginPlaces places;
+    places.blocks = model.ShowBlocks() && model.MarginWidth() >= 2;
+    qreal cell = metrics.CharWidth();
+    int32_t width = model.MarginWidth();
+    places.width = std::round(cell * width);
+    places.numbers = cell * std::max(width - (places.blocks ? 3 : 1), 0);
+    places.select = places.blocks ? cell * (width - 2) : std::max(cell * width - cell / 2, 0.0);
+    return places;
+}
+
+void MarginPainter::Paint(QPainter& painter, const MarginPlaces& places, const MarginLine& line) const
+{
+    if (places.numbers > 0) {
+        QString number = QString::number(line.line + 1);
+        qreal width = QFontMetricsF(metrics_.StyledFont(0)).horizontalAdvance(number);
+        if (line.bookmark) {
+            painter.save();
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(colors_.bookmark);
+            qreal pad = metrics_.CharWidth() * 0.35;
+            QRectF plate(1, line.y + 1, places.numbers - 1 + pad, metrics_.LineHeight() - 2);
+            painter.drawRoundedRect(plate, 3, 3);
+            painter.restore();
+        }
+        painter.setFont(metrics_.StyledFont(0));
+        painter.setPen(line.bookmark ? colors_.onBookmark : line.current ? colors_.strong : colors_.faint);
+        painter.drawText(QPointF(places.numbers - width, line.y + metrics_.Ascent()), number);
+    }
+    if (places.blocks) PaintFold(painter, places, line);
+}
+
+void MarginPainter::PaintSeparator(QPainter& painter, const MarginPlaces& places, qreal top, qreal bottom) const
+{
+    if (places.width <= 0) return;
+    painter.fillRect(QRectF(std::floor(places.select), top, 1, bottom - top), colors_.line);
+}
+
+void MarginPainter::PaintFold(QPainter& painter, const MarginPlaces& places, const MarginLine& line) const
+{
+    const BlockPart& block = line.block;
+    if (!block.Any()) return;
+    bool end = block.kind == BlockPart::Kind::End;
+    // Half a pixel off, so that lines of one pixel are sharp.
+    qreal x = std::floor((places.select + places.width) / 2) + 0.5;
+    qreal middle = std::floor(line.y + metrics_.LineHeight() / 2) + 0.5;
+    qreal bottom = line.y + line.height;
+    painter.setPen(QPen(colors_.faint, 1));
+    bool above = block.inside || !block.IsHead();
+    bool below = block.inside || !(end || block.IsCollapsed());
+    if (above) painter.drawLine(QPointF(x, line.y), QPointF(x, middle));
+    if (below) painter.drawLine(QPointF(x, middle), QPointF(x, bottom));
+    if (end) painter.drawLine(QPointF(x, middle), QPointF(x + metrics_.CharWidth() * 0.6, middle));
+    if (block.IsHead()) {
+        qreal side = std::clamp(std::floor(metrics_.CharWidth() * 1.1), 6.0, metrics_.LineHeight() - 2);
+        SignPainter::PaintFoldBox(painter, {x, middle}, side, block.IsCollapsed(), colors_.faint, colors_.base);
+    }
+}
 
 void LinePainter::Paint(QPainter& painter, const PaintedLine& line)
 {
@@ -91,7 +215,7 @@ void LinePainter::PaintCells(QPainter& painter, const PaintedLine& line, const R
         int32_t end = covered                                    ? next->start + next->length
                       : next != tokens.end() && next->start > at ? next->start
                                                                  : row.last;
-        ScreenStyle style = colors_.Style(covered ? next->type : kPlainText);
+        ScreenStyle style = colors_.Style(covered ? next->type : kPlainToken);
         bool selected = at >= line.selectionStart && at < line.selectionEnd;
         if (selected) {
             style.color = colors_.highlightedText;

@@ -1,10 +1,59 @@
 #pragma once
-// Paints one line: selection, tokens, signs, text in composition.
+// Paints one line and the margin beside it.
 
 #include "text/widget/LineCache.h"
-#include "text/widget/SignPainter.h"
+
+#include <QPainter>
 
 namespace nib {
+
+/// Small drawings within a cell: the MultiValue marks, control characters, fold boxes.
+class SignPainter {
+public:
+    void Build(const QFont& font, qreal ascent);
+    /// A mark or control character in `cell`, whose text stands on `baseline`.
+    void PaintSign(QPainter& painter, const QRectF& cell, qreal baseline, char16_t c, const QColor& color) const;
+    /// The dots behind the head of a collapsed block.
+    void PaintDots(QPainter& painter, const QRectF& cell, const QColor& color) const;
+    static void PaintFoldBox(QPainter& painter, QPointF centre, qreal side, bool collapsed, const QColor& color,
+                             const QColor& fill);
+
+private:
+    QFont small_;
+    qreal capital_ = 8; ///< height of the box over the baseline
+};
+
+/// Where the margin's columns end, from its left.
+struct MarginPlaces {
+    qreal numbers = 0; ///< right edge of the numbers
+    qreal select = 0;  ///< a click left of it selects lines
+    qreal width = 0;
+    bool blocks = false;
+    static MarginPlaces Of(const SourceView& model, const ViewMetrics& metrics);
+};
+
+struct MarginLine {
+    int32_t line = 0;
+    qreal y = 0;
+    qreal height = 0; ///< of all its rows
+    bool bookmark = false;
+    BlockPart block;
+    bool current = false;
+};
+
+/// Number, bookmark, fold mark.
+class MarginPainter {
+public:
+    MarginPainter(const ViewMetrics& metrics, const ScreenColors& colors) : metrics_(metrics), colors_(colors) {}
+    void Paint(QPainter& painter, const MarginPlaces& places, const MarginLine& line) const;
+    void PaintSeparator(QPainter& painter, const MarginPlaces& places, qreal top, qreal bottom) const;
+
+private:
+    void PaintFold(QPainter& painter, const MarginPlaces& places, const MarginLine& line) const;
+
+    const ViewMetrics& metrics_;
+    const ScreenColors& colors_;
+};
 
 struct PaintedLine {
     TextView text;
@@ -17,6 +66,7 @@ struct PaintedLine {
     bool collapsed = false;
 };
 
+/// Selection, tokens, signs, text in composition.
 class LinePainter {
 public:
     LinePainter(const ViewMetrics& metrics, const ScreenColors& colors, const SignPainter& signs)

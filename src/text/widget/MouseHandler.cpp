@@ -1,6 +1,6 @@
 #include "text/widget/MouseHandler.h"
 
-#include "text/WordBreak.h"
+#include "text/TextSearch.h"
 #include "text/widget/SourceViewWidget.h"
 
 #include <QApplication>
@@ -19,12 +19,10 @@ namespace {
 
 constexpr int kScrollInterval = 40;
 
-bool InSelection(const SourceViewModel& model, Position p)
+bool InSelection(const SourceView& model, Position p)
 {
-    Position anchor;
-    Position caret;
-    model.GetSelection(anchor, caret);
-    return std::min(anchor, caret) <= p && p < std::max(anchor, caret);
+    auto [start, end] = model.Selection();
+    return start <= p && p < end;
 }
 
 /// Selecting whole lines puts the caret at their end, which may be far to the right: the view stays where it is.
@@ -58,7 +56,7 @@ void MouseHandler::Press(const QMouseEvent& event)
 
 void MouseHandler::PressLeft(QPointF at, bool extend)
 {
-    SourceViewModel& model = widget_.Model();
+    SourceView& model = widget_.Model();
     Position p = widget_.PositionAt(at);
     auto zone = widget_.ZoneAt(at);
     bool third = tripleTimer_.isActive() && (at - pressed_).manhattanLength() < QApplication::startDragDistance();
@@ -93,7 +91,7 @@ void MouseHandler::DoubleClick(const QMouseEvent& event)
     mayDrag_ = false;
     pressed_ = last_ = event.position();
     tripleTimer_.start(QApplication::doubleClickInterval());
-    SourceViewModel& model = widget_.Model();
+    SourceView& model = widget_.Model();
     model.SelectWord(widget_.PositionAt(event.position(), true));
     model.GetSelection(unitStart_, unitEnd_);
     anchorLine_ = unitStart_.line;
@@ -128,7 +126,7 @@ void MouseHandler::Release(const QMouseEvent& event)
 
 void MouseHandler::ExtendTo(QPointF at)
 {
-    SourceViewModel& model = widget_.Model();
+    SourceView& model = widget_.Model();
     Position p = widget_.PositionAt(at);
     if (unit_ == Unit::Line) {
         SelectLines(widget_, anchorLine_, p.line);
@@ -141,9 +139,9 @@ void MouseHandler::ExtendTo(QPointF at)
 
 void MouseHandler::SelectUnits(Position at)
 {
-    SourceViewModel& model = widget_.Model();
+    SourceView& model = widget_.Model();
     Text scratch;
-    ColumnRange word = WordAt(model.Buffer().LineText(at.line, scratch), at.col);
+    ColumnRange word = WordAt(model.Document().LineText(at.line, scratch), at.col);
     Position start{word.first, at.line};
     Position end{word.last, at.line};
     if (start < unitStart_) {
@@ -171,10 +169,9 @@ void MouseHandler::UpdateCursor(QPointF at) const
     bool arrow = zone != SourceViewWidget::Zone::Content ||
                  (widget_.Model().HasSelection() && InSelection(widget_.Model(), widget_.PositionAt(at, true)));
     Qt::CursorShape shape = arrow ? Qt::ArrowCursor : Qt::IBeamCursor;
-    if (zone == SourceViewWidget::Zone::Blocks) {
-        uint32_t bits = widget_.Model().Buffer().GetLineData(widget_.PositionAt(at).line, LineWord::Control);
-        if (bits & line_bits::kBlockHead) shape = Qt::PointingHandCursor;
-    }
+    if (zone == SourceViewWidget::Zone::Blocks &&
+        widget_.Model().Document().BlockAt(widget_.PositionAt(at).line).IsHead())
+        shape = Qt::PointingHandCursor;
     widget_.viewport()->setCursor(shape);
 }
 
@@ -215,7 +212,7 @@ void MouseHandler::DragEnd()
 void MouseHandler::Drop(QDropEvent& event)
 {
     DragEnd();
-    SourceViewModel& model = widget_.Model();
+    SourceView& model = widget_.Model();
     Position target = widget_.PositionAt(event.position());
     if (event.source() == &widget_) {
         dropHere_ = true;

@@ -1,15 +1,52 @@
 #include "text/widget/ScreenColors.h"
 
-#include "text/widget/DesktopColors.h"
-
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace nib {
 
 namespace {
 
-constexpr int32_t kPlainText = 8; ///< the token type whose style is the view's default
+struct DesktopRow {
+    QPalette::ColorRole role;
+    QPalette::ColorGroup group = QPalette::Active;
+    QRgb fixed = 0; ///< instead of the role, unless 0
+};
+
+constexpr DesktopRow kRows[] = {
+    {QPalette::Midlight},                              // scroll bar
+    {QPalette::Window, QPalette::Active, 0xFF3A6EA5U}, // desktop
+    {QPalette::Highlight},                             // active caption
+    {QPalette::Mid},                                   // inactive caption
+    {QPalette::Window},                                // menu
+    {QPalette::Base},                                  // window
+    {QPalette::Shadow},                                // window frame
+    {QPalette::WindowText},                            // menu text
+    {QPalette::Text},                                  // window text
+    {QPalette::HighlightedText},                       // active caption text
+    {QPalette::Window},                                // active border
+    {QPalette::Window},                                // inactive border
+    {QPalette::Dark},                                  // workspace
+    {QPalette::Highlight},                             // selection
+    {QPalette::HighlightedText},                       // selected text
+    {QPalette::Button},                                // button face
+    {QPalette::Dark},                                  // button shadow
+    {QPalette::Text, QPalette::Disabled},              // gray text
+    {QPalette::ButtonText},                            // button text
+    {QPalette::WindowText},                            // inactive caption text
+    {QPalette::Light},                                 // button highlight
+    {QPalette::Shadow},                                // dark shadow
+    {QPalette::Midlight},                              // light
+    {QPalette::ToolTipText},                           // tool tip text
+    {QPalette::ToolTipBase},                           // tool tip
+    {QPalette::AlternateBase},                         // alternate face
+    {QPalette::Link},                                  // hot light
+    {QPalette::Highlight},                             // active caption's end
+    {QPalette::Mid},                                   // inactive caption's end
+    {QPalette::Highlight},                             // menu highlight
+    {QPalette::Window},                                // menu bar
+};
 
 double Luminance(const QColor& color)
 {
@@ -24,6 +61,13 @@ QColor Mix(const QColor& a, const QColor& b, double share)
 }
 
 } // namespace
+
+QColor DesktopColor(const QPalette& palette, int32_t index)
+{
+    if (index < 0 || index >= static_cast<int32_t>(std::size(kRows))) return {};
+    const DesktopRow& row = kRows[index];
+    return row.fixed ? QColor(row.fixed) : palette.color(row.group, row.role);
+}
 
 double Contrast(const QColor& a, const QColor& b)
 {
@@ -72,18 +116,18 @@ ScreenStyle ScreenColors::Style(int32_t tokenType) const
 
 ScreenStyle ScreenColors::Find(int32_t tokenType) const
 {
-    TokenStyle style = model_->ScreenStyles().Get(tokenType);
+    TokenStyle style = model_->TokenStyles().Get(tokenType);
     if (style.color == -1) return {text, style.style};
     return {Readable(FromNumber(style.color)), style.style};
 }
 
-void ScreenColors::Build(const QPalette& palette, const SourceViewModel& model)
+void ScreenColors::Build(const QPalette& palette, const SourceView& model)
 {
     known_.fill(std::nullopt);
     palette_ = palette;
     model_ = &model;
     base = FromNumber(model.BackColor());
-    TokenStyle plain = model.ScreenStyles().Get(kPlainText);
+    TokenStyle plain = model.TokenStyles().Get(kPlainToken);
     text = Readable(plain.color == -1 ? palette.color(QPalette::Text) : FromNumber(plain.color));
     highlight = palette.color(QPalette::Highlight);
     highlightedText = palette.color(QPalette::HighlightedText);

@@ -1,15 +1,20 @@
 #pragma once
 // Colours of a view: the palette's, and those of the token styles made readable on its background.
 
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <QColor>
 #include <QPalette>
 
 #include <array>
+#include <cstdint>
 #include <optional>
 
 namespace nib {
+
+/// What a numbered system colour is on this desktop: the palette's where it has one for the purpose, a fixed one where
+/// it has none. Invalid beyond the last number.
+QColor DesktopColor(const QPalette& palette, int32_t index);
 
 struct ScreenStyle {
     QColor color;
@@ -19,7 +24,7 @@ struct ScreenStyle {
 class ScreenColors {
 public:
     /// Anew before each paint: the style tables do not tell of changes.
-    void Build(const QPalette& palette, const SourceViewModel& model);
+    void Build(const QPalette& palette, const SourceView& model);
 
     QColor base;
     QColor text;
@@ -39,7 +44,7 @@ private:
     QColor FromNumber(int32_t color) const;
     QColor Readable(QColor color) const;
 
-    const SourceViewModel* model_ = nullptr;
+    const SourceView* model_ = nullptr;
     QPalette palette_;
     mutable std::array<std::optional<ScreenStyle>, 16> known_; ///< of the token types that source texts are full of
 };

@@ -1,6 +1,7 @@
 #include "text/widget/SourceViewAccessible.h"
 
-#include "text/WordBreak.h"
+#include "platform/qt/QtText.h"
+#include "text/TextSearch.h"
 #include "text/widget/SourceViewWidget.h"
 
 #include <algorithm>
@@ -9,11 +10,6 @@
 namespace nib {
 
 namespace {
-
-QString ToQString(TextView text)
-{
-    return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
-}
 
 QAccessibleInterface* Make(const QString& /*className*/, QObject* object)
 {
@@ -30,46 +26,8 @@ void InstallSourceViewAccessible()
 }
 
 SourceViewAccessible::SourceViewAccessible(SourceViewWidget& widget)
-    : QAccessibleWidget(&widget, QAccessible::EditableText), view_(widget)
+    : QAccessibleWidget(&widget, QAccessible::EditableText), view_(widget), text_(widget.ForTools())
 {
-}
-
-void SourceViewAccessible::TellCaret(SourceViewWidget& widget)
-{
-    if (!QAccessible::isActive()) return;
-    widget.Memory().Remember(widget.Model());
-    QAccessibleTextCursorEvent moved(&widget, widget.Offsets().Of(widget.Model().Caret()));
-    QAccessible::updateAccessibility(&moved);
-    Position anchor;
-    Position caret;
-    widget.Model().GetSelection(anchor, caret);
-    QAccessibleTextSelectionEvent selected(&widget, widget.Offsets().Of(std::min(anchor, caret)),
-                                           widget.Offsets().Of(std::max(anchor, caret)));
-    selected.setCursorPosition(widget.Offsets().Of(caret));
-    QAccessible::updateAccessibility(&selected);
-}
-
-void SourceViewAccessible::TellText(SourceViewWidget& widget, const TextChange& change)
-{
-    if (!QAccessible::isActive()) return;
-    int32_t start = widget.Offsets().Of(change.start);
-    if (change.oldEnd != change.start) {
-        QAccessibleTextRemoveEvent removed(&widget, start, ToQString(widget.Memory().Removed(change)));
-        QAccessible::updateAccessibility(&removed);
-    }
-    if (change.newEnd != change.start) {
-        QAccessibleTextInsertEvent inserted(
-            &widget, start, ToQString(widget.Offsets().Range(start, widget.Offsets().Of(change.newEnd))));
-        QAccessible::updateAccessibility(&inserted);
-    }
-    widget.Memory().Remember(widget.Model());
-}
-
-void SourceViewAccessible::TellReset(SourceViewWidget& widget)
-{
-    if (!QAccessible::isActive()) return;
-    QAccessibleEvent event(&widget, QAccessible::VisibleDataChanged);
-    QAccessible::updateAccessibility(&event);
 }
 
 void* SourceViewAccessible::interface_cast(QAccessible::InterfaceType type)
@@ -97,11 +55,9 @@ void SourceViewAccessible::selection(int index, int* startOffset, int* endOffset
 {
     *startOffset = *endOffset = 0;
     if (index != 0 || !view_.Model().HasSelection()) return;
-    Position anchor;
-    Position caret;
-    view_.Model().GetSelection(anchor, caret);
-    *startOffset = view_.Offsets().Of(std::min(anchor, caret));
-    *endOffset = view_.Offsets().Of(std::max(anchor, caret));
+    auto [start, end] = view_.Model().Selection();
+    *startOffset = text_.Of(start);
+    *endOffset = text_.Of(end);
 }
 
 int SourceViewAccessible::selectionCount() const
@@ -121,29 +77,29 @@ void SourceViewAccessible::removeSelection(int index)
 
 void SourceViewAccessible::setSelection(int index, int startOffset, int endOffset)
 {
-    if (index == 0) view_.Model().SetSelection(view_.Offsets().At(startOffset), view_.Offsets().At(endOffset));
+    if (index == 0) view_.Model().SetSelection(text_.At(startOffset), text_.At(endOffset));
 }
 
 int SourceViewAccessible::cursorPosition() const
 {
-    return view_.Offsets().Of(view_.Model().Caret());
+    return text_.Of(view_.Model().Caret());
 }
 
 void SourceViewAccessible::setCursorPosition(int offset)
 {
-    view_.Model().SetCaret(view_.Offsets().At(offset));
+    view_.Model().SetCaret(text_.At(offset));
 }
 
 // Text
 
 int SourceViewAccessible::characterCount() const
 {
-    return view_.Offsets().Count();
+    return text_.Count();
 }
 
 QString SourceViewAccessible::text(int startOffset, int endOffset) const
 {
-    return ToQString(view_.Offsets().Range(startOffset, endOffset));
+    return ToQString(text_.Range(startOffset, endOffset));
 }
 
 SourceViewAccessible::Stretch SourceViewAccessible::UnitAt(int32_t offset, QAccessible::TextBoundaryType boundary) const
@@ -151,9 +107,9 @@ SourceViewAccessible::Stretch SourceViewAccessible::UnitAt(int32_t offset, QAcce
     int32_t count = characterCount();
     if (boundary == QAccessible::NoBoundary) return {0, count};
     offset = std::clamp(offset, 0, count);
-    Position at = view_.Offsets().At(offset);
+    Position at = text_.At(offset);
     Text scratch;
-    TextView line = view_.Model().Buffer().LineText(at.line, scratch);
+    TextView line = view_.Model().Document().LineText(at.line, scratch);
     auto size = static_cast<int32_t>(line.size());
     int32_t start = offset - at.col;
     int32_t lineEnd = std::min(start + size + 1, count);
@@ -197,7 +153,7 @@ QString SourceViewAccessible::textAfterOffset(int offset, QAccessible::TextBound
 
 QRect SourceViewAccessible::characterRect(int offset) const
 {
-    QRectF cell = view_.CellOf(view_.Offsets().At(offset));
+    QRectF cell = view_.CellOf(text_.At(offset));
     if (cell.isEmpty()) return {};
     QRect rect = cell.toAlignedRect();
     return {view_.viewport()->mapToGlobal(rect.topLeft()), rect.size()};
@@ -207,18 +163,18 @@ int SourceViewAccessible::offsetAtPoint(const QPoint& point) const
 {
     QPoint local = view_.viewport()->mapFromGlobal(point);
     if (!view_.viewport()->rect().contains(local)) return -1;
-    return view_.Offsets().Of(view_.PositionAt(local, true));
+    return text_.Of(view_.PositionAt(local, true));
 }
 
 void SourceViewAccessible::scrollToSubstring(int startIndex, int /*endIndex*/)
 {
-    view_.RevealPlace(view_.Offsets().At(startIndex));
+    view_.RevealPlace(text_.At(startIndex));
 }
 
 QString SourceViewAccessible::attributes(int offset, int* startOffset, int* endOffset) const
 {
-    Position at = view_.Offsets().At(offset);
-    int32_t lineStart = view_.Offsets().Of({0, at.line});
+    Position at = text_.At(offset);
+    int32_t lineStart = text_.Of({0, at.line});
     int32_t first = 0;
     int32_t last = 0;
     ScreenStyle style = view_.StyleAt(at, first, last);

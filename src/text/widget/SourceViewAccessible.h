@@ -1,7 +1,7 @@
 #pragma once
 // The view as readers of a screen and other assistive tools see it.
 
-#include "text/SourceBuffer.h"
+#include "text/widget/AccessibleText.h"
 
 #include <QAccessibleWidget>
 
@@ -14,11 +14,6 @@ class SourceViewAccessible final : public QAccessibleWidget,
                                    public QAccessibleEditableTextInterface {
 public:
     explicit SourceViewAccessible(SourceViewWidget& widget);
-
-    /// Do nothing when nobody listens.
-    static void TellCaret(SourceViewWidget& widget);
-    static void TellText(SourceViewWidget& widget, const TextChange& change);
-    static void TellReset(SourceViewWidget& widget);
 
     void* interface_cast(QAccessible::InterfaceType type) override;
     QAccessible::State state() const override;
@@ -59,6 +54,7 @@ private:
     QString Answer(Stretch stretch, int* startOffset, int* endOffset) const;
 
     SourceViewWidget& view_;
+    AccessibleText& text_;
 };
 
 /// Makes Qt find the above for each SourceViewWidget; harmless when called again.

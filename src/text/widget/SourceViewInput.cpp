@@ -1,25 +1,190 @@
-// Keys, input methods, focus and the caret's blinking; part of SourceViewWidget.
+// Which key does what, input methods, focus and the caret's blinking; part of SourceViewWidget.
 
-#include "text/widget/KeyMap.h"
+#include "platform/qt/QtText.h"
 #include "text/widget/SourceViewWidget.h"
 
 #include <QApplication>
 #include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <QTextCharFormat>
 
 #include <algorithm>
+#include <iterator>
 
 namespace nib {
 
 namespace {
 
+struct KeyBinding {
+    int key;
+    int modifiers;     ///< Qt::KeyboardModifiers without the keypad's bit
+    bool shiftExtends; ///< with Shift too, which then extends the selection
+    bool yields;       ///< a menu shortcut of the window on the same key goes first
+    void (*run)(SourceViewWidget& widget, bool extend);
+};
+
+using Widget = SourceViewWidget;
+
+constexpr int kNone = Qt::NoModifier;
+constexpr int kShift = Qt::ShiftModifier;
+constexpr int kCtrl = Qt::ControlModifier;
+constexpr int kAlt = Qt::AltModifier;
+
+template <Move move>
+void Go(Widget& w, bool extend)
+{
+    w.Model().MoveCaret(move, extend);
+}
+
+template <int pages>
+void Page(Widget& w, bool extend)
+{
+    // The text moves with the caret, so that this keeps its place on the screen.
+    w.ScrollRows(pages * std::max(w.PageLines() - 1, 1));
+    w.Model().MoveCaret(pages < 0 ? Move::PageUp : Move::PageDown, extend);
+}
+
+template <void (SourceView::*command)()>
+void Do(Widget& w, bool)
+{
+    (w.Model().*command)();
+}
+
+template <bool backward>
+void DeleteWord(Widget& w, bool)
+{
+    w.Model().DeleteWord(backward);
+}
+
+template <int rows>
+void Scroll(Widget& w, bool)
+{
+    w.ScrollRows(rows);
+}
+
+template <int steps>
+void Zoom(Widget& w, bool)
+{
+    w.SetZoom(steps == 0 ? 0 : w.Zoom() + steps);
+}
+
+void Undo(Widget& w, bool)
+{
+    w.Model().Document().Undo();
+}
+
+void Redo(Widget& w, bool)
+{
+    w.Model().Document().Redo();
+}
+
+void ToggleOvertype(Widget& w, bool)
+{
+    w.Model().SetOvertype(!w.Model().Overtype());
+}
+
+void AskValue(Widget& w, bool)
+{
+    emit w.valueRequested();
+}
+
+void AskSubValue(Widget& w, bool)
+{
+    emit w.subValueRequested();
+}
+
+void AskMenu(Widget& w, bool)
+{
+    w.AskForMenu();
+}
+
+using M = SourceView;
+
+constexpr KeyBinding kBindings[] = {
+    // key                 modifiers       extends yields run
+    {Qt::Key_Left, kNone, true, false, Go<Move::Left>},
+    {Qt::Key_Right, kNone, true, false, Go<Move::Right>},
+    {Qt::Key_Up, kNone, true, false, Go<Move::Up>},
+    {Qt::Key_Down, kNone, true, false, Go<Move::Down>},
+    {Qt::Key_Left, kCtrl, true, false, Go<Move::WordLeft>},
+    {Qt::Key_Right, kCtrl, true, false, Go<Move::WordRight>},
+    {Qt::Key_Home, kNone, true, false, Go<Move::LineStart>},
+    {Qt::Key_End, kNone, true, false, Go<Move::LineEnd>},
+    {Qt::Key_Home, kCtrl, true, false, Go<Move::TextStart>},
+    {Qt::Key_End, kCtrl, true, false, Go<Move::TextEnd>},
+    {Qt::Key_PageUp, kNone, true, false, Page<-1>},
+    {Qt::Key_PageDown, kNone, true, false, Page<1>},
+    {Qt::Key_Up, kCtrl, false, false, Scroll<-1>},
+    {Qt::Key_Down, kCtrl, false, false, Scroll<1>},
+    {Qt::Key_Backspace, kNone, false, false, Do<&M::Backspace>},
+    {Qt::Key_Backspace, kShift, false, false, Do<&M::Backspace>},
+    {Qt::Key_Backspace, kCtrl, false, false, DeleteWord<true>},
+    {Qt::Key_Backspace, kAlt, false, true, Undo},
+    {Qt::Key_Delete, kNone, false, false, Do<&M::Delete>},
+    {Qt::Key_Delete, kCtrl, false, false, DeleteWord<false>},
+    {Qt::Key_Return, kNone, false, false, Do<&M::NewLine>},
+    {Qt::Key_Return, kShift, false, false, Do<&M::NewLine>},
+    {Qt::Key_Enter, kNone, false, false, Do<&M::NewLine>},
+    {Qt::Key_Enter, kShift, false, false, Do<&M::NewLine>},
+    {Qt::Key_Tab, kNone, false, false, Do<&M::Tab>},
+    {Qt::Key_Tab, kShift, false, false, Do<&M::Backtab>},
+    {Qt::Key_Backtab, kShift, false, false, Do<&M::Backtab>},
+    {Qt::Key_Backtab, kNone, false, false, Do<&M::Backtab>},
+    {Qt::Key_Insert, kNone, false, false, ToggleOvertype},
+    {Qt::Key_Insert, kShift, false, false, Do<&M::Paste>},
+    {Qt::Key_Insert, kCtrl, false, false, Do<&M::Copy>},
+    {Qt::Key_Delete, kShift, false, false, Do<&M::Cut>},
+    {Qt::Key_X, kCtrl, false, true, Do<&M::Cut>},
+    {Qt::Key_C, kCtrl, false, true, Do<&M::Copy>},
+    {Qt::Key_V, kCtrl, false, true, Do<&M::Paste>},
+    {Qt::Key_A, kCtrl, false, true, Do<&M::SelectAll>},
+    {Qt::Key_Y, kCtrl, false, true, Do<&M::DeleteLine>},
+    {Qt::Key_Z, kCtrl, false, true, Undo},
+    {Qt::Key_Z, kCtrl | kShift, false, true, Redo},
+    {Qt::Key_Plus, kCtrl, false, true, Zoom<1>},
+    {Qt::Key_Plus, kCtrl | kShift, false, true, Zoom<1>},
+    {Qt::Key_Equal, kCtrl, false, true, Zoom<1>},
+    {Qt::Key_Minus, kCtrl, false, true, Zoom<-1>},
+    {Qt::Key_0, kCtrl, false, true, Zoom<0>},
+    {Qt::Key_Backslash, kCtrl, false, false, AskSubValue},
+    {Qt::Key_BracketRight, kCtrl, false, false, AskValue},
+    {Qt::Key_F10, kShift, false, false, AskMenu}, // Qt knows the key of its own alone, which many keyboards lack
+};
+
+/// Null when the key has no binding.
+const KeyBinding* FindBinding(const QKeyEvent& event)
+{
+    int modifiers = (event.modifiers() & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier)).toInt();
+    auto fits = [&](const KeyBinding& row) {
+        int asked = row.shiftExtends ? modifiers & ~kShift : modifiers;
+        return row.key == event.key() && row.modifiers == asked;
+    };
+    auto found = std::find_if(std::begin(kBindings), std::end(kBindings), fits);
+    if (found != std::end(kBindings)) return found;
+    // Layouts that have these signs on a third level send the control character alone.
+    QString text = event.text();
+    if (text.size() != 1 || (text[0] != u'\x1c' && text[0] != u'\x1d')) return nullptr;
+    auto run = text[0] == u'\x1c' ? AskSubValue : AskValue;
+    return std::find_if(std::begin(kBindings), std::end(kBindings),
+                        [&](const KeyBinding& row) { return row.run == run; });
+}
+
+/// The text that the key types, empty for none.
+QString TypedText(const QKeyEvent& event)
+{
+    QString text = event.text();
+    if (text.isEmpty()) return {};
+    // Ctrl with Alt is the third level of the keyboard; Ctrl or Alt alone types nothing.
+    Qt::KeyboardModifiers held = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (held && held != (Qt::ControlModifier | Qt::AltModifier)) return {};
+    QChar first = text[0];
+    bool types = first.isPrint() || first.isSurrogate() || first.category() == QChar::Other_Format ||
+                 first.category() == QChar::Other_PrivateUse;
+    return types ? text : QString();
+}
+
 /// What an input method sees of a line round the caret; more would be copied for nothing.
 constexpr int32_t kSurrounding = 512;
-
-QString ToQString(TextView text)
-{
-    return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
-}
 
 } // namespace
 
@@ -83,7 +248,7 @@ void SourceViewWidget::SetPreedit(const QInputMethodEvent& event)
     }
     cache_.SetPreedit(model_.Caret(), preedit_.toStdU16String());
     int32_t line = model_.Caret().line;
-    UpdateLines(line, model_.LineWrap() ? buffer_.LineCount() : line);
+    UpdateLines(line, model_.LineWrap() ? document_.LineCount() : line);
     updateMicroFocus();
 }
 
@@ -101,7 +266,7 @@ QVariant SourceViewWidget::inputMethodQuery(Qt::InputMethodQuery query) const
     Position caret = model_.Caret();
     Position anchor = model_.Anchor();
     Text scratch;
-    TextView line = buffer_.LineText(caret.line, scratch);
+    TextView line = document_.LineText(caret.line, scratch);
     int32_t first = std::max(caret.col - kSurrounding, 0);
     auto part = [&](int32_t from, int32_t to) {
         from = std::clamp(from, 0, static_cast<int32_t>(line.size()));

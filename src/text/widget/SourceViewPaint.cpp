@@ -1,6 +1,5 @@
 // Painting, and what must be painted again; part of SourceViewWidget.
 
-#include "text/widget/SourceViewAccessible.h"
 #include "text/widget/SourceViewWidget.h"
 
 #include <QPaintEvent>
@@ -19,11 +18,10 @@ constexpr int64_t kScanSlice = 8000; ///< microseconds, short enough for the nex
 
 } // namespace
 
-// What the buffer tells
+// What the document tells
 
 void SourceViewWidget::TextChanged(const TextChange& change)
 {
-    offsets_.Forget(change.start.line);
     bool sameLines = change.oldEnd.line == change.newEnd.line;
     if (sameLines) {
         cache_.Invalidate(change.start.line, change.newEnd.line);
@@ -35,7 +33,7 @@ void SourceViewWidget::TextChanged(const TextChange& change)
     if (!(old == geometry_.TopPlace())) changed_.scrolled = true;
     changed_.first = changed_.first < 0 ? change.start.line : std::min(changed_.first, change.start.line);
     changed_.last = std::max(changed_.last, sameLines && !model_.LineWrap() ? change.newEnd.line : kToTheEnd);
-    SourceViewAccessible::TellText(*this, change);
+    forTools_.TextChanged(change);
 }
 
 /// Once for all edits of a step: an operation makes as many as the text has lines.
@@ -53,14 +51,13 @@ void SourceViewWidget::ShowChange(int32_t first, int32_t last)
 void SourceViewWidget::TextReset()
 {
     changed_ = {};
-    offsets_.Forget(0);
     cache_.Clear();
     geometry_.ScrollToIndex(0);
     geometry_.SetLeft(0);
     UpdateBars();
     viewport()->update();
     scanTimer_.start(0);
-    SourceViewAccessible::TellReset(*this);
+    forTools_.TextReset();
 }
 
 void SourceViewWidget::LinesRepaint(int32_t first, int32_t last)
@@ -91,9 +88,9 @@ void SourceViewWidget::UpdateLines(int32_t first, int32_t last)
         QRectF row(0, y, viewport()->width(), geometry_.HeightOf(line));
         viewport()->update(row.toAlignedRect());
     });
-    if (last >= buffer_.LineCount()) {
+    if (last >= document_.LineCount()) {
         // Lines may have gone: what they leave behind the end is cleared too.
-        int32_t bottom = buffer_.VisibleLine(buffer_.VisibleCount() - 1);
+        int32_t bottom = document_.VisibleLine(document_.VisibleCount() - 1);
         if (std::optional<qreal> y = geometry_.TopOf(bottom)) {
             QRectF rest(0, *y, viewport()->width(), viewport()->height() - *y);
             viewport()->update(rest.toAlignedRect());
@@ -145,13 +142,8 @@ PaintedLine SourceViewWidget::Describe(int32_t line, qreal y, const QRectF& clip
     painted.text = cache_.ShownText(line);
     painted.origin = {geometry_.TextX(), y};
     painted.clip = clip;
-    uint32_t state = buffer_.GetLineData(line, LineWord::Control) & line_bits::kBlockStateMask;
-    painted.collapsed = state == line_bits::kBlockCollapsed;
-    Position anchor;
-    Position caret;
-    model_.GetSelection(anchor, caret);
-    Position start = std::min(anchor, caret);
-    Position end = std::max(anchor, caret);
+    painted.collapsed = document_.BlockAt(line).IsCollapsed();
+    auto [start, end] = model_.Selection();
     if (start == end || line < start.line || line > end.line) return painted;
     painted.selectionStart = line == start.line ? painted.entry->ToShown(start.col) : 0;
     painted.selectionEnd =
@@ -180,7 +172,8 @@ void SourceViewWidget::PaintMargin(QPainter& painter, const QRectF& dirty)
         margin.line = line;
         margin.y = y;
         margin.height = geometry_.HeightOf(line);
-        margin.control = buffer_.GetLineData(line, LineWord::Control);
+        margin.bookmark = document_.HasBookmark(line);
+        margin.block = document_.BlockAt(line);
         margin.current = line == model_.Caret().line;
         marginPainter_.Paint(painter, geometry_.Margin(), margin);
     });
@@ -213,7 +206,7 @@ void SourceViewWidget::ShowDropCaret(std::optional<Position> at)
 
 void SourceViewWidget::ScanIdle()
 {
-    if (buffer_.ScanSlice(kScanSlice)) scanTimer_.start(0);
+    if (document_.ScanSlice(kScanSlice)) scanTimer_.start(0);
 }
 
 } // namespace nib

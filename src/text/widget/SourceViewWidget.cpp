@@ -1,6 +1,5 @@
 #include "text/widget/SourceViewWidget.h"
 
-#include "text/widget/KeyMap.h"
 #include "text/widget/SourceViewAccessible.h"
 
 #include <QApplication>
@@ -22,10 +21,11 @@ constexpr int kPrimaryDelay = 150;
 
 } // namespace
 
-SourceViewWidget::SourceViewWidget(SourceBuffer& buffer, Clipboard& clipboard, QWidget* parent)
-    : QAbstractScrollArea(parent), buffer_(buffer), clipboard_(clipboard), model_(buffer, clipboard),
-      cache_(buffer_, metrics_, colors_), geometry_(model_, cache_, metrics_), linePainter_(metrics_, colors_, signs_),
-      marginPainter_(metrics_, colors_), mouse_(*this), offsets_(buffer_)
+SourceViewWidget::SourceViewWidget(SourceDocument& document, Clipboard& clipboard, QWidget* parent)
+    : QAbstractScrollArea(parent), document_(document), clipboard_(clipboard), model_(document, clipboard),
+      cache_(document_, metrics_, colors_), geometry_(model_, cache_, metrics_),
+      linePainter_(metrics_, colors_, signs_), marginPainter_(metrics_, colors_), mouse_(*this),
+      forTools_(model_, *this)
 {
     InstallSourceViewAccessible();
     setFrameShape(QFrame::NoFrame);
@@ -46,13 +46,13 @@ SourceViewWidget::SourceViewWidget(SourceBuffer& buffer, Clipboard& clipboard, Q
     connect(&primaryTimer_, &QTimer::timeout, this, [this] { PublishSelection(); });
     primaryTimer_.setSingleShot(true);
     model_.SetHost(this);
-    buffer_.AddListener(this);
+    document_.AddListener(this);
     AppearanceChanged();
 }
 
 SourceViewWidget::~SourceViewWidget()
 {
-    buffer_.RemoveListener(this);
+    document_.RemoveListener(this);
     model_.SetHost(nullptr);
 }
 
@@ -144,8 +144,8 @@ ScreenStyle SourceViewWidget::StyleAt(Position p, int32_t& start, int32_t& end)
 {
     Token token;
     start = 0;
-    end = buffer_.LineLength(p.line);
-    if (!model_.NextToken(p.line, p.col, token)) return colors_.Style(8);
+    end = document_.LineLength(p.line);
+    if (!model_.NextToken(p.line, p.col, token)) return colors_.Style(kPlainToken);
     start = token.start;
     end = token.start + token.length;
     return colors_.Style(token.type);
@@ -155,14 +155,14 @@ ScreenStyle SourceViewWidget::StyleAt(Position p, int32_t& start, int32_t& end)
 
 void SourceViewWidget::GetFirstVisible(int32_t& line, int32_t& column) const
 {
-    line = buffer_.VisibleLine(geometry_.TopIndex());
+    line = document_.VisibleLine(geometry_.TopIndex());
     column = static_cast<int32_t>(std::lround(geometry_.Left() / metrics_.CharWidth()));
 }
 
 void SourceViewWidget::SetFirstVisible(int32_t line, int32_t column)
 {
-    line = std::clamp(line, 0, buffer_.LineCount() - 1);
-    geometry_.ScrollToIndex(buffer_.VisibleIndex(line));
+    line = std::clamp(line, 0, document_.LineCount() - 1);
+    geometry_.ScrollToIndex(document_.VisibleIndex(line));
     geometry_.SetLeft(std::min(column * metrics_.CharWidth(), geometry_.MaxLeft()));
     UpdateBars();
     viewport()->update();
@@ -224,7 +224,7 @@ void SourceViewWidget::ScrollPixels(QPointF delta)
 
 void SourceViewWidget::RevealPlace(Position p)
 {
-    buffer_.Reveal(p.line);
+    document_.Reveal(p.line);
     auto old = geometry_.TopPlace();
     geometry_.Reveal(p);
     Scrolled(old);
@@ -300,9 +300,11 @@ void SourceViewWidget::AskForMenu()
 
 void SourceViewWidget::ToggleBlock(int32_t line)
 {
-    uint32_t state = buffer_.GetLineData(line, LineWord::Control) & line_bits::kBlockStateMask;
-    if (state == line_bits::kBlockHead) buffer_.CollapseBlock(line);
-    if (state == line_bits::kBlockCollapsed) buffer_.ExpandBlock(line);
+    BlockPart block = document_.BlockAt(line);
+    if (block.IsCollapsed())
+        document_.ExpandBlock(line);
+    else if (block.IsHead())
+        document_.CollapseBlock(line);
 }
 
 void SourceViewWidget::dragEnterEvent(QDragEnterEvent* event)
@@ -350,7 +352,7 @@ void SourceViewWidget::SelectionChanged(int32_t firstLine, int32_t lastLine)
     if (model_.HasSelection()) primaryTimer_.start(kPrimaryDelay);
     RestartBlink();
     updateMicroFocus();
-    SourceViewAccessible::TellCaret(*this);
+    forTools_.CaretMoved();
 }
 
 } // namespace nib

@@ -1,13 +1,11 @@
 #pragma once
-// The view on the screen: paints a SourceViewModel and feeds it with keys, mouse, drops and input methods.
+// The view on the screen: paints a SourceView and feeds it with keys, mouse, drops and input methods.
 
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
+#include "text/widget/AccessibleText.h"
 #include "text/widget/LineCache.h"
 #include "text/widget/LinePainter.h"
-#include "text/widget/MarginPainter.h"
 #include "text/widget/MouseHandler.h"
-#include "text/widget/TextMemory.h"
-#include "text/widget/TextOffsets.h"
 #include "text/widget/ViewGeometry.h"
 
 #include <QAbstractScrollArea>
@@ -20,12 +18,12 @@ class SourceViewWidget final : public QAbstractScrollArea, public ViewHost, publ
 
 public:
     /// Both outlive the widget.
-    SourceViewWidget(SourceBuffer& buffer, Clipboard& clipboard, QWidget* parent = nullptr);
+    SourceViewWidget(SourceDocument& document, Clipboard& clipboard, QWidget* parent = nullptr);
     ~SourceViewWidget() override;
 
-    SourceViewModel& Model() { return model_; }
-    TextOffsets& Offsets() { return offsets_; }
-    TextMemory& Memory() { return memory_; }
+    SourceView& Model() { return model_; }
+    /// The text as assistive tools know it.
+    AccessibleText& ForTools() { return forTools_; }
 
     enum class Zone { Margin, Blocks, Content };
     Zone ZoneAt(QPointF point) const;
@@ -129,9 +127,9 @@ private:
     void CommitPreedit();
     void SetPreedit(const QInputMethodEvent& event);
 
-    SourceBuffer& buffer_;
+    SourceDocument& document_;
     Clipboard& clipboard_;
-    SourceViewModel model_;
+    SourceView model_;
     ViewMetrics metrics_;
     ScreenColors colors_;
     SignPainter signs_;
@@ -140,8 +138,7 @@ private:
     LinePainter linePainter_;
     MarginPainter marginPainter_;
     MouseHandler mouse_;
-    TextOffsets offsets_;
-    TextMemory memory_;
+    AccessibleText forTools_;
     QTimer blinkTimer_;
     QTimer scanTimer_;
     QTimer primaryTimer_;

@@ -162,13 +162,6 @@ std::optional<qreal> ViewGeometry::Distance(const Place& old)
 
 // Places
 
-int32_t ViewGeometry::LineAt(qreal y)
-{
-    int32_t found = y < 0 ? topLine_ : Buffer().VisibleLine(Buffer().VisibleCount() - 1);
-    ForEach(y, y + 0.01, [&](int32_t line, qreal) { found = line; });
-    return found;
-}
-
 std::optional<qreal> ViewGeometry::TopOf(int32_t line)
 {
     std::optional<qreal> top;

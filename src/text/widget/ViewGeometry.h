@@ -2,9 +2,9 @@
 // Which lines are in sight, where they stand in the viewport, and what is under a point. Scrolling lives here; the
 // widget's bars only show it.
 
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 #include "text/widget/LineCache.h"
-#include "text/widget/MarginPainter.h"
+#include "text/widget/LinePainter.h"
 
 #include <QRectF>
 #include <QSizeF>
@@ -15,7 +15,7 @@ namespace nib {
 
 class ViewGeometry {
 public:
-    ViewGeometry(SourceViewModel& model, LineCache& cache, const ViewMetrics& metrics)
+    ViewGeometry(SourceView& model, LineCache& cache, const ViewMetrics& metrics)
         : model_(model), cache_(cache), metrics_(metrics)
     {
     }
@@ -25,7 +25,6 @@ public:
     /// After an edit or a fold: keeps the top line where it is, as far as the text allows.
     void TextMoved(const TextChange* change);
     const MarginPlaces& Margin() const { return margin_; }
-    QSizeF Size() const { return size_; }
 
     // Scrolling. The top is a visible line and the pixels of it that are out of sight.
     struct Place {
@@ -51,8 +50,6 @@ public:
     // Places
     qreal TextX() const { return margin_.width - left_; }
     Position PositionAt(QPointF point, bool covering = false);
-    /// Line at a height; the last one below the text.
-    int32_t LineAt(qreal y);
     /// Top of a line when it is in sight.
     std::optional<qreal> TopOf(int32_t line);
     qreal HeightOf(int32_t line);
@@ -78,7 +75,7 @@ public:
     }
 
 private:
-    SourceBuffer& Buffer() { return model_.Buffer(); }
+    SourceDocument& Buffer() { return model_.Document(); }
     struct Top {
         int32_t index = 0;
         qreal offset = 0;
@@ -88,7 +85,7 @@ private:
     void SetTop(Top top);
     void Normalize(Top& top);
 
-    SourceViewModel& model_;
+    SourceView& model_;
     LineCache& cache_;
     const ViewMetrics& metrics_;
     MarginPlaces margin_;

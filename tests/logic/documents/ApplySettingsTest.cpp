@@ -1,7 +1,7 @@
 #include "documents/ApplySettings.h"
 #include "editing/LexClass.h"
 #include "fakes/MemoryClipboard.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@ namespace {
 struct Window {
     MemoryClipboard clipboard;
     LexClass lexer;
-    SourceBuffer buffer;
-    SourceViewModel view{buffer, clipboard};
+    SourceDocument buffer;
+    SourceView view{buffer, clipboard};
     MvEdit settings;
 
     Window()
@@ -43,12 +43,12 @@ TEST(ApplySettings, PrintsInBlackUnlessColoursAreWanted)
         window.settings.ColorPrinting = coloured;
         window.Apply();
         for (auto [type, color] : kRows) {
-            EXPECT_EQ(window.view.ScreenStyles().Get(type).color, window.settings.*color) << type;
-            EXPECT_EQ(window.view.PrintStyles().Get(type).color, coloured ? window.settings.*color : 0) << type;
+            EXPECT_EQ(window.view.TokenStyles().Get(type).color, window.settings.*color) << type;
+            EXPECT_EQ(window.view.PrintTokenStyles().Get(type).color, coloured ? window.settings.*color : 0) << type;
         }
-        EXPECT_EQ(window.view.PrintStyles().Get(6).style, 3);
-        EXPECT_EQ(window.view.PrintStyles().Get(1001).color, kGrey);
-        EXPECT_EQ(window.view.ScreenStyles().Get(1002).color, kGrey);
+        EXPECT_EQ(window.view.PrintTokenStyles().Get(6).style, 3);
+        EXPECT_EQ(window.view.PrintTokenStyles().Get(1001).color, kGrey);
+        EXPECT_EQ(window.view.TokenStyles().Get(1002).color, kGrey);
     }
 }
 

@@ -94,6 +94,9 @@ TEST(AutomationTest, FailuresOfMembersCarryTheirNumbers)
     EXPECT_EQ(reply.errorName, "com.orlin.NibPad71.Error.N32767");
     EXPECT_EQ(reply.errorText, u"Target label not found!");
     EXPECT_EQ(a.Send(a.Request(path, "", "PrintText")).errorName, "com.orlin.NibPad71.Error.N2147500033");
+    document->SetText(Text(u"a\0b", 3));
+    BusReply get = a.Send(a.Request(path, "org.freedesktop.DBus.Properties", "Get", "ss", {Text(), u"Text"}));
+    EXPECT_EQ(get.errorName, "com.orlin.NibPad71.Error.N5") << "the bus cannot carry it";
 }
 
 TEST(AutomationTest, Item)

@@ -91,6 +91,21 @@ TEST(FileCloseTest, AFailingListenerStopsNothing)
     EXPECT_EQ(t.Store().liveItems, 0);
 }
 
+TEST(FileCloseTest, WhoCannotTellChangesDoesNotCountAsClean)
+{
+    TestProgram t;
+    auto document = t.New();
+    document->SetText(u"work");
+    t.View(*document).failure = Error{5, u"no text"};
+    EXPECT_THROW(document->IsDirty(), Error);
+    EXPECT_FALSE(t.program.Files().FileClose(*document));
+    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nno text", 0}}));
+    EXPECT_THROW(document->FileClose(true), Error);
+    t.View(*document).failure.reset();
+    EXPECT_EQ(document->GetText(), u"work");
+    EXPECT_EQ(t.Documents().Count(), 1);
+}
+
 TEST(DocumentNamesTest, NumbersNeverFall)
 {
     TestProgram t;
@@ -142,7 +157,7 @@ TEST(DocumentNamesTest, Titles)
         if (row.readOnly) document->ItemObject()->SetReadOnly(true);
         document->SetModified(row.dirty);
         document->UpdateTitle();
-        EXPECT_EQ(t.View(*document).Title(), row.title);
+        EXPECT_EQ(t.View(*document).title, row.title);
     }
 }
 
@@ -151,18 +166,16 @@ TEST(DocumentNamesTest, PropertiesAndTheirDefaults)
     TestProgram t;
     auto bare = t.NewObject();
     EXPECT_TRUE(bare->NewItem());
-    EXPECT_FALSE(bare->ReadOnly() || bare->IsDirty() || bare->LocalFile() || bare->IsHostWritable());
+    EXPECT_FALSE(bare->ReadOnly() || bare->IsDirty() || bare->LocalFile());
     EXPECT_EQ(bare->Path() + bare->Filename() + bare->ItemID(), u"");
     EXPECT_EQ(bare->View(), nullptr);
     t.Store(kMain, u"");
     t.Store(kLocal, u"");
     auto host = t.Open(kMain);
-    EXPECT_TRUE(host->IsHostWritable());
     EXPECT_FALSE(host->NewItem() || host->LocalFile());
     EXPECT_EQ(host->Path() + u" " + host->Filename() + u" " + host->ItemID(), kMain + u" BP MAIN");
     auto local = t.Open(kLocal);
     EXPECT_TRUE(local->LocalFile());
-    EXPECT_FALSE(local->IsHostWritable());
 }
 
 TEST(DocumentsTest, OrderAndNeighbours)

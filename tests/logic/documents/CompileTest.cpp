@@ -74,10 +74,11 @@ TEST(CompileOutputTest, EndlessOutputKeepsBothEnds)
     EXPECT_TRUE(single.ends_with(u"x ..."));
 }
 
-struct ShownResults final : ResultsOutput {
+struct ShownResults final : ResultsWindow {
     explicit ShownResults(TestProgram& program) { program.program.Services().results = this; }
-    void Beep() override { shown.push_back(u"beep"); }
-    void ShowText(TextView text) override { shown.emplace_back(text); }
+    void ShowResults(TextView text) override { shown.emplace_back(text); }
+    void ResetResults(TextView) override {}
+    void AddResultLine(TextView, int32_t, int32_t, bool) override {}
     std::vector<Text> shown;
 };
 using Shown = std::vector<Text>;
@@ -98,7 +99,8 @@ TEST(CompileTest, RunsTheCommandAndShowsTheOutput)
     t.program.EditorSettings().CompileOptions = u"(L";
     document->Compile();
     EXPECT_EQ(t.Store().session.commands, Shown{u"BASIC BP MAIN (L"});
-    EXPECT_EQ(results.shown, (Shown{u"beep", u"  Line 3: no"}));
+    EXPECT_EQ(results.shown, Shown{u"  Line 3: no"});
+    EXPECT_EQ(t.boxes.beeps, 1);
     t.ExpectCalm();
 }
 
@@ -112,7 +114,7 @@ TEST(CompileTest, EmptyOutputShowsAnEmptyLine)
         results.shown.clear();
         t.Store().session.output = output;
         document->Compile();
-        EXPECT_EQ(results.shown, (Shown{u"beep", u"\r\n"}));
+        EXPECT_EQ(results.shown, Shown{u"\r\n"});
     }
 }
 
@@ -164,7 +166,7 @@ TEST(CompileTest, AModifiedDocumentIsSavedFirst)
     document->Compile();
     EXPECT_EQ(t.boxes.Take(), Boxes{Question(question)});
     EXPECT_EQ(t.Stored(kMain), u"new");
-    EXPECT_EQ(results.shown.size(), 2U);
+    EXPECT_EQ(results.shown.size(), 1U);
 }
 
 TEST(CompileTest, AFailureOfTheHostIsTheCallers)

@@ -1,6 +1,6 @@
 // Saving, and saving under another name.
 
-#include "fakes/TestProgram.h"
+#include "fakes/TestShell.h"
 
 #include <gtest/gtest.h>
 
@@ -45,9 +45,26 @@ TEST(FileSaveTest, WritesTheItemForm)
     EXPECT_EQ(t.Stored(kMain), u"a   b\r\nc\r\nd");
     EXPECT_EQ(t.program.CurrentLocation().Folder, u"BP");
     EXPECT_FALSE(document->IsDirty());
-    EXPECT_EQ(t.View(*document).Title(), u"BP MAIN on server1");
+    EXPECT_EQ(document->TitleText(), u"BP MAIN on server1");
     EXPECT_TRUE(t.Store().locks.contains(kMain));
     t.ExpectCalm();
+}
+
+TEST(FileSaveTest, IsDrawnOnceWhenTheTurnIsOver)
+{
+    TestShell t;
+    t.Store(kMain, u"text");
+    auto document = t.Open(kMain);
+    document->SetText(u"new");
+    t.clock.Advance({});
+    int32_t updates = t.window.toolBarUpdates;
+    int32_t titles = t.View(*document).titles;
+    EXPECT_TRUE(t.Run(u"Save"));
+    EXPECT_EQ(t.window.toolBarUpdates, updates);
+    t.clock.Advance({});
+    t.clock.Advance({});
+    EXPECT_EQ(t.window.toolBarUpdates, updates + 1);
+    EXPECT_EQ(t.View(*document).titles, titles + 1);
 }
 
 TEST(FileSaveTest, AFailingWriteKeepsWorkAndLock)

@@ -2,8 +2,10 @@
 
 #include "base/Marks.h"
 #include "documents/LabelScan.h"
-#include "editing/operations/OpReplace.h"
+#include "editing/LexClass.h"
+#include "editing/operations/BlockOps.h"
 #include "fakes/TestProgram.h"
+#include "text/TextSearch.h"
 
 #include <gtest/gtest.h>
 
@@ -56,7 +58,7 @@ TEST(LabelTest, ScanLabel)
                       {u"é:", u"", 0},
                       {u"z9", u"z9", 0}};
     for (auto& row : rows) {
-        LabelAt label = ScanLabel(row.line);
+        Label label = ScanLabel(row.line, 0);
         EXPECT_EQ(label.name, row.name) << ToUtf8(row.line);
         EXPECT_EQ(label.column, row.column) << ToUtf8(row.line);
     }
@@ -80,21 +82,14 @@ struct TextTest : testing::Test {
         for (int32_t i = 1; i < count; ++i) lines += u"\r\n";
         Load(lines);
     }
-    void MarkLabel(int32_t line) { text.SetLineData(line, LineWord::Lexer, kLabelLine); }
+    void MarkLabel(int32_t line) { text.SetLineData(line, LineWord::Lexer, line_flag::kLabel); }
 };
 
 TEST_F(TextTest, LabelTableAndGotoLabel)
 {
     Load(u"  100 X = 1\r\nA.B$_1: X\r\nNOT: marked\r\n* marked, but none\r\nLAST:");
     for (int32_t line : {0, 1, 3, 4}) MarkLabel(line);
-    EXPECT_EQ(document->BuildLabelTable().ToString(), u"100\xF8FD"
-                                                      u"A.B$_1\xF8FDLAST\xF8FE"
-                                                      u"0\xF8FD"
-                                                      u"1\xF8FD"
-                                                      u"4\xF8FE"
-                                                      u"2\xF8FD"
-                                                      u"0\xF8FD"
-                                                      u"0");
+    EXPECT_EQ(document->Labels(), (std::vector<Label>{{u"100", 0, 2}, {u"A.B$_1", 1, 0}, {u"LAST", 4, 0}}));
     document->GotoLabel(u"LAST");
     EXPECT_EQ(view.Caret(), (Position{0, 4}));
     document->GotoLabel(u"100");
@@ -115,18 +110,18 @@ TEST_F(TextTest, LabelTableKeepsUpWithTheText)
 {
     Load(u"A:\r\nB:");
     MarkLabel(0);
-    EXPECT_EQ(document->BuildLabelTable().Extract({1}), u"A");
+    EXPECT_EQ(document->Labels().at(0).name, u"A");
     text.InsertText({0, 0}, u"Z");
-    EXPECT_EQ(document->BuildLabelTable().Extract({1}), u"ZA");
+    EXPECT_EQ(document->Labels().at(0).name, u"ZA");
     document->Undo();
     EXPECT_FALSE(document->IsDirty());
-    EXPECT_EQ(document->BuildLabelTable().Extract({1}), u"A") << "undone back to the saved text";
+    EXPECT_EQ(document->Labels().at(0).name, u"A") << "undone back to the saved text";
     text.InsertText({0, 0}, u"Y");
     EXPECT_TRUE(document->ItemSaveAs(t.Item(kMain)));
-    EXPECT_EQ(document->BuildLabelTable().Extract({1}), u"YA") << "saved under another name meanwhile";
+    EXPECT_EQ(document->Labels().at(0).name, u"YA") << "saved under another name meanwhile";
     EXPECT_TRUE(document->FileSave());
     Load(u"");
-    EXPECT_EQ(document->BuildLabelTable().Count(), 0);
+    EXPECT_TRUE(document->Labels().empty());
 }
 
 TEST_F(TextTest, GotoLineClamps)
@@ -260,7 +255,7 @@ TEST(OpReplaceTest, AnyRangeAndText)
     const Text texts[] = {u"", u"x", u"\r\n", u"one\r\ntwo\r\n", u"\xF8FD"};
     MemoryClipboard clipboard;
     for (int32_t round = 0; round < 300; ++round) {
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.SetText(u"alpha\r\n\r\ngamma delta\r\nend");
         const Text before = buffer.GetText();
         Position start{below(14), below(6)}; // some lie outside the text
@@ -269,7 +264,6 @@ TEST(OpReplaceTest, AnyRangeAndText)
         const Text& with = texts[below(std::size(texts))];
         Position from = buffer.Clamp(start);
         const Text expected = buffer.GetRange({0, 0}, from) + with + buffer.GetRange(buffer.Clamp(end), buffer.End());
-        EXPECT_EQ(GatherText(buffer, start, end), buffer.GetRange(from, buffer.Clamp(end)));
         buffer.ExecuteOp(std::make_unique<OpReplace>(start, end, with));
         EXPECT_EQ(buffer.GetText(), expected);
         buffer.Undo();

@@ -1,11 +1,7 @@
 // The block operations: tables of texts with their selection before and after, and what must hold for any of them.
 
+#include "editing/operations/BlockOps.h"
 #include "MarkedEditor.h"
-#include "editing/operations/CaseConversion.h"
-#include "editing/operations/OpCommentBlock.h"
-#include "editing/operations/OpIndentBlock.h"
-#include "editing/operations/OpReplace.h"
-#include "editing/operations/OpToggleCase.h"
 #include "fakes/TestProgram.h"
 #include "fakes/WordLexer.h"
 

@@ -1,7 +1,7 @@
 // The checker of programs: what it finds, and above all what it leaves alone.
 
 #include "language/BasicChecker.h"
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -16,11 +16,11 @@ namespace {
 
 /// Items by "FILE ITEM".
 struct Items final : IncludeItems {
-    std::map<Text, std::unique_ptr<SourceBuffer>> texts;
+    std::map<Text, std::unique_ptr<SourceDocument>> texts;
 
     void Add(const Text& name, TextView text)
     {
-        texts[name] = std::make_unique<SourceBuffer>();
+        texts[name] = std::make_unique<SourceDocument>();
         texts[name]->SetText(text);
     }
     Answer Find(TextView file, TextView item, SourceDocument*& text) override
@@ -47,7 +47,7 @@ Items SomeItems()
 
 Text Findings(TextView program, IncludeItems& items)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(program);
     Text all;
     for (const Finding& finding : BasicChecker(items).Check(buffer, u"BP", u"MAIN"))

@@ -119,10 +119,10 @@ TEST(Keywords, ReservedWordsStay)
     EXPECT_EQ(keywords.Count(), 17);
     EXPECT_EQ(keywords.GetKeywordList(kLanguage, u" "), u"");
     EXPECT_EQ(keywords.Item(u"END")->Class, kReserved);
-    keywords.AddKeyword(u"END", kUser, user_block::kBegin);
+    keywords.AddKeyword(u"END", kUser, block::kUserBegin);
     EXPECT_EQ(keywords.Item(u"END")->Block, 64);
-    keywords.AddKeyword(u"BOTH", kUser, user_block::kEnd);
-    keywords.AddKeyword(u"both", kLanguage, user_block::kBegin);
+    keywords.AddKeyword(u"BOTH", kUser, block::kUserEnd);
+    keywords.AddKeyword(u"both", kLanguage, block::kUserBegin);
     EXPECT_EQ(keywords.GetKeywordList(kUser, u" "), u"END- BOTH+");
     keywords.RemoveKeyword(u"Both", kUser);
     EXPECT_EQ(keywords.Item(u"BOTH")->Class, kLanguage);

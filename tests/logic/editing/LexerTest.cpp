@@ -3,7 +3,7 @@
 #include "editing/LexClass.h"
 #include "fakes/Patience.h"
 #include "fakes/RecordingTrace.h"
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ namespace {
 
 constexpr size_t kMostTokens = 10000;
 
-std::vector<Token> ScanLine(LexClass& lexer, SourceBuffer& buffer, int32_t line)
+std::vector<Token> ScanLine(LexClass& lexer, SourceDocument& buffer, int32_t line)
 {
     Text text = buffer.GetLine(line);
     lexer.BeginLineScan(buffer, line, text, 0);
@@ -30,7 +30,7 @@ std::vector<Token> ScanLine(LexClass& lexer, SourceBuffer& buffer, int32_t line)
 /// there are any; lines are parted by " | ".
 std::string Render(LexClass& lexer, TextView text)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(text);
     std::string out;
     for (int32_t line = 0; line < buffer.LineCount(); ++line) {
@@ -217,7 +217,7 @@ TEST(Lexer, SeesChangesOfTheKeywordsAtOnce)
 
 TEST(Lexer, PositionCanBeSetBetweenTokens)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(u"A + END");
     LexClass lexer;
     Text text = buffer.GetLine(0);
@@ -263,7 +263,7 @@ TEST(Lexer, AFailureLeavesTheStateAsItWas)
     FailingTrace trace;
     DebugLog log(&trace);
     LexClass lexer(&log);
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(u"END");
     Text text = buffer.GetLine(0);
     lexer.BeginLineScan(buffer, 0, text, 0);
@@ -366,7 +366,7 @@ TEST(Lexer, NoTokenLooksFurtherThanItsLineMakesItLook)
         SCOPED_TRACE(ToUtf8(piece));
         Text line;
         while (line.size() < 4000000) line += piece;
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.SetText(line);
         LexClass lexer;
         buffer.SetLexer(&lexer);
@@ -395,7 +395,7 @@ TEST(Lexer, RandomLinesAgreeWithThePlainRules)
         lexer.SetKeywords(keywords);
         Text text;
         for (int i = 0; i < 30; ++i) text += random.Make(kLineUnits, random.Chance(8) ? 300 : 40) + u"\n";
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.SetText(text);
         for (int32_t line = 0; line < buffer.LineCount(); ++line) {
             int32_t at = 0;

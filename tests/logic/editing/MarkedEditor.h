@@ -5,7 +5,7 @@
 #include "editing/LexClass.h"
 #include "editing/MvEdit.h"
 #include "fakes/MemoryClipboard.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <ostream>
 
@@ -78,8 +78,8 @@ struct MarkedEditor {
     LexClass lexer;
     MvEdit settings;
     MemoryClipboard clipboard;
-    SourceBuffer buffer;
-    SourceViewModel view{buffer, clipboard};
+    SourceDocument buffer;
+    SourceView view{buffer, clipboard};
 
 private:
     static Position At(TextView text, size_t offset)

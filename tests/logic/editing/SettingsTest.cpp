@@ -1,5 +1,5 @@
 #include "SettingsFixture.h"
-#include "editing/SettingsTable.h"
+#include "editing/MvEdit.h"
 
 #include <gtest/gtest.h>
 

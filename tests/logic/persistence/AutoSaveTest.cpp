@@ -102,9 +102,9 @@ TEST_F(AutoSaveTest, ReadOnlyAndHiddenDocumentsToo)
     auto document = session->t.Open(kMain, true);
     auto& view = session->t.View(*document);
     view.SetAutoSaveFlag(true);
-    view.SetVisible(false);
+    view.visible = false;
     EXPECT_TRUE(Pass());
-    EXPECT_FALSE(view.Visible()) << "a pass must not bring a window up";
+    EXPECT_FALSE(view.visible) << "a pass must not bring a window up";
     EXPECT_EQ(Copy("0012AB34.001"), u"MAIN\r\ntext");
 }
 

@@ -14,9 +14,9 @@ namespace {
 /// A view whose text goes to paper of 40 by 10 characters: 8 rows below the header, 33 characters behind the numbers.
 struct Printed : testing::Test {
     WordLexer lexer;
-    SourceBuffer buffer;
+    SourceDocument buffer;
     MemoryClipboard clipboard;
-    SourceViewModel view{buffer, clipboard};
+    SourceView view{buffer, clipboard};
     RecordingTrace trace;
     DebugLog log{&trace};
     Text title = u"File: (untitled)";

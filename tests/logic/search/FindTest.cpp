@@ -164,7 +164,7 @@ TEST(FindNextTest, Walks)
             EXPECT_EQ(search.Said(), step.said);
         }
         bool wrapped = row.steps.front().said.empty() && row.setting > 0;
-        EXPECT_EQ(search.host.beeps, row.setting == 1 || !row.answers.empty() ? 1 : 0);
+        EXPECT_EQ(search.program.boxes.beeps, row.setting == 1 || !row.answers.empty() ? 1 : 0);
         if (wrapped) {
             EXPECT_TRUE(search.program.journal.Has(u"status Searched past end of document"));
         }
@@ -277,8 +277,8 @@ TEST(FindAllDocumentsTest, WrapsInTheFirstThenTakesTheOthersWhole)
     search.Dialog().lookIn = LookIn::AllDocuments;
     std::vector<std::pair<int32_t, Position>> hits;
     while (search.engine.FindNext())
-        hits.emplace_back(search.host.ActiveDocument(),
-                          search.View(*search.program.Documents().ById(search.host.ActiveDocument())).Caret());
+        hits.emplace_back(search.program.window.activeDocument,
+                          search.View(*search.program.Documents().ById(search.program.window.activeDocument)).Caret());
     EXPECT_EQ(hits, (std::vector<std::pair<int32_t, Position>>{
                         {first.DocumentID(), {2, 3}}, {first.DocumentID(), {2, 1}}, {other.DocumentID(), {2, 0}}}));
     EXPECT_EQ(search.Said(), Texts{kNoMore});

@@ -9,7 +9,7 @@ namespace nib::test {
 namespace {
 
 struct TestResults : TestSearch {
-    ResultsModel model{program.program.Services(), host};
+    ResultsModel model{program.program.Services()};
 };
 
 TEST(ResultsModelTest, LinesAndStyles)
@@ -89,13 +89,13 @@ TEST(ResultsModelTest, JumpsToTheDocumentOfTheHeaderAbove)
     for (auto& row : rows) {
         active.Activate();
         test.model.JumpToSource({0, row.line}, u"");
-        EXPECT_EQ(test.host.ActiveDocument(), row.document.DocumentID()) << row.line;
+        EXPECT_EQ(test.program.window.activeDocument, row.document.DocumentID()) << row.line;
         EXPECT_EQ(test.View(row.document).Caret().line, row.caretLine);
     }
     active.Activate();
     test.model.ShowResults(first.ListName() + u"\r\n0002 x");
     test.model.JumpToSource({0, 1}, u"");
-    EXPECT_EQ(test.host.ActiveDocument(), active.DocumentID()) << "a finished text has no headers";
+    EXPECT_EQ(test.program.window.activeDocument, active.DocumentID()) << "a finished text has no headers";
 }
 
 TEST(ResultsModelTest, WithoutADocumentNothingHappens)

@@ -133,7 +133,7 @@ TEST(WalkPropertyTest, Steps)
             if (!found) break;
             if (any.plain.up) std::swap(start, end);
             mvDocument& document = *any.documents[any.plain.text];
-            ASSERT_EQ(any.search.host.ActiveDocument(), document.DocumentID());
+            ASSERT_EQ(any.search.program.window.activeDocument, document.DocumentID());
             ASSERT_EQ(any.search.Selection(document), std::make_pair(start, end)) << step;
         }
         any.search.Said();

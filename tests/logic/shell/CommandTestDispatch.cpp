@@ -172,7 +172,7 @@ TEST(CommandTest, WindowsAndTabs)
     EXPECT_TRUE(t.Run(u"tab_activate"));
     EXPECT_EQ(t.window.activeDocument, first->DocumentID());
     t.Run(u"tab_close");
-    EXPECT_FALSE(first->View()->Visible());
+    EXPECT_EQ(t.View(*first).closes, 1);
 }
 
 TEST(CommandTest, ExtendedCommandsAndFailures)

@@ -1,4 +1,5 @@
 #include "documents/LabelScan.h"
+#include "editing/LexClass.h"
 #include "fakes/TestProgram.h"
 #include "shell/navigation/Navigation.h"
 
@@ -15,7 +16,7 @@ struct GotoModelTest : testing::Test {
     GotoModelTest()
     {
         document->SetText(u"B:\r\nX = 1\r\n  A:\r\n10 X = 2");
-        for (int32_t line : {0, 2, 3}) view.Document().SetLineData(line, LineWord::Lexer, kLabelLine);
+        for (int32_t line : {0, 2, 3}) view.Document().SetLineData(line, LineWord::Lexer, line_flag::kLabel);
         document->Activate();
     }
 };

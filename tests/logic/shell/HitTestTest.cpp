@@ -3,7 +3,7 @@
 #include "editing/LexClass.h"
 #include "fakes/MemoryClipboard.h"
 #include "shell/ClickTarget.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <gtest/gtest.h>
 
@@ -21,9 +21,9 @@ struct Row {
 
 struct ClickedText {
     LexClass lexer;
-    SourceBuffer buffer;
+    SourceDocument buffer;
     MemoryClipboard clipboard;
-    SourceViewModel view{buffer, clipboard};
+    SourceView view{buffer, clipboard};
 
     explicit ClickedText(TextView text)
     {

@@ -34,7 +34,7 @@ TEST(KeyboardFilterTest, KeysAndPlaces)
         {kTab, false, false, false, kText, A::Pass},
         {kTab, false, false, false, kLines, A::IndentBlock},
         {kTab, true, false, false, kLines, A::OutdentBlock},
-        {kTab, true, false, false, kText, A::BackSpace},
+        {kTab, true, false, false, kText, A::Pass},
         {kTab, true, false, false, kToolBar, A::Pass},
         {kTab, false, false, true, kLines, A::Pass},
         {kTab, true, false, true, kText, A::Pass},

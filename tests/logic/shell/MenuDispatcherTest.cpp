@@ -94,7 +94,7 @@ TEST_F(MenuDispatcherTest, TabsActivateAndClose)
     t.dispatcher.TabActivate(first->DocumentID());
     EXPECT_EQ(t.window.activeDocument, first->DocumentID());
     t.dispatcher.TabClose(first->DocumentID());
-    EXPECT_FALSE(first->View()->Visible());
+    EXPECT_EQ(t.View(*first).closes, 1);
     t.dispatcher.TabClose(99);
     t.dispatcher.TabActivate(99);
 }

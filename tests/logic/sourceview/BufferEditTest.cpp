@@ -89,7 +89,7 @@ public:
         model_ = states_[static_cast<size_t>(at_)];
     }
 
-    SourceBuffer& Buffer() { return buffer_; }
+    SourceDocument& Buffer() { return buffer_; }
     const std::vector<BufferModel>& States() const { return states_; }
 
 private:
@@ -160,7 +160,7 @@ private:
 
     Dice dice_;
     bool withOps_; ///< an operation's own undo does not know the words of the lines
-    SourceBuffer buffer_;
+    SourceDocument buffer_;
     BufferModel model_;
     std::vector<BufferModel> states_;
     int32_t at_ = 0;
@@ -198,10 +198,10 @@ TEST(BufferLoad, CutsAndJoinsLines)
          u"12345678\r\n\u0416wide of more than eight\r\nnarrow \u00FF\xFD"},
     };
     for (auto& [text, joined] : rows) {
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.SetText(text);
         EXPECT_EQ(buffer.GetText(), joined);
-        SourceBuffer typed;
+        SourceDocument typed;
         typed.InsertText({0, 0}, text);
         EXPECT_EQ(typed.GetText(), joined);
         EXPECT_EQ(typed.LineCount(), static_cast<int32_t>(CutLines(text).size()));
@@ -210,7 +210,7 @@ TEST(BufferLoad, CutsAndJoinsLines)
 
 TEST(BufferEditRules, PositionsOutsideAreClamped)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(u"one\rtwo");
     EXPECT_EQ(buffer.InsertText({99, 0}, u"!"), (Position{4, 0}));
     EXPECT_EQ(buffer.InsertText({0, 99}, u"?"), (Position{4, 1}));
@@ -223,7 +223,7 @@ TEST(BufferEditRules, PositionsOutsideAreClamped)
 
 TEST(BufferEditRules, ATextMayBeInsertedFromTheBufferItself)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.InsertText({0, 0}, u"\u0416 wide and long enough to move");
     Text line = buffer.GetLine(0);
     Text scratch;

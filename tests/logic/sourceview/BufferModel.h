@@ -1,7 +1,7 @@
 #pragma once
 // The plainest possible editor text, to hold the real one against, and random texts and ranges for both.
 
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <algorithm>
 #include <random>

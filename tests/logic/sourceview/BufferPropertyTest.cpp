@@ -1,6 +1,6 @@
 // The buffer against a model too simple to be wrong: a list of lines, each with a bookmark and an identity.
 
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -62,7 +62,7 @@ void Erase(Model& model, Position start, Position end)
     model.insert(model.begin() + start.line, joined);
 }
 
-Model Read(const SourceBuffer& buffer)
+Model Read(const SourceDocument& buffer)
 {
     Model model;
     for (int32_t line = 0; line < buffer.LineCount(); ++line)
@@ -91,7 +91,7 @@ public:
         for (int32_t n = Below(6); n >= 0; --n) text += parts[static_cast<size_t>(Below(breaks ? 12 : 9))];
         return text;
     }
-    Position Place(const SourceBuffer& buffer)
+    Position Place(const SourceDocument& buffer)
     {
         int32_t line = Below(buffer.LineCount());
         return {Below(buffer.LineLength(line) + 1), line};
@@ -140,7 +140,7 @@ TEST(BufferProperty, EditsUndoAndRedoFollowTheModel)
 {
     for (unsigned seed = 1; seed <= 40; ++seed) {
         Random random(seed);
-        SourceBuffer buffer;
+        SourceDocument buffer;
         if (seed % 4 == 0) { // more than one chunk
             Text big;
             for (int i = 0; i < 3000; ++i) big += u"line\n";
@@ -196,7 +196,7 @@ struct Scanned {
     friend bool operator==(const Scanned&, const Scanned&) = default;
 };
 
-Scanned ScannedState(SourceBuffer& buffer)
+Scanned ScannedState(SourceDocument& buffer)
 {
     buffer.EnsureScanned();
     Scanned scanned;
@@ -214,7 +214,7 @@ TEST(BufferProperty, IncrementalScanEqualsScanFromScratch)
         Random random(seed);
         ToyLexer lexer;
         ToyLexer freshLexer;
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.SetLexer(&lexer);
         for (int step = 0; step < 60; ++step) {
             Position at = random.Place(buffer);
@@ -226,7 +226,7 @@ TEST(BufferProperty, IncrementalScanEqualsScanFromScratch)
             }
             if (random.Below(6) == 0 && buffer.CanUndo()) buffer.Undo();
             if (random.Below(3) == 0) buffer.EnsureScanned();
-            SourceBuffer fresh;
+            SourceDocument fresh;
             fresh.SetText(buffer.GetText());
             fresh.SetLexer(&freshLexer);
             ASSERT_EQ(ScannedState(buffer), ScannedState(fresh)) << "seed " << seed << " step " << step;
@@ -239,7 +239,7 @@ TEST(BufferProperty, FoldingNeverHidesALineWithoutACollapsedHead)
     for (unsigned seed = 1; seed <= 60; ++seed) {
         Random random(seed);
         ToyLexer lexer;
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.SetLexer(&lexer);
         for (int step = 0; step < 80; ++step) {
             Position at = random.Place(buffer);

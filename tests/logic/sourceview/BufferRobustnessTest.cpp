@@ -1,7 +1,7 @@
 // The buffer among callers that misbehave: listeners and lexers that throw or call back in, operations that nest.
 
 #include "base/Error.h"
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -91,7 +91,7 @@ struct Listener final : BufferListener {
 
 TEST(BufferRobustness, AListenerThatThrowsStopsNothing)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     Listener bad;
     Listener good;
     int heard = 0;
@@ -114,9 +114,9 @@ TEST(BufferRobustness, AListenerThatThrowsStopsNothing)
 
 TEST(BufferRobustness, TheUndoStackStandsStillWhileAStepIsMade)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.InsertText({0, 0}, u"text");
-    for (auto call : {&SourceBuffer::Undo, &SourceBuffer::Redo, &SourceBuffer::ClearUndo}) {
+    for (auto call : {&SourceDocument::Undo, &SourceDocument::Redo, &SourceDocument::ClearUndo}) {
         auto operation = std::make_unique<Op>(
             [&](SourceDocument& d) {
                 d.InsertText({0, 0}, u"half ");
@@ -140,7 +140,7 @@ TEST(BufferRobustness, TheUndoStackStandsStillWhileAStepIsMade)
 
 TEST(BufferRobustness, AGroupWithOperationsInItIsOneStep)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.InsertText({0, 0}, u"x");
     buffer.BeginGroup();
     buffer.InsertText({1, 0}, u"1");
@@ -162,7 +162,7 @@ TEST(BufferRobustness, AGroupWithOperationsInItIsOneStep)
 
 TEST(BufferRobustness, AnOperationTakenBackLeavesTheCaretWhereItChangedTheText)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     Listener listener;
     buffer.AddListener(&listener);
     buffer.ExecuteOp(InsertAtFront(u"abc"));
@@ -182,7 +182,7 @@ TEST(BufferRobustness, AnOperationTakenBackLeavesTheCaretWhereItChangedTheText)
 
 TEST(BufferRobustness, BookmarksSetBetweenUndoAndRedoStay)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(u"a\nb\nc\nd");
     buffer.DeleteRange({0, 1}, {1, 2});
     buffer.Undo();
@@ -196,7 +196,7 @@ TEST(BufferRobustness, BookmarksSetBetweenUndoAndRedoStay)
 
 TEST(BufferRobustness, TextOfTheBufferItselfCanBeInserted)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     Text expected(100, u'\u4E2D');
     buffer.SetText(expected);
     Text scratch;
@@ -214,7 +214,7 @@ TEST(BufferRobustness, WhateverALexerDoesItsLinesAreCoveredByTokens)
 {
     struct Row {
         const char* name;
-        std::function<void(BraceLexer&, SourceBuffer&)> arm;
+        std::function<void(BraceLexer&, SourceDocument&)> arm;
     };
     int calls = 0;
     const Row rows[] = {
@@ -254,7 +254,7 @@ TEST(BufferRobustness, WhateverALexerDoesItsLinesAreCoveredByTokens)
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         BraceLexer lexer;
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.SetText(u"a {\n\n  b\n}\n\u4E2D}{");
         Text before = buffer.GetText();
         row.arm(lexer, buffer);
@@ -283,7 +283,7 @@ TEST(BufferRobustness, WhateverALexerDoesItsLinesAreCoveredByTokens)
 TEST(BufferRobustness, LooksAtTheTextDuringAGroupDoNotEndTheRescanEarly)
 {
     BraceLexer lexer;
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetLexer(&lexer);
     buffer.SetText(u"a\n\nc");
     buffer.EnsureScanned();
@@ -298,7 +298,7 @@ TEST(BufferRobustness, LooksAtTheTextDuringAGroupDoNotEndTheRescanEarly)
 TEST(BufferRobustness, UpdateLinesScansThem)
 {
     BraceLexer lexer;
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(u"a,\nb,\nc");
     buffer.SetLexer(&lexer);
     buffer.UpdateLines(1, 1);
@@ -308,7 +308,7 @@ TEST(BufferRobustness, UpdateLinesScansThem)
 TEST(BufferRobustness, ABeginWithoutAnEndEnclosesNothing)
 {
     BraceLexer lexer;
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(u"{\na\n{\nb\n}\nc");
     buffer.SetLexer(&lexer);
     buffer.EnsureScanned();
@@ -321,7 +321,7 @@ TEST(BufferRobustness, ABeginWithoutAnEndEnclosesNothing)
 TEST(BufferRobustness, VisibleLinesCanBeAskedForWhileAHeadGoes)
 {
     BraceLexer lexer;
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(u"{\na\n}");
     buffer.SetLexer(&lexer);
     buffer.CollapseAll();
@@ -338,7 +338,7 @@ TEST(BufferRobustness, VisibleLinesCanBeAskedForWhileAHeadGoes)
 
 TEST(BufferRobustness, FindFoldsLettersBeyondTheFirstPlane)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(u"x \U00010400\U00010428 y");
     FindHit hit;
     EXPECT_TRUE(buffer.Find(u"\U00010428\U00010400", {}, {}, hit));

@@ -59,7 +59,7 @@ TEST_P(Find, FindsWhatANaiveSearchFinds)
         TextView alphabet = kAlphabets[dice.Below(4)];
         Text text;
         for (int32_t n = dice.Below(40); n >= 0; --n) text += dice.Line(dice.OneIn(4) ? 60 : 5, alphabet) + u"\r\n";
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.SetText(text);
         // Some lines in blocks of their own among those as loaded.
         for (int32_t n = dice.Below(4); n > 0; --n)
@@ -110,7 +110,7 @@ TEST(FindRules, Table)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::PrintToString(Text(row.text)) + " " + testing::PrintToString(Text(row.word)));
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.SetText(row.text);
         FindHit hit;
         ASSERT_EQ(buffer.Find(row.word, row.from, row.options, hit), row.at.has_value());
@@ -120,7 +120,7 @@ TEST(FindRules, Table)
 
 TEST(Bookmarks, NextAndPreviousGoRoundTheEnds)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(u"0\n1\n2\n3\n4");
     EXPECT_EQ(buffer.FindBookmark(2, false), -1);
     for (int32_t line : {1, 3}) buffer.ToggleBookmark(line);

@@ -56,15 +56,15 @@ struct NaiveBlocks {
     }
 };
 
-bool Collapsed(const SourceBuffer& buffer, int32_t line)
+bool Collapsed(const SourceDocument& buffer, int32_t line)
 {
     return (buffer.GetLineData(line, LineWord::Control) & line_bits::kBlockStateMask) == line_bits::kBlockCollapsed;
 }
 
-void CompareScan(SourceBuffer& buffer)
+void CompareScan(SourceDocument& buffer)
 {
     buffer.EnsureScanned();
-    SourceBuffer fresh;
+    SourceDocument fresh;
     ToyLexer lexer;
     fresh.SetText(buffer.GetText());
     fresh.SetLexer(&lexer);
@@ -83,7 +83,7 @@ void CompareScan(SourceBuffer& buffer)
     }
 }
 
-void CompareFolding(SourceBuffer& buffer)
+void CompareFolding(SourceDocument& buffer)
 {
     std::vector<Text> lines = CutLines(buffer.GetText());
     NaiveBlocks blocks(lines);
@@ -109,7 +109,7 @@ void CompareFolding(SourceBuffer& buffer)
     EXPECT_EQ(buffer.VisibleCount(), visible);
 }
 
-void RandomEdit(SourceBuffer& buffer, Dice& dice, bool withinGroup)
+void RandomEdit(SourceDocument& buffer, Dice& dice, bool withinGroup)
 {
     BufferModel model = BufferModel::Of(buffer);
     Position a = dice.At(model);
@@ -126,7 +126,7 @@ void RandomEdit(SourceBuffer& buffer, Dice& dice, bool withinGroup)
     }
 }
 
-void RandomFold(SourceBuffer& buffer, Dice& dice)
+void RandomFold(SourceDocument& buffer, Dice& dice)
 {
     int32_t line = dice.Below(buffer.LineCount());
     switch (dice.Below(12)) {
@@ -147,7 +147,7 @@ TEST(Folding, EditsLeaveTheTextAsIfScannedAnew)
     for (uint32_t seed = 1; seed <= 120 && !testing::Test::HasFatalFailure(); ++seed) {
         SCOPED_TRACE(seed);
         Dice dice(seed);
-        SourceBuffer buffer;
+        SourceDocument buffer;
         ToyLexer lexer;
         buffer.SetText(dice.Lines(20, u"a,{} "));
         buffer.SetLexer(&lexer);
@@ -182,7 +182,7 @@ TEST(Folding, Table)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::PrintToString(Text(row.text)));
-        SourceBuffer buffer;
+        SourceDocument buffer;
         ToyLexer lexer;
         buffer.SetText(row.text);
         buffer.SetLexer(&lexer);
@@ -197,7 +197,7 @@ TEST(Folding, Table)
 
 TEST(Folding, ALocalEditScansFewLines)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     ToyLexer lexer;
     Text text;
     for (int32_t i = 0; i < 3000; ++i) text += u"{\na\n}\n";

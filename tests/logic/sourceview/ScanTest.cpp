@@ -1,7 +1,7 @@
 #include "ToyLexer.h"
 
 #include "base/Error.h"
-#include "text/SourceBuffer.h"
+#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -32,7 +32,7 @@ TEST(Scan, CallBacksComeInOrder)
         }
         std::string log;
     };
-    SourceBuffer buffer;
+    SourceDocument buffer;
     Recorder lexer;
     buffer.SetText(u"a{b\n\nc,\nd\ne");
     buffer.SetLexer(&lexer);
@@ -117,7 +117,7 @@ TEST(Scan, AHostileLexerLeavesEveryLineCovered)
     };
     for (const Hostile& row : rows) {
         SCOPED_TRACE(row.name);
-        SourceBuffer buffer;
+        SourceDocument buffer;
         HostileLexer lexer(row.scan);
         buffer.SetText(u"first line\n\nthird line");
         buffer.SetLexer(&lexer);
@@ -142,7 +142,7 @@ TEST(Scan, AHostileLexerLeavesEveryLineCovered)
 
 TEST(Scan, ALexerIsRefusedEdits)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.InsertText({0, 0}, u"abc");
     int32_t refused = 0;
     HostileLexer lexer([&](Token& token, int32_t) {
@@ -161,7 +161,7 @@ TEST(Scan, ALexerIsRefusedEdits)
 
 TEST(Scan, PlainTextIsOneTokenALine)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.SetText(u"abc\n");
     std::vector<Token> tokens;
     buffer.ScanLine(0, tokens);
@@ -175,7 +175,7 @@ TEST(Scan, PlainTextIsOneTokenALine)
 
 TEST(Scan, SlicesGetToTheEnd)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     ToyLexer lexer;
     buffer.SetText(Text(999, u'\n'));
     buffer.SetLexer(&lexer);

@@ -2,7 +2,7 @@
 // A language of two rules: "{" and "}" are blocks, and a line that ends in "," goes on in the next one, where every
 // other token is of type 3 instead of 1.
 
-#include "text/SourceView.h"
+#include "text/SourceDocument.h"
 
 #include <vector>
 

@@ -29,7 +29,7 @@ public:
     }
 };
 
-void Do(SourceBuffer& b, char action)
+void Do(SourceDocument& b, char action)
 {
     int32_t last = b.LineCount() - 1;
     int32_t end = b.LineLength(last);
@@ -52,7 +52,7 @@ void Do(SourceBuffer& b, char action)
     }
 }
 
-int32_t UndoSteps(SourceBuffer& buffer)
+int32_t UndoSteps(SourceDocument& buffer)
 {
     int32_t steps = 0;
     for (; buffer.CanUndo(); ++steps) buffer.Undo();
@@ -92,7 +92,7 @@ TEST(Undo, StepsAndSavePoints)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.SetText(u"abc");
         for (const char* action = row.actions; *action; ++action) Do(buffer, *action);
         EXPECT_EQ(buffer.GetText(), row.text);
@@ -129,10 +129,10 @@ TEST(Undo, AnOperationIsRefusedTheUndoStack)
         [](SourceDocument& d) { d.Redo(); },
         [](SourceDocument& d) { d.ClearUndo(); },
         [](SourceDocument& d) { d.ExecuteOp(std::make_unique<AppendOp>()); },
-        [](SourceDocument& d) { static_cast<SourceBuffer&>(d).SetText(u"new"); },
+        [](SourceDocument& d) { static_cast<SourceDocument&>(d).SetText(u"new"); },
     };
     for (auto& body : bodies) {
-        SourceBuffer buffer;
+        SourceDocument buffer;
         buffer.InsertText({0, 0}, u"abc");
         buffer.BreakTyping();
         buffer.InsertText({3, 0}, u"d");
@@ -170,7 +170,7 @@ private:
 
 TEST(Listeners, EditsFromWithinACallAreRefused)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     buffer.InsertText({0, 0}, u"abc");
     int32_t refused = 0;
     CallListener listener([&] {
@@ -203,7 +203,7 @@ TEST(Listeners, EditsFromWithinACallAreRefused)
 
 TEST(Listeners, OneThatThrowsHarmsNeitherTheTextNorTheOthers)
 {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     int32_t told = 0;
     CallListener bad([] { throw Error{5, u"bad listener"}; });
     CallListener good([&] { ++told; });

@@ -2,7 +2,7 @@
 // caret, unless "|" stands behind "["), and "\n" ends a line.
 
 #include "fakes/MemoryClipboard.h"
-#include "text/SourceViewModel.h"
+#include "text/SourceView.h"
 
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ Marked Parse(TextView marked)
     return m;
 }
 
-Text Render(SourceViewModel& view)
+Text Render(SourceView& view)
 {
     Position anchor;
     Position caret;
@@ -66,9 +66,9 @@ Text Render(SourceViewModel& view)
 }
 
 struct ViewTest : testing::Test {
-    SourceBuffer buffer;
+    SourceDocument buffer;
     MemoryClipboard clipboard;
-    SourceViewModel view{buffer, clipboard};
+    SourceView view{buffer, clipboard};
 
     void Load(TextView marked)
     {
@@ -80,7 +80,7 @@ struct ViewTest : testing::Test {
     }
 };
 
-using Command = void (*)(SourceViewModel&);
+using Command = void (*)(SourceView&);
 
 struct Row {
     const char* what;
@@ -90,64 +90,64 @@ struct Row {
 };
 
 template <Move move, bool extend = false>
-void Go(SourceViewModel& v)
+void Go(SourceView& v)
 {
     v.MoveCaret(move, extend);
 }
-void Type(SourceViewModel& v, TextView text)
+void Type(SourceView& v, TextView text)
 {
     v.TypeText(text);
 }
-void TypeX(SourceViewModel& v)
+void TypeX(SourceView& v)
 {
     Type(v, u"x");
 }
-void OverX(SourceViewModel& v)
+void OverX(SourceView& v)
 {
     v.SetOvertype(true);
     Type(v, u"x");
 }
-void Back(SourceViewModel& v)
+void Back(SourceView& v)
 {
     v.Backspace();
 }
-void Del(SourceViewModel& v)
+void Del(SourceView& v)
 {
     v.Delete();
 }
-void DelLine(SourceViewModel& v)
+void DelLine(SourceView& v)
 {
     v.DeleteLine();
 }
-void NewLine(SourceViewModel& v)
+void NewLine(SourceView& v)
 {
     v.NewLine();
 }
-void TabIn(SourceViewModel& v)
+void TabIn(SourceView& v)
 {
     v.Tab();
 }
-void TabOut(SourceViewModel& v)
+void TabOut(SourceView& v)
 {
     v.Backtab();
 }
 template <bool backward>
-void DelWord(SourceViewModel& v)
+void DelWord(SourceView& v)
 {
     v.DeleteWord(backward);
 }
-void Word(SourceViewModel& v)
+void Word(SourceView& v)
 {
     v.SelectWord(v.Caret());
 }
-void CutPaste(SourceViewModel& v)
+void CutPaste(SourceView& v)
 {
     v.Cut();
     v.MoveCaret(Move::TextEnd, false);
     v.Paste();
 }
 template <int32_t col, int32_t line, bool copy>
-void Drag(SourceViewModel& v)
+void Drag(SourceView& v)
 {
     v.MoveSelection({col, line}, copy);
 }
@@ -165,8 +165,8 @@ const Row kRows[] = {
     {"overtype at the end of a line", u"A|\nB", OverX, u"Ax|\nB"},
     {"overtype takes a whole grapheme", u"|" FAMILY u"!", OverX, u"x|!"},
     {"overtype replaces a selection only", u"[AB]C", OverX, u"x|C"},
-    {"pasted lines", u"A|B", [](SourceViewModel& v) { v.TypeText(u"1\r\n2"); }, u"A1\n2|B"},
-    {"typed tabs become blanks", u"A|B", [](SourceViewModel& v) { v.TypeText(u"\t.\n\t."); }, u"A  .\n   .|B"},
+    {"pasted lines", u"A|B", [](SourceView& v) { v.TypeText(u"1\r\n2"); }, u"A1\n2|B"},
+    {"typed tabs become blanks", u"A|B", [](SourceView& v) { v.TypeText(u"\t.\n\t."); }, u"A  .\n   .|B"},
     {"backspace", u"AB|C", Back, u"A|C"},
     {"backspace joins lines", u"A\n|B", Back, u"A|B"},
     {"backspace at the start", u"|A", Back, u"|A"},
@@ -281,7 +281,7 @@ TEST_F(ViewTest, TheOtherViewsCaretStaysWithItsText)
     } const rows[] = {{{0, 0}, {0, 0}}, {{2, 0}, {0, 1}}, {{2, 1}, {2, 2}}};
     for (const auto& row : rows) {
         Load(u"|AB\nCD");
-        SourceViewModel other(buffer, clipboard);
+        SourceView other(buffer, clipboard);
         other.SetCaret(row.caret);
         view.SetCaret({1, 0});
         view.TypeText(u"x\r\n");

@@ -24,6 +24,7 @@ struct ScriptedBoxes : MessageBoxes {
         shown.emplace_back(text);
         return answer;
     }
+    void Beep() override {}
     std::vector<Text> shown;
     int32_t answer = message_box::kAnswerYes;
 };

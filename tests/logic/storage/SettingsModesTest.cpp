@@ -1,5 +1,5 @@
 #include "StoreFixture.h"
-#include "editing/SettingsTable.h"
+#include "editing/MvEdit.h"
 #include "fakes/MemoryHive.h"
 #include "fakes/MemorySettings.h"
 #include "persistence/store/HiveFile.h"
@@ -60,7 +60,7 @@ protected:
     {
         modPersistSettings store(hive, disk, Path("program"), [](TextView) { return std::optional<Text>(); });
         MvEdit settings;
-        settings.LoadSettings({store, nullptr, u"Courier New", {}});
+        settings.LoadSettings({store, u"Courier New", {}});
         return settings;
     }
 };

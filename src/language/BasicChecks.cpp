@@ -1,6 +1,46 @@
-#include "language/LabelCheck.h"
+#include "language/BasicChecks.h"
+
+#include <algorithm>
 
 namespace nib {
+
+int32_t FindingList::AddItem(Text name, Place includedAt)
+{
+    items_.push_back({std::move(name), ProgramLine(includedAt)});
+    return static_cast<int32_t>(items_.size());
+}
+
+int32_t FindingList::ProgramLine(Place place) const
+{
+    return place.item == 0 ? place.line : items_[static_cast<size_t>(place.item - 1)].line;
+}
+
+Text FindingList::Describe(Place place) const
+{
+    Text text = u"line " + Decimal(place.line);
+    if (place.item != 0) text += u" of " + items_[static_cast<size_t>(place.item - 1)].name;
+    return text;
+}
+
+void FindingList::Add(Place place, TextView text)
+{
+    Text whole = place.item == 0 ? Text() : u"in " + Describe(place) + u": ";
+    findings_.push_back({ProgramLine(place), whole.append(text)});
+}
+
+void FindingList::DropBehind(int32_t line)
+{
+    std::erase_if(findings_, [line](const Finding& finding) { return finding.line > line; });
+}
+
+std::vector<Finding> FindingList::Take()
+{
+    std::stable_sort(findings_.begin(), findings_.end(),
+                     [](const Finding& a, const Finding& b) { return a.line < b.line; });
+    auto same = [](const Finding& a, const Finding& b) { return a.line == b.line && a.text == b.text; };
+    findings_.erase(std::unique(findings_.begin(), findings_.end(), same), findings_.end());
+    return std::move(findings_);
+}
 
 namespace {
 
@@ -16,6 +56,9 @@ TextView WithoutColon(TextView name)
     if (name.ends_with(u':')) name.remove_suffix(1);
     return name;
 }
+
+/// No statement begins with one of these.
+constexpr TextView kInfix{u",)]+-/:&=<>#^~|;"};
 
 } // namespace
 
@@ -104,6 +147,39 @@ void LabelCheck::Finish()
         findings_.Add(reference.place,
                       Text(reference.statement) + u" to label " + reference.name + u", which does not exist.");
     }
+}
+
+void ParenCheck::Line(const BasicLine& line, Place place)
+{
+    if (!line.IsCode()) return;
+    if (depth_ > 0 && !GoesOnWith(line)) Finish();
+    if (line.OpenQuote()) {
+        depth_ = 0; // what the string swallowed is not known
+        return;
+    }
+    bool tooMany = false;
+    for (const BasicToken& token : line.Tokens()) {
+        if (line.IsSign(token, u'(')) {
+            if (depth_++ == 0) opened_ = place;
+        } else if (line.IsSign(token, u')')) {
+            tooMany = tooMany || depth_ == 0;
+            if (depth_ > 0) --depth_;
+        }
+    }
+    if (tooMany) findings_.Add(place, u"\")\" without \"(\".");
+    mustGoOn_ = !line.EndsValue(line.Tokens().back());
+}
+
+bool ParenCheck::GoesOnWith(const BasicLine& line) const
+{
+    const BasicToken& first = line.Tokens().front();
+    return mustGoOn_ || (first.kind == BasicToken::Kind::Sign && kInfix.find(line.At(first.start)) != TextView::npos);
+}
+
+void ParenCheck::Finish()
+{
+    if (depth_ > 0) findings_.Add(opened_, u"\"(\" without \")\".");
+    depth_ = 0;
 }
 
 } // namespace nib

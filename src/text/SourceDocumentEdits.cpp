@@ -1,8 +1,9 @@
-#include "text/SourceBufferImpl.h"
+// The two primitives that every change of the text goes through, and what follows them; part of SourceDocument.
+
+#include "text/SourceDocument.h"
 
 #include "base/Error.h"
-
-#include <algorithm>
+#include "text/TextSearch.h"
 
 namespace nib {
 
@@ -35,189 +36,165 @@ TextView NextPiece(TextView& text)
 
 } // namespace
 
-int32_t SourceBuffer::Impl::ClampLine(int32_t line) const
-{
-    return std::clamp(line, 0, lines.Count() - 1);
-}
-
-Position SourceBuffer::Impl::ClampPosition(Position p) const
-{
-    int32_t line = ClampLine(p.line);
-    auto length = static_cast<int32_t>(lines.Length(line));
-    if (p.line < 0) return {0, 0};
-    return {p.line > line ? length : std::clamp(p.col, 0, length), line};
-}
-
-const TextSearch& SourceBuffer::Impl::Prepared(TextView text, FindOptions options)
-{
-    if (!search_ || searchText_ != text || searchOptions_ != options) {
-        search_.emplace(text, options);
-        searchText_ = text;
-        searchOptions_ = options;
-    }
-    return *search_;
-}
-
 /// Holds scans and notices back until the outermost one ends.
-class SourceBuffer::Impl::Batch {
+class SourceDocument::Batch {
 public:
-    explicit Batch(Impl& impl) : impl_(impl) { ++impl_.depth; }
-    ~Batch() { impl_.Leave(); }
+    explicit Batch(SourceDocument& document) : document_(document) { ++document_.depth_; }
+    ~Batch() { document_.Leave(); }
     Batch(const Batch&) = delete;
     Batch& operator=(const Batch&) = delete;
 
 private:
-    Impl& impl_;
+    SourceDocument& document_;
 };
 
-void SourceBuffer::Impl::RefuseInCallback() const
+void SourceDocument::RefuseInCallback() const
 {
-    if (telling_ > 0 || scanner.Busy())
+    if (telling_ > 0 || scanner_.Busy())
         throw Error{error_number::kInvalidCall, u"The text cannot be changed from within a call-back."};
 }
 
 /// The steps fit the text only between two of them.
-void SourceBuffer::Impl::RefuseInStep() const
+void SourceDocument::RefuseInStep() const
 {
     RefuseInCallback();
-    if (journal_ || undo.InGroup())
+    if (journal_ || undo_.InGroup())
         throw Error{error_number::kInvalidCall, u"The undo stack cannot move while an operation runs."};
 }
 
-void SourceBuffer::Impl::ClearUndo()
+void SourceDocument::ClearUndo()
 {
     if (journal_ || replaying_)
         throw Error{error_number::kInvalidCall, u"The undo stack cannot be cleared while an operation runs."};
-    undo.Clear();
+    undo_.Clear();
 }
 
-void SourceBuffer::Impl::NotifyChange(int32_t first, int32_t last, Position caret)
+void SourceDocument::NotifyChange(int32_t /*kind*/, int32_t first, int32_t last, Position caret)
 {
     first = ClampLine(first);
     last = ClampLine(last);
-    caret = ClampPosition(caret);
     caretTold_ = true;
-    Tell([&](BufferListener& l) { l.LinesRepaint(first, last); });
-    Tell([&](BufferListener& l) { l.CaretRequested(caret); });
+    TellRepaint(first, last);
+    TellCaret(Clamp(caret));
 }
 
-void SourceBuffer::Impl::Load(TextView text)
+void SourceDocument::SetText(TextView text)
 {
     RefuseInCallback();
     if (journal_) throw Error{error_number::kInvalidCall, u"An operation cannot replace the whole text."};
-    lines.Load(text);
-    undo.Clear();
-    scanner.Reset();
-    folder.Reset();
-    bookmarks = 0;
+    lines_.Load(text);
+    undo_.Clear();
+    scanner_.Reset();
+    folder_.Reset();
+    bookmarks_ = 0;
     pendingFirst_ = -1;
     Tell([](BufferListener& l) { l.TextReset(); });
     TellModified();
 }
 
-Position SourceBuffer::Impl::PutText(Position at, TextView text)
+Position SourceDocument::PutText(Position at, TextView text)
 {
     int32_t breaks = CountBreaks(text);
     auto column = static_cast<size_t>(at.col);
     if (breaks == 0) {
-        lines.Replace(at.line, column, 0, text);
+        lines_.Replace(at.line, column, 0, text);
         return {at.col + static_cast<int32_t>(text.size()), at.line};
     }
     int32_t last = at.line + breaks;
-    size_t length = lines.Length(at.line);
+    size_t length = lines_.Length(at.line);
     if (at.col == 0 && length > 0) {
         // Text pushed down keeps its bookmark and identity.
-        lines.InsertLines(at.line, breaks);
-        lines.Replace(at.line, 0, 0, NextPiece(text));
+        lines_.InsertLines(at.line, breaks);
+        lines_.Replace(at.line, 0, 0, NextPiece(text));
     } else {
-        lines.InsertLines(at.line + 1, breaks);
+        lines_.InsertLines(at.line + 1, breaks);
         Text tail;
-        lines.At(at.line).Units().AppendTo(tail, column, length - column);
-        lines.Replace(at.line, column, length - column, NextPiece(text));
-        lines.Replace(last, 0, 0, tail);
+        lines_.At(at.line).Units().AppendTo(tail, column, length - column);
+        lines_.Replace(at.line, column, length - column, NextPiece(text));
+        lines_.Replace(last, 0, 0, tail);
     }
-    for (int32_t line = at.line + 1; line < last; ++line) lines.Replace(line, 0, 0, NextPiece(text));
-    lines.Replace(last, 0, 0, text);
+    for (int32_t line = at.line + 1; line < last; ++line) lines_.Replace(line, 0, 0, NextPiece(text));
+    lines_.Replace(last, 0, 0, text);
     return {static_cast<int32_t>(text.size()), last};
 }
 
-/// Keeps what comes back with these lines when they do, and takes them out of the counts.
-std::vector<KeptWords> SourceBuffer::Impl::CountOut(int32_t first, int32_t last)
+/// What comes back with these lines when they do.
+std::vector<KeptWords> SourceDocument::WordsOf(int32_t first, int32_t last) const
 {
     std::vector<KeptWords> kept;
     kept.reserve(static_cast<size_t>(last - first + 1));
     for (int32_t line = first; line <= last; ++line) {
-        uint32_t control = lines.Word(line, kControl);
-        kept.push_back({(control & line_bits::kBookmark) != 0, lines.Word(line, kIdentity)});
+        uint32_t control = lines_.Word(line, kControl);
+        kept.push_back({(control & line_bits::kBookmark) != 0, lines_.Word(line, kIdentity)});
     }
     return kept;
 }
 
-TextEdit SourceBuffer::Impl::TakeText(Position start, Position end)
+TextEdit SourceDocument::TakeText(Position start, Position end)
 {
     TextEdit edit{false, start, end, {}, {}};
     auto column = static_cast<size_t>(start.col);
     if (start.line == end.line) {
         auto count = static_cast<size_t>(end.col - start.col);
-        lines.At(start.line).Units().AppendTo(edit.text, column, count);
-        lines.Replace(start.line, column, count, {});
+        lines_.At(start.line).Units().AppendTo(edit.text, column, count);
+        lines_.Replace(start.line, column, count, {});
         return edit;
     }
-    edit.words = CountOut(start.line, end.line);
+    edit.words = WordsOf(start.line, end.line);
     for (int32_t line = start.line; line <= end.line; ++line) {
-        UnitSpan units = lines.At(line).Units();
+        UnitSpan units = lines_.At(line).Units();
         size_t from = line == start.line ? column : 0;
         size_t to = line == end.line ? static_cast<size_t>(end.col) : units.length;
         units.AppendTo(edit.text, from, to - from);
         if (line < end.line) edit.text += u"\r\n";
     }
     int32_t firstGone = start.line + 1;
-    size_t lastLength = lines.Length(end.line);
+    size_t lastLength = lines_.Length(end.line);
     if (start.col == 0 && static_cast<size_t>(end.col) < lastLength) {
         // Whole lines go, the last one stays itself.
-        lines.Replace(end.line, 0, static_cast<size_t>(end.col), {});
+        lines_.Replace(end.line, 0, static_cast<size_t>(end.col), {});
         firstGone = start.line;
     } else {
         Text tail;
-        lines.At(end.line).Units().AppendTo(tail, static_cast<size_t>(end.col), lastLength);
-        lines.Replace(start.line, column, lines.Length(start.line) - column, tail);
+        lines_.At(end.line).Units().AppendTo(tail, static_cast<size_t>(end.col), lastLength);
+        lines_.Replace(start.line, column, lines_.Length(start.line) - column, tail);
     }
     int32_t gone = end.line - start.line;
     for (int32_t line = firstGone; line < firstGone + gone; ++line) {
-        uint32_t control = lines.Word(line, kControl);
-        if (control & line_bits::kBookmark) --bookmarks;
-        if (folder.LineRemoved(control)) foldsTouched_ = true;
+        uint32_t control = lines_.Word(line, kControl);
+        if (control & line_bits::kBookmark) --bookmarks_;
+        if (folder_.LineRemoved(control)) foldsTouched_ = true;
     }
-    lines.RemoveLines(firstGone, gone);
+    lines_.RemoveLines(firstGone, gone);
     return edit;
 }
 
-void SourceBuffer::Impl::RestoreWords(const TextEdit& edit)
+void SourceDocument::RestoreWords(const TextEdit& edit)
 {
     int32_t line = edit.start.line;
     for (const KeptWords& kept : edit.words) {
-        uint32_t control = lines.Word(line, kControl);
+        uint32_t control = lines_.Word(line, kControl);
         if (kept.bookmark != ((control & line_bits::kBookmark) != 0)) {
-            lines.SetWord(line, kControl, control ^ line_bits::kBookmark);
-            bookmarks += kept.bookmark ? 1 : -1;
+            lines_.SetWord(line, kControl, control ^ line_bits::kBookmark);
+            bookmarks_ += kept.bookmark ? 1 : -1;
         }
-        lines.SetWord(line, kIdentity, kept.identity);
+        lines_.SetWord(line, kIdentity, kept.identity);
         ++line;
     }
 }
 
-void SourceBuffer::Impl::Record(TextEdit edit)
+void SourceDocument::Record(TextEdit edit)
 {
     if (journal_)
         journal_->push_back(std::move(edit));
     else if (!replaying_)
-        undo.Push(std::move(edit));
+        undo_.Push(std::move(edit));
 }
 
-Position SourceBuffer::Impl::Insert(Position at, TextView text)
+Position SourceDocument::InsertText(Position at, TextView text)
 {
     RefuseInCallback();
-    at = ClampPosition(at);
+    at = Clamp(at);
     if (text.empty()) return at;
     // `text` may be a view of a line that is about to move.
     TextEdit edit{true, at, {}, Text(text), {}};
@@ -227,26 +204,39 @@ Position SourceBuffer::Impl::Insert(Position at, TextView text)
     return end;
 }
 
-void SourceBuffer::Impl::Erase(Position start, Position end)
+void SourceDocument::DeleteRange(Position start, Position end)
 {
     RefuseInCallback();
-    start = ClampPosition(start);
-    end = ClampPosition(end);
+    start = Clamp(start);
+    end = Clamp(end);
     if (end <= start) return;
     Record(TakeText(start, end));
     TextReplaced(start, end, start);
 }
 
-/// Everything that follows a change of the text, in the order in which it may be relied on.
-void SourceBuffer::Impl::TextReplaced(Position start, Position oldEnd, Position newEnd)
+int32_t SourceDocument::ShiftLine(int32_t line, int32_t columns, EmptyLine whenEmpty)
 {
-    scanner.LinesReplaced(start.line, oldEnd.line, newEnd.line);
+    if (columns < 0) {
+        Text scratch;
+        int32_t gone = std::min(IndentOf(LineText(line, scratch)), -columns);
+        DeleteRange({0, line}, {gone, line});
+        return -gone;
+    }
+    if (whenEmpty == EmptyLine::Stays && LineLength(line) == 0) return 0;
+    InsertText({0, line}, Text(static_cast<size_t>(columns), u' '));
+    return columns;
+}
+
+/// Everything that follows a change of the text, in the order in which it may be relied on.
+void SourceDocument::TextReplaced(Position start, Position oldEnd, Position newEnd)
+{
+    scanner_.LinesReplaced(start.line, oldEnd.line, newEnd.line);
     if (oldEnd.line != newEnd.line) {
         linesChanged_ = true;
         // The line above too: an end line that stays in sight may have moved away from the last hidden one.
         if (FoldsReach(start.line - 1, newEnd.line + 1)) foldsTouched_ = true;
     }
-    int32_t tail = lines.Count() - 1 - newEnd.line;
+    int32_t tail = lines_.Count() - 1 - newEnd.line;
     pendingTail_ = pendingFirst_ < 0 ? tail : std::min(pendingTail_, tail);
     pendingFirst_ = pendingFirst_ < 0 ? start.line : std::min(pendingFirst_, start.line);
     Batch batch(*this);
@@ -254,61 +244,48 @@ void SourceBuffer::Impl::TextReplaced(Position start, Position oldEnd, Position 
     Tell([&](BufferListener& l) { l.TextChanged(change); });
 }
 
-bool SourceBuffer::Impl::FoldsReach(int32_t first, int32_t last) const
+bool SourceDocument::FoldsReach(int32_t first, int32_t last) const
 {
-    if (!folder.AnyCollapsed() && lines.HiddenCount() == 0) return false;
+    if (!folder_.AnyCollapsed() && lines_.HiddenCount() == 0) return false;
     for (int32_t line = ClampLine(first); line <= ClampLine(last); ++line)
-        if (folder.IsHidden(line) || folder.IsCollapsed(line)) return true;
+        if (folder_.IsHidden(line) || folder_.IsCollapsed(line)) return true;
     return false;
 }
 
-void SourceBuffer::Impl::Leave()
+void SourceDocument::Leave()
 {
-    if (--depth > 0) return;
+    if (--depth_ > 0) return;
     FlushPending();
     TellModified();
 }
 
-void SourceBuffer::Impl::FlushPending()
+void SourceDocument::FlushPending()
 {
     if (pendingFirst_ < 0) return;
     int32_t first = std::exchange(pendingFirst_, -1);
-    int32_t last = lines.Count() - 1 - pendingTail_;
+    int32_t last = lines_.Count() - 1 - pendingTail_;
     // Where lines came or went, the line below has a new one before it, whatever state that passes on.
-    int32_t changed = scanner.Rescan(first, linesChanged_ ? last + 1 : last);
+    int32_t changed = scanner_.Rescan(first, linesChanged_ ? last + 1 : last);
     linesChanged_ = false;
     RefreshFolding(std::exchange(foldsTouched_, false), first, std::max(last, changed));
-    Tell([&](BufferListener& l) { l.LinesRepaint(first, std::max(last, changed)); });
+    TellRepaint(first, std::max(last, changed));
 }
 
-bool SourceBuffer::Impl::TakePendingWithin(int32_t first, int32_t last)
+bool SourceDocument::TakePendingWithin(int32_t first, int32_t last)
 {
-    if (linesChanged_ || pendingFirst_ < first || lines.Count() - 1 - pendingTail_ > last) return false;
+    if (linesChanged_ || pendingFirst_ < first || lines_.Count() - 1 - pendingTail_ > last) return false;
     pendingFirst_ = -1;
     return true;
 }
 
-void SourceBuffer::Impl::RefreshFolding(bool always, int32_t first, int32_t last)
+void SourceDocument::RefreshFolding(bool always, int32_t first, int32_t last)
 {
-    bool nestingChanged = scanner.TakeNestingChanged();
-    if (!folder.AnyCollapsed() && lines.HiddenCount() == 0) return;
-    if ((nestingChanged || always) && folder.Refresh(first, last)) TellFolding();
+    bool nestingChanged = scanner_.TakeNestingChanged();
+    if (!folder_.AnyCollapsed() && lines_.HiddenCount() == 0) return;
+    TellFolding((nestingChanged || always) && folder_.Refresh(first, last));
 }
 
-void SourceBuffer::Impl::TellModified()
-{
-    bool modified = undo.Modified();
-    if (modified == knownModified_) return;
-    knownModified_ = modified;
-    Tell([&](BufferListener& l) { l.ModifiedChanged(modified); });
-}
-
-void SourceBuffer::Impl::TellFolding()
-{
-    Tell([](BufferListener& l) { l.FoldingChanged(); });
-}
-
-Position SourceBuffer::Impl::Apply(TextEdit& edit, bool forward)
+Position SourceDocument::Apply(TextEdit& edit, bool forward)
 {
     if (edit.insert == forward) {
         Position end = PutText(edit.start, edit.text);
@@ -323,7 +300,7 @@ Position SourceBuffer::Impl::Apply(TextEdit& edit, bool forward)
 
 /// An operation that fails leaves the text as it was.
 template <typename Body>
-std::optional<Position> SourceBuffer::Impl::RunOp(Body&& body)
+std::optional<Position> SourceDocument::RunOp(Body&& body)
 {
     std::vector<TextEdit> journal;
     journal_ = &journal;
@@ -342,24 +319,21 @@ std::optional<Position> SourceBuffer::Impl::RunOp(Body&& body)
     return journal.back().insert ? journal.back().end : journal.back().start;
 }
 
-void SourceBuffer::Impl::Execute(std::unique_ptr<ISourceOp> operation)
+void SourceDocument::ExecuteOp(std::unique_ptr<ISourceOp> operation)
 {
     RefuseInCallback();
     if (journal_) throw Error{error_number::kInvalidCall, u"An operation cannot run within another."};
     Batch batch(*this);
-    RunOp([&] { operation->DoOp(scanner.Document()); });
+    RunOp([&] { operation->DoOp(*this); });
     UndoStep step;
     step.op = std::move(operation);
-    undo.Push(std::move(step));
+    undo_.Push(std::move(step));
 }
 
 /// Takes a step back or does it again.
-std::optional<Position> SourceBuffer::Impl::Replay(UndoStep& step, bool forward)
+std::optional<Position> SourceDocument::Replay(UndoStep& step, bool forward)
 {
-    if (step.op) {
-        SourceDocument& document = scanner.Document();
-        return RunOp([&] { forward ? step.op->DoOp(document) : step.op->UndoOp(document); });
-    }
+    if (step.op) return RunOp([&] { forward ? step.op->DoOp(*this) : step.op->UndoOp(*this); });
     std::optional<Position> caret;
     replaying_ = true;
     if (forward) {
@@ -371,34 +345,34 @@ std::optional<Position> SourceBuffer::Impl::Replay(UndoStep& step, bool forward)
     return caret;
 }
 
-void SourceBuffer::Impl::Undo()
+void SourceDocument::Undo()
 {
     RefuseInStep();
     std::optional<Position> caret;
     {
         Batch batch(*this);
-        for (bool more = undo.CanUndo(); more;) {
-            UndoStep& step = undo.Top();
+        for (bool more = undo_.CanUndo(); more;) {
+            UndoStep& step = undo_.Top();
             caret = Replay(step, false);
             more = step.joined;
-            undo.Undone();
+            undo_.Undone();
         }
     }
-    if (caret) Tell([&](BufferListener& l) { l.CaretRequested(*caret); });
+    TellCaret(caret);
 }
 
-void SourceBuffer::Impl::Redo()
+void SourceDocument::Redo()
 {
     RefuseInStep();
     std::optional<Position> caret;
     {
         Batch batch(*this);
-        for (bool more = undo.CanRedo(); more; more = undo.CanRedo() && undo.Next().joined) {
-            caret = Replay(undo.Next(), true);
-            undo.Redone();
+        for (bool more = undo_.CanRedo(); more; more = undo_.CanRedo() && undo_.Next().joined) {
+            caret = Replay(undo_.Next(), true);
+            undo_.Redone();
         }
     }
-    if (caret) Tell([&](BufferListener& l) { l.CaretRequested(*caret); });
+    TellCaret(caret);
 }
 
 } // namespace nib

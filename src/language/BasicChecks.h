@@ -1,11 +1,48 @@
 #pragma once
+// What is wrong in a program and where, and the checks of its labels and parentheses.
+
 #include "language/BasicLine.h"
-#include "language/FindingList.h"
 
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 namespace nib {
+
+/// A line of the program, or of an item that it includes.
+struct Place {
+    int32_t line = 0; ///< 1-based
+    int32_t item = 0; ///< 0: the program itself
+};
+
+struct Finding {
+    int32_t line = 0; ///< of the program, 1-based
+    Text text;
+};
+
+/// What is wrong, and where. What is wrong in an included item is told at the line that includes it.
+class FindingList {
+public:
+    /// Names an included item; answers its number.
+    int32_t AddItem(Text name, Place includedAt);
+    void Add(Place place, TextView text);
+    /// "line 12", or "line 3 of BP COMMON.INC".
+    Text Describe(Place place) const;
+    /// The line of the program that stands for a place.
+    int32_t ProgramLine(Place place) const;
+    /// What follows a line of the program is no part of it.
+    void DropBehind(int32_t line);
+    /// In the order of the lines, each finding once.
+    std::vector<Finding> Take();
+
+private:
+    struct Item {
+        Text name;
+        int32_t line;
+    };
+    std::vector<Item> items_;
+    std::vector<Finding> findings_;
+};
 
 /// Labels that are defined twice, and branches to labels that are not there.
 ///
@@ -45,6 +82,25 @@ private:
     bool inList_ = false;
     bool conditional_ = false;
     bool incomplete_ = false;
+};
+
+/// Parentheses of a statement, which may go on over line ends where it cannot end yet.
+class ParenCheck {
+public:
+    explicit ParenCheck(FindingList& findings) : findings_(findings) {}
+
+    void Line(const BasicLine& line, Place place);
+    void Finish();
+    /// A parenthesis is open behind the last line.
+    bool IsOpen() const { return depth_ > 0; }
+
+private:
+    bool GoesOnWith(const BasicLine& line) const;
+
+    FindingList& findings_;
+    int32_t depth_ = 0;
+    Place opened_;
+    bool mustGoOn_ = false;
 };
 
 } // namespace nib
