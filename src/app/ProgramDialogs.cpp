@@ -5,7 +5,7 @@
 #include "printing/QtPrinting.h"
 #include "shell/Program.h"
 #include "shell/frame/frmProperties.h"
-#include "shell/help/QtAboutBox.h"
+#include "shell/help/QtHelpWindow.h"
 
 namespace nib {
 

@@ -1,16 +1,17 @@
 // The composition root: the only place that knows which implementation stands behind which port.
 
 #include "app/ProgramDialogs.h"
-#include "app/SettingsFiles.h"
 #include "automation/DBusServer.h"
 #include "diagnostics/modDebugLog.h"
 #include "hosts/HostConnection.h"
 #include "hosts/accounts/AccountLink.h"
 #include "hosts/accounts/AccountStore.h"
 #include "hosts/picker/frmItemPicker.h"
+#include "persistence/store/QtSettingsHive.h"
+#include "persistence/store/modPersistSettings.h"
+#include "platform/posix/FileLocks.h"
 #include "platform/posix/FileName.h"
 #include "platform/posix/FileSaver.h"
-#include "platform/posix/FileLocks.h"
 #include "platform/posix/PosixTraceMailbox.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
@@ -34,6 +35,28 @@ using namespace nib;
 
 /// Copies of what a user is at work on are nobody else's business.
 constexpr mode_t kUserOnly = 0600;
+
+std::optional<Text> EnvironmentValue(TextView name)
+{
+    const char* value = std::getenv(ToUtf8(name).c_str());
+    return value ? std::optional(FromFileName(value)) : std::nullopt;
+}
+
+/// All that keeps settings between runs; brings the last changes to disk when it goes.
+class SettingsFiles {
+public:
+    SettingsFiles(const std::string& backupFolder, Text programFolder)
+        : disk_{FileSaver(backupFolder)}, settings_(hive_, disk_, std::move(programFolder), EnvironmentValue)
+    {
+    }
+
+    SettingsStore& Store() { return settings_; }
+
+private:
+    ProfileDisk disk_;
+    QtSettingsHive hive_{disk_};
+    modPersistSettings settings_;
+};
 
 class DocumentWindows final : public ViewFactory {
 public:

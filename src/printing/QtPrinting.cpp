@@ -111,10 +111,7 @@ void QtPrinting::Print(mvDocument& document)
     };
     PrintJob job{ToQString(document.DisplayName()), [draw](const Paper& paper) { draw(paper, {}); }, {}};
     if (view.HasSelection()) {
-        Position start;
-        Position end;
-        view.GetSelection(start, end);
-        if (end < start) std::swap(start, end);
+        const auto [start, end] = view.Selection();
         // A selection that ends before the first character of a line takes nothing of it.
         int32_t last = end.col == 0 && end.line > start.line ? end.line - 1 : end.line;
         job.drawSelection = [draw, lines = PrintRange{start.line, last}](const Paper& paper) { draw(paper, {lines}); };

@@ -15,10 +15,8 @@ constexpr TextView kRecentEntry = u"file_";
 
 const CommandRow* FindCommand(TextView key)
 {
-    for (auto table :
-         {FileCommandRows(), EditCommandRows(), SearchCommandRows(), ViewCommandRows(), WindowCommandRows()})
-        for (const CommandRow& row : table)
-            if (key == row.key) return &row;
+    for (const CommandRow& row : CommandRows())
+        if (key == row.key) return &row;
     return nullptr;
 }
 
@@ -89,6 +87,23 @@ bool IsCommand(TextView key)
 bool IsReservedKey(TextView key)
 {
     return IsCommand(key) || IsListEntry(key);
+}
+
+void UpdateToolBar(const CommandContext& context)
+{
+    MenuModel& menus = context.program.Menus();
+    MenuBatch batch(menus);
+    for (const CommandRow& row : CommandRows()) {
+        const MenuTool* onMenu = menus.Find(Band::MainMenu, row.key);
+        const MenuTool* onToolBar = menus.Find(Band::ToolBar, row.key);
+        if (!onMenu && !onToolBar) continue;
+        bool enabled = row.enabled(context);
+        bool checked = row.checked && row.checked(context);
+        if (onMenu) menus.SetState(Band::MainMenu, *onMenu, enabled, checked);
+        if (onToolBar) menus.SetState(Band::ToolBar, *onToolBar, enabled, checked);
+    }
+    // With a document F1 belongs to the text.
+    menus.SetShortcut(Band::MainMenu, u"HelpTopics", context.document ? u"" : u"F1");
 }
 
 } // namespace nib

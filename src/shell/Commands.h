@@ -32,12 +32,8 @@ struct CommandRow {
     bool (*checked)(const CommandContext&) = nullptr; ///< null: shows no check mark
 };
 
-/// The tables by theme; together they are all commands with a key of their own.
-std::span<const CommandRow> FileCommandRows();
-std::span<const CommandRow> EditCommandRows();
-std::span<const CommandRow> SearchCommandRows();
-std::span<const CommandRow> ViewCommandRows();
-std::span<const CommandRow> WindowCommandRows();
+/// All commands with a key of their own.
+std::span<const CommandRow> CommandRows();
 
 /// Runs the command `key` (case matters); false when there is none, it is disabled, or it failed. Failures are logged
 /// and reported to the user. Also takes entries of the window list and of the recent files, and tools that automation
@@ -48,5 +44,8 @@ CommandState StateOfCommand(TextView key, const CommandContext& context);
 bool IsCommand(TextView key);
 /// A command, or the key of an entry in a list of the program: no client's command may take it over.
 bool IsReservedKey(TextView key);
+
+/// Enabled and checked states of all tools of menus and tool bar, afresh.
+void UpdateToolBar(const CommandContext& context);
 
 } // namespace nib

@@ -2,7 +2,6 @@
 
 #include "documents/ScopedStates.h"
 #include "shell/Program.h"
-#include "shell/RecentEntries.h"
 
 namespace nib {
 
@@ -142,6 +141,70 @@ bool FileCommands::OpenRecentDocument(int32_t index)
     bool opened = program_.OpenPath(path, false);
     program_.Window().ProcessMessages();
     return opened;
+}
+
+namespace {
+
+constexpr TextView kAny = u"*";
+
+bool IsLocal(const ItemPlace& place)
+{
+    return EqualsNoCase(place.provider, u"file");
+}
+
+/// More names than these say no more.
+constexpr size_t kNamed = 5;
+
+void Append(Text& complaint, TextView sentence, const std::vector<Text>& names)
+{
+    if (names.empty()) return;
+    if (!complaint.empty()) complaint += u"\n\n";
+    complaint += sentence;
+    for (size_t i = 0; i < names.size() && i < kNamed; ++i) complaint += u"\n" + names[i];
+    if (names.size() > kNamed) complaint += u"\nand " + Decimal(static_cast<int64_t>(names.size() - kNamed)) + u" more";
+}
+
+} // namespace
+
+Text PathToRecentEntry(const mvConnection& connection, TextView path)
+{
+    ItemPlace place = connection.ParsePath(path);
+    if (IsLocal(place)) return Text(path);
+    place.serverName = place.database = kAny;
+    return connection.ComposeHostPath(place);
+}
+
+Text RecentEntryToPath(const mvConnection& connection, const Location& location, TextView entry)
+{
+    ItemPlace place = connection.ParsePath(entry);
+    if (IsLocal(place)) return Text(entry);
+    bool anyHost = EqualsNoCase(place.serverName, u"(any)") || place.serverName == kAny;
+    if (anyHost && !location.ServerName.empty()) place.serverName = location.ServerName;
+    if (place.database == kAny && !location.Database.empty()) place.database = location.Database;
+    return connection.ComposeHostPath(place);
+}
+
+Text RecentEntryCaption(mvConnection& connection, TextView entry)
+{
+    return connection.OpenServerForPath(entry, true, false)->DisplayPath();
+}
+
+void CloseWindow(mvDocument& document)
+{
+    if (document.View()) document.View()->QueryUnload();
+}
+
+void ToggleWindowState(clsDocView& view, int32_t state)
+{
+    view.SetWindowState(view.WindowState() == state ? window_state::kNormal : state);
+}
+
+Text DropComplaint(const std::vector<Text>& folders, const std::vector<Text>& elsewhere)
+{
+    Text complaint;
+    Append(complaint, u"A folder cannot be opened as a document. Drop the files in it instead.", folders);
+    Append(complaint, u"Only files of this computer can be opened by dropping them.", elsewhere);
+    return complaint;
 }
 
 } // namespace nib

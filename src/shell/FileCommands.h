@@ -38,4 +38,25 @@ private:
     Program& program_;
 };
 
+/// Recent files are kept without host and account, so that an entry serves every session.
+Text PathToRecentEntry(const mvConnection& connection, TextView path);
+Text RecentEntryToPath(const mvConnection& connection, const Location& location, TextView entry);
+/// The entry's display form.
+Text RecentEntryCaption(mvConnection& connection, TextView entry);
+
+/// States of a document's window.
+namespace window_state {
+inline constexpr int32_t kNormal = 0;
+inline constexpr int32_t kMinimized = 1;
+inline constexpr int32_t kMaximized = 2;
+} // namespace window_state
+
+/// As the window's own close button does, with its question.
+void CloseWindow(mvDocument& document);
+/// The window leaves `state` when it is in it, else takes it on.
+void ToggleWindowState(clsDocView& view, int32_t state);
+
+/// What to tell the user of dropped things that no document can show; empty when there are none.
+Text DropComplaint(const std::vector<Text>& folders, const std::vector<Text>& elsewhere);
+
 } // namespace nib

@@ -1,7 +1,6 @@
 #include "shell/MenuDispatcher.h"
 
-#include "shell/RecentEntries.h"
-#include "shell/WindowOperations.h"
+#include "shell/FileCommands.h"
 
 namespace nib {
 

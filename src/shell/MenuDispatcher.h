@@ -1,7 +1,7 @@
 #pragma once
 // Where every click on a menu, tool or tab arrives, and where menus are made ready before they open.
 
-#include "shell/CommandState.h"
+#include "shell/Commands.h"
 #include "shell/Program.h"
 #include "shell/menus/MenuModel.h"
 

@@ -1,7 +1,7 @@
 #include "shell/QtMessageBoxes.h"
 
 #include "platform/qt/QtText.h"
-#include "shell/modMsgBoxEx.h"
+#include "shell/MessageBoxPlan.h"
 
 #include <QApplication>
 #include <QCheckBox>

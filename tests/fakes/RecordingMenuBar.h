@@ -1,6 +1,6 @@
 #pragma once
 #include "fakes/Journal.h"
-#include "shell/menus/MenuBar.h"
+#include "shell/menus/MenuModel.h"
 
 namespace nib::test {
 

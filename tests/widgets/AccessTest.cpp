@@ -13,7 +13,6 @@
 #include "search/frmResults.h"
 #include "shell/QtMessageBoxes.h"
 #include "shell/frame/frmProperties.h"
-#include "shell/help/QtAboutBox.h"
 #include "shell/help/QtHelpWindow.h"
 #include "shell/navigation/frmGoto.h"
 #include "widgets/FormAccess.h"

@@ -7,7 +7,6 @@
 #include "shell/QtMessageBoxes.h"
 #include "shell/frame/DocumentProperties.h"
 #include "shell/frame/frmProperties.h"
-#include "shell/help/QtAboutBox.h"
 #include "shell/help/QtHelpWindow.h"
 #include "shell/navigation/frmGoto.h"
 #include "text/widget/ScreenColors.h"

@@ -1,12 +1,11 @@
 // The bars as they are drawn, compared with each row of the tables.
 
 #include "platform/qt/QtText.h"
+#include "shell/menus/FrameKeys.h"
 #include "shell/menus/MenuModel.h"
 #include "shell/menus/MenuTable.h"
 #include "shell/menus/QtMenuBar.h"
 #include "shell/menus/QtToolActions.h"
-#include "shell/menus/QtToolIcons.h"
-#include "shell/menus/modSSKeys.h"
 
 #include <QApplication>
 #include <QLabel>

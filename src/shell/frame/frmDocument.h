@@ -3,15 +3,15 @@
 
 #include "documents/clsDocView.h"
 #include "editing/LexClass.h"
-#include "shell/HitTest.h"
+#include "shell/ClickTarget.h"
 #include "text/SourceView.h"
 
+#include <QMdiSubWindow>
 #include <QPointF>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
-
-class QMdiSubWindow;
 
 namespace nib {
 
@@ -88,6 +88,24 @@ private:
     bool doubleClicked_ = false; ///< the next release of the button acts
     bool autoSaveFlag_ = false;
     bool selectionSeen_ = false;
+};
+
+/// The visible part of a document window. It may outlive its form by a moment, and then does nothing more.
+class DocumentWindow final : public QMdiSubWindow {
+public:
+    /// With or without the buttons of its title bar, which stay as they are for the life of the window.
+    DocumentWindow(frmDocument& form, bool buttons);
+    void Detach() { form_ = nullptr; }
+    void SetText(SourceViewWidget* text);
+    /// Runs `body` when the event being handled is over, if the form is still there.
+    void Post(std::function<void(frmDocument&)> body);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    frmDocument* form_;
 };
 
 } // namespace nib

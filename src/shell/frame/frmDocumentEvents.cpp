@@ -4,7 +4,6 @@
 #include "documents/mvDocument.h"
 #include "shell/Program.h"
 #include "shell/frame/frmDocument.h"
-#include "shell/frame/frmDocumentWindow.h"
 #include "shell/frame/frmMain.h"
 #include "text/widget/SourceViewWidget.h"
 

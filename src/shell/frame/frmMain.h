@@ -4,8 +4,7 @@
 
 #include "shell/MainWindow.h"
 #include "shell/MenuDispatcher.h"
-#include "shell/frame/ChildOrder.h"
-#include "shell/frame/FramePlacement.h"
+#include "shell/frame/WindowPlacement.h"
 #include "shell/menus/QtMenuBar.h"
 
 #include <QMainWindow>

@@ -2,7 +2,7 @@
 
 #include "platform/qt/QtText.h"
 #include "shell/Program.h"
-#include "shell/frame/Arrangement.h"
+#include "shell/frame/WindowPlacement.h"
 #include "shell/frame/frmDocument.h"
 #include "shell/frame/frmMain.h"
 

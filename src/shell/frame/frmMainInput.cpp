@@ -3,11 +3,11 @@
 #include "documents/mvDocument.h"
 #include "platform/posix/FileName.h"
 #include "platform/qt/QtText.h"
+#include "shell/FileCommands.h"
 #include "shell/Program.h"
-#include "shell/frame/DropComplaint.h"
 #include "shell/frame/frmDocument.h"
 #include "shell/frame/frmMain.h"
-#include "shell/menus/KeyboardFilter.h"
+#include "shell/menus/FrameKeys.h"
 
 #include <QApplication>
 #include <QDragEnterEvent>

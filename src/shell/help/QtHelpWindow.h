@@ -10,6 +10,7 @@ class QTextBrowser;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QUrl;
+class QWidget;
 
 namespace nib {
 
@@ -47,5 +48,8 @@ private:
     bool indexed_ = false;
     int zoom_ = 0;
 };
+
+/// Name and version of the program, and the licences of what it is built with; modal over `owner`.
+void ShowAboutBox(QWidget* owner);
 
 } // namespace nib

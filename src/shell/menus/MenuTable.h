@@ -2,7 +2,7 @@
 // The layout of the menus as data. A row names a command of the command table; a caption, shortcut or check mark that
 // stands on several bands is written once, in the menus.
 
-#include "shell/menus/MenuBar.h"
+#include "shell/menus/MenuModel.h"
 
 namespace nib {
 

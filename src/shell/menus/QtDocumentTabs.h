@@ -1,5 +1,5 @@
 #pragma once
-#include "shell/menus/MenuBar.h"
+#include "shell/menus/MenuModel.h"
 
 #include <QCoreApplication>
 #include <QTabBar>

@@ -1,7 +1,5 @@
 #pragma once
-// Draws the menu model on a QMainWindow: menu bar, tool bar, status bar, pop-ups and document tabs.
-
-#include "shell/menus/MenuBar.h"
+#include "shell/menus/MenuModel.h"
 
 #include <memory>
 
@@ -13,8 +11,7 @@ class QWidget;
 
 namespace nib {
 
-class MenuModel;
-
+/// Draws the menu model on a QMainWindow: menu bar, tool bar, status bar, pop-ups and document tabs.
 class QtMenuBar final : public MenuBar {
 public:
     /// Becomes the model's listener. Window and model outlive it.

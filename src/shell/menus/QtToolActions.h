@@ -2,8 +2,9 @@
 // The tools of menus, tool bar and pop-ups as QActions. A shortcut is live on the menu bar alone; elsewhere its text is
 // shown.
 
-#include "shell/menus/MenuBar.h"
+#include "shell/menus/MenuModel.h"
 
+#include <QIcon>
 #include <QKeySequence>
 #include <QString>
 
@@ -15,6 +16,13 @@ class QMenu;
 class QWidget;
 
 namespace nib {
+
+/// Where the desktop names no icon theme, or one without the icons wanted, a theme that has them steps in, in the
+/// brightness of the palette. Called at start and again when the palette changes.
+void UseIconTheme();
+
+/// By name: from the desktop's theme, or the program's own where the name begins with "nib-".
+QIcon ToolIcon(TextView name);
 
 /// A shortcut as the menu table writes it; empty for one that has no meaning here.
 QKeySequence KeySequenceOf(TextView shortcut);

@@ -1,5 +1,5 @@
 #pragma once
-#include "shell/navigation/GotoModel.h"
+#include "shell/navigation/Navigation.h"
 
 #include <QCoreApplication>
 #include <QDialog>

@@ -6,7 +6,7 @@
 #include "fakes/TestProgram.h"
 #include "hosts/StoredText.h"
 #include "logic/storage/TempFolder.h"
-#include "shell/menus/MenuBar.h"
+#include "shell/menus/MenuModel.h"
 
 #include <gtest/gtest.h>
 

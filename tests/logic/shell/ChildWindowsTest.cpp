@@ -1,8 +1,7 @@
 // The order of the child windows, where they are put, and what is said of drops that open nothing.
 
-#include "shell/frame/Arrangement.h"
-#include "shell/frame/ChildOrder.h"
-#include "shell/frame/DropComplaint.h"
+#include "shell/FileCommands.h"
+#include "shell/frame/WindowPlacement.h"
 
 #include <gtest/gtest.h>
 

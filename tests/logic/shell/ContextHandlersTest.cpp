@@ -1,4 +1,4 @@
-#include "shell/ContextHandlers.h"
+#include "shell/ClickTarget.h"
 
 #include "fakes/TestShell.h"
 #include "fakes/WordLexer.h"

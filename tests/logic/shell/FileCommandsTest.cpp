@@ -1,7 +1,7 @@
 // The commands on whole documents, with their questions, and the recent files that they keep.
 
+#include "shell/FileCommands.h"
 #include "fakes/TestProgram.h"
-#include "shell/RecentEntries.h"
 
 #include <gtest/gtest.h>
 

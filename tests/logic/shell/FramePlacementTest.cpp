@@ -1,7 +1,7 @@
 // Where the frame comes up, and what is remembered of it.
 
-#include "shell/frame/FramePlacement.h"
 #include "fakes/MemorySettings.h"
+#include "shell/frame/WindowPlacement.h"
 
 #include <gtest/gtest.h>
 

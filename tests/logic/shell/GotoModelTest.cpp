@@ -1,7 +1,7 @@
-#include "shell/navigation/GotoModel.h"
 #include "documents/LabelScan.h"
 #include "editing/LexClass.h"
 #include "fakes/TestProgram.h"
+#include "shell/navigation/Navigation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,5 @@
 // The help: every page and every command is there, links lead somewhere, and the search finds what it should.
 
-#include "shell/help/HelpContents.h"
 #include "shell/help/HelpIndex.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // What a click on a place of a text points at.
 
-#include "shell/HitTest.h"
 #include "editing/LexClass.h"
 #include "fakes/MemoryClipboard.h"
+#include "shell/ClickTarget.h"
 #include "text/SourceView.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // The keys that the frame takes, and the minutes that it counts.
 
-#include "shell/menus/KeyboardFilter.h"
+#include "shell/menus/FrameKeys.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "base/Error.h"
 #include "fakes/RecordingMenuBar.h"
-#include "shell/menus/modSSKeys.h"
+#include "shell/menus/FrameKeys.h"
 
 #include <gtest/gtest.h>
 

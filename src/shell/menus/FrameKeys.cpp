@@ -1,4 +1,4 @@
-#include "shell/menus/KeyboardFilter.h"
+#include "shell/menus/FrameKeys.h"
 
 #include <algorithm>
 #include <iterator>
@@ -39,6 +39,17 @@ bool Fits(Place wanted, const KeyboardState& state)
     return wanted == Place::Frame || (state.textFocused && state.multiLineSelection);
 }
 
+constexpr int32_t kLast = 79;
+
+struct Range {
+    int32_t first;
+    const char16_t* prefix;
+};
+
+constexpr Range kFunctionKeys[] = {{63, u"Ctrl+Shift+F"}, {51, u"Shift+F"}, {39, u"Ctrl+F"}, {27, u"F"}};
+constexpr int32_t kFirstEditKey = 75;
+constexpr const char16_t* kEditKeys[] = {u"Ctrl+Ins", u"Shift+Ins", u"Del", u"Shift+Del", u"Alt+Bkspc"};
+
 } // namespace
 
 KeyAction FilterKey(const KeyStroke& stroke, const KeyboardState& state)
@@ -50,6 +61,16 @@ KeyAction FilterKey(const KeyStroke& stroke, const KeyboardState& state)
     });
     if (row == std::end(kRows)) return KeyAction::Pass;
     return stroke.down ? row->action : KeyAction::Swallow;
+}
+
+Text ShortcutName(int32_t number)
+{
+    if (number < 1 || number > kLast) return {};
+    if (number >= kFirstEditKey) return kEditKeys[number - kFirstEditKey];
+    auto range = std::find_if(std::begin(kFunctionKeys), std::end(kFunctionKeys),
+                              [&](const Range& row) { return number >= row.first; });
+    if (range != std::end(kFunctionKeys)) return range->prefix + Decimal(number - range->first + 1);
+    return u"Ctrl+" + Text(1, static_cast<char16_t>(u'A' + number - 1));
 }
 
 } // namespace nib

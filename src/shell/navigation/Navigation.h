@@ -1,10 +1,13 @@
 #pragma once
-// Where the caret has been, across documents: what the commands Back and Forward walk through.
+// Where the caret has been, across documents, and where it is to go: what Back, Forward and Goto walk through.
 
+#include "base/Text.h"
 #include "platform/Desktop.h"
 
 #include <array>
+#include <memory>
 #include <optional>
+#include <vector>
 
 namespace nib {
 
@@ -51,6 +54,37 @@ private:
     int32_t forwardCount_ = 0;
     bool replaying_ = false;
     int64_t lastRecordMs_ = 0; ///< 0: the next throttled call records
+};
+
+/// What the go-to dialog knows and does: jumps to a label or a line of the active document.
+class GotoModel {
+public:
+    /// Takes the choice between label and line from the settings. The services outlive the model.
+    explicit GotoModel(DocumentServices& services);
+
+    /// A showing begins: stores the target and gathers the labels of the active document.
+    void Begin(TextView target);
+    /// OK: jumps. False when that failed, which the user has been told.
+    bool Accept(TextView label, TextView lineNumber);
+
+    const Text& Target() const { return target_; }
+    const std::vector<Text>& Labels() const { return labels_; }
+    /// Lines of the active document; 0 when there is none.
+    int32_t LineCount() const;
+    bool ByLine() const { return byLine_; }
+    void ChooseLine(bool byLine) { byLine_ = byLine; }
+    bool NoGotoDialog() const;
+    void SetNoGotoDialog(bool on);
+
+private:
+    std::shared_ptr<mvDocument> ActiveDocument() const;
+    void GetLabels();
+
+    DocumentServices& services_;
+    Text target_;
+    std::vector<Text> labels_;
+    bool byLine_;
+    bool settingSeen_; ///< the setting that byLine_ was last taken from
 };
 
 } // namespace nib

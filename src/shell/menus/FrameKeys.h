@@ -1,7 +1,7 @@
 #pragma once
 // The keys that belong to the frame before any widget of it may have them, as a pure function.
 
-#include <cstdint>
+#include "base/Text.h"
 
 namespace nib {
 
@@ -32,5 +32,8 @@ enum class KeyAction {
 
 /// Every answer but Pass swallows the key.
 KeyAction FilterKey(const KeyStroke& stroke, const KeyboardState& state);
+
+/// The name of a numbered shortcut, 1 to 79 ("Ctrl+A" ...); empty for any other number.
+Text ShortcutName(int32_t number);
 
 } // namespace nib

@@ -1,4 +1,4 @@
-#include "shell/modMsgBoxEx.h"
+#include "shell/MessageBoxPlan.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,10 @@
-#include "shell/HitTest.h"
+#include "shell/ClickTarget.h"
 
 #include "documents/LabelScan.h"
+#include "documents/ScopedStates.h"
+#include "documents/mvDocuments.h"
 #include "editing/LexClass.h"
+#include "shell/Program.h"
 #include "text/SourceView.h"
 
 #include <algorithm>
@@ -146,8 +149,70 @@ bool FindInclude(const ClickedLine& line, Hit& hit)
 
 void FindBlock(BlockPart block, Hit& hit)
 {
-    if (!block.Any()) return;
-    hit.kind = block.IsCollapsed() ? HitKind::ClosedBlock : HitKind::OpenBlock;
+    if (block.Any()) hit.kind = block.IsCollapsed() ? HitKind::ClosedBlock : HitKind::OpenBlock;
+}
+
+SourceView* ViewOfDocument(mvDocument* document)
+{
+    return document && document->View() ? &document->View()->txtText() : nullptr;
+}
+
+/// The head of the innermost block round `line`, which may be the head itself; -1 when it is in none.
+int32_t HeadOf(SourceDocument& text, int32_t line)
+{
+    int32_t closed = 0;
+    for (int32_t at = line; at >= 0; --at) {
+        BlockPart block = text.BlockAt(at);
+        if (block.IsHead() && closed-- == 0) return at;
+        if (block.kind == BlockPart::Kind::End && at != line) ++closed;
+    }
+    return -1;
+}
+
+/// What the clicked text names, as it stands in the document's own host and account or beside its local file.
+struct NamedItem {
+    ItemPlace place;
+    Text path;
+};
+
+ItemPlace HomeOf(Program& program, mvItem* item)
+{
+    if (item) return {item->Provider(), item->ServerName(), item->Database(), item->Folder(), {}};
+    const Location& location = program.CurrentLocation();
+    return {location.Provider, location.ServerName, location.Database, {}, {}};
+}
+
+Text FolderOf(const Text& name)
+{
+    return name.substr(0, name.find_last_of(u'/'));
+}
+
+NamedItem ResolveTarget(Program& program, mvDocument& document)
+{
+    TextView target = Trim(program.Target().Target);
+    NamedItem named{HomeOf(program, document.ItemObject().get()), {}};
+    bool local = EqualsNoCase(named.place.provider, u"file");
+    if (CountFields(target, u' ') > 1) {
+        Text file(Field(target, u' ', 1));
+        target = Trim(target.substr(file.size()));
+        target = Field(target, u' ', 1);
+        // Beside the folder of a local file stand the other folders of its account.
+        named.place.folder = local && file.front() != u'/' ? FolderOf(named.place.folder) + u"/" + file : file;
+    }
+    named.place.itemId = target;
+    named.path = local ? program.Connection().ComposeFilePath(named.place.folder + u"/" + named.place.itemId)
+                       : program.Connection().ComposeHostPath(named.place);
+    return named;
+}
+
+bool ActivateOpen(Program& program, const ItemPlace& place)
+{
+    for (auto& open : program.OpenDocuments().All()) {
+        if (!EqualsNoCase(open->Filename(), place.folder) || !EqualsNoCase(open->ItemID(), place.itemId)) continue;
+        open->Activate();
+        return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -162,6 +227,65 @@ Hit HitTest(SourceView& view, Position at)
     if (FindLabel(line, document.GetLineData(at.line, LineWord::Lexer), hit)) return hit;
     if (!FindCall(line, hit) && !FindInclude(line, hit)) FindBlock(document.BlockAt(at.line), hit);
     return hit;
+}
+
+void HandleBookmarkToggle(Program& program, mvDocument* document)
+{
+    int32_t line = program.Target().TargetLine;
+    if (SourceView* view = ViewOfDocument(document); view && line > 0) view->Document().ToggleBookmark(line - 1);
+}
+
+void HandleBlockToggle(Program& program, mvDocument* document)
+{
+    SourceView* view = ViewOfDocument(document);
+    const Hit& target = program.Target();
+    if (!view) return;
+    SourceDocument& text = view->Document();
+    int32_t line = std::min(target.TargetLine, text.LineCount()) - 1;
+    if (target.kind == HitKind::ClosedBlock) text.ExpandBlock(line);
+    if (target.kind != HitKind::OpenBlock) return;
+    while (line >= 0 && text.BlockAt(line).kind != BlockPart::Kind::Head) --line;
+    if (line >= 0) text.CollapseBlock(line);
+}
+
+void HandleBlockCollapse(mvDocument* document, bool collapse, bool all)
+{
+    SourceView* view = ViewOfDocument(document);
+    if (!view) return;
+    SourceDocument& text = view->Document();
+    if (all) return collapse ? text.CollapseAll() : text.ExpandAll();
+    int32_t line = view->CaretLine();
+    BlockPart block = text.BlockAt(line);
+    if (block.IsCollapsed() && !collapse) text.ExpandBlock(line);
+    if (block.IsCollapsed() || !block.Any() || !collapse) return;
+    if (int32_t head = HeadOf(text, line); head >= 0) text.CollapseBlock(head);
+}
+
+void HandleGoto(Program& program, mvDocument* document, bool alwaysAsk)
+{
+    Text& target = program.Target().Target;
+    if (target.empty() || alwaysAsk || !program.EditorSettings().NoGotoDialog) {
+        program.Forms().Goto(target);
+    } else if (document) {
+        document->GotoLabel(target);
+    }
+}
+
+void HandleOpen(Program& program, mvDocument* document)
+{
+    if (!document || Trim(program.Target().Target).empty()) return;
+    NamedItem named = ResolveTarget(program, *document);
+    if (ActivateOpen(program, named.place)) return;
+    SelectedItem picked;
+    {
+        AutoSaveHold hold(program.Shell());
+        auto item = program.Connection().OpenServerForPath(named.path, true, false);
+        SelectRequest request{.mode = u"Open", .extension = {}, .offerReadOnly = true};
+        request.lock = program.EditorSettings().RecordLocking;
+        request.startNamed = true;
+        picked = program.Connection().SelectItem(request, item.get());
+    }
+    if (picked.item) program.OpenPicked(picked);
 }
 
 } // namespace nib

@@ -1,0 +1,297 @@
+// Every command: what it does, when it can act, when it shows as checked.
+
+#include "shell/ClickTarget.h"
+#include "shell/Commands.h"
+#include "shell/Program.h"
+#include "shell/menus/MenuModel.h"
+
+namespace nib {
+
+namespace {
+
+using namespace window_state;
+
+using Context = const CommandContext;
+
+bool Always(Context&)
+{
+    return true;
+}
+bool HasDocument(Context& c)
+{
+    return c.document != nullptr;
+}
+bool HasView(Context& c)
+{
+    return c.document && c.document->View();
+}
+bool HasDocuments(Context& c)
+{
+    return c.program.OpenDocuments().Count() > 0;
+}
+bool Writable(Context& c)
+{
+    return c.document && !c.document->ReadOnly();
+}
+bool FoldsBlocks(Context& c)
+{
+    return HasView(c) && c.program.EditorSettings().CollapseBlocks;
+}
+
+SourceView& View(Context& c)
+{
+    return c.document->View()->txtText();
+}
+
+/// The check mark that a command is to set.
+bool NewMark(Context& c, bool present)
+{
+    return c.checked.value_or(!present);
+}
+
+/// A form's own doing.
+template <void (Dialogs::*Member)()>
+void Show(CommandContext& c)
+{
+    (c.program.Forms().*Member)();
+}
+
+// File
+
+template <void (FileCommands::*Member)()>
+void ForAll(CommandContext& c)
+{
+    (c.program.Files().*Member)();
+}
+
+bool CanSave(Context& c)
+{
+    return Writable(c) && c.document->IsDirty();
+}
+bool CanSaveAll(Context& c)
+{
+    return c.document && (Writable(c) || c.program.OpenDocuments().Count() > 1);
+}
+bool CanCompile(Context& c)
+{
+    return Writable(c) && c.document->CanCompile();
+}
+
+void Compile(CommandContext& c)
+{
+    const Text question = u"Program has not been saved. Do you want\nto save the file, then compile the program?";
+    if (c.program.Files().IsDocumentSaved(*c.document, question, message_box::kOkCancel) != Saved::Stop)
+        c.document->Compile();
+}
+
+// Edit
+
+bool CanUndo(Context& c)
+{
+    return c.document && c.document->CanUndo();
+}
+bool CanRedo(Context& c)
+{
+    return c.document && c.document->CanRedo();
+}
+bool HasSelection(Context& c)
+{
+    return c.document && c.document->HasSelection();
+}
+bool CanPaste(Context& c)
+{
+    return c.document && c.program.ClipboardHasText();
+}
+
+/// A command that is one call on the document.
+template <void (mvDocument::*Member)()>
+void Do(CommandContext& c)
+{
+    (c.document.get()->*Member)();
+}
+
+template <bool Indent>
+void IndentBlock(CommandContext& c)
+{
+    c.document->IndentBlock(Indent);
+}
+template <bool Comment>
+void CommentBlock(CommandContext& c)
+{
+    c.document->CommentBlock(Comment);
+}
+template <bool Collapse, bool All>
+void Fold(CommandContext& c)
+{
+    HandleBlockCollapse(c.document.get(), Collapse, All);
+}
+
+// Search
+
+bool CanBack(Context& c)
+{
+    return c.document && c.program.History().CanNavigateBack();
+}
+bool CanForward(Context& c)
+{
+    return c.document && c.program.History().CanNavigateForward();
+}
+bool HasBookmarks(Context& c)
+{
+    return HasView(c) && View(c).Document().BookmarkCount() > 0;
+}
+
+void ToggleBookmark(CommandContext& c)
+{
+    View(c).Document().ToggleBookmark(View(c).CaretLine());
+}
+
+template <bool Backward>
+void GoToBookmark(CommandContext& c)
+{
+    int32_t line = View(c).Document().FindBookmark(View(c).CaretLine(), Backward);
+    if (line >= 0) View(c).SetCaret({0, line});
+}
+
+void ClearAllBookmarks(CommandContext& c)
+{
+    for (auto& document : c.program.OpenDocuments().All())
+        if (clsDocView* view = document->View()) view->txtText().Document().ClearBookmarks();
+}
+
+template <bool AlwaysAsk>
+void Goto(CommandContext& c)
+{
+    HandleGoto(c.program, c.document.get(), AlwaysAsk);
+}
+
+// View
+
+bool ToolBarShown(Context& c)
+{
+    return c.program.Menus().State(Band::ToolBar).visible;
+}
+bool StatusBarShown(Context& c)
+{
+    return c.program.Menus().State(Band::StatusBar).visible;
+}
+bool Highlights(Context& c)
+{
+    return c.document && c.document->Highlight();
+}
+bool Wraps(Context& c)
+{
+    return HasView(c) && View(c).LineWrap();
+}
+bool CanWrap(Context& c)
+{
+    return HasView(c) && !c.program.EditorSettings().CollapseBlocks;
+}
+
+void SetHighlight(CommandContext& c)
+{
+    bool mark = NewMark(c, Highlights(c));
+    c.document->SetHighlight(mark);
+    for (Band band : {Band::ToolBar, Band::MainMenu}) c.program.Menus().SetChecked(band, u"Highlight", mark);
+}
+
+// Window
+
+bool IsMaximized(Context& c)
+{
+    return HasView(c) && c.document->View()->WindowState() == kMaximized;
+}
+
+template <int32_t Mode>
+void Arrange(CommandContext& c)
+{
+    c.program.Window().Arrange(Mode);
+}
+
+/// The document whose tab the tab menu was opened on; null when it has closed since.
+std::shared_ptr<mvDocument> TabDocument(Context& c)
+{
+    auto document = c.program.OpenDocuments().ById(ToInt(c.program.Menus().Root(Band::TabContext).tag));
+    return document && document->View() ? document : nullptr;
+}
+
+bool HasTab(Context& c)
+{
+    return TabDocument(c) != nullptr;
+}
+
+constexpr CommandRow kRows[] = {
+    {u"New", ForAll<&FileCommands::FileNew>, Always},
+    {u"Open", ForAll<&FileCommands::FileOpen>, Always},
+    {u"Close", [](CommandContext& c) { c.program.Files().FileClose(*c.document); }, HasDocument},
+    {u"Save", [](CommandContext& c) { c.program.Files().FileSave(*c.document); }, CanSave},
+    {u"SaveAs", [](CommandContext& c) { c.program.Files().FileSaveAs(*c.document); }, HasDocument},
+    {u"SaveAll", ForAll<&FileCommands::FileSaveAll>, CanSaveAll},
+    {u"Print", [](CommandContext& c) { c.program.Forms().Print(*c.document); }, HasDocument},
+    {u"Properties", [](CommandContext& c) { c.program.Forms().Properties(*c.document); }, HasDocument},
+    {u"Exit", ForAll<&FileCommands::FileExit>, Always},
+    {u"Format", [](CommandContext& c) { c.document->Format(); }, Writable},
+    {u"Compile", Compile, CanCompile},
+    {u"Undo", Do<&mvDocument::Undo>, CanUndo},
+    {u"Redo", Do<&mvDocument::Redo>, CanRedo},
+    {u"Cut", Do<&mvDocument::Cut>, HasSelection},
+    {u"Copy", Do<&mvDocument::Copy>, HasSelection},
+    {u"Paste", Do<&mvDocument::Paste>, CanPaste},
+    {u"Clear", Do<&mvDocument::Delete>, HasSelection},
+    {u"DeleteLine", Do<&mvDocument::DeleteLine>, HasDocument},
+    {u"SelectAll", Do<&mvDocument::SelectAll>, HasDocument},
+    {u"IndentBlock", IndentBlock<true>, HasDocument},
+    {u"OutdentBlock", IndentBlock<false>, HasDocument},
+    {u"CommentBlock", CommentBlock<true>, HasDocument},
+    {u"UncommentBlock", CommentBlock<false>, HasDocument},
+    {u"CollapseBlock", Fold<true, false>, FoldsBlocks},
+    {u"ExpandBlock", Fold<false, false>, FoldsBlocks},
+    {u"CollapseAll", Fold<true, true>, FoldsBlocks},
+    {u"ExpandAll", Fold<false, true>, FoldsBlocks},
+    {u"ValueMark", Do<&mvDocument::InsValue>, HasDocument},
+    {u"SubValueMark", Do<&mvDocument::InsSubValue>, HasDocument},
+    {u"ToggleCase", Do<&mvDocument::ToggleCase>, HasDocument},
+    {u"Find", Show<&Dialogs::Find>, HasDocument},
+    {u"FindNext", Show<&Dialogs::FindNext>, HasDocument},
+    {u"Replace", Show<&Dialogs::Replace>, HasDocument},
+    {u"NavBack", [](CommandContext& c) { c.program.History().NavigateBack(c.document.get()); }, CanBack},
+    {u"NavForward", [](CommandContext& c) { c.program.History().NavigateForward(c.document.get()); }, CanForward},
+    {u"ToggleBookmark", ToggleBookmark, HasView},
+    {u"NextBookmark", GoToBookmark<false>, HasBookmarks},
+    {u"PrevBookmark", GoToBookmark<true>, HasBookmarks},
+    {u"ClearBookmarks", [](CommandContext& c) { View(c).Document().ClearBookmarks(); }, HasBookmarks},
+    {u"ClearAllBookmarks", ClearAllBookmarks, HasDocument},
+    {u"Goto", Goto<true>, HasDocument},
+    {u"ctxGoto", Goto<false>, HasDocument},
+    {u"ctxOpen", [](CommandContext& c) { HandleOpen(c.program, c.document.get()); }, HasDocument},
+    {u"ctxToggleBlock", [](CommandContext& c) { HandleBlockToggle(c.program, c.document.get()); }, HasView},
+    {u"ctxToggleBookmark", [](CommandContext& c) { HandleBookmarkToggle(c.program, c.document.get()); }, HasView},
+    {u"ViewToolbar", [](CommandContext& c) { c.program.Menus().ShowBand(Band::ToolBar, NewMark(c, ToolBarShown(c))); },
+     Always, ToolBarShown},
+    {u"ViewStatusbar",
+     [](CommandContext& c) { c.program.Menus().ShowBand(Band::StatusBar, NewMark(c, StatusBarShown(c))); }, Always,
+     StatusBarShown},
+    {u"Highlight", SetHighlight, HasDocument, Highlights},
+    {u"LineWrap", [](CommandContext& c) { View(c).SetLineWrap(NewMark(c, Wraps(c))); }, CanWrap, Wraps},
+    {u"Results", Show<&Dialogs::Results>, Always},
+    {u"Settings", Show<&Dialogs::Settings>, Always},
+    {u"HelpTopics", Show<&Dialogs::HelpTopics>, Always},
+    {u"HelpAbout", Show<&Dialogs::About>, Always},
+    {u"TileHorizontal", Arrange<1>, HasDocuments},
+    {u"TileVertical", Arrange<2>, HasDocuments},
+    {u"Cascade", Arrange<0>, HasDocuments},
+    {u"Maximize", [](CommandContext& c) { ToggleWindowState(*c.document->View(), kMaximized); }, HasView, IsMaximized},
+    {u"tab_activate", [](CommandContext& c) { TabDocument(c)->View()->Activate(); }, HasTab},
+    {u"tab_close", [](CommandContext& c) { CloseWindow(*TabDocument(c)); }, HasTab},
+    {u"tab_max", [](CommandContext& c) { ToggleWindowState(*TabDocument(c)->View(), kMaximized); }, HasTab},
+    {u"tab_min", [](CommandContext& c) { ToggleWindowState(*TabDocument(c)->View(), kMinimized); }, HasTab},
+};
+
+} // namespace
+
+std::span<const CommandRow> CommandRows()
+{
+    return kRows;
+}
+
+} // namespace nib
