@@ -1,7 +1,7 @@
 #pragma once
 // What a document wants of the rooms above it, as small ports, and the process-wide values that all documents share.
 
-#include "base/Position.h"
+#include "base/Text.h"
 #include "diagnostics/DebugLog.h"
 #include "documents/Location.h"
 #include "documents/clsDocView.h"

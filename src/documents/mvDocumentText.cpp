@@ -1,6 +1,6 @@
 // The text of a document: what callers read, select, replace and jump to.
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "documents/mvDocument.h"
 #include "editing/LexClass.h"
 #include "editing/operations/OpReplace.h"

@@ -1,6 +1,6 @@
 #include "editing/KeywordTables.h"
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "diagnostics/Guarded.h"
 #include "text/Units.h"
 

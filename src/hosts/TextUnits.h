@@ -1,7 +1,6 @@
 #pragma once
 // The tight loops between bytes and UTF-16 units.
 
-#include "base/AsciiRun.h"
 #include "base/Text.h"
 
 #include <string>

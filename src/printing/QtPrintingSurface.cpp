@@ -1,6 +1,6 @@
 #include "printing/QtPrintingSurface.h"
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "platform/qt/QtText.h"
 #include "text/WordBreak.h"
 #include "text/widget/CharacterKind.h"

@@ -2,7 +2,7 @@
 // The lines of a text, in chunks: finding, inserting and removing lines anywhere costs the same in a thousand lines and
 // in a million. Knows nothing of undo, scanning or views.
 
-#include "base/Position.h"
+#include "base/Text.h"
 #include "text/CountTree.h"
 #include "text/TextLoader.h"
 

@@ -5,7 +5,6 @@
 // Positions are 0-based, column before line; a line holds no line end. Ranges exclude their end position. A line number
 // or column outside the text is clamped to it, unless a member says otherwise. All calls belong to the main thread.
 
-#include "base/Position.h"
 #include "base/Text.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "editing/operations/FormatLine.h"
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "editing/LexClass.h"
 #include "editing/MvEdit.h"
 #include "text/Units.h"

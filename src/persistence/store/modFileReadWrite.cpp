@@ -1,7 +1,7 @@
 #include "persistence/store/modFileReadWrite.h"
 
 #include "base/Error.h"
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "persistence/store/modGetSystemMessageText.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "shell/navigation/GotoModel.h"
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
 #include "documents/mvDocuments.h"

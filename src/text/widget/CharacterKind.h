@@ -1,7 +1,7 @@
 #pragma once
 // How single characters of a source text are shown.
 
-#include "base/Marks.h"
+#include "base/Text.h"
 
 namespace nib {
 

@@ -1,6 +1,6 @@
 #include "text/widget/SignPainter.h"
 
-#include "base/Marks.h"
+#include "base/Text.h"
 
 #include <QFontMetricsF>
 

@@ -1,6 +1,6 @@
 // The text of a document: its two forms, labels, selections, jumps and line identities.
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "documents/LabelScan.h"
 #include "editing/LexClass.h"
 #include "editing/operations/OpReplace.h"
