@@ -9,8 +9,7 @@
 #include "platform/qt/QtText.h"
 #include "printing/PrintClass.h"
 #include "printing/QtPrinting.h"
-#include "printing/QtPrintingFile.h"
-#include "printing/QtPrintingText.h"
+#include "printing/QtPrintingSurface.h"
 #include "text/SourceViewModel.h"
 
 #include <QApplication>

@@ -5,8 +5,7 @@
 #include "platform/MessageBoxes.h"
 #include "printing/PageLayout.h"
 #include "printing/Printing.h"
-#include "printing/QtPaper.h"
-#include "printing/QtPrintingFile.h"
+#include "printing/QtPrintingSurface.h"
 
 #include <QPageLayout>
 #include <QPointer>

@@ -1,7 +1,7 @@
 #include "search/frmResults.h"
 
 #include "platform/qt/QtText.h"
-#include "printing/QtPrintingText.h"
+#include "printing/QtPrintingSurface.h"
 
 #include <QContextMenuEvent>
 #include <QFontDialog>

@@ -2,7 +2,7 @@
 #include "platform/qt/QtText.h"
 #include "printing/PrintClass.h"
 #include "printing/QtPrinting.h"
-#include "printing/QtPrintingFile.h"
+#include "printing/QtPrintingSurface.h"
 #include "text/SourceViewModel.h"
 #include "text/widget/ScreenColors.h"
 
