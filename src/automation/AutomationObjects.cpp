@@ -1,6 +1,6 @@
 #include "automation/AutomationObjects.h"
 
-#include "automation/Introspection.h"
+#include "automation/MemberTables.h"
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocuments.h"
 
