@@ -3,10 +3,10 @@
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocuments.h"
 
+#include <unistd.h>
+
 #include <functional>
 #include <thread>
-
-#include <unistd.h>
 
 namespace nib {
 

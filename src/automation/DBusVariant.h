@@ -1,7 +1,7 @@
 #pragma once
 // Between the values of the automation model and those of Qt's bus library.
 
-#include "automation/BusValue.h"
+#include "automation/Application.h"
 
 #include <QVariant>
 

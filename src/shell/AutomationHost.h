@@ -1,7 +1,7 @@
 #pragma once
 // The program as automation sees it, and the commands that automation adds to its menus.
 
-#include "automation/AutomationShell.h"
+#include "automation/Application.h"
 #include "shell/CommandPorts.h"
 
 #include <set>
