@@ -1,19 +1,51 @@
 #pragma once
-// Automation on the session bus: the object tree under /com/orlin/NibPad71. Calls arrive on the main thread through its
-// event loop, those inside a dialog included.
+// Between the values of the automation model and those of Qt's bus library.
 
+#include "automation/Application.h"
 #include "automation/AutomationObjects.h"
-#include "automation/DBusWatcher.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QObject>
+#include <QString>
 #include <QTimer>
+#include <QVariant>
 
 #include <deque>
+#include <functional>
 #include <optional>
 
 namespace nib {
+
+/// A variant gives what is in it; a whole number of any width counts as one if it fits. What no member takes is
+/// nothing.
+BusValue FromBus(const QVariant& value);
+QVariant ToBus(const BusValue& value);
+/// Null characters go and halves of surrogate pairs are replaced: they would cost the connection.
+QString ToBusString(TextView text);
+
+/// What the bus tells of its own accord. One subscription for all clients, made before any call: none can leave unseen.
+class BusWatcher final : public QObject {
+    Q_OBJECT
+
+public:
+    std::function<void(const QString& client)> onLeft;
+    std::function<void()> onDisconnected;
+
+public slots:
+    void OwnerChanged(const QString& name, const QString&, const QString& owner)
+    {
+        if (owner.isEmpty() && name.startsWith(QLatin1Char(':')) && onLeft) onLeft(name);
+    }
+    void Disconnected()
+    {
+        if (onDisconnected) onDisconnected();
+    }
+};
+
+// Automation on the session bus: the object tree under /com/orlin/NibPad71. Calls arrive on the main thread through its
+// event loop, those inside a dialog included.
 
 class DBusServer final : public QDBusVirtualObject, public AutomationEvents {
 public:
