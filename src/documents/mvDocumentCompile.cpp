@@ -1,7 +1,7 @@
 // Compile: the host's compiler on the saved item.
 
 #include "documents/CompileCommand.h"
-#include "documents/ScopedStates.h"
+#include "documents/DocumentServices.h"
 #include "documents/mvDocument.h"
 
 namespace nib {

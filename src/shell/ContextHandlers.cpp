@@ -1,6 +1,6 @@
 #include "shell/ContextHandlers.h"
 
-#include "documents/ScopedStates.h"
+#include "documents/DocumentServices.h"
 #include "documents/mvDocuments.h"
 #include "shell/Program.h"
 

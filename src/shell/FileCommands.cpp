@@ -1,7 +1,7 @@
 #include "shell/FileCommands.h"
 
 #include "diagnostics/Guarded.h"
-#include "documents/ScopedStates.h"
+#include "documents/DocumentServices.h"
 #include "shell/Program.h"
 #include "shell/RecentEntries.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 // Recent files are kept without host and account, so that an entry serves every session.
 
-#include "documents/Location.h"
+#include "documents/DocumentServices.h"
 #include "hosts/mvConnect.h"
 
 namespace nib {

@@ -1,7 +1,7 @@
 #include "persistence/settings/SettingsModel.h"
 
 #include "diagnostics/Guarded.h"
-#include "documents/ScopedStates.h"
+#include "documents/DocumentServices.h"
 #include "text/Units.h"
 
 #include <algorithm>
