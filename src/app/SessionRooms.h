@@ -1,7 +1,7 @@
 #pragma once
 #include "app/AutomationRoom.h"
 #include "app/CommandRooms.h"
-#include "documents/HostConfiguration.h"
+#include "documents/DocumentSettings.h"
 #include "persistence/recovery/modAutoRecover.h"
 #include "platform/posix/PosixFileStates.h"
 #include "platform/posix/PosixFileTransfer.h"

@@ -1,7 +1,7 @@
 #include "documents/mvDocument.h"
 
 #include "diagnostics/Guarded.h"
-#include "documents/ApplySettings.h"
+#include "documents/DocumentSettings.h"
 #include "documents/mvDocuments.h"
 #include "editing/LexClass.h"
 

@@ -1,6 +1,6 @@
 #include "persistence/settings/frmSettingsPreview.h"
 
-#include "documents/ApplySettings.h"
+#include "documents/DocumentSettings.h"
 #include "persistence/settings/SamplePreview.h"
 #include "text/widget/SourceViewWidget.h"
 
