@@ -1,7 +1,7 @@
 #include "automation/Application.h"
 
 #include "diagnostics/Guarded.h"
-#include "documents/mvDocuments.h"
+#include "documents/mvDocument.h"
 
 #include <unistd.h>
 

@@ -2,7 +2,7 @@
 
 #include "automation/MemberTables.h"
 #include "diagnostics/Guarded.h"
-#include "documents/mvDocuments.h"
+#include "documents/mvDocument.h"
 
 #include <algorithm>
 #include <charconv>

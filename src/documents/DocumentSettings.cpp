@@ -1,7 +1,7 @@
 #include "documents/DocumentSettings.h"
 
 #include "diagnostics/Guarded.h"
-#include "documents/mvDocuments.h"
+#include "documents/mvDocument.h"
 #include "editing/LexClass.h"
 #include "editing/SettingsTable.h"
 #include "hosts/mvConnect.h"

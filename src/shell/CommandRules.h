@@ -2,7 +2,6 @@
 // The questions that decide whether commands are enabled, shared by the tables of commands.
 
 #include "documents/mvDocument.h"
-#include "documents/mvDocuments.h"
 #include "shell/Commands.h"
 #include "shell/Program.h"
 #include "shell/menus/MenuModel.h"

@@ -2,7 +2,6 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
-#include "documents/mvDocuments.h"
 #include "shell/Program.h"
 #include "shell/menus/MenuModel.h"
 #include "text/Units.h"

@@ -1,7 +1,7 @@
 #include "shell/ContextHandlers.h"
 
 #include "documents/DocumentServices.h"
-#include "documents/mvDocuments.h"
+#include "documents/mvDocument.h"
 #include "shell/Program.h"
 
 namespace nib {

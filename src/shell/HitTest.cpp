@@ -1,6 +1,6 @@
 #include "shell/HitTest.h"
 
-#include "documents/LabelScan.h"
+#include "documents/mvDocument.h"
 #include "editing/LexClass.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // The spine: owns what lives for the whole process, brings it up and takes it down in a fixed order.
 
 #include "documents/DocumentServices.h"
-#include "documents/mvDocuments.h"
+#include "documents/mvDocument.h"
 #include "platform/Clipboard.h"
 #include "platform/Clock.h"
 #include "platform/Fonts.h"

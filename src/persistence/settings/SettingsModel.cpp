@@ -1,7 +1,7 @@
 #include "persistence/settings/SettingsModel.h"
 
 #include "diagnostics/Guarded.h"
-#include "documents/mvDocuments.h"
+#include "documents/mvDocument.h"
 #include "editing/SettingText.h"
 #include "persistence/store/LeadingNumber.h"
 

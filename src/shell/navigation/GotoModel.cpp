@@ -3,7 +3,6 @@
 #include "base/Text.h"
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
-#include "documents/mvDocuments.h"
 
 namespace nib {
 

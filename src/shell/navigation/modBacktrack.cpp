@@ -1,7 +1,6 @@
 #include "shell/navigation/modBacktrack.h"
 
 #include "documents/mvDocument.h"
-#include "documents/mvDocuments.h"
 
 namespace nib {
 

@@ -1,5 +1,5 @@
 #include "shell/navigation/GotoModel.h"
-#include "documents/LabelScan.h"
+#include "documents/mvDocument.h"
 #include "editing/LexClass.h"
 #include "fakes/TestProgram.h"
 
