@@ -1,7 +1,7 @@
 #pragma once
-// What crosses the bus, as the automation model sees it: the few types that its members use.
+// The root of the automation objects, what it wants of the rooms above it, and what crosses the bus: the few types that
+// members use.
 
-#include "base/Text.h"
 #include "documents/DocumentServices.h"
 
 #include <cstdint>
@@ -55,10 +55,6 @@ private:
     std::unordered_map<std::string, int64_t> counts_;
 };
 
-// What the automation objects want of the rooms above them.
-
-class mvDocument;
-
 /// The program around the automation objects.
 class AutomationShell {
 public:
@@ -88,13 +84,12 @@ public:
     virtual void DocumentClose(int32_t documentId) = 0;
 };
 
-// The root of the automation objects: lives, in the clients' eyes, while a client or a document holds it.
-
 inline constexpr std::string_view kApplicationPath = "/com/orlin/NibPad71";
 inline constexpr std::string_view kDocumentsPath = "/com/orlin/NibPad71/Documents";
 
 ObjectPath PathOf(int32_t documentId);
 
+/// Lives, in the clients' eyes, while a client or a document holds it.
 class Application {
 public:
     /// All outlive it. `endsByItself`: nobody but its clients started the program.

@@ -15,6 +15,15 @@ namespace nib {
 
 namespace {
 
+constexpr int kRetryDelay = 20;
+constexpr int kFlushLimit = 10000;
+// Well below what a socket takes at once.
+constexpr int64_t kFlushSize = 32 * 1024;
+constexpr int64_t kSmallMessage = 256;
+constexpr char kName[] = "com.orlin.NibPad71";
+constexpr char kBus[] = "org.freedesktop.DBus";
+constexpr char kBusPath[] = "/org/freedesktop/DBus";
+
 BusValue Whole(double number)
 {
     constexpr double kLeast = std::numeric_limits<int32_t>::min();
@@ -24,8 +33,8 @@ BusValue Whole(double number)
     return static_cast<int32_t>(number);
 }
 
-} // namespace
-
+/// A variant gives what is in it; a whole number of any width counts as one if it fits. What no member takes is
+/// nothing.
 BusValue FromBus(const QVariant& value)
 {
     if (value.metaType() == QMetaType::fromType<QDBusVariant>()) return FromBus(value.value<QDBusVariant>().variant());
@@ -46,6 +55,20 @@ BusValue FromBus(const QVariant& value)
     }
 }
 
+/// Null characters go and halves of surrogate pairs are replaced: they would cost the connection.
+QString ToBusString(TextView text)
+{
+    QString whole = ToQString(text).remove(QChar::Null);
+    QChar* const units = whole.data();
+    for (qsizetype i = 0; i < whole.size(); ++i) {
+        if (units[i].isHighSurrogate() && i + 1 < whole.size() && units[i + 1].isLowSurrogate())
+            ++i;
+        else if (units[i].isSurrogate())
+            units[i] = QChar::ReplacementCharacter;
+    }
+    return whole;
+}
+
 QVariant ToBus(const BusValue& value)
 {
     if (auto* flag = std::get_if<bool>(&value)) return *flag;
@@ -60,30 +83,6 @@ QVariant ToBus(const BusValue& value)
     }
     return {};
 }
-
-QString ToBusString(TextView text)
-{
-    QString whole = ToQString(text).remove(QChar::Null);
-    QChar* const units = whole.data();
-    for (qsizetype i = 0; i < whole.size(); ++i) {
-        if (units[i].isHighSurrogate() && i + 1 < whole.size() && units[i + 1].isLowSurrogate())
-            ++i;
-        else if (units[i].isSurrogate())
-            units[i] = QChar::ReplacementCharacter;
-    }
-    return whole;
-}
-
-namespace {
-
-constexpr int kRetryDelay = 20;
-constexpr int kFlushLimit = 10000;
-// Well below what a socket takes at once.
-constexpr int64_t kFlushSize = 32 * 1024;
-constexpr int64_t kSmallMessage = 256;
-constexpr char kName[] = "com.orlin.NibPad71";
-constexpr char kBus[] = "org.freedesktop.DBus";
-constexpr char kBusPath[] = "/org/freedesktop/DBus";
 
 QString Root()
 {

@@ -1,7 +1,7 @@
 #pragma once
-// Between the values of the automation model and those of Qt's bus library.
+// Automation on the session bus: the object tree under /com/orlin/NibPad71. Calls arrive on the main thread through its
+// event loop, those inside a dialog included.
 
-#include "automation/Application.h"
 #include "automation/AutomationObjects.h"
 
 #include <QDBusConnection>
@@ -17,13 +17,6 @@
 #include <optional>
 
 namespace nib {
-
-/// A variant gives what is in it; a whole number of any width counts as one if it fits. What no member takes is
-/// nothing.
-BusValue FromBus(const QVariant& value);
-QVariant ToBus(const BusValue& value);
-/// Null characters go and halves of surrogate pairs are replaced: they would cost the connection.
-QString ToBusString(TextView text);
 
 /// What the bus tells of its own accord. One subscription for all clients, made before any call: none can leave unseen.
 class BusWatcher final : public QObject {
@@ -43,9 +36,6 @@ public slots:
         if (onDisconnected) onDisconnected();
     }
 };
-
-// Automation on the session bus: the object tree under /com/orlin/NibPad71. Calls arrive on the main thread through its
-// event loop, those inside a dialog included.
 
 class DBusServer final : public QDBusVirtualObject, public AutomationEvents {
 public:

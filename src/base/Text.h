@@ -1,5 +1,6 @@
 #pragma once
-// UTF-16 text and the few helpers that every room needs. Upper and lower case and charset work are ICU's.
+// UTF-16 text, positions in it, and the few helpers that every room needs. Upper and lower case and charset work are
+// ICU's.
 
 #include <compare>
 #include <cstddef>

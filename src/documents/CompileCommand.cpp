@@ -1,6 +1,5 @@
 #include "documents/CompileCommand.h"
 
-#include "documents/DocumentServices.h"
 #include "documents/mvDocument.h"
 
 #include <algorithm>

@@ -1,4 +1,6 @@
 #pragma once
+// What a document wants of the rooms above it, as small ports, and the process-wide values that all documents share.
+
 #include "base/Text.h"
 #include "diagnostics/DebugLog.h"
 #include "editing/MvEdit.h"
@@ -10,6 +12,10 @@
 
 namespace nib {
 
+class LexClass;
+class mvDocument;
+class mvDocuments;
+
 /// The process-wide current place: what the pickers start from and what opened and saved items leave behind.
 struct Location {
     Text Provider = u"mvdb";
@@ -18,7 +24,6 @@ struct Location {
     Text Folder;
 };
 
-class LexClass;
 /// The window of a document, independent of any form. Its end is the end of what is on the screen.
 class clsDocView {
 public:
@@ -40,19 +45,12 @@ public:
     virtual bool IsActive() const = 0;
 };
 
-class mvDocument;
-
 /// Makes the window of a document; which kind is its own choice.
 class ViewFactory {
 public:
     virtual ~ViewFactory() = default;
     virtual std::unique_ptr<clsDocView> CreateView(mvDocument& document) = 0;
 };
-
-// What a document wants of the rooms above it, as small ports, and the process-wide values that all documents share.
-
-class mvDocument;
-class mvDocuments;
 
 /// The program around a document.
 class DocumentShell {
@@ -114,28 +112,21 @@ struct DocumentServices {
 
 // States of the program that a document must never leave behind, whatever way it goes.
 
-class WaitCursor {
+template <void (DocumentShell::*Switch)(bool)>
+class SwitchedOn {
 public:
-    explicit WaitCursor(DocumentShell& shell) : shell_(shell) { shell_.SetWaitCursor(true); }
-    ~WaitCursor() { shell_.SetWaitCursor(false); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
+    explicit SwitchedOn(DocumentShell& shell) : shell_(shell) { (shell_.*Switch)(true); }
+    ~SwitchedOn() { (shell_.*Switch)(false); }
+    SwitchedOn(const SwitchedOn&) = delete;
+    SwitchedOn& operator=(const SwitchedOn&) = delete;
 
 private:
     DocumentShell& shell_;
 };
 
+using WaitCursor = SwitchedOn<&DocumentShell::SetWaitCursor>;
 /// No auto-save pass runs meanwhile.
-class AutoSaveHold {
-public:
-    explicit AutoSaveHold(DocumentShell& shell) : shell_(shell) { shell_.HoldAutoSave(true); }
-    ~AutoSaveHold() { shell_.HoldAutoSave(false); }
-    AutoSaveHold(const AutoSaveHold&) = delete;
-    AutoSaveHold& operator=(const AutoSaveHold&) = delete;
-
-private:
-    DocumentShell& shell_;
-};
+using AutoSaveHold = SwitchedOn<&DocumentShell::HoldAutoSave>;
 
 /// A text in status panel 1 for the length of a host call.
 class StatusNote {

@@ -1,11 +1,7 @@
 #pragma once
 #include "documents/DocumentServices.h"
-#include "editing/MvEdit.h"
-#include "text/SourceView.h"
 
 namespace nib {
-
-class LexClass;
 
 /// Puts the settings on a view: font, tab size, colours, margin, both token tables, and on the lexer of its document,
 /// if it has one; what was scanned is scanned again. Runs when a document gets its window and after every change of the

@@ -1,5 +1,7 @@
 #pragma once
-#include "base/Text.h"
+// The one object that stands for an open text: its storage and lock, its window, and every prompt of opening, saving
+// and closing it. Automation clients receive the same object.
+
 #include "documents/DocumentServices.h"
 
 #include <functional>
@@ -26,9 +28,6 @@ Label ScanLabel(TextView text, int32_t line);
 Text ExpandTabs(TextView text, int32_t width);
 /// Item form: unchanged when it holds as many CR as LF, else every line end becomes CR LF.
 Text NormalizeLineEnds(TextView text);
-
-// The one object that stands for an open text: its storage and lock, its window, and every prompt of opening, saving
-// and closing it. Automation clients receive the same object.
 
 /// Ends of a selection in text order; `swapped` when the user made it backward.
 struct OrderedSelection {

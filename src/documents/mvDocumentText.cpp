@@ -1,4 +1,5 @@
-#include "base/Text.h"
+// The text of a document: what callers read, select, replace and jump to, and the edits that the program makes in it.
+
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
 #include "editing/LexClass.h"
@@ -45,8 +46,6 @@ Text NormalizeLineEnds(TextView text)
     if (std::count(text.begin(), text.end(), u'\r') == std::count(text.begin(), text.end(), u'\n')) return Text(text);
     return Replace(Replace(Replace(text, u"\r\n", u"\n"), u"\r", u"\n"), u"\n", u"\r\n");
 }
-
-// The text of a document: what callers read, select, replace and jump to.
 
 Text mvDocument::GetText()
 {

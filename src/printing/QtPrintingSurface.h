@@ -1,4 +1,6 @@
 #pragma once
+// Pages on paper: a painter in the face of a view, a formatted text, and the PDF file that takes them.
+
 #include "printing/PageLayout.h"
 
 #include <QFont>
@@ -31,8 +33,7 @@ std::vector<int32_t> ChosenPages(const Paper& paper, int32_t count);
 /// Throws what a user is told of a device that does not do as it should.
 [[noreturn]] void RefuseDevice();
 
-// A painter on paper, in the face of a view.
-
+/// A painter on paper, in the face of a view.
 class QtPrintingSurface final : public PageSurface {
 public:
     /// The painter is at work on the paper when something is drawn, not before; both outlive the surface.
@@ -70,12 +71,9 @@ private:
     PageShape shape_;
 };
 
-// A formatted text on paper: between the margins of the sheet, with the number of the page below it.
-
-/// The paper's page ranges count. Lays the text out anew.
+/// A formatted text between the margins of the sheet, with the number of the page below it. The paper's page ranges
+/// count. Lays the text out anew.
 void DrawTextPages(QTextDocument& text, const Paper& paper);
-
-// Pages in a PDF file, whole or not at all.
 
 /// Replaces a file as a whole or throws and leaves the old one whole.
 using FileWriter = std::function<void(const std::string& path, std::string_view bytes)>;
