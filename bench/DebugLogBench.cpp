@@ -1,7 +1,7 @@
 // What the debug log costs while nobody reads it: a line that is not wanted, and the lexer that has one for each token.
 
 #include "BasicText.h"
-#include "diagnostics/modDebugLog.h"
+#include "diagnostics/DebugLog.h"
 #include "editing/LexClass.h"
 #include "platform/posix/PosixTraceMailbox.h"
 #include "text/SourceDocument.h"

@@ -26,9 +26,6 @@ struct Silent final : mvConnection,
     SelectedItem SelectItem(const SelectRequest&, mvItem*) override { return {}; }
     std::vector<SelectedItem> SelectItems(const SelectRequest&, mvItem*) override { return {}; }
     std::shared_ptr<mvItem> OpenServerForPath(TextView, bool, bool) override { return nullptr; }
-    Text ComposeHostPath(const ItemPlace& place) const override { return nib::ComposeHostPath(place); }
-    Text ComposeFilePath(TextView name) const override { return nib::ComposeFilePath(name); }
-    ItemPlace ParsePath(TextView path) const override { return nib::ParsePath(path); }
     int32_t Show(TextView, int32_t, TextView) override { return 1; }
     void Beep() override {}
     // MainWindow
@@ -115,8 +112,6 @@ std::unique_ptr<clsDocView> Silent::CreateView(mvDocument&)
 void UpdateToolBar(benchmark::State& state)
 {
     Silent outside;
-    PosixFileTransfer copies{FileSaver("")};
-    PosixFileStates states;
     Program program({outside,
                      outside,
                      outside,
@@ -127,8 +122,7 @@ void UpdateToolBar(benchmark::State& state)
                      outside,
                      outside,
                      outside,
-                     copies,
-                     states,
+                     FileSaver(""),
                      outside,
                      {}});
     outside.menus.SetListener(&outside);

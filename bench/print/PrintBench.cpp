@@ -8,8 +8,7 @@
 #include "platform/posix/FileSaver.h"
 #include "platform/qt/QtText.h"
 #include "printing/QtPrinting.h"
-#include "printing/QtPrintingFile.h"
-#include "printing/QtPrintingText.h"
+#include "printing/QtPrintingSurface.h"
 #include "text/SourceView.h"
 
 #include <QApplication>

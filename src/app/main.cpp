@@ -2,7 +2,7 @@
 
 #include "app/ProgramDialogs.h"
 #include "automation/DBusServer.h"
-#include "diagnostics/modDebugLog.h"
+#include "diagnostics/DebugLog.h"
 #include "hosts/HostConnection.h"
 #include "hosts/accounts/AccountLink.h"
 #include "hosts/accounts/AccountStore.h"

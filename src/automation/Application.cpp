@@ -1,12 +1,12 @@
 #include "automation/Application.h"
 
 #include "diagnostics/Guarded.h"
-#include "documents/mvDocuments.h"
+#include "documents/mvDocument.h"
+
+#include <unistd.h>
 
 #include <functional>
 #include <thread>
-
-#include <unistd.h>
 
 namespace nib {
 

@@ -1,22 +1,94 @@
 #pragma once
-// The root of the automation objects: lives, in the clients' eyes, while a client or a document holds it.
+// The root of the automation objects, what it wants of the rooms above it, and what crosses the bus: the few types that
+// members use.
 
-#include "automation/AutomationShell.h"
-#include "automation/BusValue.h"
-#include "automation/Holders.h"
 #include "documents/DocumentServices.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <set>
+#include <string>
+#include <unordered_map>
+#include <variant>
+#include <vector>
 
 namespace nib {
+
+struct ObjectPath {
+    std::string path;
+    bool operator==(const ObjectPath&) const = default;
+};
+
+using ObjectPaths = std::vector<ObjectPath>;
+
+/// monostate: nothing, or something that no member takes.
+using BusValue = std::variant<std::monostate, bool, int32_t, Text, ObjectPath, ObjectPaths>;
+
+/// D-Bus signatures of the alternatives above, in their order.
+inline constexpr const char* kBusSignatures[] = {"", "b", "i", "s", "o", "ao"};
+
+inline const char* SignatureOf(const BusValue& value)
+{
+    return kBusSignatures[value.index()];
+}
+
+/// Who holds the program: a client from its first call until it has released as often as it holds, or has left.
+class Holders {
+public:
+    /// Any call; the first one of a client makes it a holder.
+    void Touch(const std::string& client) { counts_.try_emplace(client, 1); }
+    /// One more.
+    void Hold(const std::string& client) { ++counts_[client]; }
+    /// One less; harmless for a client that holds nothing.
+    void Release(const std::string& client)
+    {
+        auto found = counts_.find(client);
+        if (found != counts_.end() && --found->second == 0) counts_.erase(found);
+    }
+    /// True when it held something.
+    bool Left(const std::string& client) { return counts_.erase(client) > 0; }
+    void Clear() { counts_.clear(); }
+    bool Empty() const { return counts_.empty(); }
+
+private:
+    std::unordered_map<std::string, int64_t> counts_;
+};
+
+/// The program around the automation objects.
+class AutomationShell {
+public:
+    virtual ~AutomationShell() = default;
+    /// Shows the main window and brings it to the front.
+    virtual void ShowMainWindow() = 0;
+    virtual bool MainWindowVisible() const = 0;
+    virtual void SetMainWindowVisible(bool visible) = 0;
+    virtual void LoadHostConfiguration() = 0;
+    /// A tool in the Tools menu. Throws error_number::kKeyInUse.
+    virtual void AddCommand(TextView name, TextView caption, int32_t shortcut) = 0;
+    virtual void PrintText(mvDocument& document) = 0;
+    /// A box or dialog waits for the user.
+    virtual bool IsModal() const = 0;
+    /// Ends the program in a moment; StayOn takes that back.
+    virtual void EndSoon() = 0;
+    virtual void StayOn() = 0;
+};
+
+/// What clients are told without having asked.
+class AutomationEvents {
+public:
+    virtual ~AutomationEvents() = default;
+    virtual void Quit() = 0;
+    virtual void Custom(TextView name) = 0;
+    virtual void DocumentClose(int32_t documentId) = 0;
+};
 
 inline constexpr std::string_view kApplicationPath = "/com/orlin/NibPad71";
 inline constexpr std::string_view kDocumentsPath = "/com/orlin/NibPad71/Documents";
 
 ObjectPath PathOf(int32_t documentId);
 
+/// Lives, in the clients' eyes, while a client or a document holds it.
 class Application {
 public:
     /// All outlive it. `endsByItself`: nobody but its clients started the program.

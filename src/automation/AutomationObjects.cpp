@@ -1,8 +1,8 @@
 #include "automation/AutomationObjects.h"
 
-#include "automation/Introspection.h"
+#include "automation/MemberTables.h"
 #include "diagnostics/Guarded.h"
-#include "documents/mvDocuments.h"
+#include "documents/mvDocument.h"
 
 #include <algorithm>
 #include <charconv>

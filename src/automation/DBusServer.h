@@ -3,17 +3,39 @@
 // event loop, those inside a dialog included.
 
 #include "automation/AutomationObjects.h"
-#include "automation/DBusWatcher.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QObject>
+#include <QString>
 #include <QTimer>
+#include <QVariant>
 
 #include <deque>
+#include <functional>
 #include <optional>
 
 namespace nib {
+
+/// What the bus tells of its own accord. One subscription for all clients, made before any call: none can leave unseen.
+class BusWatcher final : public QObject {
+    Q_OBJECT
+
+public:
+    std::function<void(const QString& client)> onLeft;
+    std::function<void()> onDisconnected;
+
+public slots:
+    void OwnerChanged(const QString& name, const QString&, const QString& owner)
+    {
+        if (owner.isEmpty() && name.startsWith(QLatin1Char(':')) && onLeft) onLeft(name);
+    }
+    void Disconnected()
+    {
+        if (onDisconnected) onDisconnected();
+    }
+};
 
 class DBusServer final : public QDBusVirtualObject, public AutomationEvents {
 public:

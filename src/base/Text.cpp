@@ -1,7 +1,5 @@
 #include "base/Text.h"
 
-#include "base/AsciiRun.h"
-
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 #include <unicode/utf8.h>

@@ -1,20 +1,56 @@
 #pragma once
 // What a document wants of the rooms above it, as small ports, and the process-wide values that all documents share.
 
-#include "base/Position.h"
+#include "base/Text.h"
 #include "diagnostics/DebugLog.h"
-#include "documents/Location.h"
-#include "documents/clsDocView.h"
 #include "editing/MvEdit.h"
 #include "hosts/mvConnect.h"
 #include "platform/MessageBoxes.h"
+#include "text/SourceView.h"
 
 #include <memory>
 
 namespace nib {
 
+class LexClass;
 class mvDocument;
 class mvDocuments;
+
+/// The process-wide current place: what the pickers start from and what opened and saved items leave behind.
+struct Location {
+    Text Provider = u"mvdb";
+    Text ServerName = u"*";
+    Text Database;
+    Text Folder;
+};
+
+/// The window of a document, independent of any form. Its end is the end of what is on the screen.
+class clsDocView {
+public:
+    virtual ~clsDocView() = default;
+    virtual void Activate() = 0;
+    /// Makes it visible.
+    virtual void Show() = 0;
+    /// As the window's own close button does, with the question that belongs to it.
+    virtual void QueryUnload() = 0;
+    virtual SourceView& txtText() = 0;
+    /// Of the view's text; null when it has none. Owned by the window.
+    virtual LexClass* Lexer() = 0;
+    virtual void SetTitle(TextView title) = 0;
+    /// The text has changed since it was loaded or saved, and a copy is due.
+    virtual bool AutoSaveFlag() const = 0;
+    /// 0 normal, 1 minimised, 2 maximised.
+    virtual void SetWindowState(int32_t state) = 0;
+    virtual int32_t WindowState() const = 0;
+    virtual bool IsActive() const = 0;
+};
+
+/// Makes the window of a document; which kind is its own choice.
+class ViewFactory {
+public:
+    virtual ~ViewFactory() = default;
+    virtual std::unique_ptr<clsDocView> CreateView(mvDocument& document) = 0;
+};
 
 /// The program around a document.
 class DocumentShell {
@@ -72,6 +108,36 @@ struct DocumentServices {
     int32_t openCount = 0;
     /// Null until there is such a window.
     ResultsWindow* results = nullptr;
+};
+
+// States of the program that a document must never leave behind, whatever way it goes.
+
+template <void (DocumentShell::*Switch)(bool)>
+class SwitchedOn {
+public:
+    explicit SwitchedOn(DocumentShell& shell) : shell_(shell) { (shell_.*Switch)(true); }
+    ~SwitchedOn() { (shell_.*Switch)(false); }
+    SwitchedOn(const SwitchedOn&) = delete;
+    SwitchedOn& operator=(const SwitchedOn&) = delete;
+
+private:
+    DocumentShell& shell_;
+};
+
+using WaitCursor = SwitchedOn<&DocumentShell::SetWaitCursor>;
+/// No auto-save pass runs meanwhile.
+using AutoSaveHold = SwitchedOn<&DocumentShell::HoldAutoSave>;
+
+/// A text in status panel 1 for the length of a host call.
+class StatusNote {
+public:
+    StatusNote(DocumentShell& shell, TextView text) : shell_(shell) { shell_.SetStatusText(1, text); }
+    ~StatusNote() { shell_.SetStatusText(1, u""); }
+    StatusNote(const StatusNote&) = delete;
+    StatusNote& operator=(const StatusNote&) = delete;
+
+private:
+    DocumentShell& shell_;
 };
 
 } // namespace nib

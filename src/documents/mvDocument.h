@@ -3,8 +3,6 @@
 // and closing it. Automation clients receive the same object.
 
 #include "documents/DocumentServices.h"
-#include "documents/LabelScan.h"
-#include "documents/TextForms.h"
 
 #include <functional>
 #include <memory>
@@ -12,6 +10,20 @@
 #include <vector>
 
 namespace nib {
+
+struct Label {
+    Text name; ///< empty when the line holds none
+    int32_t line = 0;
+    int32_t column = 0;
+
+    friend bool operator==(const Label&, const Label&) = default;
+};
+
+/// The statement label at the front of a line that the lexer marked as a label line.
+Label ScanLabel(TextView text, int32_t line);
+
+/// The form of a text in storage: unchanged when it holds as many CR as LF, else every line end becomes CR LF.
+Text NormalizeLineEnds(TextView text);
 
 /// Ends of a selection in text order; `swapped` when the user made it backward.
 struct OrderedSelection {
@@ -144,5 +156,26 @@ private:
 
 /// Creates a document and adds it to the open documents; null when that fails.
 std::shared_ptr<mvDocument> NewDocumentObject(DocumentServices& services);
+
+/// The open documents in the order of their creation; the key is the decimal DocumentID.
+class mvDocuments {
+public:
+    int32_t Count() const { return static_cast<int32_t>(documents_.size()); }
+    /// 1-based; null when out of range.
+    std::shared_ptr<mvDocument> Item(int32_t index) const;
+    std::shared_ptr<mvDocument> ById(int32_t documentId) const;
+    /// The next after `documentId`, round to the first; null with fewer than two documents.
+    std::shared_ptr<mvDocument> NextAfter(int32_t documentId) const;
+    void Add(std::shared_ptr<mvDocument> document);
+    void Remove(int32_t documentId);
+    /// A copy, so that documents may close while it is walked.
+    std::vector<std::shared_ptr<mvDocument>> All() const { return documents_; }
+
+    /// Told of each document once it is in.
+    std::function<void(mvDocument&)> Added;
+
+private:
+    std::vector<std::shared_ptr<mvDocument>> documents_;
+};
 
 } // namespace nib

@@ -1,7 +1,7 @@
 // Opening and saving: how a document's text moves to and from its item, with every prompt on the way.
 
 #include "diagnostics/Guarded.h"
-#include "documents/ScopedStates.h"
+#include "documents/DocumentServices.h"
 #include "documents/mvDocument.h"
 #include "text/TextSearch.h"
 

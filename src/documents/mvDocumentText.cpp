@@ -1,14 +1,42 @@
-// The text of a document: what callers read, select, replace and jump to.
+// The text of a document: what callers read, select, replace and jump to, and the edits that the program makes in it.
 
-#include "base/Marks.h"
+#include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
 #include "editing/LexClass.h"
 #include "editing/operations/BlockOps.h"
+#include "editing/operations/OpFormat.h"
 #include "text/TextSearch.h"
 
 #include <algorithm>
 
 namespace nib {
+
+namespace {
+using units::IsDigit;
+using units::IsLetter;
+
+bool IsNamePart(char16_t c)
+{
+    return IsDigit(c) || IsLetter(c) || c == u'$' || c == u'.' || c == u'_';
+}
+} // namespace
+
+Label ScanLabel(TextView text, int32_t line)
+{
+    size_t start = text.find_first_not_of(u' ');
+    if (start == TextView::npos) return {};
+    auto belongs = IsDigit(text[start]) ? IsDigit : IsLetter(text[start]) ? IsNamePart : nullptr;
+    if (!belongs) return {};
+    size_t end = start;
+    while (end < text.size() && belongs(text[end])) ++end;
+    return {Text(text.substr(start, end - start)), line, static_cast<int32_t>(start)};
+}
+
+Text NormalizeLineEnds(TextView text)
+{
+    if (std::count(text.begin(), text.end(), u'\r') == std::count(text.begin(), text.end(), u'\n')) return Text(text);
+    return Replace(Replace(Replace(text, u"\r\n", u"\n"), u"\r", u"\n"), u"\n", u"\r\n");
+}
 
 Text mvDocument::GetText()
 {
@@ -171,6 +199,59 @@ void mvDocument::GotoLine(int32_t line)
 {
     if (EnsureView().IsActive()) services_.shell.RecordPosition(*this);
     ShowLine(0, std::max(line, 1) - 1, true);
+}
+
+// Edits of the program on a document's lines; each is one step of undo.
+
+namespace {
+
+/// Without highlighting the lexer leaves no flags, and a program would be laid out flat.
+class Highlighted {
+public:
+    explicit Highlighted(mvDocument& document) : document_(document), before_(document.Highlight())
+    {
+        document_.SetHighlight(true);
+    }
+    ~Highlighted()
+    {
+        IgnoringErrors([this] { document_.SetHighlight(before_); });
+    }
+    Highlighted(const Highlighted&) = delete;
+    Highlighted& operator=(const Highlighted&) = delete;
+
+private:
+    mvDocument& document_;
+    bool before_;
+};
+
+} // namespace
+
+void mvDocument::Format()
+{
+    SourceView& source = EnsureView().txtText();
+    Highlighted highlighted(*this);
+    auto showWait = [&shell = services_.shell](bool wait) { shell.SetWaitCursor(wait); };
+    source.Document().ExecuteOp(std::make_unique<OpFormat>(source, services_.settings, showWait));
+}
+
+void mvDocument::IndentBlock(bool indent)
+{
+    SourceView& source = EnsureView().txtText();
+    source.Document().ExecuteOp(std::make_unique<OpIndentBlock>(indent, source));
+}
+
+void mvDocument::CommentBlock(bool comment)
+{
+    SourceView& source = EnsureView().txtText();
+    source.Document().ExecuteOp(std::make_unique<OpCommentBlock>(comment, source, services_.settings));
+}
+
+void mvDocument::ToggleCase()
+{
+    SourceView& source = EnsureView().txtText();
+    // No step of undo that does nothing, and no document that counts as changed by it.
+    if (!source.HasSelection()) return;
+    source.Document().ExecuteOp(std::make_unique<OpToggleCase>(source));
 }
 
 } // namespace nib

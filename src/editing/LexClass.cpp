@@ -1,6 +1,6 @@
 #include "editing/LexClass.h"
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "diagnostics/Guarded.h"
 #include "editing/BlockStyles.h"
 #include "text/SourceDocument.h"

@@ -2,7 +2,6 @@
 // The line that is being scanned, with a map of its blanks and names, so that the ends of tokens are looked up and not
 // searched.
 
-#include "base/Marks.h"
 #include "base/Text.h"
 #include "text/Units.h"
 

@@ -1,7 +1,7 @@
 #include "hosts/ItemText.h"
 
 #include "base/Error.h"
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "hosts/TextCoding.h"
 
 #include <unicode/utf16.h>

@@ -1,7 +1,6 @@
 #pragma once
 // Between bytes and UTF-16: line breaks of a text in either, the tight loops, and the character sets by name.
 
-#include "base/AsciiRun.h"
 #include "base/Text.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "language/BasicLine.h"
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "text/SourceDocument.h"
 #include "text/Units.h"
 

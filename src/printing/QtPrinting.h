@@ -4,8 +4,7 @@
 #include "diagnostics/DebugLog.h"
 #include "platform/MessageBoxes.h"
 #include "printing/PageLayout.h"
-#include "printing/QtPaper.h"
-#include "printing/QtPrintingFile.h"
+#include "printing/QtPrintingSurface.h"
 
 #include <QPageLayout>
 #include <QPointer>

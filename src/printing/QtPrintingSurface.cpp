@@ -1,17 +1,48 @@
 #include "printing/QtPrintingSurface.h"
 
-#include "base/Marks.h"
+#include "base/Error.h"
+#include "base/Text.h"
 #include "platform/qt/QtText.h"
 #include "text/TextSearch.h"
 #include "text/widget/LineLayout.h"
 #include "text/widget/ScreenColors.h"
 
+#include <QAbstractTextDocumentLayout>
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
 #include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QTextDocument>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace nib {
+
+std::vector<int32_t> ChosenPages(const Paper& paper, int32_t count)
+{
+    std::vector<PrintRange> ranges;
+    const QPageRanges chosen = paper.device.pageRanges();
+    for (const auto& range : chosen.toRangeList()) ranges.push_back({range.from, range.to});
+    std::vector<int32_t> pages = PagesToPrint(ranges, count, paper.lastFirst);
+    if (pages.empty()) {
+        const QString refusal =
+            QCoreApplication::translate("Printing", "The text ends on page %1; the pages asked for lie behind it.");
+        throw Error(error_number::kInvalidCall, ToText(refusal.arg(count)));
+    }
+    return pages;
+}
+
+void RefuseDevice()
+{
+    throw Error(error_number::kDeviceUnavailable,
+                ToText(QCoreApplication::translate("Printing", "The printer does not take the pages.")));
+}
 
 namespace {
 
@@ -200,6 +231,76 @@ void QtPrintingSurface::DrawSign(qreal x, qreal baseline, char16_t c)
 void QtPrintingSurface::NewPage()
 {
     if (!paper_.device.newPage()) RefuseDevice();
+}
+
+void DrawTextPages(QTextDocument& text, const Paper& paper)
+{
+    QPagedPaintDevice& device = paper.device;
+    const QSizeF sheet = device.pageLayout().paintRectPixels(device.logicalDpiX()).size();
+    const QFont font(text.defaultFont(), &device);
+    const QFontMetricsF metrics(font, &device);
+    const QSizeF body(sheet.width(), sheet.height() - 2 * metrics.lineSpacing());
+    text.documentLayout()->setPaintDevice(&device);
+    text.setDocumentMargin(0);
+    text.setPageSize(body);
+    const std::vector<int32_t> pages = ChosenPages(paper, text.pageCount());
+
+    QPainter painter;
+    if (!painter.begin(&device)) RefuseDevice();
+    bool first = true;
+    for (const int32_t page : pages) {
+        if (!std::exchange(first, false) && !device.newPage()) RefuseDevice();
+        const QRectF part(QPointF(0, (page - 1) * body.height()), body);
+        QAbstractTextDocumentLayout::PaintContext context;
+        context.palette.setColor(QPalette::Text, Qt::black);
+        context.clip = part;
+        painter.save();
+        painter.translate(-part.topLeft());
+        painter.setClipRect(part);
+        text.documentLayout()->draw(&painter, context);
+        painter.restore();
+        painter.setFont(font);
+        painter.setPen(Qt::black);
+        painter.drawText(QRectF(QPointF(0, 0), sheet), Qt::AlignRight | Qt::AlignBottom, QString::number(page));
+    }
+    if (!painter.end()) RefuseDevice();
+}
+
+namespace {
+
+constexpr int kResolution = 1200;
+
+/// What is no plain file, a pipe or a device, cannot be replaced by one.
+void Feed(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()) return;
+    const QString refusal = QCoreApplication::translate("Printing", "%1 cannot be written: %2");
+    throw Error(error_number::kStorage, ToText(refusal.arg(path, file.errorString())));
+}
+
+} // namespace
+
+void WritePdf(const PdfTarget& target, const FileWriter& save, const std::function<void(QPagedPaintDevice&)>& draw)
+{
+    // Kept in memory, so that the disk sees a whole file or none.
+    QBuffer bytes;
+    bytes.open(QIODevice::WriteOnly);
+    {
+        QPdfWriter writer(&bytes);
+        writer.setResolution(kResolution);
+        writer.setPageLayout(target.layout);
+        writer.setPageRanges(target.pages);
+        writer.setTitle(target.title);
+        writer.setCreator(QStringLiteral("Nib"));
+        draw(writer);
+    }
+    const QByteArray& written = bytes.data();
+    const QFileInfo info(target.path);
+    if (info.exists() && !info.isFile())
+        Feed(target.path, written);
+    else
+        save(QFile::encodeName(target.path).toStdString(), {written.constData(), static_cast<size_t>(written.size())});
 }
 
 } // namespace nib

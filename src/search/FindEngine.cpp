@@ -1,6 +1,6 @@
 #include "search/FindEngine.h"
 
-#include "documents/ScopedStates.h"
+#include "documents/DocumentServices.h"
 
 #include <algorithm>
 

@@ -36,13 +36,18 @@ struct Replacing {
 };
 
 /// Everything behind the Find and Replace dialog: how it comes up, the steps, the lists, what the user is told.
-class FindEngine final : private WalkEvents {
+class FindEngine {
 public:
     /// All outlive the engine.
     FindEngine(DocumentServices& services, ResultsWindow& results, clsRecentList& recentSearches)
-        : services_(services), results_(results), recentSearches_(recentSearches), walk_(services.openDocuments, *this)
+        : services_(services), results_(results), recentSearches_(recentSearches),
+          walk_(services.openDocuments,
+                {[this] { PassEnds(); }, [this](const FindQuery& query) { return MayWrap(query); }})
     {
     }
+
+    FindEngine(const FindEngine&) = delete;
+    FindEngine& operator=(const FindEngine&) = delete;
 
     /// The dialog's state for a new appearance; false when there is no document to search.
     bool Find();
@@ -91,6 +96,8 @@ private:
     void CommitBeforeNext(const FindQuery& query);
     void MoveSelection(const ReplacePass& pass, int32_t hitsOnLastLine);
     void RestoreSelection(mvDocument& document);
+    void PassEnds();
+    bool MayWrap(const FindQuery& query);
     void ReportNotFound();
     void Inform(TextView text);
     void ClearStatus() { services_.shell.SetStatusText(kStatusPane, u""); }
@@ -106,10 +113,6 @@ private:
         replacing_.reset();
         return result;
     }
-
-    // WalkEvents
-    void PassEnds() override;
-    bool MayWrap(const FindQuery& query) override;
 
     static constexpr int32_t kStatusPane = 1;
 

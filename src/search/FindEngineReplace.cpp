@@ -1,6 +1,6 @@
 // Replacing: the selected hit, or all of them.
 
-#include "documents/ScopedStates.h"
+#include "documents/DocumentServices.h"
 #include "search/FindEngine.h"
 
 #include <algorithm>

@@ -178,10 +178,10 @@ bool FindWalk::Search(const FindQuery& query, Position at, bool exhausted)
             lastMatchLineId_ = query.mode == FindMode::Interactive ? document_->LineIdFromLine(hit.line) : -1;
             return true;
         }
-        events_.PassEnds();
+        events_.passEnds();
         shift_ = 0;
         if (WrapDue(query)) {
-            if (!events_.MayWrap(query)) {
+            if (!events_.mayWrap(query)) {
                 Reset();
                 return false;
             }

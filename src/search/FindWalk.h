@@ -1,5 +1,5 @@
 #pragma once
-#include "documents/mvDocuments.h"
+#include "documents/mvDocument.h"
 
 namespace nib {
 
@@ -24,20 +24,18 @@ struct FindQuery {
 };
 
 /// What a walk tells and asks on its way.
-class WalkEvents {
-public:
-    virtual ~WalkEvents() = default;
+struct WalkEvents {
     /// The range being searched holds no further hit: the text may be changed now.
-    virtual void PassEnds() = 0;
+    std::function<void()> passEnds;
     /// The walk goes on at the other edge of the document if this answers true.
-    virtual bool MayWrap(const FindQuery& query) = 0;
+    std::function<bool(const FindQuery&)> mayWrap;
 };
 
 /// The way from hit to hit: through one document, round its end, on into the others. In positions, column -1 is the end
 /// of the line and line -1 the last line, whatever they are when they are looked at.
 class FindWalk {
 public:
-    FindWalk(mvDocuments& documents, WalkEvents& events) : documents_(documents), events_(events) {}
+    FindWalk(mvDocuments& documents, WalkEvents events) : documents_(documents), events_(std::move(events)) {}
 
     /// The next step starts a new walk.
     void Reset();
@@ -75,7 +73,7 @@ private:
     bool NextDocument();
 
     mvDocuments& documents_;
-    WalkEvents& events_;
+    WalkEvents events_;
     bool newSearch_ = true;
     Place start_;
     Place end_;

@@ -1,5 +1,5 @@
 #pragma once
-#include "documents/mvDocuments.h"
+#include "documents/mvDocument.h"
 #include "persistence/store/SettingsStore.h"
 
 namespace nib {

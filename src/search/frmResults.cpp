@@ -2,7 +2,7 @@
 
 #include "base/Twips.h"
 #include "platform/qt/QtText.h"
-#include "printing/QtPrintingText.h"
+#include "printing/QtPrintingSurface.h"
 
 #include <QContextMenuEvent>
 #include <QFontDialog>

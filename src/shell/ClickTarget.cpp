@@ -1,8 +1,7 @@
 #include "shell/ClickTarget.h"
 
-#include "documents/LabelScan.h"
-#include "documents/ScopedStates.h"
-#include "documents/mvDocuments.h"
+#include "documents/DocumentServices.h"
+#include "documents/mvDocument.h"
 #include "editing/LexClass.h"
 #include "shell/Program.h"
 #include "text/SourceView.h"

@@ -1,7 +1,6 @@
 #pragma once
 // What a click in a text means, and what it leads to: a label to go to, an item to open, a block to fold.
 
-#include "base/Position.h"
 #include "base/Text.h"
 
 namespace nib {

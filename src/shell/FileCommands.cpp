@@ -1,6 +1,6 @@
 #include "shell/FileCommands.h"
 
-#include "documents/ScopedStates.h"
+#include "documents/DocumentServices.h"
 #include "shell/Program.h"
 
 namespace nib {

@@ -3,9 +3,9 @@
 
 #include "automation/Application.h"
 #include "diagnostics/Guarded.h"
-#include "documents/HostConfiguration.h"
-#include "documents/ViewFactory.h"
-#include "documents/mvDocuments.h"
+#include "documents/DocumentServices.h"
+#include "documents/DocumentSettings.h"
+#include "documents/mvDocument.h"
 #include "persistence/recovery/modAutoRecover.h"
 #include "persistence/store/SettingsStore.h"
 #include "platform/Desktop.h"

@@ -1,7 +1,6 @@
 #pragma once
 // What crosses the edge of the text component: what others plug into it, and the values that go to and fro.
 
-#include "base/Position.h"
 #include "base/Text.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "text/TextSearch.h"
 
-#include "base/Marks.h"
+#include "base/Text.h"
 
 #include <unicode/ubrk.h>
 #include <unicode/uchar.h>

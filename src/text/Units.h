@@ -1,7 +1,7 @@
 #pragma once
 // UTF-16 units, several at a time where a loop is hot.
 
-#include "base/Marks.h"
+#include "base/Text.h"
 
 #include <cstdint>
 #include <cstring>

@@ -1,7 +1,7 @@
 #pragma once
 // What commands and automation reach outside the documents, all of it into one journal.
 
-#include "automation/AutomationShell.h"
+#include "automation/Application.h"
 #include "base/Error.h"
 #include "fakes/Journal.h"
 #include "shell/MainWindow.h"

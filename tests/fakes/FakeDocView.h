@@ -1,6 +1,6 @@
 #pragma once
 #include "base/Error.h"
-#include "documents/clsDocView.h"
+#include "documents/DocumentServices.h"
 #include "fakes/FakeMainWindow.h"
 #include "fakes/MemoryClipboard.h"
 #include "text/SourceView.h"

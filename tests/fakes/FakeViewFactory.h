@@ -1,6 +1,6 @@
 #pragma once
 #include "base/Error.h"
-#include "documents/ViewFactory.h"
+#include "documents/DocumentServices.h"
 #include "documents/mvDocument.h"
 #include "fakes/FakeDocView.h"
 

@@ -3,7 +3,7 @@
 #include "fakes/FakeSearch.h"
 #include "fakes/Patience.h"
 #include "platform/qt/QtText.h"
-#include "printing/QtPaper.h"
+#include "printing/QtPrintingSurface.h"
 #include "search/frmFind.h"
 #include "search/frmResults.h"
 

@@ -1,6 +1,6 @@
 #include "editing/operations/OpFormat.h"
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "editing/BlockStyles.h"
 #include "editing/LexClass.h"
 #include "editing/MvEdit.h"

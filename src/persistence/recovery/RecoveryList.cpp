@@ -1,7 +1,7 @@
 #include "persistence/recovery/RecoveryList.h"
 
 #include "diagnostics/Guarded.h"
-#include "documents/ScopedStates.h"
+#include "documents/DocumentServices.h"
 #include "documents/mvDocument.h"
 #include "persistence/recovery/modAutoRecover.h"
 #include "platform/posix/FileName.h"

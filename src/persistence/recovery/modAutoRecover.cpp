@@ -1,8 +1,7 @@
 #include "persistence/recovery/modAutoRecover.h"
 
 #include "diagnostics/Guarded.h"
-#include "documents/TextForms.h"
-#include "documents/mvDocuments.h"
+#include "documents/mvDocument.h"
 #include "persistence/store/TextFile.h"
 #include "platform/posix/FileName.h"
 

@@ -1,8 +1,8 @@
 #include "persistence/settings/SettingsModel.h"
 
 #include "diagnostics/Guarded.h"
-#include "documents/ScopedStates.h"
-#include "documents/mvDocuments.h"
+#include "documents/DocumentServices.h"
+#include "documents/mvDocument.h"
 #include "editing/MvEdit.h"
 #include "persistence/store/SettingsStore.h"
 #include "text/Units.h"

@@ -1,6 +1,6 @@
 #include "persistence/settings/frmSettingsHighlight.h"
 
-#include "documents/ApplySettings.h"
+#include "documents/DocumentSettings.h"
 #include "persistence/settings/ColorTable.h"
 #include "persistence/settings/frmSettingsFields.h"
 #include "platform/qt/QtText.h"

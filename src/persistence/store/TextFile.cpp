@@ -1,6 +1,6 @@
 #include "persistence/store/TextFile.h"
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "diagnostics/Guarded.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"

@@ -1,6 +1,6 @@
 #include "shell/frame/DocumentProperties.h"
 
-#include "documents/Location.h"
+#include "documents/DocumentServices.h"
 #include "documents/mvDocument.h"
 
 namespace nib {

@@ -1,7 +1,7 @@
 #pragma once
 // The child window of one document: its text component, and what the events of that mean to the frame.
 
-#include "documents/clsDocView.h"
+#include "documents/DocumentServices.h"
 #include "editing/LexClass.h"
 #include "shell/ClickTarget.h"
 #include "text/SourceView.h"

@@ -1,6 +1,6 @@
 // What happens in the text of a document window; part of frmDocument.
 
-#include "documents/ApplySettings.h"
+#include "documents/DocumentSettings.h"
 #include "documents/mvDocument.h"
 #include "shell/Program.h"
 #include "shell/frame/frmDocument.h"

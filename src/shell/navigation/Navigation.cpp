@@ -1,9 +1,8 @@
 #include "shell/navigation/Navigation.h"
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
-#include "documents/mvDocuments.h"
 
 namespace nib {
 

@@ -2,7 +2,6 @@
 // The measures of a view's font, and where the columns of one line stand in its rows. Lines of plain characters in a
 // font of one pitch lie on a grid and cost nothing; only others are shaped.
 
-#include "base/Marks.h"
 #include "base/Text.h"
 #include "text/SourceContract.h"
 

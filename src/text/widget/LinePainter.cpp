@@ -1,6 +1,6 @@
 #include "text/widget/LinePainter.h"
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "platform/qt/QtText.h"
 #include "text/TextSearch.h"
 #include "text/widget/LineLayout.h"

@@ -1,7 +1,7 @@
 #pragma once
 // Selection and drags with the mouse.
 
-#include "base/Position.h"
+#include "base/Text.h"
 
 #include <QPointF>
 #include <QTimer>

@@ -1,6 +1,6 @@
+#include "diagnostics/DebugLog.h"
 #include "base/Error.h"
 #include "diagnostics/Guarded.h"
-#include "diagnostics/modDebugLog.h"
 #include "platform/posix/PosixTraceMailbox.h"
 #include "platform/posix/TraceViewer.h"
 

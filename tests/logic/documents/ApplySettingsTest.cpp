@@ -1,4 +1,4 @@
-#include "documents/ApplySettings.h"
+#include "documents/DocumentSettings.h"
 #include "editing/LexClass.h"
 #include "fakes/MemoryClipboard.h"
 #include "text/SourceView.h"

@@ -1,5 +1,5 @@
 #include "automation/AutomationObjects.h"
-#include "automation/Introspection.h"
+#include "automation/MemberTables.h"
 #include "fakes/TestProgram.h"
 #include "shell/menus/MenuModel.h"
 

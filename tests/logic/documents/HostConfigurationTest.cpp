@@ -1,6 +1,6 @@
 // What a host may say about the editor, when it is asked, and what absurd answers do.
 
-#include "documents/HostConfiguration.h"
+#include "documents/DocumentSettings.h"
 #include "fakes/TestProgram.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The text of a document: its two forms, labels, selections, jumps and line identities.
 
-#include "base/Marks.h"
-#include "documents/LabelScan.h"
+#include "base/Text.h"
+#include "documents/mvDocument.h"
 #include "editing/LexClass.h"
 #include "editing/operations/BlockOps.h"
 #include "fakes/TestProgram.h"

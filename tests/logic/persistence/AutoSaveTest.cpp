@@ -1,6 +1,6 @@
 // The recovery copies of a running session: which documents get one, what is in it, and when it goes.
 
-#include "base/Marks.h"
+#include "base/Text.h"
 #include "fakes/TestRecovery.h"
 #include "persistence/recovery/modAutoRecover.h"
 

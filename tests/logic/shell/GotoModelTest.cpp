@@ -1,4 +1,4 @@
-#include "documents/LabelScan.h"
+#include "documents/mvDocument.h"
 #include "editing/LexClass.h"
 #include "fakes/TestProgram.h"
 #include "shell/navigation/Navigation.h"

@@ -1,4 +1,4 @@
-#include "diagnostics/modDebugLog.h"
+#include "diagnostics/DebugLog.h"
 
 #include "diagnostics/Guarded.h"
 

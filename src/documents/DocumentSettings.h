@@ -3,6 +3,14 @@
 
 namespace nib {
 
+/// Puts the settings on a view: font, tab size, colours, margin, both token tables, and on the lexer of its document,
+/// if it has one; what was scanned is scanned again. Runs when a document gets its window and after every change of the
+/// settings, which outlive the view.
+void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer = nullptr);
+
+/// Characters that the margin needs: digits of the line numbers, a blank, and the column of the blocks.
+int32_t MarginWidthFor(SourceView& view);
+
 /// What the host says about keywords, compile command and formatting: it takes the place of the user's own settings
 /// for this run, and is not stored.
 class HostConfiguration {
