@@ -90,67 +90,23 @@ struct Row {
 };
 
 template <Move move, bool extend = false>
-void Go(SourceViewModel& v)
-{
-    v.MoveCaret(move, extend);
-}
-void Type(SourceViewModel& v, TextView text)
-{
-    v.TypeText(text);
-}
-void TypeX(SourceViewModel& v)
-{
-    Type(v, u"x");
-}
-void OverX(SourceViewModel& v)
-{
-    v.SetOvertype(true);
-    Type(v, u"x");
-}
-void Back(SourceViewModel& v)
-{
-    v.Backspace();
-}
-void Del(SourceViewModel& v)
-{
-    v.Delete();
-}
-void DelLine(SourceViewModel& v)
-{
-    v.DeleteLine();
-}
-void NewLine(SourceViewModel& v)
-{
-    v.NewLine();
-}
-void TabIn(SourceViewModel& v)
-{
-    v.Tab();
-}
-void TabOut(SourceViewModel& v)
-{
-    v.Backtab();
-}
+constexpr Command Go = [](SourceViewModel& v) { v.MoveCaret(move, extend); };
 template <bool backward>
-void DelWord(SourceViewModel& v)
-{
-    v.DeleteWord(backward);
-}
-void Word(SourceViewModel& v)
-{
-    v.SelectWord(v.Caret());
-}
-void CutPaste(SourceViewModel& v)
-{
-    v.Cut();
-    v.MoveCaret(Move::TextEnd, false);
-    v.Paste();
-}
+constexpr Command DelWord = [](SourceViewModel& v) { v.DeleteWord(backward); };
 template <int32_t col, int32_t line, bool copy>
-void Drag(SourceViewModel& v)
-{
+constexpr Command Drag = [](SourceViewModel& v) {
     v.MoveSelection({col, line}, copy);
-}
+};
+constexpr Command TypeX = [](SourceViewModel& v) { v.TypeText(u"x"); };
+constexpr Command OverX = [](SourceViewModel& v) { (v.SetOvertype(true), v.TypeText(u"x")); };
+constexpr Command Back = [](SourceViewModel& v) { v.Backspace(); };
+constexpr Command Del = [](SourceViewModel& v) { v.Delete(); };
+constexpr Command DelLine = [](SourceViewModel& v) { v.DeleteLine(); };
+constexpr Command NewLine = [](SourceViewModel& v) { v.NewLine(); };
+constexpr Command TabIn = [](SourceViewModel& v) { v.Tab(); };
+constexpr Command TabOut = [](SourceViewModel& v) { v.Backtab(); };
+constexpr Command Word = [](SourceViewModel& v) { v.SelectWord(v.Caret()); };
+constexpr Command CutPaste = [](SourceViewModel& v) { (v.Cut(), v.MoveCaret(Move::TextEnd, false), v.Paste()); };
 
 // e + acute, a family of three joined by U+200D, a letter outside the first plane
 #define ACUTE u"e\u0301"
@@ -248,7 +204,20 @@ TEST_P(ViewCommands, DoAndUndo)
     EXPECT_EQ(view.GetText(), after) << row.what;
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, ViewCommands, testing::ValuesIn(kRows));
+void PrintTo(const Row& row, std::ostream* out)
+{
+    *out << row.what;
+}
+
+std::string NameOf(const testing::TestParamInfo<Row>& row)
+{
+    std::string name = row.param.what;
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c < '0' || c > 'z'; }, '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, ViewCommands, testing::ValuesIn(kRows), NameOf);
 
 TEST_F(ViewTest, VerticalMovementKeepsTheGoalColumn)
 {
