@@ -72,18 +72,6 @@ TEST_F(Printed, HeaderNamesTheDocument)
     }
 }
 
-TEST_F(Printed, HeaderStandsWithoutMeasuring)
-{
-    paper.shape.width = 640;
-    Print();
-    Text measured = paper.Row(1, 0);
-    PaperSurface blind;
-    blind.shape = paper.shape;
-    blind.measures = false;
-    PrintOn(blind);
-    EXPECT_EQ(blind.Row(1, 0), measured);
-}
-
 TEST_F(Printed, NumbersAreAsWideAsTheLastOneNeeds)
 {
     const std::pair<int32_t, TextView> cases[] = {
@@ -125,14 +113,6 @@ TEST_F(Printed, WrappedLinesAreNumberedOnce)
             EXPECT_EQ(ToUtf8(paper.Row(1, i + 2)), ToUtf8(row.rows[i]));
         }
     }
-}
-
-TEST_F(Printed, AWrappedLineGoesOnOverThePage)
-{
-    view.SetText(Text(33 * 9, u'X') + u"\r\nX");
-    Print();
-    EXPECT_EQ(paper.Row(2, 2), u"       " + Text(33, u'X'));
-    EXPECT_EQ(paper.Row(2, 3), u" 0002  X");
 }
 
 TEST_F(Printed, PagesAndLinesAreChosen)
@@ -182,39 +162,6 @@ TEST_F(Printed, TokensKeepTheirStyles)
         EXPECT_EQ(paper.runs[i].style.color, wanted[i].color);
         EXPECT_EQ(paper.runs[i].style.style, wanted[i].style);
     }
-}
-
-TEST_F(Printed, FailingNumbersAreLoggedAndPrintingGoesOn)
-{
-    struct Torn final : DrawSurface {
-        int32_t TextWidth(TextView) override { return 0; }
-        void DrawText(int32_t, int32_t, TextView) override { throw Error(0x1F, u"torn"); }
-    };
-    Torn torn;
-    DrawContext context;
-    context.surface = &torn;
-    handler.PreDrawLine(context);
-    EXPECT_EQ(trace.Take(), (TraceLines{{trace::kErrors, u"PrintClass.PreDrawLine: error=0x1F torn"}}));
-}
-
-/// Writes down the order in which a view calls its handler.
-struct Calls final : ISourceDraw2 {
-    std::string order;
-    void PreDraw(DrawContext&) override { order = "("; }
-    void PreDrawPage(DrawContext& c) override { order += "[" + std::to_string(c.page); }
-    void PreDrawLine(DrawContext& c) override { order += c.continuation ? "+" : "."; }
-    void PostDrawPage(DrawContext&) override { order += "]"; }
-    void PostDraw(DrawContext&) override { order += ")"; }
-};
-
-TEST_F(Printed, TheHandlerIsCalledInOrder)
-{
-    Calls calls;
-    view.SetDrawHandler(&calls);
-    paper.shape.height = 12 * 5;
-    view.SetText(u"A\r\n" + Text(50, u'B') + u"\r\nC");
-    Print();
-    EXPECT_EQ(calls.order, "([1..+][2.])");
 }
 
 TEST(PrintText, NamesTheDocumentAndPrintsIt)
