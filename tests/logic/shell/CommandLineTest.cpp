@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 namespace nib {
 
 void PrintTo(const CommandLineAction& action, std::ostream* out)
@@ -50,37 +48,6 @@ const std::pair<Text, Actions> kLines[] = {
 TEST(CommandLineTest, Lines)
 {
     for (auto& [line, actions] : kLines) EXPECT_EQ(ParseCommandLine(line), actions) << ToUtf8(line);
-}
-
-TEST(CommandLineTest, RebuiltLineGivesTheArgumentsBack)
-{
-    const std::pair<std::vector<Text>, Actions> rows[] = {
-        {{}, {}},
-        {{u"/home/x/a b.txt"}, {{Kind::OpenFile, u"/home/x/a b.txt"}}},
-        {{u"/F=MY FILE", u"/I=P 1"}, {{Kind::Folder, u"MY FILE"}, {Kind::OpenItem, u"P 1"}}},
-        {{u"/H=*", u"/L", u"x"}, {{Kind::Server, u"*"}, {Kind::ReadOnly, u""}, {Kind::OpenFile, u"x"}}},
-        {{u"", u"x"}, {{Kind::OpenFile, u"x"}}},
-        {{u" a", u"b ", u" ", u"c"},
-         {{Kind::OpenFile, u" a"}, {Kind::OpenFile, u"b "}, {Kind::OpenFile, u" "}, {Kind::OpenFile, u"c"}}},
-    };
-    for (auto& [arguments, actions] : rows) {
-        Text line = RebuildCommandLine(arguments);
-        EXPECT_EQ(ParseCommandLine(line), actions) << ToUtf8(line);
-    }
-}
-
-TEST(CommandLineTest, NoLineIsTooOdd)
-{
-    std::mt19937 random(11);
-    const Text pieces[] = {u"/", u"\"", u" ", u"a", u"F=", u"L", u"=", u"/I=", u"/F=\""};
-    for (int32_t round = 0; round < 5000; ++round) {
-        Text line;
-        for (size_t n = random() % 12; n > 0; --n) line += pieces[random() % std::size(pieces)];
-        for (const CommandLineAction& action : ParseCommandLine(line)) {
-            EXPECT_LE(action.value.size(), line.size());
-            EXPECT_TRUE(action.kind != Kind::OpenFile || !action.value.empty()) << ToUtf8(line);
-        }
-    }
 }
 
 } // namespace

@@ -27,30 +27,12 @@ TEST(CommandTest, EveryToolIsACommand)
 
 TEST(CommandTest, CommandsOfOtherRooms)
 {
+    // A few with something of their own; the others are in the same tables.
     const std::pair<TextView, Text> rows[] = {
-        {u"Print", u"print"},
-        {u"Properties", u"properties"},
-        {u"IndentBlock", u"indent"},
-        {u"OutdentBlock", u"outdent"},
-        {u"CommentBlock", u"comment"},
-        {u"UncommentBlock", u"uncomment"},
-        {u"Find", u"find"},
-        {u"FindNext", u"find next"},
-        {u"Replace", u"replace"},
-        {u"NavBack", u"back"},
-        {u"NavForward", u"forward"},
-        {u"Goto", u"goto 'L1'"},
-        {u"ctxGoto", u"goto 'L1'"},
-        {u"Results", u"results ''"},
-        {u"Format", u"format"},
-        {u"Compile", u"compile"},
-        {u"ToggleCase", u"case"},
-        {u"Settings", u"settings 1"},
-        {u"TileHorizontal", u"arrange 1"},
-        {u"TileVertical", u"arrange 2"},
-        {u"Cascade", u"arrange 0"},
-        {u"HelpTopics", u"help"},
-        {u"HelpAbout", u"about"},
+        {u"OutdentBlock", u"outdent"},   {u"CommentBlock", u"comment"}, {u"FindNext", u"find next"},
+        {u"NavForward", u"forward"},     {u"ctxGoto", u"goto 'L1'"},    {u"Results", u"results ''"},
+        {u"Compile", u"compile"},        {u"Settings", u"settings 1"},  {u"TileHorizontal", u"arrange 1"},
+        {u"TileVertical", u"arrange 2"}, {u"Cascade", u"arrange 0"},    {u"HelpTopics", u"help"},
     };
     TestShell t;
     t.New();
@@ -91,51 +73,6 @@ TEST(CommandTest, TextCommands)
         EXPECT_TRUE(t.Run(key)) << ToUtf8(key);
         EXPECT_EQ(document->GetText(), text) << ToUtf8(key);
     }
-}
-
-TEST(CommandTest, FileCommands)
-{
-    TestShell t;
-    EXPECT_TRUE(t.Run(u"New"));
-    auto document = t.Documents().Item(1);
-    document->SetText(u"x");
-    t.connection.picks = {{{t.Item(kMain)}}};
-    EXPECT_TRUE(t.Run(u"Save")) << "a new document asks where";
-    EXPECT_EQ(t.Stored(kMain), u"x");
-    document->SetText(u"y");
-    EXPECT_TRUE(t.Run(u"SaveAll"));
-    EXPECT_EQ(t.Stored(kMain), u"y");
-    EXPECT_FALSE(t.Run(u"Save")) << "clean";
-    t.Store(kOther, u"o");
-    t.connection.picks = {{{t.Item(kOther)}}};
-    EXPECT_TRUE(t.Run(u"Open"));
-    EXPECT_EQ(t.Documents().Count(), 2);
-    EXPECT_TRUE(t.Run(u"Close"));
-    EXPECT_EQ(t.Documents().Count(), 1);
-    EXPECT_TRUE(t.Run(u"file_1"));
-    EXPECT_EQ(t.Documents().Item(2)->ItemID(), u"OTHER");
-    EXPECT_TRUE(t.Run(u"miWList1"));
-    EXPECT_EQ(t.window.activeDocument, document->DocumentID());
-    EXPECT_FALSE(t.Run(u"miWList9"));
-    t.connection.picks = {{}};
-    EXPECT_TRUE(t.Run(u"SaveAs"));
-    EXPECT_TRUE(t.Run(u"Exit"));
-    EXPECT_TRUE(t.journal.Has(u"Unload"));
-}
-
-TEST(CommandTest, CloseOfANewDocumentAsksWhereToSaveIt)
-{
-    TestShell t;
-    auto document = t.New();
-    document->SetText(u"work");
-    t.boxes.Answer({message_box::kAnswerYes, message_box::kAnswerYes});
-    EXPECT_TRUE(t.Run(u"Close"));
-    EXPECT_EQ(t.Documents().Count(), 1) << "the picker was cancelled";
-    t.connection.picks = {{{t.Item(kMain)}}};
-    EXPECT_TRUE(t.Run(u"Close"));
-    EXPECT_EQ(t.Stored(kMain), u"work");
-    EXPECT_EQ(t.Documents().Count(), 0);
-    EXPECT_EQ(t.boxes.Take().size(), 2U);
 }
 
 TEST(CommandTest, CompileAsksForASave)

@@ -1,7 +1,6 @@
-// The keys that the frame takes, and the minutes that it counts.
+// The keys that the frame takes.
 
 #include "shell/KeyboardFilter.h"
-#include "shell/AutoSaveTicks.h"
 
 #include <gtest/gtest.h>
 
@@ -54,20 +53,6 @@ TEST(KeyboardFilterTest, KeysAndPlaces)
         // What was taken going down is not seen going up either.
         EXPECT_EQ(FilterKey({row.key, false, row.shift, row.ctrl, row.alt}, row.state),
                   row.action == A::Pass ? A::Pass : A::Swallow);
-    }
-}
-
-TEST(AutoSaveTicksTest, EveryFifthMinuteWhileRecoveryIsOn)
-{
-    AutoSaveTicks ticks;
-    for (int round = 0; round < 2; ++round) {
-        for (int minute = 1; minute <= 4; ++minute) {
-            EXPECT_FALSE(ticks.Tick(true));
-            for (int off = 0; off < 5; ++off) EXPECT_FALSE(ticks.Tick(false));
-            EXPECT_EQ(ticks.AutoSaveMinuteCount(), minute);
-        }
-        EXPECT_TRUE(ticks.Tick(true));
-        EXPECT_EQ(ticks.AutoSaveMinuteCount(), 0);
     }
 }
 

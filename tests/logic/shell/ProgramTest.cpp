@@ -9,20 +9,6 @@ namespace {
 
 using Lines = std::vector<Text>;
 
-TEST(StartTest, OrderOfAUserStart)
-{
-    TestProgram t;
-    t.Store(kLocal, u"");
-    t.program.Main(StartMode::User, u"/home/x/a.bas");
-    EXPECT_EQ(t.journal.Take(), (Lines{u"LoadSettings", u"Load", u"Show", u"LoadForms", u"ScanRecovery",
-                                       u"status Reading document from host", u"messages"}));
-    EXPECT_EQ(t.fonts.added,
-              (Lines{u"/opt/nib/DejaVuSansMono.ttf", u"/opt/nib/DejaVuSansMono-Bold.ttf",
-                     u"/opt/nib/DejaVuSansMono-BoldOblique.ttf", u"/opt/nib/DejaVuSansMono-Oblique.ttf"}));
-    EXPECT_EQ(t.trace.Take(), (TraceLines{{4, u"parse begin"}, {4, u"command = /home/x/a.bas"}, {4, u"parse end"}}));
-    t.ExpectCalm();
-}
-
 TEST(StartTest, AutomationReadsNoCommandLine)
 {
     TestProgram t;
@@ -64,26 +50,6 @@ TEST(StartTest, DefaultFont)
     }
 }
 
-TEST(ShutdownTest, OrderAndOnlyOnce)
-{
-    TestProgram t;
-    t.program.Main(StartMode::User, u"");
-    t.New()->SetText(u"unsaved");
-    t.journal.Take();
-    t.window.onUnload = [&] {
-        EXPECT_TRUE(t.program.IsShuttingDown());
-        t.program.Shutdown(); // as the window's own unload does
-    };
-    t.program.Shutdown();
-    EXPECT_EQ(t.journal.Take(), (Lines{u"EndRecovery", u"Unload", u"UnloadForms", u"SaveSettings",
-                                       u"ReleaseHostConfiguration", u"RaiseQuit"}));
-    EXPECT_EQ(t.fonts.removed.size(), 4U);
-    EXPECT_EQ(t.Documents().Count(), 0);
-    t.program.Shutdown();
-    EXPECT_TRUE(t.journal.lines.empty());
-    EXPECT_EQ(t.fonts.removed.size(), 4U);
-}
-
 TEST(ShutdownTest, AnErrorEndsItThere)
 {
     TestProgram t;
@@ -95,19 +61,6 @@ TEST(ShutdownTest, AnErrorEndsItThere)
               (std::pair<int32_t, Text>{1, u"modMain.Shutdown: error=0x47 SaveSettings failed"}));
     EXPECT_FALSE(t.journal.Has(u"RaiseQuit"));
     EXPECT_TRUE(t.fonts.removed.empty());
-}
-
-TEST(ShutdownTest, FontsAreRemovedIfAnyWasAdded)
-{
-    const Lines files{u"/opt/nib/DejaVuSansMono.ttf", u"/opt/nib/DejaVuSansMono-Bold.ttf",
-                      u"/opt/nib/DejaVuSansMono-BoldOblique.ttf", u"/opt/nib/DejaVuSansMono-Oblique.ttf"};
-    for (size_t absent : {3U, 4U}) {
-        TestProgram t;
-        t.fonts.absent = {files.begin(), files.begin() + static_cast<std::ptrdiff_t>(absent)};
-        t.program.Main(StartMode::Automation, u"");
-        t.program.Shutdown();
-        EXPECT_EQ(t.fonts.removed, absent == 3 ? files : Lines{});
-    }
 }
 
 struct CommandLineStart : testing::Test {
@@ -160,16 +113,6 @@ TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)
     auto lines = t.journal.Take();
     EXPECT_EQ(std::count(lines.begin(), lines.end(), u"LoadHostConfiguration"), 1);
     EXPECT_EQ(t.Documents().Count(), 2);
-}
-
-TEST_F(CommandLineStart, TheHostConfigurationIsAskedForUntilItIsLoaded)
-{
-    t.Store(kMain, u"");
-    t.Store(kOther, u"");
-    t.parts.configures = false;
-    Start(u"/H=* /A=DEMO /F=BP /I=MAIN /I=OTHER");
-    auto lines = t.journal.Take();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), u"LoadHostConfiguration"), 3);
 }
 
 TEST_F(CommandLineStart, OddLinesOpenNothing)
