@@ -29,15 +29,4 @@ public:
     int64_t reads = 0;
 };
 
-class MemoryOldSettings final : public OldSettings {
-public:
-    Text Get(TextView valueName, TextView fallback) override
-    {
-        auto found = values.find(valueName);
-        return found == values.end() ? Text(fallback) : found->second;
-    }
-
-    StoredValues values;
-};
-
 } // namespace nib::test

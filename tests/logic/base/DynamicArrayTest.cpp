@@ -7,84 +7,58 @@
 namespace nib::test {
 namespace {
 
-using Op = void (*)(DynamicArray&);
-
 struct Row {
     Text before;
-    Op run;
+    char op; ///< append, insert, replace, delete, clear
+    ElementPath at;
     Text after;
 };
 
 // "^" parts fields, "]" values, "\" subvalues.
 const Row kRows[] = {
-    {u"", [](auto& a) { a.Append(u"x"); }, u"x"},
-    {u"a", [](auto& a) { a.Append(u"x"); }, u"a^x"},
-    {u"a^b", [](auto& a) { a.Append(u"x", {1}); }, u"a]x^b"},
-    {u"a", [](auto& a) { a.Append(u"x", {3}); }, u"a^^x"},
-    {u"a^b]c",
-     [](auto& a) {
-         a.Append(u"x", {2, 2});
-     },
-     u"a^b]c\\x"},
-    {u"a^b", [](auto& a) { a.Insert(u"x", {1}); }, u"x^a^b"},
-    {u"a^b",
-     [](auto& a) {
-         a.Insert(u"x", {2, 1});
-     },
-     u"a^x]b"},
-    {u"a^b", [](auto& a) { a.Insert(u"x", {4}); }, u"a^b^^x"},
-    {u"a^b", [](auto& a) { a.Insert(u"x", {-1}); }, u"a^b^x"},
-    {u"a^b",
-     [](auto& a) {
-         a.Insert(u"x", {1, -1});
-     },
-     u"a]x^b"},
-    {u"", [](auto& a) { a.Insert(u"x", {1}); }, u"x"},
-    {u"a^^b",
-     [](auto& a) {
-         a.Insert(u"x", {2, 1});
-     },
-     u"a^x^b"},
-    {u"a^b", [](auto& a) { a.Replace(u"x", {2}); }, u"a^x"},
-    {u"a^b",
-     [](auto& a) {
-         a.Replace(u"x", {3, 2});
-     },
-     u"a^b^]x"},
-    {u"a^b", [](auto& a) { a.Replace(u"x", {-1}); }, u"a^b^x"},
-    {u"a^b]c\\d",
-     [](auto& a) {
-         a.Replace(u"x", {2, 2, 2});
-     },
-     u"a^b]c\\x"},
-    {u"a^b^c", [](auto& a) { a.Delete({2}); }, u"a^c"},
-    {u"a^b^c", [](auto& a) { a.Delete({3}); }, u"a^b"},
-    {u"a^b]c^d",
-     [](auto& a) {
-         a.Delete({2, 1});
-     },
-     u"a^c^d"},
-    {u"a^b]c^d",
-     [](auto& a) {
-         a.Delete({2, 2});
-     },
-     u"a^b^d"},
-    {u"a^b^c",
-     [](auto& a) {
-         a.Delete({2, 1});
-     },
-     u"a^^c"},
-    {u"a^b", [](auto& a) { a.Delete({9}); }, u"a^b"},
-    {u"a^b", [](auto& a) { a.Delete({}); }, u""},
-    {u"a^b", [](auto& a) { a.Clear(); }, u""},
+    {u"", 'a', {}, u"x"},
+    {u"a", 'a', {}, u"a^x"},
+    {u"a^b", 'a', {1}, u"a]x^b"},
+    {u"a", 'a', {3}, u"a^^x"},
+    {u"a^b]c", 'a', {2, 2}, u"a^b]c\\x"},
+    {u"a^b", 'i', {1}, u"x^a^b"},
+    {u"a^b", 'i', {2, 1}, u"a^x]b"},
+    {u"a^b", 'i', {4}, u"a^b^^x"},
+    {u"a^b", 'i', {-1}, u"a^b^x"},
+    {u"a^b", 'i', {1, -1}, u"a]x^b"},
+    {u"", 'i', {1}, u"x"},
+    {u"a^^b", 'i', {2, 1}, u"a^x^b"},
+    {u"a^b", 'r', {2}, u"a^x"},
+    {u"a^b", 'r', {3, 2}, u"a^b^]x"},
+    {u"a^b", 'r', {-1}, u"a^b^x"},
+    {u"a^b]c\\d", 'r', {2, 2, 2}, u"a^b]c\\x"},
+    {u"a^b^c", 'd', {2}, u"a^c"},
+    {u"a^b^c", 'd', {3}, u"a^b"},
+    {u"a^b]c^d", 'd', {2, 1}, u"a^c^d"},
+    {u"a^b]c^d", 'd', {2, 2}, u"a^b^d"},
+    {u"a^b^c", 'd', {2, 1}, u"a^^c"},
+    {u"a^b", 'd', {9}, u"a^b"},
+    {u"a^b", 'd', {}, u""},
+    {u"a^b", 'c', {}, u""},
 };
+
+void Do(DynamicArray& a, const Row& row)
+{
+    switch (row.op) {
+    case 'a': return a.Append(u"x", row.at);
+    case 'i': return a.Insert(u"x", row.at);
+    case 'r': return a.Replace(u"x", row.at);
+    case 'd': return a.Delete(row.at);
+    default: a.Clear();
+    }
+}
 
 TEST(DynamicArrayTest, Operations)
 {
     for (const Row& row : kRows) {
         DynamicArray a;
         a.Parse(row.before, u"^]\\");
-        row.run(a);
+        Do(a, row);
         EXPECT_EQ(a.ToString(), row.after) << "from " << ToUtf8(row.before);
     }
 }

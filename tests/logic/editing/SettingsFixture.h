@@ -8,8 +8,6 @@ namespace nib::test {
 /// A store, and an editor's settings loaded from it.
 struct Loading {
     MemorySettings store;
-    MemoryOldSettings older;
-    bool hasOlder = true;
     Text defaultFont = u"Courier New";
     int32_t answer = message_box::kAnswerNo;
     std::vector<std::pair<Text, int32_t>> asked;
@@ -22,7 +20,7 @@ struct Loading {
     MvEdit Load()
     {
         MvEdit settings;
-        settings.LoadSettings({store, hasOlder ? &older : nullptr, defaultFont, [&](TextView text, int32_t flags) {
+        settings.LoadSettings({store, nullptr, defaultFont, [&](TextView text, int32_t flags) {
                                    asked.emplace_back(text, flags);
                                    return answer;
                                }});

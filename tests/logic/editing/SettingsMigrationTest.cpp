@@ -65,49 +65,9 @@ TEST(SettingsMigration, TheQuestionHasTheseWords)
     EXPECT_EQ(loading.asked, expected);
 }
 
-TEST(SettingsMigration, SettingsOfOlderReleasesMoveOver)
-{
-    Loading loading({{u"SearchEOD", u"2"}}, u"6.9");
-    loading.defaultFont = kDejaVu;
-    loading.answer = message_box::kAnswerYes;
-    loading.older.values = {{u"MainState", u"2"},          {u"MainLeft", u"-10000"},
-                            {u"ToolbarVisible", u"False"}, {u"FontName", u"MV Lucida Console"},
-                            {u"TabSize", u"-4"},           {u"IndentUserComment", u"1"},
-                            {u"UserKeywords", u"A,B C+"},  {u"CommentColor", u"255"},
-                            {u"RecentListSize", u"2"},     {u"RecentFileCount", u"2"},
-                            {u"RecentFile_1", u"x"},       {u"RecentFile_2", u"y"},
-                            {u"RecentSearchCount", u"1"},  {u"RecentSearch_1", u"z"},
-                            {u"MinMaxClose", u"True"}};
-    MvEdit settings = loading.Load();
-    StoredValues expected = Saved(MvEdit());
-    for (auto& [key, value] : std::initializer_list<std::pair<Text, Text>>{{u"MainState", u"2"},
-                                                                           {u"ToolbarVisible", u"False"},
-                                                                           {u"FontName", kDejaVu},
-                                                                           {u"TabSize", u"0"},
-                                                                           {u"KeywordColor", u"-2147483640"},
-                                                                           {u"StringColor", u"8388736"},
-                                                                           {u"LabelColor", u"8388608"},
-                                                                           {u"ReservedColor", u"-2147483640"},
-                                                                           {u"CommentColor", u"255"},
-                                                                           {u"RecentListSize", u"2"},
-                                                                           {u"RecentFileCount", u"2"},
-                                                                           {u"RecentFile_1", u"x"},
-                                                                           {u"RecentFile_2", u"y"},
-                                                                           {u"UserKeywords", u"C+"}})
-        expected[key] = value;
-    EXPECT_EQ(loading.store.values, expected);
-    EXPECT_EQ(loading.asked.size(), 1U);
-    loading.older.values.clear();
-    expected.erase(u"MainState");
-    expected.erase(u"ToolbarVisible");
-    EXPECT_EQ(Saved(settings), expected);
-    EXPECT_EQ(Saved(loading.Load()), expected) << "moved once";
-}
-
-TEST(SettingsMigration, WhereNoOlderReleaseRanTheDefaultsAreThoseOfToday)
+TEST(SettingsMigration, AStoreWithoutItsStampHasTheDefaultsOfToday)
 {
     Loading fresh({{u"TabSize", u"8"}}, u"");
-    fresh.hasOlder = false;
     MvEdit settings = fresh.Load();
     EXPECT_EQ(settings.ReservedColor, MvEdit().ReservedColor);
     EXPECT_EQ(settings.FontName, u"Courier New");

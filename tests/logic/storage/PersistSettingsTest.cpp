@@ -185,17 +185,6 @@ TEST_F(PersistSettingsTest, DataFolders)
     }
 }
 
-TEST_F(PersistSettingsTest, HiveMode)
-{
-    auto store = Store("");
-    store.Save(u"Font", u"Mono", u"Mono");
-    EXPECT_EQ(hive.Get(kSettingsKey, u"Font")->text, u"");
-    EXPECT_EQ(store.Get(u"Font", u"Mono"), u"Mono");
-    store.Save(u"", u"7.1");
-    EXPECT_EQ(store.Get(u"", u""), u"7.1");
-    EXPECT_FALSE(std::filesystem::exists("appstate.ini"));
-}
-
 TEST_F(PersistSettingsTest, IniMode)
 {
     auto store = Store("PersistSettings=2\nAppDataDirectory=./data");
@@ -216,16 +205,6 @@ TEST_F(PersistSettingsTest, IniMode)
     EXPECT_EQ(text, expected);
     store.Save(u"", u"");
     EXPECT_EQ(store.Get(u"", u"gone"), u"gone");
-    EXPECT_TRUE(hive.values.empty());
-}
-
-TEST_F(PersistSettingsTest, NoPersistence)
-{
-    auto store = Store("PersistSettings=0\nAppDataDirectory=./data");
-    store.Save(u"Font", u"Mono");
-    EXPECT_EQ(store.Get(u"Font", u"d"), u"d");
-    EXPECT_TRUE(std::filesystem::is_directory(folder / "p/q/data"));
-    EXPECT_FALSE(std::filesystem::exists(folder / "p/q/data/appstate.ini"));
     EXPECT_TRUE(hive.values.empty());
 }
 
