@@ -17,13 +17,8 @@ struct PaperSurface final : PageSurface {
     };
     std::vector<Run> runs;                    ///< of tokens
     std::vector<std::vector<Text>> pages{{}}; ///< everything, by rows
-    bool measures = true;
 
-    int32_t TextWidth(TextView text) override
-    {
-        if (!measures) throw Error(error_number::kDeviceUnavailable, u"no device");
-        return static_cast<int32_t>(text.size()) * shape.charWidth;
-    }
+    int32_t TextWidth(TextView text) override { return static_cast<int32_t>(text.size()) * shape.charWidth; }
     int32_t Fit(TextView text, int32_t width) override
     {
         return std::min(static_cast<int32_t>(text.size()), width / shape.charWidth);

@@ -38,31 +38,6 @@ def a_name_that_is_no_utf8_opens_and_an_unknown_switch_is_told(desktop):
     expect("nibpad71: unknown switch /X\n" in program.output(), f"nothing told of /X: {program.output()}")
 
 
-def places_that_are_not_there(desktop):
-    desktop.sample_accounts()
-    refuses_with_a_message(desktop, "/A=GONE", "/F=BP", "/I=MENU")
-    refuses_with_a_message(desktop, "/A=DEMO", "/F=NOFILE", "/I=MENU")
-    refuses_with_a_message(desktop, "/A=DEMO", "/F=BP", "/I=" + "X" * 300)
-    refuses_with_a_message(desktop, desktop.folder / "no folder" / "file")
-
-
-def odd_item_ids(desktop):
-    account = desktop.sample_accounts()
-    for item_id, name in (("A/B", "A%2FB"), ("..", "%2E."), ("50% OFF", "50%25 OFF"), ("é ü", "é ü")):
-        program = desktop.start("/A=DEMO", "/F=BP", f"/I={item_id}")
-        desktop.wait_box()
-        desktop.keys("alt+y")
-        desktop.wait_active(r"\(New\)\]$")
-        desktop.type_text("id")
-        desktop.keys("ctrl+s")
-        try:
-            expect_file(account / "BP" / name, b"id\n", timeout=5)
-        except lib.Failure:
-            raise lib.Failure(f"item {item_id!r}: {sorted(p.name for p in (account / 'BP').iterdir())}") from None
-        desktop.keys("ctrl+q")  # killed, it would leave a copy to be offered
-        program.wait_end()
-
-
 def a_full_disk_keeps_the_document_and_the_old_file(desktop):
     disk = desktop.folder / "disk"
     disk.mkdir()
@@ -112,5 +87,4 @@ def a_folder_that_vanishes_keeps_the_document(desktop):
 
 if __name__ == "__main__":
     lib.run(what_is_no_text_is_refused, a_name_that_is_no_utf8_opens_and_an_unknown_switch_is_told,
-            places_that_are_not_there, odd_item_ids,
             a_full_disk_keeps_the_document_and_the_old_file, a_folder_that_vanishes_keeps_the_document)

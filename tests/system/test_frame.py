@@ -1,7 +1,5 @@
 """The frame from outside: windows, tabs, commands by keys, settings that last."""
-import pathlib
 import re
-import shutil
 
 import lib
 from lib import expect, expect_equal
@@ -107,30 +105,5 @@ def the_frame_finds_its_place_again(desktop):
                    lambda: _place(desktop.xdotool("getwindowgeometry", again)) == _place(before))
 
 
-def settings_in_an_ini_file_or_nowhere(desktop):
-    """The switch file beside the program chooses; a copy of the program has a folder of its own."""
-    desktop.sample_accounts()
-    folder = desktop.folder / "portable"
-    folder.mkdir()
-    for file in pathlib.Path(desktop.program).parent.iterdir():
-        if file.suffix == ".ttf" or file.name == "nibpad71":
-            shutil.copy(file, folder)
-    for mode, kept in (("2", True), ("0", False)):
-        state = folder / "state/appstate.ini"
-        state.unlink(missing_ok=True)
-        (folder / "isolation.ini").write_text(f"[Isolation]\nPersistSettings={mode}\nAppDataDirectory=./state\n")
-        program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU", program=folder / "nibpad71")
-        desktop.wait_active(r"MENU")
-        desktop.keys("ctrl+q")
-        program.wait_end()
-        expect_equal(state.exists(), kept, f"an ini file in mode {mode}")
-        if kept:
-            text = state.read_bytes().decode("utf-16")
-            for line in ("[MultiValueEditor_Settings]", "@=7.1", "RecordLocking=True", "ReservedColor=16711680",
-                         "RecentFileCount=1"):
-                expect(line in text.split("\r\n"), f"{line} in {text}")
-    expect(not (desktop.config / "hive.conf").exists(), "the hive stays untouched")
-
-
 if __name__ == "__main__":
-    lib.run(windows_bookmarks_and_history, a_double_click_goes_to_the_label, the_frame_finds_its_place_again, settings_in_an_ini_file_or_nowhere)
+    lib.run(windows_bookmarks_and_history, a_double_click_goes_to_the_label, the_frame_finds_its_place_again)

@@ -142,54 +142,5 @@ def each_group_holds_is_marked_and_is_not_stored(desktop):
     expect_equal(formats_as(desktop, site, FORMATTED_BY_USER), "own BP PROG (X\n", "the words for the user's compiler")
 
 
-def nothing_is_read_when_the_user_does_not_want_it(desktop):
-    site = governed_account(desktop, b"governs\nBP\\WORDS\nBP\\MORE\nSTAMP\n6,3,1,0,2\n%\n")
-    store_settings(desktop, {**OWN, "DisableHostConfig": "True"})
-    program = start(desktop, "LOOKS")
-    expect_colours(desktop, {USER_WORD}, "the user's one word alone")
-    end(desktop, program)
-    expect_equal(formats_as(desktop, site, FORMATTED_BY_USER), "own BP PROG (X\n", "the words for the user's compiler")
-
-
-def absurd_records_stop_nobody(desktop):
-    site = governed_account(desktop, b"")
-    store_settings(desktop, OWN)
-    records = {"missing": None, "empty": b"", "no lines": b"NIB", "of nothing that exists": b"\nNO\\NONE\nGONE\\X\n\n\n\n",
-               "of a folder": b"\nBP\nVOC\\\n\n\n\n", "out of the account": b"\n..\\..\\..\n/etc\\passwd\n\n\n\n",
-               "of odd bytes": bytes(range(1, 256)) * 50, "huge": b"\n" + b"A" * 3_000_000 + b"\\B\n" + b"X\\" * 1_000_000 + b"\n"}
-    for what, record in records.items():
-        path = site / "VOC" / "NIB"
-        path.unlink(missing_ok=True)
-        if record is not None:
-            path.write_bytes(record)
-        try:
-            program = start(desktop, "LOOKS")
-            expect_colours(desktop, {USER_WORD}, "the user's settings")
-            expect_equal(len(desktop.windows(r".", program)), 1, "windows: nobody is bothered")
-            end(desktop, program)
-        except lib.Failure as failure:
-            raise lib.Failure(f"a record {what}: {failure}") from None
-    # What is no text is told of, once; whoever does not want to hear it again opens the item by hand.
-    (site / "VOC" / "NIB").write_bytes(bytes(256))
-    program = desktop.start("/T=mvdb", "/H=*", "/A=SITE", "/F=BP", "/I=LOOKS")
-    desktop.wait_box()
-    desktop.keys("Escape")
-    desktop.wait_active(r"^Nib$")
-    desktop.keys("ctrl+o")
-    desktop.wait_active(r"^Open")
-    desktop.keys("Escape")
-    desktop.wait_active(r"^Nib$")
-    end(desktop, program)
-    # Numbers beyond all limits are held in them; a command that is no verb is told of when it is run.
-    (site / "VOC" / "NIB").write_bytes(b"\n\n\n" + b"NO.SUCH.VERB" * 5000 + b"\n99999999999,-5,9,-1,x\n" + b"," * 500_000)
-    program = start(desktop, "PROG")
-    desktop.keys("F11")
-    desktop.wait_active(r"^Results$|^Nib$")
-    desktop.keys("Escape")
-    desktop.wait_window(r"BP PROG").focus()
-    end(desktop, program)
-
-
 if __name__ == "__main__":
-    lib.run(each_group_holds_is_marked_and_is_not_stored, nothing_is_read_when_the_user_does_not_want_it,
-            absurd_records_stop_nobody)
+    lib.run(each_group_holds_is_marked_and_is_not_stored)

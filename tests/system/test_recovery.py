@@ -135,14 +135,6 @@ def cancel_asks_again_and_a_running_copy_is_left_alone(desktop):
         expect_equal(len(copies(desktop)), 3, "copies after Cancel")
 
 
-def a_clean_end_leaves_nothing(desktop):
-    program = three_changed_documents(desktop)
-    end(desktop, program, changed=3)
-    expect_equal(copies(desktop), [], "copies after a clean end")
-    sessions = desktop.data / "Sessions"
-    expect_equal(list(sessions.iterdir()), [], "locks after a clean end")
-
-
 def a_full_folder_and_foreign_files_are_borne_in_silence(desktop):
     folder = desktop.data / "AutoRecover"
     folder.mkdir(parents=True, mode=0o700)
@@ -181,4 +173,4 @@ def a_full_folder_and_foreign_files_are_borne_in_silence(desktop):
 
 if __name__ == "__main__":
     lib.run(a_crash_brings_the_documents_back, cancel_asks_again_and_a_running_copy_is_left_alone,
-            a_clean_end_leaves_nothing, a_full_folder_and_foreign_files_are_borne_in_silence)
+            a_full_folder_and_foreign_files_are_borne_in_silence)

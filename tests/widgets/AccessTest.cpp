@@ -42,7 +42,24 @@ void WhileShown(Show show, const std::set<std::string>& shared = {})
     EXPECT_TRUE(seen);
 }
 
-TEST(FormAccessTest, SettingsPages)
+/// Each form at the usual size of letters and at a large one.
+class FormAccessTest : public RecoveryTest, public testing::WithParamInterface<int> {
+protected:
+    FormAccessTest()
+    {
+        QFont font = usual_;
+        font.setPointSize(GetParam());
+        QApplication::setFont(font);
+    }
+    ~FormAccessTest() override { QApplication::setFont(usual_); }
+
+private:
+    const QFont usual_ = QApplication::font();
+};
+
+INSTANTIATE_TEST_SUITE_P(Points, FormAccessTest, testing::Values(10, 14), testing::PrintToStringParamName());
+
+TEST_P(FormAccessTest, SettingsPages)
 {
     TestProgram test;
     MemorySettings store;
@@ -60,9 +77,7 @@ TEST(FormAccessTest, SettingsPages)
     }
 }
 
-class RecoveryAccessTest : public RecoveryTest {};
-
-TEST_F(RecoveryAccessTest, RecoveryDialog)
+TEST_P(FormAccessTest, RecoveryDialog)
 {
     File("1.001", "INVOICE\r\none");
     session->onOffer = [this](TextView place, const DynamicArray& names) {
@@ -72,7 +87,7 @@ TEST_F(RecoveryAccessTest, RecoveryDialog)
     session->recovery.CheckAutoRecover();
 }
 
-TEST(FormAccessTest, SearchForms)
+TEST_P(FormAccessTest, SearchForms)
 {
     for (bool replace : {false, true}) {
         TestSearch search;
@@ -83,7 +98,7 @@ TEST(FormAccessTest, SearchForms)
     }
 }
 
-TEST(FormAccessTest, ItemPicker)
+TEST_P(FormAccessTest, ItemPicker)
 {
     FakeBrowser browser;
     FillWithSample(browser);
@@ -99,7 +114,7 @@ TEST(FormAccessTest, ItemPicker)
     }
 }
 
-TEST(FormAccessTest, SmallDialogs)
+TEST_P(FormAccessTest, SmallDialogs)
 {
     TestProgram t;
     auto document = t.New();

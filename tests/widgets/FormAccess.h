@@ -1,6 +1,6 @@
 #pragma once
-// What somebody needs who cannot see a form, or has no mouse: names, a way by the Tab key, and access keys of their
-// own.
+// What somebody needs who cannot see a form, has no mouse or wants large letters: names, a way by the Tab key, access
+// keys of their own, and room for each text.
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -77,6 +77,20 @@ inline std::map<std::string, std::vector<std::string>> AccessKeys(QWidget& form)
     return keys;
 }
 
+inline void ExpectRoom(const QWidget& form)
+{
+    for (const QWidget* widget : form.findChildren<QWidget*>()) {
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        if (!widget->isVisible() || widget->window() != &form) continue;
+        if (!label && !qobject_cast<const QAbstractButton*>(widget)) continue;
+        const QSize wanted = widget->minimumSizeHint();
+        EXPECT_GE(widget->width(), wanted.width()) << widget->objectName().toStdString();
+        EXPECT_GE(widget->height(),
+                  label && label->wordWrap() ? label->heightForWidth(label->width()) : wanted.height())
+            << widget->objectName().toStdString();
+    }
+}
+
 /// `shared`: access keys that captions laid down elsewhere make several controls have.
 inline void ExpectAccessible(QWidget& form, const std::set<std::string>& shared = {})
 {
@@ -84,6 +98,7 @@ inline void ExpectAccessible(QWidget& form, const std::set<std::string>& shared 
     QApplication::setActiveWindow(&form);
     QTest::qWait(1);
     ASSERT_TRUE(QApplication::focusWidget()) << "the focus is somewhere";
+    ExpectRoom(form);
     const std::set<QWidget*> reached = ReachedByTab(form);
     for (QWidget* widget : form.findChildren<QWidget*>()) {
         const bool takesKeys = (widget->focusPolicy() & Qt::TabFocus) != 0 && !widget->focusProxy();

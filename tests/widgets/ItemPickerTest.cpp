@@ -5,7 +5,6 @@
 #include "hosts/picker/QtPickerWidgets.h"
 #include "platform/qt/QtText.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -170,19 +169,6 @@ TEST_F(ItemPickerTest, TheTreeFollowsAndLeads)
     Key(Qt::Key_Up);
     Key(Qt::Key_Up);
     EXPECT_TRUE(QTest::qWaitFor([&] { return model->Place() == u"mvdb:LIVE/SALES"; }));
-}
-
-TEST_F(ItemPickerTest, EveryControlHasAName)
-{
-    SelectRequest request;
-    request.offerReadOnly = true;
-    Open(request, kBp);
-    for (const QWidget* widget : form->findChildren<QWidget*>()) {
-        if (!widget->isVisible() || !(widget->focusPolicy() & Qt::TabFocus)) continue;
-        const auto* button = qobject_cast<const QAbstractButton*>(widget);
-        EXPECT_TRUE(!widget->accessibleName().isEmpty() || (button && !button->text().isEmpty()))
-            << widget->metaObject()->className();
-    }
 }
 
 TEST_F(ItemPickerTest, TenThousandItems)

@@ -106,6 +106,19 @@ TEST_F(PrintedPdf, GreyAndLastPageFirst)
     for (QRgb pixel : PixelsOf(1)) ASSERT_TRUE(qRed(pixel) == qGreen(pixel) && qGreen(pixel) == qBlue(pixel));
 }
 
+TEST_F(PrintedPdf, PagesBeyondTheLastAreTold)
+{
+    printing.choose = [&](QPrinter& printer, const PrintJob&, QWidget*) {
+        printer.setOutputFileName(Path());
+        printer.setPrintRange(QPrinter::PageRange);
+        printer.setFromTo(90, 91);
+        return true;
+    };
+    Print(QStringLiteral("BP SAMPLE"));
+    EXPECT_EQ(boxes.Take().size(), 1U);
+    EXPECT_FALSE(QFile::exists(Path()));
+}
+
 TEST_F(PrintedPdf, EveryColourCanBeReadOnPaper)
 {
     for (const int32_t color : {0xFFFFFF, 0xC8C8C8, 0x80FFFF, 0x79C398, 0x008000, 0}) {

@@ -1,4 +1,4 @@
-// The settings dialog by keyboard alone, at usual and at large fonts.
+// The settings dialog by keyboard alone.
 
 #include "fakes/FakeSettingsApplied.h"
 #include "fakes/MemorySettings.h"
@@ -7,7 +7,6 @@
 #include "persistence/settings/frmSettings.h"
 #include "platform/qt/QtText.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -17,12 +16,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
-#include <QTabWidget>
 #include <QTest>
 
 #include <gtest/gtest.h>
-
-#include <set>
 
 namespace nib::test {
 namespace {
@@ -96,32 +92,6 @@ TEST_F(SettingsFormTest, OkAppliesAndCancelLeavesEverything)
         EXPECT_EQ(live.TabSize, agreed ? 9 : 3);
         EXPECT_EQ(store.values.empty(), !agreed);
         EXPECT_EQ(applied.fontChanges, agreed ? 1 : 0);
-    }
-}
-
-TEST_F(SettingsFormTest, PagesAreNumberedFromOne)
-{
-    for (auto [page, key] : {std::pair(0, "General"),
-                             {1, "General"},
-                             {2, "Highlight"},
-                             {3, "Tools"},
-                             {5, "Keywords.User"},
-                             {9, "Keywords.User"}}) {
-        Open(page);
-        EXPECT_EQ(Get<QTabWidget>("TabStrip").currentWidget()->objectName(), QLatin1String(key));
-    }
-}
-
-TEST_F(SettingsFormTest, NumbersStayInTheirLimits)
-{
-    Open();
-    auto& field = Get<QSpinBox>("txtRecentFiles");
-    TabTo(field);
-    for (auto [typed, shown] : {std::pair("31", "30"), {"-1", "0"}, {"12", "12"}}) {
-        Key(Qt::Key_A, Qt::ControlModifier);
-        Type(typed);
-        EXPECT_EQ(field.text(), QLatin1String(shown));
-        EXPECT_EQ(model->RecentCapacity(), QString::fromLatin1(shown).toInt());
     }
 }
 
@@ -203,52 +173,6 @@ TEST_F(SettingsFormTest, FiveThousandWordsAreQuick)
     for (int i = 0; i < 50; ++i) Key(Qt::Key_Delete);
     QApplication::processEvents();
     EXPECT_EQ(list.model()->rowCount(), 4950);
-}
-
-TEST_F(SettingsFormTest, HostNoteAndDaggers)
-{
-    live.HostCompile = true;
-    Open(1);
-    EXPECT_FALSE(Get<QLabel>("lbHostNote").isVisible());
-    form->ShowPage(3);
-    EXPECT_TRUE(Get<QLabel>("lbHostNote").isVisible());
-    EXPECT_TRUE(Get<QLabel>("lbHostNote").text().startsWith(QChar(0x2020)));
-}
-
-/// Every control has a name, is reached by the tabulator and has the room that its text needs.
-TEST_F(SettingsFormTest, EverythingIsNamedReachedAndReadable)
-{
-    const QFont usual = QApplication::font();
-    for (int points : {10, 14}) {
-        QFont font = usual;
-        font.setPointSize(points);
-        QApplication::setFont(font);
-        for (int page = 1; page <= 5; ++page) {
-            Open(page);
-            std::set<const QWidget*> reached;
-            for (int i = 0; i < 80; ++i) {
-                reached.insert(QApplication::focusWidget());
-                Key(Qt::Key_Tab);
-            }
-            for (const QWidget* widget : form->findChildren<QWidget*>()) {
-                if (!widget->isVisible()) continue;
-                bool isButton = qobject_cast<const QAbstractButton*>(widget);
-                if (isButton || qobject_cast<const QLabel*>(widget)) {
-                    EXPECT_GE(widget->width(), widget->minimumSizeHint().width())
-                        << qPrintable(widget->objectName()) << " page " << page;
-                    EXPECT_GE(widget->height(), widget->minimumSizeHint().height());
-                }
-                bool isField = qobject_cast<const QComboBox*>(widget) || qobject_cast<const QSpinBox*>(widget) ||
-                               qobject_cast<const QListView*>(widget) || qobject_cast<const QCheckBox*>(widget);
-                if (isField && widget->isEnabled() && !widget->objectName().isEmpty()) {
-                    EXPECT_FALSE(widget->accessibleName().isEmpty()) << qPrintable(widget->objectName());
-                    EXPECT_TRUE(reached.contains(widget)) << qPrintable(widget->objectName());
-                }
-            }
-        }
-        form.reset();
-        QApplication::setFont(usual);
-    }
 }
 
 } // namespace

@@ -48,16 +48,6 @@ TEST_F(SettingsHiveTest, TheLastChangesAreWrittenAtTheEnd)
     EXPECT_EQ(QtSettingsHive(disk, Path()).Get(u"K", u"a"), u"");
 }
 
-TEST_F(SettingsHiveTest, ARefusedWriteIsForgottenQuietly)
-{
-    ASSERT_TRUE(QFile(folder.filePath(QStringLiteral("Orlin"))).open(QIODevice::WriteOnly));
-    QtSettingsHive hive(disk, Path());
-    hive.Set(u"K", u"a", u"1");
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(hive.Flush());
-    EXPECT_EQ(hive.Get(u"K", u"a"), u"1");
-}
-
 TEST_F(SettingsHiveTest, TheHiveIsInTheUsersFolderOfConfigurations)
 {
     const QByteArray before = qgetenv("XDG_CONFIG_HOME");

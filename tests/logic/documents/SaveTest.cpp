@@ -113,44 +113,24 @@ struct SaveAsRow {
     std::optional<StoredItem> target;
     bool strangersLock;
     bool recordLocking;
-    std::vector<int32_t> answers;
+    int32_t answer; ///< 0: nothing is asked
     Boxes boxes;
     bool saved;
 };
 
+const ShownBox kAsk = Question(u"Item 'OTHER' exists. Overwrite?");
+const ShownBox kLocked = Warning(u"Item 'OTHER' is currently locked and cannot be updated!");
+const ShownBox kFixed = Warning(u"Item 'OTHER' exists and cannot be overwritten. Please save using a different name.");
+const ShownBox kNoItem = Warning(u"'OTHER' appears to be a file or folder and cannot be overwritten!");
+
 const SaveAsRow kSaveAsRows[] = {
-    {"missing", {}, false, true, {}, {}, true},
-    {"exists, yes", StoredItem{u"x"}, false, true, {kYes}, {Question(u"Item 'OTHER' exists. Overwrite?")}, true},
-    {"exists, no", StoredItem{u"x"}, false, true, {kNo}, {Question(u"Item 'OTHER' exists. Overwrite?")}, false},
-    {"read-only",
-     StoredItem{u"x", true},
-     false,
-     true,
-     {},
-     {Warning(u"Item 'OTHER' exists and cannot be overwritten. Please save using a different name.")},
-     false},
-    {"file definition",
-     StoredItem{u"x", false, false},
-     false,
-     true,
-     {},
-     {Warning(u"'OTHER' appears to be a file or folder and cannot be overwritten!")},
-     false},
-    {"locked",
-     StoredItem{u"x"},
-     true,
-     true,
-     {kYes},
-     {Question(u"Item 'OTHER' exists. Overwrite?"),
-      Warning(u"Item 'OTHER' is currently locked and cannot be updated!")},
-     false},
-    {"locked, without locking",
-     StoredItem{u"x"},
-     true,
-     false,
-     {kYes},
-     {Question(u"Item 'OTHER' exists. Overwrite?")},
-     true},
+    {"missing", {}, false, true, 0, {}, true},
+    {"exists, yes", StoredItem{u"x"}, false, true, kYes, {kAsk}, true},
+    {"exists, no", StoredItem{u"x"}, false, true, kNo, {kAsk}, false},
+    {"read-only", StoredItem{u"x", true}, false, true, 0, {kFixed}, false},
+    {"file definition", StoredItem{u"x", false, false}, false, true, 0, {kNoItem}, false},
+    {"locked", StoredItem{u"x"}, true, true, kYes, {kAsk, kLocked}, false},
+    {"locked, without locking", StoredItem{u"x"}, true, false, kYes, {kAsk}, true},
 };
 
 TEST(ItemSaveAsTest, EachStateOfTheTarget)
@@ -165,7 +145,7 @@ TEST(ItemSaveAsTest, EachStateOfTheTarget)
         const Text other = u"mvdb:h2/ACC/F/OTHER";
         if (row.target) t.Store().items[other] = *row.target;
         if (row.strangersLock) t.LockByStranger(other);
-        for (int32_t answer : row.answers) t.boxes.Answer({answer});
+        if (row.answer) t.boxes.Answer({row.answer});
         EXPECT_EQ(document->ItemSaveAs(t.Item(other)), row.saved);
         EXPECT_EQ(t.boxes.Take(), row.boxes);
         EXPECT_EQ(t.program.CurrentLocation().Folder, u"F") << "the place changes whatever comes of it";

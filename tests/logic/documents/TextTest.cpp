@@ -3,13 +3,10 @@
 #include "base/Text.h"
 #include "documents/mvDocument.h"
 #include "editing/LexClass.h"
-#include "editing/operations/BlockOps.h"
 #include "fakes/TestProgram.h"
 #include "text/TextSearch.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
 
 namespace nib::test {
 namespace {
@@ -228,17 +225,6 @@ TEST_F(TextTest, Selections)
     }
 }
 
-TEST_F(TextTest, InsertsAtTheCaret)
-{
-    Load(u"ab");
-    view.SetCaret({1, 0});
-    document->InsValue();
-    document->InsSubValue();
-    document->SetSelText(u"x\r\ny");
-    EXPECT_EQ(document->GetText(), u"a\xF8FD\xF8FCx\r\nyb");
-    EXPECT_EQ(view.Caret(), (Position{1, 1}));
-}
-
 TEST_F(TextTest, HighlightFollowsTheSettingAtCreation)
 {
     EXPECT_TRUE(document->Highlight());
@@ -246,31 +232,6 @@ TEST_F(TextTest, HighlightFollowsTheSettingAtCreation)
     EXPECT_FALSE(t.New()->Highlight());
     document->SetHighlight(false);
     EXPECT_FALSE(document->Highlight());
-}
-
-TEST(OpReplaceTest, AnyRangeAndText)
-{
-    std::mt19937 random(7);
-    auto below = [&](size_t n) { return static_cast<int32_t>(random() % n); };
-    const Text texts[] = {u"", u"x", u"\r\n", u"one\r\ntwo\r\n", u"\xF8FD"};
-    MemoryClipboard clipboard;
-    for (int32_t round = 0; round < 300; ++round) {
-        SourceDocument buffer;
-        buffer.SetText(u"alpha\r\n\r\ngamma delta\r\nend");
-        const Text before = buffer.GetText();
-        Position start{below(14), below(6)}; // some lie outside the text
-        Position end{below(14), below(6)};
-        if (end < start) std::swap(start, end);
-        const Text& with = texts[below(std::size(texts))];
-        Position from = buffer.Clamp(start);
-        const Text expected = buffer.GetRange({0, 0}, from) + with + buffer.GetRange(buffer.Clamp(end), buffer.End());
-        buffer.ExecuteOp(std::make_unique<OpReplace>(start, end, with));
-        EXPECT_EQ(buffer.GetText(), expected);
-        buffer.Undo();
-        EXPECT_EQ(buffer.GetText(), before);
-        buffer.Redo();
-        EXPECT_EQ(buffer.GetText(), expected);
-    }
 }
 
 } // namespace

@@ -106,66 +106,28 @@ TEST(FormatTest, TabSizeAndMargin)
 /// The flags decide alone, in groups that override one another.
 TEST(FormatTest, BlockEffects)
 {
-    enum : uint32_t {
-        FOR = 1,
-        NEXT = 2,
-        LOOP = 4,
-        WHILE = 8,
-        BEGIN = 16,
-        CASE = 32,
-        END = 64,
-        THEN = 128,
-        ELSE = 256,
-        LOCKED = 512,
-        REPEAT = 1024,
-        PLUS = 2048,
-        MINUS = 4096,
-        EQUAL = 8192,
-        OPEN = 16384,
-        SHUT = 32768
-    };
-    struct {
-        uint32_t flags;
+    constexpr uint32_t FOR = 1, NEXT = 2, LOOP = 4, WHILE = 8, BEGIN = 16, CASE = 32, END = 64, THEN = 128;
+    constexpr uint32_t ELSE = 256, LOCKED = 512, REPEAT = 1024, PLUS = 2048, MINUS = 4096, EQUAL = 8192;
+    constexpr uint32_t OPEN = 16384, SHUT = 32768;
+    const struct {
         int32_t increment;
         int32_t decrement;
-    } const rows[] = {
-        {0, 0, 0},
-        {0x70000, 0, 0},
-        {FOR, 1, 0},
-        {NEXT, 0, 1},
-        {FOR | NEXT, 0, 0},
-        {THEN, 1, 0},
-        {ELSE | END, 1, 1},
-        {LOCKED, 1, 0},
-        {END, 0, 1},
-        {NEXT | THEN, 1, 1},
-        {LOOP, 1, 0},
-        {LOOP | REPEAT, 0, 0},
-        {REPEAT, 0, 1},
-        {WHILE, 1, 1},
-        {WHILE | FOR, 1, 0},
-        {WHILE | LOOP, 1, 0},
-        {BEGIN, 0, 0},
-        {BEGIN | CASE, 2, 0},
-        {END | CASE, 0, 2},
-        {CASE, 1, 1},
-        {CASE | THEN, 1, 1},
-        {FOR | BEGIN | CASE, 2, 0},
-        {BEGIN | CASE | END, 2, 0},
-        {PLUS, 1, 0},
-        {OPEN, 1, 0},
-        {SHUT | MINUS, 1, 0},
-        {MINUS, 0, 1},
-        {EQUAL, 1, 1},
-        {MINUS | EQUAL, 0, 1},
-        {END | CASE | MINUS, 0, 1},
-        {END | CASE | THEN, 1, 2},
-        {WHILE | REPEAT, 0, 1},
+        std::vector<uint32_t> flags;
+    } rows[] = {
+        {0, 0, {0, 0x70000, FOR | NEXT, LOOP | REPEAT, BEGIN}},
+        {1, 0, {FOR, THEN, LOCKED, LOOP, WHILE | FOR, WHILE | LOOP, PLUS, OPEN, SHUT | MINUS}},
+        {0, 1, {NEXT, END, REPEAT, MINUS, MINUS | EQUAL, END | CASE | MINUS, WHILE | REPEAT}},
+        {1, 1, {ELSE | END, NEXT | THEN, WHILE, CASE, CASE | THEN, EQUAL}},
+        {2, 0, {BEGIN | CASE, FOR | BEGIN | CASE, BEGIN | CASE | END}},
+        {0, 2, {END | CASE}},
+        {1, 2, {END | CASE | THEN}},
     };
     for (auto& row : rows) {
-        BlockEffect effect = BlockEffectOf(row.flags);
-        EXPECT_EQ(effect.increment, row.increment) << row.flags;
-        EXPECT_EQ(effect.decrement, row.decrement) << row.flags;
+        for (uint32_t flags : row.flags) {
+            BlockEffect effect = BlockEffectOf(flags);
+            EXPECT_EQ(effect.increment, row.increment) << flags;
+            EXPECT_EQ(effect.decrement, row.decrement) << flags;
+        }
     }
 }
 
@@ -215,48 +177,16 @@ TEST(FormatTest, EndlessNestingHasAnEnd)
 
 Text RandomProgram(std::mt19937& random)
 {
-    static constexpr TextView kParts[] = {u"FOR I = 1 TO 3",
-                                          u"NEXT I",
-                                          u"LOOP",
-                                          u"UNTIL A DO",
-                                          u"REPEAT",
-                                          u"BEGIN CASE",
-                                          u"CASE 1",
-                                          u"END CASE",
-                                          u"END",
-                                          u"END ELSE",
-                                          u"THEN",
-                                          u"ELSE",
-                                          u"LOCKED",
-                                          u"IF A ",
-                                          u"X = 'a  b' ",
-                                          u";",
-                                          u"* note ",
-                                          u"! note",
-                                          u"REM ",
-                                          u"REM x",
-                                          u"10 ",
-                                          u"LAB: ",
-                                          u"L:=2",
-                                          u"GOTO A,",
-                                          u"GO ",
-                                          u"\"open",
-                                          u"\uF8FD",
-                                          u"\uF8FC",
-                                          u"(",
-                                          u")",
-                                          u"é",
-                                          u"   ",
-                                          u" ",
-                                          u"\\",
-                                          u"LAB:X",
-                                          u"99:"};
+    static const std::vector<Text> kParts = Split(
+        u"FOR I = 1 TO 3|NEXT I|LOOP|UNTIL A DO|REPEAT|BEGIN CASE|CASE 1|END CASE|END|END ELSE|THEN|ELSE|LOCKED|"
+        u"IF A |X = 'a  b' |;|* note |! note|REM |REM x|10 |LAB: |L:=2|GOTO A,|GO |\"open|\uF8FD|\uF8FC|(|)|\u00E9|   |"
+        u" |\\|LAB:X|99:",
+        u'|');
     auto pick = [&](size_t below) { return random() % below; };
     Text text;
     for (size_t lines = pick(40); lines > 0; --lines) {
         text.append(pick(9), u' ');
-        for (size_t parts = pick(4); parts > 0; --parts)
-            text.append(kParts[pick(std::size(kParts))]).append(pick(3), u' ');
+        for (size_t parts = pick(4); parts > 0; --parts) text.append(kParts[pick(kParts.size())]).append(pick(3), u' ');
         text += u'\n';
     }
     return text;

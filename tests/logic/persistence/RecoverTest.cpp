@@ -4,8 +4,6 @@
 
 #include <fstream>
 
-#include <unistd.h>
-
 namespace nib::test {
 namespace {
 
@@ -162,27 +160,6 @@ TEST_F(RecoveryTest, FilesThatGoBetweenTheScanAndTheReading)
     EXPECT_EQ(session->t.Documents().Count(), 0);
     EXPECT_TRUE(session->t.boxes.Take().empty()) << "all of it in silence";
     EXPECT_FALSE(session->t.window.waiting);
-}
-
-TEST_F(RecoveryTest, AFolderThatGivesNothingAndTakesNothing)
-{
-    if (geteuid() == 0) {
-        // For root no mode is in the way; a file system that is read-only is, and so is a file in the folder's place.
-        std::filesystem::create_directories(Place());
-        std::filesystem::remove(Place());
-        folder.File("data/Orlin/Nib/AutoRecover", "no folder");
-    } else {
-        File("1.001", "A\r\n");
-        std::filesystem::permissions(Place(), std::filesystem::perms::none);
-    }
-    session->Changed(u"text");
-    EXPECT_FALSE(session->recovery.AutoSaveDocuments());
-    EXPECT_EQ(session->recovery.HoldAutoSaveGuard(), 0);
-    EXPECT_EQ(session->Offered(), Lines());
-    session->recovery.DeleteAutoSaveFiles(true);
-    session->recovery.EndAutoSaveSession();
-    EXPECT_TRUE(session->t.boxes.Take().empty());
-    if (geteuid() != 0) std::filesystem::permissions(Place(), std::filesystem::perms::owner_all);
 }
 
 TEST_F(RecoveryTest, RecoveryThatFailsLeavesTheRow)

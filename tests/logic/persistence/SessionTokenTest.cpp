@@ -1,16 +1,13 @@
 // The number of a running copy: nobody else's while it runs, free again however it ends.
 
+#include "logic/storage/HeldProcess.h"
 #include "logic/storage/TempFolder.h"
 #include "platform/posix/FileLocks.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <memory>
-
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/wait.h>
 
 namespace nib::test {
 namespace {
@@ -20,40 +17,14 @@ bool Unused(uint32_t)
     return false;
 }
 
-/// A process that has taken a number and waits for its end.
-class OtherCopy {
-public:
+struct OtherCopy : HeldProcess {
     explicit OtherCopy(std::vector<std::string> folders)
+        : HeldProcess([&](const Tell& tell) {
+              PosixSessionToken token(std::move(folders));
+              tell(token.Take(Unused));
+          })
     {
-        int ends[2];
-        if (pipe(ends) != 0) return;
-        child_ = fork();
-        if (child_ == 0) {
-            PosixSessionToken token(std::move(folders));
-            const uint32_t number = token.Take(Unused);
-            if (write(ends[1], &number, sizeof number) == sizeof number) pause();
-            _exit(1);
-        }
-        close(ends[1]);
-        EXPECT_EQ(read(ends[0], &number_, sizeof number_), static_cast<ssize_t>(sizeof number_));
-        close(ends[0]);
     }
-    OtherCopy(const OtherCopy&) = delete;
-    OtherCopy& operator=(const OtherCopy&) = delete;
-    ~OtherCopy() { Kill(); }
-
-    uint32_t Number() const { return number_; }
-    void Kill()
-    {
-        if (child_ <= 0) return;
-        kill(child_, SIGKILL);
-        waitpid(child_, nullptr, 0);
-        child_ = -1;
-    }
-
-private:
-    pid_t child_ = -1;
-    uint32_t number_ = 0;
 };
 
 size_t CountFiles(const std::string& folder)

@@ -173,16 +173,6 @@ TEST_F(SettingsModelTest, OkStoresAndApplies)
     EXPECT_TRUE(test.Recent().empty());
 }
 
-TEST_F(SettingsModelTest, WhatAHostFixedIsNotStored)
-{
-    live.HostKeywords = true;
-    SettingsModel model = Model();
-    EXPECT_TRUE(model.AddKeyword(u"FOO", kUser, {}));
-    EXPECT_TRUE(model.Accept());
-    EXPECT_FALSE(store.values.contains(u"UserKeywords"));
-    EXPECT_TRUE(live.HostKeywords);
-}
-
 TEST_F(SettingsModelTest, DefaultColors)
 {
     SettingsModel model = Model();
@@ -334,13 +324,6 @@ TEST_F(SettingsModelTest, Import)
     }
 }
 
-TEST_F(SettingsModelTest, ImportTakesTheRemarkOnCase)
-{
-    SettingsModel model = Model();
-    EXPECT_TRUE(Import(model, u"; Case Sensitive\r\nFoo"));
-    EXPECT_TRUE(model.Clone().Keywords.CaseSensitive());
-}
-
 TEST_F(SettingsModelTest, ImportThatFails)
 {
     SettingsModel model = Model();
@@ -348,41 +331,6 @@ TEST_F(SettingsModelTest, ImportThatFails)
     test.Store().readFailure = Error(error_number::kStorage, u"No such charset");
     EXPECT_FALSE(Import(model, u"ONE"));
     EXPECT_EQ(test.boxes.Take(), Boxes{Warning(u"Error importing keyword list: No such charset")});
-}
-
-TEST_F(SettingsModelTest, KeywordFilesInAnyEncoding)
-{
-    struct Row {
-        const char* name;
-        std::string bytes;
-        Text words; ///< "OLD" where the file is refused
-    };
-    using namespace std::string_literals;
-    const Row rows[] = {
-        {"ASCII", "ONE+\nTWO", u"ONE+|TWO"},
-        {"UTF-8", "caf\xC3\xA9\r\nTWO", u"caf\u00E9|TWO"},
-        {"UTF-8 with a mark", "\xEF\xBB\xBFONE\nTWO", u"ONE|TWO"},
-        {"Latin-1", "caf\xE9\nTWO", u"caf\u00E9|TWO"},
-        {"UTF-16", "\xFF\xFEO\0N\0E\0\n\0\xAC\x20"s, u"ONE|\u20AC"},
-        {"UTF-16, the other way", "\xFE\xFF\0O\0N\0E"s, u"ONE"},
-        {"no text", "ONE\n\0\0\0\1"s, u"OLD"},
-        {"marks of a host", "ONE\xFE\nTWO", u"ONE\u00FE|TWO"},
-        {"nothing", "", u""},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        TempFolder folder;
-        folder.File("words.txt", row.bytes);
-        SettingsModel model = Model();
-        model.Clone().Keywords.SetKeywordList(kUser, u" ", u"OLD");
-        const FileSaver saver(folder / "backups");
-        auto item = std::make_shared<FileItem>(FromUtf8(folder / "words.txt"), false, saver);
-        test.connection.picks.push_back({{item}});
-        const bool refused = row.words == u"OLD";
-        EXPECT_EQ(model.ImportKeywords(kUser), !refused);
-        EXPECT_EQ(test.boxes.Take().size(), refused ? 1U : 0U);
-        EXPECT_EQ(UserWords(model), row.words) << ToUtf8(UserWords(model));
-    }
 }
 
 TEST_F(SettingsModelTest, AMillionLinesAndNoLines)

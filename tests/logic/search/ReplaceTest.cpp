@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 namespace nib::test {
 namespace {
 
@@ -28,17 +26,6 @@ TEST(ReplaceNextTest, ReplacesTheSelectedHitAndGoesOn)
     EXPECT_EQ(search.Line(document, 0), u"abab abab xab") << "each step for itself";
 }
 
-TEST(ReplaceNextTest, CaseAsTold)
-{
-    TestSearch search;
-    auto& document = search.Add(u"AB ab");
-    search.OpenReplace(u"ab", u"x");
-    search.Dialog().matchCase = true;
-    search.Select(document, {0, 0}, {2, 0});
-    EXPECT_TRUE(search.engine.ReplaceNext());
-    EXPECT_EQ(search.Line(document, 0), u"AB ab");
-}
-
 struct AllRow {
     const char* name;
     Text text;
@@ -51,13 +38,9 @@ struct AllRow {
 };
 
 const AllRow kAll[] = {
-    {"from the top", u"ab AB\r\n-\r\nxabx", {}, {}, u"c", u"c c\r\n-\r\nxcx", 3, {}},
-    {"with what holds the text", u"abab", {}, {}, u"xabx", u"xabxxabx", 2, {}},
-    {"with nothing", u"aabb", {}, {}, u"", u"ab", 1, {}},
     {"first line does not wrap", u"ab ab ab", {2, 0}, {}, u"c", u"ab c c", 2, {}},
     {"round the end", u"ab\r\nab ab\r\nab", {2, 1}, {}, u"long", u"long\r\nlong long\r\nlong", 4, {}},
     {"with line breaks", u"ab-ab\r\nab", {}, {}, u"1\n2", u"1\r\n2-1\r\n2\r\n1\r\n2", 3, {}},
-    {"in lines", u"ab\r\nab\r\nab", {}, {{0, 0}, {0, 2}}, u"c", u"c\r\nc\r\nab", 2, {{0, 0}, {0, 2}}},
     {"in part of the last line",
      u"ab\r\nab ab ab\r\n",
      {},
@@ -168,111 +151,6 @@ TEST(ReplaceAllTest, AnEditDuringTheQuestionStaysItsOwnStep)
     document.Undo();
     document.Undo();
     EXPECT_EQ(search.View(document).GetText(), u"ab\r\n-\r\nab");
-}
-
-TEST(ReplaceAllTest, AllDocumentsOnce)
-{
-    TestSearch search;
-    auto& other = search.Add(u"ab\r\nab", {0, 1});
-    auto& document = search.Add(u"ab");
-    search.OpenReplace(u"ab", u"xabx");
-    search.Dialog().lookIn = LookIn::AllDocuments;
-    EXPECT_EQ(search.engine.ReplaceAll(), 3);
-    EXPECT_EQ(search.View(document).GetText(), u"xabx");
-    EXPECT_EQ(search.View(other).GetText(), u"xabx\r\nxabx");
-    EXPECT_EQ(search.Said().size(), 1u);
-    search.Settings().SearchEOD = 2;
-    search.OpenReplace(u"zz", u"");
-    EXPECT_EQ(search.engine.ReplaceAll(), 0);
-    EXPECT_EQ(search.Said(), Texts{u"Search text not found in any document."});
-}
-
-/// Replaces from left to right, never looking into what was put in.
-Text Reference(const Text& text, const Text& found, const Text& with, bool matchCase)
-{
-    Text result;
-    for (size_t at = 0; at < text.size();) {
-        TextView here = TextView(text).substr(at, found.size());
-        if (matchCase ? here == found : EqualsNoCase(here, found)) {
-            result += with;
-            at += found.size();
-        } else {
-            result += text[at++];
-        }
-    }
-    return result;
-}
-
-TEST(ReplaceAllTest, EqualsAPlainReplacement)
-{
-    std::mt19937 random(11);
-    auto pick = [&](int from, int to) { return std::uniform_int_distribution<>(from, to)(random); };
-    auto make = [&](int shortest, int longest, TextView units) {
-        Text text;
-        for (int length = pick(shortest, longest); length > 0; --length)
-            text += units[static_cast<size_t>(pick(0, static_cast<int>(units.size()) - 1))];
-        return text;
-    };
-    for (int round = 0; round < 400; ++round) {
-        Text text = make(0, 80, u"aAbB\n ");
-        Text found = make(1, 2, u"aAb");
-        Text with = make(0, 4, u"abX");
-        bool matchCase = pick(0, 1) == 1;
-        bool everywhere = pick(0, 1) == 1;
-        TestSearch search;
-        auto& other = search.Add(text);
-        auto& document = search.Add(text);
-        search.Settings().SearchEOD = 2;
-        search.OpenReplace(found, with);
-        search.Dialog().lookIn = everywhere ? LookIn::AllDocuments : LookIn::Document;
-        search.Dialog().matchCase = matchCase;
-        search.Dialog().wholeWord = false;
-        search.engine.ReplaceAll();
-        search.Said();
-        auto textOf = [&](mvDocument& of) { return Replace(search.View(of).GetText(), u"\r\n", u"\n"); };
-        ASSERT_EQ(textOf(document), Reference(text, found, with, matchCase)) << round;
-        ASSERT_EQ(textOf(other), everywhere ? Reference(text, found, with, matchCase) : text) << round;
-    }
-}
-
-TEST(ReplaceAllTest, UndoGivesTheExactText)
-{
-    std::mt19937 random(7);
-    auto pick = [&](int from, int to) { return std::uniform_int_distribution<>(from, to)(random); };
-    const Text units = u"aAbB \u00e9\u20ac\n";
-    auto make = [&](int longest, bool lines) {
-        Text text;
-        for (int length = pick(0, longest); length > 0; --length)
-            text += units[static_cast<size_t>(pick(0, lines ? 7 : 6))];
-        return text;
-    };
-    for (int round = 0; round < 400; ++round) {
-        TestSearch search;
-        auto& document = search.Add(make(80, true));
-        SourceView& view = search.View(document);
-        int32_t lines = view.Document().LineCount();
-        view.SetCaret({pick(0, 20), pick(0, lines - 1)});
-        search.Settings().SearchEOD = 2;
-        search.OpenReplace(make(2, false), make(4, true));
-        search.Dialog().lookIn = LookIn::Document;
-        search.Dialog().matchCase = pick(0, 1) == 1;
-        search.Dialog().wholeWord = pick(0, 3) == 0;
-        view.Document().ToggleBookmark(pick(0, lines - 1));
-        Text before = view.GetText();
-        int32_t count = search.engine.ReplaceAll();
-        search.Said();
-        Text after = view.GetText();
-        if (count == 0) {
-            EXPECT_EQ(after, before);
-            continue;
-        }
-        for (int32_t step = 0; step < count; ++step) document.Undo();
-        ASSERT_EQ(view.GetText(), before) << round;
-        EXPECT_FALSE(document.CanUndo());
-        EXPECT_EQ(view.Document().BookmarkCount(), 1);
-        for (int32_t step = 0; step < count; ++step) document.Redo();
-        ASSERT_EQ(view.GetText(), after) << round;
-    }
 }
 
 TEST(ReplaceAllTest, LargeTextsInATimeThatGrowsWithTheirSize)

@@ -1,4 +1,4 @@
-// The keys that the frame takes, and the minutes that it counts.
+// The keys that the frame takes.
 
 #include "shell/menus/FrameKeys.h"
 

@@ -87,18 +87,6 @@ TEST_F(MenuDispatcherTest, TabMenu)
     EXPECT_EQ(t.Drawn(), Lines{}) << "no such window";
 }
 
-TEST_F(MenuDispatcherTest, TabsActivateAndClose)
-{
-    auto first = t.New();
-    t.New();
-    t.dispatcher.TabActivate(first->DocumentID());
-    EXPECT_EQ(t.window.activeDocument, first->DocumentID());
-    t.dispatcher.TabClose(first->DocumentID());
-    EXPECT_EQ(t.View(*first).closes, 1);
-    t.dispatcher.TabClose(99);
-    t.dispatcher.TabActivate(99);
-}
-
 TEST_F(MenuDispatcherTest, ContextMenuByWhatWasHit)
 {
     auto document = t.New();

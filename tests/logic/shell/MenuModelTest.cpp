@@ -88,23 +88,6 @@ TEST(MenuModelTest, AddedToolsStandWhereTheyShould)
               (Lines{u"*Find", u"FindNext", u"Replace", u"*Goto", u"NavBack", u"NavForward", u"*Bookmarks"}));
 }
 
-TEST(MenuModelTest, PanelsAndTabs)
-{
-    MenuModel model;
-    EXPECT_EQ(model.Tool(Band::StatusBar, u"Panel1").caption, u"Starting up");
-    model.SetPanelText(1, u"");
-    model.SetPanelText(9, u"nowhere");
-    model.ShowPanel(2, true);
-    EXPECT_TRUE(model.Tool(Band::StatusBar, u"Panel2").visible);
-    for (int32_t tab : {7, 12, 7}) model.SetTab(tab, u"T" + Decimal(tab), u"");
-    model.SetActiveTab(12);
-    EXPECT_EQ(Keys(model.Root(Band::Taskbar)), (Lines{u"7", u"12"}));
-    EXPECT_TRUE(model.Tool(Band::Taskbar, u"12").checked && !model.Tool(Band::Taskbar, u"7").checked);
-    model.RemoveTab(7);
-    model.RemoveTab(7);
-    EXPECT_EQ(Keys(model.Root(Band::Taskbar)), Lines{u"12"});
-}
-
 TEST(MenuModelTest, NumberedShortcuts)
 {
     const std::pair<int32_t, Text> rows[] = {

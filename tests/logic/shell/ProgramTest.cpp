@@ -48,21 +48,6 @@ TEST(StartTest, DefaultFont)
     }
 }
 
-TEST(ShutdownTest, OrderAndOnlyOnce)
-{
-    TestProgram t;
-    t.program.Main({});
-    t.program.Automation().Hold(":1.1");
-    t.New()->SetText(u"unsaved");
-    t.journal.Take();
-    t.store.written.clear();
-    t.window.onUnload = [&] { t.program.Shutdown(); }; // as the window's own unload does
-    t.program.Shutdown();
-    EXPECT_EQ(t.journal.Take(), (Lines{u"Unload", u"UnloadForms", u"DocumentClose 1", u"Quit"}));
-    EXPECT_FALSE(t.store.written.empty());
-    EXPECT_EQ(t.fonts.removed.size(), 4U);
-}
-
 TEST(ShutdownTest, AnErrorEndsItThere)
 {
     TestProgram t;

@@ -74,44 +74,23 @@ private:
 
 TEST(Scan, AHostileLexerLeavesEveryLineCovered)
 {
+    const auto every = [](int32_t from, int32_t step, int32_t length, int32_t attributes = 0) {
+        return [=](Token& t, int32_t call) { t = {1, from + step * call, length, attributes}; };
+    };
     const Hostile rows[] = {
         {"no token at all", [](Token& t, int32_t) { t = {}; }},
-        {"zero length",
-         [](Token& t, int32_t) {
-             t = {1, 0, 0, 0};
-         }},
-        {"negative length",
-         [](Token& t, int32_t) {
-             t = {1, 0, -5, 0};
-         }},
-        {"a gap",
-         [](Token& t, int32_t call) {
-             t = {1, call * 3, 2, 0};
-         }},
-        {"backward",
-         [](Token& t, int32_t call) {
-             t = {1, 2 - call, 2, 0};
-         }},
-        {"past the end",
-         [](Token& t, int32_t) {
-             t = {1, 0, 1000, 0};
-         }},
-        {"past every number",
-         [](Token& t, int32_t call) {
-             t = {1, call, call ? INT32_MAX : 1, 0};
-         }},
-        {"endless",
-         [](Token& t, int32_t call) {
-             t = {1, call, 1, 1};
-         }},
-        {"throws at once",
-         [](Token&, int32_t) {
-             throw Error{5, u"no"};
-         }},
+        {"zero length", every(0, 0, 0)},
+        {"negative length", every(0, 0, -5)},
+        {"a gap", every(0, 3, 2)},
+        {"backward", every(2, -1, 2)},
+        {"past the end", every(0, 0, 1000)},
+        {"past every number", every(0, 1, INT32_MAX)},
+        {"endless", every(0, 1, 1, 1)},
+        {"throws at once", [](Token&, int32_t) { throw Error(5, u"no"); }},
         {"throws in the middle",
-         [](Token& t, int32_t call) {
-             if (call == 2) throw Error{5, u"no"};
-             t = {1, call, 1, 0};
+         [every](Token& t, int32_t call) {
+             if (call == 2) throw Error(5, u"no");
+             every(0, 1, 1)(t, call);
          }},
         {"throws a stranger", [](Token&, int32_t) { throw 42; }},
     };
@@ -143,20 +122,24 @@ TEST(Scan, AHostileLexerLeavesEveryLineCovered)
 TEST(Scan, ALexerIsRefusedEdits)
 {
     SourceDocument buffer;
-    buffer.InsertText({0, 0}, u"abc");
+    buffer.InsertText({0, 0}, u"abc\nd\ne");
     int32_t refused = 0;
     HostileLexer lexer([&](Token& token, int32_t) {
         EXPECT_THROW(buffer.InsertText({0, 0}, u"no"), Error);
         EXPECT_THROW(buffer.DeleteRange({0, 0}, {1, 0}), Error);
         EXPECT_THROW(buffer.SetText(u"no"), Error);
         EXPECT_THROW(buffer.Undo(), Error);
+        std::vector<Token> tokens;
+        buffer.ScanLine(0, tokens); // may be asked, and answers what it has
+        buffer.UpdateLines(0, 9);
+        buffer.CollapseAll();
         ++refused;
         token = {};
     });
     buffer.SetLexer(&lexer);
     buffer.EnsureScanned();
     EXPECT_GE(refused, 1);
-    EXPECT_EQ(buffer.GetText(), u"abc");
+    EXPECT_EQ(buffer.GetText(), u"abc\r\nd\r\ne");
 }
 
 TEST(Scan, PlainTextIsOneTokenALine)

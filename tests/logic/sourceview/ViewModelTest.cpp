@@ -90,67 +90,23 @@ struct Row {
 };
 
 template <Move move, bool extend = false>
-void Go(SourceView& v)
-{
-    v.MoveCaret(move, extend);
-}
-void Type(SourceView& v, TextView text)
-{
-    v.TypeText(text);
-}
-void TypeX(SourceView& v)
-{
-    Type(v, u"x");
-}
-void OverX(SourceView& v)
-{
-    v.SetOvertype(true);
-    Type(v, u"x");
-}
-void Back(SourceView& v)
-{
-    v.Backspace();
-}
-void Del(SourceView& v)
-{
-    v.Delete();
-}
-void DelLine(SourceView& v)
-{
-    v.DeleteLine();
-}
-void NewLine(SourceView& v)
-{
-    v.NewLine();
-}
-void TabIn(SourceView& v)
-{
-    v.Tab();
-}
-void TabOut(SourceView& v)
-{
-    v.Backtab();
-}
+constexpr Command Go = [](SourceView& v) { v.MoveCaret(move, extend); };
 template <bool backward>
-void DelWord(SourceView& v)
-{
-    v.DeleteWord(backward);
-}
-void Word(SourceView& v)
-{
-    v.SelectWord(v.Caret());
-}
-void CutPaste(SourceView& v)
-{
-    v.Cut();
-    v.MoveCaret(Move::TextEnd, false);
-    v.Paste();
-}
+constexpr Command DelWord = [](SourceView& v) { v.DeleteWord(backward); };
 template <int32_t col, int32_t line, bool copy>
-void Drag(SourceView& v)
-{
+constexpr Command Drag = [](SourceView& v) {
     v.MoveSelection({col, line}, copy);
-}
+};
+constexpr Command TypeX = [](SourceView& v) { v.TypeText(u"x"); };
+constexpr Command OverX = [](SourceView& v) { (v.SetOvertype(true), v.TypeText(u"x")); };
+constexpr Command Back = [](SourceView& v) { v.Backspace(); };
+constexpr Command Del = [](SourceView& v) { v.Delete(); };
+constexpr Command DelLine = [](SourceView& v) { v.DeleteLine(); };
+constexpr Command NewLine = [](SourceView& v) { v.NewLine(); };
+constexpr Command TabIn = [](SourceView& v) { v.Tab(); };
+constexpr Command TabOut = [](SourceView& v) { v.Backtab(); };
+constexpr Command Word = [](SourceView& v) { v.SelectWord(v.Caret()); };
+constexpr Command CutPaste = [](SourceView& v) { (v.Cut(), v.MoveCaret(Move::TextEnd, false), v.Paste()); };
 
 // e + acute, a family of three joined by U+200D, a letter outside the first plane
 #define ACUTE u"e\u0301"
@@ -248,7 +204,20 @@ TEST_P(ViewCommands, DoAndUndo)
     EXPECT_EQ(view.GetText(), after) << row.what;
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, ViewCommands, testing::ValuesIn(kRows));
+void PrintTo(const Row& row, std::ostream* out)
+{
+    *out << row.what;
+}
+
+std::string NameOf(const testing::TestParamInfo<Row>& row)
+{
+    std::string name = row.param.what;
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c < '0' || c > 'z'; }, '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, ViewCommands, testing::ValuesIn(kRows), NameOf);
 
 TEST_F(ViewTest, VerticalMovementKeepsTheGoalColumn)
 {

@@ -25,39 +25,20 @@ protected:
 
 TEST_F(HiveFileTest, AnyNameHoldsAnyText)
 {
-    const Text texts[] = {u"",
-                          u"@",
-                          u" ",
-                          u" a ",
-                          u"a=b",
-                          u"[a]",
-                          u";a",
-                          u"a\r\nb\n",
-                          u"\"a",
-                          u"'a'",
-                          u"\t",
-                          u"%",
-                          u"%u0041",
-                          u"%U0042",
-                          u"\\n",
-                          u"\u00E9\u4E2D",
-                          u"\xD83D\xDE00",
-                          u"\xD83D",
-                          u"\xDE00x",
-                          Text(u"\0x", 2),
-                          u"#General",
-                          Text(9000, u'y')};
+    std::vector<Text> texts =
+        Split(u"|@| | a |a=b|[a]|;a|a\r\nb\n|\"a|'a'|\t|%|%u0041|%U0042|\\n|\u00E9\u4E2D|#General", u'|');
+    texts.insert(texts.end(), {u"\xD83D\xDE00", u"\xD83D", u"\xDE00x", Text(u"\0x", 2), Text(9000, u'y')});
     auto hive = Hive();
     int number = 0;
     for (const Text& name : texts) {
         EXPECT_FALSE(hive.Get(kTextKey, name));
-        hive.Set(kTextKey, name, texts[number]);
+        hive.Set(kTextKey, name, texts[static_cast<size_t>(number)]);
         hive.Set(name, u"n", Decimal(number++));
     }
     EXPECT_TRUE(hive.Flush());
     number = 0;
     for (const Text& name : texts) {
-        EXPECT_EQ(Value(kTextKey, name), texts[number]) << ToUtf8(name);
+        EXPECT_EQ(Value(kTextKey, name), texts[static_cast<size_t>(number)]) << ToUtf8(name);
         EXPECT_EQ(Value(name, u"N"), Decimal(number++)) << ToUtf8(name);
     }
 }

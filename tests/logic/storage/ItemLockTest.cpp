@@ -1,3 +1,4 @@
+#include "HeldProcess.h"
 #include "TempFolder.h"
 #include "base/Error.h"
 #include "platform/posix/FileLocks.h"
@@ -5,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <optional>
 
 #include <sys/stat.h>
@@ -25,39 +25,14 @@ int32_t LockError(const std::string& account, const std::string& name)
     return 0;
 }
 
-/// A process that holds a lock until it is killed.
-class Holder {
-public:
+struct Holder : HeldProcess {
     Holder(const std::string& account, const std::string& name)
+        : HeldProcess([&](const Tell& tell) {
+              ItemLock lock(account, name, u"");
+              tell(0);
+          })
     {
-        int ready[2];
-        if (pipe(ready) != 0) return;
-        child_ = fork();
-        if (child_ == 0) {
-            ItemLock lock(account, name, u"");
-            if (write(ready[1], "x", 1) == 1) pause();
-            _exit(0);
-        }
-        char byte = 0;
-        close(ready[1]);
-        EXPECT_EQ(read(ready[0], &byte, 1), 1);
-        close(ready[0]);
     }
-    Holder(const Holder&) = delete;
-    Holder& operator=(const Holder&) = delete;
-    ~Holder() { Kill(); }
-    pid_t Id() const { return child_; }
-    void Kill()
-    {
-        if (child_ > 0) {
-            kill(child_, SIGKILL);
-            waitpid(child_, nullptr, 0);
-        }
-        child_ = -1;
-    }
-
-private:
-    pid_t child_ = -1;
 };
 
 } // namespace

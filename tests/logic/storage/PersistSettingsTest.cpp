@@ -134,34 +134,6 @@ TEST_F(PersistSettingsTest, DataFolders)
     }
 }
 
-TEST_F(PersistSettingsTest, HiveMode)
-{
-    struct Row {
-        Text value;
-        Text fallback;
-        Text stored;
-        Text read;
-    };
-    const Row rows[] = {
-        {u"v", u"", u"v", u"v"},
-        {u"v", u"d", u"v", u"v"},
-        {u"d", u"d", u"", u"d"},
-        {u"D", u"d", u"D", u"D"},
-        {u"", u"d", u"", u"d"},
-        {u"", u"", u"", u""},
-        {Text(5000, u'x'), u"", Text(5000, u'x'), Text(4096, u'x')},
-    };
-    auto store = Store("");
-    for (TextView name : {u"Font", u""}) {
-        for (const Row& row : rows) {
-            store.Save(name, row.value, row.fallback);
-            EXPECT_EQ(hive.Get(kSettingsKey, name), row.stored);
-            EXPECT_EQ(store.Get(ToUpper(name), row.fallback), row.read);
-        }
-    }
-    EXPECT_FALSE(std::filesystem::exists("appstate.ini"));
-}
-
 TEST_F(PersistSettingsTest, IniMode)
 {
     auto store = Store("PersistSettings=2\nAppDataDirectory=./data");
@@ -182,16 +154,6 @@ TEST_F(PersistSettingsTest, IniMode)
     EXPECT_EQ(text, expected);
     store.Save(u"", u"");
     EXPECT_EQ(store.Get(u"", u"gone"), u"gone");
-    EXPECT_FALSE(InHive(u"Font") || InHive(u""));
-}
-
-TEST_F(PersistSettingsTest, NoPersistence)
-{
-    auto store = Store("PersistSettings=0\nAppDataDirectory=./data");
-    store.Save(u"Font", u"Mono");
-    EXPECT_EQ(store.Get(u"Font", u"d"), u"d");
-    EXPECT_TRUE(std::filesystem::is_directory(folder / "p/q/data"));
-    EXPECT_FALSE(std::filesystem::exists(folder / "p/q/data/appstate.ini"));
     EXPECT_FALSE(InHive(u"Font") || InHive(u""));
 }
 

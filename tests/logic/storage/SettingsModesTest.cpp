@@ -65,6 +65,20 @@ protected:
 
 } // namespace
 
+TEST(SettingsTest, ACloneAndAnUpdateTakeEverySettingAlong)
+{
+    const MvEdit changed = Changed();
+    MvEdit clone = changed.Clone();
+    EXPECT_EQ(Saved(clone), Saved(changed));
+    MvEdit settings;
+    settings.UpdateFrom(changed);
+    EXPECT_EQ(Saved(settings), Saved(changed));
+    clone.UpdateFrom(MvEdit());
+    EXPECT_EQ(Saved(clone), Saved(MvEdit()));
+    settings.UpdateFrom(settings);
+    EXPECT_EQ(Saved(settings), Saved(changed)) << "nothing else notices";
+}
+
 TEST_F(SettingsModesTest, EverySettingLastsInTheHiveAndTheIniFileAndNowhereElse)
 {
     const MvEdit changed = Changed();
