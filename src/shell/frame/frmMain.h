@@ -10,7 +10,6 @@
 #include <QMainWindow>
 #include <QTimer>
 
-#include <functional>
 #include <vector>
 
 class QMdiArea;

@@ -1,5 +1,3 @@
-// Outside of any namespace: the macro declares a function of the resource compiler.
-
 #include "shell/help/QtHelpWindow.h"
 
 #include "platform/qt/ElidedValue.h"
@@ -36,6 +34,7 @@
 #include <algorithm>
 #include <iterator>
 
+/// Outside of any namespace: the macro declares a function of the resource compiler.
 static void LoadHelpResource()
 {
     Q_INIT_RESOURCE(help);
