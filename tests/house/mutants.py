@@ -97,15 +97,17 @@ class Build:
             subprocess.run(self.link[program].replace(f"-o bin/{program}", f"{made} -o {mutant}"), shell=True,
                            cwd=self.folder, check=True)
             try:
-                done = subprocess.run([mutant, "--gtest_fail_fast", "--gtest_brief=1"], capture_output=True,
+                done = subprocess.run([mutant, "--gtest_fail_fast"], capture_output=True,
                                       env=dict(os.environ, QT_QPA_PLATFORM="offscreen", HOME=str(self.scratch)),
                                       preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY)),
                                       cwd=self.folder, timeout=SECONDS)
             except subprocess.TimeoutExpired:
                 return "hangs"
             if done.returncode:
+                # One that dies has no word of its end.
                 failed = re.search(rb"\[  FAILED  \] (\S+?)(?:,| \()", done.stdout)
-                return failed[1].decode() if failed else "dies"
+                begun = re.findall(rb"\[ RUN      \] (\S+)", done.stdout)
+                return (failed[1] if failed else begun[-1]).decode()
         return ""
 
 
