@@ -15,7 +15,6 @@ struct Silent final : mvConnection,
                       MainWindow,
                       Dialogs,
                       AutomationEvents,
-                      ViewFactory,
                       Fonts,
                       Clipboard,
                       Timers,
@@ -42,16 +41,8 @@ struct Silent final : mvConnection,
     MenuModel& Menus() override { return menus; }
     void Arrange(int32_t) override {}
     // Dialogs
-    void Find() override {}
-    void FindNext() override {}
-    void Replace() override {}
-    void Results() override {}
-    void Properties(mvDocument&) override {}
-    void Settings() override {}
-    void About() override {}
-    void HelpTopics() override {}
+    void Show(Form, mvDocument*) override {}
     void Goto(Text&) override {}
-    void Print(mvDocument&) override {}
     void OfferRecovered(modAutoRecover&, TextView, const DynamicArray&) override {}
     // AutomationEvents, SettingsStore, SessionToken
     void Quit() override {}
@@ -63,7 +54,6 @@ struct Silent final : mvConnection,
     bool IsAlive(uint32_t) override { return false; }
     std::unique_ptr<Timer> Every(std::chrono::milliseconds, std::function<void()>) override { return nullptr; }
     // ViewFactory, Fonts, Clipboard
-    std::unique_ptr<clsDocView> CreateView(mvDocument&) override;
     std::vector<Text> Families() const override { return {}; }
     bool Add(TextView) override { return false; }
     void Remove(TextView) override {}
@@ -104,11 +94,6 @@ private:
     SourceView model_;
 };
 
-std::unique_ptr<clsDocView> Silent::CreateView(mvDocument&)
-{
-    return std::make_unique<View>(*this);
-}
-
 void UpdateToolBar(benchmark::State& state)
 {
     Silent outside;
@@ -116,7 +101,7 @@ void UpdateToolBar(benchmark::State& state)
                      outside,
                      outside,
                      outside,
-                     outside,
+                     [&](mvDocument&) -> std::unique_ptr<clsDocView> { return std::make_unique<View>(outside); },
                      outside,
                      outside,
                      outside,

@@ -36,15 +36,26 @@ void ProgramDialogs::Unload()
     resultsModel_.reset();
 }
 
-void ProgramDialogs::Properties(mvDocument& document)
+void ProgramDialogs::Show(Form form, mvDocument* document)
 {
-    frmProperties(&mainWindow_).ShowDialog(document, program_->CurrentLocation());
-}
-
-void ProgramDialogs::Settings()
-{
-    SettingsModel model(program_->Services(), store_, *this);
-    frmSettings::ShowSettings(model, &mainWindow_, 1);
+    switch (form) {
+    case Form::Find: find_->Find(); break;
+    case Form::FindNext: find_->FindNext(); break;
+    case Form::Replace: find_->Replace(); break;
+    case Form::Results: results_->ShowResults({}); break;
+    case Form::About: ShowAboutBox(&mainWindow_); break;
+    case Form::Properties: frmProperties(&mainWindow_).ShowDialog(*document, program_->CurrentLocation()); break;
+    case Form::Print: printing_.Print(*document); break;
+    case Form::HelpTopics:
+        if (!help_) help_ = std::make_unique<HelpWindow>();
+        help_->ShowHelp();
+        break;
+    case Form::Settings: {
+        SettingsModel model(program_->Services(), store_, *this);
+        frmSettings::ShowSettings(model, &mainWindow_, 1);
+        break;
+    }
+    }
 }
 
 void ProgramDialogs::IconsChosen(bool large)
@@ -57,22 +68,6 @@ void ProgramDialogs::FontChanged()
 {
     find_->SetFont();
     results_->SetFont();
-}
-
-void ProgramDialogs::About()
-{
-    ShowAboutBox(&mainWindow_);
-}
-
-void ProgramDialogs::HelpTopics()
-{
-    if (!help_) help_ = std::make_unique<HelpWindow>();
-    help_->ShowHelp();
-}
-
-void ProgramDialogs::Print(mvDocument& document)
-{
-    printing_.Print(document);
 }
 
 void ProgramDialogs::OfferRecovered(modAutoRecover& recovery, TextView folder, const DynamicArray& names)

@@ -23,16 +23,8 @@ public:
     // Dialogs
     void Load(Program& program) override;
     void Unload() override;
-    void Find() override { find_->Find(); }
-    void FindNext() override { find_->FindNext(); }
-    void Replace() override { find_->Replace(); }
-    void Results() override { results_->ShowResults({}); }
-    void Properties(mvDocument& document) override;
-    void Settings() override;
-    void About() override;
-    void HelpTopics() override;
+    void Show(Form form, mvDocument* document) override;
     void Goto(Text& target) override { goto_->ShowGoto(target, &mainWindow_); }
-    void Print(mvDocument& document) override;
     void OfferRecovered(modAutoRecover& recovery, TextView folder, const DynamicArray& names) override;
     // SettingsApplied
     void IconsChosen(bool large) override;

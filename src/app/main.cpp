@@ -58,19 +58,6 @@ private:
     modPersistSettings settings_;
 };
 
-class DocumentWindows final : public ViewFactory {
-public:
-    DocumentWindows(frmMain& mainWindow, Clipboard& clipboard) : mainWindow_(mainWindow), clipboard_(clipboard) {}
-    std::unique_ptr<clsDocView> CreateView(mvDocument& document) override
-    {
-        return std::make_unique<frmDocument>(mainWindow_, clipboard_, document);
-    }
-
-private:
-    frmMain& mainWindow_;
-    Clipboard& clipboard_;
-};
-
 /// Not as Qt has them, which loses bytes that are no UTF-8.
 std::vector<Text> Arguments(int argc, const char* const* argv)
 {
@@ -156,7 +143,9 @@ int main(int argc, char** argv)
     HostConnection connection(hosts, picker, boxes, AccountLinks({places.programs, &notice}));
     SettingsFiles settings(hosts.backupFolder, places.settings);
     PosixSessionToken token(PosixSessionToken::UsualFolders());
-    DocumentWindows views(mainWindow, clipboard);
+    auto views = [&](mvDocument& document) -> std::unique_ptr<clsDocView> {
+        return std::make_unique<frmDocument>(mainWindow, clipboard, document);
+    };
     DebugLog log(&trace);
     QtPrinting printing(
         log, boxes,

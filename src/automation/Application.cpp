@@ -111,6 +111,12 @@ void Application::DocumentAdded(mvDocument& document)
     document.DocumentClose = [this, id] { DocumentClosed(id); };
 }
 
+void Application::Activate()
+{
+    services_.frame.SetVisible(true);
+    services_.frame.ToForeground();
+}
+
 void Application::DocumentClosed(int32_t documentId)
 {
     events_.DocumentClose(documentId);
@@ -121,7 +127,7 @@ void Application::Begin()
 {
     if (std::exchange(alive_, true)) return;
     services_.log.Write([] { return u"application initialize begin:" + ProcessAndThread(); }, trace::kObjects);
-    shell_.StayOn();
+    services_.frame.DisarmShutdownTimer();
     services_.log.Write(u"application initialize end", trace::kObjects);
 }
 
@@ -131,10 +137,10 @@ void Application::EndIfUnused()
     bool ends = endsByItself_ && Count() == 0;
     if (std::exchange(alive_, false)) {
         services_.log.Write([] { return u"application terminate begin:" + ProcessAndThread(); }, trace::kObjects);
-        if (ends) shell_.EndSoon();
+        if (ends) services_.frame.ArmShutdownTimer();
         services_.log.Write(u"applicaiton terminate end", trace::kObjects); // as readers of the log know it
     } else if (ends) {
-        shell_.EndSoon();
+        services_.frame.ArmShutdownTimer();
     }
 }
 

@@ -59,19 +59,10 @@ private:
 class AutomationShell {
 public:
     virtual ~AutomationShell() = default;
-    /// Shows the main window and brings it to the front.
-    virtual void ShowMainWindow() = 0;
-    virtual bool MainWindowVisible() const = 0;
-    virtual void SetMainWindowVisible(bool visible) = 0;
     virtual void LoadHostConfiguration() = 0;
     /// A tool in the Tools menu. Throws error_number::kKeyInUse.
     virtual void AddCommand(TextView name, TextView caption, int32_t shortcut) = 0;
     virtual void PrintText(mvDocument& document) = 0;
-    /// A box or dialog waits for the user.
-    virtual bool IsModal() const = 0;
-    /// Ends the program in a moment; StayOn takes that back.
-    virtual void EndSoon() = 0;
-    virtual void StayOn() = 0;
 };
 
 /// What clients are told without having asked.
@@ -98,7 +89,7 @@ public:
     Application& operator=(const Application&) = delete;
 
     // Members
-    void Activate() { shell_.ShowMainWindow(); }
+    void Activate();
     ObjectPath Documents() const { return {std::string(kDocumentsPath)}; }
     Text ServerName() const { return services_.location.ServerName; }
     Text Provider() const { return services_.location.Provider; }
@@ -109,8 +100,8 @@ public:
     void SetDatabase(TextView value) { Relocate(services_.location.Database, value); }
     /// Without effect: the folder changes by opening and saving alone.
     void SetFolder(TextView) {}
-    bool Visible() const { return shell_.MainWindowVisible(); }
-    void SetVisible(bool visible) { shell_.SetMainWindowVisible(visible); }
+    bool Visible() const { return services_.frame.Visible(); }
+    void SetVisible(bool visible) { services_.frame.SetVisible(visible); }
     void ExtendedCommand(TextView name, TextView caption, int32_t shortcut);
 
     // Members of the collection
@@ -122,6 +113,8 @@ public:
 
     std::shared_ptr<mvDocument> Document(int32_t documentId) const;
     AutomationShell& Shell() { return shell_; }
+    /// A box or dialog waits for the user.
+    bool IsModal() const { return services_.frame.IsModal(); }
 
     // Life
     void Touch(const std::string& client);

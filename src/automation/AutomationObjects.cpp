@@ -142,7 +142,7 @@ void AutomationObjects::Arrived(const BusRequest& request)
 
 bool AutomationObjects::MustWait(const BusRequest& request) const
 {
-    if (waiting_ == 0 && !application_.Shell().IsModal()) return false;
+    if (waiting_ == 0 && !application_.IsModal()) return false;
     Object object;
     if (!Find(request.path, object)) return false;
     const Member* member = FindMethod(*object.interface, request);

@@ -31,7 +31,7 @@ void PrintText(const MemberCall& call)
 
 void ActivateDocument(const MemberCall& call)
 {
-    call.application.Shell().ShowMainWindow();
+    call.application.Activate();
     call.document->Activate();
 }
 

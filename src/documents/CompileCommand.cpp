@@ -202,8 +202,8 @@ void mvDocument::Compile()
     }
     Text shown;
     {
-        WaitCursor wait(services_.shell);
-        StatusNote note(services_.shell, kCompiling);
+        WaitCursor wait(services_.frame);
+        StatusNote note(services_.frame, kCompiling);
         AutoSaveHold hold(services_.shell);
         const Text command = BuildCompileCommand(services_.settings.CompileCommand, services_.settings.CompileOptions,
                                                  item->Folder(), item->ItemID());
@@ -211,7 +211,7 @@ void mvDocument::Compile()
     }
     if (shown.empty()) shown = u"\r\n";
     if (!services_.results) return;
-    services_.shell.Beep();
+    services_.boxes.Beep();
     services_.results->ShowResults(shown);
 }
 

@@ -8,6 +8,7 @@
 #include "platform/MessageBoxes.h"
 #include "text/SourceView.h"
 
+#include <functional>
 #include <memory>
 
 namespace nib {
@@ -35,7 +36,7 @@ public:
     virtual void QueryUnload() = 0;
     virtual SourceView& txtText() = 0;
     /// Of the view's text; null when it has none. Owned by the window.
-    virtual LexClass* Lexer() = 0;
+    virtual LexClass* Lexer() { return nullptr; }
     virtual void SetTitle(TextView title) = 0;
     /// The text has changed since it was loaded or saved, and a copy is due.
     virtual bool AutoSaveFlag() const = 0;
@@ -46,10 +47,31 @@ public:
 };
 
 /// Makes the window of a document; which kind is its own choice.
-class ViewFactory {
+using ViewFactory = std::function<std::unique_ptr<clsDocView>(mvDocument& document)>;
+
+/// The main window as documents, search and clients know it. Every call is harmless before it is loaded and once it has
+/// gone.
+class Frame {
 public:
-    virtual ~ViewFactory() = default;
-    virtual std::unique_ptr<clsDocView> CreateView(mvDocument& document) = 0;
+    virtual ~Frame() = default;
+    /// Panels are numbered from 1.
+    virtual void SetStatusText(int32_t panel, TextView text) = 0;
+    virtual void ShowStatusPanel(int32_t panel, bool visible) = 0;
+    virtual void SetWaitCursor(bool wait) = 0;
+    virtual void ToForeground() = 0;
+    /// Lets waiting messages of the desktop through.
+    virtual void ProcessMessages() = 0;
+    /// The DocumentID of the active child window; 0 when there is none.
+    virtual int32_t ActiveDocument() const = 0;
+    /// Hiding leaves everything in it as it is.
+    virtual bool Visible() const { return true; }
+    virtual void SetVisible(bool) {}
+    /// A box or dialog waits for the user.
+    virtual bool IsModal() const { return false; }
+    /// Unloads in a moment, once the call that asks for it is over.
+    virtual void ArmShutdownTimer() {}
+    /// Takes that back as long as the moment has not passed.
+    virtual void DisarmShutdownTimer() {}
 };
 
 /// The program around a document.
@@ -59,26 +81,18 @@ public:
     /// The one message box call: brings the program forward, answers the button pressed.
     virtual int32_t ShowMessage(TextView text, int32_t flags, TextView title = u"Nib") = 0;
     /// Tells the user of a failure.
-    virtual void ReportError(TextView description) = 0;
-    virtual void Beep() = 0;
-    virtual void SetStatusText(int32_t panel, TextView text) = 0;
-    virtual void ShowStatusPanel(int32_t panel) = 0;
-    virtual void HideStatusPanel(int32_t panel) = 0;
+    void ReportError(TextView description)
+    {
+        ShowMessage(u"The following error has occurred:\n" + Text(description), 0);
+    }
     /// Title, text or item of a document changed, or it is closed: what shows that is drawn again, once this turn is
     /// over.
     virtual void DocumentChanged(mvDocument& document) = 0;
-    virtual void SetWaitCursor(bool wait) = 0;
-    virtual void ToForeground() = 0;
-    /// Lets waiting messages of the desktop through.
-    virtual void ProcessMessages() = 0;
-    /// The DocumentID of the active window; 0 when there is none.
-    virtual int32_t ActiveDocument() const = 0;
     /// Taken round each call that waits for the host: what has changed is copied first, and while held no auto-save
     /// pass runs. Nests.
     virtual void HoldAutoSave(bool hold) = 0;
     /// Remembers the caret's present position in the navigation history.
     virtual void RecordPosition(mvDocument& document) = 0;
-    virtual std::unique_ptr<clsDocView> CreateView(mvDocument& document) = 0;
 };
 
 /// The window that a list of lines is shown in: what was found, or what the host printed.
@@ -96,6 +110,9 @@ public:
 /// Shared by all documents; outlives them.
 struct DocumentServices {
     DocumentShell& shell;
+    Frame& frame;
+    MessageBoxes& boxes;
+    const ViewFactory& createView;
     mvConnection& connection;
     MvEdit& settings;
     Location& location;
@@ -112,32 +129,32 @@ struct DocumentServices {
 
 // States of the program that a document must never leave behind, whatever way it goes.
 
-template <void (DocumentShell::*Switch)(bool)>
+template <typename Owner, void (Owner::*Switch)(bool)>
 class SwitchedOn {
 public:
-    explicit SwitchedOn(DocumentShell& shell) : shell_(shell) { (shell_.*Switch)(true); }
-    ~SwitchedOn() { (shell_.*Switch)(false); }
+    explicit SwitchedOn(Owner& owner) : owner_(owner) { (owner_.*Switch)(true); }
+    ~SwitchedOn() { (owner_.*Switch)(false); }
     SwitchedOn(const SwitchedOn&) = delete;
     SwitchedOn& operator=(const SwitchedOn&) = delete;
 
 private:
-    DocumentShell& shell_;
+    Owner& owner_;
 };
 
-using WaitCursor = SwitchedOn<&DocumentShell::SetWaitCursor>;
+using WaitCursor = SwitchedOn<Frame, &Frame::SetWaitCursor>;
 /// No auto-save pass runs meanwhile.
-using AutoSaveHold = SwitchedOn<&DocumentShell::HoldAutoSave>;
+using AutoSaveHold = SwitchedOn<DocumentShell, &DocumentShell::HoldAutoSave>;
 
 /// A text in status panel 1 for the length of a host call.
 class StatusNote {
 public:
-    StatusNote(DocumentShell& shell, TextView text) : shell_(shell) { shell_.SetStatusText(1, text); }
-    ~StatusNote() { shell_.SetStatusText(1, u""); }
+    StatusNote(Frame& frame, TextView text) : frame_(frame) { frame_.SetStatusText(1, text); }
+    ~StatusNote() { frame_.SetStatusText(1, u""); }
     StatusNote(const StatusNote&) = delete;
     StatusNote& operator=(const StatusNote&) = delete;
 
 private:
-    DocumentShell& shell_;
+    Frame& frame_;
 };
 
 } // namespace nib

@@ -38,7 +38,7 @@ mvDocument::~mvDocument()
 clsDocView& mvDocument::EnsureView()
 {
     if (!view_) {
-        view_ = services_.shell.CreateView(*this);
+        view_ = services_.createView(*this);
         ApplySettings();
     }
     view_->Show();
@@ -114,7 +114,7 @@ void mvDocument::UpdateTitle()
 
 void mvDocument::Activate()
 {
-    services_.shell.ToForeground();
+    services_.frame.ToForeground();
     EnsureView().Activate();
 }
 
@@ -140,14 +140,14 @@ void mvDocument::SetHighlight(bool highlight)
 
 bool mvDocument::Ask(TextView question)
 {
-    services_.shell.SetWaitCursor(false);
+    services_.frame.SetWaitCursor(false);
     return services_.shell.ShowMessage(question, message_box::kYesNo | message_box::kQuestion) ==
            message_box::kAnswerYes;
 }
 
 void mvDocument::Warn(TextView text)
 {
-    services_.shell.SetWaitCursor(false);
+    services_.frame.SetWaitCursor(false);
     services_.shell.ShowMessage(text, message_box::kOk | message_box::kWarning);
 }
 
@@ -201,8 +201,8 @@ bool mvDocument::FileClose(bool prompt)
     counted_ = false;
     if (services_.openCount < 1) {
         for (int32_t panel : {2, 3}) {
-            services_.shell.SetStatusText(panel, u"");
-            services_.shell.HideStatusPanel(panel);
+            services_.frame.SetStatusText(panel, u"");
+            services_.frame.ShowStatusPanel(panel, false);
         }
     }
     labels_.reset();

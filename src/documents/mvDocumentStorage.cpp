@@ -23,7 +23,7 @@ bool mvDocument::FileNew()
 
 bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
 {
-    WaitCursor wait(services_.shell);
+    WaitCursor wait(services_.frame);
     item_ = std::move(item);
     SourceView& source = EnsureView().txtText();
     source.SetText(u"");
@@ -77,7 +77,7 @@ bool mvDocument::ItemOpen(std::shared_ptr<mvItem> item, bool readOnly)
 {
     if (!item) return false;
     return Attempt(u"mvDocument.ItemOpen: error during open", [&] {
-        WaitCursor wait(services_.shell);
+        WaitCursor wait(services_.frame);
         return OpenItem(std::move(item), readOnly);
     });
 }
@@ -100,7 +100,7 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     } else if (item->ReadOnly()) {
         if (!Ask(u"Item " + item->ItemName() + u" is \"read only\". Open in read-only mode?")) return false;
         item->SetReadOnly(true);
-        services_.shell.SetWaitCursor(true);
+        services_.frame.SetWaitCursor(true);
     }
     TakeItem(std::move(item));
     ReadInto(source);
@@ -118,14 +118,14 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
 
 void mvDocument::ReadInto(SourceView& source)
 {
-    StatusNote note(services_.shell, kReading);
+    StatusNote note(services_.frame, kReading);
     AutoSaveHold hold(services_.shell);
     source.SetText(ExpandTabs(item_->ReadItem(0, 0, 0), services_.settings.TabSize));
 }
 
 void mvDocument::WriteFrom(SourceView& source, mvItem& item)
 {
-    StatusNote note(services_.shell, kSaving);
+    StatusNote note(services_.frame, kSaving);
     AutoSaveHold hold(services_.shell);
     item.WriteItem(0, 0, 0, NormalizeLineEnds(source.GetText()));
     item.Commit();
@@ -143,7 +143,7 @@ bool mvDocument::FileSave()
     }
     return Attempt(u"mvDocument.FileSave: error during save", [&] {
         SourceView& source = EnsureView().txtText();
-        WaitCursor wait(services_.shell);
+        WaitCursor wait(services_.frame);
         WriteFrom(source, *item_);
         AdoptLocation(*item_);
         source.Document().SetModified(false);
@@ -194,7 +194,7 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
     }
     SourceView& source = EnsureView().txtText();
     return Attempt(u"mvDocument.ItemSaveAs: error during save", [&] {
-        WaitCursor wait(services_.shell);
+        WaitCursor wait(services_.frame);
         if (!sameItem) TakeItem(std::move(item));
         WriteFrom(source, *item_);
         source.Document().SetModified(false);

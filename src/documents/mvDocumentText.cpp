@@ -230,7 +230,7 @@ void mvDocument::Format()
 {
     SourceView& source = EnsureView().txtText();
     Highlighted highlighted(*this);
-    auto showWait = [&shell = services_.shell](bool wait) { shell.SetWaitCursor(wait); };
+    auto showWait = [&frame = services_.frame](bool wait) { frame.SetWaitCursor(wait); };
     source.Document().ExecuteOp(std::make_unique<OpFormat>(source, services_.settings, showWait));
 }
 

@@ -54,10 +54,8 @@ public:
     void BeginLineScan(SourceDocument& document, int32_t line, TextView lineText, int32_t flags) override;
     void ScanToken(Token& token) override;
     int16_t EndLineScan(SourceDocument& document) override;
-    int32_t GetDesiredCase() override { return 0; }
     int32_t GetLineIndex() override { return position_; }
     void SetLineIndex(int32_t index) override { position_ = index < 0 ? 0 : index; }
-    int32_t GetProperties() override { return 0; }
 
 private:
     /// Kinds of token as the rules tell them apart, indices of the table of kinds.

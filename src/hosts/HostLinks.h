@@ -55,7 +55,7 @@ public:
     virtual bool FileExists(TextView account, TextView file) = 0;
     virtual bool ItemExists(const ItemPlace& place) = 0;
     /// Who holds the item's lock, empty when nobody does.
-    virtual Text LockHolder(const ItemPlace& place) = 0;
+    virtual Text LockHolder(const ItemPlace& /*place*/) { return {}; }
 };
 
 /// Makes the link of a connection, which writes with the saver. Throws Error when it cannot.

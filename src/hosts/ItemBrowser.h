@@ -32,7 +32,7 @@ public:
     /// Locks are not filled in here, so that a file of ten thousand items opens at once.
     virtual std::vector<BrowseEntry> Children(TextView path) = 0;
     /// Who holds the lock of the item at `path`; empty when nobody does.
-    virtual Text LockHolder(TextView path) = 0;
+    virtual Text LockHolder(TextView /*path*/) { return {}; }
     /// The place one level up; empty at the top.
     virtual Text Parent(TextView path) = 0;
     /// The path of the item that a typed name means when the picker stands at `place`: an item id, "FILE ITEM", an

@@ -50,12 +50,9 @@ public:
     bool IsItem() override { return !DisplayPath().ends_with(u'/') && !stored_.IsFolder(); }
     bool ReadOnly() const override { return readOnly_ || stored_.IsProtected(); }
     void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
-    bool Supports(int32_t) override { return false; }
-    mvSession* Session() override { return nullptr; }
 
     Text ReadItem(int32_t, int32_t, int32_t) override { return stored_.Read(); }
     void WriteItem(int32_t, int32_t, int32_t, TextView text) override { stored_.Write(text); }
-    void LockItem(bool) override {}
 
 private:
     bool readOnly_;

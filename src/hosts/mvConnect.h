@@ -105,9 +105,9 @@ public:
     virtual bool IsItem() = 0;
     virtual bool ReadOnly() const = 0;
     virtual void SetReadOnly(bool readOnly) = 0;
-    virtual bool Supports(int32_t code) = 0;
+    virtual bool Supports(int32_t /*code*/) { return false; }
     /// Null for a local file. Owned by the item.
-    virtual mvSession* Session() = 0;
+    virtual mvSession* Session() { return nullptr; }
 
     /// The text with lines separated by CR LF and the delimiters as mark characters. The three numbers are attribute,
     /// value and sub-value; 0, 0, 0 means the whole item and is the only form in use.
@@ -117,7 +117,7 @@ public:
     /// Ends a write.
     virtual void Commit() {}
     /// True takes the update lock, throwing error_number::kLocked when another holds it; false frees it.
-    virtual void LockItem(bool lock) = 0;
+    virtual void LockItem(bool /*lock*/) {}
     /// Ends the binding to storage; frees nothing else.
     virtual void Close() {}
 

@@ -65,7 +65,7 @@ public:
     /// Called about every 50 ms; false stops the command.
     virtual bool GoOn(std::chrono::milliseconds elapsed) = 0;
     /// Called once for each Started that answered true.
-    virtual void Ended() = 0;
+    virtual void Ended() {}
 };
 
 } // namespace nib

@@ -15,11 +15,8 @@ public:
     {
     }
 
-    void PreDraw(DrawContext&) override {}
     void PreDrawPage(DrawContext& context) override;
     void PreDrawLine(DrawContext& context) override;
-    void PostDrawPage(DrawContext&) override {}
-    void PostDraw(DrawContext&) override {}
 
 private:
     SourceView& view_;

@@ -81,7 +81,7 @@ void DrawPages(SourceView& view, const DebugLog& log, const Text& title, const P
 }
 
 QtPrinting::QtPrinting(const DebugLog& log, MessageBoxes& boxes, FileWriter save, QWidget* owner)
-    : choose([this](QPrinter& printer, const PrintJob& job, QWidget* owner) { return Ask(printer, job, owner); }),
+    : choose([this](QPrinter& printer, const PrintJob& job, QWidget* over) { return Ask(printer, job, over); }),
       log_(log), boxes_(boxes), save_(std::move(save)), owner_(owner)
 {
 }

@@ -104,7 +104,7 @@ void FindEngine::SetSearchUp(bool up)
 
 void FindEngine::GetActiveDocument()
 {
-    current_ = services_.openDocuments.ById(services_.shell.ActiveDocument());
+    current_ = services_.openDocuments.ById(services_.frame.ActiveDocument());
 }
 
 bool FindEngine::IsAllDocuments() const
@@ -159,7 +159,7 @@ bool FindEngine::StepTo(const FindQuery& query)
 /// Brings the document to the front, or remembers where its caret was before it moves.
 void FindEngine::Front(mvDocument& document)
 {
-    if (services_.shell.ActiveDocument() == document.DocumentID())
+    if (services_.frame.ActiveDocument() == document.DocumentID())
         services_.shell.RecordPosition(document);
     else
         document.Activate();
@@ -216,9 +216,9 @@ bool FindEngine::MayWrap(const FindQuery& query)
 {
     if (!query.FromCaret()) return true;
     int16_t setting = services_.settings.SearchEOD;
-    if (setting != kTellAtEnd) services_.shell.Beep();
+    if (setting != kTellAtEnd) services_.boxes.Beep();
     if (setting != kAskAtEnd) {
-        services_.shell.SetStatusText(kStatusPane, u"Searched past end of document");
+        services_.frame.SetStatusText(kStatusPane, u"Searched past end of document");
         return true;
     }
     Text question = Text(u"Search has reached the ")
@@ -226,9 +226,9 @@ bool FindEngine::MayWrap(const FindQuery& query)
                         .append(u" of the document. Do you want to continue searching at the ")
                         .append(query.up ? u"end?" : u"beginning?");
     bool waiting = query.mode == FindMode::Replace;
-    if (waiting) services_.shell.SetWaitCursor(false);
+    if (waiting) services_.frame.SetWaitCursor(false);
     int32_t answer = services_.shell.ShowMessage(question, message_box::kYesNoCancel | message_box::kQuestion);
-    if (waiting) services_.shell.SetWaitCursor(true);
+    if (waiting) services_.frame.SetWaitCursor(true);
     return answer == message_box::kAnswerYes;
 }
 
@@ -244,7 +244,7 @@ int32_t FindEngine::FindAll(FindMode mode)
         listing_ = {};
         int32_t hits = 0;
         {
-            const WaitCursor wait(services_.shell);
+            const WaitCursor wait(services_.frame);
             for (; FindNextMatch(query); ++hits) mode == FindMode::List ? ListHit(query) : MarkHit();
         }
         if (hits == 0)

@@ -100,7 +100,7 @@ private:
     bool MayWrap(const FindQuery& query);
     void ReportNotFound();
     void Inform(TextView text);
-    void ClearStatus() { services_.shell.SetStatusText(kStatusPane, u""); }
+    void ClearStatus() { services_.frame.SetStatusText(kStatusPane, u""); }
     /// The door of every operation: a failure ends the walk, and no document is held when it is through.
     template <typename Body>
     auto Operation(TextView name, Body&& body) -> decltype(body())

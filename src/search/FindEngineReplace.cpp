@@ -50,7 +50,7 @@ int32_t FindEngine::ReplaceAll()
         bool breaksLines = dialog_.replaceText.find_first_of(u"\r\n") != Text::npos;
         int32_t shift = breaksLines ? 0 : static_cast<int32_t>(dialog_.replaceText.size()) - query.Length();
         {
-            const WaitCursor wait(services_.shell);
+            const WaitCursor wait(services_.frame);
             walk_.Rejoin(query, *document);
             while (FindNextMatch(query)) {
                 replacing_->hits.push_back(walk_.LastMatch());

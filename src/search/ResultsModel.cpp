@@ -128,7 +128,7 @@ std::shared_ptr<mvDocument> ResultsModel::DocumentAbove(Position caret) const
             if (found != headers.end()) return found->second;
         }
     }
-    return services_.openDocuments.ById(services_.shell.ActiveDocument());
+    return services_.openDocuments.ById(services_.frame.ActiveDocument());
 }
 
 void ResultsModel::JumpToSource(Position caret, TextView selected)

@@ -50,10 +50,10 @@ bool NewMark(Context& c, bool present)
 }
 
 /// A form's own doing.
-template <void (Dialogs::*Member)()>
+template <Form Which>
 void Show(CommandContext& c)
 {
-    (c.program.Forms().*Member)();
+    c.program.Forms().Show(Which, c.document.get());
 }
 
 // File
@@ -227,8 +227,8 @@ constexpr CommandRow kRows[] = {
     {u"Save", [](CommandContext& c) { c.program.Files().FileSave(*c.document); }, CanSave},
     {u"SaveAs", [](CommandContext& c) { c.program.Files().FileSaveAs(*c.document); }, HasDocument},
     {u"SaveAll", ForAll<&FileCommands::FileSaveAll>, CanSaveAll},
-    {u"Print", [](CommandContext& c) { c.program.Forms().Print(*c.document); }, HasDocument},
-    {u"Properties", [](CommandContext& c) { c.program.Forms().Properties(*c.document); }, HasDocument},
+    {u"Print", Show<Form::Print>, HasDocument},
+    {u"Properties", Show<Form::Properties>, HasDocument},
     {u"Exit", ForAll<&FileCommands::FileExit>, Always},
     {u"Format", [](CommandContext& c) { c.document->Format(); }, Writable},
     {u"Compile", Compile, CanCompile},
@@ -251,9 +251,9 @@ constexpr CommandRow kRows[] = {
     {u"ValueMark", Do<&mvDocument::InsValue>, HasDocument},
     {u"SubValueMark", Do<&mvDocument::InsSubValue>, HasDocument},
     {u"ToggleCase", Do<&mvDocument::ToggleCase>, HasDocument},
-    {u"Find", Show<&Dialogs::Find>, HasDocument},
-    {u"FindNext", Show<&Dialogs::FindNext>, HasDocument},
-    {u"Replace", Show<&Dialogs::Replace>, HasDocument},
+    {u"Find", Show<Form::Find>, HasDocument},
+    {u"FindNext", Show<Form::FindNext>, HasDocument},
+    {u"Replace", Show<Form::Replace>, HasDocument},
     {u"NavBack", [](CommandContext& c) { c.program.History().NavigateBack(c.document.get()); }, CanBack},
     {u"NavForward", [](CommandContext& c) { c.program.History().NavigateForward(c.document.get()); }, CanForward},
     {u"ToggleBookmark", ToggleBookmark, HasView},
@@ -273,10 +273,10 @@ constexpr CommandRow kRows[] = {
      StatusBarShown},
     {u"Highlight", SetHighlight, HasDocument, Highlights},
     {u"LineWrap", [](CommandContext& c) { View(c).SetLineWrap(NewMark(c, Wraps(c))); }, CanWrap, Wraps},
-    {u"Results", Show<&Dialogs::Results>, Always},
-    {u"Settings", Show<&Dialogs::Settings>, Always},
-    {u"HelpTopics", Show<&Dialogs::HelpTopics>, Always},
-    {u"HelpAbout", Show<&Dialogs::About>, Always},
+    {u"Results", Show<Form::Results>, Always},
+    {u"Settings", Show<Form::Settings>, Always},
+    {u"HelpTopics", Show<Form::HelpTopics>, Always},
+    {u"HelpAbout", Show<Form::About>, Always},
     {u"TileHorizontal", Arrange<1>, HasDocuments},
     {u"TileVertical", Arrange<2>, HasDocuments},
     {u"Cascade", Arrange<0>, HasDocuments},

@@ -15,23 +15,12 @@ constexpr TextView kFontFiles[] = {u"DejaVuSansMono.ttf", u"DejaVuSansMono-Bold.
 constexpr TextView kPreferredFont = u"DejaVu Sans Mono";
 constexpr int32_t kMinutesBetweenPasses = 5;
 
-/// Waiting for as long as this lives, whatever happens.
-class StartCursor {
-public:
-    explicit StartCursor(MainWindow& window) : window_(window) { window_.SetWaitCursor(true); }
-    ~StartCursor() { window_.SetWaitCursor(false); }
-    StartCursor(const StartCursor&) = delete;
-    StartCursor& operator=(const StartCursor&) = delete;
-
-private:
-    MainWindow& window_;
-};
-
 } // namespace
 
 Program::Program(const ProgramPorts& ports, StartMode mode)
     : ports_(ports), log_(ports.trace),
-      mode_(mode), services_{*this, ports.connection, settings_, location_, openDocuments_, log_},
+      mode_(mode), services_{*this,     ports_.mainWindow, ports_.boxes,   ports_.views, ports_.connection,
+                             settings_, location_,         openDocuments_, log_},
       hostConfiguration_(services_), recovery_({services_, ports.copies, ports.token, ports.localData,
                                                 [this](TextView folder, const DynamicArray& names) {
                                                     ports_.dialogs.OfferRecovered(recovery_, folder, names);
@@ -67,8 +56,8 @@ void Program::Start(const CommandLine& line)
     ports_.mainWindow.Load(*this);
     AutoSaveTimer_ = ports_.timers.Every(std::chrono::minutes(1), [this] { AutoSaveTimer_Timer(); });
     ports_.mainWindow.Show();
-    StartCursor wait(ports_.mainWindow);
-    SetStatusText(1, u"");
+    WaitCursor wait(ports_.mainWindow);
+    ports_.mainWindow.SetStatusText(1, u"");
     ports_.dialogs.Load(*this);
     if (mode_ == StartMode::Automation) return;
     recovery_.CheckAutoRecover();
@@ -237,26 +226,6 @@ int32_t Program::ShowMessage(TextView text, int32_t flags, TextView title)
     return ports_.boxes.Show(text, flags | message_box::kExtended, title);
 }
 
-void Program::ReportError(TextView description)
-{
-    ShowMessage(u"The following error has occurred:\n" + Text(description), 0);
-}
-
-void Program::SetStatusText(int32_t panel, TextView text)
-{
-    ports_.mainWindow.SetStatusText(panel, text);
-}
-
-void Program::ShowStatusPanel(int32_t panel)
-{
-    ports_.mainWindow.ShowStatusPanel(panel, true);
-}
-
-void Program::HideStatusPanel(int32_t panel)
-{
-    ports_.mainWindow.ShowStatusPanel(panel, false);
-}
-
 void Program::DocumentChanged(mvDocument& document)
 {
     changedDocuments_.insert(document.DocumentID());
@@ -283,26 +252,6 @@ void Program::ShowChanges()
         [](const Error&) {});
 }
 
-void Program::SetWaitCursor(bool wait)
-{
-    ports_.mainWindow.SetWaitCursor(wait);
-}
-
-void Program::ToForeground()
-{
-    ports_.mainWindow.ToForeground();
-}
-
-void Program::ProcessMessages()
-{
-    ports_.mainWindow.ProcessMessages();
-}
-
-int32_t Program::ActiveDocument() const
-{
-    return ports_.mainWindow.ActiveDocument();
-}
-
 void Program::HoldAutoSave(bool hold)
 {
     if (hold) return autoSaveGuards_.push_back(recovery_.HoldAutoSaveGuard());
@@ -316,28 +265,7 @@ void Program::RecordPosition(mvDocument& document)
     StateChanged();
 }
 
-std::unique_ptr<clsDocView> Program::CreateView(mvDocument& document)
-{
-    return ports_.views.CreateView(document);
-}
-
 // For automation
-
-void AutomationHost::ShowMainWindow()
-{
-    program_.Window().SetVisible(true);
-    program_.Window().ToForeground();
-}
-
-bool AutomationHost::MainWindowVisible() const
-{
-    return program_.Window().Visible();
-}
-
-void AutomationHost::SetMainWindowVisible(bool visible)
-{
-    program_.Window().SetVisible(visible);
-}
 
 void AutomationHost::LoadHostConfiguration()
 {
@@ -357,22 +285,7 @@ void AutomationHost::AddCommand(TextView name, TextView caption, int32_t shortcu
 
 void AutomationHost::PrintText(mvDocument& document)
 {
-    program_.Forms().Print(document);
-}
-
-bool AutomationHost::IsModal() const
-{
-    return program_.Window().IsModal();
-}
-
-void AutomationHost::EndSoon()
-{
-    program_.Window().ArmShutdownTimer();
-}
-
-void AutomationHost::StayOn()
-{
-    program_.Window().DisarmShutdownTimer();
+    program_.Forms().Show(Form::Print, &document);
 }
 
 } // namespace nib

@@ -28,15 +28,9 @@ public:
     AutomationHost(Program& program, AutomationEvents& events) : program_(program), events_(events) {}
 
     // AutomationShell
-    void ShowMainWindow() override;
-    bool MainWindowVisible() const override;
-    void SetMainWindowVisible(bool visible) override;
     void LoadHostConfiguration() override;
     void AddCommand(TextView name, TextView caption, int32_t shortcut) override;
     void PrintText(mvDocument& document) override;
-    bool IsModal() const override;
-    void EndSoon() override;
-    void StayOn() override;
 
     /// A command that a client added.
     bool Knows(TextView key) const { return commands_.contains(key); }
@@ -57,7 +51,7 @@ struct ProgramPorts {
     MessageBoxes& boxes;
     MainWindow& mainWindow;
     Dialogs& dialogs;
-    ViewFactory& views;
+    ViewFactory views;
     AutomationEvents& events;
     Fonts& fonts;
     const Clipboard& clipboard;
@@ -83,11 +77,7 @@ public:
     bool IsShuttingDown() const { return shuttingDown_; }
 
     int32_t ShowMessage(TextView text, int32_t flags, TextView title = u"Nib") override;
-    void ReportError(TextView description) override;
-    void Beep() override { ports_.boxes.Beep(); }
-    void SetStatusText(int32_t panel, TextView text) override;
-    void ShowStatusPanel(int32_t panel) override;
-    void HideStatusPanel(int32_t panel) override;
+    using DocumentShell::ReportError;
     /// Commands and titles are drawn afresh at the next turn of the loop, once however often they changed.
     void StateChanged();
     /// Draws now what waits for that, so that the user's next key or click meets commands as they are.
@@ -142,13 +132,8 @@ public:
 private:
     // DocumentShell
     void DocumentChanged(mvDocument& document) override;
-    void SetWaitCursor(bool wait) override;
-    void ToForeground() override;
-    void ProcessMessages() override;
-    int32_t ActiveDocument() const override;
     void HoldAutoSave(bool hold) override;
     void RecordPosition(mvDocument& document) override;
-    std::unique_ptr<clsDocView> CreateView(mvDocument& document) override;
 
     void AutoSaveTimer_Timer();
     void Start(const CommandLine& line);

@@ -33,10 +33,10 @@ public:
     virtual void BeginLineScan(SourceDocument& document, int32_t line, TextView lineText, int32_t flags) = 0;
     virtual void ScanToken(Token& token) = 0;
     virtual int16_t EndLineScan(SourceDocument& document) = 0;
-    virtual int32_t GetDesiredCase() = 0;
-    virtual int32_t GetLineIndex() = 0;
-    virtual void SetLineIndex(int32_t index) = 0;
-    virtual int32_t GetProperties() = 0;
+    virtual int32_t GetDesiredCase() { return 0; }
+    virtual int32_t GetLineIndex() { return 0; }
+    virtual void SetLineIndex(int32_t) {}
+    virtual int32_t GetProperties() { return 0; }
 };
 
 /// The surface of a page being printed, in device units; text goes through it so that no handler needs a screen.
@@ -64,11 +64,11 @@ struct DrawContext {
 class ISourceDraw2 {
 public:
     virtual ~ISourceDraw2() = default;
-    virtual void PreDraw(DrawContext& context) = 0;
+    virtual void PreDraw(DrawContext&) {}
     virtual void PreDrawPage(DrawContext& context) = 0;
     virtual void PreDrawLine(DrawContext& context) = 0;
-    virtual void PostDrawPage(DrawContext& context) = 0;
-    virtual void PostDraw(DrawContext& context) = 0;
+    virtual void PostDrawPage(DrawContext&) {}
+    virtual void PostDraw(DrawContext&) {}
 };
 
 /// One undoable edit made by the program. DoOp also runs for redo, so it works from the object's own fields alone.

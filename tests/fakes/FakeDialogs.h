@@ -19,16 +19,13 @@ struct FakeDialogs final : Dialogs {
         if (failing) throw Error{71, u"No forms"};
     }
     void Unload() override { journal.Add(u"UnloadForms"); }
-    void Find() override { Search(u"find"); }
-    void FindNext() override { Search(u"find next"); }
-    void Replace() override { Search(u"replace"); }
-    void Results() override { journal.Add(u"results"); }
-    void Properties(mvDocument&) override { journal.Add(u"properties"); }
-    void Settings() override { journal.Add(u"settings"); }
-    void About() override { journal.Add(u"about"); }
-    void HelpTopics() override { journal.Add(u"help"); }
+    void Show(Form form, mvDocument*) override
+    {
+        static constexpr TextView kNames[] = {u"find", u"find next", u"replace",    u"results", u"settings",
+                                              u"help", u"about",     u"properties", u"print"};
+        journal.Add(Text(kNames[static_cast<size_t>(form)]));
+    }
     void Goto(Text& target) override { journal.Add(u"goto '" + target + u"'"); }
-    void Print(mvDocument&) override { journal.Add(u"print"); }
     void OfferRecovered(modAutoRecover&, TextView folder, const DynamicArray& names) override
     {
         if (onOffer) onOffer(folder, names);
@@ -36,15 +33,7 @@ struct FakeDialogs final : Dialogs {
 
     Journal& journal;
     std::function<void(TextView folder, const DynamicArray& names)> onOffer;
-    std::function<void(TextView what)> onFind;
     bool failing = false;
-
-private:
-    void Search(TextView what)
-    {
-        journal.Add(Text(what));
-        if (onFind) onFind(what);
-    }
 };
 
 struct HeardEvents final : AutomationEvents {

@@ -26,7 +26,7 @@ public:
         status[panel] = text;
         if (!text.empty()) journal_.Add(u"status " + Text(text));
     }
-    void ShowStatusPanel(int32_t panel, bool visible) override { panels[panel] = visible; }
+    void ShowStatusPanel(int32_t panel, bool shown) override { panels[panel] = shown; }
     void SetWaitCursor(bool wait) override { waiting = wait; }
     void UpdateToolBar() override { ++toolBarUpdates; }
     void ProcessMessages() override
@@ -35,6 +35,11 @@ public:
         if (whileProcessing) whileProcessing();
     }
     int32_t ActiveDocument() const override { return activeDocument; }
+    bool Visible() const override { return visible; }
+    void SetVisible(bool now) override { visible = now; }
+    bool IsModal() const override { return modal; }
+    void ArmShutdownTimer() override { ending = true; }
+    void DisarmShutdownTimer() override { ending = false; }
     MenuModel& Menus() override { return menus; }
     void Arrange(int32_t mode) override { journal_.Add(u"arrange " + Decimal(mode)); }
 
@@ -44,6 +49,9 @@ public:
     std::map<int32_t, Text> status;
     std::map<int32_t, bool> panels;
     bool waiting = false;
+    bool visible = true;
+    bool modal = false;
+    bool ending = false;
     int32_t toForeground = 0;
     int32_t toolBarUpdates = 0;
     int32_t activeDocument = 0;

@@ -8,11 +8,11 @@
 
 namespace nib::test {
 
-class FakeViewFactory final : public ViewFactory {
+class FakeViewFactory {
 public:
     FakeViewFactory(FakeMainWindow& window, Clipboard& clipboard) : window_(window), clipboard_(clipboard) {}
 
-    std::unique_ptr<clsDocView> CreateView(mvDocument& document) override
+    std::unique_ptr<clsDocView> operator()(mvDocument& document)
     {
         if (failure) throw Error(*failure);
         return std::make_unique<FakeDocView>(window_, clipboard_, document.DocumentID());

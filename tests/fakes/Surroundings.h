@@ -37,7 +37,7 @@ struct Surroundings {
     FakeSessionToken& token;
     RecordingTrace trace;
 
-    ProgramPorts Around(MainWindow& window, ViewFactory& views)
+    ProgramPorts Around(MainWindow& window, ViewFactory views)
     {
         return {connection, boxes, window, dialogs, views, events, fonts, clipboard,
                 clock,      store, copies, token,   data,  &trace, clock};

@@ -13,7 +13,7 @@ struct TestProgram : Surroundings {
 
     FakeMainWindow window{journal};
     FakeViewFactory views{window, clipboard};
-    Program program{Around(window, views)};
+    Program program{Around(window, std::ref(views))};
 
     FakeStore& Store() { return connection.store; }
     mvDocuments& Documents() { return program.OpenDocuments(); }

@@ -39,10 +39,6 @@ public:
         at_ = end;
     }
     int16_t EndLineScan(SourceDocument&) override { return 0; }
-    int32_t GetDesiredCase() override { return 0; }
-    int32_t GetLineIndex() override { return static_cast<int32_t>(at_); }
-    void SetLineIndex(int32_t index) override { at_ = static_cast<size_t>(index); }
-    int32_t GetProperties() override { return 0; }
 
     int32_t scans = 0;
 

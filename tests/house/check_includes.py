@@ -12,8 +12,8 @@ import statistics
 import sys
 
 MOST_SHARE = 20     # of all lines, in per cent
-LEAST_MEDIAN = 50   # lines of a file
-MOST_VIRTUALS = 7   # pure ones, a thousand lines
+LEAST_MEDIAN = 90   # lines of a file
+MOST_VIRTUALS = 3   # pure ones, a thousand lines
 SCREEN_FILE = re.compile(r"(frm|Qt|DBus)")
 INCLUDE = re.compile(r'\s*#include\s+(?:"([^"]+)"|<(Q\w+))')
 

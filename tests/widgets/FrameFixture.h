@@ -14,14 +14,11 @@
 
 namespace nib::test {
 
-struct FrameFixture : testing::Test, Surroundings, ViewFactory {
+struct FrameFixture : testing::Test, Surroundings {
     frmMain frame;
-    Program program{Around(frame, *this)};
-
-    std::unique_ptr<clsDocView> CreateView(mvDocument& document) override
-    {
+    Program program{Around(frame, [this](mvDocument& document) -> std::unique_ptr<clsDocView> {
         return std::make_unique<frmDocument>(frame, clipboard, document);
-    }
+    })};
 
     void SetUp() override
     {

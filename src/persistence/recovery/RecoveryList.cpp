@@ -72,7 +72,7 @@ void RecoveryList::Run(const std::function<RecoveryChoice()>& showModal)
 {
     while (!rows_.empty()) {
         // The program starts under the hour-glass.
-        Documents().shell.SetWaitCursor(false);
+        Documents().frame.SetWaitCursor(false);
         switch (showModal()) {
         case RecoveryChoice::Cancel: return;
         case RecoveryChoice::Recover: RecoverChecked(); break;
@@ -104,7 +104,7 @@ bool RecoveryList::ConfirmDelete()
 
 void RecoveryList::RecoverChecked()
 {
-    WaitCursor wait(Documents().shell);
+    WaitCursor wait(Documents().frame);
     for (size_t i = 0; i < rows_.size();) {
         const int32_t position = rows_[i].position;
         if (!rows_[i].checked || !Recover(names_.Extract({position}))) {
@@ -138,7 +138,7 @@ bool RecoveryList::Recover(TextView name)
 
 void RecoveryList::DeleteListed()
 {
-    WaitCursor wait(Documents().shell);
+    WaitCursor wait(Documents().frame);
     for (const RecoveryRow& row : rows_) {
         const Text name = TakeName(row.position);
         if (!name.empty()) recovery_.AdoptAutoSaveFile(name);

@@ -285,7 +285,7 @@ bool SettingsModel::ImportKeywords(int32_t Class)
         item->Close();
         Text list;
         if (!CheckImport(text, list)) return false;
-        WaitCursor wait(services_.shell);
+        WaitCursor wait(services_.frame);
         clone_.Keywords.SetKeywordList(Class, kLineEnd, list);
         return true;
     };

@@ -129,7 +129,7 @@ bool NavigationHistory::Visit(const Record& record)
     ScopedFlag replaying(replaying_);
     document->ShowLine(record.column, line, false);
     document->Activate();
-    services_.shell.ProcessMessages();
+    services_.frame.ProcessMessages();
     return true;
 }
 
@@ -140,7 +140,7 @@ GotoModel::GotoModel(DocumentServices& services)
 
 std::shared_ptr<mvDocument> GotoModel::ActiveDocument() const
 {
-    return services_.openDocuments.ById(services_.shell.ActiveDocument());
+    return services_.openDocuments.ById(services_.frame.ActiveDocument());
 }
 
 void GotoModel::Begin(TextView target)

@@ -10,19 +10,10 @@ namespace {
 
 /// The program behind the host, with the parts of the frame that automation uses.
 struct HeardShell final : AutomationShell {
-    void ShowMainWindow() override { visible = true; }
-    bool MainWindowVisible() const override { return visible; }
-    void SetMainWindowVisible(bool value) override { visible = value; }
     void LoadHostConfiguration() override { ++configured; }
     void AddCommand(TextView, TextView, int32_t) override {}
     void PrintText(mvDocument&) override { throw Error{error_number::kNotImplemented, u"no printer"}; }
-    bool IsModal() const override { return modal; }
-    void EndSoon() override { ending = true; }
-    void StayOn() override { ending = false; }
 
-    bool visible = true;
-    bool modal = false;
-    bool ending = false;
     int32_t configured = 0;
 };
 
@@ -147,26 +138,26 @@ TEST(AutomationTest, HoldersAndTheEnd)
     EXPECT_TRUE(a.application.IsAlive());
     a.Root("Release");
     EXPECT_FALSE(a.application.IsAlive());
-    EXPECT_TRUE(a.shell.ending);
+    EXPECT_TRUE(a.test.window.ending);
     ASSERT_EQ(a.test.trace.lines.size(), 4u);
     EXPECT_TRUE(a.test.trace.lines[0].second.starts_with(u"application initialize begin: process="));
     EXPECT_EQ(a.test.trace.lines[3].second, u"applicaiton terminate end");
 
     a.Root("Activate"); // in time
-    EXPECT_FALSE(a.shell.ending);
+    EXPECT_FALSE(a.test.window.ending);
     auto document = a.test.New();
     a.application.Left(":1.7");
     a.application.Left(":1.5");
     EXPECT_TRUE(a.application.IsAlive()) << "a document made under automation holds the program";
-    EXPECT_FALSE(a.shell.ending);
+    EXPECT_FALSE(a.test.window.ending);
     document->FileClose(false);
     EXPECT_TRUE(a.test.journal.Has(u"DocumentClose 1"));
-    EXPECT_TRUE(a.shell.ending);
-    a.shell.ending = false;
+    EXPECT_TRUE(a.test.window.ending);
+    a.test.window.ending = false;
     a.application.RaiseQuit();
     EXPECT_FALSE(a.test.journal.Has(u"Quit")) << "nobody is left to hear it";
     a.Root("Release");
-    EXPECT_TRUE(a.shell.ending) << "a client that only lets go must not keep a program that it started";
+    EXPECT_TRUE(a.test.window.ending) << "a client that only lets go must not keep a program that it started";
 }
 
 TEST(AutomationTest, WhatMayAskWaitsWhileTheUserIsAsked)
@@ -175,9 +166,9 @@ TEST(AutomationTest, WhatMayAskWaitsWhileTheUserIsAsked)
     std::string path = PathOf(a.test.New()->DocumentID()).path;
     for (auto [member, waits] :
          {std::pair{"FileClose", true}, {"FileSave", true}, {"Format", false}, {"Nothing", false}}) {
-        a.shell.modal = false;
+        a.test.window.modal = false;
         EXPECT_FALSE(a.objects.MustWait(a.Request(path, "", member))) << member;
-        a.shell.modal = true;
+        a.test.window.modal = true;
         EXPECT_EQ(a.objects.MustWait(a.Request(path, "", member)), waits) << member;
     }
 }

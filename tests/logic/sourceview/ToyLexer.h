@@ -44,10 +44,6 @@ public:
                                                                     : 0);
         return 0;
     }
-    int32_t GetDesiredCase() override { return 0; }
-    int32_t GetLineIndex() override { return at_; }
-    void SetLineIndex(int32_t index) override { at_ = index; }
-    int32_t GetProperties() override { return 0; }
 
     int32_t linesScanned = 0;
 
