@@ -71,8 +71,7 @@ struct Position {
     friend bool operator==(const Position&, const Position&) = default;
     friend std::strong_ordering operator<=>(const Position& a, const Position& b)
     {
-        if (auto byLine = a.line <=> b.line; byLine != 0) return byLine;
-        return a.col <=> b.col;
+        return a.line == b.line ? a.col <=> b.col : a.line <=> b.line;
     }
 };
 
