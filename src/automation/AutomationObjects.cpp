@@ -15,7 +15,7 @@ constexpr std::string_view kErrors = "org.freedesktop.DBus.Error.";
 constexpr std::string_view kProperties = "org.freedesktop.DBus.Properties";
 constexpr std::string_view kIntrospectable = "org.freedesktop.DBus.Introspectable";
 
-BusReply Refusal(std::string_view name, std::string text)
+BusReply Refusal(std::string_view name, const std::string& text)
 {
     BusReply reply;
     reply.form = BusReply::Form::Error;
@@ -82,7 +82,7 @@ int64_t BytesOf(TextView text)
 void CheckCrosses(const BusValue& value)
 {
     // A message holds 128 MiB at most; a longer one would cost the connection.
-    constexpr int64_t kLongestText = 127 * 1024 * 1024;
+    constexpr int64_t kLongestText = int64_t{127} * 1024 * 1024;
     const Text* text = std::get_if<Text>(&value);
     if (!text) return;
     if (text->find(u'\0') != Text::npos)

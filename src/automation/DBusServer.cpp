@@ -18,7 +18,7 @@ namespace {
 constexpr int kRetryDelay = 20;
 constexpr int kFlushLimit = 10000;
 // Well below what a socket takes at once.
-constexpr int64_t kFlushSize = 32 * 1024;
+constexpr int64_t kFlushSize = int64_t{32} * 1024;
 constexpr int64_t kSmallMessage = 256;
 constexpr char kName[] = "com.orlin.NibPad71";
 constexpr char kBus[] = "org.freedesktop.DBus";

@@ -26,7 +26,7 @@ public:
     std::function<void(const QString& client)> onLeft;
     std::function<void()> onDisconnected;
 
-public slots:
+public slots: // NOLINT(readability-redundant-access-specifiers): moc's own
     void OwnerChanged(const QString& name, const QString&, const QString& owner)
     {
         if (owner.isEmpty() && name.startsWith(QLatin1Char(':')) && onLeft) onLeft(name);

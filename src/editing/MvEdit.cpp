@@ -25,7 +25,7 @@ constexpr TextView kFontQuestion = u"This version of Nib includes a new monospac
                                    u"by selecting Preferences from the View menu)";
 
 /// The name under which the editor's font goes today.
-Text MapFontName(Text name, const Text& defaultFontName)
+Text MapFontName(const Text& name, const Text& defaultFontName)
 {
     if (name.empty()) return defaultFontName;
     return EqualsNoCase(name, u"MV Lucida Console") ? Text(kFormerFont) : name;

@@ -311,7 +311,7 @@ BasicDirective ReadInclude(TextView names)
     const TextView first = TakeWord(names);
     const TextView second = TakeWord(names);
     const TextView third = TakeWord(names);
-    const BasicDirective elsewhere{Directive::Elsewhere, {}, {}};
+    BasicDirective elsewhere{Directive::Elsewhere, {}, {}};
     if (first.empty() || IsFarName(first)) return elsewhere;
     if (StartsComment(second)) return {Directive::Include, {}, Text(first)};
     if (IsFarName(second)) return elsewhere;

@@ -191,7 +191,7 @@ void OpCommentBlock::DoOp(SourceDocument& document)
     BlockRectangle block = *block_;
     int32_t first = block.FirstLine();
     int32_t last = block.LastLine();
-    if (!planned) changes_.reserve(static_cast<size_t>(last - first + 1));
+    if (!planned) changes_.reserve(static_cast<size_t>(last - first) + 1);
     Text scratch;
     for (int32_t line = first; line <= last; ++line) {
         if (!planned) changes_.push_back(Plan(document.LineText(line, scratch)));

@@ -74,7 +74,7 @@ std::string FindName(const std::string& folder, TextView id)
                                                     Decimal(static_cast<int64_t>(name.size())) + u" of " +
                                                     Decimal(NAME_MAX) + u" bytes.");
     }
-    const std::string plain = ToFileName(id);
+    std::string plain = ToFileName(id);
     if (plain != name && IsPlainName(plain) && !Exists(folder + "/" + name) && Exists(folder + "/" + plain)) {
         return plain;
     }

@@ -56,7 +56,7 @@ struct TraceMessage {
     uint32_t process = 0;
     std::string text; ///< UTF-8; what exceeds kLongestText is cut off
 
-    static constexpr size_t kLongestText = 32 * 1024;
+    static constexpr size_t kLongestText = size_t{32} * 1024;
 };
 
 struct TraceAddress {

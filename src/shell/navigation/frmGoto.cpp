@@ -76,14 +76,14 @@ void frmGoto::Connect()
     for (QRadioButton* choice : {optLabel_, optLine_})
         connect(choice, &QRadioButton::pressed, choice, [choice] { choice->setChecked(true); });
     connect(chkNoGoDlg_, &QCheckBox::clicked, this, [this](bool on) { model_.SetNoGotoDialog(on); });
-    connect(cmdOK_, &QPushButton::clicked, this, &frmGoto::Accept);
+    connect(cmdOK_, &QPushButton::clicked, this, &frmGoto::Jump);
     connect(cmdCancel_, &QPushButton::clicked, this, &frmGoto::reject);
     // While completions show, Return belongs to them; it means the typed text all the same.
     connect(cboTarget_->lineEdit(), &QLineEdit::returnPressed, this, [this] {
         QAbstractItemView* popup = cboTarget_->completer()->popup();
         if (!popup->isVisible() || popup->currentIndex().isValid()) return;
         popup->hide();
-        Accept();
+        Jump();
     });
     cboTarget_->lineEdit()->installEventFilter(this);
     txtLineNumber_->installEventFilter(this);
@@ -130,7 +130,7 @@ void frmGoto::FocusChoice()
     field->setFocus(Qt::OtherFocusReason);
 }
 
-void frmGoto::Accept()
+void frmGoto::Jump()
 {
     if (model_.Accept(ViewOf(cboTarget_->currentText()), ViewOf(txtLineNumber_->text()))) accept();
 }

@@ -30,7 +30,7 @@ private:
     void FillIn();
     void ShowChoice();
     void FocusChoice();
-    void Accept();
+    void Jump();
 
     GotoModel model_;
     QRadioButton* optLabel_ = nullptr;
