@@ -29,9 +29,8 @@ public:
     }
     BrowseEntry& At(TextView path)
     {
-        for (BrowseEntry& entry : children_[Parent(path)]) {
+        for (BrowseEntry& entry : children_[Parent(path)])
             if (entry.path == path) return entry;
-        }
         throw Error(error_number::kFileNotFound, Text(path));
     }
     void Remove(TextView path) { children_.erase(Text(path)); }

@@ -85,7 +85,7 @@ private:
     static bool IsWord(char16_t c)
     {
         return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'.' ||
-               c == u'_' || c == u'$';
+               c == u'_' || c == u'$' || c > 0xBF;
     }
     bool Fits(const Text& line, int32_t column) const
     {

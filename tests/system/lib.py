@@ -23,6 +23,7 @@ import re
 import select
 import shutil
 import signal
+import socket
 import subprocess
 import sys
 import tempfile
@@ -34,6 +35,14 @@ from checks import TIMEOUT, Failure, eventually, expect, expect_equal, expect_fi
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 PR_SET_PDEATHSIG = 1
 _libc = ctypes.CDLL(None)
+
+BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig><type>session</type><listen>unix:path={folder}/bus</listen><servicedir>{folder}/services</servicedir>
+<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/></policy>
+<limit name="max_incoming_bytes">1000000000</limit><limit name="max_outgoing_bytes">1000000000</limit>
+<limit name="max_message_size">1000000000</limit><limit name="max_replies_per_connection">50000</limit></busconfig>
+"""
 
 # Clicks and new windows take the focus, Alt+F4 closes; every other key belongs to the program under test.
 OPENBOX_CONFIG = """<?xml version="1.0" encoding="UTF-8"?>
@@ -338,6 +347,26 @@ class _Helper:
     def destroy(self):
         self.process.kill()
         self.process.wait()
+
+
+def with_bus(desktop, name="com.orlin.NibPad71"):
+    """A bus of the desktop's own that can start the program; answers its address."""
+    (desktop.folder / "services").mkdir()
+    (desktop.folder / "services" / (name + ".service")).write_text(
+        f"[D-BUS Service]\nName={name}\nExec={desktop.program}\n", encoding="utf-8")
+    config = desktop.folder / "bus.conf"
+    config.write_text(BUS_CONFIG.format(folder=desktop.folder), encoding="utf-8")
+    address = f"unix:path={desktop.folder}/bus"
+    desktop.env["DBUS_SESSION_BUS_ADDRESS"] = address
+    desktop._programs.append(Program(["dbus-daemon", "--nofork", "--config-file", str(config)], desktop.env,
+                                     desktop.folder / "bus.log"))
+
+    # The socket's file is there a moment before anybody listens on it.
+    def listening():
+        with socket.socket(socket.AF_UNIX) as probe:
+            return probe.connect_ex(str(desktop.folder / "bus")) == 0
+    eventually("the bus", listening)
+    return address
 
 
 def _report(scenario, desktop):

@@ -1,7 +1,6 @@
 #!/usr/bin/env python3
 """The editor on a private bus: started by it, every member and signal, and clients that mean it no good."""
 import re
-import socket
 import subprocess
 import sys
 import time
@@ -14,13 +13,6 @@ from lib import eventually, expect, expect_equal, stays
 NAME, ROOT = "com.orlin.NibPad71", "/com/orlin/NibPad71"
 DOCUMENTS = ROOT + "/Documents"
 PROPERTIES = "org.freedesktop.DBus.Properties"
-BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig><type>session</type><listen>unix:path={folder}/bus</listen><servicedir>{folder}/services</servicedir>
-<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/></policy>
-<limit name="max_incoming_bytes">1000000000</limit><limit name="max_outgoing_bytes">1000000000</limit>
-<limit name="max_message_size">1000000000</limit><limit name="max_replies_per_connection">50000</limit></busconfig>
-"""
 LARGE = 35_000_000
 
 
@@ -94,26 +86,6 @@ def fails(error_name, action):
     raise lib.Failure(f"no {error_name}, but {answer!r}")
 
 
-def with_bus(desktop):
-    (desktop.folder / "services").mkdir()
-    (desktop.folder / "services" / (NAME + ".service")).write_text(
-        f"[D-BUS Service]\nName={NAME}\nExec={desktop.program}\n", encoding="utf-8")
-    config = desktop.folder / "bus.conf"
-    config.write_text(BUS_CONFIG.format(folder=desktop.folder), encoding="utf-8")
-    address = f"unix:path={desktop.folder}/bus"
-    desktop.env["DBUS_SESSION_BUS_ADDRESS"] = address
-    daemon = lib.Program(["dbus-daemon", "--nofork", "--config-file", str(config)], desktop.env,
-                         desktop.folder / "bus.log")
-    desktop._programs.append(daemon)
-
-    # The socket's file is there a moment before anybody listens on it.
-    def listening():
-        with socket.socket(socket.AF_UNIX) as probe:
-            return probe.connect_ex(str(desktop.folder / "bus")) == 0
-    eventually("the bus", listening)
-    return address
-
-
 def owner(client):
     """The number of the process that has the name; none when nobody has."""
     try:
@@ -126,7 +98,7 @@ def owner(client):
 
 def started_by_the_bus_and_gone_with_its_client(desktop):
     desktop.sample_accounts()
-    address = with_bus(desktop)
+    address = lib.with_bus(desktop)
     watcher, client = Client(address), Client(address)
     expect_equal(client.docs("Count"), 0, "documents of a fresh program")
     desktop.wait_window(r"^Nib$")
@@ -150,7 +122,7 @@ def started_by_the_bus_and_gone_with_its_client(desktop):
 
 def every_member(desktop):
     account = desktop.sample_accounts()
-    client = Client(with_bus(desktop))
+    client = Client(lib.with_bus(desktop))
     expect_equal(client.get(ROOT, "Application", "Documents"), DOCUMENTS, "Documents")
     for name, value in (("Database", "DEMO"), ("ServerName", "*"), ("Provider", "mvdb")):
         client.put(ROOT, "Application", name, "s", value)
@@ -219,7 +191,7 @@ def every_member(desktop):
 
 
 def speed_and_size(desktop):
-    client = Client(with_bus(desktop))
+    client = Client(lib.with_bus(desktop))
     path = client.docs("AddNew")
     client.set_text(path, "word", "SelText")
     began = time.monotonic()
@@ -244,7 +216,7 @@ def speed_and_size(desktop):
 
 
 def hostile_clients(desktop):
-    address = with_bus(desktop)
+    address = lib.with_bus(desktop)
     client = Client(address)
     path = client.docs("AddNew")
     error = "org.freedesktop.DBus.Error."
@@ -296,7 +268,7 @@ def hostile_clients(desktop):
 
 
 def without_the_name(desktop):
-    address = with_bus(desktop)
+    address = lib.with_bus(desktop)
     client = Client(address)
     first = desktop.start()
     eventually("the first copy on the bus", lambda: owner(client) == first.pid)
@@ -316,7 +288,7 @@ def without_the_name(desktop):
 
 
 def the_examples_of_the_manual(desktop):
-    with_bus(desktop)
+    lib.with_bus(desktop)
     manual = (lib.SOURCE / "docs" / "automation.md").read_text(encoding="utf-8")
     for language, words in (("python", [sys.executable, "-c"]), ("sh", ["sh", "-c"])):
         example = re.search(rf"```{language}\n(.*?)```", manual, re.S)[1]

@@ -13,7 +13,6 @@ import subprocess
 import threading
 import time
 
-import access
 import lib
 from lib import eventually, expect, expect_equal
 
@@ -92,7 +91,7 @@ def types_at_once(desktop, what):
 def the_viewer_shows_every_line_of_every_category(desktop):
     account = desktop.sample_accounts()
     (account / "VOC" / "NIB").write_text("governs\nGONE\\WORDS\n")  # what cannot be read is an error line
-    access.start_bus(desktop)
+    lib.with_bus(desktop)
     with the_only_one(), viewer_of(desktop, "--mask", str(ALL)) as viewer:
         program = desktop.start("/T=mvdb", "/H=*", "/A=DEMO", "/F=BP", "/I=MENU")
         desktop.wait_active(r"BP MENU")

@@ -6,22 +6,6 @@ from lib import eventually, expect, expect_equal, expect_file
 INVOICE = ("/H=*", "/A=DEMO", "/F=BP", "/I=INVOICE")
 
 
-def makes_the_sample_account_and_opens_an_item(desktop):
-    desktop.start(*INVOICE)
-    desktop.wait_active(r"\[BP INVOICE on .+\]$")
-    account = desktop.data / "Accounts" / "DEMO"
-    original = lib.SOURCE / "resources" / "accounts" / "DEMO" / "BP" / "INVOICE"
-    expect_equal((account / "BP" / "INVOICE").read_bytes(), original.read_bytes(), "the item made on the first run")
-
-
-def an_account_that_is_there_is_left_alone(desktop):
-    account = desktop.sample_accounts()
-    (account / "BP" / "INVOICE").write_bytes(b"MINE\n")
-    desktop.start(*INVOICE)
-    desktop.wait_active(r"BP INVOICE")
-    expect_equal((account / "BP" / "INVOICE").read_bytes(), b"MINE\n", "the user's own item")
-
-
 def typing_undo_redo_save(desktop):
     item = desktop.sample_accounts() / "BP" / "INVOICE"
     before = item.read_bytes()
@@ -83,17 +67,6 @@ def closing_asks_about_changes(desktop):
     expect_equal(item.read_bytes(), before, "the item after No")
 
 
-def several_documents_and_the_first_is_active(desktop):
-    desktop.sample_accounts()
-    desktop.start("/A=DEMO", "/F=BP", "/I=MENU", "/L", "/I=INVOICE")
-    desktop.wait_active(r"\[BP MENU on [^()]*\]$")
-    desktop.keys("ctrl+F4")
-    desktop.wait_active(r"\[BP INVOICE on .* \(Read only\)\]$")
-    desktop.keys("ctrl+F4")
-    desktop.wait_active(r"^Nib$")
-    expect_equal(len(desktop.windows(r".")), 1, "windows left: the frame alone")
-
-
 def saves_a_new_document_through_the_picker(desktop):
     desktop.start()
     desktop.wait_active(r"^Nib$")
@@ -109,18 +82,6 @@ def saves_a_new_document_through_the_picker(desktop):
     desktop.wait_active(r"\[new text\]$")
 
 
-def opens_through_the_picker(desktop):
-    desktop.sample_accounts()
-    desktop.start("/A=DEMO", "/F=BP")
-    desktop.wait_active(r"^Nib$")
-    desktop.keys("ctrl+o")
-    desktop.wait_active(r"^Open$")
-    desktop.keys("alt+i")
-    desktop.type_text("MENU")
-    desktop.keys("Return")
-    desktop.wait_active(r"\[BP MENU on ")
-
-
 def answers_on_the_terminal(desktop):
     for word, answer in (("--version", "nibpad71 "), ("--help", "Usage: nibpad71")):
         program = desktop.start(word, DISPLAY="")
@@ -130,7 +91,5 @@ def answers_on_the_terminal(desktop):
 
 
 if __name__ == "__main__":
-    lib.run(makes_the_sample_account_and_opens_an_item, an_account_that_is_there_is_left_alone, typing_undo_redo_save,
-            lines_typed_come_out_as_attributes, a_local_file_with_mixed_ends_and_tabs, closing_asks_about_changes,
-            several_documents_and_the_first_is_active, saves_a_new_document_through_the_picker,
-            opens_through_the_picker, answers_on_the_terminal)
+    lib.run(typing_undo_redo_save, lines_typed_come_out_as_attributes, a_local_file_with_mixed_ends_and_tabs,
+            closing_asks_about_changes, saves_a_new_document_through_the_picker, answers_on_the_terminal)

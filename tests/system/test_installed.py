@@ -55,19 +55,6 @@ def finds_its_parts(desktop):
     expect_equal(program.wait_end(), 0, "the exit code")
 
 
-def obeys_the_switch_file_of_the_machine(desktop):
-    prefix = install(desktop)
-    site = prefix / "etc/nibpad71"
-    site.mkdir(parents=True)
-    (site / "isolation.ini").write_text("[Isolation]\nPersistSettings=2\nAppDataDirectory=%HOME%/state\n")
-    program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU")
-    desktop.wait_active(r"\[BP MENU on ")
-    desktop.keys("ctrl+q")
-    program.wait_end()
-    expect((desktop.home / "state/appstate.ini").exists(), "the settings are where the switch file says")
-    expect(not (desktop.config / "hive.conf").exists(), "nothing is kept elsewhere")
-
-
 def opens_files_from_a_file_manager(desktop):
     """Names with blanks, quotes and signs of a switch; each start is a copy of its own."""
     prefix = install(desktop)
@@ -87,4 +74,4 @@ def opens_files_from_a_file_manager(desktop):
 
 
 if __name__ == "__main__":
-    lib.run(finds_its_parts, obeys_the_switch_file_of_the_machine, opens_files_from_a_file_manager)
+    lib.run(finds_its_parts, opens_files_from_a_file_manager)

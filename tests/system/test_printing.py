@@ -7,7 +7,6 @@ import lib
 from lib import eventually, expect, expect_equal
 
 MARGIN = 15 / 25.4 * 72  # points
-TABS_TO_RANGE = 4  # from the dialog's button for options to its first choice of pages
 
 
 def tool(*words, env=None):
@@ -87,39 +86,6 @@ def a_program_on_two_sizes_of_paper(desktop):
         expect_inside_margins(path)
         desktop.keys("ctrl+q")
         desktop.wait_no_window(r"INVOICE")
-
-
-def chosen_pages_and_lines(desktop):
-    source = open_item(desktop).read_text().splitlines()
-    path = desktop.folder / "some.pdf"
-    desktop.keys("ctrl+p")
-    desktop.wait_active(r"^Print$")
-    desktop.keys("alt+o", *["Tab"] * TABS_TO_RANGE, "Down", "Tab")
-    desktop.type_text("2")
-    desktop.keys("Tab")
-    desktop.type_text("3")
-    print_to(desktop, path)
-    desktop.wait_active(r"INVOICE")
-    pages = pages_of(path)
-    expect_equal([page[0].split()[:2] for page in pages], [["Page", "2"], ["Page", "3"]], "the pages from 2 to 3")
-    expect_equal(listing_of(pages)[-1][0], len(source), "the last line")
-
-    desktop.keys("ctrl+Home", "Down", "Down", "shift+Down", "shift+Down", "ctrl+p")
-    desktop.wait_active(r"^Print$")
-    desktop.keys("alt+o", *["Tab"] * TABS_TO_RANGE, "Down", "Down")
-    path = desktop.folder / "selection.pdf"
-    print_to(desktop, path)
-    desktop.wait_active(r"INVOICE")
-    expect_equal(listing_of(pages_of(path)), [(3, source[2]), (4, source[3])], "the selected lines")
-
-
-def marks_can_be_seen(desktop):
-    open_item(desktop, "DATA", "C1001")
-    path = desktop.folder / "marks.pdf"
-    pages = printed(desktop, path, r"C1001")
-    rows = {number: text for number, text in listing_of(pages)}
-    for line, text in ((2, "14 Mill Lane v Leeds LS1 4AP"), (6, "O5001 v O5003")):
-        expect_equal(rows[line].replace(" ", ""), text.replace(" ", ""), f"line {line}")
 
 
 def the_preview_and_back(desktop):
@@ -211,5 +177,4 @@ def the_results_window(desktop):
 
 
 if __name__ == "__main__":
-    lib.run(a_program_on_two_sizes_of_paper, chosen_pages_and_lines, marks_can_be_seen, the_preview_and_back,
-            a_full_disk_is_told, the_results_window)
+    lib.run(a_program_on_two_sizes_of_paper, the_preview_and_back, a_full_disk_is_told, the_results_window)

@@ -9,13 +9,13 @@
 #include "shell/help/QtHelpWindow.h"
 #include "shell/navigation/frmGoto.h"
 #include "text/widget/ScreenColors.h"
+#include "widgets/FormAccess.h"
+#include "widgets/Keys.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QClipboard>
 #include <QLabel>
 #include <QMessageBox>
-#include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTimer>
@@ -29,43 +29,13 @@ namespace {
 
 using namespace message_box;
 
-/// Where the desktop would send a key: to a pop-up first.
-QWidget* KeyReceiver()
+QString NameOf(QWidget* widget)
 {
-    QWidget* popup = QApplication::activePopupWidget();
-    return popup ? popup : QApplication::focusWidget();
-}
-
-void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-{
-    ASSERT_TRUE(KeyReceiver());
-    QTest::keyClick(KeyReceiver(), key, modifiers);
-}
-
-/// Buttons act on their access keys after the picture of a press.
-void AccessKey(Qt::Key key)
-{
-    Key(key, Qt::AltModifier);
-    QTest::qWait(150);
-}
-
-void Type(const char* text)
-{
-    for (; *text; ++text) QTest::keyClick(KeyReceiver(), *text);
-}
-
-QString NameOf(const QWidget* widget)
-{
-    if (!widget) return {};
-    if (!widget->accessibleName().isEmpty()) return widget->accessibleName();
-    auto* button = qobject_cast<const QAbstractButton*>(widget);
-    if (button) return button->text().remove(QLatin1Char('&'));
-    auto* label = qobject_cast<const QLabel*>(widget);
-    return label ? label->text() : QString();
+    return widget->accessibleName().isEmpty() ? QString::fromStdString(SpokenName(*widget)) : widget->accessibleName();
 }
 
 /// Names of what the Tab key reaches, from the focus on, once round.
-QStringList TabOrder()
+QString TabOrder()
 {
     QStringList names;
     const QWidget* first = QApplication::focusWidget();
@@ -73,7 +43,7 @@ QStringList TabOrder()
         names.append(NameOf(QApplication::focusWidget()));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     } while (QApplication::focusWidget() != first && names.size() < 30);
-    return names;
+    return names.join(QLatin1Char('|'));
 }
 
 /// Runs `steps` on the modal dialog that comes up.
@@ -149,9 +119,7 @@ TEST_F(DialogsTest, GotoLineByKeyboard)
     EXPECT_EQ(target, u"STOP") << "a jump to a line leaves the label";
     WhenModal([](QWidget&) {
         EXPECT_EQ(TabOrder(),
-                  (QStringList{QStringLiteral("Line number"),
-                               QStringLiteral("Skip this dialog when a label is double-clicked"), QStringLiteral("OK"),
-                               QStringLiteral("Cancel"), QStringLiteral("Line number:")}));
+                  QStringLiteral("Line number|Skip this dialog when a label is double-clicked|OK|Cancel|Line number:"));
         AccessKey(Qt::Key_S);
         Key(Qt::Key_Escape);
     });
@@ -174,10 +142,7 @@ TEST_F(DialogsTest, PropertiesCanBeReadAndCopied)
         EXPECT_EQ(value->accessibleName(), QStringLiteral("Location"));
         EXPECT_LT(value->text().size(), value->Value().size()) << "cut short in its middle";
         EXPECT_EQ(value->toolTip(), value->Value());
-        EXPECT_EQ(TabOrder(),
-                  (QStringList{QStringLiteral("Close"), QStringLiteral("Location"), QStringLiteral("File name"),
-                               QStringLiteral("Modified"), QStringLiteral("Read only"), QStringLiteral("Size"),
-                               QStringLiteral("Lines")}));
+        EXPECT_EQ(TabOrder(), QStringLiteral("Close|Location|File name|Modified|Read only|Size|Lines"));
         Key(Qt::Key_Tab);
         Key(Qt::Key_C, Qt::ControlModifier);
         EXPECT_EQ(QApplication::clipboard()->text(), value->Value());
@@ -201,17 +166,15 @@ TEST(MessageBoxTest, CheckBoxAndYesToAll)
         Qt::Key key;
         bool check;
         int32_t answer;
-    } const rows[] = {
-        {kYesNo | kCheckBox, Qt::Key_Y, true, 6 + 128},
-        {kYesNo | kCheckBox, Qt::Key_Y, false, 6},
-        {kYesNo | kCheckBox, Qt::Key_Escape, true, 7 + 128},
-        {kYesAllNo, Qt::Key_A, false, 14},
-        {kYesAllNoCancel, Qt::Key_A, false, 14},
-        {kYesAllNoCancel | kWarning, Qt::Key_Escape, false, 2},
-        {kYesAllNoCancel | kSecondDefault, Qt::Key_Return, false, 2},
-        {kYesAllNo, Qt::Key_Return, false, 6},
-        {kAbortRetryIgnore | kThirdDefault, Qt::Key_Return, false, 5},
-    };
+    } const rows[] = {{kYesNo | kCheckBox, Qt::Key_Y, true, 6 + 128},
+                      {kYesNo | kCheckBox, Qt::Key_Y, false, 6},
+                      {kYesNo | kCheckBox, Qt::Key_Escape, true, 7 + 128},
+                      {kYesAllNo, Qt::Key_A, false, 14},
+                      {kYesAllNoCancel, Qt::Key_A, false, 14},
+                      {kYesAllNoCancel | kWarning, Qt::Key_Escape, false, 2},
+                      {kYesAllNoCancel | kSecondDefault, Qt::Key_Return, false, 2},
+                      {kYesAllNo, Qt::Key_Return, false, 6},
+                      {kAbortRetryIgnore | kThirdDefault, Qt::Key_Return, false, 5}};
     for (auto& row : rows) {
         QtMessageBoxes boxes;
         int32_t second = -1;
@@ -264,19 +227,6 @@ TEST(MessageBoxTest, OwnerAboveAllOthersStepsDown)
     boxes.Show(u"Text", kOk | kExtended, u"");
     EXPECT_TRUE(owner.windowHandle()->flags() & Qt::WindowStaysOnTopHint);
     EXPECT_TRUE(owner.isVisible());
-}
-
-TEST(HelpWindowTest, LargeFontsDoNotTakeItOffTheScreen)
-{
-    const QFont usual = QApplication::font();
-    QFont large = usual;
-    large.setPointSizeF(24);
-    QApplication::setFont(large);
-    const HelpWindow help;
-    QApplication::setFont(usual);
-    const QSize screen = help.screen()->availableSize();
-    EXPECT_LE(help.width(), screen.width());
-    EXPECT_LE(help.height(), screen.height());
 }
 
 TEST(HelpWindowTest, LinksCanBeReadOnEveryPalette)

@@ -22,8 +22,9 @@ struct FrameFixture : testing::Test, Surroundings {
 
     void SetUp() override
     {
-        trace.wanted |= nib::trace::kObjects;
-        Start();
+        program.Main({});
+        frame.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
     }
     void TearDown() override
     {
@@ -31,13 +32,6 @@ struct FrameFixture : testing::Test, Surroundings {
         frame.Unload();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
-    virtual void Start()
-    {
-        program.Main({});
-        frame.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
-    }
-
     frmDocument& New()
     {
         program.Files().FileNew();

@@ -1,6 +1,5 @@
 // The frame and its document windows, driven as a user drives them.
 
-#include "fakes/Patience.h"
 #include "widgets/FrameFixture.h"
 
 #include <QMimeData>
@@ -54,13 +53,11 @@ TEST_F(FrameTest, TabWithControlStepsThroughTheDocuments)
         int key;
         Qt::KeyboardModifiers modifiers;
         const char* title;
-    } const steps[] = {
-        {Qt::Key_Tab, Qt::ControlModifier, "NewItem2 (New)"},
-        {Qt::Key_Tab, Qt::ControlModifier, "NewItem1 (New)"},
-        {Qt::Key_F6, Qt::ControlModifier, "NewItem3 (New)"},
-        {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, "NewItem1 (New)"},
-        {Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier, "NewItem2 (New)"},
-    };
+    } const steps[] = {{Qt::Key_Tab, Qt::ControlModifier, "NewItem2 (New)"},
+                       {Qt::Key_Tab, Qt::ControlModifier, "NewItem1 (New)"},
+                       {Qt::Key_F6, Qt::ControlModifier, "NewItem3 (New)"},
+                       {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, "NewItem1 (New)"},
+                       {Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier, "NewItem2 (New)"}};
     for (const auto& step : steps) {
         Key(step.key, step.modifiers);
         EXPECT_EQ(Title(frame.ActiveForm()), step.title);
@@ -101,19 +98,6 @@ TEST_F(FrameTest, ButtonsAreChosenWhenTheWindowIsMade)
     EXPECT_EQ(with.SubWindow()->windowFlags() & buttons, buttons);
 }
 
-TEST_F(FrameTest, SteppingAmongManyStaysQuick)
-{
-    constexpr int kMany = 200;
-    for (int i = 0; i < kMany; ++i) New();
-    Patience patience("200 documents, 21 steps");
-    for (int i = 0; i < 21; ++i) {
-        frmDocument* before = frame.ActiveForm();
-        frame.StepDocument(i % 3 == 0);
-        Settle();
-        EXPECT_NE(frame.ActiveForm(), before);
-    }
-}
-
 TEST_F(FrameTest, TabsStandForTheDocuments)
 {
     auto tabs = [&] {
@@ -134,23 +118,6 @@ TEST_F(FrameTest, TabsStandForTheDocuments)
 }
 
 // Closing
-
-TEST_F(FrameTest, CancelInTheMiddleKeepsTheRestOpen)
-{
-    for (frmDocument* form : New(3)) form->txtText().TypeText(u"X");
-    boxes.Answer({7, 2});
-    frame.close();
-    Settle();
-    EXPECT_EQ(program.OpenDocuments().Count(), 2);
-    EXPECT_TRUE(frame.isVisible());
-    EXPECT_FALSE(program.IsShuttingDown());
-    EXPECT_EQ(boxes.Take().size(), 2U);
-    boxes.Answer({7, 7});
-    frame.close();
-    EXPECT_EQ(program.OpenDocuments().Count(), 0);
-    EXPECT_TRUE(program.IsShuttingDown());
-    EXPECT_EQ(boxes.Take().size(), 2U);
-}
 
 TEST_F(FrameTest, AHiddenFrameComesBackForAQuestion)
 {
@@ -176,24 +143,6 @@ TEST_F(FrameTest, TheEndThatIsComingWaitsForADocumentOfTheUser)
     form.ViewObject()->FileClose(false);
     frame.ArmShutdownTimer();
     EXPECT_TRUE(QTest::qWaitFor([&] { return program.IsShuttingDown(); }));
-}
-
-TEST_F(FrameTest, TheEndRemembersThePlaceAndSaysSo)
-{
-    auto lines = trace.Take();
-    auto said = [&](TextView line) {
-        return std::any_of(lines.begin(), lines.end(), [&](const auto& l) { return l.second == line; });
-    };
-    for (TextView line : {u"mdiform initialize", u"mdiform load begin", u"mdiform load end"}) EXPECT_TRUE(said(line));
-    frame.resize(700, 500);
-    Settle();
-    int twips = PixelsToTwips(700, frame.screen()->logicalDotsPerInchX());
-    frame.showMaximized();
-    Settle();
-    frame.Unload();
-    EXPECT_EQ(store.values[u"MainState"], u"2");
-    EXPECT_EQ(store.values[u"MainWidth"], Decimal(twips));
-    EXPECT_TRUE(store.values.contains(u"FontName"));
 }
 
 // Keys

@@ -45,8 +45,3 @@ TEST(Icons, AreDrawnInEachSizeOnNothing)
         }
     }
 }
-
-TEST(Icons, TheProgramHasItsOwnInside)
-{
-    EXPECT_FALSE(QIcon(QStringLiteral(":/icons/com.orlin.NibPad71.svg")).pixmap(64).isNull());
-}

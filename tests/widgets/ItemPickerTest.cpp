@@ -4,17 +4,16 @@
 #include "fakes/FakeBrowser.h"
 #include "hosts/picker/QtPickerWidgets.h"
 #include "platform/qt/QtText.h"
+#include "widgets/Keys.h"
 
-#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTest>
 #include <QTimer>
 
 #include <gtest/gtest.h>
 
-namespace nib {
+namespace nib::test {
 namespace {
 
 constexpr TextView kBp{u"mvdb:LIVE/SALES/BP"};
@@ -37,9 +36,8 @@ protected:
     template <typename Widget>
     Widget* Named(const char* name) const
     {
-        for (Widget* widget : form->findChildren<Widget*>()) {
+        for (Widget* widget : form->findChildren<Widget*>())
             if (widget->accessibleName() == QLatin1String(name)) return widget;
-        }
         return nullptr;
     }
     QLineEdit* Name() const { return Named<QLineEdit>("Item"); }
@@ -47,17 +45,10 @@ protected:
     PickerListView* List() const { return Named<PickerListView>("Items"); }
     QPushButton* Ok() const
     {
-        for (QPushButton* button : form->findChildren<QPushButton*>()) {
+        for (QPushButton* button : form->findChildren<QPushButton*>())
             if (button->isDefault()) return button;
-        }
         return nullptr;
     }
-    static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-    }
-    static void Type(const char* text) { QTest::keyClicks(QApplication::focusWidget(), QString::fromLatin1(text)); }
-
     FakeBrowser browser;
     std::unique_ptr<PickerModel> model;
     std::unique_ptr<frmItemPicker> form;
@@ -106,41 +97,11 @@ TEST_F(ItemPickerTest, FilterNarrowsAndEscapeFirstClearsIt)
     EXPECT_EQ(form->result(), QDialog::Rejected);
 }
 
-TEST_F(ItemPickerTest, SavingBeginsWithTheName)
-{
-    SelectRequest request;
-    request.mode = u"Save";
-    Open(request, u"file:/home/ann");
-    ASSERT_TRUE(Name()->hasFocus());
-    EXPECT_EQ(form->windowTitle(), QStringLiteral("Save"));
-    EXPECT_EQ(Ok()->text(), QStringLiteral("&Save"));
-    Type("new.bas");
-    Key(Qt::Key_Return);
-    EXPECT_EQ(model->Answer().paths, (std::vector<Text>{u"file:/home/ann/new.bas"}));
-}
-
-TEST_F(ItemPickerTest, SeveralPicksAndReadOnly)
-{
-    SelectRequest request;
-    request.several = true;
-    request.offerReadOnly = true;
-    Open(request, kBp);
-    Key(Qt::Key_Down);
-    Key(Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_EQ(Name()->text(), QStringLiteral("\"MAIN\" \"MAIN2\""));
-    Key(Qt::Key_R, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return model->Answer().readOnly; })) << "by its access key";
-    Ok()->click();
-    EXPECT_EQ(model->Answer().paths.size(), 2U);
-    EXPECT_TRUE(model->Answer().readOnly);
-}
-
 TEST_F(ItemPickerTest, FailureIsALineInTheDialog)
 {
     const auto shown = [&](const Text& text) {
-        for (const QLabel* label : form->findChildren<QLabel*>()) {
+        for (const QLabel* label : form->findChildren<QLabel*>())
             if (label->isVisible() && label->text() == ToQString(text)) return true;
-        }
         return false;
     };
     browser.denied.insert(u"file:/home/ann/work");
@@ -174,7 +135,7 @@ TEST_F(ItemPickerTest, TheTreeFollowsAndLeads)
 TEST_F(ItemPickerTest, TenThousandItems)
 {
     for (int i = 0; i < 10000; ++i) browser.Add(u"mvdb:LIVE/SALES/BIG/INV*" + Decimal(i));
-    test::Patience patience("list and filter");
+    Patience patience("list and filter");
     Open({}, u"mvdb:LIVE/SALES/BIG");
     ASSERT_EQ(List()->model()->rowCount(), 10000);
     EXPECT_TRUE(QTest::qWaitFor([&] { return browser.lockQuestions > 0; }));
@@ -214,4 +175,4 @@ TEST_F(ItemPickerTest, SizeAndHiddenFilesAreRememberedWithinTheRun)
 }
 
 } // namespace
-} // namespace nib
+} // namespace nib::test

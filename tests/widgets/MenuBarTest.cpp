@@ -173,23 +173,8 @@ TEST_F(MenuBarTest, ClicksAndChanges)
     EXPECT_FALSE(button->autoRaise());
 }
 
-TEST_F(MenuBarTest, ToolsComeAndGo)
+TEST_F(MenuBarTest, AKeyThatIsTakenIsOnlyShown)
 {
-    QMenu& file = *Menu(QStringLiteral("File"));
-    const QStringList before = Drawn(file);
-    for (int32_t i : {1, 2}) {
-        MenuTool tool;
-        tool.key = u"file_" + Decimal(i);
-        tool.caption = u"&1 x";
-        tool.beginGroup = i == 1;
-        model.Add(Band::MainMenu, u"File", std::move(tool), u"Exit");
-    }
-    QStringList with = before;
-    for (const char* key : {"-", "file_1", "file_2"}) with.insert(with.size() - 2, QLatin1String(key));
-    EXPECT_EQ(Drawn(file), with);
-    model.RemoveBeginning(Band::MainMenu, u"File", u"file_");
-    EXPECT_EQ(Drawn(file), before);
-
     MenuTool client;
     client.key = client.caption = u"Deploy";
     client.shortcut = ShortcutName(6);
@@ -226,35 +211,6 @@ TEST_F(MenuBarTest, DocumentTabs)
     for (int32_t tab : {3, 5, 9}) model.RemoveTab(tab);
     EXPECT_FALSE(tabs.isVisible());
     EXPECT_EQ(events.Take(), QStringList{});
-}
-
-TEST_F(MenuBarTest, OwnIconsInBothBrightnesses)
-{
-    for (const ToolLookRow& row : kToolLooks) {
-        if (!TextView(row.icon).starts_with(u"nib-")) continue;
-        for (const char* kind : {"", "-dark"})
-            EXPECT_FALSE(
-                QIcon(QLatin1String(":/icons/") + ToQString(row.icon) + QLatin1String(kind) + QLatin1String(".svg"))
-                    .pixmap(22)
-                    .isNull())
-                << ToUtf8(row.icon) << kind;
-    }
-    const QPalette before = QApplication::palette();
-    QPalette dark = before;
-    dark.setColor(QPalette::Window, Qt::black);
-    dark.setColor(QPalette::WindowText, Qt::white);
-    QApplication::setPalette(dark);
-    UseIconTheme();
-    EXPECT_EQ(QIcon::fallbackThemeName(), QStringLiteral("breeze-dark"));
-    QImage icon = ToolIcon(u"nib-bookmark").pixmap(22).toImage();
-    QApplication::setPalette(before);
-    UseIconTheme();
-    int brightest = 0;
-    for (int y = 0; y < icon.height(); ++y)
-        for (int x = 0; x < icon.width(); ++x)
-            if (QColor color = icon.pixelColor(x, y); color.alpha() > 200)
-                brightest = std::max(brightest, color.lightness());
-    EXPECT_GT(brightest, 200);
 }
 
 } // namespace

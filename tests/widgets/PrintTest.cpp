@@ -7,7 +7,6 @@
 
 #include "fakes/FakeMessageBoxes.h"
 #include "fakes/MemoryClipboard.h"
-#include "fakes/Patience.h"
 #include "fakes/WordLexer.h"
 
 #include <QDir>
@@ -79,9 +78,8 @@ struct PrintedPdf : testing::Test {
                  QStringLiteral("-singlefile"), QStringLiteral("-png"), Path(), stem});
         const QImage image = QImage(stem + QStringLiteral(".png")).convertToFormat(QImage::Format_RGB32);
         std::vector<QRgb> pixels;
-        for (int y = 0; y < image.height(); ++y) {
+        for (int y = 0; y < image.height(); ++y)
             for (int x = 0; x < image.width(); ++x) pixels.push_back(image.pixel(x, y));
-        }
         return pixels;
     }
     QString TextOf() const
@@ -155,14 +153,6 @@ TEST_F(PrintedPdf, AFolderThatIsThereIsOffered)
     Print(QStringLiteral("a/b"));
     EXPECT_EQ(offered, folder.filePath(QStringLiteral("Documents")));
     qputenv("HOME", home);
-}
-
-TEST_F(PrintedPdf, TenThousandLinesInTime)
-{
-    Sample(10000);
-    Patience patience("10,000 lines on paper");
-    WritePdf({Path(), {}, Sheet(QPageSize::A4), {}}, saver,
-             [&](QPagedPaintDevice& device) { DrawPages(view, log, kTitle, {device}); });
 }
 
 } // namespace

@@ -3,11 +3,10 @@
 #include "fakes/TestRecovery.h"
 #include "persistence/recovery/frmAutoRecover.h"
 #include "platform/qt/QtText.h"
+#include "widgets/Keys.h"
 
-#include <QApplication>
 #include <QListWidget>
 #include <QPushButton>
-#include <QTest>
 #include <QTimer>
 
 namespace nib::test {
@@ -49,7 +48,6 @@ protected:
         ADD_FAILURE() << "no button " << text;
         return nullptr;
     }
-    static void Key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
     void TabTo(const char* text) const
     {
         for (int i = 0; i < 10 && !Button(text)->hasFocus(); ++i) Key(Qt::Key_Tab);

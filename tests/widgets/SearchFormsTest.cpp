@@ -7,18 +7,16 @@
 #include "printing/QtPrintingSurface.h"
 #include "search/frmFind.h"
 #include "search/frmResults.h"
+#include "widgets/Keys.h"
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScrollBar>
-#include <QTest>
 #include <QTextBlock>
 
 #include <gtest/gtest.h>
@@ -32,23 +30,6 @@ Widget* ByText(const QWidget& form, const char* text)
     for (Widget* widget : form.findChildren<Widget*>())
         if (widget->text() == QLatin1String(text)) return widget;
     return nullptr;
-}
-
-void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-{
-    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-}
-
-void Type(const char* text)
-{
-    QTest::keyClicks(QApplication::focusWidget(), QString::fromLatin1(text));
-}
-
-/// An access key; the button shows that it is pressed before it acts.
-void Alt(Qt::Key key)
-{
-    Key(key, Qt::AltModifier);
-    QTest::qWait(150);
 }
 
 class FindFormTest : public testing::Test {
@@ -79,17 +60,17 @@ TEST_F(FindFormTest, KeysAlone)
     EXPECT_TRUE(form->isVisible());
     Key(Qt::Key_F3);
     EXPECT_EQ(search.View(*document).Caret(), (Position{3, 1}));
-    Alt(Qt::Key_C);
+    AccessKey(Qt::Key_C);
     EXPECT_TRUE(search.Dialog().matchCase);
-    Alt(Qt::Key_W);
+    AccessKey(Qt::Key_W);
     EXPECT_TRUE(search.Dialog().wholeWord);
-    Alt(Qt::Key_U);
+    AccessKey(Qt::Key_U);
     EXPECT_TRUE(search.Dialog().up);
-    Alt(Qt::Key_N);
+    AccessKey(Qt::Key_N);
     EXPECT_TRUE(Combo()->lineEdit()->hasFocus());
     EXPECT_EQ(Combo()->count(), 1);
     EXPECT_EQ(Combo()->currentText(), QStringLiteral("two"));
-    Alt(Qt::Key_A);
+    AccessKey(Qt::Key_A);
     EXPECT_FALSE(form->isVisible()) << "Find All hides the dialog";
     EXPECT_EQ(search.results.lines.back(), u"0001 one [two]");
 }
@@ -164,22 +145,13 @@ TEST_F(FindFormTest, ReplaceMode)
     Type("ab");
     Key(Qt::Key_Tab);
     Type("c");
-    Alt(Qt::Key_A);
+    AccessKey(Qt::Key_A);
     EXPECT_EQ(search.Line(*document, 0), u"c c");
     EXPECT_EQ(search.Said(), std::vector<Text>{u"2 occurrences replaced."});
     EXPECT_TRUE(form->isVisible());
     form->Find();
     EXPECT_TRUE(ByText<QAbstractButton>(*form, "&Up")->isEnabled());
     EXPECT_FALSE(ByText<QPushButton>(*form, "&Replace")->isVisible());
-}
-
-TEST_F(FindFormTest, FieldsTakeTheEditorsFont)
-{
-    search.Settings().FontName = u"DejaVu Sans Mono";
-    search.Settings().FontSize = u"20";
-    Open(u"ab");
-    EXPECT_EQ(Combo()->font().family(), QStringLiteral("DejaVu Sans Mono"));
-    EXPECT_EQ(Combo()->font().pointSizeF(), 12);
 }
 
 class ResultsFormTest : public testing::Test {
@@ -255,20 +227,9 @@ TEST_F(ResultsFormTest, Keys)
     EXPECT_FALSE(Form().isVisible());
     Form().ShowResults(u"");
     EXPECT_EQ(Box()->document()->blockCount(), 4) << "hidden, not lost";
+    QApplication::setActiveWindow(&Form());
     Key(Qt::Key_Escape);
     EXPECT_FALSE(Form().isVisible());
-}
-
-TEST_F(ResultsFormTest, SizeIsKept)
-{
-    store.values = {{u"ResultsWidth", u"7500"}, {u"ResultsHeight", u"3000"}};
-    List();
-    EXPECT_EQ(Form().size(), QSize(7500 * Form().logicalDpiX() / 1440, 3000 * Form().logicalDpiX() / 1440));
-    EXPECT_EQ(Form().pos() + QPoint(Form().width() + 8, Form().height() + 8),
-              owner.frameGeometry().bottomRight() + QPoint(1, 1));
-    Form().resize(600, 300);
-    Form().Unload();
-    EXPECT_EQ(store.values[u"ResultsWidth"], Decimal(600 * 1440 / Form().logicalDpiX()));
 }
 
 TEST_F(ResultsFormTest, SeparatorsInALineDoNotBreakIt)
@@ -294,17 +255,6 @@ TEST_F(ResultsFormTest, Font)
     EXPECT_EQ(search.Settings().ResultsFontSize, u"14");
     EXPECT_EQ(Box()->font().pointSizeF(), 14);
     EXPECT_FALSE(Form().findChild<QAction*>(QStringLiteral("Print"))->isEnabled()) << "nobody to print";
-}
-
-TEST_F(ResultsFormTest, LongListsStayQuick)
-{
-    Patience patience("list");
-    Form().ResetResults(u"Search Results");
-    for (int i = 0; i < 100000; ++i) Form().AddResultLine(u"0001 some line of text with a hit in it", 26, 3, false);
-    Form().ShowResults(u"");
-    QTest::qWait(1);
-    Box()->verticalScrollBar()->setValue(Box()->verticalScrollBar()->maximum());
-    Form().grab();
 }
 
 } // namespace

@@ -2,12 +2,11 @@
 
 #include "fakes/FakeSettingsApplied.h"
 #include "fakes/MemorySettings.h"
-#include "fakes/Patience.h"
 #include "fakes/TestProgram.h"
 #include "persistence/settings/frmSettings.h"
 #include "platform/qt/QtText.h"
+#include "widgets/Keys.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -16,7 +15,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -26,23 +24,6 @@ namespace {
 using namespace message_box;
 
 constexpr int32_t kUser = keyword_class::kUser;
-
-void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-{
-    ASSERT_TRUE(QApplication::focusWidget());
-    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-}
-
-void Alt(Qt::Key key)
-{
-    Key(key, Qt::AltModifier);
-    QTest::qWait(150);
-}
-
-void Type(const char* text)
-{
-    QTest::keyClicks(QApplication::focusWidget(), QString::fromLatin1(text));
-}
 
 struct SettingsFormTest : testing::Test {
     TestProgram test;
@@ -95,19 +76,6 @@ TEST_F(SettingsFormTest, OkAppliesAndCancelLeavesEverything)
     }
 }
 
-TEST_F(SettingsFormTest, SwitchesThatAskArePutBack)
-{
-    Open();
-    auto& box = Get<QCheckBox>("chkHostConfig");
-    TabTo(box);
-    test.boxes.Answer({kAnswerCancel, kAnswerOk});
-    Key(Qt::Key_Space);
-    EXPECT_TRUE(box.isChecked());
-    Key(Qt::Key_Space);
-    EXPECT_FALSE(box.isChecked());
-    EXPECT_EQ(test.boxes.Take().size(), 2U) << "putting it back asks no second time";
-}
-
 TEST_F(SettingsFormTest, ColorsByKeys)
 {
     live.CommentColor = 0x123456;
@@ -134,13 +102,13 @@ TEST_F(SettingsFormTest, ColorsByKeys)
 TEST_F(SettingsFormTest, KeywordsByKeys)
 {
     Open(5);
-    Alt(Qt::Key_K);
+    AccessKey(Qt::Key_K);
     Type("FOO");
     TabTo(Get<QRadioButton>("optNone"));
     Key(Qt::Key_Down);
     EXPECT_TRUE(Get<QRadioButton>("optBegin").isChecked());
     EXPECT_TRUE(Get<QRadioButton>("optLast").isEnabled());
-    Alt(Qt::Key_K);
+    AccessKey(Qt::Key_K);
     Key(Qt::Key_Return);
     EXPECT_TRUE(form->isVisible()) << "Return adds the word";
     EXPECT_EQ(UserWords(), u"FOO+");
@@ -151,28 +119,12 @@ TEST_F(SettingsFormTest, KeywordsByKeys)
               QStringLiteral("Block indent for reserved keyword"));
     EXPECT_TRUE(Get<QRadioButton>("optMid").isChecked());
     EXPECT_FALSE(Get<QRadioButton>("optNone").isEnabled());
-    Alt(Qt::Key_W);
+    AccessKey(Qt::Key_W);
     Key(Qt::Key_Home);
     EXPECT_EQ(Get<QLineEdit>("txtKeyword").text(), QStringLiteral("FOO"));
     Key(Qt::Key_Delete);
     EXPECT_EQ(UserWords(), u"");
     EXPECT_EQ(list.model()->rowCount(), 0);
-}
-
-TEST_F(SettingsFormTest, FiveThousandWordsAreQuick)
-{
-    Text words;
-    for (int i = 0; i < 5000; ++i) words += u"WORD.X" + Decimal(i) + u" ";
-    live.Keywords.SetKeywordList(kUser, u" ", words);
-    Open(5);
-    auto& list = Get<QListView>("lstKeywords");
-    EXPECT_EQ(list.model()->rowCount(), 5000);
-    Patience patience("walk and delete");
-    TabTo(list);
-    for (int i = 0; i < 50; ++i) Key(Qt::Key_PageDown);
-    for (int i = 0; i < 50; ++i) Key(Qt::Key_Delete);
-    QApplication::processEvents();
-    EXPECT_EQ(list.model()->rowCount(), 4950);
 }
 
 } // namespace

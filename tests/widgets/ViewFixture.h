@@ -88,9 +88,8 @@ struct ViewFixture : testing::Test {
     {
         int count = 0;
         QRect area = QRectF(cell.topLeft() * image.devicePixelRatio(), cell.size() * image.devicePixelRatio()).toRect();
-        for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int y = area.top(); y <= area.bottom(); ++y)
             for (int x = area.left(); x <= area.right(); ++x) count += image.pixelColor(x, y) != blank;
-        }
         return count;
     }
 

@@ -187,8 +187,7 @@ TEST_F(ViewPaint, AssistiveToolsReadAndEdit)
         {QAccessible::WordBoundary, 7, QStringLiteral(" "), QStringLiteral("SUB.1"), QStringLiteral("\n")},
         {QAccessible::LineBoundary, 12, QStringLiteral("CALL SUB.1\n"), QStringLiteral("\"e\u0301\" B\n"),
          QStringLiteral("C")},
-        {QAccessible::LineBoundary, 19, QStringLiteral("\"e\u0301\" B\n"), QStringLiteral("C"), QStringLiteral("")},
-    };
+        {QAccessible::LineBoundary, 19, QStringLiteral("\"e\u0301\" B\n"), QStringLiteral("C"), QStringLiteral("")}};
     for (const auto& row : rows) {
         int start = 0;
         int end = 0;

@@ -21,9 +21,6 @@ class FakeMailbox : public TraceMailbox {
 public:
     bool OpenDebugMemory(TextView, int32_t capacity) override
     {
-        ++opened;
-        if (wrongSize) throw Error(error_number::kSubscript, u"size");
-        if (!available) return false;
         open = true;
         slots.resize(static_cast<size_t>(capacity));
         return true;
@@ -45,33 +42,13 @@ public:
         sent.push_back(Decimal(viewer) + u"/" + Decimal(client) + u" " + Text(text));
     }
 
-    bool available = true;
-    bool wrongSize = false;
     bool open = false;
     int32_t used = 0;
     std::vector<uint32_t> slots;
     int32_t gives = 3;
-    int opened = 0;
     int registered = 0;
     std::vector<Text> sent;
 };
-
-TEST(modDebugLog, NoViewer)
-{
-    FakeMailbox mailbox;
-    modDebugLog log(mailbox);
-    mailbox.available = false;
-    log.Write(u"a", 0);
-    log.Write(u"a", 1);
-    EXPECT_EQ(mailbox.opened, 2) << "a failed opening is tried again";
-    mailbox.available = true;
-    log.Write(u"a", 1);
-    log.Write(u"a", 1);
-    EXPECT_EQ(mailbox.opened, 3);
-    EXPECT_EQ(mailbox.registered, 0);
-    EXPECT_FALSE(log.Wants(0));
-    EXPECT_TRUE(mailbox.sent.empty());
-}
 
 TEST(modDebugLog, MasksAreOfTheViewerAndAllBitsCount)
 {
@@ -103,16 +80,6 @@ TEST(modDebugLog, MasksAreOfTheViewerAndAllBitsCount)
     log.Write(u"y", 1);
     EXPECT_EQ(mailbox.registered, 2);
     EXPECT_EQ(mailbox.sent, std::vector<Text>{u"901/2 y"});
-}
-
-TEST(modDebugLog, ABlockOfAnotherSizeIsAnErrorThatStopsNobody)
-{
-    FakeMailbox mailbox;
-    mailbox.wrongSize = true;
-    modDebugLog log(mailbox);
-    EXPECT_THROW(log.Log(u"x", 1), Error);
-    EXPECT_FALSE(log.Wants(1));
-    EXPECT_NO_THROW(log.Write(u"x", 1));
 }
 
 TEST(TraceBlock, IsSharedAndKnowsItsSize)

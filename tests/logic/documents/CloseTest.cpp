@@ -11,27 +11,22 @@ using namespace message_box;
 
 struct CloseRow {
     const char* name;
-    bool stored;
-    bool dirty;
-    bool prompt;
+    bool stored, dirty, prompt;
     int32_t answer; ///< 0: nothing is asked
-    bool writeFails;
-    bool closed;
+    bool writeFails, closed;
     Text kept; ///< in storage afterwards
 };
 
-const CloseRow kCloseRows[] = {
-    {"clean", true, false, true, 0, false, true, u"old"},
-    {"dirty, no prompt", true, true, false, 0, false, true, u"old"},
-    {"yes", true, true, true, kAnswerYes, false, true, u"new"},
-    {"yes, write fails", true, true, true, kAnswerYes, true, false, u"old"},
-    {"no", true, true, true, kAnswerNo, false, true, u"old"},
-    {"cancel", true, true, true, kAnswerCancel, false, false, u"old"},
-    {"new, clean", false, false, true, 0, false, true, u""},
-    {"new, yes", false, true, true, kAnswerYes, false, false, u""},
-    {"new, no", false, true, true, kAnswerNo, false, true, u""},
-    {"new, cancel", false, true, true, kAnswerCancel, false, false, u""},
-};
+const CloseRow kCloseRows[] = {{"clean", true, false, true, 0, false, true, u"old"},
+                               {"dirty, no prompt", true, true, false, 0, false, true, u"old"},
+                               {"yes", true, true, true, kAnswerYes, false, true, u"new"},
+                               {"yes, write fails", true, true, true, kAnswerYes, true, false, u"old"},
+                               {"no", true, true, true, kAnswerNo, false, true, u"old"},
+                               {"cancel", true, true, true, kAnswerCancel, false, false, u"old"},
+                               {"new, clean", false, false, true, 0, false, true, u""},
+                               {"new, yes", false, true, true, kAnswerYes, false, false, u""},
+                               {"new, no", false, true, true, kAnswerNo, false, true, u""},
+                               {"new, cancel", false, true, true, kAnswerCancel, false, false, u""}};
 
 TEST(FileCloseTest, EachAnswer)
 {
@@ -122,25 +117,20 @@ TEST(DocumentNamesTest, NumbersNeverFall)
 
 struct TitleRow {
     Text path;
-    bool stored;
-    bool readOnly;
-    bool dirty;
-    Text host;
-    Text title;
+    bool stored, readOnly, dirty;
+    Text host, title;
 };
 
-const TitleRow kTitleRows[] = {
-    {kMain, true, false, false, u"server1", u"BP MAIN on server1"},
-    {kMain, true, true, false, u"server1", u"BP MAIN on server1 (Read only)"},
-    {kMain, true, true, true, u"server1", u"*BP MAIN on server1 (Read only)"},
-    {kMain, false, false, true, u"server1", u"*BP MAIN on server1 (New)"},
-    {kMain, false, true, false, u"server1", u"BP MAIN on server1 (New)"},
-    {kMain, true, false, false, u"", u"BP MAIN"},
-    {kLocal, true, false, false, u"server1", u"a.bas"},
-    {kLocal, true, false, true, u"server1", u"*a.bas"},
-    {kLocal, true, true, false, u"server1", u"a.bas (Read only)"},
-    {kLocal, false, false, false, u"server1", u"a.bas (New)"},
-};
+const TitleRow kTitleRows[] = {{kMain, true, false, false, u"server1", u"BP MAIN on server1"},
+                               {kMain, true, true, false, u"server1", u"BP MAIN on server1 (Read only)"},
+                               {kMain, true, true, true, u"server1", u"*BP MAIN on server1 (Read only)"},
+                               {kMain, false, false, true, u"server1", u"*BP MAIN on server1 (New)"},
+                               {kMain, false, true, false, u"server1", u"BP MAIN on server1 (New)"},
+                               {kMain, true, false, false, u"", u"BP MAIN"},
+                               {kLocal, true, false, false, u"server1", u"a.bas"},
+                               {kLocal, true, false, true, u"server1", u"*a.bas"},
+                               {kLocal, true, true, false, u"server1", u"a.bas (Read only)"},
+                               {kLocal, false, false, false, u"server1", u"a.bas (New)"}};
 
 TEST(DocumentNamesTest, Titles)
 {
@@ -176,24 +166,6 @@ TEST(DocumentNamesTest, PropertiesAndTheirDefaults)
     EXPECT_EQ(host->Path() + u" " + host->Filename() + u" " + host->ItemID(), kMain + u" BP MAIN");
     auto local = t.Open(kLocal);
     EXPECT_TRUE(local->LocalFile());
-}
-
-TEST(DocumentsTest, OrderAndNeighbours)
-{
-    TestProgram t;
-    mvDocuments& all = t.Documents();
-    auto a = t.New();
-    EXPECT_EQ(all.NextAfter(a->DocumentID()), nullptr);
-    auto b = t.New();
-    auto c = t.New();
-    EXPECT_EQ(all.NextAfter(a->DocumentID()), b);
-    EXPECT_EQ(all.NextAfter(c->DocumentID()), a);
-    EXPECT_EQ(all.Item(3), c);
-    EXPECT_EQ(all.Item(0), nullptr);
-    EXPECT_EQ(all.Item(4), nullptr);
-    b->FileClose(false);
-    EXPECT_EQ(all.ById(b->DocumentID()), nullptr);
-    EXPECT_EQ(all.Item(2), c);
 }
 
 } // namespace

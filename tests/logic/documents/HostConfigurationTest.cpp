@@ -82,8 +82,7 @@ TEST_F(HostConfigurationTest, NothingComesFromAHostThatMayNotOrCannotTell)
     const std::pair<const char*, std::function<void()>> rows[] = {
         {"not wanted", [&] { Settings().DisableHostConfig = true; }},
         {"not supported", [&] { t.Store().unsupported = {kSupportsConfiguration}; }},
-        {"no session", [&] { t.Store().hasSession = false; }},
-    };
+        {"no session", [&] { t.Store().hasSession = false; }}};
     for (const auto& [name, prepare] : rows) {
         SCOPED_TRACE(name);
         t.Store().unsupported.clear();
@@ -117,8 +116,7 @@ TEST_F(HostConfigurationTest, KeywordsComeFromItems)
     Settings().Keywords.SetKeywordList(keyword_class::kUser, u",", u"MINE");
     struct Row {
         const char* name;
-        Text language;
-        Text user;
+        Text language, user;
         bool replaced;
         Text userWords;
     };

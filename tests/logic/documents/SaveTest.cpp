@@ -111,8 +111,7 @@ TEST(FileSaveAsTest, APlaceIsNoItem)
 struct SaveAsRow {
     const char* name;
     std::optional<StoredItem> target;
-    bool strangersLock;
-    bool recordLocking;
+    bool strangersLock, recordLocking;
     int32_t answer; ///< 0: nothing is asked
     Boxes boxes;
     bool saved;
@@ -123,15 +122,13 @@ const ShownBox kLocked = Warning(u"Item 'OTHER' is currently locked and cannot b
 const ShownBox kFixed = Warning(u"Item 'OTHER' exists and cannot be overwritten. Please save using a different name.");
 const ShownBox kNoItem = Warning(u"'OTHER' appears to be a file or folder and cannot be overwritten!");
 
-const SaveAsRow kSaveAsRows[] = {
-    {"missing", {}, false, true, 0, {}, true},
-    {"exists, yes", StoredItem{u"x"}, false, true, kYes, {kAsk}, true},
-    {"exists, no", StoredItem{u"x"}, false, true, kNo, {kAsk}, false},
-    {"read-only", StoredItem{u"x", true}, false, true, 0, {kFixed}, false},
-    {"file definition", StoredItem{u"x", false, false}, false, true, 0, {kNoItem}, false},
-    {"locked", StoredItem{u"x"}, true, true, kYes, {kAsk, kLocked}, false},
-    {"locked, without locking", StoredItem{u"x"}, true, false, kYes, {kAsk}, true},
-};
+const SaveAsRow kSaveAsRows[] = {{"missing", {}, false, true, 0, {}, true},
+                                 {"exists, yes", StoredItem{u"x"}, false, true, kYes, {kAsk}, true},
+                                 {"exists, no", StoredItem{u"x"}, false, true, kNo, {kAsk}, false},
+                                 {"read-only", StoredItem{u"x", true}, false, true, 0, {kFixed}, false},
+                                 {"file definition", StoredItem{u"x", false, false}, false, true, 0, {kNoItem}, false},
+                                 {"locked", StoredItem{u"x"}, true, true, kYes, {kAsk, kLocked}, false},
+                                 {"locked, without locking", StoredItem{u"x"}, true, false, kYes, {kAsk}, true}};
 
 TEST(ItemSaveAsTest, EachStateOfTheTarget)
 {

@@ -41,8 +41,7 @@ TEST(TextFormsTest, LineEnds)
 TEST(LabelTest, ScanLabel)
 {
     struct {
-        Text line;
-        Text name;
+        Text line, name;
         int32_t column;
     } const rows[] = {{u"  100 X = 1", u"100", 2},
                       {u"A.B$_1: X", u"A.B$_1", 0},
@@ -121,17 +120,6 @@ TEST_F(TextTest, LabelTableKeepsUpWithTheText)
     EXPECT_TRUE(document->Labels().empty());
 }
 
-TEST_F(TextTest, GotoLineClamps)
-{
-    LoadLines(10);
-    const std::pair<int32_t, int32_t> rows[] = {{1, 0},  {10, 9},        {11, 9},       {0, 0},
-                                                {-5, 0}, {INT32_MIN, 0}, {INT32_MAX, 9}};
-    for (auto [line, caret] : rows) {
-        document->GotoLine(line);
-        EXPECT_EQ(view.Caret(), (Position{0, caret})) << line;
-    }
-}
-
 TEST_F(TextTest, ShowLineCentres)
 {
     LoadLines(100);
@@ -139,8 +127,7 @@ TEST_F(TextTest, ShowLineCentres)
     struct {
         int32_t line;
         bool centre;
-        int32_t before;
-        int32_t after;
+        int32_t before, after;
     } const rows[] = {{50, true, 0, 40}, {50, false, 0, 0},  {10, true, 0, 0},   {11, true, 0, 1},  {95, true, 0, 80},
                       {5, true, 60, 60}, {70, true, 60, 60}, {71, true, 60, 61}, {99, true, 85, 80}};
     for (auto& row : rows) {
@@ -200,8 +187,7 @@ TEST_F(TextTest, Selections)
     Load(all);
     EXPECT_EQ(document->SelText(), u"");
     struct {
-        Position anchor;
-        Position caret;
+        Position anchor, caret;
         Text selected;
         bool lines;
     } const rows[] = {{{1, 0}, {3, 0}, u"ir", false},
@@ -223,15 +209,6 @@ TEST_F(TextTest, Selections)
         EXPECT_EQ(document->GetText(), Replace(all, row.selected, u"<   >"));
         document->Undo();
     }
-}
-
-TEST_F(TextTest, HighlightFollowsTheSettingAtCreation)
-{
-    EXPECT_TRUE(document->Highlight());
-    t.program.EditorSettings().Highlight = false;
-    EXPECT_FALSE(t.New()->Highlight());
-    document->SetHighlight(false);
-    EXPECT_FALSE(document->Highlight());
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "editing/operations/BlockOps.h"
 #include "MarkedEditor.h"
-#include "fakes/TestProgram.h"
 #include "fakes/WordLexer.h"
 
 #include <gtest/gtest.h>
@@ -38,8 +37,7 @@ void Execute(MarkedEditor& editor, Op op)
 
 struct Row {
     Op op;
-    Text before;
-    Text after;
+    Text before, after;
 };
 
 /// Each there, back and there again; a selection and its direction come along.
@@ -61,30 +59,26 @@ void Check(const std::vector<Row>& rows, const MvEdit& settings = {})
 
 TEST(BlockOpsTest, Indent)
 {
-    Check({
-        {Op::Indent, u"a\n^b\nc", u"a\n^   b\nc"},
-        {Op::Indent, u"a\nb^b\nc", u"a\n   b^b\nc"},
-        {Op::Indent, u"a\n^", u"a\n^   "},
-        {Op::Indent, u"^", u"^   "},
-        {Op::Indent, u"~a\nb\n^c", u"~   a\n   b\n^c"},
-        {Op::Indent, u"a~a\n\nb^b", u"   a~a\n   \n   b^b"},
-        {Op::Indent, u"a^a\nb~b", u"   a^a\n   b~b"},
-        {Op::Indent, u"^a\nb~", u"^   a\n   b~"},
-        {Op::Indent, u"a~a^", u"   a~a^"},
-    });
+    Check({{Op::Indent, u"a\n^b\nc", u"a\n^   b\nc"},
+           {Op::Indent, u"a\nb^b\nc", u"a\n   b^b\nc"},
+           {Op::Indent, u"a\n^", u"a\n^   "},
+           {Op::Indent, u"^", u"^   "},
+           {Op::Indent, u"~a\nb\n^c", u"~   a\n   b\n^c"},
+           {Op::Indent, u"a~a\n\nb^b", u"   a~a\n   \n   b^b"},
+           {Op::Indent, u"a^a\nb~b", u"   a^a\n   b~b"},
+           {Op::Indent, u"^a\nb~", u"^   a\n   b~"},
+           {Op::Indent, u"a~a^", u"   a~a^"}});
 }
 
 TEST(BlockOpsTest, Outdent)
 {
-    Check({
-        {Op::Outdent, u" ^a", u"^a"},
-        {Op::Outdent, u"    ^a", u" ^a"},
-        {Op::Outdent, u"^", u"^"},
-        {Op::Outdent, u"  ^", u"^"},
-        {Op::Outdent, u"~      a\n\n  b\nc\n    d^", u"~   a\n\nb\nc\n d^"},
-        {Op::Outdent, u" ^     a\n    ~b", u"^   a\n ~b"},
-        {Op::Outdent, u"   ~   a\n    b\n^   c", u"~   a\n b\n^   c"},
-    });
+    Check({{Op::Outdent, u" ^a", u"^a"},
+           {Op::Outdent, u"    ^a", u" ^a"},
+           {Op::Outdent, u"^", u"^"},
+           {Op::Outdent, u"  ^", u"^"},
+           {Op::Outdent, u"~      a\n\n  b\nc\n    d^", u"~   a\n\nb\nc\n d^"},
+           {Op::Outdent, u" ^     a\n    ~b", u"^   a\n ~b"},
+           {Op::Outdent, u"   ~   a\n    b\n^   c", u"~   a\n b\n^   c"}});
 }
 
 TEST(BlockOpsTest, TheAmountIsTheTabSize)
@@ -120,9 +114,7 @@ TEST(BlockOpsTest, Comment)
 TEST(BlockOpsTest, UncommentAtTheMargin)
 {
     struct {
-        Text before;
-        Text after;
-        Text undone;
+        Text before, after, undone;
     } const rows[] = {{u"^      *         X", u"^         X", u"^            *   X"},
                       {u"^      *   X = 1", u"^       1", u"^            * 1"},
                       {u"^   !x", u"^   ", u"^    !"},
@@ -234,34 +226,6 @@ TEST(BlockOpsTest, AnyText)
             ASSERT_TRUE(editor.HasSafeCaret());
         }
     }
-}
-
-TEST(BlockOpsTest, OfTheDocument)
-{
-    TestProgram t;
-    auto document = t.New();
-    document->SetText(u"one two\r\n  X");
-    document->SetHighlight(false);
-    document->View()->txtText().SetSelection({4, 0}, {7, 0});
-    document->ToggleCase();
-    document->IndentBlock(true);
-    document->CommentBlock(true);
-    EXPECT_EQ(document->GetText(), u"   *one Two\r\n  X");
-    EXPECT_EQ(document->GetSelectionText(), u"Two");
-    document->CommentBlock(false);
-    document->Format();
-    EXPECT_EQ(document->GetText(), u"      one Two\r\n      X");
-    EXPECT_FALSE(document->Highlight());
-    t.ExpectCalm();
-    document->IndentBlock(false);
-    EXPECT_EQ(document->GetText(), u"   one Two\r\n      X");
-    for (int i = 0; i < 6; ++i) document->Undo();
-    EXPECT_EQ(document->GetText(), u"one two\r\n  X");
-    EXPECT_FALSE(document->CanUndo());
-    document->View()->txtText().SetSelection({1, 0}, {1, 0});
-    document->ToggleCase();
-    EXPECT_FALSE(document->CanUndo()) << "nothing to toggle, nothing to undo";
-    EXPECT_TRUE(document->CanRedo());
 }
 
 } // namespace

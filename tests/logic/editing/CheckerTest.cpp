@@ -63,8 +63,7 @@ Text Findings(TextView program)
 TEST(CheckerTest, FindsWhatIsWrongInEveryDialect)
 {
     const struct {
-        TextView program;
-        TextView findings;
+        TextView program, findings;
     } rows[] = {
         {u"A = 1\nPRINT \"x\nB = 2", u"2: The string that begins with \" is not closed.\n"},
         {u"A = 'it''s", u"1: The string that begins with ' is not closed.\n"},
@@ -100,8 +99,7 @@ TEST(CheckerTest, FindsWhatIsWrongInEveryDialect)
          u"2: Include item NO NONE does not exist: there is no file NO.\n3: Include item BP NONE does not exist.\n"},
         {u"A = 1\n$INCLUDE INC BROKEN", u"2: in line 2 of INC BROKEN: The string that begins with ' is not closed.\n"},
         {u"$INCLUDE INC SUBS\nSUB1: X = 1", u"2: Label SUB1 is defined twice, first in line 1 of INC SUBS.\n"},
-        {u"$INCLUDE INC OPEN\nB = 1", u"1: in line 1 of INC OPEN: THEN is not closed: END is missing.\n"},
-    };
+        {u"$INCLUDE INC OPEN\nB = 1", u"1: in line 1 of INC OPEN: THEN is not closed: END is missing.\n"}};
     for (const auto& row : rows) EXPECT_EQ(Findings(row.program), row.findings) << ToUtf8(row.program);
 }
 
@@ -172,18 +170,12 @@ std::vector<std::pair<std::string, Text>> Samples()
     return samples;
 }
 
-Items SampleItems(const std::vector<std::pair<std::string, Text>>& samples)
-{
-    Items items;
-    for (const auto& [name, text] : samples) items.Add(u"BP " + FromUtf8(name), text);
-    return items;
-}
-
 TEST(CheckerTest, SamplesAreCleanUntilALineIsLost)
 {
     const auto samples = Samples();
     ASSERT_GE(samples.size(), 15U);
-    Items items = SampleItems(samples);
+    Items items;
+    for (const auto& [name, text] : samples) items.Add(u"BP " + FromUtf8(name), text);
     // Without this line something is missing for certain.
     constexpr TextView kNeeded[] = {u"NEXT ", u"REPEAT", u"END CASE", u"BEGIN CASE", u"LOOP"};
     int broken = 0;

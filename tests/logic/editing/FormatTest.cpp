@@ -33,8 +33,7 @@ TEST(FormatTest, Programs)
 {
     struct {
         const char* name;
-        TextView before;
-        TextView after;
+        TextView before, after;
     } const rows[] = {
         {"empty", u"", u""},
         {"statement", u"X = 1", u"      X = 1"},
@@ -61,8 +60,7 @@ TEST(FormatTest, Programs)
         {"user words", u"OPEN.IT\nX\nBETWEEN\nX\nCLOSE.IT\nFIRST\nX\nX LAST\nX",
          u"      OPEN.IT\n         X\n      BETWEEN\n         X\n      CLOSE.IT\n      FIRST\n         X\n"
          u"         X LAST\n            X"},
-        {"mark first", u"  \uF8FDX:  Y", u"      \uF8FDX:  Y"},
-    };
+        {"mark first", u"  \uF8FDX:  Y", u"      \uF8FDX:  Y"}};
     for (auto& row : rows) {
         EXPECT_EQ(ToUtf8(Formatted(row.before)), ToUtf8(row.after)) << row.name;
         EXPECT_EQ(ToUtf8(Formatted(row.after)), ToUtf8(row.after)) << row.name;
@@ -73,15 +71,12 @@ TEST(FormatTest, Comments)
 {
     constexpr TextView kProgram = u"LOOP\n* star\n! bang\n# user\nREM x\nL: * star\nL: ! bang";
     struct {
-        int16_t star;
-        int16_t bang;
-        int16_t user;
+        int16_t star, bang, user;
         TextView after;
     } const rows[] = {
         {1, 0, 2, u"      LOOP\n         * star\n      ! bang\n# user\n         REM x\nL:       * star\nL:    ! bang"},
         {2, 1, 0, u"      LOOP\n* star\n         ! bang\n      # user\n         REM x\nL: * star\nL:       ! bang"},
-        {0, 2, 1, u"      LOOP\n      * star\n! bang\n         # user\n         REM x\nL:    * star\nL: ! bang"},
-    };
+        {0, 2, 1, u"      LOOP\n      * star\n! bang\n         # user\n         REM x\nL:    * star\nL: ! bang"}};
     for (auto& row : rows) {
         MvEdit settings;
         settings.IndentStar = row.star;
@@ -110,18 +105,15 @@ TEST(FormatTest, BlockEffects)
     constexpr uint32_t ELSE = 256, LOCKED = 512, REPEAT = 1024, PLUS = 2048, MINUS = 4096, EQUAL = 8192;
     constexpr uint32_t OPEN = 16384, SHUT = 32768;
     const struct {
-        int32_t increment;
-        int32_t decrement;
+        int32_t increment, decrement;
         std::vector<uint32_t> flags;
-    } rows[] = {
-        {0, 0, {0, 0x70000, FOR | NEXT, LOOP | REPEAT, BEGIN}},
-        {1, 0, {FOR, THEN, LOCKED, LOOP, WHILE | FOR, WHILE | LOOP, PLUS, OPEN, SHUT | MINUS}},
-        {0, 1, {NEXT, END, REPEAT, MINUS, MINUS | EQUAL, END | CASE | MINUS, WHILE | REPEAT}},
-        {1, 1, {ELSE | END, NEXT | THEN, WHILE, CASE, CASE | THEN, EQUAL}},
-        {2, 0, {BEGIN | CASE, FOR | BEGIN | CASE, BEGIN | CASE | END}},
-        {0, 2, {END | CASE}},
-        {1, 2, {END | CASE | THEN}},
-    };
+    } rows[] = {{0, 0, {0, 0x70000, FOR | NEXT, LOOP | REPEAT, BEGIN}},
+                {1, 0, {FOR, THEN, LOCKED, LOOP, WHILE | FOR, WHILE | LOOP, PLUS, OPEN, SHUT | MINUS}},
+                {0, 1, {NEXT, END, REPEAT, MINUS, MINUS | EQUAL, END | CASE | MINUS, WHILE | REPEAT}},
+                {1, 1, {ELSE | END, NEXT | THEN, WHILE, CASE, CASE | THEN, EQUAL}},
+                {2, 0, {BEGIN | CASE, FOR | BEGIN | CASE, BEGIN | CASE | END}},
+                {0, 2, {END | CASE}},
+                {1, 2, {END | CASE | THEN}}};
     for (auto& row : rows) {
         for (uint32_t flags : row.flags) {
             BlockEffect effect = BlockEffectOf(flags);

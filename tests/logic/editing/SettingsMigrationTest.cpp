@@ -35,8 +35,7 @@ TEST(SettingsMigration, TheFontIsAskedForOnce)
         {u"7.05", u"MVW Lucida Console", u"DejaVu Sans Mono", message_box::kAnswerCancel, true, u"MVW Lucida Console"},
         {u"7", u"MVW Lucida Console", u"Courier New", message_box::kAnswerYes, false, u"MVW Lucida Console"},
         {u"7.0", u"Hack", u"DejaVu Sans Mono", message_box::kAnswerYes, false, u"Hack"},
-        {u"7.0", u"", u"DejaVu Sans Mono", message_box::kAnswerYes, false, u"DejaVu Sans Mono"},
-    };
+        {u"7.0", u"", u"DejaVu Sans Mono", message_box::kAnswerYes, false, u"DejaVu Sans Mono"}};
     for (auto& row : kRows) {
         Loading loading({{u"FontName", Text(row.stored)}, {u"TabSize", u"5"}}, Text(row.version));
         loading.defaultFont = row.defaultFont;

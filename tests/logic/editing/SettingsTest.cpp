@@ -45,43 +45,41 @@ TEST(Settings, StoredTextsAreReadByTheRuleOfTheirField)
     const struct {
         Text key;
         std::vector<std::pair<Text, Text>> texts; ///< as stored and as kept
-    } kRows[] = {
-        {u"TabSize",
-         {{u"-1", u"0"},
-          {u"8 blanks", u"8"},
-          {u" 2.5", u"2"},
-          {u"wide", u"0"},
-          {u"-", u"0"},
-          {Text(u"4\0005", 3), u"4"},
-          {Text(3, u'\0'), u"0"},
-          {u"1e99", u"3"},
-          {u"1e-9999", u"0"},
-          {u"32768", u"3"},
-          {u"-99999999999", u"0"},
-          {kLong, u"3"},
-          {u"&HFFFF", u"0"}}},
-        {u"Margin", {{u"inf", u"0"}, {u"-7", u"0"}}},
-        {u"IndentStar", {{u"-2", u"2"}, {u"3", u"0"}}},
-        {u"IndentBang", {{u"-1e300", u"0"}}},
-        {u"IndentUserComment", {{u"-32768", u"0"}}},
-        {u"SearchEOD", {{u"-1", u"0"}, {u"2", u"2"}, {u"3", u"0"}}},
-        {u"BackColor",
-         {{u"&H80000005&", u"-2147483643"},
-          {u"&h00ff0000", u"16711680"},
-          {u"2147483653", u"-2147483643"},
-          {u"&HFFFFFFFFFF&", u"-2147483643"},
-          {u"-99999999999", u"-2147483643"},
-          {u"&H", u"0"}}},
-        {u"KeywordColor", {{kLong, u"16711680"}}},
-        {u"KeywordStyle", {{u"3", u"3"}}},
-        {u"Highlight",
-         {{u"false", u"False"}, {u"0", u"False"}, {u"maybe", u"True"}, {u"-", u"True"}, {u"x0", u"True"}}},
-        {u"LineWrap", {{u"-1", u"True"}, {kLong, u"True"}}},
-        {u"FontName", {{u"mv lucida CONSOLE", u"MVW Lucida Console"}, {u"Hack", u"Hack"}}},
-        {u"ResultsFontName", {{u"MV Lucida Console", u"MV Lucida Console"}}},
-        {u"RecentListSize", {{u"31", u"30"}, {u"-1", u"4"}, {u"1e99", u"30"}, {u"0", u"0"}}},
-        {u"RecentFileCount", {{u"-5", u"0"}}},
-    };
+    } kRows[] = {{u"TabSize",
+                  {{u"-1", u"0"},
+                   {u"8 blanks", u"8"},
+                   {u" 2.5", u"2"},
+                   {u"wide", u"0"},
+                   {u"-", u"0"},
+                   {Text(u"4\0005", 3), u"4"},
+                   {Text(3, u'\0'), u"0"},
+                   {u"1e99", u"3"},
+                   {u"1e-9999", u"0"},
+                   {u"32768", u"3"},
+                   {u"-99999999999", u"0"},
+                   {kLong, u"3"},
+                   {u"&HFFFF", u"0"}}},
+                 {u"Margin", {{u"inf", u"0"}, {u"-7", u"0"}}},
+                 {u"IndentStar", {{u"-2", u"2"}, {u"3", u"0"}}},
+                 {u"IndentBang", {{u"-1e300", u"0"}}},
+                 {u"IndentUserComment", {{u"-32768", u"0"}}},
+                 {u"SearchEOD", {{u"-1", u"0"}, {u"2", u"2"}, {u"3", u"0"}}},
+                 {u"BackColor",
+                  {{u"&H80000005&", u"-2147483643"},
+                   {u"&h00ff0000", u"16711680"},
+                   {u"2147483653", u"-2147483643"},
+                   {u"&HFFFFFFFFFF&", u"-2147483643"},
+                   {u"-99999999999", u"-2147483643"},
+                   {u"&H", u"0"}}},
+                 {u"KeywordColor", {{kLong, u"16711680"}}},
+                 {u"KeywordStyle", {{u"3", u"3"}}},
+                 {u"Highlight",
+                  {{u"false", u"False"}, {u"0", u"False"}, {u"maybe", u"True"}, {u"-", u"True"}, {u"x0", u"True"}}},
+                 {u"LineWrap", {{u"-1", u"True"}, {kLong, u"True"}}},
+                 {u"FontName", {{u"mv lucida CONSOLE", u"MVW Lucida Console"}, {u"Hack", u"Hack"}}},
+                 {u"ResultsFontName", {{u"MV Lucida Console", u"MV Lucida Console"}}},
+                 {u"RecentListSize", {{u"31", u"30"}, {u"-1", u"4"}, {u"1e99", u"30"}, {u"0", u"0"}}},
+                 {u"RecentFileCount", {{u"-5", u"0"}}}};
     for (auto& row : kRows)
         for (auto& [stored, kept] : row.texts)
             EXPECT_EQ(ToUtf8(SavedAfterLoading({{row.key, stored}})[row.key]), ToUtf8(kept))
@@ -93,11 +91,9 @@ TEST(Settings, KeywordListsCarryTheirSeparator)
     const struct {
         TextView stored, saved;
         int32_t words;
-    } kRows[] = {
-        {u"END CASE,", u"END CASE,", 1}, {u"END CASE", u"END- CASE=", 2},
-        {u"A+,B C-", u"A+,B C-", 2},     {u"A,B", u"A B", 2},
-        {u"  A   B ", u"A B", 2},        {u"", u"", 0},
-    };
+    } kRows[] = {{u"END CASE,", u"END CASE,", 1}, {u"END CASE", u"END- CASE=", 2},
+                 {u"A+,B C-", u"A+,B C-", 2},     {u"A,B", u"A B", 2},
+                 {u"  A   B ", u"A B", 2},        {u"", u"", 0}};
     for (auto& row : kRows) {
         Loading loading({{u"UserKeywords", Text(row.stored)}});
         MvEdit settings = loading.Load();
@@ -133,12 +129,10 @@ TEST(Settings, WhatTheHostFixedIsNotWritten)
     const struct {
         bool MvEdit::*flag;
         std::vector<TextView> left;
-    } kRows[] = {
-        {&MvEdit::HostFormat, {u"TabSize", u"Margin", u"IndentStar", u"IndentBang", u"IndentUserComment"}},
-        {&MvEdit::HostComment, {u"CommentPrefixes"}},
-        {&MvEdit::HostCompile, {u"CompileCommand", u"CompileOptions"}},
-        {&MvEdit::HostKeywords, {u"LanguageKeywords", u"UserKeywords", u"CaseSensitiveKeywords"}},
-    };
+    } kRows[] = {{&MvEdit::HostFormat, {u"TabSize", u"Margin", u"IndentStar", u"IndentBang", u"IndentUserComment"}},
+                 {&MvEdit::HostComment, {u"CommentPrefixes"}},
+                 {&MvEdit::HostCompile, {u"CompileCommand", u"CompileOptions"}},
+                 {&MvEdit::HostKeywords, {u"LanguageKeywords", u"UserKeywords", u"CaseSensitiveKeywords"}}};
     for (auto& row : kRows) {
         MvEdit settings;
         StoredValues expected = Saved(settings);

@@ -34,11 +34,11 @@ struct Printed : testing::Test {
         PrintOn(paper, pages, lines);
     }
     void PrintOn(PaperSurface& sheet, const std::vector<PrintRange>& pages = {},
-                 const std::vector<PrintRange>& lines = {}, bool lastFirst = false)
+                 const std::vector<PrintRange>& lines = {})
     {
         PrintClass handler(view, log, title, u"1/2/03");
         PageLayout layout(view, handler, sheet, sheet.shape, lines);
-        layout.Print(PagesToPrint(pages, layout.PageCount(), lastFirst));
+        layout.Print(PagesToPrint(pages, layout.PageCount(), false));
     }
 };
 
@@ -48,13 +48,11 @@ TEST_F(Printed, HeaderNamesTheDocument)
         TextView title;
         TextView row; ///< on paper of 60 characters
     };
-    const Case cases[] = {
-        {u"File: (untitled)", u"    Page 1              File: (untitled)              1/2/03"},
-        {u"File: /a/B", u"    Page 1                 File: /a/B                 1/2/03"},
-        {u"File: BP     Item: MAIN", u"    Page 1          File: BP     Item: MAIN           1/2/03"},
-        {u"File: /home/someone/a/long/way/to/the/source",
-         u"    Page 1    File: \u2026eone/a/long/way/to/the/source    1/2/03"},
-    };
+    const Case cases[] = {{u"File: (untitled)", u"    Page 1              File: (untitled)              1/2/03"},
+                          {u"File: /a/B", u"    Page 1                 File: /a/B                 1/2/03"},
+                          {u"File: BP     Item: MAIN", u"    Page 1          File: BP     Item: MAIN           1/2/03"},
+                          {u"File: /home/someone/a/long/way/to/the/source",
+                           u"    Page 1    File: \u2026eone/a/long/way/to/the/source    1/2/03"}};
     for (const Case& row : cases) {
         PaperSurface sheet;
         sheet.shape.width = 640;
@@ -96,33 +94,27 @@ TEST_F(Printed, WrappedLinesAreNumberedOnce)
         {"at a blank", u"one " + x, {u" 0001  one", u"       " + x, u" 0002  END"}},
         {"not behind the indent", u"    " + x, {u" 0001      " + x.substr(4), u"       xxxx", u" 0002  END"}},
         {"blanks hang over", x + u"   y", {u" 0001  " + x, u"       y", u" 0002  END"}},
-        {"blanks at the end need no row", x + u"   ", {u" 0001  " + x, u" 0002  END"}},
-    };
+        {"blanks at the end need no row", x + u"   ", {u" 0001  " + x, u" 0002  END"}}};
     for (const Case& row : cases) {
         SCOPED_TRACE(row.why);
         paper = PaperSurface();
         view.SetText(row.line + u"\r\nEND");
         Print();
-        for (size_t i = 0; i < row.rows.size(); ++i) {
-            EXPECT_EQ(ToUtf8(paper.Row(1, i + 2)), ToUtf8(row.rows[i]));
-        }
+        for (size_t i = 0; i < row.rows.size(); ++i) EXPECT_EQ(ToUtf8(paper.Row(1, i + 2)), ToUtf8(row.rows[i]));
     }
 }
 
 TEST_F(Printed, PagesAndLinesAreChosen)
 {
     struct Case {
-        std::vector<PrintRange> pages;
-        std::vector<PrintRange> lines;
+        std::vector<PrintRange> pages, lines;
         std::vector<TextView> firstRows; ///< of each sheet
     };
-    const Case cases[] = {
-        {{}, {}, {u" 0001  X", u" 0009  X", u" 0017  X", u" 0025  X"}},
-        {{{2, 3}}, {}, {u" 0009  X", u" 0017  X"}},
-        {{{4, 9}, {1, 1}}, {}, {u" 0001  X", u" 0025  X"}},
-        {{}, {{9, 19}}, {u" 0010  X", u" 0018  X"}},
-        {{{2, 2}}, {{9, 19}}, {u" 0018  X"}},
-    };
+    const Case cases[] = {{{}, {}, {u" 0001  X", u" 0009  X", u" 0017  X", u" 0025  X"}},
+                          {{{2, 3}}, {}, {u" 0009  X", u" 0017  X"}},
+                          {{{4, 9}, {1, 1}}, {}, {u" 0001  X", u" 0025  X"}},
+                          {{}, {{9, 19}}, {u" 0010  X", u" 0018  X"}},
+                          {{{2, 2}}, {{9, 19}}, {u" 0018  X"}}};
     Lines(30);
     for (const Case& row : cases) {
         paper = PaperSurface();
@@ -143,8 +135,7 @@ TEST_F(Printed, TokensKeepTheirStyles)
     Print();
     struct Want {
         TextView text;
-        int32_t color;
-        int32_t style;
+        int32_t color, style;
     };
     const Want wanted[] = {{u"IF", 0xFF0000, 0},
                            {u" a\uF8FDb ", 0, 0},

@@ -39,24 +39,19 @@ TEST(CaretWordTest, Table)
 TEST(FindDialogTest, ComesUpAsTheDocumentSays)
 {
     struct {
-        Position anchor;
-        Position caret;
+        Position anchor, caret;
         bool second;
-        LookIn before;
-        LookIn lookIn;
+        LookIn before, lookIn;
         Text findText;
-        bool all;
-        bool selection;
-    } const rows[] = {
-        {{}, {}, false, LookIn::Nothing, LookIn::Document, u"old", false, false},
-        {{1, 0}, {1, 0}, false, LookIn::Selection, LookIn::Document, u"one", false, false},
-        {{1, 0}, {1, 0}, true, LookIn::AllDocuments, LookIn::AllDocuments, u"one", true, false},
-        {{1, 0}, {1, 0}, false, LookIn::AllDocuments, LookIn::Document, u"one", false, false},
-        {{3, 0}, {3, 0}, false, LookIn::Nothing, LookIn::Document, u"old", false, false},
-        {{4, 0}, {6, 0}, false, LookIn::Selection, LookIn::Document, u"tw", false, true},
-        {{6, 0}, {4, 0}, true, LookIn::AllDocuments, LookIn::AllDocuments, u"tw", true, true},
-        {{4, 0}, {1, 1}, true, LookIn::Document, LookIn::Selection, u"old", true, true},
-    };
+        bool all, selection;
+    } const rows[] = {{{}, {}, false, LookIn::Nothing, LookIn::Document, u"old", false, false},
+                      {{1, 0}, {1, 0}, false, LookIn::Selection, LookIn::Document, u"one", false, false},
+                      {{1, 0}, {1, 0}, true, LookIn::AllDocuments, LookIn::AllDocuments, u"one", true, false},
+                      {{1, 0}, {1, 0}, false, LookIn::AllDocuments, LookIn::Document, u"one", false, false},
+                      {{3, 0}, {3, 0}, false, LookIn::Nothing, LookIn::Document, u"old", false, false},
+                      {{4, 0}, {6, 0}, false, LookIn::Selection, LookIn::Document, u"tw", false, true},
+                      {{6, 0}, {4, 0}, true, LookIn::AllDocuments, LookIn::AllDocuments, u"tw", true, true},
+                      {{4, 0}, {1, 1}, true, LookIn::Document, LookIn::Selection, u"old", true, true}};
     for (auto& row : rows) {
         TestSearch search;
         if (row.second) search.Add(u"other");
@@ -71,22 +66,6 @@ TEST(FindDialogTest, ComesUpAsTheDocumentSays)
         EXPECT_EQ(state.allDocumentsEnabled, row.all);
         EXPECT_EQ(state.selectionEnabled, row.selection);
     }
-}
-
-TEST(FindDialogTest, ReplaceSearchesDownAndFindKeepsThat)
-{
-    TestSearch search;
-    EXPECT_FALSE(search.engine.Find()) << "no document";
-    search.Add(u"x");
-    search.engine.SetSearchUp(true);
-    ASSERT_TRUE(search.engine.Replace());
-    EXPECT_EQ(search.Dialog().Caption(), u"Replace");
-    EXPECT_FALSE(search.Dialog().up);
-    EXPECT_FALSE(search.Dialog().upEnabled);
-    ASSERT_TRUE(search.engine.Find());
-    EXPECT_EQ(search.Dialog().Caption(), u"Find");
-    EXPECT_FALSE(search.Dialog().up);
-    EXPECT_TRUE(search.Dialog().upEnabled);
 }
 
 constexpr int32_t kYes = message_box::kAnswerYes;
@@ -104,16 +83,14 @@ TEST(FindNextTest, WhatIsSaidAtTheEnd)
         int32_t answer;
         bool found;
         Texts said;
-    } rows[] = {
-        {"a hit", one, {}, false, 0, 0, true, {}},
-        {"first line does not wrap", u"ab   cd", {5, 0}, false, 0, 0, false, {kNotFound}},
-        {"wraps when told to", one, {0, 3}, false, 0, kYes, true, {kAskDown}},
-        {"stays when told to", one, {0, 3}, false, 0, kNo, false, {kAskDown, kNotFound}},
-        {"wraps and beeps", one, {0, 3}, false, 1, 0, true, {}},
-        {"wraps quietly", one, {0, 3}, false, 2, 0, true, {}},
-        {"up wraps", one, {1, 0}, true, 0, kYes, true, {kAskUp}},
-        {"up from the last line does not wrap", u"-\r\ncd ab", {2, 1}, true, 0, 0, false, {kNotFound}},
-    };
+    } rows[] = {{"a hit", one, {}, false, 0, 0, true, {}},
+                {"first line does not wrap", u"ab   cd", {5, 0}, false, 0, 0, false, {kNotFound}},
+                {"wraps when told to", one, {0, 3}, false, 0, kYes, true, {kAskDown}},
+                {"stays when told to", one, {0, 3}, false, 0, kNo, false, {kAskDown, kNotFound}},
+                {"wraps and beeps", one, {0, 3}, false, 1, 0, true, {}},
+                {"wraps quietly", one, {0, 3}, false, 2, 0, true, {}},
+                {"up wraps", one, {1, 0}, true, 0, kYes, true, {kAskUp}},
+                {"up from the last line does not wrap", u"-\r\ncd ab", {2, 1}, true, 0, 0, false, {kNotFound}}};
     for (auto& row : rows) {
         SCOPED_TRACE(row.name);
         TestSearch search;

@@ -41,23 +41,21 @@ TEST(ResultsModelTest, SourceLine)
         int32_t caret;
         Text selected;
         int32_t wanted;
-    } const rows[] = {
-        {u"0123 text 42", 10, u"42", 42},
-        {u"0123 text", 0, u"0123", 123},
-        {u"0123 text", 5, u"text", 123},
-        {u"0123 text 42", 5, u"text", 42},
-        {u"0123 a45 b", 9, u"b", 45},
-        {u"00012 error in line", 8, u"", 12},
-        {u"Error on line 17: syntax", 0, u"Error", 17},
-        {u"no number", 3, u"", 0},
-        {u"", 0, u"", 0},
-        {u"12 x 0", 3, u"x", 12},
-        {u"0000 text", 5, u"", 0},
-        {u"x 7", 99, u"", 7},
-        {u"line 99999999999", 0, u"", 2147483647},
-        {u"about 2E1 lines", 0, u"about", 20},
-        {u"at &H1F", 3, u"&H1F", 31},
-    };
+    } const rows[] = {{u"0123 text 42", 10, u"42", 42},
+                      {u"0123 text", 0, u"0123", 123},
+                      {u"0123 text", 5, u"text", 123},
+                      {u"0123 text 42", 5, u"text", 42},
+                      {u"0123 a45 b", 9, u"b", 45},
+                      {u"00012 error in line", 8, u"", 12},
+                      {u"Error on line 17: syntax", 0, u"Error", 17},
+                      {u"no number", 3, u"", 0},
+                      {u"", 0, u"", 0},
+                      {u"12 x 0", 3, u"x", 12},
+                      {u"0000 text", 5, u"", 0},
+                      {u"x 7", 99, u"", 7},
+                      {u"line 99999999999", 0, u"", 2147483647},
+                      {u"about 2E1 lines", 0, u"about", 20},
+                      {u"at &H1F", 3, u"&H1F", 31}};
     for (auto& row : rows) {
         TestResults test;
         test.model.ShowResults(u"8\r\n" + row.line + u"\r\n9");
@@ -125,14 +123,13 @@ TEST(ResultsPlacementTest, KeptSizeThatFits)
 {
     const ResultsBounds main{100, 200, 10000, 8000};
     struct {
-        Text width;
-        Text height;
+        Text width, height;
         ResultsBounds wanted;
-    } const rows[] = {
-        {u"", u"", {5980, 5080, 4000, 3000}},       {u"5000", u"2000", {4980, 6080, 5000, 2000}},
-        {u"9880", u"7880", {100, 200, 9880, 7880}}, {u"9881", u"9000", {5980, 5080, 4000, 3000}},
-        {u"-5", u"x", {5980, 5080, 4000, 3000}},
-    };
+    } const rows[] = {{u"", u"", {5980, 5080, 4000, 3000}},
+                      {u"5000", u"2000", {4980, 6080, 5000, 2000}},
+                      {u"9880", u"7880", {100, 200, 9880, 7880}},
+                      {u"9881", u"9000", {5980, 5080, 4000, 3000}},
+                      {u"-5", u"x", {5980, 5080, 4000, 3000}}};
     for (auto& row : rows) {
         MemorySettings store;
         if (!row.width.empty()) store.values = {{u"ResultsWidth", row.width}, {u"ResultsHeight", row.height}};

@@ -83,7 +83,8 @@ private:
     Text RandomPart(size_t least, size_t most)
     {
         Text part;
-        for (size_t n = least + Pick(most - least + 1); n > 0; --n) part += u"aaAbB-."[Pick(7)];
+        for (size_t n = least + Pick(most - least + 1); n > 0; --n)
+            part += u"aaAbB-.\u00E9\u00C9\u0416\u0436k\u212A"[Pick(13)];
         return part;
     }
     Text RandomText()

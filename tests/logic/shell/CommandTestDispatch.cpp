@@ -28,11 +28,10 @@ TEST(CommandTest, EveryToolIsACommand)
 TEST(CommandTest, FormsAndWindows)
 {
     // A few with something of their own; the others are in the same tables.
-    const std::pair<TextView, Text> rows[] = {
-        {u"FindNext", u"find next"}, {u"ctxGoto", u"goto 'L1'"},        {u"Results", u"results"},
-        {u"Print", u"print"},        {u"TileHorizontal", u"arrange 1"}, {u"TileVertical", u"arrange 2"},
-        {u"Cascade", u"arrange 0"},  {u"HelpTopics", u"help"},
-    };
+    const std::pair<TextView, Text> rows[] = {{u"FindNext", u"find next"},       {u"ctxGoto", u"goto 'L1'"},
+                                              {u"Results", u"results"},          {u"Print", u"print"},
+                                              {u"TileHorizontal", u"arrange 1"}, {u"TileVertical", u"arrange 2"},
+                                              {u"Cascade", u"arrange 0"},        {u"HelpTopics", u"help"}};
     TestShell t;
     t.New();
     t.program.Target().Target = u"L1";
@@ -42,43 +41,26 @@ TEST(CommandTest, FormsAndWindows)
     }
 }
 
-TEST(CommandTest, History)
-{
-    TestShell t;
-    auto document = t.New();
-    document->SetText(u"a\r\nb");
-    EXPECT_FALSE(t.Run(u"NavBack") || t.Run(u"NavForward"));
-    t.program.History().RecordPosition(document.get(), false);
-    t.ViewOf(*document).SetCaret({0, 1});
-    for (auto [key, line] : {std::pair{u"NavBack", 0}, {u"NavForward", 1}}) {
-        EXPECT_TRUE(t.Run(key));
-        EXPECT_EQ(t.ViewOf(*document).CaretLine(), line);
-    }
-}
-
 TEST(CommandTest, TextCommands)
 {
     struct Row {
-        TextView key;
-        TextView text;
+        TextView key, text;
     };
-    const Row rows[] = {
-        {u"Copy", u"ab\r\ncd"},
-        {u"Cut", u"\r\ncd"},
-        {u"Undo", u"ab\r\ncd"},
-        {u"Redo", u"\r\ncd"},
-        {u"Paste", u"ab\r\ncd"},
-        {u"ValueMark", u"ab\uF8FD\r\ncd"},
-        {u"SubValueMark", u"ab\uF8FD\uF8FC\r\ncd"},
-        {u"DeleteLine", u"cd"},
-        {u"SelectAll", u"cd"},
-        {u"CommentBlock", u"*cd"},
-        {u"UncommentBlock", u"cd"},
-        {u"IndentBlock", u"   cd"},
-        {u"OutdentBlock", u"cd"},
-        {u"ToggleCase", u"Cd"},
-        {u"Clear", u""},
-    };
+    const Row rows[] = {{u"Copy", u"ab\r\ncd"},
+                        {u"Cut", u"\r\ncd"},
+                        {u"Undo", u"ab\r\ncd"},
+                        {u"Redo", u"\r\ncd"},
+                        {u"Paste", u"ab\r\ncd"},
+                        {u"ValueMark", u"ab\uF8FD\r\ncd"},
+                        {u"SubValueMark", u"ab\uF8FD\uF8FC\r\ncd"},
+                        {u"DeleteLine", u"cd"},
+                        {u"SelectAll", u"cd"},
+                        {u"CommentBlock", u"*cd"},
+                        {u"UncommentBlock", u"cd"},
+                        {u"IndentBlock", u"   cd"},
+                        {u"OutdentBlock", u"cd"},
+                        {u"ToggleCase", u"Cd"},
+                        {u"Clear", u""}};
     TestShell t;
     auto document = t.New();
     document->SetText(u"ab\r\ncd");
@@ -87,6 +69,9 @@ TEST(CommandTest, TextCommands)
         EXPECT_TRUE(t.Run(key)) << ToUtf8(key);
         EXPECT_EQ(document->GetText(), text) << ToUtf8(key);
     }
+    document->SetText(u"X = 1");
+    EXPECT_TRUE(t.Run(u"Format"));
+    EXPECT_EQ(document->GetText(), u"      X = 1");
 }
 
 TEST(CommandTest, CompileAsksForASave)

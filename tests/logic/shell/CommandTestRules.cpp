@@ -96,8 +96,7 @@ const Row kRows[] = {
          t.Store().session.executes = false;
          Writable(t);
      },
-     kWithoutCompiler},
-};
+     kWithoutCompiler}};
 
 TEST(CommandTest, EnablingRules)
 {

@@ -54,10 +54,9 @@ TEST_F(ContextHandlersTest, BlockOfTheClickedLine)
     auto document = Blocks();
     using enum HitKind;
     const std::tuple<HitKind, int32_t, TextView> rows[] = {
-        {None, 0, u"........"},        {Label, 3, u"........"},       {OpenBlock, 8, u"...xx..."},
-        {ClosedBlock, 3, u"........"}, {OpenBlock, 4, u"...xx..."},   {OpenBlock, 2, u".xxxxxx."},
-        {ClosedBlock, 1, u"...xx..."}, {OpenBlock, 100, u".xxxxxx."},
-    };
+        {None, 0, u"........"},        {Label, 3, u"........"},      {OpenBlock, 8, u"...xx..."},
+        {ClosedBlock, 3, u"........"}, {OpenBlock, 4, u"...xx..."},  {OpenBlock, 2, u".xxxxxx."},
+        {ClosedBlock, 1, u"...xx..."}, {OpenBlock, 100, u".xxxxxx."}};
     for (auto [kind, line, hidden] : rows) {
         target = {kind, {}, line};
         HandleBlockToggle(t.program, document.get());
@@ -72,15 +71,12 @@ TEST_F(ContextHandlersTest, BlockRoundTheCaret)
     SourceView& view = t.ViewOf(*document);
     struct Row {
         int32_t line;
-        bool collapse;
-        bool all;
+        bool collapse, all;
         TextView hidden;
     };
-    const Row rows[] = {
-        {7, true, false, u"........"},  {3, true, false, u"...xx..."}, {2, true, false, u"...xx..."},
-        {2, false, false, u"........"}, {5, true, false, u".xxxxxx."}, {0, false, false, u"........"},
-        {0, true, true, u".xxxxxx."},   {0, false, true, u"........"},
-    };
+    const Row rows[] = {{7, true, false, u"........"},  {3, true, false, u"...xx..."}, {2, true, false, u"...xx..."},
+                        {2, false, false, u"........"}, {5, true, false, u".xxxxxx."}, {0, false, false, u"........"},
+                        {0, true, true, u".xxxxxx."},   {0, false, true, u"........"}};
     for (const Row& row : rows) {
         view.SetCaret({0, row.line});
         HandleBlockCollapse(document.get(), row.collapse, row.all);
@@ -95,15 +91,11 @@ TEST_F(ContextHandlersTest, GotoAsksUnlessToldNotTo)
     document->SetText(u"a\r\nb\r\nL1:");
     struct Row {
         TextView target;
-        bool alwaysAsk;
-        bool noDialog;
+        bool alwaysAsk, noDialog;
         Lines asked;
     };
     const Row rows[] = {
-        {u"", false, true, {u"goto ''"}},
-        {u"L1", true, true, {u"goto 'L1'"}},
-        {u"L1", false, false, {u"goto 'L1'"}},
-    };
+        {u"", false, true, {u"goto ''"}}, {u"L1", true, true, {u"goto 'L1'"}}, {u"L1", false, false, {u"goto 'L1'"}}};
     for (const Row& row : rows) {
         target.Target = row.target;
         t.program.EditorSettings().NoGotoDialog = row.noDialog;
@@ -124,8 +116,7 @@ TEST_F(ContextHandlersTest, OpensWhatAStatementNames)
     const Row rows[] = {
         {kMain, u" SUB1 ", u"mvdb:*/DEMO/BP/SUB1"},      {kMain, u"INC  COMMON", u"mvdb:*/DEMO/INC/COMMON"},
         {u"", u"INC COMMON", u"mvdb:*/LOC/INC/COMMON"},  {kLocal, u"b.bas", u"file:/home/x/b.bas"},
-        {kLocal, u"INC b.bas", u"file:/home/INC/b.bas"}, {kLocal, u"/tmp b.bas", u"file:/tmp/b.bas"},
-    };
+        {kLocal, u"INC b.bas", u"file:/home/INC/b.bas"}, {kLocal, u"/tmp b.bas", u"file:/tmp/b.bas"}};
     t.program.CurrentLocation().Database = u"LOC";
     for (const Row& row : rows) {
         SCOPED_TRACE(ToUtf8(row.path));

@@ -20,9 +20,7 @@ TEST(DocumentPropertiesTest, SizeAndLines)
 {
     struct {
         Text text;
-        int32_t hostSize;
-        int32_t fileSize;
-        int32_t lines;
+        int32_t hostSize, fileSize, lines;
     } const rows[] = {
         {u"", 0, 0, 0},         {u"A", 1, 1, 1},           {u"A\r\nB", 3, 4, 2},  {u"A\r\nB\r\n", 4, 6, 2},
         {u"\r\n", 1, 2, 1},     {u"\r\n\r\n", 2, 4, 2},    {u"A\nB\rC", 5, 5, 1}, {u"A\r", 2, 2, 1},
@@ -44,27 +42,24 @@ TEST(DocumentPropertiesTest, PlaceByKindOfDocument)
     struct {
         std::shared_ptr<mvDocument> document;
         Location current;
-        Rows place;
-        Rows rest;
-    } const rows[] = {
-        {t.Open(remote, true),
-         {},
-         {{u"Host", u"prod"}, {u"Account", u"ACCT"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
-         {{u"Modified", u"no"}, {u"Read only", u"yes"}, {u"Size", u"3"}, {u"Lines", u"2"}}},
-        {t.Open(kLocal),
-         {},
-         {{u"Location", u"/home/x"}, {u"File name", u"a.bas"}},
-         {{u"Modified", u"no"}, {u"Read only", u"no"}, {u"Size", u"4"}, {u"Lines", u"2"}}},
-        {t.New(),
-         {u"mvdb", u"*", u"DEMO", u"BP"},
-         {{u"Host", u"mvdb"}, {u"Account", u"DEMO"}, {u"File name", u"BP"}, {u"Item ID", u"NewItem1"}},
-         tail},
-        {t.New(),
-         {u"mvdb", u"prod", u"", u""},
-         {{u"Host", u"prod"}, {u"Account", u""}, {u"File name", u""}, {u"Item ID", u"NewItem2"}},
-         tail},
-        {t.New(), {u"file", u"*", u"", u""}, {{u"Location", u""}, {u"File name", u"NewItem3"}}, tail},
-    };
+        Rows place, rest;
+    } const rows[] = {{t.Open(remote, true),
+                       {},
+                       {{u"Host", u"prod"}, {u"Account", u"ACCT"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
+                       {{u"Modified", u"no"}, {u"Read only", u"yes"}, {u"Size", u"3"}, {u"Lines", u"2"}}},
+                      {t.Open(kLocal),
+                       {},
+                       {{u"Location", u"/home/x"}, {u"File name", u"a.bas"}},
+                       {{u"Modified", u"no"}, {u"Read only", u"no"}, {u"Size", u"4"}, {u"Lines", u"2"}}},
+                      {t.New(),
+                       {u"mvdb", u"*", u"DEMO", u"BP"},
+                       {{u"Host", u"mvdb"}, {u"Account", u"DEMO"}, {u"File name", u"BP"}, {u"Item ID", u"NewItem1"}},
+                       tail},
+                      {t.New(),
+                       {u"mvdb", u"prod", u"", u""},
+                       {{u"Host", u"prod"}, {u"Account", u""}, {u"File name", u""}, {u"Item ID", u"NewItem2"}},
+                       tail},
+                      {t.New(), {u"file", u"*", u"", u""}, {{u"Location", u""}, {u"File name", u"NewItem3"}}, tail}};
     for (auto& row : rows) {
         Rows wanted = row.place;
         wanted.insert(wanted.end(), row.rest.begin(), row.rest.end());

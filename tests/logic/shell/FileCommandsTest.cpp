@@ -232,16 +232,13 @@ TEST(RecentEntriesTest, ServeEverySession)
 
     struct {
         Location location;
-        Text entry;
-        Text path;
-    } const rows[] = {
-        {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:*/*/BP/X", u"mvdb:h1/ACC/BP/X"},
-        {{u"mvdb", u"h1", u"", u""}, u"mvdb:*/*/BP/X", u"mvdb:h1/*/BP/X"},
-        {{u"mvdb", u"", u"ACC", u""}, u"mvdb:*/*/BP/X", u"mvdb:*/ACC/BP/X"},
-        {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:%28ANY%29/*/BP/X", u"mvdb:h1/ACC/BP/X"},
-        {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:h2/OWN/BP/X", u"mvdb:h2/OWN/BP/X"},
-        {{u"file", u"h1", u"ACC", u""}, u"file:/x/y", u"file:/x/y"},
-    };
+        Text entry, path;
+    } const rows[] = {{{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:*/*/BP/X", u"mvdb:h1/ACC/BP/X"},
+                      {{u"mvdb", u"h1", u"", u""}, u"mvdb:*/*/BP/X", u"mvdb:h1/*/BP/X"},
+                      {{u"mvdb", u"", u"ACC", u""}, u"mvdb:*/*/BP/X", u"mvdb:*/ACC/BP/X"},
+                      {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:%28ANY%29/*/BP/X", u"mvdb:h1/ACC/BP/X"},
+                      {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:h2/OWN/BP/X", u"mvdb:h2/OWN/BP/X"},
+                      {{u"file", u"h1", u"ACC", u""}, u"file:/x/y", u"file:/x/y"}};
     for (auto& row : rows) EXPECT_EQ(RecentEntryToPath(connection, row.location, row.entry), row.path);
     EXPECT_EQ(RecentEntryCaption(connection, u"mvdb:*/*/BP/X"), u"<BP X>");
 }

@@ -40,23 +40,16 @@ TEST(FramePlacementTest, StoredBoundsAreFittedToTheDesktop)
         {"behind nine tenths", kOne, Bounds(u"25921", u"14581", u"9000", u"7500"), {3600, 2025, 9000, 7500}},
         {"too large", kOne, Bounds(u"0", u"0", u"28801", u"2000000000"), {0, 0, 28800, 16200}},
         {"nothing to see", kOne, Bounds(u"0", u"0", u"0", u"-5"), {0, 0, 4800, 3600}},
-        {"beyond all numbers",
-         kOne,
-         Bounds(u"99999999999", u"-99999999999", u"99999999999", u"1"),
-         {3600, 0, 28800, 3600}},
+        {"huge", kOne, Bounds(u"99999999999", u"-99999999999", u"99999999999", u"1"), {3600, 0, 28800, 3600}},
         {"no numbers", kOne, Bounds(u"", u"x", u"wide", u"-"), kUsual},
         {"on the left screen", kTwo, Bounds(u"-20000", u"0", u"9000", u"7500"), {-20000, 0, 9000, 7500}},
         {"the left screen has gone", kOne, Bounds(u"-20000", u"0", u"9000", u"7500"), {0, 0, 9000, 7500}},
         {"nine tenths of the right end", kTwo, Bounds(u"26000", u"0", u"9000", u"7500"), {3600, 0, 9000, 7500}},
-        {"a desktop smaller than the least window",
-         {{0, 0, 3000, 3000}, 3000, 3000},
-         Bounds(u"0", u"0", u"9000", u"1"),
-         {0, 0, 3000, 3000}},
+        {"small", {{0, 0, 3000, 3000}, 3000, 3000}, Bounds(u"0", u"0", u"9000", u"1"), {0, 0, 3000, 3000}},
         {"no desktop", {}, Bounds(u"5", u"5", u"9000", u"9000"), {0, 0, 0, 0}},
         {"maximised", kOne, {{u"MainState", u"2"}}, kUsual, 2},
         {"minimised", kOne, {{u"MainState", u"1"}}, kUsual, 1},
-        {"no such state", kOne, {{u"MainState", u"7"}}, kUsual, 0},
-    };
+        {"no such state", kOne, {{u"MainState", u"7"}}, kUsual, 0}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
         MemorySettings store;

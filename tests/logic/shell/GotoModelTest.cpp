@@ -21,24 +21,11 @@ struct GotoModelTest : testing::Test {
     }
 };
 
-TEST_F(GotoModelTest, LabelsInTheOrderOfTheText)
-{
-    GotoModel model(t.program.Services());
-    model.Begin(u"A");
-    EXPECT_EQ(model.Labels(), (std::vector<Text>{u"B", u"A", u"10"}));
-    EXPECT_EQ(model.Target(), u"A");
-    EXPECT_EQ(model.LineCount(), 4);
-    document->SetText(u"");
-    model.Begin(u"");
-    EXPECT_TRUE(model.Labels().empty());
-}
-
 TEST_F(GotoModelTest, Accept)
 {
     struct {
         bool byLine;
-        Text label;
-        Text line;
+        Text label, line;
         Position caret;
         Text target;
     } const rows[] = {{false, u"A", u"4", {2, 2}, u"A"},    {false, u"10", u"", {0, 3}, u"10"},

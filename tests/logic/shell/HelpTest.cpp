@@ -57,9 +57,8 @@ TEST(HelpTest, EveryCommandIsToldOnceAndLinked)
     std::set<std::string> linked;
     auto pages = ReadPages();
     for (auto& [file, text] : pages) {
-        for (const std::string& command : All(text, "<a name=\"(\\w+)\">")) {
+        for (const std::string& command : All(text, "<a name=\"(\\w+)\">"))
             EXPECT_TRUE(tells.emplace(command, file).second) << command << " is told twice";
-        }
     }
     for (auto& [file, text] : pages) {
         for (const std::string& link : All(text, "href=\"([^\"]*)\"")) {

@@ -88,24 +88,6 @@ TEST_F(HistoryTest, RingKeepsTheLastHundred)
     ExpectCan(false, true);
 }
 
-TEST_F(HistoryTest, PositionsAcrossDocuments)
-{
-    auto other = Lines(20);
-    document->Activate();
-    Record(10);
-    other->Activate();
-    Source(*other).SetCaret({3, 5});
-    EXPECT_TRUE(history.RecordPosition(other.get(), false));
-    document->Activate();
-    Put(90);
-    EXPECT_EQ(Back(), 5);
-    EXPECT_EQ(Active(), other);
-    EXPECT_EQ(Back(), 10);
-    EXPECT_EQ(Active(), document);
-    EXPECT_EQ(Forward(), 5);
-    EXPECT_EQ(Forward(), 90);
-}
-
 TEST_F(HistoryTest, ClosedDocumentIsSkipped)
 {
     Record(10);
@@ -144,8 +126,7 @@ TEST_F(HistoryTest, Throttle)
 {
     struct {
         int64_t after;
-        bool throttled;
-        bool recorded;
+        bool throttled, recorded;
     } const rows[] = {{0, true, true},     {500, true, false}, {500, true, false}, {1, true, true},
                       {1000, true, false}, {0, false, true},   {0, false, true},   {0, true, true},
                       {1, true, false},    {-100, true, true}, {1001, true, true}, {1000, true, false}};

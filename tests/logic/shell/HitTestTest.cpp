@@ -42,37 +42,35 @@ Hit Click(TextView marked)
 
 TEST(HitTestTest, LabelsCallsAndIncludes)
 {
-    const Row rows[] = {
-        {u"  GOSUB ^DONE", HitKind::Label, u"DONE"},
-        {u"  GOSUB DON^E", HitKind::Label, u"DONE"},
-        {u"  GOTO ^DONE ; X = 1", HitKind::Label, u"DONE"},
-        {u"  ^GOSUB DONE", HitKind::None},
-        {u"^DONE:", HitKind::None},
-        {u"  ^DONE: CALL SUB1(A)", HitKind::None},
-        {u"DONE: CALL ^SUB1(A)", HitKind::Call, u"SUB1"},
-        {u"  CALL ^SUB1(A, B)", HitKind::Call, u"SUB1"},
-        {u"  CALL S^UB.2(A, B)", HitKind::Call, u"SUB.2"},
-        {u"  call ^SUB1(A) ;* CALL", HitKind::Call, u"SUB1"},
-        {u"  call ^SUB1(A)", HitKind::None},
-        {u"  CALL SUB1(^A, B)", HitKind::None},
-        {u"  CALL SUB1(A, ^B)", HitKind::None},
-        {u"  ^CALL SUB1(A)", HitKind::None},
-        {u"  CALL @^SUB1", HitKind::Call, u"@SUB1"},
-        {u"  CALL ^SUB1;PRINT", HitKind::Call, u"SUB1"},
-        {u"  X=1;CALL ^SUB1", HitKind::Call, u"SUB1"},
-        {u"  CALL SUB1^", HitKind::Call, u"SUB1"},
-        {u"  X = ^RECALL", HitKind::None},
-        {u"* CALL ^SUB1(A)", HitKind::None},
-        {u"$INCLUDE BP ^COMMON", HitKind::Include, u"BP COMMON"},
-        {u"$INCLUDE ^BP COMMON", HitKind::Include, u"BP"},
-        {u"$INCLUDE BP   ^COMMON ;* X", HitKind::Include, u"BP COMMON"},
-        {u"  INCLUDE ^DEFS", HitKind::Include, u"DEFS"},
-        {u"$INSERT ^DEFS.H", HitKind::Include, u"DEFS.H"},
-        {u"$INSERT A B ^C", HitKind::None},
-        {u"^$INCLUDE BP COMMON", HitKind::None},
-        {u"  PRINT ^INCLUDED", HitKind::None},
-        {u"^", HitKind::None},
-    };
+    const Row rows[] = {{u"  GOSUB ^DONE", HitKind::Label, u"DONE"},
+                        {u"  GOSUB DON^E", HitKind::Label, u"DONE"},
+                        {u"  GOTO ^DONE ; X = 1", HitKind::Label, u"DONE"},
+                        {u"  ^GOSUB DONE", HitKind::None},
+                        {u"^DONE:", HitKind::None},
+                        {u"  ^DONE: CALL SUB1(A)", HitKind::None},
+                        {u"DONE: CALL ^SUB1(A)", HitKind::Call, u"SUB1"},
+                        {u"  CALL ^SUB1(A, B)", HitKind::Call, u"SUB1"},
+                        {u"  CALL S^UB.2(A, B)", HitKind::Call, u"SUB.2"},
+                        {u"  call ^SUB1(A) ;* CALL", HitKind::Call, u"SUB1"},
+                        {u"  call ^SUB1(A)", HitKind::None},
+                        {u"  CALL SUB1(^A, B)", HitKind::None},
+                        {u"  CALL SUB1(A, ^B)", HitKind::None},
+                        {u"  ^CALL SUB1(A)", HitKind::None},
+                        {u"  CALL @^SUB1", HitKind::Call, u"@SUB1"},
+                        {u"  CALL ^SUB1;PRINT", HitKind::Call, u"SUB1"},
+                        {u"  X=1;CALL ^SUB1", HitKind::Call, u"SUB1"},
+                        {u"  CALL SUB1^", HitKind::Call, u"SUB1"},
+                        {u"  X = ^RECALL", HitKind::None},
+                        {u"* CALL ^SUB1(A)", HitKind::None},
+                        {u"$INCLUDE BP ^COMMON", HitKind::Include, u"BP COMMON"},
+                        {u"$INCLUDE ^BP COMMON", HitKind::Include, u"BP"},
+                        {u"$INCLUDE BP   ^COMMON ;* X", HitKind::Include, u"BP COMMON"},
+                        {u"  INCLUDE ^DEFS", HitKind::Include, u"DEFS"},
+                        {u"$INSERT ^DEFS.H", HitKind::Include, u"DEFS.H"},
+                        {u"$INSERT A B ^C", HitKind::None},
+                        {u"^$INCLUDE BP COMMON", HitKind::None},
+                        {u"  PRINT ^INCLUDED", HitKind::None},
+                        {u"^", HitKind::None}};
     for (const Row& row : rows) {
         SCOPED_TRACE(ToUtf8(row.line));
         Hit hit = Click(row.line);
@@ -115,14 +113,12 @@ TEST(HitTestTest, ASampleProgram)
         TextView click; ///< where in them
         HitKind kind;
         TextView target;
-    } rows[] = {
-        {u"$INCLUDE BP COMMON.INC", u"COMMON", HitKind::Include, u"BP COMMON.INC"},
-        {u"GOSUB CHECK.ORDER", u"CHECK", HitKind::Label, u"CHECK.ORDER"},
-        {u"THEN GOSUB PRINT.HEAD", u"HEAD", HitKind::Label, u"PRINT.HEAD"},
-        {u"CALL PRICE.CALC(", u"PRICE", HitKind::Call, u"PRICE.CALC"},
-        {u"CALL PRICE.CALC(PROD.ID", u"PROD", HitKind::None, u""},
-        {u"TODAY = DATE()", u"TODAY", HitKind::None, u""},
-    };
+    } rows[] = {{u"$INCLUDE BP COMMON.INC", u"COMMON", HitKind::Include, u"BP COMMON.INC"},
+                {u"GOSUB CHECK.ORDER", u"CHECK", HitKind::Label, u"CHECK.ORDER"},
+                {u"THEN GOSUB PRINT.HEAD", u"HEAD", HitKind::Label, u"PRINT.HEAD"},
+                {u"CALL PRICE.CALC(", u"PRICE", HitKind::Call, u"PRICE.CALC"},
+                {u"CALL PRICE.CALC(PROD.ID", u"PROD", HitKind::None, u""},
+                {u"TODAY = DATE()", u"TODAY", HitKind::None, u""}};
     for (const auto& row : rows) {
         SCOPED_TRACE(ToUtf8(row.words));
         FindHit found;

@@ -26,27 +26,25 @@ struct Row {
 TEST(KeyboardFilterTest, KeysAndPlaces)
 {
     using A = KeyAction;
-    const Row rows[] = {
-        {kTab, false, true, false, kText, A::NextDocument},
-        {kTab, false, true, true, kToolBar, A::NextDocument},
-        {kTab, true, true, false, kLines, A::PreviousDocument},
-        {kTab, true, true, false, kElsewhere, A::Pass},
-        {kTab, false, false, false, kText, A::Pass},
-        {kTab, false, false, false, kLines, A::IndentBlock},
-        {kTab, true, false, false, kLines, A::OutdentBlock},
-        {kTab, true, false, false, kText, A::Pass},
-        {kTab, true, false, false, kToolBar, A::Pass},
-        {kTab, false, false, true, kLines, A::Pass},
-        {kTab, true, false, true, kText, A::Pass},
-        {kTab, false, false, false, kElsewhere, A::Pass},
-        {kF6, false, true, false, kText, A::NextDocument},
-        {kF6, false, true, false, kToolBar, A::NextDocument},
-        {kF6, true, true, false, kText, A::Pass},
-        {kF6, false, true, true, kText, A::Pass},
-        {kF6, false, false, false, kText, A::Pass},
-        {kF6, false, true, false, kElsewhere, A::Pass},
-        {FrameKey::Other, false, true, false, kText, A::Pass},
-    };
+    const Row rows[] = {{kTab, false, true, false, kText, A::NextDocument},
+                        {kTab, false, true, true, kToolBar, A::NextDocument},
+                        {kTab, true, true, false, kLines, A::PreviousDocument},
+                        {kTab, true, true, false, kElsewhere, A::Pass},
+                        {kTab, false, false, false, kText, A::Pass},
+                        {kTab, false, false, false, kLines, A::IndentBlock},
+                        {kTab, true, false, false, kLines, A::OutdentBlock},
+                        {kTab, true, false, false, kText, A::Pass},
+                        {kTab, true, false, false, kToolBar, A::Pass},
+                        {kTab, false, false, true, kLines, A::Pass},
+                        {kTab, true, false, true, kText, A::Pass},
+                        {kTab, false, false, false, kElsewhere, A::Pass},
+                        {kF6, false, true, false, kText, A::NextDocument},
+                        {kF6, false, true, false, kToolBar, A::NextDocument},
+                        {kF6, true, true, false, kText, A::Pass},
+                        {kF6, false, true, true, kText, A::Pass},
+                        {kF6, false, false, false, kText, A::Pass},
+                        {kF6, false, true, false, kElsewhere, A::Pass},
+                        {FrameKey::Other, false, true, false, kText, A::Pass}};
     for (const Row& row : rows) {
         SCOPED_TRACE(&row - rows);
         EXPECT_EQ(FilterKey({row.key, true, row.shift, row.ctrl, row.alt}, row.state), row.action);

@@ -67,14 +67,11 @@ TEST_F(MenuDispatcherTest, TabMenu)
     struct Row {
         bool buttons;
         int32_t tab;
-        Text min;
-        Text max;
+        Text min, max;
     };
-    const Row rows[] = {
-        {false, second->DocumentID(), u"hidden", u"on checked group"},
-        {true, second->DocumentID(), u"on group", u"on checked"},
-        {true, first->DocumentID(), u"off checked group", u"off"},
-    };
+    const Row rows[] = {{false, second->DocumentID(), u"hidden", u"on checked group"},
+                        {true, second->DocumentID(), u"on group", u"on checked"},
+                        {true, first->DocumentID(), u"off checked group", u"off"}};
     for (const Row& row : rows) {
         t.program.EditorSettings().MinMaxClose = row.buttons;
         t.dispatcher.TabContextMenu(row.tab, {5, 6});
@@ -93,19 +90,15 @@ TEST_F(MenuDispatcherTest, ContextMenuByWhatWasHit)
     t.program.EditorSettings().CollapseBlocks = true;
     struct Row {
         HitKind kind;
-        bool canGoto;
-        bool canOpen;
-        bool canFold;
+        bool canGoto, canOpen, canFold;
         Text caption;
     };
-    const Row rows[] = {
-        {HitKind::None, false, false, false, u"Collapse block"},
-        {HitKind::Label, true, false, false, u"Collapse block"},
-        {HitKind::Call, false, true, false, u"Collapse block"},
-        {HitKind::Include, false, true, false, u"Collapse block"},
-        {HitKind::OpenBlock, false, false, true, u"Collapse block"},
-        {HitKind::ClosedBlock, false, false, true, u"Expand block"},
-    };
+    const Row rows[] = {{HitKind::None, false, false, false, u"Collapse block"},
+                        {HitKind::Label, true, false, false, u"Collapse block"},
+                        {HitKind::Call, false, true, false, u"Collapse block"},
+                        {HitKind::Include, false, true, false, u"Collapse block"},
+                        {HitKind::OpenBlock, false, false, true, u"Collapse block"},
+                        {HitKind::ClosedBlock, false, false, true, u"Expand block"}};
     auto tool = [&](TextView key) -> const MenuTool& { return t.menus.Tool(Band::Popup, key); };
     for (const Row& row : rows) {
         t.dispatcher.ShowContextMenu(row.kind);

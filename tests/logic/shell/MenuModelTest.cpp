@@ -95,8 +95,7 @@ TEST(MenuModelTest, NumberedShortcuts)
         {27, u"F1"},        {38, u"F12"},       {39, u"Ctrl+F1"},       {50, u"Ctrl+F12"},
         {51, u"Shift+F1"},  {62, u"Shift+F12"}, {63, u"Ctrl+Shift+F1"}, {74, u"Ctrl+Shift+F12"},
         {75, u"Ctrl+Ins"},  {76, u"Shift+Ins"}, {77, u"Del"},           {78, u"Shift+Del"},
-        {79, u"Alt+Bkspc"}, {80, u""},
-    };
+        {79, u"Alt+Bkspc"}, {80, u""}};
     for (auto& [number, name] : rows) EXPECT_EQ(ShortcutName(number), name) << number;
 }
 

@@ -30,8 +30,7 @@ TEST(MessageBoxExTest, ButtonsDefaultAndEscape)
         {kExtended | kYesAllNoCancel | kSecondDefault, u"&Yes Yes to &All &No [Cancel]", {6, 14, 7, 2}, 2},
         {kExtended | kYesAllNoCancel | kDefaultMask, u"&Yes Yes to &All &No [Cancel]", {6, 14, 7, 2}, 2},
         {kYesAllNo, u"[OK]", {1}, 1}, // needs the extended bit
-        {kExtended | 0xF, u"[OK]", {1}, 1},
-    };
+        {kExtended | 0xF, u"[OK]", {1}, 1}};
     for (auto& row : rows) {
         MessageBoxPlan plan = PlanMessageBox(row.flags, u"");
         Text captions;

@@ -113,15 +113,6 @@ TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)
     EXPECT_EQ(t.Documents().Count(), 2);
 }
 
-TEST_F(CommandLineStart, OddLinesOpenNothing)
-{
-    for (const Lines& words : {Lines{}, {u"/L"}, {u"/X=1", u"/Y"}}) Start(words);
-    EXPECT_EQ(t.Documents().Count(), 0);
-    t.Store(kLocal, u"");
-    Start({u"/home/x/a.bas"});
-    EXPECT_EQ(t.Titles(), Lines{u"a.bas"}) << "/L of another line is forgotten";
-}
-
 struct AccountRow {
     const char* name;
     Lines words;
@@ -162,27 +153,6 @@ TEST(ParseFailureTest, IsReportedAndTheProgramGoesOn)
     EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nNo host"}}));
     EXPECT_EQ(t.trace.lines.back().second, u"modMain.ParseCmdLine: error=0x47 No host");
     EXPECT_FALSE(t.program.IsShuttingDown());
-}
-
-TEST(DroppedFilesTest, OpenInTheirOrder)
-{
-    TestProgram t;
-    t.Store(u"file:/x/a", u"");
-    t.Store(u"file:/x/b c", u"");
-    t.program.HandleDroppedFiles({u"/x/b c", u"/x/a"});
-    EXPECT_EQ(t.Titles(), (Lines{u"b c", u"a"}));
-    EXPECT_EQ(std::count(t.journal.lines.begin(), t.journal.lines.end(), u"messages"), 1);
-    EXPECT_EQ(t.Recent(), (Lines{u"file:/x/a", u"file:/x/b c"}));
-}
-
-TEST(ShowMessageTest, ComesForwardFirst)
-{
-    TestProgram t;
-    int32_t before = -1;
-    t.boxes.whileShown = [&] { before = t.window.toForeground; };
-    EXPECT_EQ(t.program.ShowMessage(u"text", message_box::kInformation, u"Title"), message_box::kAnswerOk);
-    EXPECT_EQ(before, 1);
-    EXPECT_EQ(t.boxes.Take(), (Boxes{{u"text", message_box::kInformation, u"Title"}}));
 }
 
 } // namespace

@@ -186,28 +186,6 @@ INSTANTIATE_TEST_SUITE_P(Words, BufferEdit, ::testing::Values(false, true), [](c
     return row.param ? "TextOnlyWithOperations" : "WithBookmarksAndIdentities";
 });
 
-TEST(BufferLoad, CutsAndJoinsLines)
-{
-    const std::pair<TextView, TextView> rows[] = {
-        {u"", u""},
-        {u"a", u"a"},
-        {u"a\n", u"a\r\n"},
-        {u"a\rb\nc\r\nd", u"a\r\nb\r\nc\r\nd"},
-        {u"\r\r\n\n", u"\r\n\r\n\r\n"},
-        {u"12345678\r\n\u0416wide of more than eight\rnarrow \u00FF\xFD",
-         u"12345678\r\n\u0416wide of more than eight\r\nnarrow \u00FF\xFD"},
-    };
-    for (auto& [text, joined] : rows) {
-        SourceDocument buffer;
-        buffer.SetText(text);
-        EXPECT_EQ(buffer.GetText(), joined);
-        SourceDocument typed;
-        typed.InsertText({0, 0}, text);
-        EXPECT_EQ(typed.GetText(), joined);
-        EXPECT_EQ(typed.LineCount(), static_cast<int32_t>(CutLines(text).size()));
-    }
-}
-
 TEST(BufferEditRules, PositionsOutsideAreClamped)
 {
     SourceDocument buffer;

@@ -6,48 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <string>
 
 namespace nib::test {
 namespace {
-
-TEST(Scan, CallBacksComeInOrder)
-{
-    class Recorder : public ToyLexer {
-    public:
-        void BeginLineScan(SourceDocument& d, int32_t line, TextView text, int32_t flags) override
-        {
-            log += "B" + std::to_string(line);
-            ToyLexer::BeginLineScan(d, line, text, flags);
-        }
-        void ScanToken(Token& token) override
-        {
-            ToyLexer::ScanToken(token);
-            log += token.type ? "t" : "0";
-        }
-        int16_t EndLineScan(SourceDocument& d) override
-        {
-            log += "E ";
-            return ToyLexer::EndLineScan(d);
-        }
-        std::string log;
-    };
-    SourceDocument buffer;
-    Recorder lexer;
-    buffer.SetText(u"a{b\n\nc,\nd\ne");
-    buffer.SetLexer(&lexer);
-    EXPECT_EQ(lexer.log, "") << "nothing is scanned before it is needed";
-    std::vector<Token> tokens;
-    buffer.ScanLine(2, tokens);
-    EXPECT_EQ(lexer.log, "B0ttt0E B10E B2t0E ") << "the lines before come first";
-    buffer.EnsureScanned();
-    lexer.log.clear();
-    EXPECT_EQ(buffer.UpdateLines(0, 1), 1);
-    EXPECT_EQ(lexer.log, "B0ttt0E B10E ");
-    lexer.log.clear();
-    buffer.DeleteRange({1, 2}, {2, 2});
-    EXPECT_EQ(lexer.log, "B2t0E B3t0E ") << "on below while the state changes";
-}
 
 struct Hostile {
     const char* name;
@@ -77,23 +38,21 @@ TEST(Scan, AHostileLexerLeavesEveryLineCovered)
     const auto every = [](int32_t from, int32_t step, int32_t length, int32_t attributes = 0) {
         return [=](Token& t, int32_t call) { t = {1, from + step * call, length, attributes}; };
     };
-    const Hostile rows[] = {
-        {"no token at all", [](Token& t, int32_t) { t = {}; }},
-        {"zero length", every(0, 0, 0)},
-        {"negative length", every(0, 0, -5)},
-        {"a gap", every(0, 3, 2)},
-        {"backward", every(2, -1, 2)},
-        {"past the end", every(0, 0, 1000)},
-        {"past every number", every(0, 1, INT32_MAX)},
-        {"endless", every(0, 1, 1, 1)},
-        {"throws at once", [](Token&, int32_t) { throw Error(5, u"no"); }},
-        {"throws in the middle",
-         [every](Token& t, int32_t call) {
-             if (call == 2) throw Error(5, u"no");
-             every(0, 1, 1)(t, call);
-         }},
-        {"throws a stranger", [](Token&, int32_t) { throw 42; }},
-    };
+    const Hostile rows[] = {{"no token at all", [](Token& t, int32_t) { t = {}; }},
+                            {"zero length", every(0, 0, 0)},
+                            {"negative length", every(0, 0, -5)},
+                            {"a gap", every(0, 3, 2)},
+                            {"backward", every(2, -1, 2)},
+                            {"past the end", every(0, 0, 1000)},
+                            {"past every number", every(0, 1, INT32_MAX)},
+                            {"endless", every(0, 1, 1, 1)},
+                            {"throws at once", [](Token&, int32_t) { throw Error(5, u"no"); }},
+                            {"throws in the middle",
+                             [every](Token& t, int32_t call) {
+                                 if (call == 2) throw Error(5, u"no");
+                                 every(0, 1, 1)(t, call);
+                             }},
+                            {"throws a stranger", [](Token&, int32_t) { throw 42; }}};
     for (const Hostile& row : rows) {
         SCOPED_TRACE(row.name);
         SourceDocument buffer;
@@ -140,20 +99,6 @@ TEST(Scan, ALexerIsRefusedEdits)
     buffer.EnsureScanned();
     EXPECT_GE(refused, 1);
     EXPECT_EQ(buffer.GetText(), u"abc\r\nd\r\ne");
-}
-
-TEST(Scan, PlainTextIsOneTokenALine)
-{
-    SourceDocument buffer;
-    buffer.SetText(u"abc\n");
-    std::vector<Token> tokens;
-    buffer.ScanLine(0, tokens);
-    ASSERT_EQ(tokens.size(), 1u);
-    EXPECT_EQ(tokens[0].type, 8);
-    EXPECT_EQ(tokens[0].length, 3);
-    buffer.ScanLine(1, tokens);
-    EXPECT_TRUE(tokens.empty());
-    EXPECT_EQ(buffer.UpdateLines(0, 1), 1);
 }
 
 TEST(Scan, SlicesGetToTheEnd)

@@ -62,34 +62,32 @@ int32_t UndoSteps(SourceDocument& buffer)
 
 TEST(Undo, StepsAndSavePoints)
 {
-    const Row rows[] = {
-        {"typing is one step", "ttt", 1, u"abcxxx", u"abc", true},
-        {"backspacing is one step", "bb", 1, u"a", u"abc", true},
-        {"deleting forward is one step", "dd", 1, u"c", u"abc", true},
-        {"backspace ends typing", "ttb", 2, u"abcx", u"abcxx", true},
-        {"typing elsewhere starts anew", "th", 2, u"habcx", u"abcx", true},
-        {"Enter is a step of its own", "tnt", 3, u"abcx\r\nx", u"abcx\r\n", true},
-        {"a break ends the run", "tBt", 2, u"abcxx", u"abcx", true},
-        {"saving ends the run", "tst", 2, u"abcxx", u"abcx", true},
-        {"undo ends the run", "tBtut", 2, u"abcxx", u"abcx", true},
-        {"redo ends the run", "turt", 2, u"abcxx", u"abcx", true},
-        {"a group is one step", "(tnh)", 1, u"habcx\r\n", u"abc", true},
-        {"groups nest", "(t(n)(h)t)", 1, u"habcx\r\nx", u"abc", true},
-        {"an empty group is none", "t()", 1, u"abcx", u"abc", true},
-        {"a group of one goes on as typing", "(t)t", 1, u"abcxx", u"abc", true},
-        {"a group of two does not", "(tn)t", 2, u"abcx\r\nx", u"abcx\r\n", true},
-        {"an operation is one step", "tot", 3, u"abcxopx", u"abcxop", true},
-        {"an operation within a group belongs to its step", "(tot)", 1, u"abcxopx", u"abc", true},
-        {"saved at once", "s", 0, u"abc", u"abc", false},
-        {"saved and undone", "tsu", 0, u"abc", u"abc", true},
-        {"saved, undone, redone", "tsur", 1, u"abcx", u"abc", false},
-        {"undone to the start", "tu", 0, u"abc", u"abc", false},
-        {"the save point is lost with its steps", "tsuhu", 0, u"abc", u"abc", true},
-        {"marked as modified", "mtu", 0, u"abc", u"abc", true},
-        {"clearing keeps modified", "tc", 0, u"abcx", u"abcx", true},
-        {"clearing keeps unmodified", "tsctu", 0, u"abcx", u"abcx", false},
-        {"a save point inside a cleared past", "tsttcu", 0, u"abcxxx", u"abcxxx", true},
-    };
+    const Row rows[] = {{"typing is one step", "ttt", 1, u"abcxxx", u"abc", true},
+                        {"backspacing is one step", "bb", 1, u"a", u"abc", true},
+                        {"deleting forward is one step", "dd", 1, u"c", u"abc", true},
+                        {"backspace ends typing", "ttb", 2, u"abcx", u"abcxx", true},
+                        {"typing elsewhere starts anew", "th", 2, u"habcx", u"abcx", true},
+                        {"Enter is a step of its own", "tnt", 3, u"abcx\r\nx", u"abcx\r\n", true},
+                        {"a break ends the run", "tBt", 2, u"abcxx", u"abcx", true},
+                        {"saving ends the run", "tst", 2, u"abcxx", u"abcx", true},
+                        {"undo ends the run", "tBtut", 2, u"abcxx", u"abcx", true},
+                        {"redo ends the run", "turt", 2, u"abcxx", u"abcx", true},
+                        {"a group is one step", "(tnh)", 1, u"habcx\r\n", u"abc", true},
+                        {"groups nest", "(t(n)(h)t)", 1, u"habcx\r\nx", u"abc", true},
+                        {"an empty group is none", "t()", 1, u"abcx", u"abc", true},
+                        {"a group of one goes on as typing", "(t)t", 1, u"abcxx", u"abc", true},
+                        {"a group of two does not", "(tn)t", 2, u"abcx\r\nx", u"abcx\r\n", true},
+                        {"an operation is one step", "tot", 3, u"abcxopx", u"abcxop", true},
+                        {"an operation within a group belongs to its step", "(tot)", 1, u"abcxopx", u"abc", true},
+                        {"saved at once", "s", 0, u"abc", u"abc", false},
+                        {"saved and undone", "tsu", 0, u"abc", u"abc", true},
+                        {"saved, undone, redone", "tsur", 1, u"abcx", u"abc", false},
+                        {"undone to the start", "tu", 0, u"abc", u"abc", false},
+                        {"the save point is lost with its steps", "tsuhu", 0, u"abc", u"abc", true},
+                        {"marked as modified", "mtu", 0, u"abc", u"abc", true},
+                        {"clearing keeps modified", "tc", 0, u"abcx", u"abcx", true},
+                        {"clearing keeps unmodified", "tsctu", 0, u"abcx", u"abcx", false},
+                        {"a save point inside a cleared past", "tsttcu", 0, u"abcxxx", u"abcxxx", true}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         SourceDocument buffer;
@@ -125,12 +123,9 @@ private:
 TEST(Undo, AnOperationIsRefusedTheUndoStack)
 {
     const std::function<void(SourceDocument&)> bodies[] = {
-        [](SourceDocument& d) { d.Undo(); },
-        [](SourceDocument& d) { d.Redo(); },
-        [](SourceDocument& d) { d.ClearUndo(); },
-        [](SourceDocument& d) { d.ExecuteOp(std::make_unique<AppendOp>()); },
-        [](SourceDocument& d) { static_cast<SourceDocument&>(d).SetText(u"new"); },
-    };
+        [](SourceDocument& d) { d.Undo(); }, [](SourceDocument& d) { d.Redo(); },
+        [](SourceDocument& d) { d.ClearUndo(); }, [](SourceDocument& d) { d.ExecuteOp(std::make_unique<AppendOp>()); },
+        [](SourceDocument& d) { static_cast<SourceDocument&>(d).SetText(u"new"); }};
     for (auto& body : bodies) {
         SourceDocument buffer;
         buffer.InsertText({0, 0}, u"abc");

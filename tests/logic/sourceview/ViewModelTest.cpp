@@ -182,8 +182,7 @@ const Row kRows[] = {
     {"drag to a line below", u"[A\nB]C\nDE", Drag<1, 2, false>, u"C\nD[A\nB]E"},
     {"drag along the last line", u"x[A\nB]CD", Drag<2, 1, false>, u"xC[A\nB]D"},
     {"drag onto itself", u"A[BCD]", Drag<2, 0, false>, u"AB|CD"},
-    {"drag a copy", u"[AB]C", Drag<3, 0, true>, u"ABC[AB]"},
-};
+    {"drag a copy", u"[AB]C", Drag<3, 0, true>, u"ABC[AB]"}};
 
 class ViewCommands : public ViewTest, public testing::WithParamInterface<Row> {};
 

@@ -72,15 +72,13 @@ TEST_F(AccountSessionTest, VerbsRunProgramsInTheAccount)
     const struct {
         TextView command;
         Text output;
-    } rows[] = {
-        {u"WHERE", FromUtf8(folder / "accounts/DEMO")},
-        {u"where", FromUtf8(folder / "accounts/DEMO")},
-        {u"SHOW x 'y z' \"\" $(id) ;", u"a b|x|y z||$(id)|;|"},
-        {u"lower", u"low"},
-        {u"BOTH", u"one\r\ntwo\r\nthree"},
-        {u"RAW", u"a b\xF8FFé"},
-        {u"DIE", u"sh was ended by signal 11 (Segmentation fault)."},
-    };
+    } rows[] = {{u"WHERE", FromUtf8(folder / "accounts/DEMO")},
+                {u"where", FromUtf8(folder / "accounts/DEMO")},
+                {u"SHOW x 'y z' \"\" $(id) ;", u"a b|x|y z||$(id)|;|"},
+                {u"lower", u"low"},
+                {u"BOTH", u"one\r\ntwo\r\nthree"},
+                {u"RAW", u"a b\xF8FFé"},
+                {u"DIE", u"sh was ended by signal 11 (Segmentation fault)."}};
     for (const auto& row : rows) EXPECT_EQ(Run(row.command), row.output) << ToUtf8(row.command);
     EXPECT_EQ(Run(u"CAT", u"in é\nput"), u"in é\r\nput");
     EXPECT_EQ(Open(u"mvdb:*/DEMO")->Session()->AccountName(), u"DEMO");
@@ -96,25 +94,30 @@ TEST_F(AccountSessionTest, WhatCannotRunSaysWhy)
     const struct {
         TextView command;
         Text text;
-    } rows[] = {
-        {u"basic BP", u"basic is not in the VOC of account DEMO."},
-        {u"BP", u"BP is not in the VOC of account DEMO."},
-        {u" ", u"There is no command to run."},
-        {u"GONE", u"no-such-program-here cannot be run: No such file or directory"},
-        {u"PLAIN", u"./plain cannot be run: Permission denied"},
-        {u"EMPTY", u"The verb EMPTY of account DEMO names no program."},
-    };
+    } rows[] = {{u"basic BP", u"basic is not in the VOC of account DEMO."},
+                {u"BP", u"BP is not in the VOC of account DEMO."},
+                {u" ", u"There is no command to run."},
+                {u"GONE", u"no-such-program-here cannot be run: No such file or directory"},
+                {u"PLAIN", u"./plain cannot be run: Permission denied"},
+                {u"EMPTY", u"The verb EMPTY of account DEMO names no program."}};
     for (const auto& row : rows) EXPECT_EQ(ErrorOf([&] { Run(row.command); }).description, row.text);
     chmod((folder / "accounts/DEMO/plain").c_str(), 0755);
     EXPECT_EQ(ErrorOf([&] { Run(u"PLAIN"); }).description, u"./plain cannot be run: Exec format error");
 }
 
-TEST_F(AccountSessionTest, TheProgramFolderComesFirst)
+TEST_F(AccountSessionTest, TheProgramFolderComesFirstUnlessThePathHasItAlready)
 {
-    const std::string program = folder.File("programs/ls", "#!/bin/sh\necho ours; command -v ls\n");
-    chmod(program.c_str(), 0755);
+    const std::string before = getenv("PATH");
+    const std::string ours = folder.File("programs/ls", "#!/bin/sh\necho ours\n");
+    const std::string own = folder.File("own/ls", "#!/bin/sh\necho own\n");
+    for (const std::string& program : {ours, own}) chmod(program.c_str(), 0755);
     Verb("LS", "ls");
-    EXPECT_EQ(Run(u"LS"), u"ours\r\n" + FromUtf8(program));
+    setenv("PATH", (folder / "own" + ":/usr/bin:/bin").c_str(), 1);
+    EXPECT_EQ(Run(u"LS"), u"ours");
+    // A user may put programs of their own before those of the system, the editor's among them.
+    setenv("PATH", (folder / "own" + ":/usr/bin:" + folder / "programs" + ":/bin").c_str(), 1);
+    EXPECT_EQ(Run(u"LS"), u"own");
+    setenv("PATH", before.c_str(), 1);
 }
 
 TEST_F(AccountSessionTest, ATimeLimitEndsTheWholeGroup)

@@ -189,9 +189,8 @@ TEST_F(FileSaverTest, ACrashAtAnyMomentLeavesOneVersionWhole)
     for (int round = 0; round < 30; ++round) {
         const pid_t child = fork();
         if (child == 0) {
-            for (char letter = 'a';; letter = letter == 'z' ? 'a' : static_cast<char>(letter + 1)) {
+            for (char letter = 'a';; letter = letter == 'z' ? 'a' : static_cast<char>(letter + 1))
                 Save(file, std::string(200000 + static_cast<size_t>(letter), letter));
-            }
         }
         usleep(random() % 8000);
         kill(child, SIGKILL);

@@ -45,14 +45,12 @@ TEST_F(HiveFileTest, AnyNameHoldsAnyText)
 
 TEST_F(HiveFileTest, DamagedFilesKeepTheirGoodValues)
 {
-    const std::pair<std::string, TextView> rows[] = {
-        {"[K]\njunk\"\x01\n[K\na=good\n", u"good"},
-        {"\0\0\0\0\n[K]\n\xFF\xFE\xFF=x\na=good"s, u"good"},
-        {"[K]\na=\"go", u"\"go"},
-        {"[K]\na=%uD8\n", u"%uD8"},
-        {"[K]\n", u"<none>"},
-        {"", u"<none>"},
-    };
+    const std::pair<std::string, TextView> rows[] = {{"[K]\njunk\"\x01\n[K\na=good\n", u"good"},
+                                                     {"\0\0\0\0\n[K]\n\xFF\xFE\xFF=x\na=good"s, u"good"},
+                                                     {"[K]\na=\"go", u"\"go"},
+                                                     {"[K]\na=%uD8\n", u"%uD8"},
+                                                     {"[K]\n", u"<none>"},
+                                                     {"", u"<none>"}};
     for (const auto& [bytes, value] : rows) {
         SCOPED_TRACE(bytes);
         folder.File("config/Orlin/hive.conf", bytes);

@@ -52,25 +52,23 @@ TEST_F(HostBrowserTest, TypedNames)
         Text place;
         TextView typed;
         Text path;
-    } rows[] = {
-        {u"mvdb:*/DEMO/BP", u" MAIN ", u"mvdb:*/DEMO/BP/MAIN"},
-        {u"mvdb:*/DEMO/BP/INVOICE", u"MAIN", u"mvdb:*/DEMO/BP/MAIN"},
-        {u"mvdb:*/DEMO/BP", u"VOC  LIST ME", u"mvdb:*/DEMO/VOC/LIST%20ME"},
-        {u"mvdb:*/DEMO/BP", u"MY OWN", u"mvdb:*/DEMO/BP/MY%20OWN"},
-        {u"mvdb:*/DEMO/BP", u"MY NEW", u"mvdb:*/DEMO/MY/NEW"},
-        {u"mvdb:*/DEMO/BP", u"NO FILE", u"mvdb:*/DEMO/BP/NO%20FILE"},
-        {u"mvdb:*/DEMO/BP", u"A/B", u"mvdb:*/DEMO/BP/A%2FB"},
-        {u"mvdb:*/DEMO", u"BP MAIN", u"mvdb:*/DEMO/BP/MAIN"},
-        {u"mvdb:*/DEMO", u"BP", u"mvdb:*/DEMO/BP"},
-        {u"mvdb:*", u"DEMO BP MAIN", u"mvdb:*/DEMO/BP/MAIN"},
-        {u"mvdb:*/DEMO/BP", u"/tmp/x", u"file:/tmp/x"},
-        {u"", u"mvdb:*/DEMO/BP/X", u"mvdb:*/DEMO/BP/X"},
-        {u"", u"~/x", u"file:/home/ada/x"},
-        {u"", u"/home/../etc//x", u"file:/etc/x"},
-        {local, u"a/../b.txt", local + u"/b.txt"},
-        {local + u"/file.txt", u"b.txt", local + u"/b.txt"},
-        {local, u"~/x", u"file:/home/ada/x"},
-    };
+    } rows[] = {{u"mvdb:*/DEMO/BP", u" MAIN ", u"mvdb:*/DEMO/BP/MAIN"},
+                {u"mvdb:*/DEMO/BP/INVOICE", u"MAIN", u"mvdb:*/DEMO/BP/MAIN"},
+                {u"mvdb:*/DEMO/BP", u"VOC  LIST ME", u"mvdb:*/DEMO/VOC/LIST%20ME"},
+                {u"mvdb:*/DEMO/BP", u"MY OWN", u"mvdb:*/DEMO/BP/MY%20OWN"},
+                {u"mvdb:*/DEMO/BP", u"MY NEW", u"mvdb:*/DEMO/MY/NEW"},
+                {u"mvdb:*/DEMO/BP", u"NO FILE", u"mvdb:*/DEMO/BP/NO%20FILE"},
+                {u"mvdb:*/DEMO/BP", u"A/B", u"mvdb:*/DEMO/BP/A%2FB"},
+                {u"mvdb:*/DEMO", u"BP MAIN", u"mvdb:*/DEMO/BP/MAIN"},
+                {u"mvdb:*/DEMO", u"BP", u"mvdb:*/DEMO/BP"},
+                {u"mvdb:*", u"DEMO BP MAIN", u"mvdb:*/DEMO/BP/MAIN"},
+                {u"mvdb:*/DEMO/BP", u"/tmp/x", u"file:/tmp/x"},
+                {u"", u"mvdb:*/DEMO/BP/X", u"mvdb:*/DEMO/BP/X"},
+                {u"", u"~/x", u"file:/home/ada/x"},
+                {u"", u"/home/../etc//x", u"file:/etc/x"},
+                {local, u"a/../b.txt", local + u"/b.txt"},
+                {local + u"/file.txt", u"b.txt", local + u"/b.txt"},
+                {local, u"~/x", u"file:/home/ada/x"}};
     for (const auto& row : rows) EXPECT_EQ(browser.Resolve(row.place, row.typed), row.path);
     EXPECT_THROW(browser.Resolve(u"mvdb:*/DEMO", u"NONE X"), Error);
     EXPECT_THROW(browser.Resolve(u"mvdb:*/DEMO", u"  "), Error);

@@ -44,18 +44,6 @@ TEST_F(HostConnectionTest, ALocalFileIsReadAndWrittenAsItStood)
     EXPECT_FALSE(Open(connection->ComposeFilePath(FromUtf8(folder.Path())))->IsItem());
 }
 
-TEST_F(HostConnectionTest, PlacesThatAreNoItems)
-{
-    for (TextView path : {u"mvdb:", u"mvdb:*", u"mvdb:*/DEMO", u"mvdb:*/DEMO/BP"}) {
-        auto item = Open(path);
-        EXPECT_FALSE(item->IsItem()) << ToUtf8(path);
-        EXPECT_FALSE(item->Exists()) << ToUtf8(path);
-    }
-    folder.Folder("accounts/DEMO/BP/sub");
-    EXPECT_FALSE(Open(u"mvdb:*/DEMO/BP/sub")->IsItem());
-    EXPECT_FALSE(Open(u"mvdb:*/DEMO/BP/NEW")->Exists());
-}
-
 TEST_F(HostConnectionTest, WhatIsMissingIsNamed)
 {
     const struct {
@@ -71,8 +59,7 @@ TEST_F(HostConnectionTest, WhatIsMissingIsNamed)
         {u"mvdb:far/X", error_number::kStorage,
          u"The host connection \"far\" is a network connection, which is not available."},
         {u"mvdb:odd/X", error_number::kStorage, u"The host connection \"Odd\" is of the unknown kind \"x\"."},
-        {u"nowhere", error_number::kBadFileName, u"\"nowhere\" is not the path of an item or a file."},
-    };
+        {u"nowhere", error_number::kBadFileName, u"\"nowhere\" is not the path of an item or a file."}};
     for (const auto& row : rows) {
         const Error error = ErrorOf([&] { Open(row.path); });
         EXPECT_EQ(error.number, row.number);

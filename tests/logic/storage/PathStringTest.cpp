@@ -11,25 +11,9 @@ namespace nib::test {
 
 namespace {
 
-const Text kHostile[] = {u"BP",
-                         u"A/B",
-                         u"a b",
-                         u"50%",
-                         u"..",
-                         u".",
-                         u"%2F",
-                         Text(300, u'x'),
-                         u"Ünï€😀",
-                         u"\xF8FD\xF8FE",
-                         u"a\xDCFF"
-                         u"b",
-                         u"*",
-                         u"../../x",
-                         u"~",
-                         u"a\nb\x7F",
-                         u"..%2F",
-                         u".locks",
-                         Text(u"a\0b", 3)};
+const Text kHostile[] = {u"BP",           u"A/B",   u"a b",          u"50%",          u"..", u".",       u"%2F",
+                         Text(300, u'x'), u"Ünï€😀", u"\xF8FD\xF8FE", u"a\xDCFFz",     u"*",  u"../../x", u"~",
+                         u"a\nb\x7F",     u"..%2F", u".locks",       Text(u"a\0b", 3)};
 
 } // namespace
 
@@ -49,9 +33,8 @@ TEST(PathStringTest, KnownForms)
               u"file:" + FromUtf8(std::filesystem::current_path().string()) + u"/y.txt");
     EXPECT_EQ(ParsePath(u"/tmp/x"), (ItemPlace{u"file", u"", u"", u"", u"/tmp/x"}));
     EXPECT_EQ(ParsePath(u"file:/tmp/x%20"), (ItemPlace{u"file", u"", u"", u"", u"/tmp/x%20"}));
-    for (TextView wrong : {u"", u"x", u"mvdb:a/b/c/d/e", u"mvdb:a/%4", u"mvdb:%zz", u"file:x", u"http://x"}) {
+    for (TextView wrong : {u"", u"x", u"mvdb:a/b/c/d/e", u"mvdb:a/%4", u"mvdb:%zz", u"file:x", u"http://x"})
         EXPECT_THROW(ParsePath(wrong), Error) << ToUtf8(wrong);
-    }
 }
 
 TEST(PathStringTest, AnyPlaceComesBack)
@@ -96,18 +79,15 @@ TEST(CommandWordsTest, Splitting)
 {
     struct Row {
         Text line;
-        std::vector<Text> command;
-        std::vector<Text> program;
+        std::vector<Text> command, program;
     };
-    const Row rows[] = {
-        {u"", {}, {}},
-        {u"  BASIC  BP\tMAIN ", {u"BASIC", u"BP", u"MAIN"}, {u"BASIC", u"BP", u"MAIN"}},
-        {u"X \"A B\" 'C D' ''", {u"X", u"A B", u"C D", u""}, {u"X", u"A B", u"C D", u""}},
-        {u"X O'B o'c", {u"X", u"O'B", u"o'c"}, {u"X", u"OB oc"}},
-        {u"X \"open", {u"X", u"\"open"}, {u"X", u"open"}},
-        {u"a\\ b 'c\\d'", {u"a\\", u"b", u"c\\d"}, {u"a b", u"c\\d"}},
-        {u"$(id);*", {u"$(id);*"}, {u"$(id);*"}},
-    };
+    const Row rows[] = {{u"", {}, {}},
+                        {u"  BASIC  BP\tMAIN ", {u"BASIC", u"BP", u"MAIN"}, {u"BASIC", u"BP", u"MAIN"}},
+                        {u"X \"A B\" 'C D' ''", {u"X", u"A B", u"C D", u""}, {u"X", u"A B", u"C D", u""}},
+                        {u"X O'B o'c", {u"X", u"O'B", u"o'c"}, {u"X", u"OB oc"}},
+                        {u"X \"open", {u"X", u"\"open"}, {u"X", u"open"}},
+                        {u"a\\ b 'c\\d'", {u"a\\", u"b", u"c\\d"}, {u"a b", u"c\\d"}},
+                        {u"$(id);*", {u"$(id);*"}, {u"$(id);*"}}};
     for (const Row& row : rows) {
         EXPECT_EQ(SplitCommand(row.line), row.command) << ToUtf8(row.line);
         EXPECT_EQ(SplitProgramLine(row.line), row.program) << ToUtf8(row.line);

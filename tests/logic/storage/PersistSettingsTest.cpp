@@ -35,27 +35,24 @@ protected:
 TEST(SettingsPathTest, DotToAbsPath)
 {
     struct Row {
-        TextView path;
-        TextView absolute;
+        TextView path, absolute;
     };
-    const Row rows[] = {
-        {u"./data", u"/opt/nib/data"},
-        {u"./", u"/opt/nib/"},
-        {u"../x", u"/opt/x"},
-        {u"..", u"/opt"},
-        {u"../../x", u"/x"},
-        {u"../../../../x", u"/x"},
-        {u"../../..", u"/"},
-        {u".", u"."},
-        {u".x/../y", u".x/y"},
-        {u"/a//b///c", u"/a/b/c"},
-        {u"/a/./b", u"/a/./b"},
-        {u"/a/../..", u"/"},
-        {u"", u"/"},
-        {u"a/b/../c", u"a/c"},
-        {u"a/..", u"a"},
-        {u"//server/share", u"/server/share"},
-    };
+    const Row rows[] = {{u"./data", u"/opt/nib/data"},
+                        {u"./", u"/opt/nib/"},
+                        {u"../x", u"/opt/x"},
+                        {u"..", u"/opt"},
+                        {u"../../x", u"/x"},
+                        {u"../../../../x", u"/x"},
+                        {u"../../..", u"/"},
+                        {u".", u"."},
+                        {u".x/../y", u".x/y"},
+                        {u"/a//b///c", u"/a/b/c"},
+                        {u"/a/./b", u"/a/./b"},
+                        {u"/a/../..", u"/"},
+                        {u"", u"/"},
+                        {u"a/b/../c", u"a/c"},
+                        {u"a/..", u"a"},
+                        {u"//server/share", u"/server/share"}};
     for (const Row& row : rows) EXPECT_EQ(DotToAbsPath(row.path, u"/opt/nib"), row.absolute) << ToUtf8(row.path);
 }
 
@@ -65,28 +62,23 @@ TEST(SettingsPathTest, References)
         return name == u"A" ? std::optional<Text>(u"one") : std::nullopt;
     };
     struct Row {
-        TextView text;
-        TextView expanded;
+        TextView text, expanded;
     };
-    const Row rows[] = {
-        {u"x%A%y%A%", u"xoneyone"}, {u"%B%%A%", u"one"}, {u"100%", u"100%"},
-        {u"%A%50%", u"one50%"},     {u"%%x", u"x"},      {u"%B", u"%B"},
-    };
+    const Row rows[] = {{u"x%A%y%A%", u"xoneyone"}, {u"%B%%A%", u"one"}, {u"100%", u"100%"},
+                        {u"%A%50%", u"one50%"},     {u"%%x", u"x"},      {u"%B", u"%B"}};
     for (const Row& row : rows) EXPECT_EQ(ExpandEnviron(row.text, environment), row.expanded);
 }
 
 TEST_F(PersistSettingsTest, ModesOfTheSwitchFile)
 {
-    const std::pair<std::string, int> rows[] = {
-        {"", 1},
-        {"PersistSettings=\n", 1},
-        {"PersistSettings=2\n", 2},
-        {"persistsettings=\"2 files\"\n", 2},
-        {"PersistSettings=yes\n", 0},
-        {"PersistSettings=-1\n", 0},
-        {"PersistSettings=3\n", 0},
-        {"PersistSettings=65538\n", 0},
-    };
+    const std::pair<std::string, int> rows[] = {{"", 1},
+                                                {"PersistSettings=\n", 1},
+                                                {"PersistSettings=2\n", 2},
+                                                {"persistsettings=\"2 files\"\n", 2},
+                                                {"PersistSettings=yes\n", 0},
+                                                {"PersistSettings=-1\n", 0},
+                                                {"PersistSettings=3\n", 0},
+                                                {"PersistSettings=65538\n", 0}};
     int number = 0;
     for (const auto& [switches, mode] : rows) {
         SCOPED_TRACE(switches);
@@ -107,23 +99,20 @@ TEST_F(PersistSettingsTest, DataFolders)
 {
     folder.File("file", "");
     struct Row {
-        std::string value;
-        std::string resolved;
+        std::string value, resolved;
         bool made;
     };
     const std::string root = folder.Path();
-    const Row rows[] = {
-        {".", "./", true},
-        {".\\", root + "/p/q/", true},
-        {".\\data\\deep", root + "/p/q/data/deep/", true},
-        {"..\\..\\x", root + "/x/", true},
-        {"./%HERE%", root + "/p/q/sub/", true},
-        {"%EMPTY%", root + "/p/q/", true},
-        {"%HERE%", "sub/", false},
-        {"%HERE%\\y", root + "/p/q/", true},
-        {root + "/file/z", root + "/p/q/", true},
-        {root + "/j\xC3\xB6rg", root + "/j\xC3\xB6rg/", true},
-    };
+    const Row rows[] = {{".", "./", true},
+                        {".\\", root + "/p/q/", true},
+                        {".\\data\\deep", root + "/p/q/data/deep/", true},
+                        {"..\\..\\x", root + "/x/", true},
+                        {"./%HERE%", root + "/p/q/sub/", true},
+                        {"%EMPTY%", root + "/p/q/", true},
+                        {"%HERE%", "sub/", false},
+                        {"%HERE%\\y", root + "/p/q/", true},
+                        {root + "/file/z", root + "/p/q/", true},
+                        {root + "/j\xC3\xB6rg", root + "/j\xC3\xB6rg/", true}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.value);
         auto store = Store("PersistSettings=0\nAppDataDirectory=" + row.value + "\nUserDataDirectory=" + row.value);

@@ -30,28 +30,26 @@ TEST_F(ProfileTest, FindsValuesInWhateverTheFileHolds)
         std::string bytes;
         Text value;
     };
-    const Row rows[] = {
-        {"[Sec]\r\nKey=v\r\n", u"v"},
-        {"[sEC]\nkEY = v w \nKey=second\n", u"v w"},
-        {" [ Sec ] tail\r\tKey\t=\t'v'\r", u"v"},
-        {"Key=outside\n[Other]\nKey=x\n[Sec]\n;Key=comment\nKey=\"v\"", u"v"},
-        {"[Sec]\nKey=\"\"v\"\"\n", u"\"v\""},
-        {"[Sec]\nKey=\"v'\n", u"\"v'"},
-        {"[Sec]\nKey=\"\n", u"\""},
-        {"[Sec]\nKey=a=b;c\n", u"a=b;c"},
-        {"[Sec]\nKey=\xE9\n", u"\u00E9"},
-        {"[Sec]\na=1\n[Other]\nKey=x\n[Sec]\nKey=v\n", u"v"},
-        {Utf16("[Sec]\r\nKey=v\r\n"), u"v"},
-        {Utf16("[Sec]\r\nKey=v") + "x", u"v"},
-        {"\xEF\xBB\xBF[Sec]\nKey=\xC3\xA9\n", u"\u00E9"},
-        {"\0\x01\xFF\"[[\n]=\n=\n[Sec\n[Sec]\n\0\0\n=x\nKey=v"s, u"v"},
-        {"[Sec]\nKey=\n", u"default"},
-        {"[Sec]\nKey\n", u"default"},
-        {"[Sec]\nKeys=v\n", u"default"},
-        {"[Sec\nKey=v\n", u"default"},
-        {"\xFE\xFF\0["s, u"default"},
-        {"", u"default"},
-    };
+    const Row rows[] = {{"[Sec]\r\nKey=v\r\n", u"v"},
+                        {"[sEC]\nkEY = v w \nKey=second\n", u"v w"},
+                        {" [ Sec ] tail\r\tKey\t=\t'v'\r", u"v"},
+                        {"Key=outside\n[Other]\nKey=x\n[Sec]\n;Key=comment\nKey=\"v\"", u"v"},
+                        {"[Sec]\nKey=\"\"v\"\"\n", u"\"v\""},
+                        {"[Sec]\nKey=\"v'\n", u"\"v'"},
+                        {"[Sec]\nKey=\"\n", u"\""},
+                        {"[Sec]\nKey=a=b;c\n", u"a=b;c"},
+                        {"[Sec]\nKey=\xE9\n", u"\u00E9"},
+                        {"[Sec]\na=1\n[Other]\nKey=x\n[Sec]\nKey=v\n", u"v"},
+                        {Utf16("[Sec]\r\nKey=v\r\n"), u"v"},
+                        {Utf16("[Sec]\r\nKey=v") + "x", u"v"},
+                        {"\xEF\xBB\xBF[Sec]\nKey=\xC3\xA9\n", u"\u00E9"},
+                        {"\0\x01\xFF\"[[\n]=\n=\n[Sec\n[Sec]\n\0\0\n=x\nKey=v"s, u"v"},
+                        {"[Sec]\nKey=\n", u"default"},
+                        {"[Sec]\nKey\n", u"default"},
+                        {"[Sec]\nKeys=v\n", u"default"},
+                        {"[Sec\nKey=v\n", u"default"},
+                        {"\xFE\xFF\0["s, u"default"},
+                        {"", u"default"}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.bytes);
         folder.File("f.ini", row.bytes);
@@ -84,27 +82,25 @@ TEST_F(ProfileTest, AWriteChangesOneLine)
         std::string after;
     };
     const std::string rich = "; mine\n\n[Sec]\n  key = old \nb=2\n\n; about other\n[Other]\nKey=x\n";
-    const Row rows[] = {
-        {"", u"v", "[Sec]\r\nKey=v\r\n"},
-        {"[Other]\na=1", u"v", "[Other]\na=1\n[Sec]\nKey=v\n"},
-        {rich, u"new", "; mine\n\n[Sec]\n  key = new \nb=2\n\n; about other\n[Other]\nKey=x\n"},
-        {rich, u"", "; mine\n\n[Sec]\nb=2\n\n; about other\n[Other]\nKey=x\n"},
-        {rich, u"default", "; mine\n\n[Sec]\nb=2\n\n; about other\n[Other]\nKey=x\n"},
-        {rich, u"Default", "; mine\n\n[Sec]\n  key = Default \nb=2\n\n; about other\n[Other]\nKey=x\n"},
-        {"[sec]\na=1\n\n; end\n[Z]\n", u"v", "[sec]\na=1\nKey=v\n\n; end\n[Z]\n"},
-        {"[Sec]", u"v", "[Sec]\r\nKey=v\r\n"},
-        {"[Sec]\nKey=1\nkey=2\n[Sec]\nKEY=3\n", u"", "[Sec]\n[Sec]\n"},
-        {"[Sec]\n", u" v", "[Sec]\nKey=\" v\"\n"},
-        {"[Sec]\n", u"v ", "[Sec]\nKey=\"v \"\n"},
-        {"[Sec]\n", u"\"v", "[Sec]\nKey=\"\"v\"\n"},
-        {"[Sec]\n", u"v'", "[Sec]\nKey=\"v'\"\n"},
-        {"[Sec]\n", u"v\r\n[Other]", "[Sec]\nKey=v\n"},
-        {"[Sec]\n", u"\u00E9", "[Sec]\nKey=\xE9\n"},
-        {"[Sec]\nb=\xE9\n", u"\u4E2D", Utf16("[Sec]\nb=\xE9\nKey=") + "\x2D\x4E\n\0"s},
-        {"\0junk\n[Sec\n\"\n[Sec]\nb=2\n"s, u"v", "\0junk\n[Sec\n\"\n[Sec]\nb=2\nKey=v\n"s},
-        {Utf16("[Sec]\r\nb=1\r\n"), u"v", Utf16("[Sec]\r\nb=1\r\nKey=v\r\n")},
-        {"\xEF\xBB\xBF[Sec]\n", u"\u4E2D", "\xEF\xBB\xBF[Sec]\nKey=\xE4\xB8\xAD\n"},
-    };
+    const Row rows[] = {{"", u"v", "[Sec]\r\nKey=v\r\n"},
+                        {"[Other]\na=1", u"v", "[Other]\na=1\n[Sec]\nKey=v\n"},
+                        {rich, u"new", "; mine\n\n[Sec]\n  key = new \nb=2\n\n; about other\n[Other]\nKey=x\n"},
+                        {rich, u"", "; mine\n\n[Sec]\nb=2\n\n; about other\n[Other]\nKey=x\n"},
+                        {rich, u"default", "; mine\n\n[Sec]\nb=2\n\n; about other\n[Other]\nKey=x\n"},
+                        {rich, u"Default", "; mine\n\n[Sec]\n  key = Default \nb=2\n\n; about other\n[Other]\nKey=x\n"},
+                        {"[sec]\na=1\n\n; end\n[Z]\n", u"v", "[sec]\na=1\nKey=v\n\n; end\n[Z]\n"},
+                        {"[Sec]", u"v", "[Sec]\r\nKey=v\r\n"},
+                        {"[Sec]\nKey=1\nkey=2\n[Sec]\nKEY=3\n", u"", "[Sec]\n[Sec]\n"},
+                        {"[Sec]\n", u" v", "[Sec]\nKey=\" v\"\n"},
+                        {"[Sec]\n", u"v ", "[Sec]\nKey=\"v \"\n"},
+                        {"[Sec]\n", u"\"v", "[Sec]\nKey=\"\"v\"\n"},
+                        {"[Sec]\n", u"v'", "[Sec]\nKey=\"v'\"\n"},
+                        {"[Sec]\n", u"v\r\n[Other]", "[Sec]\nKey=v\n"},
+                        {"[Sec]\n", u"\u00E9", "[Sec]\nKey=\xE9\n"},
+                        {"[Sec]\nb=\xE9\n", u"\u4E2D", Utf16("[Sec]\nb=\xE9\nKey=") + "\x2D\x4E\n\0"s},
+                        {"\0junk\n[Sec\n\"\n[Sec]\nb=2\n"s, u"v", "\0junk\n[Sec\n\"\n[Sec]\nb=2\nKey=v\n"s},
+                        {Utf16("[Sec]\r\nb=1\r\n"), u"v", Utf16("[Sec]\r\nb=1\r\nKey=v\r\n")},
+                        {"\xEF\xBB\xBF[Sec]\n", u"\u4E2D", "\xEF\xBB\xBF[Sec]\nKey=\xE4\xB8\xAD\n"}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.after);
         folder.File("f.ini", row.before);
@@ -116,9 +112,8 @@ TEST_F(ProfileTest, AWriteChangesOneLine)
 TEST_F(ProfileTest, NamesThatAnIniFileCannotHoldAreNotWritten)
 {
     folder.File("f.ini", "[Sec]\n");
-    for (TextView key : {u"", u" ", u"a=b", u"[a", u";a", u"a\nb"}) {
+    for (TextView key : {u"", u" ", u"a=b", u"[a", u";a", u"a\nb"})
         ProfileWriteString(disk, kSection, key, u"v", u"", Path("f.ini"));
-    }
     ProfileWriteString(disk, u"a]b", u"Key", u"v", u"", Path("f.ini"));
     ProfileWriteString(disk, u"", u"Key", u"v", u"", Path("f.ini"));
     EXPECT_EQ(BytesOf(folder / "f.ini"), "[Sec]\n");
@@ -162,9 +157,8 @@ TEST_F(ProfileTest, RunningCopiesDoNotUndoEachOther)
     std::vector<std::function<void()>> writers;
     for (const char16_t name : {u'a', u'b', u'c'}) {
         writers.emplace_back([this, name] {
-            for (int i = 0; i < kKeys; ++i) {
+            for (int i = 0; i < kKeys; ++i)
                 ProfileWriteString(disk, kSection, name + Decimal(i), Decimal(i + 1), u"", Path("f.ini"));
-            }
         });
     }
     InProcesses(writers);
@@ -181,27 +175,25 @@ TEST_F(ProfileTest, ACopyThatHangsDoesNotHoldUpTheOthers)
 
 TEST(LeadingNumberTest, Table)
 {
-    const std::pair<TextView, int32_t> rows[] = {
-        {u"2", 2},
-        {u"  -7x", -7},
-        {u"+3", 3},
-        {u"2.5", 2},
-        {u"3.5", 4},
-        {u".6", 1},
-        {u"-1.6e1", -16},
-        {u"x", 0},
-        {u"", 0},
-        {u"--5", 0},
-        {u"+-5", 0},
-        {u"5-3", 5},
-        {u"5e", 5},
-        {u"e5", 0},
-        {u"1e999", INT32_MAX},
-        {u"1e-999", 0},
-        {u"-99999999999", INT32_MIN},
-        {u"inf", 0},
-        {u"nan", 0},
-    };
+    const std::pair<TextView, int32_t> rows[] = {{u"2", 2},
+                                                 {u"  -7x", -7},
+                                                 {u"+3", 3},
+                                                 {u"2.5", 2},
+                                                 {u"3.5", 4},
+                                                 {u".6", 1},
+                                                 {u"-1.6e1", -16},
+                                                 {u"x", 0},
+                                                 {u"", 0},
+                                                 {u"--5", 0},
+                                                 {u"+-5", 0},
+                                                 {u"5-3", 5},
+                                                 {u"5e", 5},
+                                                 {u"e5", 0},
+                                                 {u"1e999", INT32_MAX},
+                                                 {u"1e-999", 0},
+                                                 {u"-99999999999", INT32_MIN},
+                                                 {u"inf", 0},
+                                                 {u"nan", 0}};
     for (const auto& [text, number] : rows) EXPECT_EQ(LeadingInt(text), number) << ToUtf8(text);
 }
 

@@ -13,15 +13,13 @@ struct Row {
     const char* settings;
 };
 
-constexpr Row kRows[] = {
-    {"bin/", "bin", "bin"},
-    {"bin/accounts/", "bin", "bin"},
-    {"bin/ share/nibpad71/", "share/nibpad71", "share/nibpad71"},
-    {"bin/ share/nibpad71/ etc/nibpad71/", "share/nibpad71", "share/nibpad71"},
-    {"bin/ share/nibpad71/ etc/nibpad71/isolation.ini", "share/nibpad71", "etc/nibpad71"},
-    // A tree of a build below a prefix that has the program too.
-    {"bin/accounts/ share/nibpad71/ etc/nibpad71/isolation.ini", "bin", "bin"},
-};
+constexpr Row kRows[] = {{"bin/", "bin", "bin"},
+                         {"bin/accounts/", "bin", "bin"},
+                         {"bin/ share/nibpad71/", "share/nibpad71", "share/nibpad71"},
+                         {"bin/ share/nibpad71/ etc/nibpad71/", "share/nibpad71", "share/nibpad71"},
+                         {"bin/ share/nibpad71/ etc/nibpad71/isolation.ini", "share/nibpad71", "etc/nibpad71"},
+                         // A tree of a build below a prefix that has the program too.
+                         {"bin/accounts/ share/nibpad71/ etc/nibpad71/isolation.ini", "bin", "bin"}};
 
 } // namespace
 

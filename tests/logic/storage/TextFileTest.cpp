@@ -38,19 +38,17 @@ TEST_F(TextFileTest, EncodingsByTheTable)
         std::string bytes;
         int32_t detected;
     };
-    const Row rows[] = {
-        {-1, u"Aé", "A\0\xE9\0"s, 1},
-        {0, u"Aé", "A\xE9", 1},
-        {0, u"A€", "\xFF\xFE\x41\0\xAC\x20"s, 3},
-        {1, u"Aé", "A\xE9", 1},
-        {2, u"Aé", "A\xC3\xA9", 2},
-        {3, u"Aé", "\xFF\xFE\x41\0\xE9\0"s, 3},
-        {4, u"Aé", "A\xC3\xA9", 2},
-        {5, u"Aé", "\xFF\xFE\x41\0\xE9\0"s, 3},
-        {9, u"Aé", "A\xE9", 1},
-        {3, u"", "\xFF\xFE", 3},
-        {3, u"a\r\nb\n", "\xFF\xFE\x61\0\r\0\n\0b\0\n\0"s, 3},
-    };
+    const Row rows[] = {{-1, u"Aé", "A\0\xE9\0"s, 1},
+                        {0, u"Aé", "A\xE9", 1},
+                        {0, u"A€", "\xFF\xFE\x41\0\xAC\x20"s, 3},
+                        {1, u"Aé", "A\xE9", 1},
+                        {2, u"Aé", "A\xC3\xA9", 2},
+                        {3, u"Aé", "\xFF\xFE\x41\0\xE9\0"s, 3},
+                        {4, u"Aé", "A\xC3\xA9", 2},
+                        {5, u"Aé", "\xFF\xFE\x41\0\xE9\0"s, 3},
+                        {9, u"Aé", "A\xE9", 1},
+                        {3, u"", "\xFF\xFE", 3},
+                        {3, u"a\r\nb\n", "\xFF\xFE\x61\0\r\0\n\0b\0\n\0"s, 3}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.code);
         EXPECT_TRUE(WriteTextFile(saver, Path("f"), row.text, row.code, false));
@@ -68,9 +66,8 @@ TEST_F(TextFileTest, Failures)
     folder.Folder("d/e");
     std::filesystem::create_symlink("loop", folder / "loop");
     int32_t encoding = 1;
-    const std::pair<const char*, int32_t> rows[] = {
-        {"none", 53}, {"none/f", 76}, {"f/f", 76}, {"loop", 76}, {"d", 5}, {"f", 0},
-    };
+    const std::pair<const char*, int32_t> rows[] = {{"none", 53}, {"none/f", 76}, {"f/f", 76},
+                                                    {"loop", 76}, {"d", 5},       {"f", 0}};
     for (const auto& row : rows) {
         const auto& name = row.first;
         const int32_t number = row.second;
