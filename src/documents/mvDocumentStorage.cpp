@@ -164,7 +164,7 @@ bool mvDocument::FileSaveAs(TextView path)
 
 bool mvDocument::MayOverwrite(mvItem& item)
 {
-    if (item_ && EqualsNoCase(item_->Path(), item.Path())) {
+    if (item_ && item_->Path() == item.Path()) {
         if (!item_->ReadOnly()) return true;
         Warn(u"Item '" + item.ItemID() + u"' is open in read-only mode. Please save using a different name.");
         return false;

@@ -68,7 +68,9 @@ void StoredText::Write(TextView text)
 
 void StoredText::CheckUnchanged()
 {
-    const FileStamp now = StampOf(path_);
+    FileStamp now;
+    if (int error = ReadStamp(path_, now); error != 0)
+        throw SystemFailure(FromFileName(path_) + u" cannot be saved", error);
     const std::optional<FileStamp> known = std::exchange(known_, now);
     if (!known || !now.Exists() || now == *known) return;
     throw Error(error_number::kStorage, name_ + (known->Exists() ? u" was changed" : u" was created") +

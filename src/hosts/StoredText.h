@@ -12,7 +12,7 @@ namespace nib {
 ///
 /// What another program did to the file meanwhile is not overwritten silently: Write throws once when the file is not
 /// the one that was read, or that Exists() first told of, any more. Writing again then overwrites it, because by then
-/// the user knows. A file that has vanished is simply made again.
+/// the user knows. A file that has vanished is simply made again; one that cannot be looked at is not saved.
 class StoredText {
 public:
     /// `name` is what messages call it.

@@ -167,9 +167,9 @@ OpCommentBlock::LineChange OpCommentBlock::Plan(TextView line) const
     char16_t first = indent < line.size() ? line[indent] : u'\0';
     if (first != u'*' && first != u'!') return {};
     int32_t count = 1;
-    // A comment of the margin kind has its original indent behind the marker, as wide as the margin before it.
+    // A comment of the margin kind may have its original indent behind the marker, as wide as the margin before it.
     if ((first == u'*' ? indentStar_ : indentBang_) == comment_place::kAtMargin)
-        count = std::min(column + 1, static_cast<int32_t>(line.size()) - column);
+        count += IndentOf(line.substr(indent + 1, indent));
     return {column, first == u'*' ? count : -count};
 }
 
@@ -209,9 +209,8 @@ void OpCommentBlock::UndoOp(SourceDocument& document)
         if (comment_) {
             document.DeleteRange({column, line}, {column + count, line});
         } else if (count != 0) {
-            // The blanks come back in front of the marker, whatever was taken off behind it.
-            marker = blanks(std::abs(count) - 1);
-            marker += count < 0 ? u'!' : u'*';
+            marker = count < 0 ? u'!' : u'*';
+            marker += blanks(std::abs(count) - 1);
             document.InsertText({column, line}, marker);
         }
         ++line;

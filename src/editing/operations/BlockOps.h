@@ -73,7 +73,7 @@ public:
     void UndoOp(SourceDocument& document) override;
 
 private:
-    /// What a line won or lost. A negative count: a "!" marker went.
+    /// What a line won, or lost: a marker and blanks behind it, and nothing else. A negative count: a "!" marker went.
     struct LineChange {
         int32_t column = 0;
         int32_t count = 0;

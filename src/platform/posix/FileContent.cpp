@@ -48,8 +48,17 @@ FileStamp StampOf(const struct stat& status)
 
 FileStamp StampOf(const std::string& path)
 {
+    FileStamp stamp;
+    ReadStamp(path, stamp);
+    return stamp;
+}
+
+int ReadStamp(const std::string& path, FileStamp& stamp)
+{
     struct stat status {};
-    return stat(path.c_str(), &status) == 0 ? StampOf(status) : FileStamp{};
+    const int error = stat(path.c_str(), &status) == 0 ? 0 : errno;
+    stamp = error == 0 ? StampOf(status) : FileStamp{};
+    return error == ENOENT ? 0 : error;
 }
 
 bool IsFolder(const std::string& path)

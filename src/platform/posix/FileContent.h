@@ -77,7 +77,10 @@ struct FileStamp {
 };
 
 FileStamp StampOf(const struct stat& status);
+/// What cannot be looked at counts as no file; ReadStamp tells the two apart.
 FileStamp StampOf(const std::string& path);
+/// Answers 0, also for a file that does not exist, or the system's error.
+int ReadStamp(const std::string& path, FileStamp& stamp);
 
 /// Both follow symbolic links.
 bool IsFolder(const std::string& path);

@@ -201,6 +201,7 @@ std::optional<FileStamp> FileSaver::Replace(const std::string& path, const std::
 {
     Descriptor old(open(target.c_str(), O_RDONLY | O_CLOEXEC));
     if (!old && errno == EACCES) return std::nullopt; // Writable but not readable: its traits cannot be copied.
+    if (!old && errno != ENOENT) Refuse(path, errno); // It is there: as a new file it would lose its traits.
     // Nobody else may look into the copy of a private file, not even while it is written.
     TemporaryFile temporary(FolderOf(target), old ? 0600 : newFileMode_);
     if (int error = temporary.OpenError(); error != 0) {

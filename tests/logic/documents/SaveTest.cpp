@@ -168,12 +168,15 @@ TEST(ItemSaveAsTest, OntoItself)
     const Text lower = u"mvdb:*/DEMO/BP/main";
     t.Store(lower, u"old");
     document->SetText(u"2");
-    EXPECT_TRUE(document->ItemSaveAs(t.Item(lower))) << "no question about another case of the same name";
-    EXPECT_EQ(t.Stored(lower), u"2");
+    t.boxes.Answer({kNo});
+    EXPECT_FALSE(document->ItemSaveAs(t.Item(lower))) << "a name in another case is another item";
+    EXPECT_EQ(t.boxes.Take(), Boxes{Question(u"Item 'main' exists. Overwrite?")});
+    EXPECT_EQ(t.Stored(lower), u"old");
     auto readOnly = t.Open(kMain, true);
-    EXPECT_FALSE(readOnly->ItemSaveAs(t.Item(lower)));
+    EXPECT_FALSE(readOnly->ItemSaveAs(t.Item(kMain)));
     EXPECT_EQ(t.boxes.Take(),
-              Boxes{Warning(u"Item 'main' is open in read-only mode. Please save using a different name.")});
+              Boxes{Warning(u"Item 'MAIN' is open in read-only mode. Please save using a different name.")});
+    EXPECT_TRUE(readOnly->ItemSaveAs(t.Item(u"mvdb:*/DEMO/BP/Main")));
     EXPECT_FALSE(readOnly->ItemSaveAs(nullptr));
 }
 

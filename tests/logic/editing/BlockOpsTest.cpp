@@ -110,25 +110,19 @@ TEST(BlockOpsTest, Comment)
     Check({{Op::Uncomment, u"  ! a^", u"   a^"}}, settings);
 }
 
-/// A comment of the margin kind: its blanks come back in front of the marker.
+/// A comment of the margin kind takes as many blanks off as stand before it, and nothing but blanks.
 TEST(BlockOpsTest, UncommentAtTheMargin)
 {
-    struct {
-        Text before, after, undone;
-    } const rows[] = {{u"^      *         X", u"^         X", u"^            *   X"},
-                      {u"^      *   X = 1", u"^       1", u"^            * 1"},
-                      {u"^   !x", u"^   ", u"^    !"},
-                      {u"^  !   b", u"^   b", u"^    ! b"}};
-    for (auto& row : rows) {
-        MarkedEditor editor(row.before);
-        editor.settings.IndentStar = 0;
-        Execute(editor, Op::Uncomment);
-        EXPECT_EQ(ToUtf8(editor.Marked()), ToUtf8(row.after));
-        editor.buffer.Undo();
-        EXPECT_EQ(ToUtf8(editor.Marked()), ToUtf8(row.undone));
-        editor.buffer.Redo();
-        EXPECT_EQ(ToUtf8(editor.Marked()), ToUtf8(row.after));
-    }
+    MvEdit settings;
+    settings.IndentStar = 0;
+    settings.IndentBang = 0;
+    Check({{Op::Uncomment, u"^      *         X", u"^         X"},
+           {Op::Uncomment, u"^      *   X = 1", u"^      X = 1"},
+           {Op::Uncomment, u"^   ! note on A", u"^   note on A"},
+           {Op::Uncomment, u"^   !x", u"^   x"},
+           {Op::Uncomment, u"^   ! ", u"^   "},
+           {Op::Uncomment, u"^  !   b", u"^   b"}},
+          settings);
 }
 
 TEST(BlockOpsTest, CaseConversion)
@@ -197,8 +191,8 @@ TEST(BlockOpsTest, AnyText)
         Text text;
         for (size_t i = pick(60); i > 0; --i) text += u"   aB*!'\n\né"[pick(11)];
         editor.Load(text);
-        editor.settings.IndentStar = static_cast<int16_t>(1 + pick(2));
-        editor.settings.IndentBang = 2;
+        editor.settings.IndentStar = static_cast<int16_t>(pick(3));
+        editor.settings.IndentBang = static_cast<int16_t>(pick(3));
         for (int32_t line = 0; line < editor.buffer.LineCount(); ++line) {
             if (pick(3) == 0) editor.buffer.ToggleBookmark(line);
             editor.buffer.SetLineData(line, LineWord::Identity, static_cast<uint32_t>(pick(9)));

@@ -9,6 +9,7 @@
 #include <random>
 
 #include <acl/libacl.h>
+#include <fcntl.h>
 #include <sys/acl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -153,6 +154,27 @@ TEST_F(FileSaverTest, FaultsLeaveTheOldFileAndNameIt)
     EXPECT_EQ(BytesOf(single), "old");
     EXPECT_EQ(FilesIn(folder / "e"), 1U);
     EXPECT_EQ(FilesIn(folder / "backups/of/saves"), 0U);
+}
+
+TEST_F(FileSaverTest, AnOldFileThatCannotBeLookedAtIsNoNewOne)
+{
+    const std::string file = folder.File("d/f", "old");
+    chmod(file.c_str(), 0640);
+    // Who opens a file under lease waits, and the signal to its holder, which is this process, ends the waiting.
+    const int lease = open(file.c_str(), O_RDWR | O_CLOEXEC);
+    struct sigaction interrupts {};
+    struct sigaction before {};
+    interrupts.sa_handler = [](int) {};
+    sigaction(SIGIO, &interrupts, &before);
+    const bool held = fcntl(lease, F_SETLEASE, F_WRLCK) == 0;
+    const Text error = held ? ErrorOf(file, "new") : Text();
+    close(lease);
+    sigaction(SIGIO, &before, nullptr);
+    if (!held) GTEST_SKIP() << "the file system knows no leases";
+    EXPECT_NE(error.find(u"cannot be saved: Interrupted system call"), Text::npos) << ToUtf8(error);
+    EXPECT_EQ(BytesOf(file), "old");
+    EXPECT_EQ(ModeOf(file), 0640U);
+    EXPECT_EQ(FilesIn(folder / "d"), 1U);
 }
 
 TEST_F(FileSaverTest, RightsAreRespected)

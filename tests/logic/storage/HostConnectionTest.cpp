@@ -129,6 +129,25 @@ TEST_F(HostConnectionTest, AChangeByOthersIsToldOnce)
     EXPECT_NE(ErrorOf([&] { item2->WriteItem(0, 0, 0, u"y"); }).description.find(u"No such file"), Text::npos);
 }
 
+TEST_F(HostConnectionTest, ACheckThatFailsIsAFailedSaveAndForgetsNothing)
+{
+    const std::string home = folder.Path();
+    for (bool changed : {false, true}) {
+        auto item = Open(u"file:" + FromUtf8(folder.File("d/f", "old")));
+        item->ReadItem(0, 0, 0);
+        if (changed) folder.File("d/f", "another's");
+        std::filesystem::rename(home + "/d", home + "/away");
+        folder.File("d", "no folder");
+        const Error error = ErrorOf([&] { item->WriteItem(0, 0, 0, u"new"); });
+        EXPECT_NE(error.description.find(u"cannot be saved: Not a directory"), Text::npos);
+        std::filesystem::remove(home + "/d");
+        std::filesystem::rename(home + "/away", home + "/d");
+        const Text told = ErrorOf([&] { item->WriteItem(0, 0, 0, u"new"); }).description;
+        EXPECT_EQ(told.find(u"was changed by another program") != Text::npos, changed) << ToUtf8(told);
+        EXPECT_EQ(BytesOf(home + "/d/f"), changed ? "another's" : "new");
+    }
+}
+
 TEST_F(HostConnectionTest, LocksAreTakenAtOpenAndFreedWithTheItem)
 {
     const Text path = u"mvdb:*/DEMO/BP/INVOICE";
