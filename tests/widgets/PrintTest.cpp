@@ -117,6 +117,12 @@ TEST_F(PrintedPdf, PagesBeyondTheLastAreTold)
     EXPECT_FALSE(QFile::exists(Path()));
 }
 
+TEST_F(PrintedPdf, AFullDiskIsTold)
+{
+    const auto draw = [&](QPagedPaintDevice& device) { DrawPages(view, log, kTitle, {device}); };
+    EXPECT_THROW(WritePdf({QStringLiteral("/dev/full"), {}, Sheet(QPageSize::A4), {}}, saver, draw), Error);
+}
+
 TEST_F(PrintedPdf, EveryColourCanBeReadOnPaper)
 {
     for (const int32_t color : {0xFFFFFF, 0xC8C8C8, 0x80FFFF, 0x79C398, 0x008000, 0}) {
