@@ -137,7 +137,7 @@ private:
     bool OpenItem(std::shared_ptr<mvItem> item, bool readOnly);
     bool OpenAfterFailure(TextView path, const Error& error, bool& readOnly, bool& lock);
     Text LockedQuestion(TextView path);
-    void ReadInto(SourceView& source);
+    void ReadInto(SourceView& source, std::shared_ptr<mvItem> item);
     void WriteFrom(SourceView& source, mvItem& item);
     bool MayOverwrite(mvItem& item);
     bool ConfirmClose();

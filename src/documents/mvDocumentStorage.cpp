@@ -102,8 +102,7 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
         item->SetReadOnly(true);
         services_.frame.SetWaitCursor(true);
     }
-    TakeItem(std::move(item));
-    ReadInto(source);
+    ReadInto(source, std::move(item));
     source.SetCaret({0, 0});
     source.Document().ClearUndo();
     source.Document().ClearBookmarks();
@@ -116,11 +115,14 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     return true;
 }
 
-void mvDocument::ReadInto(SourceView& source)
+void mvDocument::ReadInto(SourceView& source, std::shared_ptr<mvItem> item)
 {
     StatusNote note(services_.frame, kReading);
     AutoSaveHold hold(services_.shell);
-    source.SetText(ExpandTabs(item_->ReadItem(0, 0, 0), services_.settings.TabSize));
+    const Text text = ExpandTabs(item->ReadItem(0, 0, 0), services_.settings.TabSize);
+    // Not before: the old text must never be saved as an item that could not be read.
+    TakeItem(std::move(item));
+    source.SetText(text);
 }
 
 void mvDocument::WriteFrom(SourceView& source, mvItem& item)
@@ -195,8 +197,8 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
     SourceView& source = EnsureView().txtText();
     return Attempt(u"mvDocument.ItemSaveAs: error during save", [&] {
         WaitCursor wait(services_.frame);
-        if (!sameItem) TakeItem(std::move(item));
-        WriteFrom(source, *item_);
+        WriteFrom(source, *item);
+        if (!sameItem) TakeItem(std::move(item)); // a save that failed leaves the document with its item and lock
         source.Document().SetModified(false);
         labels_.reset();
         services_.shell.DocumentChanged(*this);

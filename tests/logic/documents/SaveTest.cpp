@@ -192,13 +192,18 @@ TEST(ItemSaveAsTest, LockedOnlyNowIsLocked)
     EXPECT_EQ(t.boxes.Take(), Boxes{Warning(u"Item 'MAIN' is currently locked and cannot be updated!")});
 }
 
-TEST(ItemSaveAsTest, AFailingWrite)
+TEST(ItemSaveAsTest, AFailingWriteLeavesTheDocumentWithItsItem)
 {
     TestProgram t;
-    auto document = t.New();
+    t.Store(kMain, u"text");
+    auto document = t.Open(kMain);
     document->SetText(u"work");
     t.Store().writeFailure = Error{error_number::kStorage, u"Disk full"};
-    EXPECT_FALSE(document->ItemSaveAs(t.Item(kMain)));
+    EXPECT_FALSE(document->ItemSaveAs(t.Item(kOther)));
+    EXPECT_EQ(document->Path(), kMain);
+    EXPECT_EQ(document->TitleText(), u"*BP MAIN on server1");
+    EXPECT_TRUE(t.Store().locks.contains(kMain));
+    EXPECT_FALSE(t.Store().locks.contains(kOther));
     EXPECT_EQ(t.boxes.Take(), Boxes{Warning(u"Disk full")});
     EXPECT_EQ(t.trace.Take(), (TraceLines{{4, u"mvDocument.ItemSaveAs: error during save 0x80049D01 Disk full"}}));
     EXPECT_TRUE(document->IsDirty());
