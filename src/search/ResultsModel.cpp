@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <unordered_map>
 
 namespace nib {
@@ -160,7 +161,7 @@ double ResultsModel::FontSize() const
 
 void ResultsModel::SetFont(TextView name, double size)
 {
-    auto tenths = static_cast<int32_t>(size * 10 + 0.5);
+    auto tenths = static_cast<int32_t>(std::lround(size * 10));
     services_.settings.ResultsFontName = name;
     services_.settings.ResultsFontSize = Decimal(tenths / 10);
     if (tenths % 10 > 0) services_.settings.ResultsFontSize += u"." + Decimal(tenths % 10);

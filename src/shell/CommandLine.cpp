@@ -69,16 +69,17 @@ CommandLine ParseArguments(std::span<const Text> arguments, const std::function<
         if (&word != arguments.data()) line.text += u' ';
         line.text += word;
         if (word.empty()) continue;
-        if (onlyFiles || !LooksLikeSwitch(word))
+        const auto kind = FindSwitch(word);
+        const bool known = kind || word == kOnlyFilesFollow || EqualsNoCase(word, kReadOnly);
+        const bool mayBeFile = !known && (word.find(u'/', 1) != Text::npos || exists(word));
+        if (onlyFiles || !LooksLikeSwitch(word) || mayBeFile)
             line.actions.push_back({Kind::OpenFile, word});
+        else if (kind)
+            line.actions.push_back({*kind, Text(WithoutQuotes(TextView(word).substr(3)))});
         else if (word == kOnlyFilesFollow)
             onlyFiles = true;
-        else if (auto kind = FindSwitch(word))
-            line.actions.push_back({*kind, Text(WithoutQuotes(TextView(word).substr(3)))});
-        else if (EqualsNoCase(word, kReadOnly))
+        else if (known)
             line.actions.push_back({Kind::ReadOnly, {}});
-        else if (word.find(u'/', 1) != Text::npos || exists(word))
-            line.actions.push_back({Kind::OpenFile, word});
         else
             line.unknown.push_back(word);
     }
