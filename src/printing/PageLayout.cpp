@@ -124,7 +124,7 @@ void PageLayout::Print(const std::vector<int32_t>& pages)
 void PageLayout::DrawPage(DrawContext& context)
 {
     handler_.PreDrawPage(context);
-    auto from = static_cast<size_t>((context.page - 1) * rowsPerPage_);
+    auto from = static_cast<size_t>(context.page - 1) * static_cast<size_t>(rowsPerPage_);
     auto to = std::min(from + static_cast<size_t>(rowsPerPage_), rows_.size());
     context.y = kHeaderRows * shape_.lineHeight;
     for (size_t row = from; row < to; ++row, context.y += shape_.lineHeight) DrawRow(context, row);

@@ -121,7 +121,7 @@ Position SourceDocument::PutText(Position at, TextView text)
 std::vector<KeptWords> SourceDocument::WordsOf(int32_t first, int32_t last) const
 {
     std::vector<KeptWords> kept;
-    kept.reserve(static_cast<size_t>(last - first + 1));
+    kept.reserve(static_cast<size_t>(last - first) + 1);
     for (int32_t line = first; line <= last; ++line) {
         uint32_t control = lines_.Word(line, kControl);
         kept.push_back({(control & line_bits::kBookmark) != 0, lines_.Word(line, kIdentity)});

@@ -23,8 +23,8 @@ bool IsDigit(char16_t c)
 uint64_t DigitValue(char16_t c)
 {
     if (IsDigit(c)) return static_cast<uint64_t>(c - u'0');
-    if (c >= u'A' && c <= u'F') return static_cast<uint64_t>(c - u'A' + 10);
-    if (c >= u'a' && c <= u'f') return static_cast<uint64_t>(c - u'a' + 10);
+    if (c >= u'A' && c <= u'F') return static_cast<uint64_t>(c - u'A') + 10;
+    if (c >= u'a' && c <= u'f') return static_cast<uint64_t>(c - u'a') + 10;
     return 16;
 }
 

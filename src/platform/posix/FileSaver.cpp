@@ -84,8 +84,9 @@ std::string FollowLinks(const std::string& path)
         char buffer[PATH_MAX];
         const ssize_t n = readlink(target.c_str(), buffer, sizeof buffer);
         if (n < 0) return target;
-        const std::string next(buffer, static_cast<size_t>(n));
-        target = next.starts_with('/') ? next : FolderOf(target) + "/" + next;
+        const std::string_view next(buffer, static_cast<size_t>(n));
+        target = next.starts_with('/') ? std::string() : FolderOf(target) + "/";
+        target += next;
     }
     Refuse(path, ELOOP);
 }
@@ -227,7 +228,7 @@ std::string FileSaver::Backup(const std::string& path, const std::string& target
                                 FromFileName(backupFolder_),
                             error);
     }
-    const std::string name = backupFolder_ + "/" + LastPart(target).substr(0, 200) + "." + RandomSuffix();
+    std::string name = backupFolder_ + "/" + LastPart(target).substr(0, 200) + "." + RandomSuffix();
     Descriptor copy(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     int error = copy ? WriteAll(copy.Get(), old) : errno;
     if (error == 0 && fsync(copy.Get()) != 0) error = errno;

@@ -110,6 +110,7 @@ std::vector<std::string> Environment(const ProcessRequest& request, const Proces
 std::vector<char*> Pointers(std::vector<std::string>& strings)
 {
     std::vector<char*> pointers;
+    pointers.reserve(strings.size() + 1);
     for (std::string& string : strings) pointers.push_back(string.data());
     pointers.push_back(nullptr);
     return pointers;
