@@ -229,7 +229,7 @@ void ReadSetting(const SettingRow& row, MvEdit& settings, const SettingsSource& 
         ByKind{[&](Text MvEdit::*member) {
                    Text& field = settings.*member;
                    field = source.get(row.name, isFont ? source.defaultFontName : field);
-                   if (isFont) field = MapFontName(std::move(field), source.defaultFontName);
+                   if (isFont) field = MapFontName(field, source.defaultFontName);
                },
                [&](bool MvEdit::*member) {
                    bool& field = settings.*member;

@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
 """A site governs its editors: what the record of the account says holds for the run and is not stored."""
+import time
+
 import lib
 from lib import eventually, expect_equal, expect_file
 
@@ -82,8 +84,12 @@ def each_group_holds_and_is_not_stored(desktop):
 
     # A setting of the user's own is changed beside those of the host, and all is taken with OK.
     program = start(desktop)
-    open_settings(desktop)
-    desktop.keys("alt+i", "Return")
+    dialog = open_settings(desktop)
+    before_the_key = dialog.rows()
+    desktop.keys("alt+i")
+    eventually("the key's box pressed", lambda: dialog.rows() != before_the_key)
+    time.sleep(0.5)  # it stays pressed for a moment before it changes
+    desktop.keys("Return")
     desktop.wait_no_window(r"^Nib Settings$")
     eventually("the new setting in the store", lambda: hive(desktop).get("ToolbarLargeIcons") == "True")
     end(desktop, program)
