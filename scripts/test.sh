@@ -9,6 +9,8 @@ export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}
 
 scripts/build.sh asan nib_logic_tests nib_widget_tests nib_fuzzers
 ctest --preset asan --label-exclude fuzz
+# What the last commit changed, or all since NIB_TIDY_BASE.
+if git rev-parse -q --verify "${NIB_TIDY_BASE:-HEAD~1}" >/dev/null; then scripts/tidy.sh; fi
 # Side by side, however few processors there are: their time is told by the clock.
 CTEST_PARALLEL_LEVEL=4 ctest --preset asan --label-regex fuzz
 
