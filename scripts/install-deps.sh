@@ -15,8 +15,6 @@ packages=(
     libgtest-dev libbenchmark-dev python3 acl attr procps poppler-utils
     # a private bus for the tests of automation, and clients for it
     dbus-daemon libglib2.0-bin python3-gi
-    # the bus for assistive tools, and a reader for it
-    at-spi2-core gir1.2-atspi-2.0
     # the desktop's validators, and the Debian package
     desktop-file-utils appstream shared-mime-info libxml2-utils man-db bash-completion lintian
     # the sanitized build and the fuzzers

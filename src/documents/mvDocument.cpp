@@ -87,6 +87,13 @@ Text mvDocument::DisplayName() const
     return item_->Folder() + u" " + item_->ItemID();
 }
 
+Text mvDocument::PrintTitle() const
+{
+    if (!item_) return u"File: (untitled)";
+    if (LocalFile()) return u"File: " + item_->DisplayPath();
+    return u"File: " + item_->Folder() + u"     Item: " + item_->ItemID();
+}
+
 Text mvDocument::ListName() const
 {
     return DisplayName() + u" [" + Decimal(documentId_) + u"]";
