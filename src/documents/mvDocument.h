@@ -102,6 +102,8 @@ public:
     OrderedSelection GetOrderedSelection() const;
     Text GetSelectionText() const;
     void ReplaceSelection(TextView text);
+    /// The whole text, in one step of undo that leaves lines alone which are the same.
+    void ReplaceText(TextView text);
     /// Lays out the whole text by its blocks.
     void Format();
     void IndentBlock(bool indent);   ///< false: to the left

@@ -5,6 +5,7 @@
 #include "editing/LexClass.h"
 #include "editing/operations/BlockOps.h"
 #include "editing/operations/OpFormat.h"
+#include "text/LineDiff.h"
 #include "text/TextSearch.h"
 
 #include <algorithm>
@@ -103,6 +104,11 @@ void mvDocument::ReplaceSelection(TextView text)
     }
     OrderedSelection selection = GetOrderedSelection();
     source.Document().ExecuteOp(std::make_unique<OpReplace>(selection.start, selection.end, Text(text)));
+}
+
+void mvDocument::ReplaceText(TextView text)
+{
+    ReplaceByLines(EnsureView().txtText().Document(), ExpandTabs(text, services_.settings.TabSize));
 }
 
 void mvDocument::InsValue()
