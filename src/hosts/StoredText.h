@@ -27,6 +27,7 @@ public:
     /// What cannot be looked at is there: reading it tells what is wrong.
     bool Exists();
     StoredState State();
+    Text Version() const { return known_ ? known_->Version() : Text(); }
     bool IsFolder() const;
     /// No right to write the file, or to make it where it would be.
     bool IsProtected() const;
@@ -54,6 +55,7 @@ public:
     bool ReadOnly() const override { return readOnly_ || stored_.IsProtected(); }
     void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
     StoredState State() override { return stored_.State(); }
+    Text Version() override { return stored_.Version(); }
 
     Text ReadItem(int32_t, int32_t, int32_t) override { return stored_.Read(); }
     void WriteItem(int32_t, int32_t, int32_t, TextView text) override { stored_.Write(text); }
