@@ -78,6 +78,8 @@ struct ItemNames {
     Text displayPath; ///< for the user to read
 };
 
+class StoredText;
+
 /// What has become of an item's storage since the item was read or written.
 enum class StoredState : uint8_t { Same, Changed, Gone, Unknown };
 
@@ -111,6 +113,8 @@ public:
     virtual bool Supports(int32_t /*code*/) { return false; }
     /// Asked as often as one likes: as long as nothing changes it costs no more than a look at the file's times.
     virtual StoredState State() { return StoredState::Same; }
+    /// The file that it is, where it is one. Owned by the item.
+    virtual StoredText* Storage() { return nullptr; }
     /// Null for a local file. Owned by the item.
     virtual mvSession* Session() { return nullptr; }
 
