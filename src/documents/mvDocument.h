@@ -3,6 +3,7 @@
 // and closing it. Automation clients receive the same object.
 
 #include "documents/DocumentServices.h"
+#include "documents/StoredLines.h"
 
 #include <functional>
 #include <memory>
@@ -147,6 +148,7 @@ private:
     DocumentServices& services_;
     int32_t documentId_;
     std::shared_ptr<mvItem> item_;
+    StoredLines stored_;
     int32_t newNumber_ = 0;
     std::unique_ptr<clsDocView> view_;
     bool highlight_;

@@ -3,6 +3,7 @@
 #include "diagnostics/Guarded.h"
 #include "documents/DocumentServices.h"
 #include "documents/mvDocument.h"
+#include "hosts/StoredText.h"
 #include "text/TextSearch.h"
 
 namespace nib {
@@ -27,6 +28,7 @@ bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
     item_ = std::move(item);
     SourceView& source = EnsureView().txtText();
     source.SetText(u"");
+    stored_.Clear();
     source.Document().ClearBookmarks();
     source.Document().ClearUndo();
     source.Document().SetModified(false);
@@ -119,17 +121,29 @@ void mvDocument::ReadInto(SourceView& source, std::shared_ptr<mvItem> item)
 {
     StatusNote note(services_.frame, kReading);
     AutoSaveHold hold(services_.shell);
-    const Text text = ExpandTabs(item->ReadItem(0, 0, 0), services_.settings.TabSize);
+    const Text stored = item->ReadItem(0, 0, 0);
+    const int32_t tabWidth = services_.settings.TabSize;
+    const Text text = ExpandTabs(stored, tabWidth);
     // Not before: the old text must never be saved as an item that could not be read.
     TakeItem(std::move(item));
     source.SetText(text);
+    stored_.Clear();
+    const StoredText* storage = item_->Storage();
+    stored_.Read(stored, storage ? storage->OddEnds() : std::vector<OddEnd>(), tabWidth, source.Document(),
+                 services_.lastLineId);
 }
 
 void mvDocument::WriteFrom(SourceView& source, mvItem& item)
 {
     StatusNote note(services_.frame, kSaving);
     AutoSaveHold hold(services_.shell);
-    item.WriteItem(0, 0, 0, NormalizeLineEnds(source.GetText()));
+    std::vector<OddEnd> odd;
+    const Text text = stored_.Empty() ? NormalizeLineEnds(source.GetText()) : stored_.Written(source.Document(), odd);
+    if (StoredText* storage = item.Storage()) {
+        const StoredText* old = item_ && item_.get() != &item ? item_->Storage() : storage;
+        if (old && (old == storage || storage->TakeForm(*old))) storage->SetOddEnds(std::move(odd));
+    }
+    item.WriteItem(0, 0, 0, text);
     item.Commit();
 }
 
