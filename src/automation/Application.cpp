@@ -45,10 +45,12 @@ Application::~Application()
     for (auto& document : services_.openDocuments.All()) document->DocumentClose = nullptr;
 }
 
-void Application::Relocate(Text& part, TextView value)
+void Application::Relocate(Text Location::*part, TextView value)
 {
     if (value.empty()) return;
-    part = value;
+    CurrentPlace& place = services_.place;
+    place.now.*part = value;
+    if (value != kFileProvider || part != &Location::Provider) place.host.*part = value;
     shell_.LoadHostConfiguration();
 }
 

@@ -91,13 +91,13 @@ public:
     // Members
     void Activate();
     ObjectPath Documents() const { return {std::string(kDocumentsPath)}; }
-    Text ServerName() const { return services_.location.ServerName; }
-    Text Provider() const { return services_.location.Provider; }
-    Text Database() const { return services_.location.Database; }
-    Text Folder() const { return services_.location.Folder; }
-    void SetServerName(TextView value) { Relocate(services_.location.ServerName, value); }
-    void SetProvider(TextView value) { Relocate(services_.location.Provider, value); }
-    void SetDatabase(TextView value) { Relocate(services_.location.Database, value); }
+    Text ServerName() const { return services_.place.now.ServerName; }
+    Text Provider() const { return services_.place.now.Provider; }
+    Text Database() const { return services_.place.now.Database; }
+    Text Folder() const { return services_.place.now.Folder; }
+    void SetServerName(TextView value) { Relocate(&Location::ServerName, value); }
+    void SetProvider(TextView value) { Relocate(&Location::Provider, value); }
+    void SetDatabase(TextView value) { Relocate(&Location::Database, value); }
     /// Without effect: the folder changes by opening and saving alone.
     void SetFolder(TextView) {}
     bool Visible() const { return services_.frame.Visible(); }
@@ -128,7 +128,7 @@ public:
     void RaiseQuit();
 
 private:
-    void Relocate(Text& part, TextView value);
+    void Relocate(Text Location::*part, TextView value);
     void DocumentAdded(mvDocument& document);
     void DocumentClosed(int32_t documentId);
     void Begin();

@@ -174,7 +174,7 @@ void mvDocument::ReportFailure(TextView where, const Error& error)
 
 void mvDocument::AdoptLocation(const mvItem& item)
 {
-    services_.location = {item.Provider(), item.ServerName(), item.Database(), item.Folder()};
+    services_.place.GoTo({item.Provider(), item.ServerName(), item.Database(), item.Folder()});
 }
 
 bool mvDocument::ConfirmClose()

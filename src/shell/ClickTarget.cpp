@@ -177,7 +177,7 @@ struct NamedItem {
 ItemPlace HomeOf(Program& program, mvItem* item)
 {
     if (item) return {item->Provider(), item->ServerName(), item->Database(), item->Folder(), {}};
-    const Location& location = program.CurrentLocation();
+    const Location& location = program.Place().host;
     return {location.Provider, location.ServerName, location.Database, {}, {}};
 }
 

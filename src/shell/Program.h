@@ -115,7 +115,7 @@ public:
     modAutoRecover& Recovery() { return recovery_; }
     NavigationHistory& History() { return history_; }
     mvDocuments& OpenDocuments() { return openDocuments_; }
-    Location& CurrentLocation() { return location_; }
+    CurrentPlace& Place() { return place_; }
     MvEdit& EditorSettings() { return settings_; }
     clsRecentList& RecentFiles() { return settings_.RecentFiles; }
     SettingsStore& Store() { return ports_.store; }
@@ -140,14 +140,14 @@ private:
     void LoadSettings();
     void ParseCmdLine(const CommandLine& line);
     void OpenFromCommandLine(const CommandLine& line);
-    void LearnAccount();
+    void LearnAccount(const Location& given);
     void InstallFonts();
     void UninstallFonts();
     void TakeDown();
 
     ProgramPorts ports_;
     DebugLog log_;
-    Location location_;
+    CurrentPlace place_;
     StartMode mode_;
     int32_t AutoSaveMinuteCount_ = 0; ///< since the last auto-save pass; minutes without recovery do not count
     std::unique_ptr<Timers::Timer> AutoSaveTimer_; ///< rings each minute while the main window is there

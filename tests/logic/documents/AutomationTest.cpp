@@ -123,8 +123,8 @@ TEST(AutomationTest, LocationSetters)
     a.Set("ServerName", u"HOST");
     a.Set("Database", u"DEMO");
     EXPECT_EQ(a.shell.configured, 2);
-    EXPECT_EQ(a.test.program.CurrentLocation().ServerName, u"HOST");
-    EXPECT_EQ(a.test.program.CurrentLocation().Database, u"DEMO");
+    EXPECT_EQ(a.test.program.Place().now.ServerName, u"HOST");
+    EXPECT_EQ(a.test.program.Place().now.Database, u"DEMO");
 }
 
 TEST(AutomationTest, HoldersAndTheEnd)

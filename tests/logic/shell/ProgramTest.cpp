@@ -16,7 +16,7 @@ TEST(StartTest, AutomationReadsNoCommandLine)
     program.Main(Arguments({u"/home/x/a.bas", u"/H=h1"}));
     EXPECT_EQ(t.journal.Take(), (Lines{u"Load", u"Show", u"LoadForms"}));
     EXPECT_TRUE(t.connection.opens.empty() && t.trace.lines.empty());
-    EXPECT_EQ(program.CurrentLocation().ServerName, u"*");
+    EXPECT_EQ(program.Place().now.ServerName, u"*");
     t.ExpectCalm();
 }
 
@@ -98,9 +98,20 @@ TEST_F(CommandLineStart, AnItemTakesTheSwitchesBeforeIt)
     t.Store().session.account = u"LOGIN";
     Start({u"/h=h1", u"/A=ACC", u"/F=MY FILE", u"/I=PROG1"});
     EXPECT_EQ(t.Titles(), Lines{u"MY FILE PROG1 on server1"});
-    EXPECT_EQ(t.Recent(), Lines{u"mvdb:*/*/MY%20FILE/PROG1"});
-    EXPECT_EQ(t.program.CurrentLocation().Database, u"ACC");
+    EXPECT_EQ(t.Recent(), Lines{u"mvdb:h1/ACC/MY%20FILE/PROG1"});
+    EXPECT_EQ(t.program.Place().now.Database, u"ACC");
     EXPECT_FALSE(t.Store().session.asked.empty()) << "for the host's configuration";
+}
+
+TEST_F(CommandLineStart, ALocalFileTakesNothingFromTheSwitchesRoundIt)
+{
+    for (TextView path : {u"file:/x/a", u"file:/x/b", u"file:/x/c", u"mvdb:h1/ACC/BP/X"}) t.Store(Text(path), u"");
+    t.Store().session.account = u"LOGIN";
+    Start({u"/H=h1", u"/x/a", u"/A=ACC", u"/F=BP", u"/x/b", u"/I=X", u"/x/c"});
+    EXPECT_EQ(t.Titles(), (Lines{u"a", u"b", u"BP X on server1", u"c"}));
+    EXPECT_EQ(t.connection.opens.back().path, u"mvdb:h1") << "the last question is that for the account";
+    EXPECT_EQ(t.program.Place().now.Provider, u"file");
+    EXPECT_EQ(t.program.Place().host.Database, u"ACC");
 }
 
 TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)
@@ -135,7 +146,7 @@ TEST(LearnAccountTest, FromTheConnectedServer)
         t.Store().session.account = row.account;
         if (row.fails) t.Store().session.failure = Error{error_number::kStorage, u"no"};
         t.program.Main(Arguments(row.words));
-        EXPECT_EQ(t.program.CurrentLocation().Database, row.database);
+        EXPECT_EQ(t.program.Place().now.Database, row.database);
         EXPECT_EQ(t.Store().session.asked.empty(), row.database.empty());
         EXPECT_EQ(t.trace.lines.back().second, u"parse end");
         if (!row.words.empty()) {
