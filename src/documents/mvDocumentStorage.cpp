@@ -14,6 +14,16 @@ constexpr TextView kOpening = u"mvDocument.FileOpen: error during open";
 constexpr TextView kReading = u"Reading document from host";
 constexpr TextView kSaving = u"Saving document to host";
 
+Text WhyNoItem(const mvItem& item)
+{
+    if (item.Provider() == kHostProvider && item.Folder().empty() && !item.ItemID().empty())
+        return u"Unable to open item " + item.ItemID() + u" because no file is named for it.";
+    Text name = !item.ItemName().empty()      ? item.ItemName()
+                : !item.DisplayPath().empty() ? item.DisplayPath()
+                                              : item.Path();
+    return u"Unable to open item " + name + u" because it appears to be a folder or file definition.";
+}
+
 } // namespace
 
 bool mvDocument::FileNew()
@@ -46,6 +56,7 @@ bool mvDocument::FileOpen(TextView path, bool readOnly)
         std::shared_ptr<mvItem> item;
         auto failure = FailureOf([&] { item = services_.connection.OpenServerForPath(path, readOnly, lock); });
         if (!failure) return ItemOpen(std::move(item), readOnly);
+        if (IsLocked(*failure) && HoldsItemOf(path)) return ItemOpen(item_, readOnly);
         if (!OpenAfterFailure(path, *failure, readOnly, lock)) return false;
     }
 }
@@ -67,9 +78,18 @@ bool mvDocument::OpenAfterFailure(TextView path, const Error& error, bool& readO
     return true;
 }
 
+bool mvDocument::HoldsItemOf(TextView path) const
+{
+    return item_ &&
+           OrDefault([&] { return IsSameItem(*services_.connection.OpenServerForPath(path, true, false), *item_); },
+                     false);
+}
+
 Text mvDocument::LockedQuestion(TextView path)
 {
     auto item = services_.connection.OpenServerForPath(path, false, false);
+    if (services_.openDocuments.On(*item))
+        return item->DisplayPath() + u" is open in another window. Open in \"read only\" mode instead?";
     return nib::LockedQuestion(item->DisplayPath());
 }
 
@@ -86,15 +106,10 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
 {
     SourceView& source = EnsureView().txtText();
     if (!item->IsItem()) {
-        Warn(u"Unable to open item " + item->ItemName() + u" because it appears to be a folder or file definition.");
+        Warn(WhyNoItem(*item));
         return false;
     }
-    if (!item->Exists()) {
-        if (Ask(u"Item " + item->ItemName() + u" does not exist. Create new item?"))
-            return FileNewItem(std::move(item));
-        FileClose(false);
-        return false;
-    }
+    if (!item->Exists()) return OpenMissing(std::move(item));
     if (readOnly) {
         item->SetReadOnly(true);
     } else if (item->ReadOnly()) {
@@ -102,7 +117,11 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
         item->SetReadOnly(true);
         services_.frame.SetWaitCursor(true);
     }
-    ReadInto(source, std::move(item));
+    // Not before: the old text must never be saved as an item that could not be read, nor go without a question.
+    const Text text = ReadFrom(*item);
+    if (!ConfirmClose()) return false;
+    TakeItem(std::move(item));
+    source.SetText(text);
     source.SetCaret({0, 0});
     source.Document().ClearUndo();
     source.Document().ClearBookmarks();
@@ -115,14 +134,19 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     return true;
 }
 
-void mvDocument::ReadInto(SourceView& source, std::shared_ptr<mvItem> item)
+bool mvDocument::OpenMissing(std::shared_ptr<mvItem> item)
+{
+    if (Ask(u"Item " + item->ItemName() + u" does not exist. Create new item?"))
+        return ConfirmClose() && FileNewItem(std::move(item));
+    if (!item_ && !IsDirty()) FileClose(false); // it holds nothing but the wish for this item
+    return false;
+}
+
+Text mvDocument::ReadFrom(mvItem& item)
 {
     StatusNote note(services_.frame, kReading);
     AutoSaveHold hold(services_.shell);
-    const Text text = ExpandTabs(item->ReadItem(0, 0, 0), services_.settings.TabSize);
-    // Not before: the old text must never be saved as an item that could not be read.
-    TakeItem(std::move(item));
-    source.SetText(text);
+    return ExpandTabs(item.ReadItem(0, 0, 0), services_.settings.TabSize);
 }
 
 void mvDocument::WriteFrom(SourceView& source, mvItem& item)

@@ -106,6 +106,14 @@ bool IsSameFile(TextView pathA, TextView pathB)
     return a.Exists() && b.Exists() && a.device == b.device && a.inode == b.inode;
 }
 
+bool IsSameItem(const mvItem& a, const mvItem& b)
+{
+    if (a.Provider() != b.Provider()) return false;
+    if (a.Provider() == kFileProvider) return IsSameFile(a.Path(), b.Path());
+    return IsSameHost(a.ServerName(), b.ServerName()) && a.Database() == b.Database() && a.Folder() == b.Folder() &&
+           a.ItemID() == b.ItemID();
+}
+
 bool IsLocalPath(TextView path)
 {
     return path.starts_with(kFilePrefix);

@@ -132,6 +132,9 @@ private:
     ItemNames names_;
 };
 
+/// Two objects that stand for one stored item.
+bool IsSameItem(const mvItem& a, const mvItem& b);
+
 /// What a call of the picker offers.
 struct SelectRequest {
     Text mode;      ///< "Open", "Save", "Export" or "Import": the title, and whether an existing item is asked for

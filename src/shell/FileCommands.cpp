@@ -112,12 +112,11 @@ void FileCommands::OpenDocumentsDialog()
     {
         AutoSaveHold hold(program_.Shell());
         SelectRequest request{.mode = u"Open", .extension = {}, .offerReadOnly = true};
-        request.lock = program_.EditorSettings().RecordLocking;
         request.several = true;
         picked = program_.Connection().SelectItems(request, StartOfPicker().get());
     }
     for (const SelectedItem& item : picked) {
-        program_.OpenPicked(item);
+        program_.OpenPath(item.item->Path(), item.readOnly);
         program_.Window().ProcessMessages();
     }
 }

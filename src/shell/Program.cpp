@@ -28,6 +28,17 @@ Text Location::*PartOf(CommandLineAction::Kind kind)
     }
 }
 
+bool IsProvider(TextView type)
+{
+    return type == kHostProvider || type == kFileProvider;
+}
+
+Text UnknownType(const Text& item, const Text& type)
+{
+    return u"Unable to open item " + item + u" because \"" + type +
+           u"\" is no type of connection. The types are mvdb and file.";
+}
+
 Text ItemPath(const Location& place, const Text& itemId)
 {
     return ComposeHostPath({place.Provider, place.ServerName, place.Database, place.Folder, itemId});
@@ -107,13 +118,17 @@ void Program::OpenFromCommandLine(const CommandLine& line)
     Location given = place_.host; // what was opened meanwhile changes none of it
     for (const CommandLineAction& action : line.actions) {
         if (Text Location::*part = PartOf(action.kind)) {
-            given.*part = action.value;
-            place_.GoTo(given);
+            given.*part = part == &Location::Provider ? ToLower(action.value) : action.value;
+            if (IsProvider(given.Provider)) place_.GoTo(given);
         }
         switch (action.kind) {
         case Kind::Server: hostGiven = true; break;
         case Kind::ReadOnly: readOnly = true; break;
         case Kind::OpenItem:
+            if (!IsProvider(given.Provider)) {
+                ShowMessage(UnknownType(action.value, given.Provider), message_box::kWarning);
+                break;
+            }
             LoadHostConfiguration();
             OpenPath(ItemPath(given, action.value), readOnly);
             ports_.mainWindow.ProcessMessages();
@@ -126,7 +141,7 @@ void Program::OpenFromCommandLine(const CommandLine& line)
         }
     }
     if (auto first = openDocuments_.Item(1)) first->Activate();
-    if (hostGiven) LearnAccount(given);
+    if (hostGiven && IsProvider(given.Provider)) LearnAccount(given);
 }
 
 void Program::LearnAccount(const Location& given)
@@ -142,6 +157,10 @@ void Program::LearnAccount(const Location& given)
 
 bool Program::OpenPath(TextView path, bool readOnly)
 {
+    // Without a lock, which a window of this program may hold.
+    const auto find = [&] { return ports_.connection.OpenServerForPath(path, true, false); };
+    const auto item = openDocuments_.Count() > 0 ? OrDefault(find, std::shared_ptr<mvItem>()) : nullptr;
+    if (item && ActivateOpen(*item)) return true;
     auto document = NewDocumentObject(services_);
     if (!document) return false;
     if (!document->FileOpen(path, readOnly)) {
@@ -152,15 +171,12 @@ bool Program::OpenPath(TextView path, bool readOnly)
     return true;
 }
 
-bool Program::OpenPicked(const SelectedItem& picked)
+bool Program::ActivateOpen(const mvItem& item)
 {
-    auto document = NewDocumentObject(services_);
-    if (!document) return false;
-    if (!document->ItemOpen(picked.item, picked.readOnly)) {
-        document->FileClose(true);
-        return false;
-    }
-    files_.AddRecent(*document->ItemObject());
+    const auto open = openDocuments_.On(item);
+    if (!open) return false;
+    open->Activate();
+    files_.AddRecent(*open->ItemObject());
     return true;
 }
 

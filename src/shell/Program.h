@@ -92,10 +92,10 @@ public:
     std::shared_ptr<mvItem> DefaultServer(std::shared_ptr<mvItem>& cached);
     /// The first family of the system that begins with "DejaVu Sans Mono", else "Courier New".
     const Text& DefaultFontName();
-    /// Opens a local file or item; its path goes to the recent files. False when it was not opened.
+    /// Opens a local file or item, or brings its window to the front when it is open; its path goes to the recent
+    /// files. False when it was not opened.
     bool OpenPath(TextView path, bool readOnly);
-    /// The same with what a picker answered.
-    bool OpenPicked(const SelectedItem& picked);
+    bool ActivateOpen(const mvItem& item);
 
     /// The door of what the program is called for: a failure is logged and told to the user.
     template <typename Body>

@@ -133,7 +133,7 @@ TEST_F(ContextHandlersTest, OpensWhatAStatementNames)
         ASSERT_EQ(t.connection.requests.size(), 1u);
         auto& [request, start] = t.connection.requests.front();
         EXPECT_EQ(start, row.path);
-        EXPECT_TRUE(request.startNamed && request.mode == u"Open" && request.lock);
+        EXPECT_TRUE(request.startNamed && request.mode == u"Open");
         EXPECT_EQ(t.Documents().Count(), count + 1);
         EXPECT_EQ(t.Documents().Item(count + 1)->GetText(), u"found");
         t.window.activeDocument = 0;

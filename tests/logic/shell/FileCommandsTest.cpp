@@ -140,7 +140,7 @@ TEST_F(FileCommandsTest, OpenDialog)
     EXPECT_EQ(std::count(t.journal.lines.begin(), t.journal.lines.end(), u"messages"), 3);
     auto& [request, start] = t.connection.requests.front();
     EXPECT_EQ(request.mode, u"Open");
-    EXPECT_TRUE(request.several && request.lock && request.offerReadOnly);
+    EXPECT_TRUE(request.several && request.offerReadOnly);
     EXPECT_EQ(start, u"mvdb:h/ACC/BP");
     files.FileOpen(); // cancelled
     EXPECT_EQ(t.Documents().Count(), 2);
@@ -218,6 +218,29 @@ TEST_F(FileCommandsTest, ANewDocumentWithoutAWindowIsNone)
     EXPECT_EQ(t.trace.Take(), (TraceLines{{1, u"frmMain.FileNew: error=0x7 No window"}}));
     EXPECT_EQ(t.Documents().Count(), 0);
     t.ExpectCalm();
+}
+
+TEST_F(FileCommandsTest, WhatIsOpenComesToTheFrontByEveryWay)
+{
+    t.Store(kMain, u"");
+    t.Store(kLocal, u"");
+    t.program.OpenPath(kMain, false);
+    t.program.OpenPath(kLocal, false);
+    t.New();
+    const std::function<void()> ways[] = {[&] { t.program.OpenPath(u"mvdb:/DEMO/BP/MAIN", true); },
+                                          [&] { (Pick({kMain}), files.FileOpen()); }, [&] { files.FileOpenRecent(2); },
+                                          [&] { t.program.HandleDroppedFiles({u"/home/x/a.bas"}); }};
+    for (auto& way : ways) {
+        const Text below = t.Recent()[1];
+        t.window.activeDocument = 3;
+        way();
+        EXPECT_LT(t.window.activeDocument, 3);
+        EXPECT_EQ(t.Documents().Count(), 3);
+        t.program.RecentFiles().AddItem(below == kMain ? kLocal : kMain);
+    }
+    t.Store(u"mvdb:*/LIVE/BP/MAIN", u"");
+    EXPECT_TRUE(t.program.OpenPath(u"mvdb:*/LIVE/BP/MAIN", false)) << "of another account";
+    EXPECT_EQ(t.Documents().Count(), 4);
 }
 
 TEST_F(FileCommandsTest, AnOldRecentEntryTakesTheLastAccount)

@@ -114,6 +114,15 @@ TEST_F(CommandLineStart, ALocalFileTakesNothingFromTheSwitchesRoundIt)
     EXPECT_EQ(t.program.Place().host.Database, u"ACC");
 }
 
+TEST_F(CommandLineStart, AnUnknownTypeOfConnectionIsTold)
+{
+    t.Store(kMain, u"");
+    Start({u"/T=bogus", u"/A=DEMO", u"/F=BP", u"/I=MAIN", u"/T=MVDB", u"/I=MAIN"});
+    EXPECT_EQ(t.boxes.Take(), Boxes{Warning(u"Unable to open item MAIN because \"bogus\" is no type of connection. The "
+                                            u"types are mvdb and file.")});
+    EXPECT_EQ(t.Titles(), Lines{u"BP MAIN on server1"});
+}
+
 TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)
 {
     t.Store(kMain, u"");
