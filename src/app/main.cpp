@@ -164,6 +164,5 @@ int main(int argc, char** argv)
     program.Main(ReadCommandLine(argc, argv));
     if (program.IsShuttingDown()) return EXIT_SUCCESS;
     if (!sampleFault.empty()) program.ReportError(sampleFault);
-    server.Ready();
     return QApplication::exec();
 }

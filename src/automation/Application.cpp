@@ -133,17 +133,22 @@ void Application::Begin()
     services_.log.Write(u"application initialize end", trace::kObjects);
 }
 
+bool Application::End(const std::function<void()>& last)
+{
+    if (!std::exchange(alive_, false)) return false;
+    services_.log.Write([] { return u"application terminate begin:" + ProcessAndThread(); }, trace::kObjects);
+    last();
+    services_.log.Write(u"applicaiton terminate end", trace::kObjects); // as readers of the log know it
+    return true;
+}
+
 void Application::EndIfUnused()
 {
     if (!holders_.Empty() || !holdingDocuments_.empty()) return;
-    bool ends = endsByItself_ && Count() == 0;
-    if (std::exchange(alive_, false)) {
-        services_.log.Write([] { return u"application terminate begin:" + ProcessAndThread(); }, trace::kObjects);
-        if (ends) services_.frame.ArmShutdownTimer();
-        services_.log.Write(u"applicaiton terminate end", trace::kObjects); // as readers of the log know it
-    } else if (ends) {
-        services_.frame.ArmShutdownTimer();
-    }
+    const auto arm = [this] {
+        if (endsByItself_ && Count() == 0) services_.frame.ArmShutdownTimer();
+    };
+    if (!End(arm)) arm();
 }
 
 void Application::Touch(const std::string& client)
@@ -177,7 +182,7 @@ void Application::AllLeft()
 
 void Application::RaiseQuit()
 {
-    if (alive_) events_.Quit();
+    End([this] { events_.Quit(); });
 }
 
 } // namespace nib

@@ -5,6 +5,7 @@
 #include "documents/DocumentServices.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -69,6 +70,8 @@ public:
 class AutomationEvents {
 public:
     virtual ~AutomationEvents() = default;
+    /// What calls work on is there: those that came before may run, also while the user is asked something.
+    virtual void Ready() {}
     virtual void Quit() = 0;
     virtual void Custom(TextView name) = 0;
     virtual void DocumentClose(int32_t documentId) = 0;
@@ -115,6 +118,7 @@ public:
     AutomationShell& Shell() { return shell_; }
     /// A box or dialog waits for the user.
     bool IsModal() const { return services_.frame.IsModal(); }
+    const DebugLog& Log() const { return services_.log; }
 
     // Life
     void Touch(const std::string& client);
@@ -132,6 +136,8 @@ private:
     void DocumentAdded(mvDocument& document);
     void DocumentClosed(int32_t documentId);
     void Begin();
+    /// False when it did not live.
+    bool End(const std::function<void()>& last);
     void EndIfUnused();
 
     DocumentServices& services_;

@@ -88,6 +88,7 @@ void Program::Start(const CommandLine& line)
     WaitCursor wait(ports_.mainWindow);
     ports_.mainWindow.SetStatusText(1, u"");
     ports_.dialogs.Load(*this);
+    ports_.events.Ready(); // what follows may ask the user, and clients do not wait for the answer
     if (mode_ == StartMode::Automation) return;
     recovery_.CheckAutoRecover();
     ParseCmdLine(line);

@@ -14,7 +14,7 @@ TEST(StartTest, AutomationReadsNoCommandLine)
     TestProgram t;
     Program program(t.Around(t.window, t.views), StartMode::Automation);
     program.Main(Arguments({u"/home/x/a.bas", u"/H=h1"}));
-    EXPECT_EQ(t.journal.Take(), (Lines{u"Load", u"Show", u"LoadForms"}));
+    EXPECT_EQ(t.journal.Take(), (Lines{u"Load", u"Show", u"LoadForms", u"Ready"}));
     EXPECT_TRUE(t.connection.opens.empty() && t.trace.lines.empty());
     EXPECT_EQ(program.Place().now.ServerName, u"*");
     t.ExpectCalm();
@@ -59,6 +59,31 @@ TEST(ShutdownTest, AnErrorEndsItThere)
     EXPECT_EQ(t.trace.Take().back(), (std::pair<int32_t, Text>{1, u"modMain.Shutdown: error=0x47 Not saved"}));
     EXPECT_FALSE(t.journal.Has(u"Quit"));
     EXPECT_TRUE(t.fonts.removed.empty());
+}
+
+TEST(ShutdownTest, AClientThatHoldsItSeesItEnd)
+{
+    TestProgram t;
+    t.program.Main({});
+    t.program.Automation().Hold(":1.1");
+    t.trace.wanted = trace::kObjects;
+    t.trace.Take();
+    t.program.Shutdown();
+    EXPECT_TRUE(t.journal.Has(u"Quit"));
+    ASSERT_GE(t.trace.lines.size(), 2u);
+    EXPECT_TRUE(t.trace.lines.end()[-2].second.starts_with(u"application terminate begin:"));
+    EXPECT_EQ(t.trace.lines.back().second, u"applicaiton terminate end");
+}
+
+TEST(StartTest, ClientsAreServedWhileTheUserIsAsked)
+{
+    TestProgram t;
+    bool served = false;
+    t.boxes.whileShown = [&] { served = t.journal.Has(u"Ready"); };
+    t.boxes.Answer({message_box::kAnswerNo});
+    t.program.Main(Arguments({u"/A=DEMO", u"/F=BP", u"/I=NOPE"}));
+    EXPECT_TRUE(served);
+    EXPECT_EQ(t.boxes.Take().size(), 1u);
 }
 
 struct CommandLineStart : testing::Test {
