@@ -1,10 +1,10 @@
 #include "hosts/StoredText.h"
 
 #include "base/Error.h"
+#include "diagnostics/Guarded.h"
 #include "platform/posix/FileName.h"
 
 #include <cerrno>
-#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -35,9 +35,17 @@ ItemNames NamesOf(TextView fileName)
 
 bool StoredText::Exists()
 {
-    const FileStamp stamp = StampOf(path_);
-    if (!known_) known_ = stamp;
+    FileStamp stamp;
+    const int error = ReadStamp(path_, stamp);
+    if (error != 0) return error != ENOTDIR;
+    if (!known_) known_.emplace(stamp);
     return stamp.Exists();
+}
+
+StoredState StoredText::State()
+{
+    if (!known_) return StoredState::Same;
+    return OrDefault([&] { return known_->Compare(path_); }, StoredState::Unknown);
 }
 
 bool StoredText::IsFolder() const
@@ -55,7 +63,7 @@ Text StoredText::Read()
 {
     const FileContent content = ReadWholeFile(path_);
     Text text = coding_.Decode(content.Bytes(), form_, name_);
-    known_ = content.stamp;
+    known_.emplace(content.stamp, content.Bytes());
     return text;
 }
 
@@ -63,18 +71,19 @@ void StoredText::Write(TextView text)
 {
     const std::string bytes = coding_.Encode(text, form_, name_);
     CheckUnchanged();
-    known_ = saver_.Save(path_, bytes);
+    known_.emplace(saver_.Save(path_, bytes), bytes);
 }
 
 void StoredText::CheckUnchanged()
 {
-    FileStamp now;
-    if (int error = ReadStamp(path_, now); error != 0)
-        throw SystemFailure(FromFileName(path_) + u" cannot be saved", error);
-    const std::optional<FileStamp> known = std::exchange(known_, now);
-    if (!known || !now.Exists() || now == *known) return;
-    throw Error(error_number::kStorage, name_ + (known->Exists() ? u" was changed" : u" was created") +
-                                            u" by another program since it was opened. Save it again to replace it.");
+    const StoredState state = known_ ? known_->Compare(path_) : StoredState::Same;
+    if (state == StoredState::Same) return;
+    const bool gone = state == StoredState::Gone;
+    const TextView what = gone ? u" was deleted" : known_->Exists() ? u" was changed" : u" was created";
+    known_ = SeenFile::Now(path_);
+    throw Error(error_number::kStorage, name_ + Text(what) +
+                                            u" by another program since it was opened. Save it again to " +
+                                            (gone ? u"make it anew." : u"replace it."));
 }
 
 FileItem::FileItem(TextView fileName, bool readOnly, const FileSaver& saver)

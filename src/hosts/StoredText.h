@@ -1,5 +1,6 @@
 #pragma once
 #include "hosts/ItemText.h"
+#include "hosts/SeenFile.h"
 #include "hosts/mvConnect.h"
 #include "platform/posix/FileSaver.h"
 
@@ -11,8 +12,8 @@ namespace nib {
 /// One file on disk as a text that is read once, edited, and written back in the way it was read.
 ///
 /// What another program did to the file meanwhile is not overwritten silently: Write throws once when the file is not
-/// the one that was read, or that Exists() first told of, any more. Writing again then overwrites it, because by then
-/// the user knows. A file that has vanished is simply made again; one that cannot be looked at is not saved.
+/// the one that was read, or that Exists() first told of, any more, or has vanished. Writing again then overwrites or
+/// makes it, because by then the user knows. One that cannot be looked at is not saved.
 class StoredText {
 public:
     /// `name` is what messages call it.
@@ -23,7 +24,10 @@ public:
     }
 
     const std::string& Path() const { return path_; }
+    /// What cannot be looked at is there: reading it tells what is wrong.
     bool Exists();
+    StoredState State();
+    Text Version() const { return known_ ? known_->Version() : Text(); }
     bool IsFolder() const;
     /// No right to write the file, or to make it where it would be.
     bool IsProtected() const;
@@ -38,7 +42,7 @@ private:
     ItemText coding_;
     FileSaver saver_;
     TextForm form_;
-    std::optional<FileStamp> known_;
+    std::optional<SeenFile> known_;
 };
 
 /// A local file. It takes no lock.
@@ -50,6 +54,8 @@ public:
     bool IsItem() override { return !DisplayPath().ends_with(u'/') && !stored_.IsFolder(); }
     bool ReadOnly() const override { return readOnly_ || stored_.IsProtected(); }
     void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
+    StoredState State() override { return stored_.State(); }
+    Text Version() override { return stored_.Version(); }
 
     Text ReadItem(int32_t, int32_t, int32_t) override { return stored_.Read(); }
     void WriteItem(int32_t, int32_t, int32_t, TextView text) override { stored_.Write(text); }

@@ -82,6 +82,9 @@ struct ItemNames {
     Text displayPath; ///< for the user to read
 };
 
+/// What has become of an item's storage since the item was read or written.
+enum class StoredState : uint8_t { Same, Changed, Gone, Unknown };
+
 /// One item: its place, its text, its lock. Destroying it closes it and frees its lock.
 class mvItem {
 public:
@@ -110,6 +113,11 @@ public:
     virtual bool ReadOnly() const = 0;
     virtual void SetReadOnly(bool readOnly) = 0;
     virtual bool Supports(int32_t /*code*/) { return false; }
+    /// Asked as often as one likes: as long as nothing changes it costs no more than a look at the file's times.
+    virtual StoredState State() { return StoredState::Same; }
+    /// Tells the stored text, as it was last read or written, from others, also in another run of the program; empty
+    /// when nothing can.
+    virtual Text Version() { return {}; }
     /// Null for a local file. Owned by the item.
     virtual mvSession* Session() { return nullptr; }
 

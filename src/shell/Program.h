@@ -15,6 +15,7 @@
 #include "shell/MainWindow.h"
 #include "shell/navigation/Navigation.h"
 
+#include <map>
 #include <set>
 
 namespace nib {
@@ -82,6 +83,10 @@ public:
     void StateChanged();
     /// Draws now what waits for that, so that the user's next key or click meets commands as they are.
     void ShowChanges();
+
+    /// Something the user counts on does not work, for the reason given; an empty one says that it works again. It is
+    /// logged once, and stands in the status bar as long as it lasts.
+    void Trouble(TextView what, TextView why);
 
     /// The user turned from the window of `document` to another.
     void DocumentLeft(mvDocument& document);
@@ -162,9 +167,10 @@ private:
     Hit target_;
     NavigationHistory history_;
     Text defaultFontName_;
-    std::set<int32_t> changedDocuments_;      ///< their titles wait to be drawn
-    std::unique_ptr<Timers::Timer> nextTurn_; ///< while anything waits
-    std::vector<int32_t> autoSaveGuards_;     ///< held now, the innermost last
+    std::set<int32_t> changedDocuments_;         ///< their titles wait to be drawn
+    std::unique_ptr<Timers::Timer> nextTurn_;    ///< while anything waits
+    std::vector<int32_t> autoSaveGuards_;        ///< held now, the innermost last
+    std::map<Text, Text, std::less<>> troubles_; ///< by what does not work
     bool fontsInstalled_ = false;
     bool shuttingDown_ = false;
 };

@@ -24,6 +24,8 @@ public:
     bool ReadOnly() const override { return readOnly_ || (stored_ && stored_->IsProtected()); }
     void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
     bool Supports(int32_t code) override;
+    StoredState State() override { return stored_ ? stored_->State() : StoredState::Same; }
+    Text Version() override { return stored_ ? stored_->Version() : Text(); }
 
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;
     void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) override;

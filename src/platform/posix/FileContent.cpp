@@ -41,9 +41,12 @@ Text SystemText(int error)
 
 FileStamp StampOf(const struct stat& status)
 {
-    return {static_cast<uint64_t>(status.st_dev), static_cast<uint64_t>(status.st_ino),
-            static_cast<int64_t>(status.st_size), static_cast<int64_t>(status.st_mtim.tv_sec),
-            static_cast<int64_t>(status.st_mtim.tv_nsec)};
+    return {static_cast<uint64_t>(status.st_dev),
+            static_cast<uint64_t>(status.st_ino),
+            static_cast<int64_t>(status.st_size),
+            static_cast<int64_t>(status.st_mtim.tv_sec),
+            static_cast<int64_t>(status.st_mtim.tv_nsec),
+            static_cast<int64_t>(status.st_ctim.tv_sec) * 1'000'000'000 + status.st_ctim.tv_nsec};
 }
 
 FileStamp StampOf(const std::string& path)

@@ -71,6 +71,7 @@ struct FileStamp {
     int64_t size = -1; ///< -1: there is no file
     int64_t seconds = 0;
     int64_t nanoseconds = 0;
+    int64_t changed = 0; ///< nanoseconds; no program can put this one back
 
     bool Exists() const { return size >= 0; }
     friend bool operator==(const FileStamp&, const FileStamp&) = default;

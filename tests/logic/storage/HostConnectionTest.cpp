@@ -115,6 +115,7 @@ TEST_F(HostConnectionTest, AChangeByOthersIsToldOnce)
     EXPECT_EQ(BytesOf(file), "mine");
 
     std::filesystem::remove(file);
+    EXPECT_NE(ErrorOf([&] { item->WriteItem(0, 0, 0, u"again"); }).description.find(u"was deleted"), Text::npos);
     item->WriteItem(0, 0, 0, u"again");
     EXPECT_EQ(BytesOf(file), "again");
 
@@ -123,10 +124,52 @@ TEST_F(HostConnectionTest, AChangeByOthersIsToldOnce)
     folder.File("new", "theirs");
     EXPECT_NE(ErrorOf([&] { fresh->WriteItem(0, 0, 0, u"mine"); }).description.find(u"was created"), Text::npos);
 
+    std::filesystem::create_symlink("loop", folder / "loop");
+    EXPECT_TRUE(Open(FromUtf8(folder / "loop"))->Exists()) << "it cannot be looked at, which reading tells";
+
     auto item2 = Open(FromUtf8(folder.File("d/f", "x")));
     item2->ReadItem(0, 0, 0);
     std::filesystem::remove_all(folder / "d");
+    EXPECT_NE(ErrorOf([&] { item2->WriteItem(0, 0, 0, u"y"); }).description.find(u"was deleted"), Text::npos);
     EXPECT_NE(ErrorOf([&] { item2->WriteItem(0, 0, 0, u"y"); }).description.find(u"No such file"), Text::npos);
+}
+
+TEST_F(HostConnectionTest, WhatBecameOfAFileIsToldByItsBytesInTheEnd)
+{
+    const std::string file = folder.File("f", "one");
+    const auto time = std::filesystem::last_write_time(file);
+    const auto put = [&](const char* bytes) {
+        folder.File("f", bytes);
+        std::filesystem::last_write_time(file, time);
+    };
+    const struct {
+        const char* what;
+        std::function<void()> happens;
+        StoredState state;
+    } rows[] = {
+        {"nothing", [] {}, StoredState::Same},
+        {"the mode", [&] { chmod(file.c_str(), 0600); }, StoredState::Same},
+        {"the time", [&] { std::filesystem::last_write_time(file, time - std::chrono::hours(1)); }, StoredState::Same},
+        {"the same again", [&] { put("one"); }, StoredState::Same},
+        {"as many bytes, at the old time", [&] { put("two"); }, StoredState::Changed},
+        {"more bytes", [&] { put("three"); }, StoredState::Changed},
+        {"its end", [&] { std::filesystem::remove(file); }, StoredState::Gone},
+        {"a folder in place of its folder",
+         [&] {
+             std::filesystem::remove_all(folder.Path());
+             std::ofstream(folder.Path()) << "x";
+         },
+         StoredState::Unknown}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        put("one");
+        auto item = Open(FromUtf8(file));
+        item->ReadItem(0, 0, 0);
+        EXPECT_EQ(item->State(), StoredState::Same);
+        row.happens();
+        EXPECT_EQ(item->State(), row.state);
+        EXPECT_EQ(ErrorOf([&] { item->WriteItem(0, 0, 0, u"mine"); }).number != 0, row.state != StoredState::Same);
+    }
 }
 
 TEST_F(HostConnectionTest, ACheckThatFailsIsAFailedSaveAndForgetsNothing)
