@@ -40,6 +40,7 @@ bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
     source.Document().ClearBookmarks();
     source.Document().ClearUndo();
     source.Document().SetModified(false);
+    source.SetReadOnly(false);
     newNumber_ = ++services_.lastNewNumber;
     labels_.reset();
     if (!counted_) ++services_.openCount;
@@ -122,6 +123,8 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     if (!ConfirmClose()) return false;
     TakeItem(std::move(item));
     source.SetText(text);
+    // As it was opened: rights that change later take nobody's keys away.
+    source.SetReadOnly(item_->ReadOnly());
     source.SetCaret({0, 0});
     source.Document().ClearUndo();
     source.Document().ClearBookmarks();
@@ -223,6 +226,7 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
         WaitCursor wait(services_.frame);
         WriteFrom(source, *item);
         if (!sameItem) TakeItem(std::move(item)); // a save that failed leaves the document with its item and lock
+        source.SetReadOnly(false);
         source.Document().SetModified(false);
         labels_.reset();
         services_.shell.DocumentChanged(*this);

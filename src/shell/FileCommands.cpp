@@ -36,8 +36,10 @@ void FileCommands::FileOpenRecent(int32_t index)
 
 bool FileCommands::FileSave(mvDocument& document)
 {
-    return program_.Safely(u"frmMain.FileSave",
-                           [&] { return document.ItemObject() ? document.FileSave() : FileSaveAs(document); });
+    return program_.Safely(u"frmMain.FileSave", [&] {
+        const bool hasPlace = document.ItemObject() && !document.ReadOnly();
+        return hasPlace ? document.FileSave() : FileSaveAs(document);
+    });
 }
 
 bool FileCommands::FileSaveAs(mvDocument& document)

@@ -72,6 +72,21 @@ TEST(ReplaceAllTest, ADroppedSelectionStillBoundsIt)
     EXPECT_EQ(search.Said(), (Texts{u"2 occurrences replaced.", u"Search text not found in selection."}));
 }
 
+TEST(ReplaceAllTest, AReadOnlyDocumentKeepsItsHits)
+{
+    TestSearch search;
+    auto& document = search.Add(u"ab ab");
+    auto& other = search.Add(u"ab");
+    search.View(document).SetReadOnly(true);
+    search.Settings().SearchEOD = 2;
+    search.OpenReplace(u"ab", u"c");
+    search.Dialog().lookIn = LookIn::AllDocuments;
+    EXPECT_EQ(search.engine.ReplaceAll(), 1);
+    EXPECT_EQ(search.View(document).GetText(), u"ab ab");
+    EXPECT_EQ(search.View(other).GetText(), u"c");
+    search.Said();
+}
+
 TEST(ReplaceAllTest, AnEditDuringTheQuestionStaysItsOwnStep)
 {
     TestSearch search;
