@@ -9,6 +9,7 @@
 #include "hosts/picker/frmItemPicker.h"
 #include "persistence/store/QtSettingsHive.h"
 #include "persistence/store/modPersistSettings.h"
+#include "platform/posix/EndSignals.h"
 #include "platform/posix/FileLocks.h"
 #include "platform/posix/FileName.h"
 #include "platform/posix/FileSaver.h"
@@ -164,14 +165,14 @@ int main(int argc, char** argv)
                     mode);
     Serving serving(server, program);
     QtEndRequests ends(
-        endSignals, [&] { program.KeepAll(); },
+        endSignals.Handle(), [&] { program.KeepAll(); },
         [&] {
+            endSignals.Take();
             program.EndNow();
             QCoreApplication::exit(EXIT_SUCCESS); // also of the loops of dialogs
         });
     program.Main(ReadCommandLine(argc, argv));
     if (program.IsShuttingDown()) return EXIT_SUCCESS;
     if (!sampleFault.empty()) program.ReportError(sampleFault);
-    server.Ready();
     return QApplication::exec();
 }
