@@ -74,7 +74,14 @@ void StoredText::Write(TextView text)
     odd_.clear();
     formTaken_ = false;
     CheckUnchanged();
-    known_.emplace(saver_.Save(path_, bytes), bytes);
+    // However a write that fails ends, what it may have left is no change by another.
+    if (known_) known_->Accept(bytes);
+    try {
+        known_.emplace(saver_.Save(path_, bytes, [this] { CheckUnchanged(); }), bytes);
+    } catch (const DamagedFile&) {
+        IgnoringErrors([&] { known_ = SeenFile::Now(path_); });
+        throw;
+    }
 }
 
 bool StoredText::TakeForm(const StoredText& other)

@@ -1,6 +1,7 @@
 #include "HostFixture.h"
 #include "hosts/accounts/AccountStore.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace nib::test {
@@ -170,6 +171,48 @@ TEST_F(HostConnectionTest, WhatBecameOfAFileIsToldByItsBytesInTheEnd)
         EXPECT_EQ(item->State(), row.state);
         EXPECT_EQ(ErrorOf([&] { item->WriteItem(0, 0, 0, u"mine"); }).number != 0, row.state != StoredState::Same);
     }
+}
+
+TEST_F(HostConnectionTest, AChangeWhileASaveIsUnderWayIsToldToo)
+{
+    static int lease = -1;
+    const std::string file = folder.File("f", "old");
+    usleep(60000); // else its bytes would be looked at again, which a lease prevents
+    auto item = Open(FromUtf8(file));
+    item->ReadItem(0, 0, 0);
+    // The holder of a lease is told when another opens the file, which here is the save.
+    lease = open(file.c_str(), O_RDWR | O_CLOEXEC);
+    struct sigaction changes {};
+    struct sigaction before {};
+    changes.sa_handler = [](int) {
+        EXPECT_EQ(pwrite(lease, "new", 3, 0), 3);
+        fcntl(lease, F_SETLEASE, F_UNLCK);
+    };
+    changes.sa_flags = SA_RESTART;
+    sigaction(SIGIO, &changes, &before);
+    const bool held = fcntl(lease, F_SETLEASE, F_WRLCK) == 0;
+    const Text told = held ? ErrorOf([&] { item->WriteItem(0, 0, 0, u"mine"); }).description : Text();
+    sigaction(SIGIO, &before, nullptr);
+    close(lease);
+    if (!held) GTEST_SKIP() << "the file system knows no leases";
+    EXPECT_NE(told.find(u"was changed by another program"), Text::npos) << ToUtf8(told);
+    EXPECT_EQ(BytesOf(file), "new");
+    item->WriteItem(0, 0, 0, u"mine");
+    EXPECT_EQ(BytesOf(file), "mine");
+}
+
+TEST_F(HostConnectionTest, ASaveThatFailsIsNoChangeByAnother)
+{
+    const std::string file = folder.File("f", "old");
+    std::filesystem::create_hard_link(file, folder / "g");
+    auto item = Open(FromUtf8(file));
+    item->ReadItem(0, 0, 0);
+    {
+        const FullDisk full(1000);
+        EXPECT_NE(ErrorOf([&] { item->WriteItem(0, 0, 0, Text(5000, u'x')); }).number, 0);
+    }
+    item->WriteItem(0, 0, 0, u"new");
+    EXPECT_EQ(BytesOf(file), "new");
 }
 
 TEST_F(HostConnectionTest, ACheckThatFailsIsAFailedSaveAndForgetsNothing)
