@@ -55,6 +55,14 @@ SeenFile::Print SeenFile::PrintOf(std::string_view bytes)
     return {static_cast<int64_t>(bytes.size()), HashBytes(bytes)};
 }
 
+Text SeenFile::Version() const
+{
+    if (prints_.empty()) return {};
+    const Print& print = prints_.back();
+    return Decimal(print.size) + u":" + Hex(static_cast<int32_t>(print.hash >> 32)) + u":" +
+           Hex(static_cast<int32_t>(print.hash));
+}
+
 StoredState SeenFile::Compare(const std::string& path)
 {
     const FileStamp now = Look(path);

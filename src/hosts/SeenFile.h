@@ -23,6 +23,8 @@ public:
     bool Exists() const { return stamp_.Exists(); }
     /// These would be no change either: a write of them was tried, and how it ended is not known.
     void Accept(std::string_view bytes) { prints_.push_back(PrintOf(bytes)); }
+    /// Of its bytes, for comparison alone; empty when they are not known.
+    Text Version() const;
     /// Throws SystemFailure when the file cannot be looked at.
     StoredState Compare(const std::string& path);
 

@@ -27,6 +27,7 @@ public:
     /// What cannot be looked at is there: reading it tells what is wrong.
     bool Exists();
     StoredState State();
+    Text Version() const { return known_ ? known_->Version() : Text(); }
     bool IsFolder() const;
     /// No right to write the file, or to make it where it would be.
     bool IsProtected() const;
@@ -65,6 +66,7 @@ public:
     bool ReadOnly() const override { return readOnly_ || stored_.IsProtected(); }
     void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
     StoredState State() override { return stored_.State(); }
+    Text Version() override { return stored_.Version(); }
     StoredText* Storage() override { return &stored_; }
 
     Text ReadItem(int32_t, int32_t, int32_t) override { return stored_.Read(); }

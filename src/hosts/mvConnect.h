@@ -113,6 +113,9 @@ public:
     virtual bool Supports(int32_t /*code*/) { return false; }
     /// Asked as often as one likes: as long as nothing changes it costs no more than a look at the file's times.
     virtual StoredState State() { return StoredState::Same; }
+    /// Tells the stored text, as it was last read or written, from others, also in another run of the program; empty
+    /// when nothing can.
+    virtual Text Version() { return {}; }
     /// The file that it is, where it is one. Owned by the item.
     virtual StoredText* Storage() { return nullptr; }
     /// Null for a local file. Owned by the item.

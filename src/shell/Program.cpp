@@ -14,6 +14,7 @@ constexpr TextView kFontFiles[] = {u"DejaVuSansMono.ttf", u"DejaVuSansMono-Bold.
                                    u"DejaVuSansMono-Oblique.ttf"};
 constexpr TextView kPreferredFont = u"DejaVu Sans Mono";
 constexpr int32_t kMinutesBetweenPasses = 5;
+constexpr TextView kNoCopies = u"No recovery copies can be kept: ";
 
 } // namespace
 
@@ -21,10 +22,11 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
     : ports_(ports), log_(ports.trace),
       mode_(mode), services_{*this,     ports_.mainWindow, ports_.boxes,   ports_.views, ports_.connection,
                              settings_, location_,         openDocuments_, log_},
-      hostConfiguration_(services_), recovery_({services_, ports.copies, ports.token, ports.localData,
+      hostConfiguration_(services_), recovery_({services_, ports.copies, ports.token, ports.localData, ports.timers,
                                                 [this](TextView folder, const DynamicArray& names) {
                                                     ports_.dialogs.OfferRecovered(recovery_, folder, names);
-                                                }}),
+                                                },
+                                                [this](TextView fault) { Trouble(kNoCopies, fault); }}),
       automationHost_(*this, ports.events),
       automation_(services_, automationHost_, ports.events, mode == StartMode::Automation), files_(*this),
       history_(services_, ports.clock)
@@ -33,7 +35,8 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
 
 Program::~Program()
 {
-    // Documents that a failed start left behind still use what dies with this object.
+    // Documents that a failed start or a sudden end left behind still use what dies with this object.
+    shuttingDown_ = true;
     for (auto& document : openDocuments_.All()) IgnoringErrors([&] { document->FileClose(false); });
 }
 
@@ -61,7 +64,7 @@ void Program::Start(const CommandLine& line)
     ports_.dialogs.Load(*this);
     if (mode_ == StartMode::Automation) return;
     recovery_.CheckAutoRecover();
-    ParseCmdLine(line);
+    if (!shuttingDown_) ParseCmdLine(line);
 }
 
 void Program::LoadSettings()
@@ -220,6 +223,24 @@ void Program::TakeDown()
     UninstallFonts();
 }
 
+void Program::KeepAll()
+{
+    IgnoringErrors([&] { recovery_.AutoSaveDocuments(); }, [&] { recovery_.FlushJournals(); },
+                   [&] { settings_.SaveSettings(ports_.store); });
+}
+
+void Program::EndNow()
+{
+    if (std::exchange(shuttingDown_, true)) return;
+    AutoSaveTimer_.reset();
+    nextTurn_.reset();
+    KeepAll();
+    const auto documents = openDocuments_.All();
+    const bool changed = std::any_of(documents.begin(), documents.end(), [](auto& d) { return d->IsDirty(); });
+    if (!changed) IgnoringErrors([&] { recovery_.EndAutoSaveSession(); });
+    IgnoringErrors([&] { ports_.mainWindow.Unload(); }, [&] { automation_.RaiseQuit(); });
+}
+
 int32_t Program::ShowMessage(TextView text, int32_t flags, TextView title)
 {
     ports_.mainWindow.ToForeground();
@@ -228,6 +249,8 @@ int32_t Program::ShowMessage(TextView text, int32_t flags, TextView title)
 
 void Program::DocumentChanged(mvDocument& document)
 {
+    // What a forced end closes is still to be had back.
+    if (!shuttingDown_) IgnoringErrors([&] { recovery_.DocumentChanged(document); });
     changedDocuments_.insert(document.DocumentID());
     StateChanged();
 }
@@ -248,8 +271,24 @@ void Program::ShowChanges()
             for (int32_t id : std::exchange(changedDocuments_, {}))
                 if (auto document = openDocuments_.ById(id)) document->UpdateTitle();
             ports_.mainWindow.UpdateToolBar();
+            recovery_.FollowSetting();
+            if (!troubles_.empty()) ports_.mainWindow.SetStatusText(1, troubles_.begin()->second);
         },
         [](const Error&) {});
+}
+
+void Program::Trouble(TextView what, TextView why)
+{
+    auto known = troubles_.find(what);
+    if (known == troubles_.end() ? why.empty() : known->second == Text(what) + Text(why)) return;
+    if (why.empty()) {
+        troubles_.erase(known);
+        ports_.mainWindow.SetStatusText(1, u"");
+    } else {
+        const Text& line = troubles_[Text(what)] = Text(what) + Text(why);
+        log_.Write(line, trace::kErrors);
+    }
+    StateChanged();
 }
 
 void Program::HoldAutoSave(bool hold)

@@ -15,6 +15,7 @@
 #include "shell/MainWindow.h"
 #include "shell/navigation/Navigation.h"
 
+#include <map>
 #include <set>
 
 namespace nib {
@@ -74,6 +75,10 @@ public:
     void Main(const CommandLine& line);
     /// Runs its body once, however often it is called.
     void Shutdown();
+    /// What the user would miss is on disk when it answers: recovery copies, journals, settings.
+    void KeepAll();
+    /// The end without a question, whatever waits for an answer: KeepAll, and the main window unloads.
+    void EndNow();
     bool IsShuttingDown() const { return shuttingDown_; }
 
     int32_t ShowMessage(TextView text, int32_t flags, TextView title = u"Nib") override;
@@ -82,6 +87,10 @@ public:
     void StateChanged();
     /// Draws now what waits for that, so that the user's next key or click meets commands as they are.
     void ShowChanges();
+
+    /// Something the user counts on does not work, for the reason given; an empty one says that it works again. It is
+    /// logged once, and stands in the status bar as long as it lasts.
+    void Trouble(TextView what, TextView why);
 
     /// The user turned from the window of `document` to another.
     void DocumentLeft(mvDocument& document);
@@ -162,9 +171,10 @@ private:
     Hit target_;
     NavigationHistory history_;
     Text defaultFontName_;
-    std::set<int32_t> changedDocuments_;      ///< their titles wait to be drawn
-    std::unique_ptr<Timers::Timer> nextTurn_; ///< while anything waits
-    std::vector<int32_t> autoSaveGuards_;     ///< held now, the innermost last
+    std::set<int32_t> changedDocuments_;         ///< their titles wait to be drawn
+    std::unique_ptr<Timers::Timer> nextTurn_;    ///< while anything waits
+    std::vector<int32_t> autoSaveGuards_;        ///< held now, the innermost last
+    std::map<Text, Text, std::less<>> troubles_; ///< by what does not work
     bool fontsInstalled_ = false;
     bool shuttingDown_ = false;
 };

@@ -64,6 +64,8 @@ public:
         units.AppendTo(scratch);
         return scratch;
     }
+    /// As it is stored; good until the next edit.
+    UnitSpan LineUnits(int32_t line) const { return lines_.At(ClampLine(line)).Units(); }
     uint32_t GetLineData(int32_t line, LineWord which) const;
     void SetLineData(int32_t line, LineWord which, uint32_t value);
 

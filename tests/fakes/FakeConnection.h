@@ -97,14 +97,15 @@ public:
     {
         if (store_.whileBusy) store_.whileBusy();
         if (store_.readFailure) throw Error(*store_.readFailure);
-        return store_.items.at(path_).text;
+        return seen_ = store_.items.at(path_).text;
     }
     void WriteItem(int32_t, int32_t, int32_t, TextView text) override
     {
         if (store_.whileBusy) store_.whileBusy();
         if (store_.writeFailure) throw Error(*store_.writeFailure);
-        store_.items[path_].text = text;
+        seen_ = store_.items[path_].text = text;
     }
+    Text Version() override { return seen_; }
     void Commit() override { ++store_.commits; }
     void LockItem(bool lock) override
     {
@@ -137,6 +138,7 @@ private:
     int32_t number_;
     Text path_;
     bool readOnly_ = false;
+    Text seen_;
 };
 
 /// One call of OpenServerForPath.

@@ -28,6 +28,7 @@ struct Session {
         if (!path.empty()) t.Store(path, u"");
         auto document = path.empty() ? t.New() : t.Open(path);
         t.View(*document).txtText().SetText(text);
+        document->SetModified(true);
         t.View(*document).SetAutoSaveFlag(true);
         return *document;
     }

@@ -25,6 +25,7 @@ public:
     void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
     bool Supports(int32_t code) override;
     StoredState State() override { return stored_ ? stored_->State() : StoredState::Same; }
+    Text Version() override { return stored_ ? stored_->Version() : Text(); }
     StoredText* Storage() override { return stored_ ? &*stored_ : nullptr; }
 
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;

@@ -2,8 +2,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/DocumentServices.h"
-#include "documents/mvDocument.h"
-#include "persistence/recovery/modAutoRecover.h"
+#include "persistence/recovery/RecoveredDocument.h"
 #include "platform/posix/FileName.h"
 
 #include <algorithm>
@@ -14,10 +13,10 @@ namespace nib {
 
 namespace {
 
-constexpr TextView kHeader = u"*---> Recovered document: ";
-constexpr TextView kGap = u"          ";
 /// Longer than any item id. A file that is not ours can begin with a line of any length.
 constexpr size_t kLongestTitle = 256;
+/// A journal is written right behind the copy that it names.
+constexpr int64_t kJournalDelay = 3;
 
 Text DateAndTime(int64_t seconds)
 {
@@ -33,21 +32,36 @@ Text DateAndTime(int64_t seconds)
 }
 
 /// On one line, whatever the file begins with.
-Text TitleOf(const DynamicArray& fields)
+Text Shortened(Text title)
 {
-    Text title = fields.Extract({1});
     if (title.size() > kLongestTitle) title = title.substr(0, kLongestTitle) + u"\u2026";
     std::replace_if(
         title.begin(), title.end(), [](char16_t c) { return c < u' '; }, u' ');
     return title;
 }
 
-Text RowText(const Text& content, int64_t seconds)
+Text NameOf(const JournalHead& head)
 {
-    DynamicArray fields;
-    fields.Parse(content, u"\r\n");
-    const int32_t lines = std::max(fields.Count() - 1, 0);
-    return TitleOf(fields).append(kGap) + Decimal(lines) + u" lines" + Text(kGap) + DateAndTime(seconds);
+    if (!head.name.empty()) return Shortened(head.name);
+    return head.itemId.empty() ? Text(u"New document") : Shortened(head.itemId);
+}
+
+Text PlaceOf(TextView path)
+{
+    if (path.empty()) return {};
+    return OrDefault(
+        [&] {
+            const ItemPlace place = ParsePath(path);
+            if (IsLocalPath(path)) return FromFileName(FolderOf(ToFileName(place.itemId)));
+            return place.database + (place.serverName == u"*" ? Text() : u" on " + place.serverName);
+        },
+        Text());
+}
+
+Text LinesOf(const Text& text)
+{
+    const auto breaks = std::count(text.begin(), text.end(), u'\n');
+    return Decimal(text.empty() ? 0 : breaks + (text.ends_with(u'\n') ? 0 : 1)) + u" lines";
 }
 
 } // namespace
@@ -55,17 +69,56 @@ Text RowText(const Text& content, int64_t seconds)
 void RecoveryList::Load(TextView folder, const DynamicArray& names)
 {
     folder_ = folder;
-    names_ = names;
     rows_.clear();
-    for (int32_t position = 1; position <= names.Count(); ++position) {
-        const Text name = names.Extract({position});
-        if (const std::optional<Text> content = ReadCopy(name)) {
-            const int64_t written = StampOf(ToFileName(PathOf(name))).seconds;
-            rows_.push_back({RowText(*content, written), static_cast<int32_t>(rows_.size()) + 1});
-        } else {
-            names_.Replace({}, {position});
-        }
+    std::vector<Text> copies;
+    for (int32_t position = 1; position <= names.Count(); ++position) copies.push_back(names.Extract({position}));
+    for (const std::string& journal : recovery_.OrphanJournals()) {
+        const auto own = ReadJournal(journal);
+        if (!own) continue;
+        const Text copy = std::erase(copies, own->content.head.copy) > 0 ? own->content.head.copy : Text();
+        AddRow(*ReadNewest(journal, copy), copy, journal);
     }
+    for (const Text& copy : copies)
+        if (const auto written = ReadCopy(copy)) AddRow(*written, copy, {});
+}
+
+void RecoveryList::AddRow(const Written& written, Text copy, std::string journal)
+{
+    const JournalHead& head = written.content.head;
+    rows_.push_back({NameOf(head), PlaceOf(head.path), LinesOf(written.content.text), DateAndTime(written.at), true,
+                     std::move(copy), std::move(journal)});
+}
+
+std::optional<RecoveryList::Written> RecoveryList::ReadCopy(TextView name)
+{
+    const Text path = folder_ + u"/" + Text(name);
+    std::optional<Text> content = ReadAutoSaveCopy(path);
+    if (!content) return std::nullopt;
+    Written written{{{}, {}}, StampOf(ToFileName(path)).seconds};
+    const size_t end = std::min(content->find(u"\r\n"), content->size());
+    written.content.head.itemId = content->substr(0, end);
+    written.content.text = content->substr(std::min(end + 2, content->size()));
+    return written;
+}
+
+std::optional<RecoveryList::Written> RecoveryList::ReadJournal(const std::string& name)
+{
+    return OrDefault(
+        [&] {
+            const FileContent content = ReadWholeFile(recovery_.JournalFolder() + "/" + name);
+            return std::optional(Written{journal::Read(content.Bytes()), content.stamp.seconds});
+        },
+        std::optional<Written>());
+}
+
+std::optional<RecoveryList::Written> RecoveryList::ReadNewest(const std::string& journal, TextView copy)
+{
+    std::optional<Written> own = journal.empty() ? std::nullopt : ReadJournal(journal);
+    std::optional<Written> copied = copy.empty() ? std::nullopt : ReadCopy(copy);
+    if (!own || !copied) return own ? own : copied;
+    if (copied->at <= own->at + kJournalDelay) return own;
+    copied->content.head = own->content.head;
+    return copied;
 }
 
 void RecoveryList::Run(const std::function<RecoveryChoice()>& showModal)
@@ -105,59 +158,36 @@ bool RecoveryList::ConfirmDelete()
 void RecoveryList::RecoverChecked()
 {
     WaitCursor wait(Documents().frame);
-    for (size_t i = 0; i < rows_.size();) {
-        const int32_t position = rows_[i].position;
-        if (!rows_[i].checked || !Recover(names_.Extract({position}))) {
-            ++i;
-            continue;
-        }
-        TakeName(position);
-        rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(i));
-    }
+    std::erase_if(
+        rows_, [&](const RecoveryRow& row) { return row.checked && OrDefault([&] { return Recover(row); }, false); });
 }
 
-bool RecoveryList::Recover(TextView name)
+/// The files are let go of last, and the journal not before the document has one of its own.
+bool RecoveryList::Recover(const RecoveryRow& row)
 {
-    const std::optional<Text> content = ReadCopy(name);
-    if (!content) return false;
-    auto document = NewDocumentObject(Documents());
+    const auto written = ReadNewest(row.journal, row.copy);
+    if (!written) return false;
+    const auto document = OpenRecovered(Documents(), written->content);
     if (!document) return false;
-    const bool filled = OrDefault(
-        [&] {
-            if (!document->FileNew()) return false;
-            document->SetText(Text(kHeader) + *content);
-            return true;
-        },
-        false);
-    if (filled)
-        recovery_.AdoptAutoSaveFile(name);
-    else
-        document->FileClose(false);
-    return filled;
+    recovery_.HandOver(Adopt(row), *document);
+    return true;
+}
+
+AdoptedFiles RecoveryList::Adopt(const RecoveryRow& row)
+{
+    return {row.copy.empty() ? Text() : recovery_.AdoptAutoSaveFile(row.copy),
+            row.journal.empty() ? std::string() : recovery_.AdoptJournal(row.journal)};
 }
 
 void RecoveryList::DeleteListed()
 {
     WaitCursor wait(Documents().frame);
-    for (const RecoveryRow& row : rows_) {
-        const Text name = TakeName(row.position);
-        if (!name.empty()) recovery_.AdoptAutoSaveFile(name);
-    }
-    rows_.clear();
-}
-
-std::optional<Text> RecoveryList::ReadCopy(TextView name)
-{
-    if (name.empty()) return std::nullopt;
-    return ReadAutoSaveCopy(PathOf(name));
-}
-
-/// Leaves a blank in its place, so that the positions of the others stay.
-Text RecoveryList::TakeName(int32_t position)
-{
-    Text name = names_.Extract({position});
-    names_.Replace({}, {position});
-    return name;
+    std::erase_if(rows_, [&](const RecoveryRow& row) {
+        const AdoptedFiles adopted = Adopt(row);
+        return adopted.copy.empty() == row.copy.empty() && adopted.journal.empty() == row.journal.empty();
+    });
+    if (rows_.empty()) return;
+    Documents().shell.ReportError(u"The recoverable copy of " + rows_.front().document + u" cannot be deleted.");
 }
 
 } // namespace nib

@@ -1,16 +1,22 @@
 #pragma once
 // What frmAutoRecover shows and does, without a screen.
 
+#include "persistence/recovery/JournalFile.h"
 #include "persistence/recovery/modAutoRecover.h"
 
 #include <optional>
 
 namespace nib {
 
+/// A document that can be had back, from its recovery copy, its journal, or both.
 struct RecoveryRow {
-    Text text;
-    int32_t position = 0; ///< in the list of names
-    bool checked = false;
+    Text document;
+    Text place; ///< account and connection of an item, folder of a file; empty where that is not known
+    Text lines;
+    Text saved; ///< when it was last written, as the user writes dates
+    bool checked = true;
+    Text copy;           ///< name of the recovery copy; empty when there is none
+    std::string journal; ///< name of the journal; empty when there is none
 };
 
 /// How the form was left.
@@ -20,8 +26,7 @@ class RecoveryList {
 public:
     explicit RecoveryList(modAutoRecover& recovery) : recovery_(recovery) {}
 
-    /// A row for each file that can be read. Rows are numbered by themselves: behind a file that cannot be read a row
-    /// stands for the name before its own.
+    /// A row for each document of which something can be read; a journal and the copy that it names are one.
     void Load(TextView folder, const DynamicArray& names);
     /// Shows the form for as long as there are rows and it is not cancelled.
     void Run(const std::function<RecoveryChoice()>& showModal);
@@ -33,21 +38,29 @@ public:
     /// Asks the user; true for Yes.
     bool ConfirmDelete();
 
-    /// Opens each checked one as a new document. Those that fail stay in the list.
+    /// Opens each checked one, in its place where that can be. Those that fail stay in the list.
     void RecoverChecked();
     /// Takes all rows off. The files become this session's and go at its clean end; a crash brings them back.
     void DeleteListed();
 
 private:
-    bool Recover(TextView name);
-    Text TakeName(int32_t position);
-    std::optional<Text> ReadCopy(TextView name);
-    Text PathOf(TextView name) const { return folder_ + u"/" + Text(name); }
+    struct Written {
+        JournalText content;
+        int64_t at = 0; ///< seconds since the epoch
+    };
+
+    void AddRow(const Written& written, Text copy, std::string journal);
+    bool Recover(const RecoveryRow& row);
+    std::optional<Written> ReadCopy(TextView name);
+    std::optional<Written> ReadJournal(const std::string& name);
+    /// The newer of the two, with what the journal knows of the place.
+    std::optional<Written> ReadNewest(const std::string& journal, TextView copy);
+    /// Names that are empty though the row's are not could not be adopted.
+    AdoptedFiles Adopt(const RecoveryRow& row);
     DocumentServices& Documents() { return recovery_.Ports().documents; }
 
     modAutoRecover& recovery_;
     Text folder_;
-    DynamicArray names_;
     std::vector<RecoveryRow> rows_;
 };
 

@@ -3,22 +3,38 @@
 #include "platform/qt/QtText.h"
 
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <iterator>
 
 namespace nib {
 
 namespace {
 
-constexpr int kListChars = 68;
+constexpr int kListChars = 84;
 constexpr int kListRows = 8;
 constexpr int kHalfLight = 128;
 
+constexpr Text RecoveryRow::*kColumns[] = {&RecoveryRow::document, &RecoveryRow::place, &RecoveryRow::lines,
+                                           &RecoveryRow::saved};
+constexpr int kLinesColumn = 2;
+
+QString WholeRow(const RecoveryRow& row)
+{
+    QStringList parts;
+    for (Text RecoveryRow::*column : kColumns)
+        if (!(row.*column).empty()) parts.append(ToQString(row.*column));
+    return parts.join(QStringLiteral("\n"));
+}
+
 /// Check boxes are outlined in a shade darker than the window's colour, which a dark list swallows.
-void ShowOutlines(QListWidget& list)
+void ShowOutlines(QTreeWidget& list)
 {
     QPalette colors = list.palette();
     if (colors.color(QPalette::Base).lightness() >= kHalfLight) return;
@@ -42,12 +58,17 @@ void frmAutoRecover::Build()
                        "recoverable copies."));
     whatToDo_->setWordWrap(true);
     caption_ = new QLabel(QStringLiteral("Recoverable documents"));
-    lstDocuments_ = new QListWidget;
+    lstDocuments_ = new QTreeWidget;
+    lstDocuments_->setHeaderLabels(
+        {QStringLiteral("Document"), QStringLiteral("Place"), QStringLiteral("Lines"), QStringLiteral("Last written")});
+    lstDocuments_->setRootIsDecorated(false);
+    lstDocuments_->setAllColumnsShowFocus(true);
+    lstDocuments_->setTabKeyNavigation(false);
     ShowOutlines(*lstDocuments_);
     lstDocuments_->setAccessibleName(caption_->text());
     lstDocuments_->setTextElideMode(Qt::ElideMiddle);
-    lstDocuments_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    lstDocuments_->setUniformItemSizes(true);
+    lstDocuments_->setUniformRowHeights(true);
+    lstDocuments_->header()->setStretchLastSection(true);
     lstDocuments_->setMinimumSize(fontMetrics().averageCharWidth() * kListChars,
                                   fontMetrics().lineSpacing() * kListRows);
     cmdSelect_ = new QPushButton(QStringLiteral("Check all"));
@@ -82,9 +103,10 @@ void frmAutoRecover::Build()
 
 void frmAutoRecover::Connect()
 {
-    connect(lstDocuments_, &QListWidget::itemChanged, this, [this](const QListWidgetItem* item) {
+    connect(lstDocuments_, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* item) {
         if (filling_) return;
-        list_.SetChecked(static_cast<size_t>(lstDocuments_->row(item)), item->checkState() == Qt::Checked);
+        const int row = lstDocuments_->indexOfTopLevelItem(item);
+        list_.SetChecked(static_cast<size_t>(row), item->checkState(0) == Qt::Checked);
         ShowState();
     });
     connect(cmdSelect_, &QPushButton::clicked, this, [this] { CheckAll(true); });
@@ -114,22 +136,37 @@ void frmAutoRecover::FillIn()
     const QScopedValueRollback<bool> filling(filling_, true);
     lstDocuments_->clear();
     for (const RecoveryRow& row : list_.Rows()) {
-        auto* item = new QListWidgetItem(ToQString(row.text), lstDocuments_);
-        item->setToolTip(item->text());
+        auto* item = new QTreeWidgetItem(lstDocuments_);
+        for (int column = 0; column < static_cast<int>(std::size(kColumns)); ++column) {
+            item->setText(column, ToQString(row.*kColumns[column]));
+            item->setToolTip(column, WholeRow(row));
+        }
+        item->setTextAlignment(kLinesColumn, Qt::AlignRight | Qt::AlignVCenter);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-        item->setCheckState(row.checked ? Qt::Checked : Qt::Unchecked);
+        item->setCheckState(0, row.checked ? Qt::Checked : Qt::Unchecked);
     }
-    lstDocuments_->setCurrentRow(0);
+    FitColumns();
+    lstDocuments_->setCurrentItem(lstDocuments_->topLevelItem(0));
     lstDocuments_->setFocus();
     ShowState();
+}
+
+/// As wide as what they hold, but a name as long as a line leaves room for the others.
+void frmAutoRecover::FitColumns()
+{
+    const int most = fontMetrics().averageCharWidth() * kListChars / 2;
+    for (int column = 0; column + 1 < lstDocuments_->columnCount(); ++column) {
+        lstDocuments_->resizeColumnToContents(column);
+        lstDocuments_->setColumnWidth(column, std::min(lstDocuments_->columnWidth(column), most));
+    }
 }
 
 void frmAutoRecover::CheckAll(bool checked)
 {
     list_.CheckAll(checked);
     const QScopedValueRollback<bool> filling(filling_, true);
-    for (int row = 0; row < lstDocuments_->count(); ++row)
-        lstDocuments_->item(row)->setCheckState(checked ? Qt::Checked : Qt::Unchecked);
+    for (int row = 0; row < lstDocuments_->topLevelItemCount(); ++row)
+        lstDocuments_->topLevelItem(row)->setCheckState(0, checked ? Qt::Checked : Qt::Unchecked);
     ShowState();
 }
 

@@ -4,8 +4,8 @@
 #include <QDialog>
 
 class QLabel;
-class QListWidget;
 class QPushButton;
+class QTreeWidget;
 
 namespace nib {
 
@@ -22,6 +22,7 @@ private:
     void Build();
     void Connect();
     void FillIn();
+    void FitColumns();
     void CheckAll(bool checked);
     void ShowState();
     RecoveryChoice ShowModal();
@@ -30,7 +31,7 @@ private:
     RecoveryList list_;
     QLabel* whatToDo_ = nullptr;
     QLabel* caption_ = nullptr;
-    QListWidget* lstDocuments_ = nullptr;
+    QTreeWidget* lstDocuments_ = nullptr;
     QPushButton* cmdSelect_ = nullptr;
     QPushButton* cmdUnselect_ = nullptr;
     QPushButton* cmdRecover_ = nullptr;

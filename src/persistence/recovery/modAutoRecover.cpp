@@ -6,6 +6,7 @@
 #include "platform/posix/FileName.h"
 
 #include <algorithm>
+#include <cerrno>
 
 namespace nib {
 
@@ -14,6 +15,7 @@ namespace {
 constexpr size_t kSessionDigits = 8;
 constexpr size_t kNumberDigits = 3;
 constexpr TextView kFolder = u"/Orlin/Nib/AutoRecover";
+constexpr TextView kJournalFolder = u"/Orlin/Nib/Journal";
 
 Text PadLeft(Text digits, size_t width)
 {
@@ -83,16 +85,12 @@ std::optional<uint32_t> SessionOfName(TextView name)
     return static_cast<uint32_t>(number);
 }
 
-bool WriteAutoSaveCopy(const FileSaver& saver, TextView path, TextView itemId, TextView text)
+void WriteAutoSaveCopy(const FileSaver& saver, TextView path, TextView itemId, TextView text)
 {
-    return OrDefault(
-        [&] {
-            Text content;
-            content.reserve(itemId.size() + text.size() + 2);
-            content.append(itemId).append(u"\r\n").append(text);
-            return WriteTextFile(saver, path, content, EncodingFor(content), true);
-        },
-        false);
+    Text content;
+    content.reserve(itemId.size() + text.size() + 2);
+    content.append(itemId).append(u"\r\n").append(text);
+    WriteTextFile(saver, path, content, EncodingFor(content), false);
 }
 
 std::optional<Text> ReadAutoSaveCopy(TextView path)
@@ -110,20 +108,30 @@ std::optional<Text> ReadAutoSaveCopy(TextView path)
 bool modAutoRecover::FindAutoRecoverFolder(bool create)
 {
     if (ports_.localData.empty()) return false;
-    const Text folder = ports_.localData + Text(kFolder);
-    if (create) MakeFolders(ToFileName(folder));
-    if (!IsFolderName(folder) || !EnsureSession(folder)) return false;
-    AutoRecoverFolder_ = folder;
+    if (create) MakeFolders(ToFileName(Folder()));
+    if (!IsFolderName(Folder()) || !EnsureSession()) return false;
+    AutoRecoverFolder_ = Folder();
     return true;
 }
 
+Text modAutoRecover::Folder() const
+{
+    return ports_.localData + Text(kFolder);
+}
+
+std::string modAutoRecover::JournalFolder() const
+{
+    return ToFileName(ports_.localData + Text(kJournalFolder));
+}
+
 /// A number under which files lie already would make them this session's.
-bool modAutoRecover::EnsureSession(const Text& folder)
+bool modAutoRecover::EnsureSession()
 {
     if (session_ != 0) return true;
     std::vector<uint32_t> used;
-    for (const Text& name : NamesIn(folder))
-        if (std::optional<uint32_t> session = SessionOfName(name)) used.push_back(*session);
+    for (const Text& folder : {Folder(), FromFileName(JournalFolder())})
+        for (const Text& name : NamesIn(folder))
+            if (std::optional<uint32_t> session = SessionOfName(name)) used.push_back(*session);
     session_ =
         ports_.token.Take([&](uint32_t number) { return std::find(used.begin(), used.end(), number) != used.end(); });
     return session_ != 0;
@@ -137,27 +145,43 @@ bool modAutoRecover::AutoSaveDocuments()
     const bool found = !AutoRecoverFolder_.empty() && IsFolderName(AutoRecoverFolder_);
     if (!found && !FindAutoRecoverFolder(true)) return false;
     int32_t count = 0;
+    Text fault;
     for (const auto& document : ports_.documents.openDocuments.All()) {
-        if (document->AutoSaveFlag() && OrDefault([&] { return SaveDocument(*document); }, false)) ++count;
+        if (!document->AutoSaveFlag()) continue;
+        if (auto failure = FailureOf([&] { SaveDocument(*document); }))
+            fault = failure->description;
+        else
+            ++count;
     }
+    Tell(fault);
     return count > 0;
 }
 
-bool modAutoRecover::SaveDocument(mvDocument& document)
+void modAutoRecover::Tell(TextView copyFault)
+{
+    copyFault_ = copyFault;
+    if (ports_.fault) ports_.fault(copyFault_.empty() ? journalFault_ : copyFault_);
+}
+
+void modAutoRecover::SaveDocument(mvDocument& document)
 {
     if (document.AutoRecoverFile().empty()) document.SetAutoRecoverFile(NameFor(document));
     // Not by the document's own getter, which would bring a hidden window up.
     const Text text = NormalizeLineEnds(document.View()->txtText().GetText());
-    return WriteAutoSaveCopy(ports_.saver, PathOf(document.AutoRecoverFile()), document.ItemID(), text);
+    WriteAutoSaveCopy(ports_.saver, PathOf(document.AutoRecoverFile()), document.ItemID(), text);
+    if (journals_) journals_->CopyMade(document);
 }
 
 Text modAutoRecover::NameFor(const mvDocument& document)
 {
     Text name;
-    for (int32_t number = 1; number <= kLastAutoSaveNumber; ++number) {
+    // A number is not given twice: the copy that had it may be gone, as its document was saved.
+    int32_t number = lastNumber_ < kLastAutoSaveNumber ? lastNumber_ + 1 : 1;
+    for (; number <= kLastAutoSaveNumber; ++number) {
         name = AutoSaveName(session_, number);
         if (!IsTaken(document, name)) break;
     }
+    lastNumber_ = std::min(number, kLastAutoSaveNumber);
     return name;
 }
 
@@ -168,6 +192,48 @@ bool modAutoRecover::IsTaken(const mvDocument& document, TextView name)
     const auto all = ports_.documents.openDocuments.All();
     return std::any_of(all.begin(), all.end(),
                        [&](const auto& other) { return other.get() != &document && other->AutoRecoverFile() == name; });
+}
+
+void modAutoRecover::RemoveCopy(mvDocument& document)
+{
+    if (!document.AutoRecoverFile().empty() && !AutoRecoverFolder_.empty())
+        KillFile(PathOf(document.AutoRecoverFile()), true);
+}
+
+// Journals
+
+Journals* modAutoRecover::JournalsOf()
+{
+    if (ports_.localData.empty() || !EnsureSession()) return nullptr;
+    if (!journals_)
+        journals_.emplace(ports_.timers, JournalFolder(), ToUtf8(SessionDigits(session_)), [this](TextView fault) {
+            journalFault_ = fault;
+            Tell(copyFault_);
+        });
+    return &*journals_;
+}
+
+void modAutoRecover::DocumentChanged(mvDocument& document)
+{
+    if (!document.IsDirty()) RemoveCopy(document);
+    if (!AutoRecover() || (!journals_ && !document.IsDirty())) return;
+    if (Journals* journals = JournalsOf()) journals->DocumentChanged(document);
+}
+
+void modAutoRecover::FollowSetting()
+{
+    if (!AutoRecover()) {
+        if (journals_) journals_->RemoveAll();
+        journals_.reset();
+    } else if (!journals_) {
+        for (const auto& document : ports_.documents.openDocuments.All())
+            if (document->IsDirty()) DocumentChanged(*document);
+    }
+}
+
+void modAutoRecover::FlushJournals()
+{
+    if (journals_) journals_->Flush();
 }
 
 // Guard and end
@@ -186,7 +252,12 @@ void modAutoRecover::ReleaseAutoSaveGuard(int32_t generation)
 
 void modAutoRecover::EndAutoSaveSession()
 {
-    if (!guardHeld_) DeleteAutoSaveFiles(false);
+    if (guardHeld_) return journals_.reset(); // which writes what is left
+    DeleteAutoSaveFiles(false);
+    if (journals_) journals_->RemoveAll();
+    if (session_ == 0) return;
+    const Text folder = FromFileName(JournalFolder());
+    for (const Text& name : NamesIn(folder, SessionDigits(session_) + u".")) KillFile(folder + u"/" + name, true);
 }
 
 void modAutoRecover::DeleteAutoSaveFiles(bool all)
@@ -206,21 +277,53 @@ bool modAutoRecover::IsOrphan(TextView name)
 
 void modAutoRecover::CheckAutoRecover()
 {
-    if (!FindAutoRecoverFolder(false)) return;
+    const bool journals = !OrphanJournals().empty();
+    if (!FindAutoRecoverFolder(journals)) return;
     DynamicArray names;
     names.Parse({}, u"\r\n");
     for (const Text& name : NamesIn(AutoRecoverFolder_))
         if (IsOrphan(name)) names.Append(name);
-    if (names.Count() > 0 && ports_.showDialog) ports_.showDialog(AutoRecoverFolder_, names);
+    if ((journals || names.Count() > 0) && ports_.showDialog) ports_.showDialog(AutoRecoverFolder_, names);
 }
 
-void modAutoRecover::AdoptAutoSaveFile(TextView name)
+std::vector<std::string> modAutoRecover::OrphanJournals()
+{
+    std::vector<std::string> names;
+    if (ports_.localData.empty()) return names;
+    for (const Text& name : NamesIn(FromFileName(JournalFolder())))
+        if (!name.ends_with(u'~') && IsOrphan(name)) names.push_back(ToFileName(name));
+    return names;
+}
+
+Text modAutoRecover::AdoptAutoSaveFile(TextView name)
 {
     for (int32_t number = 1; number <= kLastAutoSaveNumber; ++number) {
-        const Text path = PathOf(AutoSaveName(session_, number));
-        if (Exists(path)) continue;
-        RenameNew(ToFileName(PathOf(name)), ToFileName(path));
-        return;
+        const Text adopted = AutoSaveName(session_, number);
+        if (Exists(PathOf(adopted))) continue;
+        const int error = RenameNew(ToFileName(PathOf(name)), ToFileName(PathOf(adopted)));
+        return error == 0 || error == ENOENT ? adopted : Text();
+    }
+    return {};
+}
+
+std::string modAutoRecover::AdoptJournal(const std::string& name)
+{
+    const std::string folder = JournalFolder() + "/";
+    // By its old name, which no document of this session has.
+    const std::string adopted = ToUtf8(SessionDigits(session_)) + "." + name;
+    const int error = RenameNew(folder + name, folder + adopted);
+    return error == 0 || error == ENOENT ? adopted : std::string();
+}
+
+void modAutoRecover::HandOver(const AdoptedFiles& files, mvDocument& document)
+{
+    if (!files.copy.empty()) document.SetAutoRecoverFile(files.copy);
+    DocumentChanged(document);
+    if (!document.IsDirty()) {
+        if (!files.journal.empty()) KillFile(FromFileName(JournalFolder() + "/" + files.journal), true);
+    } else if (journals_) {
+        journals_->CopyMade(document);
+        if (!files.journal.empty()) journals_->Supersede(document, files.journal);
     }
 }
 

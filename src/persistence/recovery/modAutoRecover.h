@@ -5,6 +5,7 @@
 #include "base/DynamicArray.h"
 #include "base/Text.h"
 #include "documents/DocumentServices.h"
+#include "persistence/recovery/Journals.h"
 #include "platform/Desktop.h"
 #include "platform/posix/FileSaver.h"
 
@@ -27,10 +28,16 @@ std::optional<uint32_t> SessionOfName(TextView name);
 
 // What a recovery copy holds: the item id, a line end, and the text of the document.
 
-/// False when it could not be written; an earlier copy is then still whole.
-bool WriteAutoSaveCopy(const FileSaver& saver, TextView path, TextView itemId, TextView text);
+/// Throws Error when it cannot be written; an earlier copy is then still whole.
+void WriteAutoSaveCopy(const FileSaver& saver, TextView path, TextView itemId, TextView text);
 /// The whole of the file, exactly as it was written; nothing when it cannot be read.
 std::optional<Text> ReadAutoSaveCopy(TextView path);
+
+/// Names of files that an earlier session left and that are this session's now; empty for none.
+struct AdoptedFiles {
+    Text copy;
+    std::string journal;
+};
 
 /// What is referred to outlives the object that gets it.
 struct AutoRecoverPorts {
@@ -38,11 +45,13 @@ struct AutoRecoverPorts {
     FileSaver saver; ///< makes new files for the user alone
     SessionToken& token;
     Text localData; ///< the user's data folder on this machine
+    Timers& timers;
     /// Offers the files of these names.
     std::function<void(TextView folder, const DynamicArray& names)> showDialog;
+    /// Told why copies or journals cannot be written, and an empty text once they can: work goes on without them.
+    std::function<void(TextView fault)> fault;
 };
 
-/// Nothing here ever reports a failure to the user: work goes on without the copy.
 class modAutoRecover {
 public:
     explicit modAutoRecover(AutoRecoverPorts ports) : ports_(std::move(ports)) {}
@@ -51,11 +60,26 @@ public:
     bool FindAutoRecoverFolder(bool create);
     /// True when at least one copy was written.
     bool AutoSaveDocuments();
+    /// To be called after each notice of a document: its journal is kept or dropped, and what is saved or closed leaves
+    /// no copy to be offered.
+    void DocumentChanged(mvDocument& document);
+    /// To be called when the settings may be other ones: without `AutoRecover` no journal is kept.
+    void FollowSetting();
+    /// All that was typed is on disk when it answers, as far as that can be.
+    void FlushJournals();
     void CheckAutoRecover();
     /// Those of this session, or all.
     void DeleteAutoSaveFiles(bool all);
-    /// Makes the file one of this session's, so that it goes with them.
-    void AdoptAutoSaveFile(TextView name);
+    /// Makes the file one of this session's, so that it goes with them. Answers its new name, empty when it keeps its
+    /// old one.
+    Text AdoptAutoSaveFile(TextView name);
+    /// Journals of sessions that have ended, by their names in JournalFolder().
+    std::vector<std::string> OrphanJournals();
+    /// As AdoptAutoSaveFile does.
+    std::string AdoptJournal(const std::string& name);
+    /// The document holds the text of these: it goes on with the copy, and the journal goes once it has one of its own.
+    void HandOver(const AdoptedFiles& files, mvDocument& document);
+    std::string JournalFolder() const;
     void EndAutoSaveSession();
     /// Copies what has changed before control goes to where it may not come back from; until the release the copies
     /// outlast even a clean end. Answers the guard's number, 0 when there was nothing to guard.
@@ -68,9 +92,13 @@ public:
     const AutoRecoverPorts& Ports() const { return ports_; }
 
 private:
-    bool EnsureSession(const Text& folder);
+    Text Folder() const;
+    bool EnsureSession();
+    Journals* JournalsOf();
+    void Tell(TextView copyFault);
+    void RemoveCopy(mvDocument& document);
     Text PathOf(TextView name) const { return AutoRecoverFolder_ + u"/" + Text(name); }
-    bool SaveDocument(mvDocument& document);
+    void SaveDocument(mvDocument& document);
     Text NameFor(const mvDocument& document);
     bool IsTaken(const mvDocument& document, TextView name);
     bool IsOrphan(TextView name);
@@ -79,6 +107,10 @@ private:
     AutoRecoverPorts ports_;
     Text AutoRecoverFolder_;
     uint32_t session_ = 0;
+    int32_t lastNumber_ = 0; ///< of a copy of this session
+    std::optional<Journals> journals_;
+    Text journalFault_;
+    Text copyFault_;
     int32_t guardGeneration_ = 0;
     bool guardHeld_ = false;
 };
