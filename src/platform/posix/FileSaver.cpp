@@ -171,14 +171,6 @@ int Overwrite(int file, std::string_view bytes, size_t oldSize)
 
 } // namespace
 
-int SyncFolder(const std::string& folder)
-{
-    Descriptor handle(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    // A folder may be written to and not read, and some file systems cannot sync one.
-    if (!handle || fsync(handle.Get()) == 0) return 0;
-    return errno == EINVAL || errno == ENOTSUP || errno == EROFS ? 0 : errno;
-}
-
 bool CopyTraits(int from, int to)
 {
     return CopyOwnerAndMode(from, to) && CopyAttributes(from, to);

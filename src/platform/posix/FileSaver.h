@@ -13,10 +13,6 @@ namespace nib {
 /// something of it could not be carried over, so that replacing the file would lose it.
 bool CopyTraits(int from, int to);
 
-/// Brings to disk what was made, renamed or removed in the folder. Answers 0, also where that cannot be done at all, or
-/// the system's error.
-int SyncFolder(const std::string& folder);
-
 // The one class that writes files that matter. The old content stays whole until the new one is safely on disk: it is
 // written to a temporary file in the same folder, brought to disk, given the old file's mode, owner, access list and
 // extended attributes, and renamed over it. A symbolic link is followed. Where a rename would lose something (other
