@@ -34,9 +34,15 @@ FileStamp Look(const std::string& path)
 
 } // namespace
 
-SeenFile::SeenFile(const FileStamp& stamp, std::string_view bytes)
-    : stamp_(stamp), prints_{PrintOf(bytes)}, certain_(IsCertain(stamp))
+SeenFile::SeenFile(const FileStamp& stamp, std::string_view bytes) : prints_{PrintOf(bytes)}
 {
+    SetStamp(stamp);
+}
+
+void SeenFile::SetStamp(const FileStamp& stamp)
+{
+    stamp_ = stamp;
+    certain_ = IsCertain(stamp);
 }
 
 SeenFile SeenFile::Now(const std::string& path)
