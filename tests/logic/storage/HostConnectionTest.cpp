@@ -1,6 +1,9 @@
 #include "HostFixture.h"
 #include "hosts/accounts/AccountStore.h"
 
+#include <chrono>
+#include <cstdlib>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -268,7 +271,7 @@ TEST_F(HostConnectionTest, ThePickersAnswers)
     EXPECT_EQ(picker.start, path);
     ASSERT_EQ(boxes.shown.size(), 1U);
     EXPECT_EQ(boxes.shown[0], u"DEMO BP INVOICE is locked by another user or process. "
-                              u"Open in \"read only\" mode instead?");
+                              u"Open in \"read only\" mode instead?\nIt is held by this program.");
     EXPECT_TRUE(second.readOnly && second.item->ReadOnly());
 
     boxes.answer = message_box::kAnswerNo;
@@ -280,6 +283,41 @@ TEST_F(HostConnectionTest, ThePickersAnswers)
 
     open.mode = u"Save";
     EXPECT_TRUE(connection->SelectItem(open, nullptr).item) << "no lock, so no question";
+}
+
+TEST_F(HostConnectionTest, AHostsFileThatCannotBeReadLeavesTheDefaultConnection)
+{
+    setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
+    const std::string file = folder.Folder("Orlin") + "/hosts.conf";
+    const std::function<void()> states[] = {
+        [] {},
+        [&] { folder.Folder("Orlin/hosts.conf"); },
+        [&] { mkfifo(file.c_str(), 0600); },
+        [&] { std::filesystem::create_symlink("/dev/zero", file); },
+        [&] { std::filesystem::create_symlink("hosts.conf", file); },
+        [&] { std::filesystem::resize_file(folder.File("Orlin/hosts.conf", "[far]\n"), 1U << 31); }};
+    for (const auto& state : states) {
+        state();
+        const HostConfig config = HostConfig::FromEnvironment();
+        EXPECT_EQ(config.hosts.size(), 1U);
+        EXPECT_EQ(config.fault.empty(), &state == states) << ToUtf8(config.fault);
+        std::filesystem::remove(file);
+    }
+    folder.File("Orlin/hosts.conf", "[*]\nroot=here\n[b]\nroot=../c\n[d]\nroot=\n");
+    const HostConfig config = HostConfig::FromEnvironment();
+    EXPECT_EQ(config.hosts[0].root, folder / "Orlin/here") << "not of the folder that the program works in";
+    EXPECT_EQ(config.hosts[1].root, folder / "c");
+    EXPECT_TRUE(config.hosts[2].root.ends_with("/Orlin/Nib/Accounts"));
+    unsetenv("XDG_CONFIG_HOME");
+}
+
+TEST_F(HostConnectionTest, ManySectionsAreReadInATimeThatGrowsWithTheirNumber)
+{
+    Text text;
+    for (int32_t n = 0; n < 100000; ++n) text += u"[h" + Decimal(n) + u"]\nname=x\n";
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(HostConfig::Parse(text, folder.Path()).hosts.size(), 100001U);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
 TEST_F(HostConnectionTest, TheCharsetOfAConnection)
