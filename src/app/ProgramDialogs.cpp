@@ -44,7 +44,7 @@ void ProgramDialogs::Show(Form form, mvDocument* document)
     case Form::Replace: find_->Replace(); break;
     case Form::Results: results_->ShowResults({}); break;
     case Form::About: ShowAboutBox(&mainWindow_); break;
-    case Form::Properties: frmProperties(&mainWindow_).ShowDialog(*document, program_->CurrentLocation()); break;
+    case Form::Properties: frmProperties(&mainWindow_).ShowDialog(*document, program_->Place().now); break;
     case Form::Print: printing_.Print(*document); break;
     case Form::HelpTopics:
         if (!help_) help_ = std::make_unique<HelpWindow>();

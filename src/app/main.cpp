@@ -10,6 +10,7 @@
 #include "hosts/picker/frmItemPicker.h"
 #include "persistence/store/QtSettingsHive.h"
 #include "persistence/store/modPersistSettings.h"
+#include "platform/posix/EndSignals.h"
 #include "platform/posix/FileLocks.h"
 #include "platform/posix/FileName.h"
 #include "platform/posix/FileSaver.h"
@@ -167,8 +168,9 @@ int main(int argc, char** argv)
                     mode);
     Serving serving(server, program);
     QtEndRequests ends(
-        endSignals, [&] { program.KeepAll(); },
+        endSignals.Handle(), [&] { program.KeepAll(); },
         [&] {
+            endSignals.Take();
             program.EndNow();
             QCoreApplication::exit(EXIT_SUCCESS); // also of the loops of dialogs
         });
@@ -176,6 +178,5 @@ int main(int argc, char** argv)
     if (program.IsShuttingDown()) return EXIT_SUCCESS;
     for (const Text& fault : {hosts.fault, sampleFault})
         if (!fault.empty()) program.ReportError(fault);
-    server.Ready();
     return QApplication::exec();
 }

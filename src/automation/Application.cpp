@@ -45,10 +45,12 @@ Application::~Application()
     for (auto& document : services_.openDocuments.All()) document->DocumentClose = nullptr;
 }
 
-void Application::Relocate(Text& part, TextView value)
+void Application::Relocate(Text Location::*part, TextView value)
 {
     if (value.empty()) return;
-    part = value;
+    CurrentPlace& place = services_.place;
+    place.now.*part = value;
+    if (value != kFileProvider || part != &Location::Provider) place.host.*part = value;
     shell_.LoadHostConfiguration();
 }
 
@@ -131,17 +133,22 @@ void Application::Begin()
     services_.log.Write(u"application initialize end", trace::kObjects);
 }
 
+bool Application::End(const std::function<void()>& last)
+{
+    if (!std::exchange(alive_, false)) return false;
+    services_.log.Write([] { return u"application terminate begin:" + ProcessAndThread(); }, trace::kObjects);
+    last();
+    services_.log.Write(u"applicaiton terminate end", trace::kObjects); // as readers of the log know it
+    return true;
+}
+
 void Application::EndIfUnused()
 {
     if (!holders_.Empty() || !holdingDocuments_.empty()) return;
-    bool ends = endsByItself_ && Count() == 0;
-    if (std::exchange(alive_, false)) {
-        services_.log.Write([] { return u"application terminate begin:" + ProcessAndThread(); }, trace::kObjects);
-        if (ends) services_.frame.ArmShutdownTimer();
-        services_.log.Write(u"applicaiton terminate end", trace::kObjects); // as readers of the log know it
-    } else if (ends) {
-        services_.frame.ArmShutdownTimer();
-    }
+    const auto arm = [this] {
+        if (endsByItself_ && Count() == 0) services_.frame.ArmShutdownTimer();
+    };
+    if (!End(arm)) arm();
 }
 
 void Application::Touch(const std::string& client)
@@ -175,7 +182,7 @@ void Application::AllLeft()
 
 void Application::RaiseQuit()
 {
-    if (alive_) events_.Quit();
+    End([this] { events_.Quit(); });
 }
 
 } // namespace nib

@@ -5,6 +5,7 @@
 #include "documents/DocumentServices.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -69,6 +70,8 @@ public:
 class AutomationEvents {
 public:
     virtual ~AutomationEvents() = default;
+    /// What calls work on is there: those that came before may run, also while the user is asked something.
+    virtual void Ready() {}
     virtual void Quit() = 0;
     virtual void Custom(TextView name) = 0;
     virtual void DocumentClose(int32_t documentId) = 0;
@@ -91,13 +94,13 @@ public:
     // Members
     void Activate();
     ObjectPath Documents() const { return {std::string(kDocumentsPath)}; }
-    Text ServerName() const { return services_.location.ServerName; }
-    Text Provider() const { return services_.location.Provider; }
-    Text Database() const { return services_.location.Database; }
-    Text Folder() const { return services_.location.Folder; }
-    void SetServerName(TextView value) { Relocate(services_.location.ServerName, value); }
-    void SetProvider(TextView value) { Relocate(services_.location.Provider, value); }
-    void SetDatabase(TextView value) { Relocate(services_.location.Database, value); }
+    Text ServerName() const { return services_.place.now.ServerName; }
+    Text Provider() const { return services_.place.now.Provider; }
+    Text Database() const { return services_.place.now.Database; }
+    Text Folder() const { return services_.place.now.Folder; }
+    void SetServerName(TextView value) { Relocate(&Location::ServerName, value); }
+    void SetProvider(TextView value) { Relocate(&Location::Provider, value); }
+    void SetDatabase(TextView value) { Relocate(&Location::Database, value); }
     /// Without effect: the folder changes by opening and saving alone.
     void SetFolder(TextView) {}
     bool Visible() const { return services_.frame.Visible(); }
@@ -115,6 +118,7 @@ public:
     AutomationShell& Shell() { return shell_; }
     /// A box or dialog waits for the user.
     bool IsModal() const { return services_.frame.IsModal(); }
+    const DebugLog& Log() const { return services_.log; }
 
     // Life
     void Touch(const std::string& client);
@@ -128,10 +132,12 @@ public:
     void RaiseQuit();
 
 private:
-    void Relocate(Text& part, TextView value);
+    void Relocate(Text Location::*part, TextView value);
     void DocumentAdded(mvDocument& document);
     void DocumentClosed(int32_t documentId);
     void Begin();
+    /// False when it did not live.
+    bool End(const std::function<void()>& last);
     void EndIfUnused();
 
     DocumentServices& services_;

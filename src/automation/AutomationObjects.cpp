@@ -100,6 +100,13 @@ int32_t DocumentIdOf(std::string_view digits)
     return whole && std::to_string(id) == digits ? id : 0;
 }
 
+/// As the debug log calls it: the last part of the interface's name, and the member's.
+Text DoorOf(const BusInterface& interface, const Member& member)
+{
+    const std::string_view name = interface.name;
+    return FromUtf8(std::string(name.substr(name.rfind('.') + 1)) + "." + member.name);
+}
+
 /// One more while it lives.
 class Counted {
 public:
@@ -170,16 +177,19 @@ BusReply AutomationObjects::Run(const Member& member, Member::Function function,
                                 const BusRequest& request, std::span<const BusValue> arguments)
 {
     Counted counted(waiting_, member.waits);
-    BusReply reply;
-    auto failure = FailureOf([&] {
+    const auto run = [&] {
+        BusReply reply;
         reply.value = function({application_, object.document.get(), arguments, request.client});
         CheckCrosses(reply.value);
+        return reply;
+    };
+    return Guarded(application_.Log(), DoorOf(*object.interface, member), run, [](const Error& error) {
+        BusReply reply;
+        reply.form = BusReply::Form::Error;
+        reply.errorName = ErrorNameOf(error.number);
+        reply.errorText = error.description;
+        return reply;
     });
-    if (!failure) return reply;
-    reply.form = BusReply::Form::Error;
-    reply.errorName = ErrorNameOf(failure->number);
-    reply.errorText = std::move(failure->description);
-    return reply;
 }
 
 // Properties

@@ -174,7 +174,7 @@ void DBusServer::Serve(Application& application, const DebugLog& log)
 void DBusServer::Ready()
 {
     ready_ = true;
-    RunWaiting();
+    retry_.start(); // and not from within the start itself
 }
 
 void DBusServer::Stop()

@@ -45,11 +45,10 @@ public:
     /// Takes the name on the bus. Without a bus, or when somebody has the name, the log says so and nothing is served.
     /// Calls wait until Ready. Both outlive what is between this and Stop.
     void Serve(Application& application, const DebugLog& log);
-    /// The program is up: calls that came meanwhile run now.
-    void Ready();
     void Stop();
 
     // AutomationEvents
+    void Ready() override;
     void Quit() override;
     void Custom(TextView name) override;
     void DocumentClose(int32_t documentId) override;

@@ -9,6 +9,8 @@ namespace nib {
 namespace {
 
 constexpr TextView kLineEnd{u"\r\n"};
+constexpr TextView kBlanks{u" \t"};
+constexpr TextView kQuotes{u"\"'"};
 constexpr char16_t kEscape = 0x1B;
 constexpr char16_t kBell = 0x07;
 constexpr char16_t kDelete = 0x7F;
@@ -27,15 +29,45 @@ bool EqualIgnoringCase(char16_t a, char16_t b)
     return a == b || (a >= u'a' && a <= u'z' && a - 0x20 == b);
 }
 
-/// Replaces the first `placeholder` (capitals), or appends the value.
-void Insert(Text& command, TextView placeholder, TextView value)
+[[noreturn]] void Refuse(TextView name, TextView why)
 {
+    throw Error(error_number::kBadFileName, Text(name) + u" cannot be compiled: " + Text(why));
+}
+
+/// A word of a host's command holds blanks in the quotes that it begins with; behind these every quote is a letter.
+Text AsWord(TextView name)
+{
+    const bool plain = name.find_first_of(kBlanks) == TextView::npos && kQuotes.find(name.front()) == TextView::npos;
+    if (plain) return Text(name);
+    for (const char16_t quote : kQuotes) {
+        const size_t inside = std::min(name.find(quote), name.size());
+        if (name.find_first_of(kBlanks, inside) != TextView::npos) continue;
+        return Text(1, quote).append(name.substr(0, inside)).append(1, quote).append(name.substr(inside));
+    }
+    Refuse(name, u"with blanks and both kinds of quotes its name is no single word of a command.");
+}
+
+/// Replaces the first `placeholder` (capitals), or appends the name.
+void Insert(Text& command, TextView placeholder, TextView name)
+{
+    if (name.starts_with(u'-') || name.starts_with(u'(')) Refuse(name, u"the host would take its name for an option.");
     const auto found =
         std::search(command.begin(), command.end(), placeholder.begin(), placeholder.end(), EqualIgnoringCase);
-    if (found != command.end())
-        command.replace(static_cast<size_t>(found - command.begin()), placeholder.size(), value);
+    const Text word = name.empty() ? Text() : AsWord(name);
+    if (found == command.end()) {
+        command.append(u" ").append(word);
+        return;
+    }
+    const auto at = static_cast<size_t>(found - command.begin());
+    const char16_t before = at > 0 ? command[at - 1] : u' ';
+    const size_t behind = at + placeholder.size();
+    const bool quoted = kQuotes.find(before) != TextView::npos && behind < command.size() && command[behind] == before;
+    if (quoted && name.find(before) != TextView::npos)
+        command.replace(at - 1, placeholder.size() + 2, word);
+    else if (quoted || word == name || kBlanks.find(before) != TextView::npos)
+        command.replace(at, placeholder.size(), quoted ? name : TextView(word));
     else
-        command.append(u" ").append(value);
+        Refuse(name, u"in the compile command its name is a part of a word, which holds no blanks.");
 }
 
 bool IsControl(char16_t c)

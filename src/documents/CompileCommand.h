@@ -5,7 +5,9 @@
 
 namespace nib {
 
-/// `command` with the first "%FILENAME%" and "%ITEMID%" replaced, or the names appended where these are missing.
+/// `command` with the first "%FILENAME%" and "%ITEMID%" replaced, or the names appended where these are missing. Each
+/// name is one word of the command, in quotes where it must be; one that cannot be is refused, and so is one that the
+/// program would take for an option.
 Text BuildCompileCommand(TextView command, TextView options, TextView fileName, TextView itemId);
 
 /// The lines of a host's output (CR LF between them) without those that are blank or begin with a ruler such as "==".

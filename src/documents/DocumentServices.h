@@ -17,12 +17,23 @@ class LexClass;
 class mvDocument;
 class mvDocuments;
 
-/// The process-wide current place: what the pickers start from and what opened and saved items leave behind.
 struct Location {
     Text Provider = u"mvdb";
     Text ServerName = u"*";
     Text Database;
     Text Folder;
+};
+
+/// The process-wide current place: what the pickers start from and what opened and saved items leave behind.
+struct CurrentPlace {
+    Location now;
+    Location host; ///< the last one that was no local file: where items without a host or account of their own are
+
+    void GoTo(Location place)
+    {
+        if (place.Provider != kFileProvider) host = place;
+        now = std::move(place);
+    }
 };
 
 /// The window of a document, independent of any form. Its end is the end of what is on the screen.
@@ -115,7 +126,7 @@ struct DocumentServices {
     const ViewFactory& createView;
     mvConnection& connection;
     MvEdit& settings;
-    Location& location;
+    CurrentPlace& place;
     mvDocuments& openDocuments;
     const DebugLog& log;
     int32_t lastDocumentId = 0;

@@ -108,7 +108,7 @@ Text FormatNumber(TextView field)
 
 void HostConfiguration::LoadHostConfiguration()
 {
-    const Location& location = services_.location;
+    const Location& location = services_.place.host;
     if (HostConfigLoaded_ || !EqualsNoCase(location.Provider, kProvider)) return;
     if (location.ServerName.empty() || location.Database.empty()) return;
     HostConfigLoaded_ = true;
@@ -121,7 +121,7 @@ void HostConfiguration::LoadHostConfiguration()
 /// A connection that serves several accounts may be in none yet, or in another than the one that is meant.
 std::shared_ptr<mvItem> HostConfiguration::OpenAccount()
 {
-    const Location& location = services_.location;
+    const Location& location = services_.place.host;
     const auto open = [&](const Text& account) {
         const Text path =
             services_.connection.ComposeHostPath({location.Provider, location.ServerName, account, {}, {}});
@@ -170,7 +170,7 @@ bool HostConfiguration::ReplaceKeywords(int32_t Class, TextView place)
 
 Text HostConfiguration::ReadPlace(TextView place)
 {
-    const Location& location = services_.location;
+    const Location& location = services_.place.host;
     const Text path =
         services_.connection.ComposeHostPath({location.Provider, location.ServerName, location.Database,
                                               Text(Field(place, u'\\', 1)), Text(Field(place, u'\\', 2))});

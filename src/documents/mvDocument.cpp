@@ -177,12 +177,13 @@ void mvDocument::ReportFailure(TextView where, const Error& error)
 
 void mvDocument::AdoptLocation(const mvItem& item)
 {
-    services_.location = {item.Provider(), item.ServerName(), item.Database(), item.Folder()};
+    services_.place.GoTo({item.Provider(), item.ServerName(), item.Database(), item.Folder()});
 }
 
 bool mvDocument::ConfirmClose()
 {
     if (!view_ || !IsDirty()) return true;
+    services_.frame.SetWaitCursor(false);
     int32_t answer = services_.shell.ShowMessage(u"Save changes to " + DisplayName() + u" ?",
                                                  message_box::kYesNoCancel | message_box::kQuestion);
     if (answer == message_box::kAnswerYes) return item_ && FileSave();
@@ -191,7 +192,7 @@ bool mvDocument::ConfirmClose()
 
 void mvDocument::TakeItem(std::shared_ptr<mvItem> item)
 {
-    if (item_) IgnoringErrors([&] { item_->Close(); });
+    if (item_ && item_ != item) IgnoringErrors([&] { item_->Close(); });
     item_ = std::move(item);
 }
 
@@ -216,7 +217,7 @@ bool mvDocument::FileClose(bool prompt)
         }
     }
     labels_.reset();
-    if (DocumentClose) IgnoringErrors(DocumentClose);
+    if (const auto raise = std::exchange(DocumentClose, nullptr)) IgnoringErrors(raise);
     ReleaseItem();
     services_.shell.DocumentChanged(*this);
     return true;
@@ -246,6 +247,15 @@ std::shared_ptr<mvDocument> mvDocuments::NextAfter(int32_t documentId) const
     auto found = FindId(documents_, documentId);
     if (found == documents_.end() || ++found == documents_.end()) found = documents_.begin();
     return *found;
+}
+
+std::shared_ptr<mvDocument> mvDocuments::On(const mvItem& item) const
+{
+    auto found = std::find_if(documents_.begin(), documents_.end(), [&](auto& document) {
+        const auto own = document->ItemObject();
+        return own && IsSameItem(*own, item);
+    });
+    return found == documents_.end() ? nullptr : *found;
 }
 
 void mvDocuments::Add(std::shared_ptr<mvDocument> document)

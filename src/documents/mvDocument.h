@@ -140,8 +140,11 @@ private:
     void ReleaseItem();
     bool OpenItem(std::shared_ptr<mvItem> item, bool readOnly);
     bool OpenAfterFailure(TextView path, const Error& error, bool& readOnly, bool& lock);
+    bool OpenMissing(std::shared_ptr<mvItem> item);
+    bool HoldsItemOf(TextView path) const;
     Text LockedQuestion(TextView path);
-    void ReadInto(SourceView& source, std::shared_ptr<mvItem> item);
+    Text ReadFrom(mvItem& item);
+    void ShowStored(SourceView& source, const Text& stored);
     void WriteFrom(SourceView& source, mvItem& item);
     bool MayOverwrite(mvItem& item);
     bool ConfirmClose();
@@ -171,6 +174,8 @@ public:
     std::shared_ptr<mvDocument> ById(int32_t documentId) const;
     /// The next after `documentId`, round to the first; null with fewer than two documents.
     std::shared_ptr<mvDocument> NextAfter(int32_t documentId) const;
+    /// The one that is on the same item, however that was reached; null when none is.
+    std::shared_ptr<mvDocument> On(const mvItem& item) const;
     void Add(std::shared_ptr<mvDocument> document);
     void Remove(int32_t documentId);
     /// A copy, so that documents may close while it is walked.

@@ -16,6 +16,16 @@ constexpr TextView kOpening = u"mvDocument.FileOpen: error during open";
 constexpr TextView kReading = u"Reading document from host";
 constexpr TextView kSaving = u"Saving document to host";
 
+Text WhyNoItem(const mvItem& item)
+{
+    if (item.Provider() == kHostProvider && item.Folder().empty() && !item.ItemID().empty())
+        return u"Unable to open item " + item.ItemID() + u" because no file is named for it.";
+    Text name = !item.ItemName().empty()      ? item.ItemName()
+                : !item.DisplayPath().empty() ? item.DisplayPath()
+                                              : item.Path();
+    return u"Unable to open item " + name + u" because it appears to be a folder or file definition.";
+}
+
 } // namespace
 
 bool mvDocument::FileNew()
@@ -33,6 +43,7 @@ bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
     source.Document().ClearBookmarks();
     source.Document().ClearUndo();
     source.Document().SetModified(false);
+    source.SetReadOnly(false);
     newNumber_ = ++services_.lastNewNumber;
     labels_.reset();
     if (!counted_) ++services_.openCount;
@@ -49,6 +60,7 @@ bool mvDocument::FileOpen(TextView path, bool readOnly)
         std::shared_ptr<mvItem> item;
         auto failure = FailureOf([&] { item = services_.connection.OpenServerForPath(path, readOnly, lock); });
         if (!failure) return ItemOpen(std::move(item), readOnly);
+        if (IsLocked(*failure) && HoldsItemOf(path)) return ItemOpen(item_, readOnly);
         if (!OpenAfterFailure(path, *failure, readOnly, lock)) return false;
     }
 }
@@ -70,9 +82,18 @@ bool mvDocument::OpenAfterFailure(TextView path, const Error& error, bool& readO
     return true;
 }
 
+bool mvDocument::HoldsItemOf(TextView path) const
+{
+    return item_ &&
+           OrDefault([&] { return IsSameItem(*services_.connection.OpenServerForPath(path, true, false), *item_); },
+                     false);
+}
+
 Text mvDocument::LockedQuestion(TextView path)
 {
     auto item = services_.connection.OpenServerForPath(path, false, false);
+    if (services_.openDocuments.On(*item))
+        return item->DisplayPath() + u" is open in another window. Open in \"read only\" mode instead?";
     return nib::LockedQuestion(item->DisplayPath(), item->LockHolder());
 }
 
@@ -89,15 +110,10 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
 {
     SourceView& source = EnsureView().txtText();
     if (!item->IsItem()) {
-        Warn(u"Unable to open item " + item->ItemName() + u" because it appears to be a folder or file definition.");
+        Warn(WhyNoItem(*item));
         return false;
     }
-    if (!item->Exists()) {
-        if (Ask(u"Item " + item->ItemName() + u" does not exist. Create new item?"))
-            return FileNewItem(std::move(item));
-        FileClose(false);
-        return false;
-    }
+    if (!item->Exists()) return OpenMissing(std::move(item));
     if (readOnly) {
         item->SetReadOnly(true);
     } else if (item->ReadOnly()) {
@@ -107,7 +123,14 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     }
     // Whoever only reads keeps nobody from writing, also where it turned out after the lock was taken.
     if (item->ReadOnly()) item->LockItem(false);
-    ReadInto(source, std::move(item));
+    // Not before: the old text must never be saved as an item that could not be read, nor go without a question.
+    Text stored = ReadFrom(*item);
+    if (!ConfirmClose()) return false;
+    if (item == item_) stored = ReadFrom(*item); // the answer may have been to save it
+    TakeItem(std::move(item));
+    ShowStored(source, stored);
+    // As it was opened: rights that change later take nobody's keys away.
+    source.SetReadOnly(item_->ReadOnly());
     source.SetCaret({0, 0});
     source.Document().ClearUndo();
     source.Document().ClearBookmarks();
@@ -120,16 +143,25 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     return true;
 }
 
-void mvDocument::ReadInto(SourceView& source, std::shared_ptr<mvItem> item)
+bool mvDocument::OpenMissing(std::shared_ptr<mvItem> item)
+{
+    if (Ask(u"Item " + item->ItemName() + u" does not exist. Create new item?"))
+        return ConfirmClose() && FileNewItem(std::move(item));
+    if (!item_ && !IsDirty()) FileClose(false); // it holds nothing but the wish for this item
+    return false;
+}
+
+Text mvDocument::ReadFrom(mvItem& item)
 {
     StatusNote note(services_.frame, kReading);
     AutoSaveHold hold(services_.shell);
-    const Text stored = item->ReadItem(0, 0, 0);
+    return item.ReadItem(0, 0, 0);
+}
+
+void mvDocument::ShowStored(SourceView& source, const Text& stored)
+{
     const int32_t tabWidth = services_.settings.TabSize;
-    const Text text = ExpandTabs(stored, tabWidth);
-    // Not before: the old text must never be saved as an item that could not be read.
-    TakeItem(std::move(item));
-    source.SetText(text);
+    source.SetText(ExpandTabs(stored, tabWidth));
     stored_.Clear();
     const StoredText* storage = item_->Storage();
     stored_.Read(stored, storage ? storage->OddEnds() : std::vector<OddEnd>(), tabWidth, source.Document(),
@@ -204,6 +236,7 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
         WaitCursor wait(services_.frame);
         WriteFrom(source, *item);
         if (!sameItem) TakeItem(std::move(item)); // a save that failed leaves the document with its item and lock
+        source.SetReadOnly(false);
         source.Document().SetModified(false);
         labels_.reset();
         services_.shell.DocumentChanged(*this);

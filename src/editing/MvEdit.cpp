@@ -141,7 +141,7 @@ void ReadRecent(TextView name, TextView sizeKey, clsRecentList& list, const Sett
     std::vector<Text> found;
     for (int32_t number = 1; number <= count && found.size() < capacity; ++number) {
         Text entry = source.get(EntryKey(name, number), {});
-        auto same = [&](const Text& other) { return EqualsNoCase(other, entry); };
+        auto same = [&](const Text& other) { return list.AreSame(other, entry); };
         if (!entry.empty() && std::none_of(found.begin(), found.end(), same)) found.push_back(std::move(entry));
     }
     std::for_each(found.rbegin(), found.rend(), [&](const Text& entry) { list.AddItem(entry); });

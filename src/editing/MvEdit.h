@@ -79,7 +79,7 @@ struct MvEdit {
     bool ToolbarLargeIcons = false;
     Text ResultsFontName;
     Text ResultsFontSize;
-    clsRecentList RecentFiles;
+    clsRecentList RecentFiles{clsRecentList::Case::Counts};
     bool MinMaxClose = false;
     bool CollapseBlocks = false;
     int16_t SearchEOD = 0;

@@ -1,6 +1,7 @@
 #include "hosts/mvConnect.h"
 
 #include "base/Error.h"
+#include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 
 #include <algorithm>
@@ -88,6 +89,29 @@ ItemPlace ParsePath(TextView path)
     const TextView name = path.starts_with(kFilePrefix) ? path.substr(kFilePrefix.size()) : path;
     if (!name.starts_with(u'/') || name.find(u'\0') != TextView::npos) Refuse(path);
     return {Text(kFileProvider), {}, {}, {}, Text(name)};
+}
+
+bool IsSameHost(TextView a, TextView b)
+{
+    constexpr TextView kDefault{u"*"};
+    return EqualsNoCase(a.empty() ? kDefault : a, b.empty() ? kDefault : b);
+}
+
+bool IsSameFile(TextView pathA, TextView pathB)
+{
+    if (pathA == pathB) return true;
+    if (!IsLocalPath(pathA) || !IsLocalPath(pathB)) return false;
+    const FileStamp a = StampOf(ToFileName(pathA.substr(kFilePrefix.size())));
+    const FileStamp b = StampOf(ToFileName(pathB.substr(kFilePrefix.size())));
+    return a.Exists() && b.Exists() && a.device == b.device && a.inode == b.inode;
+}
+
+bool IsSameItem(const mvItem& a, const mvItem& b)
+{
+    if (a.Provider() != b.Provider()) return false;
+    if (a.Provider() == kFileProvider) return IsSameFile(a.Path(), b.Path());
+    return IsSameHost(a.ServerName(), b.ServerName()) && a.Database() == b.Database() && a.Folder() == b.Folder() &&
+           a.ItemID() == b.ItemID();
 }
 
 bool IsLocalPath(TextView path)

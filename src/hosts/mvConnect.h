@@ -35,6 +35,10 @@ Text ComposeFilePath(TextView fileName);
 /// Also takes a bare absolute file name. Throws kBadFileName for anything else.
 ItemPlace ParsePath(TextView path);
 
+/// Names of one connection: case does not count, and an empty one is the default.
+bool IsSameHost(TextView a, TextView b);
+/// Paths of one local file, be it by links.
+bool IsSameFile(TextView pathA, TextView pathB);
 /// True for a path of the local file system.
 bool IsLocalPath(TextView path);
 /// True for the path of a host item, which stands on the fourth level.
@@ -147,6 +151,9 @@ protected:
 private:
     ItemNames names_;
 };
+
+/// Two objects that stand for one stored item.
+bool IsSameItem(const mvItem& a, const mvItem& b);
 
 /// What a call of the picker offers.
 struct SelectRequest {

@@ -77,6 +77,7 @@ bool FindEngine::PrepareDialog(bool isReplace)
 void FindEngine::TakeSelection()
 {
     auto document = current_.lock();
+    walk_.KeepSelection(*document);
     if (document->SelectionIsMultiLine()) {
         dialog_.lookIn = LookIn::Selection;
         return;

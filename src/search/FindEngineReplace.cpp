@@ -32,6 +32,7 @@ void FindEngine::ReplaceSelected(const FindQuery& query)
     if (selection.start.line != selection.end.line || selection.end.col - selection.start.col != query.Length()) return;
     Text selected = document.GetSelectionText();
     if (query.matchCase ? selected != query.text : !EqualsNoCase(selected, query.text)) return;
+    if (!document.EnsureView().txtText().MayEdit()) return;
     document.ReplaceSelection(dialog_.replaceText);
     // The last match moves so that the search goes on behind the replacement.
     Position caret = document.EnsureView().txtText().Caret();
@@ -49,19 +50,25 @@ int32_t FindEngine::ReplaceAll()
         BeginReplacing(query);
         bool breaksLines = dialog_.replaceText.find_first_of(u"\r\n") != Text::npos;
         int32_t shift = breaksLines ? 0 : static_cast<int32_t>(dialog_.replaceText.size()) - query.Length();
+        std::shared_ptr<mvDocument> readOnly; // the last that keeps its hits
         {
             const WaitCursor wait(services_.frame);
             walk_.Rejoin(query, *document);
             while (FindNextMatch(query)) {
+                if (walk_.Document()->EnsureView().txtText().ReadOnly()) {
+                    readOnly = walk_.Document();
+                    continue;
+                }
                 replacing_->hits.push_back(walk_.LastMatch());
                 walk_.ShiftLine(shift);
                 if (query.wholeWord && IsNextBehindHit(query)) CommitBeforeNext(query);
             }
         }
         RestoreSelection(*document);
+        if (readOnly) readOnly->EnsureView().txtText().MayEdit(); // says why
         if (replacing_->count > 0)
             Inform(Decimal(replacing_->count) + u" occurrences replaced.");
-        else
+        else if (!readOnly)
             ReportNotFound();
         return replacing_->count;
     });

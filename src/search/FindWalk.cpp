@@ -88,7 +88,7 @@ void FindWalk::ShiftLine(int32_t columns)
 bool FindWalk::Next(const FindQuery& query, mvDocument& current)
 {
     if (newSearch_) {
-        Restart(query, current);
+        if (!Restart(query, current)) return false;
         return Search(query, start_.at, false);
     }
     FindDocument();
@@ -104,7 +104,29 @@ void FindWalk::FindDocument()
     if (!document_) throw Error{error_number::kInvalidCall, u"The document of the search has been closed."};
 }
 
-void FindWalk::Restart(const FindQuery& query, mvDocument& current)
+void FindWalk::KeepSelection(mvDocument& document)
+{
+    const OrderedSelection selection = document.GetOrderedSelection();
+    keptDocId_ = document.DocumentID();
+    keptStart_ = {selection.start, document.LineIdFromLine(selection.start.line)};
+    keptEnd_ = {selection.end, document.LineIdFromLine(selection.end.line)};
+}
+
+/// The one kept, when all that is selected now is nothing.
+std::optional<TextRange> FindWalk::SelectedRange(mvDocument& current)
+{
+    if (current.SelectionIsMultiLine()) KeepSelection(current);
+    if (current.HasSelection()) {
+        const OrderedSelection selection = current.GetOrderedSelection();
+        return TextRange{selection.start, selection.end};
+    }
+    if (current.DocumentID() != keptDocId_) return {};
+    TextRange kept{{keptStart_.at.col, LineOf(keptStart_)}, {keptEnd_.at.col, LineOf(keptEnd_)}};
+    if (kept.start.line < 0 || kept.end.line < 0) return {}; // its lines are gone
+    return kept;
+}
+
+bool FindWalk::Restart(const FindQuery& query, mvDocument& current)
 {
     matchCount = 0;
     shift_ = 0;
@@ -114,10 +136,11 @@ void FindWalk::Restart(const FindQuery& query, mvDocument& current)
     int32_t last = TextOf(current).LineCount() - 1;
     Position start = query.up ? kBottom : kTop;
     Position end = query.up ? kTop : kBottom;
-    if (query.inSelection && current.HasSelection()) {
-        OrderedSelection selection = current.GetOrderedSelection();
-        start = selection.start;
-        end = selection.end;
+    if (query.inSelection) {
+        const auto selection = SelectedRange(current);
+        if (!selection) return false;
+        start = selection->start;
+        end = selection->end;
         if (start.line == last) start.line = -1;
         if (end.line == last) end.line = -1;
         if (query.up) std::swap(start, end);
@@ -130,6 +153,7 @@ void FindWalk::Restart(const FindQuery& query, mvDocument& current)
     Mark(start_, start, query.FromCaret());
     Mark(end_, end, query.FromCaret());
     newSearch_ = false;
+    return true;
 }
 
 bool FindWalk::HitInRange(const FindQuery& query, Position from, Position& hit) const

@@ -1,6 +1,8 @@
 #pragma once
 #include "documents/mvDocument.h"
 
+#include <optional>
+
 namespace nib {
 
 enum class FindMode {
@@ -39,6 +41,8 @@ public:
 
     /// The next step starts a new walk.
     void Reset();
+    /// What is selected in a document is where a walk through the selection goes, also once that has been dropped.
+    void KeepSelection(mvDocument& document);
     /// Before a step of the user: goes on only where the last hit left the caret, and finds its lines again.
     void Rejoin(const FindQuery& query, mvDocument& current);
     /// Goes on from the last hit, or starts in `current`. Throws when the walk's document has been closed.
@@ -63,7 +67,9 @@ private:
         int32_t lineId = -1;
     };
 
-    void Restart(const FindQuery& query, mvDocument& current);
+    /// False when there is no selection to walk through.
+    bool Restart(const FindQuery& query, mvDocument& current);
+    std::optional<TextRange> SelectedRange(mvDocument& current);
     void Mark(Place& place, Position at, bool withId);
     int32_t LineOf(const Place& place) const;
     void FindDocument();
@@ -77,6 +83,9 @@ private:
     bool newSearch_ = true;
     Place start_;
     Place end_;
+    int32_t keptDocId_ = 0; ///< of the selection kept
+    Place keptStart_;
+    Place keptEnd_;
     Position lastMatch_;
     int32_t lastMatchLineId_ = -1;
     std::vector<int32_t> visited_;

@@ -168,16 +168,10 @@ int32_t HeadOf(SourceDocument& text, int32_t line)
     return -1;
 }
 
-/// What the clicked text names, as it stands in the document's own host and account or beside its local file.
-struct NamedItem {
-    ItemPlace place;
-    Text path;
-};
-
 ItemPlace HomeOf(Program& program, mvItem* item)
 {
     if (item) return {item->Provider(), item->ServerName(), item->Database(), item->Folder(), {}};
-    const Location& location = program.CurrentLocation();
+    const Location& location = program.Place().host;
     return {location.Provider, location.ServerName, location.Database, {}, {}};
 }
 
@@ -186,32 +180,21 @@ Text FolderOf(const Text& name)
     return name.substr(0, name.find_last_of(u'/'));
 }
 
-NamedItem ResolveTarget(Program& program, mvDocument& document)
+/// What the clicked text names, as it stands in the document's own host and account or beside its local file.
+Text TargetPath(Program& program, mvDocument& document)
 {
     TextView target = Trim(program.Target().Target);
-    NamedItem named{HomeOf(program, document.ItemObject().get()), {}};
-    bool local = EqualsNoCase(named.place.provider, u"file");
+    ItemPlace place = HomeOf(program, document.ItemObject().get());
+    bool local = EqualsNoCase(place.provider, u"file");
     if (CountFields(target, u' ') > 1) {
         Text file(Field(target, u' ', 1));
         target = Trim(target.substr(file.size()));
         target = Field(target, u' ', 1);
         // Beside the folder of a local file stand the other folders of its account.
-        named.place.folder = local && file.front() != u'/' ? FolderOf(named.place.folder) + u"/" + file : file;
+        place.folder = local && file.front() != u'/' ? FolderOf(place.folder) + u"/" + file : file;
     }
-    named.place.itemId = target;
-    named.path = local ? program.Connection().ComposeFilePath(named.place.folder + u"/" + named.place.itemId)
-                       : program.Connection().ComposeHostPath(named.place);
-    return named;
-}
-
-bool ActivateOpen(Program& program, const ItemPlace& place)
-{
-    for (auto& open : program.OpenDocuments().All()) {
-        if (!EqualsNoCase(open->Filename(), place.folder) || !EqualsNoCase(open->ItemID(), place.itemId)) continue;
-        open->Activate();
-        return true;
-    }
-    return false;
+    place.itemId = target;
+    return local ? ComposeFilePath(place.folder + u"/" + place.itemId) : ComposeHostPath(place);
 }
 
 } // namespace
@@ -273,18 +256,16 @@ void HandleGoto(Program& program, mvDocument* document, bool alwaysAsk)
 void HandleOpen(Program& program, mvDocument* document)
 {
     if (!document || Trim(program.Target().Target).empty()) return;
-    NamedItem named = ResolveTarget(program, *document);
-    if (ActivateOpen(program, named.place)) return;
+    auto item = program.Connection().OpenServerForPath(TargetPath(program, *document), true, false);
+    if (program.ActivateOpen(*item)) return;
     SelectedItem picked;
     {
         AutoSaveHold hold(program.Shell());
-        auto item = program.Connection().OpenServerForPath(named.path, true, false);
         SelectRequest request{.mode = u"Open", .extension = {}, .offerReadOnly = true};
-        request.lock = program.EditorSettings().RecordLocking;
         request.startNamed = true;
         picked = program.Connection().SelectItem(request, item.get());
     }
-    if (picked.item) program.OpenPicked(picked);
+    if (picked.item) program.OpenPath(picked.item->Path(), picked.readOnly);
 }
 
 } // namespace nib

@@ -66,7 +66,7 @@ void ForAll(CommandContext& c)
 
 bool CanSave(Context& c)
 {
-    return Writable(c) && c.document->IsDirty();
+    return c.document && c.document->IsDirty();
 }
 bool CanSaveAll(Context& c)
 {
@@ -110,15 +110,22 @@ void Do(CommandContext& c)
     (c.document.get()->*Member)();
 }
 
+/// The same for one that changes the text, which a read-only document refuses as it refuses keys.
+template <void (mvDocument::*Member)()>
+void Edit(CommandContext& c)
+{
+    if (c.document->EnsureView().txtText().MayEdit()) Do<Member>(c);
+}
+
 template <bool Indent>
 void IndentBlock(CommandContext& c)
 {
-    c.document->IndentBlock(Indent);
+    if (c.document->EnsureView().txtText().MayEdit()) c.document->IndentBlock(Indent);
 }
 template <bool Comment>
 void CommentBlock(CommandContext& c)
 {
-    c.document->CommentBlock(Comment);
+    if (c.document->EnsureView().txtText().MayEdit()) c.document->CommentBlock(Comment);
 }
 template <bool Collapse, bool All>
 void Fold(CommandContext& c)
@@ -232,8 +239,8 @@ constexpr CommandRow kRows[] = {
     {u"Exit", ForAll<&FileCommands::FileExit>, Always},
     {u"Format", [](CommandContext& c) { c.document->Format(); }, Writable},
     {u"Compile", Compile, CanCompile},
-    {u"Undo", Do<&mvDocument::Undo>, CanUndo},
-    {u"Redo", Do<&mvDocument::Redo>, CanRedo},
+    {u"Undo", Edit<&mvDocument::Undo>, CanUndo},
+    {u"Redo", Edit<&mvDocument::Redo>, CanRedo},
     {u"Cut", Do<&mvDocument::Cut>, HasSelection},
     {u"Copy", Do<&mvDocument::Copy>, HasSelection},
     {u"Paste", Do<&mvDocument::Paste>, CanPaste},
@@ -248,9 +255,9 @@ constexpr CommandRow kRows[] = {
     {u"ExpandBlock", Fold<false, false>, FoldsBlocks},
     {u"CollapseAll", Fold<true, true>, FoldsBlocks},
     {u"ExpandAll", Fold<false, true>, FoldsBlocks},
-    {u"ValueMark", Do<&mvDocument::InsValue>, HasDocument},
-    {u"SubValueMark", Do<&mvDocument::InsSubValue>, HasDocument},
-    {u"ToggleCase", Do<&mvDocument::ToggleCase>, HasDocument},
+    {u"ValueMark", Edit<&mvDocument::InsValue>, HasDocument},
+    {u"SubValueMark", Edit<&mvDocument::InsSubValue>, HasDocument},
+    {u"ToggleCase", Edit<&mvDocument::ToggleCase>, HasDocument},
     {u"Find", Show<Form::Find>, HasDocument},
     {u"FindNext", Show<Form::FindNext>, HasDocument},
     {u"Replace", Show<Form::Replace>, HasDocument},

@@ -5,6 +5,13 @@
 
 namespace nib {
 
+namespace {
+
+/// The default connection, or any account.
+constexpr TextView kAny = u"*";
+
+} // namespace
+
 void FileCommands::FileNew()
 {
     auto document = NewDocumentObject(program_.Services());
@@ -29,8 +36,10 @@ void FileCommands::FileOpenRecent(int32_t index)
 
 bool FileCommands::FileSave(mvDocument& document)
 {
-    return program_.Safely(u"frmMain.FileSave",
-                           [&] { return document.ItemObject() ? document.FileSave() : FileSaveAs(document); });
+    return program_.Safely(u"frmMain.FileSave", [&] {
+        const bool hasPlace = document.ItemObject() && !document.ReadOnly();
+        return hasPlace ? document.FileSave() : FileSaveAs(document);
+    });
 }
 
 bool FileCommands::FileSaveAs(mvDocument& document)
@@ -105,12 +114,11 @@ void FileCommands::OpenDocumentsDialog()
     {
         AutoSaveHold hold(program_.Shell());
         SelectRequest request{.mode = u"Open", .extension = {}, .offerReadOnly = true};
-        request.lock = program_.EditorSettings().RecordLocking;
         request.several = true;
         picked = program_.Connection().SelectItems(request, StartOfPicker().get());
     }
     for (const SelectedItem& item : picked) {
-        program_.OpenPicked(item);
+        program_.OpenPath(item.item->Path(), item.readOnly);
         program_.Window().ProcessMessages();
     }
 }
@@ -126,31 +134,47 @@ bool FileCommands::SaveDocumentAsDialog(mvDocument& document)
         chosen = program_.Connection().SelectItem(request, server.get()).item;
     }
     if (!chosen) return false;
-    Text oldPath = document.Path();
+    const auto old = document.ItemObject();
     if (!document.ItemSaveAs(chosen)) return false;
-    if (!oldPath.empty()) program_.RecentFiles().RemoveItem(PathToRecentEntry(program_.Connection(), oldPath));
-    program_.RecentFiles().AddItem(PathToRecentEntry(program_.Connection(), document.Path()));
+    if (old) program_.RecentFiles().RemoveItem(RecentEntryOf(*old));
+    AddRecent(*document.ItemObject());
     return true;
 }
 
 bool FileCommands::OpenRecentDocument(int32_t index)
 {
     AutoSaveHold hold(program_.Shell());
-    Text path =
-        RecentEntryToPath(program_.Connection(), program_.CurrentLocation(), program_.RecentFiles().ListItem(index));
-    bool opened = program_.OpenPath(path, false);
+    clsRecentList& list = program_.RecentFiles();
+    const Text entry = list.ListItem(index);
+    bool opened = program_.OpenPath(RecentEntryToPath(PlaceOfOldEntries(), entry), false);
+    if (opened && list.ListCount() > 0 && list.ListItem(1) != entry) list.RemoveItem(entry); // it has its account now
     program_.Window().ProcessMessages();
     return opened;
 }
 
-namespace {
-
-constexpr TextView kAny = u"*";
-
-bool IsLocal(const ItemPlace& place)
+void FileCommands::AddRecent(const mvItem& item)
 {
-    return EqualsNoCase(place.provider, u"file");
+    clsRecentList& list = program_.RecentFiles();
+    const Text entry = RecentEntryOf(item);
+    for (int32_t i = list.ListCount(); IsLocalPath(entry) && i > 0; --i)
+        if (const Text other = list.ListItem(i); other != entry && IsSameFile(other, entry)) list.RemoveItem(other);
+    list.AddItem(entry);
 }
+
+/// Before anything was opened in this session, the account of the last item that an earlier one left.
+Location FileCommands::PlaceOfOldEntries() const
+{
+    Location place = program_.Place().host;
+    const clsRecentList& list = program_.RecentFiles();
+    for (int32_t i = 1; i <= list.ListCount() && place.Database.empty(); ++i) {
+        const ItemPlace known = OrDefault([&] { return ParsePath(list.ListItem(i)); }, ItemPlace());
+        const bool named = known.provider == kHostProvider && known.database != kAny;
+        if (named && IsSameHost(known.serverName, place.ServerName)) place.Database = known.database;
+    }
+    return place;
+}
+
+namespace {
 
 /// More names than these say no more.
 constexpr size_t kNamed = 5;
@@ -166,27 +190,37 @@ void Append(Text& complaint, TextView sentence, const std::vector<Text>& names)
 
 } // namespace
 
-Text PathToRecentEntry(const mvConnection& connection, TextView path)
+Text RecentEntryOf(const mvItem& item)
 {
-    ItemPlace place = connection.ParsePath(path);
-    if (IsLocal(place)) return Text(path);
-    place.serverName = place.database = kAny;
-    return connection.ComposeHostPath(place);
+    if (item.Provider() == kFileProvider) return item.Path();
+    Text host = item.ServerName().empty() ? Text(kAny) : item.ServerName();
+    Text account = item.Database().empty() ? Text(kAny) : item.Database();
+    return ComposeHostPath({item.Provider(), std::move(host), std::move(account), item.Folder(), item.ItemID()});
 }
 
-Text RecentEntryToPath(const mvConnection& connection, const Location& location, TextView entry)
+Text RecentEntryToPath(const Location& host, TextView entry)
 {
-    ItemPlace place = connection.ParsePath(entry);
-    if (IsLocal(place)) return Text(entry);
-    bool anyHost = EqualsNoCase(place.serverName, u"(any)") || place.serverName == kAny;
-    if (anyHost && !location.ServerName.empty()) place.serverName = location.ServerName;
-    if (place.database == kAny && !location.Database.empty()) place.database = location.Database;
-    return connection.ComposeHostPath(place);
+    ItemPlace place = ParsePath(entry);
+    if (place.provider == kFileProvider) return Text(entry);
+    const bool anyAccount = place.database == kAny;
+    const bool anyHost = EqualsNoCase(place.serverName, u"(any)") || (place.serverName == kAny && anyAccount);
+    if (anyHost && !host.ServerName.empty()) place.serverName = host.ServerName;
+    if (anyAccount && !host.Database.empty()) place.database = host.Database;
+    return ComposeHostPath(place);
 }
 
-Text RecentEntryCaption(mvConnection& connection, TextView entry)
+Text RecentEntryCaption(TextView entry)
 {
-    return connection.OpenServerForPath(entry, true, false)->DisplayPath();
+    return OrDefault(
+        [&] {
+            const ItemPlace place = ParsePath(entry);
+            Text caption = place.itemId;
+            if (place.provider == kFileProvider) return caption;
+            if (!place.folder.empty()) caption = place.folder + u" " + caption;
+            if (place.database != kAny) caption = place.database + u" " + caption;
+            return place.serverName == kAny ? caption : caption + u" on " + place.serverName;
+        },
+        Text(entry));
 }
 
 void CloseWindow(mvDocument& document)

@@ -28,8 +28,11 @@ public:
     void FileExit();
     /// `message` empty: "Save changes to ... ?". `buttons` is a button set of the message box.
     Saved IsDocumentSaved(mvDocument& document, Text message, int32_t buttons);
+    /// To the recent files; a local file that is among them under another path loses that.
+    void AddRecent(const mvItem& item);
 
 private:
+    Location PlaceOfOldEntries() const;
     bool SaveDocumentAsDialog(mvDocument& document);
     bool OpenRecentDocument(int32_t index);
     void OpenDocumentsDialog();
@@ -38,11 +41,12 @@ private:
     Program& program_;
 };
 
-/// Recent files are kept without host and account, so that an entry serves every session.
-Text PathToRecentEntry(const mvConnection& connection, TextView path);
-Text RecentEntryToPath(const mvConnection& connection, const Location& location, TextView entry);
-/// The entry's display form.
-Text RecentEntryCaption(mvConnection& connection, TextView entry);
+/// The path of an item, with the account that it was found in.
+Text RecentEntryOf(const mvItem& item);
+/// Entries of older stores name neither host nor account: they are looked for at `host`.
+Text RecentEntryToPath(const Location& host, TextView entry);
+/// For the menu; what cannot be read as a path stands for itself.
+Text RecentEntryCaption(TextView entry);
 
 /// States of a document's window.
 namespace window_state {

@@ -4,21 +4,6 @@
 
 namespace nib {
 
-namespace {
-
-/// Read from the entry alone, where the place that it leads to cannot be asked.
-Text PlainCaption(const mvConnection& connection, const Text& entry)
-{
-    return OrDefault(
-        [&] {
-            ItemPlace place = connection.ParsePath(entry);
-            return place.folder.empty() ? place.itemId : place.folder + u" " + place.itemId;
-        },
-        entry);
-}
-
-} // namespace
-
 CommandContext MenuDispatcher::Context() const
 {
     return {program_, program_.OpenDocuments().ById(program_.Window().ActiveDocument())};
@@ -55,14 +40,8 @@ void MenuDispatcher::BuildRecentMenu()
     program_.Safely(u"modMain.BuildRecentMenu", [&] {
         MenuBatch batch(menus_);
         menus_.RemoveBeginning(Band::MainMenu, u"File", u"file_");
-        for (int32_t i = 1; i <= program_.RecentFiles().ListCount(); ++i) {
-            Text entry = program_.RecentFiles().ListItem(i);
-            // One entry that leads nowhere any more must not take the others away.
-            mvConnection& connection = program_.Connection();
-            Text caption =
-                OrDefault([&] { return RecentEntryCaption(connection, entry); }, PlainCaption(connection, entry));
-            AddEntry(u"File", u"file_", i, caption, u"Exit");
-        }
+        for (int32_t i = 1; i <= program_.RecentFiles().ListCount(); ++i)
+            AddEntry(u"File", u"file_", i, RecentEntryCaption(program_.RecentFiles().ListItem(i)), u"Exit");
     });
 }
 

@@ -17,12 +17,41 @@ constexpr int32_t kMinutesBetweenPasses = 5;
 constexpr TextView kNoSettings = u"Settings cannot be stored: ";
 constexpr TextView kNoCopies = u"No recovery copies can be kept: ";
 
+/// The part of a place that a switch names; null for what is no such switch.
+Text Location::*PartOf(CommandLineAction::Kind kind)
+{
+    using Kind = CommandLineAction::Kind;
+    switch (kind) {
+    case Kind::Provider: return &Location::Provider;
+    case Kind::Server: return &Location::ServerName;
+    case Kind::Database: return &Location::Database;
+    case Kind::Folder: return &Location::Folder;
+    default: return nullptr;
+    }
+}
+
+bool IsProvider(TextView type)
+{
+    return type == kHostProvider || type == kFileProvider;
+}
+
+Text UnknownType(const Text& item, const Text& type)
+{
+    return u"Unable to open item " + item + u" because \"" + type +
+           u"\" is no type of connection. The types are mvdb and file.";
+}
+
+Text ItemPath(const Location& place, const Text& itemId)
+{
+    return ComposeHostPath({place.Provider, place.ServerName, place.Database, place.Folder, itemId});
+}
+
 } // namespace
 
 Program::Program(const ProgramPorts& ports, StartMode mode)
     : ports_(ports), log_(ports.trace),
-      mode_(mode), services_{*this,     ports_.mainWindow, ports_.boxes,   ports_.views, ports_.connection,
-                             settings_, location_,         openDocuments_, log_},
+      mode_(mode), services_{*this,  ports_.mainWindow, ports_.boxes, ports_.views, ports_.connection, settings_,
+                             place_, openDocuments_,    log_},
       hostConfiguration_(services_), recovery_({services_, ports.copies, ports.token, ports.localData, ports.timers,
                                                 [this](TextView folder, const DynamicArray& names) {
                                                     ports_.dialogs.OfferRecovered(recovery_, folder, names);
@@ -65,6 +94,7 @@ void Program::Start(const CommandLine& line)
     WaitCursor wait(ports_.mainWindow);
     ports_.mainWindow.SetStatusText(1, u"");
     ports_.dialogs.Load(*this);
+    ports_.events.Ready(); // what follows may ask the user, and clients do not wait for the answer
     if (mode_ == StartMode::Automation) return;
     recovery_.CheckAutoRecover();
     if (!shuttingDown_) ParseCmdLine(line);
@@ -92,64 +122,68 @@ void Program::OpenFromCommandLine(const CommandLine& line)
     using Kind = CommandLineAction::Kind;
     bool readOnly = false;
     bool hostGiven = false;
+    Location given = place_.host; // what was opened meanwhile changes none of it
     for (const CommandLineAction& action : line.actions) {
+        if (Text Location::*part = PartOf(action.kind)) {
+            given.*part = part == &Location::Provider ? ToLower(action.value) : action.value;
+            if (IsProvider(given.Provider)) place_.GoTo(given);
+        }
         switch (action.kind) {
-        case Kind::Provider: location_.Provider = action.value; break;
-        case Kind::Server:
-            location_.ServerName = action.value;
-            hostGiven = true;
-            break;
-        case Kind::Database: location_.Database = action.value; break;
-        case Kind::Folder: location_.Folder = action.value; break;
+        case Kind::Server: hostGiven = true; break;
         case Kind::ReadOnly: readOnly = true; break;
         case Kind::OpenItem:
+            if (!IsProvider(given.Provider)) {
+                ShowMessage(UnknownType(action.value, given.Provider), message_box::kWarning);
+                break;
+            }
             LoadHostConfiguration();
-            OpenPath(ports_.connection.ComposeHostPath({location_.Provider, location_.ServerName, location_.Database,
-                                                        location_.Folder, action.value}),
-                     readOnly);
+            OpenPath(ItemPath(given, action.value), readOnly);
             ports_.mainWindow.ProcessMessages();
             break;
         case Kind::OpenFile:
             OpenPath(ports_.connection.ComposeFilePath(action.value), readOnly);
             ports_.mainWindow.ProcessMessages();
             break;
+        default: break;
         }
     }
     if (auto first = openDocuments_.Item(1)) first->Activate();
-    if (hostGiven) LearnAccount();
+    if (hostGiven && IsProvider(given.Provider)) LearnAccount(given);
 }
 
-void Program::LearnAccount()
+void Program::LearnAccount(const Location& given)
 {
-    Text path = ports_.connection.ComposeHostPath({location_.Provider, location_.ServerName, {}, {}, {}});
+    Text path = ports_.connection.ComposeHostPath({given.Provider, given.ServerName, {}, {}, {}});
     auto item = ports_.connection.OpenServerForPath(path, true, false);
     mvSession* session = item->Session();
     Text name = OrDefault([&] { return session ? session->AccountName() : Text(); }, Text());
-    if (!name.empty() && location_.Database.empty()) location_.Database = name;
+    for (Location* place : {&place_.host, &place_.now})
+        if (place->Database.empty() && place->Provider != kFileProvider) place->Database = name;
     LoadHostConfiguration();
 }
 
 bool Program::OpenPath(TextView path, bool readOnly)
 {
+    // Without a lock, which a window of this program may hold.
+    const auto find = [&] { return ports_.connection.OpenServerForPath(path, true, false); };
+    const auto item = openDocuments_.Count() > 0 ? OrDefault(find, std::shared_ptr<mvItem>()) : nullptr;
+    if (item && ActivateOpen(*item)) return true;
     auto document = NewDocumentObject(services_);
     if (!document) return false;
     if (!document->FileOpen(path, readOnly)) {
         document->FileClose(true);
         return false;
     }
-    settings_.RecentFiles.AddItem(PathToRecentEntry(ports_.connection, document->Path()));
+    files_.AddRecent(*document->ItemObject());
     return true;
 }
 
-bool Program::OpenPicked(const SelectedItem& picked)
+bool Program::ActivateOpen(const mvItem& item)
 {
-    auto document = NewDocumentObject(services_);
-    if (!document) return false;
-    if (!document->ItemOpen(picked.item, picked.readOnly)) {
-        document->FileClose(true);
-        return false;
-    }
-    settings_.RecentFiles.AddItem(PathToRecentEntry(ports_.connection, document->Path()));
+    const auto open = openDocuments_.On(item);
+    if (!open) return false;
+    open->Activate();
+    files_.AddRecent(*open->ItemObject());
     return true;
 }
 
@@ -177,9 +211,7 @@ void Program::HandleDroppedFiles(const std::vector<Text>& files)
 std::shared_ptr<mvItem> Program::DefaultServer(std::shared_ptr<mvItem>& cached)
 {
     if (!cached) {
-        Text path = ports_.connection.ComposeHostPath(
-            {location_.Provider, location_.ServerName, location_.Database, location_.Folder, {}});
-        cached = ports_.connection.OpenServerForPath(path, true, false);
+        cached = ports_.connection.OpenServerForPath(ItemPath(place_.now, {}), true, false);
     }
     return cached;
 }

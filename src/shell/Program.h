@@ -101,10 +101,10 @@ public:
     std::shared_ptr<mvItem> DefaultServer(std::shared_ptr<mvItem>& cached);
     /// The first family of the system that begins with "DejaVu Sans Mono", else "Courier New".
     const Text& DefaultFontName();
-    /// Opens a local file or item; its path goes to the recent files. False when it was not opened.
+    /// Opens a local file or item, or brings its window to the front when it is open; its path goes to the recent
+    /// files. False when it was not opened.
     bool OpenPath(TextView path, bool readOnly);
-    /// The same with what a picker answered.
-    bool OpenPicked(const SelectedItem& picked);
+    bool ActivateOpen(const mvItem& item);
 
     /// The door of what the program is called for: a failure is logged and told to the user.
     template <typename Body>
@@ -124,7 +124,7 @@ public:
     modAutoRecover& Recovery() { return recovery_; }
     NavigationHistory& History() { return history_; }
     mvDocuments& OpenDocuments() { return openDocuments_; }
-    Location& CurrentLocation() { return location_; }
+    CurrentPlace& Place() { return place_; }
     MvEdit& EditorSettings() { return settings_; }
     clsRecentList& RecentFiles() { return settings_.RecentFiles; }
     SettingsStore& Store() { return ports_.store; }
@@ -149,14 +149,14 @@ private:
     void LoadSettings();
     void ParseCmdLine(const CommandLine& line);
     void OpenFromCommandLine(const CommandLine& line);
-    void LearnAccount();
+    void LearnAccount(const Location& given);
     void InstallFonts();
     void UninstallFonts();
     void TakeDown();
 
     ProgramPorts ports_;
     DebugLog log_;
-    Location location_;
+    CurrentPlace place_;
     StartMode mode_;
     int32_t AutoSaveMinuteCount_ = 0; ///< since the last auto-save pass; minutes without recovery do not count
     std::unique_ptr<Timers::Timer> AutoSaveTimer_; ///< rings each minute while the main window is there

@@ -39,6 +39,7 @@ public:
     virtual void ModifiedChanged(bool) {}
     virtual void LinesChanged() {}
     virtual void OvertypeChanged(bool) {}
+    virtual void EditRefused() {}
 };
 
 struct TextRange {
@@ -139,6 +140,16 @@ public:
     bool ShowBlocks() const { return showBlocks_; }
     void SetShowBlocks(bool show);
 
+    /// No command of the user changes the text; the program still may.
+    bool ReadOnly() const { return readOnly_; }
+    void SetReadOnly(bool readOnly) { readOnly_ = readOnly; }
+    /// For a command that is about to change the text; the window hears of each that is refused.
+    bool MayEdit() const
+    {
+        if (readOnly_ && events_) events_->EditRefused();
+        return !readOnly_;
+    }
+
     // Commands of keyboard and mouse
     void MoveCaret(Move move, bool extendSelection);
     void Cut();
@@ -155,6 +166,8 @@ public:
     void Delete();
     void DeleteLine();
     void DeleteWord(bool backward);
+    void Undo();
+    void Redo();
     /// Blanks up to the next tab stop; with a selection of several lines the lines are shifted.
     void Tab();
     void Backtab();
@@ -210,6 +223,7 @@ private:
     bool showBlocks_ = false;
     bool lineWrap_ = false;
     bool overtype_ = false;
+    bool readOnly_ = false;
 };
 
 } // namespace nib

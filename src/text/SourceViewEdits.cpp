@@ -31,7 +31,7 @@ private:
 
 void SourceView::ReplaceRange(Position start, Position end, TextView text)
 {
-    if (start == end && text.empty()) return;
+    if ((start == end && text.empty()) || !MayEdit()) return;
     Position after = start;
     {
         Edit edit(*this, start != end && !text.empty());
@@ -116,9 +116,20 @@ void SourceView::DeleteLine()
         start = {document_.LineLength(line - 1), line - 1};
     }
     Position stay{caret_.col, line};
+    if (!MayEdit()) return;
     document_.BreakTyping();
     ReplaceRange(start, end, {});
     SetCaret(stay);
+}
+
+void SourceView::Undo()
+{
+    if (document_.CanUndo() && MayEdit()) document_.Undo();
+}
+
+void SourceView::Redo()
+{
+    if (document_.CanRedo() && MayEdit()) document_.Redo();
 }
 
 void SourceView::Tab()
@@ -141,6 +152,7 @@ void SourceView::ShiftLines(bool outwards)
 {
     auto [start, end] = Selection();
     int32_t last = end.col == 0 ? end.line - 1 : end.line;
+    if (!MayEdit()) return;
     Position anchor = anchor_;
     Position caret = caret_;
     {
@@ -159,7 +171,7 @@ void SourceView::ShiftLines(bool outwards)
 
 void SourceView::Cut()
 {
-    if (!HasSelection()) return;
+    if (!HasSelection() || !MayEdit()) return;
     Copy();
     document_.BreakTyping();
     Delete();
@@ -186,6 +198,7 @@ void SourceView::MoveSelection(Position target, bool copy)
     auto [start, end] = Selection();
     bool inside = start <= target && target <= end;
     if (inside && !copy) return SetCaret(target);
+    if (!MayEdit()) return;
 
     Text text = SelectedText();
     Position from = target;

@@ -83,7 +83,7 @@ public:
     bool Exists() override { return store_.items.contains(path_); }
     bool IsItem() override
     {
-        if (ItemID().empty()) return false;
+        if (ItemID().empty() || Folder().empty()) return false;
         return !Exists() || store_.items[path_].isItem;
     }
     bool ReadOnly() const override { return readOnly_; }
@@ -120,7 +120,7 @@ private:
     {
         ItemPlace place = ParsePath(path);
         const bool local = place.provider == kFileProvider;
-        const Text name = local ? place.itemId : place.folder + u" " + place.itemId;
+        const Text name = local || place.folder.empty() ? place.itemId : Text(Trim(place.folder + u" " + place.itemId));
         if (local) {
             place.folder = name.substr(0, name.rfind(u'/'));
             place.itemId = name.substr(name.rfind(u'/') + 1);

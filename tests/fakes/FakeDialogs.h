@@ -38,6 +38,7 @@ struct FakeDialogs final : Dialogs {
 
 struct HeardEvents final : AutomationEvents {
     explicit HeardEvents(Journal& target) : journal(target) {}
+    void Ready() override { journal.Add(u"Ready"); }
     void Quit() override { journal.Add(u"Quit"); }
     void Custom(TextView name) override { journal.Add(u"Custom " + Text(name)); }
     void DocumentClose(int32_t id) override { journal.Add(u"DocumentClose " + Decimal(id)); }

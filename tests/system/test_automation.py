@@ -287,6 +287,20 @@ def without_the_name(desktop):
     desktop.wait_window(r"picked\.txt", program=fourth)
 
 
+def while_the_start_asks(desktop):
+    address = lib.with_bus(desktop)
+    desktop.sample_accounts()
+    program = desktop.start("/A=DEMO", "/F=BP", "/I=NOPE")
+    desktop.wait_box()
+    client = Client(address)
+    path = client.docs("AddNew")
+    client.put(path, "mvDocument", "Text", "s", "X")
+    expect_equal(client.text(path), "X", "a text, while the user is asked")
+    desktop.keys("Escape")
+    eventually("the document that was not wanted to go", lambda: client.docs("Count") == 1)
+    expect(program.alive(), "the program")
+
+
 def the_examples_of_the_manual(desktop):
     lib.with_bus(desktop)
     manual = (lib.SOURCE / "docs" / "automation.md").read_text(encoding="utf-8")
@@ -299,4 +313,4 @@ def the_examples_of_the_manual(desktop):
 
 if __name__ == "__main__":
     lib.run(started_by_the_bus_and_gone_with_its_client, every_member, speed_and_size, hostile_clients, without_the_name,
-            the_examples_of_the_manual)
+            while_the_start_asks, the_examples_of_the_manual)

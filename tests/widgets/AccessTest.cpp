@@ -124,7 +124,7 @@ TEST_P(FormAccessTest, SmallDialogs)
     frmGoto jump(t.program.Services());
     WhileShown([&] { jump.ShowGoto(target, nullptr); });
     frmProperties properties;
-    WhileShown([&] { properties.ShowDialog(*document, t.program.CurrentLocation()); });
+    WhileShown([&] { properties.ShowDialog(*document, t.program.Place().now); });
     WhileShown([] { ShowAboutBox(nullptr); });
     using namespace message_box;
     for (int32_t flags : {kOk, kOkCancel, kYesNo | kCheckBox, kYesNoCancel, kYesAllNo, kYesAllNoCancel | kCheckBox,

@@ -149,14 +149,14 @@ TEST_F(DialogsTest, PropertiesCanBeReadAndCopied)
         Key(Qt::Key_Return);
         EXPECT_FALSE(dialog.isVisible());
     });
-    form.ShowDialog(*local, t.program.CurrentLocation());
-    t.program.CurrentLocation() = {};
+    form.ShowDialog(*local, t.program.Place().now);
+    t.program.Place().GoTo({});
     WhenModal([](QWidget& dialog) {
         EXPECT_EQ(dialog.findChildren<ElidedValue*>().size(), 8) << "the rows of the last showing have gone";
         Key(Qt::Key_Escape);
         EXPECT_FALSE(dialog.isVisible());
     });
-    form.ShowDialog(*document, t.program.CurrentLocation());
+    form.ShowDialog(*document, t.program.Place().now);
 }
 
 TEST(MessageBoxTest, CheckBoxAndYesToAll)

@@ -155,6 +155,40 @@ TEST_F(FrameTest, MarksAreTypedByTheirKeys)
     EXPECT_EQ(form.txtText().GetText(), u"\uF8FD\uF8FC");
 }
 
+TEST_F(FrameTest, AReadOnlyTextTakesNothingFromTheUserAndSaysWhy)
+{
+    const Text path = u"mvdb:*/DEMO/BP/MAIN";
+    connection.store.items[path] = {u"one two"};
+    ASSERT_TRUE(program.OpenPath(path, true));
+    Settle();
+    frmDocument& form = *frame.ActiveForm();
+    clipboard.text = u"pasted";
+    form.ViewObject()->SetSelText(u"by a client ");
+    const Text text = form.txtText().GetText();
+    EXPECT_EQ(text, u"by a client one two");
+    const auto reason = [&] { return frame.Menus().Tool(Band::StatusBar, u"panel1").caption; };
+    const std::function<void()> edits[] = {[&] { Key(Qt::Key_X); },
+                                           [&] { Key(Qt::Key_Return); },
+                                           [&] { Key(Qt::Key_Tab); },
+                                           [&] { Key(Qt::Key_Delete); },
+                                           [&] { Key(Qt::Key_V, Qt::ControlModifier); },
+                                           [&] { Key(Qt::Key_Z, Qt::ControlModifier); },
+                                           [&] { Key(Qt::Key_BracketRight, Qt::ControlModifier); },
+                                           [&] { frame.Run(u"DeleteLine"); },
+                                           [&] { frame.Run(u"CommentBlock"); }};
+    for (const auto& edit : edits) {
+        boxes.beeps = 0;
+        edit();
+        EXPECT_EQ(form.txtText().GetText(), text);
+        EXPECT_EQ(reason(), u"BP MAIN is read-only. Save it under another name to change it.");
+        EXPECT_EQ(boxes.beeps, 1);
+        Key(Qt::Key_Left);
+        EXPECT_EQ(reason(), u"");
+    }
+    EXPECT_TRUE(frame.Run(u"Save")) << "offers another name";
+    EXPECT_EQ(connection.requests.size(), 1u);
+}
+
 TEST_F(FrameTest, FocusThatFallsOnTheFrameGoesToTheText)
 {
     frmDocument& form = New();

@@ -240,6 +240,12 @@ TEST_F(ViewMouse, TakesDroppedTextAndLeavesFilesToTheWindow)
     Key(Qt::Key_Z, kCtrl);
     EXPECT_EQ(Model().GetText(), u"ABCD");
 
+    Model().SetReadOnly(true);
+    QDropEvent refused(At(2, 0), Qt::MoveAction, &data, Qt::LeftButton, kNone);
+    QApplication::sendEvent(widget->viewport(), &refused);
+    EXPECT_FALSE(refused.isAccepted()) << "else it would be gone where it came from";
+    EXPECT_EQ(Model().GetText(), u"ABCD");
+
     data.setUrls({QUrl(QStringLiteral("file:///tmp/a"))});
     QDragEnterEvent files(At(2, 0), Qt::CopyAction, &data, Qt::LeftButton, kNone);
     QApplication::sendEvent(widget->viewport(), &files);

@@ -99,7 +99,7 @@ const Text& clsRecentList::ListItem(int32_t index) const
 int32_t clsRecentList::Find(TextView text) const
 {
     for (int32_t i = 0; i < listCount_; ++i)
-        if (EqualsNoCase(entries_[static_cast<size_t>(i)], text)) return i;
+        if (AreSame(entries_[static_cast<size_t>(i)], text)) return i;
     return -1;
 }
 

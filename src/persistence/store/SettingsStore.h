@@ -33,9 +33,13 @@ int64_t LeadingWhole(TextView text);
 /// The same, kept within 32 bits.
 int32_t LeadingInt(TextView text);
 
-/// A most-recently-used list of strings, unique ignoring case; entry 1 is the most recent.
+/// A most-recently-used list of strings, each in it once; entry 1 is the most recent.
 class clsRecentList {
 public:
+    /// Names of files differ by case, what was searched for does not.
+    enum class Case : uint8_t { Ignored, Counts };
+    explicit clsRecentList(Case how = Case::Ignored) : case_(how) {}
+
     int32_t ListSize() const { return listSize_; }
     /// Negative: ignored. Above MaxListSize: that. Below 1: the list is empty and stays so.
     void SetListSize(int32_t size);
@@ -48,12 +52,15 @@ public:
     int32_t MaxListSize() const { return maxListSize_; }
     /// Accepted only above 0; ListSize is not adjusted.
     void SetMaxListSize(int32_t size);
+    /// Two texts that are one entry.
+    bool AreSame(TextView a, TextView b) const { return case_ == Case::Counts ? a == b : EqualsNoCase(a, b); }
 
 private:
     /// 0-based index of the entry, -1 when absent.
     int32_t Find(TextView text) const;
     void MoveToFront(int32_t from, TextView text);
 
+    Case case_;
     int32_t listSize_ = 4;
     int32_t listCount_ = 0;
     int32_t maxListSize_ = 30;

@@ -169,6 +169,7 @@ void frmDocument::Activated()
 void frmDocument::Deactivated()
 {
     focusTimer_.stop();
+    EndRefusal();
     if (document_) mainWindow_.Owner().DocumentLeft(*document_);
 }
 

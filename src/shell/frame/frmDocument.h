@@ -44,6 +44,7 @@ public:
     void ModifiedChanged(bool modified) override;
     void LinesChanged() override;
     void OvertypeChanged(bool overtype) override;
+    void EditRefused() override;
 
     // For the frame
     /// Null once the document lets it go.
@@ -66,6 +67,7 @@ private:
     void Load();
     void Connect();
     void ShowPosition();
+    void EndRefusal();
     void StateChanged();
     void CheckSelection();
     void Insert(bool subValue);
@@ -88,6 +90,7 @@ private:
     bool doubleClicked_ = false; ///< the next release of the button acts
     bool autoSaveFlag_ = false;
     bool selectionSeen_ = false;
+    bool refused_ = false; ///< and the status bar says why
 };
 
 /// The visible part of a document window. It may outlive its form by a moment, and then does nothing more.

@@ -26,8 +26,22 @@ void frmDocument::CheckSelection()
 void frmDocument::CaretMoved(Position)
 {
     if (!IsActive()) return;
+    EndRefusal();
     ShowPosition();
     CheckSelection();
+}
+
+void frmDocument::EditRefused()
+{
+    if (!document_) return;
+    refused_ = true;
+    mainWindow_.SetStatusText(1, document_->DisplayName() + u" is read-only. Save it under another name to change it.");
+    mainWindow_.Owner().Services().boxes.Beep();
+}
+
+void frmDocument::EndRefusal()
+{
+    if (std::exchange(refused_, false)) mainWindow_.SetStatusText(1, u"");
 }
 
 void frmDocument::ModifiedChanged(bool modified)
@@ -52,6 +66,7 @@ void frmDocument::Insert(bool subValue)
 {
     if (!document_) return;
     mainWindow_.Owner().Safely(u"frmDocument.txtText_KeyPress", [&] {
+        if (!Model().MayEdit()) return;
         if (subValue)
             document_->InsSubValue();
         else

@@ -185,7 +185,9 @@ void MouseHandler::StartDrag()
     QDrag* drag = std::make_unique<QDrag>(&widget_).release();
     drag->setMimeData(data.release());
     dropHere_ = false;
-    Qt::DropAction done = drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::MoveAction);
+    const bool copies = widget_.Model().ReadOnly();
+    Qt::DropAction done = copies ? drag->exec(Qt::CopyAction, Qt::CopyAction)
+                                 : drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::MoveAction);
     if (done == Qt::MoveAction && !dropHere_) widget_.Model().Delete();
 }
 
@@ -213,6 +215,7 @@ void MouseHandler::Drop(QDropEvent& event)
 {
     DragEnd();
     SourceView& model = widget_.Model();
+    if (!model.MayEdit()) return event.ignore(); // what is dragged stays where it comes from
     Position target = widget_.PositionAt(event.position());
     if (event.source() == &widget_) {
         dropHere_ = true;

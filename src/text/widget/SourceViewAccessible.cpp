@@ -40,7 +40,9 @@ void* SourceViewAccessible::interface_cast(QAccessible::InterfaceType type)
 QAccessible::State SourceViewAccessible::state() const
 {
     QAccessible::State state = QAccessibleWidget::state();
-    state.editable = state.multiLine = state.selectableText = true;
+    state.multiLine = state.selectableText = true;
+    state.readOnly = view_.Model().ReadOnly();
+    state.editable = !state.readOnly;
     return state;
 }
 

@@ -68,16 +68,6 @@ void Zoom(Widget& w, bool)
     w.SetZoom(steps == 0 ? 0 : w.Zoom() + steps);
 }
 
-void Undo(Widget& w, bool)
-{
-    w.Model().Document().Undo();
-}
-
-void Redo(Widget& w, bool)
-{
-    w.Model().Document().Redo();
-}
-
 void ToggleOvertype(Widget& w, bool)
 {
     w.Model().SetOvertype(!w.Model().Overtype());
@@ -119,7 +109,7 @@ constexpr KeyBinding kBindings[] = {
     {Qt::Key_Backspace, kNone, false, false, Do<&M::Backspace>},
     {Qt::Key_Backspace, kShift, false, false, Do<&M::Backspace>},
     {Qt::Key_Backspace, kCtrl, false, false, DeleteWord<true>},
-    {Qt::Key_Backspace, kAlt, false, true, Undo},
+    {Qt::Key_Backspace, kAlt, false, true, Do<&M::Undo>},
     {Qt::Key_Delete, kNone, false, false, Do<&M::Delete>},
     {Qt::Key_Delete, kCtrl, false, false, DeleteWord<false>},
     {Qt::Key_Return, kNone, false, false, Do<&M::NewLine>},
@@ -139,8 +129,8 @@ constexpr KeyBinding kBindings[] = {
     {Qt::Key_V, kCtrl, false, true, Do<&M::Paste>},
     {Qt::Key_A, kCtrl, false, true, Do<&M::SelectAll>},
     {Qt::Key_Y, kCtrl, false, true, Do<&M::DeleteLine>},
-    {Qt::Key_Z, kCtrl, false, true, Undo},
-    {Qt::Key_Z, kCtrl | kShift, false, true, Redo},
+    {Qt::Key_Z, kCtrl, false, true, Do<&M::Undo>},
+    {Qt::Key_Z, kCtrl | kShift, false, true, Do<&M::Redo>},
     {Qt::Key_Plus, kCtrl, false, true, Zoom<1>},
     {Qt::Key_Plus, kCtrl | kShift, false, true, Zoom<1>},
     {Qt::Key_Equal, kCtrl, false, true, Zoom<1>},
@@ -224,6 +214,8 @@ void SourceViewWidget::keyPressEvent(QKeyEvent* event)
 void SourceViewWidget::inputMethodEvent(QInputMethodEvent* event)
 {
     SetPreedit(QInputMethodEvent());
+    const bool composes = !event->preeditString().isEmpty() || !event->commitString().isEmpty();
+    if (composes && !model_.MayEdit()) return event->accept();
     if (!event->preeditString().isEmpty() && model_.HasSelection()) model_.Delete();
     if (event->replacementLength() > 0 || !event->commitString().isEmpty()) {
         if (event->replacementLength() > 0) {

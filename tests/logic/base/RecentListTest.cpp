@@ -51,6 +51,13 @@ TEST(RecentListTest, Operations)
     }
 }
 
+TEST(RecentListTest, CaseMayCount)
+{
+    clsRecentList list(clsRecentList::Case::Counts);
+    for (TextView entry : {u"a", u"A", u"a"}) list.AddItem(entry);
+    EXPECT_EQ(Entries(list), (List{u"a", u"A"}));
+}
+
 TEST(RecentListTest, BadIndex)
 {
     clsRecentList list;

@@ -84,6 +84,9 @@ TEST(AutomationTest, FailuresOfMembersCarryTheirNumbers)
     BusReply reply = a.Send(a.Request(path, "", "GotoLabel", "s", {u"NONE"}));
     EXPECT_EQ(reply.errorName, "com.orlin.NibPad71.Error.N32767");
     EXPECT_EQ(reply.errorText, u"Target label not found!");
+    EXPECT_EQ(
+        a.test.trace.lines.back(),
+        (std::pair<int32_t, Text>{trace::kErrors, u"mvDocument.GotoLabel: error=0x7FFF Target label not found!"}));
     EXPECT_EQ(a.Send(a.Request(path, "", "PrintText")).errorName, "com.orlin.NibPad71.Error.N2147500033");
     document->SetText(Text(u"a\0b", 3));
     BusReply get = a.Send(a.Request(path, "org.freedesktop.DBus.Properties", "Get", "ss", {Text(), u"Text"}));
@@ -123,8 +126,8 @@ TEST(AutomationTest, LocationSetters)
     a.Set("ServerName", u"HOST");
     a.Set("Database", u"DEMO");
     EXPECT_EQ(a.shell.configured, 2);
-    EXPECT_EQ(a.test.program.CurrentLocation().ServerName, u"HOST");
-    EXPECT_EQ(a.test.program.CurrentLocation().Database, u"DEMO");
+    EXPECT_EQ(a.test.program.Place().now.ServerName, u"HOST");
+    EXPECT_EQ(a.test.program.Place().now.Database, u"DEMO");
 }
 
 TEST(AutomationTest, HoldersAndTheEnd)

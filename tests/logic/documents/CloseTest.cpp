@@ -70,9 +70,12 @@ TEST(FileCloseTest, TheLastOneClearsThePanels)
     t.window.panels[2] = true;
     first->FileClose(false);
     EXPECT_TRUE(t.window.panels[2]);
+    int32_t raised = 0;
+    second->DocumentClose = [&] { ++raised; };
     EXPECT_TRUE(second->FileClose(false));
     EXPECT_FALSE(t.window.panels[2]);
     EXPECT_TRUE(second->FileClose(true)) << "a second time does no harm";
+    EXPECT_EQ(raised, 1);
     EXPECT_EQ(t.program.Services().openCount, 0);
 }
 

@@ -2,6 +2,7 @@
 
 #include "documents/CompileCommand.h"
 #include "fakes/TestProgram.h"
+#include "hosts/accounts/AccountSession.h"
 
 #include <gtest/gtest.h>
 
@@ -22,9 +23,23 @@ TEST(CompileCommandTest, PlaceholdersAndOptions)
                 {u"X %ITEMID%", u"-d", u"BP", u"MAIN", u"X MAIN BP -d"},
                 {u"X %FILENAME% %ITEMID%", u"", u"A%itemid%B", u"MAIN", u"X AMAINB %ITEMID%"},
                 {u"X %FILENAME", u"", u"B", u"M", u"X %FILENAME B M"},
+                {u"X '%ITEMID%' -f=%FILENAME%", u"", u"BP", u"a b", u"X 'a b' -f=BP"},
                 {u"", u"", u"BP", u"MAIN", u" BP MAIN"}};
     for (const auto& row : rows)
         EXPECT_EQ(BuildCompileCommand(row.command, row.options, row.file, row.item), row.line) << ToUtf8(row.command);
+}
+
+TEST(CompileCommandTest, ANameIsOneWord)
+{
+    for (const Text& id : std::initializer_list<Text>{u"a b", u"a\tb", u"it's a \"x\"", u"\"dq\"", u"'a", u"o'b c",
+                                                      u"50% \\", u"O'BRIEN", u"\"a\" b"})
+        for (TextView command : {u"BASIC %FILENAME% %ITEMID%", u"BASIC %FILENAME% '%ITEMID%'"})
+            EXPECT_EQ(SplitCommand(BuildCompileCommand(command, u"(O -x", u"MY FILE", id)),
+                      (std::vector<Text>{u"BASIC", u"MY FILE", id, u"(O", u"-x"}))
+                << ToUtf8(id);
+    for (TextView id : {u"-o", u"--help", u"(L", u"a\"b'c d"})
+        EXPECT_THROW(BuildCompileCommand(u"BASIC", u"", u"BP", id), Error) << ToUtf8(id);
+    EXPECT_THROW(BuildCompileCommand(u"BASIC --item=%ITEMID%", u"", u"BP", u"a b"), Error);
 }
 
 TEST(CompileOutputTest, Filter)

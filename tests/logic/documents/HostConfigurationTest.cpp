@@ -23,7 +23,7 @@ struct HostConfigurationTest : testing::Test {
     void Load() { host.LoadHostConfiguration(); }
 
     TestProgram t;
-    Location& location = t.program.CurrentLocation();
+    Location& location = t.program.Place().host;
     HostConfiguration host{t.program.Services()};
 
     HostConfigurationTest()

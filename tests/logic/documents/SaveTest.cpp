@@ -38,12 +38,12 @@ TEST(FileSaveTest, WritesTheItemForm)
         EXPECT_TRUE(t.window.waiting && t.program.AutoSaveHeld());
         EXPECT_EQ(t.window.status[1], u"Saving document to host");
     };
-    t.program.CurrentLocation() = {};
+    t.program.Place().GoTo({});
     EXPECT_TRUE(document->FileSave());
     EXPECT_EQ(writes, 1);
     EXPECT_EQ(t.Store().commits, 1);
     EXPECT_EQ(t.Stored(kMain), u"a\tb\r\nc\r\nd") << "a line that nobody edited keeps its TAB";
-    EXPECT_EQ(t.program.CurrentLocation().Folder, u"BP");
+    EXPECT_EQ(t.program.Place().now.Folder, u"BP");
     EXPECT_FALSE(document->IsDirty());
     EXPECT_EQ(document->TitleText(), u"BP MAIN on server1");
     EXPECT_TRUE(t.Store().locks.contains(kMain));
@@ -145,7 +145,7 @@ TEST(ItemSaveAsTest, EachStateOfTheTarget)
         if (row.answer) t.boxes.Answer({row.answer});
         EXPECT_EQ(document->ItemSaveAs(t.Item(other)), row.saved);
         EXPECT_EQ(t.boxes.Take(), row.boxes);
-        EXPECT_EQ(t.program.CurrentLocation().Folder, u"F") << "the place changes whatever comes of it";
+        EXPECT_EQ(t.program.Place().now.Folder, u"F") << "the place changes whatever comes of it";
         EXPECT_EQ(document->IsDirty(), !row.saved);
         EXPECT_EQ(document->Path(), row.saved ? other : kMain);
         EXPECT_EQ(t.Store().items.contains(other) ? t.Stored(other) : u"", row.saved    ? u"new text"

@@ -112,7 +112,7 @@ TEST(Settings, RecentEntriesOfTheLowestNumbersWin)
                      {u"RecentFileCount", u"2000000000"},
                      {u"RecentFile_1", u"a"},
                      {u"RecentFile_3", u"b"},
-                     {u"RecentFile_4", u"A"},
+                     {u"RecentFile_4", u"a"},
                      {u"RecentFile_700", u"c"},
                      {u"RecentFile_701", u"d"},
                      {u"RecentSearchCount", u"99999999999"}});

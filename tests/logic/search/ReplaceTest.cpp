@@ -56,6 +56,37 @@ TEST(ReplaceAllTest, Table)
     }
 }
 
+TEST(ReplaceAllTest, ADroppedSelectionStillBoundsIt)
+{
+    TestSearch search;
+    auto& document = search.Add(u"ab\r\nab\r\nab ab\r\nab");
+    search.Select(document, {0, 1}, {2, 2});
+    search.OpenReplace(u"ab", u"c");
+    search.View(document).SetCaret({0, 1});
+    search.View(document).Document().InsertText({0, 0}, u"new\r\n");
+    EXPECT_EQ(search.engine.ReplaceAll(), 2);
+    EXPECT_EQ(search.View(document).GetText(), u"new\r\nab\r\nc\r\nc ab\r\nab");
+
+    search.Add(u"ab"); // another document, in which nothing was selected
+    EXPECT_EQ(search.engine.ReplaceAll(), 0);
+    EXPECT_EQ(search.Said(), (Texts{u"2 occurrences replaced.", u"Search text not found in selection."}));
+}
+
+TEST(ReplaceAllTest, AReadOnlyDocumentKeepsItsHits)
+{
+    TestSearch search;
+    auto& document = search.Add(u"ab ab");
+    auto& other = search.Add(u"ab");
+    search.View(document).SetReadOnly(true);
+    search.Settings().SearchEOD = 2;
+    search.OpenReplace(u"ab", u"c");
+    search.Dialog().lookIn = LookIn::AllDocuments;
+    EXPECT_EQ(search.engine.ReplaceAll(), 1);
+    EXPECT_EQ(search.View(document).GetText(), u"ab ab");
+    EXPECT_EQ(search.View(other).GetText(), u"c");
+    search.Said();
+}
+
 TEST(ReplaceAllTest, AnEditDuringTheQuestionStaysItsOwnStep)
 {
     TestSearch search;

@@ -117,13 +117,13 @@ TEST_F(ContextHandlersTest, OpensWhatAStatementNames)
         {kMain, u" SUB1 ", u"mvdb:*/DEMO/BP/SUB1"},      {kMain, u"INC  COMMON", u"mvdb:*/DEMO/INC/COMMON"},
         {u"", u"INC COMMON", u"mvdb:*/LOC/INC/COMMON"},  {kLocal, u"b.bas", u"file:/home/x/b.bas"},
         {kLocal, u"INC b.bas", u"file:/home/INC/b.bas"}, {kLocal, u"/tmp b.bas", u"file:/tmp/b.bas"}};
-    t.program.CurrentLocation().Database = u"LOC";
+    t.program.Place().host.Database = u"LOC";
     for (const Row& row : rows) {
         SCOPED_TRACE(ToUtf8(row.path));
         if (!row.from.empty()) t.Store(row.from, u"");
         t.Store(row.path, u"found");
         auto document = row.from.empty() ? t.New() : t.Open(row.from);
-        t.program.CurrentLocation() = {u"mvdb", u"*", u"LOC", u""};
+        t.program.Place().GoTo({u"mvdb", u"*", u"LOC", u""});
         int32_t count = t.Documents().Count();
         target.Target = row.target;
         t.connection.requests.clear();
@@ -133,7 +133,7 @@ TEST_F(ContextHandlersTest, OpensWhatAStatementNames)
         ASSERT_EQ(t.connection.requests.size(), 1u);
         auto& [request, start] = t.connection.requests.front();
         EXPECT_EQ(start, row.path);
-        EXPECT_TRUE(request.startNamed && request.mode == u"Open" && request.lock);
+        EXPECT_TRUE(request.startNamed && request.mode == u"Open");
         EXPECT_EQ(t.Documents().Count(), count + 1);
         EXPECT_EQ(t.Documents().Item(count + 1)->GetText(), u"found");
         t.window.activeDocument = 0;

@@ -131,16 +131,16 @@ TEST_F(FileCommandsTest, OpenDialog)
     t.Store(kMain, u"");
     t.Store(kOther, u"", true);
     t.StoreFolder(u"mvdb:*/DEMO/BP/DIR");
-    t.program.CurrentLocation() = {u"mvdb", u"h", u"ACC", u"BP"};
+    t.program.Place().GoTo({u"mvdb", u"h", u"ACC", u"BP"});
     Pick({kMain, u"mvdb:*/DEMO/BP/DIR", kOther}, true);
     files.FileOpen();
     EXPECT_EQ(t.boxes.Take().size(), 1U) << "about the folder";
     EXPECT_EQ(t.Titles(), (Lines{u"BP MAIN on server1 (Read only)", u"BP OTHER on server1 (Read only)"}));
-    EXPECT_EQ(t.Recent(), (Lines{u"mvdb:*/*/BP/OTHER", u"mvdb:*/*/BP/MAIN"}));
+    EXPECT_EQ(t.Recent(), (Lines{kOther, kMain}));
     EXPECT_EQ(std::count(t.journal.lines.begin(), t.journal.lines.end(), u"messages"), 3);
     auto& [request, start] = t.connection.requests.front();
     EXPECT_EQ(request.mode, u"Open");
-    EXPECT_TRUE(request.several && request.lock && request.offerReadOnly);
+    EXPECT_TRUE(request.several && request.offerReadOnly);
     EXPECT_EQ(start, u"mvdb:h/ACC/BP");
     files.FileOpen(); // cancelled
     EXPECT_EQ(t.Documents().Count(), 2);
@@ -192,12 +192,11 @@ TEST_F(FileCommandsTest, OpenRecent)
     }
     t.Documents().Item(2)->FileClose(false);
     t.Documents().Item(1)->FileClose(false);
-    t.program.CurrentLocation() = {u"mvdb", u"*", u"DEMO", u""};
-    EXPECT_EQ(t.Recent(), (Lines{u"mvdb:*/*/BP/MAIN", kLocal}));
+    t.program.Place() = {}; // as after a bare start
+    EXPECT_EQ(t.Recent(), (Lines{kMain, kLocal}));
     files.FileOpenRecent(2);
     EXPECT_EQ(t.Titles(), Lines{u"a.bas"});
-    EXPECT_EQ(t.Recent(), (Lines{kLocal, u"mvdb:*/*/BP/MAIN"})) << "the last opened comes to the top";
-    t.program.CurrentLocation() = {u"mvdb", u"*", u"DEMO", u""};
+    EXPECT_EQ(t.Recent(), (Lines{kLocal, kMain})) << "the last opened comes to the top";
     files.FileOpenRecent(2);
     EXPECT_EQ(t.Titles(), (Lines{u"a.bas", u"BP MAIN on server1"}));
     t.boxes.Answer({kAnswerNo});
@@ -221,26 +220,66 @@ TEST_F(FileCommandsTest, ANewDocumentWithoutAWindowIsNone)
     t.ExpectCalm();
 }
 
-TEST(RecentEntriesTest, ServeEverySession)
+TEST_F(FileCommandsTest, WhatIsOpenComesToTheFrontByEveryWay)
 {
-    FakeConnection connection;
-    const std::pair<Text, Text> entries[] = {{kMain, u"mvdb:*/*/BP/MAIN"},
-                                             {u"mvdb:h1/ACC/MY%20FILE/A%2FB", u"mvdb:*/*/MY%20FILE/A%2FB"},
-                                             {kLocal, kLocal},
+    t.Store(kMain, u"");
+    t.Store(kLocal, u"");
+    t.program.OpenPath(kMain, false);
+    t.program.OpenPath(kLocal, false);
+    t.New();
+    const std::function<void()> ways[] = {[&] { t.program.OpenPath(u"mvdb:/DEMO/BP/MAIN", true); },
+                                          [&] { (Pick({kMain}), files.FileOpen()); }, [&] { files.FileOpenRecent(2); },
+                                          [&] { t.program.HandleDroppedFiles({u"/home/x/a.bas"}); }};
+    for (auto& way : ways) {
+        const Text below = t.Recent()[1];
+        t.window.activeDocument = 3;
+        way();
+        EXPECT_LT(t.window.activeDocument, 3);
+        EXPECT_EQ(t.Documents().Count(), 3);
+        t.program.RecentFiles().AddItem(below == kMain ? kLocal : kMain);
+    }
+    t.Store(u"mvdb:*/LIVE/BP/MAIN", u"");
+    EXPECT_TRUE(t.program.OpenPath(u"mvdb:*/LIVE/BP/MAIN", false)) << "of another account";
+    EXPECT_EQ(t.Documents().Count(), 4);
+}
+
+TEST_F(FileCommandsTest, AnOldRecentEntryTakesTheLastAccount)
+{
+    const Text old = u"mvdb:*/*/BP/MAIN";
+    t.Store(kMain, u"");
+    t.program.RecentFiles().AddItem(old);
+    t.program.RecentFiles().AddItem(kOther);
+    t.program.RecentFiles().AddItem(u"mvdb:prod/LIVE/BP/MAIN");
+    files.FileOpenRecent(3);
+    EXPECT_EQ(t.Titles(), Lines{u"BP MAIN on server1"}) << "the account of OTHER, on the same host";
+    EXPECT_EQ(t.Recent(), (Lines{kMain, u"mvdb:prod/LIVE/BP/MAIN", kOther})) << "it has a name now";
+}
+
+TEST(RecentEntriesTest, NameTheirPlace)
+{
+    FakeStore store;
+    const std::pair<Text, Text> entries[] = {{u"mvdb:/DEMO/BP/MAIN", kMain},
+                                             {u"mvdb:h1/ACC/MY%20FILE/A%2FB", u"mvdb:h1/ACC/MY%20FILE/A%2FB"},
                                              {u"file:/a b%20", u"file:/a b%20"}};
-    for (auto& [path, entry] : entries) EXPECT_EQ(PathToRecentEntry(connection, path), entry);
+    for (auto& [path, entry] : entries) EXPECT_EQ(RecentEntryOf(FakeItem(store, path)), entry);
 
     struct {
-        Location location;
+        Location host;
         Text entry, path;
     } const rows[] = {{{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:*/*/BP/X", u"mvdb:h1/ACC/BP/X"},
                       {{u"mvdb", u"h1", u"", u""}, u"mvdb:*/*/BP/X", u"mvdb:h1/*/BP/X"},
                       {{u"mvdb", u"", u"ACC", u""}, u"mvdb:*/*/BP/X", u"mvdb:*/ACC/BP/X"},
                       {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:%28ANY%29/*/BP/X", u"mvdb:h1/ACC/BP/X"},
-                      {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:h2/OWN/BP/X", u"mvdb:h2/OWN/BP/X"},
-                      {{u"file", u"h1", u"ACC", u""}, u"file:/x/y", u"file:/x/y"}};
-    for (auto& row : rows) EXPECT_EQ(RecentEntryToPath(connection, row.location, row.entry), row.path);
-    EXPECT_EQ(RecentEntryCaption(connection, u"mvdb:*/*/BP/X"), u"<BP X>");
+                      {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:*/OWN/BP/X", u"mvdb:*/OWN/BP/X"},
+                      {{u"mvdb", u"h1", u"ACC", u""}, u"file:/x/y", u"file:/x/y"}};
+    for (auto& row : rows) EXPECT_EQ(RecentEntryToPath(row.host, row.entry), row.path);
+
+    const std::pair<Text, Text> captions[] = {{kMain, u"DEMO BP MAIN"},
+                                              {u"mvdb:*/*/BP/A%20B", u"BP A B"},
+                                              {u"mvdb:h1/ACC/BP/X", u"ACC BP X on h1"},
+                                              {kLocal, u"/home/x/a.bas"},
+                                              {u"what", u"what"}};
+    for (auto& [entry, caption] : captions) EXPECT_EQ(RecentEntryCaption(entry), caption);
 }
 
 } // namespace

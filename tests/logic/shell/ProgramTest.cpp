@@ -14,9 +14,9 @@ TEST(StartTest, AutomationReadsNoCommandLine)
     TestProgram t;
     Program program(t.Around(t.window, t.views), StartMode::Automation);
     program.Main(Arguments({u"/home/x/a.bas", u"/H=h1"}));
-    EXPECT_EQ(t.journal.Take(), (Lines{u"Load", u"Show", u"LoadForms"}));
+    EXPECT_EQ(t.journal.Take(), (Lines{u"Load", u"Show", u"LoadForms", u"Ready"}));
     EXPECT_TRUE(t.connection.opens.empty() && t.trace.lines.empty());
-    EXPECT_EQ(program.CurrentLocation().ServerName, u"*");
+    EXPECT_EQ(program.Place().now.ServerName, u"*");
     t.ExpectCalm();
 }
 
@@ -61,6 +61,31 @@ TEST(ShutdownTest, AnErrorEndsItThere)
     EXPECT_TRUE(t.fonts.removed.empty());
 }
 
+TEST(ShutdownTest, AClientThatHoldsItSeesItEnd)
+{
+    TestProgram t;
+    t.program.Main({});
+    t.program.Automation().Hold(":1.1");
+    t.trace.wanted = trace::kObjects;
+    t.trace.Take();
+    t.program.Shutdown();
+    EXPECT_TRUE(t.journal.Has(u"Quit"));
+    ASSERT_GE(t.trace.lines.size(), 2u);
+    EXPECT_TRUE(t.trace.lines.end()[-2].second.starts_with(u"application terminate begin:"));
+    EXPECT_EQ(t.trace.lines.back().second, u"applicaiton terminate end");
+}
+
+TEST(StartTest, ClientsAreServedWhileTheUserIsAsked)
+{
+    TestProgram t;
+    bool served = false;
+    t.boxes.whileShown = [&] { served = t.journal.Has(u"Ready"); };
+    t.boxes.Answer({message_box::kAnswerNo});
+    t.program.Main(Arguments({u"/A=DEMO", u"/F=BP", u"/I=NOPE"}));
+    EXPECT_TRUE(served);
+    EXPECT_EQ(t.boxes.Take().size(), 1u);
+}
+
 struct CommandLineStart : testing::Test {
     TestProgram t;
 
@@ -98,9 +123,29 @@ TEST_F(CommandLineStart, AnItemTakesTheSwitchesBeforeIt)
     t.Store().session.account = u"LOGIN";
     Start({u"/h=h1", u"/A=ACC", u"/F=MY FILE", u"/I=PROG1"});
     EXPECT_EQ(t.Titles(), Lines{u"MY FILE PROG1 on server1"});
-    EXPECT_EQ(t.Recent(), Lines{u"mvdb:*/*/MY%20FILE/PROG1"});
-    EXPECT_EQ(t.program.CurrentLocation().Database, u"ACC");
+    EXPECT_EQ(t.Recent(), Lines{u"mvdb:h1/ACC/MY%20FILE/PROG1"});
+    EXPECT_EQ(t.program.Place().now.Database, u"ACC");
     EXPECT_FALSE(t.Store().session.asked.empty()) << "for the host's configuration";
+}
+
+TEST_F(CommandLineStart, ALocalFileTakesNothingFromTheSwitchesRoundIt)
+{
+    for (TextView path : {u"file:/x/a", u"file:/x/b", u"file:/x/c", u"mvdb:h1/ACC/BP/X"}) t.Store(Text(path), u"");
+    t.Store().session.account = u"LOGIN";
+    Start({u"/H=h1", u"/x/a", u"/A=ACC", u"/F=BP", u"/x/b", u"/I=X", u"/x/c"});
+    EXPECT_EQ(t.Titles(), (Lines{u"a", u"b", u"BP X on server1", u"c"}));
+    EXPECT_EQ(t.connection.opens.back().path, u"mvdb:h1") << "the last question is that for the account";
+    EXPECT_EQ(t.program.Place().now.Provider, u"file");
+    EXPECT_EQ(t.program.Place().host.Database, u"ACC");
+}
+
+TEST_F(CommandLineStart, AnUnknownTypeOfConnectionIsTold)
+{
+    t.Store(kMain, u"");
+    Start({u"/T=bogus", u"/A=DEMO", u"/F=BP", u"/I=MAIN", u"/T=MVDB", u"/I=MAIN"});
+    EXPECT_EQ(t.boxes.Take(), Boxes{Warning(u"Unable to open item MAIN because \"bogus\" is no type of connection. The "
+                                            u"types are mvdb and file.")});
+    EXPECT_EQ(t.Titles(), Lines{u"BP MAIN on server1"});
 }
 
 TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)
@@ -135,7 +180,7 @@ TEST(LearnAccountTest, FromTheConnectedServer)
         t.Store().session.account = row.account;
         if (row.fails) t.Store().session.failure = Error{error_number::kStorage, u"no"};
         t.program.Main(Arguments(row.words));
-        EXPECT_EQ(t.program.CurrentLocation().Database, row.database);
+        EXPECT_EQ(t.program.Place().now.Database, row.database);
         EXPECT_EQ(t.Store().session.asked.empty(), row.database.empty());
         EXPECT_EQ(t.trace.lines.back().second, u"parse end");
         if (!row.words.empty()) {

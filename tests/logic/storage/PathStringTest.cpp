@@ -37,6 +37,20 @@ TEST(PathStringTest, KnownForms)
         EXPECT_THROW(ParsePath(wrong), Error) << ToUtf8(wrong);
 }
 
+TEST(PathStringTest, LinksLeadToOneFile)
+{
+    TempFolder folder;
+    folder.File("a", "x");
+    folder.File("b", "x");
+    std::filesystem::create_symlink("a", folder / "link");
+    std::filesystem::create_hard_link(folder / "a", folder / "hard");
+    const auto same = [&](const char* a, const char* b) {
+        return IsSameFile(ComposeFilePath(FromUtf8(folder / a)), ComposeFilePath(FromUtf8(folder / b)));
+    };
+    EXPECT_TRUE(same("a", "link") && same("link", "hard") && same("gone", "gone"));
+    EXPECT_FALSE(same("a", "b") || same("a", "A") || same("gone", "lost"));
+}
+
 TEST(PathStringTest, AnyPlaceComesBack)
 {
     for (const Text& a : kHostile)
