@@ -11,6 +11,8 @@ packages=(
     fonts-dejavu-core fonts-dejavu-extra breeze-icon-theme libqt6svg6 qt6-translations-l10n
     # a display where there is none, and a window manager and pictures for it
     xvfb xauth openbox xdotool x11-utils imagemagick
+    # a session manager that ends sessions
+    x11-session-utils x11-xserver-utils
     # tests
     libgtest-dev libbenchmark-dev python3 acl attr procps poppler-utils
     # a private bus for the tests of automation, and clients for it

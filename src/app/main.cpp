@@ -14,6 +14,7 @@
 #include "platform/posix/FileSaver.h"
 #include "platform/posix/PosixTraceMailbox.h"
 #include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtEndRequests.h"
 #include "platform/qt/QtText.h"
 #include "printing/QtPrinting.h"
 #include "shell/Program.h"
@@ -121,6 +122,7 @@ void UseDesktopIdentity()
 int main(int argc, char** argv)
 {
     if (AnswersOnTerminal(Arguments(argc, argv))) return EXIT_SUCCESS;
+    EndSignals endSignals;
 
     QApplication::setApplicationName(QStringLiteral("nibpad71"));
     QApplication::setApplicationVersion(QStringLiteral(NIB_VERSION));
@@ -161,6 +163,12 @@ int main(int argc, char** argv)
                      FileSaver(hosts.backupFolder, kUserOnly), token, FromFileName(LocalDataFolder()), &trace},
                     mode);
     Serving serving(server, program);
+    QtEndRequests ends(
+        endSignals, [&] { program.KeepAll(); },
+        [&] {
+            program.EndNow();
+            QCoreApplication::exit(EXIT_SUCCESS); // also of the loops of dialogs
+        });
     program.Main(ReadCommandLine(argc, argv));
     if (program.IsShuttingDown()) return EXIT_SUCCESS;
     if (!sampleFault.empty()) program.ReportError(sampleFault);

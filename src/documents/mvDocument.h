@@ -3,6 +3,7 @@
 // and closing it. Automation clients receive the same object.
 
 #include "documents/DocumentServices.h"
+#include "documents/StoredLines.h"
 
 #include <functional>
 #include <memory>
@@ -142,6 +143,7 @@ private:
     bool HoldsItemOf(TextView path) const;
     Text LockedQuestion(TextView path);
     Text ReadFrom(mvItem& item);
+    void RememberStored(const Text& stored);
     void WriteFrom(SourceView& source, mvItem& item);
     bool MayOverwrite(mvItem& item);
     bool ConfirmClose();
@@ -149,6 +151,7 @@ private:
     DocumentServices& services_;
     int32_t documentId_;
     std::shared_ptr<mvItem> item_;
+    StoredLines stored_;
     int32_t newNumber_ = 0;
     std::unique_ptr<clsDocView> view_;
     bool highlight_;

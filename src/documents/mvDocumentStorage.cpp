@@ -3,6 +3,7 @@
 #include "diagnostics/Guarded.h"
 #include "documents/DocumentServices.h"
 #include "documents/mvDocument.h"
+#include "hosts/StoredText.h"
 #include "text/TextSearch.h"
 
 namespace nib {
@@ -37,6 +38,7 @@ bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
     item_ = std::move(item);
     SourceView& source = EnsureView().txtText();
     source.SetText(u"");
+    stored_.Clear();
     source.Document().ClearBookmarks();
     source.Document().ClearUndo();
     source.Document().SetModified(false);
@@ -119,10 +121,12 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
         services_.frame.SetWaitCursor(true);
     }
     // Not before: the old text must never be saved as an item that could not be read, nor go without a question.
-    const Text text = ReadFrom(*item);
+    const Text stored = ReadFrom(*item);
     if (!ConfirmClose()) return false;
     TakeItem(std::move(item));
-    source.SetText(text);
+    source.SetText(ExpandTabs(stored, services_.settings.TabSize));
+    stored_.Clear();
+    RememberStored(stored);
     // As it was opened: rights that change later take nobody's keys away.
     source.SetReadOnly(item_->ReadOnly());
     source.SetCaret({0, 0});
@@ -149,14 +153,28 @@ Text mvDocument::ReadFrom(mvItem& item)
 {
     StatusNote note(services_.frame, kReading);
     AutoSaveHold hold(services_.shell);
-    return ExpandTabs(item.ReadItem(0, 0, 0), services_.settings.TabSize);
+    return item.ReadItem(0, 0, 0);
+}
+
+/// The lines of what is shown now are those of `stored`.
+void mvDocument::RememberStored(const Text& stored)
+{
+    const StoredText* storage = item_->Storage();
+    stored_.Read(stored, storage ? storage->OddEnds() : std::vector<OddEnd>(), services_.settings.TabSize,
+                 Source()->Document(), services_.lastLineId);
 }
 
 void mvDocument::WriteFrom(SourceView& source, mvItem& item)
 {
     StatusNote note(services_.frame, kSaving);
     AutoSaveHold hold(services_.shell);
-    item.WriteItem(0, 0, 0, NormalizeLineEnds(source.GetText()));
+    std::vector<OddEnd> odd;
+    const Text text = stored_.Empty() ? NormalizeLineEnds(source.GetText()) : stored_.Written(source.Document(), odd);
+    if (StoredText* storage = item.Storage()) {
+        const StoredText* old = item_ && item_.get() != &item ? item_->Storage() : storage;
+        if (old && (old == storage || storage->TakeForm(*old))) storage->SetOddEnds(std::move(odd));
+    }
+    item.WriteItem(0, 0, 0, text);
     item.Commit();
 }
 

@@ -49,7 +49,7 @@ void mvDocument::SetText(TextView text)
     SourceView& source = EnsureView().txtText();
     Text expanded = ExpandTabs(text, services_.settings.TabSize);
     if (expanded == source.GetText()) return;
-    source.SetText(expanded);
+    stored_.Keep(source.Document(), [&] { source.SetText(expanded); });
     source.Document().ClearBookmarks();
     source.Document().ClearUndo();
     source.Document().SetModified(true);

@@ -15,16 +15,6 @@ constexpr std::string_view kUtf8Mark{"\xEF\xBB\xBF"};
 constexpr std::string_view kUtf16LeMark{"\xFF\xFE"};
 constexpr std::string_view kUtf16BeMark{"\xFE\xFF"};
 
-constexpr std::string_view BreakBytes(LineEnd style)
-{
-    switch (style) {
-    case LineEnd::CrLf: return "\r\n";
-    case LineEnd::Cr: return "\r";
-    case LineEnd::Lf: break;
-    }
-    return "\n";
-}
-
 bool IsWide(TextCoding coding)
 {
     return coding == TextCoding::Utf16Le || coding == TextCoding::Utf16Be;
@@ -107,6 +97,38 @@ void AppendWide(TextView text, bool bigEndian, std::string& out)
     }
 }
 
+/// Appends the end of each line, the usual one or its own.
+class LineEnds {
+public:
+    LineEnds(const TextForm& form, const std::vector<OddEnd>& odd) : form_(form), next_(odd.begin()), end_(odd.end()) {}
+
+    /// In the order of the lines.
+    void Append(int64_t line, std::string& out)
+    {
+        while (next_ != end_ && next_->line < line) ++next_;
+        const LineEnd kind = next_ != end_ && next_->line == line ? next_->end : form_.lineEnd;
+        const TextView units = kind == LineEnd::CrLf ? u"\r\n" : kind == LineEnd::Cr ? u"\r" : u"\n";
+        if (IsWide(form_.coding))
+            AppendWide(units, form_.coding == TextCoding::Utf16Be, out);
+        else
+            AppendNarrow(units, out);
+    }
+
+private:
+    const TextForm& form_;
+    std::vector<OddEnd>::const_iterator next_;
+    std::vector<OddEnd>::const_iterator end_;
+};
+
+template <typename Unit>
+BreakCount ReadBreaks(std::basic_string_view<Unit> text, TextForm& form, std::vector<OddEnd>* odd)
+{
+    const BreakCount breaks = CountBreaks(text);
+    form.lineEnd = breaks.Usual();
+    if (odd && breaks.Mixed()) *odd = FindOddEnds(text, form.lineEnd);
+    return breaks;
+}
+
 [[noreturn]] void RefuseNul(TextView name)
 {
     throw Error(error_number::kStorage, Text(name) + u" is not a text: it holds NUL bytes.");
@@ -132,11 +154,12 @@ TextForm ItemText::NewForm() const
     return form;
 }
 
-Text ItemText::Decode(std::string_view bytes, TextForm& form, TextView name) const
+Text ItemText::Decode(std::string_view bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd) const
 {
     form = NewForm();
+    if (odd) odd->clear();
     Text text;
-    if (DecodeWide(bytes, form, text)) {
+    if (DecodeWide(bytes, form, text, odd)) {
         if (text.find(u'\0') != Text::npos) RefuseNul(name);
         return text;
     }
@@ -146,8 +169,7 @@ Text ItemText::Decode(std::string_view bytes, TextForm& form, TextView name) con
         form.byteOrderMark = bytes.starts_with(kUtf8Mark);
         if (form.byteOrderMark) bytes.remove_prefix(kUtf8Mark.size());
     }
-    const BreakCount breaks = CountBreaks(bytes);
-    form.lineEnd = breaks.Style(items_ ? LineEnd::Lf : LineEnd::CrLf);
+    const BreakCount breaks = ReadBreaks(bytes, form, odd);
     if (items_) bytes = TakeFinalBreak(bytes, form);
     if (form.coding == TextCoding::Named) {
         if (DecodeNamed(bytes, text)) return text;
@@ -157,7 +179,7 @@ Text ItemText::Decode(std::string_view bytes, TextForm& form, TextView name) con
     return WidenLines(bytes, breaks, items_ ? WidenWithMarks : Widen);
 }
 
-bool ItemText::DecodeWide(std::string_view bytes, TextForm& form, Text& text) const
+bool ItemText::DecodeWide(std::string_view bytes, TextForm& form, Text& text, std::vector<OddEnd>* odd) const
 {
     const bool little = bytes.starts_with(kUtf16LeMark);
     if (items_ || bytes.size() % 2 != 0 || !(little || bytes.starts_with(kUtf16BeMark))) return false;
@@ -167,10 +189,9 @@ bool ItemText::DecodeWide(std::string_view bytes, TextForm& form, Text& text) co
         const auto second = static_cast<unsigned char>(bytes[i * 2 + 3]);
         units[i] = static_cast<char16_t>(little ? first | second << 8 : second | first << 8);
     }
-    const BreakCount breaks = CountBreaks(TextView(units));
+    const BreakCount breaks = ReadBreaks(TextView(units), form, odd);
     form.coding = little ? TextCoding::Utf16Le : TextCoding::Utf16Be;
     form.byteOrderMark = true;
-    form.lineEnd = breaks.Style(LineEnd::CrLf);
     text.reserve(units.size() + breaks.Breaks());
     ForEachLine(TextView(units), breaks.cr > 0, [&](TextView line, bool broken) {
         text.append(line);
@@ -225,7 +246,7 @@ bool ItemText::DecodeNamedLine(std::string_view line, Text& text) const
     return true;
 }
 
-std::string ItemText::Encode(TextView text, const TextForm& form, TextView name) const
+std::string ItemText::Encode(TextView text, const TextForm& form, TextView name, const std::vector<OddEnd>& odd) const
 {
     std::string out;
     out.reserve(text.size() * (IsWide(form.coding) ? 2 : 1) + 16);
@@ -233,20 +254,15 @@ std::string ItemText::Encode(TextView text, const TextForm& form, TextView name)
     if (form.coding == TextCoding::Utf16Le) out += kUtf16LeMark;
     if (form.coding == TextCoding::Utf16Be) out += kUtf16BeMark;
 
-    std::string lineBreak;
-    for (char c : BreakBytes(form.lineEnd)) {
-        const auto unit = static_cast<char16_t>(c);
-        IsWide(form.coding) ? AppendWide({&unit, 1}, form.coding == TextCoding::Utf16Be, lineBreak)
-                            : lineBreak.push_back(c);
-    }
+    LineEnds ends(form, odd);
     int64_t number = 0;
     ForEachLine(text, true, [&](TextView line, bool broken) {
         ++number;
         size_t at = 0;
         if (!EncodeLine(line, form, out, at)) RefuseCharacter(line, at, number, form, name);
-        if (broken) out += lineBreak;
+        if (broken) ends.Append(number - 1, out);
     });
-    if (items_ && form.finalBreak && (form.breakAlone || !text.empty())) out += lineBreak;
+    if (items_ && form.finalBreak && (form.breakAlone || !text.empty())) ends.Append(number - 1, out);
     return out;
 }
 

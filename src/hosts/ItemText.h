@@ -17,7 +17,7 @@ enum class TextCoding : uint8_t { Utf8, Utf16Le, Utf16Be, Latin1, Named };
 /// How a text stood in storage.
 struct TextForm {
     TextCoding coding = TextCoding::Utf8;
-    LineEnd lineEnd = LineEnd::Lf;
+    LineEnd lineEnd = LineEnd::Lf; ///< of most lines, and of new ones
     bool byteOrderMark = false;
     bool finalBreak = false; ///< items: a line feed follows the last line
     bool breakAlone = false; ///< items: it does so even when there is no text at all
@@ -31,10 +31,15 @@ public:
     static ItemText ForItems(Charset charset, bool configured) { return {true, std::move(charset), configured}; }
 
     TextForm NewForm() const;
-    /// The text with CR LF between lines. Throws Error for what is not a text; `name` is for the user to read.
-    Text Decode(std::string_view bytes, TextForm& form, TextView name) const;
-    /// Throws Error naming the character and the line when the form cannot hold the text.
-    std::string Encode(TextView text, const TextForm& form, TextView name) const;
+    /// The text with CR LF between lines. Throws Error for what is not a text; `name` is for the user to read. `odd`
+    /// takes the ends that differ from the form's, that of a last line of an item too.
+    Text Decode(std::string_view bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd = nullptr) const;
+    /// Throws Error naming the character and the line when the form cannot hold the text. `odd` in order of the lines.
+    std::string Encode(TextView text, const TextForm& form, TextView name, const std::vector<OddEnd>& odd = {}) const;
+    /// Both are items or both files.
+    bool IsLike(const ItemText& other) const { return items_ == other.items_; }
+    /// What the one has read, the other can write as it stood.
+    bool SharesForms(const ItemText& other) const { return IsLike(other) && charset_.Name() == other.charset_.Name(); }
 
 private:
     ItemText(bool items, Charset charset, bool configured)
@@ -44,7 +49,7 @@ private:
     TextCoding CharsetCoding() const;
     bool IsRawMark(unsigned char byte) const { return items_ && byte >= 0xFB; }
     /// True when it was UTF-16.
-    bool DecodeWide(std::string_view bytes, TextForm& form, Text& text) const;
+    bool DecodeWide(std::string_view bytes, TextForm& form, Text& text, std::vector<OddEnd>* odd) const;
     bool ChooseUtf8(std::string_view bytes, TextForm& form) const;
     std::string_view TakeFinalBreak(std::string_view bytes, TextForm& form) const;
     bool DecodeNamed(std::string_view bytes, Text& text) const;

@@ -62,16 +62,43 @@ bool StoredText::IsProtected() const
 Text StoredText::Read()
 {
     const FileContent content = ReadWholeFile(path_);
-    Text text = coding_.Decode(content.Bytes(), form_, name_);
+    Text text = coding_.Decode(content.Bytes(), form_, name_, &odd_);
+    formTaken_ = false;
     known_.emplace(content.stamp, content.Bytes());
     return text;
 }
 
 void StoredText::Write(TextView text)
 {
-    const std::string bytes = coding_.Encode(text, form_, name_);
+    const std::string bytes = Encoded(text);
+    odd_.clear();
+    formTaken_ = false;
     CheckUnchanged();
     known_.emplace(saver_.Save(path_, bytes), bytes);
+}
+
+bool StoredText::TakeForm(const StoredText& other)
+{
+    if (!coding_.IsLike(other.coding_)) return false;
+    formTaken_ = coding_.SharesForms(other.coding_);
+    if (formTaken_)
+        form_ = other.form_;
+    else
+        form_.lineEnd = other.form_.lineEnd;
+    return true;
+}
+
+std::string StoredText::Encoded(TextView text)
+{
+    if (formTaken_) {
+        // Under a new name a text may be what it could not be under its old one.
+        std::string bytes;
+        if (!FailureOf([&] { bytes = coding_.Encode(text, form_, name_, odd_); })) return bytes;
+        const LineEnd lineEnd = form_.lineEnd;
+        form_ = coding_.NewForm();
+        form_.lineEnd = lineEnd;
+    }
+    return coding_.Encode(text, form_, name_, odd_);
 }
 
 void StoredText::CheckUnchanged()

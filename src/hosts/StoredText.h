@@ -34,14 +34,25 @@ public:
     Text Read();
     void Write(TextView text);
 
+    /// Of the text that was read: the lines that end otherwise than most.
+    const std::vector<OddEnd>& OddEnds() const { return odd_; }
+    /// For the text that is written next.
+    void SetOddEnds(std::vector<OddEnd> odd) { odd_ = std::move(odd); }
+    /// A text of the other is to be written here, in the way it stood there as far as the rules here are the same.
+    /// False where nothing is: an item is no local file.
+    bool TakeForm(const StoredText& other);
+
 private:
     void CheckUnchanged();
+    std::string Encoded(TextView text);
 
     std::string path_;
     Text name_;
     ItemText coding_;
     FileSaver saver_;
     TextForm form_;
+    bool formTaken_ = false;
+    std::vector<OddEnd> odd_;
     std::optional<SeenFile> known_;
 };
 
@@ -56,6 +67,7 @@ public:
     void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
     StoredState State() override { return stored_.State(); }
     Text Version() override { return stored_.Version(); }
+    StoredText* Storage() override { return &stored_; }
 
     Text ReadItem(int32_t, int32_t, int32_t) override { return stored_.Read(); }
     void WriteItem(int32_t, int32_t, int32_t, TextView text) override { stored_.Write(text); }

@@ -3,10 +3,12 @@
 
 #include "base/Text.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace nib {
 
@@ -18,13 +20,13 @@ struct BreakCount {
     size_t crLf = 0;
 
     size_t Breaks() const { return lf + cr - crLf; }
-    /// The one kind of break that the text uses, `mixed` for several and LF for none.
-    LineEnd Style(LineEnd mixed) const
+    /// The kind of break that most lines have; LF when there is none.
+    LineEnd Usual() const
     {
-        if (cr == 0) return LineEnd::Lf;
-        if (lf == 0) return LineEnd::Cr;
-        return lf == crLf && cr == crLf ? LineEnd::CrLf : mixed;
+        if (lf - crLf >= std::max(crLf, cr - crLf)) return LineEnd::Lf;
+        return crLf >= cr - crLf ? LineEnd::CrLf : LineEnd::Cr;
     }
+    bool Mixed() const { return (lf > crLf) + (cr > crLf) + (crLf > 0) > 1; }
 };
 
 template <typename Unit>
@@ -37,6 +39,29 @@ BreakCount CountBreaks(std::basic_string_view<Unit> text)
         if (at + 1 < text.size() && text[at + 1] == Unit{'\n'}) ++count.crLf;
     }
     return count;
+}
+
+/// A line that ends otherwise than most.
+struct OddEnd {
+    int32_t line = 0; ///< from 0
+    LineEnd end = LineEnd::Lf;
+
+    friend bool operator==(const OddEnd&, const OddEnd&) = default;
+};
+
+template <typename Unit>
+std::vector<OddEnd> FindOddEnds(std::basic_string_view<Unit> text, LineEnd usual)
+{
+    static constexpr Unit kBreaks[] = {'\r', '\n', 0};
+    std::vector<OddEnd> odd;
+    int32_t line = 0;
+    for (size_t at = text.find_first_of(kBreaks); at != text.npos; at = text.find_first_of(kBreaks, at), ++line) {
+        LineEnd end = text[at] == Unit{'\n'} ? LineEnd::Lf : LineEnd::Cr;
+        if (end == LineEnd::Cr && at + 1 < text.size() && text[at + 1] == Unit{'\n'}) end = LineEnd::CrLf;
+        at += end == LineEnd::CrLf ? 2 : 1;
+        if (end != usual) odd.push_back({line, end});
+    }
+    return odd;
 }
 
 /// Calls line(piece, broken) for each line; `broken` tells that a break follows, be it LF, CR LF or CR.

@@ -82,6 +82,8 @@ struct ItemNames {
     Text displayPath; ///< for the user to read
 };
 
+class StoredText;
+
 /// What has become of an item's storage since the item was read or written.
 enum class StoredState : uint8_t { Same, Changed, Gone, Unknown };
 
@@ -118,6 +120,8 @@ public:
     /// Tells the stored text, as it was last read or written, from others, also in another run of the program; empty
     /// when nothing can.
     virtual Text Version() { return {}; }
+    /// The file that it is, where it is one. Owned by the item.
+    virtual StoredText* Storage() { return nullptr; }
     /// Null for a local file. Owned by the item.
     virtual mvSession* Session() { return nullptr; }
 

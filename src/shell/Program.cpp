@@ -94,7 +94,7 @@ void Program::Start(const CommandLine& line)
     ports_.events.Ready(); // what follows may ask the user, and clients do not wait for the answer
     if (mode_ == StartMode::Automation) return;
     recovery_.CheckAutoRecover();
-    ParseCmdLine(line);
+    if (!shuttingDown_) ParseCmdLine(line);
 }
 
 void Program::LoadSettings()
@@ -253,6 +253,24 @@ void Program::TakeDown()
     settings_.SaveSettings(ports_.store);
     automation_.RaiseQuit();
     UninstallFonts();
+}
+
+void Program::KeepAll()
+{
+    IgnoringErrors([&] { recovery_.AutoSaveDocuments(); }, [&] { recovery_.FlushJournals(); },
+                   [&] { settings_.SaveSettings(ports_.store); });
+}
+
+void Program::EndNow()
+{
+    if (std::exchange(shuttingDown_, true)) return;
+    AutoSaveTimer_.reset();
+    nextTurn_.reset();
+    KeepAll();
+    const auto documents = openDocuments_.All();
+    const bool changed = std::any_of(documents.begin(), documents.end(), [](auto& d) { return d->IsDirty(); });
+    if (!changed) IgnoringErrors([&] { recovery_.EndAutoSaveSession(); });
+    IgnoringErrors([&] { ports_.mainWindow.Unload(); }, [&] { automation_.RaiseQuit(); });
 }
 
 int32_t Program::ShowMessage(TextView text, int32_t flags, TextView title)

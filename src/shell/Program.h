@@ -75,6 +75,10 @@ public:
     void Main(const CommandLine& line);
     /// Runs its body once, however often it is called.
     void Shutdown();
+    /// What the user would miss is on disk when it answers: recovery copies, journals, settings.
+    void KeepAll();
+    /// The end without a question, whatever waits for an answer: KeepAll, and the main window unloads.
+    void EndNow();
     bool IsShuttingDown() const { return shuttingDown_; }
 
     int32_t ShowMessage(TextView text, int32_t flags, TextView title = u"Nib") override;

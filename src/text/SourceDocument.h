@@ -165,9 +165,10 @@ private:
     void TextReplaced(Position start, Position oldEnd, Position newEnd);
     /// Applies an edit, or its inverse; answers where the caret belongs then.
     Position Apply(TextEdit& edit, bool forward);
-    /// Answers where the caret belongs, unless the operation said so itself or changed nothing.
+    /// Answers where the caret belongs, unless the operation said so itself or changed nothing. `taken` gets the range
+    /// that it erased first.
     template <typename Body>
-    std::optional<Position> RunOp(Body&& body);
+    std::optional<Position> RunOp(Body&& body, TextEdit& taken);
     std::optional<Position> Replay(UndoStep& step, bool forward);
 
     void Leave();

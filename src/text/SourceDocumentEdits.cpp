@@ -101,8 +101,9 @@ Position SourceDocument::PutText(Position at, TextView text)
     }
     int32_t last = at.line + breaks;
     size_t length = lines_.Length(at.line);
-    if (at.col == 0 && length > 0) {
-        // Text pushed down keeps its bookmark and identity.
+    const auto isBreak = [](char16_t c) { return c == u'\r' || c == u'\n'; };
+    if (at.col == 0 && (length > 0 || (isBreak(text.back()) && !isBreak(text.front())))) {
+        // Text pushed down keeps its bookmark and identity, and so does an empty line.
         lines_.InsertLines(at.line, breaks);
         lines_.Replace(at.line, 0, 0, NextPiece(text));
     } else {
@@ -149,7 +150,7 @@ TextEdit SourceDocument::TakeText(Position start, Position end)
     }
     int32_t firstGone = start.line + 1;
     size_t lastLength = lines_.Length(end.line);
-    if (start.col == 0 && static_cast<size_t>(end.col) < lastLength) {
+    if (start.col == 0 && (end.col == 0 || static_cast<size_t>(end.col) < lastLength)) {
         // Whole lines go, the last one stays itself.
         lines_.Replace(end.line, 0, static_cast<size_t>(end.col), {});
         firstGone = start.line;
@@ -172,6 +173,7 @@ void SourceDocument::RestoreWords(const TextEdit& edit)
 {
     int32_t line = edit.start.line;
     for (const KeptWords& kept : edit.words) {
+        if (line >= lines_.Count()) return; // an operation may bring back less than it took
         uint32_t control = lines_.Word(line, kControl);
         if (kept.bookmark != ((control & line_bits::kBookmark) != 0)) {
             lines_.SetWord(line, kControl, control ^ line_bits::kBookmark);
@@ -197,7 +199,9 @@ Position SourceDocument::InsertText(Position at, TextView text)
     if (text.empty()) return at;
     // `text` may be a view of a line that is about to move.
     TextEdit edit{true, at, {}, Text(text), {}};
+    const uint32_t identity = lines_.Word(at.line, kIdentity);
     Position end = edit.end = PutText(at, edit.text);
+    if (end.line > at.line) edit.words = {{false, identity}};
     Record(std::move(edit));
     TextReplaced(at, at, end);
     return end;
@@ -288,21 +292,28 @@ void SourceDocument::RefreshFolding(bool always, int32_t first, int32_t last)
 
 Position SourceDocument::Apply(TextEdit& edit, bool forward)
 {
+    // An inserted text that is there keeps the identity of the line it was put into, in place of its own lines' words.
+    const bool breaks = edit.insert && edit.end.line > edit.start.line;
     if (edit.insert == forward) {
+        const uint32_t identity = lines_.Word(edit.start.line, kIdentity);
         Position end = PutText(edit.start, edit.text);
         RestoreWords(edit);
+        if (breaks) edit.words = {{false, identity}};
         TextReplaced(edit.start, edit.start, end);
         return end;
     }
+    const uint32_t identity = breaks ? edit.words.front().identity : 0;
     edit.words = TakeText(edit.start, edit.end).words;
+    if (breaks) lines_.SetWord(edit.start.line, kIdentity, identity);
     TextReplaced(edit.start, edit.end, edit.start);
     return edit.start;
 }
 
 /// An operation that fails leaves the text as it was.
 template <typename Body>
-std::optional<Position> SourceDocument::RunOp(Body&& body)
+std::optional<Position> SourceDocument::RunOp(Body&& body, TextEdit& taken)
 {
+    taken = {};
     std::vector<TextEdit> journal;
     journal_ = &journal;
     caretTold_ = false;
@@ -316,7 +327,10 @@ std::optional<Position> SourceDocument::RunOp(Body&& body)
         replaying_ = false;
         throw;
     }
-    if (caretTold_ || journal.empty()) return std::nullopt;
+    if (journal.empty()) return std::nullopt;
+    // Later ranges are places in a text that is between two states.
+    if (TextEdit& first = journal.front(); !first.insert) taken = {false, first.start, {}, {}, std::move(first.words)};
+    if (caretTold_) return std::nullopt;
     return journal.back().insert ? journal.back().end : journal.back().start;
 }
 
@@ -325,8 +339,8 @@ void SourceDocument::ExecuteOp(std::unique_ptr<ISourceOp> operation)
     RefuseInCallback();
     if (journal_) throw Error{error_number::kInvalidCall, u"An operation cannot run within another."};
     Batch batch(*this);
-    RunOp([&] { operation->DoOp(*this); });
     UndoStep step;
+    RunOp([&] { operation->DoOp(*this); }, step.taken);
     step.op = std::move(operation);
     undo_.Push(std::move(step));
 }
@@ -334,8 +348,13 @@ void SourceDocument::ExecuteOp(std::unique_ptr<ISourceOp> operation)
 /// Takes a step back or does it again.
 std::optional<Position> SourceDocument::Replay(UndoStep& step, bool forward)
 {
-    if (step.op) return RunOp([&] { forward ? step.op->DoOp(*this) : step.op->UndoOp(*this); });
     std::optional<Position> caret;
+    if (step.op) {
+        const TextEdit taken = std::exchange(step.taken, {});
+        caret = RunOp([&] { forward ? step.op->DoOp(*this) : step.op->UndoOp(*this); }, step.taken);
+        if (!forward) RestoreWords(taken);
+        return caret;
+    }
     replaying_ = true;
     if (forward) {
         for (TextEdit& edit : step.edits) caret = Apply(edit, true);

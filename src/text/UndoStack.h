@@ -21,12 +21,13 @@ struct TextEdit {
     Position start;
     Position end; ///< behind the text, in the text that holds it
     Text text;
-    std::vector<KeptWords> words; ///< of the lines of an erased range that spans several
+    std::vector<KeptWords> words; ///< of the lines of a range that spans several
 };
 
 struct UndoStep {
     std::vector<TextEdit> edits;
     std::unique_ptr<ISourceOp> op; ///< then there are no edits
+    TextEdit taken;                ///< the range that an operation erased first, without its text
     bool joined = false;           ///< part of the same group as the step before it: both or none
 };
 

@@ -4,13 +4,14 @@
 A pass runs before the program waits for a host, so the Open dialog is enough to bring one about.
 """
 import contextlib
+import os
+import signal
 import subprocess
 import time
 
 import lib
 from lib import eventually, expect, expect_equal, stays
 
-HEADER = b"*---> Recovered document: "
 MENU = ("/T=mvdb", "/H=*", "/A=DEMO", "/F=BP", "/I=MENU")
 DIALOG = r"^Nib Auto Recover$"
 
@@ -37,21 +38,6 @@ def end(desktop, program, changed=0):
         # The window manager may still call the last box active when the program has gone.
         eventually("the next question or the end", lambda: not program.alive() or desktop.active_window() != box)
     expect_equal(program.wait_end(), 0, "the exit code")
-
-
-def text_of_the_active_document(desktop):
-    """By way of the clipboard and a further copy of the program, which saves it to a file."""
-    path = desktop.folder / "pasted.txt"
-    path.write_bytes(b"")
-    desktop.keys("ctrl+a", "ctrl+c")
-    helper = desktop.start(path)
-    desktop.wait_active(r"\[pasted\.txt\]$")
-    desktop.keys("ctrl+v")
-    desktop.wait_active(r"\[\*pasted\.txt\]$")
-    desktop.keys("ctrl+s")
-    desktop.wait_active(r"\[pasted\.txt\]$")
-    end(desktop, helper)
-    return path.read_bytes().replace(b"\r\n", b"\n")
 
 
 def three_changed_documents(desktop):
@@ -86,14 +72,15 @@ def a_crash_brings_the_documents_back(desktop):
     first = three_changed_documents(desktop)
     expect_equal([oct(path.stat().st_mode & 0o777) for path in copies(desktop)], ["0o600"] * 3, "who may read copies")
     expect_equal(oct(copies(desktop)[0].parent.stat().st_mode & 0o777), "0o700", "who may enter the folder")
+    time.sleep(1)
     first.kill()
     before = [path.read_bytes() for path in copies(desktop)]
 
     second = desktop.start()
     desktop.wait_active(DIALOG)
-    # The rows are in the order of the documents: the first two are recovered, and the third is deleted.
-    desktop.keys("space", "Down", "space", "Return")
-    desktop.wait_window(r"\[\*NewItem2 \(New\)\]$", program=second)
+    # All are checked, in the order of the documents: the first two are recovered, and the third is deleted.
+    desktop.keys("Down", "Down", "space", "Return")
+    desktop.wait_window(r"BP MENU on ", program=second)
     desktop.wait_active(DIALOG)
     desktop.keys("Tab", "Tab", "Tab")  # Recover has nothing to do and is passed over
     desktop.keys("space")
@@ -102,20 +89,76 @@ def a_crash_brings_the_documents_back(desktop):
     desktop.wait_no_window(DIALOG)
     expect_equal(sorted(path.read_bytes() for path in copies(desktop)), sorted(before), "nothing goes before the end")
 
-    desktop.wait_active(r"\[\*NewItem1")
-    expect_equal(text_of_the_active_document(desktop), HEADER + b"local.txt\nONE local\n", "the local file")
-    desktop.wait_active(r"\[\*NewItem1")
+    menu = desktop.data / "Accounts" / "DEMO" / "BP" / "MENU"
+    old = menu.read_bytes()
+    desktop.wait_active(r"\[\*local\.txt\]$")
+    desktop.keys("ctrl+s")
+    desktop.wait_active(r"\[local\.txt\]$")
+    expect_equal((desktop.folder / "local.txt").read_bytes(), b"ONE local\n", "the local file")
     desktop.keys("ctrl+F6")
-    desktop.wait_active(r"\[\*NewItem2")
-    menu = (desktop.data / "Accounts" / "DEMO" / "BP" / "MENU").read_bytes()
-    expect_equal(text_of_the_active_document(desktop).rstrip(b"\n"), HEADER + b"MENU\nTWO " + menu.rstrip(b"\n"),
-                 "the item of the host")
-    desktop.wait_active(r"\[\*NewItem2")
-    end(desktop, second, changed=2)
+    desktop.wait_active(r"\[\*BP MENU on ")
+    desktop.keys("ctrl+s")
+    desktop.wait_active(r"\[BP MENU on ")
+    expect_equal(menu.read_bytes(), b"TWO " + old, "the item of the host")
+    desktop.keys("ctrl+z")
+    desktop.wait_active(r"\[\*BP MENU on ")
+    desktop.keys("ctrl+s")
+    desktop.wait_active(r"\[BP MENU on ")
+    expect_equal(menu.read_bytes(), old, "one step of undo")
+    end(desktop, second)
     expect_equal(copies(desktop), [], "copies after a clean end")
     third = desktop.start()
     desktop.wait_active(r"^Nib$")
     stays("no dialog", lambda: third.alive() and not desktop.windows(DIALOG))
+
+
+def recovers(desktop, typed):
+    """The next start offers what was typed in MENU; it is put back, saved, and taken out again."""
+    menu = desktop.data / "Accounts" / "DEMO" / "BP" / "MENU"
+    old = menu.read_bytes()
+    program = desktop.start()
+    desktop.wait_active(DIALOG)
+    desktop.keys("Return")
+    desktop.wait_active(r"\[\*BP MENU on ")
+    desktop.keys("ctrl+s")
+    desktop.wait_active(r"\[BP MENU on ")
+    expect_equal(menu.read_bytes(), typed + old, "what was typed")
+    program.kill()
+    expect_equal(copies(desktop), [], "copies of what is saved")
+    menu.write_bytes(old)
+
+
+def no_end_takes_what_was_typed(desktop):
+    desktop.sample_accounts()
+    for number, dialog in ((signal.SIGTERM, None), (signal.SIGHUP, "ctrl+o"), (signal.SIGINT, "ctrl+f"),
+                           (signal.SIGKILL, "ctrl+o")):
+        program = desktop.start(*MENU)
+        desktop.wait_active(r"\[BP MENU on ")
+        desktop.type_text("typed ")
+        if dialog:
+            desktop.keys(dialog)
+            desktop.wait_active(r"^Open|^Find")
+        if number == signal.SIGKILL:
+            time.sleep(1)  # the promise
+        os.kill(program.pid, number)
+        expect_equal(program.wait_end(), -9 if number == signal.SIGKILL else 0, "the exit code")
+        if number != signal.SIGKILL:
+            recent = (desktop.config / "hive.conf").read_text(encoding="utf-8")
+            expect("RecentFile_1" in recent, "the recent files are stored")
+        recovers(desktop, b"typed ")
+
+
+def the_end_of_the_session_asks_nothing(desktop):
+    desktop.sample_accounts()
+    (desktop.home / ".xsmstartup").write_text(f"{desktop.program} {' '.join(MENU)}\n", encoding="utf-8")
+    manager = desktop.start(program="xsm")
+    desktop.wait_active(r"\[BP MENU on ")
+    desktop.type_text("typed ")
+    desktop.wait_active(r"\[\*BP MENU on ")
+    os.kill(manager.pid, signal.SIGTERM)
+    manager.wait_end()
+    desktop.wait_no_window(r"BP MENU on ")
+    recovers(desktop, b"typed ")
 
 
 def cancel_asks_again_and_a_running_copy_is_left_alone(desktop):
@@ -172,5 +215,6 @@ def a_full_folder_and_foreign_files_are_borne_in_silence(desktop):
 
 
 if __name__ == "__main__":
-    lib.run(a_crash_brings_the_documents_back, cancel_asks_again_and_a_running_copy_is_left_alone,
+    lib.run(a_crash_brings_the_documents_back, no_end_takes_what_was_typed, the_end_of_the_session_asks_nothing,
+            cancel_asks_again_and_a_running_copy_is_left_alone,
             a_full_folder_and_foreign_files_are_borne_in_silence)

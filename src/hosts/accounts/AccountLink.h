@@ -26,6 +26,7 @@ public:
     bool Supports(int32_t code) override;
     StoredState State() override { return stored_ ? stored_->State() : StoredState::Same; }
     Text Version() override { return stored_ ? stored_->Version() : Text(); }
+    StoredText* Storage() override { return stored_ ? &*stored_ : nullptr; }
 
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;
     void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) override;

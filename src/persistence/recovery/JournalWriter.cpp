@@ -67,6 +67,8 @@ void JournalWriter::HandOver(Order order)
         wake = orders_.empty();
         if (wake) first_ = last_;
         if (order.what == What::Begin) broken_.erase(order.name);
+        // What is saved must not be offered again.
+        if (order.what == What::Remove) wake = hurry_ = true;
         // A key each: they go to disk as one.
         const bool joins = order.what == What::Append && !orders_.empty() && orders_.back().what == What::Append &&
                            orders_.back().name == order.name;

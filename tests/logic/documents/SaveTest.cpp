@@ -42,7 +42,7 @@ TEST(FileSaveTest, WritesTheItemForm)
     EXPECT_TRUE(document->FileSave());
     EXPECT_EQ(writes, 1);
     EXPECT_EQ(t.Store().commits, 1);
-    EXPECT_EQ(t.Stored(kMain), u"a   b\r\nc\r\nd");
+    EXPECT_EQ(t.Stored(kMain), u"a\tb\r\nc\r\nd") << "a line that nobody edited keeps its TAB";
     EXPECT_EQ(t.program.Place().now.Folder, u"BP");
     EXPECT_FALSE(document->IsDirty());
     EXPECT_EQ(document->TitleText(), u"BP MAIN on server1");

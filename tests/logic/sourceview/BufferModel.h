@@ -71,8 +71,10 @@ struct BufferModel {
         ModelLine old = lines[line];
         pieces.front().insert(0, old.text.substr(0, col));
         pieces.back() += old.text.substr(col);
-        // The words stay with the text: below what is inserted in front of it, else above.
-        size_t keeper = at.col == 0 && !old.text.empty() ? pieces.size() - 1 : 0;
+        // The words stay with the text: below what is inserted in front of it, else above. Whole lines go in front of
+        // an empty one too.
+        bool wholeLines = !CutLines(text).front().empty() && pieces.back() == old.text;
+        size_t keeper = at.col == 0 && (!old.text.empty() || wholeLines) ? pieces.size() - 1 : 0;
         std::vector<ModelLine> with(pieces.size());
         with[keeper] = old;
         for (size_t i = 0; i < pieces.size(); ++i) with[i].text = std::move(pieces[i]);
@@ -87,7 +89,7 @@ struct BufferModel {
         auto first = static_cast<size_t>(start.line);
         auto last = static_cast<size_t>(end.line);
         Text tail = lines[last].text.substr(static_cast<size_t>(end.col));
-        bool lastStays = first != last && start.col == 0 && !tail.empty();
+        bool lastStays = first != last && start.col == 0 && (end.col == 0 || !tail.empty());
         ModelLine joined = lines[lastStays ? last : first];
         joined.text = lines[first].text.substr(0, static_cast<size_t>(start.col)) + tail;
         lines.erase(lines.begin() + start.line, lines.begin() + end.line);

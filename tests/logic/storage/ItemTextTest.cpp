@@ -70,11 +70,19 @@ TEST(ItemTextTest, ReadsAndWritesBackWhatStood)
     }
 }
 
-TEST(ItemTextTest, MixedBreaksBecomeOneKind)
+TEST(ItemTextTest, EachLineHasItsEndAndNewOnesThatOfMost)
 {
     TextForm form;
-    EXPECT_EQ(kItems.Encode(kItems.Decode("A\r\nB\nC\rD", form, u""), form, u""), "A\nB\nC\nD");
-    EXPECT_EQ(kFiles.Encode(kFiles.Decode("A\r\nB\nC\rD\n", form, u""), form, u""), "A\r\nB\r\nC\r\nD\r\n");
+    std::vector<OddEnd> odd;
+    for (const std::string& bytes : {"A\r\nB\nC\rD"s, "A\nB\n\r\n"s, "A\r\rB\r\n"s, "\n\r\n"s}) {
+        for (const ItemText* rules : {&kItems, &kFiles}) {
+            const Text text = rules->Decode(bytes, form, u"", &odd);
+            EXPECT_EQ(rules->Encode(text, form, u"", odd), bytes) << testing::PrintToString(bytes);
+        }
+    }
+    const Text text = kFiles.Decode("A\r\nB\nC\rD\r\n", form, u"", &odd);
+    EXPECT_EQ(odd, (std::vector<OddEnd>{{1, LineEnd::Lf}, {2, LineEnd::Cr}}));
+    EXPECT_EQ(kFiles.Encode(text, form, u""), "A\r\nB\r\nC\r\nD\r\n");
     // A break in the editor is one break whatever it is made of.
     EXPECT_EQ(kFiles.Encode(u"A\nB\rC\r\nD", kFiles.NewForm(), u""), "A\nB\nC\nD");
 }
