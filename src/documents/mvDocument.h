@@ -144,7 +144,7 @@ private:
     bool HoldsItemOf(TextView path) const;
     Text LockedQuestion(TextView path);
     Text ReadFrom(mvItem& item);
-    void ShowStored(SourceView& source, const Text& stored);
+    void RememberStored(const Text& stored);
     void WriteFrom(SourceView& source, mvItem& item);
     bool MayOverwrite(mvItem& item);
     bool ConfirmClose();

@@ -128,7 +128,9 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     if (!ConfirmClose()) return false;
     if (item == item_) stored = ReadFrom(*item); // the answer may have been to save it
     TakeItem(std::move(item));
-    ShowStored(source, stored);
+    source.SetText(ExpandTabs(stored, services_.settings.TabSize));
+    stored_.Clear();
+    RememberStored(stored);
     // As it was opened: rights that change later take nobody's keys away.
     source.SetReadOnly(item_->ReadOnly());
     source.SetCaret({0, 0});
@@ -158,14 +160,12 @@ Text mvDocument::ReadFrom(mvItem& item)
     return item.ReadItem(0, 0, 0);
 }
 
-void mvDocument::ShowStored(SourceView& source, const Text& stored)
+/// The lines of what is shown now are those of `stored`.
+void mvDocument::RememberStored(const Text& stored)
 {
-    const int32_t tabWidth = services_.settings.TabSize;
-    source.SetText(ExpandTabs(stored, tabWidth));
-    stored_.Clear();
     const StoredText* storage = item_->Storage();
-    stored_.Read(stored, storage ? storage->OddEnds() : std::vector<OddEnd>(), tabWidth, source.Document(),
-                 services_.lastLineId);
+    stored_.Read(stored, storage ? storage->OddEnds() : std::vector<OddEnd>(), services_.settings.TabSize,
+                 Source()->Document(), services_.lastLineId);
 }
 
 void mvDocument::WriteFrom(SourceView& source, mvItem& item)

@@ -9,7 +9,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int32_t kLinesBetweenLooks = 256;
+constexpr int32_t kLinesBetweenLooks = 64;
 constexpr size_t kLargestPiece = size_t{1} << 18;
 /// So many bytes of changes, and a part of the text's, are cheaper than the text once more.
 constexpr size_t kFewBytes = size_t{1} << 18;
@@ -69,9 +69,8 @@ void DocumentJournal::EndPiece()
 void DocumentJournal::EndCopying()
 {
     EndPiece();
-    std::string bytes;
+    std::string bytes = std::exchange(pending_, {});
     journal::EndOfText(bytes);
-    bytes += std::exchange(pending_, {});
     writer_.Append(name_, std::move(bytes));
     writer_.Commit(name_);
     for (const std::string& name : std::exchange(superseded_, {})) writer_.RemoveAfter(name_, name);
