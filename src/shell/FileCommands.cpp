@@ -38,7 +38,8 @@ bool FileCommands::FileSave(mvDocument& document)
 {
     return program_.Safely(u"frmMain.FileSave", [&] {
         const bool hasPlace = document.ItemObject() && !document.ReadOnly();
-        return hasPlace ? document.FileSave() : FileSaveAs(document);
+        if (!hasPlace) return FileSaveAs(document);
+        return program_.Outside().MaySave(document) && document.FileSave();
     });
 }
 

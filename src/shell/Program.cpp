@@ -58,7 +58,7 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
                                                 [this](TextView fault) { Trouble(kNoCopies, fault); }}),
       automationHost_(*this, ports.events),
       automation_(services_, automationHost_, ports.events, mode == StartMode::Automation), files_(*this),
-      history_(services_, ports.clock)
+      outside_(*this), history_(services_, ports.clock)
 {
 }
 

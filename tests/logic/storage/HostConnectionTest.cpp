@@ -166,7 +166,11 @@ TEST_F(HostConnectionTest, WhatBecameOfAFileIsToldByItsBytesInTheEnd)
         auto item = Open(FromUtf8(file));
         item->ReadItem(0, 0, 0);
         EXPECT_EQ(item->State(), StoredState::Same);
+        auto told = Open(FromUtf8(file));
+        told->ReadItem(0, 0, 0);
         row.happens();
+        told->AcceptState();
+        EXPECT_EQ(told->State() == StoredState::Same, row.state != StoredState::Unknown);
         EXPECT_EQ(item->State(), row.state);
         EXPECT_EQ(ErrorOf([&] { item->WriteItem(0, 0, 0, u"mine"); }).number != 0, row.state != StoredState::Same);
     }
