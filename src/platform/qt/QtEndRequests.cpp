@@ -4,38 +4,17 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QSessionManager>
-
-#include <sys/signalfd.h>
-#include <unistd.h>
+#include <QSocketNotifier>
 
 namespace nib {
 
-EndSignals::EndSignals()
+QtEndRequests::QtEndRequests(int signalled, std::function<void()> keep, std::function<void()> end)
+    : end_(std::move(end))
 {
-    for (int ignored : {SIGXFSZ, SIGPIPE}) std::signal(ignored, SIG_IGN);
-    sigemptyset(&signals_);
-    for (int number : {SIGTERM, SIGHUP, SIGINT}) sigaddset(&signals_, number);
-    // Threads that are started later inherit this; what nohup ignores stays ignored.
-    pthread_sigmask(SIG_BLOCK, &signals_, nullptr);
-    file_ = Descriptor(signalfd(-1, &signals_, SFD_CLOEXEC | SFD_NONBLOCK));
-    if (!file_) pthread_sigmask(SIG_UNBLOCK, &signals_, nullptr);
-}
-
-void EndSignals::Take()
-{
-    signalfd_siginfo which{};
-    while (read(file_.Get(), &which, sizeof which) > 0) continue;
-    pthread_sigmask(SIG_UNBLOCK, &signals_, nullptr);
-}
-
-QtEndRequests::QtEndRequests(EndSignals& caught, std::function<void()> keep, std::function<void()> end)
-    : signals_(caught), end_(std::move(end))
-{
-    if (caught.Handle() >= 0) {
-        notifier_.emplace(caught.Handle(), QSocketNotifier::Read);
-        connect(&*notifier_, &QSocketNotifier::activated, this, [this] {
-            notifier_->setEnabled(false);
-            signals_.Take();
+    if (signalled >= 0) {
+        auto* notifier = new QSocketNotifier(signalled, QSocketNotifier::Read, this);
+        connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
+            notifier->setEnabled(false);
             end_();
         });
     }

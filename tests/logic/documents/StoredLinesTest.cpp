@@ -99,11 +99,15 @@ const std::function<void(mvDocument&, int32_t line)> kEdits[] = {
 
 class StoredLinesTest : public HostFixture {
 protected:
+    StoredLinesTest()
+    {
+        std::filesystem::create_directory_symlink(fast_.Path(), folder / "accounts/DEMO/FAST");
+    }
     std::shared_ptr<mvDocument> OpenBytes(bool asItem, const std::string& bytes)
     {
-        file_ = folder.File("accounts/DEMO/BP/X", bytes);
+        file_ = folder.File("accounts/DEMO/FAST/X", bytes);
         auto document = t.NewObject();
-        EXPECT_TRUE(document->ItemOpen(Open(asItem ? Text(u"mvdb:*/DEMO/BP/X") : FromUtf8(file_)), false));
+        EXPECT_TRUE(document->ItemOpen(Open(asItem ? Text(u"mvdb:*/DEMO/FAST/X") : FromUtf8(file_)), false));
         return document;
     }
     std::string Saved(mvDocument& document)
@@ -114,6 +118,9 @@ protected:
 
     TestProgram t;
     std::string file_;
+
+private:
+    TempFolder fast_{"/dev/shm"};
 };
 
 } // namespace
@@ -163,8 +170,8 @@ TEST_F(StoredLinesTest, UnderAnotherNameTheyStayToo)
     EXPECT_EQ(BytesOf(folder / "other"), "a\tb\r\n\xE2\x82\xAC"
                                          "c\n\td\xC3\xA9\n")
         << "a new name may bring another coding";
-    EXPECT_TRUE(document->ItemSaveAs(Open(u"mvdb:*/DEMO/BP/COPY")));
-    EXPECT_EQ(BytesOf(folder / "accounts/DEMO/BP/COPY"), "a\tb\n\xE2\x82\xAC"
+    EXPECT_TRUE(document->ItemSaveAs(Open(u"mvdb:*/DEMO/FAST/COPY")));
+    EXPECT_EQ(BytesOf(folder / "accounts/DEMO/FAST/COPY"), "a\tb\n\xE2\x82\xAC"
                                                          "c\n\td\xC3\xA9\n\n");
 }
 
