@@ -163,7 +163,6 @@ struct SelectRequest {
     Text extension; ///< default extension of local files, "" or "txt"
     bool offerReadOnly = false;
     bool mustExist = false;
-    bool lock = false;       ///< items are locked as they are opened
     bool startNamed = false; ///< the start item names an item already, not just a place
     bool several = false;
 };

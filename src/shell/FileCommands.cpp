@@ -131,7 +131,6 @@ bool FileCommands::SaveDocumentAsDialog(mvDocument& document)
         AutoSaveHold hold(program_.Shell());
         auto server = document.ItemObject() ? document.ItemObject() : StartOfPicker();
         SelectRequest request{.mode = u"Save", .extension = {}};
-        request.lock = program_.EditorSettings().RecordLocking;
         chosen = program_.Connection().SelectItem(request, server.get()).item;
     }
     if (!chosen) return false;
