@@ -69,9 +69,8 @@ void DocumentJournal::EndPiece()
 void DocumentJournal::EndCopying()
 {
     EndPiece();
-    std::string bytes;
+    std::string bytes = std::exchange(pending_, {});
     journal::EndOfText(bytes);
-    bytes += std::exchange(pending_, {});
     writer_.Append(name_, std::move(bytes));
     writer_.Commit(name_);
     for (const std::string& name : std::exchange(superseded_, {})) writer_.RemoveAfter(name_, name);

@@ -60,7 +60,7 @@ private:
     State state_ = State::Stale;
     int32_t copied_ = 0;  ///< lines, of the text as it is now
     std::string piece_;   ///< of the text being copied, 8 bits a unit
-    std::string pending_; ///< records that follow the text
+    std::string pending_; ///< records that stand behind the text
     size_t textBytes_ = 0;
     size_t changeBytes_ = 0;
 };

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <vector>
 
 namespace nib {
 
@@ -138,16 +139,34 @@ private:
     std::string_view bytes_;
 };
 
-void ReadBeginning(Reader& reader, JournalText& found)
+void ApplyChange(Reader body, SourceDocument& text)
 {
+    const Position start = body.Place();
+    const Position oldEnd = body.Place();
+    const Text inserted = body.String();
+    text.DeleteRange(start, oldEnd);
+    text.InsertText(start, inserted);
+    text.ClearUndo();
+}
+
+JournalHead ReadBeginning(Reader& reader, SourceDocument& text)
+{
+    JournalHead head;
     auto [kind, parts] = reader.Record();
     if (kind != Kind::Head) RefuseTorn();
-    for (Text JournalHead::*part : kHeadParts) found.head.*part = parts.String();
+    for (Text JournalHead::*part : kHeadParts) head.*part = parts.String();
+    Text copied;
+    std::vector<Reader> changes;
     for (;;) {
         auto [next, body] = reader.Record();
-        if (next == Kind::TextEnd) return;
-        if (next == Kind::Piece) body.AppendText(found.text);
+        if (next == Kind::TextEnd) break;
+        if (next == Kind::Piece) body.AppendText(copied);
+        if (next == Kind::Copy) head.copy = body.String();
+        if (next == Kind::Change) changes.push_back(body);
     }
+    text.SetText(copied);
+    for (const Reader& change : changes) ApplyChange(change, text);
+    return head;
 }
 
 /// Records of kinds that a later release may write are passed over.
@@ -156,13 +175,7 @@ void Follow(Reader& reader, JournalHead& head, SourceDocument& text)
     while (!reader.AtEnd()) {
         auto [kind, body] = reader.Record();
         if (kind == Kind::Copy) head.copy = body.String();
-        if (kind != Kind::Change) continue;
-        const Position start = body.Place();
-        const Position oldEnd = body.Place();
-        const Text inserted = body.String();
-        text.DeleteRange(start, oldEnd);
-        text.InsertText(start, inserted);
-        text.ClearUndo();
+        if (kind == Kind::Change) ApplyChange(body, text);
     }
 }
 
@@ -214,10 +227,8 @@ JournalText journal::Read(std::string_view bytes)
 {
     if (!bytes.starts_with(kMagic)) throw Error(error_number::kStorage, u"This is no journal.");
     Reader reader(bytes.substr(kMagic.size()));
-    JournalText found;
-    ReadBeginning(reader, found);
     SourceDocument text;
-    text.SetText(found.text);
+    JournalText found{ReadBeginning(reader, text), {}};
     try {
         Follow(reader, found.head, text);
     } catch (const Error&) {

@@ -31,8 +31,9 @@ struct JournalText {
 
 namespace journal {
 
-/// All append to `out`. Behind the beginning stand the pieces of the text that the journal begins with, and its end;
-/// then changes and names in any order.
+/// All append to `out`. Behind the beginning stand the pieces of the text that the journal begins with, the changes
+/// that came while these were gathered, and their end: without it there is no text. Then changes and names in any
+/// order.
 void Begin(const JournalHead& head, std::string& out);
 void TextPiece(TextView text, std::string& out);
 /// The same of a text whose units are bytes already.

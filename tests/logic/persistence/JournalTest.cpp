@@ -44,7 +44,7 @@ void Edit(SourceDocument& text, std::mt19937& random)
 TEST(JournalFile, HoldsTheTextAsItWasAtSomeMomentWhereverItIsCut)
 {
     const TempFolder folder;
-    for (uint32_t seed = 1; seed <= 60; ++seed) {
+    for (uint32_t seed = 1; seed <= 80; ++seed) {
         std::mt19937 random(seed);
         SourceDocument text;
         Text begin;
