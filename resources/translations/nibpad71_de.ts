@@ -124,6 +124,22 @@ Qt %2</translation>
         <translation>&amp;Fortfahren</translation>
     </message>
     <message>
+        <source>&amp;Reload</source>
+        <translation>&amp;Neu laden</translation>
+    </message>
+    <message>
+        <source>&amp;Keep</source>
+        <translation>&amp;Behalten</translation>
+    </message>
+    <message>
+        <source>C&amp;ompare</source>
+        <translation>&amp;Vergleichen</translation>
+    </message>
+    <message>
+        <source>C&amp;lose</source>
+        <translation>&amp;Schließen</translation>
+    </message>
+    <message>
         <source>&amp;Open</source>
         <translation>&amp;Öffnen</translation>
     </message>

@@ -194,7 +194,11 @@ void HostConfiguration::UpdateDocuments()
 {
     const MvEdit& settings = services_.settings;
     if (!settings.HostKeywords && !settings.HostFormat && !settings.HostComment) return;
-    for (const auto& document : services_.openDocuments.All()) document->ApplySettings();
+    for (const auto& document : services_.openDocuments.All()) {
+        const bool highlight = document->Highlight(); // which may be a client's choice, and no host's
+        document->ApplySettings();
+        document->SetHighlight(highlight);
+    }
 }
 
 } // namespace nib

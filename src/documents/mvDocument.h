@@ -79,6 +79,8 @@ public:
     bool FileNewItem(std::shared_ptr<mvItem> item);
     bool ItemOpen(std::shared_ptr<mvItem> item, bool readOnly);
     bool ItemSaveAs(std::shared_ptr<mvItem> item);
+    /// Takes what is stored now, in one step of undo; caret, folds and bookmarks stay with the lines that do.
+    bool Reload();
     clsDocView& EnsureView();
     clsDocView* View() const { return view_.get(); }
     Text TitleText() const;

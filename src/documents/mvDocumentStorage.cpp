@@ -153,6 +153,21 @@ bool mvDocument::OpenMissing(std::shared_ptr<mvItem> item)
     return false;
 }
 
+bool mvDocument::Reload()
+{
+    return item_ && Attempt(u"mvDocument.Reload: error during open", [&] {
+               SourceView& source = EnsureView().txtText();
+               WaitCursor wait(services_.frame);
+               const Text stored = ReadFrom(*item_);
+               ReplaceText(stored);
+               RememberStored(stored);
+               source.Document().SetModified(false);
+               labels_.reset();
+               services_.shell.DocumentChanged(*this);
+               return true;
+           });
+}
+
 Text mvDocument::ReadFrom(mvItem& item)
 {
     StatusNote note(services_.frame, kReading);

@@ -150,7 +150,7 @@ SelectedItem HostConnection::SelectItem(const SelectRequest& request, mvItem* st
 {
     const PickerAnswer answer = RunPicker(request, start);
     if (answer.paths.empty()) return {};
-    return OpenPicked(answer.paths.front(), answer.readOnly, request.lock && request.mode != u"Save");
+    return OpenPicked(answer, answer.paths.front());
 }
 
 /// What cannot be opened is told of and left out, so that the other picks are not lost.
@@ -160,8 +160,7 @@ std::vector<SelectedItem> HostConnection::SelectItems(const SelectRequest& reque
     std::vector<SelectedItem> items;
     for (const Text& path : answer.paths) {
         SelectedItem picked = Guarded(
-            DebugLog(), u"HostConnection.SelectItems",
-            [&] { return OpenPicked(path, answer.readOnly, request.lock && request.mode != u"Save"); },
+            DebugLog(), u"HostConnection.SelectItems", [&] { return OpenPicked(answer, path); },
             [&](const Error& error) {
                 boxes_.Show(error.description, message_box::kOk | message_box::kWarning, kTitle);
                 return SelectedItem{};
@@ -179,27 +178,10 @@ PickerAnswer HostConnection::RunPicker(const SelectRequest& request, mvItem* sta
     return picker_.Run(request, startPath, browser_).value_or(PickerAnswer{});
 }
 
-/// No item when it is locked and the user does not want it read-only.
-SelectedItem HostConnection::OpenPicked(TextView path, bool readOnly, bool lock)
+/// Without its lock, which whoever opens it takes: one that is open here already needs none.
+SelectedItem HostConnection::OpenPicked(const PickerAnswer& answer, TextView path)
 {
-    return Guarded(
-        DebugLog(), u"HostConnection.OpenPicked",
-        [&]() -> SelectedItem {
-            return {OpenServerForPath(path, readOnly, lock), readOnly};
-        },
-        [&](const Error& error) -> SelectedItem {
-            const bool noUpdate = error.number == error_number::kNoUpdate;
-            if (!lock || !(noUpdate || IsLocked(error))) throw error;
-            if (!noUpdate && !AgreesToReadOnly(path)) return {};
-            return {OpenServerForPath(path, true, false), true};
-        });
-}
-
-bool HostConnection::AgreesToReadOnly(TextView path)
-{
-    const auto item = OpenServerForPath(path, false, false);
-    const Text question = LockedQuestion(item->DisplayPath(), item->LockHolder());
-    return boxes_.Show(question, message_box::kYesNo | message_box::kQuestion, kTitle) == message_box::kAnswerYes;
+    return {OpenServerForPath(path, answer.readOnly, false), answer.readOnly};
 }
 
 std::shared_ptr<mvItem> HostConnection::OpenServerForPath(TextView path, bool readOnly, bool lock)

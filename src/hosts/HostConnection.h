@@ -38,8 +38,7 @@ public:
 
 private:
     PickerAnswer RunPicker(const SelectRequest& request, mvItem* start);
-    SelectedItem OpenPicked(TextView path, bool readOnly, bool lock);
-    bool AgreesToReadOnly(TextView path);
+    SelectedItem OpenPicked(const PickerAnswer& answer, TextView path);
 
     HostLinks links_;
     HostBrowser browser_;

@@ -48,6 +48,11 @@ StoredState StoredText::State()
     return OrDefault([&] { return known_->Compare(path_); }, StoredState::Unknown);
 }
 
+void StoredText::AcceptState()
+{
+    IgnoringErrors([&] { known_ = SeenFile::Now(path_); });
+}
+
 bool StoredText::IsFolder() const
 {
     return nib::IsFolder(path_);

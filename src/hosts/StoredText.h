@@ -27,6 +27,7 @@ public:
     /// What cannot be looked at is there: reading it tells what is wrong.
     bool Exists();
     StoredState State();
+    void AcceptState();
     Text Version() const { return known_ ? known_->Version() : Text(); }
     bool IsFolder() const;
     /// No right to write the file, or to make it where it would be.
@@ -66,6 +67,7 @@ public:
     bool ReadOnly() const override { return readOnly_ || stored_.IsProtected(); }
     void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
     StoredState State() override { return stored_.State(); }
+    void AcceptState() override { stored_.AcceptState(); }
     Text Version() override { return stored_.Version(); }
     StoredText* Storage() override { return &stored_; }
 

@@ -123,6 +123,8 @@ public:
     virtual bool Supports(int32_t /*code*/) { return false; }
     /// Asked as often as one likes: as long as nothing changes it costs no more than a look at the file's times.
     virtual StoredState State() { return StoredState::Same; }
+    /// The user knows of what has become of it: that is no change any more, and what a write replaces.
+    virtual void AcceptState() {}
     /// Tells the stored text, as it was last read or written, from others, also in another run of the program; empty
     /// when nothing can.
     virtual Text Version() { return {}; }
@@ -161,7 +163,6 @@ struct SelectRequest {
     Text extension; ///< default extension of local files, "" or "txt"
     bool offerReadOnly = false;
     bool mustExist = false;
-    bool lock = false;       ///< items are locked as they are opened
     bool startNamed = false; ///< the start item names an item already, not just a place
     bool several = false;
 };

@@ -25,10 +25,12 @@ inline constexpr int32_t kSecondDefault = 0x100;
 inline constexpr int32_t kThirdDefault = 0x200;
 inline constexpr int32_t kDefaultMask = 0x300;
 
-// With extended handling a box may have more: the sets with Yes to All, and a check box.
+// With extended handling a box may have more: the sets with Yes to All, those about what changed outside, a check box.
 inline constexpr int32_t kExtended = 0x40000000;
 inline constexpr int32_t kYesAllNo = 9;
 inline constexpr int32_t kYesAllNoCancel = 10;
+inline constexpr int32_t kReloadKeepCompareCancel = 11;
+inline constexpr int32_t kKeepClose = 12;
 inline constexpr int32_t kCheckBox = 0x80;
 
 // Answers.
@@ -42,6 +44,10 @@ inline constexpr int32_t kAnswerNo = 7;
 inline constexpr int32_t kAnswerTryAgain = 10;
 inline constexpr int32_t kAnswerContinue = 11;
 inline constexpr int32_t kAnswerYesToAll = 14;
+inline constexpr int32_t kAnswerReload = 20;
+inline constexpr int32_t kAnswerKeep = 21;
+inline constexpr int32_t kAnswerCompare = 22;
+inline constexpr int32_t kAnswerClose = 23;
 /// Added to the answer when the check box was checked.
 inline constexpr int32_t kChecked = 128;
 } // namespace message_box

@@ -38,7 +38,8 @@ bool FileCommands::FileSave(mvDocument& document)
 {
     return program_.Safely(u"frmMain.FileSave", [&] {
         const bool hasPlace = document.ItemObject() && !document.ReadOnly();
-        return hasPlace ? document.FileSave() : FileSaveAs(document);
+        if (!hasPlace) return FileSaveAs(document);
+        return program_.Outside().MaySave(document) && document.FileSave();
     });
 }
 
@@ -138,7 +139,6 @@ bool FileCommands::SaveDocumentAsDialog(mvDocument& document)
         AutoSaveHold hold(program_.Shell());
         auto server = document.ItemObject() ? document.ItemObject() : StartOfPicker();
         SelectRequest request{.mode = u"Save", .extension = {}};
-        request.lock = program_.EditorSettings().RecordLocking;
         chosen = program_.Connection().SelectItem(request, server.get()).item;
     }
     if (!chosen) return false;

@@ -27,6 +27,10 @@ constexpr MessageBoxButton kButtons[] = {
     {kAnswerTryAgain, u"&Try Again", Agree},
     {kAnswerContinue, u"&Continue", Agree},
     {kAnswerYesToAll, u"Yes to &All", Agree},
+    {kAnswerReload, u"&Reload", Agree},
+    {kAnswerKeep, u"&Keep", Agree},
+    {kAnswerCompare, u"C&ompare", Agree},
+    {kAnswerClose, u"C&lose", Refuse},
 };
 
 struct SetRow {
@@ -46,6 +50,8 @@ constexpr SetRow kSets[] = {
     {kCancelTryContinue, {kAnswerCancel, kAnswerTryAgain, kAnswerContinue}, kAnswerCancel},
     {kYesAllNo, {kAnswerYes, kAnswerYesToAll, kAnswerNo}, kAnswerNo, true},
     {kYesAllNoCancel, {kAnswerYes, kAnswerYesToAll, kAnswerNo, kAnswerCancel}, kAnswerCancel, true},
+    {kReloadKeepCompareCancel, {kAnswerReload, kAnswerKeep, kAnswerCompare, kAnswerCancel}, kAnswerCancel, true},
+    {kKeepClose, {kAnswerKeep, kAnswerClose}, kAnswerKeep, true},
 };
 
 const SetRow& SetOf(int32_t flags)

@@ -73,7 +73,7 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
                 [this](TextView name) { return !recovery_.IsOrphan(name); }}),
       automationHost_(*this, ports.events),
       automation_(services_, automationHost_, ports.events, mode == StartMode::Automation), files_(*this),
-      history_(services_, ports.clock)
+      outside_(*this), history_(services_, ports.clock)
 {
     ports_.store.TellTrouble([this](TextView why) { Trouble(kNoSettings, why); });
 }

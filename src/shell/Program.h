@@ -14,6 +14,7 @@
 #include "shell/CommandLine.h"
 #include "shell/FileCommands.h"
 #include "shell/MainWindow.h"
+#include "shell/OutsideChanges.h"
 #include "shell/navigation/Navigation.h"
 
 #include <map>
@@ -118,6 +119,7 @@ public:
     }
 
     FileCommands& Files() { return files_; }
+    OutsideChanges& Outside() { return outside_; }
     Dialogs& Forms() { return ports_.dialogs; }
     MenuModel& Menus() { return ports_.mainWindow.Menus(); }
     Application& Automation() { return automation_; }
@@ -172,6 +174,7 @@ private:
     AutomationHost automationHost_;
     Application automation_;
     FileCommands files_;
+    OutsideChanges outside_;
     Hit target_;
     NavigationHistory history_;
     Text defaultFontName_;

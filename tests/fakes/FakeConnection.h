@@ -60,7 +60,8 @@ struct FakeStore {
     Text hostName = u"server1";
     FakeSession session;
     bool hasSession = true;
-    std::vector<int32_t> unsupported; ///< codes that items of the host do not support
+    std::vector<int32_t> unsupported;   ///< codes that items of the host do not support
+    std::map<Text, StoredState> states; ///< by path, of what others did to it
     int32_t lastItem = 0;
     int32_t liveItems = 0;
     int32_t commits = 0;
@@ -97,6 +98,7 @@ public:
     {
         if (store_.whileBusy) store_.whileBusy();
         if (store_.readFailure) throw Error(*store_.readFailure);
+        AcceptState();
         return seen_ = store_.items.at(path_).text;
     }
     void WriteItem(int32_t, int32_t, int32_t, TextView text) override
@@ -107,6 +109,12 @@ public:
     }
     Text Version() override { return seen_; }
     void Commit() override { ++store_.commits; }
+    StoredState State() override
+    {
+        const auto found = store_.states.find(path_);
+        return found == store_.states.end() ? StoredState::Same : found->second;
+    }
+    void AcceptState() override { store_.states.erase(path_); }
     void LockItem(bool lock) override
     {
         if (!lock) return Unlock();

@@ -189,6 +189,23 @@ TEST_F(FrameTest, AReadOnlyTextTakesNothingFromTheUserAndSaysWhy)
     EXPECT_EQ(connection.requests.size(), 1u);
 }
 
+TEST_F(FrameTest, ComingBackToTheFrameLooksForChangesOutside)
+{
+    const Text path = u"mvdb:*/DEMO/BP/MAIN";
+    connection.store.items[path] = {u"mine"};
+    ASSERT_TRUE(program.OpenPath(path, false));
+    Settle();
+    connection.store.items[path] = {u"theirs"};
+    connection.store.states[path] = StoredState::Changed;
+    boxes.Answer({message_box::kAnswerReload});
+    QEvent activated(QEvent::ActivationChange); // as no other window of this platform takes it away
+    QApplication::sendEvent(&frame, &activated);
+    EXPECT_TRUE(boxes.Take().empty()) << "not within the event";
+    Settle();
+    EXPECT_EQ(boxes.Take().size(), 1u);
+    EXPECT_EQ(frame.ActiveForm()->txtText().GetText(), u"theirs");
+}
+
 TEST_F(FrameTest, FocusThatFallsOnTheFrameGoesToTheText)
 {
     frmDocument& form = New();

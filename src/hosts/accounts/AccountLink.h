@@ -25,6 +25,10 @@ public:
     void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
     bool Supports(int32_t code) override;
     StoredState State() override { return stored_ ? stored_->State() : StoredState::Same; }
+    void AcceptState() override
+    {
+        if (stored_) stored_->AcceptState();
+    }
     Text Version() override { return stored_ ? stored_->Version() : Text(); }
     StoredText* Storage() override { return stored_ ? &*stored_ : nullptr; }
 

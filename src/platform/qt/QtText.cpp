@@ -26,6 +26,10 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "&Ignore"),
     QT_TRANSLATE_NOOP("Logic", "&Try Again"),
     QT_TRANSLATE_NOOP("Logic", "&Continue"),
+    QT_TRANSLATE_NOOP("Logic", "&Reload"),
+    QT_TRANSLATE_NOOP("Logic", "&Keep"),
+    QT_TRANSLATE_NOOP("Logic", "C&ompare"),
+    QT_TRANSLATE_NOOP("Logic", "C&lose"),
     // the picker
     QT_TRANSLATE_NOOP("Logic", "&Open"),
     QT_TRANSLATE_NOOP("Logic", "&Save"),

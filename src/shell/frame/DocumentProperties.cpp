@@ -22,7 +22,8 @@ using Rows = std::vector<PropertyRow>;
 Rows PlaceOfItem(const mvItem& item)
 {
     if (item.Provider() != kHost) return {{u"Location", item.FileName()}, {u"File name", item.ItemID()}};
-    return {{u"Host", Text(Field(item.ServerName(), u'*', 1))},
+    const TextView server = Field(item.ServerName(), u'*', 1);
+    return {{u"Host", server.empty() ? item.HostName() : Text(server)}, // the default connection has no other name
             {u"Account", item.Account()},
             {u"File name", item.FileName()},
             {u"Item ID", item.ItemID()}};

@@ -115,7 +115,16 @@ void frmMain::FreeStuckFocus()
 void frmMain::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && loaded_ && isActiveWindow()) program_->StateChanged();
+    if (event->type() == QEvent::ActivationChange && loaded_ && isActiveWindow()) {
+        program_->StateChanged();
+        // Not within the event, which a question would hold up.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (loaded_ && !unloading_) program_->Outside().Look();
+            },
+            Qt::QueuedConnection);
+    }
     // A maximised child window writes into the title what it makes of it.
     if (event->type() == QEvent::WindowTitleChange && loaded_) UpdateCaption();
 }

@@ -184,8 +184,10 @@ TEST_F(HostConfigurationTest, CommandAndCommentPrefixes)
 {
     Settings().CompileOptions = u"(L";
     Record() = {{4, Text(1 << 20, u'C')}, {6, u"#,%,ABC,7," + Text(100000, u',')}};
-    t.New();
+    auto document = t.New();
+    document->SetHighlight(false);
     Load();
+    EXPECT_FALSE(document->Highlight()) << "as a client has it";
     EXPECT_EQ(Settings().CompileCommand.size(), size_t{1} << 20);
     EXPECT_EQ(Settings().CompileOptions, u"");
     EXPECT_EQ(Settings().Keywords.CommentPrefixes(), u"*,!,#,%");

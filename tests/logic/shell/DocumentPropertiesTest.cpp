@@ -38,12 +38,17 @@ TEST(DocumentPropertiesTest, PlaceByKindOfDocument)
     const Text remote = u"mvdb:prod*2/ACCT/BP/MAIN";
     t.Store(remote, u"A\r\nB", true);
     t.Store(kLocal, u"A\r\nB");
+    t.Store(kMain, u"");
     const Rows tail = {{u"Modified", u"no"}, {u"Read only", u"no"}, {u"Size", u"0"}, {u"Lines", u"0"}};
     struct {
         std::shared_ptr<mvDocument> document;
         Location current;
         Rows place, rest;
-    } const rows[] = {{t.Open(remote, true),
+    } const rows[] = {{t.Open(kMain),
+                       {},
+                       {{u"Host", u"server1"}, {u"Account", u"DEMO"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
+                       tail},
+                      {t.Open(remote, true),
                        {},
                        {{u"Host", u"prod"}, {u"Account", u"ACCT"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
                        {{u"Modified", u"no"}, {u"Read only", u"yes"}, {u"Size", u"3"}, {u"Lines", u"2"}}},

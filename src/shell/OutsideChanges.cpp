@@ -1,0 +1,131 @@
+#include "shell/OutsideChanges.h"
+
+#include "shell/Program.h"
+#include "text/LineDiff.h"
+#include "text/TextSearch.h"
+
+#include <utility>
+
+namespace nib {
+
+namespace {
+
+using namespace message_box;
+
+/// More lines say no more.
+constexpr int32_t kMostLines = 2000;
+constexpr size_t kNumberDigits = 4;
+
+/// The lists of differing lines, each with the number of the document's line that a double click goes to.
+class DifferenceList {
+public:
+    explicit DifferenceList(ResultsWindow& results) : results_(results) {}
+
+    void Add(int32_t line, TextView sign, TextView text)
+    {
+        if (++lines_ > kMostLines) return;
+        Text number = Decimal(line + 1);
+        if (number.size() < kNumberDigits) number.insert(0, kNumberDigits - number.size(), u'0');
+        results_.AddResultLine(number.append(sign).append(text), 0, 0, false);
+    }
+    void End()
+    {
+        if (lines_ == 0) results_.AddResultLine(u"No line differs.", 0, 0, false);
+        if (lines_ > kMostLines)
+            results_.AddResultLine(u"(" + Decimal(lines_ - kMostLines) + u" lines are left out here)", 0, 0, false);
+    }
+
+private:
+    ResultsWindow& results_;
+    int32_t lines_ = 0;
+};
+
+} // namespace
+
+void OutsideChanges::Look()
+{
+    if (asking_ || program_.Window().IsModal() || program_.IsShuttingDown()) return;
+    for (auto& document : program_.OpenDocuments().All()) {
+        const auto item = document->ItemObject();
+        // A client may have closed it while another one was asked about.
+        if (!item || !program_.OpenDocuments().ById(document->DocumentID())) continue;
+        const StoredState state = item->State();
+        if (state == StoredState::Same) asked_.erase(document->DocumentID());
+        const bool differs = state == StoredState::Changed || state == StoredState::Gone;
+        if (differs && !asked_.contains(document->DocumentID())) Ask(*document, state);
+    }
+}
+
+bool OutsideChanges::MaySave(mvDocument& document)
+{
+    const auto item = document.ItemObject();
+    const StoredState state = item ? item->State() : StoredState::Same;
+    const bool differs = state == StoredState::Changed || state == StoredState::Gone;
+    return !differs || Ask(document, state);
+}
+
+bool OutsideChanges::Ask(mvDocument& document, StoredState state)
+{
+    if (std::exchange(asking_, true)) return false;
+    const auto self = document.shared_from_this();
+    asked_.insert(document.DocumentID());
+    const bool may = program_.Safely(u"OutsideChanges.Ask", [&] {
+        return state == StoredState::Gone ? AskAboutLoss(document) : AskAboutChange(document);
+    });
+    asking_ = false;
+    return may;
+}
+
+bool OutsideChanges::AskAboutChange(mvDocument& document)
+{
+    Text question = document.DisplayName() +
+                    u" was changed by another program since it was opened.\n\nReload takes what is "
+                    u"stored now, Keep stays with the text in the window, Compare lists what "
+                    u"differs.";
+    if (document.IsDirty()) question += u" It has unsaved changes: after Reload they are lost unless you undo it.";
+    const int32_t usual = document.IsDirty() ? kThirdDefault : 0;
+    const int32_t answer = program_.ShowMessage(question, kReloadKeepCompareCancel | kQuestion | usual);
+    if (answer == kAnswerReload) return document.Reload(), false;
+    if (!document.ReadOnly()) document.SetModified(true); // it is not what is stored
+    if (answer == kAnswerKeep) document.ItemObject()->AcceptState();
+    if (answer == kAnswerCompare) Compare(document);
+    return answer == kAnswerKeep;
+}
+
+bool OutsideChanges::AskAboutLoss(mvDocument& document)
+{
+    const Text question = document.DisplayName() +
+                          u" is not there any more: another program has deleted or renamed it. Keep "
+                          u"leaves its text open, to be saved again; Close asks about that first.";
+    const int32_t answer = program_.ShowMessage(question, kKeepClose | kWarning);
+    document.ItemObject()->AcceptState();
+    document.SetModified(true); // the window holds the only copy
+    if (answer == kAnswerClose) program_.Files().FileClose(document);
+    return answer == kAnswerKeep;
+}
+
+/// What stands in the window alone, and what is stored instead.
+void OutsideChanges::Compare(mvDocument& document)
+{
+    ResultsWindow* results = program_.Services().results;
+    if (!results) return;
+    const auto stored = program_.Connection().OpenServerForPath(document.Path(), true, false);
+    const Text outside = ExpandTabs(stored->ReadItem(0, 0, 0), program_.EditorSettings().TabSize);
+    const Text own = document.GetText();
+    const std::vector<TextView> before = LinesOf(own);
+    const std::vector<TextView> after = LinesOf(outside);
+    results->ResetResults(u"What differs: - in the window, + stored");
+    results->AddResultLine(u"", 0, 0, false);
+    results->AddResultLine(document.ListName(), 0, 0, true);
+    DifferenceList list(*results);
+    for (const LineHunk& hunk : DiffLines(before, after)) {
+        for (int32_t i = 0; i < hunk.oldCount; ++i)
+            list.Add(hunk.oldLine + i, u" - ", before[static_cast<size_t>(hunk.oldLine + i)]);
+        for (int32_t i = 0; i < hunk.newCount; ++i)
+            list.Add(hunk.oldLine, u" + ", after[static_cast<size_t>(hunk.newLine + i)]);
+    }
+    list.End();
+    results->ShowResults({});
+}
+
+} // namespace nib

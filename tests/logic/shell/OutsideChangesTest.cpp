@@ -1,0 +1,94 @@
+// What happens to an open item behind the program's back.
+
+#include "fakes/FakeSearch.h"
+
+#include <gtest/gtest.h>
+
+namespace nib::test {
+namespace {
+
+using namespace message_box;
+
+struct Row {
+    const char* name;
+    StoredState state;
+    bool dirty, saving;
+    std::initializer_list<int32_t> answers;
+    Text text; ///< in the window; empty when it is closed
+    bool dirtyAfter;
+    Text stored; ///< empty when there is nothing
+};
+
+constexpr auto kChanged = StoredState::Changed;
+constexpr auto kGone = StoredState::Gone;
+
+const Row kRows[] = {
+    {"unchanged", StoredState::Same, true, false, {}, u"a\r\nmine", true, u"a\r\ntheirs"},
+    {"not to be told", StoredState::Unknown, true, false, {}, u"a\r\nmine", true, u"a\r\ntheirs"},
+    {"reload", kChanged, false, false, {kAnswerReload}, u"a\r\ntheirs", false, u"a\r\ntheirs"},
+    {"reload a dirty one", kChanged, true, false, {kAnswerReload}, u"a\r\ntheirs", false, u"a\r\ntheirs"},
+    {"keep", kChanged, false, false, {kAnswerKeep}, u"a\r\nmine", true, u"a\r\ntheirs"},
+    {"put off", kChanged, true, false, {kAnswerCancel}, u"a\r\nmine", true, u"a\r\ntheirs"},
+    {"saved over it", kChanged, true, true, {kAnswerKeep}, u"a\r\nmine", false, u"a\r\nmine"},
+    {"not saved", kChanged, true, true, {kAnswerCancel}, u"a\r\nmine", true, u"a\r\ntheirs"},
+    {"gone, kept", kGone, false, false, {kAnswerKeep}, u"a\r\nmine", true, u""},
+    {"gone, made again", kGone, true, true, {kAnswerKeep}, u"a\r\nmine", false, u"a\r\nmine"},
+    {"gone, closed and saved", kGone, false, false, {kAnswerClose, kAnswerYes}, u"", false, u"a\r\nmine"},
+    {"gone, not closed", kGone, false, false, {kAnswerClose, kAnswerCancel}, u"a\r\nmine", true, u""}};
+
+TEST(OutsideChangesTest, EachAnswer)
+{
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.name);
+        TestProgram t;
+        t.Store(kMain, u"a\r\nmine");
+        auto document = t.Open(kMain);
+        document->EnsureView().txtText().Document().ToggleBookmark(0);
+        document->SetModified(row.dirty);
+        t.Store(kMain, u"a\r\ntheirs");
+        if (row.state == kGone) t.Store().items.erase(kMain);
+        t.Store().states[kMain] = row.state;
+        t.boxes.Answer(row.answers);
+        t.boxes.whileShown = [&] { t.program.Outside().Look(); };
+        if (row.saving)
+            t.program.Files().FileSave(*document);
+        else
+            t.program.Outside().Look();
+        t.program.Outside().Look(); // as when the focus comes back from the box
+        EXPECT_EQ(t.boxes.Take().size(), row.answers.size());
+        EXPECT_EQ(document->View() ? document->GetText() : Text(), row.text);
+        EXPECT_EQ(document->IsDirty(), row.dirtyAfter);
+        EXPECT_EQ(t.Store().items.contains(kMain) ? t.Stored(kMain) : Text(), row.stored);
+        if (!row.text.empty()) {
+            EXPECT_TRUE(document->EnsureView().txtText().Document().HasBookmark(0));
+        }
+        if (row.text == u"a\r\ntheirs") {
+            document->Undo();
+            EXPECT_EQ(document->GetText(), u"a\r\nmine") << "one step";
+            EXPECT_TRUE(document->IsDirty());
+        }
+    }
+}
+
+TEST(OutsideChangesTest, WaitsWhileTheUserIsAskedAndListsWhatDiffers)
+{
+    TestSearch search;
+    TestProgram& t = search.program;
+    t.program.Services().results = &search.results;
+    t.Store(kMain, u"a\r\nb\r\nc");
+    auto document = t.Open(kMain);
+    t.Store(kMain, u"a\r\nx\r\ny\r\nc");
+    t.Store().states[kMain] = kChanged;
+    t.window.modal = true;
+    t.program.Outside().Look();
+    t.window.modal = false;
+    t.boxes.Answer({kAnswerCompare});
+    t.program.Outside().Look();
+    EXPECT_EQ(search.Said().size(), 1u);
+    EXPECT_EQ(search.results.lines, (std::vector<Text>{u"= What differs: - in the window, + stored", u"",
+                                                       u"# BP MAIN [1]", u"0002 - b", u"0002 + x", u"0002 + y"}));
+    EXPECT_EQ(document->GetText(), u"a\r\nb\r\nc");
+}
+
+} // namespace
+} // namespace nib::test
