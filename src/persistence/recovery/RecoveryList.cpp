@@ -70,6 +70,8 @@ void RecoveryList::Load(TextView folder, const DynamicArray& names)
 {
     folder_ = folder;
     rows_.clear();
+    // First: what was typed since goes on top of them.
+    for (const KeptCopy& kept : UnsettledCopies(recovery_.Ports().saver.BackupFolder())) AddKept(kept);
     std::vector<Text> copies;
     for (int32_t position = 1; position <= names.Count(); ++position) copies.push_back(names.Extract({position}));
     for (const std::string& journal : recovery_.OrphanJournals()) {
@@ -86,7 +88,31 @@ void RecoveryList::AddRow(const Written& written, Text copy, std::string journal
 {
     const JournalHead& head = written.content.head;
     rows_.push_back({NameOf(head), PlaceOf(head.path), LinesOf(written.content.text), DateAndTime(written.at), true,
-                     std::move(copy), std::move(journal)});
+                     std::move(copy), std::move(journal), std::nullopt});
+}
+
+void RecoveryList::AddKept(const KeptCopy& kept)
+{
+    IgnoringErrors([&] {
+        const FileContent content = ReadWholeFile(kept.copy);
+        const auto lines = std::count(content.Bytes().begin(), content.Bytes().end(), '\n');
+        rows_.push_back({FromFileName(LastPart(kept.target)) + u" as it was before a save that was cut short",
+                         FromFileName(FolderOf(kept.target)),
+                         Decimal(lines) + u" lines",
+                         DateAndTime(content.stamp.seconds),
+                         true,
+                         {},
+                         {},
+                         kept});
+    });
+}
+
+bool RecoveryList::PutBack(const KeptCopy& kept)
+{
+    const FileContent content = ReadWholeFile(kept.copy);
+    recovery_.Ports().saver.Save(kept.target, content.Bytes());
+    ForgetCopy(kept);
+    return true;
 }
 
 std::optional<RecoveryList::Written> RecoveryList::ReadCopy(TextView name)
@@ -165,6 +191,7 @@ void RecoveryList::RecoverChecked()
 /// The files are let go of last, and the journal not before the document has one of its own.
 bool RecoveryList::Recover(const RecoveryRow& row)
 {
+    if (row.kept) return PutBack(*row.kept);
     const auto written = ReadNewest(row.journal, row.copy);
     if (!written) return false;
     const auto document = OpenRecovered(Documents(), written->content);
@@ -183,6 +210,7 @@ void RecoveryList::DeleteListed()
 {
     WaitCursor wait(Documents().frame);
     std::erase_if(rows_, [&](const RecoveryRow& row) {
+        if (row.kept) ForgetCopy(*row.kept);
         const AdoptedFiles adopted = Adopt(row);
         return adopted.copy.empty() == row.copy.empty() && adopted.journal.empty() == row.journal.empty();
     });

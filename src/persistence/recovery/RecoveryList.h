@@ -3,12 +3,14 @@
 
 #include "persistence/recovery/JournalFile.h"
 #include "persistence/recovery/modAutoRecover.h"
+#include "platform/posix/KeptCopies.h"
 
 #include <optional>
 
 namespace nib {
 
-/// A document that can be had back, from its recovery copy, its journal, or both.
+/// A document that can be had back, from its recovery copy, its journal, or both; or a file whose save was cut short,
+/// with its old content.
 struct RecoveryRow {
     Text document;
     Text place; ///< account and connection of an item, folder of a file; empty where that is not known
@@ -17,6 +19,7 @@ struct RecoveryRow {
     bool checked = true;
     Text copy;           ///< name of the recovery copy; empty when there is none
     std::string journal; ///< name of the journal; empty when there is none
+    std::optional<KeptCopy> kept;
 };
 
 /// How the form was left.
@@ -50,6 +53,8 @@ private:
     };
 
     void AddRow(const Written& written, Text copy, std::string journal);
+    void AddKept(const KeptCopy& kept);
+    bool PutBack(const KeptCopy& kept);
     bool Recover(const RecoveryRow& row);
     std::optional<Written> ReadCopy(TextView name);
     std::optional<Written> ReadJournal(const std::string& name);

@@ -4,6 +4,7 @@
 #include "documents/mvDocument.h"
 #include "persistence/store/TextFile.h"
 #include "platform/posix/FileName.h"
+#include "platform/posix/KeptCopies.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -277,13 +278,14 @@ bool modAutoRecover::IsOrphan(TextView name)
 
 void modAutoRecover::CheckAutoRecover()
 {
-    const bool journals = !OrphanJournals().empty();
-    if (!FindAutoRecoverFolder(journals)) return;
+    ClearLeftovers(ports_.saver.BackupFolder());
+    const bool others = !OrphanJournals().empty() || !UnsettledCopies(ports_.saver.BackupFolder()).empty();
+    if (!FindAutoRecoverFolder(others)) return;
     DynamicArray names;
     names.Parse({}, u"\r\n");
     for (const Text& name : NamesIn(AutoRecoverFolder_))
         if (IsOrphan(name)) names.Append(name);
-    if ((journals || names.Count() > 0) && ports_.showDialog) ports_.showDialog(AutoRecoverFolder_, names);
+    if ((others || names.Count() > 0) && ports_.showDialog) ports_.showDialog(AutoRecoverFolder_, names);
 }
 
 std::vector<std::string> modAutoRecover::OrphanJournals()

@@ -41,6 +41,7 @@ public:
     /// Stops a save by throwing. Called when all is ready, right before the old content goes.
     using LastCheck = std::function<void()>;
 
+    const std::string& BackupFolder() const { return backupFolder_; }
     /// Throws SystemFailure naming the file; the file then has its old content, except for the two kinds above. Answers
     /// the state of the new file.
     FileStamp Save(const std::string& path, std::string_view bytes, const LastCheck& check = {}) const;

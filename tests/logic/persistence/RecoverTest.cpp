@@ -172,6 +172,28 @@ TEST_F(RecoveryTest, ADeletionThatFailsIsToldAndTheRowStays)
     ASSERT_EQ(session->t.boxes.Take().size(), 1U);
 }
 
+TEST_F(RecoveryTest, AFileWhoseSaveWasCutShortGetsItsOldContentBack)
+{
+    const std::string file = folder.File("item", "torn\0\0\0");
+    const std::string copies = session->t.copies.BackupFolder();
+    const auto interrupted = [&] {
+        folder.Folder("backups");
+        CopyKeeper keeper(copies, file);
+        ASSERT_EQ(keeper.Keep("old\ntext\n", "new\ntext\n"), 0);
+        keeper.Leave();
+    };
+    interrupted();
+    RecoveryList& list = session->List();
+    ASSERT_EQ(list.Rows().size(), 1U);
+    EXPECT_EQ(list.Rows()[0].document, u"item as it was before a save that was cut short");
+    list.RecoverChecked();
+    EXPECT_EQ(ReadWholeFile(file).Bytes(), "old\ntext\n");
+    EXPECT_TRUE(std::filesystem::is_empty(copies));
+    interrupted();
+    EXPECT_TRUE(session->List().Rows().empty()) << "the file is whole";
+    EXPECT_TRUE(std::filesystem::is_empty(copies)) << "and the copy settled";
+}
+
 TEST_F(RecoveryTest, RecoveryThatFailsLeavesTheRow)
 {
     File("1.001", "A\r\n");
