@@ -55,6 +55,10 @@ public:
     virtual void SetWindowState(int32_t state) = 0;
     virtual int32_t WindowState() const = 0;
     virtual bool IsActive() const = 0;
+    /// Where it stands among the others when it is normal, as it can be handed back in another run; empty when it is
+    /// not normal.
+    virtual Text Placement() const { return {}; }
+    virtual void SetPlacement(TextView /*placement*/) {}
 };
 
 /// Makes the window of a document; which kind is its own choice.

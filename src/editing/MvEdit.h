@@ -75,6 +75,7 @@ struct MvEdit {
     bool NoGotoDialog = false;
     bool GotoLineNumber = false;
     bool AutoRecover = true;
+    bool ReopenDocuments = false; ///< at the next start, after an ordinary end
     bool ToolbarHotTrack = true;
     bool ToolbarLargeIcons = false;
     Text ResultsFontName;
@@ -165,6 +166,7 @@ inline constexpr SettingRow kSettings[] = {
     {u"SearchEOD", &MvEdit::SearchEOD, SettingRule::UpToTwo},
     {u"DisableHostConfig", &MvEdit::DisableHostConfig},
     {u"RecentSearch", RecentMember{&MvEdit::RecentSearches, {}}},
+    {u"ReopenDocuments", &MvEdit::ReopenDocuments},
 };
 
 /// The row of this name, which must exist.

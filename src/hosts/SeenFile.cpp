@@ -13,6 +13,8 @@ namespace {
 constexpr int64_t kSecond = 1'000'000'000;
 /// The clock of file times stands still for up to 10 ms; a further program may hold on to what it wrote before.
 constexpr int64_t kGrain = kSecond / 20;
+/// No program writes that much within a tick, and to read it again would make the next save slower.
+constexpr int64_t kLargestDoubt = 8 << 20;
 
 /// A further change of a file gives it another stamp than this one, which was taken right now. The clock of a distant
 /// disk may be ahead of ours; then there is no telling.
@@ -21,7 +23,7 @@ bool IsCertain(const FileStamp& stamp)
     timespec now{};
     clock_gettime(CLOCK_REALTIME, &now);
     const int64_t age = static_cast<int64_t>(now.tv_sec) * kSecond + now.tv_nsec - stamp.changed;
-    return age > kGrain || age < -kSecond;
+    return age > kGrain || age < -kSecond || stamp.size > kLargestDoubt;
 }
 
 FileStamp Look(const std::string& path)

@@ -99,7 +99,15 @@ bool FileCommands::FileCloseAll()
 
 void FileCommands::FileExit()
 {
-    if (FileCloseAll()) program_.Window().Unload();
+    if (CloseAllToEnd()) program_.Window().Unload();
+}
+
+bool FileCommands::CloseAllToEnd()
+{
+    IgnoringErrors([&] { program_.Session().Remember(); });
+    const bool closed = FileCloseAll();
+    if (!closed) program_.Session().Forget();
+    return closed;
 }
 
 /// Null when the present place cannot be had: then above all the user must be able to pick another.

@@ -26,6 +26,8 @@ public:
     /// Ends at the first document that stays open; those closed before stay closed.
     bool FileCloseAll();
     void FileExit();
+    /// FileCloseAll before the program ends.
+    bool CloseAllToEnd();
     /// `message` empty: "Save changes to ... ?". `buttons` is a button set of the message box.
     Saved IsDocumentSaved(mvDocument& document, Text message, int32_t buttons);
     /// To the recent files; a local file that is among them under another path loses that.

@@ -1,5 +1,6 @@
 #include "shell/Program.h"
 
+#include "platform/posix/FileName.h"
 #include "shell/Commands.h"
 #include "shell/menus/FrameKeys.h"
 #include "shell/menus/MenuModel.h"
@@ -15,6 +16,7 @@ constexpr TextView kFontFiles[] = {u"DejaVuSansMono.ttf", u"DejaVuSansMono-Bold.
 constexpr TextView kPreferredFont = u"DejaVu Sans Mono";
 constexpr int32_t kMinutesBetweenPasses = 5;
 constexpr TextView kNoSettings = u"Settings cannot be stored: ";
+constexpr TextView kSessionFolder = u"/Orlin/Nib/Documents";
 constexpr TextView kNoCopies = u"No recovery copies can be kept: ";
 
 /// The part of a place that a switch names; null for what is no such switch.
@@ -46,6 +48,14 @@ Text ItemPath(const Location& place, const Text& itemId)
     return ComposeHostPath({place.Provider, place.ServerName, place.Database, place.Folder, itemId});
 }
 
+bool OpensAny(const CommandLine& line)
+{
+    using Kind = CommandLineAction::Kind;
+    return std::any_of(line.actions.begin(), line.actions.end(), [](const CommandLineAction& action) {
+        return action.kind == Kind::OpenFile || action.kind == Kind::OpenItem;
+    });
+}
+
 } // namespace
 
 Program::Program(const ProgramPorts& ports, StartMode mode)
@@ -57,6 +67,10 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
                                                     ports_.dialogs.OfferRecovered(recovery_, folder, names);
                                                 },
                                                 [this](TextView fault) { Trouble(kNoCopies, fault); }}),
+      session_({services_, ports.copies, ports.timers,
+                ports.localData.empty() ? std::string() : ToFileName(ports.localData + Text(kSessionFolder)),
+                [this] { return recovery_.SessionName(); },
+                [this](TextView name) { return !recovery_.IsOrphan(name); }}),
       automationHost_(*this, ports.events),
       automation_(services_, automationHost_, ports.events, mode == StartMode::Automation), files_(*this),
       outside_(*this), history_(services_, ports.clock)
@@ -97,7 +111,19 @@ void Program::Start(const CommandLine& line)
     ports_.events.Ready(); // what follows may ask the user, and clients do not wait for the answer
     if (mode_ == StartMode::Automation) return;
     recovery_.CheckAutoRecover();
+    if (!shuttingDown_) Reopen(line);
     if (!shuttingDown_) ParseCmdLine(line);
+    if (!OpensAny(line)) session_.ActivateRestored();
+    session_.Start();
+}
+
+void Program::Reopen(const CommandLine& line)
+{
+    const std::vector<Text> failed = session_.Restore(settings_.ReopenDocuments && !OpensAny(line));
+    if (failed.empty()) return;
+    Text names;
+    for (const Text& name : failed) names += (names.empty() ? u"" : u", ") + name;
+    ports_.mainWindow.SetStatusText(1, u"Not opened again: " + names);
 }
 
 void Program::LoadSettings()
@@ -249,6 +275,7 @@ void Program::TakeDown()
     AutoSaveTimer_.reset();
     nextTurn_.reset();
     recovery_.EndAutoSaveSession();
+    session_.End(settings_.ReopenDocuments);
     ports_.mainWindow.Unload();
     ports_.dialogs.Unload();
     for (auto& document : openDocuments_.All()) document->FileClose(false);
@@ -261,7 +288,7 @@ void Program::TakeDown()
 
 void Program::KeepAll()
 {
-    IgnoringErrors([&] { recovery_.AutoSaveDocuments(); }, [&] { recovery_.FlushJournals(); },
+    IgnoringErrors([&] { recovery_.AutoSaveDocuments(); }, [&] { recovery_.FlushJournals(); }, [&] { session_.Save(); },
                    [&] { settings_.SaveSettings(ports_.store); }, [&] { ports_.store.Flush(); });
 }
 

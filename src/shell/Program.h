@@ -6,6 +6,7 @@
 #include "documents/DocumentServices.h"
 #include "documents/DocumentSettings.h"
 #include "documents/mvDocument.h"
+#include "persistence/recovery/DocumentSession.h"
 #include "persistence/recovery/modAutoRecover.h"
 #include "persistence/store/SettingsStore.h"
 #include "platform/Desktop.h"
@@ -124,6 +125,7 @@ public:
     Application& Automation() { return automation_; }
     AutomationHost& ClientCommands() { return automationHost_; }
     modAutoRecover& Recovery() { return recovery_; }
+    DocumentSession& Session() { return session_; }
     NavigationHistory& History() { return history_; }
     mvDocuments& OpenDocuments() { return openDocuments_; }
     CurrentPlace& Place() { return place_; }
@@ -148,6 +150,7 @@ private:
 
     void AutoSaveTimer_Timer();
     void Start(const CommandLine& line);
+    void Reopen(const CommandLine& line);
     void LoadSettings();
     void ParseCmdLine(const CommandLine& line);
     void OpenFromCommandLine(const CommandLine& line);
@@ -167,6 +170,7 @@ private:
     DocumentServices services_;
     HostConfiguration hostConfiguration_;
     modAutoRecover recovery_;
+    DocumentSession session_;
     AutomationHost automationHost_;
     Application automation_;
     FileCommands files_;

@@ -88,6 +88,14 @@ void SourceDocument::ClearBookmarks()
         if (HasBookmark(line)) ToggleBookmark(line);
 }
 
+std::vector<int32_t> SourceDocument::LinesWith(uint32_t controlBit, bool any) const
+{
+    std::vector<int32_t> lines;
+    for (int32_t line = 0; any && line < LineCount(); ++line)
+        if (lines_.Word(line, 0) & controlBit) lines.push_back(line);
+    return lines;
+}
+
 int32_t SourceDocument::FindBookmark(int32_t line, bool backward) const
 {
     if (bookmarks_ == 0) return -1;

@@ -111,6 +111,7 @@ public:
     bool HasBookmark(int32_t line) const { return lines_.Word(ClampLine(line), 0) & line_bits::kBookmark; }
     void ToggleBookmark(int32_t line);
     void ClearBookmarks();
+    std::vector<int32_t> BookmarkedLines() const { return LinesWith(line_bits::kBookmark, bookmarks_ > 0); }
     int32_t BookmarkCount() const { return bookmarks_; }
     /// The next bookmarked line after `line` in the direction, round the ends; -1 when there is none.
     int32_t FindBookmark(int32_t line, bool backward) const;
@@ -127,6 +128,8 @@ public:
     BlockPart BlockAt(int32_t line) const;
     /// Last line of the block that `line` heads, -1 when it heads none.
     int32_t BlockEnd(int32_t line);
+    /// First lines of collapsed blocks.
+    std::vector<int32_t> CollapsedLines() const { return LinesWith(own_bits::kCollapsed, folder_.AnyCollapsed()); }
     /// `line` is a head; does nothing when it is none. Collapsing needs all lines scanned and sees to it.
     void CollapseBlock(int32_t line);
     void ExpandBlock(int32_t line);
@@ -155,6 +158,7 @@ private:
     /// Whoever walks from hit to hit asks for the same text each time.
     const TextSearch& Prepared(TextView text, FindOptions options) const;
 
+    std::vector<int32_t> LinesWith(uint32_t controlBit, bool any) const;
     void RefuseInCallback() const;
     void RefuseInStep() const;
     Position PutText(Position at, TextView text);

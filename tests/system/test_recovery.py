@@ -148,6 +148,32 @@ def no_end_takes_what_was_typed(desktop):
         recovers(desktop, b"typed ")
 
 
+def open_documents_come_back(desktop):
+    """After a crash, with the caret where it was; after an ordinary end where the user has asked for it."""
+    desktop.sample_accounts()
+    local = desktop.folder / "local.txt"
+    local.write_text("".join(f"line {n}\n" for n in range(1, 200)), encoding="utf-8")
+    program = desktop.start(local, *MENU)
+    desktop.wait_window(r"BP MENU on |local\.txt")
+    eventually("the local file", lambda: desktop.keys("ctrl+F6") or "local" in desktop.active_title())
+    desktop.keys("ctrl+End", "Up", "Home")
+    time.sleep(6)
+    program.kill()
+    for end_it in (lambda: program.kill(), lambda: end(desktop, program)):
+        program = desktop.start()
+        desktop.wait_active(r"\[local\.txt\]$")
+        desktop.type_text("here ")
+        desktop.wait_active(r"\[\*local\.txt\]$")
+        desktop.keys("ctrl+s")
+        desktop.wait_active(r"\[local\.txt\]$")
+        expect(local.read_bytes().splitlines()[-1].startswith(b"here "), "the caret is where it was")
+        time.sleep(6)
+        end_it()
+    program = desktop.start()
+    desktop.wait_active(r"^Nib$")
+    stays("no document", lambda: program.alive() and desktop.active_title() == "Nib")
+
+
 def the_end_of_the_session_asks_nothing(desktop):
     desktop.sample_accounts()
     (desktop.home / ".xsmstartup").write_text(f"{desktop.program} {' '.join(MENU)}\n", encoding="utf-8")
@@ -216,5 +242,5 @@ def a_full_folder_and_foreign_files_are_borne_in_silence(desktop):
 
 if __name__ == "__main__":
     lib.run(a_crash_brings_the_documents_back, no_end_takes_what_was_typed, the_end_of_the_session_asks_nothing,
-            cancel_asks_again_and_a_running_copy_is_left_alone,
+            open_documents_come_back, cancel_asks_again_and_a_running_copy_is_left_alone,
             a_full_folder_and_foreign_files_are_borne_in_silence)

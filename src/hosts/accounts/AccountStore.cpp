@@ -14,6 +14,9 @@ namespace nib {
 
 namespace {
 
+/// Of verbs and configuration: what is larger is none, and must not hold up a start.
+constexpr size_t kLargestRecord = 4 << 20;
+
 bool IsKept(unsigned char c, size_t at)
 {
     return c >= 0x20 && c != 0x7F && c != '/' && c != '%' && (c != '.' || at > 0);
@@ -114,7 +117,7 @@ Text AccountStore::ReadRecord(TextView account, TextView file, TextView item) co
     const std::string path = folder + "/" + FindName(folder, item);
     if (!IsPlainFile(path)) return {};
     TextForm form;
-    return coding_.Decode(ReadWholeFile(path).Bytes(), form, Text(file) + u" " + Text(item));
+    return coding_.Decode(ReadWholeFile(path, kLargestRecord).Bytes(), form, Text(file) + u" " + Text(item));
 }
 
 TextView Attribute(TextView record, int32_t number)

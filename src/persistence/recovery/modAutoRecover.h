@@ -80,6 +80,10 @@ public:
     /// The document holds the text of these: it goes on with the copy, and the journal goes once it has one of its own.
     void HandOver(const AdoptedFiles& files, mvDocument& document);
     std::string JournalFolder() const;
+    /// The number of this session as names of files begin with it; empty when it has none.
+    Text SessionName() { return EnsureSession() ? SessionDigits(session_) : Text(); }
+    /// A file of this name belongs to no session that runs.
+    bool IsOrphan(TextView name);
     void EndAutoSaveSession();
     /// Copies what has changed before control goes to where it may not come back from; until the release the copies
     /// outlast even a clean end. Answers the guard's number, 0 when there was nothing to guard.
@@ -101,7 +105,6 @@ private:
     void SaveDocument(mvDocument& document);
     Text NameFor(const mvDocument& document);
     bool IsTaken(const mvDocument& document, TextView name);
-    bool IsOrphan(TextView name);
     bool AutoRecover() const { return ports_.documents.settings.AutoRecover; }
 
     AutoRecoverPorts ports_;

@@ -27,9 +27,9 @@ constexpr int kRows = 5;
 constexpr int kPrefixChars = 8;
 
 /// The order of the check boxes, column by column.
-constexpr TextView kChecks[] = {u"chkLineWrap",      u"chkHighlight",     u"chkCollapseBlocks",
-                                u"chkCaseSensitive", u"chkColorPrinting", u"chkAutoRecover",
-                                u"chkLocking",       u"chkLargeIcons",    u"chkMinMaxClose"};
+constexpr TextView kChecks[] = {u"chkLineWrap",      u"chkHighlight",   u"chkCollapseBlocks", u"chkCaseSensitive",
+                                u"chkColorPrinting", u"chkAutoRecover", u"chkReopen",         u"chkLocking",
+                                u"chkLargeIcons",    u"chkMinMaxClose"};
 
 const SettingSwitch& SwitchNamed(TextView name)
 {

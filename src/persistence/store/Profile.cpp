@@ -7,6 +7,9 @@
 #include "platform/posix/FileName.h"
 
 #include <algorithm>
+#include <cerrno>
+
+#include <sys/stat.h>
 
 namespace nib {
 
@@ -57,6 +60,13 @@ bool SameName(TextView a, TextView b)
     for (; i < a.size() && i < b.size() && a[i] < 0x80 && b[i] < 0x80; ++i)
         if (LowerAscii(a[i]) != LowerAscii(b[i])) return false;
     return i == a.size() || i == b.size() ? a.size() == b.size() : EqualsNoCase(a.substr(i), b.substr(i));
+}
+
+/// Also where a part of its path is no folder, or a link leads to itself.
+bool IsMissing(const std::string& path)
+{
+    struct stat status {};
+    return stat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR || errno == ELOOP);
 }
 
 bool FitsOneLine(TextView name)
@@ -247,19 +257,17 @@ FileHold ProfileDisk::Hold(TextView path) const
 
 std::optional<ProfileFile> ReadProfile(TextView path, ProfileFile::Encoding unmarked)
 {
-    const std::string name = ToFileName(path);
-    FileContent content;
-    const int error = SystemErrorOf([&] { content = ReadWholeFile(name, kLargestProfile); });
-    const bool missing = error == ENOENT || error == ENOTDIR || error == ELOOP;
-    if (error != 0 && !(missing && !StampOf(name).Exists())) return std::nullopt;
-    return ProfileFile(content.Bytes(), unmarked);
+    return ReadOrTell({FileSaver({})}, path, unmarked);
 }
 
 std::optional<ProfileFile> ReadOrTell(const ProfileDisk& disk, TextView path, ProfileFile::Encoding unmarked)
 {
-    std::optional<ProfileFile> profile = ReadProfile(path, unmarked);
-    if (!profile && disk.trouble) disk.trouble(Text(path) + u" cannot be read");
-    return profile;
+    const std::string name = ToFileName(path);
+    FileContent content;
+    const std::optional<Error> failure = FailureOf([&] { content = ReadWholeFile(name, kLargestProfile); });
+    if (!failure || IsMissing(name)) return ProfileFile(content.Bytes(), unmarked);
+    if (disk.trouble) disk.trouble(failure->description);
+    return std::nullopt;
 }
 
 bool WriteProfile(const ProfileDisk& disk, TextView path, const ProfileFile& profile)

@@ -144,6 +144,24 @@ int32_t frmDocument::WindowState() const
     return window_->isMaximized() ? window_state::kMaximized : window_state::kNormal;
 }
 
+Text frmDocument::Placement() const
+{
+    if (WindowState() != window_state::kNormal) return {};
+    const QRect at = window_->geometry();
+    return ToText(QStringLiteral("%1 %2 %3 %4").arg(at.x()).arg(at.y()).arg(at.width()).arg(at.height()));
+}
+
+void frmDocument::SetPlacement(TextView placement)
+{
+    const QStringList numbers = ToQString(placement).split(u' ');
+    if (numbers.size() != 4) return;
+    const QRect at(numbers[0].toInt(), numbers[1].toInt(), numbers[2].toInt(), numbers[3].toInt());
+    // The frame may be smaller than it was; a title bar out of reach is a window that cannot be moved.
+    if (!window_->parentWidget() || !window_->parentWidget()->rect().contains(at.topLeft())) return;
+    window_->showNormal();
+    window_->setGeometry(QRect(at.topLeft(), at.size().expandedTo(window_->minimumSizeHint())));
+}
+
 void frmDocument::StateChanged()
 {
     if (std::exchange(lastState_, WindowState()) != lastState_) mainWindow_.ChildStateChanged(*this);

@@ -37,6 +37,8 @@ public:
     bool AutoSaveFlag() const override { return autoSaveFlag_; }
     void SetWindowState(int32_t state) override;
     int32_t WindowState() const override;
+    Text Placement() const override;
+    void SetPlacement(TextView placement) override;
     bool IsActive() const override;
 
     // ViewEvents

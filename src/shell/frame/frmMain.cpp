@@ -171,7 +171,7 @@ void frmMain::Unload()
 void frmMain::closeEvent(QCloseEvent* event)
 {
     if (!unloading_ && loaded_) {
-        if (!program_->Files().FileCloseAll()) return event->ignore();
+        if (!program_->Files().CloseAllToEnd()) return event->ignore();
         unloading_ = true;
     }
     event->accept();
