@@ -3,6 +3,7 @@
 import os
 import shutil
 import subprocess
+import time
 
 import lib
 from lib import expect, expect_equal, expect_file
@@ -77,6 +78,9 @@ def a_folder_that_vanishes_keeps_the_document(desktop):
     shutil.rmtree(folder)
     desktop.type_text("more ")
     desktop.keys("ctrl+s")
+    desktop.wait_box()
+    desktop.keys("alt+k")  # keeps the text of what is gone, and then says that there is no place for it
+    time.sleep(0.5)
     desktop.wait_box()
     desktop.keys("Escape")
     desktop.wait_active(r"\[\*a\.txt \(New\)\]")

@@ -46,7 +46,7 @@ def a_local_file_with_mixed_ends_and_tabs(desktop):
     desktop.wait_active(r"\[mixed file\.txt\]")
     desktop.type_text("X")
     desktop.keys("ctrl+s")
-    expect_file(path, b"Xone   tab\r\ntwo\r\nthree\r\n")
+    expect_file(path, b"Xone   tab\r\ntwo\nthree\r\n")
 
 
 def closing_asks_about_changes(desktop):
