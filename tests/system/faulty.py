@@ -194,9 +194,17 @@ class Driven:
 
     def accept_settings(self):
         """The dialog, and Return in it; the file is written at the next turn of the loop."""
-        for key in ("alt+t", "Up", "Return"):
-            self.screen.key(self.main, key)
-        dialog = self.soon("the dialog of the settings", lambda: self.titled("Nib Settings"))
+        pressed = 0.0
+
+        def dialog_is_up():
+            nonlocal pressed
+            # Once more when the menu was not ready for the next key.
+            if time.monotonic() > pressed + 1:
+                pressed = time.monotonic()
+                for key in ("Escape", "alt+t", "Up", "Return"):
+                    self.screen.key(self.main, key)
+            return self.titled("Nib Settings")
+        dialog = self.soon("the dialog of the settings", dialog_is_up)
         self.screen.key(dialog or 0, "Return")
         self.soon("the end of the dialog", lambda: self.titled("Nib Settings") != dialog)
         for _ in range(3):
