@@ -21,7 +21,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int kKeys = 4000;
 constexpr auto kBetweenKeys = 1237us;
-constexpr auto kBetweenSlices = 10ms;
+constexpr auto kBetweenSlices = 5ms;
 
 /// One thread, as the window's is: a key that comes while a slice is copied waits for its end.
 void TypeInto(SourceDocument& text, DocumentJournal* journal, std::vector<double>& waits)
@@ -32,7 +32,7 @@ void TypeInto(SourceDocument& text, DocumentJournal* journal, std::vector<double
         const auto arrival = start + key * kBetweenKeys;
         while (Clock::now() < arrival) {
             if (journal && journal->IsCopying() && nextSlice <= Clock::now()) {
-                journal->CopySlice(1000us);
+                journal->CopySlice(250us);
                 nextSlice = Clock::now() + kBetweenSlices;
             } else {
                 std::this_thread::sleep_until(std::min(arrival, std::max(nextSlice, Clock::now() + 50us)));

@@ -6,6 +6,7 @@
 #include "hosts/HostConnection.h"
 #include "hosts/accounts/AccountLink.h"
 #include "hosts/accounts/AccountStore.h"
+#include "hosts/accounts/VerbTrust.h"
 #include "hosts/picker/frmItemPicker.h"
 #include "persistence/store/QtSettingsHive.h"
 #include "persistence/store/modPersistSettings.h"
@@ -48,7 +49,7 @@ std::optional<Text> EnvironmentValue(TextView name)
 class SettingsFiles {
 public:
     SettingsFiles(const std::string& backupFolder, Text programFolder)
-        : disk_{FileSaver(backupFolder)}, settings_(hive_, disk_, std::move(programFolder), EnvironmentValue)
+        : disk_{FileSaver(backupFolder, kUserOnly)}, settings_(hive_, disk_, std::move(programFolder), EnvironmentValue)
     {
     }
 
@@ -143,8 +144,10 @@ int main(int argc, char** argv)
     QtWaitNotice notice(&mainWindow);
     HostConfig hosts = HostConfig::FromEnvironment();
     Text sampleFault = MakeSampleAccount(places.data, hosts);
-    HostConnection connection(hosts, picker, boxes, AccountLinks({places.programs, &notice}));
     SettingsFiles settings(hosts.backupFolder, places.settings);
+    VerbTrust trust(settings.Store(), boxes);
+    const auto mayRun = [&](TextView account, TextView command) { return trust.MayRun(account, command); };
+    HostConnection connection(hosts, picker, boxes, AccountLinks({places.programs, &notice, mayRun}));
     PosixSessionToken token(PosixSessionToken::UsualFolders());
     auto views = [&](mvDocument& document) -> std::unique_ptr<clsDocView> {
         return std::make_unique<frmDocument>(mainWindow, clipboard, document);
@@ -173,6 +176,7 @@ int main(int argc, char** argv)
         });
     program.Main(ReadCommandLine(argc, argv));
     if (program.IsShuttingDown()) return EXIT_SUCCESS;
-    if (!sampleFault.empty()) program.ReportError(sampleFault);
+    for (const Text& fault : {hosts.fault, sampleFault})
+        if (!fault.empty()) program.ReportError(fault);
     return QApplication::exec();
 }

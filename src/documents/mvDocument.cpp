@@ -145,17 +145,20 @@ void mvDocument::SetHighlight(bool highlight)
     if (SourceView* source = Source()) source->Document().UpdateLines(0, source->Document().LineCount() - 1);
 }
 
-bool mvDocument::Ask(TextView question)
+int32_t mvDocument::Show(TextView text, int32_t flags)
 {
     services_.frame.SetWaitCursor(false);
-    return services_.shell.ShowMessage(question, message_box::kYesNo | message_box::kQuestion) ==
-           message_box::kAnswerYes;
+    return services_.shell.ShowMessage(text, flags);
+}
+
+bool mvDocument::Ask(TextView question)
+{
+    return Show(question, message_box::kYesNo | message_box::kQuestion) == message_box::kAnswerYes;
 }
 
 void mvDocument::Warn(TextView text)
 {
-    services_.frame.SetWaitCursor(false);
-    services_.shell.ShowMessage(text, message_box::kOk | message_box::kWarning);
+    Show(text, message_box::kOk | message_box::kWarning);
 }
 
 bool mvDocument::Attempt(TextView where, const std::function<bool()>& body)

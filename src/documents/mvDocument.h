@@ -129,6 +129,7 @@ public:
 
 private:
     SourceView* Source() const { return view_ ? &view_->txtText() : nullptr; }
+    int32_t Show(TextView text, int32_t flags);
     bool Ask(TextView question);
     void Warn(TextView text);
     /// A failure of `body` is logged and shown, and counts as false.

@@ -2,6 +2,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/DocumentServices.h"
+#include "documents/Overwriting.h"
 #include "documents/mvDocument.h"
 #include "hosts/StoredText.h"
 #include "text/TextSearch.h"
@@ -93,7 +94,7 @@ Text mvDocument::LockedQuestion(TextView path)
     auto item = services_.connection.OpenServerForPath(path, false, false);
     if (services_.openDocuments.On(*item))
         return item->DisplayPath() + u" is open in another window. Open in \"read only\" mode instead?";
-    return nib::LockedQuestion(item->DisplayPath());
+    return nib::LockedQuestion(item->DisplayPath(), item->LockHolder());
 }
 
 bool mvDocument::ItemOpen(std::shared_ptr<mvItem> item, bool readOnly)
@@ -120,6 +121,8 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
         item->SetReadOnly(true);
         services_.frame.SetWaitCursor(true);
     }
+    // Whoever only reads keeps nobody from writing, also where it turned out after the lock was taken.
+    if (item->ReadOnly()) item->LockItem(false);
     // Not before: the old text must never be saved as an item that could not be read, nor go without a question.
     Text stored = ReadFrom(*item);
     if (!ConfirmClose()) return false;
@@ -212,21 +215,11 @@ bool mvDocument::FileSaveAs(TextView path)
 
 bool mvDocument::MayOverwrite(mvItem& item)
 {
-    if (item_ && item_->Path() == item.Path()) {
-        if (!item_->ReadOnly()) return true;
-        Warn(u"Item '" + item.ItemID() + u"' is open in read-only mode. Please save using a different name.");
-        return false;
-    }
-    if (!item.IsItem()) {
-        Warn(u"'" + item.ItemID() + u"' appears to be a file or folder and cannot be overwritten!");
-        return false;
-    }
-    if (!item.Exists()) return true;
-    if (item.ReadOnly()) {
-        Warn(u"Item '" + item.ItemID() + u"' exists and cannot be overwritten. Please save using a different name.");
-        return false;
-    }
-    return Ask(u"Item '" + item.ItemID() + u"' exists. Overwrite?");
+    if (!item_ || item_->Path() != item.Path())
+        return nib::MayOverwrite(item, [this](TextView text, int32_t flags) { return Show(text, flags); });
+    if (!item_->ReadOnly()) return true;
+    Warn(u"Item '" + item.ItemID() + u"' is open in read-only mode. Please save using a different name.");
+    return false;
 }
 
 bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
@@ -236,10 +229,8 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
     if (!MayOverwrite(*item)) return false;
     bool sameItem = item_ && item_->Path() == item->Path();
     if (sameItem) item = item_; // it may hold the lock; a second binding to the same item would lose it
-    if (services_.settings.RecordLocking && FailureOf([&] { item->LockItem(true); })) {
-        Warn(u"Item '" + item->ItemID() + u"' is currently locked and cannot be updated!");
-        return false;
-    }
+    const auto show = [this](TextView text, int32_t flags) { return Show(text, flags); };
+    if (services_.settings.RecordLocking && !LockToWrite(*item, show)) return false;
     SourceView& source = EnsureView().txtText();
     return Attempt(u"mvDocument.ItemSaveAs: error during save", [&] {
         WaitCursor wait(services_.frame);

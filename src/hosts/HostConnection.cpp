@@ -197,7 +197,8 @@ SelectedItem HostConnection::OpenPicked(TextView path, bool readOnly, bool lock)
 
 bool HostConnection::AgreesToReadOnly(TextView path)
 {
-    const Text question = LockedQuestion(OpenServerForPath(path, false, false)->DisplayPath());
+    const auto item = OpenServerForPath(path, false, false);
+    const Text question = LockedQuestion(item->DisplayPath(), item->LockHolder());
     return boxes_.Show(question, message_box::kYesNo | message_box::kQuestion, kTitle) == message_box::kAnswerYes;
 }
 

@@ -1,11 +1,14 @@
 #include "hosts/HostLinks.h"
 
 #include "base/Error.h"
+#include "diagnostics/Guarded.h"
 #include "persistence/store/Profile.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 
 #include <climits>
+#include <optional>
+#include <unordered_map>
 
 #include <unistd.h>
 
@@ -14,6 +17,7 @@ namespace nib {
 namespace {
 
 constexpr TextView kDefaultHost{u"*"};
+constexpr size_t kLargestConfig = 4 << 20;
 
 struct KeyRow {
     TextView key;
@@ -32,30 +36,24 @@ Text MachineName()
     return gethostname(name, sizeof name - 1) == 0 ? FromUtf8(name) : Text(u"localhost");
 }
 
-std::string WithHome(const std::string& path)
+/// Never in the folder that the program happens to work in.
+std::string RootOf(TextView value, const std::string& configFolder)
 {
-    return path == "~" || path.starts_with("~/") ? HomeFolder() + path.substr(1) : path;
+    const std::string path = ToFileName(value);
+    if (path == "~" || path.starts_with("~/")) return HomeFolder() + path.substr(1);
+    return AbsolutePath(path.starts_with('/') ? path : configFolder + "/" + path);
 }
 
-void SetKey(HostSettings& host, TextView key, TextView value)
+void SetKey(HostSettings& host, TextView key, TextView value, const std::string& configFolder)
 {
-    if (EqualsNoCase(key, u"root")) host.root = WithHome(ToFileName(value));
+    if (EqualsNoCase(key, u"root") && !value.empty()) host.root = RootOf(value, configFolder);
     for (const KeyRow& row : kKeys)
         if (EqualsNoCase(key, row.key)) host.*row.member = value;
 }
 
-HostSettings& Section(HostConfig& config, TextView name, const HostSettings& fresh)
-{
-    for (HostSettings& host : config.hosts)
-        if (EqualsNoCase(host.serverName, name)) return host;
-    config.hosts.push_back(fresh);
-    config.hosts.back().serverName = name;
-    return config.hosts.back();
-}
-
 } // namespace
 
-HostConfig HostConfig::Parse(TextView text, const std::string& dataFolder)
+HostConfig HostConfig::Parse(TextView text, const std::string& dataFolder, const std::string& configFolder)
 {
     HostConfig config;
     config.backupFolder = dataFolder + "/Orlin/Nib/SaveCopies";
@@ -63,20 +61,33 @@ HostConfig HostConfig::Parse(TextView text, const std::string& dataFolder)
     fresh.root = dataFolder + "/Orlin/Nib/Accounts";
     fresh.name = MachineName();
     config.hosts.push_back(fresh);
-    HostSettings* host = nullptr;
+    // By name in lower case: there may be many.
+    std::unordered_map<Text, size_t> sections{{Text(kDefaultHost), 0}};
+    std::optional<size_t> host;
     for (const Text& whole : Split(text, u'\n')) {
         const IniLine line(whole, u"#;", true);
-        if (line.kind == IniLine::Kind::Section) host = &Section(config, line.name, fresh);
-        if (line.kind == IniLine::Kind::Key && host) SetKey(*host, line.name, line.value);
+        if (line.kind == IniLine::Kind::Section) {
+            host = sections.try_emplace(ToLower(line.name), config.hosts.size()).first->second;
+            if (*host == config.hosts.size()) config.hosts.emplace_back(fresh).serverName = line.name;
+        }
+        if (line.kind == IniLine::Kind::Key && host) SetKey(config.hosts[*host], line.name, line.value, configFolder);
     }
     return config;
 }
 
 HostConfig HostConfig::FromEnvironment()
 {
-    const std::string file = UserFolder("XDG_CONFIG_HOME", "/.config") + "/Orlin/hosts.conf";
-    const bool there = StampOf(file).Exists();
-    return Parse(there ? FromUtf8(ReadWholeFile(file).Bytes()) : Text(), LocalDataFolder());
+    const std::string folder = UserFolder("XDG_CONFIG_HOME", "/.config") + "/Orlin";
+    const std::string file = folder + "/hosts.conf";
+    Text text;
+    FileStamp stamp;
+    const bool missing = ReadStamp(file, stamp) == 0 && !stamp.Exists();
+    const std::optional<Error> failure = FailureOf([&] {
+        if (!missing) text = FromUtf8(ReadWholeFile(file, kLargestConfig).Bytes());
+    });
+    HostConfig config = Parse(text, LocalDataFolder(), folder);
+    if (failure) config.fault = failure->description + u"\nOnly the default connection can be used.";
+    return config;
 }
 
 const HostSettings& HostConfig::Find(TextView serverName) const

@@ -36,9 +36,11 @@ struct HostSettings {
 struct HostConfig {
     std::vector<HostSettings> hosts; ///< the default connection first
     std::string backupFolder;        ///< for old contents while a file is written in place
+    Text fault;                      ///< why the file could not be read, for the user; then all is as without one
 
-    static HostConfig Parse(TextView text, const std::string& dataFolder);
-    /// From $XDG_CONFIG_HOME/Orlin/hosts.conf and $XDG_DATA_HOME.
+    /// A relative root is taken from the folder of the file, `configFolder`.
+    static HostConfig Parse(TextView text, const std::string& dataFolder, const std::string& configFolder = "/");
+    /// From $XDG_CONFIG_HOME/Orlin/hosts.conf and $XDG_DATA_HOME. Whatever that file is, it does not throw.
     static HostConfig FromEnvironment();
     /// Throws kPathNotFound for a connection that is not configured. An empty name is the default one.
     const HostSettings& Find(TextView serverName) const;

@@ -3,8 +3,6 @@
 #include "platform/posix/FileName.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstring>
 
 #include <time.h>
 
@@ -36,9 +34,15 @@ FileStamp Look(const std::string& path)
 
 } // namespace
 
-SeenFile::SeenFile(const FileStamp& stamp, std::string_view bytes)
-    : stamp_(stamp), prints_{PrintOf(bytes)}, certain_(IsCertain(stamp))
+SeenFile::SeenFile(const FileStamp& stamp, std::string_view bytes) : prints_{PrintOf(bytes)}
 {
+    SetStamp(stamp);
+}
+
+void SeenFile::SetStamp(const FileStamp& stamp)
+{
+    stamp_ = stamp;
+    certain_ = IsCertain(stamp);
 }
 
 SeenFile SeenFile::Now(const std::string& path)
@@ -54,16 +58,7 @@ SeenFile SeenFile::Now(const std::string& path)
 
 SeenFile::Print SeenFile::PrintOf(std::string_view bytes)
 {
-    // One changed word always shows: each step can be undone.
-    constexpr uint64_t kOdd = 0x9E3779B97F4A7C15;
-    uint64_t hash = bytes.size();
-    size_t at = 0;
-    for (uint64_t word = 0; at + sizeof word <= bytes.size(); at += sizeof word) {
-        std::memcpy(&word, bytes.data() + at, sizeof word);
-        hash = std::rotl((hash ^ word) * kOdd, 29);
-    }
-    for (; at < bytes.size(); ++at) hash = std::rotl((hash ^ static_cast<unsigned char>(bytes[at])) * kOdd, 29);
-    return {static_cast<int64_t>(bytes.size()), hash};
+    return {static_cast<int64_t>(bytes.size()), HashBytes(bytes)};
 }
 
 Text SeenFile::Version() const

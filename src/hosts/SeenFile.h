@@ -21,8 +21,10 @@ public:
     static SeenFile Now(const std::string& path);
 
     bool Exists() const { return stamp_.Exists(); }
-    /// These would be no change either: a write of them was tried, and how it ended is not known.
-    void Accept(std::string_view bytes) { prints_.push_back(PrintOf(bytes)); }
+    /// The bytes stay, in a file with this stamp.
+    void SetStamp(const FileStamp& stamp);
+    /// That would be no change either: to write it was tried, and how that ended is not known.
+    void Accept(const SeenFile& other) { prints_.insert(prints_.end(), other.prints_.begin(), other.prints_.end()); }
     /// Of its bytes, for comparison alone; empty when they are not known.
     Text Version() const;
     /// Throws SystemFailure when the file cannot be looked at.

@@ -74,7 +74,16 @@ void StoredText::Write(TextView text)
     odd_.clear();
     formTaken_ = false;
     CheckUnchanged();
-    known_.emplace(saver_.Save(path_, bytes), bytes);
+    SeenFile written({}, bytes);
+    // However a write that fails ends, what it may have left is no change by another.
+    if (known_) known_->Accept(written);
+    try {
+        written.SetStamp(saver_.Save(path_, bytes, [this] { CheckUnchanged(); }));
+    } catch (const DamagedFile&) {
+        IgnoringErrors([&] { known_ = SeenFile::Now(path_); });
+        throw;
+    }
+    known_ = std::move(written);
 }
 
 bool StoredText::TakeForm(const StoredText& other)

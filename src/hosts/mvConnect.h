@@ -51,10 +51,16 @@ inline bool IsLocked(const Error& error)
 {
     return error.number == error_number::kLocked || error.number == error_number::kLockedElsewhere;
 }
-/// What the user is asked about an item that somebody else holds.
-inline Text LockedQuestion(TextView displayPath)
+/// Who holds an item, below a text about it. Nothing when that is not known.
+inline Text HeldBy(TextView holder)
 {
-    return Text(displayPath) + u" is locked by another user or process. Open in \"read only\" mode instead?";
+    return holder.empty() ? Text() : u"\nIt is held by " + Text(holder) + u".";
+}
+/// What the user is asked about an item that somebody else holds.
+inline Text LockedQuestion(TextView displayPath, TextView holder)
+{
+    return Text(displayPath) + u" is locked by another user or process. Open in \"read only\" mode instead?" +
+           HeldBy(holder);
 }
 
 /// Feature codes of mvItem::Supports.
@@ -134,6 +140,8 @@ public:
     virtual void Commit() {}
     /// True takes the update lock, throwing error_number::kLocked when another holds it; false frees it.
     virtual void LockItem(bool /*lock*/) {}
+    /// Who holds the update lock, empty when nobody does.
+    virtual Text LockHolder() { return {}; }
     /// Ends the binding to storage; frees nothing else.
     virtual void Close() {}
 

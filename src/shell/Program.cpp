@@ -14,6 +14,7 @@ constexpr TextView kFontFiles[] = {u"DejaVuSansMono.ttf", u"DejaVuSansMono-Bold.
                                    u"DejaVuSansMono-Oblique.ttf"};
 constexpr TextView kPreferredFont = u"DejaVu Sans Mono";
 constexpr int32_t kMinutesBetweenPasses = 5;
+constexpr TextView kNoSettings = u"Settings cannot be stored: ";
 constexpr TextView kNoCopies = u"No recovery copies can be kept: ";
 
 /// The part of a place that a switch names; null for what is no such switch.
@@ -60,10 +61,12 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
       automation_(services_, automationHost_, ports.events, mode == StartMode::Automation), files_(*this),
       history_(services_, ports.clock)
 {
+    ports_.store.TellTrouble([this](TextView why) { Trouble(kNoSettings, why); });
 }
 
 Program::~Program()
 {
+    ports_.store.TellTrouble({});
     // Documents that a failed start or a sudden end left behind still use what dies with this object.
     shuttingDown_ = true;
     for (auto& document : openDocuments_.All()) IgnoringErrors([&] { document->FileClose(false); });
@@ -251,6 +254,7 @@ void Program::TakeDown()
     for (auto& document : openDocuments_.All()) document->FileClose(false);
     log_.Write(u"documents terminate", trace::kObjects);
     settings_.SaveSettings(ports_.store);
+    ports_.store.Flush(); // as long as there is a log to tell trouble to
     automation_.RaiseQuit();
     UninstallFonts();
 }
@@ -258,7 +262,7 @@ void Program::TakeDown()
 void Program::KeepAll()
 {
     IgnoringErrors([&] { recovery_.AutoSaveDocuments(); }, [&] { recovery_.FlushJournals(); },
-                   [&] { settings_.SaveSettings(ports_.store); });
+                   [&] { settings_.SaveSettings(ports_.store); }, [&] { ports_.store.Flush(); });
 }
 
 void Program::EndNow()

@@ -95,6 +95,11 @@ void AccountItem::LockItem(bool lock)
     lock_.emplace(store_.AccountFolder(Database()), LockName(Folder(), ItemID()), DisplayPath());
 }
 
+Text AccountItem::LockHolder()
+{
+    return ItemLock::Holder(store_.AccountFolder(Database()), LockName(Folder(), ItemID()));
+}
+
 AccountLink::AccountLink(const HostSettings& settings, const FileSaver& saver, VerbPrograms programs)
     : store_(settings.name, settings.root, CodingOf(settings), saver), configuredAccount_(settings.account),
       programs_(std::move(programs))

@@ -31,6 +31,7 @@ public:
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;
     void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) override;
     void LockItem(bool lock) override;
+    Text LockHolder() override;
     mvSession* Session() override { return session_ ? &*session_ : nullptr; }
 
 private:

@@ -2,6 +2,7 @@
 
 #include "base/Error.h"
 #include "hosts/accounts/AccountStore.h"
+#include "hosts/accounts/VerbTrust.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 #include "platform/posix/Process.h"
@@ -109,6 +110,7 @@ Text AccountSession::Execute(TextView command, TextView input, int32_t)
     const Verb verb = FindVerb(words.front());
     std::vector<Text> program = SplitProgramLine(Attribute(verb.record, 2));
     if (program.empty()) Refuse(u"The verb " + verb.name + u" of account " + account_ + u" names no program.");
+    CheckTrust(verb, Attribute(verb.record, 2));
     program.insert(program.end(), words.begin() + 1, words.end());
 
     ProcessRequest request;
@@ -135,6 +137,15 @@ Text AccountSession::Execute(TextView command, TextView input, int32_t)
                                FromUtf8(strsignal(result.signal)) + u").");
     }
     return output;
+}
+
+void AccountSession::CheckTrust(const Verb& verb, TextView commandLine) const
+{
+    if (!programs_.mayRun) return;
+    const std::string account = store_.AccountFolder(account_);
+    const std::string voc = store_.FileFolder(account_, kVoc);
+    if (!OthersMayChange({account, voc, store_.ItemFile(account_, kVoc, verb.name)})) return;
+    if (!programs_.mayRun(FromFileName(account), commandLine)) Refuse(verb.name + u" was not run.");
 }
 
 ProcessResult AccountSession::RunNoticed(ProcessRequest& request, TextView command) const

@@ -3,6 +3,7 @@
 #include "hosts/accounts/AccountStore.h"
 #include "platform/MessageBoxes.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,13 +20,16 @@ std::vector<Text> SplitProgramLine(TextView line);
 struct VerbPrograms {
     VerbPrograms() = default;
     // A folder alone will do.
-    VerbPrograms(Text programFolder, WaitNotice* waitNotice = nullptr) // NOLINT(google-explicit-constructor)
-        : folder(std::move(programFolder)), notice(waitNotice)
+    VerbPrograms(Text programFolder, WaitNotice* waitNotice = nullptr, // NOLINT(google-explicit-constructor)
+                 std::function<bool(TextView account, TextView commandLine)> asked = {})
+        : folder(std::move(programFolder)), notice(waitNotice), mayRun(std::move(asked))
     {
     }
 
     Text folder;                  ///< its programs are found before all others
     WaitNotice* notice = nullptr; ///< outlives all sessions
+    /// Asked about command lines that others may have put into the account's folder; without it they run.
+    std::function<bool(TextView account, TextView commandLine)> mayRun;
 };
 
 struct ProcessRequest;
@@ -56,6 +60,7 @@ private:
         Text record;
     };
     Verb FindVerb(const Text& word) const;
+    void CheckTrust(const Verb& verb, TextView commandLine) const;
     ProcessResult RunNoticed(ProcessRequest& request, TextView command) const;
 
     AccountStore store_;

@@ -33,15 +33,18 @@ bool IsPlainName(std::string_view name)
 
 namespace fs = std::filesystem;
 
-/// An installed original is often write-protected; the copy is the user's own.
+/// An installed original is often write-protected; the copy is the user's own, and nobody else's whatever the umask.
 void MakeWritable(const fs::path& folder)
 {
     std::error_code ignored;
+    constexpr fs::perms kOthersWrite = fs::perms::group_write | fs::perms::others_write;
     fs::permissions(folder, fs::perms::owner_all, fs::perm_options::add, ignored);
+    fs::permissions(folder, kOthersWrite, fs::perm_options::remove, ignored);
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder, ignored)) {
         const fs::perms added =
             entry.is_directory() ? fs::perms::owner_all : fs::perms::owner_read | fs::perms::owner_write;
         fs::permissions(entry.path(), added, fs::perm_options::add, ignored);
+        fs::permissions(entry.path(), kOthersWrite, fs::perm_options::remove, ignored);
     }
 }
 

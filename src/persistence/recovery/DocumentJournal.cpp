@@ -9,7 +9,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int32_t kLinesBetweenLooks = 256;
+constexpr int32_t kLinesBetweenLooks = 64;
 constexpr size_t kLargestPiece = size_t{1} << 18;
 /// So many bytes of changes, and a part of the text's, are cheaper than the text once more.
 constexpr size_t kFewBytes = size_t{1} << 18;

@@ -9,6 +9,7 @@
 #include <cstdio>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace nib {
@@ -17,7 +18,10 @@ namespace {
 
 constexpr std::string_view kIncomplete = "~";
 /// Handed over in pieces, a long text is not held in memory until the burst is over.
-constexpr size_t kManyBytes = size_t{4} << 20;
+constexpr size_t kManyBytes = size_t{1} << 18;
+constexpr size_t kFewBytes = size_t{1} << 14;
+/// Below the windows' thread, which a key waits for.
+constexpr int kNiceness = 10;
 
 } // namespace
 
@@ -67,16 +71,16 @@ void JournalWriter::HandOver(Order order)
         wake = orders_.empty();
         if (wake) first_ = last_;
         if (order.what == What::Begin) broken_.erase(order.name);
-        // What is saved must not be offered again.
-        if (order.what == What::Remove) wake = hurry_ = true;
+        // What is saved must not be offered again, and what has begun is there at once.
+        if (order.what == What::Remove || order.what == What::Commit) wake = hurry_ = true;
         // A key each: they go to disk as one.
         const bool joins = order.what == What::Append && !orders_.empty() && orders_.back().what == What::Append &&
-                           orders_.back().name == order.name;
+                           orders_.back().name == order.name && order.bytes.size() < kFewBytes;
         if (joins)
             orders_.back().bytes += order.bytes;
         else
             orders_.push_back(std::move(order));
-        if (orders_.back().bytes.size() > kManyBytes) wake = hurry_ = true;
+        if (orders_.back().bytes.size() >= kManyBytes) wake = hurry_ = true;
     }
     if (wake) wake_.notify_one();
 }
@@ -112,6 +116,7 @@ void JournalWriter::WaitForQuiet(std::unique_lock<std::mutex>& lock)
 
 void JournalWriter::Run()
 {
+    setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), kNiceness);
     std::unique_lock lock(mutex_);
     for (;;) {
         wake_.wait(lock, [this] { return stop_ || hurry_ || !orders_.empty(); });

@@ -2,6 +2,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/DocumentServices.h"
+#include "documents/Overwriting.h"
 #include "documents/mvDocument.h"
 #include "editing/MvEdit.h"
 #include "persistence/store/SettingsStore.h"
@@ -267,13 +268,18 @@ void SettingsModel::ExportKeywords(int32_t Class)
 {
     auto write = [&] {
         auto item = PickFile(u"Export");
-        if (!item) return;
+        const auto show = [this](TextView text, int32_t flags) { return services_.shell.ShowMessage(text, flags); };
+        if (!item || !MayOverwrite(*item, show)) return;
+        if (services_.settings.RecordLocking && !LockToWrite(*item, show)) return;
         item->WriteItem(0, 0, 0, clone_.Keywords.GetKeywordList(Class, kLineEnd));
         item->Commit();
         item->Close();
+        item->LockItem(false); // the item stays, as the place where the next picker begins
     };
-    Guarded(services_.log, u"frmSettings.cmdExport", write,
-            [&](const Error& error) { ReportFailure(u"Error exporting keyword list: ", error); });
+    Guarded(services_.log, u"frmSettings.cmdExport", write, [&](const Error& error) {
+        if (lastFile_) lastFile_->LockItem(false);
+        ReportFailure(u"Error exporting keyword list: ", error);
+    });
 }
 
 bool SettingsModel::ImportKeywords(int32_t Class)

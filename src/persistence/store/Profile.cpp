@@ -1,5 +1,6 @@
 #include "persistence/store/Profile.h"
 
+#include "diagnostics/Guarded.h"
 #include "persistence/store/SettingsStore.h"
 #include "persistence/store/TextFile.h"
 #include "platform/posix/FileContent.h"
@@ -12,8 +13,6 @@ namespace nib {
 namespace {
 
 constexpr size_t kLargestProfile = 16 << 20;
-constexpr size_t kLongestString = 4095;
-constexpr size_t kLongestNumber = 1023;
 constexpr TextView kBlanks{u" \t\r"};
 constexpr TextView kLineEnds{u"\r\n"};
 constexpr TextView kQuotes{u"\"'"};
@@ -76,18 +75,17 @@ bool IsKeyName(TextView name)
            name.front() != u';';
 }
 
-Text ReadOne(TextView section, TextView key, TextView file, size_t limit)
+Text ReadOne(TextView section, TextView key, TextView file)
 {
     const std::optional<ProfileFile> profile = ReadProfile(file);
-    const std::optional<Text> value = profile ? profile->Find(section, key) : std::nullopt;
-    return value ? value->substr(0, limit) : Text();
+    return profile ? profile->Find(section, key).value_or(Text()) : Text();
 }
 
 /// Empty when neither file has the key.
-Text ReadEither(TextView section, TextView key, TextView file, TextView alternateFile, size_t limit)
+Text ReadEither(TextView section, TextView key, TextView file, TextView alternateFile)
 {
-    Text value = ReadOne(section, key, file, limit);
-    if (value.empty() && !alternateFile.empty()) value = ReadOne(section, key, alternateFile, limit);
+    Text value = ReadOne(section, key, file);
+    if (value.empty() && !alternateFile.empty()) value = ReadOne(section, key, alternateFile);
     return value;
 }
 
@@ -257,21 +255,32 @@ std::optional<ProfileFile> ReadProfile(TextView path, ProfileFile::Encoding unma
     return ProfileFile(content.Bytes(), unmarked);
 }
 
+std::optional<ProfileFile> ReadOrTell(const ProfileDisk& disk, TextView path, ProfileFile::Encoding unmarked)
+{
+    std::optional<ProfileFile> profile = ReadProfile(path, unmarked);
+    if (!profile && disk.trouble) disk.trouble(Text(path) + u" cannot be read");
+    return profile;
+}
+
 bool WriteProfile(const ProfileDisk& disk, TextView path, const ProfileFile& profile)
 {
     const std::optional<std::string> bytes = profile.Bytes();
-    return bytes && SystemErrorOf([&] { disk.saver.Save(ToFileName(path), *bytes); }) == 0;
+    const std::optional<Error> failure = FailureOf([&] {
+        if (bytes) disk.saver.Save(ToFileName(path), *bytes);
+    });
+    if (disk.trouble) disk.trouble(failure ? failure->description : Text());
+    return bytes && !failure;
 }
 
 Text ProfileGetString(TextView section, TextView key, TextView fallback, TextView file, TextView alternateFile)
 {
-    Text value = ReadEither(section, key, file, alternateFile, kLongestString);
+    Text value = ReadEither(section, key, file, alternateFile);
     return value.empty() ? Text(fallback) : value;
 }
 
 int32_t ProfileGetInt(TextView section, TextView key, int32_t fallback, TextView file, TextView alternateFile)
 {
-    const Text value = ReadEither(section, key, file, alternateFile, kLongestNumber);
+    const Text value = ReadEither(section, key, file, alternateFile);
     return value.empty() ? fallback : LeadingInt(value);
 }
 
@@ -282,7 +291,7 @@ void ProfileWriteString(const ProfileDisk& disk, TextView section, TextView key,
     const Text comparison = alternateFile.empty() ? Text(fallback) : ProfileGetString(section, key, {}, alternateFile);
     const bool kept = !value.empty() && value != comparison;
 
-    std::optional<ProfileFile> profile = ReadProfile(file);
+    std::optional<ProfileFile> profile = ReadOrTell(disk, file);
     if (!profile) return;
     if (kept && profile->Kind() == ProfileFile::Encoding::SingleByte &&
         CheckUnicodeFile(disk.saver, file, Text(section) + Text(key) + Text(value))) {

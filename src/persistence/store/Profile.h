@@ -3,6 +3,7 @@
 #include "platform/posix/FileLocks.h"
 #include "platform/posix/FileSaver.h"
 
+#include <functional>
 #include <optional>
 
 namespace nib {
@@ -67,6 +68,8 @@ private:
 struct ProfileDisk {
     FileSaver saver;
     std::chrono::milliseconds patience{500}; ///< with another copy that has the file
+    /// Told why something could not be stored, and nothing as soon as it could.
+    std::function<void(TextView why)> trouble{};
 
     FileHold Hold(TextView path) const;
 };
@@ -75,13 +78,15 @@ struct ProfileDisk {
 /// not be written either.
 std::optional<ProfileFile> ReadProfile(TextView path,
                                        ProfileFile::Encoding unmarked = ProfileFile::Encoding::SingleByte);
-/// False when it could not be brought to disk; the old file is then still whole.
+/// The same, and trouble when there is no answer.
+std::optional<ProfileFile> ReadOrTell(const ProfileDisk& disk, TextView path,
+                                      ProfileFile::Encoding unmarked = ProfileFile::Encoding::SingleByte);
+/// False when it could not be brought to disk, which is trouble; the old file is then still whole.
 bool WriteProfile(const ProfileDisk& disk, TextView path, const ProfileFile& profile);
 
 // A key with an empty value counts as absent. An alternate file is asked for what the file lacks; empty means that
 // there is none.
 
-/// At most 4095 characters.
 Text ProfileGetString(TextView section, TextView key, TextView fallback, TextView file, TextView alternateFile = {});
 /// The leading number of the value.
 int32_t ProfileGetInt(TextView section, TextView key, int32_t fallback, TextView file, TextView alternateFile = {});

@@ -1,6 +1,7 @@
 #pragma once
 #include "base/Text.h"
 
+#include <functional>
 #include <vector>
 
 namespace nib {
@@ -17,6 +18,11 @@ public:
     virtual Text Get(TextView valueName, TextView fallback) = 0;
     /// A value equal to a non-empty `fallback` need not be kept: reading with the same one gives it back.
     virtual void Save(TextView valueName, TextView value, TextView fallback = {}) = 0;
+    /// Brings to disk what was saved, which otherwise happens in a moment.
+    virtual void Flush() {}
+    /// `trouble` is told why values cannot be stored, and nothing as soon as they can; empty when there is nobody to
+    /// tell any more.
+    virtual void TellTrouble(std::function<void(TextView why)> /*trouble*/) {}
 };
 
 /// The number that the text begins with, 0 when there is none. Decimal numbers may have a fraction and an exponent;

@@ -21,7 +21,6 @@ constexpr TextView kSwitchFile{u"isolation.ini"};
 constexpr TextView kSwitchSection{u"Isolation"};
 constexpr TextView kStateFile{u"appstate.ini"};
 constexpr TextView kStateSection{u"MultiValueEditor_Settings"};
-constexpr size_t kLongestHiveValue = 4096;
 
 constexpr TextView kNotInNames{u"=[];@"};
 
@@ -146,7 +145,7 @@ void HiveFile::Refresh()
 {
     const FileStamp state = StampOf(ToFileName(path_));
     if (seenState_ == state) return;
-    seen_ = ReadProfile(path_, ProfileFile::Encoding::Utf8).value_or(ProfileFile());
+    seen_ = ReadOrTell(disk_, path_, ProfileFile::Encoding::Utf8).value_or(ProfileFile());
     seenState_ = state;
 }
 
@@ -176,7 +175,7 @@ bool HiveFile::Flush()
     if (changes_.empty()) return true;
     MakeFolders(FolderOf(ToFileName(path_)));
     const FileHold hold = disk_.Hold(path_);
-    std::optional<ProfileFile> file = ReadProfile(path_, ProfileFile::Encoding::Utf8);
+    std::optional<ProfileFile> file = ReadOrTell(disk_, path_, ProfileFile::Encoding::Utf8);
     if (!file) return false;
     bool changed = false;
     for (const Change& change : changes_) {
@@ -248,7 +247,7 @@ Text modPersistSettings::Get(TextView valueName, TextView fallback)
         InitPersistSettings();
         if (persistMode_ == kIniFile) return ProfileGetString(kStateSection, KeyOf(valueName), fallback, appStateFile_);
         if (persistMode_ != kHive) return Text(fallback);
-        const Text text = hive_.Get(kSettingsKey, valueName).value_or(Text()).substr(0, kLongestHiveValue);
+        const Text text = hive_.Get(kSettingsKey, valueName).value_or(Text());
         return text.empty() ? Text(fallback) : text;
     };
     return OrDefault(read, Text(fallback));
@@ -266,6 +265,17 @@ void modPersistSettings::Save(TextView valueName, TextView value, TextView fallb
             ProfileWriteString(disk_, kStateSection, KeyOf(valueName), value, fallback, appStateFile_);
         }
     });
+}
+
+void modPersistSettings::Flush()
+{
+    IgnoringErrors([this] { hive_.Flush(); });
+}
+
+void modPersistSettings::TellTrouble(std::function<void(TextView why)> trouble)
+{
+    hive_.TellTrouble(trouble);
+    disk_.trouble = std::move(trouble);
 }
 
 void modPersistSettings::CreateStateFile() const

@@ -28,6 +28,7 @@ public:
     std::optional<Text> Get(TextView keyPath, TextView valueName);
     /// What cannot be brought to disk is kept for this run.
     void Set(TextView keyPath, TextView valueName, TextView text);
+    void TellTrouble(std::function<void(TextView why)> trouble) { disk_.trouble = std::move(trouble); }
     /// True when nothing is left to be written. What could not be written is tried again with the next change.
     bool Flush();
 
@@ -75,6 +76,9 @@ public:
 
     Text Get(TextView valueName, TextView fallback) override;
     void Save(TextView valueName, TextView value, TextView fallback = {}) override;
+
+    void Flush() override;
+    void TellTrouble(std::function<void(TextView why)> trouble) override;
 
     /// Reads the switch file and makes the folders, once. Get and Save do so themselves.
     void InitPersistSettings();

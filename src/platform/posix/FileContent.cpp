@@ -2,6 +2,7 @@
 
 #include "platform/posix/FileName.h"
 
+#include <bit>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -124,6 +125,20 @@ FileContent ReadWholeFile(const std::string& path, size_t limit)
         std::memcpy(larger.get(), content.data.get(), content.size);
         content.data = std::move(larger);
     }
+}
+
+uint64_t HashBytes(std::string_view bytes)
+{
+    // Each step can be undone, so no word is lost.
+    constexpr uint64_t kOdd = 0x9E3779B97F4A7C15;
+    uint64_t hash = bytes.size();
+    size_t at = 0;
+    for (uint64_t word = 0; at + sizeof word <= bytes.size(); at += sizeof word) {
+        std::memcpy(&word, bytes.data() + at, sizeof word);
+        hash = std::rotl((hash ^ word) * kOdd, 29);
+    }
+    for (; at < bytes.size(); ++at) hash = std::rotl((hash ^ static_cast<unsigned char>(bytes[at])) * kOdd, 29);
+    return hash;
 }
 
 int WriteAll(int fd, std::string_view bytes, int64_t offset)

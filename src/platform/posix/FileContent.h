@@ -113,6 +113,8 @@ inline constexpr size_t kLargestText = size_t{1} << 30;
 
 /// Throws SystemFailure, also for what is no plain file, and Error for a file above `limit` bytes.
 FileContent ReadWholeFile(const std::string& path, size_t limit = kLargestText);
+/// Two contents of one size that differ in a single word have two hashes.
+uint64_t HashBytes(std::string_view bytes);
 /// Writes all bytes from `offset` on; answers 0 or the system's error.
 int WriteAll(int fd, std::string_view bytes, int64_t offset = 0);
 

@@ -44,14 +44,13 @@ std::string LockFolder(const std::string& accountFolder)
     return accountFolder + "/.locks";
 }
 
-std::string LockPath(const std::string& accountFolder, const std::string& name)
+std::string LockFileName(const std::string& name)
 {
-    const std::string path = LockFolder(accountFolder) + "/";
-    if (name.size() <= kLongestName) return path + name;
+    if (name.size() <= kLongestName) return name;
     // FNV-1a. Two names that meet in it merely lock each other out.
     uint64_t hash = 14695981039346656037ULL;
     for (char byte : name) hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211ULL;
-    return path + name.substr(0, kLongestName) + "%%" + std::to_string(hash);
+    return name.substr(0, kLongestName) + "%%" + std::to_string(hash);
 }
 
 /// The user, the machine and the process, a line each.
@@ -68,7 +67,9 @@ Text DescribeHolder(int file)
 {
     char buffer[512];
     const ssize_t n = pread(file, buffer, sizeof buffer, 0);
-    const std::vector<Text> lines = Split(FromUtf8({buffer, static_cast<size_t>(n > 0 ? n : 0)}), u'\n');
+    const std::string_view name(buffer, static_cast<size_t>(n > 0 ? n : 0));
+    if (name == OwnName()) return u"this program";
+    const std::vector<Text> lines = Split(FromUtf8(name), u'\n');
     if (lines.size() < 3) return u"another process";
     return lines[0] + u" on " + lines[1] + u" (process " + lines[2] + u")";
 }
@@ -79,22 +80,22 @@ Text DescribeHolder(int file)
 }
 
 /// The file that the name leads to now is the one that is open.
-bool IsCurrent(int file, const std::string& path)
+bool IsCurrent(int file, const std::string& path, int folder = AT_FDCWD)
 {
     struct stat open {};
     struct stat named {};
-    return fstat(file, &open) == 0 && stat(path.c_str(), &named) == 0 && open.st_ino == named.st_ino &&
-           open.st_dev == named.st_dev;
+    return fstat(file, &open) == 0 && fstatat(folder, path.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 &&
+           open.st_ino == named.st_ino && open.st_dev == named.st_dev;
 }
 
-Descriptor OpenLockFile(const std::string& path, TextView display)
+Descriptor OpenLockFile(int folder, const std::string& name, TextView display)
 {
     for (int attempt = 0; attempt < kLockAttempts; ++attempt) {
         // In a sticky folder the kernel refuses to open another user's file when it may be created.
-        Descriptor file(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
+        Descriptor file(openat(folder, name.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
         if (file) return file;
         if (errno != ENOENT) RefuseUpdate(display, errno);
-        file = Descriptor(open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666));
+        file = Descriptor(openat(folder, name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666));
         if (file) {
             fchmod(file.Get(), 0666); // Whatever the umask says, other users take the lock next.
             return file;
@@ -104,13 +105,18 @@ Descriptor OpenLockFile(const std::string& path, TextView display)
     RefuseUpdate(display, EAGAIN);
 }
 
-void MakeLockFolder(const std::string& folder, TextView display)
+Descriptor OpenLockFolder(const std::string& folder)
 {
-    if (mkdir(folder.c_str(), 0777) == 0) {
-        if (chmod(folder.c_str(), 01777) != 0) RefuseUpdate(display, errno);
-    } else if (errno != EEXIST) {
-        RefuseUpdate(display, errno);
-    }
+    return Descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+Descriptor MakeLockFolder(const std::string& folder, TextView display)
+{
+    const bool made = mkdir(folder.c_str(), 0777) == 0;
+    if (!made && errno != EEXIST) RefuseUpdate(display, errno);
+    Descriptor handle = OpenLockFolder(folder);
+    if (!handle || (made && fchmod(handle.Get(), 01777) != 0)) RefuseUpdate(display, errno);
+    return handle;
 }
 
 std::string NumberPath(const std::string& folder, uint32_t number)
@@ -175,14 +181,13 @@ FileHold::FileHold(const std::string& path, std::chrono::milliseconds patience)
 }
 
 ItemLock::ItemLock(const std::string& accountFolder, const std::string& name, TextView display)
-    : path_(LockPath(accountFolder, name))
+    : folder_(MakeLockFolder(LockFolder(accountFolder), display)), name_(LockFileName(name))
 {
-    MakeLockFolder(LockFolder(accountFolder), display);
     for (int attempt = 0; attempt < kLockAttempts; ++attempt) {
-        Descriptor handle = OpenLockFile(path_, display);
+        Descriptor handle = OpenLockFile(folder_.Get(), name_, display);
         if (flock(handle.Get(), LOCK_EX | LOCK_NB) == 0) {
             // The last holder may have removed the file between our opening and locking it.
-            if (!IsCurrent(handle.Get(), path_)) continue;
+            if (!IsCurrent(handle.Get(), name_, folder_.Get())) continue;
             const std::string owner = OwnName();
             if (ftruncate(handle.Get(), 0) == 0) WriteAll(handle.Get(), owner);
             file_ = std::move(handle);
@@ -197,15 +202,18 @@ ItemLock::ItemLock(const std::string& accountFolder, const std::string& name, Te
 
 ItemLock::~ItemLock()
 {
-    // Removed while it is held, so that nobody else's lock can be hit. Another user's file stays behind, empty.
-    if (file_ && unlink(path_.c_str()) != 0 && ftruncate(file_.Get(), 0) != 0) return;
+    // Removed while it is held, so that nobody else's lock can be hit: where somebody removed it by hand, the name is
+    // that of another lock by now. Another user's file stays behind, empty.
+    if (!file_ || !IsCurrent(file_.Get(), name_, folder_.Get())) return;
+    if (unlinkat(folder_.Get(), name_.c_str(), 0) != 0 && ftruncate(file_.Get(), 0) != 0) return;
 }
 
 Text ItemLock::Holder(const std::string& accountFolder, const std::string& name)
 {
-    const std::string path = LockPath(accountFolder, name);
-    Descriptor handle(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
-    if (!handle || flock(handle.Get(), LOCK_SH | LOCK_NB) == 0) return {};
+    const Descriptor folder = OpenLockFolder(LockFolder(accountFolder));
+    const std::string file = LockFileName(name);
+    Descriptor handle(openat(folder.Get(), file.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+    if (!folder || !handle || flock(handle.Get(), LOCK_SH | LOCK_NB) == 0) return {};
     return DescribeHolder(handle.Get());
 }
 

@@ -24,7 +24,8 @@ private:
 
 /// The update lock of one item, held between processes and users until the object dies, or the process does, however
 /// it dies: a kernel lock on a file of its own in the account's folder ".locks". That folder is open to everybody and
-/// sticky, so that the accounts of one root can be shared. A program that is run does not inherit the lock.
+/// sticky, so that the accounts of one root can be shared. A symbolic link in its place is refused: what it leads to is
+/// somebody else's. A program that is run does not inherit the lock.
 class ItemLock {
 public:
     /// Throws kLocked when somebody has it, this process included, and kNoUpdate when the account can hold no locks.
@@ -34,11 +35,12 @@ public:
     ItemLock& operator=(const ItemLock&) = delete;
     ~ItemLock();
 
-    /// "user on host (process number)" of who has the lock, empty when nobody has; takes none.
+    /// "user on host (process number)" of who has the lock, or "this program", empty when nobody has; takes none.
     static Text Holder(const std::string& accountFolder, const std::string& name);
 
 private:
-    std::string path_;
+    Descriptor folder_;
+    std::string name_;
     Descriptor file_;
 };
 

@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
+#include <unistd.h>
 
 namespace nib {
 
@@ -86,14 +87,25 @@ std::string AbsolutePath(const std::string& path)
 
 int MakeFolders(const std::string& path)
 {
-    if (path.empty() || mkdir(path.c_str(), 0700) == 0) return 0;
+    if (path.empty()) return 0;
+    if (mkdir(path.c_str(), 0700) == 0) return SyncFolder(FolderOf(path));
     if (errno == ENOENT && FolderOf(path) != path) {
         if (int error = MakeFolders(FolderOf(path)); error != 0) return error;
-        if (mkdir(path.c_str(), 0700) == 0) return 0;
+        if (mkdir(path.c_str(), 0700) == 0) return SyncFolder(FolderOf(path));
     }
     struct stat status {};
     const int error = errno;
     return error == EEXIST && stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) ? 0 : error;
+}
+
+int SyncFolder(const std::string& folder)
+{
+    const int handle = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    // A folder may be written to and not read, and some file systems cannot sync one.
+    if (handle < 0) return errno == EACCES ? 0 : errno;
+    const int error = fsync(handle) == 0 ? 0 : errno;
+    close(handle);
+    return error == EINVAL || error == ENOTSUP || error == EROFS ? 0 : error;
 }
 
 int RenameNew(const std::string& from, const std::string& to)

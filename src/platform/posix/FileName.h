@@ -18,10 +18,14 @@ std::string FolderOf(const std::string& path);
 std::string LastPart(const std::string& path);
 /// `path` from the root of the file system, without "." and ".." and doubled slashes; links are not followed.
 std::string AbsolutePath(const std::string& path);
-/// Makes the folder and those above it that are missing, for the user alone. Answers 0 or the system's error.
+/// Makes the folder and those above it that are missing, for the user alone, and brings them to disk. Answers 0 or the
+/// system's error.
 int MakeFolders(const std::string& path);
+/// Brings the names in a folder to disk. Answers 0, also where a folder cannot be, or the system's error.
+int SyncFolder(const std::string& folder);
 /// Never over something that is there, not even an empty folder. Answers 0 or the system's error.
 int RenameNew(const std::string& from, const std::string& to);
+inline constexpr std::string_view kTemporaryName = ".nib-"; ///< eight random letters follow
 /// Eight random letters for names of temporary files.
 std::string RandomSuffix();
 

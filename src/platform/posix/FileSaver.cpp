@@ -97,13 +97,15 @@ std::string FollowLinks(const std::string& path)
 /// system can do that, so that a crash leaves nothing behind.
 class TemporaryFile {
 public:
-    TemporaryFile(const std::string& folder, mode_t mode) : name_(folder + "/.nib-" + RandomSuffix())
+    TemporaryFile(const std::string& folder, mode_t mode, const std::string& markFolder)
+        : name_(folder + "/" + std::string(kTemporaryName) + RandomSuffix()), markFolder_(markFolder)
     {
         file_ = Descriptor(open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, mode));
         if (file_) return;
         file_ = Descriptor(open(name_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
         named_ = static_cast<bool>(file_);
         error_ = file_ ? 0 : errno;
+        if (named_) mark_.emplace(markFolder_, file_.Get(), name_);
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -121,22 +123,31 @@ public:
         if (int error = WriteAll(file_.Get(), bytes); error != 0) return error;
         return fsync(file_.Get()) == 0 ? 0 : errno;
     }
-    int RenameTo(const std::string& target)
+    int RenameTo(const std::string& target, const FileSaver::LastCheck& check, struct stat& status)
     {
         if (!named_) {
+            mark_.emplace(markFolder_, file_.Get(), name_);
             const std::string open = "/proc/self/fd/" + std::to_string(file_.Get());
             if (linkat(AT_FDCWD, open.c_str(), AT_FDCWD, name_.c_str(), AT_SYMLINK_FOLLOW) != 0) return errno;
             named_ = true;
         }
+        // Its lock and its times are wanted for longer; what closing reports is wanted now.
+        const Descriptor further(fcntl(file_.Get(), F_DUPFD_CLOEXEC, 0));
+        if (!further || fstat(further.Get(), &status) != 0) return errno;
         if (int error = file_.Close(); error != 0) return error;
+        if (check) check();
         if (rename(name_.c_str(), target.c_str()) != 0) return errno;
         named_ = false;
+        // A rename is a change too. Without this look the file's bytes tell later that nobody else made it.
+        fstat(further.Get(), &status);
         return 0;
     }
 
 private:
     std::string name_;
+    std::string markFolder_;
     Descriptor file_;
+    std::optional<TemporaryMark> mark_;
     bool named_ = false;
     int error_ = 0;
 };
@@ -144,11 +155,6 @@ private:
 bool MeansInPlace(int error)
 {
     return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
-}
-
-void Unlink(const std::string& path)
-{
-    if (!path.empty()) unlink(path.c_str());
 }
 
 /// The new content over the old one. Room is claimed first, so that a full disk is noticed while nothing has changed.
@@ -167,20 +173,12 @@ int Overwrite(int file, std::string_view bytes, size_t oldSize)
 
 } // namespace
 
-int SyncFolder(const std::string& folder)
-{
-    Descriptor handle(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    // A folder may be written to and not read, and some file systems cannot sync one.
-    if (!handle || fsync(handle.Get()) == 0) return 0;
-    return errno == EINVAL || errno == ENOTSUP || errno == EROFS ? 0 : errno;
-}
-
 bool CopyTraits(int from, int to)
 {
     return CopyOwnerAndMode(from, to) && CopyAttributes(from, to);
 }
 
-FileStamp FileSaver::Save(const std::string& path, std::string_view bytes) const
+FileStamp FileSaver::Save(const std::string& path, std::string_view bytes, const LastCheck& check) const
 {
     const std::string target = FollowLinks(path);
     struct stat status {};
@@ -193,20 +191,20 @@ FileStamp FileSaver::Save(const std::string& path, std::string_view bytes) const
     if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) Refuse(path, errno);
 
     if (!exists || status.st_nlink == 1) {
-        if (std::optional<FileStamp> done = Replace(path, target, bytes)) return *done;
+        if (std::optional<FileStamp> done = Replace(path, target, bytes, check)) return *done;
     }
-    return WriteInPlace(path, target, bytes);
+    return WriteInPlace(path, target, bytes, check);
 }
 
 /// No answer when the file must be written in place instead.
-std::optional<FileStamp> FileSaver::Replace(const std::string& path, const std::string& target,
-                                            std::string_view bytes) const
+std::optional<FileStamp> FileSaver::Replace(const std::string& path, const std::string& target, std::string_view bytes,
+                                            const LastCheck& check) const
 {
     Descriptor old(open(target.c_str(), O_RDONLY | O_CLOEXEC));
     if (!old && errno == EACCES) return std::nullopt; // Writable but not readable: its traits cannot be copied.
     if (!old && errno != ENOENT) Refuse(path, errno); // It is there: as a new file it would lose its traits.
     // Nobody else may look into the copy of a private file, not even while it is written.
-    TemporaryFile temporary(FolderOf(target), old ? 0600 : newFileMode_);
+    TemporaryFile temporary(FolderOf(target), old ? 0600 : newFileMode_, backupFolder_);
     if (int error = temporary.OpenError(); error != 0) {
         if (old && MeansInPlace(error)) return std::nullopt;
         Refuse(path, error);
@@ -214,57 +212,52 @@ std::optional<FileStamp> FileSaver::Replace(const std::string& path, const std::
     if (old && !CopyTraits(old.Get(), temporary.Handle())) return std::nullopt;
     if (int error = temporary.Fill(bytes); error != 0) Refuse(path, error);
     struct stat status {};
-    if (fstat(temporary.Handle(), &status) != 0) Refuse(path, errno);
-    if (int error = temporary.RenameTo(target); error != 0) {
+    if (int error = temporary.RenameTo(target, check, status); error != 0) {
         if (old && MeansInPlace(error)) return std::nullopt;
         Refuse(path, error);
     }
-    if (int error = SyncFolder(FolderOf(target)); error != 0) Refuse(path, error);
+    if (int error = SyncFolder(FolderOf(target)); error != 0)
+        throw UncertainSave(FromFileName(path) + u" is saved, but may not survive a power failure", error);
     return StampOf(status);
 }
 
-std::string FileSaver::Backup(const std::string& path, const std::string& target, std::string_view old) const
+CopyKeeper FileSaver::Backup(const std::string& path, const std::string& target, std::string_view old,
+                             std::string_view bytes) const
 {
     if (int error = MakeFolders(backupFolder_); error != 0) {
         throw SystemFailure(FromFileName(path) + u" cannot be saved: no copy of it can be kept in " +
                                 FromFileName(backupFolder_),
                             error);
     }
-    std::string name = backupFolder_ + "/" + LastPart(target).substr(0, 200) + "." + RandomSuffix();
-    Descriptor copy(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    int error = copy ? WriteAll(copy.Get(), old) : errno;
-    if (error == 0 && fsync(copy.Get()) != 0) error = errno;
-    if (const int closing = copy.Close(); error == 0) error = closing;
-    if (error == 0) error = SyncFolder(backupFolder_);
-    if (error == 0) return name;
-    Unlink(name);
+    CopyKeeper copy(backupFolder_, target);
+    const int error = copy.Keep(old, bytes);
+    if (error == 0) return copy;
     throw SystemFailure(
-        FromFileName(path) + u" cannot be saved: the copy " + FromFileName(name) + u" cannot be written", error);
+        FromFileName(path) + u" cannot be saved: the copy " + FromFileName(copy.Name()) + u" cannot be written", error);
 }
 
-FileStamp FileSaver::WriteInPlace(const std::string& path, const std::string& target, std::string_view bytes) const
+FileStamp FileSaver::WriteInPlace(const std::string& path, const std::string& target, std::string_view bytes,
+                                  const LastCheck& check) const
 {
     const FileContent old = ReadWholeFile(target, SIZE_MAX);
-    const std::string backup = Backup(path, target, old.Bytes());
+    CopyKeeper backup = Backup(path, target, old.Bytes(), bytes);
     Descriptor file(open(target.c_str(), O_WRONLY | O_CLOEXEC));
-    if (!file) {
-        const int error = errno;
-        Unlink(backup);
-        Refuse(path, error);
-    }
+    if (!file) Refuse(path, errno);
+    if (check) check();
     int error = Overwrite(file.Get(), bytes, old.size);
     struct stat status {};
     if (error == 0 && fstat(file.Get(), &status) != 0) error = errno;
     if (error != 0 && Overwrite(file.Get(), old.Bytes(), old.size) != 0) {
-        throw SystemFailure(FromFileName(path) + u" was damaged while it was saved. Its old content is in " +
-                                FromFileName(backup),
-                            error);
+        backup.Leave();
+        throw DamagedFile(FromFileName(path) + u" was damaged while it was saved. Its old content is in " +
+                              FromFileName(backup.Name()),
+                          error);
     }
     if (const int closing = file.Close(); error == 0 && closing != 0) {
-        throw SystemFailure(FromFileName(path) + u" may not be saved. Its old content is in " + FromFileName(backup),
-                            closing);
+        backup.Leave();
+        throw UncertainSave(
+            FromFileName(path) + u" may not be saved. Its old content is in " + FromFileName(backup.Name()), closing);
     }
-    Unlink(backup);
     if (error != 0) Refuse(path, error);
     return StampOf(status);
 }

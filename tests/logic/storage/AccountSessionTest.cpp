@@ -1,4 +1,6 @@
 #include "HostFixture.h"
+#include "fakes/MemorySettings.h"
+#include "hosts/accounts/VerbTrust.h"
 
 #include <chrono>
 
@@ -118,6 +120,40 @@ TEST_F(AccountSessionTest, TheProgramFolderComesFirstUnlessThePathHasItAlready)
     setenv("PATH", (folder / "own" + ":/usr/bin:" + folder / "programs" + ":/bin").c_str(), 1);
     EXPECT_EQ(Run(u"LS"), u"own");
     setenv("PATH", before.c_str(), 1);
+}
+
+TEST_F(AccountSessionTest, AVerbThatOthersMayChangeIsAskedForOnce)
+{
+    MemorySettings settings;
+    VerbTrust trust(settings, boxes);
+    const auto mayRun = [&](TextView account, TextView line) { return trust.MayRun(account, line); };
+    connection = std::make_unique<HostConnection>(Config(), picker, boxes, AccountLinks({{}, nullptr, mayRun}));
+    const std::string account = folder / "accounts/DEMO";
+    for (const std::string& path : {account + "/VOC/SAY", account + "/VOC", account}) {
+        SCOPED_TRACE(path);
+        settings.values.clear();
+        boxes.shown.clear();
+        Verb("SAY", "echo one");
+        EXPECT_EQ(Run(u"SAY"), u"one");
+        EXPECT_TRUE(boxes.shown.empty());
+        const auto before = std::filesystem::status(path).permissions();
+        std::filesystem::permissions(path, std::filesystem::perms::group_write, std::filesystem::perm_options::add);
+        boxes.answer = message_box::kAnswerNo;
+        EXPECT_EQ(ErrorOf([&] { Run(u"SAY"); }).description, u"SAY was not run.");
+        boxes.answer = message_box::kAnswerYes;
+        EXPECT_EQ(Run(u"SAY"), u"one");
+        EXPECT_EQ(Run(u"SAY two"), u"one two");
+        ASSERT_EQ(boxes.shown.size(), 2U);
+        EXPECT_TRUE(boxes.shown[1].ends_with(u"Run `echo one`?"));
+        Verb("SAY", "echo other");
+        EXPECT_EQ(Run(u"SAY"), u"other");
+        EXPECT_EQ(boxes.shown.size(), 3U) << "another command line";
+        Verb("SAY", "echo odd\x1E");
+        Run(u"SAY");
+        Run(u"SAY");
+        EXPECT_EQ(boxes.shown.size(), 5U) << "what could pass for an answer to another question is never kept";
+        std::filesystem::permissions(path, before);
+    }
 }
 
 TEST_F(AccountSessionTest, ATimeLimitEndsTheWholeGroup)

@@ -1,4 +1,5 @@
 #include "platform/posix/FileSaver.h"
+#include "HeldProcess.h"
 #include "TempFolder.h"
 #include "base/Error.h"
 #include "platform/posix/FileName.h"
@@ -67,12 +68,13 @@ mode_t ModeOf(const std::string& path)
 
 TEST_F(FileSaverTest, ANewFileTakesTheUmaskAndLeavesNothingBeside)
 {
+    const std::string file = folder.Folder("d") + "/new";
     const mode_t old = umask(027);
-    Save(folder / "new", "text");
+    Save(file, "text");
     umask(old);
-    EXPECT_EQ(BytesOf(folder / "new"), "text");
-    EXPECT_EQ(ModeOf(folder / "new"), 0640U);
-    EXPECT_EQ(FilesIn(folder.Path()), 1U);
+    EXPECT_EQ(BytesOf(file), "text");
+    EXPECT_EQ(ModeOf(file), 0640U);
+    EXPECT_EQ(FilesIn(folder / "d"), 1U);
 }
 
 TEST_F(FileSaverTest, AReplacedFileKeepsItsTraits)
@@ -223,6 +225,52 @@ TEST_F(FileSaverTest, ACrashAtAnyMomentLeavesOneVersionWhole)
     }
     Save(file, "after");
     EXPECT_EQ(BytesOf(file), "after");
+}
+
+TEST_F(FileSaverTest, WhatAKilledSaveLeavesIsFoundAndCleared)
+{
+    const std::string kept = folder / "backups/of/saves";
+    const std::string single = folder.File("d/f", "old");
+    const std::string linked = folder.File("e/f", "old");
+    ASSERT_EQ(link(linked.c_str(), (folder / "g").c_str()), 0);
+    const auto unsettled = [&](const char* now) {
+        folder.File("e/f", now);
+        const std::vector<KeptCopy> copies = UnsettledCopies(kept);
+        EXPECT_TRUE(copies.empty() || (copies.front().target == linked && BytesOf(copies.front().copy) == "old"));
+        return copies.size();
+    };
+    for (const std::string& file : {single, linked}) {
+        folder.File("e/f", "old");
+        // Right before the old content goes.
+        HeldProcess saving(
+            [&](const HeldProcess::Tell& tell) { FileSaver(kept).Save(file, "new!", [&] { tell(0); }); });
+        ClearLeftovers(kept);
+        EXPECT_EQ(unsettled("torn") + FilesIn(folder / "d"), file == single ? 2U : 1U) << "its process lives";
+        EXPECT_GT(FilesIn(kept), 0U);
+        saving.Kill();
+        if (file == linked) {
+            ClearLeftovers(kept);
+            EXPECT_EQ(unsettled("torn"), 1U);
+            EXPECT_EQ(unsettled("new!"), 0U);
+            EXPECT_EQ(unsettled("old"), 0U);
+        }
+        ClearLeftovers(kept);
+        EXPECT_EQ(FilesIn(folder / "d"), 1U);
+        EXPECT_EQ(FilesIn(kept), 0U);
+    }
+}
+
+TEST_F(FileSaverTest, TheLastCheckStopsASaveThatLeavesNothing)
+{
+    const std::string single = folder.File("d/f", "old");
+    const std::string linked = folder.File("e/f", "old");
+    ASSERT_EQ(link(linked.c_str(), (folder / "g").c_str()), 0);
+    for (const std::string& file : {single, linked}) {
+        EXPECT_THROW(FileSaver(folder / "kept").Save(file, "new", [] { throw Error(1, u"no"); }), Error);
+        EXPECT_EQ(BytesOf(file), "old");
+        EXPECT_EQ(FilesIn(FolderOf(file)), 1U);
+        EXPECT_EQ(FilesIn(folder / "kept"), 0U);
+    }
 }
 
 TEST_F(FileSaverTest, AFileTooLargeToEditIsRefused)

@@ -83,9 +83,12 @@ TEST_F(HiveFileTest, AHiveThatCannotBeWrittenLastsForTheRun)
     {
         const FullDisk full;
         auto hive = Hive();
+        Text told;
+        hive.TellTrouble([&](TextView why) { told = why; });
         hive.Set(u"K", u"a", u"new");
         EXPECT_FALSE(hive.Flush());
         EXPECT_EQ(hive.Get(u"K", u"a"), u"new");
+        EXPECT_NE(told.find(u"hive.conf cannot be saved: File too large"), Text::npos);
     }
     EXPECT_EQ(Value(u"K", u"a"), u"old");
 

@@ -1,6 +1,10 @@
 #include "HostFixture.h"
 #include "hosts/accounts/AccountStore.h"
 
+#include <chrono>
+#include <cstdlib>
+
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace nib::test {
@@ -172,6 +176,48 @@ TEST_F(HostConnectionTest, WhatBecameOfAFileIsToldByItsBytesInTheEnd)
     }
 }
 
+TEST_F(HostConnectionTest, AChangeWhileASaveIsUnderWayIsToldToo)
+{
+    static int lease = -1;
+    const std::string file = folder.File("f", "old");
+    usleep(60000); // else its bytes would be looked at again, which a lease prevents
+    auto item = Open(FromUtf8(file));
+    item->ReadItem(0, 0, 0);
+    // The holder of a lease is told when another opens the file, which here is the save.
+    lease = open(file.c_str(), O_RDWR | O_CLOEXEC);
+    struct sigaction changes {};
+    struct sigaction before {};
+    changes.sa_handler = [](int) {
+        EXPECT_EQ(pwrite(lease, "new", 3, 0), 3);
+        fcntl(lease, F_SETLEASE, F_UNLCK);
+    };
+    changes.sa_flags = SA_RESTART;
+    sigaction(SIGIO, &changes, &before);
+    const bool held = fcntl(lease, F_SETLEASE, F_WRLCK) == 0;
+    const Text told = held ? ErrorOf([&] { item->WriteItem(0, 0, 0, u"mine"); }).description : Text();
+    sigaction(SIGIO, &before, nullptr);
+    close(lease);
+    if (!held) GTEST_SKIP() << "the file system knows no leases";
+    EXPECT_NE(told.find(u"was changed by another program"), Text::npos) << ToUtf8(told);
+    EXPECT_EQ(BytesOf(file), "new");
+    item->WriteItem(0, 0, 0, u"mine");
+    EXPECT_EQ(BytesOf(file), "mine");
+}
+
+TEST_F(HostConnectionTest, ASaveThatFailsIsNoChangeByAnother)
+{
+    const std::string file = folder.File("f", "old");
+    std::filesystem::create_hard_link(file, folder / "g");
+    auto item = Open(FromUtf8(file));
+    item->ReadItem(0, 0, 0);
+    {
+        const FullDisk full(1000);
+        EXPECT_NE(ErrorOf([&] { item->WriteItem(0, 0, 0, Text(5000, u'x')); }).number, 0);
+    }
+    item->WriteItem(0, 0, 0, u"new");
+    EXPECT_EQ(BytesOf(file), "new");
+}
+
 TEST_F(HostConnectionTest, ACheckThatFailsIsAFailedSaveAndForgetsNothing)
 {
     const std::string home = folder.Path();
@@ -225,7 +271,7 @@ TEST_F(HostConnectionTest, ThePickersAnswers)
     EXPECT_EQ(picker.start, path);
     ASSERT_EQ(boxes.shown.size(), 1U);
     EXPECT_EQ(boxes.shown[0], u"DEMO BP INVOICE is locked by another user or process. "
-                              u"Open in \"read only\" mode instead?");
+                              u"Open in \"read only\" mode instead?\nIt is held by this program.");
     EXPECT_TRUE(second.readOnly && second.item->ReadOnly());
 
     boxes.answer = message_box::kAnswerNo;
@@ -237,6 +283,41 @@ TEST_F(HostConnectionTest, ThePickersAnswers)
 
     open.mode = u"Save";
     EXPECT_TRUE(connection->SelectItem(open, nullptr).item) << "no lock, so no question";
+}
+
+TEST_F(HostConnectionTest, AHostsFileThatCannotBeReadLeavesTheDefaultConnection)
+{
+    setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
+    const std::string file = folder.Folder("Orlin") + "/hosts.conf";
+    const std::function<void()> states[] = {
+        [] {},
+        [&] { folder.Folder("Orlin/hosts.conf"); },
+        [&] { mkfifo(file.c_str(), 0600); },
+        [&] { std::filesystem::create_symlink("/dev/zero", file); },
+        [&] { std::filesystem::create_symlink("hosts.conf", file); },
+        [&] { std::filesystem::resize_file(folder.File("Orlin/hosts.conf", "[far]\n"), 1U << 31); }};
+    for (const auto& state : states) {
+        state();
+        const HostConfig config = HostConfig::FromEnvironment();
+        EXPECT_EQ(config.hosts.size(), 1U);
+        EXPECT_EQ(config.fault.empty(), &state == states) << ToUtf8(config.fault);
+        std::filesystem::remove(file);
+    }
+    folder.File("Orlin/hosts.conf", "[*]\nroot=here\n[b]\nroot=../c\n[d]\nroot=\n");
+    const HostConfig config = HostConfig::FromEnvironment();
+    EXPECT_EQ(config.hosts[0].root, folder / "Orlin/here") << "not of the folder that the program works in";
+    EXPECT_EQ(config.hosts[1].root, folder / "c");
+    EXPECT_TRUE(config.hosts[2].root.ends_with("/Orlin/Nib/Accounts"));
+    unsetenv("XDG_CONFIG_HOME");
+}
+
+TEST_F(HostConnectionTest, ManySectionsAreReadInATimeThatGrowsWithTheirNumber)
+{
+    Text text;
+    for (int32_t n = 0; n < 100000; ++n) text += u"[h" + Decimal(n) + u"]\nname=x\n";
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(HostConfig::Parse(text, folder.Path()).hosts.size(), 100001U);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
 TEST_F(HostConnectionTest, TheCharsetOfAConnection)

@@ -62,6 +62,27 @@ TEST(ItemLockTest, TheSameProcessIsRefusedToo)
     EXPECT_EQ(LockError(account.Path(), std::string(400, 'x')), 0);
 }
 
+TEST(ItemLockTest, ALockFileRemovedByHandIsNotRemovedAgain)
+{
+    TempFolder account;
+    std::optional<ItemLock> first(std::in_place, account.Path(), "x", u"");
+    EXPECT_EQ(ItemLock::Holder(account.Path(), "x"), u"this program");
+    std::filesystem::remove(account / ".locks/x");
+    const ItemLock second(account.Path(), "x", u"");
+    first.reset();
+    EXPECT_EQ(LockError(account.Path(), "x"), error_number::kLocked);
+}
+
+TEST(ItemLockTest, ALinkInPlaceOfTheFolderIsRefused)
+{
+    TempFolder account;
+    account.File("other/x", "bystander");
+    std::filesystem::create_symlink("other", account / ".locks");
+    EXPECT_EQ(LockError(account.Path(), "x"), error_number::kNoUpdate);
+    EXPECT_EQ(ItemLock::Holder(account.Path(), "x"), u"");
+    EXPECT_EQ(BytesOf(account / "other/x"), "bystander");
+}
+
 TEST(ItemLockTest, AProgramThatIsRunInheritsNone)
 {
     TempFolder account;

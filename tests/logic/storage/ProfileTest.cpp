@@ -119,10 +119,10 @@ TEST_F(ProfileTest, NamesThatAnIniFileCannotHoldAreNotWritten)
     EXPECT_EQ(BytesOf(folder / "f.ini"), "[Sec]\n");
 }
 
-TEST_F(ProfileTest, LongValuesAreCut)
+TEST_F(ProfileTest, LongValuesAreWhole)
 {
     ProfileWriteString(disk, kSection, u"Key", Text(5000, u'1'), u"", Path("f.ini"));
-    EXPECT_EQ(ProfileGetString(kSection, u"Key", u"", Path("f.ini")), Text(4095, u'1'));
+    EXPECT_EQ(ProfileGetString(kSection, u"Key", u"", Path("f.ini")), Text(5000, u'1'));
     EXPECT_EQ(ProfileGetInt(kSection, u"Key", 0, Path("f.ini")), std::numeric_limits<int32_t>::max());
 }
 

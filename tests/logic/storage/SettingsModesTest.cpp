@@ -21,7 +21,7 @@ void Change(Field& field, TextView name)
     else if constexpr (std::is_same_v<Field, clsRecentList>)
         for (TextView entry : {u"one", u"two\u00E9"}) field.AddItem(entry);
     else if constexpr (std::is_same_v<Field, clsKeywords>)
-        field.SetKeywordList(4, u",", u"END THING-,OPEN+");
+        field.SetKeywordList(4, u",", u"END THING-,OPEN+," + Text(6000, u'W'));
     else
         field = static_cast<Field>(field == 2 ? 1 : 2);
 }
