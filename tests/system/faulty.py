@@ -223,6 +223,8 @@ class Driven:
         end = time.monotonic() + 10
         while not (seen := probe()) and self.program.alive():
             self.look_at_halt()
-            lib.expect(time.monotonic() < end, f"no {what}, windows {self.screen.windows()}")
+            if time.monotonic() > end:
+                picture = self.desktop.screenshot(f"/tmp/nib-{self.program.pid}.png")
+                raise lib.Failure(f"no {what}, windows {self.screen.windows()}, {picture}")
             time.sleep(0.001)
         return seen

@@ -268,7 +268,8 @@ class Runner:
         self.driven.copy = None
         if operation.name == "ini":
             self.driven.copy = self.ini_program()
-        shutil.rmtree(self.driven.desktop.data / "AutoRecover", ignore_errors=True)
+        for folder in ("AutoRecover", "Journal"):
+            shutil.rmtree(self.driven.desktop.data / folder, ignore_errors=True)
         self.driven.start(program=self.driven.copy and self.driven.copy / "nibpad71", answer="Escape")
         operation.begin(self.driven)
 
@@ -306,7 +307,9 @@ class Runner:
                            point.lasting, point.outside)
         driven.on_halt = operation.image
         answer = operation.act()
-        fired = driven.control.fired()
+        fired, steps = driven.control.fired(), driven.control.steps()
+        if point.action == faulty.OUTSIDE and "sync" in steps[:point.number - 1]:
+            fired = False  # it came too late this time
         driven.control.disarm()
         if fired and point.action in (faulty.KILL_BEFORE, faulty.KILL_AFTER):
             driven.program.process.wait(lib.TIMEOUT)
