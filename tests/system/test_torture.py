@@ -119,7 +119,14 @@ class Torture:
 
     def opens(self):
         path = self.chance.choice(list(self.saved) + ["mvdb:*/DEMO/BP/MENU", "mvdb:*/DEMO/BP/NONE", "file:/dev/null"])
-        self.call(self.document(), "FileOpen", "(sb)", path, self.chance.random() < 0.1)
+        self.may_save(self.document(), "FileOpen", "(sb)", path, self.chance.random() < 0.1)
+
+    def may_save(self, document, *call):
+        """A call that takes the text away asks for what was changed, and the answer may be Yes."""
+        path, text = self.client.get(document, "mvDocument", "Path"), self.client.text(document)
+        self.call(document, *call)
+        if path in self.saved and self.disk(path) != self.saved[path]:
+            self.is_saved(path, text)
 
     def saves(self):
         document = self.document()
@@ -142,11 +149,7 @@ class Torture:
         self.saved[path] = content
 
     def closes(self):
-        document, asks = self.document(), self.chance.random() < 0.5
-        path, text = self.client.get(document, "mvDocument", "Path"), self.client.text(document)
-        self.call(document, "FileClose", "(b)", asks)
-        if asks and path in self.saved and self.disk(path) != self.saved[path]:
-            self.is_saved(path, text)  # the answer was Yes
+        self.may_save(self.document(), "FileClose", "(b)", self.chance.random() < 0.5)
 
     def formats(self):
         self.call(self.document(), "Format")
@@ -200,14 +203,15 @@ def main():
     options = parser.parse_args()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     with lib.Desktop(options.program.resolve()) as desktop:
-        torture = Torture(faulty.Driven(desktop), options.seed, options.patience)
+        driven = faulty.Driven(desktop)
+        torture = Torture(driven, options.seed, options.patience)
         end = time.monotonic() + options.seconds
         try:
             while time.monotonic() < end:
                 torture.step()
         except (lib.Failure, GLib.Error, OSError) as failure:
             sys.exit(f"seed {options.seed}, after {sum(torture.counts.values())} actions: {failure!s:.2000}\n" +
-                     "\n".join(torture.done[-50:]) + "\n" + desktop.program_output())
+                     "\n".join(torture.done[-50:]) + "\n" + driven.program.output()[-4000:])
         print(f"seed {options.seed}: {torture.counts}, longest wait {torture.worst:.2f} s")
 
 
