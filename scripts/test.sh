@@ -7,12 +7,12 @@ cd "$(dirname "$0")/.."
 scripts/install-deps.sh
 export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}
 
-scripts/build.sh asan nib_logic_tests nib_widget_tests nib_fuzzers
+scripts/build.sh asan nib_logic_tests nib_widget_tests nib_fuzzers nibpad71
 ctest --preset asan --label-exclude fuzz
 # What the last commit changed, or all since NIB_TIDY_BASE.
 if git rev-parse -q --verify "${NIB_TIDY_BASE:-HEAD~1}" >/dev/null; then scripts/tidy.sh; fi
 # Side by side, however few processors there are: their time is told by the clock.
 CTEST_PARALLEL_LEVEL=4 ctest --preset asan --label-regex fuzz
 
-scripts/build.sh release nibpad71 nib-debuglog nib-basic package_files
+scripts/build.sh release nibpad71 nib-debuglog nib-basic nib_faults package_files
 ctest --preset release --label-regex system

@@ -75,7 +75,7 @@ StoredState SeenFile::Compare(const std::string& path)
 {
     const FileStamp now = Look(path);
     if (!now.Exists()) return Exists() ? StoredState::Gone : StoredState::Same;
-    if (now == stamp_ && (certain_ || prints_.empty())) return StoredState::Same;
+    if (now == stamp_ && certain_) return StoredState::Same;
     const bool possible =
         std::any_of(prints_.begin(), prints_.end(), [&](const Print& print) { return print.size == now.size; });
     if (!possible) return StoredState::Changed;

@@ -15,7 +15,7 @@ public:
     /// There was none.
     SeenFile() = default;
     /// Its bytes are not known.
-    explicit SeenFile(const FileStamp& stamp) : stamp_(stamp) {}
+    explicit SeenFile(const FileStamp& stamp) : stamp_(stamp), certain_(true) {}
     SeenFile(const FileStamp& stamp, std::string_view bytes);
     /// As it is now, read as far as that goes. Throws SystemFailure when it cannot be looked at.
     static SeenFile Now(const std::string& path);
@@ -40,7 +40,7 @@ private:
 
     FileStamp stamp_;
     std::vector<Print> prints_; ///< of the bytes that it may hold
-    bool certain_ = false;      ///< what changes it from now on changes the stamp
+    bool certain_ = false;      ///< what changes it from now on changes the stamp, or nothing but that would tell
 };
 
 } // namespace nib

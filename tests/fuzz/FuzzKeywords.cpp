@@ -1,18 +1,12 @@
 // Any keyword list: what the reader kept is written in a form that it reads as the same.
 // Input: one byte of options, then the list.
 
+#include "Fuzz.h"
 #include "editing/clsKeywords.h"
-
-#include <cstdlib>
 
 namespace {
 
 using namespace nib;
-
-void Require(bool holds)
-{
-    if (!holds) std::abort();
-}
 
 void RequireHeldWords(const clsKeywords& keywords)
 {

@@ -1,27 +1,13 @@
 // Any text under any keywords: the tokens of a line cover it without gap or overlap, and the line ends.
 // Input: one byte of options, a keyword list, NUL, comment prefixes, NUL, the text.
 
+#include "Fuzz.h"
 #include "editing/LexClass.h"
 #include "text/SourceDocument.h"
-
-#include <cstdlib>
 
 namespace {
 
 using namespace nib;
-
-void Require(bool holds)
-{
-    if (!holds) std::abort();
-}
-
-std::string_view TakePart(std::string_view& input)
-{
-    size_t end = input.find('\0');
-    std::string_view part = input.substr(0, end);
-    input.remove_prefix(end == std::string_view::npos ? input.size() : end + 1);
-    return part;
-}
 
 void ScanLine(ISourceLex4& lexer, SourceDocument& buffer, int32_t line)
 {
@@ -48,17 +34,17 @@ void ScanLine(ISourceLex4& lexer, SourceDocument& buffer, int32_t line)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (size == 0) return 0;
-    std::string_view input(reinterpret_cast<const char*>(data) + 1, size - 1);
+    Input input(data + 1, size - 1);
     clsKeywords keywords;
     keywords.SetKeywordList(data[0] & 4 ? keyword_class::kLanguage : keyword_class::kUser, u"\n",
-                            FromUtf8(TakePart(input)));
-    keywords.SetCommentPrefixes(FromUtf8(TakePart(input)));
+                            FromUtf8(input.Part()));
+    keywords.SetCommentPrefixes(FromUtf8(input.Part()));
     if (data[0] & 1) keywords.SetCaseSensitive(true);
     LexClass lexer;
     lexer.SetKeywords(keywords);
     lexer.SetHighlight(!(data[0] & 2));
     SourceDocument buffer;
-    buffer.SetText(FromUtf8(input));
+    buffer.SetText(FromUtf8(input.rest));
     for (int32_t line = 0; line < buffer.LineCount(); ++line) ScanLine(lexer, buffer, line);
     return 0;
 }

@@ -1,11 +1,11 @@
 // Any bytes are a readable ini file; a value written to it is read back, and no other value changes. The input: a byte
 // for the encoding, a byte each for the lengths of section, key and value, these three, and the file.
 
+#include "Fuzz.h"
 #include "persistence/store/Profile.h"
 #include "persistence/store/modPersistSettings.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace {
 
@@ -23,28 +23,16 @@ Text TakeText(std::string_view& bytes, size_t length)
     return text;
 }
 
-size_t TakeByte(std::string_view& bytes)
-{
-    if (bytes.empty()) return 0;
-    const auto value = static_cast<unsigned char>(bytes.front());
-    bytes.remove_prefix(1);
-    return value;
-}
-
-void Check(bool holds)
-{
-    if (!holds) std::abort();
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    std::string_view input(reinterpret_cast<const char*>(data), size);
-    const auto encoding = static_cast<ProfileFile::Encoding>(TakeByte(input) % 3 + 1);
-    const size_t sectionLength = TakeByte(input) % 8;
-    const size_t keyLength = TakeByte(input) % 8;
-    const size_t valueLength = TakeByte(input);
+    Input bytes(data, size);
+    const auto encoding = static_cast<ProfileFile::Encoding>(bytes.Byte() % 3 + 1);
+    const size_t sectionLength = bytes.Byte() % 8;
+    const size_t keyLength = bytes.Byte() % 8;
+    const size_t valueLength = bytes.Byte();
+    std::string_view& input = bytes.rest;
     const Text section = TakeText(input, sectionLength);
     const Text key = TakeText(input, keyLength);
     const Text value = TakeText(input, valueLength);
@@ -54,21 +42,21 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const bool isOther = EqualsNoCase(section, u"Sec") && EqualsNoCase(key, u"Other");
     if (file.Set(section, key, value)) {
         const Text expected = value.substr(0, value.find_first_of(TextView(u"\r\n\0", 3)));
-        Check(file.Find(section, key) == expected);
-        if (const auto bytes = file.Bytes(); bytes && file.Kind() != ProfileFile::Encoding::Utf8) {
-            Check(ProfileFile(*bytes, file.Kind()).Find(section, key) == expected);
+        Require(file.Find(section, key) == expected);
+        if (const auto kept = file.Bytes(); kept && file.Kind() != ProfileFile::Encoding::Utf8) {
+            Require(ProfileFile(*kept, file.Kind()).Find(section, key) == expected);
         }
-        Check(isOther || file.Find(u"Sec", u"Other") == other);
+        Require(isOther || file.Find(u"Sec", u"Other") == other);
         file.Remove(section, key);
-        Check(!file.Find(section, key));
-        Check(isOther || file.Find(u"Sec", u"Other") == other);
+        Require(!file.Find(section, key));
+        Require(isOther || file.Find(u"Sec", u"Other") == other);
     }
 
     ProfileFile hive(input, ProfileFile::Encoding::Utf8);
     if (hive.Kind() != ProfileFile::Encoding::Utf8) return 0;
-    Check(hive.Set(EncodeHiveName(section), EncodeHiveName(key), EncodeHiveValue(value)));
+    Require(hive.Set(EncodeHiveName(section), EncodeHiveName(key), EncodeHiveValue(value)));
     const ProfileFile again(*hive.Bytes(), ProfileFile::Encoding::Utf8);
     const auto read = again.Find(EncodeHiveName(section), EncodeHiveName(key));
-    Check(read && DecodeHiveValue(*read) == value);
+    Require(read && DecodeHiveValue(*read) == value);
     return 0;
 }

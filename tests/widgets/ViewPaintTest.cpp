@@ -107,6 +107,27 @@ TEST_F(ViewPaint, WrapKeepsEveryColumnInSight)
     EXPECT_FALSE(widget->CaretRect().isEmpty());
 }
 
+struct Resizes final : QObject {
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        count += event->type() == QEvent::Resize;
+        return false;
+    }
+    int count = 0;
+};
+
+TEST_F(ViewPaint, ABarMayCoverTheLineThatItIsFor)
+{
+    const int rows = widget->viewport()->height() / widget->LineHeight();
+    for (int line = rows - 3; line <= rows + 1; ++line) {
+        Resizes resizes;
+        widget->viewport()->installEventFilter(&resizes);
+        Load(Text(static_cast<size_t>(line), u'\n') + Text(500, u'W') + Text(40, u'\n'));
+        for (int turn = 0; turn < 20; ++turn) QApplication::processEvents();
+        EXPECT_LE(resizes.count, 2) << line;
+    }
+}
+
 TEST_F(ViewPaint, PointsAndPlacesAgree)
 {
     const TextView lines[] = {u"plain text", u"e\u0301a\u0308x", u"\u05E9\u05DC\u05D5\u05DD abc", u"\u4F60\u597Dx",

@@ -83,6 +83,8 @@ std::string FollowLinks(const std::string& path)
     for (int links = 0; links < kMostLinks; ++links) {
         char buffer[PATH_MAX];
         const ssize_t n = readlink(target.c_str(), buffer, sizeof buffer);
+        // Taken for no link, it would be replaced by a file.
+        if (n < 0 && errno != EINVAL && errno != ENOENT) Refuse(path, errno);
         if (n < 0) return target;
         const std::string_view next(buffer, static_cast<size_t>(n));
         target = next.starts_with('/') ? std::string() : FolderOf(target) + "/";

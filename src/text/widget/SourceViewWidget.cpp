@@ -69,7 +69,7 @@ void SourceViewWidget::AppearanceChanged()
     signs_.Build(metrics_.StyledFont(0), metrics_.Ascent());
     BuildColors();
     cache_.Clear();
-    geometry_.Measure(viewport()->size());
+    geometry_.Measure(viewport()->size(), maximumViewportSize().height());
     UpdateBars();
     viewport()->update();
     updateMicroFocus();
@@ -92,7 +92,7 @@ void SourceViewWidget::changeEvent(QEvent* event)
 void SourceViewWidget::resizeEvent(QResizeEvent* event)
 {
     QAbstractScrollArea::resizeEvent(event);
-    geometry_.Measure(viewport()->size());
+    geometry_.Measure(viewport()->size(), maximumViewportSize().height());
     UpdateBars();
     if (model_.LineWrap()) viewport()->update();
 }

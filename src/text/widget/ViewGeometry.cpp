@@ -5,9 +5,10 @@
 
 namespace nib {
 
-void ViewGeometry::Measure(QSizeF viewport)
+void ViewGeometry::Measure(QSizeF viewport, qreal tallest)
 {
     size_ = viewport;
+    tallest_ = tallest;
     margin_ = MarginPlaces::Of(model_, metrics_);
     // The caret behind a full row still needs its place.
     qreal room = size_.width() - margin_.width - metrics_.CharWidth();
@@ -105,7 +106,8 @@ qreal ViewGeometry::MaxLeft()
     if (cache_.WrapWidth() > 0) return 0;
     // The widest line is known only as far as it was seen; back at the left edge the measure starts anew.
     if (left_ <= 0) widest_ = 0;
-    ForEach(0, size_.height(),
+    // With what a bar below covers: the bar would go again, as the line that it is for is out of sight, and come back.
+    ForEach(0, std::max(tallest_, size_.height()),
             [&](int32_t line, qreal) { widest_ = std::max(widest_, cache_.Measured(line).layout.Width()); });
     qreal room = size_.width() - margin_.width - 2 * metrics_.CharWidth();
     return std::max({widest_ - room, left_ > 0 ? std::min(left_, widest_) : 0.0, 0.0});

@@ -20,8 +20,8 @@ public:
     {
     }
 
-    /// Reads margin, wrap and size anew; keeps the top line.
-    void Measure(QSizeF viewport);
+    /// Reads margin, wrap and size anew; keeps the top line. `tallest`: the viewport's height without a bar below.
+    void Measure(QSizeF viewport, qreal tallest);
     /// After an edit or a fold: keeps the top line where it is, as far as the text allows.
     void TextMoved(const TextChange* change);
     const MarginPlaces& Margin() const { return margin_; }
@@ -90,6 +90,7 @@ private:
     const ViewMetrics& metrics_;
     MarginPlaces margin_;
     QSizeF size_;
+    qreal tallest_ = 0;
     int32_t topIndex_ = 0;
     int32_t topLine_ = 0;
     qreal topOffset_ = 0;

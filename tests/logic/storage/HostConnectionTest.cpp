@@ -128,6 +128,11 @@ TEST_F(HostConnectionTest, AChangeByOthersIsToldOnce)
     folder.File("new", "theirs");
     EXPECT_NE(ErrorOf([&] { fresh->WriteItem(0, 0, 0, u"mine"); }).description.find(u"was created"), Text::npos);
 
+    auto over = Open(FromUtf8(folder.File("over", "never read")));
+    EXPECT_TRUE(over->Exists());
+    over->WriteItem(0, 0, 0, u"mine");
+    EXPECT_EQ(BytesOf(folder / "over"), "mine") << "a Save As was confirmed";
+
     std::filesystem::create_symlink("loop", folder / "loop");
     EXPECT_TRUE(Open(FromUtf8(folder / "loop"))->Exists()) << "it cannot be looked at, which reading tells";
 

@@ -1,0 +1,386 @@
+#!/usr/bin/env python3
+"""Every storage call of every operation fails, stops half way, or is the last before a kill, in the real program.
+
+    test_faults.py PROGRAM [--points N] [--seed S] [--only OPERATION...] [--all]
+
+Each operation runs once to see its calls. A point is one of these and what it meets: an error, once or from then on,
+half of the bytes, a halt or a kill before or after it, another program that writes to the file. After each the file is
+wholly old or wholly new, a save that said yes is the new one, any other left the document changed and was told, owner,
+mode and attributes are kept, and the same can be done again without a fault. Two programs share the points.
+"""
+import argparse
+import collections
+import errno
+import multiprocessing
+import os
+import pathlib
+import random
+import re
+import shutil
+import signal
+import sys
+import time
+
+from gi.repository import GLib
+
+import faulty
+import lib
+from faulty import KINDS
+from lib import expect, expect_equal
+
+EVERY = sum(1 << number for number in range(len(KINDS)))
+Point = collections.namedtuple("Point", "operation number kind action error lasting outside")
+
+
+def read(path):
+    """Line ends apart, which are the business of other tests."""
+    try:
+        return path.read_bytes().replace(b"\r\n", b"\n").rstrip(b"\n")
+    except OSError:
+        return None
+
+
+def plain_files(folder):
+    return [path for path in folder.iterdir() if not path.name.startswith(".")] if folder.is_dir() else []
+
+
+class Save:
+    """A document that is open is changed and saved."""
+    outside = (faulty.APPEND, faulty.REPLACE, faulty.SAME_SIZE_AND_TIME)
+
+    def __init__(self, name, path, prepare=lambda target: None, in_place=False):
+        self.name, self.path, self.prepare, self.in_place = name, path, prepare, in_place
+
+    def begin(self, driven):
+        """In a fresh program."""
+        self.driven, self.root = driven, driven.desktop.folder
+        accounts = driven.desktop.data / "Accounts"
+        local = self.path.startswith("file:")
+        self.target = self.root / "files" / self.path[5:] if local else accounts / self.path
+        self.saved_copies, self.recovery = driven.desktop.data / "SaveCopies", driven.desktop.data / "AutoRecover"
+        self.folders = [accounts, self.saved_copies, self.root / "files"]
+        if not self.target.exists() or read(self.target) is None or b"\0" in read(self.target):
+            self.target.unlink(missing_ok=True)
+            self.target.parent.mkdir(exist_ok=True)
+            self.target.write_bytes(b"first\n")
+            self.target.chmod(0o640)
+            os.setxattr(self.target, "user.nib", b"kept")
+            self.prepare(self.target)
+        self.document = driven.client.docs("AddNew")
+        path = f"file:{self.target}" if local else f"mvdb:*/{self.path}"
+        expect(driven.call(self.document, "FileOpen", "(sb)", path, False), f"{path} opens")
+
+    def traits(self):
+        status = os.stat(self.target)
+        return (status.st_mode, status.st_uid, status.st_nlink, os.getxattr(self.target, "user.nib"),
+                self.target.is_symlink())
+
+    def before(self, text):
+        self.driven.client.set_text(self.document, text)
+        self.old, self.new, self.kept = read(self.target), text.replace("\r\n", "\n").encode(), self.traits()
+
+    def act(self):
+        return self.driven.call(self.document, "FileSave")
+
+    def image(self):
+        """What is on disk, at any moment."""
+        content = read(self.target)
+        rescued = self.in_place and any(read(copy) == self.old for copy in plain_files(self.saved_copies))
+        expect(content in (self.old, self.new) or rescued,
+               f"neither old nor new: {content and content[:100]!r} ({content and len(content)})")
+        return content
+
+    def after(self, point, answer, told):
+        if point.action == faulty.OUTSIDE:
+            expect(answer is False and told and read(self.target) not in (self.old, self.new),
+                   "what another program wrote is replaced without a word")
+        elif answer:
+            expect(self.image() == self.new, "not the new text after a save that said yes")
+        else:
+            self.image()
+            expect(told, "nobody was told")
+        expect_equal(self.driven.client.get(self.document, "mvDocument", "IsDirty"), not answer, "changed")
+        if (point.action, point.outside) != (faulty.OUTSIDE, faulty.REPLACE):
+            expect_equal(self.traits(), self.kept, "owner, mode and attributes")
+
+    def settle(self):
+        """What a file of another program lacks is given to it. Without a fault the text can be saved; answers how often it took more than one try."""
+        os.setxattr(self.target, "user.nib", b"kept")
+        self.target.chmod(0o640)
+        for attempt in range(4):
+            if not self.driven.client.get(self.document, "mvDocument", "IsDirty"):
+                return attempt > 1
+            self.driven.call(self.document, "FileSave")
+        raise lib.Failure("the text cannot be saved any more")
+
+
+class SaveAs(Save):
+    """To a new name, or after the question over a file that is there."""
+    outside, count = (), 0
+
+    def __init__(self, name, path, over):
+        super().__init__(name, path)
+        self.over = over
+
+    def before(self, text):
+        super().before(text)
+        self.count += 1
+        self.bound = self.target
+        self.target = self.target.with_name(f"{self.name}-{self.count}")
+        if self.over:
+            shutil.copy2(self.bound, self.target)
+        else:
+            self.old = None
+
+    def act(self):
+        return self.driven.call(self.document, "FileSaveAs", "(s)", f"file:{self.target}")
+
+    def traits(self):
+        return None
+
+    def after(self, point, answer, told):
+        super().after(point, answer, told)
+        path = pathlib.Path(self.driven.client.get(self.document, "mvDocument", "Path").removeprefix("file:"))
+        expect_equal(path, self.target if answer else self.bound, "the file that the document is bound to")
+
+    def settle(self):
+        if self.driven.client.get(self.document, "mvDocument", "IsDirty"):
+            self.target = self.bound
+        again = super().settle()
+        for path in self.target.parent.glob(self.name + "-*"):
+            if path != self.target:
+                path.unlink()
+        return again
+
+
+class Recovery(Save):
+    """The pass that copies changed documents before the program waits for a host."""
+    outside = ()
+
+    def begin(self, driven):
+        super().begin(driven)
+        self.folders = [self.recovery]
+        self.second = driven.client.docs("AddNew")
+
+    def before(self, text):
+        self.driven.client.set_text(self.document, text)
+        copies = plain_files(self.recovery)
+        self.target = copies[0] if copies else None
+        self.old = self.target and read(self.target)
+        self.new = f"recovery.txt\n{text}".replace("\r\n", "\n").encode()
+
+    def act(self):
+        return self.driven.call(self.second, "FileOpen", "(sb)", "mvdb:*/DEMO/BP/MENU", False)
+
+    def image(self):
+        found = [read(copy) for copy in plain_files(self.recovery)]
+        expect(all(text in (self.old, self.new) for text in found) and (found or self.old is None),
+               f"{len(found)} copies, not the old or the new text")
+
+    def after(self, point, answer, told):
+        expect(answer, "a copy that fails does not keep an item from being opened")
+        self.image()
+
+    def settle(self):
+        return 0
+
+
+class Settings(Save):
+    """OK in the dialog of the settings, where the file has another value than the program."""
+    outside, value = (), re.compile(rb"(T\0?a\0?b\0?S\0?i\0?z\0?e\0?=\0?)\d")
+
+    def begin(self, driven):
+        self.driven, desktop = driven, driven.desktop
+        self.saved_copies = desktop.data / "SaveCopies"
+        self.target = driven.copy / "appstate.ini" if self.name == "ini" else desktop.config / "hive.conf"
+        self.folders, self.count = [self.target.parent], 0
+        self.act()
+        self.whole = self.target.read_bytes()
+
+    def traits(self):
+        return None
+
+    def before(self, text):
+        self.count += 1
+        changed = self.value.sub(lambda found: found[1] + (b"4" if found[0].endswith(b"3") else b"3"), self.whole)
+        self.target.write_bytes(changed)
+        expect(changed != self.whole, "a value of the settings")
+        self.old, self.new = read(self.target), self.whole.replace(b"\r\n", b"\n").rstrip(b"\n")
+
+    def act(self):
+        self.driven.accept_settings()
+
+    def after(self, point, answer, told):
+        self.image()
+
+    def settle(self):
+        self.act()
+        expect_equal(read(self.target), self.new, "the settings that are stored when nothing fails")
+        return 0
+
+
+def operations():
+    def linked(target):
+        target.with_suffix(".second").unlink(missing_ok=True)
+        os.link(target, target.with_suffix(".second"))
+
+    def symbolic(target):
+        target.rename(target.with_suffix(".real"))
+        target.symlink_to(target.with_suffix(".real").name)
+
+    return [Save("host item", "DEMO/BP/FAULTS"), Save("local file", "file:local.txt"),
+            Save("hard link", "file:linked.txt", linked, in_place=True),
+            Save("symbolic link", "file:symbolic.txt", symbolic), SaveAs("save as new", "file:as.txt", 0),
+            SaveAs("save as over", "file:over.txt", 1), Recovery("recovery copy", "file:recovery.txt"),
+            Settings("hive", ""), Settings("ini", "")]
+
+
+def points_of(operation, steps):
+    """All that can happen in one run of the operation, whose calls these are."""
+    synced = next((number for number, kind in enumerate(steps, 1) if kind == "sync"), 0)
+    for number, kind in enumerate(steps, 1):
+        def point(action, error=0, lasting=0, outside=0, number=number, kind=kind):
+            return Point(operation.name, number, kind, action, error, lasting, outside)
+        for error in faulty.ERRORS:
+            yield point(faulty.FAIL, error)
+            # Nothing goes on for ever that is tried again because of a signal.
+            if error != errno.EINTR:
+                yield point(faulty.FAIL, error, EVERY)
+                yield point(faulty.FAIL, error, 1 << KINDS.index(kind))
+        if kind in ("read", "write"):
+            yield point(faulty.SHORT)
+            yield point(faulty.SHORT, lasting=EVERY)
+        for action in (faulty.HALT_BEFORE, faulty.HALT_AFTER, faulty.KILL_BEFORE, faulty.KILL_AFTER):
+            yield point(action)
+        if number <= synced:
+            for outside in operation.outside:
+                yield point(faulty.OUTSIDE, outside=outside)
+
+
+class Runner:
+    """One program, and the operations in it one after the other."""
+
+    def __init__(self, desktop, library):
+        self.driven = faulty.Driven(desktop, library)
+        self.texts, self.bad, self.again, self.done = 0, [], 0, collections.Counter()
+
+    def begin(self, operation):
+        self.driven.copy = None
+        if operation.name == "ini":
+            self.driven.copy = self.ini_program()
+        for folder in ("AutoRecover", "Journal"):
+            shutil.rmtree(self.driven.desktop.data / folder, ignore_errors=True)
+        self.driven.start(program=self.driven.copy and self.driven.copy / "nibpad71", answer="Escape")
+        operation.begin(self.driven)
+
+    def ini_program(self):
+        """The switch file lies beside the program."""
+        folder, program = self.driven.desktop.folder / "copy", pathlib.Path(self.driven.desktop.program)
+        if not folder.exists():
+            shutil.copytree(program.parent / "accounts", folder / "accounts")
+            shutil.copy2(program, folder)
+            (folder / "isolation.ini").write_text("[Isolation]\nPersistSettings=2\nAppDataDirectory=./\n", encoding="ascii")
+        return folder
+
+    def steps(self, operation):
+        """Of the second run: the first makes folders."""
+        for _ in range(2):
+            operation.before(self.text())
+            self.driven.control.arm(operation.folders)
+            answer = operation.act()
+            steps = self.driven.control.steps()
+            self.driven.control.disarm()
+            operation.after(Point(operation.name, 0, "", faulty.COUNT, 0, 0, 0), answer, False)
+            operation.settle()
+        return steps
+
+    def text(self):
+        """At times longer than the last, at times shorter."""
+        self.texts += 1
+        return "\r\n".join(f"LINE {line} OF TEXT {self.texts}" for line in range(5 + self.texts * 7 % 120))
+
+    def meet(self, operation, point):
+        driven = self.driven
+        operation.before(self.text())
+        driven.told = False
+        driven.control.arm(operation.folders, os.path.realpath(operation.target or ""), point.number, point.action, point.error,
+                           point.lasting, point.outside)
+        driven.on_halt = operation.image
+        answer = operation.act()
+        fired, steps = driven.control.fired(), driven.control.steps()
+        if point.action == faulty.OUTSIDE and "sync" in steps[:point.number - 1]:
+            fired = False  # it came too late this time
+        driven.control.disarm()
+        if fired and point.action in (faulty.KILL_BEFORE, faulty.KILL_AFTER):
+            driven.program.process.wait(lib.TIMEOUT)
+            operation.image()
+            driven.end()
+            self.begin(operation)
+            self.done[operation.name] += 1
+            return
+        expect(driven.program.alive(), "it has ended by itself")
+        if fired:
+            operation.after(point, answer, driven.told)
+        self.done[operation.name] += bool(fired)
+        self.again += operation.settle()
+
+    def run(self, operation, points):
+        self.begin(operation)
+        for point in points:
+            try:
+                self.meet(operation, point)
+            except (lib.Failure, OSError, GLib.Error) as failure:
+                error = errno.errorcode.get(point.error, "")
+                name = ("", "fail", "short", "kill before", "kill after", "halt before", "halt after", "outside")
+                self.bad.append(f"{operation.name}: {name[point.action]} {error} {point.kind} {point.number} "
+                                f"{'lasting ' if point.lasting else ''}{point.outside}: {failure}")
+                self.driven.end()
+                if operation.target:
+                    operation.target.unlink(missing_ok=True)
+                self.begin(operation)
+        self.driven.end()
+
+
+def half(work):
+    """The points of every operation that fall to one of the programs."""
+    program, library, number, options = work
+    with lib.Desktop(program) as desktop:
+        runner = Runner(desktop, library)
+        chosen = random.Random(options.seed)
+        for operation in operations():
+            if options.only and operation.name not in options.only:
+                continue
+            runner.begin(operation)
+            points = list(points_of(operation, runner.steps(operation)))
+            runner.driven.end()
+            if not options.all:
+                points = chosen.sample(points, min(len(points), options.points // len(operations())))
+            runner.run(operation, points[number::2])
+        return runner.done, runner.bad, runner.again
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("program", type=pathlib.Path)
+    parser.add_argument("--points", type=int, default=5400)
+    parser.add_argument("--seed", type=int, default=int(time.time()))
+    parser.add_argument("--only", action="append")
+    parser.add_argument("--all", action="store_true")
+    options = parser.parse_args()
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    began = time.monotonic()
+    program = options.program.resolve()
+    library = program.parents[1] / "tests" / "libnib_faults.so"
+    with multiprocessing.Pool(2) as pool:
+        halves = pool.map(half, [(program, library, number, options) for number in range(2)])
+    done = sum((part[0] for part in halves), collections.Counter())
+    bad = [line for part in halves for line in part[1]]
+    print(f"seed {options.seed}: {sum(done.values())} points in {time.monotonic() - began:.0f} s, "
+          f"{sum(part[2] for part in halves)} saves that took more than one try; " +
+          ", ".join(f"{name} {count}" for name, count in done.items()))
+    print("\n".join(bad[:200]))
+    sys.exit(1 if bad else 0)
+
+
+if __name__ == "__main__":
+    main()
