@@ -124,9 +124,10 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     // Whoever only reads keeps nobody from writing, also where it turned out after the lock was taken.
     if (item->ReadOnly()) item->LockItem(false);
     // Not before: the old text must never be saved as an item that could not be read, nor go without a question.
-    Text stored = ReadFrom(*item);
+    const bool again = item == item_; // the answer may be to save it, or to leave it as it is
+    Text stored = again ? Text() : ReadFrom(*item);
     if (!ConfirmClose()) return false;
-    if (item == item_) stored = ReadFrom(*item); // the answer may have been to save it
+    if (again) stored = ReadFrom(*item);
     TakeItem(std::move(item));
     source.SetText(ExpandTabs(stored, services_.settings.TabSize));
     stored_.Clear();
