@@ -2,11 +2,10 @@
 """Files and items that cannot be what the user hopes: each gives a message, and nothing is lost."""
 import os
 import shutil
-import subprocess
 import time
 
 import lib
-from lib import expect, expect_equal, expect_file
+from lib import expect, expect_file
 
 
 def refuses_with_a_message(desktop, *arguments):
@@ -38,33 +37,6 @@ def a_name_that_is_no_utf8_opens_and_an_unknown_switch_is_told(desktop):
     expect("nibpad71: unknown switch /X\n" in program.output(), f"nothing told of /X: {program.output()}")
 
 
-def a_full_disk_keeps_the_document_and_the_old_file(desktop):
-    disk = desktop.folder / "disk"
-    disk.mkdir()
-    mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "tmpfs", disk], capture_output=True, check=False)
-    if mounted.returncode != 0:
-        print("skipped: no right to mount a small disk")
-        return
-    try:
-        path = disk / "text"
-        path.write_bytes(b"old\n")
-        big = desktop.folder / "big"
-        big.write_bytes(b"0123456789\n" * 8000)
-        desktop.start(big, shows=r"\[big\]")
-        desktop.keys("ctrl+a", "ctrl+c", "ctrl+F4", shows=r"^Nib$")
-        shutil.copy(path, disk / "keep")
-        program = desktop.start(path)
-        desktop.wait_window(r"\[text\]", program=program).focus()
-        desktop.keys("ctrl+v", "ctrl+s")
-        desktop.wait_box()
-        desktop.keys("Escape", shows=r"\[\*text\]")
-        expect_equal(path.read_bytes(), b"old\n", "the old file")
-        expect_equal(sorted(p.name for p in disk.iterdir()), ["keep", "text"], "files on the full disk")
-        program.kill()
-    finally:
-        subprocess.run(["umount", "-l", disk], check=False)
-
-
 def a_folder_that_vanishes_keeps_the_document(desktop):
     folder = desktop.folder / "work"
     folder.mkdir()
@@ -85,4 +57,4 @@ def a_folder_that_vanishes_keeps_the_document(desktop):
 
 if __name__ == "__main__":
     lib.run(what_is_no_text_is_refused, a_name_that_is_no_utf8_opens_and_an_unknown_switch_is_told,
-            a_full_disk_keeps_the_document_and_the_old_file, a_folder_that_vanishes_keeps_the_document)
+            a_folder_that_vanishes_keeps_the_document)

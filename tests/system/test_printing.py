@@ -53,18 +53,12 @@ def open_item(desktop, file="BP", item="INVOICE", **variables):
     return account / file / item
 
 
-def print_to(desktop, path):
-    """Gives the file in the print dialog, which is open, and agrees."""
-    desktop.keys("alt+f", "ctrl+a")
-    desktop.type_text(str(path))
-    desktop.keys("alt+p")  # Return might go to a list of files that complete the name
-
-
 def printed(desktop, path, title):
     """Opens the dialog, prints to the file and answers its pages."""
     desktop.keys("ctrl+p", shows=r"^Print$")
-    print_to(desktop, path)
-    desktop.wait_active(title)
+    desktop.keys("alt+f", "ctrl+a")
+    desktop.type_text(str(path))
+    desktop.keys("alt+p", shows=title)  # Return might go to a list of files that complete the name
     return pages_of(path)
 
 
@@ -118,34 +112,6 @@ def the_preview_and_back(desktop):
     expect_equal(listing_of(pages_of(path))[0][1][:10], "x* INVOICE", "the first line")
 
 
-def a_full_disk_is_told(desktop):
-    disk = desktop.folder / "disk"
-    disk.mkdir()
-    mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=16k", "tmpfs", disk], capture_output=True, check=False)
-    if mounted.returncode != 0:
-        print("skipped: no right to mount a small disk")
-        return
-    try:
-        source = open_item(desktop)
-        before = source.read_bytes()
-        path = disk / "listing.pdf"
-        path.write_bytes(b"old")
-        desktop.type_text("x")
-        desktop.keys("ctrl+p", shows=r"^Print$")
-        print_to(desktop, path)
-        eventually("the question whether to write over the file", lambda: len(desktop.windows(r"^Print$")) == 2)
-        desktop.keys("alt+y")
-        desktop.wait_box()
-        desktop.keys("Escape", shows=r"\[\*BP INVOICE ")
-        expect_equal(path.read_bytes(), b"old", "the old listing")
-        expect_equal([entry.name for entry in disk.iterdir()], ["listing.pdf"], "files on the full disk")
-        desktop.keys("ctrl+z", "ctrl+p", shows=r"^Print$")
-        desktop.keys("Escape", shows=r"\[BP INVOICE ")
-        expect_equal(source.read_bytes(), before, "the item")
-    finally:
-        subprocess.run(["umount", "-l", disk], check=False)
-
-
 def the_results_window(desktop):
     open_item(desktop)
     desktop.keys("ctrl+f", shows=r"^Find")
@@ -161,4 +127,4 @@ def the_results_window(desktop):
 
 
 if __name__ == "__main__":
-    lib.run(a_program_on_two_sizes_of_paper, the_preview_and_back, a_full_disk_is_told, the_results_window)
+    lib.run(a_program_on_two_sizes_of_paper, the_preview_and_back, the_results_window)

@@ -3,10 +3,8 @@
 
 A pass runs before the program waits for a host, so the Open dialog is enough to bring one about.
 """
-import contextlib
 import os
 import signal
-import subprocess
 import time
 
 import lib
@@ -179,39 +177,6 @@ def cancel_asks_again_and_a_running_copy_is_left_alone(desktop):
         expect_equal(len(copies(desktop)), 3, "copies after Cancel")
 
 
-def a_full_folder_and_foreign_files_are_borne_in_silence(desktop):
-    folder = desktop.data / "AutoRecover"
-    folder.mkdir(parents=True, mode=0o700)
-    mounted = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=16k,mode=700", "tmpfs", folder], capture_output=True,
-                             check=False)
-    if mounted.returncode != 0:
-        print("skipped: no right to mount a small disk")
-        return
-    try:
-        program = desktop.start(shows=r"^Nib$")
-        desktop.keys("ctrl+n", shows=r"NewItem1 \(New\)")
-        desktop.type_text("first", shows=r"\[\*NewItem1")
-        run_a_pass(desktop, 1, r"\[\*NewItem1")
-        whole = copies(desktop)[0].read_bytes()
-        (folder / "filler").write_bytes(b"x" * 8192)
-        with contextlib.suppress(OSError):  # until nothing more goes in
-            (folder / "more").write_bytes(b"x" * 65536)
-        desktop.type_text(" second")
-        run_a_pass(desktop, 3, r"\[\*NewItem1")
-        expect_equal(next(path for path in copies(desktop) if path.suffix).read_bytes(), whole, "the earlier copy")
-        expect_equal(len(desktop.windows(r".", program)), 1, "windows: nobody is bothered")
-        program.kill()
-
-        program = desktop.start(shows=DIALOG)
-        desktop.keys("Tab", "space", "shift+Tab", "Return")  # all of them
-        desktop.wait_no_window(DIALOG)
-        expect(program.alive(), "the program goes on")
-        program.kill()
-    finally:
-        subprocess.run(["umount", "-l", folder], check=False)
-
-
 if __name__ == "__main__":
     lib.run(a_crash_brings_the_documents_back, no_end_takes_what_was_typed, the_end_of_the_session_asks_nothing,
-            open_documents_come_back, cancel_asks_again_and_a_running_copy_is_left_alone,
-            a_full_folder_and_foreign_files_are_borne_in_silence)
+            open_documents_come_back, cancel_asks_again_and_a_running_copy_is_left_alone)

@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 namespace nib::test {
 namespace {
 
@@ -45,6 +43,7 @@ TEST(HitTestTest, LabelsCallsAndIncludes)
     const Row rows[] = {{u"  GOSUB ^DONE", HitKind::Label, u"DONE"},
                         {u"  GOSUB DON^E", HitKind::Label, u"DONE"},
                         {u"  GOTO ^DONE ; X = 1", HitKind::Label, u"DONE"},
+                        {u"  IF A THEN GOSUB ^DONE.1", HitKind::Label, u"DONE.1"},
                         {u"  ^GOSUB DONE", HitKind::None},
                         {u"^DONE:", HitKind::None},
                         {u"  ^DONE: CALL SUB1(A)", HitKind::None},
@@ -99,45 +98,6 @@ TEST(HitTestTest, BlocksWhereNothingElseIs)
     Hit hit = HitTest(text.view, {0, 1});
     EXPECT_EQ(hit.kind, HitKind::ClosedBlock);
     EXPECT_EQ(hit.TargetLine, 2);
-}
-
-/// Where every label, item and block of a program of the sample account stands.
-TEST(HitTestTest, ASampleProgram)
-{
-    std::ifstream file(NIB_SOURCE_DIR "/resources/accounts/DEMO/BP/INVOICE", std::ios::binary);
-    std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    ClickedText program(FromUtf8(bytes));
-    ASSERT_GT(program.buffer.LineCount(), 100);
-    const struct {
-        TextView words; ///< stand in one line of the program
-        TextView click; ///< where in them
-        HitKind kind;
-        TextView target;
-    } rows[] = {{u"$INCLUDE BP COMMON.INC", u"COMMON", HitKind::Include, u"BP COMMON.INC"},
-                {u"GOSUB CHECK.ORDER", u"CHECK", HitKind::Label, u"CHECK.ORDER"},
-                {u"THEN GOSUB PRINT.HEAD", u"HEAD", HitKind::Label, u"PRINT.HEAD"},
-                {u"CALL PRICE.CALC(", u"PRICE", HitKind::Call, u"PRICE.CALC"},
-                {u"CALL PRICE.CALC(PROD.ID", u"PROD", HitKind::None, u""},
-                {u"TODAY = DATE()", u"TODAY", HitKind::None, u""}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(ToUtf8(row.words));
-        FindHit found;
-        ASSERT_TRUE(program.buffer.Find(row.words, {0, 0}, {false, true, false}, found));
-        Position at{found.at.col + static_cast<int32_t>(row.words.find(row.click)), found.at.line};
-        Hit hit = HitTest(program.view, at);
-        if (row.kind == HitKind::None) {
-            EXPECT_TRUE(hit.kind == HitKind::None || hit.kind == HitKind::OpenBlock);
-            continue;
-        }
-        EXPECT_EQ(hit.kind, row.kind);
-        EXPECT_EQ(hit.Target, row.target);
-        EXPECT_EQ(hit.TargetLine, at.line + 1);
-    }
-    FindHit opener;
-    ASSERT_TRUE(program.buffer.Find(u"OPEN \"DATA\"", {0, 0}, {}, opener));
-    EXPECT_EQ(HitTest(program.view, opener.at).kind, HitKind::OpenBlock);
-    program.buffer.CollapseBlock(opener.at.line);
-    EXPECT_EQ(HitTest(program.view, opener.at).kind, HitKind::ClosedBlock);
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 #include <random>
 
 namespace nib::test {
-
 namespace {
 
 using namespace std::string_literals;
@@ -57,8 +56,6 @@ std::string SaveError(const ItemText& rules, TextView text, const TextForm& form
     }
     return "";
 }
-
-} // namespace
 
 TEST(ItemTextTest, ReadsAndWritesBackWhatStood)
 {
@@ -162,15 +159,5 @@ TEST(ItemTextTest, AnyBytesComeBack)
     }
 }
 
-TEST(ItemTextTest, AllLettersOfAFileAndAllBytesOfAnItem)
-{
-    std::string bytes;
-    for (int c = 1; c < 256; ++c)
-        if (c != '\r') bytes.push_back(static_cast<char>(c));
-    for (const ItemText* rules : {&kFiles, &kItems, &kWestern}) {
-        TextForm form;
-        EXPECT_EQ(rules->Encode(rules->Decode(bytes, form, u""), form, u""), bytes);
-    }
-}
-
+} // namespace
 } // namespace nib::test
