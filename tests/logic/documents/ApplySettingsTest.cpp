@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 namespace nib {
-
 namespace {
 
 struct Window {
@@ -28,8 +27,6 @@ struct Window {
         return view.NextToken(0, 0, token) ? token.type : 0;
     }
 };
-
-} // namespace
 
 TEST(ApplySettings, PrintsInBlackUnlessColoursAreWanted)
 {
@@ -67,4 +64,5 @@ TEST(ApplySettings, TheLexerFollows)
     EXPECT_EQ(window.TypeOfWord(), token_type::kBlank);
 }
 
+} // namespace
 } // namespace nib

@@ -2,8 +2,6 @@
 
 #include "fakes/TestProgram.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

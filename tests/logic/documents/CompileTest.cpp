@@ -4,8 +4,6 @@
 #include "fakes/TestProgram.h"
 #include "hosts/accounts/AccountSession.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

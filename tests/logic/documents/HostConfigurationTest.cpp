@@ -3,8 +3,6 @@
 #include "documents/DocumentSettings.h"
 #include "fakes/TestProgram.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
 
 namespace nib::test {

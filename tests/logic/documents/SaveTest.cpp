@@ -2,8 +2,6 @@
 
 #include "fakes/TestShell.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

@@ -6,8 +6,6 @@
 #include "fakes/TestProgram.h"
 #include "text/TextSearch.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

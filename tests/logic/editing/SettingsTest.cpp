@@ -16,8 +16,6 @@ StoredValues SavedAfterLoading(StoredValues stored)
     return Saved(loading.Load());
 }
 
-} // namespace
-
 TEST(Settings, DefaultsAreStoredUnderTheseNamesAndTexts)
 {
     MemorySettings store;
@@ -146,4 +144,5 @@ TEST(Settings, WhatTheHostFixedIsNotWritten)
     }
 }
 
+} // namespace
 } // namespace nib

@@ -4,8 +4,6 @@
 #include "logic/storage/TempFolder.h"
 #include "platform/posix/FileLocks.h"
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
 #include <sys/file.h>
 

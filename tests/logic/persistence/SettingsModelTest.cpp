@@ -7,8 +7,6 @@
 #include "logic/storage/TempFolder.h"
 #include "shell/menus/MenuModel.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

@@ -3,8 +3,6 @@
 #include "fakes/TestShell.h"
 #include "shell/menus/MenuTable.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <set>
 

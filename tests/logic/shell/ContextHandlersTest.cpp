@@ -3,8 +3,6 @@
 #include "fakes/TestShell.h"
 #include "fakes/WordLexer.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

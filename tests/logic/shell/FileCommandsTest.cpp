@@ -3,8 +3,6 @@
 #include "shell/FileCommands.h"
 #include "fakes/TestProgram.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

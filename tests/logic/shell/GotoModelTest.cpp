@@ -3,8 +3,6 @@
 #include "fakes/TestProgram.h"
 #include "shell/navigation/Navigation.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

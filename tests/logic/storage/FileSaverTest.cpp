@@ -4,8 +4,6 @@
 #include "base/Error.h"
 #include "platform/posix/FileName.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <random>
 
@@ -17,7 +15,6 @@
 #include <sys/xattr.h>
 
 namespace nib::test {
-
 namespace {
 
 constexpr uid_t kNobody = 65534;
@@ -63,8 +60,6 @@ mode_t ModeOf(const std::string& path)
     stat(path.c_str(), &status);
     return status.st_mode & 07777;
 }
-
-} // namespace
 
 TEST_F(FileSaverTest, ANewFileTakesTheUmaskAndLeavesNothingBeside)
 {
@@ -295,4 +290,5 @@ TEST(FileNameTest, AnyBytesComeBack)
     EXPECT_EQ(AbsolutePath("/a/./b/../c//d"), "/a/c/d");
 }
 
+} // namespace
 } // namespace nib::test

@@ -4,7 +4,6 @@
 #include <filesystem>
 
 namespace nib::test {
-
 namespace {
 
 using namespace std::string_literals;
@@ -20,8 +19,6 @@ protected:
         return value.value_or(u"<none>");
     }
 };
-
-} // namespace
 
 TEST_F(HiveFileTest, AnyNameHoldsAnyText)
 {
@@ -116,4 +113,5 @@ TEST_F(HiveFileTest, WhatIsStoredAlreadyIsNotWrittenAgain)
     EXPECT_EQ(StampOf(folder / "config/Orlin/hive.conf"), before);
 }
 
+} // namespace
 } // namespace nib::test

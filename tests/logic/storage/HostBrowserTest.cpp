@@ -2,7 +2,6 @@
 #include "fakes/Patience.h"
 
 namespace nib::test {
-
 namespace {
 
 class HostBrowserTest : public HostFixture {
@@ -17,8 +16,6 @@ protected:
         return names;
     }
 };
-
-} // namespace
 
 TEST_F(HostBrowserTest, LevelsFromTheConnectionDown)
 {
@@ -82,4 +79,5 @@ TEST_F(HostBrowserTest, TenThousandItemsOpenAtOnce)
     EXPECT_EQ(browser.Children(u"mvdb:*/DEMO/BIG").size(), 10000U);
 }
 
+} // namespace
 } // namespace nib::test

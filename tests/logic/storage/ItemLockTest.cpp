@@ -4,15 +4,12 @@
 #include "platform/posix/FileLocks.h"
 #include "platform/posix/Process.h"
 
-#include <gtest/gtest.h>
-
 #include <optional>
 
 #include <sys/stat.h>
 #include <sys/wait.h>
 
 namespace nib::test {
-
 namespace {
 
 int32_t LockError(const std::string& account, const std::string& name)
@@ -34,8 +31,6 @@ struct Holder : HeldProcess {
     {
     }
 };
-
-} // namespace
 
 TEST(ItemLockTest, OneHolderAtATimeAndNoneWhenItDies)
 {
@@ -163,4 +158,5 @@ TEST(ItemLockTest, NeverTwoHoldersHoweverManyTry)
     }
 }
 
+} // namespace
 } // namespace nib::test

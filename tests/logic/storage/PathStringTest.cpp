@@ -8,14 +8,11 @@
 #include <gtest/gtest.h>
 
 namespace nib::test {
-
 namespace {
 
 const Text kHostile[] = {u"BP",           u"A/B",   u"a b",          u"50%",          u"..", u".",       u"%2F",
                          Text(300, u'x'), u"Ünï€😀", u"\xF8FD\xF8FE", u"a\xDCFFz",     u"*",  u"../../x", u"~",
                          u"a\nb\x7F",     u"..%2F", u".locks",       Text(u"a\0b", 3)};
-
-} // namespace
 
 TEST(PathStringTest, KnownForms)
 {
@@ -117,4 +114,5 @@ TEST(FolderListTest, NumbersCountByValueAndCaseNot)
     }
 }
 
+} // namespace
 } // namespace nib::test

@@ -4,7 +4,6 @@
 #include <filesystem>
 
 namespace nib::test {
-
 namespace {
 
 using namespace std::string_literals;
@@ -29,8 +28,6 @@ protected:
         return std::nullopt;
     };
 };
-
-} // namespace
 
 TEST(SettingsPathTest, DotToAbsPath)
 {
@@ -156,4 +153,5 @@ TEST_F(PersistSettingsTest, CopiesThatStartTogetherKeepEachOthersFirstValues)
     }
 }
 
+} // namespace
 } // namespace nib::test

@@ -6,7 +6,6 @@
 #include <limits>
 
 namespace nib::test {
-
 namespace {
 
 using namespace std::string_literals;
@@ -21,8 +20,6 @@ std::string Utf16(const std::string& ascii)
     for (char c : ascii) bytes += {c, '\0'};
     return bytes;
 }
-
-} // namespace
 
 TEST_F(ProfileTest, FindsValuesInWhateverTheFileHolds)
 {
@@ -197,4 +194,5 @@ TEST(LeadingNumberTest, Table)
     for (const auto& [text, number] : rows) EXPECT_EQ(LeadingInt(text), number) << ToUtf8(text);
 }
 
+} // namespace
 } // namespace nib::test

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 namespace nib::test {
-
 namespace {
 
 struct Row {
@@ -20,8 +19,6 @@ constexpr Row kRows[] = {{"bin/", "bin", "bin"},
                          {"bin/ share/nibpad71/ etc/nibpad71/isolation.ini", "share/nibpad71", "etc/nibpad71"},
                          // A tree of a build below a prefix that has the program too.
                          {"bin/accounts/ share/nibpad71/ etc/nibpad71/isolation.ini", "bin", "bin"}};
-
-} // namespace
 
 TEST(ProgramPlacesTest, BesideTheProgramOrOfItsPrefix)
 {
@@ -41,4 +38,5 @@ TEST(ProgramPlacesTest, BesideTheProgramOrOfItsPrefix)
     }
 }
 
+} // namespace
 } // namespace nib::test

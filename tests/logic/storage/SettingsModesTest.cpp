@@ -7,7 +7,6 @@
 #include <type_traits>
 
 namespace nib::test {
-
 namespace {
 
 /// Off its default, and within the limits of every field.
@@ -63,8 +62,6 @@ protected:
     }
 };
 
-} // namespace
-
 TEST(SettingsTest, ACloneAndAnUpdateTakeEverySettingAlong)
 {
     const MvEdit changed = Changed();
@@ -102,4 +99,5 @@ TEST_F(SettingsModesTest, EverySettingLastsInTheHiveAndTheIniFileAndNowhereElse)
     }
 }
 
+} // namespace
 } // namespace nib::test

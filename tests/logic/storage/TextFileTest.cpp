@@ -7,7 +7,6 @@
 #include <functional>
 
 namespace nib::test {
-
 namespace {
 
 using namespace std::string_literals;
@@ -27,8 +26,6 @@ protected:
     TempFolder folder;
     FileSaver saver{folder / "backups"};
 };
-
-} // namespace
 
 TEST_F(TextFileTest, EncodingsByTheTable)
 {
@@ -110,4 +107,5 @@ TEST_F(TextFileTest, WideCharsAndUnicodeFiles)
     EXPECT_TRUE(CheckUnicodeFile(saver, Path("none/new"), u"€"));
 }
 
+} // namespace
 } // namespace nib::test
