@@ -39,6 +39,11 @@ struct TestProgram : Surroundings {
         EXPECT_TRUE(document->FileOpen(path, readOnly)) << ToUtf8(path);
         return document;
     }
+    std::shared_ptr<mvDocument> StoreAndOpen(const Text& path, Text text, bool readOnly = false)
+    {
+        Store(path, std::move(text));
+        return Open(path, readOnly);
+    }
     FakeDocView& View(mvDocument& document) { return static_cast<FakeDocView&>(document.EnsureView()); }
     std::vector<Text> Titles()
     {
