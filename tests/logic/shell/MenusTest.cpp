@@ -1,7 +1,7 @@
 // The menus: their model, what they show, and the keys that the frame takes.
 
 #include "fakes/Failure.h"
-#include "fakes/RecordingMenuBar.h"
+#include "fakes/FakeWindows.h"
 #include "fakes/TestShell.h"
 #include "shell/MenuDispatcher.h"
 #include "shell/menus/FrameKeys.h"
