@@ -1,5 +1,3 @@
-// Every enabling rule, and every key, dispatched.
-
 #include "fakes/TestShell.h"
 #include "shell/menus/MenuTable.h"
 

@@ -1,5 +1,3 @@
-// The menus: their model, what they show, and the keys that the frame takes.
-
 #include "fakes/Failure.h"
 #include "fakes/FakeWindows.h"
 #include "fakes/TestShell.h"
