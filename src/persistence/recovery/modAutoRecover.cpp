@@ -144,7 +144,10 @@ bool modAutoRecover::AutoSaveDocuments()
 {
     if (!AutoRecover()) return false;
     const bool found = !AutoRecoverFolder_.empty() && IsFolderName(AutoRecoverFolder_);
-    if (!found && !FindAutoRecoverFolder(true)) return false;
+    if (!found && !FindAutoRecoverFolder(true)) {
+        if (!ports_.localData.empty()) Tell(Folder() + u" cannot be made.");
+        return false;
+    }
     int32_t count = 0;
     Text fault;
     for (const auto& document : ports_.documents.openDocuments.All()) {
@@ -278,7 +281,7 @@ bool modAutoRecover::IsOrphan(TextView name)
 
 void modAutoRecover::CheckAutoRecover()
 {
-    ClearLeftovers(ports_.saver.BackupFolder());
+    ClearLeftovers();
     const bool others = !OrphanJournals().empty() || !UnsettledCopies(ports_.saver.BackupFolder()).empty();
     if (!FindAutoRecoverFolder(others)) return;
     DynamicArray names;
@@ -286,6 +289,15 @@ void modAutoRecover::CheckAutoRecover()
     for (const Text& name : NamesIn(AutoRecoverFolder_))
         if (IsOrphan(name)) names.Append(name);
     if ((others || names.Count() > 0) && ports_.showDialog) ports_.showDialog(AutoRecoverFolder_, names);
+}
+
+/// What was not complete yet when its session ended.
+void modAutoRecover::ClearLeftovers()
+{
+    nib::ClearLeftovers(ports_.saver.BackupFolder());
+    const Text folder = FromFileName(JournalFolder());
+    for (const Text& name : NamesIn(folder))
+        if (name.ends_with(u'~') && IsOrphan(name)) KillFile(folder + u"/" + name, true);
 }
 
 std::vector<std::string> modAutoRecover::OrphanJournals()

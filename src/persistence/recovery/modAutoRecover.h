@@ -101,6 +101,7 @@ private:
     Journals* JournalsOf();
     void Tell(TextView copyFault);
     void RemoveCopy(mvDocument& document);
+    void ClearLeftovers();
     Text PathOf(TextView name) const { return AutoRecoverFolder_ + u"/" + Text(name); }
     void SaveDocument(mvDocument& document);
     Text NameFor(const mvDocument& document);
