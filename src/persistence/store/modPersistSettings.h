@@ -80,6 +80,8 @@ public:
     void Flush() override;
     void TellTrouble(std::function<void(TextView why)> trouble) override;
 
+    /// Why the switch file cannot be read, which then counts as missing; empty when there is no reason.
+    Text SwitchFileFault() const;
     /// Reads the switch file and makes the folders, once. Get and Save do so themselves.
     void InitPersistSettings();
     /// Both end in "/".
@@ -87,6 +89,7 @@ public:
     const Text& UserDataDirectory() const { return userDataDirectory_; }
 
 private:
+    Text SwitchFile() const;
     Text Switch(TextView key, TextView fallback) const;
     Text ResolveDataDirectory(TextView path) const;
     void CreateStateFile() const;
