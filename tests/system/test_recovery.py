@@ -255,6 +255,6 @@ def a_full_folder_and_foreign_files_are_borne_in_silence(desktop):
 
 
 if __name__ == "__main__":
-    lib.run(a_crash_brings_the_documents_back, a_file_that_may_grow_no_further_ends_nothing, no_end_takes_what_was_typed, the_end_of_the_session_asks_nothing,
-            open_documents_come_back, cancel_asks_again_and_a_running_copy_is_left_alone,
-            a_full_folder_and_foreign_files_are_borne_in_silence)
+    lib.run(a_crash_brings_the_documents_back, a_file_that_may_grow_no_further_ends_nothing,
+            no_end_takes_what_was_typed, the_end_of_the_session_asks_nothing, open_documents_come_back,
+            cancel_asks_again_and_a_running_copy_is_left_alone, a_full_folder_and_foreign_files_are_borne_in_silence)
