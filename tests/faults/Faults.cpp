@@ -29,27 +29,12 @@ constexpr size_t kMostSteps = 4096;
 constexpr size_t kMostFiles = 4096;
 
 /// The order is that of the names in faulty.py.
+// clang-format off
 enum class Kind : uint8_t {
-    Open,
-    Read,
-    Write,
-    Sync,
-    Close,
-    Rename,
-    Link,
-    Unlink,
-    MakeFolder,
-    Truncate,
-    Allocate,
-    Mode,
-    Owner,
-    GetAttribute,
-    SetAttribute,
-    Status,
-    ReadLink,
-    Access,
-    List
+    Open, Read, Write, Sync, Close, Rename, Link, Unlink, MakeFolder, Truncate, Allocate, Mode, Owner,
+    GetAttribute, SetAttribute, Status, ReadLink, Access, List
 };
+// clang-format on
 enum class Action : uint32_t { Count, Fail, Short, KillBefore, KillAfter, HaltBefore, HaltAfter, Outside };
 /// What the other program does to the target.
 enum class Outside : uint32_t { Append, Replace, SameSizeAndTime };

@@ -78,6 +78,11 @@ class Screen:
         self._handler = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(lambda *_: 0)
         self.x.XSetErrorHandler(self._handler)
 
+    def activate(self, window):
+        """A window that a dialog still blocked when it got the focus hears of it again."""
+        for target in (1, window):
+            self.x.XSetInputFocus(self.display, ctypes.c_ulong(target), 1, ctypes.c_ulong(0))
+
     def click(self, x, y, button=1):
         """At a place of the screen."""
         self.test.XTestFakeMotionEvent(self.display, -1, x, y, ctypes.c_ulong(0))
@@ -194,21 +199,26 @@ class Driven:
 
     def accept_settings(self):
         """The dialog, and Return in it; the file is written at the next turn of the loop."""
-        pressed = 0.0
-
-        def dialog_is_up():
-            nonlocal pressed
-            # Once more when the menu was not ready for the next key.
-            if time.monotonic() > pressed + 1:
-                pressed = time.monotonic()
-                for key in ("Escape", "alt+t", "Up", "Return"):
-                    self.screen.key(self.main, key)
-            return self.titled("Nib Settings")
-        dialog = self.soon("the dialog of the settings", dialog_is_up)
+        dialog = self.press("the dialog of the settings", ("Escape", "alt+t", "Up", "Return"),
+                            lambda: self.titled("Nib Settings"))
         self.screen.key(dialog or 0, "Return")
         self.soon("the end of the dialog", lambda: self.titled("Nib Settings") != dialog)
         for _ in range(3):
             self.wait(self.client.start(DOCUMENTS, NAME + ".mvDocuments", "Count"))
+
+    def press(self, what, keys, probe):
+        """Keys for the main window, once more a second later when it was not ready for them."""
+        pressed = 0.0
+
+        def look():
+            nonlocal pressed
+            if time.monotonic() > pressed + 1:
+                pressed = time.monotonic()
+                self.screen.activate(self.main)
+                for key in keys:
+                    self.screen.key(self.main, key)
+            return probe()
+        return self.soon(what, look)
 
     def look_at_halt(self):
         if self.control.halted():

@@ -82,8 +82,7 @@ def starts_over_mutilated_files(desktop):
             chance.choice((path.mkdir, lambda path=path: os.mkfifo(path), lambda path=path: path.touch(0)))()
         began = time.monotonic()
         driven.start("/A=DEMO", program=folder / "nibpad71", answer="Escape")
-        driven.screen.key(driven.main, "ctrl+q")
-        driven.soon("the end", lambda: None)
+        driven.press("the end", ("ctrl+q",), lambda: None)
         expect_equal(driven.program.wait_end(), 0, f"start {number}: the exit code")
         expect(time.monotonic() - began < 10, f"start {number} took too long")
         for path in good:

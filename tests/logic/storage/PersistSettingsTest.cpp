@@ -65,6 +65,18 @@ TEST(SettingsPathTest, References)
     for (const Row& row : rows) EXPECT_EQ(ExpandEnviron(row.text, environment), row.expanded);
 }
 
+TEST_F(PersistSettingsTest, ASwitchFileThatCannotBeReadCountsAsMissingAndIsTold)
+{
+    EXPECT_EQ(Store("PersistSettings=1\n").SwitchFileFault(), u"");
+    std::filesystem::remove(folder / "p/q/isolation.ini");
+    modPersistSettings store(hive, disk, Path("p/q"), environment);
+    EXPECT_EQ(store.SwitchFileFault(), u"") << "there is none";
+    folder.Folder("p/q/isolation.ini");
+    EXPECT_NE(store.SwitchFileFault().find(u"isolation.ini cannot be read: "), Text::npos);
+    store.Save(u"Name", u"value");
+    EXPECT_TRUE(InHive(u"Name"));
+}
+
 TEST_F(PersistSettingsTest, ModesOfTheSwitchFile)
 {
     const std::pair<std::string, int> rows[] = {{"", 1},
