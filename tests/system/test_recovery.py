@@ -131,14 +131,12 @@ def no_end_takes_what_was_typed(desktop):
 def a_file_that_may_grow_no_further_ends_nothing(desktop):
     menu = desktop.sample_accounts() / "BP" / "MENU"
     old = menu.read_bytes()
-    program = desktop.start(*MENU)
-    desktop.wait_active(r"\[BP MENU on ")
+    program = desktop.start(*MENU, shows=r"\[BP MENU on ")
     desktop.keys("ctrl+a", "ctrl+c", "ctrl+v", "ctrl+v")
     desktop.command("prlimit", f"--pid={program.pid}", "--fsize=2000")
     desktop.keys("ctrl+s")
     desktop.wait_box()
-    desktop.keys("Return")
-    desktop.wait_active(r"\[\*BP MENU on ")
+    desktop.keys("Return", shows=r"\[\*BP MENU on ")
     expect_equal(menu.read_bytes(), old, "the item")
 
 
@@ -192,11 +190,6 @@ def cancel_asks_again_and_a_running_copy_is_left_alone(desktop):
 
 
 if __name__ == "__main__":
-<<<<<<< HEAD
     lib.run(a_crash_brings_the_documents_back, a_file_that_may_grow_no_further_ends_nothing,
             no_end_takes_what_was_typed, the_end_of_the_session_asks_nothing, open_documents_come_back,
-            cancel_asks_again_and_a_running_copy_is_left_alone, a_full_folder_and_foreign_files_are_borne_in_silence)
-=======
-    lib.run(a_crash_brings_the_documents_back, no_end_takes_what_was_typed, the_end_of_the_session_asks_nothing,
-            open_documents_come_back, cancel_asks_again_and_a_running_copy_is_left_alone)
->>>>>>> cut
+            cancel_asks_again_and_a_running_copy_is_left_alone)
