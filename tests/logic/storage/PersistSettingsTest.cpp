@@ -1,15 +1,11 @@
 #include "StoreFixture.h"
-#include "TempFolder.h"
 #include "editing/MvEdit.h"
 #include "fakes/Failure.h"
 #include "fakes/MemorySettings.h"
 #include "persistence/store/TextFile.h"
 #include "persistence/store/modPersistSettings.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
-#include <functional>
 #include <type_traits>
 
 namespace nib::test {
@@ -254,12 +250,7 @@ TEST_F(SettingsModesTest, EverySettingLastsInTheHiveAndTheIniFileAndNowhereElse)
     }
 }
 
-using namespace std::string_literals;
-
-class TextFileTest : public testing::Test {
-protected:
-    Text Path(const std::string& name) const { return FromUtf8(folder / name); }
-    TempFolder folder;
+struct TextFileTest : StoreTest {
     FileSaver saver{folder / "backups"};
 };
 
