@@ -150,17 +150,15 @@ struct Row {
 };
 
 // "^" parts fields, "]" values, "\" subvalues.
-const Row kRows[] = {
-    {u"", true, {}, u"x"},
-    {u"a", true, {}, u"a^x"},
-    {u"a^b", true, {1}, u"a]x^b"},
-    {u"a", true, {3}, u"a^^x"},
-    {u"a^b]c", true, {2, 2}, u"a^b]c\\x"},
-    {u"a^b", false, {2}, u"a^x"},
-    {u"a^b", false, {3, 2}, u"a^b^]x"},
-    {u"a^b", false, {-1}, u"a^b^x"},
-    {u"a^b]c\\d", false, {2, 2, 2}, u"a^b]c\\x"},
-};
+const Row kRows[] = {{u"", true, {}, u"x"},
+                     {u"a", true, {}, u"a^x"},
+                     {u"a^b", true, {1}, u"a]x^b"},
+                     {u"a", true, {3}, u"a^^x"},
+                     {u"a^b]c", true, {2, 2}, u"a^b]c\\x"},
+                     {u"a^b", false, {2}, u"a^x"},
+                     {u"a^b", false, {3, 2}, u"a^b^]x"},
+                     {u"a^b", false, {-1}, u"a^b^x"},
+                     {u"a^b]c\\d", false, {2, 2, 2}, u"a^b]c\\x"}};
 
 TEST(DynamicArrayTest, Operations)
 {
