@@ -119,10 +119,10 @@ void OutsideChanges::Compare(mvDocument& document)
     results->AddResultLine(document.ListName(), 0, 0, true);
     DifferenceList list(*results);
     for (const LineHunk& hunk : DiffLines(before, after)) {
-        for (int32_t i = 0; i < hunk.oldCount; ++i)
-            list.Add(hunk.oldLine + i, u" - ", before[static_cast<size_t>(hunk.oldLine + i)]);
-        for (int32_t i = 0; i < hunk.newCount; ++i)
-            list.Add(hunk.oldLine, u" + ", after[static_cast<size_t>(hunk.newLine + i)]);
+        for (int32_t line = hunk.oldLine; line < hunk.oldLine + hunk.oldCount; ++line)
+            list.Add(line, u" - ", before[static_cast<size_t>(line)]);
+        for (int32_t line = hunk.newLine; line < hunk.newLine + hunk.newCount; ++line)
+            list.Add(hunk.oldLine, u" + ", after[static_cast<size_t>(line)]);
     }
     list.End();
     results->ShowResults({});

@@ -260,8 +260,7 @@ void modAutoRecover::EndAutoSaveSession()
     DeleteAutoSaveFiles(false);
     if (journals_) journals_->RemoveAll();
     if (session_ == 0) return;
-    const Text folder = FromFileName(JournalFolder());
-    for (const Text& name : NamesIn(folder, SessionDigits(session_) + u".")) KillFile(folder + u"/" + name, true);
+    for (const Text& name : NamesIn(FromFileName(JournalFolder()), SessionDigits(session_) + u".")) KillJournal(name);
 }
 
 void modAutoRecover::DeleteAutoSaveFiles(bool all)
@@ -291,13 +290,17 @@ void modAutoRecover::CheckAutoRecover()
     if ((others || names.Count() > 0) && ports_.showDialog) ports_.showDialog(AutoRecoverFolder_, names);
 }
 
+void modAutoRecover::KillJournal(TextView name)
+{
+    KillFile(FromFileName(JournalFolder()).append(u"/").append(name), true);
+}
+
 /// What was not complete yet when its session ended.
 void modAutoRecover::ClearLeftovers()
 {
     nib::ClearLeftovers(ports_.saver.BackupFolder());
-    const Text folder = FromFileName(JournalFolder());
-    for (const Text& name : NamesIn(folder))
-        if (name.ends_with(u'~') && IsOrphan(name)) KillFile(folder + u"/" + name, true);
+    for (const Text& name : NamesIn(FromFileName(JournalFolder())))
+        if (name.ends_with(u'~') && IsOrphan(name)) KillJournal(name);
 }
 
 std::vector<std::string> modAutoRecover::OrphanJournals()
@@ -334,7 +337,7 @@ void modAutoRecover::HandOver(const AdoptedFiles& files, mvDocument& document)
     if (!files.copy.empty()) document.SetAutoRecoverFile(files.copy);
     DocumentChanged(document);
     if (!document.IsDirty()) {
-        if (!files.journal.empty()) KillFile(FromFileName(JournalFolder() + "/" + files.journal), true);
+        if (!files.journal.empty()) KillJournal(FromFileName(files.journal));
     } else if (journals_) {
         journals_->CopyMade(document);
         if (!files.journal.empty()) journals_->Supersede(document, files.journal);

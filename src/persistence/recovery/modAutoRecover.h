@@ -102,6 +102,7 @@ private:
     void Tell(TextView copyFault);
     void RemoveCopy(mvDocument& document);
     void ClearLeftovers();
+    void KillJournal(TextView name);
     Text PathOf(TextView name) const { return AutoRecoverFolder_ + u"/" + Text(name); }
     void SaveDocument(mvDocument& document);
     Text NameFor(const mvDocument& document);

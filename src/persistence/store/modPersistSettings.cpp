@@ -283,10 +283,10 @@ void modPersistSettings::Flush()
     IgnoringErrors([this] { hive_.Flush(); });
 }
 
-void modPersistSettings::TellTrouble(std::function<void(TextView why)> trouble)
+void modPersistSettings::TellTrouble(const std::function<void(TextView why)>& trouble)
 {
     hive_.TellTrouble(trouble);
-    disk_.trouble = std::move(trouble);
+    disk_.trouble = trouble;
 }
 
 void modPersistSettings::CreateStateFile() const
