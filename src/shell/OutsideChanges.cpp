@@ -85,6 +85,7 @@ bool OutsideChanges::AskAboutChange(mvDocument& document)
     if (document.IsDirty()) question += u" It has unsaved changes: after Reload they are lost unless you undo it.";
     const int32_t usual = document.IsDirty() ? kThirdDefault : 0;
     const int32_t answer = program_.ShowMessage(question, kReloadKeepCompareCancel | kQuestion | usual);
+    if (!document.ItemObject()) return false; // a client has closed it meanwhile
     if (answer == kAnswerReload) return document.Reload(), false;
     if (!document.ReadOnly()) document.SetModified(true); // it is not what is stored
     if (answer == kAnswerKeep) document.ItemObject()->AcceptState();
@@ -98,6 +99,7 @@ bool OutsideChanges::AskAboutLoss(mvDocument& document)
                           u" is not there any more: another program has deleted or renamed it. Keep "
                           u"leaves its text open, to be saved again; Close asks about that first.";
     const int32_t answer = program_.ShowMessage(question, kKeepClose | kWarning);
+    if (!document.ItemObject()) return false;
     document.ItemObject()->AcceptState();
     document.SetModified(true); // the window holds the only copy
     if (answer == kAnswerClose) program_.Files().FileClose(document);
