@@ -279,6 +279,7 @@ bool modAutoRecover::IsOrphan(TextView name)
 void modAutoRecover::CheckAutoRecover()
 {
     ClearLeftovers(ports_.saver.BackupFolder());
+    if (!ports_.localData.empty()) ClearIncompleteJournals();
     const bool others = !OrphanJournals().empty() || !UnsettledCopies(ports_.saver.BackupFolder()).empty();
     if (!FindAutoRecoverFolder(others)) return;
     DynamicArray names;
@@ -286,6 +287,14 @@ void modAutoRecover::CheckAutoRecover()
     for (const Text& name : NamesIn(AutoRecoverFolder_))
         if (IsOrphan(name)) names.Append(name);
     if ((others || names.Count() > 0) && ports_.showDialog) ports_.showDialog(AutoRecoverFolder_, names);
+}
+
+/// What a kill left of a beginning: the journal before it, where there was one, is whole.
+void modAutoRecover::ClearIncompleteJournals()
+{
+    const Text folder = FromFileName(JournalFolder());
+    for (const Text& name : NamesIn(folder))
+        if (name.ends_with(u'~') && IsOrphan(name)) KillFile(folder + u"/" + name, true);
 }
 
 std::vector<std::string> modAutoRecover::OrphanJournals()

@@ -99,6 +99,7 @@ private:
     Text Folder() const;
     bool EnsureSession();
     Journals* JournalsOf();
+    void ClearIncompleteJournals();
     void Tell(TextView copyFault);
     void RemoveCopy(mvDocument& document);
     Text PathOf(TextView name) const { return AutoRecoverFolder_ + u"/" + Text(name); }
