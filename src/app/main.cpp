@@ -54,6 +54,7 @@ public:
     }
 
     SettingsStore& Store() { return settings_; }
+    Text SwitchFileFault() const { return settings_.SwitchFileFault(); }
 
 private:
     ProfileDisk disk_;
@@ -176,7 +177,7 @@ int main(int argc, char** argv)
         });
     program.Main(ReadCommandLine(argc, argv));
     if (program.IsShuttingDown()) return EXIT_SUCCESS;
-    for (const Text& fault : {hosts.fault, sampleFault})
+    for (const Text& fault : {hosts.fault, settings.SwitchFileFault(), sampleFault})
         if (!fault.empty()) program.ReportError(fault);
     return QApplication::exec();
 }

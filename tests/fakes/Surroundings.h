@@ -1,12 +1,10 @@
 #pragma once
 // All that a program wants from outside, but for its windows.
 
-#include "fakes/FakeClock.h"
 #include "fakes/FakeConnection.h"
-#include "fakes/FakeDialogs.h"
-#include "fakes/FakeFonts.h"
+#include "fakes/FakeDesktop.h"
 #include "fakes/FakeMessageBoxes.h"
-#include "fakes/FakeSessionToken.h"
+#include "fakes/FakeWindows.h"
 #include "fakes/MemoryClipboard.h"
 #include "fakes/MemorySettings.h"
 #include "fakes/RecordingTrace.h"

@@ -1,7 +1,7 @@
 #pragma once
 // A whole program on fakes: every rule of start, documents and commands can be driven through it.
 
-#include "fakes/FakeViewFactory.h"
+#include "fakes/FakeWindows.h"
 #include "fakes/Surroundings.h"
 
 namespace nib::test {
@@ -38,6 +38,11 @@ struct TestProgram : Surroundings {
         auto document = NewObject();
         EXPECT_TRUE(document->FileOpen(path, readOnly)) << ToUtf8(path);
         return document;
+    }
+    std::shared_ptr<mvDocument> StoreAndOpen(const Text& path, Text text, bool readOnly = false)
+    {
+        Store(path, std::move(text));
+        return Open(path, readOnly);
     }
     FakeDocView& View(mvDocument& document) { return static_cast<FakeDocView&>(document.EnsureView()); }
     std::vector<Text> Titles()

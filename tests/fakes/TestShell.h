@@ -1,7 +1,7 @@
 #pragma once
 // A whole program with its menus and dispatcher.
 
-#include "fakes/RecordingMenuBar.h"
+#include "fakes/FakeWindows.h"
 #include "fakes/TestProgram.h"
 #include "shell/MenuDispatcher.h"
 
@@ -13,8 +13,6 @@ struct TestShell : TestProgram {
     MenuDispatcher dispatcher{program, bar};
 
     bool Run(TextView key) { return dispatcher.Run(key); }
-    bool Enabled(TextView key) { return StateOfCommand(key, dispatcher.Context()).enabled; }
-    bool Checked(TextView key) { return StateOfCommand(key, dispatcher.Context()).checked; }
     /// As a click on the tool, whose check mark the bar has turned over before.
     void Click(Band band, TextView key)
     {

@@ -236,13 +236,15 @@ class Desktop:
 
     # The program
 
-    def start(self, *arguments, program=None, **variables):
-        """Runs the program, or another copy of its file; each call is a further process. Keyword arguments are
-        environment variables for it."""
+    def start(self, *arguments, program=None, shows=None, **variables):
+        """Runs the program, or another copy of its file; each call is a further process. Other keyword arguments are
+        environment variables for it. Here and below, `shows` is the title of the window that then has the focus."""
         log = self.folder / f"program-{len(self._programs) + 1}.log"
         words = [str(program or self.program)] + [str(argument) for argument in arguments]
-        self._programs.append(Program(words, {**self.env, **variables}, log))
-        return self._programs[-1]
+        self._programs.append(program := Program(words, {**self.env, **variables}, log))
+        if shows:
+            self.wait_active(shows)
+        return program
 
     def sample_accounts(self):
         """Copies the sample accounts to where the program looks for accounts; answers the folder of DEMO."""
@@ -310,17 +312,19 @@ class Desktop:
 
     # Keyboard, mouse, picture
 
-    def type_text(self, text):
+    def type_text(self, text, shows=None):
         """Types into the window with the focus; a line feed is the Return key."""
         for number, line in enumerate(text.split("\n")):
             if number > 0:
                 self.keys("Return")
             if line:
                 self.xdotool("type", "--delay", 12, "--", line)
+        return self.wait_active(shows) if shows else None
 
-    def keys(self, *names):
+    def keys(self, *names, shows=None):
         """Presses keys by their X names, one after the other: keys("ctrl+s", "Return")."""
         self.xdotool("key", "--delay", 30, "--", *names)
+        return self.wait_active(shows) if shows else None
 
     def click(self, x, y, button=1, count=1):
         """At a place of the screen."""

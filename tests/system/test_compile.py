@@ -32,16 +32,14 @@ def compiler(desktop, *line, seconds=60):
 
 
 def opened(desktop):
-    program = desktop.start("/A=DEMO", "/F=BP", "/I=INVOICE")
-    desktop.wait_active(r"\[BP INVOICE on ")
+    program = desktop.start("/A=DEMO", "/F=BP", "/I=INVOICE", shows=r"\[BP INVOICE on ")
     return program
 
 
 def shown_text(desktop, demo):
     """What the results window shows, by way of the clipboard and the item."""
     desktop.wait_active(r"^Results$")
-    desktop.keys("ctrl+a", "ctrl+c", "Escape")
-    desktop.wait_active(r"\[\*?BP INVOICE on ")
+    desktop.keys("ctrl+a", "ctrl+c", "Escape", shows=r"\[\*?BP INVOICE on ")
     item = demo / "BP/INVOICE"
     before = item.stat().st_ino  # a save puts another file in its place
     desktop.keys("ctrl+a", "ctrl+v", "ctrl+s")

@@ -25,34 +25,28 @@ def double_click_first_line(desktop, results):
 
 def break_compile_mend(desktop):
     demo = desktop.sample_accounts()
-    program = desktop.start("/A=DEMO", "/F=BP", "/I=INVOICE")
-    desktop.wait_active(r"\[BP INVOICE on ")
+    program = desktop.start("/A=DEMO", "/F=BP", "/I=INVOICE", shows=r"\[BP INVOICE on ")
     whole = (demo / "BP/INVOICE").read_bytes()
     lines = whole.decode("latin-1").split("\n")
     end = next(i for i, line in enumerate(lines) if line.strip() == "END")
 
     # Without its END a block stays open.
-    desktop.keys("ctrl+g")
-    desktop.wait_active(r"^Goto$")
+    desktop.keys("ctrl+g", shows=r"^Goto$")
     desktop.keys("alt+n")
     desktop.type_text(str(end + 1))
-    desktop.keys("Return")
-    desktop.wait_active(r"\[BP INVOICE on ")
-    desktop.keys("ctrl+y")
-    desktop.wait_active(r"\[\*BP INVOICE on ")
+    desktop.keys("Return", shows=r"\[BP INVOICE on ")
+    desktop.keys("ctrl+y", shows=r"\[\*BP INVOICE on ")
     desktop.keys("F11")
     box = desktop.wait_box()
     expect(box.size()[0] > 100, "the question whether to save first")
-    desktop.keys("Return")
-    results = desktop.wait_active(r"^Results$")
+    results = desktop.keys("Return", shows=r"^Results$")
 
     # The first line of the output names a line of the source; a double click on it goes there.
     double_click_first_line(desktop, results)
     desktop.wait_active(r"\[BP INVOICE on ")
     desktop.keys("End")
     desktop.type_text(" !here")
-    desktop.keys("ctrl+s")
-    desktop.wait_active(r"\[BP INVOICE on [^*]*\]$")
+    desktop.keys("ctrl+s", shows=r"\[BP INVOICE on [^*]*\]$")
     broken = (demo / "BP/INVOICE").read_text("latin-1").split("\n")
     marked = [i for i, line in enumerate(broken) if line.endswith("!here")]
     opener = max(i for i in range(end) if re.search(r"\b(THEN|ELSE|LOCKED)\s*$", lines[i]))
@@ -63,10 +57,8 @@ def break_compile_mend(desktop):
         desktop.keys("ctrl+z")
     desktop.keys("ctrl+s")
     lib.eventually("the program as it was", lambda: (demo / "BP/INVOICE").read_bytes() == whole)
-    desktop.keys("F11")
-    desktop.wait_active(r"^Results$")
-    desktop.keys("ctrl+a", "ctrl+c", "Escape")
-    desktop.wait_active(r"\[BP INVOICE on ")
+    desktop.keys("F11", shows=r"^Results$")
+    desktop.keys("ctrl+a", "ctrl+c", "Escape", shows=r"\[BP INVOICE on ")
     desktop.keys("ctrl+End")
     desktop.keys("ctrl+v", "ctrl+s")
     lib.eventually("the words that no error was found",

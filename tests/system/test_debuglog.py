@@ -68,8 +68,7 @@ def slot(number):
 
 
 def start(desktop):
-    program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU")
-    desktop.wait_active(r"BP MENU")
+    program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU", shows=r"BP MENU")
     return program
 
 
@@ -81,10 +80,8 @@ def end(desktop, program):
 def types_at_once(desktop, what):
     """A key and its undo, each seen in the title; a log that held the editor up for each token would take minutes."""
     began = time.monotonic()
-    desktop.type_text("x")
-    desktop.wait_active(r"\[\*BP MENU")
-    desktop.keys("ctrl+z")
-    desktop.wait_active(r"\[BP MENU")
+    desktop.type_text("x", shows=r"\[\*BP MENU")
+    desktop.keys("ctrl+z", shows=r"\[BP MENU")
     expect(time.monotonic() - began < 10, f"{what}: the editor goes on at its own pace")
 
 
@@ -93,8 +90,7 @@ def the_viewer_shows_every_line_of_every_category(desktop):
     (account / "VOC" / "NIB").write_text("governs\nGONE\\WORDS\n")  # what cannot be read is an error line
     lib.with_bus(desktop)
     with the_only_one(), viewer_of(desktop, "--mask", str(ALL)) as viewer:
-        program = desktop.start("/T=mvdb", "/H=*", "/A=DEMO", "/F=BP", "/I=MENU")
-        desktop.wait_active(r"BP MENU")
+        program = desktop.start("/T=mvdb", "/H=*", "/A=DEMO", "/F=BP", "/I=MENU", shows=r"BP MENU")
         # A client of automation that comes and goes.
         desktop.command("gdbus", "call", "--session", "--dest", "com.orlin.NibPad71", "--object-path",
                         "/com/orlin/NibPad71", "--method", "com.orlin.NibPad71.Application.Hold")

@@ -9,20 +9,14 @@ INVOICE = ("/H=*", "/A=DEMO", "/F=BP", "/I=INVOICE")
 def typing_undo_redo_save(desktop):
     item = desktop.sample_accounts() / "BP" / "INVOICE"
     before = item.read_bytes()
-    desktop.start(*INVOICE)
-    desktop.wait_active(r"\[BP INVOICE on ")
-    desktop.type_text("abc")
-    desktop.wait_active(r"\[\*BP INVOICE on ")
-    desktop.keys("ctrl+z")
-    desktop.wait_active(r"\[BP INVOICE on ")
-    desktop.keys("ctrl+shift+z")
-    desktop.wait_active(r"\[\*BP INVOICE on ")
-    desktop.keys("ctrl+s")
-    desktop.wait_active(r"\[BP INVOICE on ")
+    desktop.start(*INVOICE, shows=r"\[BP INVOICE on ")
+    desktop.type_text("abc", shows=r"\[\*BP INVOICE on ")
+    desktop.keys("ctrl+z", shows=r"\[BP INVOICE on ")
+    desktop.keys("ctrl+shift+z", shows=r"\[\*BP INVOICE on ")
+    desktop.keys("ctrl+s", shows=r"\[BP INVOICE on ")
     expect_file(item, b"abc" + before)
     # One more round: the lock is still held, and undo goes back past the save.
-    desktop.keys("ctrl+z")
-    desktop.wait_active(r"\[\*BP INVOICE on ")
+    desktop.keys("ctrl+z", shows=r"\[\*BP INVOICE on ")
     desktop.keys("ctrl+s")
     expect_file(item, before)
 
@@ -31,8 +25,7 @@ def lines_typed_come_out_as_attributes(desktop):
     account = desktop.sample_accounts()
     desktop.start("/A=DEMO", "/F=BP", "/I=FRESH")
     desktop.wait_box()
-    desktop.keys("alt+y")
-    desktop.wait_active(r"BP FRESH on .* \(New\)")
+    desktop.keys("alt+y", shows=r"BP FRESH on .* \(New\)")
     desktop.type_text("PROGRAM FRESH\n   CRT 'HI'\nEND")
     desktop.keys("ctrl+bracketright", "ctrl+s")
     expect_file(account / "BP" / "FRESH", b"PROGRAM FRESH\n   CRT 'HI'\n   END\xfd\n")
@@ -42,8 +35,7 @@ def lines_typed_come_out_as_attributes(desktop):
 def a_local_file_with_mixed_ends_and_tabs(desktop):
     path = desktop.folder / "mixed file.txt"
     path.write_bytes(b"one\ttab\r\ntwo\nthree\r\n")
-    desktop.start(path)
-    desktop.wait_active(r"\[mixed file\.txt\]")
+    desktop.start(path, shows=r"\[mixed file\.txt\]")
     desktop.type_text("X")
     desktop.keys("ctrl+s")
     expect_file(path, b"Xone   tab\r\ntwo\nthree\r\n")
@@ -52,13 +44,11 @@ def a_local_file_with_mixed_ends_and_tabs(desktop):
 def closing_asks_about_changes(desktop):
     item = desktop.sample_accounts() / "BP" / "MENU"
     before = item.read_bytes()
-    program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU")
-    desktop.wait_active(r"\[BP MENU on ")
+    program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU", shows=r"\[BP MENU on ")
     desktop.type_text("Z")
     desktop.keys("ctrl+q")
     desktop.wait_box()
-    desktop.keys("Escape")
-    desktop.wait_active(r"\[\*BP MENU on ")
+    desktop.keys("Escape", shows=r"\[\*BP MENU on ")
     expect(program.alive(), "Cancel must keep the program running")
     desktop.keys("alt+F4")
     desktop.wait_box()
@@ -68,13 +58,10 @@ def closing_asks_about_changes(desktop):
 
 
 def saves_a_new_document_through_the_picker(desktop):
-    desktop.start()
-    desktop.wait_active(r"^Nib$")
-    desktop.keys("ctrl+n")
-    desktop.wait_active(r"NewItem1 \(New\)")
+    desktop.start(shows=r"^Nib$")
+    desktop.keys("ctrl+n", shows=r"NewItem1 \(New\)")
     desktop.type_text("hello")
-    desktop.keys("ctrl+s")
-    desktop.wait_active(r"^Save$")
+    desktop.keys("ctrl+s", shows=r"^Save$")
     target = desktop.folder / "new text"
     desktop.type_text(str(target))
     desktop.keys("Return")

@@ -7,29 +7,22 @@ from lib import expect, expect_equal
 
 def windows_and_fast_keys(desktop):
     demo = desktop.sample_accounts()
-    program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU", "/I=INVOICE", "/I=GOTO.STYLE")
-    desktop.wait_active(r"\[BP MENU on ")
-    desktop.keys("ctrl+Tab")
-    desktop.wait_active(r"\[BP GOTO.STYLE on ")
-    desktop.keys("ctrl+shift+Tab")
-    desktop.wait_active(r"\[BP MENU on ")
+    program = desktop.start("/A=DEMO", "/F=BP", "/I=MENU", "/I=INVOICE", "/I=GOTO.STYLE", shows=r"\[BP MENU on ")
+    desktop.keys("ctrl+Tab", shows=r"\[BP GOTO.STYLE on ")
+    desktop.keys("ctrl+shift+Tab", shows=r"\[BP MENU on ")
 
     # Out of the maximised state and back; tiled and cascaded windows leave the frame's own name alone.
     for letter in "hvc":
-        desktop.keys("alt+w", letter)
-        desktop.wait_active(r"^Nib$")
-    desktop.keys("alt+w", "m")
-    desktop.wait_active(r"\[BP MENU on ")
+        desktop.keys("alt+w", letter, shows=r"^Nib$")
+    desktop.keys("alt+w", "m", shows=r"\[BP MENU on ")
 
     # To a line, typed as fast as keys can come.
-    desktop.keys("ctrl+g")
-    desktop.wait_active(r"^Goto$")
+    desktop.keys("ctrl+g", shows=r"^Goto$")
     desktop.xdotool("key", "--delay", 0, "--", "alt+n", "9", "Return")
     desktop.wait_active(r"\[BP MENU on ")
     desktop.keys("End")
     desktop.type_text("!nine")
-    desktop.keys("ctrl+shift+s")
-    desktop.wait_active(r"\[BP MENU on [^*]*\]$")
+    desktop.keys("ctrl+shift+s", shows=r"\[BP MENU on [^*]*\]$")
     lines = (demo / "BP/MENU").read_text("latin-1").split("\n")
     expect(lines[8].endswith("!nine"), "the caret went to line nine")
     desktop.keys("ctrl+q")
@@ -47,14 +40,12 @@ def a_double_click_goes_to_the_label(desktop):
     # The text begins at a place that the pictures show; a row is 18 pixels high, a column not quite 8 wide.
     window.click(47 + round(column * 7.83), 103 + row * 18, count=2)
     desktop.wait_active(r"^Gehe zu$")  # in the user's language
-    desktop.keys("Return")
-    desktop.wait_active(r"\[BP MENU on ")
+    desktop.keys("Return", shows=r"\[BP MENU on ")
     desktop.keys("Home")
     desktop.type_text("!went")
     desktop.keys("alt+Left")
     desktop.type_text("!back")
-    desktop.keys("ctrl+s")
-    desktop.wait_active(r"\[BP MENU on [^*]*\]$")
+    desktop.keys("ctrl+s", shows=r"\[BP MENU on [^*]*\]$")
     after = (demo / "BP/MENU").read_text("latin-1").split("\n")
     label = next(i for i, line in enumerate(lines) if line.startswith("SHOW.SCREEN:"))
     expect_equal(after[label], "!went" + lines[label], "the caret went to the label")

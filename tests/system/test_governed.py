@@ -36,8 +36,7 @@ def governed_account(desktop, record):
 
 
 def start(desktop):
-    program = desktop.start("/T=mvdb", "/H=*", "/A=SITE", "/F=BP", "/I=PROG")
-    desktop.wait_active(r"BP PROG on ")
+    program = desktop.start("/T=mvdb", "/H=*", "/A=SITE", "/F=BP", "/I=PROG", shows=r"BP PROG on ")
     return program
 
 
@@ -51,8 +50,7 @@ def formats_as(desktop, site, expected):
     program = start(desktop)
     desktop.keys("F12", "ctrl+s")
     expect_file(site / "BP" / "PROG", expected)
-    desktop.keys("F11")
-    desktop.wait_active(r"^Results$")
+    desktop.keys("F11", shows=r"^Results$")
     told = (site / "stamped").read_text()
     (site / "stamped").unlink()
     desktop.wait_window(r"BP PROG").focus()
@@ -68,8 +66,7 @@ def open_settings(desktop):
 def store_settings(desktop, settings):
     """By the program's own hand first, so that the store has its form."""
     desktop.config.mkdir(parents=True, exist_ok=True)
-    program = desktop.start()
-    desktop.wait_active(r"^Nib$")
+    program = desktop.start(shows=r"^Nib$")
     end(desktop, program)
     path = desktop.config / "hive.conf"
     lines = [line for line in path.read_text("utf-8").splitlines() if line.split("=")[0] not in settings]

@@ -40,10 +40,8 @@ def finds_its_parts(desktop):
     expect_file(desktop.data / "Accounts/DEMO/BP/INVOICE", original.read_bytes())
 
     # The checker is found although no PATH leads to it.
-    desktop.keys("F11")
-    desktop.wait_active(r"^Results$")
-    desktop.keys("ctrl+a", "ctrl+c", "Escape")
-    desktop.wait_active(r"\[BP INVOICE on ")
+    desktop.keys("F11", shows=r"^Results$")
+    desktop.keys("ctrl+a", "ctrl+c", "Escape", shows=r"\[BP INVOICE on ")
     desktop.keys("ctrl+End", "ctrl+v", "ctrl+s")
     copy = desktop.data / "Accounts/DEMO/BP/INVOICE"
     eventually("the words that no error was found", lambda: "no error found" in copy.read_text("latin-1"))

@@ -22,8 +22,6 @@
 #include <QTreeWidget>
 #include <QWindow>
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

@@ -11,8 +11,6 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

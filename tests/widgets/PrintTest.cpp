@@ -8,6 +8,7 @@
 #include "fakes/FakeMessageBoxes.h"
 #include "fakes/MemoryClipboard.h"
 #include "fakes/WordLexer.h"
+#include "logic/storage/TempFolder.h"
 
 #include <QDir>
 #include <QImage>
@@ -15,8 +16,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <gtest/gtest.h>
 
 #include <map>
 
@@ -117,10 +116,19 @@ TEST_F(PrintedPdf, PagesBeyondTheLastAreTold)
     EXPECT_FALSE(QFile::exists(Path()));
 }
 
-TEST_F(PrintedPdf, AFullDiskIsTold)
+TEST_F(PrintedPdf, AFullDiskIsToldAndKeepsTheOldFile)
 {
-    const auto draw = [&](QPagedPaintDevice& device) { DrawPages(view, log, kTitle, {device}); };
-    EXPECT_THROW(WritePdf({QStringLiteral("/dev/full"), {}, Sheet(QPageSize::A4), {}}, saver, draw), Error);
+    const TempFolder disk;
+    const std::string path = disk.File("out.pdf", "old");
+    printing.choose = [&](QPrinter& printer, const PrintJob&, QWidget*) {
+        printer.setOutputFileName(QString::fromStdString(path));
+        return true;
+    };
+    Sample(100);
+    const FullDisk full(1000);
+    Print(QStringLiteral("BP SAMPLE"));
+    EXPECT_EQ(boxes.Take().size(), 1U);
+    EXPECT_EQ(BytesOf(path), "old");
 }
 
 TEST_F(PrintedPdf, EveryColourCanBeReadOnPaper)

@@ -19,8 +19,6 @@
 #include <QPushButton>
 #include <QTextBlock>
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

@@ -16,8 +16,6 @@
 #include <QRadioButton>
 #include <QSpinBox>
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 namespace nib::test {
-
 namespace {
 
 class SettingsHiveTest : public testing::Test {
@@ -18,8 +17,6 @@ protected:
     QTemporaryDir folder;
     ProfileDisk disk{FileSaver(folder.filePath(QStringLiteral("backups")).toStdString())};
 };
-
-} // namespace
 
 TEST_F(SettingsHiveTest, ChangesReachTheDiskTogetherAtTheNextTurnOfTheEventLoop)
 {
@@ -57,4 +54,5 @@ TEST_F(SettingsHiveTest, TheHiveIsInTheUsersFolderOfConfigurations)
     if (before.isEmpty()) qunsetenv("XDG_CONFIG_HOME");
 }
 
+} // namespace
 } // namespace nib::test

@@ -121,11 +121,11 @@ void JournalWriter::Run()
     for (;;) {
         wake_.wait(lock, [this] { return stop_ || hurry_ || !orders_.empty(); });
         if (!orders_.empty()) WaitForQuiet(lock);
-        std::vector<Order> orders = std::exchange(orders_, {});
+        const std::vector<Order> orders = std::exchange(orders_, {});
         hurry_ = false;
         busy_ = true;
         lock.unlock();
-        if (FailureOf([&] { Carry(std::move(orders)); })) BreakAll();
+        if (FailureOf([&] { Carry(orders); })) BreakAll();
         lock.lock();
         busy_ = false;
         idle_.notify_all();
@@ -133,7 +133,7 @@ void JournalWriter::Run()
     }
 }
 
-void JournalWriter::Carry(std::vector<Order> orders)
+void JournalWriter::Carry(const std::vector<Order>& orders)
 {
     for (const Order& order : orders) {
         if (order.what != What::Begin && order.what != What::Remove && IsBroken(order.name)) continue;

@@ -59,7 +59,7 @@ private:
     void HandOver(Order order);
     void Run();
     void WaitForQuiet(std::unique_lock<std::mutex>& lock);
-    void Carry(std::vector<Order> orders);
+    void Carry(const std::vector<Order>& orders);
     // All answer 0 or the system's error.
     int CarryOut(const Order& order);
     int Begin(const Order& order);

@@ -24,15 +24,12 @@ std::shared_ptr<mvDocument> Make(DocumentServices& services, const Fill& fill)
     return nullptr;
 }
 
-/// Why the text cannot go back to its item; empty when it can.
-Text Hindrance(mvItem& item, const JournalHead& head)
-{
-    if (!item.IsItem() || !item.Exists()) return u"it is no longer there";
-    if (item.ReadOnly()) return u"it cannot be written now";
-    item.ReadItem(0, 0, 0);
-    const bool known = !head.version.empty() && !item.Version().empty();
-    return known && item.Version() == head.version ? Text() : Text(u"it was changed since");
-}
+/// Where a text goes back to, or why it cannot.
+struct Target {
+    std::shared_ptr<mvItem> item;
+    std::shared_ptr<mvDocument> open; ///< a window of this program that has the item
+    Text hindrance;
+};
 
 /// What was saved last needs no recovery, wherever the crash came.
 bool IsStored(mvItem& item, const JournalText& recovered, int32_t tabSize)
@@ -40,18 +37,43 @@ bool IsStored(mvItem& item, const JournalText& recovered, int32_t tabSize)
     return OrDefault([&] { return ExpandTabs(item.ReadItem(0, 0, 0), tabSize) == recovered.text; }, false);
 }
 
-std::shared_ptr<mvDocument> PutBack(DocumentServices& services, const JournalText& recovered, Text& hindrance)
+Text Hindrance(mvItem& item, const JournalText& recovered, int32_t tabSize)
 {
-    std::shared_ptr<mvItem> item;
+    const bool wasNew = recovered.head.version.empty();
+    if (!item.IsItem() || (!item.Exists() && !wasNew)) return u"it is no longer there";
+    if (item.ReadOnly()) return u"it cannot be written now";
+    if (!item.Exists()) return {};
+    const bool same = IsStored(item, recovered, tabSize) || (!wasNew && item.Version() == recovered.head.version);
+    return same ? Text() : Text(u"it was changed since");
+}
+
+Target FindTarget(DocumentServices& services, const JournalText& recovered)
+{
+    Target target;
+    const Text& path = recovered.head.path;
     auto failure = FailureOf([&] {
-        item = services.connection.OpenServerForPath(recovered.head.path, false, services.settings.RecordLocking);
-        hindrance = Hindrance(*item, recovered.head);
-        if (!hindrance.empty() && IsStored(*item, recovered, services.settings.TabSize)) hindrance.clear();
+        target.item = services.connection.OpenServerForPath(path, true, false);
+        target.open = services.openDocuments.On(*target.item);
+        if (target.open) {
+            if (target.open->IsDirty()) target.hindrance = u"it is open and has other changes";
+            return;
+        }
+        target.item = services.connection.OpenServerForPath(path, false, services.settings.RecordLocking);
+        target.hindrance = Hindrance(*target.item, recovered, services.settings.TabSize);
     });
-    if (failure) hindrance = IsLocked(*failure) ? Text(u"it is locked now") : failure->description;
-    if (!hindrance.empty()) return nullptr;
+    if (failure) target.hindrance = IsLocked(*failure) ? Text(u"it is locked now") : failure->description;
+    return target;
+}
+
+std::shared_ptr<mvDocument> PutBack(DocumentServices& services, const JournalText& recovered, const Target& target)
+{
+    if (target.open) {
+        target.open->ReplaceText(recovered.text);
+        return target.open;
+    }
     return Make(services, [&](mvDocument& document) {
-        if (!document.ItemOpen(std::move(item), false)) return false;
+        const bool there = target.item->Exists();
+        if (!(there ? document.ItemOpen(target.item, false) : document.FileNewItem(target.item))) return false;
         document.ReplaceText(recovered.text);
         return true;
     });
@@ -71,10 +93,11 @@ std::shared_ptr<mvDocument> AsNew(DocumentServices& services, const JournalText&
 
 std::shared_ptr<mvDocument> OpenRecovered(DocumentServices& services, const JournalText& recovered)
 {
-    Text hindrance;
-    if (!recovered.head.path.empty())
-        if (auto document = PutBack(services, recovered, hindrance)) return document;
-    return AsNew(services, recovered, hindrance);
+    if (recovered.head.path.empty()) return AsNew(services, recovered, {});
+    const Target target = FindTarget(services, recovered);
+    if (target.hindrance.empty())
+        if (auto document = PutBack(services, recovered, target)) return document;
+    return AsNew(services, recovered, target.hindrance);
 }
 
 } // namespace nib

@@ -144,7 +144,10 @@ bool modAutoRecover::AutoSaveDocuments()
 {
     if (!AutoRecover()) return false;
     const bool found = !AutoRecoverFolder_.empty() && IsFolderName(AutoRecoverFolder_);
-    if (!found && !FindAutoRecoverFolder(true)) return false;
+    if (!found && !FindAutoRecoverFolder(true)) {
+        if (!ports_.localData.empty()) Tell(Folder() + u" cannot be made.");
+        return false;
+    }
     int32_t count = 0;
     Text fault;
     for (const auto& document : ports_.documents.openDocuments.All()) {
@@ -257,8 +260,7 @@ void modAutoRecover::EndAutoSaveSession()
     DeleteAutoSaveFiles(false);
     if (journals_) journals_->RemoveAll();
     if (session_ == 0) return;
-    const Text folder = FromFileName(JournalFolder());
-    for (const Text& name : NamesIn(folder, SessionDigits(session_) + u".")) KillFile(folder + u"/" + name, true);
+    for (const Text& name : NamesIn(FromFileName(JournalFolder()), SessionDigits(session_) + u".")) KillJournal(name);
 }
 
 void modAutoRecover::DeleteAutoSaveFiles(bool all)
@@ -278,8 +280,7 @@ bool modAutoRecover::IsOrphan(TextView name)
 
 void modAutoRecover::CheckAutoRecover()
 {
-    ClearLeftovers(ports_.saver.BackupFolder());
-    if (!ports_.localData.empty()) ClearIncompleteJournals();
+    ClearLeftovers();
     const bool others = !OrphanJournals().empty() || !UnsettledCopies(ports_.saver.BackupFolder()).empty();
     if (!FindAutoRecoverFolder(others)) return;
     DynamicArray names;
@@ -289,12 +290,17 @@ void modAutoRecover::CheckAutoRecover()
     if ((others || names.Count() > 0) && ports_.showDialog) ports_.showDialog(AutoRecoverFolder_, names);
 }
 
-/// What a kill left of a beginning: the journal before it, where there was one, is whole.
-void modAutoRecover::ClearIncompleteJournals()
+void modAutoRecover::KillJournal(TextView name)
 {
-    const Text folder = FromFileName(JournalFolder());
-    for (const Text& name : NamesIn(folder))
-        if (name.ends_with(u'~') && IsOrphan(name)) KillFile(folder + u"/" + name, true);
+    KillFile(FromFileName(JournalFolder()).append(u"/").append(name), true);
+}
+
+/// What was not complete yet when its session ended.
+void modAutoRecover::ClearLeftovers()
+{
+    nib::ClearLeftovers(ports_.saver.BackupFolder());
+    for (const Text& name : NamesIn(FromFileName(JournalFolder())))
+        if (name.ends_with(u'~') && IsOrphan(name)) KillJournal(name);
 }
 
 std::vector<std::string> modAutoRecover::OrphanJournals()
@@ -331,7 +337,7 @@ void modAutoRecover::HandOver(const AdoptedFiles& files, mvDocument& document)
     if (!files.copy.empty()) document.SetAutoRecoverFile(files.copy);
     DocumentChanged(document);
     if (!document.IsDirty()) {
-        if (!files.journal.empty()) KillFile(FromFileName(JournalFolder() + "/" + files.journal), true);
+        if (!files.journal.empty()) KillJournal(FromFileName(files.journal));
     } else if (journals_) {
         journals_->CopyMade(document);
         if (!files.journal.empty()) journals_->Supersede(document, files.journal);

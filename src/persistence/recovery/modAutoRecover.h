@@ -99,9 +99,10 @@ private:
     Text Folder() const;
     bool EnsureSession();
     Journals* JournalsOf();
-    void ClearIncompleteJournals();
     void Tell(TextView copyFault);
     void RemoveCopy(mvDocument& document);
+    void ClearLeftovers();
+    void KillJournal(TextView name);
     Text PathOf(TextView name) const { return AutoRecoverFolder_ + u"/" + Text(name); }
     void SaveDocument(mvDocument& document);
     Text NameFor(const mvDocument& document);

@@ -22,7 +22,7 @@ public:
     virtual void Flush() {}
     /// `trouble` is told why values cannot be stored, and nothing as soon as they can; empty when there is nobody to
     /// tell any more.
-    virtual void TellTrouble(std::function<void(TextView why)> /*trouble*/) {}
+    virtual void TellTrouble(const std::function<void(TextView why)>& /*trouble*/) {}
 };
 
 /// The number that the text begins with, 0 when there is none. Decimal numbers may have a fraction and an exponent;

@@ -225,17 +225,28 @@ Text ExpandEnviron(TextView text, const Environment& environment)
     }
 }
 
+Text modPersistSettings::SwitchFile() const
+{
+    return WithSlash(programFolder_) + Text(kSwitchFile);
+}
+
+Text modPersistSettings::SwitchFileFault() const
+{
+    Text fault;
+    ReadOrTell({disk_.saver, disk_.patience, [&fault](TextView why) { fault = why; }}, SwitchFile());
+    return fault;
+}
+
 Text modPersistSettings::Switch(TextView key, TextView fallback) const
 {
-    return ProfileGetString(kSwitchSection, key, fallback, WithSlash(programFolder_) + Text(kSwitchFile));
+    return ProfileGetString(kSwitchSection, key, fallback, SwitchFile());
 }
 
 void modPersistSettings::InitPersistSettings()
 {
     if (initialised_) return;
     initialised_ = true;
-    persistMode_ =
-        ProfileGetInt(kSwitchSection, u"PersistSettings", kHive, WithSlash(programFolder_) + Text(kSwitchFile));
+    persistMode_ = ProfileGetInt(kSwitchSection, u"PersistSettings", kHive, SwitchFile());
     appDataDirectory_ = ResolveDataDirectory(PathOf(Switch(u"AppDataDirectory", u".")));
     userDataDirectory_ = ResolveDataDirectory(PathOf(Switch(u"UserDataDirectory", u".")));
     appStateFile_ = appDataDirectory_ + Text(kStateFile);
@@ -272,10 +283,10 @@ void modPersistSettings::Flush()
     IgnoringErrors([this] { hive_.Flush(); });
 }
 
-void modPersistSettings::TellTrouble(std::function<void(TextView why)> trouble)
+void modPersistSettings::TellTrouble(const std::function<void(TextView why)>& trouble)
 {
     hive_.TellTrouble(trouble);
-    disk_.trouble = std::move(trouble);
+    disk_.trouble = trouble;
 }
 
 void modPersistSettings::CreateStateFile() const

@@ -28,7 +28,7 @@ public:
     std::optional<Text> Get(TextView keyPath, TextView valueName);
     /// What cannot be brought to disk is kept for this run.
     void Set(TextView keyPath, TextView valueName, TextView text);
-    void TellTrouble(std::function<void(TextView why)> trouble) { disk_.trouble = std::move(trouble); }
+    void TellTrouble(const std::function<void(TextView why)>& trouble) { disk_.trouble = trouble; }
     /// True when nothing is left to be written. What could not be written is tried again with the next change.
     bool Flush();
 
@@ -78,8 +78,10 @@ public:
     void Save(TextView valueName, TextView value, TextView fallback = {}) override;
 
     void Flush() override;
-    void TellTrouble(std::function<void(TextView why)> trouble) override;
+    void TellTrouble(const std::function<void(TextView why)>& trouble) override;
 
+    /// Why the switch file cannot be read, which then counts as missing; empty when there is no reason.
+    Text SwitchFileFault() const;
     /// Reads the switch file and makes the folders, once. Get and Save do so themselves.
     void InitPersistSettings();
     /// Both end in "/".
@@ -87,6 +89,7 @@ public:
     const Text& UserDataDirectory() const { return userDataDirectory_; }
 
 private:
+    Text SwitchFile() const;
     Text Switch(TextView key, TextView fallback) const;
     Text ResolveDataDirectory(TextView path) const;
     void CreateStateFile() const;

@@ -1,9 +1,8 @@
 #include "automation/AutomationObjects.h"
 #include "automation/MemberTables.h"
+#include "fakes/Failure.h"
 #include "fakes/TestProgram.h"
 #include "shell/menus/MenuModel.h"
-
-#include <gtest/gtest.h>
 
 namespace nib::test {
 namespace {
@@ -202,14 +201,8 @@ TEST(AutomationTest, ExtendedCommands)
     host.AddCommand(u"file_upload", u"x", 0);
     host.AddCommand(u"miWListing", u"x", 0);
     for (TextView taken :
-         {u"Deploy", u"Compile", u"compile", u"tab_close", u"ctxGoto", u"file_1", u"FILE_12", u"miWList3"}) {
-        try {
-            host.AddCommand(taken, u"x", 0);
-            ADD_FAILURE() << ToUtf8(taken);
-        } catch (const Error& error) {
-            EXPECT_EQ(error.number, error_number::kKeyInUse);
-        }
-    }
+         {u"Deploy", u"Compile", u"compile", u"tab_close", u"ctxGoto", u"file_1", u"FILE_12", u"miWList3"})
+        EXPECT_EQ(ErrorOf([&] { host.AddCommand(taken, u"x", 0); }).number, error_number::kKeyInUse) << ToUtf8(taken);
     EXPECT_FALSE(host.Knows(u"Compile")) << "a command of the program stays the program's";
 }
 

@@ -2,8 +2,6 @@
 
 #include "fakes/TestProgram.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 
@@ -82,8 +80,7 @@ TEST(FileCloseTest, TheLastOneClearsThePanels)
 TEST(FileCloseTest, AFailingListenerStopsNothing)
 {
     TestProgram t;
-    t.Store(kMain, u"");
-    auto document = t.Open(kMain);
+    auto document = t.StoreAndOpen(kMain, u"");
     document->DocumentClose = [] { throw Error{5, u"client gone"}; };
     EXPECT_TRUE(document->FileClose(true));
     EXPECT_EQ(t.Store().liveItems, 0);

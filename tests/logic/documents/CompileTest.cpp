@@ -4,8 +4,6 @@
 #include "fakes/TestProgram.h"
 #include "hosts/accounts/AccountSession.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 
@@ -94,8 +92,7 @@ TEST(CompileTest, RunsTheCommandAndShowsTheOutput)
 {
     TestProgram t;
     ShownResults results(t);
-    t.Store(kMain, u"text");
-    auto document = t.Open(kMain, true);
+    auto document = t.StoreAndOpen(kMain, u"text", true);
     EXPECT_TRUE(document->CanCompile());
     t.Store().session.output = u"====\r\n  Line 3: no\r\n";
     t.Store().session.whileExecuting = [&] {
@@ -146,8 +143,7 @@ TEST(CompileTest, AModifiedDocumentIsSavedFirst)
     const Text question = u"Unable to compile un-saved document! Do you want to save the document, then compile it?";
     TestProgram t;
     ShownResults results(t);
-    t.Store(kMain, u"old");
-    auto document = t.Open(kMain);
+    auto document = t.StoreAndOpen(kMain, u"old");
     document->SetText(u"new");
     t.boxes.Answer({kNo});
     document->Compile();
@@ -170,8 +166,7 @@ TEST(CompileTest, AFailureOfTheHostIsTheCallers)
 {
     TestProgram t;
     ShownResults results(t);
-    t.Store(kMain, u"text");
-    auto document = t.Open(kMain);
+    auto document = t.StoreAndOpen(kMain, u"text");
     t.Store().session.whileExecuting = [] { throw Error{error_number::kStorage, u"no such verb"}; };
     EXPECT_THROW(document->Compile(), Error);
     EXPECT_TRUE(results.shown.empty());

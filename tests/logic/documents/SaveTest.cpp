@@ -2,8 +2,6 @@
 
 #include "fakes/TestShell.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 
@@ -16,8 +14,7 @@ TEST(FileSaveTest, Refusals)
     TestProgram t;
     EXPECT_FALSE(t.New()->FileSave());
     EXPECT_EQ(t.boxes.Take(), Boxes{Warning(Text(kMissing))});
-    t.Store(kMain, u"text");
-    auto document = t.Open(kMain, true);
+    auto document = t.StoreAndOpen(kMain, u"text", true);
     document->SetText(u"other");
     EXPECT_FALSE(document->FileSave());
     EXPECT_EQ(t.boxes.Take(), Boxes{Warning(u"Cannot save BP MAIN - document is read-only!")});
@@ -28,8 +25,7 @@ TEST(FileSaveTest, Refusals)
 TEST(FileSaveTest, WritesTheItemForm)
 {
     TestProgram t;
-    t.Store(kMain, u"a\tb\nc");
-    auto document = t.Open(kMain);
+    auto document = t.StoreAndOpen(kMain, u"a\tb\nc");
     document->SetText(document->GetText() + u"\r\nd");
     EXPECT_EQ(document->TitleText(), u"*BP MAIN on server1");
     int32_t writes = 0;
@@ -53,8 +49,7 @@ TEST(FileSaveTest, WritesTheItemForm)
 TEST(FileSaveTest, IsDrawnOnceWhenTheTurnIsOver)
 {
     TestShell t;
-    t.Store(kMain, u"text");
-    auto document = t.Open(kMain);
+    auto document = t.StoreAndOpen(kMain, u"text");
     document->SetText(u"new");
     t.clock.Advance({});
     int32_t updates = t.window.toolBarUpdates;
@@ -70,8 +65,7 @@ TEST(FileSaveTest, IsDrawnOnceWhenTheTurnIsOver)
 TEST(FileSaveTest, AFailingWriteKeepsWorkAndLock)
 {
     TestProgram t;
-    t.Store(kMain, u"old");
-    auto document = t.Open(kMain);
+    auto document = t.StoreAndOpen(kMain, u"old");
     document->SetText(u"new");
     t.Store().writeFailure = Error{error_number::kStorage, u"Disk full"};
     EXPECT_FALSE(document->FileSave());
@@ -136,8 +130,7 @@ TEST(ItemSaveAsTest, EachStateOfTheTarget)
         SCOPED_TRACE(row.name);
         TestProgram t;
         t.program.EditorSettings().RecordLocking = row.recordLocking;
-        t.Store(kMain, u"text");
-        auto document = t.Open(kMain);
+        auto document = t.StoreAndOpen(kMain, u"text");
         document->SetText(u"new text");
         const Text other = u"mvdb:h2/ACC/F/OTHER";
         if (row.target) t.Store().items[other] = *row.target;
@@ -160,8 +153,7 @@ TEST(ItemSaveAsTest, EachStateOfTheTarget)
 TEST(ItemSaveAsTest, OntoItself)
 {
     TestProgram t;
-    t.Store(kMain, u"text");
-    auto document = t.Open(kMain);
+    auto document = t.StoreAndOpen(kMain, u"text");
     document->SetText(u"1");
     EXPECT_TRUE(document->ItemSaveAs(t.Item(kMain)));
     EXPECT_TRUE(t.Store().locks.contains(kMain)) << "its own lock is no obstacle and is not lost";
@@ -195,8 +187,7 @@ TEST(ItemSaveAsTest, LockedOnlyNowIsLocked)
 TEST(ItemSaveAsTest, AFailingWriteLeavesTheDocumentWithItsItem)
 {
     TestProgram t;
-    t.Store(kMain, u"text");
-    auto document = t.Open(kMain);
+    auto document = t.StoreAndOpen(kMain, u"text");
     document->SetText(u"work");
     t.Store().writeFailure = Error{error_number::kStorage, u"Disk full"};
     EXPECT_FALSE(document->ItemSaveAs(t.Item(kOther)));

@@ -101,8 +101,6 @@ private:
     TempFolder fast_{"/dev/shm"};
 };
 
-} // namespace
-
 TEST_F(StoredLinesTest, OneEditLeavesAllOtherLinesAndItsUndoTheWholeFile)
 {
     std::mt19937 random(12);
@@ -152,4 +150,5 @@ TEST_F(StoredLinesTest, UnderAnotherNameTheyStayToo)
                                                            "c\n\td\xC3\xA9\n\n");
 }
 
+} // namespace
 } // namespace nib::test

@@ -3,10 +3,9 @@
 #include "base/Text.h"
 #include "documents/mvDocument.h"
 #include "editing/LexClass.h"
+#include "fakes/Failure.h"
 #include "fakes/TestProgram.h"
 #include "text/TextSearch.h"
-
-#include <gtest/gtest.h>
 
 namespace nib::test {
 namespace {
@@ -91,13 +90,9 @@ TEST_F(TextTest, LabelTableAndGotoLabel)
     document->GotoLabel(u"100");
     EXPECT_EQ(view.Caret(), (Position{2, 0}));
     for (TextView absent : {u"NOT", u"last", u""}) {
-        try {
-            document->GotoLabel(absent);
-            ADD_FAILURE() << ToUtf8(absent);
-        } catch (const Error& error) {
-            EXPECT_EQ(error.number, 32767);
-            EXPECT_EQ(error.description, u"Target label not found!");
-        }
+        const Error error = ErrorOf([&] { document->GotoLabel(absent); });
+        EXPECT_EQ(error.number, 32767) << ToUtf8(absent);
+        EXPECT_EQ(error.description, u"Target label not found!");
         EXPECT_EQ(view.Caret(), (Position{2, 0}));
     }
 }

@@ -4,8 +4,6 @@
 #include "editing/clsKeywords.h"
 #include "fakes/Patience.h"
 
-#include <gtest/gtest.h>
-
 namespace nib {
 namespace {
 

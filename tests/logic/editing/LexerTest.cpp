@@ -4,8 +4,6 @@
 #include "fakes/Patience.h"
 #include "text/SourceDocument.h"
 
-#include <gtest/gtest.h>
-
 namespace nib {
 namespace {
 

@@ -70,8 +70,7 @@ TEST_F(AutoSaveTest, ChangedDocumentsAreCopiedAsTheyStand)
 
 TEST_F(AutoSaveTest, NumbersAreNotGivenTwice)
 {
-    session->t.Store(kOther, u"never changed");
-    session->t.Open(kOther);
+    session->t.StoreAndOpen(kOther, u"never changed");
     mvDocument& first = session->Changed(u"one", kMain);
     mvDocument& second = session->Changed(u"two");
     EXPECT_TRUE(Pass());

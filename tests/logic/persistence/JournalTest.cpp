@@ -211,6 +211,37 @@ TEST_F(JournalTest, WhatCannotGoBackIsANewDocumentThatSaysWhy)
     }
 }
 
+TEST_F(JournalTest, AnItemThatWasNotThereYetIsMadeInItsPlace)
+{
+    auto document = session->t.NewObject();
+    document->FileNewItem(session->t.Item(kMain));
+    Type(*document, u"new text");
+    document.reset();
+    AfterCrash().RecoverChecked();
+    auto recovered = session->t.Documents().Item(1);
+    EXPECT_EQ(recovered->Path(), kMain);
+    EXPECT_TRUE(recovered->NewItem());
+    EXPECT_EQ(recovered->GetText(), u"new text");
+}
+
+TEST_F(JournalTest, AWindowThatHasTheItemTakesTheTextUnlessItHasOther)
+{
+    Typed(kMain, u"one", u"typed ");
+    RecoveryList& list = AfterCrash();
+    auto open = session->t.Open(kMain);
+    list.RecoverChecked();
+    EXPECT_EQ(session->t.Documents().Count(), 1);
+    EXPECT_EQ(open->GetText(), u"typed one");
+    Type(*open, {});
+    open.reset();
+    RecoveryList& again = AfterCrash();
+    Type(*session->t.Open(kMain), u"other ");
+    again.RecoverChecked();
+    ASSERT_EQ(session->t.Documents().Count(), 2);
+    EXPECT_EQ(session->t.Documents().Item(2)->GetText(),
+              u"*---> Recovered document: BP MAIN (it is open and has other changes)\r\ntyped one");
+}
+
 TEST_F(JournalTest, AFurtherCrashBringsItBackOnce)
 {
     Typed(kMain, u"one", u"typed ");

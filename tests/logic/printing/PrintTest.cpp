@@ -6,8 +6,6 @@
 #include "fakes/TestProgram.h"
 #include "fakes/WordLexer.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

@@ -3,8 +3,6 @@
 #include "fakes/FakeSearch.h"
 #include "fakes/MemorySettings.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 

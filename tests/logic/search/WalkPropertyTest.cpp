@@ -3,8 +3,6 @@
 #include "fakes/FakeSearch.h"
 #include "fakes/PlainSearch.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
 
 namespace nib::test {

@@ -2,8 +2,6 @@
 
 #include "fakes/TestProgram.h"
 
-#include <gtest/gtest.h>
-
 namespace nib {
 void PrintTo(const PropertyRow& row, std::ostream* out)
 {

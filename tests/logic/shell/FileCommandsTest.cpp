@@ -3,8 +3,6 @@
 #include "shell/FileCommands.h"
 #include "fakes/TestProgram.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 
@@ -53,8 +51,7 @@ TEST_F(FileCommandsTest, IsDocumentSaved)
                              {"yes, fails", true, kYesNoCancel, kAnswerYes, true, Saved::Stop},
                              {"no", true, kYesNoCancel, kAnswerNo, false, Saved::Discard},
                              {"cancel", true, kYesNoCancel, kAnswerCancel, false, Saved::Stop}};
-    t.Store(kMain, u"old");
-    auto document = t.Open(kMain);
+    auto document = t.StoreAndOpen(kMain, u"old");
     for (const SavedRow& row : rows) {
         SCOPED_TRACE(row.name);
         document->SetModified(row.dirty);

@@ -2,8 +2,6 @@
 
 #include "fakes/FakeSearch.h"
 
-#include <gtest/gtest.h>
-
 namespace nib::test {
 namespace {
 
@@ -41,8 +39,7 @@ TEST(OutsideChangesTest, EachAnswer)
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.name);
         TestProgram t;
-        t.Store(kMain, u"a\r\nmine");
-        auto document = t.Open(kMain);
+        auto document = t.StoreAndOpen(kMain, u"a\r\nmine");
         document->EnsureView().txtText().Document().ToggleBookmark(0);
         document->SetModified(row.dirty);
         t.Store(kMain, u"a\r\ntheirs");
@@ -75,8 +72,7 @@ TEST(OutsideChangesTest, WaitsWhileTheUserIsAskedAndListsWhatDiffers)
     TestSearch search;
     TestProgram& t = search.program;
     t.program.Services().results = &search.results;
-    t.Store(kMain, u"a\r\nb\r\nc");
-    auto document = t.Open(kMain);
+    auto document = t.StoreAndOpen(kMain, u"a\r\nb\r\nc");
     t.Store(kMain, u"a\r\nx\r\ny\r\nc");
     t.Store().states[kMain] = kChanged;
     t.window.modal = true;

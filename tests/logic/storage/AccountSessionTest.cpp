@@ -8,7 +8,6 @@
 #include <sys/stat.h>
 
 namespace nib::test {
-
 namespace {
 
 using namespace std::string_literals;
@@ -59,8 +58,6 @@ protected:
         return false;
     }
 };
-
-} // namespace
 
 TEST_F(AccountSessionTest, VerbsRunProgramsInTheAccount)
 {
@@ -241,4 +238,5 @@ TEST_F(AccountSessionTest, APlaceWithoutAccountHasTheDefaultOne)
     EXPECT_FALSE(Open(u"mvdb:*")->Supports(kSupportsExecute));
 }
 
+} // namespace
 } // namespace nib::test

@@ -1,7 +1,7 @@
 #include "platform/posix/FileSaver.h"
 #include "HeldProcess.h"
 #include "TempFolder.h"
-#include "base/Error.h"
+#include "fakes/Failure.h"
 #include "platform/posix/FileName.h"
 
 #include <gtest/gtest.h>
@@ -17,20 +17,9 @@
 #include <sys/xattr.h>
 
 namespace nib::test {
-
 namespace {
 
 constexpr uid_t kNobody = 65534;
-
-/// Runs `body` in a process of its own and answers its exit code.
-int InChild(const std::function<int()>& body)
-{
-    const pid_t child = fork();
-    if (child == 0) _exit(body());
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
 
 class FileSaverTest : public testing::Test {
 protected:
@@ -40,13 +29,9 @@ protected:
     }
     Text ErrorOf(const std::string& path, const std::string& bytes) const
     {
-        try {
-            Save(path, bytes);
-        } catch (const Error& error) {
-            EXPECT_EQ(error.number, error_number::kStorage);
-            return error.description;
-        }
-        return {};
+        const Error error = test::ErrorOf([&] { Save(path, bytes); });
+        EXPECT_TRUE(error.number == 0 || error.number == error_number::kStorage);
+        return error.description;
     }
     size_t FilesIn(const std::string& path) const
     {
@@ -63,8 +48,6 @@ mode_t ModeOf(const std::string& path)
     stat(path.c_str(), &status);
     return status.st_mode & 07777;
 }
-
-} // namespace
 
 TEST_F(FileSaverTest, ANewFileTakesTheUmaskAndLeavesNothingBeside)
 {
@@ -295,4 +278,37 @@ TEST(FileNameTest, AnyBytesComeBack)
     EXPECT_EQ(AbsolutePath("/a/./b/../c//d"), "/a/c/d");
 }
 
+struct Row {
+    const char* there; ///< files and folders (with a slash at the end) below the prefix, between blanks
+    const char* data;
+    const char* settings;
+};
+
+constexpr Row kRows[] = {{"bin/", "bin", "bin"},
+                         {"bin/accounts/", "bin", "bin"},
+                         {"bin/ share/nibpad71/", "share/nibpad71", "share/nibpad71"},
+                         {"bin/ share/nibpad71/ etc/nibpad71/", "share/nibpad71", "share/nibpad71"},
+                         {"bin/ share/nibpad71/ etc/nibpad71/isolation.ini", "share/nibpad71", "etc/nibpad71"},
+                         // A tree of a build below a prefix that has the program too.
+                         {"bin/accounts/ share/nibpad71/ etc/nibpad71/isolation.ini", "bin", "bin"}};
+
+TEST(ProgramPlacesTest, BesideTheProgramOrOfItsPrefix)
+{
+    for (const Row& row : kRows) {
+        TempFolder prefix;
+        for (const Text& name : Split(FromFileName(row.there), u' ')) {
+            if (name.ends_with(u'/'))
+                prefix.Folder(ToFileName(name));
+            else
+                prefix.File(ToFileName(name), "");
+        }
+        const Text root = FromFileName(prefix.Path()) + u"/";
+        const ProgramPlaces places = ProgramPlaces::Around(root + u"bin");
+        EXPECT_EQ(places.programs, root + u"bin");
+        EXPECT_EQ(places.data, root + FromFileName(row.data)) << row.there;
+        EXPECT_EQ(places.settings, root + FromFileName(row.settings)) << row.there;
+    }
+}
+
+} // namespace
 } // namespace nib::test

@@ -9,6 +9,16 @@
 
 namespace nib::test {
 
+/// Runs `body` in a process of its own and answers its exit code.
+inline int InChild(const std::function<int()>& body)
+{
+    const pid_t child = fork();
+    if (child == 0) _exit(body());
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
 /// A process that holds something until it is killed: `body` gets it and tells a number, which does not return.
 class HeldProcess {
 public:

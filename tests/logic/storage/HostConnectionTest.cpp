@@ -8,12 +8,9 @@
 #include <sys/stat.h>
 
 namespace nib::test {
-
 namespace {
 
 class HostConnectionTest : public HostFixture {};
-
-} // namespace
 
 TEST_F(HostConnectionTest, AnAccountItemIsReadAndWrittenAsItStood)
 {
@@ -360,4 +357,5 @@ TEST_F(HostConnectionTest, TheSampleAccountComesWholeAndOnce)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "data/new"), {}), 1);
 }
 
+} // namespace
 } // namespace nib::test

@@ -1,6 +1,6 @@
 #pragma once
 #include "TempFolder.h"
-#include "base/Error.h"
+#include "fakes/Failure.h"
 #include "hosts/HostConnection.h"
 #include "hosts/accounts/AccountLink.h"
 
@@ -49,15 +49,6 @@ protected:
     std::shared_ptr<mvItem> Open(TextView path, bool readOnly = false, bool lock = false)
     {
         return connection->OpenServerForPath(path, readOnly, lock);
-    }
-    static Error ErrorOf(const std::function<void()>& body)
-    {
-        try {
-            body();
-        } catch (const Error& error) {
-            return error;
-        }
-        return {0, u""};
     }
 
     TempFolder folder;

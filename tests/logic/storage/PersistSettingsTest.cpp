@@ -1,10 +1,18 @@
 #include "StoreFixture.h"
+#include "TempFolder.h"
+#include "editing/MvEdit.h"
+#include "fakes/Failure.h"
+#include "fakes/MemorySettings.h"
+#include "persistence/store/TextFile.h"
 #include "persistence/store/modPersistSettings.h"
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
+#include <functional>
+#include <type_traits>
 
 namespace nib::test {
-
 namespace {
 
 using namespace std::string_literals;
@@ -29,8 +37,6 @@ protected:
         return std::nullopt;
     };
 };
-
-} // namespace
 
 TEST(SettingsPathTest, DotToAbsPath)
 {
@@ -67,6 +73,18 @@ TEST(SettingsPathTest, References)
     const Row rows[] = {{u"x%A%y%A%", u"xoneyone"}, {u"%B%%A%", u"one"}, {u"100%", u"100%"},
                         {u"%A%50%", u"one50%"},     {u"%%x", u"x"},      {u"%B", u"%B"}};
     for (const Row& row : rows) EXPECT_EQ(ExpandEnviron(row.text, environment), row.expanded);
+}
+
+TEST_F(PersistSettingsTest, ASwitchFileThatCannotBeReadCountsAsMissingAndIsTold)
+{
+    EXPECT_EQ(Store("PersistSettings=1\n").SwitchFileFault(), u"");
+    std::filesystem::remove(folder / "p/q/isolation.ini");
+    modPersistSettings store(hive, disk, Path("p/q"), environment);
+    EXPECT_EQ(store.SwitchFileFault(), u"") << "there is none";
+    folder.Folder("p/q/isolation.ini");
+    EXPECT_NE(store.SwitchFileFault().find(u"isolation.ini cannot be read: "), Text::npos);
+    store.Save(u"Name", u"value");
+    EXPECT_TRUE(InHive(u"Name"));
 }
 
 TEST_F(PersistSettingsTest, ModesOfTheSwitchFile)
@@ -156,4 +174,184 @@ TEST_F(PersistSettingsTest, CopiesThatStartTogetherKeepEachOthersFirstValues)
     }
 }
 
+/// Off its default, and within the limits of every field.
+template <typename Field>
+void Change(Field& field, TextView name)
+{
+    if constexpr (std::is_same_v<Field, Text>)
+        field = u" " + Text(name) + u" \u4E2D \"x";
+    else if constexpr (std::is_same_v<Field, bool>)
+        field = !field;
+    else if constexpr (std::is_same_v<Field, clsRecentList>)
+        for (TextView entry : {u"one", u"two\u00E9"}) field.AddItem(entry);
+    else if constexpr (std::is_same_v<Field, clsKeywords>)
+        field.SetKeywordList(4, u",", u"END THING-,OPEN+," + Text(6000, u'W'));
+    else
+        field = static_cast<Field>(field == 2 ? 1 : 2);
+}
+
+MvEdit Changed()
+{
+    MvEdit settings;
+    for (const SettingRow& row : kSettings)
+        std::visit(
+            [&](auto member) {
+                if constexpr (std::is_same_v<decltype(member), RecentMember>)
+                    Change(settings.*member.list, row.name);
+                else
+                    Change(settings.*member, row.name);
+            },
+            row.member);
+    return settings;
+}
+
+StoredValues Saved(const MvEdit& settings)
+{
+    MemorySettings store;
+    settings.SaveSettings(store);
+    return store.values;
+}
+
+class SettingsModesTest : public StoreTest {
+protected:
+    SettingsModesTest() { std::filesystem::current_path(folder.Folder("cwd")); }
+    ~SettingsModesTest() override { std::filesystem::current_path("/"); }
+
+    /// What a later run of the program finds.
+    MvEdit NextRun(HiveFile& hive)
+    {
+        modPersistSettings store(hive, disk, Path("program"), [](TextView) { return std::optional<Text>(); });
+        MvEdit settings;
+        settings.LoadSettings({store, u"Courier New", {}});
+        return settings;
+    }
+};
+
+TEST(SettingsTest, ACloneAndAnUpdateTakeEverySettingAlong)
+{
+    const MvEdit changed = Changed();
+    MvEdit clone = changed.Clone();
+    EXPECT_EQ(Saved(clone), Saved(changed));
+    MvEdit settings;
+    settings.UpdateFrom(changed);
+    EXPECT_EQ(Saved(settings), Saved(changed));
+    clone.UpdateFrom(MvEdit());
+    EXPECT_EQ(Saved(clone), Saved(MvEdit()));
+    settings.UpdateFrom(settings);
+    EXPECT_EQ(Saved(settings), Saved(changed)) << "nothing else notices";
+}
+
+TEST_F(SettingsModesTest, EverySettingLastsInTheHiveAndTheIniFileAndNowhereElse)
+{
+    const MvEdit changed = Changed();
+    for (int32_t mode : {1, 2, 0}) {
+        SCOPED_TRACE(mode);
+        const std::string name = "mode" + std::to_string(mode);
+        folder.File("program/isolation.ini",
+                    "[Isolation]\nPersistSettings=" + std::to_string(mode) + "\nAppDataDirectory=../" + name + "\n");
+        {
+            HiveFile hive(disk, Path(name + "/hive.conf"));
+            modPersistSettings store(hive, disk, Path("program"), [](TextView) { return std::optional<Text>(); });
+            changed.SaveSettings(store);
+            hive.Flush();
+        }
+        HiveFile hive(disk, Path(name + "/hive.conf"));
+        StoredValues found = Saved(NextRun(hive));
+        StoredValues expected = mode == 0 ? Saved(NextRun(hive)) : Saved(changed);
+        EXPECT_EQ(found, expected);
+        EXPECT_EQ(found == Saved(changed), mode != 0);
+        EXPECT_EQ(std::filesystem::exists(ToUtf8(Path(name + "/appstate.ini"))), mode == 2);
+    }
+}
+
+using namespace std::string_literals;
+
+class TextFileTest : public testing::Test {
+protected:
+    Text Path(const std::string& name) const { return FromUtf8(folder / name); }
+    TempFolder folder;
+    FileSaver saver{folder / "backups"};
+};
+
+TEST_F(TextFileTest, EncodingsByTheTable)
+{
+    struct Row {
+        int32_t code;
+        Text text;
+        std::string bytes;
+        int32_t detected;
+    };
+    const Row rows[] = {{-1, u"Aé", "A\0\xE9\0"s, 1},
+                        {0, u"Aé", "A\xE9", 1},
+                        {0, u"A€", "\xFF\xFE\x41\0\xAC\x20"s, 3},
+                        {1, u"Aé", "A\xE9", 1},
+                        {2, u"Aé", "A\xC3\xA9", 2},
+                        {3, u"Aé", "\xFF\xFE\x41\0\xE9\0"s, 3},
+                        {4, u"Aé", "A\xC3\xA9", 2},
+                        {5, u"Aé", "\xFF\xFE\x41\0\xE9\0"s, 3},
+                        {9, u"Aé", "A\xE9", 1},
+                        {3, u"", "\xFF\xFE", 3},
+                        {3, u"a\r\nb\n", "\xFF\xFE\x61\0\r\0\n\0b\0\n\0"s, 3}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.code);
+        EXPECT_TRUE(WriteTextFile(saver, Path("f"), row.text, row.code, false));
+        EXPECT_EQ(BytesOf(folder / "f"), row.bytes);
+        int32_t encoding = row.code;
+        EXPECT_EQ(ReadTextFile(Path("f"), encoding, false), row.text);
+        EXPECT_EQ(encoding, row.code == 0 ? row.detected : row.code);
+        EXPECT_EQ(DetectEncoding(row.bytes), row.detected);
+    }
+}
+
+TEST_F(TextFileTest, Failures)
+{
+    folder.File("f", "old");
+    folder.Folder("d/e");
+    std::filesystem::create_symlink("loop", folder / "loop");
+    int32_t encoding = 1;
+    const std::pair<const char*, int32_t> rows[] = {{"none", 53}, {"none/f", 76}, {"f/f", 76},
+                                                    {"loop", 76}, {"d", 5},       {"f", 0}};
+    for (const auto& row : rows) {
+        const auto& name = row.first;
+        const int32_t number = row.second;
+        SCOPED_TRACE(name);
+        EXPECT_EQ(ErrorOf([&] { ReadTextFile(Path(name), encoding, false); }).number, number);
+        EXPECT_EQ(ErrorOf([&] { ReadTextFile(Path(name), encoding, true); }).number, 0);
+    }
+    EXPECT_EQ(ErrorOf([&] { ReadTextFile(Path(std::string(300, 'x')), encoding, false); }).number, 123);
+    EXPECT_EQ(ErrorOf([&] { WriteTextFile(saver, Path("none/f"), u"", 1, false); }).number, 76);
+    EXPECT_FALSE(WriteTextFile(saver, Path("none/f"), u"", 1, true));
+    EXPECT_EQ(ErrorOf([&] { KillFile(Path("none"), false); }).number, 53);
+    EXPECT_EQ(ErrorOf([&] { KillFile(Path(std::string(300, 'x')), false); }).number, 5);
+    EXPECT_FALSE(KillFile(Path("none"), true));
+
+    {
+        const FullDisk full(100);
+        EXPECT_EQ(ErrorOf([&] { WriteTextFile(saver, Path("f"), Text(500, u'x'), 1, false); }).number, 61);
+    }
+    EXPECT_EQ(BytesOf(folder / "f"), "old");
+    EXPECT_TRUE(KillFile(Path("f"), false));
+}
+
+TEST_F(TextFileTest, WideCharsAndUnicodeFiles)
+{
+    EXPECT_FALSE(HasWideChars(u"aÿ", false));
+    EXPECT_TRUE(HasWideChars(u"\xF8FC", false));
+    EXPECT_FALSE(HasWideChars(u"\xF8FC\xF8FD\xF8FE", true));
+    EXPECT_TRUE(HasWideChars(u"\xF8FB", true));
+    EXPECT_FALSE(HasWideChars(u"", false));
+
+    folder.File("narrow", "k=\xE9\n");
+    EXPECT_FALSE(CheckUnicodeFile(saver, Path("narrow"), u"ÿ"));
+    EXPECT_EQ(BytesOf(folder / "narrow"), "k=\xE9\n");
+    for (int twice = 0; twice < 2; ++twice) {
+        EXPECT_TRUE(CheckUnicodeFile(saver, Path("narrow"), u"€"));
+        EXPECT_EQ(BytesOf(folder / "narrow"), "\xFF\xFEk\0=\0\xE9\0\n\0"s);
+    }
+    EXPECT_TRUE(CheckUnicodeFile(saver, Path("new"), u"€"));
+    EXPECT_EQ(BytesOf(folder / "new"), "\xFF\xFE");
+    EXPECT_TRUE(CheckUnicodeFile(saver, Path("none/new"), u"€"));
+}
+
+} // namespace
 } // namespace nib::test

@@ -1,28 +1,26 @@
+// Locks of items and the numbers of running copies: one holder at a time, and none when it dies.
+
+#include "platform/posix/FileLocks.h"
 #include "HeldProcess.h"
 #include "TempFolder.h"
-#include "base/Error.h"
-#include "platform/posix/FileLocks.h"
+#include "fakes/Failure.h"
+#include "logic/storage/HeldProcess.h"
+#include "logic/storage/TempFolder.h"
 #include "platform/posix/Process.h"
-
-#include <gtest/gtest.h>
 
 #include <optional>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
 namespace nib::test {
-
 namespace {
 
 int32_t LockError(const std::string& account, const std::string& name)
 {
-    try {
-        ItemLock lock(account, name, u"BP X");
-    } catch (const Error& error) {
-        return error.number;
-    }
-    return 0;
+    return ErrorOf([&] { ItemLock(account, name, u"BP X"); }).number;
 }
 
 struct Holder : HeldProcess {
@@ -34,8 +32,6 @@ struct Holder : HeldProcess {
     {
     }
 };
-
-} // namespace
 
 TEST(ItemLockTest, OneHolderAtATimeAndNoneWhenItDies)
 {
@@ -114,15 +110,11 @@ TEST(ItemLockTest, OtherUsersShareTheFolder)
     TempFolder account;
     chmod(account.Path().c_str(), 0755);
     const auto asNobody = [&](const std::string& name) {
-        const pid_t child = fork();
-        if (child == 0) {
-            if (setegid(65534) != 0 || seteuid(65534) != 0) _exit(9);
+        return InChild([&] {
+            if (setegid(65534) != 0 || seteuid(65534) != 0) return 9;
             const int32_t number = LockError(account.Path(), name);
-            _exit(number == 0 ? 0 : number == error_number::kNoUpdate ? 1 : number == error_number::kLocked ? 2 : 3);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        return WEXITSTATUS(status);
+            return number == 0 ? 0 : number == error_number::kNoUpdate ? 1 : number == error_number::kLocked ? 2 : 3;
+        });
     };
     EXPECT_EQ(asNobody("x"), 1) << "cannot make the folder";
     Holder(account.Path(), "x").Kill();
@@ -163,4 +155,93 @@ TEST(ItemLockTest, NeverTwoHoldersHoweverManyTry)
     }
 }
 
+bool Unused(uint32_t)
+{
+    return false;
+}
+
+struct OtherCopy : HeldProcess {
+    explicit OtherCopy(std::vector<std::string> folders)
+        : HeldProcess([&](const Tell& tell) {
+              PosixSessionToken token(std::move(folders));
+              tell(token.Take(Unused));
+          })
+    {
+    }
+};
+
+size_t CountFiles(const std::string& folder)
+{
+    std::error_code none;
+    size_t count = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder, none)) ++count;
+    return count;
+}
+
+TEST(SessionTokenTest, AliveUntilItsProcessDies)
+{
+    TempFolder folder;
+    const std::string place = folder / "made/when/needed";
+    OtherCopy other({place});
+    PosixSessionToken token({place});
+    EXPECT_NE(other.Number(), 0U);
+    EXPECT_TRUE(token.IsAlive(other.Number()));
+    EXPECT_FALSE(token.IsAlive(other.Number() + 1));
+    const uint32_t own = token.Take(Unused);
+    EXPECT_NE(own, other.Number());
+    EXPECT_TRUE(token.IsAlive(own));
+    other.Kill();
+    EXPECT_FALSE(token.IsAlive(other.Number()));
+    EXPECT_EQ(CountFiles(place), 2U) << "the dead one's file is still there";
+    OtherCopy third({place});
+    EXPECT_EQ(CountFiles(place), 2U) << "and goes with the next start";
+    EXPECT_TRUE(token.IsAlive(own));
+}
+
+TEST(SessionTokenTest, ACleanEndLeavesNoFile)
+{
+    TempFolder folder;
+    uint32_t number = 0;
+    {
+        PosixSessionToken token({folder / "a", folder / "b"});
+        number = token.Take(Unused);
+        EXPECT_EQ(CountFiles(folder / "a") + CountFiles(folder / "b"), 2U);
+    }
+    EXPECT_EQ(CountFiles(folder / "a") + CountFiles(folder / "b"), 0U);
+    EXPECT_FALSE(PosixSessionToken({folder / "a", folder / "b"}).IsAlive(number));
+}
+
+TEST(SessionTokenTest, TakesNoNumberThatIsInUseOrHasFiles)
+{
+    TempFolder folder;
+    std::vector<uint32_t> picks{3, 2, 1, 0};
+    const auto pick = [&] {
+        const uint32_t number = picks.back();
+        if (picks.size() > 1) picks.pop_back();
+        return number;
+    };
+    std::filesystem::create_directories(folder / "locks");
+    const int held = open((folder / "locks/00000001.lock").c_str(), O_RDWR | O_CREAT, 0600);
+    ASSERT_EQ(flock(held, LOCK_EX), 0);
+    PosixSessionToken token({folder / "locks"}, pick);
+    EXPECT_EQ(token.Take([](uint32_t number) { return number == 2; }), 3U);
+    PosixSessionToken unlucky({folder / "locks"}, [] { return 3U; });
+    EXPECT_EQ(unlucky.Take(Unused), 0U);
+    EXPECT_TRUE(token.IsAlive(3));
+    close(held);
+}
+
+TEST(SessionTokenTest, OneFolderThatHoldsLocksIsEnough)
+{
+    TempFolder folder;
+    folder.File("blocked", "");
+    OtherCopy other({folder / "blocked/a", folder / "good"});
+    PosixSessionToken sameFolders({folder / "blocked/a", folder / "good"});
+    PosixSessionToken fewerFolders({folder / "good"});
+    EXPECT_TRUE(sameFolders.IsAlive(other.Number()));
+    EXPECT_TRUE(fewerFolders.IsAlive(other.Number()));
+    EXPECT_EQ(PosixSessionToken({folder / "blocked/a"}).Take(Unused), 0U);
+}
+
+} // namespace
 } // namespace nib::test

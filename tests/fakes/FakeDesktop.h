@@ -1,7 +1,10 @@
 #pragma once
+// Time, fonts and the number of a running copy.
+
 #include "platform/Desktop.h"
 
 #include <list>
+#include <set>
 
 namespace nib::test {
 
@@ -48,6 +51,30 @@ private:
         const Alarm* alarm;
     };
     std::list<Alarm> alarms_;
+};
+
+struct FakeFonts final : Fonts {
+    std::vector<Text> families{u"Arial", u"DejaVu Sans Mono"};
+    std::vector<Text> removed;
+
+    bool Add(TextView) override { return true; }
+    void Remove(TextView fileName) override { removed.emplace_back(fileName); }
+    std::vector<Text> Families() const override { return families; }
+    Text ProgramFolder() const override { return u"/opt/nib"; }
+};
+
+struct FakeSessionToken final : SessionToken {
+    uint32_t Take(const std::function<bool(uint32_t)>& isUsed) override
+    {
+        if (next == 0) return 0;
+        while (isUsed(next)) ++next;
+        alive.insert(next);
+        return next;
+    }
+    bool IsAlive(uint32_t number) override { return alive.contains(number); }
+
+    uint32_t next = 0x0012AB34; ///< 0: none can be had
+    std::set<uint32_t> alive;
 };
 
 } // namespace nib::test
