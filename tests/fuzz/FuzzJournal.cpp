@@ -58,9 +58,5 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     for (const auto& [length, state] : to.states)
         if (length <= end) expected = state;
     Require(TextIn(std::string_view(to.bytes).substr(0, end)) == expected);
-    // Places that are none.
-    const auto wild = static_cast<int32_t>(static_cast<uint32_t>(cut) * 0x10001U);
-    journal::Change({wild, ~wild}, {~wild, wild}, u"x\r\n", to.bytes);
-    TextIn(to.bytes);
     return 0;
 }
