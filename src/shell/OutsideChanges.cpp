@@ -85,6 +85,7 @@ bool OutsideChanges::AskAboutChange(mvDocument& document)
     if (document.IsDirty()) question += u" It has unsaved changes: after Reload they are lost unless you undo it.";
     const int32_t usual = document.IsDirty() ? kThirdDefault : 0;
     const int32_t answer = program_.ShowMessage(question, kReloadKeepCompareCancel | kQuestion | usual);
+    if (!document.ItemObject()) return false; // a client has closed it meanwhile
     if (answer == kAnswerReload) return document.Reload(), false;
     if (!document.ReadOnly()) document.SetModified(true); // it is not what is stored
     if (answer == kAnswerKeep) document.ItemObject()->AcceptState();
@@ -98,6 +99,7 @@ bool OutsideChanges::AskAboutLoss(mvDocument& document)
                           u" is not there any more: another program has deleted or renamed it. Keep "
                           u"leaves its text open, to be saved again; Close asks about that first.";
     const int32_t answer = program_.ShowMessage(question, kKeepClose | kWarning);
+    if (!document.ItemObject()) return false;
     document.ItemObject()->AcceptState();
     document.SetModified(true); // the window holds the only copy
     if (answer == kAnswerClose) program_.Files().FileClose(document);
@@ -119,10 +121,10 @@ void OutsideChanges::Compare(mvDocument& document)
     results->AddResultLine(document.ListName(), 0, 0, true);
     DifferenceList list(*results);
     for (const LineHunk& hunk : DiffLines(before, after)) {
-        for (int32_t i = 0; i < hunk.oldCount; ++i)
-            list.Add(hunk.oldLine + i, u" - ", before[static_cast<size_t>(hunk.oldLine + i)]);
-        for (int32_t i = 0; i < hunk.newCount; ++i)
-            list.Add(hunk.oldLine, u" + ", after[static_cast<size_t>(hunk.newLine + i)]);
+        for (int32_t line = hunk.oldLine; line < hunk.oldLine + hunk.oldCount; ++line)
+            list.Add(line, u" - ", before[static_cast<size_t>(line)]);
+        for (int32_t line = hunk.newLine; line < hunk.newLine + hunk.newCount; ++line)
+            list.Add(hunk.oldLine, u" + ", after[static_cast<size_t>(line)]);
     }
     list.End();
     results->ShowResults({});

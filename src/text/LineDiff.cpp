@@ -27,10 +27,11 @@ struct Stretch {
 class Front {
 public:
     Front(int32_t lowest, int32_t highest)
-        : offset_(1 - lowest), reached_(static_cast<size_t>(highest - lowest) + 3), lowest_(lowest), highest_(highest)
+        : offset_(1 - int64_t{lowest}), reached_(static_cast<size_t>(int64_t{highest} - lowest + 3)), lowest_(lowest),
+          highest_(highest)
     {
     }
-    int32_t& operator[](int32_t diagonal) { return reached_[static_cast<size_t>(diagonal + offset_)]; }
+    int32_t& operator[](int32_t diagonal) { return reached_[static_cast<size_t>(offset_ + diagonal)]; }
     void Start(int32_t diagonal, int32_t at)
     {
         first = last = diagonal;
@@ -54,7 +55,7 @@ public:
     int32_t last = 0;
 
 private:
-    int32_t offset_;
+    int64_t offset_;
     std::vector<int32_t> reached_;
     int32_t lowest_;
     int32_t highest_;
@@ -184,7 +185,7 @@ void ReplaceLine(SourceDocument& document, int32_t line, TextView text)
 
 void ReplaceHunk(SourceDocument& document, const LineHunk& hunk, const std::vector<TextView>& lines)
 {
-    const auto at = [&](int32_t n) { return lines[static_cast<size_t>(hunk.newLine + n)]; };
+    const auto at = [&](int32_t n) { return lines[static_cast<size_t>(int64_t{hunk.newLine} + n)]; };
     const int32_t both = std::min(hunk.oldCount, hunk.newCount);
     const int32_t end = hunk.oldLine + hunk.oldCount;
     const int32_t rest = hunk.oldLine + both;

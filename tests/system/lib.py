@@ -234,8 +234,6 @@ class Desktop:
         """What the command answers; None when it failed and `check` is off."""
         return self.command("xdotool", *words, check=check)
 
-    # The program
-
     def start(self, *arguments, program=None, shows=None, **variables):
         """Runs the program, or another copy of its file; each call is a further process. Other keyword arguments are
         environment variables for it. Here and below, `shows` is the title of the window that then has the focus."""
@@ -256,8 +254,6 @@ class Desktop:
         """The last lines that each copy has printed."""
         return "".join(f"--- output of {process.log.stem}\n" + "\n".join(process.output().splitlines()[-40:]) + "\n"
                        for process in self._programs)
-
-    # Windows
 
     def windows(self, title=r"", program=None):
         """All visible windows whose title matches, of one copy of the program if that is given."""
@@ -309,8 +305,6 @@ class Desktop:
             return None
 
         return eventually("a message box", look, timeout)
-
-    # Keyboard, mouse, picture
 
     def type_text(self, text, shows=None):
         """Types into the window with the focus; a line feed is the Return key."""

@@ -128,8 +128,6 @@ def every_member(desktop):
         client.put(ROOT, "Application", name, "s", value)
         client.put(ROOT, "Application", name, "s", "")
         expect_equal(client.get(ROOT, "Application", name), value, name)
-    client.put(ROOT, "Application", "Folder", "s", "BP")
-    expect_equal(client.get(ROOT, "Application", "Folder"), "", "Folder, which is not set from outside")
     for visible in (False, True):
         client.put(ROOT, "Application", "Visible", "b", visible)
         expect_equal(client.get(ROOT, "Application", "Visible"), visible, "Visible")
@@ -143,8 +141,6 @@ def every_member(desktop):
     number = second.rsplit("/", 1)[1]
     expect_equal(client.docs("Item", "(v)", GLib.Variant("s", number)), second, "Item by key")
     expect_equal(client.docs("Item", "(v)", GLib.Variant("x", 1)), second, "Item by a position of another width")
-    fails(NAME + ".Error.N9", lambda: client.docs("Item", "(v)", GLib.Variant("i", 2)))
-    fails(NAME + ".Error.N5", lambda: client.docs("Item", "(v)", GLib.Variant("s", "x")))
 
     path = "mvdb:*/DEMO/BP/MENU"
     expect(client.doc(second, "FileOpen", "(sb)", path, False), "FileOpen")

@@ -1,35 +1,11 @@
 #!/usr/bin/env python3
-"""Opens, edits, undoes, saves and reopens items and files through the window alone."""
+"""Opens, edits, saves and closes items and files through the window alone."""
+import os
+import shutil
+import time
+
 import lib
 from lib import eventually, expect, expect_equal, expect_file
-
-INVOICE = ("/H=*", "/A=DEMO", "/F=BP", "/I=INVOICE")
-
-
-def typing_undo_redo_save(desktop):
-    item = desktop.sample_accounts() / "BP" / "INVOICE"
-    before = item.read_bytes()
-    desktop.start(*INVOICE, shows=r"\[BP INVOICE on ")
-    desktop.type_text("abc", shows=r"\[\*BP INVOICE on ")
-    desktop.keys("ctrl+z", shows=r"\[BP INVOICE on ")
-    desktop.keys("ctrl+shift+z", shows=r"\[\*BP INVOICE on ")
-    desktop.keys("ctrl+s", shows=r"\[BP INVOICE on ")
-    expect_file(item, b"abc" + before)
-    # One more round: the lock is still held, and undo goes back past the save.
-    desktop.keys("ctrl+z", shows=r"\[\*BP INVOICE on ")
-    desktop.keys("ctrl+s")
-    expect_file(item, before)
-
-
-def lines_typed_come_out_as_attributes(desktop):
-    account = desktop.sample_accounts()
-    desktop.start("/A=DEMO", "/F=BP", "/I=FRESH")
-    desktop.wait_box()
-    desktop.keys("alt+y", shows=r"BP FRESH on .* \(New\)")
-    desktop.type_text("PROGRAM FRESH\n   CRT 'HI'\nEND")
-    desktop.keys("ctrl+bracketright", "ctrl+s")
-    expect_file(account / "BP" / "FRESH", b"PROGRAM FRESH\n   CRT 'HI'\n   END\xfd\n")
-    desktop.wait_active(r"\[BP FRESH on [^()]*\]$")
 
 
 def a_local_file_with_mixed_ends_and_tabs(desktop):
@@ -69,6 +45,57 @@ def saves_a_new_document_through_the_picker(desktop):
     desktop.wait_active(r"\[new text\]$")
 
 
+def a_name_that_is_no_utf8_opens_and_an_unknown_switch_is_told(desktop):
+    path = desktop.folder / os.fsdecode(b"caf\xe9.txt")
+    path.write_bytes(b"old\n")
+    program = desktop.start("/X", path, shows=r"\[caf")
+    desktop.type_text("new ")
+    desktop.keys("ctrl+s")
+    expect_file(path, b"new old\n")
+    expect("nibpad71: unknown switch /X\n" in program.output(), f"nothing told of /X: {program.output()}")
+
+
+def a_folder_that_vanishes_keeps_the_document(desktop):
+    folder = desktop.folder / "work"
+    folder.mkdir()
+    (folder / "a.txt").write_bytes(b"text\n")
+    desktop.start(folder / "a.txt", shows=r"\[a\.txt\]")
+    shutil.rmtree(folder)
+    desktop.type_text("more ")
+    desktop.keys("ctrl+s")
+    desktop.wait_box()
+    desktop.keys("alt+k")  # keeps the text of what is gone, and then says that there is no place for it
+    time.sleep(0.5)
+    desktop.wait_box()
+    desktop.keys("Escape", shows=r"\[\*a\.txt \(New\)\]")
+    folder.mkdir()
+    desktop.keys("ctrl+s")
+    expect_file(folder / "a.txt", b"more text\n")
+
+
+def the_second_copy_asks_for_read_only(desktop):
+    item = desktop.sample_accounts() / "BP" / "MENU"
+    before = item.read_bytes()
+    first = desktop.start("/A=DEMO", "/F=BP", "/I=MENU")
+    desktop.wait_window(r"\[BP MENU on ", program=first)
+    second = desktop.start("/A=DEMO", "/F=BP", "/I=MENU")
+    desktop.wait_box()
+    desktop.keys("alt+y")
+    desktop.wait_window(r"\[BP MENU on .* \(Read only\)\]$", program=second).focus()
+    desktop.type_text("x")
+    desktop.keys("ctrl+s")
+    expect_equal(item.read_bytes(), before, "what a read-only document leaves in the item")
+
+    # A crash of the holder frees the lock for a third copy.
+    first.kill()
+    third = desktop.start("/A=DEMO", "/F=BP", "/I=MENU")
+    window = desktop.wait_window(r"\[BP MENU on [^()]*\]$", program=third)
+    window.focus()
+    desktop.type_text("y")
+    desktop.keys("ctrl+s")
+    expect_file(item, b"y" + before)
+
+
 def answers_on_the_terminal(desktop):
     for word, answer in (("--version", "nibpad71 "), ("--help", "Usage: nibpad71")):
         program = desktop.start(word, DISPLAY="")
@@ -78,5 +105,6 @@ def answers_on_the_terminal(desktop):
 
 
 if __name__ == "__main__":
-    lib.run(typing_undo_redo_save, lines_typed_come_out_as_attributes, a_local_file_with_mixed_ends_and_tabs,
-            closing_asks_about_changes, saves_a_new_document_through_the_picker, answers_on_the_terminal)
+    lib.run(a_local_file_with_mixed_ends_and_tabs, closing_asks_about_changes, saves_a_new_document_through_the_picker,
+            a_name_that_is_no_utf8_opens_and_an_unknown_switch_is_told, a_folder_that_vanishes_keeps_the_document,
+            the_second_copy_asks_for_read_only, answers_on_the_terminal)

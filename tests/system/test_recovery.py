@@ -26,14 +26,8 @@ def run_a_pass(desktop, count, title):
     desktop.keys("Escape", shows=title)
 
 
-def end(desktop, program, changed=0):
-    """By the menu's key; the question about each changed document is answered with No."""
+def end(desktop, program):
     desktop.keys("ctrl+q")
-    for _ in range(changed):
-        box = desktop.wait_box()
-        desktop.keys("alt+n")
-        # The window manager may still call the last box active when the program has gone.
-        eventually("the next question or the end", lambda: not program.alive() or desktop.active_window() != box)
     expect_equal(program.wait_end(), 0, "the exit code")
 
 
@@ -131,14 +125,12 @@ def no_end_takes_what_was_typed(desktop):
 def a_file_that_may_grow_no_further_ends_nothing(desktop):
     menu = desktop.sample_accounts() / "BP" / "MENU"
     old = menu.read_bytes()
-    program = desktop.start(*MENU)
-    desktop.wait_active(r"\[BP MENU on ")
+    program = desktop.start(*MENU, shows=r"\[BP MENU on ")
     desktop.keys("ctrl+a", "ctrl+c", "ctrl+v", "ctrl+v")
     desktop.command("prlimit", f"--pid={program.pid}", "--fsize=2000")
     desktop.keys("ctrl+s")
     desktop.wait_box()
-    desktop.keys("Return")
-    desktop.wait_active(r"\[\*BP MENU on ")
+    desktop.keys("Return", shows=r"\[\*BP MENU on ")
     expect_equal(menu.read_bytes(), old, "the item")
 
 
@@ -192,11 +184,6 @@ def cancel_asks_again_and_a_running_copy_is_left_alone(desktop):
 
 
 if __name__ == "__main__":
-<<<<<<< HEAD
     lib.run(a_crash_brings_the_documents_back, a_file_that_may_grow_no_further_ends_nothing,
             no_end_takes_what_was_typed, the_end_of_the_session_asks_nothing, open_documents_come_back,
-            cancel_asks_again_and_a_running_copy_is_left_alone, a_full_folder_and_foreign_files_are_borne_in_silence)
-=======
-    lib.run(a_crash_brings_the_documents_back, no_end_takes_what_was_typed, the_end_of_the_session_asks_nothing,
-            open_documents_come_back, cancel_asks_again_and_a_running_copy_is_left_alone)
->>>>>>> cut
+            cancel_asks_again_and_a_running_copy_is_left_alone)

@@ -142,8 +142,6 @@ TEST_P(FormAccessTest, SmallDialogs)
     notice.Ended();
 }
 
-// The frame
-
 struct FrameAccessTest : FrameFixture {
     /// Role and name of everything below, what is hidden left out.
     void Walk(QAccessibleInterface* at, std::multimap<QAccessible::Role, std::string>& found)

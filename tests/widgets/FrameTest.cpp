@@ -1,5 +1,3 @@
-// The frame and its document windows, driven as a user drives them.
-
 #include "widgets/FrameFixture.h"
 
 #include <QMimeData>
@@ -40,8 +38,6 @@ struct FrameTest : FrameFixture {
         return {start, end};
     }
 };
-
-// Order of the documents
 
 TEST_F(FrameTest, TabWithControlStepsThroughTheDocuments)
 {
@@ -117,8 +113,6 @@ TEST_F(FrameTest, TabsStandForTheDocuments)
     EXPECT_EQ(tabs(), "[*NewItem2] NewItem3 ");
 }
 
-// Closing
-
 TEST_F(FrameTest, AHiddenFrameComesBackForAQuestion)
 {
     frmDocument& form = New();
@@ -144,8 +138,6 @@ TEST_F(FrameTest, TheEndThatIsComingWaitsForADocumentOfTheUser)
     frame.ArmShutdownTimer();
     EXPECT_TRUE(QTest::qWaitFor([&] { return program.IsShuttingDown(); }));
 }
-
-// Keys
 
 TEST_F(FrameTest, MarksAreTypedByTheirKeys)
 {
@@ -214,8 +206,6 @@ TEST_F(FrameTest, FocusThatFallsOnTheFrameGoesToTheText)
     EXPECT_TRUE(QTest::qWaitFor([&] { return form.TextHasFocus(); }, 2000));
 }
 
-// Mouse
-
 TEST_F(FrameTest, ARightClickMovesTheCaretOnlyWithoutASelection)
 {
     frmDocument& form = New();
@@ -244,8 +234,6 @@ TEST_F(FrameTest, TheMarginGrowsWithTheTextAndDoesNotShrink)
     form.txtText().Document().DeleteRange({0, 0}, {0, 5});
     EXPECT_EQ(form.txtText().MarginWidth(), 6);
 }
-
-// Drops
 
 TEST_F(FrameTest, DroppedFilesOpenAndTheRestIsToldOf)
 {

@@ -1,5 +1,3 @@
-// The bars as they are drawn, compared with each row of the tables.
-
 #include "platform/qt/QtText.h"
 #include "shell/menus/FrameKeys.h"
 #include "shell/menus/MenuModel.h"

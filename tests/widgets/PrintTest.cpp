@@ -129,6 +129,8 @@ TEST_F(PrintedPdf, AFullDiskIsToldAndKeepsTheOldFile)
     Print(QStringLiteral("BP SAMPLE"));
     EXPECT_EQ(boxes.Take().size(), 1U);
     EXPECT_EQ(BytesOf(path), "old");
+    const auto draw = [&](QPagedPaintDevice& device) { DrawPages(view, log, kTitle, {device}); };
+    EXPECT_THROW(WritePdf({QStringLiteral("/dev/full"), {}, Sheet(QPageSize::A4), {}}, saver, draw), Error);
 }
 
 TEST_F(PrintedPdf, EveryColourCanBeReadOnPaper)

@@ -1,5 +1,3 @@
-// The forms of search, driven by keys as a user would.
-
 #include "fakes/FakeSearch.h"
 #include "fakes/MemorySettings.h"
 #include "fakes/Patience.h"

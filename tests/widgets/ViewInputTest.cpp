@@ -1,5 +1,3 @@
-// Keys, input methods, mouse and drops on the text widget.
-
 #include "widgets/ViewFixture.h"
 
 #include <QDropEvent>

@@ -1,5 +1,3 @@
-// What the text widget shows: layout, wrap, colours, and what it tells assistive tools.
-
 #include "fakes/Patience.h"
 #include "text/widget/ScreenColors.h"
 #include "widgets/ViewFixture.h"

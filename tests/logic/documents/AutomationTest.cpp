@@ -49,23 +49,21 @@ TEST(AutomationTest, WrongCallsAreNamedByTheBusesOwnErrors)
     };
     const std::string root(kApplicationPath), documents(kDocumentsPath), properties = "org.freedesktop.DBus.Properties";
     const Text own = u"com.orlin.NibPad71.mvDocument";
-    const Row rows[] = {
-        {root + "/Nothing", "", "Activate", "", {}, "UnknownObject"},
-        {documents + "/2", "", "FileSave", "", {}, "UnknownObject"},
-        {documents + "/+1", "", "FileSave", "", {}, "UnknownObject"},
-        {documents + "/1", "com.orlin.NibPad71.Application", "Activate", "", {}, "UnknownInterface"},
-        {documents + "/1", "", "Text", "", {}, "UnknownMethod"},
-        {documents + "/1", "", "DocumentClose", "", {}, "UnknownMethod"},
-        {documents + "/1", "", "GotoLine", "s", {u"1"}, "InvalidArgs"},
-        {documents + "/1", "", "GotoLine", "ii", {1, 1}, "InvalidArgs"},
-        {documents + "/1", "", "FileClose", "s", {u"1"}, "InvalidArgs"},
-        {documents + "/1", properties, "Get", "s", {own}, "InvalidArgs"},
-        {documents + "/1", properties, "Get", "ss", {own, u"Nothing"}, "UnknownProperty"},
-        {documents + "/1", properties, "Get", "ss", {u"x", u"Text"}, "UnknownInterface"},
-        {documents + "/1", properties, "Set", "ssv", {own, u"Path", u"x"}, "PropertyReadOnly"},
-        {documents + "/1", properties, "Set", "ssv", {own, u"Text", BusValue()}, "InvalidArgs"},
-        {documents + "/1", properties, "Nothing", "", {}, "UnknownMethod"},
-    };
+    const Row rows[] = {{root + "/Nothing", "", "Activate", "", {}, "UnknownObject"},
+                        {documents + "/2", "", "FileSave", "", {}, "UnknownObject"},
+                        {documents + "/+1", "", "FileSave", "", {}, "UnknownObject"},
+                        {documents + "/1", "com.orlin.NibPad71.Application", "Activate", "", {}, "UnknownInterface"},
+                        {documents + "/1", "", "Text", "", {}, "UnknownMethod"},
+                        {documents + "/1", "", "DocumentClose", "", {}, "UnknownMethod"},
+                        {documents + "/1", "", "GotoLine", "s", {u"1"}, "InvalidArgs"},
+                        {documents + "/1", "", "GotoLine", "ii", {1, 1}, "InvalidArgs"},
+                        {documents + "/1", "", "FileClose", "s", {u"1"}, "InvalidArgs"},
+                        {documents + "/1", properties, "Get", "s", {own}, "InvalidArgs"},
+                        {documents + "/1", properties, "Get", "ss", {own, u"Nothing"}, "UnknownProperty"},
+                        {documents + "/1", properties, "Get", "ss", {u"x", u"Text"}, "UnknownInterface"},
+                        {documents + "/1", properties, "Set", "ssv", {own, u"Path", u"x"}, "PropertyReadOnly"},
+                        {documents + "/1", properties, "Set", "ssv", {own, u"Text", BusValue()}, "InvalidArgs"},
+                        {documents + "/1", properties, "Nothing", "", {}, "UnknownMethod"}};
     Automation a;
     a.test.New();
     for (const Row& row : rows) {

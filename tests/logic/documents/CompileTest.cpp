@@ -1,5 +1,3 @@
-// Compile: the command line, the checks before it, and what is shown of the host's output.
-
 #include "documents/CompileCommand.h"
 #include "fakes/TestProgram.h"
 #include "hosts/accounts/AccountSession.h"

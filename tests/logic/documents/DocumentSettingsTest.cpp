@@ -1,5 +1,3 @@
-// What the settings and a host say of a document, when a host is asked, and what absurd answers do.
-
 #include "documents/DocumentSettings.h"
 #include "editing/LexClass.h"
 #include "fakes/MemoryClipboard.h"

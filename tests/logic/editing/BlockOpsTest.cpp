@@ -1,5 +1,3 @@
-// The block operations: tables of texts with their selection before and after, and what must hold for any of them.
-
 #include "editing/operations/BlockOps.h"
 #include "MarkedEditor.h"
 #include "fakes/WordLexer.h"

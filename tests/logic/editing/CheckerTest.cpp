@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <memory>
 
@@ -44,20 +42,15 @@ Items SomeItems()
     return items;
 }
 
-Text Findings(TextView program, IncludeItems& items)
+Text Findings(TextView program)
 {
+    Items items = SomeItems();
     SourceDocument buffer;
     buffer.SetText(program);
     Text all;
     for (const Finding& finding : BasicChecker(items).Check(buffer, u"BP", u"MAIN"))
         all += Decimal(finding.line) + u": " + finding.text + u"\n";
     return all;
-}
-
-Text Findings(TextView program)
-{
-    Items items = SomeItems();
-    return Findings(program, items);
 }
 
 TEST(CheckerTest, FindsWhatIsWrongInEveryDialect)
@@ -157,43 +150,6 @@ TEST(CheckerTest, LeavesDialectsAlone)
         if (program.starts_with(u"$INCLUDE INC SUBS ;")) continue;
         EXPECT_EQ(found, u"") << ToUtf8(program);
     }
-}
-
-std::vector<std::pair<std::string, Text>> Samples()
-{
-    std::vector<std::pair<std::string, Text>> samples;
-    for (const auto& entry : std::filesystem::directory_iterator(NIB_SOURCE_DIR "/resources/accounts/DEMO/BP")) {
-        std::ifstream file(entry.path(), std::ios::binary);
-        const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-        samples.emplace_back(entry.path().filename(), FromUtf8(bytes));
-    }
-    return samples;
-}
-
-TEST(CheckerTest, SamplesAreCleanUntilALineIsLost)
-{
-    const auto samples = Samples();
-    ASSERT_GE(samples.size(), 15U);
-    Items items;
-    for (const auto& [name, text] : samples) items.Add(u"BP " + FromUtf8(name), text);
-    // Without this line something is missing for certain.
-    constexpr TextView kNeeded[] = {u"NEXT ", u"REPEAT", u"END CASE", u"BEGIN CASE", u"LOOP"};
-    int broken = 0;
-    for (const auto& [name, text] : samples) {
-        EXPECT_EQ(Findings(text, items), u"") << name;
-        const std::vector<Text> lines = Split(text, u'\n');
-        for (size_t i = 0; i < lines.size(); ++i) {
-            const Text line = ToUpper(Trim(lines[i]));
-            const bool needed = std::any_of(std::begin(kNeeded), std::end(kNeeded),
-                                            [&](TextView word) { return line.starts_with(word); });
-            if (!needed || line.find(u"REPEAT", 1) != Text::npos) continue;
-            Text without;
-            for (size_t k = 0; k < lines.size(); ++k) without += (k == i ? Text() : lines[k]) + u"\n";
-            EXPECT_NE(Findings(without, items), u"") << name << " without line " << i + 1;
-            ++broken;
-        }
-    }
-    EXPECT_GT(broken, 50);
 }
 
 TEST(CheckerTest, SurvivesEndlessNesting)

@@ -1,5 +1,3 @@
-// The formatter: tables of programs before and after, and what must hold for any text.
-
 #include "MarkedEditor.h"
 #include "editing/MvEdit.h"
 #include "editing/operations/OpFormat.h"

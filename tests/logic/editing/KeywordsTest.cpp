@@ -1,5 +1,3 @@
-// The keyword model: the list, its text form, and the tables derived from it.
-
 #include "editing/BlockStyles.h"
 #include "editing/clsKeywords.h"
 #include "fakes/Patience.h"

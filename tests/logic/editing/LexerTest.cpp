@@ -1,5 +1,3 @@
-// The lexer: rows of a text and its tokens.
-
 #include "editing/LexClass.h"
 #include "fakes/Patience.h"
 #include "text/SourceDocument.h"

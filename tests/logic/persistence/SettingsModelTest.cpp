@@ -38,22 +38,16 @@ struct SettingsModelTest : testing::Test {
     static Text UserWords(SettingsModel& model) { return model.Clone().Keywords.GetKeywordList(kUser, u"|"); }
 };
 
-// Limits, captions
-
 TEST(SettingsNumbers, AreHeldInTheirLimits)
 {
     struct Row {
         TextView typed;
         int32_t most, number;
     };
-    const Row rows[] = {{u"-1", 30, 0},
-                        {u"", 30, 0},
-                        {u"31", 30, 30},
-                        {u"30", 30, 30},
-                        {u"7x", 30, 7},
-                        {u"abc", 30, 0},
-                        {u"99999999999", kMostInField, kMostInField}};
+    const Row rows[] = {{u"-1", 30, 0},  {u"", 30, 0},   {u"31", 30, 30},
+                        {u"30", 30, 30}, {u"7x", 30, 7}, {u"abc", 30, 0}};
     for (const Row& row : rows) EXPECT_EQ(LimitedNumber(row.typed, row.most), row.number) << ToUtf8(row.typed);
+    EXPECT_EQ(LimitedNumber(u"99999999999", kMostInField), kMostInField);
 }
 
 TEST_F(SettingsModelTest, WhatAHostFixedHasADaggerAndItsPagesANote)
@@ -119,8 +113,6 @@ TEST_F(SettingsModelTest, TheWindowsButtonsChangeWithNoDocumentAlone)
     EXPECT_FALSE(live.MinMaxClose) << "put back for the documents that opened meanwhile";
 }
 
-// OK
-
 TEST_F(SettingsModelTest, OkStoresAndApplies)
 {
     auto document = test.New();
@@ -141,13 +133,15 @@ TEST_F(SettingsModelTest, OkStoresAndApplies)
     EXPECT_EQ(applied.iconsLarge, std::vector<bool>{true});
     EXPECT_EQ(applied.fontChanges, 1);
 
+    live.HostFormat = true;
+    live.TabSize = 2;
     SettingsModel none = Model();
     none.SetRecentCapacity(0);
     EXPECT_TRUE(none.Accept());
     EXPECT_TRUE(test.Recent().empty());
+    EXPECT_EQ(live.TabSize, 2);
+    EXPECT_EQ(store.values[u"TabSize"], u"7") << "the host's word is not stored";
 }
-
-// Keywords
 
 TEST(SettingsBlocks, ChoicesAndStyles)
 {
@@ -217,8 +211,6 @@ TEST_F(SettingsModelTest, StatesOfKeywords)
     EXPECT_TRUE(model.StateOf(u"THEN", kUser).reserved) << "reserved words stay known";
     EXPECT_EQ(UserWords(model), u"FOO");
 }
-
-// Keyword files
 
 TEST_F(SettingsModelTest, Export)
 {

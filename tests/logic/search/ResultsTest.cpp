@@ -1,5 +1,3 @@
-// The list of results and the way from its lines to the source.
-
 #include "fakes/FakeSearch.h"
 #include "fakes/MemorySettings.h"
 

@@ -1,5 +1,3 @@
-// What a click on a place of a text points at, and what is done there.
-
 #include "shell/ClickTarget.h"
 #include "editing/LexClass.h"
 #include "fakes/MemoryClipboard.h"
@@ -180,36 +178,29 @@ Hit Click(TextView marked)
 
 TEST(HitTestTest, LabelsCallsAndIncludes)
 {
-    const Row rows[] = {{u"  GOSUB ^DONE", HitKind::Label, u"DONE"},
-                        {u"  GOSUB DON^E", HitKind::Label, u"DONE"},
-                        {u"  GOTO ^DONE ; X = 1", HitKind::Label, u"DONE"},
-                        {u"  IF A THEN GOSUB ^DONE.1", HitKind::Label, u"DONE.1"},
-                        {u"  ^GOSUB DONE", HitKind::None},
-                        {u"^DONE:", HitKind::None},
-                        {u"  ^DONE: CALL SUB1(A)", HitKind::None},
-                        {u"DONE: CALL ^SUB1(A)", HitKind::Call, u"SUB1"},
-                        {u"  CALL ^SUB1(A, B)", HitKind::Call, u"SUB1"},
-                        {u"  CALL S^UB.2(A, B)", HitKind::Call, u"SUB.2"},
-                        {u"  call ^SUB1(A) ;* CALL", HitKind::Call, u"SUB1"},
-                        {u"  call ^SUB1(A)", HitKind::None},
-                        {u"  CALL SUB1(^A, B)", HitKind::None},
-                        {u"  CALL SUB1(A, ^B)", HitKind::None},
-                        {u"  ^CALL SUB1(A)", HitKind::None},
-                        {u"  CALL @^SUB1", HitKind::Call, u"@SUB1"},
-                        {u"  CALL ^SUB1;PRINT", HitKind::Call, u"SUB1"},
-                        {u"  X=1;CALL ^SUB1", HitKind::Call, u"SUB1"},
-                        {u"  CALL SUB1^", HitKind::Call, u"SUB1"},
-                        {u"  X = ^RECALL", HitKind::None},
-                        {u"* CALL ^SUB1(A)", HitKind::None},
-                        {u"$INCLUDE BP ^COMMON", HitKind::Include, u"BP COMMON"},
-                        {u"$INCLUDE ^BP COMMON", HitKind::Include, u"BP"},
-                        {u"$INCLUDE BP   ^COMMON ;* X", HitKind::Include, u"BP COMMON"},
-                        {u"  INCLUDE ^DEFS", HitKind::Include, u"DEFS"},
-                        {u"$INSERT ^DEFS.H", HitKind::Include, u"DEFS.H"},
-                        {u"$INSERT A B ^C", HitKind::None},
-                        {u"^$INCLUDE BP COMMON", HitKind::None},
-                        {u"  PRINT ^INCLUDED", HitKind::None},
-                        {u"^", HitKind::None}};
+    using enum HitKind;
+    std::vector<Row> rows = {{u"  GOSUB ^DONE", Label, u"DONE"},
+                             {u"  GOSUB DON^E", Label, u"DONE"},
+                             {u"  GOTO ^DONE ; X = 1", Label, u"DONE"},
+                             {u"  IF A THEN GOSUB ^DONE.1", Label, u"DONE.1"},
+                             {u"DONE: CALL ^SUB1(A)", Call, u"SUB1"},
+                             {u"  CALL ^SUB1(A, B)", Call, u"SUB1"},
+                             {u"  CALL S^UB.2(A, B)", Call, u"SUB.2"},
+                             {u"  call ^SUB1(A) ;* CALL", Call, u"SUB1"},
+                             {u"  CALL @^SUB1", Call, u"@SUB1"},
+                             {u"  CALL ^SUB1;PRINT", Call, u"SUB1"},
+                             {u"  X=1;CALL ^SUB1", Call, u"SUB1"},
+                             {u"  CALL SUB1^", Call, u"SUB1"},
+                             {u"$INCLUDE BP ^COMMON", Include, u"BP COMMON"},
+                             {u"$INCLUDE ^BP COMMON", Include, u"BP"},
+                             {u"$INCLUDE BP   ^COMMON ;* X", Include, u"BP COMMON"},
+                             {u"  INCLUDE ^DEFS", Include, u"DEFS"},
+                             {u"$INSERT ^DEFS.H", Include, u"DEFS.H"}};
+    for (const char16_t* nothing :
+         {u"  ^GOSUB DONE", u"^DONE:", u"  ^DONE: CALL SUB1(A)", u"  call ^SUB1(A)", u"  CALL SUB1(^A, B)",
+          u"  CALL SUB1(A, ^B)", u"  ^CALL SUB1(A)", u"  X = ^RECALL", u"* CALL ^SUB1(A)", u"$INSERT A B ^C",
+          u"^$INCLUDE BP COMMON", u"  PRINT ^INCLUDED", u"^"})
+        rows.push_back({nothing, None});
     for (const Row& row : rows) {
         SCOPED_TRACE(ToUtf8(row.line));
         Hit hit = Click(row.line);

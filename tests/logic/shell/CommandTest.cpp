@@ -1,5 +1,3 @@
-// Every enabling rule, and every key, dispatched.
-
 #include "fakes/TestShell.h"
 #include "shell/menus/MenuTable.h"
 
@@ -179,21 +177,10 @@ TEST(CommandTest, TextCommands)
     struct Row {
         TextView key, text;
     };
-    const Row rows[] = {{u"Copy", u"ab\r\ncd"},
-                        {u"Cut", u"\r\ncd"},
-                        {u"Undo", u"ab\r\ncd"},
-                        {u"Redo", u"\r\ncd"},
-                        {u"Paste", u"ab\r\ncd"},
-                        {u"ValueMark", u"ab\uF8FD\r\ncd"},
-                        {u"SubValueMark", u"ab\uF8FD\uF8FC\r\ncd"},
-                        {u"DeleteLine", u"cd"},
-                        {u"SelectAll", u"cd"},
-                        {u"CommentBlock", u"*cd"},
-                        {u"UncommentBlock", u"cd"},
-                        {u"IndentBlock", u"   cd"},
-                        {u"OutdentBlock", u"cd"},
-                        {u"ToggleCase", u"Cd"},
-                        {u"Clear", u""}};
+    const Row rows[] = {{u"Copy", u"ab\r\ncd"},     {u"Cut", u"\r\ncd"},       {u"Undo", u"ab\r\ncd"},
+                        {u"Redo", u"\r\ncd"},       {u"Paste", u"ab\r\ncd"},   {u"DeleteLine", u"cd"},
+                        {u"SelectAll", u"cd"},      {u"CommentBlock", u"*cd"}, {u"UncommentBlock", u"cd"},
+                        {u"IndentBlock", u"   cd"}, {u"OutdentBlock", u"cd"},  {u"ToggleCase", u"Cd"}};
     TestShell t;
     auto document = t.New();
     document->SetText(u"ab\r\ncd");
@@ -202,6 +189,10 @@ TEST(CommandTest, TextCommands)
         EXPECT_TRUE(t.Run(key)) << ToUtf8(key);
         EXPECT_EQ(document->GetText(), text) << ToUtf8(key);
     }
+    EXPECT_TRUE(t.Run(u"Clear"));
+    EXPECT_EQ(document->GetText(), u"");
+    EXPECT_TRUE(t.Run(u"ValueMark") && t.Run(u"SubValueMark"));
+    EXPECT_EQ(document->GetText(), u"\uF8FD\uF8FC");
     document->SetText(u"X = 1");
     EXPECT_TRUE(t.Run(u"Format"));
     EXPECT_EQ(document->GetText(), u"      X = 1");

@@ -1,5 +1,3 @@
-// The commands on whole documents, with their questions, and the recent files that they keep.
-
 #include "shell/FileCommands.h"
 #include "fakes/TestProgram.h"
 
@@ -33,40 +31,6 @@ struct FileCommandsTest : testing::Test {
         t.connection.whilePicking = [this] { EXPECT_TRUE(t.program.AutoSaveHeld()); };
     }
 };
-
-struct SavedRow {
-    const char* name;
-    bool dirty;
-    int32_t buttons;
-    int32_t answer; ///< 0: nothing is asked
-    bool writeFails;
-    Saved result;
-};
-
-TEST_F(FileCommandsTest, IsDocumentSaved)
-{
-    const SavedRow rows[] = {{"clean", false, kYesNoCancel, 0, false, Saved::Yes},
-                             {"yes", true, kYesNoCancel, kAnswerYes, false, Saved::Yes},
-                             {"ok", true, kOkCancel, kAnswerOk, false, Saved::Yes},
-                             {"yes, fails", true, kYesNoCancel, kAnswerYes, true, Saved::Stop},
-                             {"no", true, kYesNoCancel, kAnswerNo, false, Saved::Discard},
-                             {"cancel", true, kYesNoCancel, kAnswerCancel, false, Saved::Stop}};
-    auto document = t.StoreAndOpen(kMain, u"old");
-    for (const SavedRow& row : rows) {
-        SCOPED_TRACE(row.name);
-        document->SetModified(row.dirty);
-        t.Store().writeFailure.reset();
-        if (row.writeFails) t.Store().writeFailure = Error{error_number::kStorage, u"no"};
-        if (row.answer) t.boxes.Answer({row.answer});
-        bool own = row.buttons == kOkCancel;
-        EXPECT_EQ(files.IsDocumentSaved(*document, own ? u"Own words" : u"", row.buttons), row.result);
-        Boxes boxes;
-        if (row.answer) boxes.push_back(own ? Question(u"Own words", kOkCancel) : SaveQuestion(u"BP MAIN"));
-        if (row.writeFails) boxes.push_back(Warning(u"no"));
-        EXPECT_EQ(t.boxes.Take(), boxes);
-        EXPECT_EQ(document->IsDirty(), row.dirty && row.result != Saved::Yes);
-    }
-}
 
 TEST_F(FileCommandsTest, CloseAllStopsAtTheFirstThatStays)
 {

@@ -1,5 +1,3 @@
-// The help: every page and every command is there, links lead somewhere, and the search finds what it should.
-
 #include "shell/help/HelpIndex.h"
 #include "shell/menus/MenuTable.h"
 

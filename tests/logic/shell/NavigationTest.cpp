@@ -1,5 +1,3 @@
-// Jumps by the dialog, and the history: what is recorded, and where Back and Forward lead after edits.
-
 #include "shell/navigation/Navigation.h"
 #include "documents/mvDocument.h"
 #include "editing/LexClass.h"

@@ -67,6 +67,20 @@ TEST(OutsideChangesTest, EachAnswer)
     }
 }
 
+TEST(OutsideChangesTest, AClientMayCloseTheDocumentThatIsAskedAbout)
+{
+    for (StoredState state : {kChanged, kGone}) {
+        TestProgram t;
+        auto document = t.StoreAndOpen(kMain, u"a");
+        t.Store().states[kMain] = state;
+        t.boxes.Answer({kAnswerKeep});
+        t.boxes.whileShown = [&] { document->FileClose(false); };
+        t.program.Outside().Look();
+        EXPECT_EQ(t.boxes.Take().size(), 1U);
+        EXPECT_EQ(t.Documents().Count(), 0);
+    }
+}
+
 TEST(OutsideChangesTest, WaitsWhileTheUserIsAskedAndListsWhatDiffers)
 {
     TestSearch search;

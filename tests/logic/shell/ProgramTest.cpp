@@ -1,5 +1,3 @@
-// Command line, start and end of the program.
-
 #include "fakes/TestProgram.h"
 
 namespace nib {

@@ -1,5 +1,3 @@
-// Locks of items and the numbers of running copies: one holder at a time, and none when it dies.
-
 #include "platform/posix/FileLocks.h"
 #include "HeldProcess.h"
 #include "TempFolder.h"

@@ -116,22 +116,9 @@ TEST(ItemTextTest, WhatCannotBeHeldIsNamed)
 TEST(ItemTextTest, AnyBytesComeBack)
 {
     // Bytes that make trouble more often than by chance.
-    static const std::string kPieces[] = {"\n",
-                                          "\n",
-                                          "A",
-                                          "x = 1",
-                                          "\xFE",
-                                          "\xFD",
-                                          "\xFB",
-                                          "\xC3\xA9",
-                                          "\xE2\x82\xAC",
-                                          "\xE9",
-                                          "\xF0\x9F\x98\x80",
-                                          "\xEF\xA3\xBD",
-                                          "\xEF\xBB\xBF",
-                                          "\xC3",
-                                          "\x80",
-                                          "\xFF\xFE"};
+    static const std::string kPieces[] = {
+        "\n",   "\n",    "A",        "\xFE",     "\xFD",         "\xFB",         "\xC3",         "\x80",
+        "\xE9", "x = 1", "\xFF\xFE", "\xC3\xA9", "\xE2\x82\xAC", "\xEF\xA3\xBD", "\xEF\xBB\xBF", "\xF0\x9F\x98\x80"};
     std::mt19937 random(11);
     for (int round = 0; round < 20000; ++round) {
         std::string bytes;

@@ -1,5 +1,3 @@
-// Paths of items, and what a typed name leads to from each place.
-
 #include "HostFixture.h"
 #include "TempFolder.h"
 #include "base/Error.h"

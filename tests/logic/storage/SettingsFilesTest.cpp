@@ -173,26 +173,13 @@ TEST_F(ProfileTest, ACopyThatHangsDoesNotHoldUpTheOthers)
 
 TEST(LeadingNumberTest, Table)
 {
-    const std::pair<TextView, int32_t> rows[] = {{u"2", 2},
-                                                 {u"  -7x", -7},
-                                                 {u"+3", 3},
-                                                 {u"2.5", 2},
-                                                 {u"3.5", 4},
-                                                 {u".6", 1},
-                                                 {u"-1.6e1", -16},
-                                                 {u"x", 0},
-                                                 {u"", 0},
-                                                 {u"--5", 0},
-                                                 {u"+-5", 0},
-                                                 {u"5-3", 5},
-                                                 {u"5e", 5},
-                                                 {u"e5", 0},
-                                                 {u"1e999", INT32_MAX},
-                                                 {u"1e-999", 0},
-                                                 {u"-99999999999", INT32_MIN},
-                                                 {u"inf", 0},
-                                                 {u"nan", 0}};
+    const std::pair<TextView, int32_t> rows[] = {{u"2", 2},   {u"  -7x", -7},   {u"+3", 3}, {u"2.5", 2}, {u"3.5", 4},
+                                                 {u".6", 1},  {u"-1.6e1", -16}, {u"x", 0},  {u"", 0},    {u"--5", 0},
+                                                 {u"+-5", 0}, {u"5-3", 5},      {u"5e", 5}, {u"e5", 0},  {u"1e-999", 0},
+                                                 {u"inf", 0}, {u"nan", 0}};
     for (const auto& [text, number] : rows) EXPECT_EQ(LeadingInt(text), number) << ToUtf8(text);
+    EXPECT_EQ(LeadingInt(u"1e999"), INT32_MAX);
+    EXPECT_EQ(LeadingInt(u"-99999999999"), INT32_MIN);
 }
 
 constexpr TextView kTextKey{u"Software\\Orlin\\MultiValue Editor\\Settings"};
