@@ -6,6 +6,8 @@
 #include "persistence/recovery/JournalFile.h"
 #include "text/SourceDocument.h"
 
+#include <map>
+
 using namespace nib;
 
 namespace {
@@ -14,12 +16,11 @@ struct Recorder : BufferListener {
     void TextChanged(const TextChange& change) override
     {
         journal::Change(change.start, change.oldEnd, text.GetRange(change.start, change.newEnd), bytes);
-        states.emplace_back(bytes.size(), text.GetText());
+        states[bytes.size()] = text.GetText();
     }
-
     SourceDocument text;
     std::string bytes;
-    std::vector<std::pair<size_t, Text>> states; ///< where the journal of each ends
+    std::map<size_t, Text> states; ///< by where the journal of each ends
 };
 
 std::optional<Text> TextIn(std::string_view bytes)
@@ -39,24 +40,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     Recorder to;
     to.text.SetText(Text(units, units + first.size()));
     journal::Begin({u"path", u"item", u"name", {}, {}}, to.bytes);
-    TextIn(to.bytes + std::string(input.rest));
     journal::NarrowPiece(first, to.bytes);
     journal::EndOfText(to.bytes);
-    to.states.emplace_back(to.bytes.size(), to.text.GetText());
+    to.states[to.bytes.size()] = to.text.GetText();
     to.text.AddListener(&to);
     const auto place = [&] { return Position{static_cast<int32_t>(input.Byte()), static_cast<int32_t>(input.Byte())}; };
     while (!input.rest.empty()) {
         const Position start = place();
-        const Position end = place();
-        const Text inserted = FromUtf8(input.Part());
-        to.text.DeleteRange(start, end);
-        to.text.InsertText(start, inserted);
-        if (inserted.size() % 3 == 1) to.text.Undo();
+        to.text.DeleteRange(start, place());
+        to.text.InsertText(start, FromUtf8(input.Part()));
+        if (start.line % 4 == 1) to.text.Undo();
     }
     const size_t end = cut % (to.bytes.size() + 1);
-    std::optional<Text> expected;
-    for (const auto& [length, state] : to.states)
-        if (length <= end) expected = state;
+    const auto behind = to.states.upper_bound(end);
+    const auto expected = behind == to.states.begin() ? std::nullopt : std::optional(std::prev(behind)->second);
     Require(TextIn(std::string_view(to.bytes).substr(0, end)) == expected);
     return 0;
 }
