@@ -430,7 +430,7 @@ def half(work):
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("program", type=pathlib.Path)
-    parser.add_argument("--points", type=int, default=5400)
+    parser.add_argument("--points", type=int, default=6000)
     parser.add_argument("--seed", type=int, default=int(time.time()))
     parser.add_argument("--only", action="append")
     parser.add_argument("--all", action="store_true")
