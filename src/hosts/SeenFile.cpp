@@ -66,7 +66,7 @@ SeenFile::Print SeenFile::PrintOf(std::string_view bytes)
 Text SeenFile::Version() const
 {
     if (prints_.empty()) return {};
-    const Print& print = prints_.back();
+    const Print& print = prints_.front();
     return Decimal(print.size) + u":" + Hex(static_cast<int32_t>(print.hash >> 32)) + u":" +
            Hex(static_cast<int32_t>(print.hash));
 }
@@ -75,7 +75,10 @@ StoredState SeenFile::Compare(const std::string& path)
 {
     const FileStamp now = Look(path);
     if (!now.Exists()) return Exists() ? StoredState::Gone : StoredState::Same;
-    if (now == stamp_ && certain_) return StoredState::Same;
+    if (now == stamp_ && certain_) {
+        prints_.resize(std::min<size_t>(prints_.size(), 1));
+        return StoredState::Same;
+    }
     const bool possible =
         std::any_of(prints_.begin(), prints_.end(), [&](const Print& print) { return print.size == now.size; });
     if (!possible) return StoredState::Changed;

@@ -80,12 +80,18 @@ void StoredText::Write(TextView text)
     formTaken_ = false;
     CheckUnchanged();
     SeenFile written({}, bytes);
-    // However a write that fails ends, what it may have left is no change by another.
-    if (known_) known_->Accept(written);
+    const auto lastCheck = [&] {
+        CheckUnchanged();
+        // However a write that fails from here on ends, what it may have left is no change by another.
+        if (known_) known_->Accept(written);
+    };
     try {
-        written.SetStamp(saver_.Save(path_, bytes, [this] { CheckUnchanged(); }));
+        written.SetStamp(saver_.Save(path_, bytes, lastCheck));
     } catch (const DamagedFile&) {
-        IgnoringErrors([&] { known_ = SeenFile::Now(path_); });
+        AcceptState();
+        throw;
+    } catch (const Error&) {
+        State(); // tells which of the two it holds now
         throw;
     }
     known_ = std::move(written);

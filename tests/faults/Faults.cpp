@@ -2,8 +2,8 @@
 // given folders, and has one of them meet what the driver asked for in the file that both have mapped. One running
 // program so meets thousands of faults, one after the other. tests/system/faulty.py is the driver's side.
 
+#include <array>
 #include <atomic>
-#include <bitset>
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
@@ -59,7 +59,7 @@ Control* const control = [] {
     syscall(SYS_close, file);
     return shared == MAP_FAILED ? nullptr : static_cast<Control*>(shared);
 }();
-std::bitset<kMostFiles> watchedFiles;
+std::array<std::atomic<bool>, kMostFiles> watchedFiles;
 
 /// Whether it is below one of the folders.
 bool At(const char* path)

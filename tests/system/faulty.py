@@ -225,6 +225,16 @@ class Driven:
             self.on_halt()
             self.control.go_on()
 
+    def recovers(self, fits):
+        """Until what is offered has been recovered and the texts fit; the list comes before or after the first answer."""
+        def look():
+            if dialog := self.titled("Nib Auto Recover"):
+                self.screen.key(dialog, "Return")
+                return False
+            self.wait(self.client.start(DOCUMENTS, NAME + ".mvDocuments", "Count"))
+            return fits([self.client.text(document) for document in self.client.docs("NewEnum")])
+        self.soon("texts that were typed before the end", look)
+
     def titled(self, title):
         return next((window for window, text in self.screen.windows() if text == title), None)
 

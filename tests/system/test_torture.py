@@ -31,7 +31,6 @@ MENUS = ("ctrl+n ctrl+o ctrl+F4 ctrl+p ctrl+l ctrl+f F3 ctrl+h ctrl+g F11 F1 alt
          "alt+h Up Down Down Return Return space Tab Escape alt+y alt+n a 1").split()
 MARKS = {0xf800 + byte: 0xdc00 + byte for byte in range(0xfb, 0x100)}  # bytes of their own in items
 QUESTIONS = ("Return", "Escape")
-RECOVERY = "Nib Auto Recover"
 
 
 class Torture:
@@ -190,16 +189,8 @@ class Torture:
         self.driven.end()
         self.look_at_files()
         self.driven.start(answer="Return")
-        # The list of what can be recovered comes before or after the first answer to a client.
-        def is_back(text):
-            if dialog := self.driven.titled(RECOVERY):
-                self.driven.screen.key(dialog, "Return")
-            self.ping()
-            recovered = [self.client.text(document) for document in self.client.docs("NewEnum")]
-            return any(found == text or (found.startswith("*---> Recovered") and found.split("\r\n", 1)[1] == text)
-                       for found in recovered)
-        for text in unsaved:
-            self.driven.soon(f"text that was typed before the kill: {text!r:.300}", lambda: is_back(text))
+        self.driven.recovers(lambda texts: set(unsaved) <= set(texts).union(
+            text.partition("\r\n")[2] for text in texts if text.startswith("*---> Recovered")))
         self.calm()
 
     ACTIONS = ((replaces_a_text, 8), (inserts_a_line, 10), (opens, 6), (saves, 10), (closes, 3), (formats, 4),

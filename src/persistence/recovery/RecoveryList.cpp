@@ -109,6 +109,7 @@ void RecoveryList::AddKept(const KeptCopy& kept)
 
 bool RecoveryList::PutBack(const KeptCopy& kept)
 {
+    if (!IsPlainFile(kept.copy)) return true; // went as another copy of the file was put back
     const FileContent content = ReadWholeFile(kept.copy);
     recovery_.Ports().saver.Save(kept.target, content.Bytes());
     ForgetCopy(kept);

@@ -111,7 +111,8 @@ public:
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile()
     {
-        if (named_) unlink(name_.c_str());
+        // What could not be removed is cleared by the next start.
+        if (named_ && unlink(name_.c_str()) != 0 && mark_) mark_->Leave();
     }
 
     int OpenError() const { return error_; }
@@ -190,10 +191,11 @@ FileStamp FileSaver::Save(const std::string& path, std::string_view bytes, const
     // A rename would replace even a write-protected file.
     if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) Refuse(path, errno);
 
-    if (!exists || status.st_nlink == 1) {
-        if (std::optional<FileStamp> done = Replace(path, target, bytes, check)) return *done;
-    }
-    return WriteInPlace(path, target, bytes, check);
+    std::optional<FileStamp> done;
+    if (!exists || status.st_nlink == 1) done = Replace(path, target, bytes, check);
+    if (!done) done = WriteInPlace(path, target, bytes, check);
+    ForgetCopiesOf(backupFolder_, target);
+    return *done;
 }
 
 /// No answer when the file must be written in place instead.

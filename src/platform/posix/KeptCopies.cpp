@@ -5,6 +5,7 @@
 #include <charconv>
 #include <filesystem>
 #include <optional>
+#include <set>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -149,9 +150,19 @@ std::vector<KeptCopy> UnsettledCopies(const std::string& folder)
     return unsettled;
 }
 
+void ForgetCopiesOf(const std::string& folder, const std::string& target)
+{
+    for (const std::string& name : Names(folder, kHead)) {
+        const std::string copy = name.substr(0, name.size() - kHead.size());
+        const std::optional<Head> head = ReadHead(name);
+        if (head && head->target == AbsolutePath(target) && !IsHeld(copy)) ForgetCopy({copy, {}});
+    }
+}
+
 void ForgetCopy(const KeptCopy& kept)
 {
-    unlink(kept.copy.c_str());
+    // Without its head nobody would know later what the copy is.
+    if (unlink(kept.copy.c_str()) != 0 && errno != ENOENT) return;
     unlink((kept.copy + std::string(kHead)).c_str());
 }
 
@@ -159,12 +170,17 @@ void ClearLeftovers(const std::string& folder)
 {
     for (const std::string& part : Names(folder, kPart))
         if (!IsHeld(part)) unlink(part.c_str());
+    std::vector<KeptCopy> copies;
+    std::set<std::string> whole;
     for (const std::string& name : Names(folder, kHead)) {
         const std::string copy = name.substr(0, name.size() - kHead.size());
         if (IsHeld(copy) || IsHeld(copy + std::string(kPart))) continue;
         const std::optional<Head> head = ReadHead(name);
-        if (!IsPlainFile(copy) || (head && IsWhole(*head, copy))) ForgetCopy({copy, {}});
+        if (head && IsPlainFile(copy) && IsWhole(*head, copy)) whole.insert(head->target);
+        copies.push_back({copy, head ? head->target : std::string()});
     }
+    for (const KeptCopy& kept : copies)
+        if (!IsPlainFile(kept.copy) || whole.contains(kept.target)) ForgetCopy(kept);
     for (const std::string& link : Names(folder, kLink)) ClearTemporary(link);
 }
 

@@ -43,6 +43,9 @@ public:
     TemporaryMark& operator=(const TemporaryMark&) = delete;
     ~TemporaryMark();
 
+    /// It stays when this object goes.
+    void Leave() { link_.clear(); }
+
 private:
     std::string link_;
 };
@@ -55,6 +58,8 @@ struct KeptCopy {
 
 /// Of processes that have ended, where the file is neither as it was nor as it should have become.
 std::vector<KeptCopy> UnsettledCopies(const std::string& folder);
+/// The file has been saved as a whole: what earlier saves kept of it must not be put back over that.
+void ForgetCopiesOf(const std::string& folder, const std::string& target);
 /// When it is no longer wanted.
 void ForgetCopy(const KeptCopy& kept);
 /// Removes copies of files that are whole, and temporary files of processes that have ended.

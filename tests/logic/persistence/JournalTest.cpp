@@ -247,8 +247,10 @@ TEST_F(JournalTest, AFurtherCrashBringsItBackOnce)
     Typed(kMain, u"one", u"typed ");
     AfterCrash().RecoverChecked();
     Type(*session->t.Documents().Item(1), u"again ");
+    folder.File("data/Orlin/Nib/Journal/0012AB34.7~", "of which nothing can be had back");
     RecoveryList& list = AfterCrash();
     ASSERT_EQ(list.Rows().size(), 1U);
+    EXPECT_EQ(Files().size(), 1U);
     list.RecoverChecked();
     EXPECT_EQ(session->t.Documents().Item(1)->GetText(), u"again typed one");
 }
