@@ -207,6 +207,7 @@ TEST_F(JournalTest, WhatCannotGoBackIsANewDocumentThatSaysWhy)
         auto document = session->t.Documents().Item(1);
         EXPECT_TRUE(document->Path().empty());
         EXPECT_EQ(document->GetText(), u"*---> Recovered document: BP MAIN (" + FromUtf8(row.why) + u")\r\ntyped one");
+        document.reset();
         EndCleanly();
     }
 }
