@@ -1,5 +1,6 @@
 #include "editing/operations/BlockOps.h"
 #include "MarkedEditor.h"
+#include "editing/operations/OpFormat.h"
 #include "fakes/WordLexer.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +10,7 @@
 namespace nib::test {
 namespace {
 
-enum class Op { Indent, Outdent, Comment, Uncomment, Toggle, Replace };
+enum class Op { Indent, Outdent, Comment, Uncomment, Toggle, Replace, Format };
 
 void Execute(MarkedEditor& editor, Op op)
 {
@@ -29,6 +30,7 @@ void Execute(MarkedEditor& editor, Op op)
         break;
     }
     case Op::Toggle: operation = std::make_unique<OpToggleCase>(editor.view); break;
+    case Op::Format: operation = std::make_unique<OpFormat>(editor.view, editor.settings, OpFormat::ShowWait()); break;
     }
     editor.buffer.ExecuteOp(std::move(operation));
 }
@@ -187,7 +189,9 @@ TEST(BlockOpsTest, AnyText)
     MarkedEditor editor;
     for (int round = 0; round < 200; ++round) {
         Text text;
-        for (size_t i = pick(60); i > 0; --i) text += u"   aB*!'\n\né"[pick(11)];
+        const Text pieces[] = {u" ", u"  ", u"a",  u"B", u"*",           u"   ! note",
+                               u"'", u"\n", u"\n", u"é", u"IF A THEN\n", u"END\n"};
+        for (size_t i = pick(60); i > 0; --i) text += pieces[pick(std::size(pieces))];
         editor.Load(text);
         editor.settings.IndentStar = static_cast<int16_t>(pick(3));
         editor.settings.IndentBang = static_cast<int16_t>(pick(3));
@@ -202,7 +206,7 @@ TEST(BlockOpsTest, AnyText)
                 return Position{static_cast<int32_t>(pick(5)), line};
             };
             editor.view.SetSelection(place(), place());
-            Execute(editor, static_cast<Op>(pick(6)));
+            Execute(editor, static_cast<Op>(pick(7)));
             states.push_back(editor.State());
         }
         for (size_t i = states.size(); i-- > 1;) {
