@@ -70,7 +70,7 @@ void RecoveryList::Load(TextView folder, const DynamicArray& names)
 {
     folder_ = folder;
     rows_.clear();
-    // First: what was typed since goes on top of them.
+    // First: what was typed since goes on top of them. Not checked: somebody may have mended the file by now.
     for (const KeptCopy& kept : UnsettledCopies(recovery_.Ports().saver.BackupFolder())) AddKept(kept);
     std::vector<Text> copies;
     for (int32_t position = 1; position <= names.Count(); ++position) copies.push_back(names.Extract({position}));
@@ -100,7 +100,7 @@ void RecoveryList::AddKept(const KeptCopy& kept)
                          FromFileName(FolderOf(kept.target)),
                          Decimal(lines) + u" lines",
                          DateAndTime(content.stamp.seconds),
-                         true,
+                         false,
                          {},
                          {},
                          kept});

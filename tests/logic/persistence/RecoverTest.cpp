@@ -186,6 +186,8 @@ TEST_F(RecoveryTest, AFileWhoseSaveWasCutShortGetsItsOldContentBack)
     RecoveryList& list = session->List();
     ASSERT_EQ(list.Rows().size(), 1U);
     EXPECT_EQ(list.Rows()[0].document, u"item as it was before a save that was cut short");
+    EXPECT_FALSE(list.Rows()[0].checked) << "somebody may have mended the file";
+    list.CheckAll(true);
     list.RecoverChecked();
     EXPECT_EQ(ReadWholeFile(file).Bytes(), "old\ntext\n");
     EXPECT_TRUE(std::filesystem::is_empty(copies));
