@@ -1,10 +1,10 @@
 #include "persistence/recovery/JournalFile.h"
 
 #include "base/Error.h"
+#include "platform/posix/FileContent.h"
 #include "text/SourceDocument.h"
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 namespace nib {
@@ -24,20 +24,10 @@ constexpr Text JournalHead::*kHeadParts[] = {&JournalHead::path, &JournalHead::i
     throw Error(error_number::kStorage, u"The journal is not whole.");
 }
 
-/// FNV-1a, eight bytes at a time.
 uint32_t SumOf(std::string_view bytes)
 {
-    constexpr uint64_t kPrime = 1099511628211ULL;
-    uint64_t sum = 14695981039346656037ULL ^ bytes.size();
-    while (bytes.size() >= sizeof sum) {
-        uint64_t eight = 0;
-        std::memcpy(&eight, bytes.data(), sizeof eight);
-        sum = (sum ^ eight) * kPrime;
-        sum ^= sum >> 32;
-        bytes.remove_prefix(sizeof eight);
-    }
-    for (char c : bytes) sum = (sum ^ static_cast<unsigned char>(c)) * kPrime;
-    return static_cast<uint32_t>(sum ^ sum >> 32);
+    const uint64_t hash = HashBytes(bytes);
+    return static_cast<uint32_t>(hash ^ hash >> 32);
 }
 
 void PutNumber(uint32_t number, std::string& out)

@@ -78,7 +78,7 @@ void RecoveryList::Load(TextView folder, const DynamicArray& names)
         const auto own = ReadJournal(journal);
         if (!own) continue;
         const Text copy = std::erase(copies, own->content.head.copy) > 0 ? own->content.head.copy : Text();
-        AddRow(*ReadNewest(journal, copy), copy, journal);
+        AddRow(*Newest(own, copy), copy, journal);
     }
     for (const Text& copy : copies)
         if (const auto written = ReadCopy(copy)) AddRow(*written, copy, {});
@@ -138,9 +138,8 @@ std::optional<RecoveryList::Written> RecoveryList::ReadJournal(const std::string
         std::optional<Written>());
 }
 
-std::optional<RecoveryList::Written> RecoveryList::ReadNewest(const std::string& journal, TextView copy)
+std::optional<RecoveryList::Written> RecoveryList::Newest(const std::optional<Written>& own, TextView copy)
 {
-    std::optional<Written> own = journal.empty() ? std::nullopt : ReadJournal(journal);
     std::optional<Written> copied = copy.empty() ? std::nullopt : ReadCopy(copy);
     if (!own || !copied) return own ? own : copied;
     if (copied->at <= own->at + kJournalDelay) return own;
@@ -193,7 +192,7 @@ void RecoveryList::RecoverChecked()
 bool RecoveryList::Recover(const RecoveryRow& row)
 {
     if (row.kept) return PutBack(*row.kept);
-    const auto written = ReadNewest(row.journal, row.copy);
+    const auto written = Newest(row.journal.empty() ? std::nullopt : ReadJournal(row.journal), row.copy);
     if (!written) return false;
     const auto document = OpenRecovered(Documents(), written->content);
     if (!document) return false;

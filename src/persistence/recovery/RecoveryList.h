@@ -58,8 +58,8 @@ private:
     bool Recover(const RecoveryRow& row);
     std::optional<Written> ReadCopy(TextView name);
     std::optional<Written> ReadJournal(const std::string& name);
-    /// The newer of the two, with what the journal knows of the place.
-    std::optional<Written> ReadNewest(const std::string& journal, TextView copy);
+    /// Of a journal and a copy the newer, with what the journal knows of the place.
+    std::optional<Written> Newest(const std::optional<Written>& own, TextView copy);
     /// Names that are empty though the row's are not could not be adopted.
     AdoptedFiles Adopt(const RecoveryRow& row);
     DocumentServices& Documents() { return recovery_.Ports().documents; }
