@@ -205,14 +205,14 @@ std::vector<Text> DocumentSession::Restore(bool last)
 bool DocumentSession::Reopen(const DocumentState& state)
 {
     DocumentServices& services = ports_.documents;
-    const auto all = services.openDocuments.All();
-    const auto open = std::find_if(all.begin(), all.end(), [&](auto& d) { return d->Path() == state.path; });
-    std::shared_ptr<mvDocument> document = open == all.end() ? nullptr : *open;
+    std::shared_ptr<mvDocument> document;
     const bool restored = OrDefault(
         [&] {
+            auto item = services.connection.OpenServerForPath(state.path, true, false);
+            document = services.openDocuments.On(*item);
             if (!document) {
-                auto item =
-                    services.connection.OpenServerForPath(state.path, state.readOnly, services.settings.RecordLocking);
+                if (!state.readOnly)
+                    item = services.connection.OpenServerForPath(state.path, false, services.settings.RecordLocking);
                 if (!item->IsItem() || !item->Exists()) return false;
                 document = NewDocumentObject(services);
                 if (!document->ItemOpen(item, state.readOnly || item->ReadOnly())) {
