@@ -27,8 +27,9 @@ struct KeyRow {
 constexpr KeyRow kKeys[] = {
     {u"kind", &HostSettings::kind},       {u"charset", &HostSettings::charset}, {u"name", &HostSettings::name},
     {u"account", &HostSettings::account}, {u"address", &HostSettings::address}, {u"port", &HostSettings::port},
-    {u"user", &HostSettings::user},
+    {u"user", &HostSettings::user},       {u"tunnel", &HostSettings::tunnel},   {u"ids", &HostSettings::ids},
 };
+constexpr TextView kVerbKey{u"verb."};
 
 Text MachineName()
 {
@@ -49,6 +50,8 @@ void SetKey(HostSettings& host, TextView key, TextView value, const std::string&
     if (EqualsNoCase(key, u"root") && !value.empty()) host.root = RootOf(value, configFolder);
     for (const KeyRow& row : kKeys)
         if (EqualsNoCase(key, row.key)) host.*row.member = value;
+    if (key.size() > kVerbKey.size() && EqualsNoCase(key.substr(0, kVerbKey.size()), kVerbKey))
+        host.verbs[ToUpper(key.substr(kVerbKey.size()))] = value;
 }
 
 } // namespace

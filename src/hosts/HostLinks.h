@@ -22,6 +22,9 @@ struct HostSettings {
     Text address;     ///< network: host and port, user
     Text port;
     Text user;
+    Text tunnel;                ///< network: a command whose input and output lead to the server; empty: none
+    Text ids;                   ///< how ids stand in names of files: "plain", "escaped", or empty, as the root tells
+    std::map<Text, Text> verbs; ///< command lines by the verb in capitals, before those of VOC
 };
 
 /// The host connections, from sections of hosts.conf:

@@ -130,6 +130,7 @@ class Driven:
     def __init__(self, desktop, library=None):
         self.desktop, self.program, self.client = desktop, None, None
         self.told = False  # there was a box after the fault
+        self.asked = None  # the last box that came during the last wait
         self.on_halt = None  # what looks at the files while the program stands still
         desktop.helpers.pop().destroy()  # the window manager: boxes come up in a third of the time
         desktop.sample_accounts()
@@ -170,15 +171,15 @@ class Driven:
 
     def wait(self, result, key="Return", timeout=10.0):
         """Until the started call is answered; boxes get the key. None when the program has ended."""
-        end, asked, again = time.monotonic() + timeout, None, 0.0
+        end, again, self.asked = time.monotonic() + timeout, 0.0, None
         while not result:
             pump()
             self.look_at_halt()
             up = self.dialogs()
-            if up and (up[-1] != asked or time.monotonic() > again):
+            if up and (up[-1] != self.asked or time.monotonic() > again):
                 self.told = self.told or self.control.fired() > 0
-                asked, again = up[-1], time.monotonic() + 0.2
-                self.screen.key(asked[0], key)
+                self.asked, again = up[-1], time.monotonic() + 0.2
+                self.screen.key(self.asked[0], key)
             if not self.program.alive():
                 return None
             if time.monotonic() > end:
