@@ -1,6 +1,7 @@
 #pragma once
 #include "base/Text.h"
 #include "hosts/ItemBrowser.h"
+#include "hosts/TextCoding.h"
 #include "platform/posix/FileSaver.h"
 
 #include <functional>
@@ -49,6 +50,14 @@ struct HostConfig {
     const HostSettings& Find(TextView serverName) const;
 };
 
+/// The account of a path that serves every session.
+inline constexpr TextView kAnyAccount{u"*"};
+/// What an item of an account is called, or a place above it. A path that leaves the account to the session is in
+/// `sessionAccount`, which is empty when there is none.
+ItemNames HostItemNames(ItemPlace place, const Text& sessionAccount, const Text& hostName);
+/// The connection's rules for bytes and characters. Throws Error for a character set that is not known.
+Charset CharsetOf(const HostSettings& settings);
+
 /// The way to one host: what HostConnection and HostBrowser want of a kind of link. Places given to it are its own.
 class HostLink {
 public:
@@ -61,6 +70,8 @@ public:
     virtual bool ItemExists(const ItemPlace& place) = 0;
     /// Who holds the item's lock, empty when nobody does.
     virtual Text LockHolder(const ItemPlace& /*place*/) { return {}; }
+    /// From time to time: to notice a connection that was lost.
+    virtual void Look() {}
 };
 
 /// Makes the link of a connection, which writes with the saver. Throws Error when it cannot.
@@ -76,6 +87,12 @@ public:
     const HostConfig& Config() const { return config_; }
     FileSaver Saver() const { return FileSaver(config_.backupFolder); }
     HostLink& Find(TextView serverName);
+    /// At those that are in use.
+    void Look()
+    {
+        for (auto& [name, link] : links_)
+            if (link) link->Look();
+    }
 
 private:
     std::unique_ptr<HostLink> Make(const HostSettings& settings) const;

@@ -1,4 +1,5 @@
 #include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtWaitNotice.h"
 
 #include <QApplication>
 #include <QDialog>

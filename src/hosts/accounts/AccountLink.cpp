@@ -11,41 +11,16 @@ namespace nib {
 
 namespace {
 
-/// The names of what there are names for, with blanks between them.
-Text JoinNames(std::initializer_list<TextView> names)
-{
-    Text joined;
-    for (TextView name : names) {
-        if (!joined.empty() && !name.empty()) joined.push_back(u' ');
-        joined += name;
-    }
-    return joined;
-}
-
-ItemNames NamesOf(ItemPlace place, const Text& sessionAccount, const Text& hostName)
-{
-    // The path leaves the account to the session.
-    const bool any = place.database == kAnyAccount;
-    if (any || (!place.folder.empty() && place.database.empty())) {
-        place.database = place.folder.empty() ? Text() : sessionAccount;
-    }
-    ItemNames names{place, ComposeHostPath(place), place.folder, hostName, {}};
-    if (!place.itemId.empty()) names.itemName += u" " + place.itemId;
-    names.displayPath = JoinNames({any ? TextView() : place.database, place.folder, place.itemId});
-    return names;
-}
-
 ItemText CodingOf(const HostSettings& settings)
 {
-    const bool configured = !settings.charset.empty();
-    return ItemText::ForItems(configured ? Charset(settings.charset) : Charset(), configured);
+    return ItemText::ForItems(CharsetOf(settings), !settings.charset.empty());
 }
 
 } // namespace
 
 AccountItem::AccountItem(const AccountStore& store, ItemPlace place, const Text& sessionAccount,
                          const VerbPrograms& programs)
-    : mvItem(NamesOf(std::move(place), sessionAccount, store.HostName())), store_(store)
+    : mvItem(HostItemNames(std::move(place), sessionAccount, store.HostName())), store_(store)
 {
     if (!sessionAccount.empty()) session_.emplace(store_, sessionAccount, programs);
     if (Database().empty()) return;

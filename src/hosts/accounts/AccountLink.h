@@ -9,9 +9,6 @@
 
 namespace nib {
 
-/// The account of a path that serves every session.
-inline constexpr TextView kAnyAccount{u"*"};
-
 /// An item of an account, or one of the places above it.
 class AccountItem : public mvItem {
 public:
@@ -30,7 +27,7 @@ public:
         if (stored_) stored_->AcceptState();
     }
     Text Version() override { return stored_ ? stored_->Version() : Text(); }
-    StoredText* Storage() override { return stored_ ? &*stored_ : nullptr; }
+    StoredForm* Form() override { return stored_ ? &stored_->Form() : nullptr; }
 
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;
     void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) override;

@@ -1,5 +1,6 @@
 #pragma once
 #include "base/Text.h"
+#include "hosts/CommandWords.h"
 #include "hosts/accounts/AccountStore.h"
 #include "platform/MessageBoxes.h"
 
@@ -8,13 +9,6 @@
 #include <vector>
 
 namespace nib {
-
-/// A host command cut at blanks; "..." and '...' keep what they hold together. A quote inside a word, as in O'BRIEN,
-/// is a letter, and so is one that is never closed.
-std::vector<Text> SplitCommand(TextView command);
-/// A program's command line cut as a shell does it: both quotes anywhere in a word, and a backslash before a character
-/// to take as it is. Nothing is expanded.
-std::vector<Text> SplitProgramLine(TextView line);
 
 /// What the programs of verbs run with.
 struct VerbPrograms {
