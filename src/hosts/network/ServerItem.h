@@ -32,6 +32,7 @@ public:
     Text Execute(TextView command, TextView input, int32_t flags) override;
     Text GetConfiguration(TextView key, int32_t attribute) override;
     bool HasConfiguration();
+    ServerAccount& Shared() { return *account_; }
 
 private:
     ServerReply ReadVoc(TextView key, int32_t attribute);

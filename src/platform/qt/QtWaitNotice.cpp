@@ -51,6 +51,7 @@ public:
             resetWanted_ = true;
             reject();
         });
+        cancel_->setFocus();
         Tell(WaitStage::Command, -1);
         // The pointer is to say that this window takes clicks.
         QGuiApplication::setOverrideCursor(Qt::ArrowCursor);

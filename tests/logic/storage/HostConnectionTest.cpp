@@ -57,8 +57,6 @@ TEST_F(HostConnectionTest, WhatIsMissingIsNamed)
         {u"mvdb:*/%2E%2E/accounts/X", error_number::kPathNotFound, u"Account .. does not exist on box."},
         {u"mvdb:*/DEMO/%2E%2E/DEMO", error_number::kPathNotFound, u"File .. does not exist in account DEMO."},
         {u"mvdb:none/DEMO", error_number::kPathNotFound, u"The host connection \"none\" is not set up in hosts.conf."},
-        {u"mvdb:far/X", error_number::kStorage,
-         u"The host connection \"far\" is a network connection, which is not available."},
         {u"mvdb:odd/X", error_number::kStorage, u"The host connection \"Odd\" is of the unknown kind \"x\"."},
         {u"nowhere", error_number::kBadFileName, u"\"nowhere\" is not the path of an item or a file."}};
     for (const auto& row : rows) {
