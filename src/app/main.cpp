@@ -6,6 +6,7 @@
 #include "hosts/HostConnection.h"
 #include "hosts/accounts/AccountLink.h"
 #include "hosts/accounts/AccountStore.h"
+#include "hosts/accounts/ServerAccounts.h"
 #include "hosts/accounts/VerbTrust.h"
 #include "hosts/picker/frmItemPicker.h"
 #include "persistence/store/QtSettingsHive.h"
@@ -148,7 +149,9 @@ int main(int argc, char** argv)
     SettingsFiles settings(hosts.backupFolder, places.settings);
     VerbTrust trust(settings.Store(), boxes);
     const auto mayRun = [&](TextView account, TextView command) { return trust.MayRun(account, command); };
-    HostConnection connection(hosts, picker, boxes, AccountLinks({places.programs, &notice, mayRun}));
+    ServerNotice serverNotice(boxes);
+    const auto opened = [&](TextView account, const std::string& folder) { serverNotice.Opened(account, folder); };
+    HostConnection connection(hosts, picker, boxes, AccountLinks({places.programs, &notice, mayRun}, opened));
     PosixSessionToken token(PosixSessionToken::UsualFolders());
     auto views = [&](mvDocument& document) -> std::unique_ptr<clsDocView> {
         return std::make_unique<frmDocument>(mainWindow, clipboard, document);
