@@ -92,8 +92,7 @@ StartMode HowStarted(int argc)
 /// What went wrong, for the user to read once there is a window; empty when nothing did.
 Text MakeSampleAccount(const Text& dataFolder, const HostConfig& config)
 {
-    auto failure =
-        FailureOf([&] { InstallSampleAccount(dataFolder + u"/accounts/DEMO", FromUtf8(config.Find(u"*").root)); });
+    auto failure = FailureOf([&] { InstallSampleAccount(dataFolder + u"/accounts/DEMO", config); });
     return failure ? failure->description : Text();
 }
 

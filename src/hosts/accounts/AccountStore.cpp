@@ -85,15 +85,16 @@ TextView Attribute(TextView record, int32_t number)
     return line;
 }
 
-bool InstallSampleAccount(TextView sourceFolder, TextView accountsRoot)
+bool InstallSampleAccount(TextView sourceFolder, const HostConfig& config)
 {
+    if (config.Find({}).root != config.defaultRoot) return false;
     const std::string source = AbsolutePath(ToFileName(sourceFolder));
-    const std::string root = ToFileName(accountsRoot);
+    const std::string& root = config.defaultRoot;
     const std::string account = root + "/" + LastPart(source);
     struct stat status {};
     if (lstat(account.c_str(), &status) == 0) return false;
     if (const int error = MakeFolders(root); error != 0) {
-        throw SystemFailure(u"The folder " + Text(accountsRoot) + u" cannot be made", error);
+        throw SystemFailure(u"The folder " + FromFileName(root) + u" cannot be made", error);
     }
     const std::string copy = root + "/.nib-" + RandomSuffix();
     std::error_code failed;

@@ -2,6 +2,7 @@
 // Accounts that are folders, and the one that comes with the program.
 
 #include "base/Text.h"
+#include "hosts/HostLinks.h"
 #include "hosts/ItemText.h"
 #include "hosts/accounts/NameRules.h"
 #include "hosts/mvConnect.h"
@@ -50,8 +51,8 @@ private:
 /// Attribute `number` (1-based) of a text with CR LF between lines.
 TextView Attribute(TextView record, int32_t number);
 
-/// Copies the account folder to the accounts' root under its own name, unless an account of that name is there. True
-/// when it was copied. It appears whole or not at all.
-bool InstallSampleAccount(TextView sourceFolder, TextView accountsRoot);
+/// Copies the account folder to the default root under its own name, unless an account of that name is there, or the
+/// default connection has another root, which may be anybody's. True when it was copied. It appears whole or not at all.
+bool InstallSampleAccount(TextView sourceFolder, const HostConfig& config);
 
 } // namespace nib
