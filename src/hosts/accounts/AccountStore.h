@@ -4,7 +4,7 @@
 #include "base/Text.h"
 #include "hosts/HostLinks.h"
 #include "hosts/ItemText.h"
-#include "hosts/accounts/NameRules.h"
+#include "hosts/NameRules.h"
 #include "hosts/mvConnect.h"
 #include "platform/posix/FileSaver.h"
 
@@ -52,7 +52,8 @@ private:
 TextView Attribute(TextView record, int32_t number);
 
 /// Copies the account folder to the default root under its own name, unless an account of that name is there, or the
-/// default connection has another root, which may be anybody's. True when it was copied. It appears whole or not at all.
+/// default connection has another root, which may be anybody's. True when it was copied. It appears whole or not at
+/// all.
 bool InstallSampleAccount(TextView sourceFolder, const HostConfig& config);
 
 } // namespace nib

@@ -1,6 +1,6 @@
 #include "hosts/accounts/ServerAccounts.h"
 #include "HostFixture.h"
-#include "hosts/accounts/NameRules.h"
+#include "hosts/NameRules.h"
 
 #include <sys/stat.h>
 

@@ -1,4 +1,4 @@
-#include "hosts/accounts/NameRules.h"
+#include "hosts/NameRules.h"
 
 #include "base/Error.h"
 #include "platform/posix/FileContent.h"
