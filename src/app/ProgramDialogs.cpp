@@ -13,6 +13,7 @@ void ProgramDialogs::Load(Program& program)
 {
     program_ = &program;
     resultsModel_ = std::make_unique<ResultsModel>(program.Services());
+    resultsModel_->openPath = [&program](TextView path) { return program.OpenPath(path, false); };
     results_ = std::make_unique<frmResults>(*resultsModel_, store_, &mainWindow_);
     results_->onPrint = [this](frmResults& results) {
         printing_.PrintPages(

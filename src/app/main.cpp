@@ -6,6 +6,7 @@
 #include "hosts/HostConnection.h"
 #include "hosts/accounts/AccountLink.h"
 #include "hosts/accounts/AccountStore.h"
+#include "hosts/accounts/ServerAccounts.h"
 #include "hosts/accounts/VerbTrust.h"
 #include "hosts/network/ClearTextTrust.h"
 #include "hosts/network/NetworkLink.h"
@@ -96,8 +97,7 @@ StartMode HowStarted(int argc)
 /// What went wrong, for the user to read once there is a window; empty when nothing did.
 Text MakeSampleAccount(const Text& dataFolder, const HostConfig& config)
 {
-    auto failure =
-        FailureOf([&] { InstallSampleAccount(dataFolder + u"/accounts/DEMO", FromUtf8(config.Find(u"*").root)); });
+    auto failure = FailureOf([&] { InstallSampleAccount(dataFolder + u"/accounts/DEMO", config); });
     return failure ? failure->description : Text();
 }
 
@@ -177,7 +177,9 @@ int main(int argc, char** argv)
     QtPasswords passwords(&mainWindow);
     ClearTextTrust clearText(settings.Store(), boxes);
     HostNews news;
-    HostLinkKinds kinds = AccountLinks({places.programs, &notice, mayRun});
+    ServerNotice serverNotice(boxes);
+    const auto opened = [&](TextView account, const std::string& folder) { serverNotice.Opened(account, folder); };
+    HostLinkKinds kinds = AccountLinks({places.programs, &notice, mayRun}, opened);
     kinds.merge(NetworkLinks({&notice,
                               &passwords,
                               [&](const HostSettings& host) { return clearText.MayGo(host); },

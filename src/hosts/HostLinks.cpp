@@ -89,8 +89,9 @@ HostConfig HostConfig::Parse(TextView text, const std::string& dataFolder, const
 {
     HostConfig config;
     config.backupFolder = dataFolder + "/Orlin/Nib/SaveCopies";
+    config.defaultRoot = dataFolder + "/Orlin/Nib/Accounts";
     HostSettings fresh;
-    fresh.root = dataFolder + "/Orlin/Nib/Accounts";
+    fresh.root = config.defaultRoot;
     fresh.name = MachineName();
     config.hosts.push_back(fresh);
     // By name in lower case: there may be many.

@@ -39,6 +39,7 @@ struct HostSettings {
 /// there even without a section.
 struct HostConfig {
     std::vector<HostSettings> hosts; ///< the default connection first
+    std::string defaultRoot;         ///< of connections that name none
     std::string backupFolder;        ///< for old contents while a file is written in place
     Text fault;                      ///< why the file could not be read, for the user; then all is as without one
 

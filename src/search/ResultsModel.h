@@ -2,6 +2,8 @@
 #include "documents/mvDocument.h"
 #include "persistence/store/SettingsStore.h"
 
+#include <functional>
+
 namespace nib {
 
 /// How a line of the results is shown.
@@ -32,6 +34,9 @@ public:
     void ResetResults(TextView title);
     void AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis);
 
+    /// Opens the item of a path, or brings its window to the front; false when it did not.
+    std::function<bool(TextView path)> openPath;
+
     /// Lines joined with LF.
     const Text& Contents() const { return text_; }
     int32_t LineCount() const { return static_cast<int32_t>(rows_.size()); }
@@ -56,6 +61,9 @@ private:
     void Append(TextView line, const ResultsLine& style);
     /// The document whose header is the nearest at or above the line, else the active one.
     std::shared_ptr<mvDocument> DocumentAbove(Position caret) const;
+
+    /// True when that settles where the line leads, be it nowhere.
+    bool JumpByOutput(int32_t line);
 
     DocumentServices& services_;
     Text text_;

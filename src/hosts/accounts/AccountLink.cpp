@@ -4,8 +4,10 @@
 #include "diagnostics/Guarded.h"
 #include "hosts/ItemBrowser.h"
 #include "hosts/accounts/AccountStore.h"
+#include "hosts/accounts/ServerAccounts.h"
 #include "hosts/mvConnect.h"
 #include "platform/posix/FileContent.h"
+#include "platform/posix/FileName.h"
 
 namespace nib {
 
@@ -75,10 +77,12 @@ Text AccountItem::LockHolder()
     return ItemLock::Holder(store_.AccountFolder(Database()), LockName(Folder(), ItemID()));
 }
 
-AccountLink::AccountLink(const HostSettings& settings, const FileSaver& saver, VerbPrograms programs)
-    : store_(settings.name, settings.root, CodingOf(settings), saver), configuredAccount_(settings.account),
-      programs_(std::move(programs))
+AccountLink::AccountLink(const HostSettings& settings, const FileSaver& saver, VerbPrograms programs,
+                         AccountOpened opened)
+    : store_(settings.name, settings.root, CodingOf(settings), saver.LikeFolders(), IdRuleNamed(settings.ids)),
+      configuredAccount_(settings.account), programs_(std::move(programs)), opened_(std::move(opened))
 {
+    programs_.own = settings.verbs;
 }
 
 std::shared_ptr<mvItem> AccountLink::Open(const ItemPlace& place, bool readOnly, bool lock)
@@ -90,13 +94,14 @@ std::shared_ptr<mvItem> AccountLink::Open(const ItemPlace& place, bool readOnly,
     if (named) lastAccount_ = account;
     if (lock && !readOnly && item->IsItem()) item->LockItem(true);
     item->SetReadOnly(readOnly);
+    if (opened_ && !readOnly && item->Storage()) opened_(account, store_.AccountFolder(item->Database()));
     return item;
 }
 
 bool AccountLink::AccountExists(TextView account) const
 {
-    if (account.empty() || EncodeName(account).size() > NAME_MAX) return false;
-    return IsFolder(store_.Root() + "/" + FindName(store_.Root(), account));
+    const std::optional<std::string> name = NameIfAny(store_.Root(), account);
+    return !account.empty() && name && IsFolder(store_.Root() + "/" + *name);
 }
 
 Text AccountLink::DefaultAccount()
@@ -117,13 +122,16 @@ std::vector<BrowseEntry> AccountLink::Children(const ItemPlace& place)
     Text ItemPlace::*level = items                    ? &ItemPlace::itemId
                              : place.database.empty() ? &ItemPlace::database
                                                       : &ItemPlace::folder;
+    const bool files = !items && !place.database.empty();
+    const IdRule rule = items ? store_.RuleOf(FolderOf(folder)) : IdRule::Plain;
     std::vector<BrowseEntry> entries;
     ItemPlace child = place;
     for (const FolderEntry& found : ListFolder(folder)) {
-        const std::optional<Text> id = found.isFolder == items ? std::nullopt : DecodeName(found.name);
+        const std::optional<Text> id = found.isFolder == items ? std::nullopt : DecodeName(found.name, rule);
         if (!id) continue;
         child.*level = *id;
         entries.push_back(ShownAs(found, *id, ComposeHostPath(child)));
+        entries.back().isHashed = files && IsHashedFile(folder + "/" + found.name);
     }
     SortEntries(entries);
     return entries;
@@ -131,15 +139,18 @@ std::vector<BrowseEntry> AccountLink::Children(const ItemPlace& place)
 
 bool AccountLink::FileExists(TextView account, TextView file)
 {
-    if (account.empty() || file.empty() || EncodeName(file).size() > NAME_MAX) return false;
+    if (account.empty() || file.empty()) return false;
     const std::string folder = store_.AccountFolder(account);
-    return IsFolder(folder + "/" + FindName(folder, file));
+    const std::optional<std::string> name = NameIfAny(folder, file);
+    return name && IsFolder(folder + "/" + *name);
 }
 
 bool AccountLink::ItemExists(const ItemPlace& place)
 {
-    if (place.itemId.empty() || EncodeName(place.itemId).size() > NAME_MAX) return false;
-    return IsPlainFile(store_.ItemFile(place.database, place.folder, place.itemId));
+    const std::string folder = store_.FileFolder(place.database, place.folder);
+    const IdRule rule = store_.RuleOf(store_.AccountFolder(place.database));
+    const std::optional<std::string> name = NameIfAny(folder, place.itemId, rule);
+    return !place.itemId.empty() && name && IsPlainFile(folder + "/" + *name);
 }
 
 Text AccountLink::LockHolder(const ItemPlace& place)
@@ -148,11 +159,13 @@ Text AccountLink::LockHolder(const ItemPlace& place)
     return ItemLock::Holder(store_.AccountFolder(place.database), LockName(place.folder, place.itemId));
 }
 
-HostLinkKinds AccountLinks(VerbPrograms programs)
+HostLinkKinds AccountLinks(VerbPrograms programs, AccountOpened opened)
 {
-    return {{u"accounts", [programs = std::move(programs)](const HostSettings& settings, const FileSaver& saver) {
-                 return std::make_unique<AccountLink>(settings, saver, programs);
-             }}};
+    const auto make = [programs = std::move(programs), opened = std::move(opened)](const HostSettings& settings,
+                                                                                   const FileSaver& saver) {
+        return std::make_unique<AccountLink>(settings, saver, programs, opened);
+    };
+    return {{u"accounts", make}};
 }
 
 } // namespace nib

@@ -5,6 +5,7 @@
 #include "hosts/accounts/AccountStore.h"
 #include "platform/posix/FileLocks.h"
 
+#include <functional>
 #include <optional>
 
 namespace nib {
@@ -45,10 +46,13 @@ private:
     std::optional<ItemLock> lock_;
 };
 
+/// Told of each item that is opened to be written: its account, and the folder of that.
+using AccountOpened = std::function<void(TextView account, const std::string& accountFolder)>;
+
 /// The built-in host: accounts that are folders.
 class AccountLink : public HostLink {
 public:
-    AccountLink(const HostSettings& settings, const FileSaver& saver, VerbPrograms programs);
+    AccountLink(const HostSettings& settings, const FileSaver& saver, VerbPrograms programs, AccountOpened opened);
 
     Text HostName() const override { return store_.HostName(); }
     std::shared_ptr<mvItem> Open(const ItemPlace& place, bool readOnly, bool lock) override;
@@ -67,9 +71,10 @@ private:
     Text configuredAccount_;
     Text lastAccount_;
     VerbPrograms programs_;
+    AccountOpened opened_;
 };
 
 /// The kind "accounts"; verbs run with `programs`.
-HostLinkKinds AccountLinks(VerbPrograms programs);
+HostLinkKinds AccountLinks(VerbPrograms programs, AccountOpened opened = {});
 
 } // namespace nib

@@ -2,6 +2,7 @@
 
 #include "base/Error.h"
 #include "hosts/accounts/AccountStore.h"
+#include "hosts/accounts/ServerAccounts.h"
 #include "hosts/accounts/VerbTrust.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
@@ -91,7 +92,7 @@ Text AccountSession::Execute(TextView command, TextView input, int32_t)
 
 void AccountSession::CheckTrust(const Verb& verb, TextView commandLine) const
 {
-    if (!programs_.mayRun) return;
+    if (!programs_.mayRun || verb.isOwn) return;
     const std::string account = store_.AccountFolder(account_);
     const std::string voc = store_.FileFolder(account_, kVoc);
     if (!OthersMayChange({account, voc, store_.ItemFile(account_, kVoc, verb.name)})) return;
@@ -109,9 +110,11 @@ ProcessResult AccountSession::RunNoticed(ProcessRequest& request, TextView comma
 /// The verb as typed in capitals, then as typed.
 AccountSession::Verb AccountSession::FindVerb(const Text& word) const
 {
+    const auto own = programs_.own.find(ToUpper(word));
+    if (own != programs_.own.end()) return {own->first, u"V\n" + own->second, true};
     for (Text name : {ToUpper(word), word}) {
         Text record = store_.ReadRecord(account_, kVoc, name);
-        if (record.starts_with(u'V')) return {std::move(name), std::move(record)};
+        if (record.starts_with(u'V')) return {std::move(name), std::move(record), false};
     }
     Refuse(word + u" is not in the VOC of account " + account_ + u".");
 }
@@ -121,16 +124,22 @@ Text AccountSession::GetConfiguration(TextView key, int32_t attribute)
     return Text(Attribute(store_.ReadRecord(account_, kVoc, key), attribute));
 }
 
-bool AccountSession::HasVerbs() const
+std::string AccountSession::VocFolder() const
 {
     const std::string account = store_.AccountFolder(account_);
-    return IsFolder(account + "/" + FindName(account, kVoc));
+    return account + "/" + FindName(account, kVoc);
+}
+
+bool AccountSession::HasVerbs() const
+{
+    const std::string voc = VocFolder();
+    return !programs_.own.empty() || (IsFolder(voc) && !IsHashedFile(voc));
 }
 
 bool AccountSession::HasConfiguration() const
 {
-    const std::string voc = store_.AccountFolder(account_) + "/" + EncodeName(kVoc);
-    return IsPlainFile(voc + "/" + FindName(voc, kConfiguration));
+    const std::string voc = VocFolder();
+    return IsPlainFile(voc + "/" + FindName(voc, kConfiguration)) && !IsHashedFile(voc);
 }
 
 } // namespace nib

@@ -343,16 +343,18 @@ TEST_F(HostConnectionTest, ReadOnlyIsWhatTheUserMayNotWrite)
 TEST_F(HostConnectionTest, TheSampleAccountComesWholeAndOnce)
 {
     const Text source = FromUtf8(folder / "accounts/DEMO");
-    const Text root = FromUtf8(folder / "data/new");
+    const HostConfig config = HostConfig::Parse(u"", folder / "data");
+    const std::string root = "data/Orlin/Nib/Accounts";
     chmod((folder / "accounts/DEMO/BP").c_str(), 0555);
-    EXPECT_TRUE(InstallSampleAccount(source, root));
-    EXPECT_EQ(BytesOf(folder / "data/new/DEMO/BP/INVOICE"), "A=1\nPRINT A\n");
-    EXPECT_EQ(access((folder / "data/new/DEMO/BP").c_str(), W_OK), 0);
-    folder.File("data/new/DEMO/BP/INVOICE", "mine");
-    EXPECT_FALSE(InstallSampleAccount(source, root));
-    EXPECT_EQ(BytesOf(folder / "data/new/DEMO/BP/INVOICE"), "mine");
-    EXPECT_THROW(InstallSampleAccount(u"/none/OTHER", root), Error);
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "data/new"), {}), 1);
+    EXPECT_FALSE(InstallSampleAccount(source, HostConfig::Parse(u"[*]\nroot=/srv", folder / "data"))) << "not ours";
+    EXPECT_TRUE(InstallSampleAccount(source, config));
+    EXPECT_EQ(BytesOf(folder / (root + "/DEMO/BP/INVOICE")), "A=1\nPRINT A\n");
+    EXPECT_EQ(access((folder / (root + "/DEMO/BP")).c_str(), W_OK), 0);
+    folder.File(root + "/DEMO/BP/INVOICE", "mine");
+    EXPECT_FALSE(InstallSampleAccount(source, config));
+    EXPECT_EQ(BytesOf(folder / (root + "/DEMO/BP/INVOICE")), "mine");
+    EXPECT_THROW(InstallSampleAccount(u"/none/OTHER", config), Error);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / root), {}), 1);
 }
 
 } // namespace
