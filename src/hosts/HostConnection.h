@@ -35,6 +35,7 @@ public:
     SelectedItem SelectItem(const SelectRequest& request, mvItem* start) override;
     std::vector<SelectedItem> SelectItems(const SelectRequest& request, mvItem* start) override;
     std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) override;
+    std::unique_ptr<ItemReader> Reader(const ItemPlace& account) override;
 
 private:
     PickerAnswer RunPicker(const SelectRequest& request, mvItem* start);

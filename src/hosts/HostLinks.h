@@ -1,6 +1,7 @@
 #pragma once
 #include "base/Text.h"
 #include "hosts/ItemBrowser.h"
+#include "hosts/ItemReader.h"
 #include "platform/posix/FileSaver.h"
 
 #include <functional>
@@ -61,6 +62,8 @@ public:
     virtual bool ItemExists(const ItemPlace& place) = 0;
     /// Who holds the item's lock, empty when nobody does.
     virtual Text LockHolder(const ItemPlace& /*place*/) { return {}; }
+    /// For a search in all items of an account.
+    virtual std::unique_ptr<ItemReader> Reader(const ItemPlace& account) { return RefuseReader(account); }
 };
 
 /// Makes the link of a connection, which writes with the saver. Throws Error when it cannot.

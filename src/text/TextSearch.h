@@ -41,6 +41,11 @@ public:
     bool CanMatch() const { return possible_; }
     bool Forward(const LineStore& lines, Position from, FindHit& hit) const;
     bool Backward(const LineStore& lines, Position from, FindHit& hit) const;
+    /// The first place in a text with line breaks, from a unit on; npos when there is none.
+    size_t In(TextView text, size_t from) const
+    {
+        return possible_ && from < text.size() ? FindIn({text.data(), text.size(), true}, from) : TextView::npos;
+    }
 
 private:
     static constexpr size_t kNone = static_cast<size_t>(-1);

@@ -3,6 +3,7 @@
 #include "base/Error.h"
 #include "diagnostics/Guarded.h"
 #include "hosts/ItemBrowser.h"
+#include "hosts/accounts/AccountReader.h"
 #include "hosts/accounts/AccountStore.h"
 #include "hosts/mvConnect.h"
 #include "platform/posix/FileContent.h"
@@ -171,6 +172,11 @@ Text AccountLink::LockHolder(const ItemPlace& place)
 {
     if (place.itemId.empty()) return {};
     return ItemLock::Holder(store_.AccountFolder(place.database), LockName(place.folder, place.itemId));
+}
+
+std::unique_ptr<ItemReader> AccountLink::Reader(const ItemPlace& account)
+{
+    return std::make_unique<AccountReader>(store_, account.database);
 }
 
 HostLinkKinds AccountLinks(VerbPrograms programs)
