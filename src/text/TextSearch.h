@@ -39,6 +39,7 @@ public:
     TextSearch(TextView text, FindOptions options);
     /// False when nothing can ever match: an empty text, or one with line breaks.
     bool CanMatch() const { return possible_; }
+    size_t Length() const { return needle_.size(); }
     bool Forward(const LineStore& lines, Position from, FindHit& hit) const;
     bool Backward(const LineStore& lines, Position from, FindHit& hit) const;
     /// The first place in a text with line breaks, from a unit on; npos when there is none.
