@@ -37,6 +37,7 @@ public:
     std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) override;
     /// From time to time: to notice connections that were lost.
     void Look() { links_.Look(); }
+    std::unique_ptr<ItemReader> Reader(const ItemPlace& account) override;
 
 private:
     PickerAnswer RunPicker(const SelectRequest& request, mvItem* start);

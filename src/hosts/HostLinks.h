@@ -2,6 +2,7 @@
 #include "base/Text.h"
 #include "hosts/ItemBrowser.h"
 #include "hosts/TextCoding.h"
+#include "hosts/ItemReader.h"
 #include "platform/posix/FileSaver.h"
 
 #include <functional>
@@ -73,6 +74,8 @@ public:
     virtual Text LockHolder(const ItemPlace& /*place*/) { return {}; }
     /// From time to time: to notice a connection that was lost.
     virtual void Look() {}
+    /// For a search in all items of an account.
+    virtual std::unique_ptr<ItemReader> Reader(const ItemPlace& account) { return RefuseReader(account); }
 };
 
 /// Makes the link of a connection, which writes with the saver. Throws Error when it cannot.

@@ -159,6 +159,10 @@ private:
 /// Two objects that stand for one stored item.
 bool IsSameItem(const mvItem& a, const mvItem& b);
 
+class ItemReader;
+/// Where accounts cannot be searched: throws.
+std::unique_ptr<ItemReader> RefuseReader(const ItemPlace& account);
+
 /// What a call of the picker offers.
 struct SelectRequest {
     Text mode;      ///< "Open", "Save", "Export" or "Import": the title, and whether an existing item is asked for
@@ -182,6 +186,8 @@ public:
     virtual std::vector<SelectedItem> SelectItems(const SelectRequest& request, mvItem* start) = 0;
     /// Throws kLocked, kLockedElsewhere or kNoUpdate when `lock` is set, `readOnly` is not, and the lock cannot be had.
     virtual std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) = 0;
+    /// For a search in all items of the account of the place. Throws Error when it cannot be searched.
+    virtual std::unique_ptr<ItemReader> Reader(const ItemPlace& account);
 
     // The text of a place is the same for all connections.
     Text ComposeHostPath(const ItemPlace& place) const { return nib::ComposeHostPath(place); }

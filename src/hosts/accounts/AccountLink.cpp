@@ -3,6 +3,7 @@
 #include "base/Error.h"
 #include "diagnostics/Guarded.h"
 #include "hosts/ItemBrowser.h"
+#include "hosts/accounts/AccountReader.h"
 #include "hosts/accounts/AccountStore.h"
 #include "hosts/accounts/ServerAccounts.h"
 #include "hosts/mvConnect.h"
@@ -94,7 +95,7 @@ std::shared_ptr<mvItem> AccountLink::Open(const ItemPlace& place, bool readOnly,
     if (named) lastAccount_ = account;
     if (lock && !readOnly && item->IsItem()) item->LockItem(true);
     item->SetReadOnly(readOnly);
-    if (opened_ && !readOnly && item->Storage()) opened_(account, store_.AccountFolder(item->Database()));
+    if (opened_ && !readOnly && item->Form()) opened_(account, store_.AccountFolder(item->Database()));
     return item;
 }
 
@@ -157,6 +158,11 @@ Text AccountLink::LockHolder(const ItemPlace& place)
 {
     if (place.itemId.empty()) return {};
     return ItemLock::Holder(store_.AccountFolder(place.database), LockName(place.folder, place.itemId));
+}
+
+std::unique_ptr<ItemReader> AccountLink::Reader(const ItemPlace& account)
+{
+    return std::make_unique<AccountReader>(store_, account.database);
 }
 
 HostLinkKinds AccountLinks(VerbPrograms programs, AccountOpened opened)

@@ -60,6 +60,7 @@ public:
     bool FileExists(TextView account, TextView file) override;
     bool ItemExists(const ItemPlace& place) override;
     Text LockHolder(const ItemPlace& place) override;
+    std::unique_ptr<ItemReader> Reader(const ItemPlace& account) override;
 
 private:
     bool AccountExists(TextView account) const;

@@ -2,6 +2,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "hosts/CommandWords.h"
+#include "hosts/network/ServerReader.h"
 #include "platform/posix/FileName.h"
 
 #include <algorithm>
@@ -192,6 +193,21 @@ void NetworkLink::Look()
 {
     for (auto& [name, account] : accounts_)
         for (ServerSession* session : {&account->items, &account->commands}) session->Look();
+}
+
+std::unique_ptr<ItemReader> NetworkLink::Reader(const ItemPlace& account)
+{
+    const std::shared_ptr<ServerAccount> entered = Enter(AccountOf(account));
+    {
+        // On its own thread it can ask nobody for the password.
+        const ServerWait::Scope scope(entered->items.Wait(), u"Entering " + entered->items.Account());
+        entered->items.HasFile("VOC");
+    }
+    ServerDoor door = Door();
+    door.password = [known = *password_](bool refused) { return refused ? std::nullopt : std::optional(known); };
+    door.accepted = nullptr;
+    door.tell = nullptr;
+    return std::make_unique<ServerReader>(std::move(door), entered->items.Account(), entered->coding);
 }
 
 Text NetworkLink::Test()

@@ -45,6 +45,7 @@ public:
     bool ItemExists(const ItemPlace& place) override;
     Text LockHolder(const ItemPlace& place) override;
     void Look() override;
+    std::unique_ptr<ItemReader> Reader(const ItemPlace& account) override;
     /// Connects, and says in words how that went; for the user who sets the connection up.
     Text Test();
 
