@@ -196,7 +196,8 @@ bool AccountFind::Stop()
         for (const FoundItem& item : news.items) List(item);
         Finish(u"Stopped. " + Summary(dialog_.counts));
     } else if (dialog_.state == FindingState::Replacing) {
-        ReplacingEnds();
+        stops_ = true;
+        if (!working_) ReplacingEnds(); // else once the item is through
     }
     return true;
 }
@@ -281,6 +282,7 @@ void AccountFind::SearchEnds(const SearchNews& news)
         dialog_.state = FindingState::Replacing;
         dialog_.listed = false;
         cut_ = false;
+        stops_ = false;
         next_ = 0;
         replaced_ = changed_ = 0;
         BeginList(u"Replaced in Account");
@@ -334,6 +336,7 @@ void AccountFind::ReplaceSome()
             AddHeader(key);
             AddLine(outcome.report);
         }
+        if (stops_) break;
         if (std::chrono::steady_clock::now() - start >= kSlice) return;
     }
     ReplacingEnds();

@@ -116,6 +116,7 @@ private:
     Text replacement_;
     std::vector<ItemKey> found_; ///< items with hits
     size_t next_ = 0;            ///< of those, to be replaced in
+    bool stops_ = false;         ///< before it
     int64_t replaced_ = 0;
     int32_t changed_ = 0;
 };
