@@ -165,7 +165,7 @@ void AccountFind::Begin(bool replace)
             recentSearches_.AddItem(dialog_.findText);
             KeepChosen();
             dialog_.fault.clear();
-            dialog_.listed = cut_ = false;
+            dialog_.stopped = dialog_.listed = cut_ = false;
             dialog_.counts = {};
             replaces_ = replace;
             replacement_ = OneLine(dialog_.replaceText);
@@ -189,6 +189,7 @@ void AccountFind::Begin(bool replace)
 bool AccountFind::Stop()
 {
     if (dialog_.state == FindingState::Idle) return false;
+    dialog_.stopped = true;
     if (search_) {
         const SearchNews news = search_->Take();
         search_.reset();

@@ -28,6 +28,7 @@ struct AccountFindDialog {
 
     FindingState state = FindingState::Idle;
     bool readsFiles = false; ///< the list of files is on its way
+    bool stopped = false;    ///< the last search, or the replacing, by the user
     bool listed = false;     ///< the results hold something of this search
     int32_t allFiles = 0;    ///< that are searched
     SearchCounts counts;
