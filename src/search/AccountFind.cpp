@@ -165,7 +165,7 @@ void AccountFind::Begin(bool replace)
             recentSearches_.AddItem(dialog_.findText);
             KeepChosen();
             dialog_.fault.clear();
-            dialog_.listed = cut_ = false;
+            dialog_.stopped = dialog_.listed = cut_ = false;
             dialog_.counts = {};
             replaces_ = replace;
             replacement_ = OneLine(dialog_.replaceText);
@@ -189,6 +189,7 @@ void AccountFind::Begin(bool replace)
 bool AccountFind::Stop()
 {
     if (dialog_.state == FindingState::Idle) return false;
+    dialog_.stopped = true;
     if (search_) {
         const SearchNews news = search_->Take();
         search_.reset();
@@ -196,7 +197,8 @@ bool AccountFind::Stop()
         for (const FoundItem& item : news.items) List(item);
         Finish(u"Stopped. " + Summary(dialog_.counts));
     } else if (dialog_.state == FindingState::Replacing) {
-        ReplacingEnds();
+        stops_ = true;
+        if (!working_) ReplacingEnds(); // else once the item is through
     }
     return true;
 }
@@ -281,6 +283,7 @@ void AccountFind::SearchEnds(const SearchNews& news)
         dialog_.state = FindingState::Replacing;
         dialog_.listed = false;
         cut_ = false;
+        stops_ = false;
         next_ = 0;
         replaced_ = changed_ = 0;
         BeginList(u"Replaced in Account");
@@ -334,6 +337,7 @@ void AccountFind::ReplaceSome()
             AddHeader(key);
             AddLine(outcome.report);
         }
+        if (stops_) break;
         if (std::chrono::steady_clock::now() - start >= kSlice) return;
     }
     ReplacingEnds();

@@ -28,6 +28,7 @@ struct AccountFindDialog {
 
     FindingState state = FindingState::Idle;
     bool readsFiles = false; ///< the list of files is on its way
+    bool stopped = false;    ///< the last search, or the replacing, by the user
     bool listed = false;     ///< the results hold something of this search
     int32_t allFiles = 0;    ///< that are searched
     SearchCounts counts;
@@ -116,6 +117,7 @@ private:
     Text replacement_;
     std::vector<ItemKey> found_; ///< items with hits
     size_t next_ = 0;            ///< of those, to be replaced in
+    bool stops_ = false;         ///< before it
     int64_t replaced_ = 0;
     int32_t changed_ = 0;
 };

@@ -286,7 +286,7 @@ void frmFindAccount::Changed()
     const bool ended = std::exchange(running_, running) && !running;
     const bool listed = std::exchange(listed_, state.listed) != state.listed && state.listed;
     if (!isVisible()) return;
-    if (ended && state.listed && state.fault.empty() && (listed || isActiveWindow())) {
+    if (ended && state.listed && !state.stopped && state.fault.empty() && (listed || isActiveWindow())) {
         hide();
         find_.ShowList();
     } else if (listed) {

@@ -287,9 +287,15 @@ void frmResults::FillIn()
     const size_t shown = std::exchange(shownUnits_, contents.size());
     if (grows) {
         // What is read and selected meanwhile stays where it is.
+        QTextCursor kept = txResults_->textCursor();
+        kept.setKeepPositionOnInsert(true);
         QTextCursor end(txResults_->document());
         end.movePosition(QTextCursor::End);
         end.insertText(ShownText(contents.substr(shown)));
+        if (kept != txResults_->textCursor()) {
+            kept.setKeepPositionOnInsert(false);
+            txResults_->setTextCursor(kept);
+        }
         return;
     }
     txResults_->setPlainText(ShownText(contents));

@@ -4,6 +4,8 @@
 namespace nib::test {
 namespace {
 
+using Lines = std::vector<Text>;
+
 struct TestResults : TestSearch {
     ResultsModel model{program.program.Services()};
 };
@@ -113,6 +115,33 @@ TEST(ResultsModelTest, WhatACompilerPrintsLeadsToItsProgram)
         EXPECT_EQ(at->Path(), row.item.empty() ? active.Path() : account + row.item);
         EXPECT_EQ(test.View(*at).Caret().line + 1, row.sourceLine);
     }
+/// To the line that was meant, whatever other numbers stand in it; lines that belong to no item lead nowhere.
+TEST(ResultsModelTest, JumpsIntoTheItemOfAPath)
+{
+    TestResults test;
+    Lines opened;
+    auto& document = test.Add(u"1\r\n2\r\n3");
+    test.model.openPath = [&](TextView path) {
+        opened.emplace_back(path);
+        return path != u"mvdb:gone";
+    };
+    test.model.ResetResults(u"T");                     // 0
+    test.model.AddItemHeader(u"BP A", u"mvdb:a");      // 1
+    test.model.AddItemLine(u"0002 X = 3", 5, 1, 2);    // 2
+    test.model.AddItemHeader(u"BP B", u"mvdb:gone");   // 3
+    test.model.AddItemLine(u"0003 X = 1", 5, 1, 3);    // 4
+    test.model.AddResultLine(u"Hits: 3", 0, 0, false); // 5
+    const std::pair<int32_t, int32_t> rows[] = {{0, 0}, {2, 1}, {1, 1}, {4, 1}, {5, 1}};
+    for (auto& [line, caretLine] : rows) {
+        test.model.JumpToSource({8, line}, u"3");
+        EXPECT_EQ(test.View(document).Caret().line, caretLine) << line;
+    }
+    EXPECT_EQ(opened, (Lines{u"mvdb:a", u"mvdb:a", u"mvdb:gone"}));
+    const int32_t list = test.model.ListNumber();
+    test.model.ShowResults(u"0003 compiled");
+    test.model.JumpToSource({0, 0}, u"");
+    EXPECT_EQ(test.View(document).Caret().line, 2) << "the old ways are back";
+    EXPECT_NE(test.model.ListNumber(), list);
 }
 
 TEST(ResultsModelTest, JumpsToTheDocumentOfTheHeaderAbove)
