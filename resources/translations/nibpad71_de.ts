@@ -287,6 +287,113 @@ Qt %2</translation>
     </message>
 </context>
 <context>
+    <name>frmFindAccount</name>
+    <message>
+        <source>Find in Account</source>
+        <translation>Im Konto suchen</translation>
+    </message>
+    <message>
+        <source>Find what</source>
+        <translation>Suchen nach</translation>
+    </message>
+    <message>
+        <source>Replace with</source>
+        <translation>Ersetzen durch</translation>
+    </message>
+    <message>
+        <source>Account</source>
+        <translation>Konto</translation>
+    </message>
+    <message>
+        <source>&amp;Match case</source>
+        <translation>&amp;Groß-/Kleinschreibung beachten</translation>
+    </message>
+    <message>
+        <source>Match &amp;whole word only</source>
+        <translation>Nur ganze &amp;Wörter</translation>
+    </message>
+    <message>
+        <source>Fi&amp;nd what:</source>
+        <translation>Suchen na&amp;ch:</translation>
+    </message>
+    <message>
+        <source>Re&amp;place with:</source>
+        <translation>Ersetzen d&amp;urch:</translation>
+    </message>
+    <message>
+        <source>A&amp;ccount:</source>
+        <translation>&amp;Konto:</translation>
+    </message>
+    <message>
+        <source>Files</source>
+        <translation>Dateien</translation>
+    </message>
+    <message>
+        <source>&amp;All</source>
+        <translation>A&amp;lle</translation>
+    </message>
+    <message>
+        <source>Non&amp;e</source>
+        <translation>Kei&amp;ne</translation>
+    </message>
+    <message>
+        <source>Fi&amp;les:</source>
+        <translation>&amp;Dateien:</translation>
+    </message>
+    <message>
+        <source>Items</source>
+        <translation>Items</translation>
+    </message>
+    <message>
+        <source>all, or those that fit, as INV*</source>
+        <translation>alle, oder die passenden, etwa INV*</translation>
+    </message>
+    <message>
+        <source>&amp;Items:</source>
+        <translation>&amp;Items:</translation>
+    </message>
+    <message>
+        <source>&amp;Find</source>
+        <translation>&amp;Suchen</translation>
+    </message>
+    <message>
+        <source>&amp;Replace...</source>
+        <translation>&amp;Ersetzen...</translation>
+    </message>
+    <message>
+        <source>&amp;Stop</source>
+        <translation>&amp;Anhalten</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>on %1</source>
+        <translation>auf %1</translation>
+    </message>
+    <message>
+        <source>The list of files is being read.</source>
+        <translation>Die Liste der Dateien wird gelesen.</translation>
+    </message>
+    <message>
+        <source>There are no files.</source>
+        <translation>Es gibt keine Dateien.</translation>
+    </message>
+    <message>
+        <source>Files: %1 of %2   Items: %3   Hits: %4   Time: %5 s</source>
+        <translation>Dateien: %1 von %2   Items: %3   Treffer: %4   Zeit: %5 s</translation>
+    </message>
+    <message>
+        <source>Skipped, no texts: %1</source>
+        <translation>Übergangen, keine Texte: %1</translation>
+    </message>
+    <message>
+        <source>Not readable: %1</source>
+        <translation>Nicht lesbar: %1</translation>
+    </message>
+</context>
+<context>
     <name>frmGoto</name>
     <message>
         <source>Goto</source>
@@ -387,6 +494,10 @@ Qt %2</translation>
     <message>
         <source>Locked by</source>
         <translation>Gesperrt von</translation>
+    </message>
+    <message>
+        <source>(hashed file)</source>
+        <translation>(Hash-Datei)</translation>
     </message>
     <message>
         <source>(read-only)</source>

@@ -13,6 +13,7 @@ void ProgramDialogs::Load(Program& program)
 {
     program_ = &program;
     resultsModel_ = std::make_unique<ResultsModel>(program.Services());
+    resultsModel_->openPath = [&program](TextView path) { return program.OpenPath(path, false); };
     results_ = std::make_unique<frmResults>(*resultsModel_, store_, &mainWindow_);
     results_->onPrint = [this](frmResults& results) {
         printing_.PrintPages(
@@ -20,6 +21,9 @@ void ProgramDialogs::Load(Program& program)
     };
     engine_ = std::make_unique<FindEngine>(program.Services(), *results_, program.EditorSettings().RecentSearches);
     find_ = std::make_unique<frmFind>(*engine_, &mainWindow_);
+    accountFind_ =
+        std::make_unique<AccountFind>(program.Services(), timers_, store_, program.EditorSettings().RecentSearches);
+    findAccount_ = std::make_unique<frmFindAccount>(*accountFind_, &mainWindow_);
     goto_ = std::make_unique<frmGoto>(program.Services(), &mainWindow_);
     program.Services().results = results_.get();
 }
@@ -29,6 +33,8 @@ void ProgramDialogs::Unload()
     if (program_) program_->Services().results = nullptr;
     help_.reset();
     goto_.reset();
+    findAccount_.reset();
+    accountFind_.reset();
     find_.reset();
     engine_.reset();
     if (results_) results_->Unload();
@@ -42,6 +48,7 @@ void ProgramDialogs::Show(Form form, mvDocument* document)
     case Form::Find: find_->Find(); break;
     case Form::FindNext: find_->FindNext(); break;
     case Form::Replace: find_->Replace(); break;
+    case Form::FindInAccount: findAccount_->ShowDialog(); break;
     case Form::Results: results_->ShowResults({}); break;
     case Form::About: ShowAboutBox(&mainWindow_); break;
     case Form::Properties: frmProperties(&mainWindow_).ShowDialog(*document, program_->Place().now); break;

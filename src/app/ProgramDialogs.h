@@ -2,7 +2,9 @@
 // The forms beside the main window, and what commands want of them.
 
 #include "persistence/settings/SettingsModel.h"
+#include "platform/qt/QtDesktop.h"
 #include "search/frmFind.h"
+#include "search/frmFindAccount.h"
 #include "search/frmResults.h"
 #include "shell/frame/frmMain.h"
 #include "shell/help/QtHelpWindow.h"
@@ -39,6 +41,9 @@ private:
     std::unique_ptr<frmResults> results_;
     std::unique_ptr<FindEngine> engine_;
     std::unique_ptr<frmFind> find_;
+    QtTimers timers_;
+    std::unique_ptr<AccountFind> accountFind_;
+    std::unique_ptr<frmFindAccount> findAccount_;
     std::unique_ptr<frmGoto> goto_;
     std::unique_ptr<HelpWindow> help_;
 };

@@ -120,6 +120,15 @@ public:
     virtual void ResetResults(TextView title) = 0;
     /// Appends one line, highlighted from a column on or, where nothing is, emphasised as the header of a document.
     virtual void AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis) = 0;
+    /// Appends the header of an item by its path, open or not.
+    virtual void AddItemHeader(TextView text, TextView /*path*/) { AddResultLine(text, 0, 0, true); }
+    /// Appends a line that leads to one of the item above, 1-based.
+    virtual void AddItemLine(TextView text, int32_t highlightStart, int32_t highlightLength, int32_t /*line*/)
+    {
+        AddResultLine(text, highlightStart, highlightLength, false);
+    }
+    /// Another one once the contents have been replaced: what was being listed is gone.
+    virtual int32_t ListNumber() const { return 0; }
 };
 
 /// Shared by all documents; outlives them.
@@ -140,6 +149,7 @@ struct DocumentServices {
     int32_t openCount = 0;
     /// Null until there is such a window.
     ResultsWindow* results = nullptr;
+    ItemPlace compiled{}; ///< the item that the host compiled last, and printed of what the results show
 };
 
 // States of the program that a document must never leave behind, whatever way it goes.

@@ -192,4 +192,9 @@ std::shared_ptr<mvItem> HostConnection::OpenServerForPath(TextView path, bool re
     return links_.Find(place.serverName).Open(place, readOnly, lock);
 }
 
+std::unique_ptr<ItemReader> HostConnection::Reader(const ItemPlace& account)
+{
+    return links_.Find(account.serverName).Reader(account);
+}
+
 } // namespace nib

@@ -1,6 +1,7 @@
 #include "hosts/mvConnect.h"
 
 #include "base/Error.h"
+#include "hosts/ItemReader.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 
@@ -112,6 +113,16 @@ bool IsSameItem(const mvItem& a, const mvItem& b)
     if (a.Provider() == kFileProvider) return IsSameFile(a.Path(), b.Path());
     return IsSameHost(a.ServerName(), b.ServerName()) && a.Database() == b.Database() && a.Folder() == b.Folder() &&
            a.ItemID() == b.ItemID();
+}
+
+std::unique_ptr<ItemReader> RefuseReader(const ItemPlace& account)
+{
+    throw Error(error_number::kStorage, u"The account " + account.database + u" cannot be searched.");
+}
+
+std::unique_ptr<ItemReader> mvConnection::Reader(const ItemPlace& account)
+{
+    return RefuseReader(account);
 }
 
 bool IsLocalPath(TextView path)

@@ -88,7 +88,7 @@ struct ItemNames {
     Text displayPath; ///< for the user to read
 };
 
-class StoredText;
+class StoredForm;
 
 /// What has become of an item's storage since the item was read or written.
 enum class StoredState : uint8_t { Same, Changed, Gone, Unknown };
@@ -123,13 +123,15 @@ public:
     virtual bool Supports(int32_t /*code*/) { return false; }
     /// Asked as often as one likes: as long as nothing changes it costs no more than a look at the file's times.
     virtual StoredState State() { return StoredState::Same; }
+    /// The same with certainty, right before a save: a host may be asked. Throws Error.
+    virtual StoredState StateToSave() { return State(); }
     /// The user knows of what has become of it: that is no change any more, and what a write replaces.
     virtual void AcceptState() {}
     /// Tells the stored text, as it was last read or written, from others, also in another run of the program; empty
     /// when nothing can.
     virtual Text Version() { return {}; }
-    /// The file that it is, where it is one. Owned by the item.
-    virtual StoredText* Storage() { return nullptr; }
+    /// How its text stands in storage. Owned by the item.
+    virtual StoredForm* Form() { return nullptr; }
     /// Null for a local file. Owned by the item.
     virtual mvSession* Session() { return nullptr; }
 
@@ -157,6 +159,10 @@ private:
 /// Two objects that stand for one stored item.
 bool IsSameItem(const mvItem& a, const mvItem& b);
 
+class ItemReader;
+/// Where accounts cannot be searched: throws.
+std::unique_ptr<ItemReader> RefuseReader(const ItemPlace& account);
+
 /// What a call of the picker offers.
 struct SelectRequest {
     Text mode;      ///< "Open", "Save", "Export" or "Import": the title, and whether an existing item is asked for
@@ -180,6 +186,8 @@ public:
     virtual std::vector<SelectedItem> SelectItems(const SelectRequest& request, mvItem* start) = 0;
     /// Throws kLocked, kLockedElsewhere or kNoUpdate when `lock` is set, `readOnly` is not, and the lock cannot be had.
     virtual std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) = 0;
+    /// For a search in all items of the account of the place. Throws Error when it cannot be searched.
+    virtual std::unique_ptr<ItemReader> Reader(const ItemPlace& account);
 
     // The text of a place is the same for all connections.
     Text ComposeHostPath(const ItemPlace& place) const { return nib::ComposeHostPath(place); }

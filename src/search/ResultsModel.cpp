@@ -1,6 +1,7 @@
 #include "search/ResultsModel.h"
 
 #include "diagnostics/Guarded.h"
+#include "documents/CompilerOutput.h"
 #include "persistence/store/SettingsStore.h"
 #include "text/Units.h"
 
@@ -59,12 +60,19 @@ void ResultsModel::Append(TextView line, const ResultsLine& style)
     text_ += line;
 }
 
+void ResultsModel::Clear(bool hasHeaders)
+{
+    text_.clear();
+    rows_.clear();
+    paths_.clear();
+    hasHeaders_ = hasHeaders;
+    ++listNumber_;
+}
+
 void ResultsModel::ShowResults(TextView text)
 {
     if (text.empty()) return;
-    text_.clear();
-    rows_.clear();
-    hasHeaders_ = false;
+    Clear(false);
     for (bool more = true; more;) {
         size_t end = text.find_first_of(u"\r\n");
         more = end != TextView::npos;
@@ -76,9 +84,7 @@ void ResultsModel::ShowResults(TextView text)
 
 void ResultsModel::ResetResults(TextView title)
 {
-    text_.clear();
-    rows_.clear();
-    hasHeaders_ = true;
+    Clear(true);
     ResultsLine style;
     style.bold = true;
     Append(title, style);
@@ -96,6 +102,18 @@ void ResultsModel::AddResultLine(TextView text, int32_t highlightStart, int32_t 
     text_ += u'\n';
     Append(text, style);
     text_ += u' ';
+}
+
+void ResultsModel::AddItemHeader(TextView text, TextView path)
+{
+    AddResultLine(text, 0, 0, true);
+    paths_.emplace(LineCount() - 1, path);
+}
+
+void ResultsModel::AddItemLine(TextView text, int32_t highlightStart, int32_t highlightLength, int32_t line)
+{
+    AddResultLine(text, highlightStart, highlightLength, false);
+    rows_.back().sourceLine = line;
 }
 
 TextView ResultsModel::LineText(int32_t line) const
@@ -137,6 +155,8 @@ void ResultsModel::JumpToSource(Position caret, TextView selected)
     Guarded(
         services_.log, u"frmResults.DblClkTimer_Timer",
         [&] {
+            if (!paths_.empty()) return JumpToItem(caret.line);
+            if (!hasHeaders_ && JumpByOutput(caret.line)) return;
             int32_t line = SourceLine(caret, selected);
             if (line <= 0) return;
             auto document = DocumentAbove(caret);
@@ -145,6 +165,29 @@ void ResultsModel::JumpToSource(Position caret, TextView selected)
             document->Activate();
         },
         [](const Error&) {});
+}
+
+bool ResultsModel::JumpByOutput(int32_t line)
+{
+    if (line < 0 || line >= LineCount()) return false;
+    const OutputTarget target = TargetOfOutput(text_, rows_[static_cast<size_t>(line)].start);
+    if (target.kind != OutputTarget::Kind::Program) return target.kind == OutputTarget::Kind::Nowhere;
+    const std::optional<SourcePlace> place = FindSource(services_, target, services_.compiled);
+    if (!place || !openPath) return false;
+    if (!openPath(place->path)) return true;
+    if (auto document = services_.openDocuments.ById(services_.frame.ActiveDocument())) document->GotoLine(place->line);
+    return true;
+}
+
+void ResultsModel::JumpToItem(int32_t line)
+{
+    auto header = paths_.upper_bound(line);
+    if (line < 0 || line >= LineCount() || header == paths_.begin()) return;
+    --header;
+    const int32_t target = rows_[static_cast<size_t>(line)].sourceLine;
+    const bool leads = target > 0 || header->first == line;
+    if (!leads || !openPath || !openPath(header->second) || target == 0) return;
+    if (auto document = services_.openDocuments.ById(services_.frame.ActiveDocument())) document->GotoLine(target);
 }
 
 Text ResultsModel::FontName() const

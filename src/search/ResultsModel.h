@@ -2,6 +2,9 @@
 #include "documents/mvDocument.h"
 #include "persistence/store/SettingsStore.h"
 
+#include <functional>
+#include <map>
+
 namespace nib {
 
 /// How a line of the results is shown.
@@ -31,6 +34,12 @@ public:
     void ShowResults(TextView text);
     void ResetResults(TextView title);
     void AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis);
+    void AddItemHeader(TextView text, TextView path);
+    void AddItemLine(TextView text, int32_t highlightStart, int32_t highlightLength, int32_t line);
+    int32_t ListNumber() const { return listNumber_; }
+
+    /// Opens the item of a path, or brings its window to the front; false when it did not.
+    std::function<bool(TextView path)> openPath;
 
     /// Lines joined with LF.
     const Text& Contents() const { return text_; }
@@ -51,16 +60,25 @@ private:
     struct Row {
         size_t start;
         ResultsLine style;
+        int32_t sourceLine = 0; ///< of the item that a header above names by its path
     };
 
+    void Clear(bool hasHeaders);
     void Append(TextView line, const ResultsLine& style);
     /// The document whose header is the nearest at or above the line, else the active one.
     std::shared_ptr<mvDocument> DocumentAbove(Position caret) const;
 
+    /// True when that settles where the line leads, be it nowhere.
+    bool JumpByOutput(int32_t line);
+    /// Where lines lead into items by their paths.
+    void JumpToItem(int32_t line);
+
     DocumentServices& services_;
     Text text_;
     std::vector<Row> rows_{Row{}};
+    std::map<int32_t, Text> paths_; ///< by the line of the header
     bool hasHeaders_ = false;
+    int32_t listNumber_ = 0;
 };
 
 /// Where the results window comes up: as large as it was kept, unless that exceeds the main window, in whose bottom

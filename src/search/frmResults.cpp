@@ -259,6 +259,18 @@ void frmResults::AddResultLine(TextView text, int32_t highlightStart, int32_t hi
     Changed();
 }
 
+void frmResults::AddItemHeader(TextView text, TextView path)
+{
+    model_.AddItemHeader(text, path);
+    Changed();
+}
+
+void frmResults::AddItemLine(TextView text, int32_t highlightStart, int32_t highlightLength, int32_t line)
+{
+    model_.AddItemLine(text, highlightStart, highlightLength, line);
+    Changed();
+}
+
 void frmResults::Changed()
 {
     if (!filled_) return;
@@ -270,7 +282,23 @@ void frmResults::FillIn()
 {
     fillTimer_.stop();
     if (std::exchange(filled_, true)) return;
-    txResults_->setPlainText(ShownText(model_.Contents()));
+    const TextView contents = model_.Contents();
+    const bool grows = std::exchange(shownList_, model_.ListNumber()) == model_.ListNumber();
+    const size_t shown = std::exchange(shownUnits_, contents.size());
+    if (grows) {
+        // What is read and selected meanwhile stays where it is.
+        QTextCursor kept = txResults_->textCursor();
+        kept.setKeepPositionOnInsert(true);
+        QTextCursor end(txResults_->document());
+        end.movePosition(QTextCursor::End);
+        end.insertText(ShownText(contents.substr(shown)));
+        if (kept != txResults_->textCursor()) {
+            kept.setKeepPositionOnInsert(false);
+            txResults_->setTextCursor(kept);
+        }
+        return;
+    }
+    txResults_->setPlainText(ShownText(contents));
     txResults_->horizontalScrollBar()->setValue(0);
 }
 

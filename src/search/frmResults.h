@@ -26,6 +26,9 @@ public:
     void ShowResults(TextView text) override;
     void ResetResults(TextView title) override;
     void AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis) override;
+    void AddItemHeader(TextView text, TextView path) override;
+    void AddItemLine(TextView text, int32_t highlightStart, int32_t highlightLength, int32_t line) override;
+    int32_t ListNumber() const override { return model_.ListNumber(); }
 
     void SetFont();
     /// Keeps the size for the next run.
@@ -61,6 +64,8 @@ private:
     QTimer fillTimer_;
     bool positioned_ = false;
     bool filled_ = true;
+    int32_t shownList_ = -1; ///< whose lines are in the box
+    size_t shownUnits_ = 0;  ///< of its contents
 };
 
 } // namespace nib

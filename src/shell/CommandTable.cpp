@@ -261,6 +261,7 @@ constexpr CommandRow kRows[] = {
     {u"Find", Show<Form::Find>, HasDocument},
     {u"FindNext", Show<Form::FindNext>, HasDocument},
     {u"Replace", Show<Form::Replace>, HasDocument},
+    {u"FindInAccount", Show<Form::FindInAccount>, Always},
     {u"NavBack", [](CommandContext& c) { c.program.History().NavigateBack(c.document.get()); }, CanBack},
     {u"NavForward", [](CommandContext& c) { c.program.History().NavigateForward(c.document.get()); }, CanForward},
     {u"ToggleBookmark", ToggleBookmark, HasView},

@@ -39,8 +39,14 @@ public:
     TextSearch(TextView text, FindOptions options);
     /// False when nothing can ever match: an empty text, or one with line breaks.
     bool CanMatch() const { return possible_; }
+    size_t Length() const { return needle_.size(); }
     bool Forward(const LineStore& lines, Position from, FindHit& hit) const;
     bool Backward(const LineStore& lines, Position from, FindHit& hit) const;
+    /// The first place in a text with line breaks, from a unit on; npos when there is none.
+    size_t In(TextView text, size_t from) const
+    {
+        return possible_ && from < text.size() ? FindIn({text.data(), text.size(), true}, from) : TextView::npos;
+    }
 
 private:
     static constexpr size_t kNone = static_cast<size_t>(-1);

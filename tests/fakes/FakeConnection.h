@@ -2,6 +2,7 @@
 // Items in memory, with locks, and failures on demand.
 
 #include "base/Error.h"
+#include "hosts/ItemReader.h"
 #include "hosts/mvConnect.h"
 
 #include <algorithm>
@@ -186,9 +187,14 @@ public:
         if (lock && !readOnly && item->IsItem()) item->LockItem(true);
         return item;
     }
+    std::unique_ptr<ItemReader> Reader(const ItemPlace& account) override
+    {
+        return reader ? reader(account) : mvConnection::Reader(account);
+    }
     FakeStore store;
-    std::deque<std::optional<Error>> openFailures; ///< one a call; an empty one lets it through
-    std::deque<std::vector<SelectedItem>> picks;   ///< answers of the picker; none left: cancelled
+    std::function<std::unique_ptr<ItemReader>(const ItemPlace&)> reader; ///< makes those of all accounts
+    std::deque<std::optional<Error>> openFailures;                       ///< one a call; an empty one lets it through
+    std::deque<std::vector<SelectedItem>> picks; ///< answers of the picker; none left: cancelled
     std::function<void()> whilePicking;
     std::vector<OpenCall> opens;
     std::vector<std::pair<SelectRequest, Text>> requests; ///< with the start's path

@@ -11,10 +11,18 @@ namespace nib::test {
 struct FakeResults final : ResultsWindow {
     void ShowResults(TextView text) override
     {
-        if (!text.empty()) lines = {Text(text)};
+        if (!text.empty()) {
+            lines = {Text(text)};
+            ++lists;
+        }
         ++shown;
     }
-    void ResetResults(TextView title) override { lines = {u"= " + Text(title)}; }
+    void ResetResults(TextView title) override
+    {
+        lines = {u"= " + Text(title)};
+        ++lists;
+    }
+    int32_t ListNumber() const override { return lists; }
     void AddResultLine(TextView text, int32_t start, int32_t length, bool emphasis) override
     {
         Text line(text);
@@ -25,6 +33,7 @@ struct FakeResults final : ResultsWindow {
 
     std::vector<Text> lines;
     int32_t shown = 0;
+    int32_t lists = 0;
 };
 
 struct TestSearch {

@@ -96,6 +96,34 @@ def the_second_copy_asks_for_read_only(desktop):
     expect_file(item, b"y" + before)
 
 
+def finds_and_replaces_in_the_account(desktop):
+    folder = desktop.sample_accounts() / "BP"
+    (folder / "FIRST").write_bytes(b"one\ntwo needle\n")
+    (folder / "SECOND").write_bytes(b"needle 7 needle\n")
+    (folder / "OBJECT").write_bytes(b"needle\0\n")
+    desktop.start("/A=DEMO", "/F=BP", "/I=SECOND", shows=r"\[BP SECOND on ")
+    desktop.keys("ctrl+shift+f", shows=r"^Find in Account$")
+    desktop.type_text("NEEDLE")
+    desktop.keys("Return", shows=r"^Results$")
+    desktop.keys("ctrl+Home", "Down", "Down", "Down", "ctrl+Return", shows=r"\[BP FIRST on ")
+    desktop.type_text("!")
+    desktop.keys("ctrl+s")
+    expect_file(folder / "FIRST", b"one\n!two needle\n")
+    desktop.keys("ctrl+F4", shows=r"\[BP SECOND on ")
+    desktop.keys("ctrl+shift+f", shows=r"^Find in Account$")
+    desktop.type_text("needle")
+    desktop.keys("alt+p")
+    desktop.type_text("pin")
+    desktop.keys("alt+r")
+    desktop.wait_box()
+    desktop.keys("alt+y", shows=r"^Results$")
+    expect_file(folder / "FIRST", b"one\n!two pin\n")
+    expect_equal((folder / "SECOND").read_bytes(), b"needle 7 needle\n", "what is open is not saved")
+    desktop.keys("Escape", shows=r"\[\*BP SECOND on ")
+    desktop.keys("ctrl+s")
+    expect_file(folder / "SECOND", b"pin 7 pin\n")
+
+
 def answers_on_the_terminal(desktop):
     for word, answer in (("--version", "nibpad71 "), ("--help", "Usage: nibpad71")):
         program = desktop.start(word, DISPLAY="")
@@ -107,4 +135,4 @@ def answers_on_the_terminal(desktop):
 if __name__ == "__main__":
     lib.run(a_local_file_with_mixed_ends_and_tabs, closing_asks_about_changes, saves_a_new_document_through_the_picker,
             a_name_that_is_no_utf8_opens_and_an_unknown_switch_is_told, a_folder_that_vanishes_keeps_the_document,
-            the_second_copy_asks_for_read_only, answers_on_the_terminal)
+            the_second_copy_asks_for_read_only, finds_and_replaces_in_the_account, answers_on_the_terminal)

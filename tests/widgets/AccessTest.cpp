@@ -1,6 +1,7 @@
 // Every form by its names, its Tab order and its access keys, and the frame as a screen reader is told of it.
 
 #include "fakes/FakeBrowser.h"
+#include "fakes/FakeReader.h"
 #include "fakes/FakeSearch.h"
 #include "fakes/FakeSettingsApplied.h"
 #include "fakes/TestRecovery.h"
@@ -8,8 +9,10 @@
 #include "persistence/recovery/frmAutoRecover.h"
 #include "persistence/settings/frmSettings.h"
 #include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtWaitNotice.h"
 #include "platform/qt/QtText.h"
 #include "search/frmFind.h"
+#include "search/frmFindAccount.h"
 #include "search/frmResults.h"
 #include "shell/QtMessageBoxes.h"
 #include "shell/frame/frmProperties.h"
@@ -96,6 +99,15 @@ TEST_P(FormAccessTest, SearchForms)
         replace ? form.Replace() : form.Find();
         ExpectAccessible(form);
     }
+    TestAccountFind account;
+    account.Item(u"BP/A", u"x");
+    frmFindAccount form(account.find);
+    form.ShowDialog();
+    ASSERT_TRUE(account.Until([&] { return !account.find.Dialog().readsFiles; }));
+    account.find.Dialog().findText = u"x";
+    form.ShowDialog();
+    ASSERT_TRUE(account.Until([&] { return !account.find.Dialog().readsFiles; }));
+    ExpectAccessible(form);
 }
 
 TEST_P(FormAccessTest, ItemPicker)

@@ -1,9 +1,11 @@
+#include "fakes/FakeReader.h"
 #include "fakes/FakeSearch.h"
 #include "fakes/MemorySettings.h"
 #include "fakes/Patience.h"
 #include "platform/qt/QtText.h"
 #include "printing/QtPrintingSurface.h"
 #include "search/frmFind.h"
+#include "search/frmFindAccount.h"
 #include "search/frmResults.h"
 #include "widgets/Keys.h"
 
@@ -12,6 +14,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -228,6 +231,16 @@ TEST_F(ResultsFormTest, Keys)
     EXPECT_FALSE(Form().isVisible());
 }
 
+TEST_F(ResultsFormTest, AListGrowsUnderTheReader)
+{
+    List();
+    Key(Qt::Key_A, Qt::ControlModifier);
+    Form().AddResultLine(u"0003 three", 5, 3, false);
+    QTest::qWait(1);
+    EXPECT_EQ(ViewOf(Box()->toPlainText()), model.Contents());
+    EXPECT_EQ(Box()->textCursor().selectionEnd() + 13, Box()->document()->characterCount()) << "what was selected";
+}
+
 TEST_F(ResultsFormTest, SeparatorsInALineDoNotBreakIt)
 {
     Form().ResetResults(u"T");
@@ -251,6 +264,75 @@ TEST_F(ResultsFormTest, Font)
     EXPECT_EQ(search.Settings().ResultsFontSize, u"14");
     EXPECT_EQ(Box()->font().pointSizeF(), 14);
     EXPECT_FALSE(Form().findChild<QAction*>(QStringLiteral("Print"))->isEnabled()) << "nobody to print";
+}
+
+struct FindAccountFormTest : testing::Test, TestAccountFind {
+    FindAccountFormTest()
+    {
+        Item(u"BP/A", u"one\r\nx = 1");
+        Item(u"DATA/D", u"x");
+        form.ShowDialog();
+        QApplication::setActiveWindow(&form);
+        QTest::qWait(1);
+        EXPECT_TRUE(Until([this] { return !find.Dialog().readsFiles; }));
+    }
+    template <typename Button>
+    Button& By(const char* text)
+    {
+        return *ByText<Button>(form, text);
+    }
+
+    frmFindAccount form{find};
+};
+
+TEST_F(FindAccountFormTest, KeysAlone)
+{
+    const auto* files = form.findChild<QListWidget*>();
+    ASSERT_EQ(files->count(), 2);
+    EXPECT_FALSE(By<QPushButton>("&Find").isEnabled()) << "for nothing";
+    Type("X");
+    AccessKey(Qt::Key_M);
+    EXPECT_TRUE(find.Dialog().matchCase);
+    AccessKey(Qt::Key_M);
+    AccessKey(Qt::Key_W);
+    EXPECT_TRUE(find.Dialog().wholeWord);
+    AccessKey(Qt::Key_L);
+    Key(Qt::Key_Down);
+    Key(Qt::Key_Space);
+    EXPECT_FALSE(find.Dialog().files[1].chosen);
+    AccessKey(Qt::Key_I);
+    Type("a*");
+    EXPECT_EQ(find.Dialog().pattern, u"a*");
+    Key(Qt::Key_Return);
+    EXPECT_TRUE(Until([this] { return IsIdle(); }));
+    EXPECT_TRUE(Listed(u"0002 [x] = 1"));
+    EXPECT_FALSE(Listed(u"# DATA D"));
+    EXPECT_FALSE(form.isVisible()) << "the list is what is wanted now";
+    EXPECT_EQ(results.shown, 1);
+}
+
+TEST_F(FindAccountFormTest, EscapeStopsThenCloses)
+{
+    hooks[{u"DATA", u"D"}] = [this] { last->stopped.Wait(); };
+    Type("x");
+    AccessKey(Qt::Key_F);
+    EXPECT_TRUE(Until([this] { return find.Dialog().listed; }));
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_FALSE(By<QPushButton>("&Replace...").isEnabled());
+    EXPECT_TRUE(By<QPushButton>("&Stop").isEnabled());
+    Key(Qt::Key_Escape);
+    EXPECT_TRUE(IsIdle());
+    EXPECT_TRUE(form.isVisible()) << "with how far it came";
+    By<QPushButton>("Non&e").click();
+    EXPECT_FALSE(By<QPushButton>("&Find").isEnabled());
+    AccessKey(Qt::Key_A);
+    AccessKey(Qt::Key_C);
+    Type("NONE");
+    Key(Qt::Key_Tab);
+    EXPECT_TRUE(Until([this] { return !find.Dialog().readsFiles; }));
+    EXPECT_EQ(form.findChild<QListWidget*>()->count(), 0);
+    Key(Qt::Key_Escape);
+    EXPECT_FALSE(form.isVisible());
 }
 
 } // namespace

@@ -16,7 +16,8 @@ Keys operator+(Keys keys, const Keys& more)
 }
 
 const Keys kDesign{u"New",         u"Open",          u"Exit",       u"Settings", u"Results",
-                   u"ViewToolbar", u"ViewStatusbar", u"HelpTopics", u"HelpAbout"};
+                   u"ViewToolbar", u"ViewStatusbar", u"HelpTopics", u"HelpAbout",
+                   u"FindInAccount"};
 const Keys kWithDocument{u"Close",          u"Print",        u"Properties",   u"DeleteLine",     u"SelectAll",
                          u"IndentBlock",    u"OutdentBlock", u"CommentBlock", u"UncommentBlock", u"Find",
                          u"FindNext",       u"Replace",      u"Goto",         u"ToggleBookmark", u"ClearAllBookmarks",

@@ -1,0 +1,97 @@
+#include "hosts/accounts/AccountReader.h"
+
+#include "hosts/ItemBrowser.h"
+#include "platform/posix/FileName.h"
+
+#include <algorithm>
+
+#include <fcntl.h>
+
+namespace nib {
+
+namespace {
+
+constexpr int64_t kBlock = 1 << 20;
+constexpr int64_t kSmallBlock = 1 << 12;
+
+/// By id, as they are shown, what stands in a folder.
+std::vector<std::pair<Text, std::string>> Named(const std::string& folder, bool folders)
+{
+    std::vector<std::pair<Text, std::string>> named;
+    for (FolderEntry& found : ListFolder(folder)) {
+        if (found.isFolder != folders) continue;
+        if (std::optional<Text> id = DecodeName(found.name)) named.emplace_back(std::move(*id), std::move(found.name));
+    }
+    std::sort(named.begin(), named.end(), [](auto& a, auto& b) { return ComesBefore(a.first, b.first); });
+    return named;
+}
+
+std::vector<Text> Ids(const std::vector<std::pair<Text, std::string>>& named)
+{
+    std::vector<Text> ids;
+    for (const auto& [id, name] : named)
+        if (ids.empty() || ids.back() != id) ids.push_back(id);
+    return ids;
+}
+
+[[noreturn]] void Refuse(const std::string& path, int error)
+{
+    throw SystemFailure(FromFileName(path) + u" cannot be read", error);
+}
+
+} // namespace
+
+void AccountReader::CheckStopped() const
+{
+    if (stopped_) throw Error(error_number::kStorage, u"The search was stopped.");
+}
+
+std::vector<Text> AccountReader::Files()
+{
+    CheckStopped();
+    return nib::Ids(Named(store_.AccountFolder(account_), true));
+}
+
+std::vector<Text> AccountReader::Ids(TextView file)
+{
+    CheckStopped();
+    folder_ = store_.FileFolder(account_, file);
+    const auto named = Named(folder_, false);
+    names_ = {named.begin(), named.end()};
+    return nib::Ids(named);
+}
+
+std::optional<Text> AccountReader::Read(TextView file, TextView id)
+{
+    CheckStopped();
+    const auto known = names_.find(Text(id));
+    const std::string name = known == names_.end() ? FindName(folder_, id) : known->second;
+    if (!ReadBytes(folder_ + "/" + name)) return std::nullopt;
+    TextForm form;
+    return store_.Coding().Decode(bytes_, form, Text(file) + u" " + Text(id));
+}
+
+bool AccountReader::ReadBytes(const std::string& path)
+{
+    bytes_.clear();
+    // A pipe must not block before it is known to be one.
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!file || fstat(file.Get(), &status) != 0) Refuse(path, errno);
+    if (!S_ISREG(status.st_mode)) return false;
+    for (;;) {
+        CheckStopped();
+        const size_t size = bytes_.size();
+        const int64_t left = status.st_size - static_cast<int64_t>(size) + 1;
+        bytes_.resize(size + static_cast<size_t>(std::clamp(left, kSmallBlock, kBlock)));
+        const ssize_t n = read(file.Get(), bytes_.data() + size, bytes_.size() - size);
+        const int error = n < 0 ? errno : 0;
+        bytes_.resize(size + static_cast<size_t>(std::max<ssize_t>(n, 0)));
+        if (n < 0 && error != EINTR) Refuse(path, error);
+        if (n == 0) return true;
+        if (bytes_.find('\0', size) != std::string::npos) return false;
+        if (bytes_.size() > kLargestText) throw Error(error_number::kStorage, FromFileName(path) + u" is too large.");
+    }
+}
+
+} // namespace nib
