@@ -314,6 +314,7 @@ void AccountFind::ShowList()
 bool AccountFind::MayReplace()
 {
     dialog_.state = FindingState::Asking;
+    if (onChange) onChange();
     const Text question = u"Replace " + Decimal(dialog_.counts.hits) + u" occurrences in " +
                           Decimal(static_cast<int64_t>(found_.size())) + u" items of account " + place_.database +
                           u"?\n\nItems that are open are changed in their windows and not saved. All others are saved "
