@@ -496,6 +496,10 @@ Qt %2</translation>
         <translation>Gesperrt von</translation>
     </message>
     <message>
+        <source>(hashed file)</source>
+        <translation>(Hash-Datei)</translation>
+    </message>
+    <message>
         <source>(read-only)</source>
         <translation>(schreibgeschützt)</translation>
     </message>

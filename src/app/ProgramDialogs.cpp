@@ -13,13 +13,13 @@ void ProgramDialogs::Load(Program& program)
 {
     program_ = &program;
     resultsModel_ = std::make_unique<ResultsModel>(program.Services());
+    resultsModel_->openPath = [&program](TextView path) { return program.OpenPath(path, false); };
     results_ = std::make_unique<frmResults>(*resultsModel_, store_, &mainWindow_);
     results_->onPrint = [this](frmResults& results) {
         printing_.PrintPages(
             results.windowTitle(), [&](const Paper& paper) { results.PrintTo(paper); }, &results);
     };
     engine_ = std::make_unique<FindEngine>(program.Services(), *results_, program.EditorSettings().RecentSearches);
-    resultsModel_->openPath = [&program](TextView path) { return program.OpenPath(path, false); };
     find_ = std::make_unique<frmFind>(*engine_, &mainWindow_);
     accountFind_ =
         std::make_unique<AccountFind>(program.Services(), timers_, store_, program.EditorSettings().RecentSearches);

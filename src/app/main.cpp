@@ -6,7 +6,11 @@
 #include "hosts/HostConnection.h"
 #include "hosts/accounts/AccountLink.h"
 #include "hosts/accounts/AccountStore.h"
+#include "hosts/accounts/ServerAccounts.h"
 #include "hosts/accounts/VerbTrust.h"
+#include "hosts/network/ClearTextTrust.h"
+#include "hosts/network/NetworkLink.h"
+#include "hosts/network/QtPasswords.h"
 #include "hosts/picker/frmItemPicker.h"
 #include "persistence/store/QtSettingsHive.h"
 #include "persistence/store/modPersistSettings.h"
@@ -18,6 +22,7 @@
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtEndRequests.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/QtWaitNotice.h"
 #include "printing/QtPrinting.h"
 #include "shell/Program.h"
 #include "shell/QtMessageBoxes.h"
@@ -38,6 +43,7 @@ using namespace nib;
 
 /// Copies of what a user is at work on are nobody else's business.
 constexpr mode_t kUserOnly = 0600;
+constexpr std::chrono::seconds kLookAtHosts{5};
 
 std::optional<Text> EnvironmentValue(TextView name)
 {
@@ -91,8 +97,7 @@ StartMode HowStarted(int argc)
 /// What went wrong, for the user to read once there is a window; empty when nothing did.
 Text MakeSampleAccount(const Text& dataFolder, const HostConfig& config)
 {
-    auto failure =
-        FailureOf([&] { InstallSampleAccount(dataFolder + u"/accounts/DEMO", FromUtf8(config.Find(u"*").root)); });
+    auto failure = FailureOf([&] { InstallSampleAccount(dataFolder + u"/accounts/DEMO", config); });
     return failure ? failure->description : Text();
 }
 
@@ -110,6 +115,27 @@ public:
 
 private:
     DBusServer& server_;
+};
+
+/// Brings news of hosts to the program, for as long as there is one.
+class HostNews {
+public:
+    void Tell(const Text& what, const Text& why)
+    {
+        if (program_) program_->Trouble(what, why);
+    }
+    /// From now on, until the answer goes.
+    [[nodiscard]] auto Follow(Program& program, HostConnection& connection, Timers& timers)
+    {
+        program_ = &program;
+        const auto forget = [this](Program*) { program_ = nullptr; };
+        watch_ = timers.Every(kLookAtHosts, [&connection] { connection.Look(); });
+        return std::unique_ptr<Program, decltype(forget)>(&program, forget);
+    }
+
+private:
+    Program* program_ = nullptr;
+    std::unique_ptr<Timers::Timer> watch_;
 };
 
 /// What ties windows to the desktop entry and lets an icon theme replace the program's icon.
@@ -148,7 +174,18 @@ int main(int argc, char** argv)
     SettingsFiles settings(hosts.backupFolder, places.settings);
     VerbTrust trust(settings.Store(), boxes);
     const auto mayRun = [&](TextView account, TextView command) { return trust.MayRun(account, command); };
-    HostConnection connection(hosts, picker, boxes, AccountLinks({places.programs, &notice, mayRun}));
+    QtPasswords passwords(&mainWindow);
+    ClearTextTrust clearText(settings.Store(), boxes);
+    HostNews news;
+    ServerNotice serverNotice(boxes);
+    const auto opened = [&](TextView account, const std::string& folder) { serverNotice.Opened(account, folder); };
+    HostLinkKinds kinds = AccountLinks({places.programs, &notice, mayRun}, opened);
+    kinds.merge(NetworkLinks({&notice,
+                              &passwords,
+                              [&](const HostSettings& host) { return clearText.MayGo(host); },
+                              [&](const Text& what, const Text& why) { news.Tell(what, why); },
+                              {}}));
+    HostConnection connection(hosts, picker, boxes, std::move(kinds));
     PosixSessionToken token(PosixSessionToken::UsualFolders());
     auto views = [&](mvDocument& document) -> std::unique_ptr<clsDocView> {
         return std::make_unique<frmDocument>(mainWindow, clipboard, document);
@@ -167,11 +204,13 @@ int main(int argc, char** argv)
     Program program({connection, boxes, mainWindow, dialogs, views, server, fonts, clipboard, timers, settings.Store(),
                      FileSaver(hosts.backupFolder, kUserOnly), token, FromFileName(LocalDataFolder()), &trace},
                     mode);
+    const auto following = news.Follow(program, connection, timers);
     Serving serving(server, program);
     QtEndRequests ends(
         endSignals.Handle(), [&] { program.KeepAll(); },
         [&] {
             endSignals.Take();
+            notice.StopAll();
             program.EndNow();
             QCoreApplication::exit(EXIT_SUCCESS); // also of the loops of dialogs
         });

@@ -3,6 +3,7 @@
 #include "documents/mvDocument.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace nib {
 
@@ -200,6 +201,36 @@ Text FilterCompileOutput(TextView output)
     return WithoutMiddle(std::move(shown));
 }
 
+namespace {
+
+/// Nothing, or whether the line says that there was no error.
+std::optional<bool> VerdictOf(TextView line)
+{
+    constexpr TextView kCount{u" error(s)"};
+    if (line.ends_with(kCount) && LeadingInt(line) >= 0 && line.front() >= u'0' && line.front() <= u'9')
+        return line == Text(u"0").append(kCount);
+    if (line.starts_with(u"Compiled ") && line.find(u" with errors") != TextView::npos) return false;
+    if (line.starts_with(u"Compiled ") && line.ends_with(u" with no errors")) return true;
+    if (line.ends_with(u" checked, no error found.")) return true;
+    return std::nullopt;
+}
+
+} // namespace
+
+bool IsCleanCompile(TextView output)
+{
+    bool clean = false;
+    for (bool more = true; more;) {
+        const size_t end = output.find_first_of(kLineEnd);
+        const std::optional<bool> verdict = VerdictOf(Trim(output.substr(0, end)));
+        if (verdict == false) return false;
+        clean = clean || verdict == true;
+        more = end != TextView::npos;
+        if (more) output.remove_prefix(end + 1);
+    }
+    return clean;
+}
+
 // Compile: the host's compiler on the saved item.
 
 namespace {
@@ -211,8 +242,17 @@ constexpr TextView kModified = u"Unable to compile un-saved document! Do you wan
                                u"it?";
 constexpr TextView kNoExecute = u"Host does not allow Nib to EXECUTE any utilities. Please enable this feature!";
 constexpr TextView kCompiling = u"Compiling program on host system";
+constexpr TextView kAfterwards = u"Running the command for a clean compile";
 
 } // namespace
+
+Text mvDocument::Execute(mvItem& item, TextView note, TextView command, TextView options)
+{
+    const WaitCursor wait(services_.frame);
+    const StatusNote shown(services_.frame, note);
+    const AutoSaveHold hold(services_.shell);
+    return item.Session()->Execute(BuildCompileCommand(command, options, item.Folder(), item.ItemID()), u"", 0);
+}
 
 bool mvDocument::CanCompile() const
 {
@@ -232,19 +272,19 @@ void mvDocument::Compile()
         services_.shell.ShowMessage(kNoExecute, message_box::kOk);
         return;
     }
-    Text shown;
-    {
-        WaitCursor wait(services_.frame);
-        StatusNote note(services_.frame, kCompiling);
-        AutoSaveHold hold(services_.shell);
-        const Text command = BuildCompileCommand(services_.settings.CompileCommand, services_.settings.CompileOptions,
-                                                 item->Folder(), item->ItemID());
-        shown = FilterCompileOutput(item->Session()->Execute(command, u"", 0));
+    const MvEdit& settings = services_.settings;
+    const Text output = Execute(*item, kCompiling, settings.CompileCommand, settings.CompileOptions);
+    Text shown = FilterCompileOutput(output);
+    if (shown.empty()) shown = kLineEnd;
+    services_.compiled = {item->Provider(), item->ServerName(), item->Database(), item->Folder(), item->ItemID()};
+    if (services_.results) {
+        services_.boxes.Beep();
+        services_.results->ShowResults(shown);
     }
-    if (shown.empty()) shown = u"\r\n";
-    if (!services_.results) return;
-    services_.boxes.Beep();
-    services_.results->ShowResults(shown);
+    if (settings.CleanCompileCommand.empty() || !IsCleanCompile(output)) return;
+    // What the compiler said is there, should this fail.
+    const Text further = FilterCompileOutput(Execute(*item, kAfterwards, settings.CleanCompileCommand, {}));
+    if (services_.results && !further.empty()) services_.results->ShowResults(shown.append(kLineEnd).append(further));
 }
 
 } // namespace nib

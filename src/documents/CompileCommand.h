@@ -14,4 +14,8 @@ Text BuildCompileCommand(TextView command, TextView options, TextView fileName, 
 /// What a terminal would obey is taken out, and of an endless output the middle is left out.
 Text FilterCompileOutput(TextView output);
 
+/// The compiler says itself that it found no error, and nowhere that it did: "0 error(s)" or "with no errors" of one
+/// that counts them, "12 lines checked, no error found." of nib-basic. Of any other nobody knows.
+bool IsCleanCompile(TextView output);
+
 } // namespace nib

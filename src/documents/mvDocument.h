@@ -66,7 +66,8 @@ public:
     void InsValue();
     void InsSubValue();
     void Activate();
-    /// Has the host compile the saved item and shows what it printed. A failure of the host is thrown.
+    /// Has the host compile the saved item and shows what it printed; then the command for a clean compile, if the
+    /// settings have one. A failure of the host is thrown.
     void Compile();
     /// Throws kLabelNotFound.
     void GotoLabel(TextView target);
@@ -149,6 +150,8 @@ private:
     void RememberStored(const Text& stored);
     void WriteFrom(SourceView& source, mvItem& item);
     bool MayOverwrite(mvItem& item);
+    /// The host's answer to a command about the item.
+    Text Execute(mvItem& item, TextView note, TextView command, TextView options);
     bool ConfirmClose();
 
     DocumentServices& services_;

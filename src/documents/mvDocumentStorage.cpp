@@ -4,7 +4,7 @@
 #include "documents/DocumentServices.h"
 #include "documents/Overwriting.h"
 #include "documents/mvDocument.h"
-#include "hosts/StoredText.h"
+#include "hosts/StoredForm.h"
 #include "text/TextSearch.h"
 
 namespace nib {
@@ -179,8 +179,8 @@ Text mvDocument::ReadFrom(mvItem& item)
 /// The lines of what is shown now are those of `stored`.
 void mvDocument::RememberStored(const Text& stored)
 {
-    const StoredText* storage = item_->Storage();
-    stored_.Read(stored, storage ? storage->OddEnds() : std::vector<OddEnd>(), services_.settings.TabSize,
+    const StoredForm* form = item_->Form();
+    stored_.Read(stored, form ? form->OddEnds() : std::vector<OddEnd>(), services_.settings.TabSize,
                  Source()->Document(), services_.lastLineId);
 }
 
@@ -190,9 +190,9 @@ void mvDocument::WriteFrom(SourceView& source, mvItem& item)
     AutoSaveHold hold(services_.shell);
     std::vector<OddEnd> odd;
     const Text text = stored_.Empty() ? NormalizeLineEnds(source.GetText()) : stored_.Written(source.Document(), odd);
-    if (StoredText* storage = item.Storage()) {
-        const StoredText* old = item_ && item_.get() != &item ? item_->Storage() : storage;
-        if (old && (old == storage || storage->TakeForm(*old))) storage->SetOddEnds(std::move(odd));
+    if (StoredForm* form = item.Form()) {
+        const StoredForm* old = item_ && item_.get() != &item ? item_->Form() : form;
+        if (old && (old == form || form->TakeForm(*old))) form->SetOddEnds(std::move(odd));
     }
     item.WriteItem(0, 0, 0, text);
     item.Commit();

@@ -69,6 +69,7 @@ struct MvEdit {
     int16_t IndentUserComment = 2;
     Text CompileCommand = u"BASIC";
     Text CompileOptions;
+    Text CleanCompileCommand; ///< runs once a compile was clean
     clsKeywords Keywords;
     bool RecordLocking = true;
     bool ColorPrinting = false;
@@ -167,6 +168,7 @@ inline constexpr SettingRow kSettings[] = {
     {u"DisableHostConfig", &MvEdit::DisableHostConfig},
     {u"RecentSearch", RecentMember{&MvEdit::RecentSearches, {}}},
     {u"ReopenDocuments", &MvEdit::ReopenDocuments},
+    {u"CleanCompileCommand", &MvEdit::CleanCompileCommand},
 };
 
 /// The row of this name, which must exist.

@@ -54,14 +54,44 @@ void SetKey(HostSettings& host, TextView key, TextView value, const std::string&
         host.verbs[ToUpper(key.substr(kVerbKey.size()))] = value;
 }
 
+/// The names of what there are names for, with blanks between them.
+Text JoinNames(std::initializer_list<TextView> names)
+{
+    Text joined;
+    for (TextView name : names) {
+        if (!joined.empty() && !name.empty()) joined.push_back(u' ');
+        joined += name;
+    }
+    return joined;
+}
+
 } // namespace
+
+ItemNames HostItemNames(ItemPlace place, const Text& sessionAccount, const Text& hostName)
+{
+    // The path leaves the account to the session.
+    const bool any = place.database == kAnyAccount;
+    if (any || (!place.folder.empty() && place.database.empty())) {
+        place.database = place.folder.empty() ? Text() : sessionAccount;
+    }
+    ItemNames names{place, ComposeHostPath(place), place.folder, hostName, {}};
+    if (!place.itemId.empty()) names.itemName += u" " + place.itemId;
+    names.displayPath = JoinNames({any ? TextView() : place.database, place.folder, place.itemId});
+    return names;
+}
+
+Charset CharsetOf(const HostSettings& settings)
+{
+    return settings.charset.empty() ? Charset() : Charset(settings.charset);
+}
 
 HostConfig HostConfig::Parse(TextView text, const std::string& dataFolder, const std::string& configFolder)
 {
     HostConfig config;
     config.backupFolder = dataFolder + "/Orlin/Nib/SaveCopies";
+    config.defaultRoot = dataFolder + "/Orlin/Nib/Accounts";
     HostSettings fresh;
-    fresh.root = dataFolder + "/Orlin/Nib/Accounts";
+    fresh.root = config.defaultRoot;
     fresh.name = MachineName();
     config.hosts.push_back(fresh);
     // By name in lower case: there may be many.
@@ -115,8 +145,6 @@ std::unique_ptr<HostLink> HostLinks::Make(const HostSettings& settings) const
     auto found = kinds_.find(ToLower(settings.kind));
     if (found != kinds_.end()) return found->second(settings, Saver());
     const Text which = u"The host connection \"" + settings.serverName + u"\"";
-    if (EqualsNoCase(settings.kind, u"network"))
-        throw Error(error_number::kStorage, which + u" is a network connection, which is not available.");
     throw Error(error_number::kStorage, which + u" is of the unknown kind \"" + settings.kind + u"\".");
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 #include "base/Text.h"
 #include "hosts/ItemBrowser.h"
+#include "hosts/TextCoding.h"
 #include "hosts/ItemReader.h"
 #include "platform/posix/FileSaver.h"
 
@@ -39,6 +40,7 @@ struct HostSettings {
 /// there even without a section.
 struct HostConfig {
     std::vector<HostSettings> hosts; ///< the default connection first
+    std::string defaultRoot;         ///< of connections that name none
     std::string backupFolder;        ///< for old contents while a file is written in place
     Text fault;                      ///< why the file could not be read, for the user; then all is as without one
 
@@ -49,6 +51,14 @@ struct HostConfig {
     /// Throws kPathNotFound for a connection that is not configured. An empty name is the default one.
     const HostSettings& Find(TextView serverName) const;
 };
+
+/// The account of a path that serves every session.
+inline constexpr TextView kAnyAccount{u"*"};
+/// What an item of an account is called, or a place above it. A path that leaves the account to the session is in
+/// `sessionAccount`, which is empty when there is none.
+ItemNames HostItemNames(ItemPlace place, const Text& sessionAccount, const Text& hostName);
+/// The connection's rules for bytes and characters. Throws Error for a character set that is not known.
+Charset CharsetOf(const HostSettings& settings);
 
 /// The way to one host: what HostConnection and HostBrowser want of a kind of link. Places given to it are its own.
 class HostLink {
@@ -62,6 +72,8 @@ public:
     virtual bool ItemExists(const ItemPlace& place) = 0;
     /// Who holds the item's lock, empty when nobody does.
     virtual Text LockHolder(const ItemPlace& /*place*/) { return {}; }
+    /// From time to time: to notice a connection that was lost.
+    virtual void Look() {}
     /// For a search in all items of an account.
     virtual std::unique_ptr<ItemReader> Reader(const ItemPlace& account) { return RefuseReader(account); }
 };
@@ -79,6 +91,12 @@ public:
     const HostConfig& Config() const { return config_; }
     FileSaver Saver() const { return FileSaver(config_.backupFolder); }
     HostLink& Find(TextView serverName);
+    /// At those that are in use.
+    void Look()
+    {
+        for (auto& [name, link] : links_)
+            if (link) link->Look();
+    }
 
 private:
     std::unique_ptr<HostLink> Make(const HostSettings& settings) const;

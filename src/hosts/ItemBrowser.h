@@ -16,6 +16,7 @@ struct BrowseEntry {
     Text path; ///< path of this place
     bool isItem = false;
     bool readOnly = false;
+    bool isHashed = false; ///< a file that is there, but only its server can list
     Text lockedBy;         ///< empty when free; else who holds the lock, for the user to read
     int64_t size = -1;     ///< bytes, -1 when unknown
     int64_t modified = -1; ///< seconds since the epoch, -1 when unknown

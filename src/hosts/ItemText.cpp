@@ -129,6 +129,17 @@ BreakCount ReadBreaks(std::basic_string_view<Unit> text, TextForm& form, std::ve
     return breaks;
 }
 
+/// Between the bytes of a server's item and lines that end in line feeds, either way.
+void SwapLineMarks(std::string& bytes)
+{
+    for (char& byte : bytes) {
+        if (byte == '\xFE')
+            byte = '\n';
+        else if (byte == '\n')
+            byte = '\xFE';
+    }
+}
+
 [[noreturn]] void RefuseNul(TextView name)
 {
     throw Error(error_number::kStorage, Text(name) + u" is not a text: it holds NUL bytes.");
@@ -150,11 +161,19 @@ TextForm ItemText::NewForm() const
 {
     TextForm form;
     if (configured_) form.coding = CharsetCoding();
-    form.finalBreak = items_;
+    form.finalBreak = kind_ == Kind::Item;
     return form;
 }
 
 Text ItemText::Decode(std::string_view bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd) const
+{
+    if (kind_ != Kind::Server) return DecodeLines(bytes, form, name, odd);
+    std::string lines(bytes);
+    SwapLineMarks(lines);
+    return DecodeLines(lines, form, name, odd);
+}
+
+Text ItemText::DecodeLines(std::string_view bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd) const
 {
     form = NewForm();
     if (odd) odd->clear();
@@ -170,19 +189,19 @@ Text ItemText::Decode(std::string_view bytes, TextForm& form, TextView name, std
         if (form.byteOrderMark) bytes.remove_prefix(kUtf8Mark.size());
     }
     const BreakCount breaks = ReadBreaks(bytes, form, odd);
-    if (items_) bytes = TakeFinalBreak(bytes, form);
+    if (kind_ == Kind::Item) bytes = TakeFinalBreak(bytes, form);
     if (form.coding == TextCoding::Named) {
         if (DecodeNamed(bytes, text)) return text;
         form.coding = TextCoding::Latin1;
     }
     if (form.coding == TextCoding::Utf8) return WidenLines(bytes, breaks, WidenUtf8);
-    return WidenLines(bytes, breaks, items_ ? WidenWithMarks : Widen);
+    return WidenLines(bytes, breaks, IsItem() ? WidenWithMarks : Widen);
 }
 
 bool ItemText::DecodeWide(std::string_view bytes, TextForm& form, Text& text, std::vector<OddEnd>* odd) const
 {
     const bool little = bytes.starts_with(kUtf16LeMark);
-    if (items_ || bytes.size() % 2 != 0 || !(little || bytes.starts_with(kUtf16BeMark))) return false;
+    if (IsItem() || bytes.size() % 2 != 0 || !(little || bytes.starts_with(kUtf16BeMark))) return false;
     Text units(bytes.size() / 2 - 1, u'\0');
     for (size_t i = 0; i < units.size(); ++i) {
         const auto first = static_cast<unsigned char>(bytes[i * 2 + 2]);
@@ -203,12 +222,12 @@ bool ItemText::DecodeWide(std::string_view bytes, TextForm& form, Text& text, st
 /// Sets the form's coding; plain ASCII is left as a new text would be written.
 bool ItemText::ChooseUtf8(std::string_view bytes, TextForm& form) const
 {
-    const Utf8Shape shape = ShapeOf(bytes, items_);
+    const Utf8Shape shape = ShapeOf(bytes, IsItem());
     if (shape.valid && shape.ascii) return false;
     // Marks in both forms could not be told apart when they are written back.
     const bool utf8 = shape.valid && !(shape.rawMarks && shape.codedMarks);
-    form.codedMarks = items_ && utf8 && shape.codedMarks;
-    form.coding = utf8 ? TextCoding::Utf8 : items_ ? CharsetCoding() : TextCoding::Latin1;
+    form.codedMarks = IsItem() && utf8 && shape.codedMarks;
+    form.coding = utf8 ? TextCoding::Utf8 : IsItem() ? CharsetCoding() : TextCoding::Latin1;
     if (!utf8 && form.coding == TextCoding::Utf8) form.coding = TextCoding::Latin1;
     return utf8;
 }
@@ -262,7 +281,8 @@ std::string ItemText::Encode(TextView text, const TextForm& form, TextView name,
         if (!EncodeLine(line, form, out, at)) RefuseCharacter(line, at, number, form, name);
         if (broken) ends.Append(number - 1, out);
     });
-    if (items_ && form.finalBreak && (form.breakAlone || !text.empty())) ends.Append(number - 1, out);
+    if (form.finalBreak && (form.breakAlone || !text.empty())) ends.Append(number - 1, out);
+    if (kind_ == Kind::Server) SwapLineMarks(out);
     return out;
 }
 
@@ -282,7 +302,7 @@ bool ItemText::EncodeLine(TextView line, const TextForm& form, std::string& out,
         if (at == line.size()) break;
         const char16_t c = line[at];
         if (c == 0) return false;
-        if (items_ && !form.codedMarks && IsMark(c)) {
+        if (IsItem() && !form.codedMarks && IsMark(c)) {
             out.push_back(static_cast<char>(c & 0xFF));
             ++at;
         } else if (utf8) {
@@ -313,12 +333,12 @@ bool ItemText::EncodeNamed(TextView line, std::string& out, size_t& at) const
         return encoded && !holdsMark(bytes);
     };
     while (at < line.size()) {
-        if (items_ && IsMark(line[at])) {
+        if (IsItem() && IsMark(line[at])) {
             out.push_back(static_cast<char>(line[at++] & 0xFF));
             continue;
         }
         size_t end = at;
-        while (end < line.size() && !(items_ && IsMark(line[end]))) ++end;
+        while (end < line.size() && !(IsItem() && IsMark(line[end]))) ++end;
         std::string bytes;
         if (takes(line.substr(at, end - at), bytes)) {
             out += bytes;
@@ -348,7 +368,7 @@ void ItemText::RefuseCharacter(TextView line, size_t at, int64_t lineNumber, con
     const Text set = form.coding == TextCoding::Named    ? charset_.Name()
                      : form.coding == TextCoding::Latin1 ? Text(u"ISO-8859-1")
                                                          : Text(u"a text");
-    const bool mark = items_ && form.coding == TextCoding::Latin1 && code >= 0xFB && code <= 0xFF;
+    const bool mark = IsItem() && form.coding == TextCoding::Latin1 && code >= 0xFB && code <= 0xFF;
     throw Error(error_number::kStorage,
                 where + (mark ? u" would be read as a mark in " + set + u"." : u" cannot be held by " + set + u"."));
 }

@@ -1,8 +1,10 @@
 #pragma once
 // The bytes of an item or a local file as the text that is edited, and back in the way they were read.
 //
-// Items: lines are attributes, and the line feed after the last one is no part of the text. The bytes FB to FF are the
-// marks. What remains is UTF-8 if it is valid as such, else the connection's character set.
+// Items in files: lines are attributes, and the line feed after the last one is no part of the text. The bytes FB to FF
+// are the marks. What remains is UTF-8 if it is valid as such, else the connection's character set.
+// Items of a server: the same with FE between the lines, none of which is left out. A line feed within a line is shown
+// in the place that FE has left free, as the attribute mark.
 // Local files: UTF-8, UTF-16 with a byte order mark, else Latin-1 with all its letters; every line feed is text.
 
 #include "hosts/TextCoding.h"
@@ -26,9 +28,13 @@ struct TextForm {
 
 class ItemText {
 public:
-    static ItemText ForFiles() { return {false, Charset(), false}; }
+    static ItemText ForFiles() { return {Kind::File, Charset(), false}; }
     /// `configured`: new items are written in the character set too, not in UTF-8.
-    static ItemText ForItems(Charset charset, bool configured) { return {true, std::move(charset), configured}; }
+    static ItemText ForItems(Charset charset, bool configured) { return {Kind::Item, std::move(charset), configured}; }
+    static ItemText ForServer(Charset charset, bool configured)
+    {
+        return {Kind::Server, std::move(charset), configured};
+    }
 
     TextForm NewForm() const;
     /// The text with CR LF between lines. Throws Error for what is not a text; `name` is for the user to read. `odd`
@@ -37,17 +43,26 @@ public:
     /// Throws Error naming the character and the line when the form cannot hold the text. `odd` in order of the lines.
     std::string Encode(TextView text, const TextForm& form, TextView name, const std::vector<OddEnd>& odd = {}) const;
     /// Both are items or both files.
-    bool IsLike(const ItemText& other) const { return items_ == other.items_; }
+    bool IsLike(const ItemText& other) const { return IsItem() == other.IsItem(); }
     /// What the one has read, the other can write as it stood.
-    bool SharesForms(const ItemText& other) const { return IsLike(other) && charset_.Name() == other.charset_.Name(); }
+    bool SharesForms(const ItemText& other) const
+    {
+        return kind_ == other.kind_ && charset_.Name() == other.charset_.Name();
+    }
+    /// A new text may take the line ends of another one.
+    bool HasLineEnds() const { return kind_ != Kind::Server; }
 
 private:
-    ItemText(bool items, Charset charset, bool configured)
-        : items_(items), configured_(configured), charset_(std::move(charset))
+    enum class Kind : uint8_t { File, Item, Server };
+
+    ItemText(Kind kind, Charset charset, bool configured)
+        : kind_(kind), configured_(configured), charset_(std::move(charset))
     {
     }
+    bool IsItem() const { return kind_ != Kind::File; }
+    Text DecodeLines(std::string_view bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd) const;
     TextCoding CharsetCoding() const;
-    bool IsRawMark(unsigned char byte) const { return items_ && byte >= 0xFB; }
+    bool IsRawMark(unsigned char byte) const { return IsItem() && byte >= 0xFB; }
     /// True when it was UTF-16.
     bool DecodeWide(std::string_view bytes, TextForm& form, Text& text, std::vector<OddEnd>* odd) const;
     bool ChooseUtf8(std::string_view bytes, TextForm& form) const;
@@ -60,7 +75,7 @@ private:
     [[noreturn]] void RefuseCharacter(TextView line, size_t at, int64_t lineNumber, const TextForm& form,
                                       TextView name) const;
 
-    bool items_;
+    Kind kind_;
     bool configured_;
     Charset charset_;
 };

@@ -67,17 +67,14 @@ bool StoredText::IsProtected() const
 Text StoredText::Read()
 {
     const FileContent content = ReadWholeFile(path_);
-    Text text = coding_.Decode(content.Bytes(), form_, name_, &odd_);
-    formTaken_ = false;
+    Text text = form_.Decode(content.Bytes());
     known_.emplace(content.stamp, content.Bytes());
     return text;
 }
 
 void StoredText::Write(TextView text)
 {
-    const std::string bytes = Encoded(text);
-    odd_.clear();
-    formTaken_ = false;
+    const std::string bytes = form_.Encode(text);
     CheckUnchanged();
     SeenFile written({}, bytes);
     const auto lastCheck = [&] {
@@ -97,30 +94,6 @@ void StoredText::Write(TextView text)
     known_ = std::move(written);
 }
 
-bool StoredText::TakeForm(const StoredText& other)
-{
-    if (!coding_.IsLike(other.coding_)) return false;
-    formTaken_ = coding_.SharesForms(other.coding_);
-    if (formTaken_)
-        form_ = other.form_;
-    else
-        form_.lineEnd = other.form_.lineEnd;
-    return true;
-}
-
-std::string StoredText::Encoded(TextView text)
-{
-    if (formTaken_) {
-        // Under a new name a text may be what it could not be under its old one.
-        std::string bytes;
-        if (!FailureOf([&] { bytes = coding_.Encode(text, form_, name_, odd_); })) return bytes;
-        const LineEnd lineEnd = form_.lineEnd;
-        form_ = coding_.NewForm();
-        form_.lineEnd = lineEnd;
-    }
-    return coding_.Encode(text, form_, name_, odd_);
-}
-
 void StoredText::CheckUnchanged()
 {
     const StoredState state = known_ ? known_->Compare(path_) : StoredState::Same;
@@ -128,7 +101,7 @@ void StoredText::CheckUnchanged()
     const bool gone = state == StoredState::Gone;
     const TextView what = gone ? u" was deleted" : known_->Exists() ? u" was changed" : u" was created";
     known_ = SeenFile::Now(path_);
-    throw Error(error_number::kStorage, name_ + Text(what) +
+    throw Error(error_number::kStorage, form_.Name() + Text(what) +
                                             u" by another program since it was opened. Save it again to " +
                                             (gone ? u"make it anew." : u"replace it."));
 }

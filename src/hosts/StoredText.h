@@ -1,6 +1,6 @@
 #pragma once
-#include "hosts/ItemText.h"
 #include "hosts/SeenFile.h"
+#include "hosts/StoredForm.h"
 #include "hosts/mvConnect.h"
 #include "platform/posix/FileSaver.h"
 
@@ -18,8 +18,7 @@ class StoredText {
 public:
     /// `name` is what messages call it.
     StoredText(std::string path, Text name, ItemText coding, FileSaver saver)
-        : path_(std::move(path)), name_(std::move(name)), coding_(std::move(coding)), saver_(std::move(saver)),
-          form_(coding_.NewForm())
+        : path_(std::move(path)), form_(std::move(coding), std::move(name)), saver_(std::move(saver))
     {
     }
 
@@ -35,25 +34,14 @@ public:
     Text Read();
     void Write(TextView text);
 
-    /// Of the text that was read: the lines that end otherwise than most.
-    const std::vector<OddEnd>& OddEnds() const { return odd_; }
-    /// For the text that is written next.
-    void SetOddEnds(std::vector<OddEnd> odd) { odd_ = std::move(odd); }
-    /// A text of the other is to be written here, in the way it stood there as far as the rules here are the same.
-    /// False where nothing is: an item is no local file.
-    bool TakeForm(const StoredText& other);
+    StoredForm& Form() { return form_; }
 
 private:
     void CheckUnchanged();
-    std::string Encoded(TextView text);
 
     std::string path_;
-    Text name_;
-    ItemText coding_;
+    StoredForm form_;
     FileSaver saver_;
-    TextForm form_;
-    bool formTaken_ = false;
-    std::vector<OddEnd> odd_;
     std::optional<SeenFile> known_;
 };
 
@@ -69,7 +57,7 @@ public:
     StoredState State() override { return stored_.State(); }
     void AcceptState() override { stored_.AcceptState(); }
     Text Version() override { return stored_.Version(); }
-    StoredText* Storage() override { return &stored_; }
+    StoredForm* Form() override { return &stored_.Form(); }
 
     Text ReadItem(int32_t, int32_t, int32_t) override { return stored_.Read(); }
     void WriteItem(int32_t, int32_t, int32_t, TextView text) override { stored_.Write(text); }

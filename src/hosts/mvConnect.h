@@ -88,7 +88,7 @@ struct ItemNames {
     Text displayPath; ///< for the user to read
 };
 
-class StoredText;
+class StoredForm;
 
 /// What has become of an item's storage since the item was read or written.
 enum class StoredState : uint8_t { Same, Changed, Gone, Unknown };
@@ -123,13 +123,15 @@ public:
     virtual bool Supports(int32_t /*code*/) { return false; }
     /// Asked as often as one likes: as long as nothing changes it costs no more than a look at the file's times.
     virtual StoredState State() { return StoredState::Same; }
+    /// The same with certainty, right before a save: a host may be asked. Throws Error.
+    virtual StoredState StateToSave() { return State(); }
     /// The user knows of what has become of it: that is no change any more, and what a write replaces.
     virtual void AcceptState() {}
     /// Tells the stored text, as it was last read or written, from others, also in another run of the program; empty
     /// when nothing can.
     virtual Text Version() { return {}; }
-    /// The file that it is, where it is one. Owned by the item.
-    virtual StoredText* Storage() { return nullptr; }
+    /// How its text stands in storage. Owned by the item.
+    virtual StoredForm* Form() { return nullptr; }
     /// Null for a local file. Owned by the item.
     virtual mvSession* Session() { return nullptr; }
 

@@ -62,14 +62,21 @@ public:
     virtual void Beep() = 0;
 };
 
-/// Told while a command of the host runs: keeps the windows alive and lets the user stop it.
+/// What a host is waited for to do: run a command, take a connection, answer a request.
+enum class WaitStage : uint8_t { Command, Busy, Pending };
+
+/// Told while a host is waited for: keeps the windows alive and lets the user stop it.
 class WaitNotice {
 public:
     virtual ~WaitNotice() = default;
-    /// False when another command runs already: this one must not start.
-    virtual bool Started(TextView command) = 0;
-    /// Called about every 50 ms; false stops the command.
+    /// `what` is the command, or says what is done. False when something is waited for already: this must not start.
+    virtual bool Started(TextView what) = 0;
+    /// `percent` of what is sent, -1 when that is not known.
+    virtual void Tell(WaitStage /*stage*/, int32_t /*percent*/) {}
+    /// Called about every 50 ms; false stops it.
     virtual bool GoOn(std::chrono::milliseconds elapsed) = 0;
+    /// With that answer: the connection is to be dropped as well.
+    virtual bool ResetWanted() const { return false; }
     /// Called once for each Started that answered true.
     virtual void Ended() {}
 };

@@ -1,6 +1,7 @@
 #include "search/ResultsModel.h"
 
 #include "diagnostics/Guarded.h"
+#include "documents/CompilerOutput.h"
 #include "persistence/store/SettingsStore.h"
 #include "text/Units.h"
 
@@ -155,6 +156,7 @@ void ResultsModel::JumpToSource(Position caret, TextView selected)
         services_.log, u"frmResults.DblClkTimer_Timer",
         [&] {
             if (!paths_.empty()) return JumpToItem(caret.line);
+            if (!hasHeaders_ && JumpByOutput(caret.line)) return;
             int32_t line = SourceLine(caret, selected);
             if (line <= 0) return;
             auto document = DocumentAbove(caret);
@@ -163,6 +165,18 @@ void ResultsModel::JumpToSource(Position caret, TextView selected)
             document->Activate();
         },
         [](const Error&) {});
+}
+
+bool ResultsModel::JumpByOutput(int32_t line)
+{
+    if (line < 0 || line >= LineCount()) return false;
+    const OutputTarget target = TargetOfOutput(text_, rows_[static_cast<size_t>(line)].start);
+    if (target.kind != OutputTarget::Kind::Program) return target.kind == OutputTarget::Kind::Nowhere;
+    const std::optional<SourcePlace> place = FindSource(services_, target, services_.compiled);
+    if (!place || !openPath) return false;
+    if (!openPath(place->path)) return true;
+    if (auto document = services_.openDocuments.ById(services_.frame.ActiveDocument())) document->GotoLine(place->line);
+    return true;
 }
 
 void ResultsModel::JumpToItem(int32_t line)

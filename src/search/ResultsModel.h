@@ -68,6 +68,8 @@ private:
     /// The document whose header is the nearest at or above the line, else the active one.
     std::shared_ptr<mvDocument> DocumentAbove(Position caret) const;
 
+    /// True when that settles where the line leads, be it nowhere.
+    bool JumpByOutput(int32_t line);
     /// Where lines lead into items by their paths.
     void JumpToItem(int32_t line);
 

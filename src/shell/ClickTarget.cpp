@@ -1,5 +1,6 @@
 #include "shell/ClickTarget.h"
 
+#include "documents/CompilerOutput.h"
 #include "documents/DocumentServices.h"
 #include "documents/mvDocument.h"
 #include "editing/LexClass.h"
@@ -256,6 +257,14 @@ void HandleGoto(Program& program, mvDocument* document, bool alwaysAsk)
 void HandleOpen(Program& program, mvDocument* document)
 {
     if (!document || Trim(program.Target().Target).empty()) return;
+    if (program.Target().kind == HitKind::Call) {
+        const ItemPlace home = HomeOf(program, document->ItemObject().get());
+        const auto catalogued = FindCatalogued(program.Services(), home, Trim(program.Target().Target));
+        if (catalogued) {
+            program.OpenPath(catalogued->Path(), false);
+            return;
+        }
+    }
     auto item = program.Connection().OpenServerForPath(TargetPath(program, *document), true, false);
     if (program.ActivateOpen(*item)) return;
     SelectedItem picked;

@@ -59,7 +59,7 @@ void OutsideChanges::Look()
 bool OutsideChanges::MaySave(mvDocument& document)
 {
     const auto item = document.ItemObject();
-    const StoredState state = item ? item->State() : StoredState::Same;
+    const StoredState state = item ? item->StateToSave() : StoredState::Same;
     const bool differs = state == StoredState::Changed || state == StoredState::Gone;
     return !differs || Ask(document, state);
 }

@@ -9,6 +9,7 @@
 #include "persistence/recovery/frmAutoRecover.h"
 #include "persistence/settings/frmSettings.h"
 #include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtWaitNotice.h"
 #include "platform/qt/QtText.h"
 #include "search/frmFind.h"
 #include "search/frmFindAccount.h"

@@ -1,4 +1,5 @@
 #include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtWaitNotice.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -34,9 +35,31 @@ TEST(QtWaitNotice, AsksAfterASecond)
     EXPECT_EQ(dialog->parentWidget(), &owner);
     QStringList texts;
     for (const QLabel* label : dialog->findChildren<QLabel*>()) texts += label->text();
-    EXPECT_EQ(texts.join(u'|'), QStringLiteral("Elapsed time 1:05|The host is running BASIC <b>BP MAIN"));
+    EXPECT_EQ(texts.join(u'|'), QStringLiteral("The host is running BASIC <b>BP MAIN|Elapsed time 1:05"));
     notice.Ended();
     EXPECT_FALSE(Shown());
+}
+
+TEST(QtWaitNotice, AServerThatIsWaitedForCanBeReset)
+{
+    QtWaitNotice notice;
+    ASSERT_TRUE(notice.Started(u"Saving BP MAIN"));
+    notice.Tell(WaitStage::Busy, -1);
+    EXPECT_TRUE(notice.GoOn(2s));
+    EXPECT_TRUE(Shown()->findChild<QLabel*>()->text().startsWith(
+        QStringLiteral("The MultiValue database server is busy. Please try again.")));
+    notice.Tell(WaitStage::Pending, 40);
+    EXPECT_TRUE(notice.GoOn(2s));
+    EXPECT_EQ(Shown()->windowTitle(), QStringLiteral("Busy"));
+    EXPECT_EQ(Shown()->findChild<QProgressBar*>()->value(), 40);
+    for (QPushButton* button : Shown()->findChildren<QPushButton*>())
+        if (button->text().contains(QStringLiteral("Reset"))) button->click();
+    EXPECT_FALSE(notice.GoOn(2s));
+    EXPECT_TRUE(notice.ResetWanted());
+    notice.Ended();
+    notice.StopAll();
+    ASSERT_TRUE(notice.Started(u"Saving BP OTHER"));
+    EXPECT_FALSE(notice.GoOn(0s)) << "the program ends";
 }
 
 TEST(QtWaitNotice, EveryWayToCancelStopsTheCommand)

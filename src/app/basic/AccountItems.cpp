@@ -3,9 +3,8 @@
 #include "base/Error.h"
 #include "hosts/ItemText.h"
 #include "hosts/accounts/AccountStore.h"
+#include "hosts/accounts/ServerAccounts.h"
 #include "platform/posix/FileContent.h"
-
-#include <climits>
 
 namespace nib {
 
@@ -15,10 +14,10 @@ namespace {
 constexpr TextView kSystemFiles[] = {u"SYSCOM", u"UNIVERSE.INCLUDE", u"INCLUDE", u"JBC.H"};
 
 /// Empty when there can be no such file.
-std::string PathOf(const std::string& folder, TextView name)
+std::string PathOf(const std::string& folder, TextView name, IdRule rule = IdRule::Plain)
 {
-    if (name.empty() || EncodeName(name).size() > NAME_MAX) return {};
-    return folder + "/" + FindName(folder, name);
+    const std::optional<std::string> found = NameIfAny(folder, name, rule);
+    return name.empty() || !found ? std::string() : folder + "/" + *found;
 }
 
 bool IsOfSystem(TextView file, TextView item)
@@ -43,7 +42,9 @@ IncludeItems::Answer AccountItems::FindExactly(TextView file, TextView item, Sou
 {
     const std::string folder = PathOf(account_, file);
     if (folder.empty() || !IsFolder(folder)) return HasFile(file) ? Answer::Unknown : Answer::NoFile;
-    const std::string path = PathOf(folder, item);
+    if (IsHashedFile(folder)) return Answer::Unknown;
+    const bool ofServer = IsServerAccount(account_);
+    const std::string path = PathOf(folder, item, ofServer ? IdRule::Escaped : IdRule::Plain);
     if (path.empty() || !IsPlainFile(path)) return Answer::NoItem;
     std::unique_ptr<SourceDocument>& buffer = texts_[path];
     if (!buffer) {
@@ -58,9 +59,10 @@ IncludeItems::Answer AccountItems::FindExactly(TextView file, TextView item, Sou
     return Answer::Found;
 }
 
-/// The account knows the file although it is kept elsewhere.
+/// The account knows the file although it is kept elsewhere. What a server's VOC knows cannot be seen.
 bool AccountItems::HasFile(TextView file) const
 {
+    if (IsServerAccount(account_)) return true;
     const std::string entry = PathOf(account_ + "/VOC", file);
     return !entry.empty() && IsPlainFile(entry);
 }

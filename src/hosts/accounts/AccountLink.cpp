@@ -5,48 +5,25 @@
 #include "hosts/ItemBrowser.h"
 #include "hosts/accounts/AccountReader.h"
 #include "hosts/accounts/AccountStore.h"
+#include "hosts/accounts/ServerAccounts.h"
 #include "hosts/mvConnect.h"
 #include "platform/posix/FileContent.h"
+#include "platform/posix/FileName.h"
 
 namespace nib {
 
 namespace {
 
-/// The names of what there are names for, with blanks between them.
-Text JoinNames(std::initializer_list<TextView> names)
-{
-    Text joined;
-    for (TextView name : names) {
-        if (!joined.empty() && !name.empty()) joined.push_back(u' ');
-        joined += name;
-    }
-    return joined;
-}
-
-ItemNames NamesOf(ItemPlace place, const Text& sessionAccount, const Text& hostName)
-{
-    // The path leaves the account to the session.
-    const bool any = place.database == kAnyAccount;
-    if (any || (!place.folder.empty() && place.database.empty())) {
-        place.database = place.folder.empty() ? Text() : sessionAccount;
-    }
-    ItemNames names{place, ComposeHostPath(place), place.folder, hostName, {}};
-    if (!place.itemId.empty()) names.itemName += u" " + place.itemId;
-    names.displayPath = JoinNames({any ? TextView() : place.database, place.folder, place.itemId});
-    return names;
-}
-
 ItemText CodingOf(const HostSettings& settings)
 {
-    const bool configured = !settings.charset.empty();
-    return ItemText::ForItems(configured ? Charset(settings.charset) : Charset(), configured);
+    return ItemText::ForItems(CharsetOf(settings), !settings.charset.empty());
 }
 
 } // namespace
 
 AccountItem::AccountItem(const AccountStore& store, ItemPlace place, const Text& sessionAccount,
                          const VerbPrograms& programs)
-    : mvItem(NamesOf(std::move(place), sessionAccount, store.HostName())), store_(store)
+    : mvItem(HostItemNames(std::move(place), sessionAccount, store.HostName())), store_(store)
 {
     if (!sessionAccount.empty()) session_.emplace(store_, sessionAccount, programs);
     if (Database().empty()) return;
@@ -101,10 +78,12 @@ Text AccountItem::LockHolder()
     return ItemLock::Holder(store_.AccountFolder(Database()), LockName(Folder(), ItemID()));
 }
 
-AccountLink::AccountLink(const HostSettings& settings, const FileSaver& saver, VerbPrograms programs)
-    : store_(settings.name, settings.root, CodingOf(settings), saver), configuredAccount_(settings.account),
-      programs_(std::move(programs))
+AccountLink::AccountLink(const HostSettings& settings, const FileSaver& saver, VerbPrograms programs,
+                         AccountOpened opened)
+    : store_(settings.name, settings.root, CodingOf(settings), saver.LikeFolders(), IdRuleNamed(settings.ids)),
+      configuredAccount_(settings.account), programs_(std::move(programs)), opened_(std::move(opened))
 {
+    programs_.own = settings.verbs;
 }
 
 std::shared_ptr<mvItem> AccountLink::Open(const ItemPlace& place, bool readOnly, bool lock)
@@ -116,13 +95,14 @@ std::shared_ptr<mvItem> AccountLink::Open(const ItemPlace& place, bool readOnly,
     if (named) lastAccount_ = account;
     if (lock && !readOnly && item->IsItem()) item->LockItem(true);
     item->SetReadOnly(readOnly);
+    if (opened_ && !readOnly && item->Form()) opened_(account, store_.AccountFolder(item->Database()));
     return item;
 }
 
 bool AccountLink::AccountExists(TextView account) const
 {
-    if (account.empty() || EncodeName(account).size() > NAME_MAX) return false;
-    return IsFolder(store_.Root() + "/" + FindName(store_.Root(), account));
+    const std::optional<std::string> name = NameIfAny(store_.Root(), account);
+    return !account.empty() && name && IsFolder(store_.Root() + "/" + *name);
 }
 
 Text AccountLink::DefaultAccount()
@@ -143,13 +123,16 @@ std::vector<BrowseEntry> AccountLink::Children(const ItemPlace& place)
     Text ItemPlace::*level = items                    ? &ItemPlace::itemId
                              : place.database.empty() ? &ItemPlace::database
                                                       : &ItemPlace::folder;
+    const bool files = !items && !place.database.empty();
+    const IdRule rule = items ? store_.RuleOf(FolderOf(folder)) : IdRule::Plain;
     std::vector<BrowseEntry> entries;
     ItemPlace child = place;
     for (const FolderEntry& found : ListFolder(folder)) {
-        const std::optional<Text> id = found.isFolder == items ? std::nullopt : DecodeName(found.name);
+        const std::optional<Text> id = found.isFolder == items ? std::nullopt : DecodeName(found.name, rule);
         if (!id) continue;
         child.*level = *id;
         entries.push_back(ShownAs(found, *id, ComposeHostPath(child)));
+        entries.back().isHashed = files && IsHashedFile(folder + "/" + found.name);
     }
     SortEntries(entries);
     return entries;
@@ -157,15 +140,18 @@ std::vector<BrowseEntry> AccountLink::Children(const ItemPlace& place)
 
 bool AccountLink::FileExists(TextView account, TextView file)
 {
-    if (account.empty() || file.empty() || EncodeName(file).size() > NAME_MAX) return false;
+    if (account.empty() || file.empty()) return false;
     const std::string folder = store_.AccountFolder(account);
-    return IsFolder(folder + "/" + FindName(folder, file));
+    const std::optional<std::string> name = NameIfAny(folder, file);
+    return name && IsFolder(folder + "/" + *name);
 }
 
 bool AccountLink::ItemExists(const ItemPlace& place)
 {
-    if (place.itemId.empty() || EncodeName(place.itemId).size() > NAME_MAX) return false;
-    return IsPlainFile(store_.ItemFile(place.database, place.folder, place.itemId));
+    const std::string folder = store_.FileFolder(place.database, place.folder);
+    const IdRule rule = store_.RuleOf(store_.AccountFolder(place.database));
+    const std::optional<std::string> name = NameIfAny(folder, place.itemId, rule);
+    return !place.itemId.empty() && name && IsPlainFile(folder + "/" + *name);
 }
 
 Text AccountLink::LockHolder(const ItemPlace& place)
@@ -179,11 +165,13 @@ std::unique_ptr<ItemReader> AccountLink::Reader(const ItemPlace& account)
     return std::make_unique<AccountReader>(store_, account.database);
 }
 
-HostLinkKinds AccountLinks(VerbPrograms programs)
+HostLinkKinds AccountLinks(VerbPrograms programs, AccountOpened opened)
 {
-    return {{u"accounts", [programs = std::move(programs)](const HostSettings& settings, const FileSaver& saver) {
-                 return std::make_unique<AccountLink>(settings, saver, programs);
-             }}};
+    const auto make = [programs = std::move(programs), opened = std::move(opened)](const HostSettings& settings,
+                                                                                   const FileSaver& saver) {
+        return std::make_unique<AccountLink>(settings, saver, programs, opened);
+    };
+    return {{u"accounts", make}};
 }
 
 } // namespace nib

@@ -5,12 +5,10 @@
 #include "hosts/accounts/AccountStore.h"
 #include "platform/posix/FileLocks.h"
 
+#include <functional>
 #include <optional>
 
 namespace nib {
-
-/// The account of a path that serves every session.
-inline constexpr TextView kAnyAccount{u"*"};
 
 /// An item of an account, or one of the places above it.
 class AccountItem : public mvItem {
@@ -30,7 +28,7 @@ public:
         if (stored_) stored_->AcceptState();
     }
     Text Version() override { return stored_ ? stored_->Version() : Text(); }
-    StoredText* Storage() override { return stored_ ? &*stored_ : nullptr; }
+    StoredForm* Form() override { return stored_ ? &stored_->Form() : nullptr; }
 
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;
     void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) override;
@@ -48,10 +46,13 @@ private:
     std::optional<ItemLock> lock_;
 };
 
+/// Told of each item that is opened to be written: its account, and the folder of that.
+using AccountOpened = std::function<void(TextView account, const std::string& accountFolder)>;
+
 /// The built-in host: accounts that are folders.
 class AccountLink : public HostLink {
 public:
-    AccountLink(const HostSettings& settings, const FileSaver& saver, VerbPrograms programs);
+    AccountLink(const HostSettings& settings, const FileSaver& saver, VerbPrograms programs, AccountOpened opened);
 
     Text HostName() const override { return store_.HostName(); }
     std::shared_ptr<mvItem> Open(const ItemPlace& place, bool readOnly, bool lock) override;
@@ -71,9 +72,10 @@ private:
     Text configuredAccount_;
     Text lastAccount_;
     VerbPrograms programs_;
+    AccountOpened opened_;
 };
 
 /// The kind "accounts"; verbs run with `programs`.
-HostLinkKinds AccountLinks(VerbPrograms programs);
+HostLinkKinds AccountLinks(VerbPrograms programs, AccountOpened opened = {});
 
 } // namespace nib

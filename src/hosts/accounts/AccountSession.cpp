@@ -2,6 +2,7 @@
 
 #include "base/Error.h"
 #include "hosts/accounts/AccountStore.h"
+#include "hosts/accounts/ServerAccounts.h"
 #include "hosts/accounts/VerbTrust.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
@@ -13,9 +14,6 @@
 namespace nib {
 
 namespace {
-
-constexpr TextView kBlanks{u" \t"};
-constexpr TextView kQuotes{u"\"'"};
 
 constexpr TextView kVoc{u"VOC"};
 constexpr TextView kConfiguration{u"NIB"};
@@ -56,53 +54,6 @@ private:
 
 } // namespace
 
-std::vector<Text> SplitCommand(TextView command)
-{
-    std::vector<Text> words;
-    for (;;) {
-        const size_t start = command.find_first_not_of(kBlanks);
-        if (start == TextView::npos) return words;
-        command.remove_prefix(start);
-        const bool quoted = kQuotes.find(command.front()) != TextView::npos;
-        const size_t close = quoted ? command.find(command.front(), 1) : TextView::npos;
-        size_t end = close == TextView::npos ? 0 : close + 1;
-        Text word(close == TextView::npos ? TextView() : command.substr(1, close - 1));
-        const size_t blank = std::min(command.find_first_of(kBlanks, end), command.size());
-        word += command.substr(end, blank - end);
-        words.push_back(std::move(word));
-        command.remove_prefix(blank);
-    }
-}
-
-std::vector<Text> SplitProgramLine(TextView line)
-{
-    std::vector<Text> words;
-    Text word;
-    bool inWord = false;
-    char16_t quote = 0;
-    for (size_t i = 0; i < line.size(); ++i) {
-        const char16_t c = line[i];
-        if (c == u'\\' && quote != u'\'' && i + 1 < line.size()) {
-            word.push_back(line[++i]);
-            inWord = true;
-        } else if (quote != 0 && c == quote) {
-            quote = 0;
-        } else if (quote == 0 && kQuotes.find(c) != TextView::npos) {
-            quote = c;
-            inWord = true;
-        } else if (quote == 0 && kBlanks.find(c) != TextView::npos) {
-            if (inWord) words.push_back(std::move(word));
-            word.clear();
-            inWord = false;
-        } else {
-            word.push_back(c);
-            inWord = true;
-        }
-    }
-    if (inWord) words.push_back(std::move(word));
-    return words;
-}
-
 Text AccountSession::Execute(TextView command, TextView input, int32_t)
 {
     std::vector<Text> words = SplitCommand(command);
@@ -141,7 +92,7 @@ Text AccountSession::Execute(TextView command, TextView input, int32_t)
 
 void AccountSession::CheckTrust(const Verb& verb, TextView commandLine) const
 {
-    if (!programs_.mayRun) return;
+    if (!programs_.mayRun || verb.isOwn) return;
     const std::string account = store_.AccountFolder(account_);
     const std::string voc = store_.FileFolder(account_, kVoc);
     if (!OthersMayChange({account, voc, store_.ItemFile(account_, kVoc, verb.name)})) return;
@@ -159,9 +110,11 @@ ProcessResult AccountSession::RunNoticed(ProcessRequest& request, TextView comma
 /// The verb as typed in capitals, then as typed.
 AccountSession::Verb AccountSession::FindVerb(const Text& word) const
 {
+    const auto own = programs_.own.find(ToUpper(word));
+    if (own != programs_.own.end()) return {own->first, u"V\n" + own->second, true};
     for (Text name : {ToUpper(word), word}) {
         Text record = store_.ReadRecord(account_, kVoc, name);
-        if (record.starts_with(u'V')) return {std::move(name), std::move(record)};
+        if (record.starts_with(u'V')) return {std::move(name), std::move(record), false};
     }
     Refuse(word + u" is not in the VOC of account " + account_ + u".");
 }
@@ -171,16 +124,22 @@ Text AccountSession::GetConfiguration(TextView key, int32_t attribute)
     return Text(Attribute(store_.ReadRecord(account_, kVoc, key), attribute));
 }
 
-bool AccountSession::HasVerbs() const
+std::string AccountSession::VocFolder() const
 {
     const std::string account = store_.AccountFolder(account_);
-    return IsFolder(account + "/" + FindName(account, kVoc));
+    return account + "/" + FindName(account, kVoc);
+}
+
+bool AccountSession::HasVerbs() const
+{
+    const std::string voc = VocFolder();
+    return !programs_.own.empty() || (IsFolder(voc) && !IsHashedFile(voc));
 }
 
 bool AccountSession::HasConfiguration() const
 {
-    const std::string voc = store_.AccountFolder(account_) + "/" + EncodeName(kVoc);
-    return IsPlainFile(voc + "/" + FindName(voc, kConfiguration));
+    const std::string voc = VocFolder();
+    return IsPlainFile(voc + "/" + FindName(voc, kConfiguration)) && !IsHashedFile(voc);
 }
 
 } // namespace nib

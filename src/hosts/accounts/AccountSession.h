@@ -1,20 +1,15 @@
 #pragma once
 #include "base/Text.h"
+#include "hosts/CommandWords.h"
 #include "hosts/accounts/AccountStore.h"
 #include "platform/MessageBoxes.h"
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
 namespace nib {
-
-/// A host command cut at blanks; "..." and '...' keep what they hold together. A quote inside a word, as in O'BRIEN,
-/// is a letter, and so is one that is never closed.
-std::vector<Text> SplitCommand(TextView command);
-/// A program's command line cut as a shell does it: both quotes anywhere in a word, and a backslash before a character
-/// to take as it is. Nothing is expanded.
-std::vector<Text> SplitProgramLine(TextView line);
 
 /// What the programs of verbs run with.
 struct VerbPrograms {
@@ -30,14 +25,17 @@ struct VerbPrograms {
     WaitNotice* notice = nullptr; ///< outlives all sessions
     /// Asked about command lines that others may have put into the account's folder; without it they run.
     std::function<bool(TextView account, TextView commandLine)> mayRun;
+    /// Command lines that the user has given the connection, by the verb in capitals: before those of VOC, and nobody
+    /// is asked about them.
+    std::map<Text, Text> own;
 };
 
 struct ProcessRequest;
 struct ProcessResult;
 
-/// The commands of an account: its verbs are the items of VOC. A verb's first attribute begins with "V", the second is
-/// the command line of a program, the third may say how many seconds it may take. The words of the command after the
-/// verb are added to the program's arguments, and it runs in the account's folder.
+/// The commands of an account: its verbs are the connection's own and the items of VOC. A verb's first attribute begins
+/// with "V", the second is the command line of a program, the third may say how many seconds it may take. The words of
+/// the command after the verb are added to the program's arguments, and it runs in the account's folder.
 class AccountSession : public mvSession {
 public:
     AccountSession(const AccountStore& store, Text account, VerbPrograms programs)
@@ -58,7 +56,9 @@ private:
     struct Verb {
         Text name;
         Text record;
+        bool isOwn = false; ///< of the connection
     };
+    std::string VocFolder() const;
     Verb FindVerb(const Text& word) const;
     void CheckTrust(const Verb& verb, TextView commandLine) const;
     ProcessResult RunNoticed(ProcessRequest& request, TextView command) const;

@@ -1,11 +1,11 @@
 #include "hosts/accounts/AccountStore.h"
 
 #include "base/Error.h"
+#include "hosts/accounts/ServerAccounts.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 
 #include <cerrno>
-#include <climits>
 #include <filesystem>
 
 #include <sys/stat.h>
@@ -16,23 +16,6 @@ namespace {
 
 /// Of verbs and configuration: what is larger is none, and must not hold up a start.
 constexpr size_t kLargestRecord = 4 << 20;
-
-bool IsKept(unsigned char c, size_t at)
-{
-    return c >= 0x20 && c != 0x7F && c != '/' && c != '%' && (c != '.' || at > 0);
-}
-
-bool Exists(const std::string& path)
-{
-    struct stat status {};
-    return lstat(path.c_str(), &status) == 0;
-}
-
-bool IsPlainName(std::string_view name)
-{
-    return !name.empty() && name.front() != '.' && name.find('/') == std::string_view::npos &&
-           name.find('\0') == std::string_view::npos;
-}
 
 namespace fs = std::filesystem;
 
@@ -53,40 +36,6 @@ void MakeWritable(const fs::path& folder)
 
 } // namespace
 
-std::string EncodeName(TextView id)
-{
-    return PercentEncode(ToFileName(id), IsKept);
-}
-
-std::string LockName(TextView file, TextView item)
-{
-    return EncodeName(file) + "%%" + EncodeName(item);
-}
-
-std::optional<Text> DecodeName(std::string_view name)
-{
-    if (!IsPlainName(name)) return std::nullopt;
-    const std::optional<std::string> bytes = PercentDecode(name);
-    if (!bytes) return FromFileName(name);
-    Text id = FromFileName(*bytes);
-    return EncodeName(id) == name ? id : FromFileName(name);
-}
-
-std::string FindName(const std::string& folder, TextView id)
-{
-    std::string name = EncodeName(id);
-    if (name.size() > NAME_MAX) {
-        throw Error(error_number::kBadFileName, u"The name \"" + Text(id.substr(0, 40)) + u"...\" is too long: " +
-                                                    Decimal(static_cast<int64_t>(name.size())) + u" of " +
-                                                    Decimal(NAME_MAX) + u" bytes.");
-    }
-    std::string plain = ToFileName(id);
-    if (plain != name && IsPlainName(plain) && !Exists(folder + "/" + name) && Exists(folder + "/" + plain)) {
-        return plain;
-    }
-    return name;
-}
-
 std::string AccountStore::AccountFolder(TextView account) const
 {
     if (account.empty()) throw Error(error_number::kPathNotFound, u"No account is named on " + hostName_ + u".");
@@ -99,7 +48,10 @@ std::string AccountStore::FileFolder(TextView account, TextView file) const
 {
     const std::string accountFolder = AccountFolder(account);
     std::string folder = accountFolder + "/" + FindName(accountFolder, file);
-    if (!file.empty() && IsFolder(folder)) return folder;
+    if (!file.empty() && IsFolder(folder)) {
+        RefuseHashedFile(folder, account, file);
+        return folder;
+    }
     throw Error(error_number::kPathNotFound,
                 u"File " + Text(file) + u" does not exist in account " + Text(account) + u".");
 }
@@ -107,15 +59,21 @@ std::string AccountStore::FileFolder(TextView account, TextView file) const
 std::string AccountStore::ItemFile(TextView account, TextView file, TextView item) const
 {
     const std::string folder = FileFolder(account, file);
-    return folder + "/" + FindName(folder, item);
+    return folder + "/" + FindName(folder, item, RuleOf(AccountFolder(account)));
+}
+
+IdRule AccountStore::RuleOf(const std::string& accountFolder) const
+{
+    return ids_.value_or(IsServerAccount(accountFolder) ? IdRule::Escaped : IdRule::Plain);
 }
 
 Text AccountStore::ReadRecord(TextView account, TextView file, TextView item) const
 {
     const std::string accountFolder = AccountFolder(account);
     const std::string folder = accountFolder + "/" + FindName(accountFolder, file);
-    const std::string path = folder + "/" + FindName(folder, item);
-    if (!IsPlainFile(path)) return {};
+    const std::optional<std::string> name = NameIfAny(folder, item, RuleOf(accountFolder));
+    const std::string path = folder + "/" + name.value_or("");
+    if (!name || IsHashedFile(folder) || !IsPlainFile(path)) return {};
     TextForm form;
     return coding_.Decode(ReadWholeFile(path, kLargestRecord).Bytes(), form, Text(file) + u" " + Text(item));
 }
@@ -127,15 +85,16 @@ TextView Attribute(TextView record, int32_t number)
     return line;
 }
 
-bool InstallSampleAccount(TextView sourceFolder, TextView accountsRoot)
+bool InstallSampleAccount(TextView sourceFolder, const HostConfig& config)
 {
+    if (config.Find({}).root != config.defaultRoot) return false;
     const std::string source = AbsolutePath(ToFileName(sourceFolder));
-    const std::string root = ToFileName(accountsRoot);
+    const std::string& root = config.defaultRoot;
     const std::string account = root + "/" + LastPart(source);
     struct stat status {};
     if (lstat(account.c_str(), &status) == 0) return false;
     if (const int error = MakeFolders(root); error != 0) {
-        throw SystemFailure(u"The folder " + Text(accountsRoot) + u" cannot be made", error);
+        throw SystemFailure(u"The folder " + FromFileName(root) + u" cannot be made", error);
     }
     const std::string copy = root + "/.nib-" + RandomSuffix();
     std::error_code failed;

@@ -122,7 +122,7 @@ void PickerList::Fill(std::vector<BrowseEntry> entries, bool local)
         names_.Add(entry.name);
         shows_[static_cast<size_t>(Column::Size)] |= entry.size >= 0;
         shows_[static_cast<size_t>(Column::Modified)] |= entry.modified >= 0;
-        shows_[static_cast<size_t>(Column::LockedBy)] |= entry.readOnly || (entry.isItem && !local);
+        shows_[static_cast<size_t>(Column::LockedBy)] |= entry.readOnly || entry.isHashed || (entry.isItem && !local);
     }
     SortBy(sortColumn_, descending_);
 }

@@ -53,6 +53,7 @@ QString PickerItemModel::Shown(const BrowseEntry& entry, PickerList::Column colu
     case PickerList::Column::Size: return entry.size < 0 ? QString() : Apart(QLocale().formattedDataSize(entry.size));
     case PickerList::Column::Modified: return entry.modified < 0 ? QString() : ShownTime(entry.modified);
     case PickerList::Column::LockedBy:
+        if (entry.isHashed) return tr("(hashed file)");
         return entry.lockedBy.empty() && entry.readOnly ? tr("(read-only)") : ToQString(entry.lockedBy);
     }
     return {};

@@ -69,6 +69,7 @@ inline constexpr SettingCaption kSettingCaptions[] = {
     {u"optEOD", u"At &end of document:"},
     {u"txtCommand", u"&Command", &MvEdit::HostCompile},
     {u"txtOptions", u"&Options", &MvEdit::HostCompile},
+    {u"txtCleanCommand", u"&After a clean compile"},
     {u"txtTabSize", u"Tab &size", &MvEdit::HostFormat},
     {u"txtMargin", u"&Margin", &MvEdit::HostFormat},
     {u"optIndentStar", u"  *  comment line &indent", &MvEdit::HostFormat},

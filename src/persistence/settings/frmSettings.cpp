@@ -183,6 +183,7 @@ QGroupBox* ToolsPage::BuildCompile()
     };
     add(u"txtCommand", &MvEdit::CompileCommand);
     add(u"txtOptions", &MvEdit::CompileOptions);
+    add(u"txtCleanCommand", &MvEdit::CleanCompileCommand);
     return frame;
 }
 

@@ -71,6 +71,24 @@ bool CopyAttributes(int from, int to)
     return true;
 }
 
+bool HasDefaultAcl(const std::string& folder)
+{
+    std::unique_ptr<std::remove_pointer_t<acl_t>, AclFree> acl(acl_get_file(folder.c_str(), ACL_TYPE_DEFAULT));
+    acl_entry_t entry = nullptr;
+    return acl && acl_get_entry(acl.get(), ACL_FIRST_ENTRY, &entry) == 1;
+}
+
+/// Several users work in the folder of a group, whatever the mask of one of them. Where the user may not give the file
+/// to the group, or the folder says itself what its files are like, it stays as it was made.
+void TakeTraitsOfFolder(const std::string& folder, int file)
+{
+    struct stat place {};
+    struct stat made {};
+    if (stat(folder.c_str(), &place) != 0 || fstat(file, &made) != 0 || HasDefaultAcl(folder)) return;
+    if (made.st_gid != place.st_gid && fchown(file, static_cast<uid_t>(-1), place.st_gid) != 0) return;
+    fchmod(file, (place.st_mode & 0666) | 0600);
+}
+
 [[noreturn]] void Refuse(const std::string& path, int error)
 {
     throw SystemFailure(FromFileName(path) + u" cannot be saved", error);
@@ -212,6 +230,7 @@ std::optional<FileStamp> FileSaver::Replace(const std::string& path, const std::
         Refuse(path, error);
     }
     if (old && !CopyTraits(old.Get(), temporary.Handle())) return std::nullopt;
+    if (!old && likeFolders_) TakeTraitsOfFolder(FolderOf(target), temporary.Handle());
     if (int error = temporary.Fill(bytes); error != 0) Refuse(path, error);
     struct stat status {};
     if (int error = temporary.RenameTo(target, check, status); error != 0) {

@@ -41,6 +41,14 @@ public:
     /// Stops a save by throwing. Called when all is ready, right before the old content goes.
     using LastCheck = std::function<void()>;
 
+    /// The same, but a new file takes group and mode of the folder that it comes to, as far as the user may give these.
+    FileSaver LikeFolders() const
+    {
+        FileSaver saver(*this);
+        saver.likeFolders_ = true;
+        return saver;
+    }
+
     const std::string& BackupFolder() const { return backupFolder_; }
     /// Throws SystemFailure naming the file; the file then has its old content, except for the two kinds above. Answers
     /// the state of the new file.
@@ -56,6 +64,7 @@ private:
 
     std::string backupFolder_;
     mode_t newFileMode_;
+    bool likeFolders_ = false;
 };
 
 } // namespace nib

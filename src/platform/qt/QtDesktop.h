@@ -1,11 +1,8 @@
 #pragma once
 #include "platform/Desktop.h"
-#include "platform/MessageBoxes.h"
 
 #include <QCursor>
 #include <QGuiApplication>
-#include <QPointer>
-#include <QWidget>
 
 #include <map>
 #include <memory>
@@ -48,27 +45,6 @@ public:
     ~QtWaitCursor() { QGuiApplication::restoreOverrideCursor(); }
     QtWaitCursor(const QtWaitCursor&) = delete;
     QtWaitCursor& operator=(const QtWaitCursor&) = delete;
-};
-
-/// A dialog with the elapsed time and Cancel, once a command has run for a second. It stands before all windows of the
-/// program, so that nothing can be begun meanwhile, and has them painted.
-class QtWaitNotice : public WaitNotice {
-public:
-    /// The dialog stands over `owner`.
-    explicit QtWaitNotice(QWidget* owner = nullptr);
-    ~QtWaitNotice() override;
-
-    bool Started(TextView command) override;
-    bool GoOn(std::chrono::milliseconds elapsed) override;
-    void Ended() override;
-
-private:
-    class Dialog;
-
-    QPointer<QWidget> owner_;
-    std::unique_ptr<Dialog> dialog_;
-    Text command_;
-    bool running_ = false;
 };
 
 } // namespace nib

@@ -110,6 +110,61 @@ TEST(CompileTest, RunsTheCommandAndShowsTheOutput)
     t.ExpectCalm();
 }
 
+TEST(CompileTest, ACleanCompileIsWhatItsCompilerSays)
+{
+    const struct {
+        TextView output;
+        bool clean;
+    } rows[] = {
+        {u"Compiling BP X\r\n0 error(s)\r\nCompiled 1 program(s) with no errors", true},
+        {u"Compiling BP X\r\n2: no\r\n**\r\nWARNING: Y\r\n10 error(s)\r\nCompiled 1 program(s) with errors in:", false},
+        {u"0 error(s)\nCompiling BP Y\n1 error(s)", false},
+        {u"WARNING: Y is not assigned a value\n0 error(s)", true},
+        {u"1 line checked, no error found.", true},
+        {u"Line 3: The string that begins with \" is not closed.", false},
+        {u"Cannot read source record 'X'", false},
+        {u"3: PRINT \"0 error(s)\" is wrong", false},
+        {u"done", false},
+        {u"", false}};
+    for (const auto& row : rows) EXPECT_EQ(IsCleanCompile(row.output), row.clean) << ToUtf8(row.output);
+}
+
+TEST(CompileTest, ACleanCompileIsFollowedByItsCommand)
+{
+    TestProgram t;
+    ShownResults results(t);
+    auto document = t.StoreAndOpen(kMain, u"text");
+    FakeSession& host = t.Store().session;
+    MvEdit& settings = t.program.EditorSettings();
+    const auto compile = [&](TextView output, TextView command) {
+        settings.CleanCompileCommand = command;
+        host.commands.clear();
+        results.shown.clear();
+        host.output = output;
+        host.whileExecuting = [&] {
+            if (host.commands.size() == 2) host.output = u"MAIN added\r\n";
+        };
+        document->Compile();
+        return host.commands.size();
+    };
+    settings.CompileOptions = u"(L";
+    EXPECT_EQ(compile(u"0 error(s)", u""), 1U);
+    EXPECT_EQ(compile(u"1 error(s)", u"CATALOGUE"), 1U);
+    EXPECT_EQ(compile(u"0 error(s)", u"CATALOGUE %FILENAME% %ITEMID% LOCAL"), 2U);
+    EXPECT_EQ(host.commands.back(), u"CATALOGUE BP MAIN LOCAL");
+    EXPECT_EQ(results.shown, (Shown{u"0 error(s)", u"0 error(s)\r\nMAIN added"}));
+    settings.CleanCompileCommand = u"CATALOGUE";
+    results.shown.clear();
+    host.output = u"0 error(s)";
+    host.commands.clear();
+    host.whileExecuting = [&] {
+        if (host.commands.size() == 2) throw Error{error_number::kStorage, u"no such verb"};
+    };
+    EXPECT_THROW(document->Compile(), Error);
+    EXPECT_EQ(results.shown, Shown{u"0 error(s)"}) << "what the compiler said is there";
+    t.ExpectCalm();
+}
+
 TEST(CompileTest, Refusals)
 {
     TestProgram t;

@@ -61,6 +61,60 @@ TEST(ResultsModelTest, SourceLine)
     }
 }
 
+TEST(ResultsModelTest, WhatACompilerPrintsLeadsToItsProgram)
+{
+    TestResults test;
+    TestProgram& t = test.program;
+    const Text account = u"mvdb:*/DEMO/";
+    const std::pair<TextView, TextView> items[] = {
+        {u"BP/MAIN", u"A\r\nB\r\n  $INCLUDE INC DEFS ;* x\r\n$INSERT common\r\n$INCLUDE NOT THERE\r\nF"},
+        {u"BP/SUB", u"A\r\nB\r\nC"},
+        {u"BP/A%2FB", u"1\r\n2\r\n3"},
+        {u"BP/COMMON", u"include INC DEFS\r\nY\r\nZ"},
+        {u"INC/DEFS", u"1\r\n2\r\n3\r\n4"}};
+    for (const auto& [name, text] : items) t.Store(account + Text(name), Text(text));
+    t.Open(kMain);
+    auto& active = test.Add(u"1\r\n2\r\n3\r\n4\r\n5");
+    t.program.Services().compiled = {u"mvdb", u"*", u"DEMO", u"BP", u"MAIN"};
+    test.model.openPath = [&](TextView path) { return t.program.OpenPath(path, false); };
+    const Text output = u"Compiling BP SUB\r\n2: B is wrong\r\n1 error(s)\r\nCompiling BP MAIN\r\n2: B 5\r\n"
+                        u"3.3: no\r\n3: WARNING: x\r\n4.2: no\r\n4.1.2: no\r\n5.9: no\r\n"
+                        u"WARNING: X1 is not assigned\r\n2 error(s)\r\nCompiled 1 program(s) with errors in:\r\n   M1";
+    const Text broken = u"000000B1: Unassigned variable X1 at line 3 of ";
+    const struct {
+        Text output;
+        int32_t line;
+        Text item; ///< empty: the active document
+        int32_t sourceLine;
+    } rows[] = {{output, 1, u"BP/SUB", 2},
+                {output, 2, u"", 1},
+                {output, 4, u"BP/MAIN", 2},
+                {output, 5, u"INC/DEFS", 3},
+                {output, 6, u"BP/MAIN", 3},
+                {output, 7, u"BP/COMMON", 2},
+                {output, 8, u"INC/DEFS", 2},
+                {output, 9, u"BP/MAIN", 5},
+                {output, 10, u"", 1},
+                {output, 11, u"", 1},
+                {output, 12, u"", 1},
+                {output, 13, u"", 1},
+                {broken + u"/x/TESTACC/BP.OUT/SUB", 0, u"BP/SUB", 3},
+                {broken + u"/x/TESTACC/BP.OUT/A%SB", 0, u"BP/A%2FB", 3},
+                {broken + u"SUB", 0, u"BP/SUB", 3},
+                {broken + u"NONE", 0, u"", 1},
+                {u"Compiling 2 programs of BP\r\nError in line 4", 1, u"", 4},
+                {u"3.3: no", 0, u"", 3}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(ToUtf8(row.output) + "\n" + std::to_string(row.line));
+        active.Activate();
+        test.View(active).SetCaret({0, 0});
+        test.model.ShowResults(row.output);
+        test.model.JumpToSource({0, row.line}, u"");
+        auto at = t.Documents().ById(t.window.activeDocument);
+        ASSERT_TRUE(at);
+        EXPECT_EQ(at->Path(), row.item.empty() ? active.Path() : account + row.item);
+        EXPECT_EQ(test.View(*at).Caret().line + 1, row.sourceLine);
+    }
 /// To the line that was meant, whatever other numbers stand in it; lines that belong to no item lead nowhere.
 TEST(ResultsModelTest, JumpsIntoTheItemOfAPath)
 {

@@ -148,6 +148,37 @@ TEST_F(ContextHandlersTest, OpensWhatAStatementNames)
     t.ExpectCalm();
 }
 
+TEST_F(ContextHandlersTest, ACallOpensWhatTheCatalogueNames)
+{
+    t.Store(u"mvdb:*/DEMO/LIB/SRC", u"found");
+    auto document = t.StoreAndOpen(kMain, u"CALL SUB1(X)");
+    auto& record = t.Store().session.configuration;
+    const struct {
+        std::map<int32_t, Text> record;
+        HitKind kind;
+        bool opens;
+    } rows[] = {{{{1, u"V"}, {2, u"CS"}, {3, u"/srv/ACC/LIB.OUT/SRC"}}, HitKind::Call, true},
+                {{{1, u"Vcat"}, {2, u"CA"}, {3, u"LIB SRC"}}, HitKind::Call, true},
+                {{{1, u"V"}, {2, u"CS"}, {3, u"LIB"}, {4, u"SRC"}}, HitKind::Call, true},
+                {{{1, u"V"}, {2, u"CS"}, {3, u"/srv/ACC/LIB.OUT/SRC"}}, HitKind::Include, false},
+                {{{1, u"V"}, {2, u"CS"}, {3, u"/srv/ACC/cat/SRC"}}, HitKind::Call, false},
+                {{{1, u"V"}, {2, u"CS"}, {3, u"/srv/ACC/LIB.OUT/NONE"}}, HitKind::Call, false},
+                {{{1, u"PA"}, {2, u"CS"}, {3, u"LIB SRC"}}, HitKind::Call, false},
+                {{{1, u"V"}, {2, u"ls LIB"}, {3, u"LIB SRC"}}, HitKind::Call, false},
+                {{}, HitKind::Call, false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        record = row.record;
+        target = {row.kind, u"SUB1", 1};
+        t.connection.requests.clear();
+        HandleOpen(t.program, document.get());
+        const auto opened = t.Documents().Item(2);
+        EXPECT_EQ(opened ? opened->Path() : Text(), row.opens ? u"mvdb:*/DEMO/LIB/SRC" : u"");
+        EXPECT_EQ(t.connection.requests.size(), row.opens ? 0U : 1U) << "the picker asks for what nobody knows";
+        if (opened) opened->FileClose(false);
+    }
+}
+
 struct Row {
     /// The click is on the character behind "^".
     const char16_t* line;

@@ -57,8 +57,6 @@ TEST_F(HostConnectionTest, WhatIsMissingIsNamed)
         {u"mvdb:*/%2E%2E/accounts/X", error_number::kPathNotFound, u"Account .. does not exist on box."},
         {u"mvdb:*/DEMO/%2E%2E/DEMO", error_number::kPathNotFound, u"File .. does not exist in account DEMO."},
         {u"mvdb:none/DEMO", error_number::kPathNotFound, u"The host connection \"none\" is not set up in hosts.conf."},
-        {u"mvdb:far/X", error_number::kStorage,
-         u"The host connection \"far\" is a network connection, which is not available."},
         {u"mvdb:odd/X", error_number::kStorage, u"The host connection \"Odd\" is of the unknown kind \"x\"."},
         {u"nowhere", error_number::kBadFileName, u"\"nowhere\" is not the path of an item or a file."}};
     for (const auto& row : rows) {
@@ -345,16 +343,18 @@ TEST_F(HostConnectionTest, ReadOnlyIsWhatTheUserMayNotWrite)
 TEST_F(HostConnectionTest, TheSampleAccountComesWholeAndOnce)
 {
     const Text source = FromUtf8(folder / "accounts/DEMO");
-    const Text root = FromUtf8(folder / "data/new");
+    const HostConfig config = HostConfig::Parse(u"", folder / "data");
+    const std::string root = "data/Orlin/Nib/Accounts";
     chmod((folder / "accounts/DEMO/BP").c_str(), 0555);
-    EXPECT_TRUE(InstallSampleAccount(source, root));
-    EXPECT_EQ(BytesOf(folder / "data/new/DEMO/BP/INVOICE"), "A=1\nPRINT A\n");
-    EXPECT_EQ(access((folder / "data/new/DEMO/BP").c_str(), W_OK), 0);
-    folder.File("data/new/DEMO/BP/INVOICE", "mine");
-    EXPECT_FALSE(InstallSampleAccount(source, root));
-    EXPECT_EQ(BytesOf(folder / "data/new/DEMO/BP/INVOICE"), "mine");
-    EXPECT_THROW(InstallSampleAccount(u"/none/OTHER", root), Error);
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "data/new"), {}), 1);
+    EXPECT_FALSE(InstallSampleAccount(source, HostConfig::Parse(u"[*]\nroot=/srv", folder / "data"))) << "not ours";
+    EXPECT_TRUE(InstallSampleAccount(source, config));
+    EXPECT_EQ(BytesOf(folder / (root + "/DEMO/BP/INVOICE")), "A=1\nPRINT A\n");
+    EXPECT_EQ(access((folder / (root + "/DEMO/BP")).c_str(), W_OK), 0);
+    folder.File(root + "/DEMO/BP/INVOICE", "mine");
+    EXPECT_FALSE(InstallSampleAccount(source, config));
+    EXPECT_EQ(BytesOf(folder / (root + "/DEMO/BP/INVOICE")), "mine");
+    EXPECT_THROW(InstallSampleAccount(u"/none/OTHER", config), Error);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / root), {}), 1);
 }
 
 } // namespace

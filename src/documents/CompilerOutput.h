@@ -1,0 +1,53 @@
+#pragma once
+// What a line that a host printed leads to: its compiler's errors, and messages of programs that broke off.
+
+#include "hosts/mvConnect.h"
+
+#include <optional>
+#include <vector>
+
+namespace nib {
+
+struct DocumentServices;
+
+/// A program as messages and the catalogue name it.
+struct ProgramName {
+    Text file; ///< empty when it is not told
+    Text item;
+
+    friend bool operator==(const ProgramName&, const ProgramName&) = default;
+};
+
+/// Of what was translated: an item of "BP.OUT" is a program of "BP". A name without a folder is an item.
+ProgramName ProgramOfObject(TextView path);
+/// What the catalogue of the session's account calls by the name, where its VOC tells: "V", a type such as "CS", and
+/// the path of what was translated, or the file and the item.
+std::optional<ProgramName> CataloguedProgram(mvSession& session, TextView name);
+
+struct OutputTarget {
+    enum class Kind : uint8_t {
+        AnyNumber, ///< nothing is known of the line: a number in it will be one of a line
+        Nowhere,
+        Program,
+    };
+    Kind kind = Kind::AnyNumber;
+    ProgramName program;
+    std::vector<int32_t> lines; ///< of the program, then of what that line includes, and so on
+};
+
+/// `output` has LF between lines; `lineStart` is where the line begins.
+OutputTarget TargetOfOutput(TextView output, size_t lineStart);
+
+struct SourcePlace {
+    Text path;
+    int32_t line = 0;
+};
+
+/// Where the target is, in the account of the item that was compiled. Includes are followed as far as they are found;
+/// none when the program is not.
+std::optional<SourcePlace> FindSource(DocumentServices& services, const OutputTarget& target,
+                                      const ItemPlace& compiled);
+/// The program that an account's catalogue calls by the name, as an item that is there; null when it tells of none.
+std::shared_ptr<mvItem> FindCatalogued(DocumentServices& services, const ItemPlace& account, TextView name);
+
+} // namespace nib

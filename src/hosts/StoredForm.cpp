@@ -1,0 +1,48 @@
+#include "hosts/StoredForm.h"
+
+#include "diagnostics/Guarded.h"
+
+namespace nib {
+
+Text StoredForm::Decode(std::string_view bytes)
+{
+    Text text = coding_.Decode(bytes, form_, name_, &odd_);
+    formTaken_ = false;
+    return text;
+}
+
+std::string StoredForm::Encode(TextView text)
+{
+    std::string bytes = Encoded(text);
+    odd_.clear();
+    formTaken_ = false;
+    return bytes;
+}
+
+std::string StoredForm::Encoded(TextView text)
+{
+    if (formTaken_) {
+        // Under a new name a text may be what it could not be under its old one.
+        std::string bytes;
+        if (!FailureOf([&] { bytes = coding_.Encode(text, form_, name_, odd_); })) return bytes;
+        const LineEnd lineEnd = form_.lineEnd;
+        form_ = coding_.NewForm();
+        form_.lineEnd = lineEnd;
+    }
+    return coding_.Encode(text, form_, name_, odd_);
+}
+
+bool StoredForm::TakeForm(const StoredForm& other)
+{
+    if (!coding_.IsLike(other.coding_)) return false;
+    formTaken_ = coding_.SharesForms(other.coding_);
+    if (formTaken_)
+        form_ = other.form_;
+    else if (coding_.HasLineEnds() && other.coding_.HasLineEnds())
+        form_.lineEnd = other.form_.lineEnd;
+    else
+        return false;
+    return true;
+}
+
+} // namespace nib

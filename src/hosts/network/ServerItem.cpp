@@ -1,0 +1,297 @@
+#include "hosts/network/ServerItem.h"
+
+#include "diagnostics/Guarded.h"
+#include "hosts/SeenFile.h"
+#include "platform/posix/FileName.h"
+
+#include <algorithm>
+
+namespace nib {
+
+namespace {
+
+constexpr std::string_view kVoc{"VOC"};
+constexpr std::string_view kDirectory{"4"};
+constexpr int32_t kPathOfFile = 2;
+constexpr int32_t kOwnUpdateLock = 2;
+
+Text VersionOf(std::string_view bytes)
+{
+    return SeenFile(FileStamp(), bytes).Version();
+}
+
+/// A printed text as lines; what no text can hold is a blank.
+Text Printed(const ItemText& coding, std::string bytes)
+{
+    std::replace(bytes.begin(), bytes.end(), '\0', ' ');
+    std::replace(bytes.begin(), bytes.end(), '\n', kFieldMark);
+    TextForm form;
+    return coding.Decode(bytes, form, u"The output");
+}
+
+} // namespace
+
+Text ServerCommands::Execute(TextView command, TextView input, int32_t)
+{
+    ServerSession& session = account_->commands;
+    const ServerWait::Scope scope(session.Wait(), command);
+    std::string lines = ToFileName(input);
+    std::erase(lines, '\r');
+    std::replace(lines.begin(), lines.end(), '\n', kFieldMark);
+    bool prompted = false;
+    try {
+        Text output = Printed(account_->coding, session.Execute(ToFileName(command), lines, prompted));
+        if (prompted) output += u"\r\n(The command asked for input, and was ended.)";
+        return output;
+    } catch (const WaitEnded&) {
+        // What runs cannot be interrupted but by the end of its connection.
+        session.Drop();
+        return Text(command) + u" was stopped.";
+    }
+}
+
+ServerReply ServerCommands::ReadVoc(TextView key, int32_t attribute)
+{
+    ServerSession& session = account_->items;
+    const ServerWait::Scope scope(session.Wait(), u"Reading the configuration");
+    return session.OnFile(std::string(kVoc), ServerAction::ReadField,
+                          [&](int16_t file) { return FieldData(file, attribute, ToFileName(key)); });
+}
+
+Text ServerCommands::GetConfiguration(TextView key, int32_t attribute)
+{
+    const ServerReply reply = ReadVoc(key, attribute);
+    return reply.result == ServerResult::Done ? Printed(account_->coding, reply.data) : Text();
+}
+
+bool ServerCommands::HasConfiguration()
+{
+    return ReadVoc(u"NIB", 1).result == ServerResult::Done;
+}
+
+ServerItem::ServerItem(std::shared_ptr<ServerAccount> account, ItemNames names)
+    : mvItem(std::move(names)), account_(std::move(account)),
+      form_(account_ ? account_->coding : ItemText::ForServer(Charset(), false), DisplayPath())
+{
+    if (account_) session_.emplace(account_);
+}
+
+ServerItem::~ServerItem()
+{
+    Release();
+}
+
+ServerAccount& ServerItem::Account()
+{
+    if (!account_ || ItemID().empty())
+        throw Error(error_number::kStorage, u"\"" + DisplayPath() + u"\" is not an item.");
+    return *account_;
+}
+
+std::string ServerItem::File() const
+{
+    return ToFileName(Folder());
+}
+
+std::string ServerItem::Id() const
+{
+    return ToFileName(ItemID());
+}
+
+bool ServerItem::Exists()
+{
+    if (!IsItem()) return false;
+    if (found_.empty()) IgnoringErrors([&] { Fetch(false, u"Looking for "); });
+    return found_ != kNone; // what cannot be looked at is there: reading it tells what is wrong
+}
+
+bool ServerItem::Supports(int32_t code)
+{
+    if (!session_) return false;
+    if (code == kSupportsExecute) return true;
+    return code == kSupportsConfiguration && session_->HasConfiguration();
+}
+
+StoredState ServerItem::State()
+{
+    if (found_ == seen_ || (!tried_.empty() && found_ == tried_)) return StoredState::Same;
+    return found_ == kNone ? StoredState::Gone : StoredState::Changed;
+}
+
+StoredState ServerItem::StateToSave()
+{
+    if (found_.empty()) return StoredState::Same; // it has never been looked at
+    ProveLock();
+    const StoredState state = State();
+    if (!lockWanted_) Release();
+    return state;
+}
+
+void ServerItem::Found(const ServerReply& reply)
+{
+    const bool none = reply.result == ServerResult::NotFound;
+    // An id that the file cannot hold is answered with nothing at all, as if that were the item.
+    if (!none && (reply.result != ServerResult::Done || reply.status != 0))
+        throw Error(error_number::kStorage, DisplayPath() + u" cannot be read: " + ServerRefusal(reply) + u".");
+    fetched_.reset();
+    if (!none) fetched_ = reply.data;
+    found_ = none ? Text(kNone) : VersionOf(reply.data);
+    if (seen_.empty()) seen_ = found_;
+}
+
+void ServerItem::Fetch(bool lock, TextView doing)
+{
+    ServerSession& session = Account().items;
+    const ServerWait::Scope scope(session.Wait(), Text(doing) + DisplayPath());
+    if (!lock) return Found(session.OnItem(File(), ServerAction::Read, Id()));
+    const std::string key = LockKey();
+    if (const auto holder = account_->holders.find(key); holder != account_->holders.end() && holder->second != this)
+        throw Error(error_number::kLocked, DisplayPath() + u" is open in another window.");
+    const ServerReply reply = session.OnItem(File(), ServerAction::ReadLocked, Id());
+    if (reply.result == ServerResult::Locked) RefuseLocked(reply.status);
+    // It is locked too when it is not there.
+    lockedIn_ = session.Login();
+    account_->holders[lockKey_ = key] = this;
+    try {
+        Found(reply);
+    } catch (...) {
+        Release();
+        throw;
+    }
+}
+
+/// Two names of one file are one file to the server's locks.
+std::string ServerItem::LockKey()
+{
+    const ServerReply path = Account().items.OnFile(File(), ServerAction::FileInformation,
+                                                    [](int16_t file) { return InformationData(file, kPathOfFile); });
+    return path.data + '\0' + Id();
+}
+
+void ServerItem::RefuseLocked(int32_t holder)
+{
+    const ServerReply state = account_->items.OnItem(File(), ServerAction::LockState, Id());
+    if (LongAt(state.data, 0).value_or(-1) == 0 && holder <= 1)
+        throw Error(error_number::kStorage, DisplayPath() + u" cannot be locked: the server's table of locks is full.");
+    throw Error(error_number::kLocked,
+                DisplayPath() + u" is locked." + HeldBy(OrDefault([&] { return LockHolder(); }, Text())));
+}
+
+Text ServerItem::LockHolder()
+{
+    ServerSession& session = Account().items;
+    const ServerWait::Scope scope(session.Wait(), u"Asking who holds " + DisplayPath());
+    if (const auto own = account_->holders.find(LockKey()); own != account_->holders.end())
+        return u"this program, in another window";
+    const ServerReply reply = session.OnItem(File(), ServerAction::LockState, Id());
+    if (reply.result != ServerResult::Done || LongAt(reply.data, 0).value_or(0) >= 0) return {};
+    if (session.IsOwnGhost(reply.status))
+        return u"a lost connection of this very program, until the server clears it away";
+    return session.UserOf(reply.status);
+}
+
+Text ServerItem::ReadItem(int32_t, int32_t, int32_t)
+{
+    if (!fetched_) Fetch(false, u"Reading ");
+    if (!fetched_) throw Error(error_number::kFileNotFound, DisplayPath() + u" does not exist.");
+    const std::string bytes = *std::exchange(fetched_, std::nullopt);
+    Text text = form_.Decode(bytes);
+    seen_ = found_;
+    tried_.clear();
+    return text;
+}
+
+void ServerItem::LockItem(bool lock)
+{
+    lockWanted_ = lock;
+    if (!lock) return Release();
+    if (!HoldsLock()) Fetch(true, u"Locking ");
+}
+
+bool ServerItem::HoldsLock() const
+{
+    return lockedIn_ != 0 && account_->items.Login() == lockedIn_;
+}
+
+void ServerItem::Release() noexcept
+{
+    if (lockedIn_ == 0) return;
+    account_->items.Release(File(), Id(), lockedIn_);
+    IgnoringErrors([&] {
+        if (const auto own = account_->holders.find(lockKey_); own != account_->holders.end() && own->second == this)
+            account_->holders.erase(own);
+    });
+    lockedIn_ = 0;
+}
+
+void ServerItem::ProveLock()
+{
+    ServerSession& session = Account().items;
+    const ServerWait::Scope scope(session.Wait(), u"Saving " + DisplayPath());
+    if (HoldsLock()) {
+        const ServerReply reply = session.OnItem(File(), ServerAction::LockState, Id());
+        if (HoldsLock() && reply.result == ServerResult::Done && LongAt(reply.data, 0) == kOwnUpdateLock) return;
+    }
+    const bool lost = lockedIn_ != 0;
+    try {
+        Fetch(true, u"Locking ");
+        fetched_.reset();
+    } catch (const Error& error) {
+        if (!lost || !IsLocked(error)) throw;
+        throw Error(error.number, u"The lock of " + DisplayPath() + u" was lost. " + error.description);
+    }
+}
+
+void ServerItem::CheckStorable(std::string_view bytes)
+{
+    const auto refuse = [&](TextView why) {
+        throw Error(error_number::kStorage, DisplayPath() + u" cannot be saved: " + Text(why));
+    };
+    if (bytes.size() + Id().size() > kLargestItem) refuse(u"the server takes 99,999,995 bytes at most.");
+    const size_t feed = bytes.find('\n');
+    if (feed == std::string_view::npos || account_->items.FileType(File()) != kDirectory) return;
+    const auto line = std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(feed), kFieldMark) + 1;
+    refuse(u"line " + Decimal(line) + u" holds a line feed, and a directory file would make two lines of it.");
+}
+
+void ServerItem::WriteItem(int32_t, int32_t, int32_t, TextView text)
+{
+    Account();
+    const std::string bytes = form_.Encode(text);
+    const ServerWait::Scope scope(account_->items.Wait(), u"Saving " + DisplayPath());
+    CheckStorable(bytes);
+    ProveLock();
+    if (const StoredState state = State(); state != StoredState::Same) {
+        const bool gone = state == StoredState::Gone;
+        AcceptState();
+        if (!lockWanted_) Release();
+        throw Error(error_number::kStorage, DisplayPath() + (gone ? u" was deleted" : u" was changed") +
+                                                u" on the server since it was opened. Save it again to " +
+                                                (gone ? u"make it anew." : u"replace it."));
+    }
+    Store(bytes);
+}
+
+void ServerItem::Store(const std::string& bytes)
+{
+    tried_ = VersionOf(bytes);
+    ServerReply reply;
+    try {
+        reply = account_->items.Write(File(), Id(), bytes, lockWanted_, lockedIn_);
+    } catch (const StreamEnded& ended) {
+        throw StreamEnded(ended.description + u" Whether " + DisplayPath() +
+                          u" is stored is not known. It stays open and changed; saving it again connects again and "
+                          u"finds out.");
+    }
+    if (reply.result != ServerResult::Done || reply.status != 0) {
+        tried_.clear();
+        if (!lockWanted_) Release();
+        throw Error(error_number::kStorage, DisplayPath() + u" cannot be saved: " + ServerRefusal(reply) + u".");
+    }
+    seen_ = found_ = tried_;
+    tried_.clear();
+    fetched_.reset();
+    if (!lockWanted_) Release(); // it has ended with the write
+}
+
+} // namespace nib

@@ -1,0 +1,94 @@
+"""What a fake server holds: accounts with their files, and locks."""
+import re
+
+FE = b"\xfe"
+FREE, SHARED, UPDATE, FILE_LOCK = range(4)
+
+
+class File(dict):
+    """Items as they are stored, under ids with a character for each byte. In a directory file that is what another
+    program finds on disk, with line feeds; a name in foreign is listed and cannot be read."""
+
+    def __init__(self, path, hashed):
+        super().__init__()
+        self.path, self.hashed, self.foreign = path, hashed, set()
+
+    def odd(self, name):
+        """A name of good length that this kind of file cannot hold."""
+        return bool(re.search(r"[\0\xfb-\xff]" if self.hashed else r"[^ -~]", name))
+
+    def item(self, name, mapping=True):
+        stored = self[name]
+        return stored if self.hashed or not mapping else stored.removesuffix(b"\n").replace(b"\n", FE)
+
+    def put(self, name, item, mapping=True):
+        mapped = not self.hashed and mapping
+        self[name] = item.replace(FE, b"\n") + b"\n" if mapped and item else item
+
+    def lines(self, name):
+        return self.item(name).replace(b"\n", FE).decode("latin1").split("\xfe")
+
+
+class Account(dict):
+    """Files by name; the dictionary of BP is "DICT BP". VOC is a hashed file, with an entry for each of them."""
+
+    def __init__(self, name, verbs):
+        super().__init__()
+        self.name, self.path, self.catalogue = name, f"/accounts/{name}", {}
+        self["VOC"] = File(f"{self.path}/VOC", True)
+        self["VOC"].update({verb: f"V\xfeCA\xfe${verb}".encode("latin1") for verb in verbs})
+        for file, hashed in (("VOC", True), ("BP", False), ("BP.OUT", False), ("ITEMS", True)):
+            self.create(file, hashed)
+
+    def create(self, name, hashed):
+        self.setdefault(name, File(f"{self.path}/{name}", hashed))
+        self["DICT " + name] = File(f"{self.path}/{name}.DIC", True)
+        self["VOC"][name] = f"F\xfe{name}\xfe{name}.DIC".encode("latin1")
+        return self[name]
+
+
+class Locks:
+    """Advisory: nothing but taking another one asks them. A key is path and id, without an id the whole file; a holder
+    is a session with the file number that it took the lock through."""
+
+    def __init__(self):
+        self.held = {}
+        self.limit = 100
+
+    def take(self, session, number, key, level):
+        """The number of the session in the way, or None when the lock is taken."""
+        for place in (key, (key[0], None)):
+            state, holders = self.held.get(place, (FREE, {}))
+            others = set(holders) - {session}
+            if others and (UPDATE in (level, state) or state == FILE_LOCK):
+                return min(others)
+        if key not in self.held and len(self.held) >= self.limit:
+            return 1
+        self.held[key] = (level, {session: number} | self.held.get(key, (FREE, {}))[1])
+        return None
+
+    def free(self, session, number=None, key=None):
+        for place, (_, holders) in list(self.held.items()):
+            if session in holders and number in (None, holders[session]) and key in (None, place):
+                del holders[session]
+                if not holders:
+                    del self.held[place]
+
+    def state(self, session, key):
+        """As told to that session, negative when others hold it, and the holder's number."""
+        for place in ((key[0], None), key):
+            state, holders = self.held.get(place, (FREE, {}))
+            if holders:
+                return (state, session) if session in holders else (-state, min(holders))
+        return FREE, 0
+
+    def report(self):
+        """Paths and ids are broken over as many lines as they need."""
+        lines = ["User File Path........................... Type Id.............................."]
+        for (path, name), (state, holders) in self.held.items():
+            for session in sorted(holders):
+                lead, kind = f"{session:4}    1", ("", "RL", "RU", "FX")[state]
+                for at in range(max(len(path) - 1, len(name or " ") - 1) // 31 + 1):
+                    lines.append(f"{lead:9} {path[31 * at:][:31]:31} {kind:4} {(name or '')[32 * at:][:32]:32}")
+                    lead = kind = ""
+        return lines if len(lines) > 1 else ["There are no active file, read or update locks held by any user"]
