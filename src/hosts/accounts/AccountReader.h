@@ -7,7 +7,8 @@
 
 namespace nib {
 
-/// Reads the files of an account's folder without a look at locks, or at anything twice.
+/// Reads the files of an account's folder without a look at locks, or at anything twice. Hashed files, which only their
+/// server can read, are left out.
 class AccountReader final : public ItemReader {
 public:
     AccountReader(AccountStore store, Text account) : store_(std::move(store)), account_(std::move(account)) {}
@@ -25,7 +26,8 @@ private:
 
     AccountStore store_;
     Text account_;
-    std::string folder_;                ///< of the file whose ids are known
+    std::string folder_; ///< of the file whose ids are known
+    IdRule rule_ = IdRule::Plain;
     std::map<Text, std::string> names_; ///< by id
     std::string bytes_;
     std::atomic<bool> stopped_ = false;
