@@ -92,6 +92,41 @@ TEST_F(ServerTest, OneHasTheLockAndTheOtherHearsWho)
     EXPECT_NO_THROW(second.Open(u"BP", u"NOTTHERE"));
 }
 
+TEST_F(ServerTest, TenDesksWantOneItem)
+{
+    behind.Put("BP", "WANTED", "X");
+    std::vector<std::unique_ptr<Desk>> desks;
+    std::vector<std::shared_ptr<mvItem>> held;
+    for (int i = 0; i < 10; ++i) {
+        desks.push_back(std::make_unique<Desk>(i % 2));
+        if (auto item = OrDefault([&] { return desks.back()->Open(u"BP", u"WANTED"); }, std::shared_ptr<mvItem>()))
+            held.push_back(item);
+    }
+    EXPECT_EQ(held.size(), 1u);
+    held.clear();
+    EXPECT_NO_THROW(desks.back()->Open(u"BP", u"WANTED"));
+}
+
+TEST_F(ServerTest, AnIdOfAnyByteIsStoredOrRefusedInWords)
+{
+    Desk desk(0);
+    for (const TextView file : {u"BP", u"ITEMS"}) {
+        for (int byte = 1; byte < 256; ++byte) {
+            const std::string id = {'I', static_cast<char>(byte), 'D'};
+            const std::string name = ToUtf8(file);
+            std::optional<Error> failure = FailureOf([&] { WriteAll(*desk.Open(file, FromFileName(id)), u"X"); });
+            const std::string stored = behind.Get(name, id);
+            const bool fits = file == u"BP" ? byte >= 0x20 && byte < 0x7F : byte < 0xFB;
+            EXPECT_EQ(stored == "X", fits) << name << ' ' << byte;
+            EXPECT_EQ(failure.has_value(), !fits) << name << ' ' << byte;
+            if (failure) {
+                EXPECT_NE(failure->description.find(u"the item id is not allowed there"), Text::npos)
+                    << ToUtf8(failure->description);
+            }
+        }
+    }
+}
+
 TEST_F(ServerTest, WhatAnotherWroteIsNotOverwrittenUnseen)
 {
     Desk desk(0);
