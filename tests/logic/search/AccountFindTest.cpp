@@ -161,13 +161,11 @@ TEST_F(AccountFindTest, AHostThatIsLostAndAnotherListEndIt)
     EXPECT_EQ(find.Dialog().fault, u"gone");
     EXPECT_EQ(find.Dialog().counts.items, 1);
     EXPECT_TRUE(results.lines.back().starts_with(u"gone Hits: 1."));
-    Gate gate;
-    hooks[{u"BP", u"C"}] = [&] { gate.Wait(); };
+    hooks[{u"BP", u"C"}] = [&] { last->stopped.Wait(); };
     results.lines.clear();
     find.Find();
     ASSERT_TRUE(Until([&] { return Listed(u"0002 [x] = 1"); }));
     results.ShowResults(u"compiled");
-    gate.Open();
     EXPECT_TRUE(Until([&] { return IsIdle(); }));
     EXPECT_EQ(results.lines, Lines{u"compiled"});
 }
