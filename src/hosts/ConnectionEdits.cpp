@@ -52,14 +52,19 @@ HostSettings ConnectionEdits::Settings(TextView name) const
     return Config().Find(name);
 }
 
+std::optional<ConnectionEdits::Fault> ConnectionEdits::FirstFault() const
+{
+    const HostConfig config = Config();
+    for (const Text& name : changed_)
+        if (const auto failure = FailureOf([&] { links_.Check(config.Find(name)); }))
+            return Fault{name, failure->description};
+    return std::nullopt;
+}
+
 void ConnectionEdits::Accept(const std::function<void(const HostSettings&)>& forget)
 {
-    HostConfig config = Config();
-    // What nobody has touched here may be wrong as it was before.
-    for (const Text& name : changed_)
-        if (const auto fault = FailureOf([&] { links_.Check(config.Find(name)); })) throw ConnectionFault(*fault, name);
     file_.Save(links_.Saver());
-    changed_.clear();
+    HostConfig config = Config();
     const std::vector<HostSettings> gone = links_.Config().LoginsGone(config);
     links_.Take(std::move(config));
     for (const HostSettings& host : gone) forget(host);

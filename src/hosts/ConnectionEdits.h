@@ -1,5 +1,4 @@
 #pragma once
-#include "base/Error.h"
 #include "hosts/HostLinks.h"
 #include "hosts/HostsFile.h"
 
@@ -8,14 +7,8 @@
 
 namespace nib {
 
-/// Why a connection cannot be taken as it is.
-struct ConnectionFault : Error {
-    ConnectionFault(const Error& error, Text name) : Error(error), connection(std::move(name)) {}
-    Text connection;
-};
-
-/// Changes of the connections, which come into force when they are accepted. Names and values are in words for the user
-/// where Error is thrown.
+/// Changes of the connections, which come into force when they are accepted. What changes them throws Error as
+/// HostsFile does.
 class ConnectionEdits {
 public:
     /// The links outlive it.
@@ -33,8 +26,14 @@ public:
     HostSettings Settings(TextView name) const;
     /// As HostLink::Test.
     Text Test(TextView name) const { return links_.Test(Settings(name)); }
+    struct Fault {
+        Text connection;
+        Text why;
+    };
+    /// Of a connection that cannot work as it was changed here; what nobody has touched may be as wrong as it was.
+    std::optional<Fault> FirstFault() const;
     /// Writes the file, and has the links follow it. `forget` is called for logins that are of no more use. Throws
-    /// ConnectionFault for a changed connection that cannot work, and Error when the file cannot be written.
+    /// Error when the file cannot be written; then nothing has changed.
     void Accept(const std::function<void(const HostSettings&)>& forget);
 
 private:
