@@ -17,6 +17,8 @@ packages=(
     libgtest-dev libbenchmark-dev python3 acl attr procps poppler-utils
     # a private bus for the tests of automation, and clients for it
     dbus-daemon libglib2.0-bin python3-gi
+    # a desktop's store of secrets
+    gnome-keyring
     # the desktop's validators, and the Debian package
     desktop-file-utils appstream shared-mime-info libxml2-utils man-db bash-completion lintian
     # the sanitized build and the fuzzers

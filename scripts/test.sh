@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 scripts/install-deps.sh
 export CTEST_PARALLEL_LEVEL=${CTEST_PARALLEL_LEVEL:-$(nproc)}
 
-scripts/build.sh asan nib_logic_tests nib_widget_tests nib_fuzzers nibpad71
+scripts/build.sh asan nib_logic_tests nib_widget_tests nib_network_tests nib_fuzzers nibpad71
 ctest --preset asan --label-exclude fuzz
 # What the last commit changed, or all since NIB_TIDY_BASE.
 if git rev-parse -q --verify "${NIB_TIDY_BASE:-HEAD~1}" >/dev/null; then scripts/tidy.sh; fi

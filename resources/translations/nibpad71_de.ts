@@ -345,8 +345,8 @@ Qt %2</translation>
         <translation>Items</translation>
     </message>
     <message>
-        <source>all, or those that fit, as INV*</source>
-        <translation>alle, oder die passenden, etwa INV*</translation>
+        <source>In INV* the star stands for any characters, in INV? the question mark for one.</source>
+        <translation>In INV* steht der Stern für beliebige Zeichen, in INV? das Fragezeichen für eines.</translation>
     </message>
     <message>
         <source>&amp;Items:</source>

@@ -99,14 +99,16 @@ public:
     {
         place_.folder.clear();
         place_.itemId.clear();
-        const std::optional<ProgramName> program = OrDefault(
-            [&] {
-                const Text path = services_.connection.ComposeHostPath(place_);
-                const std::shared_ptr<mvItem> account = services_.connection.OpenServerForPath(path, true, false);
-                mvSession* session = account ? account->Session() : nullptr;
-                return session ? CataloguedProgram(*session, name) : std::nullopt;
-            },
-            std::optional<ProgramName>());
+        const Text path = services_.connection.ComposeHostPath(place_);
+        const auto ask = [&]() -> std::optional<ProgramName> {
+            const std::shared_ptr<mvItem> account = services_.connection.OpenServerForPath(path, true, false);
+            mvSession* session = account ? account->Session() : nullptr;
+            if (!session) return std::nullopt;
+            std::optional<ProgramName> program = CataloguedProgram(*session, name);
+            return program ? program : CataloguedProgram(*session, ToUpper(name));
+        };
+        const auto program =
+            place_.provider == kHostProvider ? OrDefault(ask, std::optional<ProgramName>()) : std::nullopt;
         return program ? Find(*program) : nullptr;
     }
     /// As it stands in its window, else as it is stored.

@@ -20,7 +20,7 @@ struct AccountFindDialog {
     Text account;
     Text hostName;
     std::vector<AccountFile> files;
-    Text pattern; ///< of ids
+    Text pattern = u"*"; ///< of ids
     Text findText;
     Text replaceText;
     bool matchCase = false;

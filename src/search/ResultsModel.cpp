@@ -174,9 +174,14 @@ bool ResultsModel::JumpByOutput(int32_t line)
     if (target.kind != OutputTarget::Kind::Program) return target.kind == OutputTarget::Kind::Nowhere;
     const std::optional<SourcePlace> place = FindSource(services_, target, services_.compiled);
     if (!place || !openPath) return false;
-    if (!openPath(place->path)) return true;
-    if (auto document = services_.openDocuments.ById(services_.frame.ActiveDocument())) document->GotoLine(place->line);
+    Show(place->path, place->line);
     return true;
+}
+
+void ResultsModel::Show(TextView path, int32_t line)
+{
+    if (!openPath || !openPath(path) || line == 0) return;
+    if (auto document = services_.openDocuments.ById(services_.frame.ActiveDocument())) document->GotoLine(line);
 }
 
 void ResultsModel::JumpToItem(int32_t line)
@@ -185,9 +190,7 @@ void ResultsModel::JumpToItem(int32_t line)
     if (line < 0 || line >= LineCount() || header == paths_.begin()) return;
     --header;
     const int32_t target = rows_[static_cast<size_t>(line)].sourceLine;
-    const bool leads = target > 0 || header->first == line;
-    if (!leads || !openPath || !openPath(header->second) || target == 0) return;
-    if (auto document = services_.openDocuments.ById(services_.frame.ActiveDocument())) document->GotoLine(target);
+    if (target > 0 || header->first == line) Show(header->second, target);
 }
 
 Text ResultsModel::FontName() const

@@ -70,6 +70,8 @@ private:
 
     /// True when that settles where the line leads, be it nowhere.
     bool JumpByOutput(int32_t line);
+    /// Opens it, at the line unless that is 0.
+    void Show(TextView path, int32_t line);
     /// Where lines lead into items by their paths.
     void JumpToItem(int32_t line);
 

@@ -120,7 +120,8 @@ void frmFindAccount::BuildFiles(QGridLayout& grid)
     row->addStretch(1);
     grid.addLayout(row, 5, 1, 1, 2);
     txtItems_ = Field(tr("Items"));
-    txtItems_->setPlaceholderText(tr("all, or those that fit, as INV*"));
+    txtItems_->setText(ToQString(find_.Dialog().pattern));
+    txtItems_->setToolTip(tr("In INV* the star stands for any characters, in INV? the question mark for one."));
     grid.addWidget(LabelOf(txtItems_, tr("&Items:")), 6, 0);
     grid.addWidget(txtItems_, 6, 1, 1, 2);
 }

@@ -4,32 +4,23 @@
 #include "fakes/FakeSearch.h"
 #include "search/AccountFind.h"
 
-#include <condition_variable>
+#include <atomic>
 #include <thread>
 
 namespace nib::test {
 
-/// A place where a search waits until it is let go.
+/// Where a search waits until it is let go.
 class Gate {
 public:
-    void Wait()
-    {
-        std::unique_lock lock(mutex_);
-        moved_.wait(lock, [this] { return open_; });
-    }
+    void Wait() const { open_.wait(false); }
     void Open()
     {
-        {
-            const std::lock_guard lock(mutex_);
-            open_ = true;
-        }
-        moved_.notify_all();
+        open_ = true;
+        open_.notify_all();
     }
 
 private:
-    std::mutex mutex_;
-    std::condition_variable moved_;
-    bool open_ = false;
+    std::atomic<bool> open_ = false;
 };
 
 /// Items whose text is "object" are none.

@@ -94,16 +94,17 @@ def run_program(lines, path, emit):
 
 
 def run_line(session, line):
-    words = [word.strip("'\"") for word in re.findall(r"'[^']*'|\"[^\"]*\"|\S+", line)] or [""]
-    entry = session.account["VOC"].get(words[0].upper())
-    if entry is None:
+    verb, *words = re.findall(r"'[^']*'|\"[^\"]*\"|\S+", line) or [""]
+    entry = session.account["VOC"].get(verb.upper())
+    if entry is None or not (entry.startswith(b"PA") or verb.upper() in VERBS):
         session.code = -1
-        session.emit(f"{words[0]} is not in your VOC\n")
+        session.emit(f"{verb} is not in your VOC\n")
     elif entry.startswith(b"PA"):
         for step in entry.decode("latin1").split("\xfe")[1:]:
             yield from run_line(session, step)
     else:
-        yield from VERBS[words[0].upper()](session, *words[1:]) or ()
+        command = VERBS[verb.upper()]
+        yield from command(session, *(words if command is catalogue else [word.strip("'\"") for word in words])) or ()
 
 
 def basic(session, file="", *items):
@@ -141,16 +142,23 @@ def run(session, file="", item=""):
         session.emit(f"Program {file}.OUT {item} not found\n")
 
 
-def catalogue(session, file="", item="", option=""):
-    session.code = 0
+def catalogue(session, *words):
+    """Does not see a name in quotes."""
+    names = [word for word in words if word[0] not in "'\"" and word != "LOCAL"]
+    file, item = (["BP"] + names)[-2:] if names else ("", "")
     out = session.account.get(file + ".OUT", {})
+    session.code = 0
     if item not in out:
-        session.emit(f"{file}.OUT {item} not found\n")
+        session.emit(f"{file}.OUT {item} not found\n" if item else "Program name or select list required\n")
         return
-    if option == "LOCAL":
-        session.account["VOC"][item] = f"V\xfeCS\xfe{out.path}/{item}".encode("latin1")
-    session.account.catalogue[item] = out[item]
-    session.emit(f"{item} added to {'local' if option == 'LOCAL' else 'private'} catalogue\n")
+    kinds = {"private": session.account.catalogue, "local": session.account["VOC"]}
+    kind, other = ("local", "private") if "LOCAL" in words else ("private", "local")
+    kinds[kind][item] = f"V\xfeCS\xfe{out.path}/{item}".encode("latin1")
+    session.emit(f"{item} added to {kind} catalogue\n")
+    if item in kinds[other]:
+        session.emit(f"Program is also in {other} catalogue. Remove? ")
+        if (yield "") == "Y":
+            del kinds[other][item]
 
 
 def sselect(session, file="", *words):

@@ -180,7 +180,8 @@ def commands(server, a, b):
     yield "cleared", (a.execute("SSELECT VOC")[0], a.call(13, b"\0\0"), a.call(14, b"\0\0")), (0, DONE, DONE)
     a.write(a.items, "T.1", b"")
     a.execute("SSELECT ITEMS")
-    yield "eaten by the next command", b"record 'T.1'" in a.execute("BASIC BP")[2] + a.call(14, b"\0\0")[2], True
+    said = a.execute("BASIC BP")[2]
+    yield "eaten by the next command", (b"record 'T.1'" in said or said, a.call(14, b"\0\0")), (True, DONE)
     yield "unknown command", a.execute("NOSUCH"), (0, -1, b"NOSUCH is not in your VOC")
     yield "not compiled", a.execute("RUN BP T.NO"), (0, -3006, b"Program BP.OUT T.NO not found")
 
@@ -237,11 +238,13 @@ def compiling(server, a, b):
     a.execute("BASIC BP TSUB")
     yield "catalogue", a.execute("CATALOGUE BP TSUB")[::2], (0, b"TSUB added to private catalogue")
     yield "no object", a.execute("CATALOGUE BP T.NO")[2], b"BP.OUT T.NO not found"
-    a.execute("DELETE.CATALOGUE TSUB")
-    a.execute("CATALOGUE BP TSUB LOCAL")
+    yield "not in quotes", a.execute('CATALOGUE BP "TSUB"')[2], b"BP.OUT BP not found"
+    both = b"TSUB added to local catalogue\nProgram is also in private catalogue. Remove? "
+    yield "both catalogues", (a.execute("CATALOGUE BP TSUB LOCAL"), a.call(22, b"Y")[0]), ((5, 0, both), 0)
     voc = a.open("VOC")
     yield "local catalogue", re.sub(rb"/.*/BP", b"BP", a.on(6, voc, "TSUB")[2]), b"V\xfeCS\xfeBP.OUT/TSUB"
     a.on(18, voc, "TSUB")
+    a.execute("DELETE.CATALOGUE TSUB")
 
 
 def seats(server, a, b):

@@ -301,6 +301,7 @@ TEST_F(FindAccountFormTest, KeysAlone)
     Key(Qt::Key_Space);
     EXPECT_FALSE(find.Dialog().files[1].chosen);
     AccessKey(Qt::Key_I);
+    Key(Qt::Key_A, Qt::ControlModifier);
     Type("a*");
     EXPECT_EQ(find.Dialog().pattern, u"a*");
     Key(Qt::Key_Return);

@@ -1,6 +1,7 @@
 #include "hosts/accounts/AccountReader.h"
 
 #include "hosts/ItemBrowser.h"
+#include "hosts/accounts/ServerAccounts.h"
 #include "platform/posix/FileName.h"
 
 #include <algorithm>
@@ -14,13 +15,14 @@ namespace {
 constexpr int64_t kBlock = 1 << 20;
 constexpr int64_t kSmallBlock = 1 << 12;
 
-/// By id, as they are shown, what stands in a folder.
-std::vector<std::pair<Text, std::string>> Named(const std::string& folder, bool folders)
+/// By id, as they are shown, what stands in a folder. A hashed file has nothing that can be read here.
+std::vector<std::pair<Text, std::string>> Named(const std::string& folder, bool folders, IdRule rule)
 {
     std::vector<std::pair<Text, std::string>> named;
     for (FolderEntry& found : ListFolder(folder)) {
-        if (found.isFolder != folders) continue;
-        if (std::optional<Text> id = DecodeName(found.name)) named.emplace_back(std::move(*id), std::move(found.name));
+        if (found.isFolder != folders || (folders && IsHashedFile(folder + "/" + found.name))) continue;
+        if (std::optional<Text> id = DecodeName(found.name, rule))
+            named.emplace_back(std::move(*id), std::move(found.name));
     }
     std::sort(named.begin(), named.end(), [](auto& a, auto& b) { return ComesBefore(a.first, b.first); });
     return named;
@@ -49,14 +51,15 @@ void AccountReader::CheckStopped() const
 std::vector<Text> AccountReader::Files()
 {
     CheckStopped();
-    return nib::Ids(Named(store_.AccountFolder(account_), true));
+    return nib::Ids(Named(store_.AccountFolder(account_), true, IdRule::Plain));
 }
 
 std::vector<Text> AccountReader::Ids(TextView file)
 {
     CheckStopped();
     folder_ = store_.FileFolder(account_, file);
-    const auto named = Named(folder_, false);
+    rule_ = store_.RuleOf(store_.AccountFolder(account_));
+    const auto named = Named(folder_, false, rule_);
     names_ = {named.begin(), named.end()};
     return nib::Ids(named);
 }
@@ -65,7 +68,7 @@ std::optional<Text> AccountReader::Read(TextView file, TextView id)
 {
     CheckStopped();
     const auto known = names_.find(Text(id));
-    const std::string name = known == names_.end() ? FindName(folder_, id) : known->second;
+    const std::string name = known == names_.end() ? FindName(folder_, id, rule_) : known->second;
     if (!ReadBytes(folder_ + "/" + name)) return std::nullopt;
     TextForm form;
     return store_.Coding().Decode(bytes_, form, Text(file) + u" " + Text(id));

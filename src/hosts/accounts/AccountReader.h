@@ -25,6 +25,7 @@ private:
 
     AccountStore store_;
     Text account_;
+    IdRule rule_ = IdRule::Plain;
     std::string folder_;                ///< of the file whose ids are known
     std::map<Text, std::string> names_; ///< by id
     std::string bytes_;

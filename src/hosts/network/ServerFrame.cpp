@@ -76,14 +76,6 @@ std::string WriteData(int16_t file, std::string_view id, std::string_view item)
     return out.append(id).append(item);
 }
 
-std::string FieldData(int16_t file, int32_t field, std::string_view id)
-{
-    std::string out = NumberData(file);
-    AppendNumber(out, int16_t{0}); // no lock
-    AppendNumber(out, field);
-    return out.append(id);
-}
-
 std::string InformationData(int16_t file, int32_t key)
 {
     std::string out = NumberData(file);

@@ -30,7 +30,6 @@ enum class ServerAction : int16_t {
     LockState = 34,
     ListIds = 37,
     FileInformation = 40,
-    ReadField = 41,
 };
 
 enum class ServerResult : int16_t { Done, Failed, NotFound, Refused, Locked, Prompt };
@@ -61,7 +60,6 @@ std::string LoginData(std::string_view user, std::string_view password);
 std::string FileData(int16_t file, std::string_view id = {});
 std::string WriteData(int16_t file, std::string_view id, std::string_view item);
 std::string NumberData(int16_t number);
-std::string FieldData(int16_t file, int32_t field, std::string_view id);
 std::string InformationData(int16_t file, int32_t key);
 /// The numbers in the data of replies; nothing when it is too short.
 std::optional<int16_t> ShortAt(std::string_view data, size_t at);

@@ -14,6 +14,7 @@ constexpr std::string_view kVoc{"VOC"};
 constexpr std::string_view kDirectory{"4"};
 constexpr int32_t kPathOfFile = 2;
 constexpr int32_t kOwnUpdateLock = 2;
+constexpr int32_t kMostTries = 3;
 
 Text VersionOf(std::string_view bytes)
 {
@@ -50,23 +51,25 @@ Text ServerCommands::Execute(TextView command, TextView input, int32_t)
     }
 }
 
-ServerReply ServerCommands::ReadVoc(TextView key, int32_t attribute)
+ServerReply ServerCommands::ReadVoc(TextView key)
 {
     ServerSession& session = account_->items;
-    const ServerWait::Scope scope(session.Wait(), u"Reading the configuration");
-    return session.OnFile(std::string(kVoc), ServerAction::ReadField,
-                          [&](int16_t file) { return FieldData(file, attribute, ToFileName(key)); });
+    const ServerWait::Scope scope(session.Wait(), u"Reading " + Text(key) + u" of the VOC");
+    return session.OnItem(std::string(kVoc), ServerAction::Read, ToFileName(key));
 }
 
 Text ServerCommands::GetConfiguration(TextView key, int32_t attribute)
 {
-    const ServerReply reply = ReadVoc(key, attribute);
-    return reply.result == ServerResult::Done ? Printed(account_->coding, reply.data) : Text();
+    const ServerReply reply = ReadVoc(key);
+    if (reply.result != ServerResult::Done) return {};
+    std::string_view rest = reply.data;
+    while (--attribute > 0 && !rest.empty()) rest.remove_prefix(std::min(rest.find(kFieldMark), rest.size() - 1) + 1);
+    return Printed(account_->coding, std::string(rest.substr(0, rest.find(kFieldMark))));
 }
 
 bool ServerCommands::HasConfiguration()
 {
-    return ReadVoc(u"NIB", 1).result == ServerResult::Done;
+    return ReadVoc(u"NIB").result == ServerResult::Done;
 }
 
 ServerItem::ServerItem(std::shared_ptr<ServerAccount> account, ItemNames names)
@@ -147,7 +150,11 @@ void ServerItem::Fetch(bool lock, TextView doing)
     const std::string key = LockKey();
     if (const auto holder = account_->holders.find(key); holder != account_->holders.end() && holder->second != this)
         throw Error(error_number::kLocked, DisplayPath() + u" is open in another window.");
-    const ServerReply reply = session.OnItem(File(), ServerAction::ReadLocked, Id());
+    ServerReply reply;
+    int32_t tries = 0;
+    do {
+        reply = session.OnItem(File(), ServerAction::ReadLocked, Id());
+    } while (reply.result == ServerResult::Locked && IsFreeByNow(++tries));
     if (reply.result == ServerResult::Locked) RefuseLocked(reply.status);
     // It is locked too when it is not there.
     lockedIn_ = session.Login();
@@ -168,13 +175,19 @@ std::string ServerItem::LockKey()
     return path.data + '\0' + Id();
 }
 
+/// Whoever held it may just have let it go, as a server does with the locks of a lost connection.
+bool ServerItem::IsFreeByNow(int32_t tries)
+{
+    if (tries >= kMostTries) return false;
+    return LongAt(account_->items.OnItem(File(), ServerAction::LockState, Id()).data, 0) == 0;
+}
+
 void ServerItem::RefuseLocked(int32_t holder)
 {
-    const ServerReply state = account_->items.OnItem(File(), ServerAction::LockState, Id());
-    if (LongAt(state.data, 0).value_or(-1) == 0 && holder <= 1)
+    const Text who = OrDefault([&] { return LockHolder(); }, Text());
+    if (who.empty() && holder <= 1)
         throw Error(error_number::kStorage, DisplayPath() + u" cannot be locked: the server's table of locks is full.");
-    throw Error(error_number::kLocked,
-                DisplayPath() + u" is locked." + HeldBy(OrDefault([&] { return LockHolder(); }, Text())));
+    throw Error(error_number::kLocked, DisplayPath() + u" is locked." + HeldBy(who));
 }
 
 Text ServerItem::LockHolder()

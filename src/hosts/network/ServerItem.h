@@ -35,7 +35,7 @@ public:
     ServerAccount& Shared() { return *account_; }
 
 private:
-    ServerReply ReadVoc(TextView key, int32_t attribute);
+    ServerReply ReadVoc(TextView key);
 
     std::shared_ptr<ServerAccount> account_;
 };
@@ -78,6 +78,7 @@ private:
     /// Reads it, under the lock if wanted. Throws kLocked.
     void Fetch(bool lock, TextView doing);
     void Found(const ServerReply& reply);
+    bool IsFreeByNow(int32_t tries);
     [[noreturn]] void RefuseLocked(int32_t holder);
     bool HoldsLock() const;
     /// The lock is this session's own when it returns; then `found_` is what a write replaces.

@@ -120,8 +120,7 @@ ServerConnection& ServerSession::Connected()
 void ServerSession::Lost(const Text& why)
 {
     if (!connection_) return;
-    connection_.reset();
-    files_.clear();
+    Drop();
     Tell(u" was lost (" + why + u"), and its locks with it. The next save connects again.");
 }
 
@@ -132,6 +131,7 @@ void ServerSession::Tell(const Text& why) const
 
 void ServerSession::Drop()
 {
+    if (connection_) connection_->Drop();
     connection_.reset();
     files_.clear();
 }

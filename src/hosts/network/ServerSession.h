@@ -64,7 +64,7 @@ public:
     std::string Execute(std::string_view command, std::string_view input, bool& prompted);
     /// Notices a lost connection, and tells of it once.
     void Look();
-    /// Drops the connection: what runs there ends, its locks go.
+    /// Drops the connection at once, without a word: what runs there ends, its locks go.
     void Drop();
 
 private:

@@ -115,6 +115,8 @@ TEST(ResultsModelTest, WhatACompilerPrintsLeadsToItsProgram)
         EXPECT_EQ(at->Path(), row.item.empty() ? active.Path() : account + row.item);
         EXPECT_EQ(test.View(*at).Caret().line + 1, row.sourceLine);
     }
+}
+
 /// To the line that was meant, whatever other numbers stand in it; lines that belong to no item lead nowhere.
 TEST(ResultsModelTest, JumpsIntoTheItemOfAPath)
 {

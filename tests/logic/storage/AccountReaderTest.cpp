@@ -14,6 +14,7 @@ TEST_F(AccountReaderTest, ReadsAllItemsAsTheyAreOpened)
     folder.File("accounts/DEMO/BP/.hidden", "x");
     folder.File("accounts/DEMO/BP/OBJECT", std::string(3'000'000, 'x') + '\0');
     folder.Folder("accounts/DEMO/BP/folder");
+    folder.File("accounts/DEMO/HASHED/~0", "x");
     const auto reader = connection->Reader({Text(kHostProvider), u"west", u"DEMO", {}, {}});
     EXPECT_EQ(reader->Files(), (Ids{u"BP", u"VOC"}));
     EXPECT_EQ(reader->Ids(u"BP"), (Ids{u"INVOICE", u"ITEM9", u"item10", u"N/1", u"OBJECT"}));

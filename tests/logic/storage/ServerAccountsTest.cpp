@@ -44,6 +44,8 @@ TEST_F(ServerAccountsTest, AHashedFileIsShownAndNeitherReadNorWritten)
     for (const BrowseEntry& entry : browser.Children(u"mvdb:*/TEST"))
         seen += entry.name + (entry.isHashed ? u"# " : u" ");
     EXPECT_EQ(seen, u"BP ITEMS# VOC# ");
+    const auto reader = links.Find(u"*").Reader({u"mvdb", u"*", u"TEST", {}, {}});
+    EXPECT_EQ(reader->Files(), std::vector<Text>{u"BP"}) << "a search leaves them out";
     EXPECT_EQ(browser.Resolve(u"mvdb:*/TEST", u"ITEMS C1"), u"mvdb:*/TEST/ITEMS/C1") << "it is there";
     folder.File("accounts/TEST/VOC/NIB", "what another program left");
     folder.File("accounts/TEST/VOC/SAY", "V\necho no\n");
@@ -96,6 +98,8 @@ TEST_F(ServerAccountsTest, IdsFollowTheirRuleBothWays)
         EXPECT_TRUE(rowLinks.Find(u"*").ItemExists(place));
         const auto entries =
             HostBrowser(rowLinks).Children(ComposeHostPath({u"mvdb", u"*", place.database, u"BP", {}}));
+        const auto reader = rowLinks.Find(u"*").Reader(place);
+        EXPECT_EQ(reader->Ids(u"BP").empty() ? std::nullopt : reader->Read(u"BP", row.id), u"x");
         EXPECT_TRUE(std::any_of(entries.begin(), entries.end(), [&](const auto& e) { return e.name == row.id; }));
         std::filesystem::remove(file);
     }
