@@ -59,7 +59,7 @@ void ProgramDialogs::Show(Form form, mvDocument* document)
         break;
     case Form::Settings: {
         SettingsModel model(program_->Services(), store_, *this);
-        frmSettings::ShowSettings(model, &mainWindow_, 1);
+        frmSettings::ShowSettings(model, &mainWindow_, 1, editConnections_);
         break;
     }
     }

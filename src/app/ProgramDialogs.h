@@ -16,9 +16,10 @@ class QtPrinting;
 
 class ProgramDialogs final : public Dialogs, public SettingsApplied {
 public:
-    /// All outlive it.
-    ProgramDialogs(frmMain& mainWindow, SettingsStore& store, QtPrinting& printing)
-        : mainWindow_(mainWindow), store_(store), printing_(printing)
+    /// All outlive it. `editConnections` does so over a widget.
+    ProgramDialogs(frmMain& mainWindow, SettingsStore& store, QtPrinting& printing,
+                   std::function<void(QWidget*)> editConnections)
+        : mainWindow_(mainWindow), store_(store), printing_(printing), editConnections_(std::move(editConnections))
     {
     }
 
@@ -36,6 +37,7 @@ private:
     frmMain& mainWindow_;
     SettingsStore& store_;
     QtPrinting& printing_;
+    std::function<void(QWidget*)> editConnections_;
     Program* program_ = nullptr;
     std::unique_ptr<ResultsModel> resultsModel_;
     std::unique_ptr<frmResults> results_;

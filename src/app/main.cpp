@@ -11,6 +11,7 @@
 #include "hosts/network/ClearTextTrust.h"
 #include "hosts/network/NetworkLink.h"
 #include "hosts/network/QtPasswords.h"
+#include "hosts/network/frmConnections.h"
 #include "hosts/picker/frmItemPicker.h"
 #include "persistence/store/QtSettingsHive.h"
 #include "persistence/store/modPersistSettings.h"
@@ -167,7 +168,8 @@ int main(int argc, char** argv)
     QtFonts fonts(places.data);
     frmMain mainWindow;
     QtMessageBoxes boxes(&mainWindow);
-    ItemPicker picker(&mainWindow);
+    std::function<bool(QWidget*)> editConnections;
+    ItemPicker picker(&mainWindow, [&](QWidget* over) { return editConnections(over); });
     QtWaitNotice notice(&mainWindow);
     HostConfig hosts = HostConfig::FromEnvironment();
     Text sampleFault = MakeSampleAccount(places.data, hosts);
@@ -186,6 +188,7 @@ int main(int argc, char** argv)
                               [&](const Text& what, const Text& why) { news.Tell(what, why); },
                               {}}));
     HostConnection connection(hosts, picker, boxes, std::move(kinds));
+    editConnections = [&](QWidget* over) { return frmConnections::Edit(connection.Links(), boxes, over); };
     PosixSessionToken token(PosixSessionToken::UsualFolders());
     auto views = [&](mvDocument& document) -> std::unique_ptr<clsDocView> {
         return std::make_unique<frmDocument>(mainWindow, clipboard, document);
@@ -197,7 +200,7 @@ int main(int argc, char** argv)
             saver.Save(path, bytes);
         },
         &mainWindow);
-    ProgramDialogs dialogs(mainWindow, settings.Store(), printing);
+    ProgramDialogs dialogs(mainWindow, settings.Store(), printing, editConnections);
     QtTimers timers;
     DBusServer server;
     StartMode mode = HowStarted(argc);

@@ -35,6 +35,7 @@ public:
     SelectedItem SelectItem(const SelectRequest& request, mvItem* start) override;
     std::vector<SelectedItem> SelectItems(const SelectRequest& request, mvItem* start) override;
     std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) override;
+    HostLinks& Links() { return links_; }
     /// From time to time: to notice connections that were lost.
     void Look() { links_.Look(); }
     std::unique_ptr<ItemReader> Reader(const ItemPlace& account) override;

@@ -2,11 +2,14 @@
 
 #include "base/Error.h"
 #include "diagnostics/Guarded.h"
+#include "hosts/HostsFile.h"
 #include "persistence/store/Profile.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 
+#include <algorithm>
 #include <climits>
+#include <cstdlib>
 #include <optional>
 #include <unordered_map>
 
@@ -15,9 +18,6 @@
 namespace nib {
 
 namespace {
-
-constexpr TextView kDefaultHost{u"*"};
-constexpr size_t kLargestConfig = 4 << 20;
 
 struct KeyRow {
     TextView key;
@@ -52,6 +52,15 @@ void SetKey(HostSettings& host, TextView key, TextView value, const std::string&
         if (EqualsNoCase(key, row.key)) host.*row.member = value;
     if (key.size() > kVerbKey.size() && EqualsNoCase(key.substr(0, kVerbKey.size()), kVerbKey))
         host.verbs[ToUpper(key.substr(kVerbKey.size()))] = value;
+}
+
+/// What depends on other keys.
+void FillIn(HostSettings& host)
+{
+    const bool elsewhere = EqualsNoCase(host.kind, kNetworkKind);
+    if (host.name.empty()) host.name = elsewhere && !host.address.empty() ? host.address : MachineName();
+    const char* login = std::getenv("USER");
+    if (elsewhere && host.user.empty() && login) host.user = FromFileName(login);
 }
 
 /// The names of what there are names for, with blanks between them.
@@ -92,7 +101,6 @@ HostConfig HostConfig::Parse(TextView text, const std::string& dataFolder, const
     config.defaultRoot = dataFolder + "/Orlin/Nib/Accounts";
     HostSettings fresh;
     fresh.root = config.defaultRoot;
-    fresh.name = MachineName();
     config.hosts.push_back(fresh);
     // By name in lower case: there may be many.
     std::unordered_map<Text, size_t> sections{{Text(kDefaultHost), 0}};
@@ -105,20 +113,16 @@ HostConfig HostConfig::Parse(TextView text, const std::string& dataFolder, const
         }
         if (line.kind == IniLine::Kind::Key && host) SetKey(config.hosts[*host], line.name, line.value, configFolder);
     }
+    for (HostSettings& made : config.hosts) FillIn(made);
     return config;
 }
 
 HostConfig HostConfig::FromEnvironment()
 {
-    const std::string folder = UserFolder("XDG_CONFIG_HOME", "/.config") + "/Orlin";
-    const std::string file = folder + "/hosts.conf";
+    const std::string file = HostsFile::UsualPath();
     Text text;
-    FileStamp stamp;
-    const bool missing = ReadStamp(file, stamp) == 0 && !stamp.Exists();
-    const std::optional<Error> failure = FailureOf([&] {
-        if (!missing) text = FromUtf8(ReadWholeFile(file, kLargestConfig).Bytes());
-    });
-    HostConfig config = Parse(text, LocalDataFolder(), folder);
+    const std::optional<Error> failure = FailureOf([&] { text = FromUtf8(HostsFile::BytesAt(file)); });
+    HostConfig config = Parse(text, LocalDataFolder(), FolderOf(file));
     if (failure) config.fault = failure->description + u"\nOnly the default connection can be used.";
     return config;
 }
@@ -130,6 +134,29 @@ const HostSettings& HostConfig::Find(TextView serverName) const
         if (EqualsNoCase(host.serverName, serverName)) return host;
     throw Error(error_number::kPathNotFound,
                 u"The host connection \"" + Text(serverName) + u"\" is not set up in hosts.conf.");
+}
+
+std::vector<HostSettings> HostConfig::LoginsGone(const HostConfig& later) const
+{
+    std::vector<HostSettings> gone;
+    for (const HostSettings& host : hosts) {
+        const auto same = [&](const HostSettings& other) {
+            return other.address == host.address && other.port == host.port && other.user == host.user;
+        };
+        if (!host.address.empty() && std::none_of(later.hosts.begin(), later.hosts.end(), same)) gone.push_back(host);
+    }
+    return gone;
+}
+
+void HostLinks::Take(HostConfig config)
+{
+    const auto find = [](const HostConfig& in, const Text& name) {
+        const auto found = std::find_if(in.hosts.begin(), in.hosts.end(),
+                                        [&](const HostSettings& host) { return host.serverName == name; });
+        return found == in.hosts.end() ? std::nullopt : std::optional(*found);
+    };
+    std::erase_if(links_, [&](const auto& link) { return find(config, link.first) != find(config_, link.first); });
+    config_ = std::move(config);
 }
 
 HostLink& HostLinks::Find(TextView serverName)

@@ -1,8 +1,8 @@
 #pragma once
 #include "base/Text.h"
 #include "hosts/ItemBrowser.h"
-#include "hosts/TextCoding.h"
 #include "hosts/ItemReader.h"
+#include "hosts/TextCoding.h"
 #include "platform/posix/FileSaver.h"
 
 #include <functional>
@@ -13,20 +13,27 @@
 
 namespace nib {
 
+/// The default connection.
+inline constexpr TextView kDefaultHost{u"*"};
+inline constexpr TextView kAccountsKind{u"accounts"};
+inline constexpr TextView kNetworkKind{u"network"};
+
 /// One host connection.
 struct HostSettings {
     Text serverName = u"*"; ///< its section; "*" is the default connection
-    Text kind = u"accounts";
+    Text kind{kAccountsKind};
     std::string root; ///< folder of the accounts
     Text charset;     ///< empty: Latin-1 for reading, UTF-8 for new items
-    Text name;        ///< for the user to read
+    Text name;        ///< for the user to read; the machine, or the address of a server, where none is given
     Text account;     ///< where pickers begin when nothing else is known
     Text address;     ///< network: host and port, user
     Text port;
-    Text user;
+    Text user;                  ///< the login name where none is given
     Text tunnel;                ///< network: a command whose input and output lead to the server; empty: none
     Text ids;                   ///< how ids stand in names of files: "plain", "escaped", or empty, as the root tells
     std::map<Text, Text> verbs; ///< command lines by the verb in capitals, before those of VOC
+
+    friend bool operator==(const HostSettings&, const HostSettings&) = default;
 };
 
 /// The host connections, from sections of hosts.conf:
@@ -50,6 +57,8 @@ struct HostConfig {
     static HostConfig FromEnvironment();
     /// Throws kPathNotFound for a connection that is not configured. An empty name is the default one.
     const HostSettings& Find(TextView serverName) const;
+    /// Those with a login at a server that no connection of `later` has.
+    std::vector<HostSettings> LoginsGone(const HostConfig& later) const;
 };
 
 /// The account of a path that serves every session.
@@ -74,6 +83,9 @@ public:
     virtual Text LockHolder(const ItemPlace& /*place*/) { return {}; }
     /// From time to time: to notice a connection that was lost.
     virtual void Look() {}
+    /// Tries it, for the user who sets the connection up. Says in words how far it can be used; throws Error, in
+    /// words, where that is not all the way.
+    virtual Text Test() { return {}; }
     /// For a search in all items of an account.
     virtual std::unique_ptr<ItemReader> Reader(const ItemPlace& account) { return RefuseReader(account); }
 };
@@ -91,6 +103,13 @@ public:
     const HostConfig& Config() const { return config_; }
     FileSaver Saver() const { return FileSaver(config_.backupFolder); }
     HostLink& Find(TextView serverName);
+    /// In place of the present configuration. Connections whose settings stay are kept; items of the others keep what
+    /// they were opened with.
+    void Take(HostConfig config);
+    /// Throws Error for settings that no link can be made of.
+    void Check(const HostSettings& settings) const { Make(settings); }
+    /// Tries a link of its own, as HostLink::Test.
+    Text Test(const HostSettings& settings) const { return Make(settings)->Test(); }
     /// At those that are in use.
     void Look()
     {

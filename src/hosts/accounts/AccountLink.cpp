@@ -165,6 +165,15 @@ std::unique_ptr<ItemReader> AccountLink::Reader(const ItemPlace& account)
     return std::make_unique<AccountReader>(store_, account.database);
 }
 
+Text AccountLink::Test()
+{
+    const size_t count = Children({Text(kHostProvider), {}, {}, {}, {}}).size();
+    const Text read = u"The folder " + FromFileName(store_.Root()) + u" can be read. It holds " +
+                      (count == 1 ? Text(u"one account") : Decimal(static_cast<int64_t>(count)) + u" accounts");
+    if (configuredAccount_.empty() || AccountExists(configuredAccount_)) return read + u".";
+    throw Error(error_number::kPathNotFound, read + u", and " + configuredAccount_ + u" is none of them.");
+}
+
 HostLinkKinds AccountLinks(VerbPrograms programs, AccountOpened opened)
 {
     const auto make = [programs = std::move(programs), opened = std::move(opened)](const HostSettings& settings,

@@ -61,6 +61,7 @@ public:
     bool ItemExists(const ItemPlace& place) override;
     Text LockHolder(const ItemPlace& place) override;
     std::unique_ptr<ItemReader> Reader(const ItemPlace& account) override;
+    Text Test() override;
 
 private:
     bool AccountExists(TextView account) const;

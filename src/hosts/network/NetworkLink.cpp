@@ -15,6 +15,8 @@ namespace {
 
 constexpr std::chrono::milliseconds kConnectLimit{10'000};
 constexpr TextView kUsualPort{u"4243"};
+constexpr int32_t kMostPort = 65535;
+const std::string kVoc = "VOC";
 constexpr TextView kDictionary{u"DICT "};
 constexpr TextView kOwnAddresses[] = {u"localhost", u"::1", u"ip6-localhost"};
 constexpr TextView kOwnNetwork{u"127."};
@@ -66,7 +68,10 @@ NetworkLink::NetworkLink(HostSettings settings, NetworkParts parts)
 {
     if (settings_.address.empty())
         throw Error(error_number::kStorage, u"The host connection \"" + settings_.serverName + u"\" names no address.");
-    if (settings_.user.empty()) settings_.user = FromFileName(getenv("USER") ? getenv("USER") : "");
+    const int32_t port = ToInt(PortOf(settings_));
+    if (port < 1 || port > kMostPort || Decimal(port) != PortOf(settings_))
+        throw Error(error_number::kStorage, u"\"" + settings_.port + u"\" is no port: a number from 1 to 65535.");
+    CharsetOf(settings_);
 }
 
 /// Sessions may outlive the link, which goes first at the end: then nobody is asked or told any more.
@@ -201,7 +206,7 @@ std::unique_ptr<ItemReader> NetworkLink::Reader(const ItemPlace& account)
     {
         // On its own thread it can ask nobody for the password.
         const ServerWait::Scope scope(entered->items.Wait(), u"Entering " + entered->items.Account());
-        entered->items.HasFile("VOC");
+        entered->items.HasFile(kVoc);
     }
     ServerDoor door = Door();
     door.password = [known = *password_](bool refused) { return refused ? std::nullopt : std::optional(known); };
@@ -212,15 +217,25 @@ std::unique_ptr<ItemReader> NetworkLink::Reader(const ItemPlace& account)
 
 Text NetworkLink::Test()
 {
-    const Text account = AccountOf({});
-    auto failure = FailureOf([&] {
-        ServerSession& session = Enter(account)->items;
-        const ServerWait::Scope scope(session.Wait(), u"Testing the connection");
-        session.HasFile("VOC");
-    });
-    return failure
-               ? failure->description
-               : u"The server " + settings_.name + u" lets user " + settings_.user + u" into account " + account + u".";
+    ServerSession& session = Enter(AccountOf({}))->items;
+    const ServerWait::Scope scope(session.Wait(), u"Testing the connection");
+    const Text refusal = WriteRefusal(session);
+    const Text in =
+        u"The server " + settings_.name + u" lets user " + settings_.user + u" into account " + session.Account();
+    if (refusal.empty()) return in + u".";
+    throw Error(error_number::kPermissionDenied, in + u", but to read alone: " + refusal + u".");
+}
+
+/// Why the user may not write, which shows by what nothing comes of: an item that is not there is locked, so that
+/// nobody makes it meanwhile, and deleted.
+Text NetworkLink::WriteRefusal(ServerSession& session)
+{
+    const std::string id = "NIB." + RandomSuffix() + RandomSuffix();
+    const ServerReply found = session.OnItem(kVoc, ServerAction::ReadLocked, id);
+    if (found.result != ServerResult::NotFound) return ServerRefusal(found);
+    const ServerReply reply = session.OnItem(kVoc, ServerAction::Delete, id);
+    session.Release(kVoc, id, session.Login());
+    return reply.result == ServerResult::Done ? Text() : ServerRefusal(reply);
 }
 
 HostLinkKinds NetworkLinks(NetworkParts parts)

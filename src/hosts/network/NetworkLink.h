@@ -46,8 +46,7 @@ public:
     Text LockHolder(const ItemPlace& place) override;
     void Look() override;
     std::unique_ptr<ItemReader> Reader(const ItemPlace& account) override;
-    /// Connects, and says in words how that went; for the user who sets the connection up.
-    Text Test();
+    Text Test() override;
 
 private:
     ServerDoor Door();
@@ -55,6 +54,7 @@ private:
     Text AccountOf(const ItemPlace& place) const;
     std::shared_ptr<ServerAccount> Enter(const Text& account);
     std::shared_ptr<ServerItem> Item(const ItemPlace& place);
+    static Text WriteRefusal(ServerSession& session);
 
     HostSettings settings_;
     NetworkParts parts_;

@@ -22,6 +22,7 @@ enum class ServerAction : int16_t {
     Release = 15,
     Write = 16, ///< the lock ends
     WriteKeepLock = 17,
+    Delete = 18, ///< the lock ends
     Execute = 21,
     Respond = 22,
     EndCommand = 23,

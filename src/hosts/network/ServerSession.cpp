@@ -169,7 +169,9 @@ std::unique_ptr<ServerConnection> ServerSession::LogIn()
     std::unique_ptr<ServerConnection> made = Greeted();
     for (bool refused = false;; refused = true) {
         std::optional<std::string> password = wait_.Pausing([&] { return door_.password(refused); });
-        if (!password) throw Error(error_number::kStorage, u"Not logged in to " + door_.hostName + u".");
+        if (!password)
+            throw Error(error_number::kStorage, u"Not logged in to " + door_.hostName +
+                                                    (refused ? u": it refused the user or the password." : u"."));
         // While somebody typed, the server may have hung up.
         if (made->IsLost()) made = Greeted();
         const bool right = made->Login(door_.user, *password);

@@ -77,24 +77,39 @@ PickerModel::PickerModel(SelectRequest request, ItemBrowser& browser) : request_
 
 void PickerModel::Start(TextView startPath)
 {
-    const auto above = [&](TextView path) { return OrDefault([&] { return browser_.Parent(path); }, Text()); };
     const auto isLocalItem = [&] {
         const Target target = Locate(Text(startPath));
         return target.exists && !target.isPlace;
     };
     const bool isItem =
         request_.startNamed || IsHostItemPath(startPath) || (IsLocalPath(startPath) && OrDefault(isLocalItem, false));
-    Text path = isItem ? above(startPath) : Text(startPath);
+    EnterNearest(isItem ? Above(startPath) : Text(startPath));
+    if (!request_.startNamed) return;
+    TypeName(PlaceName(startPath));
+    SelectPath(startPath);
+}
+
+Text PickerModel::Above(TextView path) const
+{
+    return OrDefault([&] { return browser_.Parent(path); }, Text());
+}
+
+void PickerModel::EnterNearest(Text path)
+{
     IgnoringErrors([&] { Read({}); }); // for the names of the connections on the trail
     Text said;
     while (!Enter(path) && !path.empty()) {
         if (said.empty()) said = message_;
-        path = above(path);
+        path = Above(path);
     }
     if (message_.empty()) message_ = said;
-    if (!request_.startNamed) return;
-    TypeName(PlaceName(startPath));
-    SelectPath(startPath);
+}
+
+void PickerModel::Renew()
+{
+    placeNames_.clear();
+    history_.clear();
+    EnterNearest(place_);
 }
 
 // Where it stands

@@ -50,6 +50,8 @@ public:
     void GoUp();
     void GoBack();
     void Refresh();
+    /// The connections are others now: what is known of them goes.
+    void Renew();
     /// One line for the user; empty when all is well.
     const Text& Message() const { return message_; }
 
@@ -85,7 +87,10 @@ private:
     };
 
     std::vector<BrowseEntry> Read(TextView path);
+    Text Above(TextView path) const;
     bool Enter(TextView path);
+    /// The place itself, or the first one above it that can be read; says why it is not the place.
+    void EnterNearest(Text path);
     void Show(std::vector<BrowseEntry> entries);
     void SelectPath(TextView path);
     void DropUnseenSelection();

@@ -89,7 +89,8 @@ QVariant PickerItemModel::headerData(int section, Qt::Orientation orientation, i
     return {};
 }
 
-PlaceTreeModel::PlaceTreeModel(ItemBrowser& browser, QObject* parent) : QAbstractItemModel(parent), tree_(browser)
+PlaceTreeModel::PlaceTreeModel(ItemBrowser& browser, QObject* parent)
+    : QAbstractItemModel(parent), browser_(browser), tree_(browser)
 {
     const QStyle* style = QApplication::style();
     host_ = style->standardIcon(QStyle::SP_DriveNetIcon);
@@ -98,9 +99,16 @@ PlaceTreeModel::PlaceTreeModel(ItemBrowser& browser, QObject* parent) : QAbstrac
     folder_ = style->standardIcon(QStyle::SP_DirIcon);
 }
 
+void PlaceTreeModel::Renew()
+{
+    beginResetModel();
+    tree_.emplace(browser_);
+    endResetModel();
+}
+
 const PlaceTree::Node& PlaceTreeModel::NodeOf(const QModelIndex& index) const
 {
-    return index.isValid() ? *static_cast<const PlaceTree::Node*>(index.constInternalPointer()) : tree_.Root();
+    return index.isValid() ? *static_cast<const PlaceTree::Node*>(index.constInternalPointer()) : tree_->Root();
 }
 
 QModelIndex PlaceTreeModel::IndexOf(const PlaceTree::Node& node) const
@@ -122,8 +130,8 @@ Text PlaceTreeModel::PathOf(const QModelIndex& index) const
 
 QModelIndex PlaceTreeModel::Reveal(TextView path)
 {
-    const PlaceTree::Node* node = &tree_.Root();
-    for (const Text& step : tree_.WayTo(path)) {
+    const PlaceTree::Node* node = &tree_->Root();
+    for (const Text& step : tree_->WayTo(path)) {
         if (canFetchMore(IndexOf(*node))) fetchMore(IndexOf(*node));
         const PlaceTree::Node* next = PlaceTree::Child(*node, step);
         // Places on the top level may stand under a heading.
@@ -174,15 +182,15 @@ void PlaceTreeModel::fetchMore(const QModelIndex& parent)
 {
     const QtWaitCursor wait;
     const PlaceTree::Node& node = NodeOf(parent);
-    auto children = tree_.Read(node);
+    auto children = tree_->Read(node);
     if (children.empty()) {
-        tree_.Adopt(node, {});
+        tree_->Adopt(node, {});
         // The mark that it can be opened goes away.
         emit dataChanged(parent, parent);
         return;
     }
     beginInsertRows(parent, 0, static_cast<int>(children.size()) - 1);
-    tree_.Adopt(node, std::move(children));
+    tree_->Adopt(node, std::move(children));
     endInsertRows();
 }
 

@@ -5,6 +5,8 @@
 #include <QAbstractTableModel>
 #include <QIcon>
 
+#include <optional>
+
 namespace nib {
 
 /// The rows of a PickerList as Qt's views want them; nothing is copied.
@@ -47,6 +49,8 @@ class PlaceTreeModel : public QAbstractItemModel {
 public:
     explicit PlaceTreeModel(ItemBrowser& browser, QObject* parent = nullptr);
 
+    /// Reads all levels anew.
+    void Renew();
     /// Empty for a heading, which is no place.
     Text PathOf(const QModelIndex& index) const;
     /// The place itself or the innermost one above it that the tree shows; reads the levels on the way.
@@ -67,7 +71,8 @@ private:
     QModelIndex IndexOf(const PlaceTree::Node& node) const;
     const QIcon& IconOf(const PlaceTree::Node& node) const;
 
-    PlaceTree tree_;
+    ItemBrowser& browser_;
+    std::optional<PlaceTree> tree_;
     QIcon host_;
     QIcon home_;
     QIcon disk_;

@@ -40,7 +40,7 @@ std::optional<PickerAnswer> ItemPicker::Run(const SelectRequest& request, TextVi
         const QtWaitCursor wait;
         model.Start(startPath);
     }
-    frmItemPicker form(model, browser, owner_);
+    frmItemPicker form(model, browser, owner_, edit_);
     if (size_.isValid()) form.resize(size_);
     const bool accepted = form.exec() == QDialog::Accepted;
     size_ = form.size();
@@ -48,9 +48,9 @@ std::optional<PickerAnswer> ItemPicker::Run(const SelectRequest& request, TextVi
     return accepted ? std::optional(model.Answer()) : std::nullopt;
 }
 
-frmItemPicker::frmItemPicker(PickerModel& model, ItemBrowser& browser, QWidget* owner)
+frmItemPicker::frmItemPicker(PickerModel& model, ItemBrowser& browser, QWidget* owner, ItemPicker::EditConnections edit)
     : QDialog(owner), model_(model), items_(new PickerItemModel(model.List(), this)),
-      places_(new PlaceTreeModel(browser, this))
+      places_(new PlaceTreeModel(browser, this)), edit_(std::move(edit))
 {
     setWindowTitle(ToQString(model.Request().mode));
     setSizeGripEnabled(true);
@@ -234,12 +234,16 @@ QWidget* frmItemPicker::BuildBottom()
     auto* bottom = new QWidget;
     readOnly_ = new QCheckBox(tr("Open &read-only"));
     readOnly_->setVisible(model_.Request().offerReadOnly);
+    connections_ = new QPushButton(tr("Co&nnections..."));
+    connections_->setAutoDefault(false);
+    if (!edit_) connections_->hide();
     accept_ = new QPushButton;
     accept_->setDefault(true);
     cancel_ = new QPushButton(tr("&Cancel"));
     cancel_->setAutoDefault(false);
     auto* row = new QHBoxLayout(bottom);
     row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(connections_);
     row->addWidget(readOnly_);
     row->addStretch(1);
     row->addWidget(accept_);
@@ -247,12 +251,14 @@ QWidget* frmItemPicker::BuildBottom()
     connect(readOnly_, &QCheckBox::toggled, this, [this](bool on) { model_.SetReadOnly(on); });
     connect(accept_, &QPushButton::clicked, this, [this] { Press([this] { return model_.Accept(); }); });
     connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
+    connect(connections_, &QPushButton::clicked, this, &frmItemPicker::ConnectionsWanted);
     return bottom;
 }
 
 void frmItemPicker::SetTabOrder()
 {
-    QWidget* const order[] = {list_, name_, filter_, hidden_, readOnly_, accept_, cancel_, tree_, back_, up_, path_};
+    QWidget* const order[] = {list_,   name_,        filter_, hidden_, readOnly_, accept_,
+                              cancel_, connections_, tree_,   back_,   up_,       path_};
     for (size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
 }
 

@@ -23,12 +23,16 @@ namespace nib {
 /// Runs the item picker as a modal dialog. Its size and the showing of hidden files last as long as the program.
 class ItemPicker : public PickerDialog {
 public:
+    /// Edits the connections over a widget; true when they have changed.
+    using EditConnections = std::function<bool(QWidget*)>;
+
     /// The dialog stands over `owner`.
-    explicit ItemPicker(QWidget* owner = nullptr) : owner_(owner) {}
+    explicit ItemPicker(QWidget* owner = nullptr, EditConnections edit = {}) : owner_(owner), edit_(std::move(edit)) {}
     std::optional<PickerAnswer> Run(const SelectRequest& request, TextView startPath, ItemBrowser& browser) override;
 
 private:
     QPointer<QWidget> owner_;
+    EditConnections edit_;
     QSize size_;
     bool showHidden_ = false;
 };
@@ -45,7 +49,7 @@ class frmItemPicker : public QDialog {
 
 public:
     /// Both outlive the form.
-    frmItemPicker(PickerModel& model, ItemBrowser& browser, QWidget* owner);
+    frmItemPicker(PickerModel& model, ItemBrowser& browser, QWidget* owner, ItemPicker::EditConnections edit = {});
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -66,6 +70,7 @@ private:
     void Filter(const std::function<void()>& change);
     void FollowTree();
     void EnterList();
+    void ConnectionsWanted();
 
     void ShowPlace();
     void ShowRows();
@@ -78,6 +83,7 @@ private:
     PickerModel& model_;
     PickerItemModel* items_;
     PlaceTreeModel* places_;
+    ItemPicker::EditConnections edit_;
     QToolButton* back_ = nullptr;
     QToolButton* up_ = nullptr;
     PickerPathBar* path_ = nullptr;
@@ -89,6 +95,7 @@ private:
     QCheckBox* hidden_ = nullptr;
     QCheckBox* readOnly_ = nullptr;
     PickerMessageLine* message_ = nullptr;
+    QPushButton* connections_ = nullptr;
     QPushButton* accept_ = nullptr;
     QPushButton* cancel_ = nullptr;
     QTimer treeTimer_;

@@ -76,6 +76,18 @@ void frmItemPicker::EnterList()
     list_->selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
 }
 
+void frmItemPicker::ConnectionsWanted()
+{
+    if (!edit_(this)) return;
+    {
+        const QtWaitCursor wait;
+        const QScopedValueRollback<bool> showing(showing_, true);
+        model_.Renew();
+        places_->Renew();
+    }
+    ShowPlace();
+}
+
 bool frmItemPicker::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched != filter_ || event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);

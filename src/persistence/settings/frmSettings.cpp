@@ -47,7 +47,7 @@ QLineEdit* BuildLine(const Text& present, std::function<void(const QString&)> ty
 
 } // namespace
 
-GeneralPage::GeneralPage(SettingsModel& model, std::function<void()> changed)
+GeneralPage::GeneralPage(SettingsModel& model, std::function<void()> changed, std::function<void(QWidget*)> connections)
     : model_(model), changed_(std::move(changed))
 {
     auto* column = new QVBoxLayout(this);
@@ -60,6 +60,12 @@ GeneralPage::GeneralPage(SettingsModel& model, std::function<void()> changed)
     files->addWidget(LabelFor(model_, u"txtRecentFiles", *recent));
     files->addWidget(recent);
     files->addStretch(1);
+    if (connections) {
+        auto* edit = new QPushButton(tr("Co&nnections..."));
+        edit->setAutoDefault(false);
+        files->addWidget(edit);
+        connect(edit, &QPushButton::clicked, this, [this, open = std::move(connections)] { open(this); });
+    }
     column->addLayout(files);
     connect(recent, &QSpinBox::valueChanged, this, [this](int value) { model_.SetRecentCapacity(value); });
 
@@ -238,21 +244,23 @@ QSpinBox* ToolsPage::BuildNumber(int16_t MvEdit::*member)
     return field;
 }
 
-bool frmSettings::ShowSettings(SettingsModel& model, QWidget* owner, int32_t page)
+bool frmSettings::ShowSettings(SettingsModel& model, QWidget* owner, int32_t page,
+                               std::function<void(QWidget*)> connections)
 {
-    frmSettings form(model, owner);
+    frmSettings form(model, owner, std::move(connections));
     form.ShowPage(page);
     return form.exec() == Accepted;
 }
 
-frmSettings::frmSettings(SettingsModel& model, QWidget* owner) : QDialog(owner), model_(model)
+frmSettings::frmSettings(SettingsModel& model, QWidget* owner, std::function<void(QWidget*)> connections)
+    : QDialog(owner), model_(model)
 {
     setWindowTitle(QStringLiteral("Nib Settings"));
     auto* column = new QVBoxLayout(this);
     tabStrip_ = new QTabWidget;
     tabStrip_->setObjectName(QStringLiteral("TabStrip"));
     column->addWidget(tabStrip_, 1);
-    BuildTabs();
+    BuildTabs(std::move(connections));
     lbHostNote_ = new QLabel(ToQString(kHostNote));
     lbHostNote_->setObjectName(QStringLiteral("lbHostNote"));
     lbHostNote_->setWordWrap(true);
@@ -273,12 +281,12 @@ frmSettings::frmSettings(SettingsModel& model, QWidget* owner) : QDialog(owner),
     PageShown(0);
 }
 
-void frmSettings::BuildTabs()
+void frmSettings::BuildTabs(std::function<void(QWidget*)> connections)
 {
     auto preview = [this] {
         if (highlight_) highlight_->ShowPreview();
     };
-    general_ = new GeneralPage(model_, preview);
+    general_ = new GeneralPage(model_, preview, std::move(connections));
     highlight_ = new HighlightPage(model_);
     keywords_ = new KeywordsPage(model_, [this] { general_->Refresh(); });
     QWidget* const pages[] = {general_, highlight_, new ToolsPage(model_, preview)};

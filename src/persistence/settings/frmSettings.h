@@ -21,8 +21,9 @@ namespace nib {
 class GeneralPage final : public QWidget {
     Q_DECLARE_TR_FUNCTIONS(frmSettings)
 public:
-    /// `changed` hears of what can be seen in the preview. The model outlives the page.
-    GeneralPage(SettingsModel& model, std::function<void()> changed);
+    /// `changed` hears of what can be seen in the preview; `connections` edits those to hosts. The model outlives the
+    /// page.
+    GeneralPage(SettingsModel& model, std::function<void()> changed, std::function<void(QWidget*)> connections);
     /// Shows what an import may have changed.
     void Refresh();
 
@@ -63,15 +64,18 @@ class frmSettings final : public QDialog {
     Q_DECLARE_TR_FUNCTIONS(frmSettings)
 public:
     /// Modal over the owner, opened at a page numbered from 1; true when the user agreed and all was applied.
-    static bool ShowSettings(SettingsModel& model, QWidget* owner, int32_t page = 1);
+    /// `connections` edits those to hosts over a widget.
+    static bool ShowSettings(SettingsModel& model, QWidget* owner, int32_t page,
+                             std::function<void(QWidget*)> connections);
 
     /// The model outlives the form.
-    explicit frmSettings(SettingsModel& model, QWidget* owner = nullptr);
+    explicit frmSettings(SettingsModel& model, QWidget* owner = nullptr,
+                         std::function<void(QWidget*)> connections = {});
     void ShowPage(int32_t page);
     void accept() override;
 
 private:
-    void BuildTabs();
+    void BuildTabs(std::function<void(QWidget*)> connections);
     void PageShown(int index);
 
     SettingsModel& model_;
