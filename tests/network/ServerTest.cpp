@@ -188,6 +188,25 @@ TEST_F(ServerTest, ListsForPickers)
     EXPECT_FALSE(desk.Link().FileExists(given.account, u"NOSUCHFILE"));
 }
 
+TEST_F(ServerTest, ASearchReadsOnAConnectionOfItsOwn)
+{
+    Desk desk(0);
+    const ItemPlace account{Text(kHostProvider), u"*", given.account, {}, {}};
+    behind.Put("ITEMS", "TEXT", "A\xFE" "B");
+    behind.Put("ITEMS", "OBJECT", std::string("A\0B", 3));
+    const auto reader = desk.Link().Reader(account);
+    const std::vector<Text> files = reader->Files();
+    EXPECT_NE(std::find(files.begin(), files.end(), u"BP"), files.end());
+    const std::vector<Text> ids = reader->Ids(u"ITEMS");
+    EXPECT_NE(std::find(ids.begin(), ids.end(), u"OBJECT"), ids.end());
+    EXPECT_EQ(reader->Read(u"ITEMS", u"TEXT"), u"A\r\nB");
+    EXPECT_EQ(reader->Read(u"ITEMS", u"OBJECT"), std::nullopt);
+    EXPECT_NE(ErrorOf([&] { reader->Read(u"ITEMS", u"NOSUCHITEM"); }).description.find(u"no such item"), Text::npos);
+    EXPECT_NE(ErrorOf([&] { reader->Ids(u"NOSUCHFILE"); }).number, error_number::kDeviceUnavailable);
+    reader->Stop();
+    EXPECT_NE(ErrorOf([&] { reader->Read(u"ITEMS", u"TEXT"); }).number, 0);
+}
+
 TEST_F(ServerTest, CommandsRunBesideTheLocks)
 {
     Desk desk(0);
