@@ -188,7 +188,7 @@ Text ServerItem::LockHolder()
 {
     ServerSession& session = Account().items;
     const ServerWait::Scope scope(session.Wait(), u"Asking who holds " + DisplayPath());
-    if (const auto own = account_->holders.find(LockKey()); own != account_->holders.end())
+    if (const auto own = account_->holders.find(LockKey()); own != account_->holders.end() && own->second != this)
         return u"this program, in another window";
     const ServerReply reply = session.OnItem(File(), ServerAction::LockState, Id());
     if (reply.result != ServerResult::Done || LongAt(reply.data, 0).value_or(0) >= 0) return {};
