@@ -153,7 +153,8 @@ TEST_F(ConnectionEditsTest, LoginsThatNobodyHasAnyMoreAreForgotten)
     const std::string path =
         folder.File("hosts.conf", ToUtf8(kServer) + "[twin]\nkind=network\naddress=db\nuser=ada\n");
     HostLinks taking(HostConfig::Parse(FromUtf8(BytesOf(path)), folder.Path()), Kinds());
-    for (const auto& [gone, forgotten] : {std::pair(u"s", u""), std::pair(u"twin", u"ada@db")}) {
+    for (const auto& [connection, forgotten] : {std::pair(u"s", u""), std::pair(u"twin", u"ada@db")}) {
+        const TextView gone = connection;
         ConnectionEdits edits(HostsFile::Read(path), taking);
         edits.Remove(gone);
         Text told;
