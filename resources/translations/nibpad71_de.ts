@@ -250,6 +250,29 @@ Qt %2</translation>
     </message>
 </context>
 <context>
+    <name>QtPasswords</name>
+    <message>
+        <source>&amp;Keep it in the store of secrets</source>
+        <translation>Im Geheimnisspeicher &amp;behalten</translation>
+    </message>
+    <message>
+        <source>The server refused the user or the password.</source>
+        <translation>Der Server hat den Benutzer oder das Passwort abgelehnt.</translation>
+    </message>
+    <message>
+        <source>Password of %1 on %2:</source>
+        <translation>Passwort von %1 auf %2:</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>This desktop has no store of secrets.</source>
+        <translation>Dieser Desktop hat keinen Geheimnisspeicher.</translation>
+    </message>
+</context>
+<context>
     <name>QtWaitNotice</name>
     <message>
         <source>The host is running %1</source>
@@ -266,6 +289,30 @@ Qt %2</translation>
     <message>
         <source>Elapsed time %1</source>
         <translation>Vergangene Zeit %1</translation>
+    </message>
+    <message>
+        <source>Sent</source>
+        <translation>Gesendet</translation>
+    </message>
+    <message>
+        <source>&amp;Reset Connection</source>
+        <translation>Verbindung &amp;zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Busy</source>
+        <translation>Beschäftigt</translation>
+    </message>
+    <message>
+        <source>The MultiValue database server is busy. Please try again.</source>
+        <translation>Der MultiValue-Datenbankserver ist beschäftigt. Bitte noch einmal versuchen.</translation>
+    </message>
+    <message>
+        <source>A request to the MultiValue database server is pending. Please wait.
+
+If your Ventrino session is no longer running, try closing or resetting the session.</source>
+        <translation>Eine Anfrage an den MultiValue-Datenbankserver läuft. Bitte warten.
+
+Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder setzen Sie sie zurück.</translation>
     </message>
 </context>
 <context>
@@ -476,6 +523,10 @@ Qt %2</translation>
         <source>Format</source>
         <translation>Formatieren</translation>
     </message>
+    <message>
+        <source>Co&amp;nnections...</source>
+        <translation>Verbi&amp;ndungen...</translation>
+    </message>
 </context>
 <context>
     <name>nib::PickerItemModel</name>
@@ -528,6 +579,121 @@ Qt %2</translation>
     <message>
         <source>Horizontal scroll bar</source>
         <translation>Waagerechte Bildlaufleiste</translation>
+    </message>
+</context>
+<context>
+    <name>nib::frmConnections</name>
+    <message>
+        <source>Connections</source>
+        <translation>Verbindungen</translation>
+    </message>
+    <message>
+        <source>C&amp;onnections:</source>
+        <translation>&amp;Verbindungen:</translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>&amp;Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Re&amp;move</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Name:</source>
+        <translation>&amp;Name:</translation>
+    </message>
+    <message>
+        <source>Folders of accounts</source>
+        <translation>Ordner mit Konten</translation>
+    </message>
+    <message>
+        <source>MultiValue server</source>
+        <translation>MultiValue-Server</translation>
+    </message>
+    <message>
+        <source>&amp;Kind:</source>
+        <translation>&amp;Art:</translation>
+    </message>
+    <message>
+        <source>&amp;Folder:</source>
+        <translation>&amp;Ordner:</translation>
+    </message>
+    <message>
+        <source>Add&amp;ress:</source>
+        <translation>A&amp;dresse:</translation>
+    </message>
+    <message>
+        <source>&amp;Port:</source>
+        <translation>&amp;Port:</translation>
+    </message>
+    <message>
+        <source>&amp;User:</source>
+        <translation>&amp;Benutzer:</translation>
+    </message>
+    <message>
+        <source>A&amp;ccount:</source>
+        <translation>&amp;Konto:</translation>
+    </message>
+    <message>
+        <source>Tunn&amp;el:</source>
+        <translation>T&amp;unnel:</translation>
+    </message>
+    <message>
+        <source>As the account has them</source>
+        <translation>Wie im Konto</translation>
+    </message>
+    <message>
+        <source>Plain</source>
+        <translation>Einfach</translation>
+    </message>
+    <message>
+        <source>Escaped as a server does</source>
+        <translation>Maskiert wie von einem Server</translation>
+    </message>
+    <message>
+        <source>&amp;Item ids:</source>
+        <translation>&amp;Item-Ids:</translation>
+    </message>
+    <message>
+        <source>Character &amp;set:</source>
+        <translation>&amp;Zeichensatz:</translation>
+    </message>
+    <message>
+        <source>Latin-1, new items in UTF-8</source>
+        <translation>Latin-1, neue Items in UTF-8</translation>
+    </message>
+    <message>
+        <source>S&amp;hown as:</source>
+        <translation>An&amp;gezeigt als:</translation>
+    </message>
+    <message>
+        <source>&amp;Test</source>
+        <translation>&amp;Testen</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Browse...</source>
+        <translation>Du&amp;rchsuchen...</translation>
+    </message>
+    <message>
+        <source>* (default connection)</source>
+        <translation>* (Standardverbindung)</translation>
+    </message>
+    <message>
+        <source>Folder of the accounts</source>
+        <translation>Ordner der Konten</translation>
+    </message>
+    <message>
+        <source>Testing...</source>
+        <translation>Wird getestet...</translation>
     </message>
 </context>
 <context>
@@ -587,6 +753,10 @@ Qt %2</translation>
     <message>
         <source>&amp;Cancel</source>
         <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>Co&amp;nnections...</source>
+        <translation>Verbi&amp;ndungen...</translation>
     </message>
 </context>
 </TS>

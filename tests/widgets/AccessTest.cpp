@@ -9,8 +9,8 @@
 #include "persistence/recovery/frmAutoRecover.h"
 #include "persistence/settings/frmSettings.h"
 #include "platform/qt/QtDesktop.h"
-#include "platform/qt/QtWaitNotice.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/QtWaitNotice.h"
 #include "search/frmFind.h"
 #include "search/frmFindAccount.h"
 #include "search/frmResults.h"
@@ -73,7 +73,7 @@ TEST_P(FormAccessTest, SettingsPages)
     for (int32_t page = 1; page <= 5; ++page) {
         SCOPED_TRACE(page);
         SettingsModel model(test.program.Services(), store, applied);
-        frmSettings form(model);
+        frmSettings form(model, nullptr, [](QWidget*) {});
         form.ShowPage(page);
         form.show();
         ExpectAccessible(form, shared[page - 1]);
@@ -120,7 +120,7 @@ TEST_P(FormAccessTest, ItemPicker)
         request.offerReadOnly = true;
         PickerModel model(request, browser);
         model.Start(u"mvdb:LIVE/SALES/BP");
-        frmItemPicker form(model, browser, nullptr);
+        frmItemPicker form(model, browser, nullptr, [](QWidget*) { return false; });
         form.show();
         ExpectAccessible(form);
     }

@@ -26,7 +26,7 @@ protected:
         form.reset();
         model = std::make_unique<PickerModel>(request, browser);
         model->Start(start);
-        form = std::make_unique<frmItemPicker>(*model, browser, nullptr);
+        form = std::make_unique<frmItemPicker>(*model, browser, nullptr, edit);
         form->show();
         QApplication::setActiveWindow(form.get());
         QTest::qWait(1);
@@ -48,6 +48,7 @@ protected:
         return nullptr;
     }
     FakeBrowser browser;
+    ItemPicker::EditConnections edit;
     std::unique_ptr<PickerModel> model;
     std::unique_ptr<frmItemPicker> form;
 };
@@ -128,6 +129,22 @@ TEST_F(ItemPickerTest, TheTreeFollowsAndLeads)
     Key(Qt::Key_Up);
     Key(Qt::Key_Up);
     EXPECT_TRUE(QTest::qWaitFor([&] { return model->Place() == u"mvdb:LIVE/SALES"; }));
+}
+
+TEST_F(ItemPickerTest, EditedConnectionsShowAtOnce)
+{
+    edit = [this](QWidget*) {
+        browser.AddPlace(u"mvdb:NEW");
+        browser.Remove(u"mvdb:LIVE/SALES/BP");
+        return true;
+    };
+    Open({}, kBp);
+    auto* tree = Named<QTreeView>("Places");
+    EXPECT_EQ(tree->model()->rowCount(), 2);
+    AccessKey(Qt::Key_N);
+    EXPECT_EQ(tree->model()->rowCount(), 3);
+    EXPECT_EQ(model->Place(), u"mvdb:LIVE/SALES") << "the nearest that is left";
+    EXPECT_EQ(tree->currentIndex().data().toString(), QStringLiteral("SALES"));
 }
 
 TEST_F(ItemPickerTest, TenThousandItems)

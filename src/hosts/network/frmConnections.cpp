@@ -59,16 +59,14 @@ frmConnections::frmConnections(ConnectionEdits& edits, std::function<void(const 
 {
     setWindowTitle(tr("Connections"));
     setSizeGripEnabled(true);
-    auto* right = new QVBoxLayout;
-    right->addWidget(BuildFields());
-    right->addStretch(1);
-    auto* both = new QHBoxLayout;
-    both->addWidget(BuildList());
-    both->addLayout(right, 1);
+    // The Tab key goes as they are put in.
     auto* column = new QVBoxLayout(this);
+    auto* both = new QHBoxLayout;
     column->addLayout(both, 1);
+    both->addWidget(BuildList());
+    both->addWidget(BuildFields(), 1, Qt::AlignTop);
     column->addWidget(BuildBottom());
-    SetTabOrder();
+    ok_->setDefault(true);
     FillList(Text(kDefaultHost));
     list_->setFocus();
 }
@@ -205,20 +203,6 @@ void frmConnections::AddField(const char* caption, TextView key, TextView kind, 
     connect(line, &QLineEdit::textEdited, this, [this, key](const QString& text) {
         if (Try([&] { edits_.Set(current_, key, ToText(text)); })) ShowDefaults();
     });
-}
-
-void frmConnections::SetTabOrder()
-{
-    QWidget* last = list_;
-    const auto next = [&](QWidget* widget) { setTabOrder(std::exchange(last, widget), widget); };
-    for (QWidget* widget : std::initializer_list<QWidget*>{add_, remove_, name_, kind_}) next(widget);
-    for (const Field& field : fields_) {
-        if (field.key == u"charset") next(ids_);
-        next(field.line);
-        if (field.row != field.line) next(browse_);
-    }
-    for (QWidget* widget : {test_, ok_, cancel_}) next(widget);
-    ok_->setDefault(true);
 }
 
 // What the user sees

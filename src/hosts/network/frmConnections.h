@@ -41,7 +41,6 @@ private:
     QWidget* BuildBottom();
     void AddField(const char* caption, TextView key, TextView kind, const QString& placeholder = {});
     void AddRow(const char* caption, QWidget* row, QWidget* field);
-    void SetTabOrder();
 
     void FillList(const Text& current);
     int RowOf(const Text& name) const;

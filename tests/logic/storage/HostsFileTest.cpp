@@ -111,17 +111,18 @@ struct ConnectionEditsTest : HostFixture {
     }
     HostConfig Configured(const Text& more) const
     {
-        return HostConfig::Parse(u"[*]\nroot=" + FromUtf8(folder / "accounts") + u"\n" + more, folder.Path());
+        const Text root = u"\nroot=" + FromUtf8(folder / "accounts") + u"\n";
+        return HostConfig::Parse(u"[*]" + root + u"[east]" + root + more, folder.Path());
     }
     static constexpr TextView kServer = u"[s]\nkind=network\naddress=db\nuser=ada\n";
 };
 
 TEST_F(ConnectionEditsTest, LinksWhoseSettingsStayAreKept)
 {
-    HostLinks taking(Configured(u"[east]\ncharset=latin1\n[west]\n"), Kinds());
+    HostLinks taking(Configured(u"[west]\n"), Kinds());
     HostLink* const kept = &taking.Find(u"*");
     const auto item = taking.Find(u"east").Open(ParsePath(u"mvdb:east/DEMO/BP/INVOICE"), false, true);
-    taking.Take(Configured(u"[EAST]\nname=Other\n"));
+    taking.Take(Configured(u"name=Other\n"));
     EXPECT_EQ(&taking.Find(u"*"), kept);
     EXPECT_EQ(taking.Find(u"east").HostName(), u"Other");
     EXPECT_EQ(ErrorOf([&] { taking.Find(u"west"); }).number, error_number::kPathNotFound);
@@ -153,14 +154,14 @@ TEST_F(ConnectionEditsTest, LoginsThatNobodyHasAnyMoreAreForgotten)
     const std::string path =
         folder.File("hosts.conf", ToUtf8(kServer) + "[twin]\nkind=network\naddress=db\nuser=ada\n");
     HostLinks taking(HostConfig::Parse(FromUtf8(BytesOf(path)), folder.Path()), Kinds());
-    for (const auto& [connection, forgotten] : {std::pair(u"s", u""), std::pair(u"twin", u"ada@db")}) {
-        const TextView gone = connection;
+    const std::pair<Text, Text> rows[] = {{u"s", u""}, {u"twin", u"ada@db"}};
+    for (const auto& row : rows) {
         ConnectionEdits edits(HostsFile::Read(path), taking);
-        edits.Remove(gone);
+        edits.Remove(row.first);
         Text told;
         edits.Accept([&](const HostSettings& host) { told += host.user + u"@" + host.address; });
-        EXPECT_EQ(told, forgotten);
-        EXPECT_NE(ErrorOf([&] { taking.Find(gone); }).number, 0);
+        EXPECT_EQ(told, row.second);
+        EXPECT_NE(ErrorOf([&] { taking.Find(row.first); }).number, 0);
     }
     EXPECT_EQ(BytesOf(path), "");
 }
