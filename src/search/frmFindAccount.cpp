@@ -2,6 +2,7 @@
 
 #include "platform/qt/QtText.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
@@ -287,9 +288,11 @@ void frmFindAccount::Changed()
     const bool ended = std::exchange(running_, running) && !running;
     const bool listed = std::exchange(listed_, state.listed) != state.listed && state.listed;
     if (!isVisible()) return;
-    if (ended && state.listed && !state.stopped && state.fault.empty() && (listed || isActiveWindow())) {
+    if (ended && state.listed && !state.stopped && state.fault.empty()) {
+        // Whoever has gone on to another window stays there.
+        const bool here = listed || isActiveWindow() || !QApplication::activeWindow();
         hide();
-        find_.ShowList();
+        if (here) find_.ShowList();
     } else if (listed) {
         activateWindow(); // until it is through, Stop is what may be wanted
     }

@@ -282,6 +282,13 @@ def a_slow_server_keeps_nobody_waiting(desktop):
         expect_equal(session.save("Escape"), False, "a save that was cancelled")
         expect_equal((session.text(), session.dirty()), ("LATER", True), "what is open")
         expect_equal((session.save("Home"), session.stored()), (True, b"LATER"), "the next save")
+        # A request that is cut short is none, and what is left of its session is waited for.
+        session.type("LONG" * 500_000)
+        server.rate = 200_000
+        expect_equal(session.save("Escape"), False, "a save that was cancelled while it was sent")
+        server.rate = 0
+        expect_equal((session.stored(), session.save("Home")), (b"LATER", True), "what is stored, and the next save")
+        expect_equal(len(session.stored()), 2_000_000, "bytes that are stored")
         # The session is asked to end while a host is waited for.
         session.type("ENDING")
         server.fault("delay", WRITE, 60.0, 1)

@@ -5,6 +5,7 @@
 #include "platform/posix/FileName.h"
 
 #include <algorithm>
+#include <thread>
 
 namespace nib {
 
@@ -15,6 +16,8 @@ constexpr std::string_view kDirectory{"4"};
 constexpr int32_t kPathOfFile = 2;
 constexpr int32_t kOwnUpdateLock = 2;
 constexpr int32_t kMostTries = 3;
+constexpr std::chrono::seconds kGhostLimit{10};
+constexpr std::chrono::milliseconds kGhostStep{100};
 
 Text VersionOf(std::string_view bytes)
 {
@@ -150,15 +153,7 @@ void ServerItem::Fetch(bool lock, TextView doing)
     const std::string key = LockKey();
     if (const auto holder = account_->holders.find(key); holder != account_->holders.end() && holder->second != this)
         throw Error(error_number::kLocked, DisplayPath() + u" is open in another window.");
-    ServerReply reply;
-    Text who;
-    for (int32_t tries = 0; tries < kMostTries && who.empty(); ++tries) {
-        reply = session.OnItem(File(), ServerAction::ReadLocked, Id());
-        if (reply.result != ServerResult::Locked) break;
-        // Nobody by now: it has just been let go, as a server does with the locks of a lost connection.
-        who = OrDefault([&] { return LockHolder(); }, Text());
-    }
-    if (reply.result == ServerResult::Locked) RefuseLocked(who);
+    const ServerReply reply = TakeLock();
     // It is locked too when it is not there.
     lockedIn_ = session.Login();
     account_->holders[lockKey_ = key] = this;
@@ -167,6 +162,26 @@ void ServerItem::Fetch(bool lock, TextView doing)
     } catch (...) {
         Release();
         throw;
+    }
+}
+
+ServerReply ServerItem::TakeLock()
+{
+    ServerSession& session = account_->items;
+    const auto end = std::chrono::steady_clock::now() + kGhostLimit;
+    int32_t tries = 0;
+    for (;;) {
+        const ServerReply reply = session.OnItem(File(), ServerAction::ReadLocked, Id());
+        if (reply.result != ServerResult::Locked) return reply;
+        if (session.IsOwnGhost(reply.status) && std::chrono::steady_clock::now() < end) {
+            // A server that has been sent much takes it all in before it sees that nobody is there any more.
+            session.Wait().Step(WaitStage::Pending);
+            std::this_thread::sleep_for(kGhostStep);
+            continue;
+        }
+        // Nobody by now: it has just been let go, as a server does with the locks of a lost connection.
+        const Text who = OrDefault([&] { return LockHolder(); }, Text());
+        if (!who.empty() || ++tries == kMostTries) RefuseLocked(who);
     }
 }
 

@@ -78,6 +78,8 @@ private:
     /// Reads it, under the lock if wanted. Throws kLocked.
     void Fetch(bool lock, TextView doing);
     void Found(const ServerReply& reply);
+    /// Throws kLocked.
+    ServerReply TakeLock();
     [[noreturn]] void RefuseLocked(const Text& who);
     bool HoldsLock() const;
     /// The lock is this session's own when it returns; then `found_` is what a write replaces.

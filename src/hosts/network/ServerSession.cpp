@@ -148,7 +148,10 @@ void ServerSession::Connect()
         made->EnterAccount(account_);
         // Ours and nobody else's, should a lock of it outlive it.
         const ServerReply who = made->Call(ServerAction::Execute, "WHO");
-        numbers_.push_back(who.result == ServerResult::Done ? NumberOf(who.data) : 0);
+        const int32_t number = who.result == ServerResult::Done ? NumberOf(who.data) : 0;
+        // They rise with each login, until the server starts anew.
+        if (!numbers_.empty() && number <= numbers_.back()) numbers_.clear();
+        numbers_.push_back(number);
         connection_ = std::move(made);
         ++login_;
         Tell({});
