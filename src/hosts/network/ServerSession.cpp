@@ -138,7 +138,8 @@ void ServerSession::Drop()
 
 void ServerSession::Look()
 {
-    if (connection_ && connection_->IsLost()) Lost(u"the server has ended it");
+    // Whoever waits for the connection notices by itself, and still needs it.
+    if (!wait_.IsBusy() && connection_ && connection_->IsLost()) Lost(u"the server has ended it");
 }
 
 void ServerSession::Connect()
