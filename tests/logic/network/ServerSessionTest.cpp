@@ -122,4 +122,14 @@ TEST_F(ServerSessionTest, NobodyConnectsWhileThePasswordIsAskedFor)
     EXPECT_EQ(server.connections, 1);
 }
 
+TEST_F(ServerSessionTest, ClosingDoesNotWaitLongForAnAnswerThatNobodyWanted)
+{
+    auto item = Open(u"MAIN");
+    server.silent = meanwhile.cancel = true;
+    EXPECT_EQ(ErrorOf([&] { item->WriteItem(0, 0, 0, u"Y"); }).description, u"The request was cancelled.");
+    const auto began = std::chrono::steady_clock::now();
+    item.reset();
+    EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(8));
+}
+
 } // namespace nib::test
