@@ -116,8 +116,10 @@ std::shared_ptr<ServerAccount> NetworkLink::Enter(const Text& account)
     std::shared_ptr<ServerAccount>& entered = accounts_[ToUpper(account)];
     if (!entered) {
         const ItemText coding = ItemText::ForServer(CharsetOf(settings_), !settings_.charset.empty());
-        entered.reset(
-            new ServerAccount{{Door(), account, parts_.notice}, {Door(), account, parts_.notice}, coding, {}});
+        ServerDoor commands = Door();
+        commands.tell = nullptr; // no lock goes with it, and the next command makes another one
+        entered.reset(new ServerAccount{
+            {Door(), account, parts_.notice}, {std::move(commands), account, parts_.notice}, coding, {}});
     }
     lastAccount_ = account;
     return entered;

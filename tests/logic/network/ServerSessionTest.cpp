@@ -132,4 +132,14 @@ TEST_F(ServerSessionTest, ClosingDoesNotWaitLongForAnAnswerThatNobodyWanted)
     EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(8));
 }
 
+TEST_F(ServerSessionTest, TheEndOfTheConnectionForCommandsIsNoNews)
+{
+    const auto item = Open(u"MAIN");
+    item->Session()->Execute(u"WHO", u"", 0);
+    news.clear();
+    Of(*item, &ServerAccount::commands).Drop();
+    item->Session()->Execute(u"WHO", u"", 0);
+    EXPECT_TRUE(news.empty()) << "it has no locks, and a new one mends no other";
+}
+
 } // namespace nib::test
