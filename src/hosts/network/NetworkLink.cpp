@@ -94,7 +94,10 @@ ServerDoor NetworkLink::Door()
         if (inTheClear && parts.mayGoInTheClear && !parts.mayGoInTheClear(settings)) return std::nullopt;
         if (!parts.passwords) return std::nullopt;
         std::optional<std::string> answer = parts.passwords->Ask(settings, refused);
-        if (answer) *known = *answer;
+        if (answer) {
+            explicit_bzero(known->data(), known->size()); // which a longer one leaves behind
+            *known = *answer;
+        }
         return answer;
     };
     door.accepted = [settings, parts] {
@@ -116,8 +119,10 @@ std::shared_ptr<ServerAccount> NetworkLink::Enter(const Text& account)
     std::shared_ptr<ServerAccount>& entered = accounts_[ToUpper(account)];
     if (!entered) {
         const ItemText coding = ItemText::ForServer(CharsetOf(settings_), !settings_.charset.empty());
-        entered.reset(
-            new ServerAccount{{Door(), account, parts_.notice}, {Door(), account, parts_.notice}, coding, {}});
+        ServerDoor commands = Door();
+        commands.tell = nullptr; // no lock goes with it, and the next command makes another one
+        entered.reset(new ServerAccount{
+            {Door(), account, parts_.notice}, {std::move(commands), account, parts_.notice}, coding, {}});
     }
     lastAccount_ = account;
     return entered;
@@ -209,7 +214,9 @@ std::unique_ptr<ItemReader> NetworkLink::Reader(const ItemPlace& account)
         entered->items.HasFile(kVoc);
     }
     ServerDoor door = Door();
-    door.password = [known = *password_](bool refused) { return refused ? std::nullopt : std::optional(known); };
+    door.password = [known = Secret(*password_)](bool refused) {
+        return refused ? std::nullopt : std::optional(*known);
+    };
     door.accepted = nullptr;
     door.tell = nullptr;
     return std::make_unique<ServerReader>(std::move(door), entered->items.Account(), entered->coding);

@@ -49,7 +49,10 @@ bool Run(QKeychain::Job& job)
 
 std::string Bytes(const QString& text)
 {
-    return text.toUtf8().toStdString();
+    QByteArray bytes = text.toUtf8();
+    std::string answer = bytes.toStdString();
+    explicit_bzero(bytes.data(), static_cast<size_t>(bytes.size()));
+    return answer;
 }
 
 class PasswordDialog : public QDialog {

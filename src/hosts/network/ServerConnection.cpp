@@ -128,7 +128,7 @@ void ServerConnection::EnterAccount(const Text& account)
 
 ServerReply ServerConnection::Call(ServerAction action, std::string_view data, milliseconds silence)
 {
-    TakeOwedReply();
+    TakeOwedReply(std::min(silence, kUsualLimit));
     if (prompting_) Exchange(ServerAction::EndCommand, {}, silence);
     return Exchange(action, data, silence);
 }
@@ -179,7 +179,9 @@ void ServerConnection::Send(std::string_view request, milliseconds limit)
             sent += now;
             if (now > 0) silence.Moved();
             silence.Check();
-            if (!leaving_) wait_.Step(WaitStage::Pending, static_cast<int32_t>(100 * sent / request.size()));
+            // What has gone out whole is answered: the connection need not go with the wait.
+            if (!leaving_ && sent < request.size())
+                wait_.Step(WaitStage::Pending, static_cast<int32_t>(100 * sent / request.size()));
         }
     } catch (...) {
         // Half a request changes nothing; the other half is not to come.
@@ -210,14 +212,14 @@ ServerReply ServerConnection::AwaitReply(milliseconds limit)
 }
 
 /// Of a request that nobody waited for any longer. A lock that it took is of no use to anybody.
-void ServerConnection::TakeOwedReply()
+void ServerConnection::TakeOwedReply(milliseconds silence)
 {
     if (!owed_) return;
-    const ServerReply reply = AwaitReply(kUsualLimit);
+    const ServerReply reply = AwaitReply(silence);
     owed_ = false;
     prompting_ = reply.result == ServerResult::Prompt;
     const bool locked = reply.result == ServerResult::Done || reply.result == ServerResult::NotFound;
-    if (owedAction_ == ServerAction::ReadLocked && locked) Exchange(ServerAction::Release, owedData_, kUsualLimit);
+    if (owedAction_ == ServerAction::ReadLocked && locked) Exchange(ServerAction::Release, owedData_, silence);
 }
 
 bool ServerConnection::IsLost()

@@ -46,7 +46,7 @@ private:
     void Send(std::string_view request, std::chrono::milliseconds silence);
     ServerReply AwaitReply(std::chrono::milliseconds silence);
     ServerReply Exchange(ServerAction action, std::string_view data, std::chrono::milliseconds silence);
-    void TakeOwedReply();
+    void TakeOwedReply(std::chrono::milliseconds silence);
     void Leave();
 
     std::unique_ptr<ByteStream> stream_; ///< none when it has been lost

@@ -43,7 +43,8 @@ std::string ServerRequest(ServerAction action, std::string_view data)
     out.reserve(kRequestHeader + data.size());
     AppendNumber(out, static_cast<int32_t>(kRequestHeader + data.size()));
     AppendNumber(out, static_cast<int16_t>(action));
-    return out.append(data);
+    out += data;
+    return out; // not what append answers, of which it would be a copy: passwords and large items go this way
 }
 
 std::string LoginData(std::string_view user, std::string_view password)
@@ -73,7 +74,9 @@ std::string WriteData(int16_t file, std::string_view id, std::string_view item)
     out.reserve(2 * sizeof(int16_t) + id.size() + item.size());
     AppendNumber(out, file);
     AppendNumber(out, static_cast<int16_t>(id.size()));
-    return out.append(id).append(item);
+    out += id;
+    out += item;
+    return out;
 }
 
 std::string InformationData(int16_t file, int32_t key)

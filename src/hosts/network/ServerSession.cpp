@@ -62,6 +62,16 @@ std::vector<std::string> Words(std::string_view line)
     return words;
 }
 
+/// Overwritten when it goes, however that is.
+struct Password {
+    std::optional<std::string> text;
+
+    ~Password()
+    {
+        if (text) explicit_bzero(text->data(), text->size());
+    }
+};
+
 int32_t NumberOf(std::string_view word)
 {
     int32_t number = 0;
@@ -138,7 +148,8 @@ void ServerSession::Drop()
 
 void ServerSession::Look()
 {
-    if (connection_ && connection_->IsLost()) Lost(u"the server has ended it");
+    // Whoever waits for the connection notices by itself, and still needs it.
+    if (!wait_.IsBusy() && connection_ && connection_->IsLost()) Lost(u"the server has ended it");
 }
 
 void ServerSession::Connect()
@@ -171,15 +182,13 @@ std::unique_ptr<ServerConnection> ServerSession::LogIn()
     // Whether there is a server at all is known before anybody types a password.
     std::unique_ptr<ServerConnection> made = Greeted();
     for (bool refused = false;; refused = true) {
-        std::optional<std::string> password = wait_.Pausing([&] { return door_.password(refused); });
-        if (!password)
+        const Password password{wait_.Pausing([&] { return door_.password(refused); })};
+        if (!password.text)
             throw Error(error_number::kStorage, u"Not logged in to " + door_.hostName +
                                                     (refused ? u": it refused the user or the password." : u"."));
         // While somebody typed, the server may have hung up.
         if (made->IsLost()) made = Greeted();
-        const bool right = made->Login(door_.user, *password);
-        explicit_bzero(password->data(), password->size());
-        if (right) return made;
+        if (made->Login(door_.user, *password.text)) return made;
     }
 }
 

@@ -13,7 +13,7 @@ WaitEnded::WaitEnded(bool resetWanted)
 
 void ServerWait::Enter(TextView what)
 {
-    const bool busy = inStep_ || (depth_ == 0 && notice_ && !notice_->Started(what));
+    const bool busy = elsewhere_ || (depth_ == 0 && notice_ && !notice_->Started(what));
     if (busy) throw Error(error_number::kStorage, Text(what) + u" has to wait: another request to a host is pending.");
     if (depth_++ > 0) return;
     what_ = what;
@@ -27,11 +27,13 @@ void ServerWait::Leave()
 
 void ServerWait::Hide()
 {
+    elsewhere_ = true;
     if (depth_ > 0 && notice_) notice_->Ended();
 }
 
 void ServerWait::Show()
 {
+    elsewhere_ = false;
     if (depth_ > 0 && notice_) notice_->Started(what_);
     start_ = steady_clock::now();
 }
@@ -41,9 +43,9 @@ void ServerWait::Step(WaitStage stage, int32_t percent)
     if (stopped_ && *stopped_) throw WaitEnded(true);
     if (!notice_ || depth_ == 0) return;
     notice_->Tell(stage, percent);
-    inStep_ = true;
+    elsewhere_ = true;
     const bool goOn = notice_->GoOn(duration_cast<milliseconds>(steady_clock::now() - start_));
-    inStep_ = false;
+    elsewhere_ = false;
     if (!goOn) throw WaitEnded(notice_->ResetWanted());
 }
 

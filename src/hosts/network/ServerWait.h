@@ -38,6 +38,8 @@ public:
         ServerWait& wait_;
     };
 
+    /// A call is under way, out of which this one came.
+    bool IsBusy() const { return depth_ > 0; }
     /// To be called about every 50 ms. Throws WaitEnded.
     void Step(WaitStage stage, int32_t percent = -1);
     /// The time that `body` takes belongs to the user, who answers a question.
@@ -68,7 +70,7 @@ private:
     WaitNotice* notice_;
     const std::atomic<bool>* stopped_;
     int32_t depth_ = 0;
-    bool inStep_ = false;
+    bool elsewhere_ = false; ///< in what may call again: the notice, a question to the user
     Text what_;
     std::chrono::steady_clock::time_point start_;
 };
