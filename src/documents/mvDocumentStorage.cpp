@@ -58,7 +58,10 @@ bool mvDocument::FileOpen(TextView path, bool readOnly)
     bool lock = services_.settings.RecordLocking;
     for (;;) {
         std::shared_ptr<mvItem> item;
-        auto failure = FailureOf([&] { item = services_.connection.OpenServerForPath(path, readOnly, lock); });
+        auto failure = FailureOf([&] {
+            AutoSaveHold hold(services_.shell);
+            item = services_.connection.OpenServerForPath(path, readOnly, lock);
+        });
         if (!failure) return ItemOpen(std::move(item), readOnly);
         if (IsLocked(*failure) && HoldsItemOf(path)) return ItemOpen(item_, readOnly);
         if (!OpenAfterFailure(path, *failure, readOnly, lock)) return false;

@@ -3,6 +3,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "fakes/Failure.h"
+#include "platform/posix/FileName.h"
 
 #include <gtest/gtest.h>
 

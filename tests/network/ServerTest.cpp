@@ -92,6 +92,41 @@ TEST_F(ServerTest, OneHasTheLockAndTheOtherHearsWho)
     EXPECT_NO_THROW(second.Open(u"BP", u"NOTTHERE"));
 }
 
+TEST_F(ServerTest, TenDesksWantOneItem)
+{
+    behind.Put("BP", "WANTED", "X");
+    std::vector<std::unique_ptr<Desk>> desks;
+    std::vector<std::shared_ptr<mvItem>> held;
+    for (int i = 0; i < 10; ++i) {
+        desks.push_back(std::make_unique<Desk>(i % 2));
+        if (auto item = OrDefault([&] { return desks.back()->Open(u"BP", u"WANTED"); }, std::shared_ptr<mvItem>()))
+            held.push_back(item);
+    }
+    EXPECT_EQ(held.size(), 1u);
+    held.clear();
+    EXPECT_NO_THROW(desks.back()->Open(u"BP", u"WANTED"));
+}
+
+TEST_F(ServerTest, AnIdOfAnyByteIsStoredOrRefusedInWords)
+{
+    Desk desk(0);
+    for (const TextView file : {u"BP", u"ITEMS"}) {
+        for (int byte = 1; byte < 256; ++byte) {
+            const std::string id = {'I', static_cast<char>(byte), 'D'};
+            const std::string name = ToUtf8(file);
+            std::optional<Error> failure = FailureOf([&] { WriteAll(*desk.Open(file, FromFileName(id)), u"X"); });
+            const std::string stored = behind.Get(name, id);
+            const bool fits = file == u"BP" ? byte >= 0x20 && byte < 0x7F : byte < 0xFB;
+            EXPECT_EQ(stored == "X", fits) << name << ' ' << byte;
+            EXPECT_EQ(failure.has_value(), !fits) << name << ' ' << byte;
+            if (failure) {
+                EXPECT_NE(failure->description.find(u"the item id is not allowed there"), Text::npos)
+                    << ToUtf8(failure->description);
+            }
+        }
+    }
+}
+
 TEST_F(ServerTest, WhatAnotherWroteIsNotOverwrittenUnseen)
 {
     Desk desk(0);
@@ -151,6 +186,25 @@ TEST_F(ServerTest, ListsForPickers)
     EXPECT_TRUE(has(names(file), u"A/B C"));
     EXPECT_TRUE(desk.Link().FileExists(given.account, u"DICT ITEMS"));
     EXPECT_FALSE(desk.Link().FileExists(given.account, u"NOSUCHFILE"));
+}
+
+TEST_F(ServerTest, ASearchReadsOnAConnectionOfItsOwn)
+{
+    Desk desk(0);
+    const ItemPlace account{Text(kHostProvider), u"*", given.account, {}, {}};
+    behind.Put("ITEMS", "TEXT", "A\xFE" "B");
+    behind.Put("ITEMS", "OBJECT", std::string("A\0B", 3));
+    const auto reader = desk.Link().Reader(account);
+    const std::vector<Text> files = reader->Files();
+    EXPECT_NE(std::find(files.begin(), files.end(), u"BP"), files.end());
+    const std::vector<Text> ids = reader->Ids(u"ITEMS");
+    EXPECT_NE(std::find(ids.begin(), ids.end(), u"OBJECT"), ids.end());
+    EXPECT_EQ(reader->Read(u"ITEMS", u"TEXT"), u"A\r\nB");
+    EXPECT_EQ(reader->Read(u"ITEMS", u"OBJECT"), std::nullopt);
+    EXPECT_NE(ErrorOf([&] { reader->Read(u"ITEMS", u"NOSUCHITEM"); }).description.find(u"no such item"), Text::npos);
+    EXPECT_NE(ErrorOf([&] { reader->Ids(u"NOSUCHFILE"); }).number, error_number::kDeviceUnavailable);
+    reader->Stop();
+    EXPECT_NE(ErrorOf([&] { reader->Read(u"ITEMS", u"TEXT"); }).number, 0);
 }
 
 TEST_F(ServerTest, CommandsRunBesideTheLocks)

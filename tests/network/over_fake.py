@@ -10,7 +10,7 @@ from fake_server import FakeServer
 
 for tests, breaks in (("ServerTest.*", False), ("ServerRace.*", True)):
     with FakeServer() as server:
-        server.login_delay = 0.1
+        server.login_delay, server.seats = 0.1, 40
         ended = subprocess.run([sys.argv[1], "127.0.0.1", str(server.port), "ada", "secret7", "bob", "secret8",
                                 "TESTACC", "--gtest_filter=" + tests, *sys.argv[2:]], check=False)
         expect_equal(ended.returncode, 0, "the exit code of the tests")

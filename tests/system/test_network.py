@@ -17,6 +17,17 @@ from wire import Wire
 
 PASSWORD = "secret7"
 PROGRAM = b"FOR I = 1 TO 3\xfePRINT 'LINE ':I\xfeNEXT I\xfePRINT 'END'\xfeEND"
+RELAY = """
+import socket, sys, threading, os
+far = socket.create_connection(("127.0.0.1", int(sys.argv[1])))
+def up():
+    while data := os.read(0, 65536):
+        far.sendall(data)
+    far.shutdown(socket.SHUT_WR)
+threading.Thread(target=up, daemon=True).start()
+while data := far.recv(65536):
+    os.write(1, data)
+"""
 ACCOUNT, OPEN, READ, READ_LOCKED, WRITE, LOGIN, LOCK_STATE = 3, 4, 6, 9, 17, 24, 34
 
 
@@ -218,6 +229,40 @@ def a_server_that_misbehaves_takes_no_text_along(desktop):
         expect_equal((saved, session.stored()), (True, text.encode()), "the last save, on a server that has healed")
 
 
+def the_way_leads_through_a_tunnel(desktop):
+    relay = desktop.folder / "relay.py"
+    relay.write_text(RELAY)
+    with FakeServer() as server:
+        session = Session(desktop, server, f"tunnel=/usr/bin/python3 '{relay}' %p", "address=far.invalid")
+        session.type("THROUGH")
+        expect_equal((session.save(), session.stored()), (True, b"THROUGH"), "a save")
+        session.type("AGAIN")
+        subprocess.run(["pkill", "-f", str(relay)], check=True)
+        expect_equal((session.save("Home"), session.stored()), (True, b"AGAIN"), "a save through the next tunnel")
+        session.driven.end()
+        eventually("the end of the tunnel", lambda: subprocess.run(["pgrep", "-f", str(relay)], check=False,
+                                                                  stdout=subprocess.DEVNULL).returncode == 1)
+
+
+def odd_accounts_are_told_of(desktop):
+    with FakeServer() as server:
+        session = Session(desktop, server)
+        account = server.accounts["TESTACC"]
+        for asks in (b"PA\xfeDISPLAY hello", b"V\xfeCS\xfeBP LOGINPROG"):
+            account["VOC"]["LOGIN"] = asks
+            account["BP"].put("LOGINPROG", b"INPUT X\xfeEND")
+            session.type(asks.decode("latin1")[:2])
+            server.drop()
+            expect_equal(session.save("Home"), True, "a save into an account that greets or asks")
+        server.seats = 0
+        server.drop()
+        session.type("FULL")
+        expect_equal((session.save(), session.dirty()), (False, True), "a save on a full server")
+        server.seats = 10
+        del account["BP"], account["VOC"]["BP"]
+        expect_equal((session.save(), session.text()), (False, "FULL"), "a save without the file")
+
+
 def a_slow_server_keeps_nobody_waiting(desktop):
     with FakeServer() as server:
         session = Session(desktop, server)
@@ -290,5 +335,6 @@ def passwords_are_kept_by_the_desktop_alone(desktop):
 
 if __name__ == "__main__":
     lib.run(a_day_over_a_server, a_server_that_dies_takes_no_text_along,
-            a_server_that_misbehaves_takes_no_text_along, a_slow_server_keeps_nobody_waiting,
+            a_server_that_misbehaves_takes_no_text_along, the_way_leads_through_a_tunnel, odd_accounts_are_told_of,
+            a_slow_server_keeps_nobody_waiting,
             passwords_are_kept_by_the_desktop_alone)

@@ -276,20 +276,14 @@ struct FindAccountFormTest : testing::Test, TestAccountFind {
         QTest::qWait(1);
         EXPECT_TRUE(Until([this] { return !find.Dialog().readsFiles; }));
     }
-    template <typename Button>
-    Button& By(const char* text)
-    {
-        return *ByText<Button>(form, text);
-    }
+    QPushButton& By(const char* text) { return *ByText<QPushButton>(form, text); }
 
     frmFindAccount form{find};
 };
 
 TEST_F(FindAccountFormTest, KeysAlone)
 {
-    const auto* files = form.findChild<QListWidget*>();
-    ASSERT_EQ(files->count(), 2);
-    EXPECT_FALSE(By<QPushButton>("&Find").isEnabled()) << "for nothing";
+    EXPECT_FALSE(By("&Find").isEnabled()) << "for nothing";
     Type("X");
     AccessKey(Qt::Key_M);
     EXPECT_TRUE(find.Dialog().matchCase);
@@ -319,14 +313,13 @@ TEST_F(FindAccountFormTest, EscapeStopsThenCloses)
     AccessKey(Qt::Key_F);
     EXPECT_TRUE(Until([this] { return find.Dialog().listed; }));
     EXPECT_TRUE(form.isVisible());
-    EXPECT_FALSE(By<QPushButton>("&Replace...").isEnabled());
-    EXPECT_TRUE(By<QPushButton>("&Stop").isEnabled());
+    EXPECT_FALSE(By("&Replace...").isEnabled());
+    EXPECT_TRUE(By("&Stop").isEnabled());
     Key(Qt::Key_Escape);
     EXPECT_TRUE(IsIdle());
     EXPECT_TRUE(form.isVisible()) << "with how far it came";
-    By<QPushButton>("Non&e").click();
-    EXPECT_FALSE(By<QPushButton>("&Find").isEnabled());
-    AccessKey(Qt::Key_A);
+    AccessKey(Qt::Key_E);
+    EXPECT_FALSE(By("&Find").isEnabled());
     AccessKey(Qt::Key_C);
     Type("NONE");
     Key(Qt::Key_Tab);

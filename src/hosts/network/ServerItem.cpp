@@ -151,11 +151,14 @@ void ServerItem::Fetch(bool lock, TextView doing)
     if (const auto holder = account_->holders.find(key); holder != account_->holders.end() && holder->second != this)
         throw Error(error_number::kLocked, DisplayPath() + u" is open in another window.");
     ServerReply reply;
-    int32_t tries = 0;
-    do {
+    Text who;
+    for (int32_t tries = 0; tries < kMostTries && who.empty(); ++tries) {
         reply = session.OnItem(File(), ServerAction::ReadLocked, Id());
-    } while (reply.result == ServerResult::Locked && IsFreeByNow(++tries));
-    if (reply.result == ServerResult::Locked) RefuseLocked(reply.status);
+        if (reply.result != ServerResult::Locked) break;
+        // Nobody by now: it has just been let go, as a server does with the locks of a lost connection.
+        who = OrDefault([&] { return LockHolder(); }, Text());
+    }
+    if (reply.result == ServerResult::Locked) RefuseLocked(who);
     // It is locked too when it is not there.
     lockedIn_ = session.Login();
     account_->holders[lockKey_ = key] = this;
@@ -175,26 +178,17 @@ std::string ServerItem::LockKey()
     return path.data + '\0' + Id();
 }
 
-/// Whoever held it may just have let it go, as a server does with the locks of a lost connection.
-bool ServerItem::IsFreeByNow(int32_t tries)
+void ServerItem::RefuseLocked(const Text& who)
 {
-    if (tries >= kMostTries) return false;
-    return LongAt(account_->items.OnItem(File(), ServerAction::LockState, Id()).data, 0) == 0;
-}
-
-void ServerItem::RefuseLocked(int32_t holder)
-{
-    const Text who = OrDefault([&] { return LockHolder(); }, Text());
-    if (who.empty() && holder <= 1)
-        throw Error(error_number::kStorage, DisplayPath() + u" cannot be locked: the server's table of locks is full.");
-    throw Error(error_number::kLocked, DisplayPath() + u" is locked." + HeldBy(who));
+    if (!who.empty()) throw Error(error_number::kLocked, DisplayPath() + u" is locked." + HeldBy(who));
+    throw Error(error_number::kStorage, DisplayPath() + u" cannot be locked: the server's table of locks is full.");
 }
 
 Text ServerItem::LockHolder()
 {
     ServerSession& session = Account().items;
     const ServerWait::Scope scope(session.Wait(), u"Asking who holds " + DisplayPath());
-    if (const auto own = account_->holders.find(LockKey()); own != account_->holders.end())
+    if (const auto own = account_->holders.find(LockKey()); own != account_->holders.end() && own->second != this)
         return u"this program, in another window";
     const ServerReply reply = session.OnItem(File(), ServerAction::LockState, Id());
     if (reply.result != ServerResult::Done || LongAt(reply.data, 0).value_or(0) >= 0) return {};

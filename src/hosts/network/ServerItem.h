@@ -78,8 +78,7 @@ private:
     /// Reads it, under the lock if wanted. Throws kLocked.
     void Fetch(bool lock, TextView doing);
     void Found(const ServerReply& reply);
-    bool IsFreeByNow(int32_t tries);
-    [[noreturn]] void RefuseLocked(int32_t holder);
+    [[noreturn]] void RefuseLocked(const Text& who);
     bool HoldsLock() const;
     /// The lock is this session's own when it returns; then `found_` is what a write replaces.
     void ProveLock();

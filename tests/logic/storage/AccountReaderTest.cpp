@@ -18,7 +18,7 @@ TEST_F(AccountReaderTest, ReadsAllItemsAsTheyAreOpened)
     const auto reader = connection->Reader({Text(kHostProvider), u"west", u"DEMO", {}, {}});
     EXPECT_EQ(reader->Files(), (Ids{u"BP", u"VOC"}));
     EXPECT_EQ(reader->Ids(u"BP"), (Ids{u"INVOICE", u"ITEM9", u"item10", u"N/1", u"OBJECT"}));
-    for (const Text& id : {u"INVOICE", u"ITEM9", u"item10", u"N/1"}) {
+    for (const Text id : {u"INVOICE", u"ITEM9", u"item10", u"N/1"}) {
         const auto item = Open(ComposeHostPath({Text(kHostProvider), u"west", u"DEMO", u"BP", id}), true);
         EXPECT_EQ(reader->Read(u"BP", id), item->ReadItem(0, 0, 0)) << ToUtf8(id);
     }
