@@ -25,8 +25,8 @@ namespace nib {
 
 namespace {
 
-constexpr int kListChars = 22;
-constexpr int kFieldChars = 44;
+constexpr int kListMargin = 6; ///< in characters, as the next
+constexpr int kFieldChars = 54;
 constexpr int kSaidLines = 4;
 
 /// The caption without its access key, for those who hear the screen.
@@ -77,7 +77,8 @@ QWidget* frmConnections::BuildList()
 {
     auto* side = new QWidget;
     list_ = new QListWidget;
-    list_->setMinimumWidth(fontMetrics().averageCharWidth() * kListChars);
+    list_->setMinimumWidth(fontMetrics().horizontalAdvance(DefaultName()) +
+                           fontMetrics().averageCharWidth() * kListMargin);
     list_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     auto* label = new QLabel(tr("C&onnections:"));
     label->setBuddy(list_);
@@ -207,13 +208,17 @@ void frmConnections::AddField(const char* caption, TextView key, TextView kind, 
 
 // What the user sees
 
+QString frmConnections::DefaultName()
+{
+    return tr("* (default connection)");
+}
+
 void frmConnections::FillList(const Text& current)
 {
     {
         const QScopedValueRollback<bool> showing(showing_, true);
         list_->clear();
-        for (const Text& name : edits_.Names())
-            list_->addItem(name == kDefaultHost ? tr("* (default connection)") : ToQString(name));
+        for (const Text& name : edits_.Names()) list_->addItem(name == kDefaultHost ? DefaultName() : ToQString(name));
         list_->setCurrentRow(RowOf(current));
     }
     current_ = current;

@@ -43,6 +43,7 @@ private:
     void AddRow(const char* caption, QWidget* row, QWidget* field);
 
     void FillList(const Text& current);
+    static QString DefaultName();
     int RowOf(const Text& name) const;
     void ShowConnection();
     void ShowKind();

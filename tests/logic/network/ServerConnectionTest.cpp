@@ -1,6 +1,7 @@
 #include "hosts/network/ServerConnection.h"
 
 #include "fakes/Failure.h"
+#include "hosts/network/NetworkLink.h"
 
 #include <gtest/gtest.h>
 
@@ -149,6 +150,66 @@ TEST(ServerConnectionTest, RepliesInAnyPieces)
     EXPECT_EQ(taken[1].status, -1);
     EXPECT_EQ(taken[2].data.size(), 70'000u);
     EXPECT_TRUE(reader.Empty());
+}
+
+/// Lets everybody in, has one hashed file and no items, and deletes as it is told.
+class Answering : public ByteStream {
+public:
+    Answering(ServerReply deletion, std::vector<ServerAction>& asked) : deletion_(std::move(deletion)), asked_(asked) {}
+
+    size_t Send(std::string_view bytes, std::chrono::milliseconds) override
+    {
+        const auto action = static_cast<ServerAction>(ShortAt(bytes, 4).value_or(0));
+        asked_.push_back(action);
+        if (action == ServerAction::Delete)
+            toCome_ += Reply(deletion_.result, deletion_.status, {});
+        else if (action == ServerAction::ReadLocked)
+            toCome_ += Reply(ServerResult::NotFound, server_status::kNoSuchItem, {});
+        else
+            toCome_ += Reply(ServerResult::Done, 0, action == ServerAction::OpenFile ? NumberData(1) : std::string());
+        return bytes.size();
+    }
+    void Receive(std::string& bytes, std::chrono::milliseconds) override
+    {
+        if (toCome_.empty() && !asked_.empty() && asked_.back() == ServerAction::Quit) throw StreamEnded(u"closed");
+        bytes += std::exchange(toCome_, {});
+    }
+
+private:
+    ServerReply deletion_;
+    std::vector<ServerAction>& asked_;
+    std::string toCome_{"\6"};
+};
+
+struct AnyPassword : Passwords {
+    std::optional<std::string> Ask(const HostSettings&, bool) override { return "secret7"; }
+};
+
+TEST(NetworkLinkTest, ATestTellsThatAUserMayOnlyRead)
+{
+    const std::pair<ServerReply, TextView> rows[] = {
+        {{ServerResult::Done, 0, {}}, u"lets user ada into account SALES."},
+        {{ServerResult::Failed, server_status::kReadOnlyFile, {}}, u"to read alone: the user may not write"},
+        {{ServerResult::Failed, server_status::kNoPermission, {}}, u"to read alone: the user may not write"}};
+    for (const auto& [deletion, words] : rows) {
+        std::vector<ServerAction> asked;
+        AnyPassword passwords;
+        NetworkParts parts;
+        parts.passwords = &passwords;
+        parts.open = [&asked, answer = deletion] { return std::make_unique<Answering>(answer, asked); };
+        Text said;
+        {
+            NetworkLink link(HostConfig::Parse(u"[*]\nkind=network\naddress=db\nuser=ada\naccount=SALES", "/").Find({}),
+                             parts);
+            if (const auto failure = FailureOf([&] { said = link.Test(); })) said = failure->description;
+        }
+        EXPECT_NE(said.find(words), Text::npos) << ToUtf8(said);
+        const auto deleted = std::find(asked.begin(), asked.end(), ServerAction::Delete);
+        ASSERT_NE(deleted, asked.end());
+        EXPECT_EQ(*(deleted - 1), ServerAction::ReadLocked) << "nobody can have made it meanwhile";
+        EXPECT_EQ(*(deleted + 1), ServerAction::Release);
+        EXPECT_EQ(asked.back(), ServerAction::Quit);
+    }
 }
 
 } // namespace nib::test
