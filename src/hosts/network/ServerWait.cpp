@@ -40,7 +40,7 @@ void ServerWait::Show()
 
 void ServerWait::Step(WaitStage stage, int32_t percent)
 {
-    if (stopped_ && *stopped_) throw WaitEnded(true);
+    if (stopped_ && *stopped_) throw WaitEnded(false); // the session is left in order
     if (!notice_ || depth_ == 0) return;
     notice_->Tell(stage, percent);
     elsewhere_ = true;
