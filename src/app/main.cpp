@@ -32,6 +32,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QPalette>
 
 #include <unistd.h>
 
@@ -147,6 +148,20 @@ void UseDesktopIdentity()
     QApplication::setWindowIcon(QIcon::fromTheme(id, QIcon(QStringLiteral(":/icons/") + id + QStringLiteral(".svg"))));
 }
 
+/// Some desktops colour everything but the hints in empty fields, which are then dark on dark.
+void ShowHints()
+{
+    constexpr int kLeastContrast = 50;
+    QPalette palette = QApplication::palette();
+    QColor hint = palette.color(QPalette::PlaceholderText);
+    const int base = palette.color(QPalette::Base).lightness();
+    if (std::abs(hint.lightness() - base) * hint.alpha() / 255 >= kLeastContrast) return;
+    hint = palette.color(QPalette::Text);
+    hint.setAlpha(128);
+    palette.setColor(QPalette::PlaceholderText, hint);
+    QApplication::setPalette(palette);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -160,6 +175,7 @@ int main(int argc, char** argv)
     Translations translations;
     QApplication::setQuitOnLastWindowClosed(false);
     UseDesktopIdentity();
+    ShowHints();
 
     PosixTraceMailbox viewer(u"nibpad71");
     modDebugLog trace(viewer);
