@@ -31,7 +31,9 @@ bool MayOverwrite(mvItem& item, const ShowBox& show)
 
 bool LockToWrite(mvItem& item, const ShowBox& show)
 {
-    if (!FailureOf([&] { item.LockItem(true); })) return true;
+    const auto failure = FailureOf([&] { item.LockItem(true); });
+    if (!failure) return true;
+    if (failure->number == error_number::kDeviceUnavailable) return Refuse(show, failure->description);
     const Text holder = OrDefault([&] { return item.LockHolder(); }, Text());
     return Refuse(show, u"Item '" + item.ItemID() + u"' is currently locked and cannot be updated!" + HeldBy(holder));
 }

@@ -148,6 +148,7 @@ void Program::OpenFromCommandLine(const CommandLine& line)
     using Kind = CommandLineAction::Kind;
     bool readOnly = false;
     bool hostGiven = false;
+    std::optional<Error> failure; // of the host's configuration; told once the rest is open
     Location given = place_.host; // what was opened meanwhile changes none of it
     for (const CommandLineAction& action : line.actions) {
         if (Text Location::*part = PartOf(action.kind)) {
@@ -162,7 +163,8 @@ void Program::OpenFromCommandLine(const CommandLine& line)
                 ShowMessage(UnknownType(action.value, given.Provider), message_box::kWarning);
                 break;
             }
-            LoadHostConfiguration();
+            if (!failure) failure = FailureOf([&] { LoadHostConfiguration(); });
+            if (failure) break;
             OpenPath(ItemPath(given, action.value), readOnly);
             ports_.mainWindow.ProcessMessages();
             break;
@@ -174,6 +176,7 @@ void Program::OpenFromCommandLine(const CommandLine& line)
         }
     }
     if (auto first = openDocuments_.Item(1)) first->Activate();
+    if (failure) throw *failure;
     if (hostGiven && IsProvider(given.Provider)) LearnAccount(given);
 }
 

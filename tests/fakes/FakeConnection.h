@@ -57,6 +57,7 @@ struct FakeStore {
     std::map<Text, int32_t> locks;    ///< path to the item object that holds it, or kStranger
     std::optional<Error> readFailure;
     std::optional<Error> writeFailure;
+    std::optional<Error> lockFailure;
     std::function<void()> whileBusy; ///< during each read and write
     Text hostName = u"server1";
     FakeSession session;
@@ -119,6 +120,7 @@ public:
     void LockItem(bool lock) override
     {
         if (!lock) return Unlock();
+        if (store_.lockFailure) throw Error(*store_.lockFailure);
         auto [found, taken] = store_.locks.emplace(path_, number_);
         if (!taken && found->second != number_) throw Error{error_number::kLocked, u"Locked by them"};
     }

@@ -184,8 +184,9 @@ std::unique_ptr<ServerConnection> ServerSession::LogIn()
     for (bool refused = false;; refused = true) {
         const Password password{wait_.Pausing([&] { return door_.password(refused); })};
         if (!password.text)
-            throw Error(error_number::kStorage, u"Not logged in to " + door_.hostName +
-                                                    (refused ? u": it refused the user or the password." : u"."));
+            throw Error(error_number::kDeviceUnavailable,
+                        u"Not logged in to " + door_.hostName +
+                            (refused ? u": it refused the user or the password." : u"."));
         // While somebody typed, the server may have hung up.
         if (made->IsLost()) made = Greeted();
         if (made->Login(door_.user, *password.text)) return made;

@@ -5,7 +5,7 @@ namespace nib {
 using namespace std::chrono;
 
 WaitEnded::WaitEnded(bool resetWanted)
-    : Error(error_number::kStorage,
+    : Error(error_number::kDeviceUnavailable,
             resetWanted ? Text(u"The connection was reset.") : Text(u"The request was cancelled.")),
       reset(resetWanted)
 {
@@ -40,7 +40,7 @@ void ServerWait::Show()
 
 void ServerWait::Step(WaitStage stage, int32_t percent)
 {
-    if (stopped_ && *stopped_) throw WaitEnded(false); // the session is left in order
+    if (stopped_ && *stopped_) throw WaitEnded(false); // and its connection is left in order
     if (!notice_ || depth_ == 0) return;
     notice_->Tell(stage, percent);
     elsewhere_ = true;

@@ -183,6 +183,7 @@ void DocumentSession::End(bool reopen)
 std::vector<Text> DocumentSession::Restore(bool last)
 {
     std::vector<Text> failed;
+    std::set<Text> silent; // hosts
     if (ports_.folder.empty()) return failed;
     std::vector<FolderEntry> entries;
     ListFolder(ports_.folder, entries);
@@ -197,35 +198,41 @@ std::vector<Text> DocumentSession::Restore(bool last)
         // Not again, should one of them be what the program cannot bear.
         if (name != kLastSession) unlink(path.c_str());
         for (const DocumentState& state : states)
-            if (!Reopen(state)) failed.push_back(PlaceName(state.path));
+            if (!Reopen(state, silent)) failed.push_back(PlaceName(state.path));
     }
     return failed;
 }
 
-bool DocumentSession::Reopen(const DocumentState& state)
+/// A host that cannot be reached, or that the user keeps the password from, is not tried for each of its items.
+bool DocumentSession::Reopen(const DocumentState& state, std::set<Text>& silent)
+{
+    const Text host = OrDefault([&] { return ToLower(ParsePath(state.path).serverName); }, Text());
+    if (silent.contains(host)) return false;
+    bool restored = false;
+    const auto failure = FailureOf([&] { restored = OpenAgain(state); });
+    if (failure && failure->number == error_number::kDeviceUnavailable) silent.insert(host);
+    return restored;
+}
+
+bool DocumentSession::OpenAgain(const DocumentState& state)
 {
     DocumentServices& services = ports_.documents;
-    std::shared_ptr<mvDocument> document;
-    const bool restored = OrDefault(
-        [&] {
-            auto item = services.connection.OpenServerForPath(state.path, true, false);
-            document = services.openDocuments.On(*item);
-            if (!document) {
-                if (!state.readOnly)
-                    item = services.connection.OpenServerForPath(state.path, false, services.settings.RecordLocking);
-                if (!item->IsItem() || !item->Exists()) return false;
-                document = NewDocumentObject(services);
-                if (!document->ItemOpen(item, state.readOnly || item->ReadOnly())) {
-                    document->FileClose(false);
-                    return false;
-                }
-            }
-            ApplyState(*document, state);
-            return true;
-        },
-        false);
-    if (restored && state.active) front_ = document;
-    return restored;
+    auto item = services.connection.OpenServerForPath(state.path, true, false);
+    std::shared_ptr<mvDocument> document = services.openDocuments.On(*item);
+    if (!document) {
+        const bool lock = !state.readOnly && services.settings.RecordLocking;
+        if (!state.readOnly) item = services.connection.OpenServerForPath(state.path, false, lock);
+        if (!lock) item->LockHolder(); // what else asks the host tells the user in a box when it fails
+        if (!item->IsItem() || !item->Exists()) return false;
+        document = NewDocumentObject(services);
+        if (!document->ItemOpen(item, state.readOnly || item->ReadOnly())) {
+            document->FileClose(false);
+            return false;
+        }
+    }
+    ApplyState(*document, state);
+    if (state.active) front_ = document;
+    return true;
 }
 
 void DocumentSession::ActivateRestored()

@@ -7,6 +7,7 @@
 #include "platform/posix/FileSaver.h"
 
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -64,7 +65,9 @@ public:
 
 private:
     std::vector<DocumentState> Present();
-    bool Reopen(const DocumentState& state);
+    bool Reopen(const DocumentState& state, std::set<Text>& silent);
+    /// False when the document cannot be had. Throws Error.
+    bool OpenAgain(const DocumentState& state);
     std::string PathOf(TextView name) const;
     void Write(TextView name, const std::vector<DocumentState>& states);
 

@@ -183,6 +183,15 @@ TEST(ItemSaveAsTest, LockedOnlyNowIsLocked)
     EXPECT_EQ(t.boxes.Take(), Boxes{Warning(u"Item 'MAIN' is currently locked and cannot be updated!")});
 }
 
+TEST(ItemSaveAsTest, AHostThatCannotBeReachedIsNoLock)
+{
+    TestProgram t;
+    auto document = t.StoreAndOpen(kMain, u"text");
+    t.Store().lockFailure = Error{error_number::kDeviceUnavailable, u"No line"};
+    EXPECT_FALSE(document->ItemSaveAs(t.Item(kOther)));
+    EXPECT_EQ(t.boxes.Take(), Boxes{Warning(u"No line")});
+}
+
 TEST(ItemSaveAsTest, AFailingWriteLeavesTheDocumentWithItsItem)
 {
     TestProgram t;

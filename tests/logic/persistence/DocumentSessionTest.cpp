@@ -86,5 +86,17 @@ TEST_F(DocumentSessionTest, WhatCannotBeHadIsNamedAndNobodyIsAsked)
     EXPECT_EQ(Restored(false), std::vector<Text>()) << "once";
 }
 
+TEST_F(DocumentSessionTest, AHostThatCannotBeReachedIsTriedOnce)
+{
+    session->t.Store(kMain, u"a");
+    session->t.Store(kOther, u"b");
+    session->t.Open(kMain);
+    session->t.Open(kOther);
+    NextRun([](Program& program) { program.Session().Save(); });
+    session->t.connection.openFailures.assign(9, Error{error_number::kDeviceUnavailable, u"no line"});
+    EXPECT_EQ(Restored(false), (std::vector<Text>{u"MAIN", u"OTHER"}));
+    EXPECT_EQ(session->t.connection.openFailures.size(), 8u);
+}
+
 } // namespace
 } // namespace nib::test

@@ -265,7 +265,9 @@ TEST(ParseFailureTest, IsReportedAndTheProgramGoesOn)
     TestProgram t;
     t.Store(kMain, u"");
     t.connection.openFailures = {Error{71, u"No host"}};
-    t.program.Main(Arguments({u"/A=DEMO", u"/F=BP", u"/I=MAIN"}));
+    t.Store(u"file:/x/local.txt", u"");
+    t.program.Main(Arguments({u"/A=DEMO", u"/F=BP", u"/I=MAIN", u"/x/local.txt"}));
+    EXPECT_EQ(t.Titles(), Lines{u"local.txt"});
     EXPECT_EQ(t.boxes.Take(), (Boxes{{u"The following error has occurred:\nNo host"}}));
     EXPECT_EQ(t.trace.lines.back().second, u"modMain.ParseCmdLine: error=0x47 No host");
     EXPECT_FALSE(t.program.IsShuttingDown());
