@@ -3,7 +3,6 @@
 
 #include "automation/Application.h"
 #include "base/Error.h"
-#include "base/Text.h"
 #include "documents/DocumentServices.h"
 #include "documents/mvDocument.h"
 #include "fakes/MemoryClipboard.h"

@@ -5,12 +5,6 @@
 #include "logic/storage/TempFolder.h"
 #include "persistence/recovery/RecoveryList.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <filesystem>
-#include <optional>
-
 namespace nib::test {
 
 struct Session {

@@ -2,15 +2,14 @@
 
 #include "fakes/FakeBrowser.h"
 #include "fakes/FakeReader.h"
-#include "fakes/FakeSearch.h"
 #include "fakes/FakeSettingsApplied.h"
 #include "fakes/TestRecovery.h"
 #include "hosts/picker/frmItemPicker.h"
 #include "persistence/recovery/frmAutoRecover.h"
 #include "persistence/settings/frmSettings.h"
 #include "platform/qt/QtDesktop.h"
-#include "platform/qt/QtWaitNotice.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/QtWaitNotice.h"
 #include "search/frmFind.h"
 #include "search/frmFindAccount.h"
 #include "search/frmResults.h"
@@ -20,11 +19,6 @@
 #include "shell/navigation/frmGoto.h"
 #include "widgets/FormAccess.h"
 #include "widgets/FrameFixture.h"
-
-#include <QDialog>
-#include <QMenu>
-#include <QMenuBar>
-#include <QTimer>
 
 namespace nib::test {
 namespace {

@@ -12,16 +12,6 @@
 #include "widgets/FormAccess.h"
 #include "widgets/Keys.h"
 
-#include <QAbstractButton>
-#include <QClipboard>
-#include <QLabel>
-#include <QMessageBox>
-#include <QTextBlock>
-#include <QTextBrowser>
-#include <QTimer>
-#include <QTreeWidget>
-#include <QWindow>
-
 namespace nib::test {
 namespace {
 

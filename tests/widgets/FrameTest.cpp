@@ -1,8 +1,5 @@
 #include "widgets/FrameFixture.h"
 
-#include <QMimeData>
-#include <QTemporaryDir>
-
 namespace nib::test {
 namespace {
 

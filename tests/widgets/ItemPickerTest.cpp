@@ -6,11 +6,6 @@
 #include "platform/qt/QtText.h"
 #include "widgets/Keys.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTimer>
-
 namespace nib::test {
 namespace {
 

@@ -5,16 +5,8 @@
 #include "shell/menus/QtMenuBar.h"
 #include "shell/menus/QtToolActions.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QStatusBar>
-#include <QTabBar>
-#include <QTest>
-#include <QToolBar>
-#include <QToolButton>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <gtest/gtest.h>
 

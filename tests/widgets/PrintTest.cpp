@@ -10,12 +10,9 @@
 #include "fakes/WordLexer.h"
 #include "logic/storage/TempFolder.h"
 
-#include <QDir>
-#include <QImage>
 #include <QPrinter>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <map>
 

@@ -1,12 +1,8 @@
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtWaitNotice.h"
 
-#include <QApplication>
-#include <QDialog>
-#include <QLabel>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,7 @@
 #include "platform/qt/QtText.h"
 
-#include <QColor>
-#include <QCoreApplication>
-#include <QIcon>
-#include <QImage>
-#include <QPixmap>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <gtest/gtest.h>
 

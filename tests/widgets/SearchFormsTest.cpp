@@ -1,6 +1,4 @@
 #include "fakes/FakeReader.h"
-#include "fakes/FakeSearch.h"
-#include "fakes/MemorySettings.h"
 #include "fakes/Patience.h"
 #include "platform/qt/QtText.h"
 #include "printing/QtPrintingSurface.h"
@@ -8,17 +6,6 @@
 #include "search/frmFindAccount.h"
 #include "search/frmResults.h"
 #include "widgets/Keys.h"
-
-#include <QAbstractButton>
-#include <QAction>
-#include <QClipboard>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenu>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTextBlock>
 
 namespace nib::test {
 namespace {

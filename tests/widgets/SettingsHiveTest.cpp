@@ -2,9 +2,8 @@
 #include "persistence/store/SettingsStore.h"
 #include "platform/qt/QtText.h"
 
-#include <QCoreApplication>
-#include <QFile>
-#include <QTemporaryDir>
+#include <QtTest>
+#include <QtWidgets>
 #include <gtest/gtest.h>
 
 namespace nib::test {

@@ -1,24 +1,11 @@
 // The settings and the recovery dialog by keyboard alone.
 
 #include "fakes/FakeSettingsApplied.h"
-#include "fakes/MemorySettings.h"
-#include "fakes/TestProgram.h"
 #include "fakes/TestRecovery.h"
 #include "persistence/recovery/frmAutoRecover.h"
 #include "persistence/settings/frmSettings.h"
 #include "platform/qt/QtText.h"
 #include "widgets/Keys.h"
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListView>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSpinBox>
-#include <QTimer>
-#include <QTreeWidget>
 
 namespace nib::test {
 namespace {

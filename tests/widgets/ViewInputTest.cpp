@@ -1,9 +1,5 @@
 #include "widgets/ViewFixture.h"
 
-#include <QDropEvent>
-#include <QMimeData>
-#include <QSignalSpy>
-
 namespace nib {
 namespace {
 

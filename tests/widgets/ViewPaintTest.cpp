@@ -1,8 +1,5 @@
 #include "fakes/Patience.h"
-#include "text/widget/ScreenColors.h"
 #include "widgets/ViewFixture.h"
-
-#include <QAccessible>
 
 namespace nib {
 namespace {

@@ -2,7 +2,6 @@
 #include "automation/MemberTables.h"
 #include "fakes/Failure.h"
 #include "fakes/TestProgram.h"
-#include "shell/menus/MenuModel.h"
 
 namespace nib::test {
 namespace {

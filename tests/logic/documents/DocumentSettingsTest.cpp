@@ -1,10 +1,6 @@
 #include "documents/DocumentSettings.h"
 #include "editing/LexClass.h"
-#include "fakes/MemoryClipboard.h"
 #include "fakes/TestProgram.h"
-#include "text/SourceView.h"
-
-#include <gtest/gtest.h>
 
 #include <array>
 

@@ -1,4 +1,3 @@
-#include "fakes/TestProgram.h"
 #include "fakes/TestShell.h"
 
 namespace nib::test {

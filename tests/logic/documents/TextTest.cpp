@@ -1,11 +1,7 @@
 #include "base/Text.h"
-#include "documents/mvDocument.h"
 #include "editing/LexClass.h"
-#include "fakes/Failure.h"
 #include "fakes/TestProgram.h"
-#include "hosts/StoredText.h"
 #include "logic/storage/HostFixture.h"
-#include "text/TextSearch.h"
 
 #include <random>
 

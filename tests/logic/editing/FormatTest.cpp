@@ -1,5 +1,4 @@
 #include "MarkedEditor.h"
-#include "editing/MvEdit.h"
 #include "editing/operations/OpFormat.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,6 @@
 #include "hosts/picker/PickerModel.h"
 
 #include "fakes/FakeBrowser.h"
-#include "hosts/mvConnect.h"
 #include "hosts/picker/PickerList.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,6 @@
 
 #include "base/Text.h"
 #include "fakes/TestRecovery.h"
-#include "persistence/recovery/modAutoRecover.h"
 
 #include <sys/stat.h>
 

@@ -1,10 +1,8 @@
 // What was typed since the last save: the records, the thread that writes them, and how it comes back.
 
 #include "fakes/TestRecovery.h"
-#include "persistence/recovery/DocumentJournal.h"
 #include "platform/posix/FileName.h"
 
-#include <fstream>
 #include <random>
 #include <thread>
 

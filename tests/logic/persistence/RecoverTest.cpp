@@ -2,8 +2,6 @@
 
 #include "fakes/TestRecovery.h"
 
-#include <fstream>
-
 namespace nib::test {
 namespace {
 

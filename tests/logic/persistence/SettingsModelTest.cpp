@@ -1,14 +1,9 @@
 #include "persistence/settings/SettingsModel.h"
-#include "editing/MvEdit.h"
 #include "fakes/FakeSettingsApplied.h"
-#include "fakes/MemorySettings.h"
 #include "fakes/TestProgram.h"
 #include "hosts/StoredText.h"
 #include "logic/storage/TempFolder.h"
 #include "persistence/settings/ColorTable.h"
-#include "shell/menus/MenuModel.h"
-
-#include <gtest/gtest.h>
 
 namespace nib::test {
 namespace {

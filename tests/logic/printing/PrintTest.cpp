@@ -1,8 +1,6 @@
 #include "printing/PrintClass.h"
 
-#include "fakes/MemoryClipboard.h"
 #include "fakes/PaperSurface.h"
-#include "fakes/RecordingTrace.h"
 #include "fakes/TestProgram.h"
 #include "fakes/WordLexer.h"
 

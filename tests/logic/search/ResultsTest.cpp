@@ -1,5 +1,4 @@
 #include "fakes/FakeSearch.h"
-#include "fakes/MemorySettings.h"
 
 namespace nib::test {
 namespace {

@@ -1,11 +1,7 @@
 #include "shell/ClickTarget.h"
 #include "editing/LexClass.h"
-#include "fakes/MemoryClipboard.h"
 #include "fakes/TestShell.h"
 #include "fakes/WordLexer.h"
-#include "text/SourceView.h"
-
-#include <gtest/gtest.h>
 
 namespace nib::test {
 namespace {

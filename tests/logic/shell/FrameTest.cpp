@@ -1,5 +1,4 @@
 #include "fakes/TestProgram.h"
-#include "shell/FileCommands.h"
 #include "shell/frame/DocumentProperties.h"
 #include "shell/frame/WindowPlacement.h"
 

@@ -1,11 +1,6 @@
 #include "fakes/Failure.h"
-#include "fakes/FakeWindows.h"
 #include "fakes/TestShell.h"
-#include "shell/MenuDispatcher.h"
 #include "shell/menus/FrameKeys.h"
-#include "shell/menus/MenuModel.h"
-
-#include <gtest/gtest.h>
 
 namespace nib::test {
 namespace {
@@ -76,8 +71,8 @@ TEST(MenuModelTest, AddedToolsStandWhereTheyShould)
     EXPECT_EQ(Lines(keys.end() - 4, keys.end()), (Lines{u"Properties", u"file_1", u"file_2", u"*Exit"}));
     model.Remove(Band::MainMenu, u"FILE_1");
     EXPECT_EQ(model.Find(Band::MainMenu, u"file_1"), nullptr);
-    EXPECT_EQ(Keys(model.Tool(Band::MainMenu, u"Search")),
-              (Lines{u"*Find", u"FindNext", u"Replace", u"FindInAccount", u"*Goto", u"NavBack", u"NavForward", u"*Bookmarks"}));
+    EXPECT_EQ(Keys(model.Tool(Band::MainMenu, u"Search")), (Lines{u"*Find", u"FindNext", u"Replace", u"FindInAccount",
+                                                                  u"*Goto", u"NavBack", u"NavForward", u"*Bookmarks"}));
 }
 
 TEST(MenuModelTest, NumberedShortcuts)

@@ -1,5 +1,4 @@
 #include "shell/navigation/Navigation.h"
-#include "documents/mvDocument.h"
 #include "editing/LexClass.h"
 #include "fakes/TestProgram.h"
 

@@ -1,8 +1,6 @@
 // The buffer among callers that misbehave: listeners and lexers that throw or call back in, operations that nest.
 
 #include "ToyLexer.h"
-#include "base/Error.h"
-#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,4 @@
 #include "BufferModel.h"
-#include "base/Error.h"
-#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
 

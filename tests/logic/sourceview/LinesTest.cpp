@@ -1,11 +1,7 @@
 #include "BufferModel.h"
 #include "text/LineDiff.h"
-#include "text/LineStore.h"
-#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
 
 namespace nib::test {
 namespace {

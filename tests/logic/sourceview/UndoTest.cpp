@@ -1,7 +1,5 @@
 #include "BufferModel.h"
 
-#include "base/Error.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>

@@ -4,7 +4,6 @@
 
 #include <chrono>
 
-#include <csignal>
 #include <sys/stat.h>
 
 namespace nib::test {

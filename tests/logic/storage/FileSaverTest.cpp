@@ -4,15 +4,10 @@
 #include "fakes/Failure.h"
 #include "platform/posix/FileName.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
-
 #include <acl/libacl.h>
 #include <fcntl.h>
 #include <sys/acl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <sys/xattr.h>
 
 namespace nib::test {

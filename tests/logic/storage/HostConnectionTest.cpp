@@ -1,8 +1,6 @@
 #include "HostFixture.h"
-#include "hosts/accounts/AccountStore.h"
 
 #include <chrono>
-#include <cstdlib>
 
 #include <fcntl.h>
 #include <sys/stat.h>

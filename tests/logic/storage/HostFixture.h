@@ -42,8 +42,7 @@ protected:
     HostConfig Config() const
     {
         const Text text = u"# hosts\n[*]\nname=box\naccount=DEMO\nroot=" + FromUtf8(folder / "accounts") +
-                          u"\n[Odd]\nkind=x\n[west]\ncharset=windows-1252\nroot=" +
-                          FromUtf8(folder / "accounts");
+                          u"\n[Odd]\nkind=x\n[west]\ncharset=windows-1252\nroot=" + FromUtf8(folder / "accounts");
         return HostConfig::Parse(text, folder.Path());
     }
     std::shared_ptr<mvItem> Open(TextView path, bool readOnly = false, bool lock = false)

@@ -1,13 +1,5 @@
 #include "HostFixture.h"
-#include "TempFolder.h"
-#include "base/Error.h"
 #include "fakes/Patience.h"
-#include "hosts/ItemBrowser.h"
-#include "hosts/accounts/AccountSession.h"
-#include "hosts/accounts/AccountStore.h"
-#include "hosts/mvConnect.h"
-
-#include <gtest/gtest.h>
 
 namespace nib::test {
 namespace {

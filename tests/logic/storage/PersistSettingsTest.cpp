@@ -5,7 +5,6 @@
 #include "persistence/store/TextFile.h"
 #include "persistence/store/modPersistSettings.h"
 
-#include <filesystem>
 #include <type_traits>
 
 namespace nib::test {

@@ -1,6 +1,5 @@
 #include "hosts/accounts/ServerAccounts.h"
 #include "HostFixture.h"
-#include "hosts/NameRules.h"
 
 #include <sys/stat.h>
 

@@ -1,9 +1,7 @@
 #include "StoreFixture.h"
-#include "persistence/store/Profile.h"
 #include "persistence/store/SettingsStore.h"
 #include "persistence/store/modPersistSettings.h"
 
-#include <filesystem>
 #include <limits>
 
 namespace nib::test {
