@@ -48,8 +48,7 @@ struct Session {
     RecoveryList list{recovery};
 };
 
-class RecoveryTest : public testing::Test {
-protected:
+struct RecoveryTest : testing::Test {
     RecoveryTest() { Start(); }
 
     void Start() { session = std::make_unique<Session>(folder, token); }

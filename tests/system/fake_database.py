@@ -34,7 +34,7 @@ class Account(dict):
 
     def __init__(self, name, verbs):
         super().__init__()
-        self.name, self.path, self.catalogue = name, f"/accounts/{name}", {}
+        self.name, self.path = name, f"/accounts/{name}"
         self["VOC"] = File(f"{self.path}/VOC", True)
         self["VOC"].update({verb: f"V\xfeCA\xfe${verb}".encode("latin1") for verb in verbs})
         for file, hashed in (("VOC", True), ("BP", False), ("BP.OUT", False), ("ITEMS", True)):
@@ -81,14 +81,3 @@ class Locks:
             if holders:
                 return (state, session) if session in holders else (-state, min(holders))
         return FREE, 0
-
-    def report(self):
-        """Paths and ids are broken over as many lines as they need."""
-        lines = ["User File Path........................... Type Id.............................."]
-        for (path, name), (state, holders) in self.held.items():
-            for session in sorted(holders):
-                lead, kind = f"{session:4}    1", ("", "RL", "RU", "FX")[state]
-                for at in range(max(len(path) - 1, len(name or " ") - 1) // 31 + 1):
-                    lines.append(f"{lead:9} {path[31 * at:][:31]:31} {kind:4} {(name or '')[32 * at:][:32]:32}")
-                    lead = kind = ""
-        return lines if len(lines) > 1 else ["There are no active file, read or update locks held by any user"]

@@ -48,8 +48,7 @@ void WhenModal(Steps steps)
     });
 }
 
-class DialogsTest : public testing::Test {
-protected:
+struct DialogsTest : testing::Test {
     DialogsTest()
     {
         document->SetText(u"START:\r\nX = 1\r\nSTOP:\r\nX = 2\r\nRESTART:");

@@ -11,8 +11,7 @@ namespace {
 
 constexpr TextView kBp{u"mvdb:LIVE/SALES/BP"};
 
-class ItemPickerTest : public testing::Test {
-protected:
+struct ItemPickerTest : testing::Test {
     ItemPickerTest() { FillWithSample(browser); }
 
     void Open(SelectRequest request, TextView start)

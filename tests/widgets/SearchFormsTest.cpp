@@ -18,8 +18,7 @@ Widget* ByText(const QWidget& form, const char* text)
     return nullptr;
 }
 
-class FindFormTest : public testing::Test {
-protected:
+struct FindFormTest : testing::Test {
     void Open(TextView text, bool replace = false)
     {
         document = &search.Add(text);
@@ -140,8 +139,7 @@ TEST_F(FindFormTest, ReplaceMode)
     EXPECT_FALSE(ByText<QPushButton>(*form, "&Replace")->isVisible());
 }
 
-class ResultsFormTest : public testing::Test {
-protected:
+struct ResultsFormTest : testing::Test {
     ResultsFormTest()
     {
         owner.setGeometry(0, 0, 1000, 700);

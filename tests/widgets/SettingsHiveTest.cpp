@@ -9,8 +9,7 @@
 namespace nib::test {
 namespace {
 
-class SettingsHiveTest : public testing::Test {
-protected:
+struct SettingsHiveTest : testing::Test {
     Text Path() const { return ToText(folder.filePath(QStringLiteral("Orlin/hive.conf"))); }
 
     QTemporaryDir folder;

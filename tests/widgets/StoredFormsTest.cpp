@@ -116,8 +116,7 @@ TEST_F(SettingsFormTest, KeywordsByKeys)
     EXPECT_EQ(list.model()->rowCount(), 0);
 }
 
-class RecoveryFormTest : public RecoveryTest {
-protected:
+struct RecoveryFormTest : RecoveryTest {
     RecoveryFormTest()
     {
         File("1.001", "INVOICE\r\none\r\ntwo");

@@ -6,8 +6,7 @@
 namespace nib::test {
 namespace {
 
-class DocumentSessionTest : public RecoveryTest {
-protected:
+struct DocumentSessionTest : RecoveryTest {
     /// A further run of the program after what `end` does to this one.
     void NextRun(const std::function<void(Program&)>& end, bool reopen = false)
     {

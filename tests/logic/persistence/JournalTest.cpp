@@ -85,8 +85,7 @@ TEST(JournalFile, HoldsTheTextAsItWasAtSomeMomentWhereverItIsCut)
     }
 }
 
-class JournalTest : public RecoveryTest {
-protected:
+struct JournalTest : RecoveryTest {
     mvDocument& Typed(const Text& path, const Text& stored, const Text& typed)
     {
         if (!path.empty()) session->t.Store(path, stored);

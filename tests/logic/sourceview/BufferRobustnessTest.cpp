@@ -9,8 +9,7 @@
 namespace nib::test {
 namespace {
 
-class Op final : public ISourceOp {
-public:
+struct Op : ISourceOp {
     using Step = std::function<void(SourceDocument&)>;
     Op(Step doIt, Step undoIt) : do_(std::move(doIt)), undo_(std::move(undoIt)) {}
     void DoOp(SourceDocument& document) override { do_(document); }
@@ -129,8 +128,7 @@ struct Hostile {
 };
 
 /// Answers tokens as it is told, whatever the line.
-class HostileLexer : public ToyLexer {
-public:
+struct HostileLexer : ToyLexer {
     explicit HostileLexer(std::function<void(Token&, int32_t)> scan) : scan_(std::move(scan)) {}
     void BeginLineScan(SourceDocument&, int32_t, TextView, int32_t) override { call_ = 0; }
     void ScanToken(Token& token) override { scan_(token, call_++); }

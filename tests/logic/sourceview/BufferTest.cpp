@@ -10,8 +10,7 @@ namespace {
 constexpr TextView kAlphabet = u"abc {}.\u00C9\u00FF\u0416\uF8FC\uF8FD\uF8FE";
 
 /// Replaces a range; both ways from its own fields. May fail after its first edit.
-class ReplaceOp : public ISourceOp {
-public:
+struct ReplaceOp : ISourceOp {
     ReplaceOp(Position start, Position end, Text removed, Text text, bool fails)
         : start_(start), end_(end), removed_(std::move(removed)), text_(std::move(text)), fails_(fails)
     {

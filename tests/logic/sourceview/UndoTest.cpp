@@ -17,8 +17,7 @@ struct Row {
     bool modified;  ///< at the end
 };
 
-class AppendOp : public ISourceOp {
-public:
+struct AppendOp : ISourceOp {
     void DoOp(SourceDocument& document) override { document.InsertText({0, 9}, u"op"); }
     void UndoOp(SourceDocument& document) override
     {
@@ -100,8 +99,7 @@ TEST(Undo, StepsAndSavePoints)
     }
 }
 
-class CallOp : public ISourceOp {
-public:
+struct CallOp : ISourceOp {
     explicit CallOp(std::function<void(SourceDocument&)> body) : body_(std::move(body)) {}
     void DoOp(SourceDocument& document) override
     {
@@ -148,8 +146,7 @@ TEST(Undo, AnOperationIsRefusedTheUndoStack)
 }
 
 /// Does the same thing in every call.
-class CallListener : public BufferListener {
-public:
+struct CallListener : BufferListener {
     explicit CallListener(std::function<void()> body) : body_(std::move(body)) {}
     void TextChanged(const TextChange&) override { body_(); }
     void TextReset() override { body_(); }

@@ -15,8 +15,7 @@ namespace {
 
 constexpr uid_t kNobody = 65534;
 
-class FileSaverTest : public testing::Test {
-protected:
+struct FileSaverTest : testing::Test {
     void Save(const std::string& path, const std::string& bytes) const
     {
         FileSaver(folder / "backups/of/saves").Save(path, bytes);

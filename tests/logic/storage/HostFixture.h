@@ -30,8 +30,7 @@ struct ScriptedBoxes : MessageBoxes {
 };
 
 /// A connection to an account DEMO with a little of everything.
-class HostFixture : public testing::Test {
-protected:
+struct HostFixture : testing::Test {
     HostFixture()
     {
         folder.File("accounts/DEMO/BP/INVOICE", "A=1\nPRINT A\n");
