@@ -2,10 +2,10 @@
 """The network protocol as a client relies on it: rules in raw requests, with what the server has to answer.
 
     test_protocol.py [PROGRAM]                                          against the fake server of the tests
-    test_protocol.py --server HOST PORT USER PASSWORD ACCOUNT [GUEST PASSWORD]              against a real one
+    test_protocol.py --server HOST PORT USER PASSWORD ACCOUNT                         against a real one
 
-The account needs the directory file BP and the hashed file ITEMS; a guest is a user who may not write. A part is a
-generator of (rule, what was found, what is expected); a and b are sessions of the same user.
+The account needs the directory file BP and the hashed file ITEMS. A part is a generator of (rule, what was found, what
+is expected); a and b are sessions of the same user.
 """
 import re
 import struct
@@ -20,8 +20,8 @@ ALL_BYTES = bytes(range(256))
 
 
 class Server:
-    def __init__(self, host, port, user, password, account, *guest):
-        self.address, self.user, self.password, self.account, self.guest = (host, port), user, password, account, guest
+    def __init__(self, host, port, user, password, account):
+        self.address, self.user, self.password, self.account = (host, port), user, password, account
 
     def raw(self, login=True):
         wire = Wire(*self.address)
@@ -29,8 +29,8 @@ class Server:
             wire.login(self.user, self.password)
         return wire
 
-    def client(self, *who):
-        return Wire(*self.address).enter(*(who or (self.user, self.password)), self.account)
+    def client(self):
+        return Wire(*self.address).enter(self.user, self.password, self.account)
 
 
 def logins(server, a, b):
@@ -104,13 +104,6 @@ def items(server, a, b):
     a.write(a.items, "T.1", b"")
     yield "ids of a file", b"T.1" in a.on(37, a.items)[2].split(b"\xfe"), True
     yield "delete, also what is gone", [a.on(18, a.items, "T.1") for _ in "12"], [DONE, DONE]
-    if server.guest:
-        c = server.client(*server.guest)
-        for file, mine, status in ((c.bp, a.bp, 3035), (c.items, a.items, 3018)):
-            a.write(mine, "T.1", b"v")
-            yield "another group reads", c.on(9, file, "T.1"), (0, 0, b"v")
-            yield "and cannot write", [c.write(file, "T.1", b"w"), c.on(18, file, "T.1")[:2]], [(1, status)] * 2
-        c.quit()
 
 
 def locks(server, a, b):
@@ -226,47 +219,6 @@ def seats(server, a, b):
         wire.quit()
 
 
-def faults(server, fake):
-    """What the fake server does on demand."""
-    item = 0, 0, b"a\xfeb"
-    fake.accounts["TESTACC"]["BP"]["T.1"] = b"a\nb\n"
-    no = 1, 3035, b"no"
-    for kind, value, seen in (("refuse", no, no), ("trickle", 0, item), ("delay", 0.1, item), ("cut", 5, None),
-                              ("unanswered", 0, None), ("drop", 2, None)):
-        wire = server.client()
-        fake.fault(kind, 6, value, times=1)
-        began, found, again = time.monotonic(), None, None
-        try:
-            found = wire.on(6, wire.bp, "T.1")
-            again = wire.on(6, wire.bp, "T.1")
-            wire.quit()
-        except (EOFError, ConnectionError):
-            pass
-        late = time.monotonic() - began >= 0.1
-        yield f"{kind}, once", (found, again, late or kind != "delay"), (seen, seen and item, True)
-    yield "all were polite", (fake.rude(), fake.forbidden()), ([], [])
-    wire = server.client()
-    fake.hold("TESTACC", "BP", "T.1")
-    yield "held by nobody", wire.on(9, wire.bp, "T.1"), (4, 99, b"")
-    wire.call(31, b"\1\0")
-    yield "forbidden", [entry.action for entry in fake.forbidden()], [31]
-    wire = server.client()
-    wire.call(1)
-    wire.socket.close()
-    while fake.log[-1].action != "left":
-        time.sleep(0.01)
-    yield "did not wait for the end", fake.rude(), [wire.number]
-    fake.fault("length", 3, -1)
-    wire = server.raw()
-    wire.send(3, server.account)
-    yield "absurd length", wire.socket.recv(4), b"\xff" * 4
-    fake.heal()
-    fake.stop()
-    fake.start()
-    wire = server.client()
-    yield "after another start", (wire.on(9, wire.bp, "T.1"), wire.quit()), (item, True)
-
-
 def report(name, checks):
     failed = 0
     for rule, found, expected in checks:
@@ -293,12 +245,9 @@ def run(server):
 
 
 def run_fake():
-    with FakeServer(users={"ada": "secret7", "guest": "secret9"}) as fake:
-        fake.guests, fake.login_delay, fake.full_delay = {"guest"}, 0.1, 0.1
-        server = Server("127.0.0.1", fake.port, "ada", "secret7", "TESTACC", "guest", "secret9")
-        failed = run(server)
-        fake.log.clear()
-        return failed + report("faults", faults(server, fake))
+    with FakeServer(users={"ada": "secret7"}) as fake:
+        fake.login_delay = fake.full_delay = 0.1
+        return run(Server("127.0.0.1", fake.port, "ada", "secret7", "TESTACC"))
 
 
 if __name__ == "__main__":

@@ -20,8 +20,7 @@
 #include "widgets/FormAccess.h"
 #include "widgets/FrameFixture.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_access_test {
 
 /// Looks at the dialog that `show` runs, and closes it.
 template <typename Show>
@@ -197,5 +196,4 @@ TEST_F(FrameAccessTest, TheTextIsReadUnderTheNameOfItsDocument)
     EXPECT_TRUE(text->state().focused && text->state().editable && text->state().multiLine);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_access_test

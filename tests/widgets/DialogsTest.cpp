@@ -12,8 +12,7 @@
 #include "widgets/FormAccess.h"
 #include "widgets/Keys.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_dialogs_test {
 
 using namespace message_box;
 
@@ -286,5 +285,4 @@ TEST(AboutBoxTest, NamesVersionsAndLicences)
     ShowAboutBox(nullptr);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_dialogs_test

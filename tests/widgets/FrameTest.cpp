@@ -1,7 +1,6 @@
 #include "widgets/FrameFixture.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_frame_test {
 
 struct FrameTest : FrameFixture {
     QPoint At(frmDocument& form, int32_t col, int32_t line)
@@ -250,5 +249,4 @@ TEST_F(FrameTest, DroppedFilesOpenAndTheRestIsToldOf)
     EXPECT_FALSE(enter.isAccepted());
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_frame_test

@@ -6,8 +6,7 @@
 #include "platform/qt/QtText.h"
 #include "widgets/Keys.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_item_picker_test {
 
 constexpr TextView kBp{u"mvdb:LIVE/SALES/BP"};
 
@@ -166,5 +165,4 @@ TEST_F(ItemPickerTest, SizeAndHiddenFilesAreRememberedWithinTheRun)
     });
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_item_picker_test

@@ -12,8 +12,7 @@
 
 #include <algorithm>
 
-namespace nib {
-namespace {
+namespace nib::widget_menu_bar_test {
 
 struct RecordingEvents final : MenuEvents {
     QStringList lines;
@@ -203,5 +202,4 @@ TEST_F(MenuBarTest, DocumentTabs)
     EXPECT_EQ(events.Take(), QStringList{});
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::widget_menu_bar_test

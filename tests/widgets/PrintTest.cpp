@@ -16,8 +16,7 @@
 
 #include <map>
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_print_test {
 
 const Text kTitle = u"File: BP     Item: SAMPLE";
 
@@ -168,5 +167,4 @@ TEST_F(PrintedPdf, AFolderThatIsThereIsOffered)
     qputenv("HOME", home);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_print_test

@@ -6,8 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_qt_desktop_test {
 
 using namespace std::chrono_literals;
 
@@ -101,5 +100,4 @@ TEST(QtFonts, OnlyWhatWasAddedIsAFont)
     EXPECT_EQ(fonts.ProgramFolder(), u"/folder");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_qt_desktop_test

@@ -7,8 +7,7 @@
 
 #include <set>
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_resources_test {
 
 struct Row {
     const char* file;
@@ -65,5 +64,4 @@ TEST(Translations, OneOfOursInTheUsersLanguageAndFixedTextsAsTheyAre)
     EXPECT_EQ(Translated(u"&Open"), QStringLiteral("&Open")) << "the language goes with the object";
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_resources_test

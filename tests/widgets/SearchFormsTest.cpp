@@ -7,8 +7,7 @@
 #include "search/frmResults.h"
 #include "widgets/Keys.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_search_forms_test {
 
 template <typename Widget>
 Widget* ByText(const QWidget& form, const char* text)
@@ -314,5 +313,4 @@ TEST_F(FindAccountFormTest, EscapeStopsThenCloses)
     EXPECT_FALSE(form.isVisible());
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_search_forms_test

@@ -6,8 +6,7 @@
 #include <QtWidgets>
 #include <gtest/gtest.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_settings_hive_test {
 
 struct SettingsHiveTest : testing::Test {
     Text Path() const { return ToText(folder.filePath(QStringLiteral("Orlin/hive.conf"))); }
@@ -52,5 +51,4 @@ TEST_F(SettingsHiveTest, TheHiveIsInTheUsersFolderOfConfigurations)
     if (before.isEmpty()) qunsetenv("XDG_CONFIG_HOME");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_settings_hive_test

@@ -7,8 +7,7 @@
 #include "platform/qt/QtText.h"
 #include "widgets/Keys.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_stored_forms_test {
 
 using namespace message_box;
 
@@ -242,5 +241,4 @@ TEST_F(RecoveryFormTest, TipsAndTheKeyOfCancel)
     EXPECT_EQ(session->t.Documents().Count(), 0) << "Return on Cancel cancels";
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_stored_forms_test

@@ -1,7 +1,6 @@
 #include "widgets/ViewFixture.h"
 
-namespace nib {
-namespace {
+namespace nib::widget_view_input_test {
 
 using ViewKeys = ViewFixture;
 
@@ -261,5 +260,4 @@ TEST_F(ViewMouse, WheelScrollsPixelsAndZooms)
     EXPECT_DOUBLE_EQ(widget->CellOf({0, 5}).width(), width);
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::widget_view_input_test

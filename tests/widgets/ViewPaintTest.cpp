@@ -1,8 +1,7 @@
 #include "fakes/Patience.h"
 #include "widgets/ViewFixture.h"
 
-namespace nib {
-namespace {
+namespace nib::widget_view_paint_test {
 
 using ViewPaint = ViewFixture;
 
@@ -248,5 +247,4 @@ TEST_F(ViewPaint, AnOperationIsShownOnce)
     EXPECT_EQ(picture(), before);
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::widget_view_paint_test

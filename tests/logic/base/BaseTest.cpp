@@ -5,8 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::base_test {
 
 TEST(BaseTextTest, Utf8)
 {
@@ -181,5 +180,4 @@ TEST(DynamicArrayTest, Reading)
     for (auto& [at, count] : counts) EXPECT_EQ(a.Count(at), count) << at.field << at.value;
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::base_test

@@ -14,8 +14,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::debug_log_test {
 
 struct FakeMailbox : TraceMailbox {
     bool OpenDebugMemory(TextView, int32_t capacity) override
@@ -177,5 +176,4 @@ TEST_F(TraceRoad, AViewerThatHangsCostsATenthOfASecondOnce)
     thread = std::thread([] {});
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::debug_log_test

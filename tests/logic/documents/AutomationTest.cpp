@@ -3,8 +3,7 @@
 #include "fakes/Failure.h"
 #include "fakes/TestProgram.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::automation_test {
 
 /// The program behind the host, with the parts of the frame that automation uses.
 struct HeardShell final : AutomationShell {
@@ -195,5 +194,4 @@ TEST(AutomationTest, ExtendedCommands)
     EXPECT_FALSE(host.Knows(u"Compile")) << "a command of the program stays the program's";
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::automation_test

@@ -2,8 +2,7 @@
 #include "fakes/TestProgram.h"
 #include "hosts/accounts/AccountSession.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::compile_test {
 
 constexpr int32_t kYes = message_box::kAnswerYes;
 constexpr int32_t kNo = message_box::kAnswerNo;
@@ -221,5 +220,4 @@ TEST(CompileTest, AFailureOfTheHostIsTheCallers)
     t.ExpectCalm();
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::compile_test

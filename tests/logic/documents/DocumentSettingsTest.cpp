@@ -4,8 +4,7 @@
 
 #include <array>
 
-namespace nib::test {
-namespace {
+namespace nib::test::document_settings_test {
 
 struct Window {
     MemoryClipboard clipboard;
@@ -242,5 +241,4 @@ TEST_F(HostConfigurationTest, CommandAndCommentPrefixes)
     EXPECT_TRUE(Settings().HostCompile && Settings().HostComment && !Settings().HostFormat);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::document_settings_test

@@ -5,8 +5,7 @@
 
 #include <random>
 
-namespace nib::test {
-namespace {
+namespace nib::test::text_test {
 
 TEST(TextFormsTest, Tabs)
 {
@@ -327,5 +326,4 @@ TEST_F(StoredLinesTest, UnderAnotherNameTheyStayToo)
                                                            "c\n\td\xC3\xA9\n\n");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::text_test

@@ -7,8 +7,7 @@
 
 #include <random>
 
-namespace nib::test {
-namespace {
+namespace nib::test::block_ops_test {
 
 enum class Op { Indent, Outdent, Comment, Uncomment, Toggle, Replace, Format };
 
@@ -221,5 +220,4 @@ TEST(BlockOpsTest, AnyText)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::block_ops_test

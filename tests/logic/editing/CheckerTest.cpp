@@ -8,8 +8,7 @@
 #include <map>
 #include <memory>
 
-namespace nib::test {
-namespace {
+namespace nib::test::checker_test {
 
 /// Items by "FILE ITEM".
 struct Items final : IncludeItems {
@@ -159,5 +158,4 @@ TEST(CheckerTest, SurvivesEndlessNesting)
     EXPECT_EQ(Findings(deep), u"");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::checker_test

@@ -5,8 +5,7 @@
 
 #include <random>
 
-namespace nib::test {
-namespace {
+namespace nib::test::format_test {
 
 void Format(MarkedEditor& editor)
 {
@@ -229,5 +228,4 @@ TEST(FormatTest, AnyText)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::format_test

@@ -2,8 +2,7 @@
 #include "editing/clsKeywords.h"
 #include "fakes/Patience.h"
 
-namespace nib {
-namespace {
+namespace nib::keywords_test {
 
 using namespace keyword_class;
 
@@ -172,5 +171,4 @@ TEST(Keywords, ALongListTakesNoLongTime)
     EXPECT_EQ(keywords.Count(), 23);
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::keywords_test

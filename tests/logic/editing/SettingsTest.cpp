@@ -4,8 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::settings_test {
 
 const Text kDejaVu = u"DejaVu Sans Mono";
 
@@ -228,5 +227,4 @@ TEST(SettingsMigration, AStoreWithoutItsStampKeepsWhatItHolds)
     EXPECT_EQ(fresh.store.values[u""], u"7.1");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::settings_test

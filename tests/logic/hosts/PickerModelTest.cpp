@@ -5,8 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace nib {
-namespace {
+namespace nib::picker_model_test {
 
 using Outcome = PickerModel::Outcome;
 
@@ -293,5 +292,4 @@ TEST(PlaceTree, ReadsLevelByLevelAndLeadsToAPlace)
     EXPECT_TRUE(tree.WayTo(u"mvdb:OTHER/X").empty());
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::picker_model_test

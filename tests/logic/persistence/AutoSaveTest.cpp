@@ -5,8 +5,7 @@
 
 #include <sys/stat.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::auto_save_test {
 
 using namespace std::chrono_literals;
 using Strings = std::vector<std::string>;
@@ -226,5 +225,4 @@ TEST_F(AutoSaveTest, APassRunsEveryFiveMinutesAndOnlyThen)
     EXPECT_EQ(t.clock.RunningTimers(), 0U);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::auto_save_test

@@ -3,8 +3,7 @@
 #include "persistence/recovery/DocumentSession.h"
 #include "fakes/TestRecovery.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::document_session_test {
 
 struct DocumentSessionTest : RecoveryTest {
     /// A further run of the program after what `end` does to this one.
@@ -85,5 +84,4 @@ TEST_F(DocumentSessionTest, WhatCannotBeHadIsNamedAndNobodyIsAsked)
     EXPECT_EQ(Restored(false), std::vector<Text>()) << "once";
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::document_session_test

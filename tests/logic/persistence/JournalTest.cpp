@@ -6,8 +6,7 @@
 #include <random>
 #include <thread>
 
-namespace nib::test {
-namespace {
+namespace nib::test::journal_test {
 
 using namespace std::chrono_literals;
 
@@ -273,5 +272,4 @@ TEST_F(JournalTest, AFullDiskIsToldOnceAndTheJournalIsMadeWhenThereIsRoom)
     EXPECT_EQ(session->t.Documents().Item(1)->GetText(), u"more typed one");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::journal_test

@@ -5,8 +5,7 @@
 #include "logic/storage/TempFolder.h"
 #include "persistence/settings/ColorTable.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::settings_model_test {
 
 using namespace message_box;
 
@@ -329,5 +328,4 @@ TEST(ColorTableTest, RowsAndTips)
         EXPECT_EQ(ColorTip(static_cast<int32_t>(tip.value), system), tip.text);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::settings_model_test

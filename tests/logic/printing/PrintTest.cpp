@@ -4,8 +4,7 @@
 #include "fakes/TestProgram.h"
 #include "fakes/WordLexer.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::print_test {
 
 /// A view whose text goes to paper of 40 by 10 characters: 8 rows below the header, 33 characters behind the numbers.
 struct Printed : testing::Test {
@@ -150,5 +149,4 @@ TEST(PrintTitle, NamesTheDocument)
     EXPECT_EQ(test.Open(kMain)->PrintTitle(), u"File: BP     Item: MAIN");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::print_test

@@ -4,8 +4,7 @@
 
 #include <random>
 
-namespace nib::test {
-namespace {
+namespace nib::test::account_find_test {
 
 using Lines = std::vector<Text>;
 
@@ -251,5 +250,4 @@ TEST_F(AccountFindTest, TheAccountIsThatOfTheActiveDocument)
     EXPECT_EQ(find.Dialog().fault, u"The account WAY cannot be searched.");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::account_find_test

@@ -1,7 +1,6 @@
 #include "fakes/FakeSearch.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::results_test {
 
 using Lines = std::vector<Text>;
 
@@ -211,5 +210,4 @@ TEST(ResultsPlacementTest, KeptSizeThatFits)
     EXPECT_EQ(store.values, (StoredValues{{u"ResultsWidth", u"4000"}, {u"ResultsHeight", u"3000"}}));
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::results_test

@@ -1,8 +1,7 @@
 #include "fakes/FakeSearch.h"
 #include "fakes/Patience.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::search_test {
 
 using Texts = std::vector<Text>;
 
@@ -307,5 +306,4 @@ TEST(ReplaceAllTest, LargeTextsInATimeThatGrowsWithTheirSize)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::search_test

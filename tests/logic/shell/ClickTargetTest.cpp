@@ -3,8 +3,7 @@
 #include "fakes/TestShell.h"
 #include "fakes/WordLexer.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::click_target_test {
 
 using Lines = std::vector<Text>;
 
@@ -250,5 +249,4 @@ TEST(HitTestTest, BlocksWhereNothingElseIs)
     EXPECT_EQ(hit.TargetLine, 2);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::click_target_test

@@ -1,8 +1,7 @@
 #include "fakes/TestShell.h"
 #include "shell/menus/MenuTable.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::command_test {
 
 using Keys = std::set<Text>;
 
@@ -300,5 +299,4 @@ TEST(CommandTest, ExtendedCommandsAndFailures)
     EXPECT_EQ(t.trace.Take().size(), 1u);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::command_test

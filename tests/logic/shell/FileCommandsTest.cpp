@@ -1,8 +1,7 @@
 #include "shell/FileCommands.h"
 #include "fakes/TestProgram.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::file_commands_test {
 
 using namespace message_box;
 using Lines = std::vector<Text>;
@@ -241,5 +240,4 @@ TEST(RecentEntriesTest, NameTheirPlace)
     for (auto& [entry, caption] : captions) EXPECT_EQ(RecentEntryCaption(entry), caption);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::file_commands_test

@@ -9,8 +9,7 @@ void PrintTo(const PropertyRow& row, std::ostream* out)
 }
 } // namespace nib
 
-namespace nib::test {
-namespace {
+namespace nib::test::frame_test {
 
 TEST(ChildOrderTest, ARoundVisitsAllAndBackUndoesIt)
 {
@@ -232,5 +231,4 @@ TEST(DocumentPropertiesTest, SelectionAddsItsMeasures)
     EXPECT_EQ(rows[9], (PropertyRow{u"Selected lines", u"3"}));
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::frame_test

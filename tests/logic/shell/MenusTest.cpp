@@ -2,8 +2,7 @@
 #include "fakes/TestShell.h"
 #include "shell/menus/FrameKeys.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::menus_test {
 
 using Lines = std::vector<Text>;
 
@@ -228,5 +227,4 @@ TEST(KeyboardFilterTest, KeysAndPlaces)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::menus_test

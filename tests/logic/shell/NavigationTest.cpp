@@ -2,8 +2,7 @@
 #include "editing/LexClass.h"
 #include "fakes/TestProgram.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::navigation_test {
 
 struct GotoModelTest : testing::Test {
     TestProgram t;
@@ -235,5 +234,4 @@ TEST_F(HistoryTest, JumpsOfTheActiveDocumentRecord)
     EXPECT_EQ(Back(), 7) << "a jump in a document that is not active is none of the user's";
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::navigation_test

@@ -7,8 +7,7 @@ void PrintTo(const CommandLineAction& action, std::ostream* out)
 }
 } // namespace nib
 
-namespace nib::test {
-namespace {
+namespace nib::test::program_test {
 
 using Lines = std::vector<Text>;
 using Kind = CommandLineAction::Kind;
@@ -264,5 +263,4 @@ TEST(ParseFailureTest, IsReportedAndTheProgramGoesOn)
     EXPECT_FALSE(t.program.IsShuttingDown());
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::program_test

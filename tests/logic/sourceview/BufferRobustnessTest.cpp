@@ -6,8 +6,7 @@
 
 #include <functional>
 
-namespace nib::test {
-namespace {
+namespace nib::test::buffer_robustness_test {
 
 struct Op : ISourceOp {
     using Step = std::function<void(SourceDocument&)>;
@@ -224,5 +223,4 @@ TEST(Scan, SlicesGetToTheEnd)
     EXPECT_EQ(lexer.linesScanned, 1000);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::buffer_robustness_test

@@ -4,8 +4,7 @@
 
 #include <optional>
 
-namespace nib::test {
-namespace {
+namespace nib::test::buffer_test {
 
 constexpr TextView kAlphabet = u"abc {}.\u00C9\u00FF\u0416\uF8FC\uF8FD\uF8FE";
 
@@ -270,5 +269,4 @@ TEST(Bookmarks, NextAndPreviousGoRoundTheEnds)
     EXPECT_EQ(buffer.FindBookmark(0, true), -1);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::buffer_test

@@ -3,8 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::lines_test {
 
 struct Kept {
     Text text;
@@ -211,5 +210,4 @@ TEST(LineDiff, LinesInBothTextsStayThemselves)
     EXPECT_EQ(document.GetLineData(3, LineWord::Identity), 7U);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::lines_test

@@ -4,8 +4,7 @@
 
 #include <functional>
 
-namespace nib::test {
-namespace {
+namespace nib::test::undo_test {
 
 /// One letter an action: see Do().
 struct Row {
@@ -203,5 +202,4 @@ TEST(Listeners, OneThatThrowsHarmsNeitherTheTextNorTheOthers)
     EXPECT_EQ(buffer.GetText(), u"");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::undo_test

@@ -11,8 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace nib {
-namespace {
+namespace nib::view_model_test {
 
 struct Marked {
     Text text;
@@ -303,5 +302,4 @@ TEST_F(ViewTest, TypingIsOneStepUntilTheCaretMoves)
     EXPECT_EQ(view.GetText(), u"");
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::view_model_test

@@ -6,8 +6,7 @@
 
 #include <sys/stat.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::account_session_test {
 
 using namespace std::string_literals;
 using namespace std::chrono_literals;
@@ -233,5 +232,4 @@ TEST_F(AccountSessionTest, APlaceWithoutAccountHasTheDefaultOne)
     EXPECT_FALSE(Open(u"mvdb:*")->Supports(kSupportsExecute));
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::account_session_test

@@ -12,8 +12,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::file_locks_test {
 
 int32_t LockError(const std::string& account, const std::string& name)
 {
@@ -240,5 +239,4 @@ TEST(SessionTokenTest, OneFolderThatHoldsLocksIsEnough)
     EXPECT_EQ(PosixSessionToken({folder / "blocked/a"}).Take(Unused), 0U);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::file_locks_test

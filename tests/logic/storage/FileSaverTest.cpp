@@ -10,8 +10,7 @@
 #include <sys/stat.h>
 #include <sys/xattr.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::file_saver_test {
 
 constexpr uid_t kNobody = 65534;
 
@@ -286,5 +285,4 @@ TEST(ProgramPlacesTest, BesideTheProgramOrOfItsPrefix)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::file_saver_test

@@ -5,8 +5,7 @@
 
 #include <random>
 
-namespace nib::test {
-namespace {
+namespace nib::test::item_text_test {
 
 using namespace std::string_literals;
 
@@ -131,5 +130,4 @@ TEST(ItemTextTest, AnyBytesComeBack)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::item_text_test

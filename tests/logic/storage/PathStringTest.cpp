@@ -1,8 +1,7 @@
 #include "HostFixture.h"
 #include "fakes/Patience.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::path_string_test {
 
 const Text kHostile[] = {u"BP",           u"A/B",   u"a b",          u"50%",          u"..", u".",       u"%2F",
                          Text(300, u'x'), u"Ünï€😀", u"\xF8FD\xF8FE", u"a\xDCFFz",     u"*",  u"../../x", u"~",
@@ -175,5 +174,4 @@ TEST_F(HostBrowserTest, TenThousandItemsOpenAtOnce)
     EXPECT_EQ(browser.Children(u"mvdb:*/DEMO/BIG").size(), 10000U);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::path_string_test

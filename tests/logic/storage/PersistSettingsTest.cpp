@@ -7,8 +7,7 @@
 
 #include <type_traits>
 
-namespace nib::test {
-namespace {
+namespace nib::test::persist_settings_test {
 
 using namespace std::string_literals;
 
@@ -316,5 +315,4 @@ TEST_F(TextFileTest, WideCharsAndUnicodeFiles)
     EXPECT_TRUE(CheckUnicodeFile(saver, Path("none/new"), u"€"));
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::persist_settings_test

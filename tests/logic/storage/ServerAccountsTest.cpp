@@ -3,8 +3,7 @@
 
 #include <sys/stat.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::server_accounts_test {
 
 /// An account TEST of a server in the same root: VOC and ITEMS are hashed, BP holds items.
 struct ServerAccountsTest : HostFixture {
@@ -149,5 +148,4 @@ TEST_F(ServerAccountsTest, ANewItemIsLikeItsFile)
     umask(before);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::server_accounts_test

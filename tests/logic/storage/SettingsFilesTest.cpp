@@ -4,8 +4,7 @@
 
 #include <limits>
 
-namespace nib::test {
-namespace {
+namespace nib::test::settings_files_test {
 
 using namespace std::string_literals;
 
@@ -276,5 +275,4 @@ TEST_F(HiveFileTest, WhatIsStoredAlreadyIsNotWrittenAgain)
     EXPECT_EQ(StampOf(folder / "config/Orlin/hive.conf"), before);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::settings_files_test
