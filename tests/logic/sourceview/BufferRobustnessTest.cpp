@@ -1,5 +1,6 @@
 // The buffer among callers that misbehave: listeners and lexers that throw or call back in, operations that nest.
 
+#include "BufferModel.h"
 #include "ToyLexer.h"
 
 #include <gtest/gtest.h>
@@ -8,21 +9,10 @@
 
 namespace nib::test::buffer_robustness_test {
 
-struct Op : ISourceOp {
-    using Step = std::function<void(SourceDocument&)>;
-    Op(Step doIt, Step undoIt) : do_(std::move(doIt)), undo_(std::move(undoIt)) {}
-    void DoOp(SourceDocument& document) override { do_(document); }
-    void UndoOp(SourceDocument& document) override { undo_(document); }
-
-private:
-    Step do_;
-    Step undo_;
-};
-
 std::unique_ptr<ISourceOp> InsertAtFront(Text text)
 {
     auto size = static_cast<int32_t>(text.size());
-    return std::make_unique<Op>(
+    return std::make_unique<CallOp>(
         [text](SourceDocument& d) {
             d.InsertText({0, 0}, text);
         },
@@ -51,11 +41,11 @@ TEST(BufferRobustness, AnOperationTakenBackLeavesTheCaretWhereItChangedTheText)
     buffer.Redo();
     EXPECT_EQ(listener.carets, (std::vector<Position>{{0, 0}, {3, 0}}));
     buffer.ClearUndo();
-    buffer.ExecuteOp(std::make_unique<Op>([](SourceDocument&) {},
-                                          [](SourceDocument& d) {
-                                              d.InsertText({0, 0}, u"x");
-                                              d.NotifyChange(70, 0, 99, {2, 0});
-                                          }));
+    buffer.ExecuteOp(std::make_unique<CallOp>([](SourceDocument&) {},
+                                              [](SourceDocument& d) {
+                                                  d.InsertText({0, 0}, u"x");
+                                                  d.NotifyChange(70, 0, 99, {2, 0});
+                                              }));
     buffer.Undo();
     EXPECT_EQ(listener.carets.back(), (Position{2, 0}));
     EXPECT_EQ(listener.carets.size(), 3u);

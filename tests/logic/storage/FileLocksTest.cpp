@@ -2,8 +2,6 @@
 #include "HeldProcess.h"
 #include "TempFolder.h"
 #include "fakes/Failure.h"
-#include "logic/storage/HeldProcess.h"
-#include "logic/storage/TempFolder.h"
 #include "platform/posix/Process.h"
 
 #include <optional>

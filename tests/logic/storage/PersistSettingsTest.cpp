@@ -185,10 +185,7 @@ StoredValues Saved(const MvEdit& settings)
     return store.values;
 }
 
-struct SettingsModesTest : StoreTest {
-    SettingsModesTest() { std::filesystem::current_path(folder.Folder("cwd")); }
-    ~SettingsModesTest() override { std::filesystem::current_path("/"); }
-
+struct SettingsModesTest : PersistSettingsTest {
     /// What a later run of the program finds.
     MvEdit NextRun(HiveFile& hive)
     {
