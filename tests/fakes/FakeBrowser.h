@@ -8,8 +8,7 @@
 namespace nib {
 
 /// Places kept in memory, under paths of the usual form: "mvdb:HOST/ACCOUNT/FILE/ITEM" and "file:/folder/name".
-class FakeBrowser : public ItemBrowser {
-public:
+struct FakeBrowser : ItemBrowser {
     FakeBrowser()
     {
         AddPlace(u"mvdb:LIVE");

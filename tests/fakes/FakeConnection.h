@@ -69,8 +69,7 @@ struct FakeStore {
     int32_t commits = 0;
 };
 
-class FakeItem final : public mvItem {
-public:
+struct FakeItem : mvItem {
     FakeItem(FakeStore& store, TextView path)
         : mvItem(NamesOf(store, path)), store_(store), number_(++store.lastItem), path_(path)
     {
@@ -161,8 +160,7 @@ struct OpenCall {
     friend bool operator==(const OpenCall&, const OpenCall&) = default;
 };
 
-class FakeConnection final : public mvConnection {
-public:
+struct FakeConnection : mvConnection {
     SelectedItem SelectItem(const SelectRequest& request, mvItem* start) override
     {
         auto picked = SelectItems(request, start);

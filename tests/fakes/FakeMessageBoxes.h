@@ -32,8 +32,7 @@ inline ShownBox Warning(Text text)
 }
 
 /// Answers from a script. A question that nobody scripted fails the test, and so does a box that nobody looked at.
-class FakeMessageBoxes final : public MessageBoxes {
-public:
+struct FakeMessageBoxes : MessageBoxes {
     ~FakeMessageBoxes() override
     {
         EXPECT_EQ(Take(), std::vector<ShownBox>{}) << "shown, and no test asked";

@@ -24,8 +24,7 @@ private:
 };
 
 /// Items whose text is "object" are none.
-class FakeReader final : public ItemReader {
-public:
+struct FakeReader : ItemReader {
     FakeReader(const FakeStore& store, const ItemPlace& account, std::map<ItemKey, std::function<void()>> hooks)
         : hooks_(std::move(hooks))
     {

@@ -3,7 +3,6 @@
 
 #include "automation/Application.h"
 #include "base/Error.h"
-#include "base/Text.h"
 #include "documents/DocumentServices.h"
 #include "documents/mvDocument.h"
 #include "fakes/MemoryClipboard.h"
@@ -30,8 +29,7 @@ struct Journal {
 };
 
 /// The frame without a screen: its life goes to the journal, the rest is state to look at.
-class FakeMainWindow final : public MainWindow {
-public:
+struct FakeMainWindow : MainWindow {
     explicit FakeMainWindow(Journal& journal) : journal_(journal) {}
 
     void Load(Program&) override { journal_.Add(u"Load"); }
@@ -90,8 +88,7 @@ struct FakePane final : ViewHost {
 };
 
 /// A document window over the real text component, without a screen.
-class FakeDocView final : public clsDocView {
-public:
+struct FakeDocView : clsDocView {
     FakeDocView(FakeMainWindow& window, Clipboard& clipboard, int32_t documentId)
         : window_(window), id_(documentId), model_(buffer_, clipboard)
     {
@@ -195,8 +192,7 @@ struct HeardEvents final : AutomationEvents {
 };
 
 /// Writes down what it is told to draw.
-class RecordingMenuBar final : public MenuBar {
-public:
+struct RecordingMenuBar : MenuBar {
     void ToolsChanged(std::span<const ToolChange> changes) override
     {
         ++batches;

@@ -11,8 +11,7 @@ namespace nib::test {
 using StoredValues = std::map<Text, Text, std::less<>>;
 
 /// Keeps what it is told, and which names were asked for and written, in order.
-class MemorySettings final : public SettingsStore {
-public:
+struct MemorySettings : SettingsStore {
     Text Get(TextView valueName, TextView fallback) override
     {
         ++reads;

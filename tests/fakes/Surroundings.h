@@ -5,7 +5,6 @@
 #include "fakes/FakeDesktop.h"
 #include "fakes/FakeMessageBoxes.h"
 #include "fakes/FakeWindows.h"
-#include "fakes/MemoryClipboard.h"
 #include "fakes/MemorySettings.h"
 #include "fakes/RecordingTrace.h"
 #include "shell/Program.h"

@@ -1,7 +1,6 @@
 #pragma once
 // A whole program on fakes: every rule of start, documents and commands can be driven through it.
 
-#include "fakes/FakeWindows.h"
 #include "fakes/Surroundings.h"
 
 namespace nib::test {

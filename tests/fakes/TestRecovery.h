@@ -5,12 +5,6 @@
 #include "logic/storage/TempFolder.h"
 #include "persistence/recovery/RecoveryList.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <filesystem>
-#include <optional>
-
 namespace nib::test {
 
 struct Session {
@@ -54,8 +48,7 @@ struct Session {
     RecoveryList list{recovery};
 };
 
-class RecoveryTest : public testing::Test {
-protected:
+struct RecoveryTest : testing::Test {
     RecoveryTest() { Start(); }
 
     void Start() { session = std::make_unique<Session>(folder, token); }

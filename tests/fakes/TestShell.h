@@ -1,7 +1,6 @@
 #pragma once
 // A whole program with its menus and dispatcher.
 
-#include "fakes/FakeWindows.h"
 #include "fakes/TestProgram.h"
 #include "shell/MenuDispatcher.h"
 

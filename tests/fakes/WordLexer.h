@@ -7,8 +7,7 @@ namespace nib {
 
 /// A small language: "*" starts a comment (6), quotes a string (7), IF and END are keywords (4) that begin and end a
 /// block, all else is plain (8).
-class WordLexer final : public ISourceLex4 {
-public:
+struct WordLexer : ISourceLex4 {
     void BeginLineScan(SourceDocument&, int32_t, TextView text, int32_t) override
     {
         ++scans;

@@ -2,10 +2,9 @@
 """Walks the includes under src/ and says where a room knows one that it must not.
 
 The rooms are the rows of the table in docs/architecture.md: what a room knows, and what its screen half knows as well.
-Whoever knows a room knows what that one knows. Only files of a screen half include Qt, and folders form no circle:
-each strongly connected component of the folders is one folder. Prints each room's size and share.
+Whoever knows a room knows what that one knows. A row knows rows above it only, so the rooms form no circle. Only files
+of a screen half include Qt. Prints each room's size and share.
 """
-import collections
 import pathlib
 import re
 import statistics
@@ -59,8 +58,7 @@ class Source:
 
 
 def faults_of(source, rooms, sources):
-    """Also answers the folders that are included."""
-    faults, folders = [], set()
+    faults = []
     knows = closure(rooms, [source.room.name])
     both = knows | closure(rooms, source.room.screen or []) if source.screen else set()
     for number, line in enumerate(source.text.splitlines(), 1):
@@ -81,41 +79,7 @@ def faults_of(source, rooms, sources):
             faults.append(f"{place}: {source.room.name} must not know {include[1]}")
         elif other.screen and not source.screen:
             faults.append(f"{place}: {include[1]} is on a screen")
-        if other and other.room is not source.room:
-            folders.add(other.room.name)
-    return faults, folders
-
-
-def circles(edges):
-    """The strongly connected components of more than one folder."""
-    order, seen = [], set()
-
-    def visit(node, graph, out):
-        stack = [(node, iter(graph[node]))]
-        seen.add(node)
-        while stack:
-            following = next((n for n in stack[-1][1] if n not in seen), None)
-            if following is None:
-                out.append(stack.pop()[0])
-            else:
-                seen.add(following)
-                stack.append((following, iter(graph[following])))
-
-    nodes = sorted(set(edges) | {n for s in edges.values() for n in s})
-    for node in nodes:
-        if node not in seen:
-            visit(node, edges, order)
-    back = collections.defaultdict(set)
-    for node in nodes:
-        for other in edges[node]:
-            back[other].add(node)
-    seen.clear()
-    for node in reversed(order):
-        if node not in seen:
-            component = []
-            visit(node, back, component)
-            if len(component) > 1:
-                yield sorted(component)
+    return faults
 
 
 def measure(sources, rooms):
@@ -149,12 +113,7 @@ def main(src, page):
     homeless = [f"{name}: no row of the table of rooms" for name, s in sources.items() if not s.room]
     if homeless or not sources:
         sys.exit("\n".join(homeless) or f"no sources under {src}")
-    faults, edges = [], collections.defaultdict(set)
-    for source in sources.values():
-        found, folders = faults_of(source, rooms, sources)
-        faults += found
-        edges[source.room.name] |= folders
-    faults += [f"a circle of folders: {' '.join(circle)}" for circle in circles(edges)]
+    faults = [fault for source in sources.values() for fault in faults_of(source, rooms, sources)]
     faults += measure(list(sources.values()), rooms)
     print("\n".join(faults))
     return 1 if faults else 0

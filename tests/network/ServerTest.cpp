@@ -192,7 +192,9 @@ TEST_F(ServerTest, ASearchReadsOnAConnectionOfItsOwn)
 {
     Desk desk(0);
     const ItemPlace account{Text(kHostProvider), u"*", given.account, {}, {}};
-    behind.Put("ITEMS", "TEXT", "A\xFE" "B");
+    behind.Put("ITEMS", "TEXT",
+               "A\xFE"
+               "B");
     behind.Put("ITEMS", "OBJECT", std::string("A\0B", 3));
     const auto reader = desk.Link().Reader(account);
     const std::vector<Text> files = reader->Files();

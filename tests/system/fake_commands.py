@@ -15,53 +15,15 @@ class Leave(Exception):
     """The connection ends."""
 
 
-class Compiler:
-    """Sees quotes, brackets, includes and what is broken off; what is not complete is told of on the next line."""
-
-    def __init__(self, account, file, item):
-        self.account, self.output, self.errors, self.stars = account, [], 0, ""
-        self._read(account[file].lines(item), "", file)
-        self._flush()
-        if "END" not in [line.strip() for line in account[file].lines(item)]:
-            self.output.append("WARNING: Final END statement is missing")
-
-    def _flush(self):
-        self.output += [self.stars] if self.stars else []
-        self.stars = ""
-
-    def _fault(self, place, text):
-        self._flush()
-        self.output.append(f"{place}: {text}")
-        self.errors += 1
-
-    def _read(self, lines, prefix, file):
-        pending = None
-        for number, line in enumerate(lines, 1):
-            place = f"{prefix}{number}"
-            self.stars += "*" if number % 10 == 0 and not prefix else ""
-            code = re.sub(r"'[^']*'|\"[^\"]*\"", "1", line).split(";")[0].strip()
-            if pending:
-                self._fault(place, pending)
-                pending = None
-            elif re.match(r"[*!]|REM\b", line.strip(), re.I):
-                continue
-            elif include := re.match(r"\s*\$?INCLUDE\s+(\S+)\s+(\S+)$", line, re.I):
-                if include[2] in self.account.get(include[1], ()):
-                    self._read(self.account[include[1]].lines(include[2]), place + ".", include[1])
-                else:
-                    self._fault(place, f"Include record {include[1]} {include[2]} not found")
-            elif "'" in code or '"' in code:
-                self._fault(place, NO_DATA)
-            elif code.count("(") > code.count(")"):
-                pending = "Mismatched brackets"
-            elif code.endswith(("+", "-", "/", "=")):
-                pending = NO_DATA
-        if pending:
-            self._fault(f"{prefix}{len(lines)}", pending)
+def faults_of(lines):
+    """Sees texts that are not closed."""
+    for number, line in enumerate(lines, 1):
+        if not line.startswith("*") and re.search("['\"]", re.sub(r"'[^']*'|\"[^\"]*\"", "", line)):
+            yield f"{number}: {NO_DATA}"
 
 
 def run_program(lines, path, emit):
-    """Knows PRINT, CRT, INPUT, SLEEP, STOP, ABORT, KEYIN() and assignments of texts and variables joined by colons."""
+    """Knows PRINT, CRT, INPUT, END and assignments of texts and variables joined by colons."""
     variables = {}
 
     def value(text, where):
@@ -74,20 +36,14 @@ def run_program(lines, path, emit):
     for number, line in enumerate(lines, 1):
         where = f" at line {number} of {path}"
         word, _, rest = line.strip().partition(" ")
-        if "KEYIN()" in line:
-            raise Abort(f"000000A7: QMClient requested keyboard input{where}")
-        if word in ("PRINT", "CRT", "DISPLAY"):
+        if word in ("PRINT", "CRT"):
             emit(value(rest, where) + ("" if rest.endswith(":") else "\n"))
         elif word == "INPUT":
             try:
                 variables[rest] = yield ""
             except Abort as wrong:
                 raise Abort(f"{wrong}{where}") from None
-        elif word == "SLEEP":
-            yield float(value(rest, where))
-        elif word == "ABORT":
-            raise Abort(f"000000B0: Abort{where}")
-        elif word in ("STOP", "END", "RETURN"):
+        elif word == "END":
             return
         elif rest.startswith("="):
             variables[word] = value(rest[1:], where)
@@ -104,33 +60,29 @@ def run_line(session, line):
             yield from run_line(session, step)
     else:
         command = VERBS[verb.upper()]
-        yield from command(session, *(words if command is catalogue else [word.strip("'\"") for word in words])) or ()
+        yield from command(session, *[word.strip("'\"") for word in words]) or ()
 
 
-def basic(session, file="", *items):
+def basic(session, file, *items):
     account = session.account
-    items = items or [name.decode("latin1") for name in session.lists.pop(0, ())]
     wrong, tried, session.code = "", 0, 0
     for item in items:
         if item not in account.get(file, ()):
             session.emit(f"Cannot read source record '{item}'\n")
             continue
-        if session.user in session.server.guests:
-            raise Abort("00000575: Error -3035 deleting record in $BASIC")
-        compiler = Compiler(account, file, item)
+        lines = account[file].lines(item)
+        faults = list(faults_of(lines))
         out = account[file + ".OUT"] if file + ".OUT" in account else account.create(file + ".OUT", False)
         out.pop(item, None)
-        if compiler.errors:
+        if faults:
             wrong += f"   {item}\n"
         else:
-            out[item] = b"d\0" + "\xfe".join(account[file].lines(item)).encode("latin1")
+            out[item] = b"d\0" + "\xfe".join(lines).encode("latin1")
             session.code += 1
         tried += 1
-        session.emit("\n".join([f"Compiling {file} {item}", *compiler.output, f"{compiler.errors} error(s)\n"]))
+        session.emit("\n".join([f"Compiling {file} {item}", *faults, f"{len(faults)} error(s)\n"]))
     if tried:
         session.emit(f"Compiled {tried} program(s) with " + (f"errors in:\n{wrong}" if wrong else "no errors\n"))
-    if not items:
-        session.emit("Program name(s) or * required\n")
 
 
 def run(session, file="", item=""):
@@ -140,25 +92,6 @@ def run(session, file="", item=""):
     else:
         session.code = -3006
         session.emit(f"Program {file}.OUT {item} not found\n")
-
-
-def catalogue(session, *words):
-    """Does not see a name in quotes."""
-    names = [word for word in words if word[0] not in "'\"" and word != "LOCAL"]
-    file, item = (["BP"] + names)[-2:] if names else ("", "")
-    out = session.account.get(file + ".OUT", {})
-    session.code = 0
-    if item not in out:
-        session.emit(f"{file}.OUT {item} not found\n" if item else "Program name or select list required\n")
-        return
-    kinds = {"private": session.account.catalogue, "local": session.account["VOC"]}
-    kind, other = ("local", "private") if "LOCAL" in words else ("private", "local")
-    kinds[kind][item] = f"V\xfeCS\xfe{out.path}/{item}".encode("latin1")
-    session.emit(f"{item} added to {kind} catalogue\n")
-    if item in kinds[other]:
-        session.emit(f"Program is also in {other} catalogue. Remove? ")
-        if (yield "") == "Y":
-            del kinds[other][item]
 
 
 def sselect(session, file="", *words):
@@ -181,8 +114,7 @@ def off(session):
 
 
 VERBS = {
-    "BASIC": basic, "RUN": run, "CATALOGUE": catalogue, "CATALOG": catalogue, "SSELECT": sselect, "LISTU": listu,
-    "OFF": off, "WHO": lambda session: session.emit(f"{session.number} {session.account.name}\n"),
-    "LIST.READU": lambda session: session.emit("\n".join(session.server.locks.report())),
+    "BASIC": basic, "RUN": run, "SSELECT": sselect, "LISTU": listu, "OFF": off,
+    "WHO": lambda session: session.emit(f"{session.number} {session.account.name}\n"),
     "SLEEP": lambda session, seconds="0": iter([float(seconds)]),
     "DISPLAY": lambda session, *words: session.emit(" ".join(words) + "\n")}

@@ -2,7 +2,7 @@
 import re
 
 FE = b"\xfe"
-FREE, SHARED, UPDATE, FILE_LOCK = range(4)
+FREE, UPDATE, FILE_LOCK = 0, 2, 3
 
 
 class File(dict):
@@ -17,13 +17,12 @@ class File(dict):
         """A name of good length that this kind of file cannot hold."""
         return bool(re.search(r"[\0\xfb-\xff]" if self.hashed else r"[^ -~]", name))
 
-    def item(self, name, mapping=True):
+    def item(self, name):
         stored = self[name]
-        return stored if self.hashed or not mapping else stored.removesuffix(b"\n").replace(b"\n", FE)
+        return stored if self.hashed else stored.removesuffix(b"\n").replace(b"\n", FE)
 
-    def put(self, name, item, mapping=True):
-        mapped = not self.hashed and mapping
-        self[name] = item.replace(FE, b"\n") + b"\n" if mapped and item else item
+    def put(self, name, item):
+        self[name] = item.replace(FE, b"\n") + b"\n" if item and not self.hashed else item
 
     def lines(self, name):
         return self.item(name).replace(b"\n", FE).decode("latin1").split("\xfe")
@@ -34,7 +33,7 @@ class Account(dict):
 
     def __init__(self, name, verbs):
         super().__init__()
-        self.name, self.path, self.catalogue = name, f"/accounts/{name}", {}
+        self.name, self.path = name, f"/accounts/{name}"
         self["VOC"] = File(f"{self.path}/VOC", True)
         self["VOC"].update({verb: f"V\xfeCA\xfe${verb}".encode("latin1") for verb in verbs})
         for file, hashed in (("VOC", True), ("BP", False), ("BP.OUT", False), ("ITEMS", True)):
@@ -55,16 +54,14 @@ class Locks:
         self.held = {}
         self.limit = 100
 
-    def take(self, session, number, key, level):
+    def take(self, session, number, key):
         """The number of the session in the way, or None when the lock is taken."""
         for place in (key, (key[0], None)):
-            state, holders = self.held.get(place, (FREE, {}))
-            others = set(holders) - {session}
-            if others and (UPDATE in (level, state) or state == FILE_LOCK):
+            if others := set(self.held.get(place, (FREE, {}))[1]) - {session}:
                 return min(others)
         if key not in self.held and len(self.held) >= self.limit:
             return 1
-        self.held[key] = (level, {session: number} | self.held.get(key, (FREE, {}))[1])
+        self.held[key] = (UPDATE, {session: number} | self.held.get(key, (FREE, {}))[1])
         return None
 
     def free(self, session, number=None, key=None):
@@ -81,14 +78,3 @@ class Locks:
             if holders:
                 return (state, session) if session in holders else (-state, min(holders))
         return FREE, 0
-
-    def report(self):
-        """Paths and ids are broken over as many lines as they need."""
-        lines = ["User File Path........................... Type Id.............................."]
-        for (path, name), (state, holders) in self.held.items():
-            for session in sorted(holders):
-                lead, kind = f"{session:4}    1", ("", "RL", "RU", "FX")[state]
-                for at in range(max(len(path) - 1, len(name or " ") - 1) // 31 + 1):
-                    lines.append(f"{lead:9} {path[31 * at:][:31]:31} {kind:4} {(name or '')[32 * at:][:32]:32}")
-                    lead = kind = ""
-        return lines if len(lines) > 1 else ["There are no active file, read or update locks held by any user"]

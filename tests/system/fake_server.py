@@ -33,7 +33,6 @@ class FakeServer:
     def __init__(self, users=None, port=0, accounts=("QMSYS", "TESTACC")):
         self.users = users or {"ada": "secret7", "bob": "secret8"}
         self.accounts = {name: Account(name, VERBS) for name in accounts}
-        self.guests = set()  # Users who may not write.
         self.seats = 10  # So many sessions at a time; 0 is a full server.
         self.full_delay, self.login_delay = 2.0, 3.0  # Before a connection is closed that gets no seat, or is refused.
         self.rate = 0  # Bytes a second that are taken in; 0 is no limit.

@@ -6,10 +6,9 @@ import time
 import types
 
 from fake_commands import VERBS, Abort, Leave, run_line
-from fake_database import FE, SHARED, UPDATE, Account
+from fake_database import FE, Account
 
-ILLEGAL_ID, NO_NAME, NO_FILE, NOT_FOUND, NOT_IN_VOC, NO_TYPE, READ_ONLY, DENIED = (
-    3000, 3002, 3003, 3006, 3007, 3009, 3018, 3035)
+ILLEGAL_ID, NO_NAME, NO_FILE, NOT_FOUND, NOT_IN_VOC, NO_TYPE = 3000, 3002, 3003, 3006, 3007, 3009
 FAILED, ELSE, REFUSED, LOCKED, PROMPT = 1, 2, 3, 4, 5
 QUIT, ACCOUNT, RELEASE, RESPOND, END_COMMAND, LOGIN = 1, 3, 15, 22, 23, 24
 NEVER = (10, 25, 31, 32, 33)  # Waits for a lock, needs no password, works on the wrong file.
@@ -34,7 +33,7 @@ class Session:
         self.server, self.number, self.connection = server, number, connection
         self.user = self.command = self.entry = None
         self.account = server.accounts["QMSYS"]
-        self.files, self.unmapped, self.lists = {}, set(), {}
+        self.files, self.lists = {}, {}
         self.refusal = self.abort = b""
         self.output, self.code = "", 0
         self.quitting = self.dropped = False
@@ -186,33 +185,19 @@ class Session:
         self.files[number] = name, self.account[name]
         return struct.pack("<h", number)
 
-    def close(self, data):
-        self.opened(data)
-        self.server.locks.free(self.number, short(data))
-        self.unmapped.discard(short(data))
-        del self.files[short(data)]
-
-    def read(self, data, level=None):
+    def read(self, data, locks=False):
         file, name = self.named(data)
         if not 1 <= len(name) <= LONGEST_ID:
             raise Answer(ELSE, ILLEGAL_ID)
-        if level:
-            self.take_lock(data, file, name, level)
+        if locks:
+            holder = self.server.locks.take(self.number, short(data), (file.path, name))
+            if holder:
+                raise Answer(LOCKED, holder)
         if file.odd(name) and not file.hashed:
             raise Answer(0, ILLEGAL_ID)
         if name not in file:
             raise Answer(ELSE, NOT_FOUND)
-        return file.item(name, short(data) not in self.unmapped)
-
-    def take_lock(self, data, file, name, level):
-        holder = self.server.locks.take(self.number, short(data), (file.path, name), level)
-        if holder:
-            raise Answer(LOCKED, holder)
-
-    def lock(self, data):
-        file, name = self.named(data, 4)
-        self.legal(name)
-        self.take_lock(data, file, name, UPDATE if short(data, 2) & 1 else SHARED)
+        return file.item(name)
 
     def holder(self, data):
         file, name = self.named(data)
@@ -239,22 +224,20 @@ class Session:
         size = short(data, 2)
         file, name = self.named(data[:4 + max(0, size)], 4)
         self.may_change(file, name)
-        file.put(name, data[4 + size:], short(data) not in self.unmapped)
+        file.put(name, data[4 + size:])
         if not keep:
             self.server.locks.free(self.number, key=(file.path, name))
 
-    def delete(self, data, keep=True):
+    def delete(self, data):
         file, name = self.named(data)
         self.may_change(file, name, file.hashed)
         file.pop(name, None)
-        if not keep:
-            self.server.locks.free(self.number, key=(file.path, name))
+        self.server.locks.free(self.number, key=(file.path, name))
 
-    def may_change(self, file, name, any_byte=False):
+    @staticmethod
+    def may_change(file, name, any_byte=False):
         if not 1 <= len(name) <= LONGEST_ID or file.odd(name) and not any_byte:
             raise Answer(FAILED, ILLEGAL_ID)
-        if self.user in self.server.guests:
-            raise Answer(FAILED, READ_ONLY if file.hashed else DENIED)
 
     def clear_list(self, data):
         self.take_list(data)
@@ -272,12 +255,6 @@ class Session:
         file = self.opened(data)
         known = {1: self.entry.file, 2: file.path, 3: "3" if file.hashed else "4"}
         return known.get(short(data, 2), "").encode("latin1")
-
-    def mapping(self, data):
-        if self.opened(data) and short(data, 2):
-            self.unmapped.discard(short(data))
-        else:
-            self.unmapped.add(short(data))
 
     # Commands.
 
@@ -320,10 +297,8 @@ class Session:
 
 
 ACTIONS = {
-    QUIT: Session.quit, 2: Session.text, ACCOUNT: Session.set_account, 4: Session.open, 5: Session.close,
-    6: Session.read, 7: lambda session, data: session.read(data, SHARED),
-    9: lambda session, data: session.read(data, UPDATE), 13: Session.clear_list, 14: Session.take_list,
+    QUIT: Session.quit, 2: Session.text, ACCOUNT: Session.set_account, 4: Session.open, 6: Session.read,
+    9: lambda session, data: session.read(data, True), 13: Session.clear_list, 14: Session.take_list,
     RELEASE: Session.release, 16: lambda session, data: session.write(data, False), 17: Session.write,
-    18: lambda session, data: session.delete(data, False), 19: Session.delete, 21: Session.execute,
-    RESPOND: Session.respond, END_COMMAND: Session.end_command, LOGIN: Session.login, 30: Session.lock,
-    34: Session.holder, 37: Session.names, 40: Session.about, 46: Session.mapping}
+    18: Session.delete, 21: Session.execute, RESPOND: Session.respond, END_COMMAND: Session.end_command, LOGIN: Session.login,
+    34: Session.holder, 37: Session.names, 40: Session.about}

@@ -4,14 +4,13 @@ import ctypes
 import ctypes.util
 import errno
 import mmap
-import os
 import struct
 import time
 
 from gi.repository import Gio, GLib
 
 import lib
-from test_automation import DOCUMENTS, NAME, ROOT, Client, pump
+from test_automation import DOCUMENTS, NAME, Client, pump
 
 KINDS = ("open read write sync close rename link unlink mkdir truncate allocate mode owner getattr setattr stat "
          "readlink access list").split()

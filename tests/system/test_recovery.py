@@ -167,23 +167,6 @@ def the_end_of_the_session_asks_nothing(desktop):
     recovers(desktop, b"typed ")
 
 
-def cancel_asks_again_and_a_running_copy_is_left_alone(desktop):
-    first = three_changed_documents(desktop)
-    second = desktop.start()
-    desktop.wait_window(r"^Nib$", program=second)
-    stays("no dialog", lambda: second.alive() and not desktop.windows(DIALOG))
-    second.kill()
-    first.kill()
-    for _ in range(2):
-        program = desktop.start(shows=DIALOG)
-        desktop.keys("Escape")
-        desktop.wait_no_window(DIALOG)
-        desktop.wait_active(r"^Nib$")
-        end(desktop, program)
-        expect_equal(len(copies(desktop)), 3, "copies after Cancel")
-
-
 if __name__ == "__main__":
     lib.run(a_crash_brings_the_documents_back, a_file_that_may_grow_no_further_ends_nothing,
-            no_end_takes_what_was_typed, the_end_of_the_session_asks_nothing, open_documents_come_back,
-            cancel_asks_again_and_a_running_copy_is_left_alone)
+            no_end_takes_what_was_typed, the_end_of_the_session_asks_nothing, open_documents_come_back)

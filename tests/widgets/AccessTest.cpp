@@ -2,7 +2,6 @@
 
 #include "fakes/FakeBrowser.h"
 #include "fakes/FakeReader.h"
-#include "fakes/FakeSearch.h"
 #include "fakes/FakeSettingsApplied.h"
 #include "fakes/TestRecovery.h"
 #include "hosts/picker/frmItemPicker.h"
@@ -21,13 +20,7 @@
 #include "widgets/FormAccess.h"
 #include "widgets/FrameFixture.h"
 
-#include <QDialog>
-#include <QMenu>
-#include <QMenuBar>
-#include <QTimer>
-
-namespace nib::test {
-namespace {
+namespace nib::test::widget_access_test {
 
 /// Looks at the dialog that `show` runs, and closes it.
 template <typename Show>
@@ -203,5 +196,4 @@ TEST_F(FrameAccessTest, TheTextIsReadUnderTheNameOfItsDocument)
     EXPECT_TRUE(text->state().focused && text->state().editable && text->state().multiLine);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_access_test

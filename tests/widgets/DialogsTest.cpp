@@ -12,18 +12,7 @@
 #include "widgets/FormAccess.h"
 #include "widgets/Keys.h"
 
-#include <QAbstractButton>
-#include <QClipboard>
-#include <QLabel>
-#include <QMessageBox>
-#include <QTextBlock>
-#include <QTextBrowser>
-#include <QTimer>
-#include <QTreeWidget>
-#include <QWindow>
-
-namespace nib::test {
-namespace {
+namespace nib::test::widget_dialogs_test {
 
 using namespace message_box;
 
@@ -58,8 +47,7 @@ void WhenModal(Steps steps)
     });
 }
 
-class DialogsTest : public testing::Test {
-protected:
+struct DialogsTest : testing::Test {
     DialogsTest()
     {
         document->SetText(u"START:\r\nX = 1\r\nSTOP:\r\nX = 2\r\nRESTART:");
@@ -297,5 +285,4 @@ TEST(AboutBoxTest, NamesVersionsAndLicences)
     ShowAboutBox(nullptr);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_dialogs_test

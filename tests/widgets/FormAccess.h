@@ -2,14 +2,8 @@
 // What somebody needs who cannot see a form, has no mouse or wants large letters: names, a way by the Tab key, access
 // keys of their own, and room for each text.
 
-#include <QAbstractButton>
-#include <QAccessible>
-#include <QApplication>
-#include <QGroupBox>
-#include <QLabel>
-#include <QRadioButton>
-#include <QTabBar>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <gtest/gtest.h>
 

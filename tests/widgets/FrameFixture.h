@@ -6,11 +6,8 @@
 #include "shell/frame/frmMain.h"
 #include "text/widget/SourceViewWidget.h"
 
-#include <QApplication>
-#include <QMdiSubWindow>
 #include <QtTest>
-
-#include <gtest/gtest.h>
+#include <QtWidgets>
 
 namespace nib::test {
 

@@ -1,10 +1,6 @@
 #include "widgets/FrameFixture.h"
 
-#include <QMimeData>
-#include <QTemporaryDir>
-
-namespace nib::test {
-namespace {
+namespace nib::test::widget_frame_test {
 
 struct FrameTest : FrameFixture {
     QPoint At(frmDocument& form, int32_t col, int32_t line)
@@ -45,19 +41,16 @@ TEST_F(FrameTest, TabWithControlStepsThroughTheDocuments)
     Key(Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(Title(frame.ActiveForm()), "NewItem1 (New)");
     New(2);
-    struct {
-        int key;
-        Qt::KeyboardModifiers modifiers;
-        const char* title;
-    } const steps[] = {{Qt::Key_Tab, Qt::ControlModifier, "NewItem2 (New)"},
-                       {Qt::Key_Tab, Qt::ControlModifier, "NewItem1 (New)"},
-                       {Qt::Key_F6, Qt::ControlModifier, "NewItem3 (New)"},
-                       {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, "NewItem1 (New)"},
-                       {Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier, "NewItem2 (New)"}};
-    for (const auto& step : steps) {
-        Key(step.key, step.modifiers);
-        EXPECT_EQ(Title(frame.ActiveForm()), step.title);
-        EXPECT_EQ(Caption(), std::string("Nib - [") + step.title + "]");
+    const std::tuple<int, Qt::KeyboardModifiers, const char*> steps[] = {
+        {Qt::Key_Tab, Qt::ControlModifier, "NewItem2 (New)"},
+        {Qt::Key_Tab, Qt::ControlModifier, "NewItem1 (New)"},
+        {Qt::Key_F6, Qt::ControlModifier, "NewItem3 (New)"},
+        {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, "NewItem1 (New)"},
+        {Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier, "NewItem2 (New)"}};
+    for (const auto& [key, modifiers, title] : steps) {
+        Key(key, modifiers);
+        EXPECT_EQ(Title(frame.ActiveForm()), title);
+        EXPECT_EQ(Caption(), std::string("Nib - [") + title + "]");
         EXPECT_TRUE(frame.ActiveForm()->TextHasFocus());
     }
     // After stepping, what lies behind comes to the front.
@@ -256,5 +249,4 @@ TEST_F(FrameTest, DroppedFilesOpenAndTheRestIsToldOf)
     EXPECT_FALSE(enter.isAccepted());
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_frame_test

@@ -6,18 +6,11 @@
 #include "platform/qt/QtText.h"
 #include "widgets/Keys.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTimer>
-
-namespace nib::test {
-namespace {
+namespace nib::test::widget_item_picker_test {
 
 constexpr TextView kBp{u"mvdb:LIVE/SALES/BP"};
 
-class ItemPickerTest : public testing::Test {
-protected:
+struct ItemPickerTest : testing::Test {
     ItemPickerTest() { FillWithSample(browser); }
 
     void Open(SelectRequest request, TextView start)
@@ -189,5 +182,4 @@ TEST_F(ItemPickerTest, SizeAndHiddenFilesAreRememberedWithinTheRun)
     });
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_item_picker_test

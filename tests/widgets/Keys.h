@@ -1,8 +1,8 @@
 #pragma once
 // Keys as the desktop would send them.
 
-#include <QApplication>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <gtest/gtest.h>
 

@@ -5,23 +5,14 @@
 #include "shell/menus/QtMenuBar.h"
 #include "shell/menus/QtToolActions.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QStatusBar>
-#include <QTabBar>
-#include <QTest>
-#include <QToolBar>
-#include <QToolButton>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-namespace nib {
-namespace {
+namespace nib::widget_menu_bar_test {
 
 struct RecordingEvents final : MenuEvents {
     QStringList lines;
@@ -211,5 +202,4 @@ TEST_F(MenuBarTest, DocumentTabs)
     EXPECT_EQ(events.Take(), QStringList{});
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::widget_menu_bar_test

@@ -10,17 +10,13 @@
 #include "fakes/WordLexer.h"
 #include "logic/storage/TempFolder.h"
 
-#include <QDir>
-#include <QImage>
 #include <QPrinter>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <map>
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_print_test {
 
 const Text kTitle = u"File: BP     Item: SAMPLE";
 
@@ -171,5 +167,4 @@ TEST_F(PrintedPdf, AFolderThatIsThereIsOffered)
     qputenv("HOME", home);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_print_test

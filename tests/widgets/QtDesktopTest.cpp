@@ -1,17 +1,12 @@
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtWaitNotice.h"
 
-#include <QApplication>
-#include <QDialog>
-#include <QLabel>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <gtest/gtest.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_qt_desktop_test {
 
 using namespace std::chrono_literals;
 
@@ -105,5 +100,4 @@ TEST(QtFonts, OnlyWhatWasAddedIsAFont)
     EXPECT_EQ(fonts.ProgramFolder(), u"/folder");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_qt_desktop_test

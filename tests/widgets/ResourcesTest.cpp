@@ -1,17 +1,13 @@
 #include "platform/qt/QtText.h"
 
-#include <QColor>
-#include <QCoreApplication>
-#include <QIcon>
-#include <QImage>
-#include <QPixmap>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <gtest/gtest.h>
 
 #include <set>
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_resources_test {
 
 struct Row {
     const char* file;
@@ -68,5 +64,4 @@ TEST(Translations, OneOfOursInTheUsersLanguageAndFixedTextsAsTheyAre)
     EXPECT_EQ(Translated(u"&Open"), QStringLiteral("&Open")) << "the language goes with the object";
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_resources_test

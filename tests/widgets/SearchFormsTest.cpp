@@ -1,6 +1,4 @@
 #include "fakes/FakeReader.h"
-#include "fakes/FakeSearch.h"
-#include "fakes/MemorySettings.h"
 #include "fakes/Patience.h"
 #include "platform/qt/QtText.h"
 #include "printing/QtPrintingSurface.h"
@@ -9,19 +7,7 @@
 #include "search/frmResults.h"
 #include "widgets/Keys.h"
 
-#include <QAbstractButton>
-#include <QAction>
-#include <QClipboard>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenu>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTextBlock>
-
-namespace nib::test {
-namespace {
+namespace nib::test::widget_search_forms_test {
 
 template <typename Widget>
 Widget* ByText(const QWidget& form, const char* text)
@@ -31,8 +17,7 @@ Widget* ByText(const QWidget& form, const char* text)
     return nullptr;
 }
 
-class FindFormTest : public testing::Test {
-protected:
+struct FindFormTest : testing::Test {
     void Open(TextView text, bool replace = false)
     {
         document = &search.Add(text);
@@ -153,8 +138,7 @@ TEST_F(FindFormTest, ReplaceMode)
     EXPECT_FALSE(ByText<QPushButton>(*form, "&Replace")->isVisible());
 }
 
-class ResultsFormTest : public testing::Test {
-protected:
+struct ResultsFormTest : testing::Test {
     ResultsFormTest()
     {
         owner.setGeometry(0, 0, 1000, 700);
@@ -329,5 +313,4 @@ TEST_F(FindAccountFormTest, EscapeStopsThenCloses)
     EXPECT_FALSE(form.isVisible());
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_search_forms_test

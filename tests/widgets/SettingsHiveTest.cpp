@@ -2,16 +2,13 @@
 #include "persistence/store/SettingsStore.h"
 #include "platform/qt/QtText.h"
 
-#include <QCoreApplication>
-#include <QFile>
-#include <QTemporaryDir>
+#include <QtTest>
+#include <QtWidgets>
 #include <gtest/gtest.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::widget_settings_hive_test {
 
-class SettingsHiveTest : public testing::Test {
-protected:
+struct SettingsHiveTest : testing::Test {
     Text Path() const { return ToText(folder.filePath(QStringLiteral("Orlin/hive.conf"))); }
 
     QTemporaryDir folder;
@@ -54,5 +51,4 @@ TEST_F(SettingsHiveTest, TheHiveIsInTheUsersFolderOfConfigurations)
     if (before.isEmpty()) qunsetenv("XDG_CONFIG_HOME");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_settings_hive_test

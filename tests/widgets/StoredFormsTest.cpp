@@ -1,27 +1,13 @@
 // The settings and the recovery dialog by keyboard alone.
 
 #include "fakes/FakeSettingsApplied.h"
-#include "fakes/MemorySettings.h"
-#include "fakes/TestProgram.h"
 #include "fakes/TestRecovery.h"
 #include "persistence/recovery/frmAutoRecover.h"
 #include "persistence/settings/frmSettings.h"
 #include "platform/qt/QtText.h"
 #include "widgets/Keys.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListView>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSpinBox>
-#include <QTimer>
-#include <QTreeWidget>
-
-namespace nib::test {
-namespace {
+namespace nib::test::widget_stored_forms_test {
 
 using namespace message_box;
 
@@ -129,8 +115,7 @@ TEST_F(SettingsFormTest, KeywordsByKeys)
     EXPECT_EQ(list.model()->rowCount(), 0);
 }
 
-class RecoveryFormTest : public RecoveryTest {
-protected:
+struct RecoveryFormTest : RecoveryTest {
     RecoveryFormTest()
     {
         File("1.001", "INVOICE\r\none\r\ntwo");
@@ -256,5 +241,4 @@ TEST_F(RecoveryFormTest, TipsAndTheKeyOfCancel)
     EXPECT_EQ(session->t.Documents().Count(), 0) << "Return on Cancel cancels";
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::widget_stored_forms_test

@@ -3,10 +3,8 @@
 #include "fakes/WordLexer.h"
 #include "text/widget/SourceViewWidget.h"
 
-#include <QApplication>
-#include <QImage>
-#include <QScrollBar>
 #include <QtTest>
+#include <QtWidgets>
 
 #include <gtest/gtest.h>
 

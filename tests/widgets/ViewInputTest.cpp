@@ -1,22 +1,8 @@
 #include "widgets/ViewFixture.h"
 
-#include <QDropEvent>
-#include <QMimeData>
-#include <QSignalSpy>
-
-namespace nib {
-namespace {
+namespace nib::widget_view_input_test {
 
 using ViewKeys = ViewFixture;
-
-struct KeyRow {
-    const char* what;
-    TextView text;
-    Position caret;
-    const char* keys;
-    TextView expected;
-    Position expectedCaret;
-};
 
 constexpr Qt::KeyboardModifiers kNone = Qt::NoModifier;
 constexpr Qt::KeyboardModifiers kCtrl = Qt::ControlModifier;
@@ -24,30 +10,31 @@ constexpr Qt::KeyboardModifiers kShift = Qt::ShiftModifier;
 
 TEST_F(ViewKeys, Table)
 {
-    const KeyRow rows[] = {{"types", u"AB", {1, 0}, "X", u"AxB", {2, 0}},
-                           {"overtypes", u"AB", {0, 0}, "Ins X Ins", u"xB", {1, 0}},
-                           {"word right", u"AB CD", {0, 0}, "Ctrl+Right", u"AB CD", {3, 0}},
-                           {"deletes a word", u"AB CD", {5, 0}, "Ctrl+Backspace", u"AB ", {3, 0}},
-                           {"enter keeps the indent", u"  A", {3, 0}, "Return", u"  A\r\n  ", {2, 1}},
-                           {"tab", u"AB", {1, 0}, "Tab", u"A  B", {3, 0}},
-                           {"backtab", u"   A", {3, 0}, "Shift+Backtab", u"A", {0, 0}},
-                           {"undo", u"A", {1, 0}, "X Ctrl+Z", u"A", {1, 0}},
-                           {"redo", u"A", {1, 0}, "X Ctrl+Z Ctrl+Shift+Z", u"Ax", {2, 0}},
-                           {"cut and paste", u"AB", {0, 0}, "Shift+Right Ctrl+X End Ctrl+V", u"BA", {2, 0}},
-                           {"the old keys for it", u"AB", {0, 0}, "Shift+Right Shift+Del End Shift+Ins", u"BA", {2, 0}},
-                           {"copies", u"AB", {0, 0}, "Shift+End Ctrl+Ins Right Ctrl+V", u"ABAB", {4, 0}},
-                           {"selects all", u"A\r\nB", {0, 0}, "Ctrl+A X", u"x", {1, 0}},
-                           {"keypad", u"AB", {1, 0}, "Num+Home", u"AB", {0, 0}},
-                           {"Alt types nothing", u"A", {1, 0}, "Alt+X", u"A", {1, 0}}};
-    for (const KeyRow& row : rows) {
-        Load(row.text);
-        Model().SetCaret(row.caret);
-        for (const QString& key : QString::fromLatin1(row.keys).split(QLatin1Char(' '))) {
+    const std::tuple<const char*, TextView, Position, const char*, TextView, Position> rows[] = {
+        {"types", u"AB", {1, 0}, "X", u"AxB", {2, 0}},
+        {"overtypes", u"AB", {0, 0}, "Ins X Ins", u"xB", {1, 0}},
+        {"word right", u"AB CD", {0, 0}, "Ctrl+Right", u"AB CD", {3, 0}},
+        {"deletes a word", u"AB CD", {5, 0}, "Ctrl+Backspace", u"AB ", {3, 0}},
+        {"enter keeps the indent", u"  A", {3, 0}, "Return", u"  A\r\n  ", {2, 1}},
+        {"tab", u"AB", {1, 0}, "Tab", u"A  B", {3, 0}},
+        {"backtab", u"   A", {3, 0}, "Shift+Backtab", u"A", {0, 0}},
+        {"undo", u"A", {1, 0}, "X Ctrl+Z", u"A", {1, 0}},
+        {"redo", u"A", {1, 0}, "X Ctrl+Z Ctrl+Shift+Z", u"Ax", {2, 0}},
+        {"cut and paste", u"AB", {0, 0}, "Shift+Right Ctrl+X End Ctrl+V", u"BA", {2, 0}},
+        {"the old keys for it", u"AB", {0, 0}, "Shift+Right Shift+Del End Shift+Ins", u"BA", {2, 0}},
+        {"copies", u"AB", {0, 0}, "Shift+End Ctrl+Ins Right Ctrl+V", u"ABAB", {4, 0}},
+        {"selects all", u"A\r\nB", {0, 0}, "Ctrl+A X", u"x", {1, 0}},
+        {"keypad", u"AB", {1, 0}, "Num+Home", u"AB", {0, 0}},
+        {"Alt types nothing", u"A", {1, 0}, "Alt+X", u"A", {1, 0}}};
+    for (const auto& [what, text, caret, keys, expected, expectedCaret] : rows) {
+        Load(text);
+        Model().SetCaret(caret);
+        for (const QString& key : QString::fromLatin1(keys).split(QLatin1Char(' '))) {
             const QKeyCombination pressed = QKeySequence::fromString(key)[0];
             Key(pressed.key(), pressed.keyboardModifiers());
         }
-        EXPECT_EQ(ToUtf8(Model().GetText()), ToUtf8(row.expected)) << row.what;
-        EXPECT_EQ(Model().Caret(), row.expectedCaret) << row.what;
+        EXPECT_EQ(ToUtf8(Model().GetText()), ToUtf8(expected)) << what;
+        EXPECT_EQ(Model().Caret(), expectedCaret) << what;
     }
 }
 
@@ -273,5 +260,4 @@ TEST_F(ViewMouse, WheelScrollsPixelsAndZooms)
     EXPECT_DOUBLE_EQ(widget->CellOf({0, 5}).width(), width);
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::widget_view_input_test

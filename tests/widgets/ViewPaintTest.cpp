@@ -1,11 +1,7 @@
 #include "fakes/Patience.h"
-#include "text/widget/ScreenColors.h"
 #include "widgets/ViewFixture.h"
 
-#include <QAccessible>
-
-namespace nib {
-namespace {
+namespace nib::widget_view_paint_test {
 
 using ViewPaint = ViewFixture;
 
@@ -197,23 +193,19 @@ TEST_F(ViewPaint, AssistiveToolsReadAndEdit)
     Model().SetCaret({4, 1});
     EXPECT_EQ(text->cursorPosition(), 15);
 
-    struct {
-        QAccessible::TextBoundaryType boundary;
-        int offset;
-        QString before, at, after;
-    } const rows[] = {
+    const std::tuple<QAccessible::TextBoundaryType, int, QString, QString, QString> rows[] = {
         {QAccessible::CharBoundary, 12, QStringLiteral("\""), QStringLiteral("e\u0301"), QStringLiteral("\"")},
         {QAccessible::WordBoundary, 7, QStringLiteral(" "), QStringLiteral("SUB.1"), QStringLiteral("\n")},
         {QAccessible::LineBoundary, 12, QStringLiteral("CALL SUB.1\n"), QStringLiteral("\"e\u0301\" B\n"),
          QStringLiteral("C")},
         {QAccessible::LineBoundary, 19, QStringLiteral("\"e\u0301\" B\n"), QStringLiteral("C"), QStringLiteral("")}};
-    for (const auto& row : rows) {
+    for (const auto& [boundary, offset, before, at, after] : rows) {
         int start = 0;
         int end = 0;
-        EXPECT_EQ(text->textBeforeOffset(row.offset, row.boundary, &start, &end), row.before);
-        EXPECT_EQ(text->textAfterOffset(row.offset, row.boundary, &start, &end), row.after);
-        EXPECT_EQ(text->textAtOffset(row.offset, row.boundary, &start, &end), row.at);
-        EXPECT_EQ(text->text(start, end), row.at);
+        EXPECT_EQ(text->textBeforeOffset(offset, boundary, &start, &end), before);
+        EXPECT_EQ(text->textAfterOffset(offset, boundary, &start, &end), after);
+        EXPECT_EQ(text->textAtOffset(offset, boundary, &start, &end), at);
+        EXPECT_EQ(text->text(start, end), at);
     }
     QRect rect = text->characterRect(5);
     EXPECT_EQ(text->offsetAtPoint(rect.center()), 5);
@@ -255,5 +247,4 @@ TEST_F(ViewPaint, AnOperationIsShownOnce)
     EXPECT_EQ(picture(), before);
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::widget_view_paint_test

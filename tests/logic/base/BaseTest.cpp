@@ -5,8 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::base_test {
 
 TEST(BaseTextTest, Utf8)
 {
@@ -32,15 +31,13 @@ TEST(BaseTextTest, Case)
 {
     EXPECT_EQ(ToUpper(u"aß1é"), u"ASS1É");
     EXPECT_EQ(ToLower(u"ÄBC"), u"äbc");
-    struct {
-        Text a, b;
-        bool equal, starts;
-    } const rows[] = {{u"", u"", true, true},        {u"abc", u"ABC", true, true}, {u"abcd", u"ABC", false, true},
-                      {u"ab", u"ABC", false, false}, {u"É", u"é", true, true},     {u"abc", u"abd", false, false},
-                      {u"a", u"", false, true}};
-    for (auto& row : rows) {
-        EXPECT_EQ(EqualsNoCase(row.a, row.b), row.equal) << ToUtf8(row.a);
-        EXPECT_EQ(StartsWithNoCase(row.a, row.b), row.starts) << ToUtf8(row.a);
+    const std::tuple<Text, Text, bool, bool> rows[] = {{u"", u"", true, true},         {u"abc", u"ABC", true, true},
+                                                       {u"abcd", u"ABC", false, true}, {u"ab", u"ABC", false, false},
+                                                       {u"É", u"é", true, true},       {u"abc", u"abd", false, false},
+                                                       {u"a", u"", false, true}};
+    for (const auto& [a, b, equal, starts] : rows) {
+        EXPECT_EQ(EqualsNoCase(a, b), equal) << ToUtf8(a);
+        EXPECT_EQ(StartsWithNoCase(a, b), starts) << ToUtf8(a);
     }
     EXPECT_FALSE(EqualsNoCase({}, u"a"));
     EXPECT_FALSE(EqualsNoCase(u"a", {}));
@@ -183,5 +180,4 @@ TEST(DynamicArrayTest, Reading)
     for (auto& [at, count] : counts) EXPECT_EQ(a.Count(at), count) << at.field << at.value;
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::base_test

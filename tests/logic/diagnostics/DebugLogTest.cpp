@@ -14,11 +14,9 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::debug_log_test {
 
-class FakeMailbox : public TraceMailbox {
-public:
+struct FakeMailbox : TraceMailbox {
     bool OpenDebugMemory(TextView, int32_t capacity) override
     {
         open = true;
@@ -60,17 +58,14 @@ TEST(modDebugLog, MasksAreOfTheViewerAndAllBitsCount)
     log.Write(u"no slot yet", 1);
     log.Write(u"always", 0);
     mailbox.used = 4;
-    const struct {
-        uint32_t wanted;
-        int32_t mask;
-        bool arrives;
-    } rows[] = {{0, 1, false}, {1, 1, true}, {1, 2, false}, {1, 3, false}, {3, 3, true}, {19, 16, true}, {0, 0, true}};
+    const std::tuple<uint32_t, int32_t, bool> rows[] = {{0, 1, false}, {1, 1, true},   {1, 2, false}, {1, 3, false},
+                                                        {3, 3, true},  {19, 16, true}, {0, 0, true}};
     mailbox.sent.clear();
-    for (const auto& row : rows) {
-        mailbox.slots[3] = row.wanted;
-        log.Write(u"x", row.mask);
-        EXPECT_EQ(mailbox.sent.size(), row.arrives ? 1U : 0U) << row.wanted << ' ' << row.mask;
-        EXPECT_EQ(log.Wants(row.mask), row.arrives);
+    for (const auto& [wanted, mask, arrives] : rows) {
+        mailbox.slots[3] = wanted;
+        log.Write(u"x", mask);
+        EXPECT_EQ(mailbox.sent.size(), arrives ? 1U : 0U) << wanted << ' ' << mask;
+        EXPECT_EQ(log.Wants(mask), arrives);
         mailbox.sent.clear();
     }
     EXPECT_EQ(mailbox.registered, 1);
@@ -115,8 +110,7 @@ TEST(TraceViewer, RulesByNumberAndName)
 }
 
 /// The real road, both ends in this process.
-class TraceRoad : public testing::Test {
-protected:
+struct TraceRoad : testing::Test {
     void SetUp() override
     {
         flock(turn.Get(), LOCK_EX); // there is one block a user, and tests run side by side
@@ -182,5 +176,4 @@ TEST_F(TraceRoad, AViewerThatHangsCostsATenthOfASecondOnce)
     thread = std::thread([] {});
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::debug_log_test

@@ -2,10 +2,8 @@
 #include "automation/MemberTables.h"
 #include "fakes/Failure.h"
 #include "fakes/TestProgram.h"
-#include "shell/menus/MenuModel.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::automation_test {
 
 /// The program behind the host, with the parts of the frame that automation uses.
 struct HeardShell final : AutomationShell {
@@ -42,33 +40,29 @@ struct Automation {
 
 TEST(AutomationTest, WrongCallsAreNamedByTheBusesOwnErrors)
 {
-    struct Row {
-        std::string path, interface, member, signature;
-        std::vector<BusValue> arguments;
-        std::string error;
-    };
     const std::string root(kApplicationPath), documents(kDocumentsPath), properties = "org.freedesktop.DBus.Properties";
     const Text own = u"com.orlin.NibPad71.mvDocument";
-    const Row rows[] = {{root + "/Nothing", "", "Activate", "", {}, "UnknownObject"},
-                        {documents + "/2", "", "FileSave", "", {}, "UnknownObject"},
-                        {documents + "/+1", "", "FileSave", "", {}, "UnknownObject"},
-                        {documents + "/1", "com.orlin.NibPad71.Application", "Activate", "", {}, "UnknownInterface"},
-                        {documents + "/1", "", "Text", "", {}, "UnknownMethod"},
-                        {documents + "/1", "", "DocumentClose", "", {}, "UnknownMethod"},
-                        {documents + "/1", "", "GotoLine", "s", {u"1"}, "InvalidArgs"},
-                        {documents + "/1", "", "GotoLine", "ii", {1, 1}, "InvalidArgs"},
-                        {documents + "/1", "", "FileClose", "s", {u"1"}, "InvalidArgs"},
-                        {documents + "/1", properties, "Get", "s", {own}, "InvalidArgs"},
-                        {documents + "/1", properties, "Get", "ss", {own, u"Nothing"}, "UnknownProperty"},
-                        {documents + "/1", properties, "Get", "ss", {u"x", u"Text"}, "UnknownInterface"},
-                        {documents + "/1", properties, "Set", "ssv", {own, u"Path", u"x"}, "PropertyReadOnly"},
-                        {documents + "/1", properties, "Set", "ssv", {own, u"Text", BusValue()}, "InvalidArgs"},
-                        {documents + "/1", properties, "Nothing", "", {}, "UnknownMethod"}};
+    const std::tuple<std::string, std::string, std::string, std::string, std::vector<BusValue>, std::string> rows[] = {
+        {root + "/Nothing", "", "Activate", "", {}, "UnknownObject"},
+        {documents + "/2", "", "FileSave", "", {}, "UnknownObject"},
+        {documents + "/+1", "", "FileSave", "", {}, "UnknownObject"},
+        {documents + "/1", "com.orlin.NibPad71.Application", "Activate", "", {}, "UnknownInterface"},
+        {documents + "/1", "", "Text", "", {}, "UnknownMethod"},
+        {documents + "/1", "", "DocumentClose", "", {}, "UnknownMethod"},
+        {documents + "/1", "", "GotoLine", "s", {u"1"}, "InvalidArgs"},
+        {documents + "/1", "", "GotoLine", "ii", {1, 1}, "InvalidArgs"},
+        {documents + "/1", "", "FileClose", "s", {u"1"}, "InvalidArgs"},
+        {documents + "/1", properties, "Get", "s", {own}, "InvalidArgs"},
+        {documents + "/1", properties, "Get", "ss", {own, u"Nothing"}, "UnknownProperty"},
+        {documents + "/1", properties, "Get", "ss", {u"x", u"Text"}, "UnknownInterface"},
+        {documents + "/1", properties, "Set", "ssv", {own, u"Path", u"x"}, "PropertyReadOnly"},
+        {documents + "/1", properties, "Set", "ssv", {own, u"Text", BusValue()}, "InvalidArgs"},
+        {documents + "/1", properties, "Nothing", "", {}, "UnknownMethod"}};
     Automation a;
     a.test.New();
-    for (const Row& row : rows) {
-        BusReply reply = a.Send(a.Request(row.path, row.interface, row.member, row.signature, row.arguments));
-        EXPECT_EQ(reply.errorName, "org.freedesktop.DBus.Error." + row.error) << row.path << " " << row.member;
+    for (const auto& [path, interface, member, signature, arguments, error] : rows) {
+        BusReply reply = a.Send(a.Request(path, interface, member, signature, arguments));
+        EXPECT_EQ(reply.errorName, "org.freedesktop.DBus.Error." + error) << path << " " << member;
     }
 }
 
@@ -92,23 +86,19 @@ TEST(AutomationTest, FailuresOfMembersCarryTheirNumbers)
 
 TEST(AutomationTest, Item)
 {
-    struct Row {
-        BusValue index;
-        std::string answer;
-    };
     Automation a;
     a.test.New();
     a.test.New();
     a.test.Documents().Item(1)->FileClose(false);
     const std::string second = PathOf(2).path;
-    const Row rows[] = {{1, second}, {u"2", second}, {0, "9"},    {2, "9"},
-                        {u"1", "5"}, {u"02", "5"},   {true, "5"}, {{}, "5"}};
-    for (const Row& row : rows) {
-        BusReply reply = a.Send(a.Request(std::string(kDocumentsPath), "", "Item", "v", {row.index}));
+    const std::pair<BusValue, std::string> rows[] = {{1, second}, {u"2", second}, {0, "9"},    {2, "9"},
+                                                     {u"1", "5"}, {u"02", "5"},   {true, "5"}, {{}, "5"}};
+    for (const auto& [index, answer] : rows) {
+        BusReply reply = a.Send(a.Request(std::string(kDocumentsPath), "", "Item", "v", {index}));
         if (reply.form == BusReply::Form::Error)
-            EXPECT_EQ(reply.errorName, "com.orlin.NibPad71.Error.N" + row.answer);
+            EXPECT_EQ(reply.errorName, "com.orlin.NibPad71.Error.N" + answer);
         else
-            EXPECT_EQ(std::get<ObjectPath>(reply.value).path, row.answer);
+            EXPECT_EQ(std::get<ObjectPath>(reply.value).path, answer);
     }
 }
 
@@ -204,5 +194,4 @@ TEST(AutomationTest, ExtendedCommands)
     EXPECT_FALSE(host.Knows(u"Compile")) << "a command of the program stays the program's";
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::automation_test

@@ -1,15 +1,10 @@
 #include "documents/DocumentSettings.h"
 #include "editing/LexClass.h"
-#include "fakes/MemoryClipboard.h"
 #include "fakes/TestProgram.h"
-#include "text/SourceView.h"
-
-#include <gtest/gtest.h>
 
 #include <array>
 
-namespace nib::test {
-namespace {
+namespace nib::test::document_settings_test {
 
 struct Window {
     MemoryClipboard clipboard;
@@ -171,26 +166,21 @@ TEST_F(HostConfigurationTest, KeywordsComeFromItems)
     t.Store(path(u"CTL", u"MORE"), u"GAMMA");
     t.Store(path(u"CTL", u"EMPTY"), u"");
     Settings().Keywords.SetKeywordList(keyword_class::kUser, u",", u"MINE");
-    struct Row {
-        const char* name;
-        Text language, user;
-        bool replaced;
-        Text userWords;
-    };
-    const Row rows[] = {{"nothing", u"", u"", false, u"MINE"},
-                        {"no backslash", u"CTL", u"CTL", false, u"MINE"},
-                        {"missing items", u"CTL\\NONE", u"GONE\\NONE", false, u"MINE"},
-                        {"empty items", u"CTL\\EMPTY", u"CTL\\EMPTY\\X", false, u"MINE"},
-                        {"user's alone", u"", u"CTL\\MORE\\ignored", true, u"GAMMA"},
-                        {"both", u"CTL\\WORDS", u"CTL\\MORE", true, u"GAMMA"}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    const std::tuple<const char*, Text, Text, bool, Text> rows[] = {
+        {"nothing", u"", u"", false, u"MINE"},
+        {"no backslash", u"CTL", u"CTL", false, u"MINE"},
+        {"missing items", u"CTL\\NONE", u"GONE\\NONE", false, u"MINE"},
+        {"empty items", u"CTL\\EMPTY", u"CTL\\EMPTY\\X", false, u"MINE"},
+        {"user's alone", u"", u"CTL\\MORE\\ignored", true, u"GAMMA"},
+        {"both", u"CTL\\WORDS", u"CTL\\MORE", true, u"GAMMA"}};
+    for (const auto& [name, language, user, replaced, userWords] : rows) {
+        SCOPED_TRACE(name);
         Settings().HostKeywords = false;
-        Record() = {{2, row.language}, {3, row.user}};
+        Record() = {{2, language}, {3, user}};
         HostConfiguration fresh(t.program.Services());
         fresh.LoadHostConfiguration();
-        EXPECT_EQ(Settings().HostKeywords, row.replaced);
-        EXPECT_EQ(Settings().Keywords.GetKeywordList(keyword_class::kUser, u","), row.userWords);
+        EXPECT_EQ(Settings().HostKeywords, replaced);
+        EXPECT_EQ(Settings().Keywords.GetKeywordList(keyword_class::kUser, u","), userWords);
     }
     EXPECT_EQ(t.connection.opens.back(), (OpenCall{path(u"CTL", u"MORE"), true, false}));
     EXPECT_TRUE(Settings().Keywords.Item(u"BETA"));
@@ -251,5 +241,4 @@ TEST_F(HostConfigurationTest, CommandAndCommentPrefixes)
     EXPECT_TRUE(Settings().HostCompile && Settings().HostComment && !Settings().HostFormat);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::document_settings_test

@@ -1,8 +1,6 @@
-#include "fakes/TestProgram.h"
 #include "fakes/TestShell.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::save_test {
 
 constexpr int32_t kYes = message_box::kAnswerYes;
 constexpr int32_t kNo = message_box::kAnswerNo;
@@ -373,5 +371,4 @@ TEST(DocumentNamesTest, PropertiesAndTheirDefaults)
     EXPECT_TRUE(local->LocalFile());
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::save_test

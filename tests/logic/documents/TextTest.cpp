@@ -1,26 +1,19 @@
 #include "base/Text.h"
-#include "documents/mvDocument.h"
 #include "editing/LexClass.h"
-#include "fakes/Failure.h"
 #include "fakes/TestProgram.h"
-#include "hosts/StoredText.h"
 #include "logic/storage/HostFixture.h"
-#include "text/TextSearch.h"
 
 #include <random>
 
-namespace nib::test {
-namespace {
+namespace nib::test::text_test {
 
 TEST(TextFormsTest, Tabs)
 {
-    struct {
-        Text text;
-        int32_t width;
-        Text expanded;
-    } const rows[] = {{u"", 3, u""},        {u"a\tb", 3, u"a   b"}, {u"\t\t", 2, u"    "}, {u"a\tb", 1, u"a b"},
-                      {u"a\tb", 0, u"a b"}, {u"a\tb", -4, u"a b"},  {u"ab", 8, u"ab"}};
-    for (auto& row : rows) EXPECT_EQ(ExpandTabs(row.text, row.width), row.expanded) << ToUtf8(row.text) << row.width;
+    const std::tuple<Text, int32_t, Text> rows[] = {{u"", 3, u""},        {u"a\tb", 3, u"a   b"}, {u"\t\t", 2, u"    "},
+                                                    {u"a\tb", 1, u"a b"}, {u"a\tb", 0, u"a b"},   {u"a\tb", -4, u"a b"},
+                                                    {u"ab", 8, u"ab"}};
+    for (const auto& [text, width, expanded] : rows)
+        EXPECT_EQ(ExpandTabs(text, width), expanded) << ToUtf8(text) << width;
 }
 
 TEST(TextFormsTest, LineEnds)
@@ -41,16 +34,13 @@ TEST(TextFormsTest, LineEnds)
 
 TEST(LabelTest, ScanLabel)
 {
-    struct {
-        Text line, name;
-        int32_t column;
-    } const rows[] = {{u"  9 X", u"9", 2}, {u"A.$_1:", u"A.$_1", 0}, {u"100A:", u"100", 0}, {u"   ", u"", 0},
-                      {u"", u"", 0},       {u"\tA:", u"", 0},        {u"*A:", u"", 0},      {u"_A:", u"", 0},
-                      {u"é:", u"", 0},     {u"z9", u"z9", 0}};
-    for (auto& row : rows) {
-        Label label = ScanLabel(row.line, 0);
-        EXPECT_EQ(label.name, row.name) << ToUtf8(row.line);
-        EXPECT_EQ(label.column, row.column) << ToUtf8(row.line);
+    const std::tuple<Text, Text, int32_t> rows[] = {
+        {u"  9 X", u"9", 2}, {u"A.$_1:", u"A.$_1", 0}, {u"100A:", u"100", 0}, {u"   ", u"", 0}, {u"", u"", 0},
+        {u"\tA:", u"", 0},   {u"*A:", u"", 0},         {u"_A:", u"", 0},      {u"é:", u"", 0},  {u"z9", u"z9", 0}};
+    for (const auto& [line, name, column] : rows) {
+        Label label = ScanLabel(line, 0);
+        EXPECT_EQ(label.name, name) << ToUtf8(line);
+        EXPECT_EQ(label.column, column) << ToUtf8(line);
     }
 }
 
@@ -114,17 +104,14 @@ TEST_F(TextTest, ShowLineCentres)
 {
     LoadLines(100);
     window.pane.pageLines = 20;
-    struct {
-        int32_t line;
-        bool centre;
-        int32_t before, after;
-    } const rows[] = {{50, true, 0, 40}, {50, false, 0, 0},  {10, true, 0, 0},   {11, true, 0, 1},  {95, true, 0, 80},
-                      {5, true, 60, 60}, {70, true, 60, 60}, {71, true, 60, 61}, {99, true, 85, 80}};
-    for (auto& row : rows) {
-        window.pane.firstLine = row.before;
-        document->ShowLine(0, row.line, row.centre);
-        EXPECT_EQ(window.pane.firstLine, row.after) << row.line << " from " << row.before;
-        EXPECT_EQ(view.CaretLine(), row.line);
+    const std::tuple<int32_t, bool, int32_t, int32_t> rows[] = {
+        {50, true, 0, 40}, {50, false, 0, 0},  {10, true, 0, 0},   {11, true, 0, 1},  {95, true, 0, 80},
+        {5, true, 60, 60}, {70, true, 60, 60}, {71, true, 60, 61}, {99, true, 85, 80}};
+    for (const auto& [line, centre, before, after] : rows) {
+        window.pane.firstLine = before;
+        document->ShowLine(0, line, centre);
+        EXPECT_EQ(window.pane.firstLine, after) << line << " from " << before;
+        EXPECT_EQ(view.CaretLine(), line);
     }
     window.pane.firstLine = 0;
     LoadLines(15);
@@ -176,27 +163,23 @@ TEST_F(TextTest, Selections)
     const Text all = u"first\r\nsecond\r\nlast";
     Load(all);
     EXPECT_EQ(document->SelText(), u"");
-    struct {
-        Position anchor, caret;
-        Text selected;
-        bool lines;
-    } const rows[] = {{{1, 0}, {3, 0}, u"ir", false},
-                      {{3, 0}, {1, 0}, u"ir", false},
-                      {{2, 0}, {3, 2}, u"rst\r\nsecond\r\nlas", true},
-                      {{3, 2}, {2, 0}, u"rst\r\nsecond\r\nlas", true},
-                      {{0, 1}, {0, 2}, u"second\r\n", true}};
-    for (auto& row : rows) {
-        view.SetSelection(row.anchor, row.caret);
-        EXPECT_EQ(document->SelText(), row.selected);
-        EXPECT_EQ(document->SelectionIsMultiLine(), row.lines);
-        EXPECT_EQ(document->GetOrderedSelection().swapped, row.caret < row.anchor);
+    const std::tuple<Position, Position, Text, bool> rows[] = {{{1, 0}, {3, 0}, u"ir", false},
+                                                               {{3, 0}, {1, 0}, u"ir", false},
+                                                               {{2, 0}, {3, 2}, u"rst\r\nsecond\r\nlas", true},
+                                                               {{3, 2}, {2, 0}, u"rst\r\nsecond\r\nlas", true},
+                                                               {{0, 1}, {0, 2}, u"second\r\n", true}};
+    for (const auto& [anchor, caret, selected, lines] : rows) {
+        view.SetSelection(anchor, caret);
+        EXPECT_EQ(document->SelText(), selected);
+        EXPECT_EQ(document->SelectionIsMultiLine(), lines);
+        EXPECT_EQ(document->GetOrderedSelection().swapped, caret < anchor);
         document->SetSelText(u"<\t>");
-        EXPECT_EQ(document->GetText(), Replace(all, row.selected, u"<   >"));
+        EXPECT_EQ(document->GetText(), Replace(all, selected, u"<   >"));
         document->Undo();
         EXPECT_EQ(document->GetText(), all);
         EXPECT_FALSE(document->CanUndo()) << "one step";
         document->Redo();
-        EXPECT_EQ(document->GetText(), Replace(all, row.selected, u"<   >"));
+        EXPECT_EQ(document->GetText(), Replace(all, selected, u"<   >"));
         document->Undo();
     }
 }
@@ -272,8 +255,7 @@ const std::function<void(mvDocument&, int32_t line)> kEdits[] = {
     [](mvDocument& d, int32_t line) { d.ReplaceText(WithZ(d, line)); },
     [](mvDocument& d, int32_t line) { d.SetText(WithZ(d, line)); }};
 
-class StoredLinesTest : public HostFixture {
-protected:
+struct StoredLinesTest : HostFixture {
     StoredLinesTest() { std::filesystem::create_directory_symlink(fast_.Path(), folder / "accounts/DEMO/FAST"); }
     std::shared_ptr<mvDocument> OpenBytes(bool asItem, const std::string& bytes)
     {
@@ -344,5 +326,4 @@ TEST_F(StoredLinesTest, UnderAnotherNameTheyStayToo)
                                                            "c\n\td\xC3\xA9\n\n");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::text_test

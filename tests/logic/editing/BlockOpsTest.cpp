@@ -7,8 +7,7 @@
 
 #include <random>
 
-namespace nib::test {
-namespace {
+namespace nib::test::block_ops_test {
 
 enum class Op { Indent, Outdent, Comment, Uncomment, Toggle, Replace, Format };
 
@@ -127,23 +126,20 @@ TEST(BlockOpsTest, UncommentAtTheMargin)
 
 TEST(BlockOpsTest, CaseConversion)
 {
-    struct {
-        Text before;
-        std::optional<Text> after;
-    } const rows[] = {{u"", {}},
-                      {u"123 'abc'", {}},
-                      {u"Ab cd", u"AB CD"},
-                      {u"AB CD", u"ab cd"},
-                      {u"ab cD.eF", u"AB CD.EF"},
-                      {u"ab cd.ef x1y 2nd", u"Ab Cd.Ef X1y 2nd"},
-                      {u"\"Hello\" world", u"\"Hello\" World"},
-                      {u"1 'x' AB \"y\" Cd \\Z\\ E", u"1 'x' ab \"y\" cd \\Z\\ e"},
-                      {u"A 'b\"' C", u"a 'b\"' c"},
-                      {u"A 'b\r\nC 'd", u"a 'b\r\nc 'd"},
-                      {u"straße É", u"STRASSE É"},
-                      {Text(80, u'1') + u"a", {}},
-                      {Text(79, u'1') + u"A", Text(79, u'1') + u"a"}};
-    for (auto& row : rows) EXPECT_EQ(WithToggledCase(row.before), row.after) << ToUtf8(row.before);
+    const std::pair<Text, std::optional<Text>> rows[] = {{u"", {}},
+                                                         {u"123 'abc'", {}},
+                                                         {u"Ab cd", u"AB CD"},
+                                                         {u"AB CD", u"ab cd"},
+                                                         {u"ab cD.eF", u"AB CD.EF"},
+                                                         {u"ab cd.ef x1y 2nd", u"Ab Cd.Ef X1y 2nd"},
+                                                         {u"\"Hello\" world", u"\"Hello\" World"},
+                                                         {u"1 'x' AB \"y\" Cd \\Z\\ E", u"1 'x' ab \"y\" cd \\Z\\ e"},
+                                                         {u"A 'b\"' C", u"a 'b\"' c"},
+                                                         {u"A 'b\r\nC 'd", u"a 'b\r\nc 'd"},
+                                                         {u"straße É", u"STRASSE É"},
+                                                         {Text(80, u'1') + u"a", {}},
+                                                         {Text(79, u'1') + u"A", Text(79, u'1') + u"a"}};
+    for (const auto& [before, after] : rows) EXPECT_EQ(WithToggledCase(before), after) << ToUtf8(before);
     Text text = u"Mixed";
     for (TextView next : {u"MIXED", u"mixed", u"Mixed", u"MIXED"}) EXPECT_EQ(text = *WithToggledCase(text), next);
 }
@@ -224,5 +220,4 @@ TEST(BlockOpsTest, AnyText)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::block_ops_test

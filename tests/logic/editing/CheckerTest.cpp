@@ -8,8 +8,7 @@
 #include <map>
 #include <memory>
 
-namespace nib::test {
-namespace {
+namespace nib::test::checker_test {
 
 /// Items by "FILE ITEM".
 struct Items final : IncludeItems {
@@ -55,9 +54,7 @@ Text Findings(TextView program)
 
 TEST(CheckerTest, FindsWhatIsWrongInEveryDialect)
 {
-    const struct {
-        TextView program, findings;
-    } rows[] = {
+    const std::pair<TextView, TextView> rows[] = {
         {u"A = 1\nPRINT \"x\nB = 2", u"2: The string that begins with \" is not closed.\n"},
         {u"A = 'it''s", u"1: The string that begins with ' is not closed.\n"},
         {u"A = \\x", u"1: The string that begins with \\ is not closed.\n"},
@@ -93,7 +90,7 @@ TEST(CheckerTest, FindsWhatIsWrongInEveryDialect)
         {u"A = 1\n$INCLUDE INC BROKEN", u"2: in line 2 of INC BROKEN: The string that begins with ' is not closed.\n"},
         {u"$INCLUDE INC SUBS\nSUB1: X = 1", u"2: Label SUB1 is defined twice, first in line 1 of INC SUBS.\n"},
         {u"$INCLUDE INC OPEN\nB = 1", u"1: in line 1 of INC OPEN: THEN is not closed: END is missing.\n"}};
-    for (const auto& row : rows) EXPECT_EQ(Findings(row.program), row.findings) << ToUtf8(row.program);
+    for (const auto& [program, findings] : rows) EXPECT_EQ(Findings(program), findings) << ToUtf8(program);
 }
 
 TEST(CheckerTest, LeavesDialectsAlone)
@@ -161,5 +158,4 @@ TEST(CheckerTest, SurvivesEndlessNesting)
     EXPECT_EQ(Findings(deep), u"");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::checker_test

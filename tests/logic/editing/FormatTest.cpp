@@ -1,13 +1,11 @@
 #include "MarkedEditor.h"
-#include "editing/MvEdit.h"
 #include "editing/operations/OpFormat.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-namespace nib::test {
-namespace {
+namespace nib::test::format_test {
 
 void Format(MarkedEditor& editor)
 {
@@ -29,10 +27,7 @@ Text Formatted(TextView program, const MvEdit& settings = {}, TextView userPrefi
 
 TEST(FormatTest, Programs)
 {
-    struct {
-        const char* name;
-        TextView before, after;
-    } const rows[] = {
+    const std::tuple<const char*, TextView, TextView> rows[] = {
         {"empty", u"", u""},
         {"statement", u"X = 1", u"      X = 1"},
         {"blanks only", u"   \n\n ", u"\n\n"},
@@ -59,28 +54,25 @@ TEST(FormatTest, Programs)
          u"      OPEN.IT\n         X\n      BETWEEN\n         X\n      CLOSE.IT\n      FIRST\n         X\n"
          u"         X LAST\n            X"},
         {"mark first", u"  \uF8FDX:  Y", u"      \uF8FDX:  Y"}};
-    for (auto& row : rows) {
-        EXPECT_EQ(ToUtf8(Formatted(row.before)), ToUtf8(row.after)) << row.name;
-        EXPECT_EQ(ToUtf8(Formatted(row.after)), ToUtf8(row.after)) << row.name;
+    for (const auto& [name, before, after] : rows) {
+        EXPECT_EQ(ToUtf8(Formatted(before)), ToUtf8(after)) << name;
+        EXPECT_EQ(ToUtf8(Formatted(after)), ToUtf8(after)) << name;
     }
 }
 
 TEST(FormatTest, Comments)
 {
     constexpr TextView kProgram = u"LOOP\n* star\n! bang\n# user\nREM x\nL: * star\nL: ! bang";
-    struct {
-        int16_t star, bang, user;
-        TextView after;
-    } const rows[] = {
+    const std::tuple<int16_t, int16_t, int16_t, TextView> rows[] = {
         {1, 0, 2, u"      LOOP\n         * star\n      ! bang\n# user\n         REM x\nL:       * star\nL:    ! bang"},
         {2, 1, 0, u"      LOOP\n* star\n         ! bang\n      # user\n         REM x\nL: * star\nL:       ! bang"},
         {0, 2, 1, u"      LOOP\n      * star\n! bang\n         # user\n         REM x\nL:    * star\nL: ! bang"}};
-    for (auto& row : rows) {
+    for (const auto& [star, bang, user, after] : rows) {
         MvEdit settings;
-        settings.IndentStar = row.star;
-        settings.IndentBang = row.bang;
-        settings.IndentUserComment = row.user;
-        EXPECT_EQ(ToUtf8(Formatted(kProgram, settings, u"#")), ToUtf8(row.after));
+        settings.IndentStar = star;
+        settings.IndentBang = bang;
+        settings.IndentUserComment = user;
+        EXPECT_EQ(ToUtf8(Formatted(kProgram, settings, u"#")), ToUtf8(after));
     }
 }
 
@@ -236,5 +228,4 @@ TEST(FormatTest, AnyText)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::format_test

@@ -2,8 +2,7 @@
 #include "editing/clsKeywords.h"
 #include "fakes/Patience.h"
 
-namespace nib {
-namespace {
+namespace nib::keywords_test {
 
 using namespace keyword_class;
 
@@ -30,26 +29,24 @@ TEST(Keywords, StartWithTheLanguage)
 
 TEST(Keywords, ListsAsText)
 {
-    struct {
-        TextView list, answer;
-    } rows[] = {{u"", u""},
-                {u"\n\n  \n", u""},
-                {u"MYEND-\nA+\nB=\nC[\nD]\nE", u"MYEND-\nA+\nB=\nC[\nD]\nE"},
-                {u"  X Y+  ", u"X Y+"},
-                {u"THEN+\nTHEN-\nif", u"IF\nTHEN+"},
-                {u"+\n-\nA++", u"A++"},
-                {u"F(X)\nA,B\nA;B\nOK", u"OK"},
-                {u"*NOTE(1);-\n!A,", u"*NOTE(1);-\n!A,"},
-                {u"; remark\n;CASE SENSITIVE\nA", u"A"},
-                {u"Word+\nWORD-", u"Word-"},
-                {u";case sensitive\nWord+\nWORD-\nthen", u"Word+"}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(ToUtf8(row.list));
+    const std::pair<TextView, TextView> rows[] = {{u"", u""},
+                                                  {u"\n\n  \n", u""},
+                                                  {u"MYEND-\nA+\nB=\nC[\nD]\nE", u"MYEND-\nA+\nB=\nC[\nD]\nE"},
+                                                  {u"  X Y+  ", u"X Y+"},
+                                                  {u"THEN+\nTHEN-\nif", u"IF\nTHEN+"},
+                                                  {u"+\n-\nA++", u"A++"},
+                                                  {u"F(X)\nA,B\nA;B\nOK", u"OK"},
+                                                  {u"*NOTE(1);-\n!A,", u"*NOTE(1);-\n!A,"},
+                                                  {u"; remark\n;CASE SENSITIVE\nA", u"A"},
+                                                  {u"Word+\nWORD-", u"Word-"},
+                                                  {u";case sensitive\nWord+\nWORD-\nthen", u"Word+"}};
+    for (const auto& [list, answer] : rows) {
+        SCOPED_TRACE(ToUtf8(list));
         clsKeywords keywords;
-        keywords.SetKeywordList(kUser, u"\n", row.list);
-        EXPECT_EQ(keywords.GetKeywordList(kUser, u"\n"), row.answer);
-        keywords.SetKeywordList(kUser, u"\n", row.answer);
-        EXPECT_EQ(keywords.GetKeywordList(kUser, u"\n"), row.answer);
+        keywords.SetKeywordList(kUser, u"\n", list);
+        EXPECT_EQ(keywords.GetKeywordList(kUser, u"\n"), answer);
+        keywords.SetKeywordList(kUser, u"\n", answer);
+        EXPECT_EQ(keywords.GetKeywordList(kUser, u"\n"), answer);
         EXPECT_EQ(keywords.GetKeywordList(kLanguage, u" "), kDefaultLanguage);
     }
 }
@@ -174,5 +171,4 @@ TEST(Keywords, ALongListTakesNoLongTime)
     EXPECT_EQ(keywords.Count(), 23);
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::keywords_test

@@ -2,8 +2,7 @@
 #include "fakes/Patience.h"
 #include "text/SourceDocument.h"
 
-namespace nib {
-namespace {
+namespace nib::lexer_test {
 
 constexpr size_t kMostTokens = 10000;
 
@@ -244,5 +243,4 @@ TEST(Lexer, NoTokenLooksFurtherThanItsLineMakesItLook)
     }
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::lexer_test

@@ -4,8 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::settings_test {
 
 const Text kDejaVu = u"DejaVu Sans Mono";
 
@@ -115,17 +114,15 @@ TEST(Settings, StoredTextsAreReadByTheRuleOfTheirField)
 
 TEST(Settings, KeywordListsCarryTheirSeparator)
 {
-    const struct {
-        TextView stored, saved;
-        int32_t words;
-    } kRows[] = {{u"END CASE,", u"END CASE,", 1}, {u"END CASE", u"END- CASE=", 2},
-                 {u"A+,B C-", u"A+,B C-", 2},     {u"A,B", u"A B", 2},
-                 {u"  A   B ", u"A B", 2},        {u"", u"", 0}};
-    for (auto& row : kRows) {
-        Loading loading({{u"UserKeywords", Text(row.stored)}});
+    const std::tuple<TextView, TextView, int32_t> kRows[] = {
+        {u"END CASE,", u"END CASE,", 1}, {u"END CASE", u"END- CASE=", 2},
+        {u"A+,B C-", u"A+,B C-", 2},     {u"A,B", u"A B", 2},
+        {u"  A   B ", u"A B", 2},        {u"", u"", 0}};
+    for (const auto& [stored, saved, words] : kRows) {
+        Loading loading({{u"UserKeywords", Text(stored)}});
         MvEdit settings = loading.Load();
-        EXPECT_EQ(CountFields(settings.Keywords.GetKeywordList(4, u"\n"), u'\n'), row.words) << ToUtf8(row.stored);
-        EXPECT_EQ(Saved(settings)[u"UserKeywords"], row.saved) << ToUtf8(row.stored);
+        EXPECT_EQ(CountFields(settings.Keywords.GetKeywordList(4, u"\n"), u'\n'), words) << ToUtf8(stored);
+        EXPECT_EQ(Saved(settings)[u"UserKeywords"], saved) << ToUtf8(stored);
     }
     MvEdit settings;
     settings.Keywords.SetKeywordList(2, u",", u"MY WORD+");
@@ -153,23 +150,21 @@ TEST(Settings, RecentEntriesOfTheLowestNumbersWin)
 
 TEST(Settings, WhatTheHostFixedIsNotWritten)
 {
-    const struct {
-        bool MvEdit::*flag;
-        std::vector<TextView> left;
-    } kRows[] = {{&MvEdit::HostFormat, {u"TabSize", u"Margin", u"IndentStar", u"IndentBang", u"IndentUserComment"}},
-                 {&MvEdit::HostComment, {u"CommentPrefixes"}},
-                 {&MvEdit::HostCompile, {u"CompileCommand", u"CompileOptions"}},
-                 {&MvEdit::HostKeywords, {u"LanguageKeywords", u"UserKeywords", u"CaseSensitiveKeywords"}}};
-    for (auto& row : kRows) {
+    const std::pair<bool MvEdit::*, std::vector<TextView>> kRows[] = {
+        {&MvEdit::HostFormat, {u"TabSize", u"Margin", u"IndentStar", u"IndentBang", u"IndentUserComment"}},
+        {&MvEdit::HostComment, {u"CommentPrefixes"}},
+        {&MvEdit::HostCompile, {u"CompileCommand", u"CompileOptions"}},
+        {&MvEdit::HostKeywords, {u"LanguageKeywords", u"UserKeywords", u"CaseSensitiveKeywords"}}};
+    for (const auto& [flag, left] : kRows) {
         MvEdit settings;
         StoredValues expected = Saved(settings);
-        for (TextView key : row.left) expected.erase(expected.find(key));
-        settings.*row.flag = true;
+        for (TextView key : left) expected.erase(expected.find(key));
+        settings.*flag = true;
         EXPECT_EQ(Saved(settings), expected);
         EXPECT_EQ(Saved(settings.Clone()), expected);
         MvEdit clone = MvEdit().Clone();
         settings.UpdateFrom(clone);
-        EXPECT_TRUE(settings.*row.flag) << "the host's word stands as long as the session";
+        EXPECT_TRUE(settings.*flag) << "the host's word stands as long as the session";
     }
 }
 
@@ -186,12 +181,7 @@ TEST(SettingsMigration, ThisVersionAsksAndWritesNothing)
 
 TEST(SettingsMigration, TheFontIsAskedForOnce)
 {
-    const struct {
-        TextView version, stored, defaultFont;
-        int32_t answer;
-        bool asks;
-        TextView font;
-    } kRows[] = {
+    const std::tuple<TextView, TextView, TextView, int32_t, bool, TextView> kRows[] = {
         {u"7.0", u"MVW Lucida Console", u"DejaVu Sans Mono", message_box::kAnswerYes, true, u"DejaVu Sans Mono"},
         {u"7.0", u"MV Lucida console", u"DejaVu Sans Mono", message_box::kAnswerYes, true, u"DejaVu Sans Mono"},
         {u"7.0", u"MVW LUCIDA Console", u"DejaVu Sans Mono", message_box::kAnswerNo, true, u"MVW LUCIDA Console"},
@@ -199,17 +189,17 @@ TEST(SettingsMigration, TheFontIsAskedForOnce)
         {u"7", u"MVW Lucida Console", u"Courier New", message_box::kAnswerYes, false, u"MVW Lucida Console"},
         {u"7.0", u"Hack", u"DejaVu Sans Mono", message_box::kAnswerYes, false, u"Hack"},
         {u"7.0", u"", u"DejaVu Sans Mono", message_box::kAnswerYes, false, u"DejaVu Sans Mono"}};
-    for (auto& row : kRows) {
-        Loading loading({{u"FontName", Text(row.stored)}, {u"TabSize", u"5"}}, Text(row.version));
-        loading.defaultFont = row.defaultFont;
-        loading.answer = row.answer;
+    for (const auto& [version, stored, defaultFont, answer, asks, font] : kRows) {
+        Loading loading({{u"FontName", Text(stored)}, {u"TabSize", u"5"}}, Text(version));
+        loading.defaultFont = defaultFont;
+        loading.answer = answer;
         MvEdit settings = loading.Load();
-        EXPECT_EQ(settings.FontName, row.font);
+        EXPECT_EQ(settings.FontName, font);
         EXPECT_EQ(settings.TabSize, 5) << "the other settings load as ever";
-        EXPECT_EQ(loading.asked.size(), row.asks ? 1U : 0U);
+        EXPECT_EQ(loading.asked.size(), asks ? 1U : 0U);
         EXPECT_EQ(loading.store.values[u""], u"7.1");
-        EXPECT_EQ(loading.Load().FontName, row.font);
-        EXPECT_EQ(loading.asked.size(), row.asks ? 1U : 0U) << "asked again";
+        EXPECT_EQ(loading.Load().FontName, font);
+        EXPECT_EQ(loading.asked.size(), asks ? 1U : 0U) << "asked again";
     }
 }
 
@@ -237,5 +227,4 @@ TEST(SettingsMigration, AStoreWithoutItsStampKeepsWhatItHolds)
     EXPECT_EQ(fresh.store.values[u""], u"7.1");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::settings_test

@@ -1,13 +1,11 @@
 #include "hosts/picker/PickerModel.h"
 
 #include "fakes/FakeBrowser.h"
-#include "hosts/mvConnect.h"
 #include "hosts/picker/PickerList.h"
 
 #include <gtest/gtest.h>
 
-namespace nib {
-namespace {
+namespace nib::picker_model_test {
 
 using Outcome = PickerModel::Outcome;
 
@@ -21,8 +19,7 @@ SelectRequest Request(TextView mode)
     return request;
 }
 
-class PickerModelTest : public testing::Test {
-protected:
+struct PickerModelTest : testing::Test {
     PickerModelTest() { FillWithSample(browser); }
 
     PickerModel At(SelectRequest request, TextView start)
@@ -45,31 +42,26 @@ protected:
 
 TEST_F(PickerModelTest, StartsAtTheNearestPlaceThatCanBeRead)
 {
-    struct Case {
-        TextView start;
-        bool named;
-        TextView place, name;
-        bool message;
-    };
     browser.denied.insert(u"file:/home/ann/work");
-    const Case cases[] = {{u"", false, u"", u"", false},
-                          {kBp, false, kBp, u"", false},
-                          {u"mvdb:LIVE/SALES/BP/MAIN", false, kBp, u"", false},
-                          {u"mvdb:LIVE/SALES/BP/MAIN", true, kBp, u"MAIN", false},
-                          {u"mvdb:LIVE/SALES/BP/NEW%2FONE", true, kBp, u"NEW/ONE", false},
-                          {u"mvdb:LIVE/SALES/GONE", false, u"mvdb:LIVE/SALES", u"", true},
-                          {u"mvdb:DOWN/SALES/BP", false, u"", u"", true},
-                          {u"file:/home/ann/plain", false, kHome, u"", false},
-                          {u"file:/home/ann/work", false, kHome, u"", true},
-                          {u"file:/home/ann/gone/deeper/x", true, kHome, u"x", true}};
-    for (const Case& row : cases) {
-        SCOPED_TRACE(ToUtf8(row.start));
+    const std::tuple<TextView, bool, TextView, TextView, bool> cases[] = {
+        {u"", false, u"", u"", false},
+        {kBp, false, kBp, u"", false},
+        {u"mvdb:LIVE/SALES/BP/MAIN", false, kBp, u"", false},
+        {u"mvdb:LIVE/SALES/BP/MAIN", true, kBp, u"MAIN", false},
+        {u"mvdb:LIVE/SALES/BP/NEW%2FONE", true, kBp, u"NEW/ONE", false},
+        {u"mvdb:LIVE/SALES/GONE", false, u"mvdb:LIVE/SALES", u"", true},
+        {u"mvdb:DOWN/SALES/BP", false, u"", u"", true},
+        {u"file:/home/ann/plain", false, kHome, u"", false},
+        {u"file:/home/ann/work", false, kHome, u"", true},
+        {u"file:/home/ann/gone/deeper/x", true, kHome, u"x", true}};
+    for (const auto& [start, named, place, name, message] : cases) {
+        SCOPED_TRACE(ToUtf8(start));
         SelectRequest request = Request(u"Open");
-        request.startNamed = row.named;
-        const PickerModel model = At(request, row.start);
-        EXPECT_EQ(model.Place(), row.place);
-        EXPECT_EQ(model.Name(), row.name);
-        EXPECT_EQ(!model.Message().empty(), row.message) << ToUtf8(model.Message());
+        request.startNamed = named;
+        const PickerModel model = At(request, start);
+        EXPECT_EQ(model.Place(), place);
+        EXPECT_EQ(model.Name(), name);
+        EXPECT_EQ(!model.Message().empty(), message) << ToUtf8(model.Message());
     }
 }
 
@@ -202,16 +194,12 @@ TEST_F(PickerModelTest, FilterHiddenAndOrder)
     browser.At(u"mvdb:LIVE/SALES/BP/MAIN2").size = 10;
     browser.At(u"mvdb:LIVE/SALES/BP/CUST*1").size = 20;
     PickerModel model = At(Request(u"Open"), kBp);
-    struct Case {
-        TextView filter;
-        const char* rows;
-    };
-    const Case cases[] = {{u"main", "MAIN MAIN2"}, {u"MAIN?", "MAIN2"}, {u"t*1", "CUST*1"},
-                          {u"a*n2", "MAIN2"},      {u"*n", "MAIN"},     {u"ma*", "MAIN MAIN2"},
-                          {u"n?", "MAIN2"},        {u"zzzz", ""},       {u"ain*", ""}};
-    for (const Case& row : cases) {
-        model.SetFilter(row.filter);
-        EXPECT_EQ(Rows(model), row.rows) << ToUtf8(row.filter);
+    const std::pair<TextView, const char*> cases[] = {
+        {u"main", "MAIN MAIN2"}, {u"MAIN?", "MAIN2"}, {u"t*1", "CUST*1"}, {u"a*n2", "MAIN2"}, {u"*n", "MAIN"},
+        {u"ma*", "MAIN MAIN2"},  {u"n?", "MAIN2"},    {u"zzzz", ""},      {u"ain*", ""}};
+    for (const auto& [filter, rows] : cases) {
+        model.SetFilter(filter);
+        EXPECT_EQ(Rows(model), rows) << ToUtf8(filter);
         EXPECT_EQ(model.List().EmptyText().empty(), model.List().RowCount() > 0);
     }
     for (TextView all : {u" ", u""}) EXPECT_EQ((model.SetFilter(all), Rows(model)), "MAIN MAIN2 CUST*1");
@@ -262,19 +250,15 @@ TEST_F(PickerModelTest, ManySelectedAreCounted)
 
 TEST(TypedNames, Split)
 {
-    struct Case {
-        TextView typed;
-        bool several;
-        std::vector<Text> names;
-    };
-    const Case cases[] = {{u" A B ", true, {u"A B"}},
-                          {u"\"A B\"", false, {u"A B"}},
-                          {u"\"A\" \"B C\"", false, {u"\"A\" \"B C\""}},
-                          {u"\"A\" B  \"C D", true, {u"A", u"B", u"C D"}},
-                          {u"\"\" \"\"", true, {}},
-                          {u"\"", true, {}},
-                          {u"", true, {}}};
-    for (const Case& row : cases) EXPECT_EQ(SplitTypedNames(row.typed, row.several), row.names) << ToUtf8(row.typed);
+    const std::tuple<TextView, bool, std::vector<Text>> cases[] = {{u" A B ", true, {u"A B"}},
+                                                                   {u"\"A B\"", false, {u"A B"}},
+                                                                   {u"\"A\" \"B C\"", false, {u"\"A\" \"B C\""}},
+                                                                   {u"\"A\" B  \"C D", true, {u"A", u"B", u"C D"}},
+                                                                   {u"\"\" \"\"", true, {}},
+                                                                   {u"\"", true, {}},
+                                                                   {u"", true, {}}};
+    for (const auto& [typed, several, names] : cases)
+        EXPECT_EQ(SplitTypedNames(typed, several), names) << ToUtf8(typed);
     const std::vector<Text> several{u"A", u"B C"};
     EXPECT_EQ(SplitTypedNames(JoinTypedNames(several), true), several);
 }
@@ -308,5 +292,4 @@ TEST(PlaceTree, ReadsLevelByLevelAndLeadsToAPlace)
     EXPECT_TRUE(tree.WayTo(u"mvdb:OTHER/X").empty());
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::picker_model_test

@@ -2,12 +2,10 @@
 
 #include "base/Text.h"
 #include "fakes/TestRecovery.h"
-#include "persistence/recovery/modAutoRecover.h"
 
 #include <sys/stat.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::auto_save_test {
 
 using namespace std::chrono_literals;
 using Strings = std::vector<std::string>;
@@ -38,8 +36,7 @@ mode_t ModeOf(const std::string& path)
     return stat(path.c_str(), &status) == 0 ? status.st_mode & 0777 : 0;
 }
 
-class AutoSaveTest : public RecoveryTest {
-protected:
+struct AutoSaveTest : RecoveryTest {
     bool Pass() { return session->recovery.AutoSaveDocuments(); }
     Text Copy(const std::string& name) { return ReadAutoSaveCopy(FromUtf8(Place() + "/" + name)).value_or(u"(none)"); }
 };
@@ -153,28 +150,23 @@ TEST_F(AutoSaveTest, WithoutAFolderOrANumberNothingIsCopied)
 
 TEST_F(AutoSaveTest, OnlyTheLastGuardGivenOutCanBeReleased)
 {
-    struct Row {
-        const char* name;
-        int holds;
-        std::vector<int32_t> releases;
-        bool kept;
-    };
-    const Row rows[] = {{"none", 0, {}, false},
-                        {"released", 1, {1}, false},
-                        {"held", 1, {}, true},
-                        {"held, another's release", 1, {0}, true},
-                        {"the outer one of two first", 2, {1}, true},
-                        {"the inner one of two", 2, {2, 1}, false},
-                        {"none, released", 0, {0}, false}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    const std::tuple<const char*, int, std::vector<int32_t>, bool> rows[] = {
+        {"none", 0, {}, false},
+        {"released", 1, {1}, false},
+        {"held", 1, {}, true},
+        {"held, another's release", 1, {0}, true},
+        {"the outer one of two first", 2, {1}, true},
+        {"the inner one of two", 2, {2, 1}, false},
+        {"none, released", 0, {0}, false}};
+    for (const auto& [name, holds, releases, kept] : rows) {
+        SCOPED_TRACE(name);
         session->Changed(u"text");
         EXPECT_TRUE(Pass());
-        for (int32_t i = 1; i <= row.holds; ++i) EXPECT_EQ(session->recovery.HoldAutoSaveGuard(), i);
-        for (int32_t guard : row.releases) session->recovery.ReleaseAutoSaveGuard(guard);
+        for (int32_t i = 1; i <= holds; ++i) EXPECT_EQ(session->recovery.HoldAutoSaveGuard(), i);
+        for (int32_t guard : releases) session->recovery.ReleaseAutoSaveGuard(guard);
         EndCleanly();
-        EXPECT_EQ(!Names().empty(), row.kept);
-        EXPECT_EQ(!session->Offered().empty(), row.kept);
+        EXPECT_EQ(!Names().empty(), kept);
+        EXPECT_EQ(!session->Offered().empty(), kept);
         session->recovery.DeleteAutoSaveFiles(true);
     }
     session->Changed(u"text");
@@ -233,5 +225,4 @@ TEST_F(AutoSaveTest, APassRunsEveryFiveMinutesAndOnlyThen)
     EXPECT_EQ(t.clock.RunningTimers(), 0U);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::auto_save_test

@@ -3,11 +3,9 @@
 #include "persistence/recovery/DocumentSession.h"
 #include "fakes/TestRecovery.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::document_session_test {
 
-class DocumentSessionTest : public RecoveryTest {
-protected:
+struct DocumentSessionTest : RecoveryTest {
     /// A further run of the program after what `end` does to this one.
     void NextRun(const std::function<void(Program&)>& end, bool reopen = false)
     {
@@ -98,5 +96,4 @@ TEST_F(DocumentSessionTest, AHostThatCannotBeReachedIsTriedOnce)
     EXPECT_EQ(session->t.connection.openFailures.size(), 8u);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::document_session_test

@@ -1,15 +1,12 @@
 // What was typed since the last save: the records, the thread that writes them, and how it comes back.
 
 #include "fakes/TestRecovery.h"
-#include "persistence/recovery/DocumentJournal.h"
 #include "platform/posix/FileName.h"
 
-#include <fstream>
 #include <random>
 #include <thread>
 
-namespace nib::test {
-namespace {
+namespace nib::test::journal_test {
 
 using namespace std::chrono_literals;
 
@@ -87,8 +84,7 @@ TEST(JournalFile, HoldsTheTextAsItWasAtSomeMomentWhereverItIsCut)
     }
 }
 
-class JournalTest : public RecoveryTest {
-protected:
+struct JournalTest : RecoveryTest {
     mvDocument& Typed(const Text& path, const Text& stored, const Text& typed)
     {
         if (!path.empty()) session->t.Store(path, stored);
@@ -276,5 +272,4 @@ TEST_F(JournalTest, AFullDiskIsToldOnceAndTheJournalIsMadeWhenThereIsRoom)
     EXPECT_EQ(session->t.Documents().Item(1)->GetText(), u"more typed one");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::journal_test

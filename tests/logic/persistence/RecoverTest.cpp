@@ -2,10 +2,7 @@
 
 #include "fakes/TestRecovery.h"
 
-#include <fstream>
-
-namespace nib::test {
-namespace {
+namespace nib::test::recover_test {
 
 using Lines = std::vector<Text>;
 using Strings = std::vector<std::string>;
@@ -214,5 +211,4 @@ TEST_F(RecoveryTest, RecoveryThatFailsLeavesTheRow)
     EXPECT_EQ(session->t.Documents().Count(), 1);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::recover_test

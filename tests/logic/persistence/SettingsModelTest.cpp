@@ -1,17 +1,11 @@
 #include "persistence/settings/SettingsModel.h"
-#include "editing/MvEdit.h"
 #include "fakes/FakeSettingsApplied.h"
-#include "fakes/MemorySettings.h"
 #include "fakes/TestProgram.h"
 #include "hosts/StoredText.h"
 #include "logic/storage/TempFolder.h"
 #include "persistence/settings/ColorTable.h"
-#include "shell/menus/MenuModel.h"
 
-#include <gtest/gtest.h>
-
-namespace nib::test {
-namespace {
+namespace nib::test::settings_model_test {
 
 using namespace message_box;
 
@@ -40,35 +34,27 @@ struct SettingsModelTest : testing::Test {
 
 TEST(SettingsNumbers, AreHeldInTheirLimits)
 {
-    struct Row {
-        TextView typed;
-        int32_t most, number;
-    };
-    const Row rows[] = {{u"-1", 30, 0},  {u"", 30, 0},   {u"31", 30, 30},
-                        {u"30", 30, 30}, {u"7x", 30, 7}, {u"abc", 30, 0}};
-    for (const Row& row : rows) EXPECT_EQ(LimitedNumber(row.typed, row.most), row.number) << ToUtf8(row.typed);
+    const std::tuple<TextView, int32_t, int32_t> rows[] = {{u"-1", 30, 0},  {u"", 30, 0},   {u"31", 30, 30},
+                                                           {u"30", 30, 30}, {u"7x", 30, 7}, {u"abc", 30, 0}};
+    for (const auto& [typed, most, number] : rows) EXPECT_EQ(LimitedNumber(typed, most), number) << ToUtf8(typed);
     EXPECT_EQ(LimitedNumber(u"99999999999", kMostInField), kMostInField);
 }
 
 TEST_F(SettingsModelTest, WhatAHostFixedHasADaggerAndItsPagesANote)
 {
-    struct Row {
-        bool MvEdit::*flag;
-        std::vector<TextView> controls;
-        std::vector<SettingsPage> pages;
-    };
-    const Row rows[] = {{&MvEdit::HostKeywords,
-                         {u"chkCaseSensitive", u"lstKeywords"},
-                         {SettingsPage::General, SettingsPage::LanguageKeywords, SettingsPage::UserKeywords}},
-                        {&MvEdit::HostCompile, {u"txtCommand", u"txtOptions"}, {SettingsPage::Tools}},
-                        {&MvEdit::HostFormat,
-                         {u"txtTabSize", u"txtMargin", u"optIndentStar", u"optIndentBang", u"optIndentUser"},
-                         {SettingsPage::Tools}},
-                        {&MvEdit::HostComment, {u"txtUserPrefix"}, {SettingsPage::Tools}}};
-    for (const Row& row : rows) {
-        live.*row.flag = true;
+    const std::tuple<bool MvEdit::*, std::vector<TextView>, std::vector<SettingsPage>> rows[] = {
+        {&MvEdit::HostKeywords,
+         {u"chkCaseSensitive", u"lstKeywords"},
+         {SettingsPage::General, SettingsPage::LanguageKeywords, SettingsPage::UserKeywords}},
+        {&MvEdit::HostCompile, {u"txtCommand", u"txtOptions"}, {SettingsPage::Tools}},
+        {&MvEdit::HostFormat,
+         {u"txtTabSize", u"txtMargin", u"optIndentStar", u"optIndentBang", u"optIndentUser"},
+         {SettingsPage::Tools}},
+        {&MvEdit::HostComment, {u"txtUserPrefix"}, {SettingsPage::Tools}}};
+    for (const auto& [flag, controls, pages] : rows) {
+        live.*flag = true;
         SettingsModel model = Model();
-        live.*row.flag = false;
+        live.*flag = false;
         std::vector<TextView> daggers;
         for (const SettingCaption& caption : kSettingCaptions) {
             Text shown = model.Caption(caption.name);
@@ -77,10 +63,10 @@ TEST_F(SettingsModelTest, WhatAHostFixedHasADaggerAndItsPagesANote)
             else
                 EXPECT_EQ(shown, caption.caption);
         }
-        EXPECT_EQ(daggers, row.controls);
+        EXPECT_EQ(daggers, controls);
         for (size_t page = 0; page < std::size(kSettingsTabs); ++page) {
             auto which = static_cast<SettingsPage>(page);
-            EXPECT_EQ(model.ShowsHostNote(which), std::count(row.pages.begin(), row.pages.end(), which) > 0);
+            EXPECT_EQ(model.ShowsHostNote(which), std::count(pages.begin(), pages.end(), which) > 0);
         }
     }
 }
@@ -342,5 +328,4 @@ TEST(ColorTableTest, RowsAndTips)
         EXPECT_EQ(ColorTip(static_cast<int32_t>(tip.value), system), tip.text);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::settings_model_test

@@ -1,13 +1,10 @@
 #include "printing/PrintClass.h"
 
-#include "fakes/MemoryClipboard.h"
 #include "fakes/PaperSurface.h"
-#include "fakes/RecordingTrace.h"
 #include "fakes/TestProgram.h"
 #include "fakes/WordLexer.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::print_test {
 
 /// A view whose text goes to paper of 40 by 10 characters: 8 rows below the header, 33 characters behind the numbers.
 struct Printed : testing::Test {
@@ -80,25 +77,20 @@ TEST_F(Printed, NumbersAreAsWideAsTheLastOneNeeds)
 
 TEST_F(Printed, WrappedLinesAreNumberedOnce)
 {
-    struct Case {
-        const char* why;
-        Text line;
-        std::vector<Text> rows;
-    };
     const Text x(33, u'x');
-    const Case cases[] = {
+    const std::tuple<const char*, Text, std::vector<Text>> cases[] = {
         {"fits", x, {u" 0001  " + x, u" 0002  END"}},
         {"anywhere in a long word", x + u"yz", {u" 0001  " + x, u"       yz", u" 0002  END"}},
         {"at a blank", u"one " + x, {u" 0001  one", u"       " + x, u" 0002  END"}},
         {"not behind the indent", u"    " + x, {u" 0001      " + x.substr(4), u"       xxxx", u" 0002  END"}},
         {"blanks hang over", x + u"   y", {u" 0001  " + x, u"       y", u" 0002  END"}},
         {"blanks at the end need no row", x + u"   ", {u" 0001  " + x, u" 0002  END"}}};
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.why);
+    for (const auto& [why, line, rows] : cases) {
+        SCOPED_TRACE(why);
         paper = PaperSurface();
-        view.SetText(row.line + u"\r\nEND");
+        view.SetText(line + u"\r\nEND");
         Print();
-        for (size_t i = 0; i < row.rows.size(); ++i) EXPECT_EQ(ToUtf8(paper.Row(1, i + 2)), ToUtf8(row.rows[i]));
+        for (size_t i = 0; i < rows.size(); ++i) EXPECT_EQ(ToUtf8(paper.Row(1, i + 2)), ToUtf8(rows[i]));
     }
 }
 
@@ -157,5 +149,4 @@ TEST(PrintTitle, NamesTheDocument)
     EXPECT_EQ(test.Open(kMain)->PrintTitle(), u"File: BP     Item: MAIN");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::print_test

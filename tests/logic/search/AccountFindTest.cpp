@@ -4,8 +4,7 @@
 
 #include <random>
 
-namespace nib::test {
-namespace {
+namespace nib::test::account_find_test {
 
 using Lines = std::vector<Text>;
 
@@ -71,18 +70,14 @@ TEST(ItemSearchTest, ALongLineIsShownRoundItsHit)
 
 TEST(ItemSearchTest, Patterns)
 {
-    struct {
-        Text pattern;
-        Lines fits;
-        Lines not_;
-    } const rows[] = {{u"", {u"", u"A"}, {}},
-                      {u"INV*", {u"INV", u"inv.1"}, {u"XINV"}},
-                      {u"*.H", {u"A.H", u".H"}, {u"A.H1"}},
-                      {u"A?C*D", {u"ABCD", u"AxCxxDD"}, {u"ACD", u"ABCX"}},
-                      {u"*A*B*", {u"xAxBx", u"AAB"}, {u"BA"}}};
-    for (auto& row : rows) {
-        for (auto& id : row.fits) EXPECT_TRUE(FitsPattern(id, row.pattern)) << ToUtf8(row.pattern + u" " + id);
-        for (auto& id : row.not_) EXPECT_FALSE(FitsPattern(id, row.pattern)) << ToUtf8(row.pattern + u" " + id);
+    const std::tuple<Text, Lines, Lines> rows[] = {{u"", {u"", u"A"}, {}},
+                                                   {u"INV*", {u"INV", u"inv.1"}, {u"XINV"}},
+                                                   {u"*.H", {u"A.H", u".H"}, {u"A.H1"}},
+                                                   {u"A?C*D", {u"ABCD", u"AxCxxDD"}, {u"ACD", u"ABCX"}},
+                                                   {u"*A*B*", {u"xAxBx", u"AAB"}, {u"BA"}}};
+    for (const auto& [pattern, fits, not_] : rows) {
+        for (auto& id : fits) EXPECT_TRUE(FitsPattern(id, pattern)) << ToUtf8(pattern + u" " + id);
+        for (auto& id : not_) EXPECT_FALSE(FitsPattern(id, pattern)) << ToUtf8(pattern + u" " + id);
     }
 }
 
@@ -255,5 +250,4 @@ TEST_F(AccountFindTest, TheAccountIsThatOfTheActiveDocument)
     EXPECT_EQ(find.Dialog().fault, u"The account WAY cannot be searched.");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::account_find_test

@@ -1,8 +1,6 @@
 #include "fakes/FakeSearch.h"
-#include "fakes/MemorySettings.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::results_test {
 
 using Lines = std::vector<Text>;
 
@@ -34,30 +32,25 @@ TEST(ResultsModelTest, LinesAndStyles)
 
 TEST(ResultsModelTest, SourceLine)
 {
-    struct {
-        Text line;
-        int32_t caret;
-        Text selected;
-        int32_t wanted;
-    } const rows[] = {{u"0123 text 42", 10, u"42", 42},
-                      {u"0123 text", 0, u"0123", 123},
-                      {u"0123 text", 5, u"text", 123},
-                      {u"0123 text 42", 5, u"text", 42},
-                      {u"0123 a45 b", 9, u"b", 45},
-                      {u"00012 error in line", 8, u"", 12},
-                      {u"Error on line 17: syntax", 0, u"Error", 17},
-                      {u"no number", 3, u"", 0},
-                      {u"", 0, u"", 0},
-                      {u"12 x 0", 3, u"x", 12},
-                      {u"0000 text", 5, u"", 0},
-                      {u"x 7", 99, u"", 7},
-                      {u"line 99999999999", 0, u"", 2147483647},
-                      {u"about 2E1 lines", 0, u"about", 20},
-                      {u"at &H1F", 3, u"&H1F", 31}};
-    for (auto& row : rows) {
+    const std::tuple<Text, int32_t, Text, int32_t> rows[] = {{u"0123 text 42", 10, u"42", 42},
+                                                             {u"0123 text", 0, u"0123", 123},
+                                                             {u"0123 text", 5, u"text", 123},
+                                                             {u"0123 text 42", 5, u"text", 42},
+                                                             {u"0123 a45 b", 9, u"b", 45},
+                                                             {u"00012 error in line", 8, u"", 12},
+                                                             {u"Error on line 17: syntax", 0, u"Error", 17},
+                                                             {u"no number", 3, u"", 0},
+                                                             {u"", 0, u"", 0},
+                                                             {u"12 x 0", 3, u"x", 12},
+                                                             {u"0000 text", 5, u"", 0},
+                                                             {u"x 7", 99, u"", 7},
+                                                             {u"line 99999999999", 0, u"", 2147483647},
+                                                             {u"about 2E1 lines", 0, u"about", 20},
+                                                             {u"at &H1F", 3, u"&H1F", 31}};
+    for (const auto& [line, caret, selected, wanted] : rows) {
         TestResults test;
-        test.model.ShowResults(u"8\r\n" + row.line + u"\r\n9");
-        EXPECT_EQ(test.model.SourceLine({row.caret, 1}, row.selected), row.wanted) << ToUtf8(row.line) << row.caret;
+        test.model.ShowResults(u"8\r\n" + line + u"\r\n9");
+        EXPECT_EQ(test.model.SourceLine({caret, 1}, selected), wanted) << ToUtf8(line) << caret;
     }
 }
 
@@ -162,16 +155,13 @@ TEST(ResultsModelTest, JumpsToTheDocumentOfTheHeaderAbove)
     test.model.AddResultLine(gone->ListName(), 0, 0, true);  // 6
     test.model.AddResultLine(u"0004 x", 5, 1, false);        // 7
     gone->FileClose(false);
-    struct {
-        int32_t line;
-        mvDocument& document;
-        int32_t caretLine;
-    } const rows[] = {{1, active, 0}, {3, first, 1}, {5, second, 2}, {7, second, 3}};
-    for (auto& row : rows) {
+    const std::tuple<int32_t, mvDocument&, int32_t> rows[] = {
+        {1, active, 0}, {3, first, 1}, {5, second, 2}, {7, second, 3}};
+    for (const auto& [line, document, caretLine] : rows) {
         active.Activate();
-        test.model.JumpToSource({0, row.line}, u"");
-        EXPECT_EQ(test.program.window.activeDocument, row.document.DocumentID()) << row.line;
-        EXPECT_EQ(test.View(row.document).Caret().line, row.caretLine);
+        test.model.JumpToSource({0, line}, u"");
+        EXPECT_EQ(test.program.window.activeDocument, document.DocumentID()) << line;
+        EXPECT_EQ(test.View(document).Caret().line, caretLine);
     }
     active.Activate();
     test.model.ShowResults(first.ListName() + u"\r\n0002 x");
@@ -205,23 +195,19 @@ TEST(ResultsModelTest, FontFallsBackToTheEditors)
 TEST(ResultsPlacementTest, KeptSizeThatFits)
 {
     const ResultsBounds main{100, 200, 10000, 8000};
-    struct {
-        Text width, height;
-        ResultsBounds wanted;
-    } const rows[] = {{u"", u"", {5980, 5080, 4000, 3000}},
-                      {u"5000", u"2000", {4980, 6080, 5000, 2000}},
-                      {u"9880", u"7880", {100, 200, 9880, 7880}},
-                      {u"9881", u"9000", {5980, 5080, 4000, 3000}},
-                      {u"-5", u"x", {5980, 5080, 4000, 3000}}};
-    for (auto& row : rows) {
+    const std::tuple<Text, Text, ResultsBounds> rows[] = {{u"", u"", {5980, 5080, 4000, 3000}},
+                                                          {u"5000", u"2000", {4980, 6080, 5000, 2000}},
+                                                          {u"9880", u"7880", {100, 200, 9880, 7880}},
+                                                          {u"9881", u"9000", {5980, 5080, 4000, 3000}},
+                                                          {u"-5", u"x", {5980, 5080, 4000, 3000}}};
+    for (const auto& [width, height, wanted] : rows) {
         MemorySettings store;
-        if (!row.width.empty()) store.values = {{u"ResultsWidth", row.width}, {u"ResultsHeight", row.height}};
-        EXPECT_EQ(PlaceResults(store, {0, 0, 4000, 3000}, main), row.wanted) << ToUtf8(row.width);
+        if (!width.empty()) store.values = {{u"ResultsWidth", width}, {u"ResultsHeight", height}};
+        EXPECT_EQ(PlaceResults(store, {0, 0, 4000, 3000}, main), wanted) << ToUtf8(width);
     }
     MemorySettings store;
     SaveResultsSize(store, {0, 0, 4000, 3000});
     EXPECT_EQ(store.values, (StoredValues{{u"ResultsWidth", u"4000"}, {u"ResultsHeight", u"3000"}}));
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::results_test

@@ -1,8 +1,7 @@
 #include "fakes/FakeSearch.h"
 #include "fakes/Patience.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::search_test {
 
 using Texts = std::vector<Text>;
 
@@ -14,14 +13,11 @@ const Text kAskUp = u"Search has reached the beginning of the document. Do you w
 
 TEST(CaretWordTest, Table)
 {
-    struct {
-        Text line;
-        int32_t column;
-        Text word;
-    } const rows[] = {{u"", 0, u""},      {u"AB CD", 0, u"AB"}, {u"AB CD", 1, u"AB"},   {u"AB CD", 2, u""},
-                      {u"AB\tC", 2, u""}, {u"AB CD", 5, u"CD"}, {u"._$9+", 3, u"._$9"}, {u"A+BC", 1, u"BC"},
-                      {u"A+(BC", 1, u""}, {u"dé f", 0, u"d"},   {u"AB+", 3, u""},       {u"AB", 7, u""}};
-    for (auto& row : rows) EXPECT_EQ(GetCaretWord(row.line, row.column), row.word) << ToUtf8(row.line) << row.column;
+    const std::tuple<Text, int32_t, Text> rows[] = {{u"", 0, u""},          {u"AB CD", 0, u"AB"}, {u"AB CD", 1, u"AB"},
+                                                    {u"AB CD", 2, u""},     {u"AB\tC", 2, u""},   {u"AB CD", 5, u"CD"},
+                                                    {u"._$9+", 3, u"._$9"}, {u"A+BC", 1, u"BC"},  {u"A+(BC", 1, u""},
+                                                    {u"dé f", 0, u"d"},     {u"AB+", 3, u""},     {u"AB", 7, u""}};
+    for (const auto& [line, column, word] : rows) EXPECT_EQ(GetCaretWord(line, column), word) << ToUtf8(line) << column;
 }
 
 TEST(FindDialogTest, ComesUpAsTheDocumentSays)
@@ -310,5 +306,4 @@ TEST(ReplaceAllTest, LargeTextsInATimeThatGrowsWithTheirSize)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::search_test

@@ -5,8 +5,7 @@
 
 #include <random>
 
-namespace nib::test {
-namespace {
+namespace nib::test::walk_property_test {
 
 using Scope = PlainSearch::Scope;
 using Hits = std::vector<std::pair<size_t, Position>>;
@@ -232,5 +231,4 @@ TEST(WalkPropertyTest, ReplaceOneByOne)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::walk_property_test

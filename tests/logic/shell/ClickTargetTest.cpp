@@ -1,14 +1,9 @@
 #include "shell/ClickTarget.h"
 #include "editing/LexClass.h"
-#include "fakes/MemoryClipboard.h"
 #include "fakes/TestShell.h"
 #include "fakes/WordLexer.h"
-#include "text/SourceView.h"
 
-#include <gtest/gtest.h>
-
-namespace nib::test {
-namespace {
+namespace nib::test::click_target_test {
 
 using Lines = std::vector<Text>;
 
@@ -71,18 +66,14 @@ TEST_F(ContextHandlersTest, BlockRoundTheCaret)
 {
     auto document = Blocks();
     SourceView& view = t.ViewOf(*document);
-    struct Row {
-        int32_t line;
-        bool collapse, all;
-        TextView hidden;
-    };
-    const Row rows[] = {{7, true, false, u"........"},  {3, true, false, u"...xx..."}, {2, true, false, u"...xx..."},
-                        {2, false, false, u"........"}, {5, true, false, u".xxxxxx."}, {0, false, false, u"........"},
-                        {0, true, true, u".xxxxxx."},   {0, false, true, u"........"}};
-    for (const Row& row : rows) {
-        view.SetCaret({0, row.line});
-        HandleBlockCollapse(document.get(), row.collapse, row.all);
-        EXPECT_EQ(Hidden(*document), row.hidden) << row.line << row.collapse << row.all;
+    const std::tuple<int32_t, bool, bool, TextView> rows[] = {
+        {7, true, false, u"........"},  {3, true, false, u"...xx..."}, {2, true, false, u"...xx..."},
+        {2, false, false, u"........"}, {5, true, false, u".xxxxxx."}, {0, false, false, u"........"},
+        {0, true, true, u".xxxxxx."},   {0, false, true, u"........"}};
+    for (const auto& [line, collapse, all, hidden] : rows) {
+        view.SetCaret({0, line});
+        HandleBlockCollapse(document.get(), collapse, all);
+        EXPECT_EQ(Hidden(*document), hidden) << line << collapse << all;
     }
     HandleBlockCollapse(nullptr, true, true);
 }
@@ -244,17 +235,13 @@ TEST(HitTestTest, LabelsCallsAndIncludes)
 TEST(HitTestTest, BlocksWhereNothingElseIs)
 {
     ClickedText text(u"PRINT\nIF A THEN\n  CALL X\n  GOSUB L\nEND");
-    struct {
-        Position at;
-        HitKind kind;
-        const char16_t* target;
-    } const open[] = {{{0, 0}, HitKind::None, u""},      {{0, 1}, HitKind::OpenBlock, u""},
-                      {{7, 2}, HitKind::Call, u"X"},     {{8, 3}, HitKind::Label, u"L"},
-                      {{2, 3}, HitKind::OpenBlock, u""}, {{0, 99}, HitKind::OpenBlock, u""}};
-    for (const auto& row : open) {
-        Hit hit = HitTest(text.view, row.at);
-        EXPECT_EQ(hit.kind, row.kind) << row.at.line;
-        EXPECT_EQ(ToUtf8(hit.Target), ToUtf8(row.target));
+    const std::tuple<Position, HitKind, const char16_t*> open[] = {
+        {{0, 0}, HitKind::None, u""},   {{0, 1}, HitKind::OpenBlock, u""}, {{7, 2}, HitKind::Call, u"X"},
+        {{8, 3}, HitKind::Label, u"L"}, {{2, 3}, HitKind::OpenBlock, u""}, {{0, 99}, HitKind::OpenBlock, u""}};
+    for (const auto& [at, kind, target] : open) {
+        Hit hit = HitTest(text.view, at);
+        EXPECT_EQ(hit.kind, kind) << at.line;
+        EXPECT_EQ(ToUtf8(hit.Target), ToUtf8(target));
     }
     text.buffer.CollapseBlock(1);
     Hit hit = HitTest(text.view, {0, 1});
@@ -262,5 +249,4 @@ TEST(HitTestTest, BlocksWhereNothingElseIs)
     EXPECT_EQ(hit.TargetLine, 2);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::click_target_test

@@ -1,11 +1,7 @@
 #include "fakes/TestShell.h"
 #include "shell/menus/MenuTable.h"
 
-#include <functional>
-#include <set>
-
-namespace nib::test {
-namespace {
+namespace nib::test::command_test {
 
 using Keys = std::set<Text>;
 
@@ -15,9 +11,8 @@ Keys operator+(Keys keys, const Keys& more)
     return keys;
 }
 
-const Keys kDesign{u"New",         u"Open",          u"Exit",       u"Settings", u"Results",
-                   u"ViewToolbar", u"ViewStatusbar", u"HelpTopics", u"HelpAbout",
-                   u"FindInAccount"};
+const Keys kDesign{u"New",         u"Open",          u"Exit",       u"Settings",  u"Results",
+                   u"ViewToolbar", u"ViewStatusbar", u"HelpTopics", u"HelpAbout", u"FindInAccount"};
 const Keys kWithDocument{u"Close",          u"Print",        u"Properties",   u"DeleteLine",     u"SelectAll",
                          u"IndentBlock",    u"OutdentBlock", u"CommentBlock", u"UncommentBlock", u"Find",
                          u"FindNext",       u"Replace",      u"Goto",         u"ToggleBookmark", u"ClearAllBookmarks",
@@ -304,5 +299,4 @@ TEST(CommandTest, ExtendedCommandsAndFailures)
     EXPECT_EQ(t.trace.Take().size(), 1u);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::command_test

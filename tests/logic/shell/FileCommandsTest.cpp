@@ -1,8 +1,7 @@
 #include "shell/FileCommands.h"
 #include "fakes/TestProgram.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::file_commands_test {
 
 using namespace message_box;
 using Lines = std::vector<Text>;
@@ -224,16 +223,14 @@ TEST(RecentEntriesTest, NameTheirPlace)
                                              {u"file:/a b%20", u"file:/a b%20"}};
     for (auto& [path, entry] : entries) EXPECT_EQ(RecentEntryOf(FakeItem(store, path)), entry);
 
-    struct {
-        Location host;
-        Text entry, path;
-    } const rows[] = {{{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:*/*/BP/X", u"mvdb:h1/ACC/BP/X"},
-                      {{u"mvdb", u"h1", u"", u""}, u"mvdb:*/*/BP/X", u"mvdb:h1/*/BP/X"},
-                      {{u"mvdb", u"", u"ACC", u""}, u"mvdb:*/*/BP/X", u"mvdb:*/ACC/BP/X"},
-                      {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:%28ANY%29/*/BP/X", u"mvdb:h1/ACC/BP/X"},
-                      {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:*/OWN/BP/X", u"mvdb:*/OWN/BP/X"},
-                      {{u"mvdb", u"h1", u"ACC", u""}, u"file:/x/y", u"file:/x/y"}};
-    for (auto& row : rows) EXPECT_EQ(RecentEntryToPath(row.host, row.entry), row.path);
+    const std::tuple<Location, Text, Text> rows[] = {
+        {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:*/*/BP/X", u"mvdb:h1/ACC/BP/X"},
+        {{u"mvdb", u"h1", u"", u""}, u"mvdb:*/*/BP/X", u"mvdb:h1/*/BP/X"},
+        {{u"mvdb", u"", u"ACC", u""}, u"mvdb:*/*/BP/X", u"mvdb:*/ACC/BP/X"},
+        {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:%28ANY%29/*/BP/X", u"mvdb:h1/ACC/BP/X"},
+        {{u"mvdb", u"h1", u"ACC", u""}, u"mvdb:*/OWN/BP/X", u"mvdb:*/OWN/BP/X"},
+        {{u"mvdb", u"h1", u"ACC", u""}, u"file:/x/y", u"file:/x/y"}};
+    for (const auto& [host, entry, path] : rows) EXPECT_EQ(RecentEntryToPath(host, entry), path);
 
     const std::pair<Text, Text> captions[] = {{kMain, u"DEMO BP MAIN"},
                                               {u"mvdb:*/*/BP/A%20B", u"BP A B"},
@@ -243,5 +240,4 @@ TEST(RecentEntriesTest, NameTheirPlace)
     for (auto& [entry, caption] : captions) EXPECT_EQ(RecentEntryCaption(entry), caption);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::file_commands_test

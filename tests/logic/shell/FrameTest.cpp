@@ -1,5 +1,4 @@
 #include "fakes/TestProgram.h"
-#include "shell/FileCommands.h"
 #include "shell/frame/DocumentProperties.h"
 #include "shell/frame/WindowPlacement.h"
 
@@ -10,8 +9,7 @@ void PrintTo(const PropertyRow& row, std::ostream* out)
 }
 } // namespace nib
 
-namespace nib::test {
-namespace {
+namespace nib::test::frame_test {
 
 TEST(ChildOrderTest, ARoundVisitsAllAndBackUndoesIt)
 {
@@ -158,16 +156,12 @@ TEST(FramePlacementTest, WhatIsWrittenDependsOnTheState)
 
 TEST(FramePlacementTest, TwipsAndPixels)
 {
-    struct {
-        int32_t pixels;
-        double dots;
-        int32_t twips;
-    } const rows[] = {{0, 96, 0},       {1, 96, 15}, {-100, 96, -1500},
-                      {100, 144, 1000}, {7, 0, 0},   {2000000000, 96, 2147483647}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(PixelsToTwips(row.pixels, row.dots), row.twips);
-        if (row.dots > 0 && row.twips < 2147483647) {
-            EXPECT_EQ(TwipsToPixels(row.twips, row.dots), row.pixels);
+    const std::tuple<int32_t, double, int32_t> rows[] = {{0, 96, 0},       {1, 96, 15}, {-100, 96, -1500},
+                                                         {100, 144, 1000}, {7, 0, 0},   {2000000000, 96, 2147483647}};
+    for (const auto& [pixels, dots, twips] : rows) {
+        EXPECT_EQ(PixelsToTwips(pixels, dots), twips);
+        if (dots > 0 && twips < 2147483647) {
+            EXPECT_EQ(TwipsToPixels(twips, dots), pixels);
         }
     }
 }
@@ -176,17 +170,14 @@ using Rows = std::vector<PropertyRow>;
 
 TEST(DocumentPropertiesTest, SizeAndLines)
 {
-    struct {
-        Text text;
-        int32_t hostSize, fileSize, lines;
-    } const rows[] = {
+    const std::tuple<Text, int32_t, int32_t, int32_t> rows[] = {
         {u"", 0, 0, 0},         {u"A", 1, 1, 1},           {u"A\r\nB", 3, 4, 2},  {u"A\r\nB\r\n", 4, 6, 2},
         {u"\r\n", 1, 2, 1},     {u"\r\n\r\n", 2, 4, 2},    {u"A\nB\rC", 5, 5, 1}, {u"A\r", 2, 2, 1},
         {u"\r\r\n\n", 3, 4, 2}, {u"a\uF8FDb\r\n", 4, 5, 1}};
-    for (auto& row : rows) {
-        EXPECT_EQ(TextSize(row.text, u"mvdb"), row.hostSize) << ToUtf8(row.text);
-        EXPECT_EQ(TextSize(row.text, u"file"), row.fileSize) << ToUtf8(row.text);
-        EXPECT_EQ(TextLines(row.text), row.lines) << ToUtf8(row.text);
+    for (const auto& [text, hostSize, fileSize, lines] : rows) {
+        EXPECT_EQ(TextSize(text, u"mvdb"), hostSize) << ToUtf8(text);
+        EXPECT_EQ(TextSize(text, u"file"), fileSize) << ToUtf8(text);
+        EXPECT_EQ(TextLines(text), lines) << ToUtf8(text);
     }
 }
 
@@ -198,35 +189,32 @@ TEST(DocumentPropertiesTest, PlaceByKindOfDocument)
     t.Store(kLocal, u"A\r\nB");
     t.Store(kMain, u"");
     const Rows tail = {{u"Modified", u"no"}, {u"Read only", u"no"}, {u"Size", u"0"}, {u"Lines", u"0"}};
-    struct {
-        std::shared_ptr<mvDocument> document;
-        Location current;
-        Rows place, rest;
-    } const rows[] = {{t.Open(kMain),
-                       {},
-                       {{u"Host", u"server1"}, {u"Account", u"DEMO"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
-                       tail},
-                      {t.Open(remote, true),
-                       {},
-                       {{u"Host", u"prod"}, {u"Account", u"ACCT"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
-                       {{u"Modified", u"no"}, {u"Read only", u"yes"}, {u"Size", u"3"}, {u"Lines", u"2"}}},
-                      {t.Open(kLocal),
-                       {},
-                       {{u"Location", u"/home/x"}, {u"File name", u"a.bas"}},
-                       {{u"Modified", u"no"}, {u"Read only", u"no"}, {u"Size", u"4"}, {u"Lines", u"2"}}},
-                      {t.New(),
-                       {u"mvdb", u"*", u"DEMO", u"BP"},
-                       {{u"Host", u"mvdb"}, {u"Account", u"DEMO"}, {u"File name", u"BP"}, {u"Item ID", u"NewItem1"}},
-                       tail},
-                      {t.New(),
-                       {u"mvdb", u"prod", u"", u""},
-                       {{u"Host", u"prod"}, {u"Account", u""}, {u"File name", u""}, {u"Item ID", u"NewItem2"}},
-                       tail},
-                      {t.New(), {u"file", u"*", u"", u""}, {{u"Location", u""}, {u"File name", u"NewItem3"}}, tail}};
-    for (auto& row : rows) {
-        Rows wanted = row.place;
-        wanted.insert(wanted.end(), row.rest.begin(), row.rest.end());
-        EXPECT_EQ(DocumentProperties(*row.document, row.current), wanted);
+    const std::tuple<std::shared_ptr<mvDocument>, Location, Rows, Rows> rows[] = {
+        {t.Open(kMain),
+         {},
+         {{u"Host", u"server1"}, {u"Account", u"DEMO"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
+         tail},
+        {t.Open(remote, true),
+         {},
+         {{u"Host", u"prod"}, {u"Account", u"ACCT"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
+         {{u"Modified", u"no"}, {u"Read only", u"yes"}, {u"Size", u"3"}, {u"Lines", u"2"}}},
+        {t.Open(kLocal),
+         {},
+         {{u"Location", u"/home/x"}, {u"File name", u"a.bas"}},
+         {{u"Modified", u"no"}, {u"Read only", u"no"}, {u"Size", u"4"}, {u"Lines", u"2"}}},
+        {t.New(),
+         {u"mvdb", u"*", u"DEMO", u"BP"},
+         {{u"Host", u"mvdb"}, {u"Account", u"DEMO"}, {u"File name", u"BP"}, {u"Item ID", u"NewItem1"}},
+         tail},
+        {t.New(),
+         {u"mvdb", u"prod", u"", u""},
+         {{u"Host", u"prod"}, {u"Account", u""}, {u"File name", u""}, {u"Item ID", u"NewItem2"}},
+         tail},
+        {t.New(), {u"file", u"*", u"", u""}, {{u"Location", u""}, {u"File name", u"NewItem3"}}, tail}};
+    for (const auto& [document, current, place, rest] : rows) {
+        Rows wanted = place;
+        wanted.insert(wanted.end(), rest.begin(), rest.end());
+        EXPECT_EQ(DocumentProperties(*document, current), wanted);
     }
 }
 
@@ -243,5 +231,4 @@ TEST(DocumentPropertiesTest, SelectionAddsItsMeasures)
     EXPECT_EQ(rows[9], (PropertyRow{u"Selected lines", u"3"}));
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::frame_test

@@ -10,8 +10,7 @@
 #include <set>
 #include <sstream>
 
-namespace nib {
-namespace {
+namespace nib::help_test {
 
 std::map<std::string, std::string> ReadPages()
 {
@@ -96,5 +95,4 @@ TEST(HelpTest, Search)
     for (auto& [query, found] : rows) EXPECT_EQ(index.Find(query), found) << ToUtf8(query);
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::help_test

@@ -1,14 +1,8 @@
 #include "fakes/Failure.h"
-#include "fakes/FakeWindows.h"
 #include "fakes/TestShell.h"
-#include "shell/MenuDispatcher.h"
 #include "shell/menus/FrameKeys.h"
-#include "shell/menus/MenuModel.h"
 
-#include <gtest/gtest.h>
-
-namespace nib::test {
-namespace {
+namespace nib::test::menus_test {
 
 using Lines = std::vector<Text>;
 
@@ -76,8 +70,8 @@ TEST(MenuModelTest, AddedToolsStandWhereTheyShould)
     EXPECT_EQ(Lines(keys.end() - 4, keys.end()), (Lines{u"Properties", u"file_1", u"file_2", u"*Exit"}));
     model.Remove(Band::MainMenu, u"FILE_1");
     EXPECT_EQ(model.Find(Band::MainMenu, u"file_1"), nullptr);
-    EXPECT_EQ(Keys(model.Tool(Band::MainMenu, u"Search")),
-              (Lines{u"*Find", u"FindNext", u"Replace", u"FindInAccount", u"*Goto", u"NavBack", u"NavForward", u"*Bookmarks"}));
+    EXPECT_EQ(Keys(model.Tool(Band::MainMenu, u"Search")), (Lines{u"*Find", u"FindNext", u"Replace", u"FindInAccount",
+                                                                  u"*Goto", u"NavBack", u"NavForward", u"*Bookmarks"}));
 }
 
 TEST(MenuModelTest, NumberedShortcuts)
@@ -143,21 +137,16 @@ TEST_F(MenuDispatcherTest, TabMenu)
     auto second = t.New();
     first->View()->SetWindowState(1);
     second->View()->SetWindowState(2);
-    struct Row {
-        bool buttons;
-        int32_t tab;
-        Text min, max;
-    };
-    const Row rows[] = {{false, second->DocumentID(), u"hidden", u"on checked group"},
-                        {true, second->DocumentID(), u"on group", u"on checked"},
-                        {true, first->DocumentID(), u"off checked group", u"off"}};
-    for (const Row& row : rows) {
-        t.program.EditorSettings().MinMaxClose = row.buttons;
-        t.dispatcher.TabContextMenu(row.tab, {5, 6});
+    const std::tuple<bool, int32_t, Text, Text> rows[] = {{false, second->DocumentID(), u"hidden", u"on checked group"},
+                                                          {true, second->DocumentID(), u"on group", u"on checked"},
+                                                          {true, first->DocumentID(), u"off checked group", u"off"}};
+    for (const auto& [buttons, tab, min, max] : rows) {
+        t.program.EditorSettings().MinMaxClose = buttons;
+        t.dispatcher.TabContextMenu(tab, {5, 6});
         EXPECT_EQ(t.Drawn(), Lines{u"pop 4 at 5"});
-        EXPECT_EQ(t.menus.Root(Band::TabContext).tag, Decimal(row.tab));
-        EXPECT_EQ(State(Band::TabContext, u"tab_min"), row.min);
-        EXPECT_EQ(State(Band::TabContext, u"tab_max"), row.max);
+        EXPECT_EQ(t.menus.Root(Band::TabContext).tag, Decimal(tab));
+        EXPECT_EQ(State(Band::TabContext, u"tab_min"), min);
+        EXPECT_EQ(State(Band::TabContext, u"tab_max"), max);
     }
     t.dispatcher.TabContextMenu(99, {5, 6});
     EXPECT_EQ(t.Drawn(), Lines{}) << "no such window";
@@ -167,25 +156,21 @@ TEST_F(MenuDispatcherTest, ContextMenuByWhatWasHit)
 {
     auto document = t.New();
     t.program.EditorSettings().CollapseBlocks = true;
-    struct Row {
-        HitKind kind;
-        bool canGoto, canOpen, canFold;
-        Text caption;
-    };
-    const Row rows[] = {{HitKind::None, false, false, false, u"Collapse block"},
-                        {HitKind::Label, true, false, false, u"Collapse block"},
-                        {HitKind::Call, false, true, false, u"Collapse block"},
-                        {HitKind::Include, false, true, false, u"Collapse block"},
-                        {HitKind::OpenBlock, false, false, true, u"Collapse block"},
-                        {HitKind::ClosedBlock, false, false, true, u"Expand block"}};
+    const std::tuple<HitKind, bool, bool, bool, Text> rows[] = {
+        {HitKind::None, false, false, false, u"Collapse block"},
+        {HitKind::Label, true, false, false, u"Collapse block"},
+        {HitKind::Call, false, true, false, u"Collapse block"},
+        {HitKind::Include, false, true, false, u"Collapse block"},
+        {HitKind::OpenBlock, false, false, true, u"Collapse block"},
+        {HitKind::ClosedBlock, false, false, true, u"Expand block"}};
     auto tool = [&](TextView key) -> const MenuTool& { return t.menus.Tool(Band::Popup, key); };
-    for (const Row& row : rows) {
-        t.dispatcher.ShowContextMenu(row.kind);
+    for (const auto& [kind, canGoto, canOpen, canFold, caption] : rows) {
+        t.dispatcher.ShowContextMenu(kind);
         EXPECT_EQ(t.Drawn(), Lines{u"pop 3"});
-        EXPECT_EQ(tool(u"ctxGoto").enabled, row.canGoto);
-        EXPECT_EQ(tool(u"ctxOpen").enabled, row.canOpen);
-        EXPECT_EQ(tool(u"ctxToggleBlock").enabled, row.canFold);
-        EXPECT_EQ(tool(u"ctxToggleBlock").caption, row.caption);
+        EXPECT_EQ(tool(u"ctxGoto").enabled, canGoto);
+        EXPECT_EQ(tool(u"ctxOpen").enabled, canOpen);
+        EXPECT_EQ(tool(u"ctxToggleBlock").enabled, canFold);
+        EXPECT_EQ(tool(u"ctxToggleBlock").caption, caption);
         EXPECT_TRUE(tool(u"ctxToggleBlock").visible);
         for (TextView key : {u"Cut", u"Copy", u"Clear", u"Paste", u"Undo"}) EXPECT_FALSE(tool(key).enabled);
     }
@@ -242,5 +227,4 @@ TEST(KeyboardFilterTest, KeysAndPlaces)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::menus_test

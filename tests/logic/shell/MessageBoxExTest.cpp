@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace nib {
-namespace {
+namespace nib::message_box_ex_test {
 
 using namespace message_box;
 
@@ -54,5 +53,4 @@ TEST(MessageBoxExTest, ButtonsDefaultAndEscape)
     EXPECT_EQ(MessageBoxAnswer(kAnswerYes, true), 6 + 128);
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::message_box_ex_test

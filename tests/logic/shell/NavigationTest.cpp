@@ -1,10 +1,8 @@
 #include "shell/navigation/Navigation.h"
-#include "documents/mvDocument.h"
 #include "editing/LexClass.h"
 #include "fakes/TestProgram.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::navigation_test {
 
 struct GotoModelTest : testing::Test {
     TestProgram t;
@@ -21,22 +19,18 @@ struct GotoModelTest : testing::Test {
 
 TEST_F(GotoModelTest, Accept)
 {
-    struct {
-        bool byLine;
-        Text label, line;
-        Position caret;
-        Text target;
-    } const rows[] = {{false, u"A", u"4", {2, 2}, u"A"},    {false, u"10", u"", {0, 3}, u"10"},
-                      {true, u"A", u"2", {0, 1}, u"old"},   {true, u"", u" 3 ", {0, 2}, u"old"},
-                      {true, u"A", u"abc", {0, 0}, u"old"}, {true, u"A", u"", {0, 0}, u"old"},
-                      {true, u"", u"99", {0, 3}, u"old"},   {true, u"", u"9999999999", {0, 3}, u"old"}};
-    for (auto& row : rows) {
+    const std::tuple<bool, Text, Text, Position, Text> rows[] = {
+        {false, u"A", u"4", {2, 2}, u"A"},    {false, u"10", u"", {0, 3}, u"10"},
+        {true, u"A", u"2", {0, 1}, u"old"},   {true, u"", u" 3 ", {0, 2}, u"old"},
+        {true, u"A", u"abc", {0, 0}, u"old"}, {true, u"A", u"", {0, 0}, u"old"},
+        {true, u"", u"99", {0, 3}, u"old"},   {true, u"", u"9999999999", {0, 3}, u"old"}};
+    for (const auto& [byLine, label, line, caret, target] : rows) {
         GotoModel model(t.program.Services());
         model.Begin(u"old");
-        model.ChooseLine(row.byLine);
-        EXPECT_TRUE(model.Accept(row.label, row.line));
-        EXPECT_EQ(view.Caret(), row.caret) << ToUtf8(row.label) << " " << ToUtf8(row.line);
-        EXPECT_EQ(model.Target(), row.target);
+        model.ChooseLine(byLine);
+        EXPECT_TRUE(model.Accept(label, line));
+        EXPECT_EQ(view.Caret(), caret) << ToUtf8(label) << " " << ToUtf8(line);
+        EXPECT_EQ(model.Target(), target);
     }
 }
 
@@ -194,16 +188,14 @@ TEST_F(HistoryTest, StaleRecordsAreConsumed)
 
 TEST_F(HistoryTest, Throttle)
 {
-    struct {
-        int64_t after;
-        bool throttled, recorded;
-    } const rows[] = {{0, true, true},     {500, true, false}, {500, true, false}, {1, true, true},
-                      {1000, true, false}, {0, false, true},   {0, false, true},   {0, true, true},
-                      {1, true, false},    {-100, true, true}, {1001, true, true}, {1000, true, false}};
+    const std::tuple<int64_t, bool, bool> rows[] = {{0, true, true},    {500, true, false},  {500, true, false},
+                                                    {1, true, true},    {1000, true, false}, {0, false, true},
+                                                    {0, false, true},   {0, true, true},     {1, true, false},
+                                                    {-100, true, true}, {1001, true, true},  {1000, true, false}};
     int32_t at = 0;
-    for (auto& row : rows) {
-        t.clock.now += row.after;
-        EXPECT_EQ(history.RecordPosition(document.get(), row.throttled), row.recorded) << at;
+    for (const auto& [after, throttled, recorded] : rows) {
+        t.clock.now += after;
+        EXPECT_EQ(history.RecordPosition(document.get(), throttled), recorded) << at;
         ++at;
     }
     EXPECT_FALSE(history.RecordPosition(nullptr, false));
@@ -242,5 +234,4 @@ TEST_F(HistoryTest, JumpsOfTheActiveDocumentRecord)
     EXPECT_EQ(Back(), 7) << "a jump in a document that is not active is none of the user's";
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::navigation_test

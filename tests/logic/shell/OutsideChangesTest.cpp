@@ -2,8 +2,7 @@
 
 #include "fakes/FakeSearch.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::outside_changes_test {
 
 using namespace message_box;
 
@@ -100,5 +99,4 @@ TEST(OutsideChangesTest, WaitsWhileTheUserIsAskedAndListsWhatDiffers)
     EXPECT_EQ(document->GetText(), u"a\r\nb\r\nc");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::outside_changes_test

@@ -7,8 +7,7 @@ void PrintTo(const CommandLineAction& action, std::ostream* out)
 }
 } // namespace nib
 
-namespace nib::test {
-namespace {
+namespace nib::test::program_test {
 
 using Lines = std::vector<Text>;
 using Kind = CommandLineAction::Kind;
@@ -229,32 +228,25 @@ TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)
     EXPECT_EQ(t.Documents().Count(), 2);
 }
 
-struct AccountRow {
-    const char* name;
-    Lines words;
-    Text account;
-    bool fails;
-    Text database;
-};
-
 TEST(LearnAccountTest, FromTheConnectedServer)
 {
-    const AccountRow rows[] = {{"learned", {u"/H=h1"}, u"LOGIN", false, u"LOGIN"},
-                               {"given", {u"/H=h1", u"/A=MINE"}, u"LOGIN", false, u"MINE"},
-                               {"given behind", {u"/A=MINE", u"/H=h1"}, u"LOGIN", false, u"MINE"},
-                               {"no name", {u"/H=h1"}, u"", false, u""},
-                               {"fails", {u"/H=h1"}, u"LOGIN", true, u""},
-                               {"no host", {}, u"LOGIN", false, u""}};
-    for (const AccountRow& row : rows) {
-        SCOPED_TRACE(row.name);
+    const std::tuple<const char*, Lines, Text, bool, Text> rows[] = {
+        {"learned", {u"/H=h1"}, u"LOGIN", false, u"LOGIN"},
+        {"given", {u"/H=h1", u"/A=MINE"}, u"LOGIN", false, u"MINE"},
+        {"given behind", {u"/A=MINE", u"/H=h1"}, u"LOGIN", false, u"MINE"},
+        {"no name", {u"/H=h1"}, u"", false, u""},
+        {"fails", {u"/H=h1"}, u"LOGIN", true, u""},
+        {"no host", {}, u"LOGIN", false, u""}};
+    for (const auto& [name, words, account, fails, database] : rows) {
+        SCOPED_TRACE(name);
         TestProgram t;
-        t.Store().session.account = row.account;
-        if (row.fails) t.Store().session.failure = Error{error_number::kStorage, u"no"};
-        t.program.Main(Arguments(row.words));
-        EXPECT_EQ(t.program.Place().now.Database, row.database);
-        EXPECT_EQ(t.Store().session.asked.empty(), row.database.empty());
+        t.Store().session.account = account;
+        if (fails) t.Store().session.failure = Error{error_number::kStorage, u"no"};
+        t.program.Main(Arguments(words));
+        EXPECT_EQ(t.program.Place().now.Database, database);
+        EXPECT_EQ(t.Store().session.asked.empty(), database.empty());
         EXPECT_EQ(t.trace.lines.back().second, u"parse end");
-        if (!row.words.empty()) {
+        if (!words.empty()) {
             EXPECT_EQ(t.connection.opens.front().path, u"mvdb:h1");
         }
     }
@@ -273,5 +265,4 @@ TEST(ParseFailureTest, IsReportedAndTheProgramGoesOn)
     EXPECT_FALSE(t.program.IsShuttingDown());
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::program_test

@@ -4,6 +4,7 @@
 #include "text/SourceDocument.h"
 
 #include <algorithm>
+#include <functional>
 #include <random>
 #include <vector>
 
@@ -95,6 +96,19 @@ struct BufferModel {
         lines.erase(lines.begin() + start.line, lines.begin() + end.line);
         lines[first] = std::move(joined);
     }
+};
+
+/// An operation as its caller writes it.
+struct CallOp final : ISourceOp {
+    using Step = std::function<void(SourceDocument&)>;
+
+    CallOp(Step doIt, Step undoIt) : do_(std::move(doIt)), undo_(std::move(undoIt)) {}
+    void DoOp(SourceDocument& document) override { do_(document); }
+    void UndoOp(SourceDocument& document) override { undo_(document); }
+
+private:
+    Step do_;
+    Step undo_;
 };
 
 /// The same sequence for the same seed on every machine.

@@ -1,32 +1,18 @@
 // The buffer among callers that misbehave: listeners and lexers that throw or call back in, operations that nest.
 
+#include "BufferModel.h"
 #include "ToyLexer.h"
-#include "base/Error.h"
-#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 
-namespace nib::test {
-namespace {
-
-class Op final : public ISourceOp {
-public:
-    using Step = std::function<void(SourceDocument&)>;
-    Op(Step doIt, Step undoIt) : do_(std::move(doIt)), undo_(std::move(undoIt)) {}
-    void DoOp(SourceDocument& document) override { do_(document); }
-    void UndoOp(SourceDocument& document) override { undo_(document); }
-
-private:
-    Step do_;
-    Step undo_;
-};
+namespace nib::test::buffer_robustness_test {
 
 std::unique_ptr<ISourceOp> InsertAtFront(Text text)
 {
     auto size = static_cast<int32_t>(text.size());
-    return std::make_unique<Op>(
+    return std::make_unique<CallOp>(
         [text](SourceDocument& d) {
             d.InsertText({0, 0}, text);
         },
@@ -55,11 +41,11 @@ TEST(BufferRobustness, AnOperationTakenBackLeavesTheCaretWhereItChangedTheText)
     buffer.Redo();
     EXPECT_EQ(listener.carets, (std::vector<Position>{{0, 0}, {3, 0}}));
     buffer.ClearUndo();
-    buffer.ExecuteOp(std::make_unique<Op>([](SourceDocument&) {},
-                                          [](SourceDocument& d) {
-                                              d.InsertText({0, 0}, u"x");
-                                              d.NotifyChange(70, 0, 99, {2, 0});
-                                          }));
+    buffer.ExecuteOp(std::make_unique<CallOp>([](SourceDocument&) {},
+                                              [](SourceDocument& d) {
+                                                  d.InsertText({0, 0}, u"x");
+                                                  d.NotifyChange(70, 0, 99, {2, 0});
+                                              }));
     buffer.Undo();
     EXPECT_EQ(listener.carets.back(), (Position{2, 0}));
     EXPECT_EQ(listener.carets.size(), 3u);
@@ -131,8 +117,7 @@ struct Hostile {
 };
 
 /// Answers tokens as it is told, whatever the line.
-class HostileLexer : public ToyLexer {
-public:
+struct HostileLexer : ToyLexer {
     explicit HostileLexer(std::function<void(Token&, int32_t)> scan) : scan_(std::move(scan)) {}
     void BeginLineScan(SourceDocument&, int32_t, TextView, int32_t) override { call_ = 0; }
     void ScanToken(Token& token) override { scan_(token, call_++); }
@@ -228,5 +213,4 @@ TEST(Scan, SlicesGetToTheEnd)
     EXPECT_EQ(lexer.linesScanned, 1000);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::buffer_robustness_test

@@ -1,19 +1,15 @@
 #include "BufferModel.h"
-#include "base/Error.h"
-#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
 
 #include <optional>
 
-namespace nib::test {
-namespace {
+namespace nib::test::buffer_test {
 
 constexpr TextView kAlphabet = u"abc {}.\u00C9\u00FF\u0416\uF8FC\uF8FD\uF8FE";
 
 /// Replaces a range; both ways from its own fields. May fail after its first edit.
-class ReplaceOp : public ISourceOp {
-public:
+struct ReplaceOp : ISourceOp {
     ReplaceOp(Position start, Position end, Text removed, Text text, bool fails)
         : start_(start), end_(end), removed_(std::move(removed)), text_(std::move(text)), fails_(fails)
     {
@@ -273,5 +269,4 @@ TEST(Bookmarks, NextAndPreviousGoRoundTheEnds)
     EXPECT_EQ(buffer.FindBookmark(0, true), -1);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::buffer_test

@@ -3,8 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::folding_test {
 
 /// Blocks found by walking all lines.
 struct NaiveBlocks {
@@ -184,5 +183,4 @@ TEST(Folding, ALocalEditScansFewLines)
     EXPECT_EQ(lexer.linesScanned, 0);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::folding_test

@@ -1,14 +1,9 @@
 #include "BufferModel.h"
 #include "text/LineDiff.h"
-#include "text/LineStore.h"
-#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
 
-#include <random>
-
-namespace nib::test {
-namespace {
+namespace nib::test::lines_test {
 
 struct Kept {
     Text text;
@@ -215,5 +210,4 @@ TEST(LineDiff, LinesInBothTextsStayThemselves)
     EXPECT_EQ(document.GetLineData(3, LineWord::Identity), 7U);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::lines_test

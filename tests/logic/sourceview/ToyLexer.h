@@ -8,8 +8,7 @@
 
 namespace nib::test {
 
-class ToyLexer : public ISourceLex4 {
-public:
+struct ToyLexer : ISourceLex4 {
     void BeginLineScan(SourceDocument& document, int32_t line, TextView lineText, int32_t) override
     {
         line_ = line;

@@ -1,13 +1,10 @@
 #include "BufferModel.h"
 
-#include "base/Error.h"
-
 #include <gtest/gtest.h>
 
 #include <functional>
 
-namespace nib::test {
-namespace {
+namespace nib::test::undo_test {
 
 /// One letter an action: see Do().
 struct Row {
@@ -19,15 +16,17 @@ struct Row {
     bool modified;  ///< at the end
 };
 
-class AppendOp : public ISourceOp {
-public:
-    void DoOp(SourceDocument& document) override { document.InsertText({0, 9}, u"op"); }
-    void UndoOp(SourceDocument& document) override
-    {
-        Position end{document.LineLength(document.LineCount() - 1), document.LineCount() - 1};
-        document.DeleteRange({end.col - 2, end.line}, end);
-    }
-};
+std::unique_ptr<ISourceOp> AppendOp()
+{
+    return std::make_unique<CallOp>(
+        [](SourceDocument& d) {
+            d.InsertText({0, 9}, u"op");
+        },
+        [](SourceDocument& d) {
+            const Position end = d.End();
+            d.DeleteRange({end.col - 2, end.line}, end);
+        });
+}
 
 void Do(SourceDocument& b, char action)
 {
@@ -47,7 +46,7 @@ void Do(SourceDocument& b, char action)
     case 'u': b.Undo(); break;
     case 'r': b.Redo(); break;
     case 'c': b.ClearUndo(); break;
-    case 'o': b.ExecuteOp(std::make_unique<AppendOp>()); break;
+    case 'o': b.ExecuteOp(AppendOp()); break;
     default: FAIL() << action;
     }
 }
@@ -102,29 +101,25 @@ TEST(Undo, StepsAndSavePoints)
     }
 }
 
-class CallOp : public ISourceOp {
-public:
-    explicit CallOp(std::function<void(SourceDocument&)> body) : body_(std::move(body)) {}
-    void DoOp(SourceDocument& document) override
-    {
-        document.InsertText({0, 0}, u"op\r\n");
-        body_(document);
-    }
-    void UndoOp(SourceDocument& document) override
-    {
-        document.DeleteRange({0, 0}, {0, 1});
-        body_(document);
-    }
-
-private:
-    std::function<void(SourceDocument&)> body_;
-};
+/// Does the same on its way there and back, once the text is changed.
+std::unique_ptr<ISourceOp> ThereAndBack(CallOp::Step body)
+{
+    return std::make_unique<CallOp>(
+        [body](SourceDocument& d) {
+            d.InsertText({0, 0}, u"op\r\n");
+            body(d);
+        },
+        [body](SourceDocument& d) {
+            d.DeleteRange({0, 0}, {0, 1});
+            body(d);
+        });
+}
 
 TEST(Undo, AnOperationIsRefusedTheUndoStack)
 {
     const std::function<void(SourceDocument&)> bodies[] = {
         [](SourceDocument& d) { d.Undo(); }, [](SourceDocument& d) { d.Redo(); },
-        [](SourceDocument& d) { d.ClearUndo(); }, [](SourceDocument& d) { d.ExecuteOp(std::make_unique<AppendOp>()); },
+        [](SourceDocument& d) { d.ClearUndo(); }, [](SourceDocument& d) { d.ExecuteOp(AppendOp()); },
         [](SourceDocument& d) { static_cast<SourceDocument&>(d).SetText(u"new"); }};
     for (auto& body : bodies) {
         SourceDocument buffer;
@@ -132,12 +127,12 @@ TEST(Undo, AnOperationIsRefusedTheUndoStack)
         buffer.BreakTyping();
         buffer.InsertText({3, 0}, u"d");
         buffer.Undo();
-        EXPECT_THROW(buffer.ExecuteOp(std::make_unique<CallOp>(body)), Error);
+        EXPECT_THROW(buffer.ExecuteOp(ThereAndBack(body)), Error);
         EXPECT_EQ(buffer.GetText(), u"abc");
         EXPECT_TRUE(buffer.CanRedo());
         // And on the way back, where the step itself is on the stack.
         bool armed = false;
-        buffer.ExecuteOp(std::make_unique<CallOp>([&](SourceDocument& d) {
+        buffer.ExecuteOp(ThereAndBack([&](SourceDocument& d) {
             if (armed) body(d);
         }));
         armed = true;
@@ -150,8 +145,7 @@ TEST(Undo, AnOperationIsRefusedTheUndoStack)
 }
 
 /// Does the same thing in every call.
-class CallListener : public BufferListener {
-public:
+struct CallListener : BufferListener {
     explicit CallListener(std::function<void()> body) : body_(std::move(body)) {}
     void TextChanged(const TextChange&) override { body_(); }
     void TextReset() override { body_(); }
@@ -172,7 +166,7 @@ TEST(Listeners, EditsFromWithinACallAreRefused)
         EXPECT_THROW(buffer.InsertText({0, 0}, u"no"), Error);
         EXPECT_THROW(buffer.DeleteRange({0, 0}, {1, 0}), Error);
         EXPECT_THROW(buffer.SetText(u"no"), Error);
-        EXPECT_THROW(buffer.ExecuteOp(std::make_unique<AppendOp>()), Error);
+        EXPECT_THROW(buffer.ExecuteOp(AppendOp()), Error);
         if (buffer.CanUndo()) {
             EXPECT_THROW(buffer.Undo(), Error);
         }
@@ -208,5 +202,4 @@ TEST(Listeners, OneThatThrowsHarmsNeitherTheTextNorTheOthers)
     EXPECT_EQ(buffer.GetText(), u"");
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::undo_test

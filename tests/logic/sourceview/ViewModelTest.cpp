@@ -11,8 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace nib {
-namespace {
+namespace nib::view_model_test {
 
 struct Marked {
     Text text;
@@ -244,18 +243,16 @@ TEST_F(ViewTest, ProgramsPositionsAreClampedAndNeverSplitACharacter)
 
 TEST_F(ViewTest, TheOtherViewsCaretStaysWithItsText)
 {
-    struct {
-        Position caret, expected;
-    } const rows[] = {{{0, 0}, {0, 0}}, {{2, 0}, {0, 1}}, {{2, 1}, {2, 2}}};
-    for (const auto& row : rows) {
+    const std::pair<Position, Position> rows[] = {{{0, 0}, {0, 0}}, {{2, 0}, {0, 1}}, {{2, 1}, {2, 2}}};
+    for (const auto& [caret, expected] : rows) {
         Load(u"|AB\nCD");
         SourceView other(buffer, clipboard);
-        other.SetCaret(row.caret);
+        other.SetCaret(caret);
         view.SetCaret({1, 0});
         view.TypeText(u"x\r\n");
         view.Delete();
         EXPECT_EQ(view.Caret(), (Position{0, 1}));
-        EXPECT_EQ(other.Caret(), row.expected);
+        EXPECT_EQ(other.Caret(), expected);
     }
 }
 
@@ -305,5 +302,4 @@ TEST_F(ViewTest, TypingIsOneStepUntilTheCaretMoves)
     EXPECT_EQ(view.GetText(), u"");
 }
 
-} // namespace
-} // namespace nib
+} // namespace nib::view_model_test

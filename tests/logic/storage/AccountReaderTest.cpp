@@ -1,7 +1,6 @@
 #include "HostFixture.h"
 
-namespace nib::test {
-namespace {
+namespace nib::test::account_reader_test {
 
 using AccountReaderTest = HostFixture;
 using Ids = std::vector<Text>;
@@ -29,5 +28,4 @@ TEST_F(AccountReaderTest, ReadsAllItemsAsTheyAreOpened)
     EXPECT_TRUE(FailureOf([&] { reader->Read(u"BP", u"INVOICE"); }));
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::account_reader_test

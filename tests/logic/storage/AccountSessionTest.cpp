@@ -4,11 +4,9 @@
 
 #include <chrono>
 
-#include <csignal>
 #include <sys/stat.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::account_session_test {
 
 using namespace std::string_literals;
 using namespace std::chrono_literals;
@@ -35,8 +33,7 @@ struct StoppingNotice final : WaitNotice {
     bool busy = false;
 };
 
-class AccountSessionTest : public HostFixture {
-protected:
+struct AccountSessionTest : HostFixture {
     void Verb(const std::string& name, const std::string& program, const std::string& seconds = "")
     {
         folder.File("accounts/DEMO/VOC/" + name, "V verb\n" + program + "\n" + seconds + "\n");
@@ -68,17 +65,14 @@ TEST_F(AccountSessionTest, VerbsRunProgramsInTheAccount)
     Verb("CAT", "cat");
     Verb("DIE", "sh -c 'kill -SEGV $$'");
     Verb("RAW", "printf 'a\\0b\\377\\351'");
-    const struct {
-        TextView command;
-        Text output;
-    } rows[] = {{u"WHERE", FromUtf8(folder / "accounts/DEMO")},
-                {u"where", FromUtf8(folder / "accounts/DEMO")},
-                {u"SHOW x 'y z' \"\" $(id) ;", u"a b|x|y z||$(id)|;|"},
-                {u"lower", u"low"},
-                {u"BOTH", u"one\r\ntwo\r\nthree"},
-                {u"RAW", u"a b\xF8FFé"},
-                {u"DIE", u"sh was ended by signal 11 (Segmentation fault)."}};
-    for (const auto& row : rows) EXPECT_EQ(Run(row.command), row.output) << ToUtf8(row.command);
+    const std::pair<TextView, Text> rows[] = {{u"WHERE", FromUtf8(folder / "accounts/DEMO")},
+                                              {u"where", FromUtf8(folder / "accounts/DEMO")},
+                                              {u"SHOW x 'y z' \"\" $(id) ;", u"a b|x|y z||$(id)|;|"},
+                                              {u"lower", u"low"},
+                                              {u"BOTH", u"one\r\ntwo\r\nthree"},
+                                              {u"RAW", u"a b\xF8FFé"},
+                                              {u"DIE", u"sh was ended by signal 11 (Segmentation fault)."}};
+    for (const auto& [command, output] : rows) EXPECT_EQ(Run(command), output) << ToUtf8(command);
     EXPECT_EQ(Run(u"CAT", u"in é\nput"), u"in é\r\nput");
     EXPECT_EQ(Open(u"mvdb:*/DEMO")->Session()->AccountName(), u"DEMO");
 }
@@ -238,5 +232,4 @@ TEST_F(AccountSessionTest, APlaceWithoutAccountHasTheDefaultOne)
     EXPECT_FALSE(Open(u"mvdb:*")->Supports(kSupportsExecute));
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::account_session_test

@@ -2,8 +2,6 @@
 #include "HeldProcess.h"
 #include "TempFolder.h"
 #include "fakes/Failure.h"
-#include "logic/storage/HeldProcess.h"
-#include "logic/storage/TempFolder.h"
 #include "platform/posix/Process.h"
 
 #include <optional>
@@ -11,10 +9,8 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::file_locks_test {
 
 int32_t LockError(const std::string& account, const std::string& name)
 {
@@ -241,5 +237,4 @@ TEST(SessionTokenTest, OneFolderThatHoldsLocksIsEnough)
     EXPECT_EQ(PosixSessionToken({folder / "blocked/a"}).Take(Unused), 0U);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::file_locks_test

@@ -4,24 +4,17 @@
 #include "fakes/Failure.h"
 #include "platform/posix/FileName.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
-
 #include <acl/libacl.h>
 #include <fcntl.h>
 #include <sys/acl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <sys/xattr.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::file_saver_test {
 
 constexpr uid_t kNobody = 65534;
 
-class FileSaverTest : public testing::Test {
-protected:
+struct FileSaverTest : testing::Test {
     void Save(const std::string& path, const std::string& bytes) const
     {
         FileSaver(folder / "backups/of/saves").Save(path, bytes);
@@ -292,5 +285,4 @@ TEST(ProgramPlacesTest, BesideTheProgramOrOfItsPrefix)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::file_saver_test

@@ -1,14 +1,11 @@
 #include "HostFixture.h"
-#include "hosts/accounts/AccountStore.h"
 
 #include <chrono>
-#include <cstdlib>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::host_connection_test {
 
 class HostConnectionTest : public HostFixture {};
 
@@ -357,5 +354,4 @@ TEST_F(HostConnectionTest, TheSampleAccountComesWholeAndOnce)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / root), {}), 1);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::host_connection_test

@@ -30,8 +30,7 @@ struct ScriptedBoxes : MessageBoxes {
 };
 
 /// A connection to an account DEMO with a little of everything.
-class HostFixture : public testing::Test {
-protected:
+struct HostFixture : testing::Test {
     HostFixture()
     {
         folder.File("accounts/DEMO/BP/INVOICE", "A=1\nPRINT A\n");
@@ -42,8 +41,7 @@ protected:
     HostConfig Config() const
     {
         const Text text = u"# hosts\n[*]\nname=box\naccount=DEMO\nroot=" + FromUtf8(folder / "accounts") +
-                          u"\n[Odd]\nkind=x\n[west]\ncharset=windows-1252\nroot=" +
-                          FromUtf8(folder / "accounts");
+                          u"\n[Odd]\nkind=x\n[west]\ncharset=windows-1252\nroot=" + FromUtf8(folder / "accounts");
         return HostConfig::Parse(text, folder.Path());
     }
     std::shared_ptr<mvItem> Open(TextView path, bool readOnly = false, bool lock = false)

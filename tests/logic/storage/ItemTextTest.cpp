@@ -5,8 +5,7 @@
 
 #include <random>
 
-namespace nib::test {
-namespace {
+namespace nib::test::item_text_test {
 
 using namespace std::string_literals;
 
@@ -15,37 +14,31 @@ const ItemText kItems = ItemText::ForItems(Charset(), false);
 const ItemText kWestern = ItemText::ForItems(Charset(u"windows-1252"), true);
 const ItemText kJapanese = ItemText::ForItems(Charset(u"Shift_JIS"), true);
 
-struct ReadCase {
-    const char* name;
-    const ItemText& rules;
-    std::string bytes;
-    Text text;
-};
-
-const ReadCase kReads[] = {{"attributes", kItems, "A\nB\n", u"A\r\nB"},
-                           {"no last line feed", kItems, "A\nB", u"A\r\nB"},
-                           {"one last line feed only", kItems, "A\n\n", u"A\r\n"},
-                           {"empty", kItems, "", u""},
-                           {"line feed alone", kItems, "\n", u""},
-                           {"marks", kItems, "A\xFD\x42\xFC\xFE\xFB\xFF\n", u"A\xF8FD\x42\xF8FC\xF8FE\xF8FB\xF8FF"},
-                           {"UTF-8 and marks", kItems, "\xC3\xA9\xFD\xE2\x82\xAC\n", u"é\xF8FD€"},
-                           {"Latin-1 and marks", kItems, "\xE9\xFD\xE8\n", u"é\xF8FDè"},
-                           {"a mark inside a sequence", kItems, "\xC3\xFD\xA9\n", u"Ã\xF8FD©"},
-                           {"marks in UTF-8", kItems, "A\xEF\xA3\xBD\x42\n", u"A\xF8FD\x42"},
-                           {"marks in both forms", kItems, "\xEF\xA3\xBD\xFD\n", u"\u00EF\u00A3\u00BD\xF8FD"},
-                           {"CR LF item", kItems, "A\r\nB\r\n", u"A\r\nB"},
-                           {"other plane", kItems, "\xF0\x9F\x98\x80\n", u"😀"},
-                           {"charset", kWestern, "\x80 \xE9\xFD\n", u"€ é\xF8FD"},
-                           {"UTF-8 before the charset", kWestern, "\xC3\xA9\n", u"é"},
-                           {"two bytes a letter", kJapanese, "\x83\x65\xFE\x83\x58\n", u"テ\xF8FEス"},
-                           {"not of the charset", kJapanese, "\x83\x20\xE9\n", u"\x83 é"},
-                           {"file keeps its last break", kFiles, "A\nB\n", u"A\r\nB\r\n"},
-                           {"file in UTF-8 with mark", kFiles, "\xEF\xBB\xBF\xC3\xA9", u"é"},
-                           {"file in Latin-1", kFiles, "\xFB\xFC\xFD\xFE\xE9", u"ûüýþé"},
-                           {"file with marks in UTF-8", kFiles, "\xEF\xA3\xBD", u"\xF8FD"},
-                           {"file in UTF-16", kFiles, "\xFF\xFE"s + "A\0\r\0\n\0\xAC\x20"s, u"A\r\n€"},
-                           {"file in the other UTF-16", kFiles, "\xFE\xFF"s + "\0A\0\n\x20\xAC"s, u"A\r\n€"},
-                           {"file of CR", kFiles, "A\rB\r", u"A\r\nB\r\n"}};
+const std::tuple<const char*, const ItemText&, std::string, Text> kReads[] = {
+    {"attributes", kItems, "A\nB\n", u"A\r\nB"},
+    {"no last line feed", kItems, "A\nB", u"A\r\nB"},
+    {"one last line feed only", kItems, "A\n\n", u"A\r\n"},
+    {"empty", kItems, "", u""},
+    {"line feed alone", kItems, "\n", u""},
+    {"marks", kItems, "A\xFD\x42\xFC\xFE\xFB\xFF\n", u"A\xF8FD\x42\xF8FC\xF8FE\xF8FB\xF8FF"},
+    {"UTF-8 and marks", kItems, "\xC3\xA9\xFD\xE2\x82\xAC\n", u"é\xF8FD€"},
+    {"Latin-1 and marks", kItems, "\xE9\xFD\xE8\n", u"é\xF8FDè"},
+    {"a mark inside a sequence", kItems, "\xC3\xFD\xA9\n", u"Ã\xF8FD©"},
+    {"marks in UTF-8", kItems, "A\xEF\xA3\xBD\x42\n", u"A\xF8FD\x42"},
+    {"marks in both forms", kItems, "\xEF\xA3\xBD\xFD\n", u"\u00EF\u00A3\u00BD\xF8FD"},
+    {"CR LF item", kItems, "A\r\nB\r\n", u"A\r\nB"},
+    {"other plane", kItems, "\xF0\x9F\x98\x80\n", u"😀"},
+    {"charset", kWestern, "\x80 \xE9\xFD\n", u"€ é\xF8FD"},
+    {"UTF-8 before the charset", kWestern, "\xC3\xA9\n", u"é"},
+    {"two bytes a letter", kJapanese, "\x83\x65\xFE\x83\x58\n", u"テ\xF8FEス"},
+    {"not of the charset", kJapanese, "\x83\x20\xE9\n", u"\x83 é"},
+    {"file keeps its last break", kFiles, "A\nB\n", u"A\r\nB\r\n"},
+    {"file in UTF-8 with mark", kFiles, "\xEF\xBB\xBF\xC3\xA9", u"é"},
+    {"file in Latin-1", kFiles, "\xFB\xFC\xFD\xFE\xE9", u"ûüýþé"},
+    {"file with marks in UTF-8", kFiles, "\xEF\xA3\xBD", u"\xF8FD"},
+    {"file in UTF-16", kFiles, "\xFF\xFE"s + "A\0\r\0\n\0\xAC\x20"s, u"A\r\n€"},
+    {"file in the other UTF-16", kFiles, "\xFE\xFF"s + "\0A\0\n\x20\xAC"s, u"A\r\n€"},
+    {"file of CR", kFiles, "A\rB\r", u"A\r\nB\r\n"}};
 
 std::string SaveError(const ItemText& rules, TextView text, const TextForm& form)
 {
@@ -54,11 +47,11 @@ std::string SaveError(const ItemText& rules, TextView text, const TextForm& form
 
 TEST(ItemTextTest, ReadsAndWritesBackWhatStood)
 {
-    for (const ReadCase& row : kReads) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, rules, bytes, text] : kReads) {
+        SCOPED_TRACE(name);
         TextForm form;
-        EXPECT_EQ(row.rules.Decode(row.bytes, form, u"X"), row.text);
-        EXPECT_EQ(row.rules.Encode(row.text, form, u"X"), row.bytes);
+        EXPECT_EQ(rules.Decode(bytes, form, u"X"), text);
+        EXPECT_EQ(rules.Encode(text, form, u"X"), bytes);
     }
 }
 
@@ -137,5 +130,4 @@ TEST(ItemTextTest, AnyBytesComeBack)
     }
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::item_text_test

@@ -1,16 +1,7 @@
 #include "HostFixture.h"
-#include "TempFolder.h"
-#include "base/Error.h"
 #include "fakes/Patience.h"
-#include "hosts/ItemBrowser.h"
-#include "hosts/accounts/AccountSession.h"
-#include "hosts/accounts/AccountStore.h"
-#include "hosts/mvConnect.h"
 
-#include <gtest/gtest.h>
-
-namespace nib::test {
-namespace {
+namespace nib::test::path_string_test {
 
 const Text kHostile[] = {u"BP",           u"A/B",   u"a b",          u"50%",          u"..", u".",       u"%2F",
                          Text(300, u'x'), u"Ünï€😀", u"\xF8FD\xF8FE", u"a\xDCFFz",     u"*",  u"../../x", u"~",
@@ -90,20 +81,17 @@ TEST(ItemNameTest, APlainNameIsTakenWhenOnlyThatIsThere)
 
 TEST(CommandWordsTest, Splitting)
 {
-    struct Row {
-        Text line;
-        std::vector<Text> command, program;
-    };
-    const Row rows[] = {{u"", {}, {}},
-                        {u"  BASIC  BP\tMAIN ", {u"BASIC", u"BP", u"MAIN"}, {u"BASIC", u"BP", u"MAIN"}},
-                        {u"X \"A B\" 'C D' ''", {u"X", u"A B", u"C D", u""}, {u"X", u"A B", u"C D", u""}},
-                        {u"X O'B o'c", {u"X", u"O'B", u"o'c"}, {u"X", u"OB oc"}},
-                        {u"X \"open", {u"X", u"\"open"}, {u"X", u"open"}},
-                        {u"a\\ b 'c\\d'", {u"a\\", u"b", u"c\\d"}, {u"a b", u"c\\d"}},
-                        {u"$(id);*", {u"$(id);*"}, {u"$(id);*"}}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(SplitCommand(row.line), row.command) << ToUtf8(row.line);
-        EXPECT_EQ(SplitProgramLine(row.line), row.program) << ToUtf8(row.line);
+    const std::tuple<Text, std::vector<Text>, std::vector<Text>> rows[] = {
+        {u"", {}, {}},
+        {u"  BASIC  BP\tMAIN ", {u"BASIC", u"BP", u"MAIN"}, {u"BASIC", u"BP", u"MAIN"}},
+        {u"X \"A B\" 'C D' ''", {u"X", u"A B", u"C D", u""}, {u"X", u"A B", u"C D", u""}},
+        {u"X O'B o'c", {u"X", u"O'B", u"o'c"}, {u"X", u"OB oc"}},
+        {u"X \"open", {u"X", u"\"open"}, {u"X", u"open"}},
+        {u"a\\ b 'c\\d'", {u"a\\", u"b", u"c\\d"}, {u"a b", u"c\\d"}},
+        {u"$(id);*", {u"$(id);*"}, {u"$(id);*"}}};
+    for (const auto& [line, command, program] : rows) {
+        EXPECT_EQ(SplitCommand(line), command) << ToUtf8(line);
+        EXPECT_EQ(SplitProgramLine(line), program) << ToUtf8(line);
     }
 }
 
@@ -116,8 +104,7 @@ TEST(FolderListTest, NumbersCountByValueAndCaseNot)
     }
 }
 
-class HostBrowserTest : public HostFixture {
-protected:
+struct HostBrowserTest : HostFixture {
     Text Names(TextView path)
     {
         Text names;
@@ -157,28 +144,24 @@ TEST_F(HostBrowserTest, TypedNames)
     folder.File("accounts/DEMO/BP/MY OWN", "");
     setenv("HOME", "/home/ada", 1);
     const Text local = u"file:" + FromUtf8(folder.Path());
-    const struct {
-        Text place;
-        TextView typed;
-        Text path;
-    } rows[] = {{u"mvdb:*/DEMO/BP", u" MAIN ", u"mvdb:*/DEMO/BP/MAIN"},
-                {u"mvdb:*/DEMO/BP/INVOICE", u"MAIN", u"mvdb:*/DEMO/BP/MAIN"},
-                {u"mvdb:*/DEMO/BP", u"VOC  LIST ME", u"mvdb:*/DEMO/VOC/LIST%20ME"},
-                {u"mvdb:*/DEMO/BP", u"MY OWN", u"mvdb:*/DEMO/BP/MY%20OWN"},
-                {u"mvdb:*/DEMO/BP", u"MY NEW", u"mvdb:*/DEMO/MY/NEW"},
-                {u"mvdb:*/DEMO/BP", u"NO FILE", u"mvdb:*/DEMO/BP/NO%20FILE"},
-                {u"mvdb:*/DEMO/BP", u"A/B", u"mvdb:*/DEMO/BP/A%2FB"},
-                {u"mvdb:*/DEMO", u"BP MAIN", u"mvdb:*/DEMO/BP/MAIN"},
-                {u"mvdb:*/DEMO", u"BP", u"mvdb:*/DEMO/BP"},
-                {u"mvdb:*", u"DEMO BP MAIN", u"mvdb:*/DEMO/BP/MAIN"},
-                {u"mvdb:*/DEMO/BP", u"/tmp/x", u"file:/tmp/x"},
-                {u"", u"mvdb:*/DEMO/BP/X", u"mvdb:*/DEMO/BP/X"},
-                {u"", u"~/x", u"file:/home/ada/x"},
-                {u"", u"/home/../etc//x", u"file:/etc/x"},
-                {local, u"a/../b.txt", local + u"/b.txt"},
-                {local + u"/file.txt", u"b.txt", local + u"/b.txt"},
-                {local, u"~/x", u"file:/home/ada/x"}};
-    for (const auto& row : rows) EXPECT_EQ(browser.Resolve(row.place, row.typed), row.path);
+    const std::tuple<Text, TextView, Text> rows[] = {{u"mvdb:*/DEMO/BP", u" MAIN ", u"mvdb:*/DEMO/BP/MAIN"},
+                                                     {u"mvdb:*/DEMO/BP/INVOICE", u"MAIN", u"mvdb:*/DEMO/BP/MAIN"},
+                                                     {u"mvdb:*/DEMO/BP", u"VOC  LIST ME", u"mvdb:*/DEMO/VOC/LIST%20ME"},
+                                                     {u"mvdb:*/DEMO/BP", u"MY OWN", u"mvdb:*/DEMO/BP/MY%20OWN"},
+                                                     {u"mvdb:*/DEMO/BP", u"MY NEW", u"mvdb:*/DEMO/MY/NEW"},
+                                                     {u"mvdb:*/DEMO/BP", u"NO FILE", u"mvdb:*/DEMO/BP/NO%20FILE"},
+                                                     {u"mvdb:*/DEMO/BP", u"A/B", u"mvdb:*/DEMO/BP/A%2FB"},
+                                                     {u"mvdb:*/DEMO", u"BP MAIN", u"mvdb:*/DEMO/BP/MAIN"},
+                                                     {u"mvdb:*/DEMO", u"BP", u"mvdb:*/DEMO/BP"},
+                                                     {u"mvdb:*", u"DEMO BP MAIN", u"mvdb:*/DEMO/BP/MAIN"},
+                                                     {u"mvdb:*/DEMO/BP", u"/tmp/x", u"file:/tmp/x"},
+                                                     {u"", u"mvdb:*/DEMO/BP/X", u"mvdb:*/DEMO/BP/X"},
+                                                     {u"", u"~/x", u"file:/home/ada/x"},
+                                                     {u"", u"/home/../etc//x", u"file:/etc/x"},
+                                                     {local, u"a/../b.txt", local + u"/b.txt"},
+                                                     {local + u"/file.txt", u"b.txt", local + u"/b.txt"},
+                                                     {local, u"~/x", u"file:/home/ada/x"}};
+    for (const auto& [place, typed, path] : rows) EXPECT_EQ(browser.Resolve(place, typed), path);
     EXPECT_THROW(browser.Resolve(u"mvdb:*/DEMO", u"NONE X"), Error);
     EXPECT_THROW(browser.Resolve(u"mvdb:*/DEMO", u"  "), Error);
     EXPECT_THROW(browser.Resolve(u"", u"x"), Error);
@@ -191,5 +174,4 @@ TEST_F(HostBrowserTest, TenThousandItemsOpenAtOnce)
     EXPECT_EQ(browser.Children(u"mvdb:*/DEMO/BIG").size(), 10000U);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::path_string_test

@@ -5,16 +5,13 @@
 #include "persistence/store/TextFile.h"
 #include "persistence/store/modPersistSettings.h"
 
-#include <filesystem>
 #include <type_traits>
 
-namespace nib::test {
-namespace {
+namespace nib::test::persist_settings_test {
 
 using namespace std::string_literals;
 
-class PersistSettingsTest : public StoreTest {
-protected:
+struct PersistSettingsTest : StoreTest {
     PersistSettingsTest() { std::filesystem::current_path(folder.Folder("cwd")); }
     ~PersistSettingsTest() override { std::filesystem::current_path("/"); }
 
@@ -36,16 +33,13 @@ protected:
 
 TEST(SettingsPathTest, DotToAbsPath)
 {
-    struct Row {
-        TextView path, absolute;
-    };
-    const Row rows[] = {{u"./d", u"/o/n/d"}, {u"./", u"/o/n/"},    {u"../x", u"/o/x"},
-                        {u"..", u"/o"},      {u"../../x", u"/x"},  {u"../../../x", u"/x"},
-                        {u"../../..", u"/"}, {u".", u"."},         {u".x/../y", u".x/y"},
-                        {u"/a//b", u"/a/b"}, {u"/a///b", u"/a/b"}, {u"/a/./b", u"/a/./b"},
-                        {u"/a/../..", u"/"}, {u"", u"/"},          {u"a/b/../c", u"a/c"},
-                        {u"a/..", u"a"},     {u"//s/t", u"/s/t"}};
-    for (const Row& row : rows) EXPECT_EQ(DotToAbsPath(row.path, u"/o/n"), row.absolute) << ToUtf8(row.path);
+    const std::pair<TextView, TextView> rows[] = {{u"./d", u"/o/n/d"}, {u"./", u"/o/n/"},    {u"../x", u"/o/x"},
+                                                  {u"..", u"/o"},      {u"../../x", u"/x"},  {u"../../../x", u"/x"},
+                                                  {u"../../..", u"/"}, {u".", u"."},         {u".x/../y", u".x/y"},
+                                                  {u"/a//b", u"/a/b"}, {u"/a///b", u"/a/b"}, {u"/a/./b", u"/a/./b"},
+                                                  {u"/a/../..", u"/"}, {u"", u"/"},          {u"a/b/../c", u"a/c"},
+                                                  {u"a/..", u"a"},     {u"//s/t", u"/s/t"}};
+    for (const auto& [path, absolute] : rows) EXPECT_EQ(DotToAbsPath(path, u"/o/n"), absolute) << ToUtf8(path);
 }
 
 TEST(SettingsPathTest, References)
@@ -53,12 +47,9 @@ TEST(SettingsPathTest, References)
     const Environment environment = [](TextView name) -> std::optional<Text> {
         return name == u"A" ? std::optional<Text>(u"one") : std::nullopt;
     };
-    struct Row {
-        TextView text, expanded;
-    };
-    const Row rows[] = {{u"x%A%y%A%", u"xoneyone"}, {u"%B%%A%", u"one"}, {u"100%", u"100%"},
-                        {u"%A%50%", u"one50%"},     {u"%%x", u"x"},      {u"%B", u"%B"}};
-    for (const Row& row : rows) EXPECT_EQ(ExpandEnviron(row.text, environment), row.expanded);
+    const std::pair<TextView, TextView> rows[] = {{u"x%A%y%A%", u"xoneyone"}, {u"%B%%A%", u"one"}, {u"100%", u"100%"},
+                                                  {u"%A%50%", u"one50%"},     {u"%%x", u"x"},      {u"%B", u"%B"}};
+    for (const auto& [text, expanded] : rows) EXPECT_EQ(ExpandEnviron(text, environment), expanded);
 }
 
 TEST_F(PersistSettingsTest, ASwitchFileThatCannotBeReadCountsAsMissingAndIsTold)
@@ -102,28 +93,24 @@ TEST_F(PersistSettingsTest, ModesOfTheSwitchFile)
 TEST_F(PersistSettingsTest, DataFolders)
 {
     folder.File("file", "");
-    struct Row {
-        std::string value, resolved;
-        bool made;
-    };
     const std::string root = folder.Path();
-    const Row rows[] = {{".", "./", true},
-                        {".\\", root + "/p/q/", true},
-                        {".\\data\\deep", root + "/p/q/data/deep/", true},
-                        {"..\\..\\x", root + "/x/", true},
-                        {"./%HERE%", root + "/p/q/sub/", true},
-                        {"%EMPTY%", root + "/p/q/", true},
-                        {"%HERE%", "sub/", false},
-                        {"%HERE%\\y", root + "/p/q/", true},
-                        {root + "/file/z", root + "/p/q/", true},
-                        {root + "/j\xC3\xB6rg", root + "/j\xC3\xB6rg/", true}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.value);
-        auto store = Store("PersistSettings=0\nAppDataDirectory=" + row.value + "\nUserDataDirectory=" + row.value);
+    const std::tuple<std::string, std::string, bool> rows[] = {{".", "./", true},
+                                                               {".\\", root + "/p/q/", true},
+                                                               {".\\data\\deep", root + "/p/q/data/deep/", true},
+                                                               {"..\\..\\x", root + "/x/", true},
+                                                               {"./%HERE%", root + "/p/q/sub/", true},
+                                                               {"%EMPTY%", root + "/p/q/", true},
+                                                               {"%HERE%", "sub/", false},
+                                                               {"%HERE%\\y", root + "/p/q/", true},
+                                                               {root + "/file/z", root + "/p/q/", true},
+                                                               {root + "/j\xC3\xB6rg", root + "/j\xC3\xB6rg/", true}};
+    for (const auto& [value, resolved, made] : rows) {
+        SCOPED_TRACE(value);
+        auto store = Store("PersistSettings=0\nAppDataDirectory=" + value + "\nUserDataDirectory=" + value);
         store.InitPersistSettings();
-        EXPECT_EQ(ToUtf8(store.AppDataDirectory()), row.resolved);
+        EXPECT_EQ(ToUtf8(store.AppDataDirectory()), resolved);
         EXPECT_EQ(store.UserDataDirectory(), store.AppDataDirectory());
-        EXPECT_EQ(std::filesystem::is_directory(row.resolved), row.made);
+        EXPECT_EQ(std::filesystem::is_directory(resolved), made);
     }
 }
 
@@ -198,11 +185,7 @@ StoredValues Saved(const MvEdit& settings)
     return store.values;
 }
 
-class SettingsModesTest : public StoreTest {
-protected:
-    SettingsModesTest() { std::filesystem::current_path(folder.Folder("cwd")); }
-    ~SettingsModesTest() override { std::filesystem::current_path("/"); }
-
+struct SettingsModesTest : PersistSettingsTest {
     /// What a later run of the program finds.
     MvEdit NextRun(HiveFile& hive)
     {
@@ -256,31 +239,26 @@ struct TextFileTest : StoreTest {
 
 TEST_F(TextFileTest, EncodingsByTheTable)
 {
-    struct Row {
-        int32_t code;
-        Text text;
-        std::string bytes;
-        int32_t detected;
-    };
-    const Row rows[] = {{-1, u"Aé", "A\0\xE9\0"s, 1},
-                        {0, u"Aé", "A\xE9", 1},
-                        {0, u"A€", "\xFF\xFE\x41\0\xAC\x20"s, 3},
-                        {1, u"Aé", "A\xE9", 1},
-                        {2, u"Aé", "A\xC3\xA9", 2},
-                        {3, u"Aé", "\xFF\xFE\x41\0\xE9\0"s, 3},
-                        {4, u"Aé", "A\xC3\xA9", 2},
-                        {5, u"Aé", "\xFF\xFE\x41\0\xE9\0"s, 3},
-                        {9, u"Aé", "A\xE9", 1},
-                        {3, u"", "\xFF\xFE", 3},
-                        {3, u"a\r\nb\n", "\xFF\xFE\x61\0\r\0\n\0b\0\n\0"s, 3}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.code);
-        EXPECT_TRUE(WriteTextFile(saver, Path("f"), row.text, row.code, false));
-        EXPECT_EQ(BytesOf(folder / "f"), row.bytes);
-        int32_t encoding = row.code;
-        EXPECT_EQ(ReadTextFile(Path("f"), encoding, false), row.text);
-        EXPECT_EQ(encoding, row.code == 0 ? row.detected : row.code);
-        EXPECT_EQ(DetectEncoding(row.bytes), row.detected);
+    const std::tuple<int32_t, Text, std::string, int32_t> rows[] = {
+        {-1, u"Aé", "A\0\xE9\0"s, 1},
+        {0, u"Aé", "A\xE9", 1},
+        {0, u"A€", "\xFF\xFE\x41\0\xAC\x20"s, 3},
+        {1, u"Aé", "A\xE9", 1},
+        {2, u"Aé", "A\xC3\xA9", 2},
+        {3, u"Aé", "\xFF\xFE\x41\0\xE9\0"s, 3},
+        {4, u"Aé", "A\xC3\xA9", 2},
+        {5, u"Aé", "\xFF\xFE\x41\0\xE9\0"s, 3},
+        {9, u"Aé", "A\xE9", 1},
+        {3, u"", "\xFF\xFE", 3},
+        {3, u"a\r\nb\n", "\xFF\xFE\x61\0\r\0\n\0b\0\n\0"s, 3}};
+    for (const auto& [code, text, bytes, detected] : rows) {
+        SCOPED_TRACE(code);
+        EXPECT_TRUE(WriteTextFile(saver, Path("f"), text, code, false));
+        EXPECT_EQ(BytesOf(folder / "f"), bytes);
+        int32_t encoding = code;
+        EXPECT_EQ(ReadTextFile(Path("f"), encoding, false), text);
+        EXPECT_EQ(encoding, code == 0 ? detected : code);
+        EXPECT_EQ(DetectEncoding(bytes), detected);
     }
 }
 
@@ -334,5 +312,4 @@ TEST_F(TextFileTest, WideCharsAndUnicodeFiles)
     EXPECT_TRUE(CheckUnicodeFile(saver, Path("none/new"), u"€"));
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::persist_settings_test

@@ -1,15 +1,12 @@
 #include "hosts/accounts/ServerAccounts.h"
 #include "HostFixture.h"
-#include "hosts/NameRules.h"
 
 #include <sys/stat.h>
 
-namespace nib::test {
-namespace {
+namespace nib::test::server_accounts_test {
 
 /// An account TEST of a server in the same root: VOC and ITEMS are hashed, BP holds items.
-class ServerAccountsTest : public HostFixture {
-protected:
+struct ServerAccountsTest : HostFixture {
     ServerAccountsTest()
     {
         for (const char* file : {"VOC", "ITEMS"}) {
@@ -131,18 +128,16 @@ TEST_F(ServerAccountsTest, VerbsOfTheConnectionComeFirstAndNobodyIsAsked)
 TEST_F(ServerAccountsTest, ANewItemIsLikeItsFile)
 {
     const mode_t before = umask(022);
-    const struct {
-        mode_t folder, item;
-    } rows[] = {{0775, 0664}, {02775, 0664}, {0755, 0644}, {0700, 0600}, {0777, 0666}};
+    const std::pair<mode_t, mode_t> rows[] = {{0775, 0664}, {02775, 0664}, {0755, 0644}, {0700, 0600}, {0777, 0666}};
     const std::string bp = folder / "accounts/TEST/BP";
     const gid_t group = geteuid() == 0 ? 12345 : getegid();
-    for (const auto& row : rows) {
+    for (const auto& [folder, item] : rows) {
         ASSERT_EQ(chown(bp.c_str(), static_cast<uid_t>(-1), group), 0);
-        chmod(bp.c_str(), row.folder);
+        chmod(bp.c_str(), folder);
         Open(u"mvdb:*/TEST/BP/NEW")->WriteItem(0, 0, 0, u"x");
         struct stat status {};
         ASSERT_EQ(stat((bp + "/NEW").c_str(), &status), 0);
-        EXPECT_EQ(status.st_mode & 07777, row.item) << std::oct << row.folder;
+        EXPECT_EQ(status.st_mode & 07777, item) << std::oct << folder;
         EXPECT_EQ(status.st_gid, group);
         std::filesystem::remove(bp + "/NEW");
         Open(FromUtf8(bp + "/local"))->WriteItem(0, 0, 0, u"x");
@@ -153,5 +148,4 @@ TEST_F(ServerAccountsTest, ANewItemIsLikeItsFile)
     umask(before);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::server_accounts_test

@@ -1,13 +1,10 @@
 #include "StoreFixture.h"
-#include "persistence/store/Profile.h"
 #include "persistence/store/SettingsStore.h"
 #include "persistence/store/modPersistSettings.h"
 
-#include <filesystem>
 #include <limits>
 
-namespace nib::test {
-namespace {
+namespace nib::test::settings_files_test {
 
 using namespace std::string_literals;
 
@@ -24,34 +21,30 @@ std::string Utf16(const std::string& ascii)
 
 TEST_F(ProfileTest, FindsValuesInWhateverTheFileHolds)
 {
-    struct Row {
-        std::string bytes;
-        Text value;
-    };
-    const Row rows[] = {{"[Sec]\r\nKey=v\r\n", u"v"},
-                        {"[sEC]\nkEY = v w \nKey=second\n", u"v w"},
-                        {" [ Sec ] tail\r\tKey\t=\t'v'\r", u"v"},
-                        {"Key=outside\n[Other]\nKey=x\n[Sec]\n;Key=comment\nKey=\"v\"", u"v"},
-                        {"[Sec]\nKey=\"\"v\"\"\n", u"\"v\""},
-                        {"[Sec]\nKey=\"v'\n", u"\"v'"},
-                        {"[Sec]\nKey=\"\n", u"\""},
-                        {"[Sec]\nKey=a=b;c\n", u"a=b;c"},
-                        {"[Sec]\nKey=\xE9\n", u"\u00E9"},
-                        {"[Sec]\na=1\n[Other]\nKey=x\n[Sec]\nKey=v\n", u"v"},
-                        {Utf16("[Sec]\r\nKey=v\r\n"), u"v"},
-                        {Utf16("[Sec]\r\nKey=v") + "x", u"v"},
-                        {"\xEF\xBB\xBF[Sec]\nKey=\xC3\xA9\n", u"\u00E9"},
-                        {"\0\x01\xFF\"[[\n]=\n=\n[Sec\n[Sec]\n\0\0\n=x\nKey=v"s, u"v"},
-                        {"[Sec]\nKey=\n", u"default"},
-                        {"[Sec]\nKey\n", u"default"},
-                        {"[Sec]\nKeys=v\n", u"default"},
-                        {"[Sec\nKey=v\n", u"default"},
-                        {"\xFE\xFF\0["s, u"default"},
-                        {"", u"default"}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.bytes);
-        folder.File("f.ini", row.bytes);
-        EXPECT_EQ(ProfileGetString(kSection, u" Key ", u"default", Path("f.ini")), row.value);
+    const std::pair<std::string, Text> rows[] = {{"[Sec]\r\nKey=v\r\n", u"v"},
+                                                 {"[sEC]\nkEY = v w \nKey=second\n", u"v w"},
+                                                 {" [ Sec ] tail\r\tKey\t=\t'v'\r", u"v"},
+                                                 {"Key=outside\n[Other]\nKey=x\n[Sec]\n;Key=comment\nKey=\"v\"", u"v"},
+                                                 {"[Sec]\nKey=\"\"v\"\"\n", u"\"v\""},
+                                                 {"[Sec]\nKey=\"v'\n", u"\"v'"},
+                                                 {"[Sec]\nKey=\"\n", u"\""},
+                                                 {"[Sec]\nKey=a=b;c\n", u"a=b;c"},
+                                                 {"[Sec]\nKey=\xE9\n", u"\u00E9"},
+                                                 {"[Sec]\na=1\n[Other]\nKey=x\n[Sec]\nKey=v\n", u"v"},
+                                                 {Utf16("[Sec]\r\nKey=v\r\n"), u"v"},
+                                                 {Utf16("[Sec]\r\nKey=v") + "x", u"v"},
+                                                 {"\xEF\xBB\xBF[Sec]\nKey=\xC3\xA9\n", u"\u00E9"},
+                                                 {"\0\x01\xFF\"[[\n]=\n=\n[Sec\n[Sec]\n\0\0\n=x\nKey=v"s, u"v"},
+                                                 {"[Sec]\nKey=\n", u"default"},
+                                                 {"[Sec]\nKey\n", u"default"},
+                                                 {"[Sec]\nKeys=v\n", u"default"},
+                                                 {"[Sec\nKey=v\n", u"default"},
+                                                 {"\xFE\xFF\0["s, u"default"},
+                                                 {"", u"default"}};
+    for (const auto& [bytes, value] : rows) {
+        SCOPED_TRACE(bytes);
+        folder.File("f.ini", bytes);
+        EXPECT_EQ(ProfileGetString(kSection, u" Key ", u"default", Path("f.ini")), value);
     }
 }
 
@@ -74,36 +67,32 @@ TEST_F(ProfileTest, ASecondFileAnswersForWhatTheFirstLacks)
 
 TEST_F(ProfileTest, AWriteChangesOneLine)
 {
-    struct Row {
-        std::string before;
-        Text value;
-        std::string after;
-    };
     const std::string rich = "; mine\n\n[Sec]\n  key = old \nb=2\n\n; about other\n[Other]\nKey=x\n";
-    const Row rows[] = {{"", u"v", "[Sec]\r\nKey=v\r\n"},
-                        {"[Other]\na=1", u"v", "[Other]\na=1\n[Sec]\nKey=v\n"},
-                        {rich, u"new", "; mine\n\n[Sec]\n  key = new \nb=2\n\n; about other\n[Other]\nKey=x\n"},
-                        {rich, u"", "; mine\n\n[Sec]\nb=2\n\n; about other\n[Other]\nKey=x\n"},
-                        {rich, u"default", "; mine\n\n[Sec]\nb=2\n\n; about other\n[Other]\nKey=x\n"},
-                        {rich, u"Default", "; mine\n\n[Sec]\n  key = Default \nb=2\n\n; about other\n[Other]\nKey=x\n"},
-                        {"[sec]\na=1\n\n; end\n[Z]\n", u"v", "[sec]\na=1\nKey=v\n\n; end\n[Z]\n"},
-                        {"[Sec]", u"v", "[Sec]\r\nKey=v\r\n"},
-                        {"[Sec]\nKey=1\nkey=2\n[Sec]\nKEY=3\n", u"", "[Sec]\n[Sec]\n"},
-                        {"[Sec]\n", u" v", "[Sec]\nKey=\" v\"\n"},
-                        {"[Sec]\n", u"v ", "[Sec]\nKey=\"v \"\n"},
-                        {"[Sec]\n", u"\"v", "[Sec]\nKey=\"\"v\"\n"},
-                        {"[Sec]\n", u"v'", "[Sec]\nKey=\"v'\"\n"},
-                        {"[Sec]\n", u"v\r\n[Other]", "[Sec]\nKey=v\n"},
-                        {"[Sec]\n", u"\u00E9", "[Sec]\nKey=\xE9\n"},
-                        {"[Sec]\nb=\xE9\n", u"\u4E2D", Utf16("[Sec]\nb=\xE9\nKey=") + "\x2D\x4E\n\0"s},
-                        {"\0junk\n[Sec\n\"\n[Sec]\nb=2\n"s, u"v", "\0junk\n[Sec\n\"\n[Sec]\nb=2\nKey=v\n"s},
-                        {Utf16("[Sec]\r\nb=1\r\n"), u"v", Utf16("[Sec]\r\nb=1\r\nKey=v\r\n")},
-                        {"\xEF\xBB\xBF[Sec]\n", u"\u4E2D", "\xEF\xBB\xBF[Sec]\nKey=\xE4\xB8\xAD\n"}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.after);
-        folder.File("f.ini", row.before);
-        ProfileWriteString(disk, kSection, u"Key", row.value, u"default", Path("f.ini"));
-        EXPECT_EQ(BytesOf(folder / "f.ini"), row.after);
+    const std::tuple<std::string, Text, std::string> rows[] = {
+        {"", u"v", "[Sec]\r\nKey=v\r\n"},
+        {"[Other]\na=1", u"v", "[Other]\na=1\n[Sec]\nKey=v\n"},
+        {rich, u"new", "; mine\n\n[Sec]\n  key = new \nb=2\n\n; about other\n[Other]\nKey=x\n"},
+        {rich, u"", "; mine\n\n[Sec]\nb=2\n\n; about other\n[Other]\nKey=x\n"},
+        {rich, u"default", "; mine\n\n[Sec]\nb=2\n\n; about other\n[Other]\nKey=x\n"},
+        {rich, u"Default", "; mine\n\n[Sec]\n  key = Default \nb=2\n\n; about other\n[Other]\nKey=x\n"},
+        {"[sec]\na=1\n\n; end\n[Z]\n", u"v", "[sec]\na=1\nKey=v\n\n; end\n[Z]\n"},
+        {"[Sec]", u"v", "[Sec]\r\nKey=v\r\n"},
+        {"[Sec]\nKey=1\nkey=2\n[Sec]\nKEY=3\n", u"", "[Sec]\n[Sec]\n"},
+        {"[Sec]\n", u" v", "[Sec]\nKey=\" v\"\n"},
+        {"[Sec]\n", u"v ", "[Sec]\nKey=\"v \"\n"},
+        {"[Sec]\n", u"\"v", "[Sec]\nKey=\"\"v\"\n"},
+        {"[Sec]\n", u"v'", "[Sec]\nKey=\"v'\"\n"},
+        {"[Sec]\n", u"v\r\n[Other]", "[Sec]\nKey=v\n"},
+        {"[Sec]\n", u"\u00E9", "[Sec]\nKey=\xE9\n"},
+        {"[Sec]\nb=\xE9\n", u"\u4E2D", Utf16("[Sec]\nb=\xE9\nKey=") + "\x2D\x4E\n\0"s},
+        {"\0junk\n[Sec\n\"\n[Sec]\nb=2\n"s, u"v", "\0junk\n[Sec\n\"\n[Sec]\nb=2\nKey=v\n"s},
+        {Utf16("[Sec]\r\nb=1\r\n"), u"v", Utf16("[Sec]\r\nb=1\r\nKey=v\r\n")},
+        {"\xEF\xBB\xBF[Sec]\n", u"\u4E2D", "\xEF\xBB\xBF[Sec]\nKey=\xE4\xB8\xAD\n"}};
+    for (const auto& [before, value, after] : rows) {
+        SCOPED_TRACE(after);
+        folder.File("f.ini", before);
+        ProfileWriteString(disk, kSection, u"Key", value, u"default", Path("f.ini"));
+        EXPECT_EQ(BytesOf(folder / "f.ini"), after);
     }
 }
 
@@ -184,8 +173,7 @@ TEST(LeadingNumberTest, Table)
 
 constexpr TextView kTextKey{u"Software\\Orlin\\MultiValue Editor\\Settings"};
 
-class HiveFileTest : public StoreTest {
-protected:
+struct HiveFileTest : StoreTest {
     HiveFile Hive() { return HiveFile(disk, Path("config/Orlin/hive.conf")); }
     Text Value(TextView keyPath, TextView name)
     {
@@ -287,5 +275,4 @@ TEST_F(HiveFileTest, WhatIsStoredAlreadyIsNotWrittenAgain)
     EXPECT_EQ(StampOf(folder / "config/Orlin/hive.conf"), before);
 }
 
-} // namespace
-} // namespace nib::test
+} // namespace nib::test::settings_files_test

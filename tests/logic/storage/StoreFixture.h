@@ -11,8 +11,7 @@
 namespace nib::test {
 
 /// Settings files on a real disk.
-class StoreTest : public testing::Test {
-protected:
+struct StoreTest : testing::Test {
     Text Path(const std::string& name) const { return FromUtf8(folder / name); }
 
     /// Runs each body in a process of its own, all at once, and waits for them.
