@@ -81,7 +81,7 @@ public:
     virtual bool ItemExists(const ItemPlace& place) = 0;
     /// Who holds the item's lock, empty when nobody does.
     virtual Text LockHolder(const ItemPlace& /*place*/) { return {}; }
-    /// From time to time: to notice a connection that was lost.
+    /// From time to time: to notice a connection that was lost, and to take locks again once there is another.
     virtual void Look() {}
     /// Tries it, for the user who sets the connection up. Says in words how far it can be used; throws Error, in
     /// words, where that is not all the way.

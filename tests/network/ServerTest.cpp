@@ -151,6 +151,7 @@ TEST_F(ServerTest, ALostConnectionIsToldAndTheNextSaveConnectsAgain)
         Desk desk(0);
         behind.Put("BP", "LOST", "old");
         const auto item = desk.Open(u"BP", u"LOST");
+        const auto beside = desk.Open(u"ITEMS", u"BESIDE");
         ReadAll(*item);
         bool prompted = false;
         auto& server = static_cast<ServerCommands&>(*item->Session()).Shared().items;
@@ -163,6 +164,8 @@ TEST_F(ServerTest, ALostConnectionIsToldAndTheNextSaveConnectsAgain)
         EXPECT_EQ(failure.empty(), !theirs) << ToUtf8(failure);
         EXPECT_EQ(behind.Get("BP", "LOST"), theirs ? "theirs" : "ours");
         EXPECT_EQ(ErrorOf([&] { Desk(1).Open(u"BP", u"LOST"); }).number, error_number::kLocked) << "and locked again";
+        desk.Link().Look();
+        EXPECT_EQ(ErrorOf([&] { Desk(1).Open(u"ITEMS", u"BESIDE"); }).number, error_number::kLocked) << "this too";
     }
 }
 

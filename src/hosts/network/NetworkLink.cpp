@@ -201,8 +201,13 @@ Text NetworkLink::LockHolder(const ItemPlace& place)
 
 void NetworkLink::Look()
 {
-    for (auto& [name, account] : accounts_)
+    for (auto& [name, account] : accounts_) {
         for (ServerSession* session : {&account->items, &account->commands}) session->Look();
+        const auto held = account->holders; // which changes meanwhile
+        for (const auto& [key, item] : held)
+            if (const auto now = account->holders.find(key); now != account->holders.end() && now->second == item)
+                item->LockAgain();
+    }
 }
 
 std::unique_ptr<ItemReader> NetworkLink::Reader(const ItemPlace& account)

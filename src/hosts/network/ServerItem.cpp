@@ -230,6 +230,19 @@ void ServerItem::LockItem(bool lock)
     if (!HoldsLock()) Fetch(true, u"Locking ");
 }
 
+void ServerItem::LockAgain() noexcept
+{
+    const int64_t login = account_->items.Login();
+    if (login == 0 || !lockWanted_ || lockedIn_ == 0 || lockedIn_ == login || triedIn_ == login) return;
+    IgnoringErrors([&] {
+        const auto failure = FailureOf([&] {
+            Fetch(true, u"Locking ");
+            fetched_.reset();
+        });
+        if (!failure || IsLocked(*failure)) triedIn_ = login; // else something else was waited for
+    });
+}
+
 bool ServerItem::HoldsLock() const
 {
     return lockedIn_ != 0 && account_->items.Login() == lockedIn_;

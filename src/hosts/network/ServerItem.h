@@ -19,7 +19,7 @@ struct ServerAccount {
     ServerSession commands;
     ItemText coding;
     /// Locks of this program are all the server's one session: which of its items has which.
-    std::map<std::string, const ServerItem*> holders;
+    std::map<std::string, ServerItem*> holders;
 };
 
 /// The commands and records of an account.
@@ -67,6 +67,9 @@ public:
     void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) override;
     void LockItem(bool lock) override;
     Text LockHolder() override;
+    /// In a login after the one that it was locked in: locks it again, if nobody else has by now, and finds out whether
+    /// it was changed meanwhile. Tried once in a login; never connects for that.
+    void LockAgain() noexcept;
 
 private:
     static constexpr TextView kNone{u"-"}; ///< a version: there is no such item
@@ -94,6 +97,7 @@ private:
     bool readOnly_ = false;
     bool lockWanted_ = false;
     int64_t lockedIn_ = 0; ///< the login that holds the lock, 0 when none does
+    int64_t triedIn_ = 0;  ///< the login in which it was tried to lock it again
     std::string lockKey_;
     std::optional<std::string> fetched_; ///< not yet handed out
     Text seen_;                          ///< version of what was read or written last; empty before
