@@ -190,7 +190,7 @@ std::string ServerItem::LockKey()
 {
     const ServerReply path = Account().items.OnFile(File(), ServerAction::FileInformation,
                                                     [](int16_t file) { return InformationData(file, kPathOfFile); });
-    return path.data + '\0' + Id();
+    return (path.result == ServerResult::Done ? path.data : File()) + '\0' + Id();
 }
 
 void ServerItem::RefuseLocked(const Text& who)

@@ -141,6 +141,11 @@ std::vector<DocumentState> DocumentSession::Present()
     std::vector<DocumentState> states;
     for (const auto& document : ports_.documents.openDocuments.All())
         if (document->View() && !document->Path().empty() && !document->NewItem()) states.push_back(StateOf(*document));
+    // A later start may reach them.
+    for (const DocumentState& state : unreached_) {
+        const auto same = [&state](const DocumentState& open) { return open.path == state.path; };
+        if (std::none_of(states.begin(), states.end(), same)) states.push_back(state);
+    }
     return states;
 }
 
@@ -207,10 +212,12 @@ std::vector<Text> DocumentSession::Restore(bool last)
 bool DocumentSession::Reopen(const DocumentState& state, std::set<Text>& silent)
 {
     const Text host = OrDefault([&] { return ToLower(ParsePath(state.path).serverName); }, Text());
-    if (silent.contains(host)) return false;
     bool restored = false;
-    const auto failure = FailureOf([&] { restored = OpenAgain(state); });
-    if (failure && failure->number == error_number::kDeviceUnavailable) silent.insert(host);
+    if (!silent.contains(host)) {
+        const auto failure = FailureOf([&] { restored = OpenAgain(state); });
+        if (failure && failure->number == error_number::kDeviceUnavailable) silent.insert(host);
+    }
+    if (silent.contains(host)) unreached_.push_back(state);
     return restored;
 }
 

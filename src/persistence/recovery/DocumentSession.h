@@ -75,6 +75,7 @@ private:
     std::unique_ptr<Timers::Timer> timer_;
     std::vector<DocumentState> written_;
     std::vector<DocumentState> remembered_;
+    std::vector<DocumentState> unreached_; ///< whose host did not answer when they were to be opened again
     std::weak_ptr<mvDocument> front_;
 };
 

@@ -94,6 +94,9 @@ TEST_F(DocumentSessionTest, AHostThatCannotBeReachedIsTriedOnce)
     session->t.connection.openFailures.assign(9, Error{error_number::kDeviceUnavailable, u"no line"});
     EXPECT_EQ(Restored(false), (std::vector<Text>{u"MAIN", u"OTHER"}));
     EXPECT_EQ(session->t.connection.openFailures.size(), 8u);
+    NextRun([](Program& program) { program.Session().Save(); });
+    EXPECT_EQ(Restored(false), std::vector<Text>()) << "the host is there again";
+    EXPECT_EQ(session->t.program.OpenDocuments().All().size(), 2u);
 }
 
 } // namespace nib::test::document_session_test
