@@ -1,7 +1,5 @@
 #include "text/LineStore.h"
 
-#include "text/SourceContract.h"
-
 #include <algorithm>
 
 namespace nib {

@@ -3,6 +3,7 @@
 // in a million. Knows nothing of undo, scanning or views.
 
 #include "text/LineText.h"
+#include "text/SourceContract.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -51,21 +52,6 @@ public:
 
 private:
     std::vector<int32_t> tree_;
-};
-
-/// Blocks that a stretch of lines leaves open: first `closes` blocks opened above it end, then `opens` of its own go
-/// on.
-struct Nesting {
-    int32_t closes = 0;
-    int32_t opens = 0;
-
-    void Follow(Nesting next)
-    {
-        if (next.closes > opens) closes += next.closes - opens;
-        opens = opens > next.closes ? opens - next.closes : 0;
-        opens += next.opens;
-    }
-    friend bool operator==(const Nesting&, const Nesting&) = default;
 };
 
 /// Bits of a line's control word that are this component's own, beside line_bits.
