@@ -17,6 +17,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include <malloc.h>
 #include <unistd.h>
 
 namespace nib::bench {
@@ -61,6 +62,7 @@ class MemoryWatch {
 public:
     MemoryWatch()
     {
+        malloc_trim(0);
         std::ofstream("/proc/self/clear_refs") << "5";
         before_ = StatusMiB("VmRSS");
     }
@@ -103,10 +105,9 @@ struct ShownOurs {
     {
         constexpr int32_t kTabSize = 3;
         FileItem item(FromUtf8(path), false, FileSaver({}));
-        const Text text = item.ReadItem(0, 0, 0);
-        buffer.SetText(ExpandTabs(text, kTabSize));
+        const auto tabs = buffer.SetText(std::get<ByteText>(item.ReadWhole()), kTabSize);
         int32_t identity = 0;
-        stored.Read(text, item.Form()->OddEnds(), kTabSize, buffer, identity);
+        stored.Read(tabs, item.Form()->OddEnds(), kTabSize, buffer, identity);
     }
     void Paint() { QApplication::processEvents(); }
     void ColourAll() { buffer.EnsureScanned(); }

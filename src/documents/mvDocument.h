@@ -146,8 +146,11 @@ private:
     bool OpenMissing(std::shared_ptr<mvItem> item);
     bool HoldsItemOf(TextView path) const;
     Text LockedQuestion(TextView path);
-    Text ReadFrom(mvItem& item);
-    void RememberStored(const Text& stored);
+    /// Calls read() of an item.
+    template <typename Read>
+    auto Reading(Read&& read);
+    std::vector<TabPlace> ShowRead(ReadText text);
+    void RememberStored(const std::vector<TabPlace>& tabs);
     void WriteFrom(SourceView& source, mvItem& item);
     bool MayOverwrite(mvItem& item);
     /// The host's answer to a command about the item.

@@ -2,6 +2,7 @@
 // The lines of a text, in chunks: finding, inserting and removing lines anywhere costs the same in a thousand lines and
 // in a million. Knows nothing of undo, scanning or views.
 
+#include "text/ByteLoader.h"
 #include "text/LineText.h"
 #include "text/SourceContract.h"
 
@@ -88,6 +89,8 @@ public:
 
     /// Replaces everything.
     void Load(TextView text);
+    /// From the bytes that it was read in, each TAB as so many blanks; answers where those stood.
+    std::vector<TabPlace> Load(ByteText text, int32_t tabWidth);
 
     int32_t Count() const { return count_; }
     const LineRecord& At(int32_t line) const { return Record(Locate(line)); }
@@ -134,6 +137,8 @@ public:
     size_t MemoryUse() const;
 
 private:
+    template <typename Loader>
+    void Take(Loader&& loader, size_t size);
     Place Search(int32_t line) const;
     const LineRecord& Record(Place p) const { return chunks_[p.chunk]->lines[p.index]; }
     LineRecord& Record(Place p) { return chunks_[p.chunk]->lines[p.index]; }
