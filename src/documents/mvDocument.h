@@ -24,7 +24,7 @@ struct Label {
 Label ScanLabel(TextView text, int32_t line);
 
 /// The form of a text in storage: unchanged when it holds as many CR as LF, else every line end becomes CR LF.
-Text NormalizeLineEnds(TextView text);
+Text NormalizeLineEnds(Text text);
 
 /// Ends of a selection in text order; `swapped` when the user made it backward.
 struct OrderedSelection {
