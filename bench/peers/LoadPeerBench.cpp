@@ -25,7 +25,8 @@ namespace {
 
 class SourceFile {
 public:
-    explicit SourceFile(int64_t lines) : path_("/tmp/nib_bench_" + std::to_string(getpid()))
+    explicit SourceFile(const std::string& bytes) { std::ofstream(path_, std::ios::binary) << bytes; }
+    explicit SourceFile(int64_t lines)
     {
         const std::string bytes = BasicBytes(static_cast<int32_t>(lines));
         std::ofstream file(path_, std::ios::binary);
@@ -45,7 +46,7 @@ public:
     const std::string& Path() const { return path_; }
 
 private:
-    std::string path_;
+    std::string path_ = "/tmp/nib_bench_" + std::to_string(getpid());
 };
 
 /// A line of the kernel's account of this process, in MiB.
@@ -196,6 +197,30 @@ void AllColoured(benchmark::State& state)
     }
 }
 
+/// One line of 200 MB, and a key in the middle of it.
+template <bool kKey>
+void OneLine(benchmark::State& state)
+{
+    const SourceFile file(std::string(200'000'000, 'x'));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto editor = std::make_unique<ShownOurs>();
+        const MemoryWatch memory;
+        if (!kKey) state.ResumeTiming();
+        editor->Open(file.Path());
+        editor->Paint();
+        if (kKey) {
+            state.ResumeTiming();
+            editor->buffer.InsertText({100'000'000, 0}, u"k");
+            editor->Paint();
+        }
+        state.PauseTiming();
+        memory.Tell(state);
+        editor.reset();
+        state.ResumeTiming();
+    }
+}
+
 // clang-format off
 #define NIB_SIZES ->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Arg(10000)->Arg(100000)->Arg(1000000)
 BENCHMARK_TEMPLATE(FirstPaint, ShownOurs) NIB_SIZES;
@@ -203,6 +228,8 @@ BENCHMARK_TEMPLATE(FirstPaint, ShownScintilla) NIB_SIZES;
 BENCHMARK_TEMPLATE(FirstPaint, ShownPlainText)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Arg(100000)->Iterations(1);
 BENCHMARK_TEMPLATE(AllColoured, ShownOurs) NIB_SIZES;
 BENCHMARK_TEMPLATE(AllColoured, ShownScintilla)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Arg(10000)->Arg(100000)->Arg(1000000)->Iterations(1);
+BENCHMARK_TEMPLATE(OneLine, false)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(1);
+BENCHMARK_TEMPLATE(OneLine, true)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->Iterations(1);
 #undef NIB_SIZES
 // clang-format on
 
