@@ -33,13 +33,16 @@ Text MapCase(TextView text, CaseFunction map)
 Text FromUtf8(std::string_view bytes)
 {
     Text out;
-    size_t ascii = AsciiRun(bytes);
-    out.resize(ascii);
-    std::copy_n(reinterpret_cast<const unsigned char*>(bytes.data()), ascii, out.begin());
+    out.reserve(bytes.size());
     auto size = static_cast<int64_t>(bytes.size());
-    auto i = static_cast<int64_t>(ascii);
-    if (i < size) out.reserve(bytes.size());
-    while (i < size) {
+    for (int64_t i = 0; i < size;) {
+        const std::string_view ascii =
+            bytes.substr(static_cast<size_t>(i), AsciiRun(bytes.substr(static_cast<size_t>(i))));
+        const size_t old = out.size();
+        out.resize(old + ascii.size());
+        std::copy(ascii.begin(), ascii.end(), out.data() + old);
+        i += static_cast<int64_t>(ascii.size());
+        if (i == size) break;
         UChar32 c = 0;
         U8_NEXT_OR_FFFD(bytes.data(), i, size, c);
         if (U_IS_BMP(c)) {
@@ -71,8 +74,8 @@ std::string ToUtf8(TextView text)
 bool IsValidUtf8(std::string_view bytes)
 {
     auto size = static_cast<int64_t>(bytes.size());
-    auto i = static_cast<int64_t>(AsciiRun(bytes));
-    while (i < size) {
+    for (auto i = static_cast<int64_t>(AsciiRun(bytes)); i < size;
+         i += static_cast<int64_t>(AsciiRun(bytes.substr(static_cast<size_t>(i))))) {
         UChar32 c = 0;
         U8_NEXT(bytes.data(), i, size, c);
         if (c < 0) return false;
@@ -113,8 +116,10 @@ TextView Trim(TextView text)
 
 Text Replace(TextView text, TextView from, TextView to)
 {
+    size_t hits = 0;
+    for (size_t hit = text.find(from); hit != TextView::npos; hit = text.find(from, hit + from.size())) ++hits;
     Text out;
-    out.reserve(text.size());
+    out.reserve(text.size() + hits * to.size() - hits * from.size());
     size_t at = 0;
     for (size_t hit = text.find(from); hit != TextView::npos; hit = text.find(from, at)) {
         out.append(text.substr(at, hit - at)).append(to);

@@ -33,38 +33,33 @@ void StoredLines::Clear()
     columns_ = {};
 }
 
-void StoredLines::Read(TextView stored, const std::vector<OddEnd>& odd, int32_t tabWidth, SourceDocument& document,
-                       int32_t& lastIdentity)
+void StoredLines::Read(const std::vector<TabPlace>& tabs, const std::vector<OddEnd>& odd, int32_t tabWidth,
+                       SourceDocument& document, int32_t& lastIdentity)
 {
-    if (Empty() && odd.empty() && stored.find(u'\t') == TextView::npos) return;
     std::vector<Line> read;
     Text scratch;
-    int32_t number = 0;
+    auto tab = tabs.begin();
     auto end = odd.begin();
-    ForEachLine(stored, true, [&](TextView text, bool) {
-        const int32_t line = number++;
+    for (int32_t line = 0; line < document.LineCount(); ++line) {
+        if (Empty()) { // nothing to find in the lines between
+            if (tab == tabs.end() && end == odd.end()) break;
+            line = std::min(tab == tabs.end() ? end->line : tab->line, end == odd.end() ? tab->line : end->line);
+        }
         const bool ownEnd = end != odd.end() && end->line == line;
-        const std::optional<LineEnd> kind = ownEnd ? std::optional((end++)->end) : std::nullopt;
+        const bool plain = !ownEnd && (tab == tabs.end() || tab->line != line);
         auto identity = static_cast<int32_t>(document.GetLineData(line, LineWord::Identity));
-        const bool plain = !kind && text.find(u'\t') == TextView::npos;
-        if (plain && !Find(static_cast<uint32_t>(identity))) return;
+        if (plain && !Find(static_cast<uint32_t>(identity))) continue;
         if (identity == 0) {
-            if (lastIdentity == std::numeric_limits<int32_t>::max()) return;
+            if (lastIdentity == std::numeric_limits<int32_t>::max()) break;
             identity = ++lastIdentity;
             document.SetLineData(line, LineWord::Identity, static_cast<uint32_t>(identity));
         }
-        read.push_back(Remember(identity, text, document.LineText(line, scratch), std::max(tabWidth, 1)));
-        read.back().end = kind;
-    });
+        read.push_back({identity, std::max(tabWidth, 1), HashOf(document.LineText(line, scratch)), columns_.size(), 0,
+                        std::nullopt});
+        for (; tab != tabs.end() && tab->line == line; ++tab, ++read.back().tabs) columns_.push_back(tab->column);
+        if (ownEnd) read.back().end = (end++)->end;
+    }
     Take(std::move(read));
-}
-
-StoredLines::Line StoredLines::Remember(int32_t identity, TextView stored, TextView shown, int32_t tabWidth)
-{
-    Line line{identity, tabWidth, HashOf(shown), columns_.size(), 0, std::nullopt};
-    for (size_t at = stored.find(u'\t'); at != TextView::npos; at = stored.find(u'\t', at + 1))
-        columns_.push_back(static_cast<int32_t>(at) + line.tabs++ * (tabWidth - 1));
-    return line;
 }
 
 /// What was read last counts.

@@ -1,6 +1,7 @@
 #pragma once
 #include "base/Text.h"
 #include "hosts/TextCoding.h"
+#include "text/ByteLoader.h"
 
 #include <functional>
 #include <optional>
@@ -17,9 +18,10 @@ class StoredLines {
 public:
     bool Empty() const { return lines_.empty(); }
     void Clear();
-    /// `stored` is what the document shows now, each TAB as `tabWidth` blanks. Lines that need one get an identity.
-    void Read(TextView stored, const std::vector<OddEnd>& odd, int32_t tabWidth, SourceDocument& document,
-              int32_t& lastIdentity);
+    /// The document shows now what is stored, with TABs, as `tabWidth` blanks each, and odd ends in these places. Lines
+    /// that need one get an identity.
+    void Read(const std::vector<TabPlace>& tabs, const std::vector<OddEnd>& odd, int32_t tabWidth,
+              SourceDocument& document, int32_t& lastIdentity);
     /// The document's text with TABs and CR LF; `odd` takes the lines that end otherwise.
     Text Written(const SourceDocument& document, std::vector<OddEnd>& odd) const;
     /// Round a call that replaces the whole text: lines that are in both stay the lines that they were.
@@ -35,7 +37,6 @@ private:
         std::optional<LineEnd> end;
     };
 
-    Line Remember(int32_t identity, TextView stored, TextView shown, int32_t tabWidth);
     void Take(std::vector<Line> read);
     /// Null when the line is as it is shown.
     const Line* Find(uint32_t identity) const;

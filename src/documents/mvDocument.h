@@ -24,7 +24,7 @@ struct Label {
 Label ScanLabel(TextView text, int32_t line);
 
 /// The form of a text in storage: unchanged when it holds as many CR as LF, else every line end becomes CR LF.
-Text NormalizeLineEnds(TextView text);
+Text NormalizeLineEnds(Text text);
 
 /// Ends of a selection in text order; `swapped` when the user made it backward.
 struct OrderedSelection {
@@ -146,8 +146,11 @@ private:
     bool OpenMissing(std::shared_ptr<mvItem> item);
     bool HoldsItemOf(TextView path) const;
     Text LockedQuestion(TextView path);
-    Text ReadFrom(mvItem& item);
-    void RememberStored(const Text& stored);
+    /// Calls read() of an item.
+    template <typename Read>
+    auto Reading(Read&& read);
+    std::vector<TabPlace> ShowRead(ReadText text);
+    void RememberStored(const std::vector<TabPlace>& tabs);
     void WriteFrom(SourceView& source, mvItem& item);
     bool MayOverwrite(mvItem& item);
     /// The host's answer to a command about the item.

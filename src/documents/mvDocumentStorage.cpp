@@ -109,6 +109,14 @@ bool mvDocument::ItemOpen(std::shared_ptr<mvItem> item, bool readOnly)
     });
 }
 
+template <typename Read>
+auto mvDocument::Reading(Read&& read)
+{
+    StatusNote note(services_.frame, kReading);
+    AutoSaveHold hold(services_.shell);
+    return read();
+}
+
 bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
 {
     SourceView& source = EnsureView().txtText();
@@ -128,13 +136,13 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     if (item->ReadOnly()) item->LockItem(false);
     // Not before: the old text must never be saved as an item that could not be read, nor go without a question.
     const bool again = item == item_; // the answer may be to save it, or to leave it as it is
-    Text stored = again ? Text() : ReadFrom(*item);
+    const auto read = [&] { return Reading([&] { return item->ReadWhole(); }); };
+    ReadText stored = again ? ReadText() : read();
     if (!ConfirmClose()) return false;
-    if (again) stored = ReadFrom(*item);
+    if (again) stored = read();
     TakeItem(std::move(item));
-    source.SetText(ExpandTabs(stored, services_.settings.TabSize));
     stored_.Clear();
-    RememberStored(stored);
+    RememberStored(ShowRead(std::move(stored)));
     // As it was opened: rights that change later take nobody's keys away.
     source.SetReadOnly(item_->ReadOnly());
     source.SetCaret({0, 0});
@@ -162,9 +170,9 @@ bool mvDocument::Reload()
     return item_ && Attempt(u"mvDocument.Reload: error during open", [&] {
                SourceView& source = EnsureView().txtText();
                WaitCursor wait(services_.frame);
-               const Text stored = ReadFrom(*item_);
+               const Text stored = Reading([&] { return item_->ReadItem(0, 0, 0); });
                ReplaceText(stored);
-               RememberStored(stored);
+               RememberStored(TabsOf(stored, services_.settings.TabSize));
                source.Document().SetModified(false);
                labels_.reset();
                services_.shell.DocumentChanged(*this);
@@ -172,19 +180,22 @@ bool mvDocument::Reload()
            });
 }
 
-Text mvDocument::ReadFrom(mvItem& item)
+std::vector<TabPlace> mvDocument::ShowRead(ReadText text)
 {
-    StatusNote note(services_.frame, kReading);
-    AutoSaveHold hold(services_.shell);
-    return item.ReadItem(0, 0, 0);
+    SourceView& source = EnsureView().txtText();
+    const int32_t tabSize = services_.settings.TabSize;
+    if (auto* bytes = std::get_if<ByteText>(&text)) return source.SetText(std::move(*bytes), tabSize);
+    const Text& units = std::get<Text>(text);
+    source.SetText(ExpandTabs(units, tabSize));
+    return TabsOf(units, tabSize);
 }
 
-/// The lines of what is shown now are those of `stored`.
-void mvDocument::RememberStored(const Text& stored)
+/// The lines of what is shown now are those of the item.
+void mvDocument::RememberStored(const std::vector<TabPlace>& tabs)
 {
     const StoredForm* form = item_->Form();
-    stored_.Read(stored, form ? form->OddEnds() : std::vector<OddEnd>(), services_.settings.TabSize,
-                 Source()->Document(), services_.lastLineId);
+    stored_.Read(tabs, form ? form->OddEnds() : std::vector<OddEnd>(), services_.settings.TabSize, Source()->Document(),
+                 services_.lastLineId);
 }
 
 void mvDocument::WriteFrom(SourceView& source, mvItem& item)

@@ -33,9 +33,9 @@ Label ScanLabel(TextView text, int32_t line)
     return {Text(text.substr(start, end - start)), line, static_cast<int32_t>(start)};
 }
 
-Text NormalizeLineEnds(TextView text)
+Text NormalizeLineEnds(Text text)
 {
-    if (std::count(text.begin(), text.end(), u'\r') == std::count(text.begin(), text.end(), u'\n')) return Text(text);
+    if (std::count(text.begin(), text.end(), u'\r') == std::count(text.begin(), text.end(), u'\n')) return text;
     return Replace(Replace(Replace(text, u"\r\n", u"\n"), u"\r", u"\n"), u"\n", u"\r\n");
 }
 

@@ -80,12 +80,15 @@ void LexClass::BeginLineScan(SourceDocument& document, int32_t line, TextView li
 {
     line_ = line;
     text_.Take(lineText.substr(0, static_cast<size_t>(std::max(document.LineLength(line), 0))));
+    Begin(line > 0 ? document.GetLineData(line - 1, LineWord::Lexer) : 0);
+}
+
+void LexClass::Begin(uint32_t above)
+{
     position_ = 0;
     depth_ = 0;
     lineFlags_ = 0;
-    previous_ = Kind::None;
-    if (line > 0 && document.GetLineData(line - 1, LineWord::Lexer) & line_flag::kListContinues)
-        previous_ = Kind::ListComma;
+    previous_ = above & line_flag::kListContinues ? Kind::ListComma : Kind::None;
     traced_ = log_->Wants(trace::kTokens);
     quick_ = highlight_ && !traced_;
 }
@@ -111,41 +114,69 @@ inline uint8_t LexClass::TraitsBefore() const
     return kKinds[static_cast<size_t>(previous_)].traits;
 }
 
-/// The most frequent tokens without the search through the rules: blanks, an operator, a name that is no keyword.
+/// Behind a token of this kind.
+inline void LexClass::Pass(const KindRow& row, Kind kind, int32_t end, int32_t flags)
+{
+    depth_ += row.depth;
+    lineFlags_ |= flags;
+    position_ = end;
+    if (!(row.traits & kLookedAt)) return;
+    previous_ = kind;
+    quick_ = highlight_ && !traced_ && !(row.traits & kGoesOn);
+}
+
+/// Whether the token that begins with `c`, which is no blank, is an operator or a name that is no keyword: the most
+/// frequent ones need no search through the rules.
+inline bool LexClass::IsQuick(const KeywordTables& tables, char16_t c, int32_t& end) const
+{
+    const uint8_t* classes = tables.Classes();
+    const uint8_t is = classes[c];
+    if (is & kSyntax || (c | 0x20) == u'g' || TraitsBefore() & (kStatementStart | kLabelPosition)) return false;
+    end = position_ + 1;
+    if (!(is & kFirst)) return true;
+    const int32_t nameEnd = NameFrom(end, classes);
+    if (tables.Hint(text_.Piece(position_, nameEnd)) != 0) return false;
+    if (!(is & kFirstExact)) end = nameEnd;
+    return true;
+}
+
 inline bool LexClass::QuickStep(Token& token)
 {
-    int32_t at = position_;
     if (!quick_) return false;
+    int32_t at = position_;
     if (at >= text_.Length()) {
         if (previous_ == Kind::ListComma) return false;
         token = {token_type::kEndOfLine, at, 0, 0};
         previous_ = Kind::None;
         return true;
     }
-    char16_t c = text_[at];
-    int32_t end = at + 1;
-    int32_t type = token_type::kBlank;
-    if (c == u' ') {
-        end = text_.BlanksEnd(end);
-    } else {
-        const KeywordTables& tables = keywords_->Tables();
-        const uint8_t* classes = tables.Classes();
-        uint8_t is = classes[c];
-        if (is & kSyntax || (c | 0x20) == u'g' || TraitsBefore() & (kStatementStart | kLabelPosition)) return false;
-        if (is & kFirst) {
-            end = NameFrom(end, classes);
-            if (tables.Hint(text_.Piece(at, end)) != 0) return false;
-            if (is & kFirstExact) end = at + 1;
-        }
-        type = token_type::kNormal;
+    int32_t end = 0;
+    const bool blank = text_[at] == u' ';
+    if (blank)
+        end = text_.BlanksEnd(at + 1);
+    else if (IsQuick(keywords_->Tables(), text_[at], end))
         previous_ = Kind::Normal;
-    }
-    token.type = type;
-    token.start = at;
-    token.length = end - at;
-    token.attributes = 0;
+    else
+        return false;
+    token = {blank ? token_type::kBlank : token_type::kNormal, at, end - at, 0};
     position_ = end;
     return true;
+}
+
+/// To the next token that may be more than a blank, an operator or a name.
+inline void LexClass::SkipQuick(const KeywordTables& tables)
+{
+    while (position_ < text_.Length()) {
+        const char16_t c = text_[position_];
+        int32_t end = 0;
+        if (c == u' ')
+            end = text_.BlanksEnd(position_ + 1);
+        else if (IsQuick(tables, c, end))
+            previous_ = Kind::Normal;
+        else
+            return;
+        position_ = end;
+    }
 }
 
 void LexClass::ScanToken(Token& token)
@@ -229,12 +260,30 @@ void LexClass::Step(Token& token)
     token.length = extent.end - position_;
     token.attributes = AttributesOf(flags);
     if (traced_) Trace(token, flags);
-    if (row.depth != 0) depth_ += row.depth;
-    lineFlags_ |= flags;
-    position_ = extent.end;
-    if (!(row.traits & kLookedAt)) return;
-    previous_ = kind;
-    quick_ = highlight_ && !traced_ && !(row.traits & kGoesOn);
+    Pass(row, kind, extent.end, flags);
+}
+
+bool LexClass::ScanLine(UnitSpan text, uint32_t above, LineScan& scan)
+{
+    Begin(above);
+    if (traced_) return false; // which tells of each token
+    if (text.wide)
+        text_.Take(TextView(text.Wide(), text.length));
+    else
+        text_.Take(std::span(text.Narrow(), text.length));
+    const KeywordTables& tables = keywords_->Tables();
+    for (Kind kind = Kind::Blank; kind != Kind::None;) {
+        if (quick_) SkipQuick(tables);
+        Extent extent{position_, 0};
+        kind = Next(tables, extent);
+        const KindRow& row = kKinds[static_cast<size_t>(kind)];
+        const int32_t flags = extent.flags | row.flags;
+        if (flags & (kBeginBlocks | kEndBlocks))
+            scan.nesting.Follow(flags & kBeginBlocks ? Nesting{0, 1} : Nesting{1, 0});
+        Pass(row, kind, extent.end, flags);
+    }
+    scan.data = static_cast<uint32_t>(lineFlags_);
+    return true;
 }
 
 void LexClass::Trace(const Token& token, int32_t flags) const

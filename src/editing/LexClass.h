@@ -54,6 +54,7 @@ public:
     void BeginLineScan(SourceDocument& document, int32_t line, TextView lineText, int32_t flags) override;
     void ScanToken(Token& token) override;
     int16_t EndLineScan(SourceDocument& document) override;
+    bool ScanLine(UnitSpan text, uint32_t above, LineScan& scan) override;
     int32_t GetLineIndex() override { return position_; }
     void SetLineIndex(int32_t index) override { position_ = index < 0 ? 0 : index; }
 
@@ -89,7 +90,11 @@ private:
         int32_t flags;
     };
 
+    void Begin(uint32_t above);
+    bool IsQuick(const KeywordTables& tables, char16_t c, int32_t& end) const;
     bool QuickStep(Token& token);
+    void SkipQuick(const KeywordTables& tables);
+    void Pass(const KindRow& row, Kind kind, int32_t end, int32_t flags);
     void GuardedStep(Token& token);
     void Step(Token& token);
     Kind Next(const KeywordTables& tables, Extent& extent);

@@ -7,16 +7,18 @@
 
 #include <algorithm>
 #include <bit>
+#include <span>
 #include <vector>
 
 namespace nib {
 
 class LexLine {
 public:
-    LexLine() { Take({}); }
+    LexLine() { Take(TextView()); }
 
     /// Copies the line; allocates only for one longer than all before.
     void Take(TextView text);
+    void Take(std::span<const uint8_t> text);
 
     int32_t Length() const { return length_; }
     /// Behind the end, where searches may look too, stands a mark.
@@ -61,6 +63,14 @@ private:
         }
     }
 
+    void MakeRoom(size_t length);
+    void Map(size_t at, const units::Group& group)
+    {
+        blanks_[at >> 6] |= uint64_t{group.Equal(u' ')} << (at & 63);
+        names_[at >> 6] |= uint64_t{group.Names()} << (at & 63);
+        marks_[at >> 6] |= uint64_t{group.Breaks()} << (at & 63);
+    }
+
     int32_t length_ = 0;
     std::vector<char16_t> units_;
     Bits blanks_;
@@ -68,35 +78,40 @@ private:
     Bits marks_;
 };
 
-inline void LexLine::Take(TextView text)
+/// For so many units and the mark behind them, and for whole groups.
+inline void LexLine::MakeRoom(size_t length)
 {
-    constexpr size_t kReadAhead = units::kAtOnce;
     length_ = 0;
-    if (units_.size() < text.size() + kReadAhead) {
-        size_t room = text.size() * 2 + 4 * kReadAhead;
+    if (units_.size() < length + units::kAtOnce) {
+        const size_t room = length + length / 2 + 4 * units::kAtOnce;
         blanks_.resize(room / 64 + 1);
         names_.resize(room / 64 + 1);
         marks_.resize(room / 64 + 1);
         units_.resize(room);
     }
-    std::copy(text.begin(), text.end(), units_.begin());
-    std::fill_n(units_.data() + text.size(), kReadAhead, kValueMark);
-    length_ = static_cast<int32_t>(text.size());
+    length_ = static_cast<int32_t>(length);
+    for (size_t word = 0; word <= length / 64; ++word) blanks_[word] = names_[word] = marks_[word] = 0;
+}
 
-    for (size_t word = 0; word <= text.size() / 64; ++word) {
-        uint64_t blanks = 0;
-        uint64_t names = 0;
-        uint64_t marks = 0;
-        for (size_t at = word * 64; at < word * 64 + 64 && at <= text.size(); at += units::kAtOnce) {
-            units::Group group(units_.data() + at);
-            blanks |= uint64_t{group.Equal(u' ')} << (at & 63);
-            marks |= uint64_t{group.Breaks()} << (at & 63);
-            names |= uint64_t{group.Names()} << (at & 63);
-        }
-        blanks_[word] = blanks;
-        marks_[word] = marks;
-        names_[word] = names;
+inline void LexLine::Take(TextView text)
+{
+    MakeRoom(text.size());
+    std::copy(text.begin(), text.end(), units_.begin());
+    std::fill_n(units_.data() + text.size(), units::kAtOnce, kValueMark);
+    for (size_t at = 0; at <= text.size(); at += units::kAtOnce) Map(at, units::Group(units_.data() + at));
+}
+
+inline void LexLine::Take(std::span<const uint8_t> text)
+{
+    MakeRoom(text.size());
+    size_t at = 0;
+    for (; at + units::kAtOnce <= text.size(); at += units::kAtOnce) {
+        units::Widen(text.data() + at, units_.data() + at);
+        Map(at, units::Group(units_.data() + at));
     }
+    std::copy(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(), units_.data() + at);
+    std::fill_n(units_.data() + text.size(), units::kAtOnce, kValueMark);
+    Map(at, units::Group(units_.data() + at));
 }
 
 } // namespace nib

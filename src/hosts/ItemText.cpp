@@ -4,6 +4,8 @@
 #include "base/Text.h"
 #include "hosts/TextCoding.h"
 
+#include <span>
+
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
@@ -70,14 +72,13 @@ char16_t* WidenUtf8(std::string_view bytes, char16_t* out)
     return out;
 }
 
-using WidenLine = char16_t* (*)(std::string_view, char16_t*);
-
-Text WidenLines(std::string_view bytes, const BreakCount& breaks, WidenLine widen)
+template <typename WidenLine>
+Text WidenLines(std::string_view bytes, WidenLine widen)
 {
     // No line grows when it is widened, and a break becomes two units.
-    Text text(bytes.size() + breaks.Breaks(), u'\0');
+    Text text(bytes.size() + MostBreaks(bytes), u'\0');
     char16_t* out = text.data();
-    ForEachLine(bytes, breaks.cr > 0, [&](std::string_view line, bool broken) {
+    ForEachLine(bytes, HasCr(bytes), [&](std::string_view line, bool broken) {
         out = widen(line, out);
         if (!broken) return;
         *out++ = u'\r';
@@ -121,16 +122,17 @@ private:
 };
 
 template <typename Unit>
-BreakCount ReadBreaks(std::basic_string_view<Unit> text, TextForm& form, std::vector<OddEnd>* odd)
+void ReadBreaks(std::basic_string_view<Unit> text, TextForm& form, std::vector<OddEnd>* odd)
 {
+    form.lineEnd = LineEnd::Lf;
+    if (!HasCr(text)) return;
     const BreakCount breaks = CountBreaks(text);
     form.lineEnd = breaks.Usual();
     if (odd && breaks.Mixed()) *odd = FindOddEnds(text, form.lineEnd);
-    return breaks;
 }
 
 /// Between the bytes of a server's item and lines that end in line feeds, either way.
-void SwapLineMarks(std::string& bytes)
+void SwapLineMarks(std::span<char> bytes)
 {
     for (char& byte : bytes) {
         if (byte == '\xFE')
@@ -173,14 +175,33 @@ Text ItemText::Decode(std::string_view bytes, TextForm& form, TextView name, std
     return DecodeLines(lines, form, name, odd);
 }
 
+ReadText ItemText::Read(ByteText bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd) const
+{
+    if (kind_ == Kind::Server) SwapLineMarks({bytes.data, bytes.size});
+    std::string_view lines = bytes.Bytes();
+    Text text;
+    bytes.widen = Look(lines, form, name, odd, text);
+    if (!bytes.widen) return text;
+    bytes.data += lines.data() - bytes.data;
+    bytes.size = lines.size();
+    return bytes;
+}
+
 Text ItemText::DecodeLines(std::string_view bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd) const
+{
+    Text text;
+    const WidenLine widen = Look(bytes, form, name, odd, text);
+    return widen ? WidenLines(bytes, widen) : text;
+}
+
+ItemText::WidenLine ItemText::Look(std::string_view& bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd,
+                                   Text& text) const
 {
     form = NewForm();
     if (odd) odd->clear();
-    Text text;
     if (DecodeWide(bytes, form, text, odd)) {
         if (text.find(u'\0') != Text::npos) RefuseNul(name);
-        return text;
+        return nullptr;
     }
     if (bytes.find('\0') != std::string_view::npos) RefuseNul(name);
 
@@ -188,14 +209,14 @@ Text ItemText::DecodeLines(std::string_view bytes, TextForm& form, TextView name
         form.byteOrderMark = bytes.starts_with(kUtf8Mark);
         if (form.byteOrderMark) bytes.remove_prefix(kUtf8Mark.size());
     }
-    const BreakCount breaks = ReadBreaks(bytes, form, odd);
+    ReadBreaks(bytes, form, odd);
     if (kind_ == Kind::Item) bytes = TakeFinalBreak(bytes, form);
     if (form.coding == TextCoding::Named) {
-        if (DecodeNamed(bytes, text)) return text;
+        if (DecodeNamed(bytes, text)) return nullptr;
         form.coding = TextCoding::Latin1;
     }
-    if (form.coding == TextCoding::Utf8) return WidenLines(bytes, breaks, WidenUtf8);
-    return WidenLines(bytes, breaks, IsItem() ? WidenWithMarks : Widen);
+    if (form.coding == TextCoding::Utf8) return WidenUtf8;
+    return IsItem() ? WidenWithMarks : Widen;
 }
 
 bool ItemText::DecodeWide(std::string_view bytes, TextForm& form, Text& text, std::vector<OddEnd>* odd) const
@@ -208,11 +229,11 @@ bool ItemText::DecodeWide(std::string_view bytes, TextForm& form, Text& text, st
         const auto second = static_cast<unsigned char>(bytes[i * 2 + 3]);
         units[i] = static_cast<char16_t>(little ? first | second << 8 : second | first << 8);
     }
-    const BreakCount breaks = ReadBreaks(TextView(units), form, odd);
+    ReadBreaks(TextView(units), form, odd);
     form.coding = little ? TextCoding::Utf16Le : TextCoding::Utf16Be;
     form.byteOrderMark = true;
-    text.reserve(units.size() + breaks.Breaks());
-    ForEachLine(TextView(units), breaks.cr > 0, [&](TextView line, bool broken) {
+    text.reserve(units.size() + MostBreaks(TextView(units)));
+    ForEachLine(TextView(units), HasCr(TextView(units)), [&](TextView line, bool broken) {
         text.append(line);
         if (broken) text.append(u"\r\n");
     });

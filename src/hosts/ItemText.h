@@ -7,6 +7,7 @@
 // in the place that FE has left free, as the attribute mark.
 // Local files: UTF-8, UTF-16 with a byte order mark, else Latin-1 with all its letters; every line feed is text.
 
+#include "base/ByteText.h"
 #include "hosts/TextCoding.h"
 
 #include <string>
@@ -40,6 +41,8 @@ public:
     /// The text with CR LF between lines. Throws Error for what is not a text; `name` is for the user to read. `odd`
     /// takes the ends that differ from the form's, that of a last line of an item too.
     Text Decode(std::string_view bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd = nullptr) const;
+    /// The same where the bytes may be taken, which spares copies.
+    ReadText Read(ByteText bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd = nullptr) const;
     /// Throws Error naming the character and the line when the form cannot hold the text. `odd` in order of the lines.
     std::string Encode(TextView text, const TextForm& form, TextView name, const std::vector<OddEnd>& odd = {}) const;
     /// Both are items or both files.
@@ -60,7 +63,11 @@ private:
     {
     }
     bool IsItem() const { return kind_ != Kind::File; }
+    using WidenLine = char16_t* (*)(std::string_view, char16_t*);
+
     Text DecodeLines(std::string_view bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd) const;
+    /// How the lines are widened that `bytes` then holds; null when they are no such lines, and `text` is all of it.
+    WidenLine Look(std::string_view& bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd, Text& text) const;
     TextCoding CharsetCoding() const;
     bool IsRawMark(unsigned char byte) const { return IsItem() && byte >= 0xFB; }
     /// True when it was UTF-16.

@@ -11,6 +11,13 @@ Text StoredForm::Decode(std::string_view bytes)
     return text;
 }
 
+ReadText StoredForm::Read(ByteText bytes)
+{
+    ReadText text = coding_.Read(std::move(bytes), form_, name_, &odd_);
+    formTaken_ = false;
+    return text;
+}
+
 std::string StoredForm::Encode(TextView text)
 {
     std::string bytes = Encoded(text);

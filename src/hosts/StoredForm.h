@@ -19,6 +19,8 @@ public:
     const Text& Name() const { return name_; }
     /// With CR LF between lines. Throws Error for what is no text.
     Text Decode(std::string_view bytes);
+    /// The same where the bytes may be taken.
+    ReadText Read(ByteText bytes);
     /// Throws Error that names the character and the line when the text cannot be held.
     std::string Encode(TextView text);
 

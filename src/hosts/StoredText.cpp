@@ -72,6 +72,15 @@ Text StoredText::Read()
     return text;
 }
 
+ReadText StoredText::ReadWhole()
+{
+    FileContent content = ReadWholeFile(path_);
+    const std::shared_ptr<char[]> owner(std::move(content.data));
+    ReadText text = form_.Read({{owner, owner.get()}, owner.get(), content.size, nullptr});
+    known_.emplace(content.stamp, std::string_view(owner.get(), content.size));
+    return text;
+}
+
 void StoredText::Write(TextView text)
 {
     const std::string bytes = form_.Encode(text);

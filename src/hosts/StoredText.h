@@ -32,6 +32,7 @@ public:
     /// No right to write the file, or to make it where it would be.
     bool IsProtected() const;
     Text Read();
+    ReadText ReadWhole();
     void Write(TextView text);
 
     StoredForm& Form() { return form_; }
@@ -60,6 +61,7 @@ public:
     StoredForm* Form() override { return &stored_.Form(); }
 
     Text ReadItem(int32_t, int32_t, int32_t) override { return stored_.Read(); }
+    ReadText ReadWhole() override { return stored_.ReadWhole(); }
     void WriteItem(int32_t, int32_t, int32_t, TextView text) override { stored_.Write(text); }
 
 private:

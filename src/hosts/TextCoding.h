@@ -19,7 +19,6 @@ struct BreakCount {
     size_t cr = 0; ///< all CR, those of CR LF too
     size_t crLf = 0;
 
-    size_t Breaks() const { return lf + cr - crLf; }
     /// The kind of break that most lines have; LF when there is none.
     LineEnd Usual() const
     {
@@ -39,6 +38,19 @@ BreakCount CountBreaks(std::basic_string_view<Unit> text)
         if (at + 1 < text.size() && text[at + 1] == Unit{'\n'}) ++count.crLf;
     }
     return count;
+}
+
+template <typename Unit>
+bool HasCr(std::basic_string_view<Unit> text)
+{
+    return text.find(Unit{'\r'}) != text.npos;
+}
+
+/// At least as many as the text has.
+template <typename Unit>
+size_t MostBreaks(std::basic_string_view<Unit> text)
+{
+    return static_cast<size_t>(std::count_if(text.begin(), text.end(), [](Unit c) { return c == '\n' || c == '\r'; }));
 }
 
 /// A line that ends otherwise than most.

@@ -7,6 +7,7 @@
 //
 // Every operation throws Error; the description is what the user is shown.
 
+#include "base/ByteText.h"
 #include "base/Error.h"
 #include "base/Text.h"
 
@@ -138,6 +139,8 @@ public:
     /// The text with lines separated by CR LF and the delimiters as mark characters. The three numbers are attribute,
     /// value and sub-value; 0, 0, 0 means the whole item and is the only form in use.
     virtual Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) = 0;
+    /// The whole item in the same way, or in the bytes that it was stored in, which spares copies of a large one.
+    virtual ReadText ReadWhole() { return ReadItem(0, 0, 0); }
     /// Replaces the whole item; the old one stays whole when this throws.
     virtual void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) = 0;
     /// Ends a write.

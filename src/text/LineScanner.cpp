@@ -12,6 +12,9 @@ namespace {
 /// Lines that are scanned at once to colour one further down correctly; beyond that a look at the line before must do.
 constexpr int32_t kScanAhead = 4000;
 
+/// Nobody reads a longer line, and coloured at each key it would keep whoever edits it waiting.
+constexpr size_t kMostLexed = size_t{1} << 20;
+
 constexpr auto kControl = static_cast<size_t>(LineWord::Control);
 constexpr auto kState = static_cast<size_t>(LineWord::Lexer);
 
@@ -72,9 +75,28 @@ int32_t LineScanner::ReadTokens(int32_t length, std::vector<Token>* tokens, Nest
     return at;
 }
 
-void LineScanner::RunLexer(int32_t line, std::vector<Token>* tokens, Nesting& nesting)
+/// What the lexer is shown of a line.
+UnitSpan LineScanner::LexedUnits(int32_t line) const
 {
     UnitSpan units = lines_.At(line).Units();
+    units.length = std::min(units.length, kMostLexed);
+    return units;
+}
+
+bool LineScanner::ScanWhole(int32_t line, Nesting& nesting)
+{
+    const uint32_t above = line > 0 ? lines_.Word(line - 1, kState) : 0;
+    LineScan scan;
+    if (!lexer_->ScanLine(LexedUnits(line), above, scan)) return false;
+    lines_.SetWord(line, kState, scan.data);
+    nesting = scan.nesting;
+    return true;
+}
+
+void LineScanner::RunLexer(int32_t line, std::vector<Token>* tokens, Nesting& nesting)
+{
+    if (!tokens && ScanWhole(line, nesting)) return;
+    UnitSpan units = LexedUnits(line);
     TextView text;
     if (units.wide) {
         text = {units.Wide(), units.length};
@@ -86,6 +108,7 @@ void LineScanner::RunLexer(int32_t line, std::vector<Token>* tokens, Nesting& ne
     auto length = static_cast<int32_t>(text.size());
     lexer_->BeginLineScan(document_, line, text, 0);
     int32_t at = ReadTokens(length, tokens, nesting);
+    length = static_cast<int32_t>(lines_.Length(line));
     if (at < length && tokens) tokens->push_back({kPlainToken, at, length - at, 0});
     lexer_->EndLineScan(document_);
 }

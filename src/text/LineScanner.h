@@ -39,6 +39,8 @@ private:
     bool Scan(int32_t line, std::vector<Token>* tokens = nullptr);
     int32_t ReadTokens(int32_t length, std::vector<Token>* tokens, Nesting& nesting);
     void RunLexer(int32_t line, std::vector<Token>* tokens, Nesting& nesting);
+    bool ScanWhole(int32_t line, Nesting& nesting);
+    UnitSpan LexedUnits(int32_t line) const;
 
     SourceDocument& document_;
     LineStore& lines_;

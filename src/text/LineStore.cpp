@@ -1,7 +1,5 @@
 #include "text/LineStore.h"
 
-#include "text/SourceContract.h"
-
 #include <algorithm>
 
 namespace nib {
@@ -47,7 +45,20 @@ void LineStore::Clear()
 
 void LineStore::Load(TextView text)
 {
-    TextLoader loader(text);
+    Take(TextLoader(text), text.size());
+}
+
+std::vector<TabPlace> LineStore::Load(ByteText text, int32_t tabWidth)
+{
+    std::vector<TabPlace> tabs;
+    const size_t size = text.size;
+    Take(ByteLoader(std::move(text), tabWidth, tabs), size);
+    return tabs;
+}
+
+template <typename Loader>
+void LineStore::Take(Loader&& loader, size_t size)
+{
     std::vector<std::unique_ptr<Chunk>> chunks;
     size_t units = 0;
     int32_t count = 0;
@@ -55,7 +66,7 @@ void LineStore::Load(TextView text)
     while (loader.Next(line)) {
         if (chunks.empty() || chunks.back()->lines.size() == kLoadedLines) {
             chunks.push_back(std::make_unique<Chunk>());
-            chunks.back()->lines.reserve(text.size() < kLoadedLines ? 8 : kLoadedLines);
+            chunks.back()->lines.reserve(size < kLoadedLines ? 8 : kLoadedLines);
         }
         chunks.back()->lines.emplace_back().Share(line.data, line.length, line.wide);
         units += line.length;

@@ -2,7 +2,9 @@
 // The lines of a text, in chunks: finding, inserting and removing lines anywhere costs the same in a thousand lines and
 // in a million. Knows nothing of undo, scanning or views.
 
+#include "text/ByteLoader.h"
 #include "text/LineText.h"
+#include "text/SourceContract.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -53,21 +55,6 @@ private:
     std::vector<int32_t> tree_;
 };
 
-/// Blocks that a stretch of lines leaves open: first `closes` blocks opened above it end, then `opens` of its own go
-/// on.
-struct Nesting {
-    int32_t closes = 0;
-    int32_t opens = 0;
-
-    void Follow(Nesting next)
-    {
-        if (next.closes > opens) closes += next.closes - opens;
-        opens = opens > next.closes ? opens - next.closes : 0;
-        opens += next.opens;
-    }
-    friend bool operator==(const Nesting&, const Nesting&) = default;
-};
-
 /// Bits of a line's control word that are this component's own, beside line_bits.
 namespace own_bits {
 inline constexpr uint32_t kHidden = 0x200;
@@ -102,6 +89,8 @@ public:
 
     /// Replaces everything.
     void Load(TextView text);
+    /// From the bytes that it was read in, each TAB as so many blanks; answers where those stood.
+    std::vector<TabPlace> Load(ByteText text, int32_t tabWidth);
 
     int32_t Count() const { return count_; }
     const LineRecord& At(int32_t line) const { return Record(Locate(line)); }
@@ -148,6 +137,8 @@ public:
     size_t MemoryUse() const;
 
 private:
+    template <typename Loader>
+    void Take(Loader&& loader, size_t size);
     Place Search(int32_t line) const;
     const LineRecord& Record(Place p) const { return chunks_[p.chunk]->lines[p.index]; }
     LineRecord& Record(Place p) { return chunks_[p.chunk]->lines[p.index]; }

@@ -117,15 +117,16 @@ size_t LineRecord::OwnBytes() const
     return own_ ? HeaderOf(text_)->bytes + sizeof(BlockHeader) : 0;
 }
 
-void LoadedText::FreeBlock::operator()(void* block) const
+std::shared_ptr<void> LoadedText::NewBlock(size_t bytes)
 {
-    std::free(block);
+    return {Malloc(bytes), std::free};
 }
 
 TextLoader::TextLoader(TextView text) : at_(text.data()), end_(text.data() + text.size())
 {
-    loaded_.narrow.reset(Malloc(text.size() + 16));
-    narrow_ = static_cast<uint8_t*>(loaded_.narrow.get());
+    // For the worst case: pages that no line needs are never touched, so they cost no memory.
+    loaded_.blocks.push_back(LoadedText::NewBlock(text.size() + 16));
+    narrow_ = static_cast<uint8_t*>(loaded_.blocks.back().get());
 }
 
 /// Writes the line's units in 8 bits at narrow_ up to its end, which is answered; `wide` when some did not fit.
@@ -173,8 +174,8 @@ bool TextLoader::Next(UnitSpan& line)
     if (length > LineRecord::kMaxLength) throw std::bad_alloc();
     if (wide) {
         if (!wide_) {
-            loaded_.wide.reset(Malloc(static_cast<size_t>(end_ - at_) * 2));
-            wide_ = static_cast<char16_t*>(loaded_.wide.get());
+            loaded_.blocks.push_back(LoadedText::NewBlock(static_cast<size_t>(end_ - at_) * 2));
+            wide_ = static_cast<char16_t*>(loaded_.blocks.back().get());
         }
         std::memcpy(wide_, at_, length * 2);
         line = {wide_, length, true};

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <vector>
 
 namespace nib {
 
@@ -50,16 +51,12 @@ private:
 
 static_assert(sizeof(LineRecord) == 24);
 
-/// The units of a loaded text, in one block a width; lines point into them.
+/// The blocks that the lines of a loaded text point into.
 struct LoadedText {
-    struct FreeBlock {
-        void operator()(void* block) const;
-    };
-    using Block = std::unique_ptr<void, FreeBlock>;
-    // Sized for the worst case: pages that no line needs are never touched, so they cost no memory.
-    Block narrow;
-    Block wide;
-    size_t bytes = 0; ///< in use in both
+    static std::shared_ptr<void> NewBlock(size_t bytes);
+
+    std::vector<std::shared_ptr<void>> blocks;
+    size_t bytes = 0; ///< in use in all of them
 };
 
 /// Cuts a text into lines at CR LF, CR and LF, narrowing on the way: one pass, no allocation a line.

@@ -2,6 +2,7 @@
 // What crosses the edge of the text component: what others plug into it, and the values that go to and fro.
 
 #include "base/Text.h"
+#include "text/LineText.h"
 
 #include <cstdint>
 
@@ -25,6 +26,27 @@ inline constexpr int32_t kEndsBlock = 2;
 /// The type of all text that no lexer coloured; its style is the view's default.
 inline constexpr int32_t kPlainToken = 8;
 
+/// Blocks that a stretch of lines leaves open: first `closes` blocks opened above it end, then `opens` of its own go
+/// on.
+struct Nesting {
+    int32_t closes = 0;
+    int32_t opens = 0;
+
+    void Follow(Nesting next)
+    {
+        if (next.closes > opens) closes += next.closes - opens;
+        opens = opens > next.closes ? opens - next.closes : 0;
+        opens += next.opens;
+    }
+    friend bool operator==(const Nesting&, const Nesting&) = default;
+};
+
+/// What the tokens of a line come to: the blocks that they begin and end, and the lexer's data word.
+struct LineScan {
+    Nesting nesting;
+    uint32_t data = 0;
+};
+
 /// Called by the document for each line that it scans: BeginLineScan, ScanToken until type 0, EndLineScan.
 /// No call-back may edit the document.
 class ISourceLex4 {
@@ -33,6 +55,9 @@ public:
     virtual void BeginLineScan(SourceDocument& document, int32_t line, TextView lineText, int32_t flags) = 0;
     virtual void ScanToken(Token& token) = 0;
     virtual int16_t EndLineScan(SourceDocument& document) = 0;
+    /// The same at once, for a line whose tokens nobody wants; `above` is the data word of the line above it. False:
+    /// the document must ask for the tokens.
+    virtual bool ScanLine(UnitSpan /*text*/, uint32_t /*above*/, LineScan&) { return false; }
     virtual int32_t GetDesiredCase() { return 0; }
     virtual int32_t GetLineIndex() { return 0; }
     virtual void SetLineIndex(int32_t) {}

@@ -17,6 +17,18 @@ Text SourceDocument::GetLine(int32_t line) const
     return text;
 }
 
+void SourceDocument::SetText(TextView text)
+{
+    ReplaceAll([&] { lines_.Load(text); });
+}
+
+std::vector<TabPlace> SourceDocument::SetText(ByteText text, int32_t tabWidth)
+{
+    std::vector<TabPlace> tabs;
+    ReplaceAll([&] { tabs = lines_.Load(std::move(text), tabWidth); });
+    return tabs;
+}
+
 uint32_t SourceDocument::GetLineData(int32_t line, LineWord which) const
 {
     line = ClampLine(line);

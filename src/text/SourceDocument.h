@@ -11,6 +11,7 @@
 #include "text/UndoStack.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -71,6 +72,8 @@ public:
 
     /// Replaces the whole text, which then counts as before: modified or not. Bookmarks and undo go.
     void SetText(TextView text);
+    /// The same for a text in the bytes that it was read in, each TAB as so many blanks; answers where those stood.
+    std::vector<TabPlace> SetText(ByteText text, int32_t tabWidth);
     Text GetText() const { return GetRange({}, End()); }
     /// CR LF between lines.
     Text GetRange(Position start, Position end) const;
@@ -161,6 +164,7 @@ private:
     std::vector<int32_t> LinesWith(uint32_t controlBit, bool any) const;
     void RefuseInCallback() const;
     void RefuseInStep() const;
+    void ReplaceAll(const std::function<void()>& load);
     Position PutText(Position at, TextView text);
     TextEdit TakeText(Position start, Position end);
     std::vector<KeptWords> WordsOf(int32_t first, int32_t last) const;

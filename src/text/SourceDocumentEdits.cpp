@@ -77,11 +77,11 @@ void SourceDocument::NotifyChange(int32_t /*kind*/, int32_t first, int32_t last,
     TellCaret(Clamp(caret));
 }
 
-void SourceDocument::SetText(TextView text)
+void SourceDocument::ReplaceAll(const std::function<void()>& load)
 {
     RefuseInCallback();
     if (journal_) throw Error{error_number::kInvalidCall, u"An operation cannot replace the whole text."};
-    lines_.Load(text);
+    load();
     undo_.Clear();
     scanner_.Reset();
     folder_.Reset();

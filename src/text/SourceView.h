@@ -111,6 +111,10 @@ public:
     Text GetText() const { return document_.GetText(); }
     /// Replaces the whole text; whether it counts as modified is the caller's business.
     void SetText(TextView text) { document_.SetText(text); }
+    std::vector<TabPlace> SetText(ByteText text, int32_t tabWidth)
+    {
+        return document_.SetText(std::move(text), tabWidth);
+    }
     /// Runs the lexer over `line` and finds the token at or behind column `position`; false at the end of the line.
     bool NextToken(int32_t line, int32_t position, Token& token);
 

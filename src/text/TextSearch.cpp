@@ -177,8 +177,9 @@ Text ExpandTabs(TextView text, int32_t width, std::optional<int32_t> column)
 {
     width = std::max(width, 1);
     int32_t at = column.value_or(0);
+    auto tabs = static_cast<size_t>(std::count(text.begin(), text.end(), u'\t'));
     Text out;
-    out.reserve(text.size());
+    out.reserve(text.size() + tabs * static_cast<size_t>(width - 1));
     for (;;) {
         TextView piece = text.substr(0, text.find(u'\t'));
         out += piece;

@@ -51,6 +51,18 @@ inline uint64_t FoldAscii4(uint64_t four)
 
 inline constexpr size_t kAtOnce = 16;
 
+/// So many units of 8 bits as units of 16.
+inline void Widen(const uint8_t* from, char16_t* to)
+{
+#if defined(__SSE2__)
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm_unpacklo_epi8(bytes, _mm_setzero_si128()));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to) + 1, _mm_unpackhi_epi8(bytes, _mm_setzero_si128()));
+#else
+    for (size_t i = 0; i < kAtOnce; ++i) to[i] = from[i];
+#endif
+}
+
 /// Sixteen units; the answers hold a bit for each, that of the first lowest.
 #if defined(__SSE2__)
 class Group {

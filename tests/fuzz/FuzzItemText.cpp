@@ -1,8 +1,10 @@
-// Any bytes of an item or a local file: refused, or a text that is written back byte for byte.
+// Any bytes of an item or a local file: refused, or a text that is written back byte for byte; the same text when the
+// document keeps the bytes.
 // Input: a byte of options, then the bytes.
 
 #include "Fuzz.h"
 #include "hosts/ItemText.h"
+#include "text/SourceDocument.h"
 
 using namespace nib;
 
@@ -22,5 +24,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         return 0;
     }
     Require(coding.Encode(text, form, u"item", odd) == input.rest);
+
+    const auto owner = std::make_shared<std::string>(input.rest);
+    ReadText read = coding.Read({owner, owner->data(), owner->size(), nullptr}, form, u"item", &odd);
+    if (auto* bytes = std::get_if<ByteText>(&read)) {
+        SourceDocument document;
+        Require(document.SetText(std::move(*bytes), 3) == TabsOf(text, 3));
+        Require(document.GetText() == ExpandTabs(text, 3));
+    }
     return 0;
 }

@@ -1,4 +1,5 @@
-// Any text under any keywords: the tokens of a line cover it without gap or overlap, and the line ends.
+// Any text under any keywords: the tokens of a line cover it without gap or overlap, and the line ends. Scanned whole,
+// it comes to what they do.
 // Input: one byte of options, a keyword list, NUL, comment prefixes, NUL, the text.
 
 #include "Fuzz.h"
@@ -15,6 +16,7 @@ void ScanLine(ISourceLex4& lexer, SourceDocument& buffer, int32_t line)
     auto length = static_cast<int32_t>(text.size());
     lexer.BeginLineScan(buffer, line, text, 0);
     int32_t at = 0;
+    Nesting nesting;
     for (;;) {
         Token token;
         lexer.ScanToken(token);
@@ -22,11 +24,16 @@ void ScanLine(ISourceLex4& lexer, SourceDocument& buffer, int32_t line)
         if (token.type == 0) break;
         Require(token.length > 0 && token.length <= length - at);
         Require(token.attributes >= 0 && token.attributes <= 2);
+        if (token.attributes != 0) nesting.Follow(token.attributes == 1 ? Nesting{0, 1} : Nesting{1, 0});
         at += token.length;
         Require(lexer.GetLineIndex() == at);
     }
     Require(at == length);
     Require(lexer.EndLineScan(buffer) == 0);
+    LineScan whole;
+    Require(
+        lexer.ScanLine(buffer.LineUnits(line), line > 0 ? buffer.GetLineData(line - 1, LineWord::Lexer) : 0, whole));
+    Require(whole.nesting == nesting && whole.data == buffer.GetLineData(line, LineWord::Lexer));
 }
 
 } // namespace

@@ -31,6 +31,7 @@ public:
     StoredForm* Form() override { return stored_ ? &stored_->Form() : nullptr; }
 
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;
+    ReadText ReadWhole() override { return Stored().ReadWhole(); }
     void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) override;
     void LockItem(bool lock) override;
     Text LockHolder() override;

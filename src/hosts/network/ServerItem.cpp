@@ -212,15 +212,28 @@ Text ServerItem::LockHolder()
     return session.UserOf(reply.status);
 }
 
-Text ServerItem::ReadItem(int32_t, int32_t, int32_t)
+template <typename Decode>
+auto ServerItem::Reading(Decode&& decode)
 {
     if (!fetched_) Fetch(false, u"Reading ");
     if (!fetched_) throw Error(error_number::kFileNotFound, DisplayPath() + u" does not exist.");
-    const std::string bytes = *std::exchange(fetched_, std::nullopt);
-    Text text = form_.Decode(bytes);
+    auto text = decode(*std::exchange(fetched_, std::nullopt));
     seen_ = found_;
     tried_.clear();
     return text;
+}
+
+Text ServerItem::ReadItem(int32_t, int32_t, int32_t)
+{
+    return Reading([this](std::string bytes) { return form_.Decode(bytes); });
+}
+
+ReadText ServerItem::ReadWhole()
+{
+    return Reading([this](std::string bytes) {
+        const auto owner = std::make_shared<std::string>(std::move(bytes));
+        return form_.Read({owner, owner->data(), owner->size(), nullptr});
+    });
 }
 
 void ServerItem::LockItem(bool lock)

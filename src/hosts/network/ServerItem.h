@@ -64,6 +64,7 @@ public:
     StoredForm* Form() override { return account_ ? &form_ : nullptr; }
 
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;
+    ReadText ReadWhole() override;
     void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) override;
     void LockItem(bool lock) override;
     Text LockHolder() override;
@@ -83,6 +84,9 @@ private:
     void Found(const ServerReply& reply);
     /// Throws kLocked.
     ServerReply TakeLock();
+    /// Calls decode(bytes) with what is stored.
+    template <typename Decode>
+    auto Reading(Decode&& decode);
     [[noreturn]] void RefuseLocked(const Text& who);
     bool HoldsLock() const;
     /// The lock is this session's own when it returns; then `found_` is what a write replaces.

@@ -170,10 +170,48 @@ void modAutoRecover::Tell(TextView copyFault)
 void modAutoRecover::SaveDocument(mvDocument& document)
 {
     if (document.AutoRecoverFile().empty()) document.SetAutoRecoverFile(NameFor(document));
+    if (IsCopied(document)) return;
+    ForgetCopy(document);
+    SourceDocument& source = document.View()->txtText().Document();
+    const Text path = PathOf(document.AutoRecoverFile());
     // Not by the document's own getter, which would bring a hidden window up.
-    const Text text = NormalizeLineEnds(document.View()->txtText().GetText());
-    WriteAutoSaveCopy(ports_.saver, PathOf(document.AutoRecoverFile()), document.ItemID(), text);
+    WriteAutoSaveCopy(ports_.saver, path, document.ItemID(), NormalizeLineEnds(source.GetText()));
+    auto watch = std::make_unique<CopyWatch>();
+    watch->document = document.weak_from_this();
+    watch->path = path;
+    watch->itemId = document.ItemID();
+    watch->stamp = StampOf(ToFileName(path));
+    source.AddListener(watch.get());
+    copies_[document.DocumentID()] = std::move(watch);
     if (journals_) journals_->CopyMade(document);
+}
+
+bool modAutoRecover::IsCopied(mvDocument& document)
+{
+    const auto found = copies_.find(document.DocumentID());
+    if (found == copies_.end()) return false;
+    const CopyWatch& watch = *found->second;
+    return !watch.changed && watch.itemId == document.ItemID() && watch.path == PathOf(document.AutoRecoverFile()) &&
+           watch.stamp.Exists() && watch.stamp == StampOf(ToFileName(watch.path));
+}
+
+void modAutoRecover::ForgetCopy(mvDocument& document)
+{
+    const auto found = copies_.find(document.DocumentID());
+    if (found == copies_.end()) return;
+    if (document.View()) document.View()->txtText().Document().RemoveListener(found->second.get());
+    copies_.erase(found);
+}
+
+modAutoRecover::~modAutoRecover()
+{
+    while (!copies_.empty()) {
+        // Its text is gone with its window.
+        if (const auto document = copies_.begin()->second->document.lock())
+            ForgetCopy(*document);
+        else
+            copies_.erase(copies_.begin());
+    }
 }
 
 Text modAutoRecover::NameFor(const mvDocument& document)
@@ -219,7 +257,10 @@ Journals* modAutoRecover::JournalsOf()
 
 void modAutoRecover::DocumentChanged(mvDocument& document)
 {
-    if (!document.IsDirty()) RemoveCopy(document);
+    if (!document.IsDirty()) {
+        RemoveCopy(document);
+        ForgetCopy(document);
+    }
     if (!AutoRecover() || (!journals_ && !document.IsDirty())) return;
     if (Journals* journals = JournalsOf()) journals->DocumentChanged(document);
 }

@@ -8,8 +8,11 @@
 #include "persistence/recovery/Journals.h"
 #include "platform/Desktop.h"
 #include "platform/posix/FileSaver.h"
+#include "text/SourceDocument.h"
 
 #include <functional>
+#include <map>
+#include <memory>
 #include <optional>
 
 namespace nib {
@@ -55,6 +58,9 @@ struct AutoRecoverPorts {
 class modAutoRecover {
 public:
     explicit modAutoRecover(AutoRecoverPorts ports) : ports_(std::move(ports)) {}
+    modAutoRecover(const modAutoRecover&) = delete;
+    modAutoRecover& operator=(const modAutoRecover&) = delete;
+    ~modAutoRecover();
 
     /// False when there is no folder, or none can be made, or the session has no number.
     bool FindAutoRecoverFolder(bool create);
@@ -96,6 +102,17 @@ public:
     const AutoRecoverPorts& Ports() const { return ports_; }
 
 private:
+    /// Tells whether a text is still what its last copy holds.
+    struct CopyWatch final : BufferListener {
+        std::weak_ptr<mvDocument> document;
+        Text path;
+        Text itemId;
+        FileStamp stamp;
+        bool changed = false;
+        void TextChanged(const TextChange&) override { changed = true; }
+        void TextReset() override { changed = true; }
+    };
+
     Text Folder() const;
     bool EnsureSession();
     Journals* JournalsOf();
@@ -105,6 +122,9 @@ private:
     void KillJournal(TextView name);
     Text PathOf(TextView name) const { return AutoRecoverFolder_ + u"/" + Text(name); }
     void SaveDocument(mvDocument& document);
+    /// The copy on disk holds the document as it is.
+    bool IsCopied(mvDocument& document);
+    void ForgetCopy(mvDocument& document);
     Text NameFor(const mvDocument& document);
     bool IsTaken(const mvDocument& document, TextView name);
     bool AutoRecover() const { return ports_.documents.settings.AutoRecover; }
@@ -112,7 +132,8 @@ private:
     AutoRecoverPorts ports_;
     Text AutoRecoverFolder_;
     uint32_t session_ = 0;
-    int32_t lastNumber_ = 0; ///< of a copy of this session
+    int32_t lastNumber_ = 0;                               ///< of a copy of this session
+    std::map<int32_t, std::unique_ptr<CopyWatch>> copies_; ///< by DocumentID
     std::optional<Journals> journals_;
     Text journalFault_;
     Text copyFault_;

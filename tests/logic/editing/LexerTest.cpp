@@ -2,6 +2,8 @@
 #include "fakes/Patience.h"
 #include "text/SourceDocument.h"
 
+#include <random>
+
 namespace nib::lexer_test {
 
 constexpr size_t kMostTokens = 10000;
@@ -15,6 +17,15 @@ std::vector<Token> ScanLine(LexClass& lexer, SourceDocument& buffer, int32_t lin
         lexer.ScanToken(tokens.emplace_back());
     } while (tokens.back().type != 0 && tokens.size() < kMostTokens);
     EXPECT_EQ(lexer.EndLineScan(buffer), 0);
+
+    Nesting nesting;
+    for (const Token& token : tokens)
+        if (token.attributes != 0) nesting.Follow(token.attributes == 1 ? Nesting{0, 1} : Nesting{1, 0});
+    LineScan whole;
+    EXPECT_TRUE(
+        lexer.ScanLine(buffer.LineUnits(line), line > 0 ? buffer.GetLineData(line - 1, LineWord::Lexer) : 0, whole));
+    EXPECT_EQ(whole.nesting, nesting) << ToUtf8(text);
+    EXPECT_EQ(whole.data, buffer.GetLineData(line, LineWord::Lexer)) << ToUtf8(text);
     return tokens;
 }
 
@@ -222,6 +233,31 @@ TEST(Lexer, AFailureLeavesTheStateAsItWas)
     EXPECT_EQ(trace.error, u"LexClass.ScanToken: error=0x5 no room");
     lexer.EndLineScan(buffer);
     EXPECT_EQ(buffer.GetLineData(0, LineWord::Lexer), 0U);
+}
+
+TEST(Lexer, WholeLinesComeToWhatTheirTokensDo)
+{
+    constexpr TextView kPieces[] = {u"END",  u"CASE",  u"IF ",  u"THEN",   u"ELSE",   u"FOR ", u"NEXT",   u"GO ",
+                                    u"TO ",  u"GOSUB", u"A.B",  u"LAB:",   u"10",     u",",    u";",      u"(",
+                                    u")",    u"'",     u"\"",   u"* ",     u"!",      u"REM ", u"*REG",   u"@WORD",
+                                    u"MY X", u" ",     u"    ", u"\u00C9", u"\u0416", u"=",    u"\uF8FC", u"\uF8FD"};
+    clsKeywords keywords;
+    keywords.SetKeywordList(keyword_class::kUser, u"\n", u"*REG+\n*END-\nMY X+\n@WORD]\n\u00C9TAT[");
+    std::mt19937 random(7);
+    for (int round = 0; round < 3000; ++round) {
+        keywords.SetCaseSensitive(round % 3 == 0);
+        LexClass lexer;
+        lexer.SetKeywords(keywords);
+        lexer.SetHighlight(round % 50 != 0);
+        Text text;
+        // Words at the edges of the groups that are looked at together, too.
+        for (size_t pieces = random() % 30; pieces > 0; --pieces) {
+            text += kPieces[random() % std::size(kPieces)];
+            if (random() % 4 == 0) text += u' ';
+            if (random() % 12 == 0) text += u'\n';
+        }
+        Render(lexer, text);
+    }
 }
 
 TEST(Lexer, NoTokenLooksFurtherThanItsLineMakesItLook)

@@ -88,6 +88,29 @@ TEST_F(AutoSaveTest, NumbersAreNotGivenTwice)
     EXPECT_EQ(Names(), Strings());
 }
 
+TEST_F(AutoSaveTest, WhatACopyHoldsIsNotWrittenAgain)
+{
+    const std::string copy = Place() + "/0012AB34.001";
+    SourceDocument& text = session->t.View(session->Changed(u"one", kMain)).txtText().Document();
+    EXPECT_TRUE(Pass());
+    const FileStamp written = StampOf(copy);
+    EXPECT_TRUE(Pass()) << "a copy is there";
+    EXPECT_EQ(StampOf(copy), written);
+    const std::pair<std::function<void()>, Text> rows[] = {
+        {[&] { text.InsertText({0, 0}, u"x"); }, u"MAIN\r\nxone"},
+        {[&] { text.Undo(); }, u"MAIN\r\none"},
+        {[&] { text.SetText(u"two"); }, u"MAIN\r\ntwo"},
+        {[&] { File("0012AB34.001", "damaged"); }, u"MAIN\r\ntwo"},
+        {[&] { unlink(copy.c_str()); }, u"MAIN\r\ntwo"},
+    };
+    for (const auto& [change, wanted] : rows) {
+        change();
+        text.SetModified(true);
+        EXPECT_TRUE(Pass());
+        EXPECT_EQ(Copy("0012AB34.001"), wanted);
+    }
+}
+
 TEST_F(AutoSaveTest, ReadOnlyAndHiddenDocumentsToo)
 {
     session->t.Store(kMain, u"text", true);

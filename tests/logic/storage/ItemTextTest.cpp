@@ -1,5 +1,6 @@
 #include "hosts/ItemText.h"
 #include "fakes/Failure.h"
+#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -104,6 +105,47 @@ TEST(ItemTextTest, WhatCannotBeHeldIsNamed)
     EXPECT_THROW(kFiles.Decode("\xFF\xFE\0\0"s, form, u"X"), Error);
     for (TextView name : {u"UTF-7", u"ISO-2022-JP", u"UTF-16", u"ebcdic-cp-us", u"no such set"})
         EXPECT_THROW(Charset{name}, Error);
+}
+
+/// Bytes that are taken are the text that copied ones are, to their last TAB and odd end.
+void ExpectReadAlike(const ItemText& rules, const std::string& bytes)
+{
+    constexpr int32_t kTabWidth = 3;
+    TextForm form;
+    std::vector<OddEnd> odd;
+    const Text text = rules.Decode(bytes, form, u"", &odd);
+    const auto owner = std::make_shared<std::string>(bytes);
+    TextForm readForm;
+    std::vector<OddEnd> readOdd;
+    ReadText read = rules.Read({owner, owner->data(), owner->size(), nullptr}, readForm, u"", &readOdd);
+    EXPECT_EQ(readOdd, odd);
+    EXPECT_EQ(rules.Encode(text, readForm, u"", readOdd), rules.Encode(text, form, u"", odd));
+    if (const Text* units = std::get_if<Text>(&read)) {
+        EXPECT_EQ(*units, text);
+        return;
+    }
+    SourceDocument document;
+    EXPECT_EQ(document.SetText(std::move(std::get<ByteText>(read)), kTabWidth), TabsOf(text, kTabWidth));
+    EXPECT_EQ(document.GetText(), ExpandTabs(text, kTabWidth));
+}
+
+TEST(ItemTextTest, TakenBytesReadAsCopiedOnes)
+{
+    static const std::string kPieces[] = {
+        "\n",   "\n",       "\r\n",        "\r",           "\t",           "\t\tA",    "a line of sixteen or more",
+        "\xFE", "\xFD",     "\xC3\xA9",    "\xE2\x82\xAC", "\xEF\xA3\xBD", "\x1F\x7F", "12345678",
+        "\xE9", "\x83\x65", "\xEF\xBB\xBF"};
+    const ItemText server = ItemText::ForServer(Charset(), false);
+    std::mt19937 random(5);
+    for (int round = 0; round < 20000; ++round) {
+        // Most texts are plain or UTF-8.
+        const size_t kinds = round % 4 == 0 ? std::size(kPieces) : round % 4 == 1 ? 7 : 14;
+        std::string bytes;
+        for (size_t n = random() % 16; n > 0; --n) bytes += kPieces[random() % kinds];
+        SCOPED_TRACE(testing::PrintToString(bytes));
+        for (const ItemText* rules : {&kFiles, &kItems, &kWestern, &kJapanese, &server}) ExpectReadAlike(*rules, bytes);
+        if (testing::Test::HasFailure()) return;
+    }
 }
 
 TEST(ItemTextTest, AnyBytesComeBack)
