@@ -34,15 +34,6 @@ constexpr char kReplacement[] = "INVOICE.REC";
 constexpr int32_t kReplaced = 10000;
 constexpr int32_t kBlock = 100000;
 
-class NoClipboard final : public Clipboard {
-public:
-    bool HasText() const override { return false; }
-    Text GetText() const override { return {}; }
-    void SetText(TextView) override {}
-    Text GetPrimary() const override { return {}; }
-    void SetPrimary(TextView) override {}
-};
-
 struct OurEditor : Ours {
     using Ours::Ours;
     NoClipboard clipboard;

@@ -3,6 +3,7 @@
 
 #include "BasicText.h"
 #include "editing/LexClass.h"
+#include "platform/Desktop.h"
 #include "text/SourceDocument.h"
 
 #include <Qsci/qsciscintillabase.h>
@@ -36,6 +37,15 @@ inline const std::string& FlatBytes()
     }();
     return bytes;
 }
+
+class NoClipboard final : public Clipboard {
+public:
+    bool HasText() const override { return false; }
+    Text GetText() const override { return {}; }
+    void SetText(TextView) override {}
+    Text GetPrimary() const override { return {}; }
+    void SetPrimary(TextView) override {}
+};
 
 struct Ours {
     SourceDocument buffer;

@@ -5,6 +5,7 @@
 // or column outside the text is clamped to it, unless a member says otherwise. All calls belong to the main thread.
 
 #include "diagnostics/Guarded.h"
+#include "text/EditedLines.h"
 #include "text/LineScanner.h"
 #include "text/SourceContract.h"
 #include "text/TextSearch.h"
@@ -23,6 +24,9 @@ struct TextChange {
     Position start;
     Position oldEnd; ///< end of what was removed, in the text before
     Position newEnd; ///< end of what was inserted, in the text after
+    /// What has changed within these lines, if they stayed the lines that they were.
+    const LineEdits* within = nullptr;
+    bool takenBack = false; ///< those were
     /// Where `p` of the text before stands in the text after; what was removed collapses to its start, and a position
     /// at an insertion moves behind it when `sticky` is false.
     Position Map(Position p, bool sticky = false) const;
@@ -83,10 +87,12 @@ public:
     /// CR LF, CR and LF in `text` are line breaks. Answers the position behind the inserted text.
     Position InsertText(Position at, TextView text);
     void DeleteRange(Position start, Position end);
-    /// Moves a line to the right by so many blanks, or, below 0, to the left by as many of them as it begins with.
-    /// Answers how far it moved.
+    /// Edits lines that are there, with one notice for all of them.
+    void EditLines(LineEdits edits);
+    /// Adds to `edits` what moves a line to the right by so many blanks, or, below 0, to the left by as many of them as
+    /// it begins with. Answers how far that moves it.
     enum class EmptyLine : uint8_t { Stays, IsPadded };
-    int32_t ShiftLine(int32_t line, int32_t columns, EmptyLine whenEmpty);
+    int32_t ShiftLine(LineEdits& edits, int32_t line, int32_t columns, EmptyLine whenEmpty) const;
     /// Puts the operation on the undo stack and calls its DoOp; one step of undo.
     void ExecuteOp(std::unique_ptr<ISourceOp> operation);
     /// Scans these lines, and on below them while the state passed from line to line changes; answers the last line
@@ -171,6 +177,8 @@ private:
     void RestoreWords(const TextEdit& edit);
     void Record(TextEdit edit);
     void TextReplaced(Position start, Position oldEnd, Position newEnd);
+    void TellLines(const LineEdits& edits, int32_t oldLength, bool forward);
+    void TellText(const TextChange& change);
     /// Applies an edit, or its inverse; answers where the caret belongs then.
     Position Apply(TextEdit& edit, bool forward);
     /// Answers where the caret belongs, unless the operation said so itself or changed nothing. `taken` gets the range
@@ -214,12 +222,9 @@ private:
     bool replaying_ = false;
     int32_t telling_ = 0;
     bool knownModified_ = false;
-    bool linesChanged_ = false;
     bool foldsTouched_ = false; ///< hidden lines or heads came, went or moved apart
     bool caretTold_ = false;    ///< by the operation under way
-    // Lines touched since the last scan: from the first one to so many before the end.
-    int32_t pendingFirst_ = -1;
-    int32_t pendingTail_ = 0;
+    EditedLines edited_;
 };
 
 } // namespace nib

@@ -86,7 +86,7 @@ void SourceDocument::ReplaceAll(const std::function<void()>& load)
     scanner_.Reset();
     folder_.Reset();
     bookmarks_ = 0;
-    pendingFirst_ = -1;
+    edited_.Clear();
     Tell([](BufferListener& l) { l.TextReset(); });
     TellModified();
 }
@@ -217,18 +217,34 @@ void SourceDocument::DeleteRange(Position start, Position end)
     TextReplaced(start, end, start);
 }
 
-int32_t SourceDocument::ShiftLine(int32_t line, int32_t columns, EmptyLine whenEmpty)
+void SourceDocument::EditLines(LineEdits edits)
+{
+    RefuseInCallback();
+    if (edits.IsEmpty()) return;
+    if (edits.FirstLine() < 0 || edits.LastLine() >= LineCount())
+        throw Error{error_number::kInvalidCall, u"There is no such line."};
+    TextEdit edit;
+    edit.lines = std::make_unique<LineEdits>(std::move(edits));
+    LineEdits& made = *edit.lines;
+    edit.start = edit.end = made.LastPlace(true);
+    const int32_t oldLength = LineLength(made.LastLine());
+    made.Do(lines_);
+    Record(std::move(edit));
+    TellLines(made, oldLength, true);
+}
+
+int32_t SourceDocument::ShiftLine(LineEdits& edits, int32_t line, int32_t columns, EmptyLine whenEmpty) const
 {
     if (columns < 0) {
-        UnitSpan units = lines_.At(ClampLine(line)).Units();
+        UnitSpan units = LineUnits(line);
         int32_t most = std::min(static_cast<int32_t>(units.length), -columns);
         int32_t gone = 0;
         while (gone < most && units[static_cast<size_t>(gone)] == u' ') ++gone;
-        DeleteRange({0, line}, {gone, line});
+        edits.Remove(line, 0, gone);
         return -gone;
     }
     if (whenEmpty == EmptyLine::Stays && LineLength(line) == 0) return 0;
-    InsertText({0, line}, Text(static_cast<size_t>(columns), u' '));
+    edits.Insert(line, 0, Text(static_cast<size_t>(columns), u' '));
     return columns;
 }
 
@@ -236,16 +252,23 @@ int32_t SourceDocument::ShiftLine(int32_t line, int32_t columns, EmptyLine whenE
 void SourceDocument::TextReplaced(Position start, Position oldEnd, Position newEnd)
 {
     scanner_.LinesReplaced(start.line, oldEnd.line, newEnd.line);
-    if (oldEnd.line != newEnd.line) {
-        linesChanged_ = true;
-        // The line above too: an end line that stays in sight may have moved away from the last hidden one.
-        if (FoldsReach(start.line - 1, newEnd.line + 1)) foldsTouched_ = true;
-    }
-    int32_t tail = lines_.Count() - 1 - newEnd.line;
-    pendingTail_ = pendingFirst_ < 0 ? tail : std::min(pendingTail_, tail);
-    pendingFirst_ = pendingFirst_ < 0 ? start.line : std::min(pendingFirst_, start.line);
+    // The line above too: an end line that stays in sight may have moved away from the last hidden one.
+    if (oldEnd.line != newEnd.line && FoldsReach(start.line - 1, newEnd.line + 1)) foldsTouched_ = true;
+    edited_.Add(start.line, oldEnd.line, newEnd.line, lines_.Count());
+    TellText({start, oldEnd, newEnd});
+}
+
+/// The same for edits that leave all lines where they are.
+void SourceDocument::TellLines(const LineEdits& edits, int32_t oldLength, bool forward)
+{
+    edits.ForEachLine([&](int32_t line) { edited_.Add(line, line, line, lines_.Count()); });
+    const int32_t last = edits.LastLine();
+    TellText({{0, edits.FirstLine()}, {oldLength, last}, {LineLength(last), last}, &edits, !forward});
+}
+
+void SourceDocument::TellText(const TextChange& change)
+{
     Batch batch(*this);
-    TextChange change{start, oldEnd, newEnd};
     Tell([&](BufferListener& l) { l.TextChanged(change); });
 }
 
@@ -266,20 +289,19 @@ void SourceDocument::Leave()
 
 void SourceDocument::FlushPending()
 {
-    if (pendingFirst_ < 0) return;
-    int32_t first = std::exchange(pendingFirst_, -1);
-    int32_t last = lines_.Count() - 1 - pendingTail_;
-    // Where lines came or went, the line below has a new one before it, whatever state that passes on.
-    int32_t changed = scanner_.Rescan(first, linesChanged_ ? last + 1 : last);
-    linesChanged_ = false;
-    RefreshFolding(std::exchange(foldsTouched_, false), first, std::max(last, changed));
-    TellRepaint(first, std::max(last, changed));
+    if (!edited_.Any()) return;
+    const std::vector<EditedLines::Range> ranges = edited_.Take(lines_.Count());
+    int32_t last = std::min(ranges.back().last, lines_.Count() - 1);
+    // Each goes on until the state is as before, and so perhaps into the next.
+    for (auto [from, to] : ranges) last = std::max(last, scanner_.Rescan(from, to));
+    RefreshFolding(std::exchange(foldsTouched_, false), ranges.front().first, last);
+    TellRepaint(ranges.front().first, last);
 }
 
 bool SourceDocument::TakePendingWithin(int32_t first, int32_t last)
 {
-    if (linesChanged_ || pendingFirst_ < first || lines_.Count() - 1 - pendingTail_ > last) return false;
-    pendingFirst_ = -1;
+    if (!edited_.AreWithin(first, last, lines_.Count())) return false;
+    edited_.Clear();
     return true;
 }
 
@@ -292,6 +314,12 @@ void SourceDocument::RefreshFolding(bool always, int32_t first, int32_t last)
 
 Position SourceDocument::Apply(TextEdit& edit, bool forward)
 {
+    if (edit.lines) {
+        const int32_t oldLength = LineLength(edit.lines->LastLine());
+        forward ? edit.lines->Do(lines_) : edit.lines->Undo(lines_);
+        TellLines(*edit.lines, oldLength, forward);
+        return edit.lines->LastPlace(forward);
+    }
     // An inserted text that is there keeps the identity of the line it was put into, in place of its own lines' words.
     const bool breaks = edit.insert && edit.end.line > edit.start.line;
     if (edit.insert == forward) {

@@ -156,14 +156,16 @@ void SourceView::ShiftLines(bool outwards)
     Position anchor = anchor_;
     Position caret = caret_;
     {
-        Edit edit(*this, true);
+        Edit edit(*this, false);
+        LineEdits edits;
         for (int32_t line = start.line; line <= last; ++line) {
             int32_t moved =
-                document_.ShiftLine(line, outwards ? -tabSize_ : tabSize_, SourceDocument::EmptyLine::Stays);
+                document_.ShiftLine(edits, line, outwards ? -tabSize_ : tabSize_, SourceDocument::EmptyLine::Stays);
             for (Position* p : {&anchor, &caret}) {
                 if (p->line == line && p->col > 0) p->col = std::max(p->col + moved, 0);
             }
         }
+        document_.EditLines(std::move(edits));
     }
     goal_ = -1;
     Place(anchor, caret);

@@ -7,7 +7,7 @@ namespace nib {
 namespace {
 bool OnOneLine(const TextEdit& edit)
 {
-    return edit.start.line == edit.end.line;
+    return !edit.lines && edit.start.line == edit.end.line;
 }
 } // namespace
 
@@ -122,7 +122,8 @@ size_t UndoStack::MemoryUse() const
     for (const UndoStep& step : steps_) {
         bytes += step.edits.capacity() * sizeof(TextEdit);
         for (const TextEdit& edit : step.edits)
-            bytes += edit.text.capacity() * 2 + edit.words.capacity() * sizeof(KeptWords);
+            bytes += edit.text.capacity() * 2 + edit.words.capacity() * sizeof(KeptWords) +
+                     (edit.lines ? edit.lines->MemoryUse() : 0);
     }
     return bytes;
 }

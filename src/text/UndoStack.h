@@ -2,6 +2,7 @@
 // The steps that can be undone and redone, and where among them the saved text lies. Knows what a step is, not how to
 // apply it.
 
+#include "text/LineEdits.h"
 #include "text/SourceContract.h"
 
 #include <array>
@@ -21,7 +22,8 @@ struct TextEdit {
     Position start;
     Position end; ///< behind the text, in the text that holds it
     Text text;
-    std::vector<KeptWords> words; ///< of the lines of a range that spans several
+    std::vector<KeptWords> words;               ///< of the lines of a range that spans several
+    std::unique_ptr<LineEdits> lines = nullptr; ///< then there is neither text nor range
 };
 
 struct UndoStep {

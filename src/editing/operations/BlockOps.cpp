@@ -125,28 +125,33 @@ void OpIndentBlock::DoOp(SourceDocument& document)
     }
     BlockRectangle block = *block_;
     shortLines_.clear();
+    LineEdits edits;
     for (int32_t line = block.FirstLine(), last = block.LastLine(); line <= last; ++line) {
-        int32_t moved = document.ShiftLine(line, indent_ ? amount_ : -amount_, SourceDocument::EmptyLine::IsPadded);
+        int32_t moved =
+            document.ShiftLine(edits, line, indent_ ? amount_ : -amount_, SourceDocument::EmptyLine::IsPadded);
         if (std::abs(moved) != amount_) shortLines_.push_back({line, -moved});
         block.Shift(line, 0, moved);
     }
+    document.EditLines(std::move(edits));
     FinishBlock(document, view_, block);
 }
 
 void OpIndentBlock::UndoOp(SourceDocument& document)
 {
     Text blanks(static_cast<size_t>(amount_), u' ');
+    LineEdits edits;
     auto next = shortLines_.begin();
     int32_t last = block_->LastLine();
     for (int32_t line = block_->FirstLine(); line <= last; ++line) {
         if (indent_) {
-            document.DeleteRange({0, line}, {amount_, line});
+            edits.Remove(line, 0, amount_);
             continue;
         }
         bool isShort = next != shortLines_.end() && next->line == line;
         int32_t count = isShort ? next++->blanks : amount_;
-        if (count > 0) document.InsertText({0, line}, TextView(blanks).substr(0, static_cast<size_t>(count)));
+        edits.Insert(line, 0, TextView(blanks).substr(0, static_cast<size_t>(count)));
     }
+    document.EditLines(std::move(edits));
     FinishBlock(document, view_, *block_);
 }
 
@@ -173,13 +178,13 @@ OpCommentBlock::LineChange OpCommentBlock::Plan(TextView line) const
     return {column, first == u'*' ? count : -count};
 }
 
-void OpCommentBlock::Apply(SourceDocument& document, int32_t line, LineChange change, BlockRectangle& block) const
+void OpCommentBlock::Apply(LineEdits& edits, int32_t line, LineChange change, BlockRectangle& block) const
 {
     if (comment_) {
-        document.InsertText({change.column, line}, marker_);
+        edits.Insert(line, change.column, marker_);
         block.Shift(line, 0, 1);
     } else if (change.count != 0) {
-        document.DeleteRange({change.column, line}, {change.column + std::abs(change.count), line});
+        edits.Remove(line, change.column, std::abs(change.count));
         block.Shift(line, change.column, -1);
     }
 }
@@ -193,10 +198,12 @@ void OpCommentBlock::DoOp(SourceDocument& document)
     int32_t last = block.LastLine();
     if (!planned) changes_.reserve(static_cast<size_t>(last - first) + 1);
     Text scratch;
+    LineEdits edits;
     for (int32_t line = first; line <= last; ++line) {
         if (!planned) changes_.push_back(Plan(document.LineText(line, scratch)));
-        Apply(document, line, changes_[static_cast<size_t>(line - first)], block);
+        Apply(edits, line, changes_[static_cast<size_t>(line - first)], block);
     }
+    document.EditLines(std::move(edits));
     FinishBlock(document, view_, block);
 }
 
@@ -204,17 +211,19 @@ void OpCommentBlock::UndoOp(SourceDocument& document)
 {
     Blanks blanks;
     Text marker;
+    LineEdits edits;
     int32_t line = block_->FirstLine();
     for (auto [column, count] : changes_) {
         if (comment_) {
-            document.DeleteRange({column, line}, {column + count, line});
+            edits.Remove(line, column, count);
         } else if (count != 0) {
             marker = count < 0 ? u'!' : u'*';
             marker += blanks(std::abs(count) - 1);
-            document.InsertText({column, line}, marker);
+            edits.Insert(line, column, marker);
         }
         ++line;
     }
+    document.EditLines(std::move(edits));
     FinishBlock(document, view_, *block_);
 }
 

@@ -80,7 +80,7 @@ private:
     };
 
     LineChange Plan(TextView line) const;
-    void Apply(SourceDocument& document, int32_t line, LineChange change, BlockRectangle& block) const;
+    void Apply(LineEdits& edits, int32_t line, LineChange change, BlockRectangle& block) const;
 
     bool comment_;
     SourceView& view_;

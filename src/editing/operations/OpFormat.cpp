@@ -160,42 +160,40 @@ OpFormat::OpFormat(SourceView& view, const MvEdit& settings, ShowWait showWait)
 void OpFormat::DoFormat(SourceDocument& document)
 {
     Text scratch;
+    LineEdits edits;
     int32_t level = 0;
     for (int32_t line = 0; line < document.LineCount(); ++line) {
         uint32_t flags = document.GetLineData(line, LineWord::Lexer);
         BlockEffect effect = BlockEffectOf(flags);
         level = std::max(level - effect.decrement, 0);
-        LineEdit edit{line, LayOutLine(document.LineText(line, scratch), flags, level, rules_)};
+        const TextView text = document.LineText(line, scratch);
+        LineEdit edit{line, LayOutLine(text, flags, level, rules_)};
         level += effect.increment;
         if (edit.blanks.IsEmpty()) continue;
-        Apply(document, edit);
+        Apply(edits, edit, Length(text));
         edits_.push_back(edit);
     }
+    document.EditLines(std::move(edits));
     edits_.shrink_to_fit();
     laidOut_ = true;
 }
 
-void OpFormat::Apply(SourceDocument& document, const LineEdit& edit)
+void OpFormat::Apply(LineEdits& edits, const LineEdit& edit, int32_t length)
 {
     auto [leading, label, delta, trailing] = edit.blanks;
-    int32_t line = edit.line;
-    if (trailing > 0) {
-        int32_t length = document.LineLength(line);
-        document.DeleteRange({length - trailing, line}, {length, line});
-    }
-    if (leading > 0) document.DeleteRange({0, line}, {leading, line});
-    if (delta < 0) document.DeleteRange({label, line}, {label - delta, line});
-    if (delta > 0) document.InsertText({label, line}, blanks_(delta));
+    edits.Remove(edit.line, length - trailing, trailing);
+    edits.Remove(edit.line, 0, leading);
+    if (delta < 0) edits.Remove(edit.line, label, -delta);
+    if (delta > 0) edits.Insert(edit.line, label, blanks_(delta));
 }
 
-void OpFormat::TakeBack(SourceDocument& document, const LineEdit& edit)
+void OpFormat::TakeBack(LineEdits& edits, const LineEdit& edit, int32_t length)
 {
     auto [leading, label, delta, trailing] = edit.blanks;
-    int32_t line = edit.line;
-    if (delta > 0) document.DeleteRange({label, line}, {label + delta, line});
-    if (delta < 0) document.InsertText({label, line}, blanks_(-delta));
-    if (leading > 0) document.InsertText({0, line}, blanks_(leading));
-    if (trailing > 0) document.InsertText({document.LineLength(line), line}, blanks_(trailing));
+    if (delta > 0) edits.Remove(edit.line, label, delta);
+    if (delta < 0) edits.Insert(edit.line, label, blanks_(-delta));
+    edits.Insert(edit.line, 0, blanks_(leading));
+    edits.Insert(edit.line, length - delta + leading, blanks_(trailing));
 }
 
 template <typename Body>
@@ -213,14 +211,18 @@ void OpFormat::DoOp(SourceDocument& document)
 {
     Run(document, [&] {
         if (!laidOut_) return DoFormat(document);
-        for (const LineEdit& edit : edits_) Apply(document, edit);
+        LineEdits edits;
+        for (const LineEdit& edit : edits_) Apply(edits, edit, document.LineLength(edit.line));
+        document.EditLines(std::move(edits));
     });
 }
 
 void OpFormat::UndoOp(SourceDocument& document)
 {
     Run(document, [&] {
-        for (const LineEdit& edit : edits_) TakeBack(document, edit);
+        LineEdits edits;
+        for (const LineEdit& edit : edits_) TakeBack(edits, edit, document.LineLength(edit.line));
+        document.EditLines(std::move(edits));
     });
 }
 

@@ -56,8 +56,9 @@ private:
     };
 
     void DoFormat(SourceDocument& document);
-    void Apply(SourceDocument& document, const LineEdit& edit);
-    void TakeBack(SourceDocument& document, const LineEdit& edit);
+    /// Of a line of this length.
+    void Apply(LineEdits& edits, const LineEdit& edit, int32_t length);
+    void TakeBack(LineEdits& edits, const LineEdit& edit, int32_t length);
     template <typename Body>
     void Run(SourceDocument& document, Body&& body);
 

@@ -92,11 +92,26 @@ void DocumentJournal::TextChanged(const TextChange& change)
         if (change.oldEnd.line >= copied_) return MakeStale();
         copied_ += change.newEnd.line - change.oldEnd.line;
     }
+    if (change.within && IsLarge(change)) return MakeStale();
     std::string record;
     journal::Change(change.start, change.oldEnd, text_.GetRange(change.start, change.newEnd), record);
     changeBytes_ += record.size();
-    if (changeBytes_ > kFewBytes + textBytes_ / kPartOfText) return MakeStale();
+    if (changeBytes_ > MostChangeBytes()) return MakeStale();
     Follow(std::move(record));
+}
+
+size_t DocumentJournal::MostChangeBytes() const
+{
+    return kFewBytes + textBytes_ / kPartOfText;
+}
+
+/// A change of all lines is not made to a record to find that out.
+bool DocumentJournal::IsLarge(const TextChange& change) const
+{
+    size_t bytes = changeBytes_;
+    for (int32_t line = change.start.line; line <= change.newEnd.line && bytes <= MostChangeBytes(); ++line)
+        bytes += text_.LineUnits(line).length;
+    return bytes > MostChangeBytes();
 }
 
 void DocumentJournal::Follow(std::string record)

@@ -49,6 +49,8 @@ private:
     void CopyLine(int32_t line);
     void EndPiece();
     void EndCopying();
+    size_t MostChangeBytes() const;
+    bool IsLarge(const TextChange& change) const;
     void Follow(std::string record);
 
     SourceDocument& text_;

@@ -103,6 +103,12 @@ void AccessibleText::TextChanged(const TextChange& change)
 {
     Forget(change.start.line);
     if (!QAccessible::isActive()) return;
+    if (change.within && change.oldEnd.line - change.start.line >= kMostLines) {
+        // A text that nobody listens to is not worth its copy.
+        QAccessibleEvent event(&widget_, QAccessible::VisibleDataChanged);
+        QAccessible::updateAccessibility(&event);
+        return Remember();
+    }
     int32_t start = Of(change.start);
     if (change.oldEnd != change.start) {
         QAccessibleTextRemoveEvent removed(&widget_, start, ToQString(Removed(change)));

@@ -117,9 +117,15 @@ QList<QTextLayout::FormatRange> LineCache::Formats(const std::vector<Token>& tok
 
 void LineCache::Invalidate(int32_t first, int32_t last)
 {
-    for (auto& [line, entry] : entries_) {
-        if (line >= first && line <= last) entry->laidOut = entry->styled = false;
+    const auto forget = [](LineEntry& entry) { entry.laidOut = entry.styled = false; };
+    // A command on many lines comes here for each of them.
+    if (int64_t{last} - first < static_cast<int64_t>(entries_.size())) {
+        for (int32_t line = first; line <= last; ++line)
+            if (const auto found = entries_.find(line); found != entries_.end()) forget(*found->second);
+        return;
     }
+    for (auto& [line, entry] : entries_)
+        if (line >= first && line <= last) forget(*entry);
 }
 
 } // namespace nib

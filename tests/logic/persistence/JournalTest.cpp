@@ -34,6 +34,14 @@ void Edit(SourceDocument& text, std::mt19937& random)
     case 3:
         if (a.line % 7 == 0) text.SetText(u"all\r\nnew \u65E5");
         break;
+    case 4: {
+        LineEdits edits;
+        edits.Remove(a.line, a.col, 2);
+        for (int32_t line = a.line; line < std::min(a.line + b.line, text.LineCount()); ++line)
+            edits.Insert(line, 1, line % 3 == 0 ? u"\u65E5" : u"  ");
+        text.EditLines(std::move(edits));
+        break;
+    }
     default: text.InsertText(a, RandomPiece(random));
     }
 }

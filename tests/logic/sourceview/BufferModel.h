@@ -1,6 +1,7 @@
 #pragma once
 // The plainest possible editor text, to hold the real one against, and random texts and ranges for both.
 
+#include "text/LineEdits.h"
 #include "text/SourceDocument.h"
 
 #include <algorithm>
@@ -146,5 +147,30 @@ public:
 private:
     std::mt19937 engine_;
 };
+
+/// Edits within some of the lines; made in the model too, and in `single` one after the other.
+inline LineEdits RandomLineEdits(Dice& dice, BufferModel& model, TextView alphabet, SourceDocument* single = nullptr)
+{
+    LineEdits edits;
+    for (int32_t line = 0; line < static_cast<int32_t>(model.lines.size()); ++line) {
+        for (int32_t n = dice.Below(3); n > 0; --n) {
+            Text& text = model.lines[static_cast<size_t>(line)].text;
+            const auto length = static_cast<int32_t>(text.size());
+            const int32_t column = dice.Below(length + 1);
+            if (dice.OneIn(2)) {
+                const Text put = dice.Line(3, alphabet);
+                edits.Insert(line, column, put);
+                if (single) single->InsertText({column, line}, put);
+                text.insert(static_cast<size_t>(column), put);
+            } else {
+                const int32_t count = dice.Below(length - column + 1);
+                edits.Remove(line, column, count);
+                if (single) single->DeleteRange({column, line}, {column + count, line});
+                text.erase(static_cast<size_t>(column), static_cast<size_t>(count));
+            }
+        }
+    }
+    return edits;
+}
 
 } // namespace nib::test

@@ -18,6 +18,9 @@ struct ReplaceOp : ISourceOp {
     {
         document.DeleteRange(start_, end_);
         newEnd_ = document.InsertText(start_, text_);
+        LineEdits edits;
+        edits.Insert(0, 0, u"  ");
+        if (fails_) document.EditLines(std::move(edits));
         if (fails_) throw Error{7, u"The operation failed."};
     }
     void UndoOp(SourceDocument& document) override
@@ -95,7 +98,12 @@ private:
     {
         buffer_.BreakTyping();
         for (;;) {
-            if (dice_.OneIn(2)) {
+            if (dice_.OneIn(5)) {
+                LineEdits edits = RandomLineEdits(dice_, model_, kAlphabet);
+                const bool any = !edits.IsEmpty();
+                buffer_.EditLines(std::move(edits));
+                if (any) return;
+            } else if (dice_.OneIn(2)) {
                 Text text = dice_.Lines(4, kAlphabet);
                 Position at = dice_.At(model_);
                 EXPECT_EQ(buffer_.InsertText(at, text), model_.Insert(at, text));
@@ -183,6 +191,39 @@ TEST_P(BufferEdit, FollowsTheModel)
 INSTANTIATE_TEST_SUITE_P(Words, BufferEdit, ::testing::Values(false, true), [](const auto& row) {
     return row.param ? "TextOnlyWithOperations" : "WithBookmarksAndIdentities";
 });
+
+struct Place final : BufferListener {
+    Position at;
+    bool sticky = false;
+    void TextChanged(const TextChange& change) override { at = change.Map(at, sticky); }
+};
+
+TEST(BufferEditRules, PlacesGoThroughEditsOfManyLinesAsThroughOneAfterTheOther)
+{
+    Dice dice(7);
+    for (int32_t round = 0; round < 500; ++round) {
+        SourceDocument together;
+        SourceDocument single;
+        const Text text = dice.Lines(5, u"abc");
+        BufferModel model = BufferModel::Of(text);
+        Place places[2];
+        places[0].at = places[1].at = dice.At(model);
+        places[0].sticky = places[1].sticky = dice.OneIn(2);
+        for (SourceDocument* buffer : {&together, &single}) {
+            buffer->SetText(text);
+            buffer->AddListener(&places[buffer == &single]);
+        }
+        single.BeginGroup();
+        LineEdits edits = RandomLineEdits(dice, model, u"xy", &single);
+        single.EndGroup();
+        together.EditLines(std::move(edits));
+        ASSERT_EQ(together.GetText(), single.GetText());
+        ASSERT_EQ(places[0].at, places[1].at) << round;
+        for (SourceDocument* buffer : {&together, &single}) buffer->Undo();
+        ASSERT_EQ(places[0].at, places[1].at) << round;
+        for (SourceDocument* buffer : {&together, &single}) buffer->RemoveListener(&places[buffer == &single]);
+    }
+}
 
 TEST(BufferEditRules, PositionsOutsideAreClamped)
 {

@@ -113,7 +113,7 @@ void RandomEdit(SourceDocument& buffer, Dice& dice, bool withinGroup)
     BufferModel model = BufferModel::Of(buffer);
     Position a = dice.At(model);
     Position b = dice.At(model);
-    switch (withinGroup ? 2 + dice.Below(4) : dice.Below(6)) {
+    switch (withinGroup ? 2 + dice.Below(5) : dice.Below(7)) {
     case 0: buffer.Undo(); break;
     case 1: buffer.Redo(); break;
     case 2:
@@ -121,6 +121,7 @@ void RandomEdit(SourceDocument& buffer, Dice& dice, bool withinGroup)
         if (!dice.OneIn(4)) b.line = std::min(b.line, a.line + 2);
         buffer.DeleteRange(a, b);
         break;
+    case 3: buffer.EditLines(RandomLineEdits(dice, model, u"a,{} ")); break;
     default: buffer.InsertText(a, dice.Lines(3, u"a,{} ")); break;
     }
 }

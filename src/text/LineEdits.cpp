@@ -1,0 +1,93 @@
+#include "text/LineEdits.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace nib {
+
+namespace {
+
+Position Moved(Position p, bool sticky, int32_t column, int32_t removed, int32_t inserted)
+{
+    if (p.col > column) p.col = std::max(p.col - removed, column);
+    if (p.col > column || (p.col == column && !sticky)) p.col += inserted;
+    return p;
+}
+
+} // namespace
+
+void LineEdits::Remove(int32_t line, int32_t column, int32_t count)
+{
+    if (count > 0) splices_.push_back({line, column, count, 0});
+}
+
+void LineEdits::Insert(int32_t line, int32_t column, TextView text)
+{
+    if (text.empty()) return;
+    in_ += text;
+    splices_.push_back({line, column, 0, static_cast<int32_t>(text.size())});
+}
+
+Position LineEdits::Map(Position p, bool sticky, bool forward) const
+{
+    auto at = std::partition_point(splices_.begin(), splices_.end(), [&](const Splice& s) { return s.line < p.line; });
+    const auto end = std::find_if(at, splices_.end(), [&](const Splice& s) { return s.line != p.line; });
+    if (forward) {
+        for (; at != end; ++at) p = Moved(p, sticky, at->column, at->removed, at->inserted);
+    } else {
+        for (auto back = end; back != at;) {
+            --back;
+            p = Moved(p, sticky, back->column, back->inserted, back->removed);
+        }
+    }
+    return p;
+}
+
+Position LineEdits::LastPlace(bool forward) const
+{
+    const Splice& last = forward ? splices_.back() : splices_.front();
+    return {last.column + (forward ? last.inserted : last.removed), last.line};
+}
+
+void LineEdits::Do(LineStore& lines)
+{
+    size_t removed = 0;
+    for (const Splice& splice : splices_) removed += static_cast<size_t>(splice.removed);
+    out_.clear();
+    out_.reserve(removed);
+    size_t done = 0;
+    size_t at = 0;
+    try {
+        for (; done < splices_.size(); ++done) {
+            Splice& splice = splices_[done];
+            const UnitSpan units = lines.At(splice.line).Units();
+            const auto length = static_cast<int32_t>(units.length);
+            splice.column = std::min(splice.column, length);
+            splice.removed = std::min(splice.removed, length - splice.column);
+            const auto column = static_cast<size_t>(splice.column);
+            const auto count = static_cast<size_t>(splice.removed);
+            const auto inserted = static_cast<size_t>(splice.inserted);
+            if (count > 0) units.AppendTo(out_, column, count);
+            lines.Replace(splice.line, column, count, TextView(in_).substr(at, inserted));
+            at += inserted;
+        }
+    } catch (...) {
+        Undo(lines, done);
+        throw;
+    }
+}
+
+void LineEdits::Undo(LineStore& lines, size_t done)
+{
+    size_t at = 0;
+    for (size_t i = 0; i < done; ++i) at += static_cast<size_t>(splices_[i].removed);
+    while (done > 0) {
+        const Splice& splice = splices_[--done];
+        const auto removed = static_cast<size_t>(splice.removed);
+        at -= removed;
+        lines.Replace(splice.line, static_cast<size_t>(splice.column), static_cast<size_t>(splice.inserted),
+                      TextView(out_).substr(at, removed));
+    }
+}
+
+} // namespace nib
