@@ -171,7 +171,7 @@ ServerReply ServerItem::TakeLock()
     const auto end = std::chrono::steady_clock::now() + kGhostLimit;
     int32_t tries = 0;
     for (;;) {
-        const ServerReply reply = session.OnItem(File(), ServerAction::ReadLocked, Id());
+        ServerReply reply = session.OnItem(File(), ServerAction::ReadLocked, Id());
         if (reply.result != ServerResult::Locked) return reply;
         if (session.IsOwnGhost(reply.status) && std::chrono::steady_clock::now() < end) {
             // A server that has been sent much takes it all in before it sees that nobody is there any more.
