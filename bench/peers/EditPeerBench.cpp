@@ -127,7 +127,7 @@ void ReplaceAllOurs(benchmark::State& state)
     Ours ours;
     for (auto _ : state) {
         auto pass = std::make_shared<ReplacePass>(Hits(ours.buffer, kFrequent, kReplaced), Text(kFrequent), true,
-                                                  u"INVOICE.REC");
+                                                  u"INVOICE.REC", std::make_shared<const int>());
         for (size_t hit = 0; hit < pass->Count(); ++hit)
             ours.buffer.ExecuteOp(std::make_unique<OpReplaceHit>(pass, hit));
         state.PauseTiming();

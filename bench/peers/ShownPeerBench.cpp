@@ -123,13 +123,15 @@ void ReplaceOurs(benchmark::State& state, Part part)
     size_t count = 0;
     const std::vector<Position> hits = SomeHits(ours.buffer);
     const auto doIt = [&] {
-        auto pass = std::make_shared<ReplacePass>(hits, Text(kFound), true, u"INVOICE.REC");
+        auto pass =
+            std::make_shared<ReplacePass>(hits, Text(kFound), true, u"INVOICE.REC", std::make_shared<const int>());
         count = pass->Count();
         for (size_t hit = 0; hit < count; ++hit) ours.buffer.ExecuteOp(std::make_unique<OpReplaceHit>(pass, hit));
         QApplication::processEvents();
     };
     Timed(state, part != Part::Do, doIt, [&] {
-        for (size_t hit = 0; hit < count; ++hit) ours.buffer.Undo();
+        if (part == Part::UndoSweep) ours.buffer.UndoSweep();
+        for (size_t hit = 0; part == Part::UndoSteps && hit < count; ++hit) ours.buffer.Undo();
         QApplication::processEvents();
     });
     state.counters["hits"] = static_cast<double>(count);
@@ -286,6 +288,7 @@ void Pages(benchmark::State& state)
 BENCHMARK_CAPTURE(ReplaceOurs, all, Part::Do) NIB_SIZES;
 BENCHMARK_CAPTURE(ReplaceScintilla, all, false) NIB_SIZES;
 BENCHMARK_CAPTURE(ReplaceOurs, undo_by_steps, Part::UndoSteps) NIB_SIZES;
+BENCHMARK_CAPTURE(ReplaceOurs, undo, Part::UndoSweep) NIB_SIZES;
 BENCHMARK_CAPTURE(ReplaceScintilla, undo, true) NIB_SIZES;
 BENCHMARK_CAPTURE(FormatOurs, format, false) NIB_SIZES;
 BENCHMARK_CAPTURE(FormatScintilla, format, false) NIB_SIZES;

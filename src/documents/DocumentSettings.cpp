@@ -64,8 +64,8 @@ SourceFont FontOf(const MvEdit& settings, SourceFont font)
 
 int32_t MarginWidthFor(SourceView& view)
 {
-    constexpr int32_t kLongText = 10000;
-    const int32_t digits = view.Document().LineCount() < kLongText ? 4 : 5;
+    int32_t digits = 4;
+    for (int32_t longer = view.Document().LineCount() / 10000; longer > 0; longer /= 10) ++digits;
     return digits + (view.ShowBlocks() ? 3 : 1);
 }
 

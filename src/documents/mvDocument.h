@@ -91,7 +91,9 @@ public:
     Text ListName() const;
     bool CanUndo() const { return view_ && Source()->Document().CanUndo(); }
     bool CanRedo() const { return view_ && Source()->Document().CanRedo(); }
+    bool CanUndoSweep() const { return view_ && Source()->Document().CanUndoSweep(); }
     void Undo();
+    void UndoSweep();
     void Redo();
     void Cut() { EnsureView().txtText().Cut(); }
     void Copy() { EnsureView().txtText().Copy(); }

@@ -126,6 +126,11 @@ void mvDocument::Undo()
     if (CanUndo()) Source()->Document().Undo();
 }
 
+void mvDocument::UndoSweep()
+{
+    if (CanUndoSweep()) Source()->Document().UndoSweep();
+}
+
 void mvDocument::Redo()
 {
     if (CanRedo()) Source()->Document().Redo();

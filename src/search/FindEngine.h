@@ -33,6 +33,7 @@ struct Replacing {
     std::vector<Position> hits;
     std::optional<OrderedSelection> selection; ///< to be put back, moved by what was replaced in it
     int32_t count = 0;
+    std::shared_ptr<const int32_t> sweep = std::make_shared<const int32_t>(); ///< names it, whatever it was done in
 };
 
 /// Everything behind the Find and Replace dialog: how it comes up, the steps, the lists, what the user is told.

@@ -118,7 +118,7 @@ Position FindEngine::CommitReplacements(mvDocument& document)
     }
     work.count += static_cast<int32_t>(work.hits.size());
     auto pass = std::make_shared<ReplacePass>(std::exchange(work.hits, {}), work.query.text, work.query.matchCase,
-                                              dialog_.replaceText);
+                                              dialog_.replaceText, work.sweep);
     for (size_t hit = 0; hit < pass->Count(); ++hit) text.ExecuteOp(std::make_unique<OpReplaceHit>(pass, hit));
     if (work.selection) MoveSelection(*pass, onLastLine);
     return pass->LastEnd();

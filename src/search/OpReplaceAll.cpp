@@ -28,8 +28,10 @@ Text WithCrLf(TextView text)
 
 } // namespace
 
-ReplacePass::ReplacePass(std::vector<Position> hits, Text found, bool sameCase, TextView replacement)
-    : hits_(std::move(hits)), found_(std::move(found)), sameCase_(sameCase), replacement_(WithCrLf(replacement)),
+ReplacePass::ReplacePass(std::vector<Position> hits, Text found, bool sameCase, TextView replacement,
+                         std::shared_ptr<const void> sweep)
+    : hits_(std::move(hits)), sweep_(std::move(sweep)), found_(std::move(found)), sameCase_(sameCase),
+      replacement_(WithCrLf(replacement)),
       breaks_(static_cast<int32_t>(std::count(replacement_.begin(), replacement_.end(), u'\n'))),
       lastPiece_(Length(replacement_) - static_cast<int32_t>(replacement_.rfind(u'\n') + 1))
 {

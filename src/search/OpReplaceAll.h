@@ -10,9 +10,12 @@ namespace nib {
 /// it may differ from hit to hit.
 class ReplacePass {
 public:
-    /// `hits` ascend and do not overlap; each is `found` in the text, if need be in another case.
-    ReplacePass(std::vector<Position> hits, Text found, bool sameCase, TextView replacement);
+    /// `hits` ascend and do not overlap; each is `found` in the text, if need be in another case. Passes of one `sweep`
+    /// can be undone together.
+    ReplacePass(std::vector<Position> hits, Text found, bool sameCase, TextView replacement,
+                std::shared_ptr<const void> sweep);
 
+    const void* Sweep() const { return sweep_.get(); }
     size_t Count() const { return hits_.size(); }
     /// All of them, each line in one go.
     void Do(SourceDocument& document);
@@ -43,6 +46,7 @@ private:
     Position Put(SourceDocument& document, Position start, Position end, TextView text) const;
 
     std::vector<Position> hits_;
+    std::shared_ptr<const void> sweep_;
     Text found_;
     bool sameCase_;
     Text replacement_; ///< lines joined with CR LF
@@ -58,6 +62,7 @@ public:
     OpReplaceHit(std::shared_ptr<ReplacePass> pass, size_t hit) : pass_(std::move(pass)), hit_(hit) {}
     void DoOp(SourceDocument& document) override;
     void UndoOp(SourceDocument& document) override;
+    const void* Sweep() const override { return pass_->Sweep(); }
 
 private:
     std::shared_ptr<ReplacePass> pass_;

@@ -90,6 +90,10 @@ bool CanUndo(Context& c)
 {
     return c.document && c.document->CanUndo();
 }
+bool CanUndoSweep(Context& c)
+{
+    return c.document && c.document->CanUndoSweep();
+}
 bool CanRedo(Context& c)
 {
     return c.document && c.document->CanRedo();
@@ -240,6 +244,7 @@ constexpr CommandRow kRows[] = {
     {u"Format", [](CommandContext& c) { c.document->Format(); }, Writable},
     {u"Compile", Compile, CanCompile},
     {u"Undo", Edit<&mvDocument::Undo>, CanUndo},
+    {u"UndoReplacements", Edit<&mvDocument::UndoSweep>, CanUndoSweep},
     {u"Redo", Edit<&mvDocument::Redo>, CanRedo},
     {u"Cut", Do<&mvDocument::Cut>, HasSelection},
     {u"Copy", Do<&mvDocument::Copy>, HasSelection},

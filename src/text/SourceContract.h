@@ -102,6 +102,8 @@ public:
     virtual ~ISourceOp() = default;
     virtual void DoOp(SourceDocument& document) = 0;
     virtual void UndoOp(SourceDocument& document) = 0;
+    /// Operations that answer the same were done in one go, and can be undone so; null: this one was alone.
+    virtual const void* Sweep() const { return nullptr; }
 };
 
 /// The data words of a line.

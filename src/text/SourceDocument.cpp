@@ -54,6 +54,10 @@ int32_t SourceDocument::UpdateLines(int32_t first, int32_t last)
 {
     first = ClampLine(first);
     last = ClampLine(last);
+    if (sweepCaret_) { // with all others, at its end
+        edited_.Add(first, last, last, LineCount());
+        return last;
+    }
     if (!TakePendingWithin(first, last)) FlushPending();
     int32_t changed = scanner_.Rescan(first, last);
     scanner_.EnsureScanned(last);

@@ -107,6 +107,9 @@ public:
     bool CanRedo() const { return undo_.CanRedo(); }
     void Undo();
     void Redo();
+    /// Takes back all steps on top that were done in one go, and shows the outcome once.
+    void UndoSweep();
+    bool CanUndoSweep() const { return undo_.TopSweep() != nullptr; }
     void ClearUndo();
     /// Edits between Begin and End are one undo step; nests.
     void BeginGroup();
@@ -161,7 +164,17 @@ public:
     size_t MemoryUse() const { return lines_.MemoryUse() + undo_.MemoryUse(); }
 
 private:
-    class Batch;
+    /// Holds scans and notices back until the outermost one ends.
+    class Batch {
+    public:
+        explicit Batch(SourceDocument& document) : document_(document) { ++document_.depth_; }
+        ~Batch() { document_.Leave(); }
+        Batch(const Batch&) = delete;
+        Batch& operator=(const Batch&) = delete;
+
+    private:
+        SourceDocument& document_;
+    };
 
     int32_t ClampLine(int32_t line) const { return std::clamp(line, 0, lines_.Count() - 1); }
     /// Whoever walks from hit to hit asks for the same text each time.
@@ -186,6 +199,7 @@ private:
     template <typename Body>
     std::optional<Position> RunOp(Body&& body, TextEdit& taken);
     std::optional<Position> Replay(UndoStep& step, bool forward);
+    std::optional<Position> UndoStepOnTop();
 
     void Leave();
     void FlushPending();
@@ -224,6 +238,8 @@ private:
     bool knownModified_ = false;
     bool foldsTouched_ = false; ///< hidden lines or heads came, went or moved apart
     bool caretTold_ = false;    ///< by the operation under way
+    /// While a sweep is taken back: where its operations want the caret, the last one at the end.
+    std::optional<Position>* sweepCaret_ = nullptr;
     EditedLines edited_;
 };
 

@@ -35,37 +35,10 @@ TextView NextPiece(TextView& text)
 
 } // namespace
 
-/// Holds scans and notices back until the outermost one ends.
-class SourceDocument::Batch {
-public:
-    explicit Batch(SourceDocument& document) : document_(document) { ++document_.depth_; }
-    ~Batch() { document_.Leave(); }
-    Batch(const Batch&) = delete;
-    Batch& operator=(const Batch&) = delete;
-
-private:
-    SourceDocument& document_;
-};
-
 void SourceDocument::RefuseInCallback() const
 {
     if (telling_ > 0 || scanner_.Busy())
         throw Error{error_number::kInvalidCall, u"The text cannot be changed from within a call-back."};
-}
-
-/// The steps fit the text only between two of them.
-void SourceDocument::RefuseInStep() const
-{
-    RefuseInCallback();
-    if (journal_ || undo_.InGroup())
-        throw Error{error_number::kInvalidCall, u"The undo stack cannot move while an operation runs."};
-}
-
-void SourceDocument::ClearUndo()
-{
-    if (journal_ || replaying_)
-        throw Error{error_number::kInvalidCall, u"The undo stack cannot be cleared while an operation runs."};
-    undo_.Clear();
 }
 
 void SourceDocument::NotifyChange(int32_t /*kind*/, int32_t first, int32_t last, Position caret)
@@ -73,6 +46,10 @@ void SourceDocument::NotifyChange(int32_t /*kind*/, int32_t first, int32_t last,
     first = ClampLine(first);
     last = ClampLine(last);
     caretTold_ = true;
+    if (sweepCaret_) {
+        *sweepCaret_ = Clamp(caret);
+        return; // what changed is painted after the scan
+    }
     TellRepaint(first, last);
     TellCaret(Clamp(caret));
 }
@@ -335,92 +312,6 @@ Position SourceDocument::Apply(TextEdit& edit, bool forward)
     if (breaks) lines_.SetWord(edit.start.line, kIdentity, identity);
     TextReplaced(edit.start, edit.end, edit.start);
     return edit.start;
-}
-
-/// An operation that fails leaves the text as it was.
-template <typename Body>
-std::optional<Position> SourceDocument::RunOp(Body&& body, TextEdit& taken)
-{
-    taken = {};
-    std::vector<TextEdit> journal;
-    journal_ = &journal;
-    caretTold_ = false;
-    try {
-        body();
-        journal_ = nullptr;
-    } catch (...) {
-        journal_ = nullptr;
-        replaying_ = true;
-        for (auto edit = journal.rbegin(); edit != journal.rend(); ++edit) Apply(*edit, false);
-        replaying_ = false;
-        throw;
-    }
-    if (journal.empty()) return std::nullopt;
-    // Later ranges are places in a text that is between two states.
-    if (TextEdit& first = journal.front(); !first.insert) taken = {false, first.start, {}, {}, std::move(first.words)};
-    if (caretTold_) return std::nullopt;
-    return journal.back().insert ? journal.back().end : journal.back().start;
-}
-
-void SourceDocument::ExecuteOp(std::unique_ptr<ISourceOp> operation)
-{
-    RefuseInCallback();
-    if (journal_) throw Error{error_number::kInvalidCall, u"An operation cannot run within another."};
-    Batch batch(*this);
-    UndoStep step;
-    RunOp([&] { operation->DoOp(*this); }, step.taken);
-    step.op = std::move(operation);
-    undo_.Push(std::move(step));
-}
-
-/// Takes a step back or does it again.
-std::optional<Position> SourceDocument::Replay(UndoStep& step, bool forward)
-{
-    std::optional<Position> caret;
-    if (step.op) {
-        const TextEdit taken = std::exchange(step.taken, {});
-        caret = RunOp([&] { forward ? step.op->DoOp(*this) : step.op->UndoOp(*this); }, step.taken);
-        if (!forward) RestoreWords(taken);
-        return caret;
-    }
-    replaying_ = true;
-    if (forward) {
-        for (TextEdit& edit : step.edits) caret = Apply(edit, true);
-    } else {
-        for (auto edit = step.edits.rbegin(); edit != step.edits.rend(); ++edit) caret = Apply(*edit, false);
-    }
-    replaying_ = false;
-    return caret;
-}
-
-void SourceDocument::Undo()
-{
-    RefuseInStep();
-    std::optional<Position> caret;
-    {
-        Batch batch(*this);
-        for (bool more = undo_.CanUndo(); more;) {
-            UndoStep& step = undo_.Top();
-            caret = Replay(step, false);
-            more = step.joined;
-            undo_.Undone();
-        }
-    }
-    TellCaret(caret);
-}
-
-void SourceDocument::Redo()
-{
-    RefuseInStep();
-    std::optional<Position> caret;
-    {
-        Batch batch(*this);
-        for (bool more = undo_.CanRedo(); more; more = undo_.CanRedo() && undo_.Next().joined) {
-            caret = Replay(undo_.Next(), true);
-            undo_.Redone();
-        }
-    }
-    TellCaret(caret);
 }
 
 } // namespace nib

@@ -292,8 +292,10 @@ void SourceView::TextReset()
 void SourceView::CaretRequested(Position caret)
 {
     goal_ = -1;
-    caret = SnapToUnit(caret);
-    Place(caret, caret);
+    anchor_ = caret_ = SnapToUnit(caret);
+    document_.Reveal(caret_.line);
+    Tell();
+    host_->EnsureCaretVisibleSoon();
 }
 
 void SourceView::ModifiedChanged(bool modified)

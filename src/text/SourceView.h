@@ -16,9 +16,11 @@ public:
     virtual ~ViewHost() = default;
     virtual int32_t LineHeight() const { return 16; }
     virtual int32_t PageLines() const { return 25; }
-    virtual void GetFirstVisible(int32_t& line, int32_t& column) const { line = column = 0; }
+    virtual void GetFirstVisible(int32_t& line, int32_t& column) { line = column = 0; }
     virtual void SetFirstVisible(int32_t /*line*/, int32_t /*column*/) {}
     virtual void EnsureCaretVisible() {}
+    /// The same, at the latest before the next look at the view: an edit asks for it, and many may follow.
+    virtual void EnsureCaretVisibleSoon() { EnsureCaretVisible(); }
     /// The caret or the selection moved; `before` and `after` bound the lines to repaint.
     virtual void SelectionChanged(int32_t /*firstLine*/, int32_t /*lastLine*/) {}
     /// Font, colours, wrap, margin: everything must be measured again.

@@ -94,6 +94,13 @@ void UndoStack::EndGroup()
     Push(std::move(std::exchange(open_, {}).edits.front()));
 }
 
+const void* UndoStack::TopSweep() const
+{
+    if (!CanUndo()) return nullptr;
+    const UndoStep& top = steps_[static_cast<size_t>(at_ - 1)];
+    return top.op ? top.op->Sweep() : nullptr;
+}
+
 void UndoStack::Undone()
 {
     --at_;

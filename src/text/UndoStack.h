@@ -48,6 +48,8 @@ public:
     /// The step to take back or to do again; the caller applies it, then says so.
     UndoStep& Top() { return steps_[static_cast<size_t>(at_ - 1)]; }
     UndoStep& Next() { return steps_[static_cast<size_t>(at_)]; }
+    /// Sweep of the step that would be taken back next.
+    const void* TopSweep() const;
     void Undone();
     void Redone();
 

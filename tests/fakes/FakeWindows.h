@@ -79,7 +79,7 @@ struct FakePane final : ViewHost {
     mutable int32_t firstLine = 0;
 
     int32_t PageLines() const override { return pageLines; }
-    void GetFirstVisible(int32_t& line, int32_t& column) const override
+    void GetFirstVisible(int32_t& line, int32_t& column) override
     {
         line = firstLine;
         column = 0;

@@ -226,6 +226,8 @@ TEST_F(FrameTest, TheMarginGrowsWithTheTextAndDoesNotShrink)
     EXPECT_EQ(form.txtText().MarginWidth(), 6);
     form.txtText().Document().DeleteRange({0, 0}, {0, 5});
     EXPECT_EQ(form.txtText().MarginWidth(), 6);
+    Load(form, Text(99'999, u'\n'));
+    EXPECT_EQ(form.txtText().MarginWidth(), 7) << "no digit is cut off";
 }
 
 TEST_F(FrameTest, DroppedFilesOpenAndTheRestIsToldOf)

@@ -64,6 +64,26 @@ TEST_F(ViewPaint, TokenColoursStayReadableOnADarkPage)
     EXPECT_EQ(light.Style(4).color, QColor(0, 0, 255)) << "a readable colour stays as it was chosen";
 }
 
+TEST_F(ViewPaint, TheScrollBarEndsWhereTheTextEnds)
+{
+    Load(Replace(Text(100, u'x'), u"x", u"line\r\n"));
+    ASSERT_NE(widget->viewport()->height() % widget->LineHeight(), 0);
+    QScrollBar& bar = *widget->verticalScrollBar();
+    for (bool wrap : {false, true}) {
+        Model().SetLineWrap(wrap);
+        Model().SetCaret({});
+        EXPECT_EQ(bar.value(), 0);
+        Model().SetCaret(buffer.End());
+        EXPECT_EQ(bar.value(), bar.maximum());
+        const double top = widget->CellOf({0, 95}).top();
+        bar.triggerAction(QAbstractSlider::SliderSingleStepSub);
+        EXPECT_GT(widget->CellOf({0, 95}).top(), top) << "a step back goes back";
+        EXPECT_EQ(bar.value(), bar.maximum() - 1);
+        bar.setValue(bar.maximum());
+        EXPECT_EQ(widget->CellOf({0, 95}).top(), top);
+    }
+}
+
 TEST_F(ViewPaint, WrapKeepsEveryColumnInSight)
 {
     Text words;

@@ -24,6 +24,7 @@ constexpr MenuToolRow kMainMenuRows[] = {
     {u"File", u"Exit", u"E&xit", u"Ctrl+Q", true},
 
     {u"Edit", u"Undo", u"&Undo", u"Ctrl+Z"},
+    {u"Edit", u"UndoReplacements", u"Undo E&very Replacement"},
     {u"Edit", u"Redo", u"&Redo"},
     {u"Edit", u"Cut", u"Cu&t", u"Ctrl+X", true},
     {u"Edit", u"Copy", u"&Copy", u"Ctrl+C"},

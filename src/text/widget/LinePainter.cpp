@@ -9,6 +9,7 @@
 #include <QGlyphRun>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace nib {
@@ -99,8 +100,6 @@ MarginPlaces MarginPlaces::Of(const SourceView& model, const ViewMetrics& metric
 void MarginPainter::Paint(QPainter& painter, const MarginPlaces& places, const MarginLine& line) const
 {
     if (places.numbers > 0) {
-        QString number = QString::number(line.line + 1);
-        qreal width = QFontMetricsF(metrics_.StyledFont(0)).horizontalAdvance(number);
         if (line.bookmark) {
             painter.save();
             painter.setRenderHint(QPainter::Antialiasing);
@@ -111,11 +110,32 @@ void MarginPainter::Paint(QPainter& painter, const MarginPlaces& places, const M
             painter.drawRoundedRect(plate, 3, 3);
             painter.restore();
         }
-        painter.setFont(metrics_.StyledFont(0));
         painter.setPen(line.bookmark ? colors_.onBookmark : line.current ? colors_.strong : colors_.faint);
-        painter.drawText(QPointF(places.numbers - width, line.y + metrics_.Ascent()), number);
+        PaintNumber(painter, {places.numbers, line.y + metrics_.Ascent()}, line.line + 1);
     }
     if (places.blocks) PaintFold(painter, places, line);
+}
+
+void MarginPainter::PaintNumber(QPainter& painter, QPointF end, int32_t number) const
+{
+    if (metrics_.Glyph(0, u'0') == 0) {
+        const QString text = QString::number(number);
+        painter.setFont(metrics_.StyledFont(0));
+        painter.drawText(end - QPointF(QFontMetricsF(metrics_.StyledFont(0)).horizontalAdvance(text), 0), text);
+        return;
+    }
+    std::array<quint32, 10> glyphs{};
+    std::array<QPointF, 10> places;
+    size_t count = 0;
+    for (; number > 0; number /= 10) {
+        end.rx() -= metrics_.CharWidth();
+        glyphs[count] = metrics_.Glyph(0, static_cast<char16_t>(u'0' + number % 10));
+        places[count++] = end;
+    }
+    QGlyphRun run;
+    run.setRawFont(metrics_.StyledRawFont(0));
+    run.setRawData(glyphs.data(), places.data(), static_cast<int>(count));
+    painter.drawGlyphRun({}, run);
 }
 
 void MarginPainter::PaintSeparator(QPainter& painter, const MarginPlaces& places, qreal top, qreal bottom) const

@@ -49,6 +49,8 @@ public:
     void PaintSeparator(QPainter& painter, const MarginPlaces& places, qreal top, qreal bottom) const;
 
 private:
+    /// Up to `end` on its baseline.
+    void PaintNumber(QPainter& painter, QPointF end, int32_t number) const;
     void PaintFold(QPainter& painter, const MarginPlaces& places, const MarginLine& line) const;
 
     const ViewMetrics& metrics_;

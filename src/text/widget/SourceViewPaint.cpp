@@ -40,7 +40,9 @@ void SourceViewWidget::TextChanged(const TextChange& change)
 void SourceViewWidget::ShowChange(int32_t first, int32_t last)
 {
     Change change = std::exchange(changed_, {});
-    UpdateBars();
+    UpdateVerticalBar();
+    barsStale_ = true;
+    SettleSoon();
     if (change.scrolled)
         viewport()->update();
     else
@@ -100,7 +102,7 @@ void SourceViewWidget::UpdateLines(int32_t first, int32_t last)
 
 void SourceViewWidget::UpdateCaret()
 {
-    QRectF caret = CaretRect();
+    QRectF caret = CaretBox();
     if (!caret.isEmpty()) viewport()->update(caret.adjusted(-1, -1, 1, 1).toAlignedRect());
 }
 
@@ -110,6 +112,12 @@ void SourceViewWidget::paintEvent(QPaintEvent* event)
 {
     QRectF dirty = event->rect();
     BuildColors();
+    if (std::exchange(caretWanted_, false)) { // painted without a word before: the bars follow after it
+        auto old = geometry_.TopPlace();
+        geometry_.Reveal(model_.Caret());
+        if (!(old == geometry_.TopPlace())) viewport()->update();
+        barsStale_ = true;
+    }
     painting_ = true;
     ScanVisible(dirty);
     {
@@ -189,7 +197,7 @@ void SourceViewWidget::PaintCarets(QPainter& painter)
         QColor color = colors_.text;
         // A block leaves the character under it readable.
         if (model_.Overtype() && preedit_.isEmpty()) color.setAlpha(110);
-        painter.fillRect(CaretRect(), color);
+        painter.fillRect(CaretBox(), color);
     }
     if (!dropCaret_) return;
     if (std::optional<QPointF> at = geometry_.CaretAt(*dropCaret_)) {

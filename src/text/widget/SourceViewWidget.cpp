@@ -106,7 +106,7 @@ SourceViewWidget::Zone SourceViewWidget::ZoneAt(QPointF point) const
     return margin.blocks && point.x() < margin.width ? Zone::Blocks : Zone::Content;
 }
 
-QRectF SourceViewWidget::CaretRect()
+QRectF SourceViewWidget::CaretBox()
 {
     bool composing = !preedit_.isEmpty();
     if (model_.Overtype() && !composing) return geometry_.CellOf(model_.Caret());
@@ -153,14 +153,16 @@ ScreenStyle SourceViewWidget::StyleAt(Position p, int32_t& start, int32_t& end)
 
 // Scrolling
 
-void SourceViewWidget::GetFirstVisible(int32_t& line, int32_t& column) const
+void SourceViewWidget::GetFirstVisible(int32_t& line, int32_t& column)
 {
+    Settle();
     line = document_.VisibleLine(geometry_.TopIndex());
     column = static_cast<int32_t>(std::lround(geometry_.Left() / metrics_.CharWidth()));
 }
 
 void SourceViewWidget::SetFirstVisible(int32_t line, int32_t column)
 {
+    Settle();
     line = std::clamp(line, 0, document_.LineCount() - 1);
     geometry_.ScrollToIndex(document_.VisibleIndex(line));
     geometry_.SetLeft(std::min(column * metrics_.CharWidth(), geometry_.MaxLeft()));
@@ -168,12 +170,20 @@ void SourceViewWidget::SetFirstVisible(int32_t line, int32_t column)
     viewport()->update();
 }
 
-void SourceViewWidget::UpdateBars()
+void SourceViewWidget::UpdateVerticalBar()
 {
     syncing_ = true;
     verticalScrollBar()->setRange(0, geometry_.MaxTopIndex());
     verticalScrollBar()->setPageStep(geometry_.PageLines());
-    verticalScrollBar()->setValue(geometry_.TopIndex());
+    verticalScrollBar()->setValue(geometry_.BarIndex());
+    syncing_ = false;
+}
+
+void SourceViewWidget::UpdateBars()
+{
+    barsStale_ = false;
+    UpdateVerticalBar();
+    syncing_ = true;
     setHorizontalScrollBarPolicy(model_.LineWrap() ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
     horizontalScrollBar()->setRange(0, static_cast<int>(std::ceil(geometry_.MaxLeft())));
     horizontalScrollBar()->setPageStep(std::max(viewport()->width(), 1));
@@ -203,8 +213,9 @@ void SourceViewWidget::Scrolled(ViewGeometry::Place old)
 void SourceViewWidget::scrollContentsBy(int /*dx*/, int /*dy*/)
 {
     if (syncing_) return;
+    caretWanted_ = false; // the user wants to see something else
     auto old = geometry_.TopPlace();
-    if (verticalScrollBar()->value() != geometry_.TopIndex()) geometry_.ScrollToIndex(verticalScrollBar()->value());
+    if (verticalScrollBar()->value() != geometry_.BarIndex()) geometry_.ScrollToIndex(verticalScrollBar()->value());
     geometry_.SetLeft(horizontalScrollBar()->value());
     Scrolled(old);
 }
@@ -216,6 +227,7 @@ void SourceViewWidget::ScrollRows(int32_t rows)
 
 void SourceViewWidget::ScrollPixels(QPointF delta)
 {
+    Settle();
     auto old = geometry_.TopPlace();
     geometry_.ScrollBy(delta.y());
     geometry_.SetLeft(std::clamp(geometry_.Left() + delta.x(), 0.0, geometry_.MaxLeft()));
@@ -225,6 +237,7 @@ void SourceViewWidget::ScrollPixels(QPointF delta)
 void SourceViewWidget::RevealPlace(Position p)
 {
     document_.Reveal(p.line);
+    Settle();
     auto old = geometry_.TopPlace();
     geometry_.Reveal(p);
     Scrolled(old);
@@ -234,6 +247,31 @@ void SourceViewWidget::EnsureCaretVisible()
 {
     RevealPlace(model_.Caret());
     RestartBlink();
+}
+
+void SourceViewWidget::EnsureCaretVisibleSoon()
+{
+    caretWanted_ = true;
+    SettleSoon();
+    RestartBlink();
+}
+
+void SourceViewWidget::SettleSoon()
+{
+    if (std::exchange(settling_, true)) return;
+    const auto settle = [this] {
+        settling_ = false;
+        Settle();
+    };
+    QMetaObject::invokeMethod(this, settle, Qt::QueuedConnection); // before the next paint, which Qt puts behind it
+}
+
+void SourceViewWidget::Settle()
+{
+    if (!caretWanted_ && !barsStale_) return;
+    auto old = geometry_.TopPlace();
+    if (std::exchange(caretWanted_, false)) geometry_.Reveal(model_.Caret());
+    Scrolled(old);
 }
 
 // Mouse

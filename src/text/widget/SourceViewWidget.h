@@ -28,10 +28,10 @@ public:
     enum class Zone { Margin, Blocks, Content };
     Zone ZoneAt(QPointF point) const;
     /// Caret place nearest to a point of the viewport; with `covering` the character under it.
-    Position PositionAt(QPointF point, bool covering = false) { return geometry_.PositionAt(point, covering); }
+    Position PositionAt(QPointF point, bool covering = false) { return Settled().PositionAt(point, covering); }
     /// Cell of the character at a place in the viewport, empty when out of sight.
-    QRectF CellOf(Position p) { return geometry_.CellOf(p); }
-    QRectF CaretRect();
+    QRectF CellOf(Position p) { return Settled().CellOf(p); }
+    QRectF CaretRect() { return Settle(), CaretBox(); }
     ScreenStyle StyleAt(Position p, int32_t& start, int32_t& end);
 
     /// Steps of one point on the font's size.
@@ -53,9 +53,10 @@ public:
     // ViewHost
     int32_t LineHeight() const override;
     int32_t PageLines() const override;
-    void GetFirstVisible(int32_t& line, int32_t& column) const override;
+    void GetFirstVisible(int32_t& line, int32_t& column) override;
     void SetFirstVisible(int32_t line, int32_t column) override;
     void EnsureCaretVisible() override;
+    void EnsureCaretVisibleSoon() override;
     void SelectionChanged(int32_t firstLine, int32_t lastLine) override;
     void AppearanceChanged() override;
     bool MoveRows(Position& at, int32_t rows, double& goal) const override;
@@ -110,6 +111,12 @@ private:
 
     void BuildColors();
     void UpdateBars();
+    void UpdateVerticalBar();
+    /// What edits left to be done once: the caret scrolled into sight, the width of what is in sight measured.
+    void Settle();
+    void SettleSoon();
+    ViewGeometry& Settled() { return Settle(), geometry_; }
+    QRectF CaretBox();
     /// Repaints what a scroll brought in, moving the rest.
     void Scrolled(ViewGeometry::Place old);
     void ShowChange(int32_t first, int32_t last);
@@ -153,6 +160,9 @@ private:
     bool painting_ = false;
     bool syncing_ = false;
     bool caretOn_ = true;
+    bool caretWanted_ = false; ///< in sight, when the edits are through
+    bool barsStale_ = false;
+    bool settling_ = false; ///< is asked for
 };
 
 } // namespace nib

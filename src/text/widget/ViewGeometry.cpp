@@ -79,6 +79,13 @@ int32_t ViewGeometry::MaxTopIndex()
     return lowest.index + (lowest.offset > 0 ? 1 : 0);
 }
 
+int32_t ViewGeometry::BarIndex()
+{
+    Top lowest = MaxTop();
+    bool atEnd = topIndex_ == lowest.index && topOffset_ >= lowest.offset;
+    return atEnd ? MaxTopIndex() : topIndex_;
+}
+
 int32_t ViewGeometry::PageLines() const
 {
     return std::max(static_cast<int32_t>(size_.height() / metrics_.LineHeight()), 1);

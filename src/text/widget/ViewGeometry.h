@@ -38,7 +38,10 @@ public:
     std::optional<qreal> Distance(const Place& old);
     int32_t TopIndex() const { return topIndex_; }
     qreal Left() const { return left_; }
+    /// Range and place of a scroll bar that counts lines: its end is that of the text, although the top line there is
+    /// seldom whole.
     int32_t MaxTopIndex();
+    int32_t BarIndex();
     qreal MaxLeft();
     int32_t PageLines() const;
     void ScrollToIndex(int32_t index);

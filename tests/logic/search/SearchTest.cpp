@@ -228,6 +228,42 @@ TEST(ReplaceAllTest, WithLineBreaks)
     }
 }
 
+TEST(ReplaceAllTest, IsUndoneAsAWholeAsFarAsItStandsOnTop)
+{
+    struct Row {
+        TextView text, with;
+        bool wholeWord;
+        int32_t steps; ///< of them taken back one by one before
+    };
+    const Row rows[] = {{u"ab-ab\r\nab", u"1\n2", false, 0},
+                        {u"ab-ab\r\nab {", u"{,", false, 1},
+                        {u"ab-ab-ab ab\r\nab", u"c d", true, 0},
+                        {u"ab AB ab", u"", false, 2}};
+    for (const Row& row : rows) {
+        TestSearch search;
+        auto& document = search.Add(row.text);
+        SourceDocument& text = search.View(document).Document();
+        text.InsertText({0, 0}, u"own ");
+        EXPECT_FALSE(document.CanUndoSweep());
+        const Text before = text.GetText();
+        search.OpenReplace(u"ab", row.with);
+        search.Dialog().wholeWord = row.wholeWord;
+        search.engine.ReplaceAll();
+        search.Said();
+        const Text after = text.GetText();
+        for (int32_t step = 0; step < row.steps; ++step) document.Undo();
+        ASSERT_TRUE(document.CanUndoSweep());
+        document.UndoSweep();
+        EXPECT_EQ(text.GetText(), before) << ToUtf8(row.text);
+        EXPECT_FALSE(document.CanUndoSweep()) << "what was typed before is another step";
+        EXPECT_EQ(search.View(document).Caret().line, 0) << "at the first of them";
+        while (document.CanRedo()) document.Redo();
+        EXPECT_EQ(text.GetText(), after) << ToUtf8(row.text);
+        text.InsertText({0, 0}, u"x");
+        EXPECT_FALSE(document.CanUndoSweep());
+    }
+}
+
 TEST(ReplaceAllTest, ADroppedSelectionStillBoundsIt)
 {
     TestSearch search;

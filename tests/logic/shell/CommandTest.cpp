@@ -1,4 +1,5 @@
 #include "fakes/TestShell.h"
+#include "search/OpReplaceAll.h"
 #include "shell/menus/MenuTable.h"
 
 namespace nib::test::command_test {
@@ -66,6 +67,13 @@ const Row kRows[] = {
          document.Undo();
      },
      kWritable + Keys{u"Redo"}},
+    {"replaced",
+     [](TestShell& t) {
+         const auto sweep = std::make_shared<const int>();
+         auto pass = std::make_shared<ReplacePass>(std::vector<Position>{{0, 0}}, u"o", true, u"0", sweep);
+         t.ViewOf(Writable(t)).Document().ExecuteOp(std::make_unique<OpReplaceHit>(std::move(pass), 0));
+     },
+     kWritable + Keys{u"Save", u"Undo", u"UndoReplacements"}},
     {"selected", [](TestShell& t) { Writable(t).SelectAll(); }, kWritable + Keys{u"Cut", u"Copy", u"Clear"}},
     {"something to paste",
      [](TestShell& t) {
