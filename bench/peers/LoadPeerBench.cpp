@@ -1,5 +1,6 @@
 // From a file on disk to its first painted page in a window, and to all of it coloured: what a person waits for, and
-// the memory that it takes. Every two hundredth line holds a TAB, as many an accented letter.
+// the memory that it takes. What is done while nobody waits is left out. Every two hundredth line holds a TAB, as many
+// an accented letter.
 
 #include "Peers.h"
 #include "documents/StoredLines.h"
@@ -110,7 +111,7 @@ struct ShownOurs {
         int32_t identity = 0;
         stored.Read(tabs, item.Form()->OddEnds(), kTabSize, buffer, identity);
     }
-    void Paint() { QApplication::processEvents(); }
+    void Paint() { widget.viewport()->repaint(); }
     void ColourAll() { buffer.EnsureScanned(); }
 };
 
@@ -139,7 +140,7 @@ struct ShownScintilla {
         peer.view.SendScintilla(QsciScintillaBase::SCI_ADDTEXT, static_cast<unsigned long>(bytes.size()), bytes.data());
         peer.view.SendScintilla(QsciScintillaBase::SCI_GOTOPOS, 0UL);
     }
-    void Paint() { QApplication::processEvents(); }
+    void Paint() { peer.view.viewport()->repaint(); }
     void ColourAll() { peer.view.SendScintilla(QsciScintillaBase::SCI_COLOURISE, 0UL, -1L); }
 };
 
@@ -157,7 +158,7 @@ struct ShownPlainText {
         const std::string bytes = WholeFile(path);
         view.setPlainText(QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size())));
     }
-    void Paint() { QApplication::processEvents(); }
+    void Paint() { view.viewport()->repaint(); }
 };
 
 template <typename Editor>

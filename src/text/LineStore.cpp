@@ -109,6 +109,7 @@ void LineStore::Touch(size_t chunk)
 void LineStore::Replace(int32_t line, size_t at, size_t count, TextView with)
 {
     Record(Locate(line)).Replace(at, count, with);
+    if (count_ == 1) loaded_ = {}; // the only line has left it
     units_ += with.size() - count;
 }
 

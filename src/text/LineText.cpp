@@ -72,8 +72,9 @@ void LineRecord::MakeOwn(bool wide, size_t needed)
 {
     size_t unit = wide ? 2 : 1;
     if (own_ && wide_ == wide && HeaderOf(text_)->bytes >= needed * unit) return;
-    // Room to grow, so that typing in a line allocates seldom.
-    void* block = Allocate((needed + needed / 2 + 16) * unit);
+    // Room to grow, so that typing in a line allocates seldom; a very long one must not take half as much again.
+    constexpr size_t kMostGrowth = size_t{1} << 20;
+    void* block = Allocate((needed + std::min(needed / 2, kMostGrowth) + 16) * unit);
     UnitSpan old = Units();
     if (wide && !old.wide)
         std::copy_n(old.Narrow(), old.length, static_cast<char16_t*>(block));
