@@ -1,5 +1,6 @@
 #include "platform/posix/ByteStream.h"
 
+#include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 
 #include <cerrno>
@@ -42,29 +43,6 @@ Text SystemWords(int error)
     return FromUtf8(strerror(error));
 }
 
-/// A descriptor that is closed with it.
-class Descriptor {
-public:
-    explicit Descriptor(int number = -1) : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    Descriptor& operator=(Descriptor&& other) noexcept
-    {
-        std::swap(number_, other.number_);
-        return *this;
-    }
-    ~Descriptor() { Close(); }
-
-    int Number() const { return number_; }
-    void Close()
-    {
-        if (number_ >= 0) close(number_);
-        number_ = -1;
-    }
-
-private:
-    int number_;
-};
-
 /// The events that came, 0 when none did within the time.
 short WaitFor(int descriptor, short events, milliseconds wait)
 {
@@ -84,19 +62,19 @@ public:
 
     size_t Send(std::string_view bytes, milliseconds wait) override
     {
-        if (!WaitFor(socket_.Number(), POLLOUT, wait)) return 0;
+        if (!WaitFor(socket_.Get(), POLLOUT, wait)) return 0;
         const ssize_t sent =
-            send(socket_.Number(), bytes.data(), std::min(bytes.size(), kPiece), MSG_NOSIGNAL | MSG_DONTWAIT);
+            send(socket_.Get(), bytes.data(), std::min(bytes.size(), kPiece), MSG_NOSIGNAL | MSG_DONTWAIT);
         if (sent >= 0) return static_cast<size_t>(sent);
         if (MayComeLater(errno)) return 0;
         throw StreamEnded(WhyEnded(errno));
     }
     void Receive(std::string& bytes, milliseconds wait) override
     {
-        if (!WaitFor(socket_.Number(), POLLIN, wait)) return;
+        if (!WaitFor(socket_.Get(), POLLIN, wait)) return;
         const size_t before = bytes.size();
         bytes.resize(before + kPiece);
-        const ssize_t came = recv(socket_.Number(), bytes.data() + before, kPiece, MSG_DONTWAIT);
+        const ssize_t came = recv(socket_.Get(), bytes.data() + before, kPiece, MSG_DONTWAIT);
         const int error = errno;
         bytes.resize(before + static_cast<size_t>(std::max<ssize_t>(came, 0)));
         if (came > 0 || (came < 0 && MayComeLater(error))) return;
@@ -138,8 +116,8 @@ protected:
     Text WhyEnded(int) override
     {
         std::string said(kMostErrorText, '\0');
-        WaitFor(errors_.Number(), POLLIN, kStep);
-        const ssize_t size = read(errors_.Number(), said.data(), said.size());
+        WaitFor(errors_.Get(), POLLIN, kStep);
+        const ssize_t size = read(errors_.Get(), said.data(), said.size());
         said.resize(static_cast<size_t>(std::max<ssize_t>(size, 0)));
         const Text words(Trim(FromFileName(said)));
         return words.empty() ? u"the tunnel " + name_ + u" has ended" : words;
@@ -208,8 +186,8 @@ public:
         if (answer->error != 0)
             throw StreamEnded(u"there is no machine " + address + u" (" + FromUtf8(gai_strerror(answer->error)) + u")");
         Text why;
-        for (const addrinfo* at = answer->list; at && socket_.Number() < 0; at = at->ai_next) Try(*at, why);
-        if (socket_.Number() < 0) throw StreamEnded(why);
+        for (const addrinfo* at = answer->list; at && !socket_; at = at->ai_next) Try(*at, why);
+        if (!socket_) throw StreamEnded(why);
     }
 
     Descriptor Take() { return std::move(socket_); }
@@ -223,19 +201,19 @@ private:
     void Try(const addrinfo& at, Text& why)
     {
         Descriptor made(socket(at.ai_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-        int error = made.Number() < 0 ? errno : 0;
-        if (error == 0 && connect(made.Number(), at.ai_addr, at.ai_addrlen) != 0) error = errno;
+        int error = !made ? errno : 0;
+        if (error == 0 && connect(made.Get(), at.ai_addr, at.ai_addrlen) != 0) error = errno;
         if (error == EINPROGRESS) {
-            while (!WaitFor(made.Number(), POLLOUT, kStep)) Pass();
+            while (!WaitFor(made.Get(), POLLOUT, kStep)) Pass();
             socklen_t size = sizeof error;
-            getsockopt(made.Number(), SOL_SOCKET, SO_ERROR, &error, &size);
+            getsockopt(made.Get(), SOL_SOCKET, SO_ERROR, &error, &size);
         }
         if (error != 0) {
             why = where_ + (error == ECONNREFUSED ? Text(u" refuses connections: no server listens there")
                                                   : u" cannot be reached: " + SystemWords(error));
             return;
         }
-        SetUp(made.Number());
+        SetUp(made.Get());
         socket_ = std::move(made);
     }
     static void SetUp(int socket)
@@ -314,7 +292,7 @@ std::unique_ptr<ByteStream> ConnectCommand(const std::vector<Text>& words)
     for (const Text& word : words) bytes.push_back(ToFileName(word));
     for (std::string& word : bytes) argv.push_back(word.data());
     argv.push_back(nullptr);
-    const SpawnPlan plan(theirs.Number(), says.Number());
+    const SpawnPlan plan(theirs.Get(), says.Get());
     pid_t child = 0;
     if (const int error = posix_spawnp(&child, argv[0], &plan.actions, &plan.attributes, argv.data(), environ))
         throw StreamEnded(u"the tunnel " + words.front() + u" cannot be started: " + SystemWords(error));
