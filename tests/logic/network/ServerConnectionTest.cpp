@@ -1,6 +1,8 @@
 #include "hosts/network/ServerConnection.h"
 
 #include "fakes/Failure.h"
+#include "fakes/MemorySettings.h"
+#include "hosts/network/ClearTextTrust.h"
 #include "hosts/network/NetworkLink.h"
 
 #include <gtest/gtest.h>
@@ -209,6 +211,47 @@ TEST(NetworkLinkTest, ATestTellsThatAUserMayOnlyRead)
         EXPECT_EQ(*(deleted - 1), ServerAction::ReadLocked) << "nobody can have made it meanwhile";
         EXPECT_EQ(*(deleted + 1), ServerAction::Release);
         EXPECT_EQ(asked.back(), ServerAction::Quit);
+    }
+}
+
+TEST(NetworkLinkTest, APasswordInTheClearIsAskedAboutOnce)
+{
+    struct OneAnswer : MessageBoxes {
+        int32_t Show(TextView, int32_t, TextView) override
+        {
+            ++shown;
+            return answer;
+        }
+        void Beep() override {}
+        int32_t answer = 0;
+        size_t shown = 0;
+    } boxes;
+    MemorySettings store;
+    const std::tuple<TextView, int32_t, bool, size_t> rows[] = {
+        {u"address=127.0.0.1", message_box::kAnswerNo, true, 0},
+        {u"address=db\ntunnel=ssh gateway", message_box::kAnswerNo, true, 0},
+        {u"address=db", message_box::kAnswerNo, false, 1},
+        {u"address=db", message_box::kAnswerYes, true, 1},
+        {u"address=db", message_box::kAnswerNo, true, 0},
+        {u"address=db2", message_box::kAnswerNo, false, 1}};
+    for (const auto& [lines, answer, enters, questions] : rows) {
+        SCOPED_TRACE(ToUtf8(lines) + " " + std::to_string(answer));
+        std::vector<ServerAction> asked;
+        AnyPassword passwords;
+        ClearTextTrust trust(store, boxes);
+        boxes.shown = 0;
+        boxes.answer = answer;
+        NetworkParts parts;
+        parts.passwords = &passwords;
+        parts.mayGoInTheClear = [&](const HostSettings& host) { return trust.MayGo(host); };
+        parts.open = [&] { return std::make_unique<Answering>(ServerReply(), asked); };
+        {
+            NetworkLink link(
+                HostConfig::Parse(u"[*]\nkind=network\nuser=ada\naccount=SALES\n" + Text(lines), "/").Find({}), parts);
+            EXPECT_EQ(!FailureOf([&] { link.Test(); }), enters);
+        }
+        EXPECT_EQ(std::find(asked.begin(), asked.end(), ServerAction::Login) != asked.end(), enters);
+        EXPECT_EQ(boxes.shown, questions);
     }
 }
 
