@@ -20,8 +20,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char** environ;
-
 namespace nib {
 
 namespace {
@@ -289,6 +287,8 @@ std::unique_ptr<ByteStream> ConnectCommand(const std::vector<Text>& words)
 
     std::vector<std::string> bytes;
     std::vector<char*> argv;
+    bytes.reserve(words.size());
+    argv.reserve(words.size() + 1);
     for (const Text& word : words) bytes.push_back(ToFileName(word));
     for (std::string& word : bytes) argv.push_back(word.data());
     argv.push_back(nullptr);
