@@ -155,7 +155,7 @@ void HostsFile::Set(TextView name, TextView key, TextView value)
 
 Text HostsFile::Add(TextView name)
 {
-    const Text taken = CheckedName(name);
+    Text taken = CheckedName(name);
     AppendSection(taken);
     return taken;
 }
@@ -165,7 +165,7 @@ Text HostsFile::Rename(TextView name, TextView newName)
     const TextView wanted = Trim(newName);
     if (wanted == name) return Text(name);
     if (name == kDefaultHost) throw Error(error_number::kStorage, u"The default connection keeps its name.");
-    const Text taken = EqualsNoCase(wanted, name) ? Text(wanted) : CheckedName(wanted);
+    Text taken = EqualsNoCase(wanted, name) ? Text(wanted) : CheckedName(wanted);
     const Text before(name);
     for (Text& line : lines_)
         if (const IniLine parsed = Parsed(line); IsHeaderOf(parsed, before)) Replace(line, parsed.name, taken);

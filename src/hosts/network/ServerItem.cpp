@@ -225,7 +225,7 @@ auto ServerItem::Reading(Decode&& decode)
 
 Text ServerItem::ReadItem(int32_t, int32_t, int32_t)
 {
-    return Reading([this](std::string bytes) { return form_.Decode(bytes); });
+    return Reading([this](const std::string& bytes) { return form_.Decode(bytes); });
 }
 
 ReadText ServerItem::ReadWhole()

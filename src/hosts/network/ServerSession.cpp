@@ -261,7 +261,7 @@ std::string ServerSession::FileType(const std::string& file)
 Text ServerSession::UserOf(int32_t sessionNumber)
 {
     if (sessionNumber == 0) return {};
-    const Text number = u"session " + Decimal(sessionNumber);
+    Text number = u"session " + Decimal(sessionNumber);
     const ServerReply reply =
         Repeating([](ServerConnection& connection) { return connection.Call(ServerAction::Execute, "LISTU"); });
     for (const std::string& line : Cut(reply.data, kFieldMark)) {
