@@ -37,5 +37,5 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # Libraries are found by what the programs are linked to; these are not linked: the reader of the icons, and the font.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-dejavu-core, libqt6svg6")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-  "breeze-icon-theme, default-dbus-session-bus | dbus-session-bus, fonts-dejavu-extra, qt6-wayland")
+  "breeze-icon-theme, default-dbus-session-bus | dbus-session-bus, fonts-dejavu-extra, libsecret-1-0, qt6-wayland")
 include(CPack)
