@@ -1,5 +1,7 @@
 #include "hosts/accounts/VerbTrust.h"
 
+#include "hosts/Consent.h"
+
 #include <algorithm>
 
 #include <sys/stat.h>
@@ -10,13 +12,6 @@ namespace nib {
 namespace {
 
 constexpr TextView kAllowed = u"AllowedVerbs";
-constexpr char16_t kRecord = u'\x1E';
-constexpr char16_t kUnit = u'\x1F';
-
-bool HoldsControl(TextView text)
-{
-    return std::any_of(text.begin(), text.end(), [](char16_t c) { return c < u' '; });
-}
 
 } // namespace
 
@@ -32,18 +27,9 @@ bool OthersMayChange(const std::vector<std::string>& paths)
 
 bool VerbTrust::MayRun(TextView account, TextView commandLine)
 {
-    const Text entry = kRecord + Text(account) + kUnit + Text(commandLine) + kRecord;
-    // What holds a separator could bring entries of its own along, and is asked for each time.
-    const bool kept = !HoldsControl(account) && !HoldsControl(commandLine);
-    const Text allowed = store_.Get(kAllowed, u"");
-    if (kept && allowed.find(entry) != Text::npos) return true;
     const Text question =
         u"Other users can change the verbs of the account " + Text(account) + u".\n\nRun `" + Text(commandLine) + u"`?";
-    const int32_t answer =
-        boxes_.Show(question, message_box::kYesNo | message_box::kWarning | message_box::kSecondDefault, u"Nib");
-    if (answer != message_box::kAnswerYes) return false;
-    if (kept) store_.Save(kAllowed, allowed + entry);
-    return true;
+    return Consents(store_, boxes_, kAllowed, {account, commandLine}, question);
 }
 
 } // namespace nib

@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::string_view kVoc{"VOC"};
 constexpr std::string_view kDirectory{"4"};
-constexpr int32_t kPathOfFile = 2;
 constexpr int32_t kOwnUpdateLock = 2;
 constexpr int32_t kMostTries = 3;
 constexpr std::chrono::seconds kGhostLimit{10};
@@ -133,15 +132,15 @@ StoredState ServerItem::StateToSave()
     return state;
 }
 
-void ServerItem::Found(const ServerReply& reply)
+void ServerItem::Found(ServerReply reply)
 {
     const bool none = reply.result == ServerResult::NotFound;
     // An id that the file cannot hold is answered with nothing at all, as if that were the item.
     if (!none && (reply.result != ServerResult::Done || reply.status != 0))
         throw Error(error_number::kStorage, DisplayPath() + u" cannot be read: " + ServerRefusal(reply) + u".");
     fetched_.reset();
-    if (!none) fetched_ = reply.data;
     found_ = none ? Text(kNone) : VersionOf(reply.data);
+    if (!none) fetched_ = std::move(reply.data);
     if (seen_.empty()) seen_ = found_;
 }
 
@@ -153,12 +152,12 @@ void ServerItem::Fetch(bool lock, TextView doing)
     const std::string key = LockKey();
     if (const auto holder = account_->holders.find(key); holder != account_->holders.end() && holder->second != this)
         throw Error(error_number::kLocked, DisplayPath() + u" is open in another window.");
-    const ServerReply reply = TakeLock();
+    ServerReply reply = TakeLock();
     // It is locked too when it is not there.
     lockedIn_ = session.Login();
     account_->holders[lockKey_ = key] = this;
     try {
-        Found(reply);
+        Found(std::move(reply));
     } catch (...) {
         Release();
         throw;
@@ -188,9 +187,7 @@ ServerReply ServerItem::TakeLock()
 /// Two names of one file are one file to the server's locks.
 std::string ServerItem::LockKey()
 {
-    const ServerReply path = Account().items.OnFile(File(), ServerAction::FileInformation,
-                                                    [](int16_t file) { return InformationData(file, kPathOfFile); });
-    return (path.result == ServerResult::Done ? path.data : File()) + '\0' + Id();
+    return Account().items.PathOf(File()) + '\0' + Id();
 }
 
 void ServerItem::RefuseLocked(const Text& who)

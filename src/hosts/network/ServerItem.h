@@ -81,7 +81,7 @@ private:
     std::string LockKey();
     /// Reads it, under the lock if wanted. Throws kLocked.
     void Fetch(bool lock, TextView doing);
-    void Found(const ServerReply& reply);
+    void Found(ServerReply reply);
     /// Throws kLocked.
     ServerReply TakeLock();
     /// Calls decode(bytes) with what is stored.

@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kReleaseLimit{3000};
 constexpr int16_t kUsualList = 0;
+constexpr int32_t kPathOfFile = 2;
 constexpr int32_t kTypeOfFile = 3;
 constexpr std::string_view kBlanks{" \t"};
 
@@ -256,6 +257,14 @@ std::string ServerSession::FileType(const std::string& file)
     return OnFile(file, ServerAction::FileInformation,
                   [](int16_t number) { return InformationData(number, kTypeOfFile); })
         .data;
+}
+
+const std::string& ServerSession::PathOf(const std::string& file)
+{
+    if (const auto known = paths_.find(file); known != paths_.end()) return known->second;
+    ServerReply path = OnFile(file, ServerAction::FileInformation,
+                              [](int16_t number) { return InformationData(number, kPathOfFile); });
+    return paths_.emplace(file, path.result == ServerResult::Done ? std::move(path.data) : file).first->second;
 }
 
 Text ServerSession::UserOf(int32_t sessionNumber)

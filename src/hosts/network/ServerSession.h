@@ -54,6 +54,8 @@ public:
     bool HasFile(const std::string& file);
     /// "3" hashed, "4" directory.
     std::string FileType(const std::string& file);
+    /// On the server: the same for two names of one file. Its name where the server does not tell. Asked for once.
+    const std::string& PathOf(const std::string& file);
     /// In words, as far as the server tells: "user at address". Nothing for 0.
     Text UserOf(int32_t sessionNumber);
     /// The number of an earlier connection of this very session, which the server has not noticed to be gone.
@@ -84,6 +86,7 @@ private:
     ServerWait wait_;
     std::unique_ptr<ServerConnection> connection_;
     std::map<std::string, int16_t> files_; ///< of this connection
+    std::map<std::string, std::string> paths_;
     int64_t login_ = 0;
     std::vector<int32_t> numbers_; ///< of this session at the server, that of the present login last
 };
