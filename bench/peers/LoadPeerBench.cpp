@@ -78,15 +78,6 @@ private:
     double before_ = 0;
 };
 
-class NoClipboard final : public Clipboard {
-public:
-    bool HasText() const override { return false; }
-    Text GetText() const override { return {}; }
-    void SetText(TextView) override {}
-    Text GetPrimary() const override { return {}; }
-    void SetPrimary(TextView) override {}
-};
-
 struct ShownOurs {
     SourceDocument buffer;
     LexClass lexer;
@@ -162,7 +153,7 @@ struct ShownPlainText {
 };
 
 template <typename Editor>
-void FirstPaint(benchmark::State& state)
+void Opens(benchmark::State& state, bool allColoured)
 {
     const SourceFile file(state.range(0));
     for (auto _ : state) {
@@ -172,6 +163,8 @@ void FirstPaint(benchmark::State& state)
         state.ResumeTiming();
         editor->Open(file.Path());
         editor->Paint();
+        if constexpr (requires { editor->ColourAll(); })
+            if (allColoured) editor->ColourAll();
         state.PauseTiming();
         memory.Tell(state);
         editor.reset();
@@ -180,22 +173,15 @@ void FirstPaint(benchmark::State& state)
 }
 
 template <typename Editor>
+void FirstPaint(benchmark::State& state)
+{
+    Opens<Editor>(state, false);
+}
+
+template <typename Editor>
 void AllColoured(benchmark::State& state)
 {
-    const SourceFile file(state.range(0));
-    for (auto _ : state) {
-        state.PauseTiming();
-        auto editor = std::make_unique<Editor>();
-        const MemoryWatch memory;
-        state.ResumeTiming();
-        editor->Open(file.Path());
-        editor->Paint();
-        editor->ColourAll();
-        state.PauseTiming();
-        memory.Tell(state);
-        editor.reset();
-        state.ResumeTiming();
-    }
+    Opens<Editor>(state, true);
 }
 
 /// One line of 200 MB, and a key in the middle of it.
