@@ -264,7 +264,8 @@ const std::string& ServerSession::PathOf(const std::string& file)
     if (const auto known = paths_.find(file); known != paths_.end()) return known->second;
     ServerReply path = OnFile(file, ServerAction::FileInformation,
                               [](int16_t number) { return InformationData(number, kPathOfFile); });
-    return paths_.emplace(file, path.result == ServerResult::Done ? std::move(path.data) : file).first->second;
+    if (path.result != ServerResult::Done) path.data = file;
+    return paths_.emplace(file, std::move(path.data)).first->second;
 }
 
 Text ServerSession::UserOf(int32_t sessionNumber)
