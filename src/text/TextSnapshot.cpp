@@ -26,4 +26,14 @@ TextSnapshot::~TextSnapshot()
     for (const auto& chunk : chunks_) chunk->readers.fetch_sub(1, std::memory_order_release);
 }
 
+LinewiseText AsLines(std::shared_ptr<const TextSnapshot> text)
+{
+    const int32_t count = text->LineCount();
+    const size_t units = text->UnitCount();
+    const auto walk = [text = std::move(text)](const LinewiseText::Visit& visit) {
+        text->ForEachLine([&](const LineRecord& line) { visit(line.Units()); });
+    };
+    return {walk, count, units};
+}
+
 } // namespace nib

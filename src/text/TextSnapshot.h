@@ -1,4 +1,5 @@
 #pragma once
+#include "base/LinewiseText.h"
 #include "text/LineText.h"
 #include "text/SourceContract.h"
 
@@ -51,5 +52,7 @@ private:
     int32_t count_;
     size_t units_;
 };
+
+LinewiseText AsLines(std::shared_ptr<const TextSnapshot> text);
 
 } // namespace nib
