@@ -86,6 +86,7 @@ public:
     /// The same for a text in the bytes that it was read in, each TAB as so many blanks; answers where those stood.
     std::vector<TabPlace> SetText(ByteText text, int32_t tabWidth);
     Text GetText() const { return GetRange({}, End()); }
+    std::shared_ptr<const TextSnapshot> Snapshot() const { return lines_.Snapshot(); }
     /// CR LF between lines.
     Text GetRange(Position start, Position end) const;
     Position End() const { return {LineLength(LineCount() - 1), LineCount() - 1}; }
