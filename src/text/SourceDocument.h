@@ -5,6 +5,7 @@
 // or column outside the text is clamped to it, unless a member says otherwise. All calls belong to the main thread.
 
 #include "diagnostics/Guarded.h"
+#include "text/ChangeMarks.h"
 #include "text/EditedLines.h"
 #include "text/LineScanner.h"
 #include "text/SourceContract.h"
@@ -103,6 +104,10 @@ public:
 
     bool Modified() const { return undo_.Modified(); }
     void SetModified(bool modified);
+    /// How a line differs from what was saved or opened.
+    LineMarks ChangesAt(int32_t line) const { return changes_.Of(ClampLine(line)); }
+    /// The next line so marked, from this one on; -1 when there is none.
+    int32_t NextChange(int32_t line, LineChange change) const { return changes_.Next(line, change); }
     bool CanUndo() const { return undo_.CanUndo(); }
     bool CanRedo() const { return undo_.CanRedo(); }
     void Undo();
@@ -190,6 +195,7 @@ private:
     void RestoreWords(const TextEdit& edit);
     void Record(TextEdit edit);
     void TextReplaced(Position start, Position oldEnd, Position newEnd);
+    void NoteEdit(const LineEdits& edits);
     void TellLines(const LineEdits& edits, int32_t oldLength, bool forward);
     void TellText(const TextChange& change);
     /// Applies an edit, or its inverse; answers where the caret belongs then.
@@ -223,6 +229,7 @@ private:
 
     LineStore lines_;
     UndoStack undo_;
+    ChangeMarks changes_{lines_};
     mutable LineScanner scanner_; ///< lines are scanned when they are asked about
     BlockFolder folder_;
     std::vector<BufferListener*> listeners_;
