@@ -73,6 +73,7 @@ void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer
 {
     view.SetFont(FontOf(settings, view.Font()));
     view.SetTabSize(std::max<int32_t>(settings.TabSize, 1));
+    view.SetIndentsByBlocks(settings.IndentByBlocks);
     view.SetBackColor(settings.BackColor);
     view.SetLineWrap(settings.LineWrap);
     SourceDocument& document = view.Document();

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "diagnostics/Guarded.h"
+#include "editing/BlockEffect.h"
 #include "editing/BlockStyles.h"
 #include "text/SourceDocument.h"
 #include "text/Units.h"
@@ -276,6 +277,14 @@ bool LexClass::ScanLine(UnitSpan text, uint32_t above, LineScan& scan)
         Pass(row, kind, extent.end, flags);
     }
     scan.data = static_cast<uint32_t>(lineFlags_);
+    return true;
+}
+
+bool LexClass::IndentOf(TextView text, uint32_t above, LineIndent& indent)
+{
+    LineScan scan;
+    if (!highlight_ || !ScanLine({text.data(), text.size(), true}, above, scan)) return false;
+    indent = IndentOfLine(text, scan.data);
     return true;
 }
 

@@ -55,6 +55,7 @@ public:
     void ScanToken(Token& token) override;
     int16_t EndLineScan(SourceDocument& document) override;
     bool ScanLine(UnitSpan text, uint32_t above, LineScan& scan) override;
+    bool IndentOf(TextView text, uint32_t above, LineIndent& indent) override;
     int32_t GetLineIndex() override { return position_; }
     void SetLineIndex(int32_t index) override { position_ = index < 0 ? 0 : index; }
 

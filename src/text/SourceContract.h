@@ -47,6 +47,14 @@ struct LineScan {
     uint32_t data = 0;
 };
 
+/// The part that a line plays among the blocks.
+struct LineIndent {
+    Nesting steps;         ///< levels that it steps out before it is placed, and in for the lines behind it
+    int32_t column = 0;    ///< 0-based, where its code begins
+    bool code = false;     ///< there is some: blank lines, comments and labels alone say nothing of their neighbours
+    bool labelled = false; ///< so that blanks in front of it do not move the code
+};
+
 /// Called by the document for each line that it scans: BeginLineScan, ScanToken until type 0, EndLineScan.
 /// No call-back may edit the document.
 class ISourceLex4 {
@@ -58,6 +66,8 @@ public:
     /// The same at once, for a line whose tokens nobody wants; `above` is the data word of the line above it. False:
     /// the document must ask for the tokens.
     virtual bool ScanLine(UnitSpan /*text*/, uint32_t /*above*/, LineScan&) { return false; }
+    /// What `text` would be below a line with the data word `above`. False: nobody knows, and indents are copied.
+    virtual bool IndentOf(TextView /*text*/, uint32_t /*above*/, LineIndent&) { return false; }
     virtual int32_t GetDesiredCase() { return 0; }
     virtual int32_t GetLineIndex() { return 0; }
     virtual void SetLineIndex(int32_t) {}

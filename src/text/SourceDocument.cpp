@@ -30,6 +30,12 @@ std::vector<TabPlace> SourceDocument::SetText(ByteText text, int32_t tabWidth)
     return tabs;
 }
 
+bool SourceDocument::IndentAt(int32_t line, TextView text, LineIndent& indent) const
+{
+    const uint32_t above = line > 0 ? GetLineData(line - 1, LineWord::Lexer) : 0;
+    return scanner_.IndentOf(text, above, indent);
+}
+
 uint32_t SourceDocument::GetLineData(int32_t line, LineWord which) const
 {
     line = ClampLine(line);

@@ -138,6 +138,9 @@ public:
     void SetTabSize(int32_t size) { tabSize_ = std::max(size, 1); }
     bool LineWrap() const { return lineWrap_; }
     void SetLineWrap(bool wrap);
+    /// Breaks and words that close a block put the line where the blocks say.
+    bool IndentsByBlocks() const { return indentsByBlocks_; }
+    void SetIndentsByBlocks(bool byBlocks) { indentsByBlocks_ = byBlocks; }
     bool Overtype() const { return overtype_; }
     void SetOvertype(bool overtype);
     /// The margin's width in characters, block column included.
@@ -166,7 +169,7 @@ public:
     /// Puts in a text as pasting does: for the selection, never over what stands behind the caret, an undo step of its
     /// own.
     void Insert(TextView text);
-    void NewLine();   ///< breaks the line and keeps its indent
+    void NewLine();   ///< breaks the line; the rest stands where the blocks say, or as the line did
     void Backspace(); ///< grapheme left; over leading blanks one tab stop
     /// Deletes the selection, or the character behind the caret.
     void Delete();
@@ -179,6 +182,11 @@ public:
     void Backtab();
     /// Moves or copies the selection to `target`, as a drag does; one undo step.
     void MoveSelection(Position target, bool copy);
+    // The lines of the selection, or the caret's; blocks that are collapsed among them go along. One undo step each.
+    void MoveLinesUp() { MoveLines(true); }
+    void MoveLinesDown() { MoveLines(false); }
+    void DuplicateLines(); ///< below themselves; the selection goes to the copy
+    void JoinLines();      ///< into one, with a blank between; a single line with the next
 
     // BufferListener
     void TextChanged(const TextChange& change) override;
@@ -206,6 +214,12 @@ private:
     void ReplaceRange(Position start, Position end, TextView text);
     Position OvertypeEnd(TextView text);
     void ShiftLines(bool outwards);
+    /// First and last line that a command on whole lines is for.
+    ColumnRange SelectedLines() const;
+    void MoveLines(bool up);
+    /// Where the blocks want the caret's line, if it may be moved there as it is typed.
+    std::optional<int32_t> IndentWhileTyping();
+    void FollowBlocks(int32_t before);
 
     SourceDocument& document_;
     Clipboard& clipboard_;
@@ -228,8 +242,31 @@ private:
     int32_t marginWidth_ = 5;
     bool showBlocks_ = false;
     bool lineWrap_ = false;
+    bool indentsByBlocks_ = true;
     bool overtype_ = false;
     bool readOnly_ = false;
+};
+
+/// While one lives, positions follow the text silently; the command then places the caret once. `group` makes all
+/// changes one step of undo; a lone change stays outside of a group, so that a run of typing can grow.
+class SourceView::Edit {
+public:
+    Edit(SourceView& view, bool group) : view_(view), group_(group)
+    {
+        ++view_.editing_;
+        if (group_) view_.document_.BeginGroup();
+    }
+    ~Edit()
+    {
+        if (group_) view_.document_.EndGroup();
+        --view_.editing_;
+    }
+    Edit(const Edit&) = delete;
+    Edit& operator=(const Edit&) = delete;
+
+private:
+    SourceView& view_;
+    bool group_;
 };
 
 } // namespace nib

@@ -1,33 +1,12 @@
 // The commands that change text; part of SourceView.
 
+#include "text/AutoIndent.h"
 #include "text/SourceView.h"
 #include "text/TextSearch.h"
 
 #include <algorithm>
 
 namespace nib {
-
-/// While one lives, positions follow the text silently; the command then places the caret once. `group` makes all
-/// changes one step of undo; a lone change stays outside of a group, so that a run of typing can grow.
-class SourceView::Edit {
-public:
-    Edit(SourceView& view, bool group) : view_(view), group_(group)
-    {
-        ++view_.editing_;
-        if (group_) view_.document_.BeginGroup();
-    }
-    ~Edit()
-    {
-        if (group_) view_.document_.EndGroup();
-        --view_.editing_;
-    }
-    Edit(const Edit&) = delete;
-    Edit& operator=(const Edit&) = delete;
-
-private:
-    SourceView& view_;
-    bool group_;
-};
 
 void SourceView::ReplaceRange(Position start, Position end, TextView text)
 {
@@ -58,13 +37,28 @@ void SourceView::TypeText(TextView text)
     Text blanks;
     if (text.find(u'\t') != TextView::npos) text = blanks = ExpandTabs(text, tabSize_, start.col);
     if (overtype_ && start == end) end = OvertypeEnd(text);
-    ReplaceRange(start, end, text);
+    const std::optional<int32_t> before = start.line == end.line ? IndentWhileTyping() : std::nullopt;
+    if (!before) return ReplaceRange(start, end, text);
+    {
+        Edit edit(*this, true);
+        ReplaceRange(start, end, text);
+        FollowBlocks(*before);
+    }
+    Place(anchor_, caret_);
 }
 
 void SourceView::NewLine()
 {
     auto [start, end] = Selection();
     int32_t indent = std::min(IndentOf(document_.LineText(start.line, scratch_)), start.col);
+    if (indentsByBlocks_ && indent < start.col) {
+        const Text head(document_.LineText(start.line, scratch_).substr(0, static_cast<size_t>(start.col)));
+        TextView tail = document_.LineText(end.line, scratch_).substr(static_cast<size_t>(end.col));
+        if (auto column = AutoIndent(document_, tabSize_).Below(start.line, head, tail)) {
+            indent = *column;
+            end.col += IndentOf(tail);
+        }
+    }
     ReplaceRange(start, end, Text(u"\r\n").append(static_cast<size_t>(indent), u' '));
 }
 

@@ -5,10 +5,15 @@ namespace nib {
 namespace {
 
 constexpr MenuRow kMenuRows[] = {
-    {u"File", u"&File"},     {u"Edit", u"&Edit"},
-    {u"Search", u"&Search"}, {u"Bookmarks", u"Boo&kmark", u"Search", true},
-    {u"Insert", u"&Insert"}, {u"View", u"&View"},
-    {u"Tools", u"&Tools"},   {u"Window", u"&Window"},
+    {u"File", u"&File"},
+    {u"Edit", u"&Edit"},
+    {u"Lines", u"&Lines", u"Edit", true},
+    {u"Search", u"&Search"},
+    {u"Bookmarks", u"Boo&kmark", u"Search", true},
+    {u"Insert", u"&Insert"},
+    {u"View", u"&View"},
+    {u"Tools", u"&Tools"},
+    {u"Window", u"&Window"},
     {u"Help", u"&Help"},
 };
 
@@ -34,6 +39,11 @@ constexpr MenuToolRow kMainMenuRows[] = {
     {u"Edit", u"SelectAll", u"Select &All", u"Ctrl+A"},
     {u"Edit", u"IndentBlock", u"&Indent", u"", true},
     {u"Edit", u"OutdentBlock", u"&Outdent"},
+    {u"Lines", u"MoveLinesUp", u"Move &Up", u"Alt+Up"},
+    {u"Lines", u"MoveLinesDown", u"Move &Down", u"Alt+Down"},
+    {u"Lines", u"DuplicateLines", u"Du&plicate", u"Ctrl+Shift+D"},
+    {u"Lines", u"JoinLines", u"&Join", u"Ctrl+J"},
+    {u"Lines", u"IndentByBlocks", u"Indent by &Blocks", u"", true},
     {u"Edit", u"CommentBlock", u"Co&mment", u"Ctrl+K", true},
     {u"Edit", u"UncommentBlock", u"U&ncomment", u"Ctrl+Shift+K"},
     {u"Edit", u"CollapseBlock", u"Collapse &Block", u"F6", true},
@@ -172,6 +182,7 @@ constexpr ToolLookRow kLookRows[] = {
     {u"SubValueMark", u"nib-subvalue-mark"},
     {u"ViewToolbar", u"", true},
     {u"ViewStatusbar", u"", true},
+    {u"IndentByBlocks", u"", true},
     {u"Highlight", u"nib-highlight", true},
     {u"LineWrap", u"", true},
     {u"Format", u"nib-format"},
