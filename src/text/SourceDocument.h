@@ -147,6 +147,12 @@ public:
     BlockPart BlockAt(int32_t line) const;
     /// Last line of the block that `line` heads, -1 when it heads none.
     int32_t BlockEnd(int32_t line);
+    // Blocks open at the beginning of a line, and where one of them ends or began, counted from the innermost; -1 when
+    // it does not. They know of what is scanned.
+    int32_t OpenBlocks(int32_t line) const { return lines_.NestingBefore(ClampLine(line)).opens; }
+    int32_t FindClose(int32_t line, int32_t depth) const { return lines_.FindClose(line, depth); }
+    int32_t FindOpen(int32_t line, int32_t depth) const { return lines_.FindOpen(ClampLine(line), depth); }
+    int32_t ScannedTo() const { return scanner_.HasLexer() ? scanner_.ScannedTo() : 0; } ///< excluded
     /// First lines of collapsed blocks.
     std::vector<int32_t> CollapsedLines() const { return LinesWith(own_bits::kCollapsed, folder_.AnyCollapsed()); }
     /// `line` is a head; does nothing when it is none. Collapsing needs all lines scanned and sees to it.
