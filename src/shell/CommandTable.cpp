@@ -216,6 +216,11 @@ bool CanWrap(Context& c)
     return HasView(c) && !c.program.EditorSettings().CollapseBlocks;
 }
 
+bool IsSplit(Context& c)
+{
+    return HasView(c) && c.document->View()->IsSplit();
+}
+
 void SetHighlight(CommandContext& c)
 {
     bool mark = NewMark(c, Highlights(c));
@@ -308,6 +313,8 @@ constexpr CommandRow kRows[] = {
      StatusBarShown},
     {u"Highlight", SetHighlight, HasDocument, Highlights},
     {u"LineWrap", [](CommandContext& c) { View(c).SetLineWrap(NewMark(c, Wraps(c))); }, CanWrap, Wraps},
+    {u"SplitView", [](CommandContext& c) { c.document->View()->SetSplit(NewMark(c, IsSplit(c))); }, HasView, IsSplit},
+    {u"OtherPane", [](CommandContext& c) { c.document->View()->ChangePane(); }, IsSplit},
     {u"Results", Show<Form::Results>, Always},
     {u"Settings", Show<Form::Settings>, Always},
     {u"HelpTopics", Show<Form::HelpTopics>, Always},

@@ -240,6 +240,27 @@ void SourceView::SetBackColor(int32_t color)
     host_->AppearanceChanged();
 }
 
+void SourceView::SetReadOnly(bool readOnly)
+{
+    if (std::exchange(readOnly_, readOnly) != readOnly) host_->AppearanceChanged();
+}
+
+void SourceView::TakeLook(const SourceView& other)
+{
+    tabSize_ = other.tabSize_;
+    font_ = other.font_;
+    screenStyles_ = other.screenStyles_;
+    printStyles_ = other.printStyles_;
+    backColor_ = other.backColor_;
+    marginWidth_ = other.marginWidth_;
+    showBlocks_ = other.showBlocks_;
+    lineWrap_ = other.lineWrap_;
+    indentsByBlocks_ = other.indentsByBlocks_;
+    overtype_ = other.overtype_;
+    readOnly_ = other.readOnly_;
+    host_->AppearanceChanged();
+}
+
 void SourceView::SetMarginWidth(int32_t characters)
 {
     characters = std::max(characters, 0);
@@ -291,6 +312,7 @@ void SourceView::TextReset()
 
 void SourceView::CaretRequested(Position caret)
 {
+    if (!leads_) return;
     goal_ = -1;
     anchor_ = caret_ = SnapToUnit(caret);
     document_.Reveal(caret_.line);

@@ -146,7 +146,11 @@ public:
 
     /// No command of the user changes the text; the program still may.
     bool ReadOnly() const { return readOnly_; }
-    void SetReadOnly(bool readOnly) { readOnly_ = readOnly; }
+    void SetReadOnly(bool readOnly);
+    /// Font, colours, margin and manners of another view; caret and selection stay.
+    void TakeLook(const SourceView& other);
+    /// Of several views on one text the one at work: undo and operations move its caret alone.
+    void SetLeads(bool leads) { leads_ = leads; }
     /// For a command that is about to change the text; the window hears of each that is refused.
     bool MayEdit() const
     {
@@ -240,6 +244,7 @@ private:
     bool indentsByBlocks_ = true;
     bool overtype_ = false;
     bool readOnly_ = false;
+    bool leads_ = true;
 };
 
 /// While one lives, positions follow the text silently; the command then places the caret once. `group` makes all

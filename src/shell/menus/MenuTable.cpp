@@ -71,6 +71,8 @@ constexpr MenuToolRow kMainMenuRows[] = {
     {u"View", u"ViewStatusbar", u"&Status Bar"},
     {u"View", u"Highlight", u"&Highlight"},
     {u"View", u"LineWrap", u"Line &Wrap"},
+    {u"View", u"SplitView", u"S&plit", u"F7"},
+    {u"View", u"OtherPane", u"&Other Pane", u"Shift+F7"},
     {u"View", u"Results", u"&Results", u"", true},
 
     {u"Tools", u"Format", u"&Format", u"F12"},
@@ -185,6 +187,7 @@ constexpr ToolLookRow kLookRows[] = {
     {u"IndentByBlocks", u"", true},
     {u"Highlight", u"nib-highlight", true},
     {u"LineWrap", u"", true},
+    {u"SplitView", u"", true},
     {u"Format", u"nib-format"},
     {u"Compile", u"run-build"},
     {u"ToggleCase", u"nib-toggle-case"},

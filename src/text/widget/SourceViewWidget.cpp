@@ -73,6 +73,7 @@ void SourceViewWidget::AppearanceChanged()
     UpdateBars();
     viewport()->update();
     updateMicroFocus();
+    emit lookChanged();
 }
 
 void SourceViewWidget::SetZoom(int steps)
