@@ -243,6 +243,13 @@ inline LexClass::Kind LexClass::FindKeyword(const KeywordTables& tables, Extent&
     return is & kFirst ? FindKeyword(tables, extent) : Kind::Normal;
 }
 
+inline WordRole LexClass::RoleOf(Kind kind, const Extent& extent) const
+{
+    if (kind != Kind::Reserved && kind != Kind::UserKeyword && kind != Kind::Branch) return WordRole::None;
+    if (extent.flags & kMiddleBlocks) return WordRole::Continues;
+    return extent.end - position_ == 2 && WordAt(position_, u"IF") ? WordRole::Leads : WordRole::Keyword;
+}
+
 void LexClass::Step(Token& token)
 {
     Extent extent{position_, 0};
@@ -253,6 +260,7 @@ void LexClass::Step(Token& token)
     token.start = position_;
     token.length = extent.end - position_;
     token.attributes = AttributesOf(flags);
+    token.role = RoleOf(kind, extent);
     if (traced_) Trace(token, flags);
     Pass(row, kind, extent.end, flags);
 }

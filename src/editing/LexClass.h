@@ -98,6 +98,7 @@ private:
     void Pass(const KindRow& row, Kind kind, int32_t end, int32_t flags);
     void GuardedStep(Token& token);
     void Step(Token& token);
+    WordRole RoleOf(Kind kind, const Extent& extent) const;
     Kind Next(const KeywordTables& tables, Extent& extent);
     Kind Uncoloured(Extent& extent) const;
     Kind Comment(Extent& extent) const;

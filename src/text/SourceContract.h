@@ -10,12 +10,23 @@ namespace nib {
 
 class SourceDocument;
 
+/// What a word is in its language, apart from beginning or ending a block.
+enum class WordRole : uint8_t {
+    None,
+    Keyword,
+    Leads,    ///< a statement whose clauses may be blocks, as IF does
+    Continues ///< the block that it stands in, as CASE and WHILE do
+};
+
 /// What a lexer answers for one token. `type` 0 is the end of the line; other types index the table of styles.
 struct Token {
     int32_t type = 0;
     int32_t start = 0;      ///< 0-based column
     int32_t length = 0;     ///< UTF-16 units
     int32_t attributes = 0; ///< 0 or one of token_attribute
+    WordRole role = WordRole::None;
+
+    int32_t End() const { return start + length; }
 };
 
 namespace token_attribute {
@@ -139,6 +150,12 @@ struct BlockPart {
     bool IsHead() const { return kind == Kind::Head || kind == Kind::CollapsedHead; }
     bool IsCollapsed() const { return kind == Kind::CollapsedHead; }
     bool Any() const { return kind != Kind::None || inside; }
+};
+
+struct TextRange {
+    Position start;
+    Position end;
+    friend bool operator==(const TextRange&, const TextRange&) = default;
 };
 
 struct FindHit {

@@ -76,6 +76,7 @@ int32_t SourceDocument::UpdateLines(int32_t first, int32_t last)
 void SourceDocument::SetModified(bool modified)
 {
     undo_.SetModified(modified);
+    modified ? changes_.Unsaved() : changes_.Saved();
     TellModified();
 }
 
@@ -263,6 +264,7 @@ void SourceDocument::TellModified()
     bool modified = undo_.Modified();
     if (modified == knownModified_) return;
     knownModified_ = modified;
+    if (!modified) changes_.BackAtSaved();
     Tell([&](BufferListener& l) { l.ModifiedChanged(modified); });
 }
 

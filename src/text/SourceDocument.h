@@ -5,6 +5,7 @@
 // or column outside the text is clamped to it, unless a member says otherwise. All calls belong to the main thread.
 
 #include "diagnostics/Guarded.h"
+#include "text/ChangeMarks.h"
 #include "text/EditedLines.h"
 #include "text/LineScanner.h"
 #include "text/RangeEdits.h"
@@ -115,6 +116,10 @@ public:
 
     bool Modified() const { return undo_.Modified(); }
     void SetModified(bool modified);
+    /// How a line differs from what was saved or opened.
+    LineMarks ChangesAt(int32_t line) const { return changes_.Of(ClampLine(line)); }
+    /// The next line so marked, from this one on; -1 when there is none.
+    int32_t NextChange(int32_t line, LineChange change) const { return changes_.Next(line, change); }
     bool CanUndo() const { return undo_.CanUndo(); }
     bool CanRedo() const { return undo_.CanRedo(); }
     void Undo();
@@ -154,6 +159,12 @@ public:
     BlockPart BlockAt(int32_t line) const;
     /// Last line of the block that `line` heads, -1 when it heads none.
     int32_t BlockEnd(int32_t line);
+    // Blocks open at the beginning of a line, and where one of them ends or began, counted from the innermost; -1 when
+    // it does not. They know of what is scanned.
+    int32_t OpenBlocks(int32_t line) const { return lines_.NestingBefore(ClampLine(line)).opens; }
+    int32_t FindClose(int32_t line, int32_t depth) const { return lines_.FindClose(line, depth); }
+    int32_t FindOpen(int32_t line, int32_t depth) const { return lines_.FindOpen(ClampLine(line), depth); }
+    int32_t ScannedTo() const { return scanner_.HasLexer() ? scanner_.ScannedTo() : 0; } ///< excluded
     /// First lines of collapsed blocks.
     std::vector<int32_t> CollapsedLines() const { return LinesWith(own_bits::kCollapsed, folder_.AnyCollapsed()); }
     /// `line` is a head; does nothing when it is none. Collapsing needs all lines scanned and sees to it.
@@ -205,6 +216,7 @@ private:
     void Record(TextEdit edit);
     void TextReplaced(Position start, Position oldEnd, Position newEnd);
     void LinesMoved(Position start, Position oldEnd, Position newEnd);
+    void NoteEdit(const LineEdits& edits);
     void TellLines(const LineEdits& edits, int32_t oldLength, bool forward);
     void TellRanges(const RangeMoves& moves, bool forward);
     void TellText(const TextChange& change);
@@ -246,6 +258,7 @@ private:
 
     LineStore lines_;
     UndoStack undo_;
+    ChangeMarks changes_{lines_};
     mutable LineScanner scanner_; ///< lines are scanned when they are asked about
     BlockFolder folder_;
     std::vector<BufferListener*> listeners_;

@@ -50,11 +50,6 @@ public:
     virtual void EditRefused() {}
 };
 
-struct TextRange {
-    Position start;
-    Position end;
-};
-
 struct TokenStyle {
     int32_t color = -1; ///< -1: the default text colour
     int32_t style = 0;
