@@ -193,6 +193,14 @@ void Goto(CommandContext& c)
     HandleGoto(c.program, c.document.get(), AlwaysAsk);
 }
 
+void GoToMatch(CommandContext& c)
+{
+    const std::optional<Position> match = View(c).MatchOfCaret();
+    if (!match) return;
+    c.program.History().RecordPosition(c.document.get(), false);
+    View(c).SetCaret(*match);
+}
+
 // View
 
 bool ToolBarShown(Context& c)
@@ -302,6 +310,7 @@ constexpr CommandRow kRows[] = {
     {u"ClearBookmarks", [](CommandContext& c) { View(c).Document().ClearBookmarks(); }, HasBookmarks},
     {u"ClearAllBookmarks", ClearAllBookmarks, HasDocument},
     {u"Goto", Goto<true>, HasDocument},
+    {u"MatchingWord", GoToMatch, HasView},
     {u"ctxGoto", Goto<false>, HasDocument},
     {u"ctxOpen", [](CommandContext& c) { HandleOpen(c.program, c.document.get()); }, HasDocument},
     {u"ctxToggleBlock", [](CommandContext& c) { HandleBlockToggle(c.program, c.document.get()); }, HasView},

@@ -56,6 +56,7 @@ constexpr MenuToolRow kMainMenuRows[] = {
     {u"Search", u"Replace", u"&Replace", u"Ctrl+H"},
     {u"Search", u"FindInAccount", u"Find in &Account...", u"Ctrl+Shift+F"},
     {u"Search", u"Goto", u"&Goto", u"Ctrl+G", true},
+    {u"Search", u"MatchingWord", u"Go to &Matching Word", u"Ctrl+M"},
     {u"Search", u"NavBack", u"&Back", u"Alt+Left"},
     {u"Search", u"NavForward", u"&Forward", u"Alt+Right"},
     {u"Bookmarks", u"ToggleBookmark", u"&Toggle", u"Ctrl+F2", true},
