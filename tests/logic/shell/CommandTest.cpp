@@ -20,7 +20,8 @@ const Keys kWithDocument{u"Close",          u"Print",        u"Properties",   u"
                          u"ValueMark",      u"SubValueMark", u"Highlight",    u"ToggleCase",     u"SaveAs",
                          u"TileHorizontal", u"TileVertical", u"Cascade",      u"Maximize"};
 const Keys kBlocks{u"CollapseBlock", u"ExpandBlock", u"CollapseAll", u"ExpandAll"};
-const Keys kReadOnly = kDesign + kWithDocument + Keys{u"LineWrap"};
+const Keys kCarets{u"AddCaretAbove", u"AddCaretBelow", u"SelectNextOccurrence", u"SelectAllOccurrences"};
+const Keys kReadOnly = kDesign + kWithDocument + kCarets + Keys{u"LineWrap"};
 const Keys kWithoutCompiler = kReadOnly + Keys{u"SaveAll", u"Format"};
 const Keys kWritable = kWithoutCompiler + Keys{u"Compile"};
 
