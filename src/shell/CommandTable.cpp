@@ -100,7 +100,7 @@ bool CanRedo(Context& c)
 }
 bool HasSelection(Context& c)
 {
-    return c.document && c.document->HasSelection();
+    return HasView(c) && View(c).AnySelection();
 }
 bool CanPaste(Context& c)
 {
@@ -295,6 +295,10 @@ constexpr CommandRow kRows[] = {
     {u"ExpandBlock", Fold<false, false>, FoldsBlocks},
     {u"CollapseAll", Fold<true, true>, FoldsBlocks},
     {u"ExpandAll", Fold<false, true>, FoldsBlocks},
+    {u"AddCaretAbove", [](CommandContext& c) { View(c).AddCarets(true); }, HasView},
+    {u"AddCaretBelow", [](CommandContext& c) { View(c).AddCarets(false); }, HasView},
+    {u"SelectNextOccurrence", [](CommandContext& c) { View(c).SelectNextOccurrence(); }, HasView},
+    {u"SelectAllOccurrences", [](CommandContext& c) { View(c).SelectAllOccurrences(); }, HasView},
     {u"ValueMark", Edit<&mvDocument::InsValue>, HasDocument},
     {u"SubValueMark", Edit<&mvDocument::InsSubValue>, HasDocument},
     {u"ToggleCase", Edit<&mvDocument::ToggleCase>, HasDocument},

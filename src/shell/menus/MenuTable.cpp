@@ -8,6 +8,7 @@ constexpr MenuRow kMenuRows[] = {
     {u"File", u"&File"},
     {u"Edit", u"&Edit"},
     {u"Lines", u"&Lines", u"Edit", true},
+    {u"Carets", u"&Further Carets", u"Edit"},
     {u"Search", u"&Search"},
     {u"Bookmarks", u"Boo&kmark", u"Search", true},
     {u"Insert", u"&Insert"},
@@ -50,6 +51,10 @@ constexpr MenuToolRow kMainMenuRows[] = {
     {u"Edit", u"ExpandBlock", u"&Expand Block", u"Shift+F6"},
     {u"Edit", u"CollapseAll", u"Collap&se All", u"Ctrl+F6"},
     {u"Edit", u"ExpandAll", u"E&xpand All", u"Ctrl+Shift+F6"},
+    {u"Carets", u"AddCaretAbove", u"Caret &Above", u"Ctrl+Alt+Up"},
+    {u"Carets", u"AddCaretBelow", u"Caret &Below", u"Ctrl+Alt+Down"},
+    {u"Carets", u"SelectNextOccurrence", u"&Next Occurrence", u"Ctrl+D", true},
+    {u"Carets", u"SelectAllOccurrences", u"All &Occurrences", u"Ctrl+Shift+L"},
 
     {u"Search", u"Find", u"&Find", u"Ctrl+F", true},
     {u"Search", u"FindNext", u"Find &Next", u"F3"},

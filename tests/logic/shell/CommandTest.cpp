@@ -21,7 +21,8 @@ const Keys kWithDocument{u"Close",          u"Print",        u"Properties",   u"
                          u"TileHorizontal", u"TileVertical", u"Cascade",      u"Maximize"};
 const Keys kBlocks{u"CollapseBlock", u"ExpandBlock", u"CollapseAll", u"ExpandAll"};
 const Keys kLines{u"MoveLinesUp", u"MoveLinesDown", u"DuplicateLines", u"JoinLines", u"SplitView", u"MatchingWord"};
-const Keys kReadOnly = kDesign + kLines + kWithDocument + Keys{u"LineWrap"};
+const Keys kCarets{u"AddCaretAbove", u"AddCaretBelow", u"SelectNextOccurrence", u"SelectAllOccurrences"};
+const Keys kReadOnly = kDesign + kLines + kCarets + kWithDocument + Keys{u"LineWrap"};
 const Keys kWithoutCompiler = kReadOnly + Keys{u"SaveAll", u"Format"};
 const Keys kWritable = kWithoutCompiler + Keys{u"Compile"};
 
