@@ -3,10 +3,12 @@
 
 #include "text/SourceView.h"
 #include "text/widget/AccessibleText.h"
+#include "text/widget/Glide.h"
 #include "text/widget/LineCache.h"
 #include "text/widget/LinePainter.h"
 #include "text/widget/MouseHandler.h"
-#include "text/widget/ViewGeometry.h"
+#include "text/widget/ScrollMarks.h"
+#include "text/widget/ViewLights.h"
 
 #include <QAbstractScrollArea>
 #include <QTimer>
@@ -39,6 +41,9 @@ public:
     void SetZoom(int steps);
     void ScrollRows(int32_t rows);
     void ScrollPixels(QPointF delta);
+    /// Does what scrolls, and shows the way there if the user likes to see it.
+    void ScrollSmoothly(const std::function<void()>& scroll);
+    ScrollMarks& Marks() { return *scrollMarks_; }
     void RevealPlace(Position p);
     /// Pastes the desktop's primary selection.
     void PastePrimary(Position at);
@@ -67,6 +72,7 @@ public:
     void TextReset() override;
     void LinesRepaint(int32_t first, int32_t last) override;
     void FoldingChanged() override;
+    void ModifiedChanged(bool modified) override;
 
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
@@ -125,12 +131,16 @@ private:
     void ShowChange(int32_t first, int32_t last);
     void UpdateLines(int32_t first, int32_t last);
     void UpdateCaret();
+    void UpdateMargin();
     void RestartBlink();
     void Blink();
     void PaintText(QPainter& painter, const QRectF& dirty);
     void PaintMargin(QPainter& painter, const QRectF& dirty);
     void PaintCarets(QPainter& painter);
     PaintedLine Describe(int32_t line, qreal y, const QRectF& clip);
+    /// What is lit has to be looked up anew: soon, and the name at the caret when it rests there.
+    void LightsStale();
+    void TakeName();
     /// Scans what is in sight before any of it is painted.
     void ScanVisible(const QRectF& dirty);
     void ScanIdle();
@@ -145,6 +155,9 @@ private:
     SignPainter signs_;
     LineCache cache_;
     mutable ViewGeometry geometry_;
+    ViewLights lights_;
+    ScrollMarks* scrollMarks_; ///< the area's own
+    Glide glide_;
     LinePainter linePainter_;
     MarginPainter marginPainter_;
     MouseHandler mouse_;
@@ -152,6 +165,7 @@ private:
     QTimer blinkTimer_;
     QTimer scanTimer_;
     QTimer primaryTimer_;
+    QTimer nameTimer_;
     QString preedit_;
     int32_t preeditCursor_ = 0;
     std::optional<Position> dropCaret_;
@@ -165,7 +179,8 @@ private:
     bool caretOn_ = true;
     bool caretWanted_ = false; ///< in sight, when the edits are through
     bool barsStale_ = false;
-    bool settling_ = false; ///< is asked for
+    bool settling_ = false;  ///< is asked for
+    bool nameMoved_ = false; ///< the caret, since the timer runs
 };
 
 } // namespace nib
