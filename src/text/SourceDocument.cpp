@@ -5,6 +5,7 @@ namespace nib {
 Position TextChange::Map(Position p, bool sticky) const
 {
     if (within) return within->Map(p, sticky, !takenBack);
+    if (ranges) return ranges->Map(p, sticky, !takenBack);
     if (p < start || (sticky && p == start)) return p;
     if (p < oldEnd) return start;
     if (p.line > oldEnd.line) return {p.col, p.line + newEnd.line - oldEnd.line};

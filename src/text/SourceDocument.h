@@ -8,6 +8,7 @@
 #include "text/ChangeMarks.h"
 #include "text/EditedLines.h"
 #include "text/LineScanner.h"
+#include "text/RangeEdits.h"
 #include "text/SourceContract.h"
 #include "text/TextSearch.h"
 #include "text/UndoStack.h"
@@ -27,7 +28,11 @@ struct TextChange {
     Position newEnd; ///< end of what was inserted, in the text after
     /// What has changed within these lines, if they stayed the lines that they were.
     const LineEdits* within = nullptr;
+    /// The ranges that have changed in between, if lines came or went at several places at once.
+    const RangeMoves* ranges = nullptr;
     bool takenBack = false; ///< those were
+    /// True when not all between start and end has changed.
+    bool IsScattered() const { return within || ranges; }
     /// Where `p` of the text before stands in the text after; what was removed collapses to its start, and a position
     /// at an insertion moves behind it when `sticky` is false.
     Position Map(Position p, bool sticky = false) const;
@@ -43,6 +48,8 @@ public:
     /// Looks only: colours, marks.
     virtual void LinesRepaint(int32_t /*first*/, int32_t /*last*/) {}
     virtual void CaretRequested(Position) {}
+    /// The same for several, as they stood at a step that was taken back or done again.
+    virtual void CaretsRequested(const Carets&) {}
     virtual void ModifiedChanged(bool) {}
     /// Which lines are hidden has changed.
     virtual void FoldingChanged() {}
@@ -80,6 +87,7 @@ public:
     /// The same for a text in the bytes that it was read in, each TAB as so many blanks; answers where those stood.
     std::vector<TabPlace> SetText(ByteText text, int32_t tabWidth);
     Text GetText() const { return GetRange({}, End()); }
+    std::shared_ptr<const TextSnapshot> Snapshot() const { return lines_.Snapshot(); }
     /// CR LF between lines.
     Text GetRange(Position start, Position end) const;
     Position End() const { return {LineLength(LineCount() - 1), LineCount() - 1}; }
@@ -89,7 +97,11 @@ public:
     Position InsertText(Position at, TextView text);
     void DeleteRange(Position start, Position end);
     /// Edits lines that are there, with one notice for all of them.
-    void EditLines(LineEdits edits);
+    void EditLines(LineEdits edits) { EditLines(std::move(edits), false); }
+    /// Replaces ranges that ascend and lie apart, with one notice and as one edit. Answers the places behind the texts.
+    std::vector<Position> ReplaceRanges(std::vector<RangeEdit> edits);
+    /// Where carets stood before the edit that was just made, and stand now: undo and redo bring them back.
+    void KeepCarets(Carets before, Carets after) { undo_.KeepCarets(std::move(before), std::move(after)); }
     /// Adds to `edits` what moves a line to the right by so many blanks, or, below 0, to the left by as many of them as
     /// it begins with. Answers how far that moves it.
     enum class EmptyLine : uint8_t { Stays, IsPadded };
@@ -203,17 +215,26 @@ private:
     void RestoreWords(const TextEdit& edit);
     void Record(TextEdit edit);
     void TextReplaced(Position start, Position oldEnd, Position newEnd);
+    void LinesMoved(Position start, Position oldEnd, Position newEnd);
     void NoteEdit(const LineEdits& edits);
     void TellLines(const LineEdits& edits, int32_t oldLength, bool forward);
+    void TellRanges(const RangeMoves& moves, bool forward);
     void TellText(const TextChange& change);
     /// Applies an edit, or its inverse; answers where the caret belongs then.
     Position Apply(TextEdit& edit, bool forward);
+    /// The same without a word of it; answers where the text now ends that came or went.
+    Position MakePart(TextEdit& edit, bool forward);
+    Position ApplyRanges(RangeBatch& batch, bool forward);
+    void EditLines(LineEdits edits, bool typed);
+    void BreakLines(std::vector<RangeEdit>& edits, RangeMoves moves);
     /// Answers where the caret belongs, unless the operation said so itself or changed nothing. `taken` gets the range
     /// that it erased first.
     template <typename Body>
     std::optional<Position> RunOp(Body&& body, TextEdit& taken);
     std::optional<Position> Replay(UndoStep& step, bool forward);
     std::optional<Position> UndoStepOnTop();
+    /// Brings the views' carets to where a step leaves them.
+    void TellCarets(const UndoStep& step, bool forward, std::optional<Position> caret);
 
     void Leave();
     void FlushPending();

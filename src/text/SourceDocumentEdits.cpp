@@ -200,7 +200,7 @@ void SourceDocument::DeleteRange(Position start, Position end)
     TextReplaced(start, end, start);
 }
 
-void SourceDocument::EditLines(LineEdits edits)
+void SourceDocument::EditLines(LineEdits edits, bool typed)
 {
     RefuseInCallback();
     if (edits.IsEmpty()) return;
@@ -208,6 +208,7 @@ void SourceDocument::EditLines(LineEdits edits)
         throw Error{error_number::kInvalidCall, u"There is no such line."};
     TextEdit edit;
     edit.lines = std::make_unique<LineEdits>(std::move(edits));
+    edit.typed = typed;
     LineEdits& made = *edit.lines;
     edit.start = edit.end = made.LastPlace(true);
     const int32_t oldLength = LineLength(made.LastLine());
@@ -232,12 +233,17 @@ int32_t SourceDocument::ShiftLine(LineEdits& edits, int32_t line, int32_t column
     return columns;
 }
 
-/// Everything that follows a change of the text, in the order in which it may be relied on.
-void SourceDocument::TextReplaced(Position start, Position oldEnd, Position newEnd)
+void SourceDocument::LinesMoved(Position start, Position oldEnd, Position newEnd)
 {
     scanner_.LinesReplaced(start.line, oldEnd.line, newEnd.line);
     // The line above too: an end line that stays in sight may have moved away from the last hidden one.
     if (oldEnd.line != newEnd.line && FoldsReach(start.line - 1, newEnd.line + 1)) foldsTouched_ = true;
+}
+
+/// Everything that follows a change of the text, in the order in which it may be relied on.
+void SourceDocument::TextReplaced(Position start, Position oldEnd, Position newEnd)
+{
+    LinesMoved(start, oldEnd, newEnd);
     edited_.Add(start.line, oldEnd.line, newEnd.line, lines_.Count());
     TellText({start, oldEnd, newEnd});
 }
@@ -259,7 +265,7 @@ void SourceDocument::TellLines(const LineEdits& edits, int32_t oldLength, bool f
 {
     edits.ForEachLine([&](int32_t line) { edited_.Add(line, line, line, lines_.Count()); });
     const int32_t last = edits.LastLine();
-    TellText({{0, edits.FirstLine()}, {oldLength, last}, {LineLength(last), last}, &edits, !forward});
+    TellText({{0, edits.FirstLine()}, {oldLength, last}, {LineLength(last), last}, &edits, nullptr, !forward});
 }
 
 void SourceDocument::TellText(const TextChange& change)
@@ -317,20 +323,32 @@ Position SourceDocument::Apply(TextEdit& edit, bool forward)
         TellLines(*edit.lines, oldLength, forward);
         return edit.lines->LastPlace(forward);
     }
+    if (edit.ranges) return ApplyRanges(*edit.ranges, forward);
+    const bool puts = edit.insert == forward;
+    const Position oldEnd = puts ? edit.start : edit.end;
+    const Position end = MakePart(edit, forward);
+    edited_.Add(edit.start.line, oldEnd.line, end.line, lines_.Count());
+    TellText({edit.start, oldEnd, end});
+    return end;
+}
+
+Position SourceDocument::MakePart(TextEdit& edit, bool forward)
+{
     // An inserted text that is there keeps the identity of the line it was put into, in place of its own lines' words.
-    const bool breaks = edit.insert && edit.end.line > edit.start.line;
     if (edit.insert == forward) {
         const uint32_t identity = lines_.Word(edit.start.line, kIdentity);
-        Position end = PutText(edit.start, edit.text);
+        const Position end = PutText(edit.start, edit.text);
         RestoreWords(edit);
-        if (breaks) edit.words = {{false, identity}};
-        TextReplaced(edit.start, edit.start, end);
+        if (edit.insert) edit.end = end;
+        if (edit.insert && end.line > edit.start.line) edit.words = {{false, identity}};
+        LinesMoved(edit.start, edit.start, end);
         return end;
     }
+    const bool breaks = edit.insert && edit.end.line > edit.start.line;
     const uint32_t identity = breaks ? edit.words.front().identity : 0;
     edit.words = TakeText(edit.start, edit.end).words;
     if (breaks) lines_.SetWord(edit.start.line, kIdentity, identity);
-    TextReplaced(edit.start, edit.end, edit.start);
+    LinesMoved(edit.start, edit.end, edit.start);
     return edit.start;
 }
 

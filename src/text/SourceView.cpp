@@ -39,7 +39,9 @@ void SourceView::SetEvents(ViewEvents* events)
 
 void SourceView::Tell()
 {
-    if (editing_ > 0 || (anchor_ == toldAnchor_ && caret_ == toldCaret_)) return;
+    if (editing_ > 0) return;
+    if (HasSeveral() || toldLast_ >= 0) return TellAll();
+    if (anchor_ == toldAnchor_ && caret_ == toldCaret_) return;
     Position oldAnchor = std::exchange(toldAnchor_, anchor_);
     Position oldCaret = std::exchange(toldCaret_, caret_);
     auto repaint = [&](Position a, Position b) { host_->SelectionChanged(std::min(a, b).line, std::max(a, b).line); };
@@ -54,6 +56,7 @@ void SourceView::Tell()
 
 void SourceView::Place(Position anchor, Position caret)
 {
+    DropCarets();
     anchor_ = anchor;
     caret_ = caret;
     document_.Reveal(caret_.line);
@@ -103,6 +106,7 @@ void SourceView::SelectAll()
 {
     document_.BreakTyping();
     goal_ = -1;
+    DropCarets();
     anchor_ = {};
     caret_ = document_.End();
     document_.Reveal(caret_.line);
@@ -137,10 +141,17 @@ Text SourceView::SelectedText() const
 void SourceView::MoveCaret(Move move, bool extendSelection)
 {
     document_.BreakTyping();
-    bool vertical = move == Move::Up || move == Move::Down || move == Move::PageUp || move == Move::PageDown;
-    if (!vertical) goal_ = -1;
-    Position to = vertical ? VerticalTarget(move) : HorizontalTarget(move, extendSelection);
+    if (HasSeveral()) return MoveAll(move, extendSelection);
+    Position to = TargetOf(move, extendSelection);
     Place(extendSelection ? anchor_ : to, to);
+}
+
+Position SourceView::TargetOf(Move move, bool extendSelection)
+{
+    bool vertical = move == Move::Up || move == Move::Down || move == Move::PageUp || move == Move::PageDown;
+    if (vertical) return VerticalTarget(move);
+    goal_ = -1;
+    return HorizontalTarget(move, extendSelection);
 }
 
 Position SourceView::StepLeft(Position from, bool word)
@@ -230,7 +241,10 @@ void SourceView::SetLineWrap(bool wrap)
 void SourceView::SetOvertype(bool overtype)
 {
     if (std::exchange(overtype_, overtype) == overtype) return;
-    host_->SelectionChanged(caret_.line, caret_.line);
+    if (HasSeveral())
+        host_->SelectionChanged(carets_.Spans().front().Start().line, carets_.Spans().back().End().line);
+    else
+        host_->SelectionChanged(caret_.line, caret_.line);
     if (events_) events_->OvertypeChanged(overtype);
 }
 
@@ -301,7 +315,10 @@ void SourceView::TextChanged(const TextChange& change)
         anchor_ = change.Map(anchor_, !forwards);
         caret_ = change.Map(caret_, forwards);
     }
-    if (editing_ == 0) goal_ = -1;
+    if (editing_ == 0) {
+        goal_ = -1;
+        FollowChange(change);
+    }
     Tell();
     if (events_ && change.oldEnd.line != change.newEnd.line) events_->LinesChanged();
 }
@@ -309,6 +326,7 @@ void SourceView::TextChanged(const TextChange& change)
 void SourceView::TextReset()
 {
     goal_ = -1;
+    DropCarets();
     anchor_ = caret_ = {};
     toldAnchor_ = toldCaret_ = {-1, 0};
     Tell();
@@ -320,6 +338,7 @@ void SourceView::CaretRequested(Position caret)
 {
     if (!leads_) return;
     goal_ = -1;
+    DropCarets();
     anchor_ = caret_ = SnapToUnit(caret);
     document_.Reveal(caret_.line);
     Tell();
@@ -333,6 +352,9 @@ void SourceView::ModifiedChanged(bool modified)
 
 void SourceView::FoldingChanged()
 {
+    // What is not in sight is not edited.
+    const auto hidden = [this](const CaretSpan& span) { return document_.IsHidden(span.caret.line); };
+    if (HasSeveral() && std::any_of(carets_.Spans().begin(), carets_.Spans().end(), hidden)) DropCarets();
     if (!document_.IsHidden(caret_.line)) return;
     int32_t head = document_.VisibleLine(document_.VisibleIndex(caret_.line));
     goal_ = -1;

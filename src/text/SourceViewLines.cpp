@@ -141,7 +141,7 @@ void SourceView::JoinLines()
 
 std::optional<int32_t> SourceView::IndentWhileTyping()
 {
-    if (!indentsByBlocks_ || readOnly_) return std::nullopt;
+    if (!indentsByBlocks_ || readOnly_ || HasSeveral() || anchor_.line != caret_.line) return std::nullopt;
     TextView text = document_.LineText(caret_.line, scratch_);
     // Only a line that stands where it belongs is moved: who indents otherwise knows why.
     const std::optional<int32_t> column = AutoIndent(document_, tabSize_).Of(caret_.line, text);
