@@ -229,6 +229,19 @@ bool IsSplit(Context& c)
     return HasView(c) && c.document->View()->IsSplit();
 }
 
+template <bool MvEdit::*Mark>
+bool Marks(Context& c)
+{
+    return c.program.EditorSettings().*Mark;
+}
+template <bool MvEdit::*Mark>
+void SetMark(CommandContext& c)
+{
+    c.program.EditorSettings().*Mark = NewMark(c, Marks<Mark>(c));
+    for (auto& document : c.program.OpenDocuments().All())
+        if (clsDocView* view = document->View()) view->txtText().SetMarks(ViewMarksOf(c.program.EditorSettings()));
+}
+
 void SetHighlight(CommandContext& c)
 {
     bool mark = NewMark(c, Highlights(c));
@@ -328,6 +341,12 @@ constexpr CommandRow kRows[] = {
     {u"LineWrap", [](CommandContext& c) { View(c).SetLineWrap(NewMark(c, Wraps(c))); }, CanWrap, Wraps},
     {u"SplitView", [](CommandContext& c) { c.document->View()->SetSplit(NewMark(c, IsSplit(c))); }, HasView, IsSplit},
     {u"OtherPane", [](CommandContext& c) { c.document->View()->ChangePane(); }, IsSplit},
+    {u"CurrentLine", SetMark<&MvEdit::CurrentLine>, Always, Marks<&MvEdit::CurrentLine>},
+    {u"Matches", SetMark<&MvEdit::Matches>, Always, Marks<&MvEdit::Matches>},
+    {u"ChangeBars", SetMark<&MvEdit::ChangeBars>, Always, Marks<&MvEdit::ChangeBars>},
+    {u"IndentGuides", SetMark<&MvEdit::IndentGuides>, Always, Marks<&MvEdit::IndentGuides>},
+    {u"VisibleBlanks", SetMark<&MvEdit::VisibleBlanks>, Always, Marks<&MvEdit::VisibleBlanks>},
+    {u"SmoothScrolling", SetMark<&MvEdit::SmoothScrolling>, Always, Marks<&MvEdit::SmoothScrolling>},
     {u"Results", Show<Form::Results>, Always},
     {u"Settings", Show<Form::Settings>, Always},
     {u"HelpTopics", Show<Form::HelpTopics>, Always},

@@ -9,7 +9,7 @@ namespace {
 /// A chain of blocks is not followed further.
 constexpr size_t kMostParts = 200;
 /// Brackets farther apart than so many lines are seldom meant for each other.
-constexpr int32_t kBracketLines = 200;
+constexpr int32_t kBracketLines = 100;
 
 /// A word with a part in blocks, or what ends a statement.
 struct Word {

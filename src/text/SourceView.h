@@ -4,6 +4,7 @@
 
 #include "platform/Desktop.h"
 #include "text/SourceDocument.h"
+#include "text/ViewMarks.h"
 
 #include <algorithm>
 #include <functional>
@@ -148,6 +149,8 @@ public:
     /// Breaks and words that close a block put the line where the blocks say.
     bool IndentsByBlocks() const { return indentsByBlocks_; }
     void SetIndentsByBlocks(bool byBlocks) { indentsByBlocks_ = byBlocks; }
+    const ViewMarks& Marks() const { return marks_; }
+    void SetMarks(const ViewMarks& marks);
     bool Overtype() const { return overtype_; }
     void SetOvertype(bool overtype);
     /// The margin's width in characters, block column included.
@@ -345,6 +348,7 @@ private:
     bool showBlocks_ = false;
     bool lineWrap_ = false;
     bool indentsByBlocks_ = true;
+    ViewMarks marks_;
     bool overtype_ = false;
     bool readOnly_ = false;
     bool leads_ = true;

@@ -40,8 +40,10 @@ template <int pages>
 void Page(Widget& w, bool extend)
 {
     // The text moves with the caret, so that this keeps its place on the screen.
-    w.ScrollRows(pages * std::max(w.PageLines() - 1, 1));
-    w.Model().MoveCaret(pages < 0 ? Move::PageUp : Move::PageDown, extend);
+    w.ScrollSmoothly([&] {
+        w.ScrollRows(pages * std::max(w.PageLines() - 1, 1));
+        w.Model().MoveCaret(pages < 0 ? Move::PageUp : Move::PageDown, extend);
+    });
 }
 
 template <Move move>
@@ -225,6 +227,7 @@ bool SourceViewWidget::event(QEvent* event)
 
 void SourceViewWidget::keyPressEvent(QKeyEvent* event)
 {
+    glide_.Finish();
     if (const KeyBinding* binding = FindBinding(*event)) {
         CommitPreedit();
         binding->run(*this, binding->shiftExtends && (event->modifiers() & Qt::ShiftModifier));

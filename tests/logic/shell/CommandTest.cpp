@@ -12,8 +12,10 @@ Keys operator+(Keys keys, const Keys& more)
     return keys;
 }
 
-const Keys kDesign{u"New",           u"Open",       u"Exit",      u"Settings",      u"Results",       u"ViewToolbar",
-                   u"ViewStatusbar", u"HelpTopics", u"HelpAbout", u"FindInAccount", u"IndentByBlocks"};
+const Keys kDesign{
+    u"New",           u"Open",       u"Exit",         u"Settings",      u"Results",        u"ViewToolbar",
+    u"ViewStatusbar", u"HelpTopics", u"HelpAbout",    u"FindInAccount", u"IndentByBlocks", u"CurrentLine",
+    u"Matches",       u"ChangeBars", u"IndentGuides", u"VisibleBlanks", u"SmoothScrolling"};
 const Keys kWithDocument{u"Close",          u"Print",        u"Properties",   u"DeleteLine",     u"SelectAll",
                          u"IndentBlock",    u"OutdentBlock", u"CommentBlock", u"UncommentBlock", u"Find",
                          u"FindNext",       u"Replace",      u"Goto",         u"ToggleBookmark", u"ClearAllBookmarks",
