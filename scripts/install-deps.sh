@@ -21,6 +21,8 @@ packages=(
     gnome-keyring
     # the desktop's validators, and the Debian package
     desktop-file-utils appstream shared-mime-info libxml2-utils man-db bash-completion lintian
+    # a public text component to be measured against
+    libqscintilla2-qt6-dev
     # the sanitized build and the fuzzers
     clang libclang-rt-dev
     "$@"

@@ -67,6 +67,7 @@ public:
     void Reindent(const std::vector<BlankChange>&) override { Format(); }
     void Paste() override { widget_.Model().Paste(); }
     void Undo() override { widget_.Model().Undo(); }
+    void Redo() override { widget_.Model().Redo(); }
     std::string Line(int32_t line) override { return ToUtf8(document_.GetLine(line)); }
 
     void Format() { document_.ExecuteOp(std::make_unique<OpFormat>(widget_.Model(), settings_, OpFormat::ShowWait())); }

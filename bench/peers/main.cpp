@@ -2,21 +2,15 @@
 // or, with --gate, whether any of it has become worse than it may. Editors take turns, and the processor time of the
 // whole process is counted, so that the ratios hold on any machine and beside other work.
 
-#include "../BasicText.h"
+#include "Measure.h"
 #include "Rows.h"
 
 #include <QApplication>
 #include <QClipboard>
 
 #include <algorithm>
-#include <cstdio>
-#include <ctime>
-#include <fstream>
 #include <map>
 #include <string_view>
-
-#include <malloc.h>
-#include <unistd.h>
 
 namespace nib::bench {
 namespace {
@@ -39,67 +33,6 @@ constexpr Kind kPeers[] = {
 constexpr Kind kListened[] = {
     {"here, read aloud", [] { return MakeOurs(true); }},
     {"here", [] { return MakeOurs(false); }},
-};
-
-/// A program; every 200th line holds a TAB, as many an accented letter.
-class SourceFile {
-public:
-    explicit SourceFile(int32_t lines)
-        : path_("/tmp/nib_bench_" + std::to_string(getpid()) + "_" + std::to_string(lines))
-    {
-        const std::string bytes = BasicBytes(lines);
-        std::ofstream file(path_, std::ios::binary);
-        size_t at = 0;
-        for (int32_t line = 0; line < lines; ++line) {
-            const size_t end = bytes.find('\n', at);
-            file.write(bytes.data() + at, static_cast<std::streamsize>(end - at));
-            if (line % 200 == 50) file << "\t;* one";
-            if (line % 200 == 150)
-                file << " ;* Stra\xC3\x9F"
-                     << "e";
-            file.put('\n');
-            at = end + 1;
-        }
-    }
-    ~SourceFile() { std::remove(path_.c_str()); }
-    SourceFile(const SourceFile&) = delete;
-    SourceFile& operator=(const SourceFile&) = delete;
-    const std::string& Path() const { return path_; }
-
-private:
-    std::string path_;
-};
-
-double ProcessorMs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
-
-/// A line of the kernel's account of this process, in MiB.
-double StatusMiB(const std::string& key)
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);)
-        if (line.starts_with(key)) return std::strtod(line.c_str() + key.size() + 1, nullptr) / 1024;
-    return 0;
-}
-
-/// What the first row added, after it and at most meanwhile.
-class MemoryWatch {
-public:
-    MemoryWatch()
-    {
-        malloc_trim(0);
-        std::ofstream("/proc/self/clear_refs") << "5";
-        before_ = StatusMiB("VmRSS");
-    }
-    double Now() const { return StatusMiB("VmRSS") - before_; }
-    double Most() const { return StatusMiB("VmHWM") - before_; }
-
-private:
-    double before_ = 0;
 };
 
 double Part(std::vector<double> samples, double part)
@@ -162,7 +95,7 @@ public:
 
 private:
     struct Text {
-        explicit Text(int32_t lines) : file(lines), blanks(BlankChanges(file.Path())) {}
+        explicit Text(int32_t lines) : file(MixedBytes(lines)), blanks(BlankChanges(file.Path())) {}
         SourceFile file;
         std::vector<BlankChange> blanks;
     };
@@ -272,11 +205,15 @@ int Table(std::span<const Kind> kinds, std::span<const int32_t> sizes)
 int Run(std::string_view what)
 {
     constexpr int32_t kSizes[] = {10 * kThousand, 100 * kThousand, kMillion};
-    QString pasted = QString::fromStdString(BasicBytes(kPasted));
-    QGuiApplication::clipboard()->setText(pasted);
+    QGuiApplication::clipboard()->setText(QString::fromStdString(BasicBytes(kPasted)));
     if (what == "--gate") return Gate();
+    if (what == "--bad") return BadSizes();
     if (what == "--read") return Table(kListened, std::span(kSizes).subspan(1, 1));
-    return Table(kPeers, kSizes);
+    Table(kPeers, kSizes);
+    printf(
+        "\nQPlainTextEdit has no colours here, and one round of the largest text. Debian 12 has the text component of "
+        "KDE for an older\ntoolkit only.\n");
+    return 0;
 }
 
 } // namespace
