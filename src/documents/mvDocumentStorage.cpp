@@ -202,13 +202,12 @@ void mvDocument::WriteFrom(SourceView& source, mvItem& item)
 {
     StatusNote note(services_.frame, kSaving);
     AutoSaveHold hold(services_.shell);
-    std::vector<OddEnd> odd;
-    const Text text = stored_.Empty() ? NormalizeLineEnds(source.GetText()) : stored_.Written(source.Document(), odd);
+    const auto text = source.Document().Snapshot();
     if (StoredForm* form = item.Form()) {
         const StoredForm* old = item_ && item_.get() != &item ? item_->Form() : form;
-        if (old && (old == form || form->TakeForm(*old))) form->SetOddEnds(std::move(odd));
+        if (old && (old == form || form->TakeForm(*old))) form->SetOddEnds(stored_.OddEnds(*text));
     }
-    item.WriteItem(0, 0, 0, text);
+    item.WriteWhole(stored_.Written(text));
     item.Commit();
 }
 

@@ -81,7 +81,7 @@ ReadText StoredText::ReadWhole()
     return text;
 }
 
-void StoredText::Write(TextView text)
+void StoredText::Write(const LinewiseText& text)
 {
     const std::string bytes = form_.Encode(text);
     CheckUnchanged();

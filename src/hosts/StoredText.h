@@ -33,7 +33,7 @@ public:
     bool IsProtected() const;
     Text Read();
     ReadText ReadWhole();
-    void Write(TextView text);
+    void Write(const LinewiseText& text);
 
     StoredForm& Form() { return form_; }
 
@@ -62,7 +62,8 @@ public:
 
     Text ReadItem(int32_t, int32_t, int32_t) override { return stored_.Read(); }
     ReadText ReadWhole() override { return stored_.ReadWhole(); }
-    void WriteItem(int32_t, int32_t, int32_t, TextView text) override { stored_.Write(text); }
+    void WriteItem(int32_t, int32_t, int32_t, TextView text) override { stored_.Write(LinesIn(text)); }
+    void WriteWhole(const LinewiseText& text) override { stored_.Write(text); }
 
 private:
     bool readOnly_;

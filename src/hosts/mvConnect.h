@@ -9,6 +9,7 @@
 
 #include "base/ByteText.h"
 #include "base/Error.h"
+#include "base/LinewiseText.h"
 #include "base/Text.h"
 
 #include <memory>
@@ -143,6 +144,8 @@ public:
     virtual ReadText ReadWhole() { return ReadItem(0, 0, 0); }
     /// Replaces the whole item; the old one stays whole when this throws.
     virtual void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) = 0;
+    /// The same line by line, which spares copies of a large one.
+    virtual void WriteWhole(const LinewiseText& text) { WriteItem(0, 0, 0, text.Whole()); }
     /// Ends a write.
     virtual void Commit() {}
     /// True takes the update lock, throwing error_number::kLocked when another holds it; false frees it.

@@ -131,6 +131,23 @@ void CommentBlock(CommandContext& c)
 {
     if (c.document->EnsureView().txtText().MayEdit()) c.document->CommentBlock(Comment);
 }
+/// A command of the view itself.
+template <void (SourceView::*Member)()>
+void InView(CommandContext& c)
+{
+    (View(c).*Member)();
+}
+
+bool IndentsByBlocks(Context& c)
+{
+    return c.program.EditorSettings().IndentByBlocks;
+}
+void SetIndentByBlocks(CommandContext& c)
+{
+    const bool mark = c.program.EditorSettings().IndentByBlocks = NewMark(c, IndentsByBlocks(c));
+    for (auto& document : c.program.OpenDocuments().All())
+        if (clsDocView* view = document->View()) view->txtText().SetIndentsByBlocks(mark);
+}
 template <bool Collapse, bool All>
 void Fold(CommandContext& c)
 {
@@ -199,6 +216,11 @@ bool CanWrap(Context& c)
     return HasView(c) && !c.program.EditorSettings().CollapseBlocks;
 }
 
+bool IsSplit(Context& c)
+{
+    return HasView(c) && c.document->View()->IsSplit();
+}
+
 void SetHighlight(CommandContext& c)
 {
     bool mark = NewMark(c, Highlights(c));
@@ -254,6 +276,11 @@ constexpr CommandRow kRows[] = {
     {u"SelectAll", Do<&mvDocument::SelectAll>, HasDocument},
     {u"IndentBlock", IndentBlock<true>, HasDocument},
     {u"OutdentBlock", IndentBlock<false>, HasDocument},
+    {u"MoveLinesUp", InView<&SourceView::MoveLinesUp>, HasView},
+    {u"MoveLinesDown", InView<&SourceView::MoveLinesDown>, HasView},
+    {u"DuplicateLines", InView<&SourceView::DuplicateLines>, HasView},
+    {u"JoinLines", InView<&SourceView::JoinLines>, HasView},
+    {u"IndentByBlocks", SetIndentByBlocks, Always, IndentsByBlocks},
     {u"CommentBlock", CommentBlock<true>, HasDocument},
     {u"UncommentBlock", CommentBlock<false>, HasDocument},
     {u"CollapseBlock", Fold<true, false>, FoldsBlocks},
@@ -286,6 +313,8 @@ constexpr CommandRow kRows[] = {
      StatusBarShown},
     {u"Highlight", SetHighlight, HasDocument, Highlights},
     {u"LineWrap", [](CommandContext& c) { View(c).SetLineWrap(NewMark(c, Wraps(c))); }, CanWrap, Wraps},
+    {u"SplitView", [](CommandContext& c) { c.document->View()->SetSplit(NewMark(c, IsSplit(c))); }, HasView, IsSplit},
+    {u"OtherPane", [](CommandContext& c) { c.document->View()->ChangePane(); }, IsSplit},
     {u"Results", Show<Form::Results>, Always},
     {u"Settings", Show<Form::Settings>, Always},
     {u"HelpTopics", Show<Form::HelpTopics>, Always},

@@ -5,10 +5,15 @@ namespace nib {
 namespace {
 
 constexpr MenuRow kMenuRows[] = {
-    {u"File", u"&File"},     {u"Edit", u"&Edit"},
-    {u"Search", u"&Search"}, {u"Bookmarks", u"Boo&kmark", u"Search", true},
-    {u"Insert", u"&Insert"}, {u"View", u"&View"},
-    {u"Tools", u"&Tools"},   {u"Window", u"&Window"},
+    {u"File", u"&File"},
+    {u"Edit", u"&Edit"},
+    {u"Lines", u"&Lines", u"Edit", true},
+    {u"Search", u"&Search"},
+    {u"Bookmarks", u"Boo&kmark", u"Search", true},
+    {u"Insert", u"&Insert"},
+    {u"View", u"&View"},
+    {u"Tools", u"&Tools"},
+    {u"Window", u"&Window"},
     {u"Help", u"&Help"},
 };
 
@@ -34,6 +39,11 @@ constexpr MenuToolRow kMainMenuRows[] = {
     {u"Edit", u"SelectAll", u"Select &All", u"Ctrl+A"},
     {u"Edit", u"IndentBlock", u"&Indent", u"", true},
     {u"Edit", u"OutdentBlock", u"&Outdent"},
+    {u"Lines", u"MoveLinesUp", u"Move &Up", u"Alt+Up"},
+    {u"Lines", u"MoveLinesDown", u"Move &Down", u"Alt+Down"},
+    {u"Lines", u"DuplicateLines", u"Du&plicate", u"Ctrl+Shift+D"},
+    {u"Lines", u"JoinLines", u"&Join", u"Ctrl+J"},
+    {u"Lines", u"IndentByBlocks", u"Indent by &Blocks", u"", true},
     {u"Edit", u"CommentBlock", u"Co&mment", u"Ctrl+K", true},
     {u"Edit", u"UncommentBlock", u"U&ncomment", u"Ctrl+Shift+K"},
     {u"Edit", u"CollapseBlock", u"Collapse &Block", u"F6", true},
@@ -61,6 +71,8 @@ constexpr MenuToolRow kMainMenuRows[] = {
     {u"View", u"ViewStatusbar", u"&Status Bar"},
     {u"View", u"Highlight", u"&Highlight"},
     {u"View", u"LineWrap", u"Line &Wrap"},
+    {u"View", u"SplitView", u"S&plit", u"F7"},
+    {u"View", u"OtherPane", u"&Other Pane", u"Shift+F7"},
     {u"View", u"Results", u"&Results", u"", true},
 
     {u"Tools", u"Format", u"&Format", u"F12"},
@@ -172,8 +184,10 @@ constexpr ToolLookRow kLookRows[] = {
     {u"SubValueMark", u"nib-subvalue-mark"},
     {u"ViewToolbar", u"", true},
     {u"ViewStatusbar", u"", true},
+    {u"IndentByBlocks", u"", true},
     {u"Highlight", u"nib-highlight", true},
     {u"LineWrap", u"", true},
+    {u"SplitView", u"", true},
     {u"Format", u"nib-format"},
     {u"Compile", u"run-build"},
     {u"ToggleCase", u"nib-toggle-case"},
