@@ -44,7 +44,7 @@ public:
         Step(what, [&] { session.Press(Qt::Key_X, QStringLiteral("x")); });
     }
 
-    std::unique_ptr<Editor> editor = MakeOurs(false);
+    std::unique_ptr<Editor> editor = MakeOurs();
 
 private:
     const char* name_;

@@ -46,8 +46,7 @@ public:
     virtual std::string Line(int32_t line) = 0;
 };
 
-/// With `read` an assistive tool listens.
-std::unique_ptr<Editor> MakeOurs(bool read);
+std::unique_ptr<Editor> MakeOurs();
 std::unique_ptr<Editor> MakeScintilla();
 std::unique_ptr<Editor> MakePlainText();
 

@@ -10,8 +10,6 @@
 #include "text/SourceView.h"
 #include "text/widget/SourceViewWidget.h"
 
-#include <QAccessible>
-
 #include <algorithm>
 #include <stdexcept>
 
@@ -20,19 +18,14 @@ namespace {
 
 class OurEditor final : public Editor {
 public:
-    explicit OurEditor(bool read)
+    OurEditor()
     {
-        QAccessible::setActive(read);
         settings_.CollapseBlocks = true;
         document_.SetLexer(&lexer_);
         ApplyViewSettings(widget_.Model(), settings_, &lexer_);
         Show(widget_);
     }
-    ~OurEditor() override
-    {
-        document_.SetLexer(nullptr);
-        QAccessible::setActive(false);
-    }
+    ~OurEditor() override { document_.SetLexer(nullptr); }
 
     QAbstractScrollArea& Widget() override { return widget_; }
     void Open(const std::string& path) override
@@ -88,15 +81,15 @@ private:
 
 } // namespace
 
-std::unique_ptr<Editor> MakeOurs(bool read)
+std::unique_ptr<Editor> MakeOurs()
 {
-    return std::make_unique<OurEditor>(read);
+    return std::make_unique<OurEditor>();
 }
 
 std::vector<BlankChange> BlankChanges(const std::string& path)
 {
-    OurEditor before(false);
-    OurEditor after(false);
+    OurEditor before;
+    OurEditor after;
     before.Open(path);
     after.Open(path);
     after.Format();

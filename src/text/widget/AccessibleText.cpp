@@ -9,7 +9,7 @@ namespace nib {
 namespace {
 
 /// Nobody listens to more than that.
-constexpr size_t kMostText = 100'000;
+constexpr int32_t kMostText = 100'000;
 constexpr int32_t kMostLines = 1000;
 
 } // namespace
@@ -68,8 +68,7 @@ Text AccessibleText::Range(int32_t start, int32_t end)
 void AccessibleText::Remember()
 {
     lineNumber_ = view_.CaretLine();
-    Text scratch;
-    line_ = document_.LineText(lineNumber_, scratch).substr(0, kMostText);
+    line_ = document_.GetRange({0, lineNumber_}, {kMostText, lineNumber_});
     selection_ = view_.Selection();
     bool small = selection_.end.line - selection_.start.line < kMostLines;
     selected_ = small ? Replace(view_.SelectedText(), u"\r\n", u"\n") : Text();
