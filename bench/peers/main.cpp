@@ -154,6 +154,7 @@ Misses Missed(const Bench& bench, std::span<const int32_t> sizes)
 {
     constexpr double kMostRatio = 1.2;
     constexpr double kMostGrowth = 1.5;
+    constexpr double kUnseen = 1; // ms
     Misses misses;
     for (size_t row = 0; row < Rows().size(); ++row) {
         const Row& what = Rows()[row];
@@ -162,8 +163,12 @@ Misses Missed(const Bench& bench, std::span<const int32_t> sizes)
             misses[std::string(what.name) + ", " + std::to_string(lines) + " lines, beside " + than] =
                 Number(ours) + ", may be " + Number(most);
         };
-        for (const int32_t lines : sizes)
-            miss(lines, "the best peer", bench.Result(row, lines, kOurs), kMostRatio * bench.Best(row, lines));
+        for (const int32_t lines : sizes) {
+            const double best = bench.Best(row, lines);
+            // One key in a hundred meets what else the machine does.
+            const double most = what.count == Count::Worst ? best + kUnseen : best * kMostRatio;
+            miss(lines, "the best peer", bench.Result(row, lines, kOurs), most);
+        }
         if (what.count == Count::Worst) continue;
         const double growth = what.flat ? 1 : static_cast<double>(sizes[1]) / sizes[0];
         miss(sizes[1], "fewer lines", bench.Result(row, sizes[1], kOurs),
