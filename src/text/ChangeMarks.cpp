@@ -80,7 +80,9 @@ void LineDifferences::BeforeEdit(const LineStore& lines, int32_t first, int32_t 
         }
         const int32_t end = i < hunks_.size() ? std::min(last + 1, hunks_[i].first) : last + 1;
         Hunk added{line, end - line, sums_.size(), end - line};
-        sums_.reserve(std::max(sums_.capacity(), sums_.size() + static_cast<size_t>(added.count)));
+        const size_t needed = sums_.size() + static_cast<size_t>(added.count);
+        // In ever larger steps: a sweep comes here for each of its lines.
+        if (needed > sums_.capacity()) sums_.reserve(std::max(needed, 2 * sums_.capacity()));
         for (; line < end; ++line) sums_.push_back(SumOf(lines, line));
         // Lines that are edited one after the other come together.
         if (i > 0 && hunks_[i - 1].End() == added.first && hunks_[i - 1].IsByLines() &&

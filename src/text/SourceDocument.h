@@ -74,6 +74,8 @@ public:
         UnitSpan units = lines_.At(ClampLine(line)).Units();
         if (units.wide) return {units.Wide(), units.length};
         scratch.clear();
+        // A very long line must not lie there twice meanwhile.
+        if (units.length > scratch.capacity()) scratch = {};
         units.AppendTo(scratch);
         return scratch;
     }
