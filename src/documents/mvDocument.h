@@ -154,6 +154,7 @@ private:
     std::vector<TabPlace> ShowRead(ReadText text);
     void RememberStored(const std::vector<TabPlace>& tabs);
     void WriteFrom(SourceView& source, mvItem& item);
+    bool IsBeingSaved() const { return savings_ > 0; }
     bool MayOverwrite(mvItem& item);
     /// The host's answer to a command about the item.
     Text Execute(mvItem& item, TextView note, TextView command, TextView options);
@@ -170,6 +171,7 @@ private:
     bool labelsOfSavedText_ = false;
     Text autoRecoverFile_;
     bool counted_ = false;
+    int32_t savings_ = 0; ///< under way: it neither closes nor changes its item
 };
 
 /// Creates a document and adds it to the open documents; null when that fails.

@@ -72,6 +72,18 @@ void SourceDocument::SetModified(bool modified)
     TellModified();
 }
 
+std::shared_ptr<const TextSnapshot> SourceDocument::BeginSaving()
+{
+    undo_.BeginSaving();
+    return Snapshot();
+}
+
+void SourceDocument::EndSaving(bool saved)
+{
+    undo_.EndSaving(saved);
+    TellModified();
+}
+
 const TextSearch& SourceDocument::Prepared(TextView text, FindOptions options) const
 {
     if (!search_ || searchText_ != text || searchOptions_ != options) {

@@ -104,6 +104,10 @@ public:
 
     bool Modified() const { return undo_.Modified(); }
     void SetModified(bool modified);
+    /// The text as it is now is being saved: if that ends well, it is the one that counts as not modified. What is
+    /// edited meanwhile is not in it.
+    std::shared_ptr<const TextSnapshot> BeginSaving();
+    void EndSaving(bool saved);
     bool CanUndo() const { return undo_.CanUndo(); }
     bool CanRedo() const { return undo_.CanRedo(); }
     void Undo();

@@ -15,12 +15,13 @@ bool OnOneLine(const TextEdit& edit)
 void UndoStack::Cut()
 {
     steps_.resize(static_cast<size_t>(at_));
-    if (saved_ > at_) saved_ = kUnreachable;
+    for (int64_t* mark : {&saved_, &saving_})
+        if (*mark > at_) *mark = kUnreachable;
 }
 
 bool UndoStack::Absorb(const TextEdit& edit)
 {
-    if (!typing_ || at_ == 0 || saved_ == at_ || !OnOneLine(edit)) return false;
+    if (!typing_ || at_ == 0 || saved_ == at_ || saving_ == at_ || !OnOneLine(edit)) return false;
     UndoStep& step = steps_.back();
     if (step.op || step.edits.size() != 1) return false;
     TextEdit& last = step.edits.front();
@@ -116,6 +117,7 @@ void UndoStack::Redone()
 void UndoStack::Clear()
 {
     saved_ = Modified() ? kUnreachable : 0;
+    saving_ = kUnreachable; // the text may be another one
     steps_.clear();
     open_ = {};
     at_ = 0;

@@ -158,7 +158,7 @@ void frmMain::ArmShutdownTimer()
 
 bool frmMain::IsModal() const
 {
-    return QApplication::activeModalWidget() != nullptr;
+    return background_.IsBusy() || QApplication::activeModalWidget() != nullptr;
 }
 
 void frmMain::Unload()
@@ -171,6 +171,7 @@ void frmMain::Unload()
 void frmMain::closeEvent(QCloseEvent* event)
 {
     if (!unloading_ && loaded_) {
+        if (Postpone([this] { close(); })) return event->ignore();
         if (!program_->Files().CloseAllToEnd()) return event->ignore();
         unloading_ = true;
     }
