@@ -18,8 +18,8 @@ namespace nib {
 
 namespace {
 
-/// Longer than most saves take.
-constexpr std::chrono::milliseconds kPatience{500};
+/// Longer than most saves take, of which none needs one in the end.
+constexpr std::chrono::milliseconds kPatience{2000};
 /// Below the windows' thread, which a key waits for.
 constexpr int kNiceness = 10;
 

@@ -15,7 +15,7 @@ namespace nib {
 namespace {
 
 /// Most work has ended by then, and nobody sees a wait.
-constexpr std::chrono::milliseconds kUnseen{10};
+constexpr std::chrono::milliseconds kUnseen{5};
 
 /// Work on a thread, which is joined whatever happens to whoever waits for it.
 class Worker {
