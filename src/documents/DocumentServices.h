@@ -58,6 +58,11 @@ public:
     /// Where it stands among the others when it is normal, as it can be handed back in another run; empty when it is
     /// not normal.
     virtual Text Placement() const { return {}; }
+    /// Two views of the text; `txtText` answers the one at work.
+    virtual bool IsSplit() const { return false; }
+    virtual void SetSplit(bool /*split*/) {}
+    /// The other view gets to work.
+    virtual void ChangePane() {}
     virtual void SetPlacement(TextView /*placement*/) {}
 };
 

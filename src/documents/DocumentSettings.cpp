@@ -73,13 +73,14 @@ void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer
 {
     view.SetFont(FontOf(settings, view.Font()));
     view.SetTabSize(std::max<int32_t>(settings.TabSize, 1));
-    view.SetBackColor(settings.BackColor);
+    view.SetIndentsByBlocks(settings.IndentByBlocks);
     view.SetLineWrap(settings.LineWrap);
     SourceDocument& document = view.Document();
     view.SetShowBlocks(settings.CollapseBlocks);
     view.SetMarginWidth(MarginWidthFor(view));
     FillTable(view.TokenStyles(), settings, true);
     FillTable(view.PrintTokenStyles(), settings, settings.ColorPrinting);
+    view.SetBackColor(settings.BackColor); // which shows the tables too
     if (lexer) {
         lexer->SetKeywords(settings.Keywords);
         lexer->SetHighlight(settings.Highlight);

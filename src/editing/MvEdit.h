@@ -84,6 +84,7 @@ struct MvEdit {
     clsRecentList RecentFiles{clsRecentList::Case::Counts};
     bool MinMaxClose = false;
     bool CollapseBlocks = false;
+    bool IndentByBlocks = true;
     int16_t SearchEOD = 0;
     bool DisableHostConfig = false;
     clsRecentList RecentSearches;
@@ -169,6 +170,7 @@ inline constexpr SettingRow kSettings[] = {
     {u"RecentSearch", RecentMember{&MvEdit::RecentSearches, {}}},
     {u"ReopenDocuments", &MvEdit::ReopenDocuments},
     {u"CleanCompileCommand", &MvEdit::CleanCompileCommand},
+    {u"IndentByBlocks", &MvEdit::IndentByBlocks},
 };
 
 /// The row of this name, which must exist.

@@ -26,6 +26,16 @@ void EditedLines::Add(int32_t first, int32_t oldLast, int32_t newLast, int32_t c
     ranges_.push_back({first, newLast});
 }
 
+void EditedLines::AddAll(std::vector<Range> ranges, int32_t count)
+{
+    const int32_t tail = count - 1 - ranges.back().last;
+    tail_ = Any() ? std::min(tail_, tail) : tail;
+    // Earlier ones no longer have the numbers that they were known by.
+    moved_ = Any();
+    first_ = moved_ ? std::min(first_, ranges.front().first) : ranges.front().first;
+    ranges_ = moved_ ? std::vector<Range>() : std::move(ranges);
+}
+
 bool EditedLines::AreWithin(int32_t first, int32_t last, int32_t count) const
 {
     return !moved_ && first_ >= first && count - 1 - tail_ <= last;

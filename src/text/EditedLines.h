@@ -15,6 +15,8 @@ public:
 
     /// Lines `first` to `oldLast` became `first` to `newLast` of now `count`.
     void Add(int32_t first, int32_t oldLast, int32_t newLast, int32_t count);
+    /// The same for many at once, as they are now; lines came or went there.
+    void AddAll(std::vector<Range> ranges, int32_t count);
     bool Any() const { return first_ >= 0; }
     /// True when all of them lie within these, and none has come or gone.
     bool AreWithin(int32_t first, int32_t last, int32_t count) const;

@@ -49,6 +49,24 @@ Position LineEdits::LastPlace(bool forward) const
     return {last.column + (forward ? last.inserted : last.removed), last.line};
 }
 
+bool LineEdits::GoesOnFrom(const LineEdits& before) const
+{
+    if (splices_.size() != before.splices_.size()) return false;
+    int32_t line = -1;
+    int32_t moved = 0;
+    for (size_t i = 0; i < splices_.size(); ++i) {
+        const Splice& now = splices_[i];
+        const Splice& then = before.splices_[i];
+        if (now.line != then.line || (now.removed > 0) != (then.removed > 0)) return false;
+        if (std::exchange(line, now.line) != now.line) moved = 0;
+        const int32_t from = now.column - moved;
+        const int32_t end = then.column + then.inserted;
+        if (from != end && (now.removed == 0 || from + now.removed != end)) return false;
+        moved += now.inserted - now.removed;
+    }
+    return true;
+}
+
 void LineEdits::Do(LineStore& lines)
 {
     size_t removed = 0;

@@ -22,6 +22,9 @@ public:
     /// Behind what was put in last.
     Position LastPlace(bool forward) const;
 
+    /// True when each of these goes on where that of `before` in its place ended, as typing does.
+    bool GoesOnFrom(const LineEdits& before) const;
+
     /// All or, if it throws, none.
     void Do(LineStore& lines);
     void Undo(LineStore& lines) { Undo(lines, splices_.size()); }

@@ -270,6 +270,27 @@ int32_t LineStore::FindClose(int32_t line, int32_t depth) const
     return -1;
 }
 
+int32_t LineStore::FindOpen(int32_t line, int32_t depth) const
+{
+    const int32_t level = NestingBefore(line).opens - depth; // of blocks open before that one
+    if (level < 0) return -1;
+    const Place end = Locate(line);
+    for (size_t i = end.chunk + 1; i-- > 0;) {
+        if (i < end.chunk && prefix_[i].opens - ChunkNesting(i).closes > level) continue;
+        const size_t count = i == end.chunk ? end.index : chunks_[i]->lines.size();
+        int32_t found = -1;
+        int32_t open = prefix_[i].opens;
+        for (size_t index = 0; index < count; ++index) {
+            const Nesting nesting = NestingOf(chunks_[i]->lines[index].words[kControl]);
+            open = std::max(open - nesting.closes, 0);
+            if (open <= level && nesting.opens > 0) found = static_cast<int32_t>(index);
+            open += nesting.opens;
+        }
+        if (found >= 0) return lineTree_.Before(i) + found;
+    }
+    return -1;
+}
+
 size_t LineStore::MemoryUse() const
 {
     size_t bytes = loaded_.bytes + chunks_.size() * (sizeof(Chunk) + sizeof(void*) + 16);

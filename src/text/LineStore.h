@@ -116,6 +116,9 @@ public:
     Nesting NestingBefore(int32_t line) const;
     /// First line from `line` on at which `depth` open blocks have all closed; -1 when none does.
     int32_t FindClose(int32_t line, int32_t depth) const;
+    /// The line above `line` that opened the block which is the `depth`th from inside of those open there; -1 when
+    /// there are fewer.
+    int32_t FindOpen(int32_t line, int32_t depth) const;
 
     size_t ChunkCount() const { return chunks_.size(); }
     const Chunk& ChunkAt(size_t i) const { return *chunks_[i]; }

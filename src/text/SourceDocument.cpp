@@ -5,6 +5,7 @@ namespace nib {
 Position TextChange::Map(Position p, bool sticky) const
 {
     if (within) return within->Map(p, sticky, !takenBack);
+    if (ranges) return ranges->Map(p, sticky, !takenBack);
     if (p < start || (sticky && p == start)) return p;
     if (p < oldEnd) return start;
     if (p.line > oldEnd.line) return {p.col, p.line + newEnd.line - oldEnd.line};
@@ -28,6 +29,12 @@ std::vector<TabPlace> SourceDocument::SetText(ByteText text, int32_t tabWidth)
     std::vector<TabPlace> tabs;
     ReplaceAll([&] { tabs = lines_.Load(std::move(text), tabWidth); });
     return tabs;
+}
+
+bool SourceDocument::IndentAt(int32_t line, TextView text, LineIndent& indent) const
+{
+    const uint32_t above = line > 0 ? GetLineData(line - 1, LineWord::Lexer) : 0;
+    return scanner_.IndentOf(text, above, indent);
 }
 
 uint32_t SourceDocument::GetLineData(int32_t line, LineWord which) const
@@ -69,19 +76,23 @@ int32_t SourceDocument::UpdateLines(int32_t first, int32_t last)
 void SourceDocument::SetModified(bool modified)
 {
     undo_.SetModified(modified);
+    modified ? changes_.Unsaved() : changes_.Saved();
     TellModified();
 }
 
 std::shared_ptr<const TextSnapshot> SourceDocument::BeginSaving()
 {
     undo_.BeginSaving();
+    changes_.BeginSaving();
     return Snapshot();
 }
 
 void SourceDocument::EndSaving(bool saved)
 {
     undo_.EndSaving(saved);
+    changes_.EndSaving(saved);
     TellModified();
+    if (saved && Modified()) TellRepaint(0, LineCount() - 1); // other lines differ now
 }
 
 const TextSearch& SourceDocument::Prepared(TextView text, FindOptions options) const
@@ -268,6 +279,7 @@ void SourceDocument::TellModified()
     bool modified = undo_.Modified();
     if (modified == knownModified_) return;
     knownModified_ = modified;
+    if (!modified) changes_.BackAtSaved();
     Tell([&](BufferListener& l) { l.ModifiedChanged(modified); });
 }
 

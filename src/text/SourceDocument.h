@@ -5,8 +5,10 @@
 // or column outside the text is clamped to it, unless a member says otherwise. All calls belong to the main thread.
 
 #include "diagnostics/Guarded.h"
+#include "text/ChangeMarks.h"
 #include "text/EditedLines.h"
 #include "text/LineScanner.h"
+#include "text/RangeEdits.h"
 #include "text/SourceContract.h"
 #include "text/TextSearch.h"
 #include "text/UndoStack.h"
@@ -26,7 +28,11 @@ struct TextChange {
     Position newEnd; ///< end of what was inserted, in the text after
     /// What has changed within these lines, if they stayed the lines that they were.
     const LineEdits* within = nullptr;
+    /// The ranges that have changed in between, if lines came or went at several places at once.
+    const RangeMoves* ranges = nullptr;
     bool takenBack = false; ///< those were
+    /// True when not all between start and end has changed.
+    bool IsScattered() const { return within || ranges; }
     /// Where `p` of the text before stands in the text after; what was removed collapses to its start, and a position
     /// at an insertion moves behind it when `sticky` is false.
     Position Map(Position p, bool sticky = false) const;
@@ -42,6 +48,8 @@ public:
     /// Looks only: colours, marks.
     virtual void LinesRepaint(int32_t /*first*/, int32_t /*last*/) {}
     virtual void CaretRequested(Position) {}
+    /// The same for several, as they stood at a step that was taken back or done again.
+    virtual void CaretsRequested(const Carets&) {}
     virtual void ModifiedChanged(bool) {}
     /// Which lines are hidden has changed.
     virtual void FoldingChanged() {}
@@ -89,7 +97,11 @@ public:
     Position InsertText(Position at, TextView text);
     void DeleteRange(Position start, Position end);
     /// Edits lines that are there, with one notice for all of them.
-    void EditLines(LineEdits edits);
+    void EditLines(LineEdits edits) { EditLines(std::move(edits), false); }
+    /// Replaces ranges that ascend and lie apart, with one notice and as one edit. Answers the places behind the texts.
+    std::vector<Position> ReplaceRanges(std::vector<RangeEdit> edits);
+    /// Where carets stood before the edit that was just made, and stand now: undo and redo bring them back.
+    void KeepCarets(Carets before, Carets after) { undo_.KeepCarets(std::move(before), std::move(after)); }
     /// Adds to `edits` what moves a line to the right by so many blanks, or, below 0, to the left by as many of them as
     /// it begins with. Answers how far that moves it.
     enum class EmptyLine : uint8_t { Stays, IsPadded };
@@ -108,6 +120,10 @@ public:
     /// edited meanwhile is not in it.
     std::shared_ptr<const TextSnapshot> BeginSaving();
     void EndSaving(bool saved);
+    /// How a line differs from what was saved or opened.
+    LineMarks ChangesAt(int32_t line) const { return changes_.Of(ClampLine(line)); }
+    /// The next line so marked, from this one on; -1 when there is none.
+    int32_t NextChange(int32_t line, LineChange change) const { return changes_.Next(line, change); }
     bool CanUndo() const { return undo_.CanUndo(); }
     bool CanRedo() const { return undo_.CanRedo(); }
     void Undo();
@@ -138,6 +154,8 @@ public:
     /// Tokens of a line as the lexer gives them (one of type kPlainToken for plain text, none for an empty line); scans
     /// what must be scanned before it.
     void ScanLine(int32_t line, std::vector<Token>& tokens);
+    /// What `text` would be if it stood at `line`, as the lexer sees it; false where it says nothing.
+    bool IndentAt(int32_t line, TextView text, LineIndent& indent) const;
     /// Scans unscanned lines for at most about `microseconds`; false when nothing is left.
     bool ScanSlice(int64_t microseconds);
     void EnsureScanned();
@@ -145,6 +163,12 @@ public:
     BlockPart BlockAt(int32_t line) const;
     /// Last line of the block that `line` heads, -1 when it heads none.
     int32_t BlockEnd(int32_t line);
+    // Blocks open at the beginning of a line, and where one of them ends or began, counted from the innermost; -1 when
+    // it does not. They know of what is scanned.
+    int32_t OpenBlocks(int32_t line) const { return lines_.NestingBefore(ClampLine(line)).opens; }
+    int32_t FindClose(int32_t line, int32_t depth) const { return lines_.FindClose(line, depth); }
+    int32_t FindOpen(int32_t line, int32_t depth) const { return lines_.FindOpen(ClampLine(line), depth); }
+    int32_t ScannedTo() const { return scanner_.HasLexer() ? scanner_.ScannedTo() : 0; } ///< excluded
     /// First lines of collapsed blocks.
     std::vector<int32_t> CollapsedLines() const { return LinesWith(own_bits::kCollapsed, folder_.AnyCollapsed()); }
     /// `line` is a head; does nothing when it is none. Collapsing needs all lines scanned and sees to it.
@@ -195,16 +219,26 @@ private:
     void RestoreWords(const TextEdit& edit);
     void Record(TextEdit edit);
     void TextReplaced(Position start, Position oldEnd, Position newEnd);
+    void LinesMoved(Position start, Position oldEnd, Position newEnd);
+    void NoteEdit(const LineEdits& edits);
     void TellLines(const LineEdits& edits, int32_t oldLength, bool forward);
+    void TellRanges(const RangeMoves& moves, bool forward);
     void TellText(const TextChange& change);
     /// Applies an edit, or its inverse; answers where the caret belongs then.
     Position Apply(TextEdit& edit, bool forward);
+    /// The same without a word of it; answers where the text now ends that came or went.
+    Position MakePart(TextEdit& edit, bool forward);
+    Position ApplyRanges(RangeBatch& batch, bool forward);
+    void EditLines(LineEdits edits, bool typed);
+    void BreakLines(std::vector<RangeEdit>& edits, RangeMoves moves);
     /// Answers where the caret belongs, unless the operation said so itself or changed nothing. `taken` gets the range
     /// that it erased first.
     template <typename Body>
     std::optional<Position> RunOp(Body&& body, TextEdit& taken);
     std::optional<Position> Replay(UndoStep& step, bool forward);
     std::optional<Position> UndoStepOnTop();
+    /// Brings the views' carets to where a step leaves them.
+    void TellCarets(const UndoStep& step, bool forward, std::optional<Position> caret);
 
     void Leave();
     void FlushPending();
@@ -228,6 +262,7 @@ private:
 
     LineStore lines_;
     UndoStack undo_;
+    ChangeMarks changes_{lines_};
     mutable LineScanner scanner_; ///< lines are scanned when they are asked about
     BlockFolder folder_;
     std::vector<BufferListener*> listeners_;

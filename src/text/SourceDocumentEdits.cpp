@@ -64,6 +64,8 @@ void SourceDocument::ReplaceAll(const std::function<void()>& load)
     folder_.Reset();
     bookmarks_ = 0;
     edited_.Clear();
+    changes_.Reset();
+    if (undo_.Modified()) changes_.Unsaved();
     Tell([](BufferListener& l) { l.TextReset(); });
     TellModified();
 }
@@ -72,6 +74,7 @@ Position SourceDocument::PutText(Position at, TextView text)
 {
     int32_t breaks = CountBreaks(text);
     auto column = static_cast<size_t>(at.col);
+    changes_.BeforeEdit(at.line, at.line);
     if (breaks == 0) {
         lines_.Replace(at.line, column, 0, text);
         return {at.col + static_cast<int32_t>(text.size()), at.line};
@@ -92,6 +95,7 @@ Position SourceDocument::PutText(Position at, TextView text)
     }
     for (int32_t line = at.line + 1; line < last; ++line) lines_.Replace(line, 0, 0, NextPiece(text));
     lines_.Replace(last, 0, 0, text);
+    changes_.LinesReplaced(at.line, at.line, last);
     return {static_cast<int32_t>(text.size()), last};
 }
 
@@ -110,6 +114,7 @@ std::vector<KeptWords> SourceDocument::WordsOf(int32_t first, int32_t last) cons
 TextEdit SourceDocument::TakeText(Position start, Position end)
 {
     TextEdit edit{false, start, end, {}, {}};
+    changes_.BeforeEdit(start.line, end.line);
     auto column = static_cast<size_t>(start.col);
     if (start.line == end.line) {
         auto count = static_cast<size_t>(end.col - start.col);
@@ -143,6 +148,7 @@ TextEdit SourceDocument::TakeText(Position start, Position end)
         if (folder_.LineRemoved(control)) foldsTouched_ = true;
     }
     lines_.RemoveLines(firstGone, gone);
+    changes_.LinesReplaced(start.line, end.line, start.line);
     return edit;
 }
 
@@ -194,7 +200,7 @@ void SourceDocument::DeleteRange(Position start, Position end)
     TextReplaced(start, end, start);
 }
 
-void SourceDocument::EditLines(LineEdits edits)
+void SourceDocument::EditLines(LineEdits edits, bool typed)
 {
     RefuseInCallback();
     if (edits.IsEmpty()) return;
@@ -202,9 +208,11 @@ void SourceDocument::EditLines(LineEdits edits)
         throw Error{error_number::kInvalidCall, u"There is no such line."};
     TextEdit edit;
     edit.lines = std::make_unique<LineEdits>(std::move(edits));
+    edit.typed = typed;
     LineEdits& made = *edit.lines;
     edit.start = edit.end = made.LastPlace(true);
     const int32_t oldLength = LineLength(made.LastLine());
+    NoteEdit(made);
     made.Do(lines_);
     Record(std::move(edit));
     TellLines(made, oldLength, true);
@@ -225,14 +233,31 @@ int32_t SourceDocument::ShiftLine(LineEdits& edits, int32_t line, int32_t column
     return columns;
 }
 
-/// Everything that follows a change of the text, in the order in which it may be relied on.
-void SourceDocument::TextReplaced(Position start, Position oldEnd, Position newEnd)
+void SourceDocument::LinesMoved(Position start, Position oldEnd, Position newEnd)
 {
     scanner_.LinesReplaced(start.line, oldEnd.line, newEnd.line);
     // The line above too: an end line that stays in sight may have moved away from the last hidden one.
     if (oldEnd.line != newEnd.line && FoldsReach(start.line - 1, newEnd.line + 1)) foldsTouched_ = true;
+}
+
+/// Everything that follows a change of the text, in the order in which it may be relied on.
+void SourceDocument::TextReplaced(Position start, Position oldEnd, Position newEnd)
+{
+    LinesMoved(start, oldEnd, newEnd);
     edited_.Add(start.line, oldEnd.line, newEnd.line, lines_.Count());
     TellText({start, oldEnd, newEnd});
+}
+
+/// The lines of these edits are about to change.
+void SourceDocument::NoteEdit(const LineEdits& edits)
+{
+    int32_t first = edits.FirstLine();
+    int32_t last = first;
+    edits.ForEachLine([&](int32_t line) {
+        if (line > last + 1) changes_.BeforeEdit(std::exchange(first, line), last);
+        last = line;
+    });
+    changes_.BeforeEdit(first, last);
 }
 
 /// The same for edits that leave all lines where they are.
@@ -240,7 +265,7 @@ void SourceDocument::TellLines(const LineEdits& edits, int32_t oldLength, bool f
 {
     edits.ForEachLine([&](int32_t line) { edited_.Add(line, line, line, lines_.Count()); });
     const int32_t last = edits.LastLine();
-    TellText({{0, edits.FirstLine()}, {oldLength, last}, {LineLength(last), last}, &edits, !forward});
+    TellText({{0, edits.FirstLine()}, {oldLength, last}, {LineLength(last), last}, &edits, nullptr, !forward});
 }
 
 void SourceDocument::TellText(const TextChange& change)
@@ -293,24 +318,37 @@ Position SourceDocument::Apply(TextEdit& edit, bool forward)
 {
     if (edit.lines) {
         const int32_t oldLength = LineLength(edit.lines->LastLine());
+        NoteEdit(*edit.lines);
         forward ? edit.lines->Do(lines_) : edit.lines->Undo(lines_);
         TellLines(*edit.lines, oldLength, forward);
         return edit.lines->LastPlace(forward);
     }
+    if (edit.ranges) return ApplyRanges(*edit.ranges, forward);
+    const bool puts = edit.insert == forward;
+    const Position oldEnd = puts ? edit.start : edit.end;
+    const Position end = MakePart(edit, forward);
+    edited_.Add(edit.start.line, oldEnd.line, end.line, lines_.Count());
+    TellText({edit.start, oldEnd, end});
+    return end;
+}
+
+Position SourceDocument::MakePart(TextEdit& edit, bool forward)
+{
     // An inserted text that is there keeps the identity of the line it was put into, in place of its own lines' words.
-    const bool breaks = edit.insert && edit.end.line > edit.start.line;
     if (edit.insert == forward) {
         const uint32_t identity = lines_.Word(edit.start.line, kIdentity);
-        Position end = PutText(edit.start, edit.text);
+        const Position end = PutText(edit.start, edit.text);
         RestoreWords(edit);
-        if (breaks) edit.words = {{false, identity}};
-        TextReplaced(edit.start, edit.start, end);
+        if (edit.insert) edit.end = end;
+        if (edit.insert && end.line > edit.start.line) edit.words = {{false, identity}};
+        LinesMoved(edit.start, edit.start, end);
         return end;
     }
+    const bool breaks = edit.insert && edit.end.line > edit.start.line;
     const uint32_t identity = breaks ? edit.words.front().identity : 0;
     edit.words = TakeText(edit.start, edit.end).words;
     if (breaks) lines_.SetWord(edit.start.line, kIdentity, identity);
-    TextReplaced(edit.start, edit.end, edit.start);
+    LinesMoved(edit.start, edit.end, edit.start);
     return edit.start;
 }
 

@@ -89,15 +89,22 @@ std::optional<Position> SourceDocument::UndoStepOnTop()
     return caret;
 }
 
+void SourceDocument::TellCarets(const UndoStep& step, bool forward, std::optional<Position> caret)
+{
+    if (!step.carets) return TellCaret(caret);
+    Tell([&](BufferListener& l) { l.CaretsRequested(forward ? step.carets->after : step.carets->before); });
+}
+
 void SourceDocument::Undo()
 {
     RefuseInStep();
+    if (!CanUndo()) return;
     std::optional<Position> caret;
     {
         Batch batch(*this);
         caret = UndoStepOnTop();
     }
-    TellCaret(caret);
+    TellCarets(undo_.Next(), false, caret);
 }
 
 void SourceDocument::UndoSweep()
@@ -123,6 +130,7 @@ void SourceDocument::UndoSweep()
 void SourceDocument::Redo()
 {
     RefuseInStep();
+    if (!CanRedo()) return;
     std::optional<Position> caret;
     {
         Batch batch(*this);
@@ -131,7 +139,7 @@ void SourceDocument::Redo()
             undo_.Redone();
         }
     }
-    TellCaret(caret);
+    TellCarets(undo_.Top(), true, caret);
 }
 
 } // namespace nib

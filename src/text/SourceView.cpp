@@ -39,7 +39,9 @@ void SourceView::SetEvents(ViewEvents* events)
 
 void SourceView::Tell()
 {
-    if (editing_ > 0 || (anchor_ == toldAnchor_ && caret_ == toldCaret_)) return;
+    if (editing_ > 0) return;
+    if (HasSeveral() || toldLast_ >= 0) return TellAll();
+    if (anchor_ == toldAnchor_ && caret_ == toldCaret_) return;
     Position oldAnchor = std::exchange(toldAnchor_, anchor_);
     Position oldCaret = std::exchange(toldCaret_, caret_);
     auto repaint = [&](Position a, Position b) { host_->SelectionChanged(std::min(a, b).line, std::max(a, b).line); };
@@ -54,6 +56,7 @@ void SourceView::Tell()
 
 void SourceView::Place(Position anchor, Position caret)
 {
+    DropCarets();
     anchor_ = anchor;
     caret_ = caret;
     document_.Reveal(caret_.line);
@@ -103,6 +106,7 @@ void SourceView::SelectAll()
 {
     document_.BreakTyping();
     goal_ = -1;
+    DropCarets();
     anchor_ = {};
     caret_ = document_.End();
     document_.Reveal(caret_.line);
@@ -137,10 +141,17 @@ Text SourceView::SelectedText() const
 void SourceView::MoveCaret(Move move, bool extendSelection)
 {
     document_.BreakTyping();
-    bool vertical = move == Move::Up || move == Move::Down || move == Move::PageUp || move == Move::PageDown;
-    if (!vertical) goal_ = -1;
-    Position to = vertical ? VerticalTarget(move) : HorizontalTarget(move, extendSelection);
+    if (HasSeveral()) return MoveAll(move, extendSelection);
+    Position to = TargetOf(move, extendSelection);
     Place(extendSelection ? anchor_ : to, to);
+}
+
+Position SourceView::TargetOf(Move move, bool extendSelection)
+{
+    bool vertical = move == Move::Up || move == Move::Down || move == Move::PageUp || move == Move::PageDown;
+    if (vertical) return VerticalTarget(move);
+    goal_ = -1;
+    return HorizontalTarget(move, extendSelection);
 }
 
 Position SourceView::StepLeft(Position from, bool word)
@@ -230,13 +241,37 @@ void SourceView::SetLineWrap(bool wrap)
 void SourceView::SetOvertype(bool overtype)
 {
     if (std::exchange(overtype_, overtype) == overtype) return;
-    host_->SelectionChanged(caret_.line, caret_.line);
+    if (HasSeveral())
+        host_->SelectionChanged(carets_.Spans().front().Start().line, carets_.Spans().back().End().line);
+    else
+        host_->SelectionChanged(caret_.line, caret_.line);
     if (events_) events_->OvertypeChanged(overtype);
 }
 
 void SourceView::SetBackColor(int32_t color)
 {
     backColor_ = color;
+    host_->AppearanceChanged();
+}
+
+void SourceView::SetReadOnly(bool readOnly)
+{
+    if (std::exchange(readOnly_, readOnly) != readOnly) host_->AppearanceChanged();
+}
+
+void SourceView::TakeLook(const SourceView& other)
+{
+    tabSize_ = other.tabSize_;
+    font_ = other.font_;
+    screenStyles_ = other.screenStyles_;
+    printStyles_ = other.printStyles_;
+    backColor_ = other.backColor_;
+    marginWidth_ = other.marginWidth_;
+    showBlocks_ = other.showBlocks_;
+    lineWrap_ = other.lineWrap_;
+    indentsByBlocks_ = other.indentsByBlocks_;
+    overtype_ = other.overtype_;
+    readOnly_ = other.readOnly_;
     host_->AppearanceChanged();
 }
 
@@ -274,7 +309,10 @@ void SourceView::TextChanged(const TextChange& change)
         anchor_ = change.Map(anchor_, !forwards);
         caret_ = change.Map(caret_, forwards);
     }
-    if (editing_ == 0) goal_ = -1;
+    if (editing_ == 0) {
+        goal_ = -1;
+        FollowChange(change);
+    }
     Tell();
     if (events_ && change.oldEnd.line != change.newEnd.line) events_->LinesChanged();
 }
@@ -282,6 +320,7 @@ void SourceView::TextChanged(const TextChange& change)
 void SourceView::TextReset()
 {
     goal_ = -1;
+    DropCarets();
     anchor_ = caret_ = {};
     toldAnchor_ = toldCaret_ = {-1, 0};
     Tell();
@@ -291,7 +330,9 @@ void SourceView::TextReset()
 
 void SourceView::CaretRequested(Position caret)
 {
+    if (!leads_) return;
     goal_ = -1;
+    DropCarets();
     anchor_ = caret_ = SnapToUnit(caret);
     document_.Reveal(caret_.line);
     Tell();
@@ -305,6 +346,9 @@ void SourceView::ModifiedChanged(bool modified)
 
 void SourceView::FoldingChanged()
 {
+    // What is not in sight is not edited.
+    const auto hidden = [this](const CaretSpan& span) { return document_.IsHidden(span.caret.line); };
+    if (HasSeveral() && std::any_of(carets_.Spans().begin(), carets_.Spans().end(), hidden)) DropCarets();
     if (!document_.IsHidden(caret_.line)) return;
     int32_t head = document_.VisibleLine(document_.VisibleIndex(caret_.line));
     goal_ = -1;

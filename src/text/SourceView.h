@@ -6,7 +6,9 @@
 #include "text/SourceDocument.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
+#include <optional>
 
 namespace nib {
 
@@ -31,6 +33,10 @@ public:
     virtual bool MoveRows(Position& /*at*/, int32_t /*rows*/, double& /*goal*/) const { return false; }
     /// First and last caret place of the shown row that `at` is in. False: lines are shown as one row.
     virtual bool RowOf(Position /*at*/, int32_t& /*first*/, int32_t& /*last*/) const { return false; }
+    /// The cells in front of a place, by which lines stand under one another, and the column at so many cells; one
+    /// behind the end of the line is that end.
+    virtual int32_t CellsBefore(Position at) const { return at.col; }
+    virtual int32_t ColumnAtCell(int32_t /*line*/, int32_t cell) const { return cell; }
 };
 
 /// What the document window hears of its view.
@@ -42,11 +48,6 @@ public:
     virtual void LinesChanged() {}
     virtual void OvertypeChanged(bool) {}
     virtual void EditRefused() {}
-};
-
-struct TextRange {
-    Position start;
-    Position end;
 };
 
 struct TokenStyle {
@@ -63,6 +64,12 @@ public:
 
 private:
     std::map<int32_t, TokenStyle> styles_;
+};
+
+/// A corner of a column, which may stand behind the end of its line.
+struct CellPlace {
+    int32_t line = 0;
+    int32_t cell = 0;
 };
 
 /// Where a movement key takes the caret.
@@ -138,6 +145,9 @@ public:
     void SetTabSize(int32_t size) { tabSize_ = std::max(size, 1); }
     bool LineWrap() const { return lineWrap_; }
     void SetLineWrap(bool wrap);
+    /// Breaks and words that close a block put the line where the blocks say.
+    bool IndentsByBlocks() const { return indentsByBlocks_; }
+    void SetIndentsByBlocks(bool byBlocks) { indentsByBlocks_ = byBlocks; }
     bool Overtype() const { return overtype_; }
     void SetOvertype(bool overtype);
     /// The margin's width in characters, block column included.
@@ -148,13 +158,43 @@ public:
 
     /// No command of the user changes the text; the program still may.
     bool ReadOnly() const { return readOnly_; }
-    void SetReadOnly(bool readOnly) { readOnly_ = readOnly; }
+    void SetReadOnly(bool readOnly);
+    /// Font, colours, margin and manners of another view; caret and selection stay.
+    void TakeLook(const SourceView& other);
+    /// Of several views on one text the one at work: undo and operations move its caret alone.
+    void SetLeads(bool leads) { leads_ = leads; }
     /// For a command that is about to change the text; the window hears of each that is refused.
     bool MayEdit() const
     {
         if (readOnly_ && events_) events_->EditRefused();
         return !readOnly_;
     }
+
+    // Several carets. The members above know of the main one; those that place it take the others away.
+    bool HasSeveral() const { return carets_.Several(); }
+    /// Empty while there is one.
+    const Carets& AllCarets() const { return carets_; }
+    /// All of them, one as well.
+    std::vector<CaretSpan> CaretSpans() const;
+    void SetCarets(std::vector<CaretSpan> spans, size_t main);
+    void KeepMainCaret() { SetSelection(anchor_, caret_); }
+    /// Cells by which the main caret stands behind the end of its line.
+    int32_t CaretBeyond() const { return HasSeveral() ? carets_.Main().caretBeyond : 0; }
+    /// Whether any of them has selected text.
+    bool AnySelection() const;
+    /// What Copy takes: the selections of all, each on a line of its own.
+    Text AllSelectedText() const;
+    /// For each one more on the line above or below.
+    void AddCarets(bool above);
+    /// The word, or what is selected; then its next place as well, round the end of the text.
+    void SelectNextOccurrence();
+    void SelectAllOccurrences();
+    /// A caret in each line from corner to corner.
+    void SelectColumn(CellPlace anchor, CellPlace caret);
+    void ExtendColumn(Move move);
+    CellPlace ColumnAnchor() const;
+    /// Selects so many columns at so many from each caret, those that an input method is to replace.
+    void SelectAround(int32_t from, int32_t length);
 
     // Commands of keyboard and mouse
     void MoveCaret(Move move, bool extendSelection);
@@ -166,10 +206,11 @@ public:
     /// Puts in a text as pasting does: for the selection, never over what stands behind the caret, an undo step of its
     /// own.
     void Insert(TextView text);
-    void NewLine();   ///< breaks the line and keeps its indent
+    void NewLine();   ///< breaks the line; the rest stands where the blocks say, or as the line did
     void Backspace(); ///< grapheme left; over leading blanks one tab stop
     /// Deletes the selection, or the character behind the caret.
     void Delete();
+    void DeleteSelection();
     void DeleteLine();
     void DeleteWord(bool backward);
     void Undo();
@@ -179,33 +220,103 @@ public:
     void Backtab();
     /// Moves or copies the selection to `target`, as a drag does; one undo step.
     void MoveSelection(Position target, bool copy);
+    // The lines of the selection, or the caret's; blocks that are collapsed among them go along. One undo step each.
+    void MoveLinesUp() { MoveLines(true); }
+    void MoveLinesDown() { MoveLines(false); }
+    void DuplicateLines(); ///< below themselves; the selection goes to the copy
+    /// Where the other bracket, or the other end of the block, of the one at the caret is.
+    std::optional<Position> MatchOfCaret();
+    void JoinLines(); ///< into one, with a blank between; a single line with the next
 
     // BufferListener
     void TextChanged(const TextChange& change) override;
     void TextReset() override;
     void CaretRequested(Position caret) override;
+    void CaretsRequested(const Carets& carets) override;
     void ModifiedChanged(bool modified) override;
     void FoldingChanged() override;
 
 private:
-    class Edit;
+    /// While one lives, positions follow the text silently; the command then places the caret once. `group` makes all
+    /// changes one step of undo; a lone change stays outside of a group, so that a run of typing can grow.
+    class Edit {
+    public:
+        Edit(SourceView& view, bool group) : view_(view), group_(group)
+        {
+            ++view_.editing_;
+            if (group_) view_.document_.BeginGroup();
+        }
+        ~Edit()
+        {
+            if (group_) view_.document_.EndGroup();
+            --view_.editing_;
+        }
+        Edit(const Edit&) = delete;
+        Edit& operator=(const Edit&) = delete;
+
+    private:
+        SourceView& view_;
+        bool group_;
+    };
+    /// What a command does at a caret that stands behind the end of its line.
+    enum class Beyond { Leaves, Fills, StepsBack, Stays };
+    struct Column {
+        CellPlace anchor;
+        CellPlace caret;
+    };
 
     /// The one way in which a command leaves caret and selection.
     void Place(Position anchor, Position caret);
+    /// The same for several; one that is left over is placed as a single one.
+    void PlaceAll(Carets carets);
+    void DropCarets();
+    void FollowChange(const TextChange& change);
+    /// The members of a single caret become those of a span, or of the main one.
+    void Become(const CaretSpan& span);
     /// Tells host and window what moved since they last heard.
     void Tell();
-    bool SelectsLines() const { return anchor_.line != caret_.line; }
+    void TellAll();
+    bool SelectsLines() const;
     Position SnapToGrapheme(Position p);
     Position SnapToUnit(Position p);
+    Position TargetOf(Move move, bool extendSelection);
     Position HorizontalTarget(Move move, bool extendSelection);
     Position VerticalTarget(Move move);
     Position StepLeft(Position from, bool word);
     Position StepRight(Position from, bool word);
     Position HomeOf(Position from);
     Position EndOf(Position from);
+    void MoveAll(Move move, bool extendSelection);
+
+    /// Makes an edit that `plan` tells from caret and selection, at each caret. It is told of the blanks that are put
+    /// in front of its text, to fill a line up to a column.
+    using Plan = std::function<RangeEdit(int32_t filled)>;
+    void Apply(const Plan& plan, Beyond beyond = Beyond::Leaves);
+    void ApplyToAll(const Plan& plan, Beyond beyond);
+    bool ReplaceAtAll(std::vector<RangeEdit> edits, std::vector<CaretSpan> spans);
+    /// Leaves the carets so after an edit that undo takes back with them.
+    void KeepAndPlace(const Carets& before, std::vector<CaretSpan> spans, bool edited);
+    /// Whether the command does nothing to the text there.
+    bool StandsStill(const CaretSpan& span, Beyond beyond) const;
+    bool KeepsColumn() const { return HasSeveral() && column_; }
     void ReplaceRange(Position start, Position end, TextView text);
+    void InsertAtAll(TextView text);
+    void DeleteLines();
     Position OvertypeEnd(TextView text);
     void ShiftLines(bool outwards);
+    /// First and last line that a command on whole lines is for.
+    ColumnRange SelectedLines() const;
+    void MoveLines(bool up);
+    /// Where the blocks want the caret's line, if it may be moved there as it is typed.
+    std::optional<int32_t> IndentWhileTyping();
+    void FollowBlocks(int32_t before);
+
+    /// A caret in the line at so many cells.
+    void PutAtCell(int32_t line, int32_t cell, Position& at, int32_t& beyond);
+    CellPlace CellOf(Position at, int32_t beyond) const { return {at.line, host_->CellsBefore(at) + beyond}; }
+    void StraightenColumn(Column column);
+    bool SelectWords(std::vector<CaretSpan>& spans);
+    FindOptions OccurrenceOptions() const;
 
     SourceDocument& document_;
     Clipboard& clipboard_;
@@ -216,7 +327,12 @@ private:
     Position caret_;
     Position toldAnchor_;
     Position toldCaret_;
-    double goal_ = -1; ///< place across that vertical movement aims at, negative for the caret's own
+    double goal_ = -1;             ///< place across that vertical movement aims at, negative for the caret's own
+    Carets carets_;                ///< all of them while they are several; the members above are the main one's
+    std::optional<Column> column_; ///< that they make up
+    Text pickedWord_;              ///< of which only whole words are further occurrences
+    int32_t toldFirst_ = 0;        ///< lines of several carets that were told of
+    int32_t toldLast_ = -1;
     int32_t editing_ = 0;
     Text scratch_;
     std::vector<Token> tokens_;
@@ -228,8 +344,10 @@ private:
     int32_t marginWidth_ = 5;
     bool showBlocks_ = false;
     bool lineWrap_ = false;
+    bool indentsByBlocks_ = true;
     bool overtype_ = false;
     bool readOnly_ = false;
+    bool leads_ = true;
 };
 
 } // namespace nib

@@ -1,33 +1,12 @@
 // The commands that change text; part of SourceView.
 
+#include "text/AutoIndent.h"
 #include "text/SourceView.h"
 #include "text/TextSearch.h"
 
 #include <algorithm>
 
 namespace nib {
-
-/// While one lives, positions follow the text silently; the command then places the caret once. `group` makes all
-/// changes one step of undo; a lone change stays outside of a group, so that a run of typing can grow.
-class SourceView::Edit {
-public:
-    Edit(SourceView& view, bool group) : view_(view), group_(group)
-    {
-        ++view_.editing_;
-        if (group_) view_.document_.BeginGroup();
-    }
-    ~Edit()
-    {
-        if (group_) view_.document_.EndGroup();
-        --view_.editing_;
-    }
-    Edit(const Edit&) = delete;
-    Edit& operator=(const Edit&) = delete;
-
-private:
-    SourceView& view_;
-    bool group_;
-};
 
 void SourceView::ReplaceRange(Position start, Position end, TextView text)
 {
@@ -42,6 +21,13 @@ void SourceView::ReplaceRange(Position start, Position end, TextView text)
     Place(after, after);
 }
 
+void SourceView::Apply(const Plan& plan, Beyond beyond)
+{
+    if (HasSeveral()) return ApplyToAll(plan, beyond);
+    const RangeEdit edit = plan(0);
+    ReplaceRange(edit.start, edit.end, edit.text);
+}
+
 Position SourceView::OvertypeEnd(TextView text)
 {
     if (text.find_first_of(u"\r\n") != TextView::npos) return caret_;
@@ -54,59 +40,97 @@ Position SourceView::OvertypeEnd(TextView text)
 
 void SourceView::TypeText(TextView text)
 {
-    auto [start, end] = Selection();
-    Text blanks;
-    if (text.find(u'\t') != TextView::npos) text = blanks = ExpandTabs(text, tabSize_, start.col);
-    if (overtype_ && start == end) end = OvertypeEnd(text);
-    ReplaceRange(start, end, text);
+    const auto type = [&] {
+        Apply(
+            [&](int32_t filled) {
+                auto [start, end] = Selection();
+                Text typed =
+                    text.find(u'\t') == TextView::npos ? Text(text) : ExpandTabs(text, tabSize_, start.col + filled);
+                if (overtype_ && start == end) end = OvertypeEnd(typed);
+                return RangeEdit{start, end, std::move(typed)};
+            },
+            Beyond::Fills);
+    };
+    const std::optional<int32_t> before = IndentWhileTyping();
+    if (!before) return type();
+    {
+        Edit edit(*this, true);
+        type();
+        FollowBlocks(*before);
+    }
+    Place(anchor_, caret_);
 }
 
 void SourceView::NewLine()
 {
-    auto [start, end] = Selection();
-    int32_t indent = std::min(IndentOf(document_.LineText(start.line, scratch_)), start.col);
-    ReplaceRange(start, end, Text(u"\r\n").append(static_cast<size_t>(indent), u' '));
+    Apply([&](int32_t) {
+        auto [start, end] = Selection();
+        int32_t indent = std::min(IndentOf(document_.LineText(start.line, scratch_)), start.col);
+        if (indentsByBlocks_ && indent < start.col) {
+            const Text head(document_.LineText(start.line, scratch_).substr(0, static_cast<size_t>(start.col)));
+            TextView tail = document_.LineText(end.line, scratch_).substr(static_cast<size_t>(end.col));
+            if (auto column = AutoIndent(document_, tabSize_).Below(start.line, head, tail)) {
+                indent = *column;
+                end.col += IndentOf(tail);
+            }
+        }
+        return RangeEdit{start, end, Text(u"\r\n").append(static_cast<size_t>(indent), u' ')};
+    });
 }
 
 void SourceView::Backspace()
 {
-    auto [start, end] = Selection();
-    if (start == end) {
-        TextView line = document_.LineText(start.line, scratch_);
-        if (start.col == 0 && start.line > 0) {
-            start = {document_.LineLength(start.line - 1), start.line - 1};
-        } else if (start.col > 0 && IndentOf(line) >= start.col) {
-            start.col = (start.col - 1) / tabSize_ * tabSize_;
-        } else {
-            start.col = PreviousGrapheme(line, start.col);
-        }
-    }
-    ReplaceRange(start, end, {});
+    Apply(
+        [&](int32_t) {
+            auto [start, end] = Selection();
+            if (start != end) return RangeEdit{start, end, {}};
+            TextView line = document_.LineText(start.line, scratch_);
+            if (start.col == 0 && start.line > 0) {
+                start = {document_.LineLength(start.line - 1), start.line - 1};
+            } else if (start.col > 0 && IndentOf(line) >= start.col && !KeepsColumn()) {
+                start.col = (start.col - 1) / tabSize_ * tabSize_;
+            } else {
+                start.col = PreviousGrapheme(line, start.col);
+            }
+            return RangeEdit{start, end, {}};
+        },
+        Beyond::StepsBack);
 }
 
 void SourceView::Delete()
 {
-    auto [start, end] = Selection();
-    if (start == end) {
-        TextView line = document_.LineText(end.line, scratch_);
-        if (end.col < static_cast<int32_t>(line.size())) {
-            end.col = NextGrapheme(line, end.col);
-        } else if (end.line + 1 < document_.LineCount()) {
-            end = {0, end.line + 1};
-        }
-    }
-    ReplaceRange(start, end, {});
+    Apply(
+        [&](int32_t) {
+            auto [start, end] = Selection();
+            if (start != end) return RangeEdit{start, end, {}};
+            TextView line = document_.LineText(end.line, scratch_);
+            if (end.col < static_cast<int32_t>(line.size())) {
+                end.col = NextGrapheme(line, end.col);
+            } else if (end.line + 1 < document_.LineCount()) {
+                end = {0, end.line + 1};
+            }
+            return RangeEdit{start, end, {}};
+        },
+        Beyond::Stays);
+}
+
+void SourceView::DeleteSelection()
+{
+    Apply([&](int32_t) { return RangeEdit{Selection().start, Selection().end, {}}; }, Beyond::Stays);
 }
 
 void SourceView::DeleteWord(bool backward)
 {
-    auto [start, end] = Selection();
-    if (start == end) (backward ? start : end) = backward ? StepLeft(start, true) : StepRight(end, true);
-    ReplaceRange(start, end, {});
+    Apply([&](int32_t) {
+        auto [start, end] = Selection();
+        if (start == end) (backward ? start : end) = backward ? StepLeft(start, true) : StepRight(end, true);
+        return RangeEdit{start, end, {}};
+    });
 }
 
 void SourceView::DeleteLine()
 {
+    if (HasSeveral()) return DeleteLines();
     int32_t line = caret_.line;
     Position start{0, line};
     Position end{document_.LineLength(line), line};
@@ -135,8 +159,13 @@ void SourceView::Redo()
 void SourceView::Tab()
 {
     if (SelectsLines()) return ShiftLines(false);
-    auto [start, end] = Selection();
-    ReplaceRange(start, end, Text(static_cast<size_t>(tabSize_ - start.col % tabSize_), u' '));
+    Apply(
+        [&](int32_t filled) {
+            auto [start, end] = Selection();
+            const int32_t blanks = tabSize_ - (start.col + filled) % tabSize_;
+            return RangeEdit{start, end, Text(static_cast<size_t>(blanks), u' ')};
+        },
+        Beyond::Fills);
 }
 
 void SourceView::Backtab()
@@ -150,46 +179,61 @@ void SourceView::Backtab()
 
 void SourceView::ShiftLines(bool outwards)
 {
-    auto [start, end] = Selection();
-    int32_t last = end.col == 0 ? end.line - 1 : end.line;
     if (!MayEdit()) return;
-    Position anchor = anchor_;
-    Position caret = caret_;
+    std::vector<CaretSpan> spans = CaretSpans();
+    const Carets before = carets_;
+    LineEdits edits;
+    bool edited = false;
     {
         Edit edit(*this, false);
-        LineEdits edits;
-        for (int32_t line = start.line; line <= last; ++line) {
-            int32_t moved =
-                document_.ShiftLine(edits, line, outwards ? -tabSize_ : tabSize_, SourceDocument::EmptyLine::Stays);
-            for (Position* p : {&anchor, &caret}) {
-                if (p->line == line && p->col > 0) p->col = std::max(p->col + moved, 0);
+        int32_t line = -1;
+        int32_t moved = 0;
+        for (CaretSpan& span : spans) {
+            const int32_t first = span.Start().line;
+            const int32_t last = span.End().col == 0 && span.End().line > first ? span.End().line - 1 : span.End().line;
+            for (int32_t next = first; next <= last; ++next) {
+                if (std::exchange(line, std::max(line, next)) < next)
+                    moved = document_.ShiftLine(edits, next, outwards ? -tabSize_ : tabSize_,
+                                                SourceDocument::EmptyLine::Stays);
+                for (Position* p : {&span.anchor, &span.caret}) {
+                    if (p->line == next && p->col > 0) p->col = std::max(p->col + moved, 0);
+                }
             }
+            span.goal = -1;
         }
+        edited = !edits.IsEmpty();
         document_.EditLines(std::move(edits));
     }
     goal_ = -1;
-    Place(anchor, caret);
+    if (before.Several())
+        KeepAndPlace(before, std::move(spans), edited);
+    else
+        Place(spans.front().anchor, spans.front().caret);
 }
 
 void SourceView::Cut()
 {
-    if (!HasSelection() || !MayEdit()) return;
+    if (!AnySelection() || !MayEdit()) return;
     Copy();
     document_.BreakTyping();
-    Delete();
+    DeleteSelection();
 }
 
 void SourceView::Copy()
 {
-    if (HasSelection()) clipboard_.SetText(SelectedText());
+    if (AnySelection()) clipboard_.SetText(AllSelectedText());
 }
 
 void SourceView::Insert(TextView text)
 {
     if (text.empty()) return;
-    auto [start, end] = Selection();
     document_.BreakTyping();
-    ReplaceRange(start, end, ExpandTabs(text, tabSize_, start.col));
+    if (HasSeveral()) {
+        InsertAtAll(text);
+    } else {
+        auto [start, end] = Selection();
+        ReplaceRange(start, end, ExpandTabs(text, tabSize_, start.col));
+    }
     document_.BreakTyping();
 }
 

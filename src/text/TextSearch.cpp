@@ -97,12 +97,12 @@ void FoldUnit(char16_t before, char16_t& unit)
         unit = Fold(unit);
 }
 
+} // namespace
+
 bool IsWordUnit(char16_t c)
 {
     return c == u'.' || c == u'_' || c == u'$' || u_isalnum(c) || (c >= 0xD800 && c < 0xE000);
 }
-
-} // namespace
 
 int32_t GraphemeStart(TextView line, int32_t col)
 {

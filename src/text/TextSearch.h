@@ -20,6 +20,7 @@ int32_t GraphemeStart(TextView line, int32_t col);
 int32_t NextGrapheme(TextView line, int32_t col);
 int32_t PreviousGrapheme(TextView line, int32_t col);
 
+bool IsWordUnit(char16_t c);
 /// Start of the next word, or of the next run of other characters; the line's length behind the last.
 int32_t NextWord(TextView line, int32_t col);
 int32_t PreviousWord(TextView line, int32_t col);

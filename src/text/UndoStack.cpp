@@ -1,5 +1,7 @@
 #include "text/UndoStack.h"
 
+#include "text/RangeEdits.h"
+
 #include <utility>
 
 namespace nib {
@@ -7,9 +9,18 @@ namespace nib {
 namespace {
 bool OnOneLine(const TextEdit& edit)
 {
-    return !edit.lines && edit.start.line == edit.end.line;
+    return !edit.lines && !edit.ranges && edit.start.line == edit.end.line;
 }
 } // namespace
+
+TextEdit::TextEdit() = default;
+TextEdit::TextEdit(bool inserts, Position from, Position to, Text content, std::vector<KeptWords> lineWords)
+    : insert(inserts), start(from), end(to), text(std::move(content)), words(std::move(lineWords))
+{
+}
+TextEdit::TextEdit(TextEdit&&) noexcept = default;
+TextEdit& TextEdit::operator=(TextEdit&&) noexcept = default;
+TextEdit::~TextEdit() = default;
 
 /// A new step ends what could be redone, and perhaps the saved state with it.
 void UndoStack::Cut()
@@ -19,11 +30,15 @@ void UndoStack::Cut()
         if (*mark > at_) *mark = kUnreachable;
 }
 
-bool UndoStack::Absorb(const TextEdit& edit)
+bool UndoStack::Absorb(TextEdit& edit)
 {
-    if (!typing_ || at_ == 0 || saved_ == at_ || saving_ == at_ || !OnOneLine(edit)) return false;
+    if (!typing_ || at_ == 0 || saved_ == at_ || saving_ == at_) return false;
     UndoStep& step = steps_.back();
-    if (step.op || step.edits.size() != 1) return false;
+    if (edit.typed && step.carets && step.edits.back().typed && edit.lines->GoesOnFrom(*step.edits.back().lines)) {
+        step.edits.push_back(std::move(edit));
+        return true;
+    }
+    if (!OnOneLine(edit) || step.op || step.edits.size() != 1) return false;
     TextEdit& last = step.edits.front();
     if (last.insert != edit.insert || !OnOneLine(last)) return false;
     if (edit.insert) {
@@ -50,7 +65,7 @@ void UndoStack::Push(TextEdit edit)
         return;
     }
     Cut();
-    bool typed = OnOneLine(edit);
+    bool typed = edit.typed || OnOneLine(edit);
     if (!Absorb(edit)) {
         UndoStep step;
         step.edits.push_back(std::move(edit));
@@ -68,6 +83,16 @@ void UndoStack::Push(UndoStep step)
     steps_.push_back(std::move(step));
     ++at_;
     typing_ = false;
+}
+
+void UndoStack::KeepCarets(Carets before, Carets after)
+{
+    if (groups_ > 0 || at_ == 0) return;
+    std::unique_ptr<KeptCarets>& kept = steps_[static_cast<size_t>(at_ - 1)].carets;
+    if (kept)
+        kept->after = std::move(after);
+    else
+        kept = std::make_unique<KeptCarets>(KeptCarets{std::move(before), std::move(after)});
 }
 
 void UndoStack::BeginGroup()
@@ -132,7 +157,8 @@ size_t UndoStack::MemoryUse() const
         bytes += step.edits.capacity() * sizeof(TextEdit);
         for (const TextEdit& edit : step.edits)
             bytes += edit.text.capacity() * 2 + edit.words.capacity() * sizeof(KeptWords) +
-                     (edit.lines ? edit.lines->MemoryUse() : 0);
+                     (edit.lines ? edit.lines->MemoryUse() : 0) + (edit.ranges ? edit.ranges->MemoryUse() : 0);
+        if (step.carets) bytes += step.carets->before.MemoryUse() + step.carets->after.MemoryUse();
     }
     return bytes;
 }

@@ -2,6 +2,7 @@
 // The steps that can be undone and redone, and where among them the saved text lies. Knows what a step is, not how to
 // apply it.
 
+#include "text/Carets.h"
 #include "text/LineEdits.h"
 #include "text/SourceContract.h"
 
@@ -17,20 +18,37 @@ struct KeptWords {
     uint32_t identity = 0;
 };
 
+struct RangeBatch;
+
 struct TextEdit {
+    TextEdit();
+    TextEdit(bool inserts, Position from, Position to, Text content, std::vector<KeptWords> lineWords);
+    TextEdit(TextEdit&&) noexcept;
+    TextEdit& operator=(TextEdit&&) noexcept;
+    ~TextEdit();
+
     bool insert = false;
     Position start;
     Position end; ///< behind the text, in the text that holds it
     Text text;
-    std::vector<KeptWords> words;               ///< of the lines of a range that spans several
-    std::unique_ptr<LineEdits> lines = nullptr; ///< then there is neither text nor range
+    std::vector<KeptWords> words;       ///< of the lines of a range that spans several
+    std::unique_ptr<LineEdits> lines;   ///< then there is neither text nor range
+    std::unique_ptr<RangeBatch> ranges; ///< then that is all
+    bool typed = false;                 ///< at several carets at once: more may follow
+};
+
+/// Where the carets of a view stood before a step and after it.
+struct KeptCarets {
+    Carets before;
+    Carets after;
 };
 
 struct UndoStep {
     std::vector<TextEdit> edits;
-    std::unique_ptr<ISourceOp> op; ///< then there are no edits
-    TextEdit taken;                ///< the range that an operation erased first, without its text
-    bool joined = false;           ///< part of the same group as the step before it: both or none
+    std::unique_ptr<ISourceOp> op;      ///< then there are no edits
+    TextEdit taken;                     ///< the range that an operation erased first, without its text
+    std::unique_ptr<KeptCarets> carets; ///< of an edit at several
+    bool joined = false;                ///< part of the same group as the step before it: both or none
 };
 
 class UndoStack {
@@ -38,6 +56,8 @@ public:
     /// A typed edit joins the step before it when it goes on where that one ended.
     void Push(TextEdit edit);
     void Push(UndoStep step);
+    /// Of the edit pushed last.
+    void KeepCarets(Carets before, Carets after);
     void BreakTyping() { typing_ = false; }
     void BeginGroup();
     void EndGroup();
@@ -78,7 +98,7 @@ public:
 private:
     static constexpr int64_t kUnreachable = -1;
 
-    bool Absorb(const TextEdit& edit);
+    bool Absorb(TextEdit& edit);
     void Cut();
     void Seal();
 

@@ -92,7 +92,7 @@ void DocumentJournal::TextChanged(const TextChange& change)
         if (change.oldEnd.line >= copied_) return MakeStale();
         copied_ += change.newEnd.line - change.oldEnd.line;
     }
-    if (change.within && IsLarge(change)) return MakeStale();
+    if (change.IsScattered() && IsLarge(change)) return MakeStale();
     std::string record;
     journal::Change(change.start, change.oldEnd, text_.GetRange(change.start, change.newEnd), record);
     changeBytes_ += record.size();

@@ -103,7 +103,7 @@ void AccessibleText::TextChanged(const TextChange& change)
 {
     Forget(change.start.line);
     if (!QAccessible::isActive()) return;
-    if (change.within && change.oldEnd.line - change.start.line >= kMostLines) {
+    if (change.IsScattered() && change.oldEnd.line - change.start.line >= kMostLines) {
         // A text that nobody listens to is not worth its copy.
         QAccessibleEvent event(&widget_, QAccessible::VisibleDataChanged);
         QAccessible::updateAccessibility(&event);

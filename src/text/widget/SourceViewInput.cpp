@@ -307,6 +307,7 @@ void SourceViewWidget::Blink()
 void SourceViewWidget::focusInEvent(QFocusEvent* event)
 {
     QAbstractScrollArea::focusInEvent(event);
+    emit focused();
     RestartBlink();
     viewport()->update();
 }

@@ -78,6 +78,8 @@ signals:
     void mouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at);
     void mouseDoubleClicked(QPointF at);
     void zoomChanged(int steps);
+    void focused();
+    void lookChanged(); ///< of the model
 
 protected:
     bool event(QEvent* event) override;
@@ -103,6 +105,7 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    friend class MouseHandler; ///< a drag ends in the handler of the pane that it came from
     struct Change {
         int32_t first = -1;
         int32_t last = -1;

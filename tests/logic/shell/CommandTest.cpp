@@ -12,15 +12,16 @@ Keys operator+(Keys keys, const Keys& more)
     return keys;
 }
 
-const Keys kDesign{u"New",         u"Open",          u"Exit",       u"Settings",  u"Results",
-                   u"ViewToolbar", u"ViewStatusbar", u"HelpTopics", u"HelpAbout", u"FindInAccount"};
+const Keys kDesign{u"New",           u"Open",       u"Exit",      u"Settings",      u"Results",       u"ViewToolbar",
+                   u"ViewStatusbar", u"HelpTopics", u"HelpAbout", u"FindInAccount", u"IndentByBlocks"};
 const Keys kWithDocument{u"Close",          u"Print",        u"Properties",   u"DeleteLine",     u"SelectAll",
                          u"IndentBlock",    u"OutdentBlock", u"CommentBlock", u"UncommentBlock", u"Find",
                          u"FindNext",       u"Replace",      u"Goto",         u"ToggleBookmark", u"ClearAllBookmarks",
                          u"ValueMark",      u"SubValueMark", u"Highlight",    u"ToggleCase",     u"SaveAs",
                          u"TileHorizontal", u"TileVertical", u"Cascade",      u"Maximize"};
 const Keys kBlocks{u"CollapseBlock", u"ExpandBlock", u"CollapseAll", u"ExpandAll"};
-const Keys kReadOnly = kDesign + kWithDocument + Keys{u"LineWrap"};
+const Keys kLines{u"MoveLinesUp", u"MoveLinesDown", u"DuplicateLines", u"JoinLines", u"SplitView", u"MatchingWord"};
+const Keys kReadOnly = kDesign + kLines + kWithDocument + Keys{u"LineWrap"};
 const Keys kWithoutCompiler = kReadOnly + Keys{u"SaveAll", u"Format"};
 const Keys kWritable = kWithoutCompiler + Keys{u"Compile"};
 
