@@ -234,7 +234,7 @@ int main(int argc, char** argv)
                 program.EndNow();
                 QCoreApplication::exit(EXIT_SUCCESS); // also of the loops of dialogs
             };
-            if (!mainWindow.Postpone(end)) end(); // a save that is under way comes to its end
+            if (!mainWindow.AfterWork(end)) end(); // a save that is under way comes to its end
         });
     program.Main(ReadCommandLine(argc, argv));
     if (program.IsShuttingDown()) return EXIT_SUCCESS;

@@ -175,10 +175,11 @@ void CopyWriter::Run()
         busy_ = true;
         lock.unlock();
         Outcome outcome = CarryOut(order);
+        const bool wanted = order.text != nullptr;
         order = {};
         lock.lock();
         busy_ = false;
-        outcomes_.push_back(std::move(outcome));
+        if (wanted) outcomes_.push_back(std::move(outcome));
         if (orders_.empty()) {
             hurry_ = false;
             idle_.notify_all();

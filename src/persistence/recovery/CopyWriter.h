@@ -45,7 +45,7 @@ public:
     void Cancel();
     /// Waits until all that was ordered has been tried.
     void Flush();
-    /// Of all orders that have ended since the last call.
+    /// Of all copies that were tried since the last call.
     std::vector<Outcome> TakeOutcomes();
 
 private:

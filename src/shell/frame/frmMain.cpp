@@ -161,6 +161,13 @@ bool frmMain::IsModal() const
     return background_.IsBusy() || QApplication::activeModalWidget() != nullptr;
 }
 
+/// As the user cannot do anything while a box is up.
+void frmMain::RunWhenFree(const std::function<void()>& what)
+{
+    if (!IsModal()) return what();
+    QTimer::singleShot(kShutdownDelay, this, [this, what] { RunWhenFree(what); });
+}
+
 void frmMain::Unload()
 {
     if (unloading_) return;

@@ -43,7 +43,12 @@ public:
     void ProcessMessages() override;
     void Await(const std::function<void()>& work) override { background_.Run(work, typing_); }
     void LetType(bool typing) override { typing_ = typing; }
-    bool Postpone(const std::function<void()>& what) override { return background_.Postpone(what); }
+    bool Postpone(const std::function<void()>& what) override
+    {
+        return AfterWork([this, what] { RunWhenFree(what); });
+    }
+    /// The same for what does not wait for a box that comes up then.
+    bool AfterWork(std::function<void()> what) { return background_.Postpone(std::move(what)); }
     int32_t ActiveDocument() const override;
     MenuModel& Menus() override { return menus_; }
     void Arrange(int32_t mode) override;
@@ -80,6 +85,7 @@ private:
     // Life
     void LoadParts();
     void UnloadParts();
+    void RunWhenFree(const std::function<void()>& what);
     void Place();
     void Placed();
     FrameBounds PresentBounds() const;
