@@ -126,6 +126,7 @@ public:
     Text AutoRecoverFile() const { return autoRecoverFile_; }
     void SetAutoRecoverFile(TextView name) { autoRecoverFile_ = name; }
     bool AutoSaveFlag() const;
+    bool IsBeingSaved() const { return savings_ > 0; }
     /// Statement labels in the order of the text.
     const std::vector<Label>& Labels();
 
@@ -154,7 +155,6 @@ private:
     std::vector<TabPlace> ShowRead(ReadText text);
     void RememberStored(const std::vector<TabPlace>& tabs);
     void WriteFrom(SourceView& source, mvItem& item);
-    bool IsBeingSaved() const { return savings_ > 0; }
     bool MayOverwrite(mvItem& item);
     /// The host's answer to a command about the item.
     Text Execute(mvItem& item, TextView note, TextView command, TextView options);

@@ -230,9 +230,9 @@ private:
 
 void mvDocument::WriteFrom(SourceView& source, mvItem& item)
 {
+    Saving saving(source.Document(), savings_); // begins first, as its copy can wait
     StatusNote note(services_.frame, kSaving);
     AutoSaveHold hold(services_.shell);
-    Saving saving(source.Document(), savings_);
     const auto& text = saving.Snapshot();
     if (StoredForm* form = item.Form()) {
         const StoredForm* old = item_ && item_.get() != &item ? item_->Form() : form;
