@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace nib {
 
@@ -212,7 +213,7 @@ void ChangeMarks::Reset()
 {
     sinceSave_.Clear();
     sinceOpening_.Clear();
-    wasSaved_ = all_ = false;
+    wasSaved_ = all_ = saving_ = false;
     untouched_ = true;
 }
 
@@ -225,9 +226,25 @@ void ChangeMarks::Saved()
     wasSaved_ = true;
 }
 
+void ChangeMarks::BeginSaving()
+{
+    sinceSaving_.Clear();
+    saving_ = true;
+}
+
+void ChangeMarks::EndSaving(bool saved)
+{
+    if (!std::exchange(saving_, false) || !saved) return;
+    Saved();
+    if (!sinceSaving_.Any()) return;
+    sinceSave_ = std::exchange(sinceSaving_, {});
+    untouched_ = false;
+}
+
 void ChangeMarks::BeforeEdit(int32_t first, int32_t last)
 {
     untouched_ = false;
+    if (saving_) sinceSaving_.BeforeEdit(lines_, first, last);
     if (all_) return;
     sinceSave_.BeforeEdit(lines_, first, last);
     if (wasSaved_) sinceOpening_.BeforeEdit(lines_, first, last);
@@ -235,7 +252,9 @@ void ChangeMarks::BeforeEdit(int32_t first, int32_t last)
 
 void ChangeMarks::LinesReplaced(int32_t first, int32_t oldLast, int32_t newLast)
 {
-    if (all_ || oldLast == newLast) return;
+    if (oldLast == newLast) return;
+    if (saving_) sinceSaving_.LinesReplaced(lines_, first, oldLast, newLast);
+    if (all_) return;
     sinceSave_.LinesReplaced(lines_, first, oldLast, newLast);
     if (wasSaved_) sinceOpening_.LinesReplaced(lines_, first, oldLast, newLast);
 }

@@ -136,8 +136,10 @@ TEST(ChangeMarks, EverythingElseIsAsItWas)
         text.SetModified(false);
         for (int32_t i = 0; i < 80; ++i) {
             if (dice.OneIn(12)) {
-                text.SetModified(false);
                 saved = CutLines(text.GetText());
+                text.BeginSaving();
+                for (int32_t n = dice.Below(3); n > 0; --n) RandomEdit(text, dice, seed % 2 == 0);
+                text.EndSaving(true);
             } else {
                 RandomEdit(text, dice, seed % 2 == 0);
             }
