@@ -27,15 +27,22 @@ std::vector<uint32_t> IdentitiesOf(const SourceDocument& document)
 
 } // namespace
 
-void StoredLines::Clear()
+uint32_t StoredLines::IdentityOf(const LineRecord& record)
 {
-    lines_ = {};
-    columns_ = {};
+    return record.words[static_cast<size_t>(LineWord::Identity)];
+}
+
+bool StoredLines::IsAsShown(const Line& line, const LineRecord& record, Text& shown)
+{
+    shown.clear();
+    record.Units().AppendTo(shown);
+    return HashOf(shown) == line.shown;
 }
 
 void StoredLines::Read(const std::vector<TabPlace>& tabs, const std::vector<OddEnd>& odd, int32_t tabWidth,
                        SourceDocument& document, int32_t& lastIdentity)
 {
+    Known known = known_ ? *known_ : Known();
     std::vector<Line> read;
     Text scratch;
     auto tab = tabs.begin();
@@ -54,62 +61,77 @@ void StoredLines::Read(const std::vector<TabPlace>& tabs, const std::vector<OddE
             identity = ++lastIdentity;
             document.SetLineData(line, LineWord::Identity, static_cast<uint32_t>(identity));
         }
-        read.push_back({identity, std::max(tabWidth, 1), HashOf(document.LineText(line, scratch)), columns_.size(), 0,
-                        std::nullopt});
-        for (; tab != tabs.end() && tab->line == line; ++tab, ++read.back().tabs) columns_.push_back(tab->column);
+        read.push_back({identity, std::max(tabWidth, 1), HashOf(document.LineText(line, scratch)), known.columns.size(),
+                        0, std::nullopt});
+        for (; tab != tabs.end() && tab->line == line; ++tab, ++read.back().tabs) known.columns.push_back(tab->column);
         if (ownEnd) read.back().end = (end++)->end;
+        known.anyEnd = known.anyEnd || ownEnd;
     }
-    Take(std::move(read));
+    known.Take(std::move(read));
+    if (!known.lines.empty()) known_ = std::make_shared<Known>(std::move(known));
 }
 
-/// What was read last counts.
-void StoredLines::Take(std::vector<Line> read)
+void StoredLines::Known::Take(std::vector<Line> read)
 {
     const auto byIdentity = [](const Line& a, const Line& b) { return a.identity < b.identity; };
-    read.insert(read.end(), lines_.begin(), lines_.end());
+    read.insert(read.end(), lines.begin(), lines.end());
     std::stable_sort(read.begin(), read.end(), byIdentity);
     const auto same = [](const Line& a, const Line& b) { return a.identity == b.identity; };
     read.erase(std::unique(read.begin(), read.end(), same), read.end());
-    lines_ = std::move(read);
+    lines = std::move(read);
 }
 
-const StoredLines::Line* StoredLines::Find(uint32_t identity) const
+const StoredLines::Line* StoredLines::Known::Find(uint32_t identity) const
 {
     if (identity == 0) return nullptr;
-    const auto found = std::lower_bound(lines_.begin(), lines_.end(), identity, [](const Line& line, uint32_t wanted) {
+    const auto found = std::lower_bound(lines.begin(), lines.end(), identity, [](const Line& line, uint32_t wanted) {
         return static_cast<uint32_t>(line.identity) < wanted;
     });
-    const bool there = found != lines_.end() && static_cast<uint32_t>(found->identity) == identity;
+    const bool there = found != lines.end() && static_cast<uint32_t>(found->identity) == identity;
     return there ? &*found : nullptr;
 }
 
-bool StoredLines::AppendStored(const Line& line, TextView shown, Text& out) const
+void StoredLines::Known::AppendStored(const Line& line, TextView shown, Text& out) const
 {
-    if (HashOf(shown) != line.shown) return false;
     size_t done = 0;
     for (int32_t tab = 0; tab < line.tabs; ++tab) {
-        const auto column = static_cast<size_t>(columns_[line.firstTab + static_cast<size_t>(tab)]);
+        const auto column = static_cast<size_t>(columns[line.firstTab + static_cast<size_t>(tab)]);
         out.append(shown.substr(done, column - done)).push_back(u'\t');
         done = column + static_cast<size_t>(line.tabWidth);
     }
     out.append(shown.substr(done));
-    return true;
 }
 
-Text StoredLines::Written(const SourceDocument& document, std::vector<OddEnd>& odd) const
+LinewiseText StoredLines::Written(std::shared_ptr<const TextSnapshot> text) const
 {
-    Text out;
-    Text scratch;
-    for (int32_t line = 0; line < document.LineCount(); ++line) {
-        if (line > 0) out += u"\r\n";
-        const TextView shown = document.LineText(line, scratch);
-        const Line* stored = Find(document.GetLineData(line, LineWord::Identity));
-        if (!stored || !AppendStored(*stored, shown, out))
-            out += shown;
-        else if (stored->end)
-            odd.push_back({line, *stored->end});
-    }
-    return out;
+    LinewiseText lines = AsLines(text);
+    if (Empty()) return lines;
+    lines.walk = [known = known_, text = std::move(text)](const LinewiseText::Visit& visit) {
+        Text shown;
+        Text stored;
+        text->ForEachLine([&](const LineRecord& record) {
+            const Line* line = known->Find(IdentityOf(record));
+            if (!line || line->tabs == 0 || !IsAsShown(*line, record, shown)) return visit(record.Units());
+            stored.clear();
+            known->AppendStored(*line, shown, stored);
+            visit({stored.data(), stored.size(), true});
+        });
+    };
+    return lines;
+}
+
+std::vector<OddEnd> StoredLines::OddEnds(const TextSnapshot& text) const
+{
+    std::vector<OddEnd> odd;
+    if (Empty() || !known_->anyEnd) return odd;
+    Text shown;
+    int32_t number = 0;
+    text.ForEachLine([&](const LineRecord& record) {
+        const Line* line = known_->Find(IdentityOf(record));
+        if (line && line->end && IsAsShown(*line, record, shown)) odd.push_back({number, *line->end});
+        ++number;
+    });
+    return odd;
 }
 
 void StoredLines::Keep(SourceDocument& document, const std::function<void()>& replace) const

@@ -2,8 +2,10 @@
 #include "base/Text.h"
 #include "hosts/TextCoding.h"
 #include "text/ByteLoader.h"
+#include "text/TextSnapshot.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -16,14 +18,16 @@ class SourceDocument;
 /// was shown with.
 class StoredLines {
 public:
-    bool Empty() const { return lines_.empty(); }
-    void Clear();
+    bool Empty() const { return !known_; }
+    void Clear() { known_.reset(); }
     /// The document shows now what is stored, with TABs, as `tabWidth` blanks each, and odd ends in these places. Lines
     /// that need one get an identity.
     void Read(const std::vector<TabPlace>& tabs, const std::vector<OddEnd>& odd, int32_t tabWidth,
               SourceDocument& document, int32_t& lastIdentity);
-    /// The document's text with TABs and CR LF; `odd` takes the lines that end otherwise.
-    Text Written(const SourceDocument& document, std::vector<OddEnd>& odd) const;
+    /// The lines with their TABs, as they are to be written; good however long this object lives.
+    LinewiseText Written(std::shared_ptr<const TextSnapshot> text) const;
+    /// Those of its lines that end otherwise than most.
+    std::vector<OddEnd> OddEnds(const TextSnapshot& text) const;
     /// Round a call that replaces the whole text: lines that are in both stay the lines that they were.
     void Keep(SourceDocument& document, const std::function<void()>& replace) const;
 
@@ -37,13 +41,25 @@ private:
         std::optional<LineEnd> end;
     };
 
-    void Take(std::vector<Line> read);
-    /// Null when the line is as it is shown.
-    const Line* Find(uint32_t identity) const;
-    bool AppendStored(const Line& line, TextView shown, Text& out) const;
+    /// Never changed once it is there.
+    struct Known {
+        std::vector<Line> lines;      ///< by identity
+        std::vector<int32_t> columns; ///< of TABs, in the text that is shown
+        bool anyEnd = false;
 
-    std::vector<Line> lines_;      ///< by identity
-    std::vector<int32_t> columns_; ///< of TABs, in the text that is shown
+        /// What was read last counts.
+        void Take(std::vector<Line> read);
+        /// Null when the line is as it is shown.
+        const Line* Find(uint32_t identity) const;
+        void AppendStored(const Line& line, TextView shown, Text& out) const;
+    };
+
+    static uint32_t IdentityOf(const LineRecord& record);
+    /// The line has the text that it was shown with; `shown` gets it.
+    static bool IsAsShown(const Line& line, const LineRecord& record, Text& shown);
+    const Line* Find(uint32_t identity) const { return known_ ? known_->Find(identity) : nullptr; }
+
+    std::shared_ptr<const Known> known_; ///< null for nothing
 };
 
 } // namespace nib

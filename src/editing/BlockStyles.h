@@ -84,6 +84,7 @@ constexpr int32_t BlocksOfPlace(BlockPlace place)
 
 inline constexpr int32_t kBeginBlocks = BlocksOfStyle(block_style::kBegin);
 inline constexpr int32_t kEndBlocks = BlocksOfStyle(block_style::kEnd);
+inline constexpr int32_t kMiddleBlocks = BlocksOfStyle(block_style::kMiddle);
 inline constexpr int32_t kStatementStartBlocks = BlocksOfPlace(BlockPlace::StatementStart);
 inline constexpr int32_t kLineEndBlocks = BlocksOfPlace(BlockPlace::LineEnd);
 

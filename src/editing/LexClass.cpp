@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "diagnostics/Guarded.h"
+#include "editing/BlockEffect.h"
 #include "editing/BlockStyles.h"
 #include "text/SourceDocument.h"
 #include "text/Units.h"
@@ -242,6 +243,13 @@ inline LexClass::Kind LexClass::FindKeyword(const KeywordTables& tables, Extent&
     return is & kFirst ? FindKeyword(tables, extent) : Kind::Normal;
 }
 
+inline WordRole LexClass::RoleOf(Kind kind, const Extent& extent) const
+{
+    if (kind != Kind::Reserved && kind != Kind::UserKeyword && kind != Kind::Branch) return WordRole::None;
+    if (extent.flags & kMiddleBlocks) return WordRole::Continues;
+    return extent.end - position_ == 2 && WordAt(position_, u"IF") ? WordRole::Leads : WordRole::Keyword;
+}
+
 void LexClass::Step(Token& token)
 {
     Extent extent{position_, 0};
@@ -252,6 +260,7 @@ void LexClass::Step(Token& token)
     token.start = position_;
     token.length = extent.end - position_;
     token.attributes = AttributesOf(flags);
+    token.role = RoleOf(kind, extent);
     if (traced_) Trace(token, flags);
     Pass(row, kind, extent.end, flags);
 }
@@ -276,6 +285,14 @@ bool LexClass::ScanLine(UnitSpan text, uint32_t above, LineScan& scan)
         Pass(row, kind, extent.end, flags);
     }
     scan.data = static_cast<uint32_t>(lineFlags_);
+    return true;
+}
+
+bool LexClass::IndentOf(TextView text, uint32_t above, LineIndent& indent)
+{
+    LineScan scan;
+    if (!highlight_ || !ScanLine({text.data(), text.size(), true}, above, scan)) return false;
+    indent = IndentOfLine(text, scan.data);
     return true;
 }
 

@@ -55,6 +55,7 @@ public:
     void ScanToken(Token& token) override;
     int16_t EndLineScan(SourceDocument& document) override;
     bool ScanLine(UnitSpan text, uint32_t above, LineScan& scan) override;
+    bool IndentOf(TextView text, uint32_t above, LineIndent& indent) override;
     int32_t GetLineIndex() override { return position_; }
     void SetLineIndex(int32_t index) override { position_ = index < 0 ? 0 : index; }
 
@@ -97,6 +98,7 @@ private:
     void Pass(const KindRow& row, Kind kind, int32_t end, int32_t flags);
     void GuardedStep(Token& token);
     void Step(Token& token);
+    WordRole RoleOf(Kind kind, const Extent& extent) const;
     Kind Next(const KeywordTables& tables, Extent& extent);
     Kind Uncoloured(Extent& extent) const;
     Kind Comment(Extent& extent) const;

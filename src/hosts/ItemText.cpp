@@ -4,8 +4,6 @@
 #include "base/Text.h"
 #include "hosts/TextCoding.h"
 
-#include <span>
-
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
@@ -16,11 +14,6 @@ namespace {
 constexpr std::string_view kUtf8Mark{"\xEF\xBB\xBF"};
 constexpr std::string_view kUtf16LeMark{"\xFF\xFE"};
 constexpr std::string_view kUtf16BeMark{"\xFE\xFF"};
-
-bool IsWide(TextCoding coding)
-{
-    return coding == TextCoding::Utf16Le || coding == TextCoding::Utf16Be;
-}
 
 struct Utf8Shape {
     bool valid = true;
@@ -88,39 +81,6 @@ Text WidenLines(std::string_view bytes, WidenLine widen)
     return text;
 }
 
-void AppendWide(TextView text, bool bigEndian, std::string& out)
-{
-    for (char16_t c : text) {
-        const char low = static_cast<char>(c & 0xFF);
-        const char high = static_cast<char>(c >> 8);
-        out.push_back(bigEndian ? high : low);
-        out.push_back(bigEndian ? low : high);
-    }
-}
-
-/// Appends the end of each line, the usual one or its own.
-class LineEnds {
-public:
-    LineEnds(const TextForm& form, const std::vector<OddEnd>& odd) : form_(form), next_(odd.begin()), end_(odd.end()) {}
-
-    /// In the order of the lines.
-    void Append(int64_t line, std::string& out)
-    {
-        while (next_ != end_ && next_->line < line) ++next_;
-        const LineEnd kind = next_ != end_ && next_->line == line ? next_->end : form_.lineEnd;
-        const TextView units = kind == LineEnd::CrLf ? u"\r\n" : kind == LineEnd::Cr ? u"\r" : u"\n";
-        if (IsWide(form_.coding))
-            AppendWide(units, form_.coding == TextCoding::Utf16Be, out);
-        else
-            AppendNarrow(units, out);
-    }
-
-private:
-    const TextForm& form_;
-    std::vector<OddEnd>::const_iterator next_;
-    std::vector<OddEnd>::const_iterator end_;
-};
-
 template <typename Unit>
 void ReadBreaks(std::basic_string_view<Unit> text, TextForm& form, std::vector<OddEnd>* odd)
 {
@@ -129,17 +89,6 @@ void ReadBreaks(std::basic_string_view<Unit> text, TextForm& form, std::vector<O
     const BreakCount breaks = CountBreaks(text);
     form.lineEnd = breaks.Usual();
     if (odd && breaks.Mixed()) *odd = FindOddEnds(text, form.lineEnd);
-}
-
-/// Between the bytes of a server's item and lines that end in line feeds, either way.
-void SwapLineMarks(std::span<char> bytes)
-{
-    for (char& byte : bytes) {
-        if (byte == '\xFE')
-            byte = '\n';
-        else if (byte == '\n')
-            byte = '\xFE';
-    }
 }
 
 [[noreturn]] void RefuseNul(TextView name)
@@ -165,6 +114,16 @@ TextForm ItemText::NewForm() const
     if (configured_) form.coding = CharsetCoding();
     form.finalBreak = kind_ == Kind::Item;
     return form;
+}
+
+void ItemText::SwapLineMarks(std::span<char> bytes)
+{
+    for (char& byte : bytes) {
+        if (byte == '\xFE')
+            byte = '\n';
+        else if (byte == '\n')
+            byte = '\xFE';
+    }
 }
 
 Text ItemText::Decode(std::string_view bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd) const
@@ -284,114 +243,6 @@ bool ItemText::DecodeNamedLine(std::string_view line, Text& text) const
         line.remove_prefix(end);
     }
     return true;
-}
-
-std::string ItemText::Encode(TextView text, const TextForm& form, TextView name, const std::vector<OddEnd>& odd) const
-{
-    std::string out;
-    out.reserve(text.size() * (IsWide(form.coding) ? 2 : 1) + 16);
-    if (form.byteOrderMark && form.coding == TextCoding::Utf8) out += kUtf8Mark;
-    if (form.coding == TextCoding::Utf16Le) out += kUtf16LeMark;
-    if (form.coding == TextCoding::Utf16Be) out += kUtf16BeMark;
-
-    LineEnds ends(form, odd);
-    int64_t number = 0;
-    ForEachLine(text, true, [&](TextView line, bool broken) {
-        ++number;
-        size_t at = 0;
-        if (!EncodeLine(line, form, out, at)) RefuseCharacter(line, at, number, form, name);
-        if (broken) ends.Append(number - 1, out);
-    });
-    if (form.finalBreak && (form.breakAlone || !text.empty())) ends.Append(number - 1, out);
-    if (kind_ == Kind::Server) SwapLineMarks(out);
-    return out;
-}
-
-bool ItemText::EncodeLine(TextView line, const TextForm& form, std::string& out, size_t& at) const
-{
-    if (form.coding == TextCoding::Named) return EncodeNamed(line, out, at);
-    if (IsWide(form.coding)) {
-        at = line.find(u'\0');
-        AppendWide(line, form.coding == TextCoding::Utf16Be, out);
-        return at == TextView::npos;
-    }
-    const bool utf8 = form.coding == TextCoding::Utf8;
-    while (at < line.size()) {
-        const size_t ascii = AsciiRun(line.substr(at));
-        AppendNarrow(line.substr(at, ascii), out);
-        at += ascii;
-        if (at == line.size()) break;
-        const char16_t c = line[at];
-        if (c == 0) return false;
-        if (IsItem() && !form.codedMarks && IsMark(c)) {
-            out.push_back(static_cast<char>(c & 0xFF));
-            ++at;
-        } else if (utf8) {
-            const size_t length = U16_IS_LEAD(c) && at + 1 < line.size() && U16_IS_TRAIL(line[at + 1]) ? 2 : 1;
-            if (length == 1 && U16_IS_SURROGATE(c)) return false;
-            out += ToUtf8(line.substr(at, length));
-            at += length;
-        } else {
-            if (c > 0xFF || IsRawMark(static_cast<unsigned char>(c))) return false;
-            out.push_back(static_cast<char>(c));
-            ++at;
-        }
-    }
-    return true;
-}
-
-bool ItemText::EncodeNamed(TextView line, std::string& out, size_t& at) const
-{
-    const auto holdsMark = [this](std::string_view bytes) {
-        for (char c : bytes)
-            if (IsRawMark(static_cast<unsigned char>(c))) return true;
-        return false;
-    };
-    const auto takes = [&](TextView piece, std::string& bytes) {
-        if (piece.find(u'\0') != TextView::npos) return false;
-        std::optional<std::string> encoded = charset_.Encode(piece);
-        if (encoded) bytes = std::move(*encoded);
-        return encoded && !holdsMark(bytes);
-    };
-    while (at < line.size()) {
-        if (IsItem() && IsMark(line[at])) {
-            out.push_back(static_cast<char>(line[at++] & 0xFF));
-            continue;
-        }
-        size_t end = at;
-        while (end < line.size() && !(IsItem() && IsMark(line[end]))) ++end;
-        std::string bytes;
-        if (takes(line.substr(at, end - at), bytes)) {
-            out += bytes;
-            at = end;
-            continue;
-        }
-        for (; at < end; ++at) {
-            const size_t length = U16_IS_LEAD(line[at]) && at + 1 < end && U16_IS_TRAIL(line[at + 1]) ? 2 : 1;
-            if (!takes(line.substr(at, length), bytes)) return false;
-            at += length - 1;
-        }
-        return false;
-    }
-    return true;
-}
-
-void ItemText::RefuseCharacter(TextView line, size_t at, int64_t lineNumber, const TextForm& form, TextView name) const
-{
-    const size_t length = at + 1 < line.size() && U16_IS_LEAD(line[at]) && U16_IS_TRAIL(line[at + 1]) ? 2 : 1;
-    const TextView character = line.substr(at, length);
-    const int32_t code = length == 2 ? U16_GET_SUPPLEMENTARY(line[at], line[at + 1]) : line[at];
-    Text hex = Hex(code);
-    if (hex.size() < 4) hex.insert(0, 4 - hex.size(), u'0');
-    const Text where = Text(name) + u" cannot be saved: the character " +
-                       (code == 0 || U16_IS_SURROGATE(code) ? Text() : Text(character) + u" ") + u"(U+" + hex +
-                       u") in line " + Decimal(lineNumber);
-    const Text set = form.coding == TextCoding::Named    ? charset_.Name()
-                     : form.coding == TextCoding::Latin1 ? Text(u"ISO-8859-1")
-                                                         : Text(u"a text");
-    const bool mark = IsItem() && form.coding == TextCoding::Latin1 && code >= 0xFB && code <= 0xFF;
-    throw Error(error_number::kStorage,
-                where + (mark ? u" would be read as a mark in " + set + u"." : u" cannot be held by " + set + u"."));
 }
 
 } // namespace nib

@@ -8,8 +8,10 @@
 // Local files: UTF-8, UTF-16 with a byte order mark, else Latin-1 with all its letters; every line feed is text.
 
 #include "base/ByteText.h"
+#include "base/LinewiseText.h"
 #include "hosts/TextCoding.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -26,6 +28,9 @@ struct TextForm {
     bool breakAlone = false; ///< items: it does so even when there is no text at all
     bool codedMarks = false; ///< items: marks are written as UTF-8 and not as single bytes
 };
+
+/// Of a text that outlives them, with breaks of any kind.
+LinewiseText LinesIn(TextView text);
 
 class ItemText {
 public:
@@ -44,7 +49,12 @@ public:
     /// The same where the bytes may be taken, which spares copies.
     ReadText Read(ByteText bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd = nullptr) const;
     /// Throws Error naming the character and the line when the form cannot hold the text. `odd` in order of the lines.
-    std::string Encode(TextView text, const TextForm& form, TextView name, const std::vector<OddEnd>& odd = {}) const;
+    std::string Encode(const LinewiseText& text, const TextForm& form, TextView name,
+                       const std::vector<OddEnd>& odd = {}) const;
+    std::string Encode(TextView text, const TextForm& form, TextView name, const std::vector<OddEnd>& odd = {}) const
+    {
+        return Encode(LinesIn(text), form, name, odd);
+    }
     /// Both are items or both files.
     bool IsLike(const ItemText& other) const { return IsItem() == other.IsItem(); }
     /// What the one has read, the other can write as it stood.
@@ -65,6 +75,8 @@ private:
     bool IsItem() const { return kind_ != Kind::File; }
     using WidenLine = char16_t* (*)(std::string_view, char16_t*);
 
+    /// Between the bytes of a server's item and lines that end in line feeds, either way.
+    static void SwapLineMarks(std::span<char> bytes);
     Text DecodeLines(std::string_view bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd) const;
     /// How the lines are widened that `bytes` then holds; null when they are no such lines, and `text` is all of it.
     WidenLine Look(std::string_view& bytes, TextForm& form, TextView name, std::vector<OddEnd>* odd, Text& text) const;

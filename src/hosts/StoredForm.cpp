@@ -18,7 +18,7 @@ ReadText StoredForm::Read(ByteText bytes)
     return text;
 }
 
-std::string StoredForm::Encode(TextView text)
+std::string StoredForm::Encode(const LinewiseText& text)
 {
     std::string bytes = Encoded(text);
     odd_.clear();
@@ -26,7 +26,7 @@ std::string StoredForm::Encode(TextView text)
     return bytes;
 }
 
-std::string StoredForm::Encoded(TextView text)
+std::string StoredForm::Encoded(const LinewiseText& text)
 {
     if (formTaken_) {
         // Under a new name a text may be what it could not be under its old one.

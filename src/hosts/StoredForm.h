@@ -22,7 +22,8 @@ public:
     /// The same where the bytes may be taken.
     ReadText Read(ByteText bytes);
     /// Throws Error that names the character and the line when the text cannot be held.
-    std::string Encode(TextView text);
+    std::string Encode(const LinewiseText& text);
+    std::string Encode(TextView text) { return Encode(LinesIn(text)); }
 
     /// Of the text that was read: the lines that end otherwise than most.
     const std::vector<OddEnd>& OddEnds() const { return odd_; }
@@ -33,7 +34,7 @@ public:
     bool TakeForm(const StoredForm& other);
 
 private:
-    std::string Encoded(TextView text);
+    std::string Encoded(const LinewiseText& text);
 
     ItemText coding_;
     Text name_;

@@ -131,6 +131,23 @@ void CommentBlock(CommandContext& c)
 {
     if (c.document->EnsureView().txtText().MayEdit()) c.document->CommentBlock(Comment);
 }
+/// A command of the view itself.
+template <void (SourceView::*Member)()>
+void InView(CommandContext& c)
+{
+    (View(c).*Member)();
+}
+
+bool IndentsByBlocks(Context& c)
+{
+    return c.program.EditorSettings().IndentByBlocks;
+}
+void SetIndentByBlocks(CommandContext& c)
+{
+    const bool mark = c.program.EditorSettings().IndentByBlocks = NewMark(c, IndentsByBlocks(c));
+    for (auto& document : c.program.OpenDocuments().All())
+        if (clsDocView* view = document->View()) view->txtText().SetIndentsByBlocks(mark);
+}
 template <bool Collapse, bool All>
 void Fold(CommandContext& c)
 {
@@ -176,6 +193,14 @@ void Goto(CommandContext& c)
     HandleGoto(c.program, c.document.get(), AlwaysAsk);
 }
 
+void GoToMatch(CommandContext& c)
+{
+    const std::optional<Position> match = View(c).MatchOfCaret();
+    if (!match) return;
+    c.program.History().RecordPosition(c.document.get(), false);
+    View(c).SetCaret(*match);
+}
+
 // View
 
 bool ToolBarShown(Context& c)
@@ -197,6 +222,24 @@ bool Wraps(Context& c)
 bool CanWrap(Context& c)
 {
     return HasView(c) && !c.program.EditorSettings().CollapseBlocks;
+}
+
+bool IsSplit(Context& c)
+{
+    return HasView(c) && c.document->View()->IsSplit();
+}
+
+template <bool MvEdit::*Mark>
+bool Marks(Context& c)
+{
+    return c.program.EditorSettings().*Mark;
+}
+template <bool MvEdit::*Mark>
+void SetMark(CommandContext& c)
+{
+    c.program.EditorSettings().*Mark = NewMark(c, Marks<Mark>(c));
+    for (auto& document : c.program.OpenDocuments().All())
+        if (clsDocView* view = document->View()) view->txtText().SetMarks(ViewMarksOf(c.program.EditorSettings()));
 }
 
 void SetHighlight(CommandContext& c)
@@ -235,9 +278,9 @@ constexpr CommandRow kRows[] = {
     {u"New", ForAll<&FileCommands::FileNew>, Always},
     {u"Open", ForAll<&FileCommands::FileOpen>, Always},
     {u"Close", [](CommandContext& c) { c.program.Files().FileClose(*c.document); }, HasDocument},
-    {u"Save", [](CommandContext& c) { c.program.Files().FileSave(*c.document); }, CanSave},
-    {u"SaveAs", [](CommandContext& c) { c.program.Files().FileSaveAs(*c.document); }, HasDocument},
-    {u"SaveAll", ForAll<&FileCommands::FileSaveAll>, CanSaveAll},
+    {u"Save", [](CommandContext& c) { c.program.Files().FileSave(*c.document); }, CanSave, nullptr, true},
+    {u"SaveAs", [](CommandContext& c) { c.program.Files().FileSaveAs(*c.document); }, HasDocument, nullptr, true},
+    {u"SaveAll", ForAll<&FileCommands::FileSaveAll>, CanSaveAll, nullptr, true},
     {u"Print", Show<Form::Print>, HasDocument},
     {u"Properties", Show<Form::Properties>, HasDocument},
     {u"Exit", ForAll<&FileCommands::FileExit>, Always},
@@ -254,6 +297,11 @@ constexpr CommandRow kRows[] = {
     {u"SelectAll", Do<&mvDocument::SelectAll>, HasDocument},
     {u"IndentBlock", IndentBlock<true>, HasDocument},
     {u"OutdentBlock", IndentBlock<false>, HasDocument},
+    {u"MoveLinesUp", InView<&SourceView::MoveLinesUp>, HasView},
+    {u"MoveLinesDown", InView<&SourceView::MoveLinesDown>, HasView},
+    {u"DuplicateLines", InView<&SourceView::DuplicateLines>, HasView},
+    {u"JoinLines", InView<&SourceView::JoinLines>, HasView},
+    {u"IndentByBlocks", SetIndentByBlocks, Always, IndentsByBlocks},
     {u"CommentBlock", CommentBlock<true>, HasDocument},
     {u"UncommentBlock", CommentBlock<false>, HasDocument},
     {u"CollapseBlock", Fold<true, false>, FoldsBlocks},
@@ -279,6 +327,7 @@ constexpr CommandRow kRows[] = {
     {u"ClearBookmarks", [](CommandContext& c) { View(c).Document().ClearBookmarks(); }, HasBookmarks},
     {u"ClearAllBookmarks", ClearAllBookmarks, HasDocument},
     {u"Goto", Goto<true>, HasDocument},
+    {u"MatchingWord", GoToMatch, HasView},
     {u"ctxGoto", Goto<false>, HasDocument},
     {u"ctxOpen", [](CommandContext& c) { HandleOpen(c.program, c.document.get()); }, HasDocument},
     {u"ctxToggleBlock", [](CommandContext& c) { HandleBlockToggle(c.program, c.document.get()); }, HasView},
@@ -290,6 +339,14 @@ constexpr CommandRow kRows[] = {
      StatusBarShown},
     {u"Highlight", SetHighlight, HasDocument, Highlights},
     {u"LineWrap", [](CommandContext& c) { View(c).SetLineWrap(NewMark(c, Wraps(c))); }, CanWrap, Wraps},
+    {u"SplitView", [](CommandContext& c) { c.document->View()->SetSplit(NewMark(c, IsSplit(c))); }, HasView, IsSplit},
+    {u"OtherPane", [](CommandContext& c) { c.document->View()->ChangePane(); }, IsSplit},
+    {u"CurrentLine", SetMark<&MvEdit::CurrentLine>, Always, Marks<&MvEdit::CurrentLine>},
+    {u"Matches", SetMark<&MvEdit::Matches>, Always, Marks<&MvEdit::Matches>},
+    {u"ChangeBars", SetMark<&MvEdit::ChangeBars>, Always, Marks<&MvEdit::ChangeBars>},
+    {u"IndentGuides", SetMark<&MvEdit::IndentGuides>, Always, Marks<&MvEdit::IndentGuides>},
+    {u"VisibleBlanks", SetMark<&MvEdit::VisibleBlanks>, Always, Marks<&MvEdit::VisibleBlanks>},
+    {u"SmoothScrolling", SetMark<&MvEdit::SmoothScrolling>, Always, Marks<&MvEdit::SmoothScrolling>},
     {u"Results", Show<Form::Results>, Always},
     {u"Settings", Show<Form::Settings>, Always},
     {u"HelpTopics", Show<Form::HelpTopics>, Always},

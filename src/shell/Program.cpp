@@ -291,7 +291,7 @@ void Program::TakeDown()
 
 void Program::KeepAll()
 {
-    IgnoringErrors([&] { recovery_.AutoSaveDocuments(); }, [&] { recovery_.FlushJournals(); }, [&] { session_.Save(); },
+    IgnoringErrors([&] { recovery_.AutoSaveDocuments(); }, [&] { recovery_.Flush(); }, [&] { session_.Save(); },
                    [&] { settings_.SaveSettings(ports_.store); }, [&] { ports_.store.Flush(); });
 }
 

@@ -113,6 +113,13 @@ void LineScanner::RunLexer(int32_t line, std::vector<Token>* tokens, Nesting& ne
     lexer_->EndLineScan(document_);
 }
 
+bool LineScanner::IndentOf(TextView text, uint32_t above, LineIndent& indent)
+{
+    if (!lexer_ || busy_ || text.size() > kMostLexed) return false;
+    Flag busy(busy_);
+    return OrDefault([&] { return lexer_->IndentOf(text, above, indent); }, false);
+}
+
 bool LineScanner::Scan(int32_t line, std::vector<Token>* tokens)
 {
     uint32_t stateBefore = lines_.Word(line, kState);

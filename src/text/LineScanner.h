@@ -30,6 +30,7 @@ public:
     /// For at most about this long; false when nothing is left.
     bool Slice(int64_t microseconds);
     void Tokens(int32_t line, std::vector<Token>& tokens);
+    bool IndentOf(TextView text, uint32_t above, LineIndent& indent);
     /// Whether the nesting of any line came out differently since this was last asked.
     bool TakeNestingChanged() { return std::exchange(nestingChanged_, false); }
     bool Busy() const { return busy_; }

@@ -31,18 +31,6 @@ LineStore::LineStore()
     Load(u"");
 }
 
-LineStore::~LineStore()
-{
-    Clear();
-}
-
-void LineStore::Clear()
-{
-    for (auto& chunk : chunks_)
-        for (LineRecord& line : chunk->lines) line.Release();
-    chunks_.clear();
-}
-
 void LineStore::Load(TextView text)
 {
     Take(TextLoader(text), text.size());
@@ -59,26 +47,36 @@ std::vector<TabPlace> LineStore::Load(ByteText text, int32_t tabWidth)
 template <typename Loader>
 void LineStore::Take(Loader&& loader, size_t size)
 {
-    std::vector<std::unique_ptr<Chunk>> chunks;
+    std::vector<std::shared_ptr<Chunk>> chunks;
     size_t units = 0;
     int32_t count = 0;
     UnitSpan line;
     while (loader.Next(line)) {
         if (chunks.empty() || chunks.back()->lines.size() == kLoadedLines) {
-            chunks.push_back(std::make_unique<Chunk>());
+            chunks.push_back(std::make_shared<Chunk>());
             chunks.back()->lines.reserve(size < kLoadedLines ? 8 : kLoadedLines);
         }
         chunks.back()->lines.emplace_back().Share(line.data, line.length, line.wide);
         units += line.length;
         ++count;
     }
-    Clear();
     chunks_ = std::move(chunks);
     loaded_ = loader.Take();
     units_ = units;
     count_ = count;
     hidden_ = 0;
     RebuildTrees();
+}
+
+std::shared_ptr<const TextSnapshot> LineStore::Snapshot() const
+{
+    return std::make_shared<TextSnapshot>(chunks_, loaded_, count_, units_);
+}
+
+LineStore::Chunk& LineStore::Own(size_t chunk)
+{
+    if (chunks_[chunk]->IsRead()) chunks_[chunk] = std::make_shared<Chunk>(*chunks_[chunk]);
+    return *chunks_[chunk];
 }
 
 void LineStore::RebuildTrees()
@@ -118,7 +116,7 @@ void LineStore::InsertLines(int32_t line, int32_t count)
     if (count <= 0) return;
     Place place = line < count_ ? Locate(line) : Place{chunks_.size() - 1, chunks_.back()->lines.size()};
     lastLine_ = -1;
-    auto& lines = chunks_[place.chunk]->lines;
+    auto& lines = Own(place.chunk).lines;
     lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(place.index), static_cast<size_t>(count), LineRecord());
     count_ += count;
     lineTree_.Add(place.chunk, count);
@@ -131,18 +129,20 @@ void LineStore::SplitIfLarge(size_t chunk)
 {
     auto& lines = chunks_[chunk]->lines;
     if (lines.size() <= kMostLines) return;
-    std::vector<std::unique_ptr<Chunk>> parts;
+    std::vector<std::shared_ptr<Chunk>> parts;
     for (size_t at = kLoadedLines; at < lines.size(); at += kLoadedLines) {
-        auto part = std::make_unique<Chunk>();
+        auto part = std::make_shared<Chunk>();
         size_t end = std::min(lines.size(), at + kLoadedLines);
         part->lines.assign(lines.begin() + static_cast<std::ptrdiff_t>(at),
                            lines.begin() + static_cast<std::ptrdiff_t>(end));
+        for (const LineRecord& line : part->lines) line.Retain();
         parts.push_back(std::move(part));
     }
+    chunks_.insert(chunks_.begin() + static_cast<std::ptrdiff_t>(chunk) + 1, parts.begin(), parts.end());
+    std::for_each(lines.begin() + static_cast<std::ptrdiff_t>(kLoadedLines), lines.end(),
+                  [](LineRecord& line) { line.Release(); });
     lines.resize(kLoadedLines);
     lines.shrink_to_fit(); // a large paste was one chunk for a moment
-    chunks_.insert(chunks_.begin() + static_cast<std::ptrdiff_t>(chunk) + 1, std::make_move_iterator(parts.begin()),
-                   std::make_move_iterator(parts.end()));
     for (size_t i = chunk; i <= chunk + parts.size(); ++i) {
         auto& piece = chunks_[i]->lines;
         chunks_[i]->hidden = static_cast<int32_t>(std::count_if(
@@ -157,7 +157,7 @@ void LineStore::RemoveLines(int32_t line, int32_t count)
     while (count > 0) {
         Place place = Locate(line);
         lastLine_ = -1;
-        Chunk& chunk = *chunks_[place.chunk];
+        Chunk& chunk = Own(place.chunk);
         auto first = chunk.lines.begin() + static_cast<std::ptrdiff_t>(place.index);
         auto here = std::min<int32_t>(count, static_cast<int32_t>(chunk.lines.size() - place.index));
         int32_t hidden = 0;
@@ -184,10 +184,10 @@ void LineStore::RemoveLines(int32_t line, int32_t count)
 void LineStore::SetWord(int32_t line, size_t which, uint32_t value)
 {
     Place place = Locate(line);
-    uint32_t& word = Record(place).words[which];
-    uint32_t changed = word ^ value;
-    word = value;
-    if (which != kControl || !changed) return;
+    const uint32_t changed = At(line).words[which] ^ value;
+    if (!changed) return;
+    Record(place).words[which] = value;
+    if (which != kControl) return;
     if (changed & own_bits::kHidden) {
         int32_t delta = value & own_bits::kHidden ? 1 : -1;
         chunks_[place.chunk]->hidden += delta;
@@ -266,6 +266,27 @@ int32_t LineStore::FindClose(int32_t line, int32_t depth) const
             if (nesting.closes >= depth) return at;
             depth += nesting.opens - nesting.closes;
         }
+    }
+    return -1;
+}
+
+int32_t LineStore::FindOpen(int32_t line, int32_t depth) const
+{
+    const int32_t level = NestingBefore(line).opens - depth; // of blocks open before that one
+    if (level < 0) return -1;
+    const Place end = Locate(line);
+    for (size_t i = end.chunk + 1; i-- > 0;) {
+        if (i < end.chunk && prefix_[i].opens - ChunkNesting(i).closes > level) continue;
+        const size_t count = i == end.chunk ? end.index : chunks_[i]->lines.size();
+        int32_t found = -1;
+        int32_t open = prefix_[i].opens;
+        for (size_t index = 0; index < count; ++index) {
+            const Nesting nesting = NestingOf(chunks_[i]->lines[index].words[kControl]);
+            open = std::max(open - nesting.closes, 0);
+            if (open <= level && nesting.opens > 0) found = static_cast<int32_t>(index);
+            open += nesting.opens;
+        }
+        if (found >= 0) return lineTree_.Before(i) + found;
     }
     return -1;
 }

@@ -5,6 +5,7 @@
 #include "text/ByteLoader.h"
 #include "text/LineText.h"
 #include "text/SourceContract.h"
+#include "text/TextSnapshot.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -70,12 +71,7 @@ uint32_t WithNesting(uint32_t controlWord, Nesting nesting);
 
 class LineStore {
 public:
-    struct Chunk {
-        std::vector<LineRecord> lines;
-        int32_t hidden = 0;
-        mutable Nesting nesting;
-        mutable bool nestingKnown = false;
-    };
+    using Chunk = LineChunk;
     /// Where a line lies.
     struct Place {
         size_t chunk = 0;
@@ -83,7 +79,6 @@ public:
     };
 
     LineStore();
-    ~LineStore();
     LineStore(const LineStore&) = delete;
     LineStore& operator=(const LineStore&) = delete;
 
@@ -91,6 +86,9 @@ public:
     void Load(TextView text);
     /// From the bytes that it was read in, each TAB as so many blanks; answers where those stood.
     std::vector<TabPlace> Load(ByteText text, int32_t tabWidth);
+
+    /// In the time that a list of its chunks takes.
+    std::shared_ptr<const TextSnapshot> Snapshot() const;
 
     int32_t Count() const { return count_; }
     const LineRecord& At(int32_t line) const { return Record(Locate(line)); }
@@ -118,6 +116,9 @@ public:
     Nesting NestingBefore(int32_t line) const;
     /// First line from `line` on at which `depth` open blocks have all closed; -1 when none does.
     int32_t FindClose(int32_t line, int32_t depth) const;
+    /// The line above `line` that opened the block which is the `depth`th from inside of those open there; -1 when
+    /// there are fewer.
+    int32_t FindOpen(int32_t line, int32_t depth) const;
 
     size_t ChunkCount() const { return chunks_.size(); }
     const Chunk& ChunkAt(size_t i) const { return *chunks_[i]; }
@@ -141,14 +142,15 @@ private:
     void Take(Loader&& loader, size_t size);
     Place Search(int32_t line) const;
     const LineRecord& Record(Place p) const { return chunks_[p.chunk]->lines[p.index]; }
-    LineRecord& Record(Place p) { return chunks_[p.chunk]->lines[p.index]; }
-    void Clear();
+    /// To be changed.
+    LineRecord& Record(Place p) { return Own(p.chunk).lines[p.index]; }
+    Chunk& Own(size_t chunk);
     void RebuildTrees();
     void SplitIfLarge(size_t chunk);
     void Touch(size_t chunk);
     Nesting ChunkNesting(size_t chunk) const;
 
-    std::vector<std::unique_ptr<Chunk>> chunks_;
+    std::vector<std::shared_ptr<Chunk>> chunks_;
     CountTree lineTree_;
     CountTree visibleTree_;
     LoadedText loaded_;

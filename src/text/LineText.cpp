@@ -1,6 +1,7 @@
 #include "text/LineText.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -22,8 +23,10 @@ void* Malloc(size_t bytes)
 
 /// In front of every block of a line's own.
 struct alignas(8) BlockHeader {
-    size_t bytes; ///< room for units
+    uint32_t bytes; ///< room for units
+    std::atomic<uint32_t> holders{1};
 };
+static_assert(sizeof(BlockHeader) == 8);
 
 BlockHeader* HeaderOf(void* units)
 {
@@ -32,9 +35,18 @@ BlockHeader* HeaderOf(void* units)
 
 void* Allocate(size_t bytes)
 {
-    auto* header = static_cast<BlockHeader*>(Malloc(sizeof(BlockHeader) + bytes));
-    header->bytes = bytes;
-    return header + 1;
+    return new (Malloc(sizeof(BlockHeader) + bytes)) BlockHeader{static_cast<uint32_t>(bytes)} + 1;
+}
+
+void LetGo(void* units)
+{
+    // Whoever frees it, or goes on to write to it, sees all that others did with it.
+    if (HeaderOf(units)->holders.fetch_sub(1, std::memory_order_acq_rel) == 1) std::free(HeaderOf(units));
+}
+
+bool IsShared(void* units)
+{
+    return HeaderOf(units)->holders.load(std::memory_order_acquire) > 1;
 }
 
 /// True when every unit fits 8 bits.
@@ -47,19 +59,6 @@ bool FitsNarrow(TextView text)
 
 } // namespace
 
-void UnitSpan::AppendTo(Text& text, size_t from, size_t count) const
-{
-    from = std::min(from, length);
-    count = std::min(count, length - from);
-    if (wide) {
-        text.append(Wide() + from, count);
-        return;
-    }
-    size_t old = text.size();
-    text.resize(old + count);
-    std::copy_n(Narrow() + from, count, text.data() + old);
-}
-
 void LineRecord::Share(const void* text, size_t length, bool wide)
 {
     text_ = const_cast<void*>(text); // written to only when own_ is set
@@ -71,7 +70,7 @@ void LineRecord::Share(const void* text, size_t length, bool wide)
 void LineRecord::MakeOwn(bool wide, size_t needed)
 {
     size_t unit = wide ? 2 : 1;
-    if (own_ && wide_ == wide && HeaderOf(text_)->bytes >= needed * unit) return;
+    if (own_ && wide_ == wide && HeaderOf(text_)->bytes >= needed * unit && !IsShared(text_)) return;
     // Room to grow, so that typing in a line allocates seldom; a very long one must not take half as much again.
     constexpr size_t kMostGrowth = size_t{1} << 20;
     void* block = Allocate((needed + std::min(needed / 2, kMostGrowth) + 16) * unit);
@@ -80,7 +79,7 @@ void LineRecord::MakeOwn(bool wide, size_t needed)
         std::copy_n(old.Narrow(), old.length, static_cast<char16_t*>(block));
     else if (old.length)
         std::memcpy(block, old.data, old.length * unit);
-    if (own_) std::free(HeaderOf(text_));
+    if (own_) LetGo(text_);
     text_ = block;
     wide_ = wide;
     own_ = 1;
@@ -105,9 +104,14 @@ void LineRecord::Replace(size_t at, size_t count, TextView with)
     length_ = static_cast<uint32_t>(length);
 }
 
+void LineRecord::Retain() const
+{
+    if (own_) HeaderOf(text_)->holders.fetch_add(1, std::memory_order_relaxed);
+}
+
 void LineRecord::Release()
 {
-    if (own_) std::free(HeaderOf(text_));
+    if (own_) LetGo(text_);
     own_ = 0;
     text_ = nullptr;
     length_ = 0;

@@ -2,26 +2,13 @@
 // How a line's text lies in memory: 8 bits a unit while all units allow it, else 16; either inside the block of the
 // loaded text or, once edited, in a block of its own.
 
-#include "base/Text.h"
+#include "base/UnitSpan.h"
 
 #include <cstddef>
 #include <memory>
 #include <vector>
 
 namespace nib {
-
-/// A stored text, not owned: `wide` units of 16 bits, else 8.
-struct UnitSpan {
-    const void* data = nullptr;
-    size_t length = 0;
-    bool wide = false;
-
-    const uint8_t* Narrow() const { return static_cast<const uint8_t*>(data); }
-    const char16_t* Wide() const { return static_cast<const char16_t*>(data); }
-    char16_t operator[](size_t i) const { return wide ? Wide()[i] : Narrow()[i]; }
-    void AppendTo(Text& text) const { AppendTo(text, 0, length); }
-    void AppendTo(Text& text, size_t from, size_t count) const;
-};
 
 /// Line record of 24 bytes; a million of them are the cost of a loaded text beside its units.
 class LineRecord {
@@ -36,7 +23,10 @@ public:
     void Share(const void* text, size_t length, bool wide);
     /// Replaces `count` units at `at`; the line then has a block of its own.
     void Replace(size_t at, size_t count, TextView with);
-    /// Frees an own block; the record must not be used afterwards.
+    /// A copy of this record holds an own block, too: neither writes to it, and the last one frees it. Each may belong
+    /// to another thread.
+    void Retain() const;
+    /// Lets go of an own block; the record must not be used afterwards.
     void Release();
     size_t OwnBytes() const;
 
@@ -45,7 +35,7 @@ private:
 
     uint32_t length_ : 30 = 0;
     uint32_t wide_ : 1 = 0;
-    uint32_t own_ : 1 = 0;
+    uint32_t own_ : 1 = 0; ///< the block may be that of copies, too
     void* text_ = nullptr;
 };
 

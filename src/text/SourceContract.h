@@ -10,12 +10,23 @@ namespace nib {
 
 class SourceDocument;
 
+/// What a word is in its language, apart from beginning or ending a block.
+enum class WordRole : uint8_t {
+    None,
+    Keyword,
+    Leads,    ///< a statement whose clauses may be blocks, as IF does
+    Continues ///< the block that it stands in, as CASE and WHILE do
+};
+
 /// What a lexer answers for one token. `type` 0 is the end of the line; other types index the table of styles.
 struct Token {
     int32_t type = 0;
     int32_t start = 0;      ///< 0-based column
     int32_t length = 0;     ///< UTF-16 units
     int32_t attributes = 0; ///< 0 or one of token_attribute
+    WordRole role = WordRole::None;
+
+    int32_t End() const { return start + length; }
 };
 
 namespace token_attribute {
@@ -47,6 +58,14 @@ struct LineScan {
     uint32_t data = 0;
 };
 
+/// The part that a line plays among the blocks.
+struct LineIndent {
+    Nesting steps;         ///< levels that it steps out before it is placed, and in for the lines behind it
+    int32_t column = 0;    ///< 0-based, where its code begins
+    bool code = false;     ///< there is some: blank lines, comments and labels alone say nothing of their neighbours
+    bool labelled = false; ///< so that blanks in front of it do not move the code
+};
+
 /// Called by the document for each line that it scans: BeginLineScan, ScanToken until type 0, EndLineScan.
 /// No call-back may edit the document.
 class ISourceLex4 {
@@ -58,6 +77,8 @@ public:
     /// The same at once, for a line whose tokens nobody wants; `above` is the data word of the line above it. False:
     /// the document must ask for the tokens.
     virtual bool ScanLine(UnitSpan /*text*/, uint32_t /*above*/, LineScan&) { return false; }
+    /// What `text` would be below a line with the data word `above`. False: nobody knows, and indents are copied.
+    virtual bool IndentOf(TextView /*text*/, uint32_t /*above*/, LineIndent&) { return false; }
     virtual int32_t GetDesiredCase() { return 0; }
     virtual int32_t GetLineIndex() { return 0; }
     virtual void SetLineIndex(int32_t) {}
@@ -129,6 +150,12 @@ struct BlockPart {
     bool IsHead() const { return kind == Kind::Head || kind == Kind::CollapsedHead; }
     bool IsCollapsed() const { return kind == Kind::CollapsedHead; }
     bool Any() const { return kind != Kind::None || inside; }
+};
+
+struct TextRange {
+    Position start;
+    Position end;
+    friend bool operator==(const TextRange&, const TextRange&) = default;
 };
 
 struct FindHit {

@@ -31,6 +31,12 @@ std::vector<TabPlace> SourceDocument::SetText(ByteText text, int32_t tabWidth)
     return tabs;
 }
 
+bool SourceDocument::IndentAt(int32_t line, TextView text, LineIndent& indent) const
+{
+    const uint32_t above = line > 0 ? GetLineData(line - 1, LineWord::Lexer) : 0;
+    return scanner_.IndentOf(text, above, indent);
+}
+
 uint32_t SourceDocument::GetLineData(int32_t line, LineWord which) const
 {
     line = ClampLine(line);
@@ -70,7 +76,23 @@ int32_t SourceDocument::UpdateLines(int32_t first, int32_t last)
 void SourceDocument::SetModified(bool modified)
 {
     undo_.SetModified(modified);
+    modified ? changes_.Unsaved() : changes_.Saved();
     TellModified();
+}
+
+std::shared_ptr<const TextSnapshot> SourceDocument::BeginSaving()
+{
+    undo_.BeginSaving();
+    changes_.BeginSaving();
+    return Snapshot();
+}
+
+void SourceDocument::EndSaving(bool saved)
+{
+    undo_.EndSaving(saved);
+    changes_.EndSaving(saved);
+    TellModified();
+    if (saved && Modified()) TellRepaint(0, LineCount() - 1); // other lines differ now
 }
 
 const TextSearch& SourceDocument::Prepared(TextView text, FindOptions options) const
@@ -257,6 +279,7 @@ void SourceDocument::TellModified()
     bool modified = undo_.Modified();
     if (modified == knownModified_) return;
     knownModified_ = modified;
+    if (!modified) changes_.BackAtSaved();
     Tell([&](BufferListener& l) { l.ModifiedChanged(modified); });
 }
 

@@ -5,6 +5,7 @@
 // or column outside the text is clamped to it, unless a member says otherwise. All calls belong to the main thread.
 
 #include "diagnostics/Guarded.h"
+#include "text/ChangeMarks.h"
 #include "text/EditedLines.h"
 #include "text/LineScanner.h"
 #include "text/RangeEdits.h"
@@ -73,6 +74,8 @@ public:
         UnitSpan units = lines_.At(ClampLine(line)).Units();
         if (units.wide) return {units.Wide(), units.length};
         scratch.clear();
+        // A very long line must not lie there twice meanwhile.
+        if (units.length > scratch.capacity()) scratch = {};
         units.AppendTo(scratch);
         return scratch;
     }
@@ -86,6 +89,7 @@ public:
     /// The same for a text in the bytes that it was read in, each TAB as so many blanks; answers where those stood.
     std::vector<TabPlace> SetText(ByteText text, int32_t tabWidth);
     Text GetText() const { return GetRange({}, End()); }
+    std::shared_ptr<const TextSnapshot> Snapshot() const { return lines_.Snapshot(); }
     /// CR LF between lines.
     Text GetRange(Position start, Position end) const;
     Position End() const { return {LineLength(LineCount() - 1), LineCount() - 1}; }
@@ -114,6 +118,14 @@ public:
 
     bool Modified() const { return undo_.Modified(); }
     void SetModified(bool modified);
+    /// The text as it is now is being saved: if that ends well, it is the one that counts as not modified. What is
+    /// edited meanwhile is not in it.
+    std::shared_ptr<const TextSnapshot> BeginSaving();
+    void EndSaving(bool saved);
+    /// How a line differs from what was saved or opened.
+    LineMarks ChangesAt(int32_t line) const { return changes_.Of(ClampLine(line)); }
+    /// The next line so marked, from this one on; -1 when there is none.
+    int32_t NextChange(int32_t line, LineChange change) const { return changes_.Next(line, change); }
     bool CanUndo() const { return undo_.CanUndo(); }
     bool CanRedo() const { return undo_.CanRedo(); }
     void Undo();
@@ -144,6 +156,8 @@ public:
     /// Tokens of a line as the lexer gives them (one of type kPlainToken for plain text, none for an empty line); scans
     /// what must be scanned before it.
     void ScanLine(int32_t line, std::vector<Token>& tokens);
+    /// What `text` would be if it stood at `line`, as the lexer sees it; false where it says nothing.
+    bool IndentAt(int32_t line, TextView text, LineIndent& indent) const;
     /// Scans unscanned lines for at most about `microseconds`; false when nothing is left.
     bool ScanSlice(int64_t microseconds);
     void EnsureScanned();
@@ -151,6 +165,12 @@ public:
     BlockPart BlockAt(int32_t line) const;
     /// Last line of the block that `line` heads, -1 when it heads none.
     int32_t BlockEnd(int32_t line);
+    // Blocks open at the beginning of a line, and where one of them ends or began, counted from the innermost; -1 when
+    // it does not. They know of what is scanned.
+    int32_t OpenBlocks(int32_t line) const { return lines_.NestingBefore(ClampLine(line)).opens; }
+    int32_t FindClose(int32_t line, int32_t depth) const { return lines_.FindClose(line, depth); }
+    int32_t FindOpen(int32_t line, int32_t depth) const { return lines_.FindOpen(ClampLine(line), depth); }
+    int32_t ScannedTo() const { return scanner_.HasLexer() ? scanner_.ScannedTo() : 0; } ///< excluded
     /// First lines of collapsed blocks.
     std::vector<int32_t> CollapsedLines() const { return LinesWith(own_bits::kCollapsed, folder_.AnyCollapsed()); }
     /// `line` is a head; does nothing when it is none. Collapsing needs all lines scanned and sees to it.
@@ -202,6 +222,7 @@ private:
     void Record(TextEdit edit);
     void TextReplaced(Position start, Position oldEnd, Position newEnd);
     void LinesMoved(Position start, Position oldEnd, Position newEnd);
+    void NoteEdit(const LineEdits& edits);
     void TellLines(const LineEdits& edits, int32_t oldLength, bool forward);
     void TellRanges(const RangeMoves& moves, bool forward);
     void TellText(const TextChange& change);
@@ -243,6 +264,7 @@ private:
 
     LineStore lines_;
     UndoStack undo_;
+    ChangeMarks changes_{lines_};
     mutable LineScanner scanner_; ///< lines are scanned when they are asked about
     BlockFolder folder_;
     std::vector<BufferListener*> listeners_;

@@ -64,6 +64,8 @@ void SourceDocument::ReplaceAll(const std::function<void()>& load)
     folder_.Reset();
     bookmarks_ = 0;
     edited_.Clear();
+    changes_.Reset();
+    if (undo_.Modified()) changes_.Unsaved();
     Tell([](BufferListener& l) { l.TextReset(); });
     TellModified();
 }
@@ -72,6 +74,7 @@ Position SourceDocument::PutText(Position at, TextView text)
 {
     int32_t breaks = CountBreaks(text);
     auto column = static_cast<size_t>(at.col);
+    changes_.BeforeEdit(at.line, at.line);
     if (breaks == 0) {
         lines_.Replace(at.line, column, 0, text);
         return {at.col + static_cast<int32_t>(text.size()), at.line};
@@ -92,6 +95,7 @@ Position SourceDocument::PutText(Position at, TextView text)
     }
     for (int32_t line = at.line + 1; line < last; ++line) lines_.Replace(line, 0, 0, NextPiece(text));
     lines_.Replace(last, 0, 0, text);
+    changes_.LinesReplaced(at.line, at.line, last);
     return {static_cast<int32_t>(text.size()), last};
 }
 
@@ -110,6 +114,7 @@ std::vector<KeptWords> SourceDocument::WordsOf(int32_t first, int32_t last) cons
 TextEdit SourceDocument::TakeText(Position start, Position end)
 {
     TextEdit edit{false, start, end, {}, {}};
+    changes_.BeforeEdit(start.line, end.line);
     auto column = static_cast<size_t>(start.col);
     if (start.line == end.line) {
         auto count = static_cast<size_t>(end.col - start.col);
@@ -143,6 +148,7 @@ TextEdit SourceDocument::TakeText(Position start, Position end)
         if (folder_.LineRemoved(control)) foldsTouched_ = true;
     }
     lines_.RemoveLines(firstGone, gone);
+    changes_.LinesReplaced(start.line, end.line, start.line);
     return edit;
 }
 
@@ -206,6 +212,7 @@ void SourceDocument::EditLines(LineEdits edits, bool typed)
     LineEdits& made = *edit.lines;
     edit.start = edit.end = made.LastPlace(true);
     const int32_t oldLength = LineLength(made.LastLine());
+    NoteEdit(made);
     made.Do(lines_);
     Record(std::move(edit));
     TellLines(made, oldLength, true);
@@ -239,6 +246,18 @@ void SourceDocument::TextReplaced(Position start, Position oldEnd, Position newE
     LinesMoved(start, oldEnd, newEnd);
     edited_.Add(start.line, oldEnd.line, newEnd.line, lines_.Count());
     TellText({start, oldEnd, newEnd});
+}
+
+/// The lines of these edits are about to change.
+void SourceDocument::NoteEdit(const LineEdits& edits)
+{
+    int32_t first = edits.FirstLine();
+    int32_t last = first;
+    edits.ForEachLine([&](int32_t line) {
+        if (line > last + 1) changes_.BeforeEdit(std::exchange(first, line), last);
+        last = line;
+    });
+    changes_.BeforeEdit(first, last);
 }
 
 /// The same for edits that leave all lines where they are.
@@ -299,6 +318,7 @@ Position SourceDocument::Apply(TextEdit& edit, bool forward)
 {
     if (edit.lines) {
         const int32_t oldLength = LineLength(edit.lines->LastLine());
+        NoteEdit(*edit.lines);
         forward ? edit.lines->Do(lines_) : edit.lines->Undo(lines_);
         TellLines(*edit.lines, oldLength, forward);
         return edit.lines->LastPlace(forward);

@@ -68,9 +68,9 @@ Position SourceView::SnapToUnit(Position p)
 {
     p = document_.Clamp(p);
     if (p.col <= 0) return p;
-    TextView line = document_.LineText(p.line, scratch_);
+    const UnitSpan line = document_.LineUnits(p.line);
     auto col = static_cast<size_t>(p.col);
-    if (col < line.size() && U16_IS_TRAIL(line[col]) && U16_IS_LEAD(line[col - 1])) --p.col;
+    if (col < line.length && U16_IS_TRAIL(line[col]) && U16_IS_LEAD(line[col - 1])) --p.col;
     return p;
 }
 
@@ -254,6 +254,34 @@ void SourceView::SetBackColor(int32_t color)
     host_->AppearanceChanged();
 }
 
+void SourceView::SetMarks(const ViewMarks& marks)
+{
+    if (!(std::exchange(marks_, marks) == marks)) host_->AppearanceChanged();
+}
+
+void SourceView::SetReadOnly(bool readOnly)
+{
+    if (std::exchange(readOnly_, readOnly) != readOnly) host_->AppearanceChanged();
+}
+
+void SourceView::TakeLook(const SourceView& other)
+{
+    tabSize_ = other.tabSize_;
+    font_ = other.font_;
+    screenStyles_ = other.screenStyles_;
+    printStyles_ = other.printStyles_;
+    backColor_ = other.backColor_;
+    marks_ = other.marks_;
+    marginWidth_ = other.marginWidth_;
+    showBlocks_ = other.showBlocks_;
+    lineWrap_ = other.lineWrap_;
+    indentsByBlocks_ = other.indentsByBlocks_;
+    marks_ = other.marks_;
+    overtype_ = other.overtype_;
+    readOnly_ = other.readOnly_;
+    host_->AppearanceChanged();
+}
+
 void SourceView::SetMarginWidth(int32_t characters)
 {
     characters = std::max(characters, 0);
@@ -309,6 +337,7 @@ void SourceView::TextReset()
 
 void SourceView::CaretRequested(Position caret)
 {
+    if (!leads_) return;
     goal_ = -1;
     DropCarets();
     anchor_ = caret_ = SnapToUnit(caret);

@@ -4,6 +4,7 @@
 
 #include "platform/Desktop.h"
 #include "text/SourceDocument.h"
+#include "text/ViewMarks.h"
 
 #include <algorithm>
 #include <functional>
@@ -48,11 +49,6 @@ public:
     virtual void LinesChanged() {}
     virtual void OvertypeChanged(bool) {}
     virtual void EditRefused() {}
-};
-
-struct TextRange {
-    Position start;
-    Position end;
 };
 
 struct TokenStyle {
@@ -150,6 +146,11 @@ public:
     void SetTabSize(int32_t size) { tabSize_ = std::max(size, 1); }
     bool LineWrap() const { return lineWrap_; }
     void SetLineWrap(bool wrap);
+    /// Breaks and words that close a block put the line where the blocks say.
+    bool IndentsByBlocks() const { return indentsByBlocks_; }
+    void SetIndentsByBlocks(bool byBlocks) { indentsByBlocks_ = byBlocks; }
+    const ViewMarks& Marks() const { return marks_; }
+    void SetMarks(const ViewMarks& marks);
     bool Overtype() const { return overtype_; }
     void SetOvertype(bool overtype);
     /// The margin's width in characters, block column included.
@@ -160,7 +161,11 @@ public:
 
     /// No command of the user changes the text; the program still may.
     bool ReadOnly() const { return readOnly_; }
-    void SetReadOnly(bool readOnly) { readOnly_ = readOnly; }
+    void SetReadOnly(bool readOnly);
+    /// Font, colours, margin and manners of another view; caret and selection stay.
+    void TakeLook(const SourceView& other);
+    /// Of several views on one text the one at work: undo and operations move its caret alone.
+    void SetLeads(bool leads) { leads_ = leads; }
     /// For a command that is about to change the text; the window hears of each that is refused.
     bool MayEdit() const
     {
@@ -204,7 +209,7 @@ public:
     /// Puts in a text as pasting does: for the selection, never over what stands behind the caret, an undo step of its
     /// own.
     void Insert(TextView text);
-    void NewLine();   ///< breaks the line and keeps its indent
+    void NewLine();   ///< breaks the line; the rest stands where the blocks say, or as the line did
     void Backspace(); ///< grapheme left; over leading blanks one tab stop
     /// Deletes the selection, or the character behind the caret.
     void Delete();
@@ -218,6 +223,13 @@ public:
     void Backtab();
     /// Moves or copies the selection to `target`, as a drag does; one undo step.
     void MoveSelection(Position target, bool copy);
+    // The lines of the selection, or the caret's; blocks that are collapsed among them go along. One undo step each.
+    void MoveLinesUp() { MoveLines(true); }
+    void MoveLinesDown() { MoveLines(false); }
+    void DuplicateLines(); ///< below themselves; the selection goes to the copy
+    /// Where the other bracket, or the other end of the block, of the one at the caret is.
+    std::optional<Position> MatchOfCaret();
+    void JoinLines(); ///< into one, with a blank between; a single line with the next
 
     // BufferListener
     void TextChanged(const TextChange& change) override;
@@ -295,6 +307,12 @@ private:
     void DeleteLines();
     Position OvertypeEnd(TextView text);
     void ShiftLines(bool outwards);
+    /// First and last line that a command on whole lines is for.
+    ColumnRange SelectedLines() const;
+    void MoveLines(bool up);
+    /// Where the blocks want the caret's line, if it may be moved there as it is typed.
+    std::optional<int32_t> IndentWhileTyping();
+    void FollowBlocks(int32_t before);
 
     /// A caret in the line at so many cells.
     void PutAtCell(int32_t line, int32_t cell, Position& at, int32_t& beyond);
@@ -329,8 +347,11 @@ private:
     int32_t marginWidth_ = 5;
     bool showBlocks_ = false;
     bool lineWrap_ = false;
+    bool indentsByBlocks_ = true;
+    ViewMarks marks_;
     bool overtype_ = false;
     bool readOnly_ = false;
+    bool leads_ = true;
 };
 
 } // namespace nib

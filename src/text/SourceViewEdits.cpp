@@ -1,5 +1,6 @@
 // The commands that change text; part of SourceView.
 
+#include "text/AutoIndent.h"
 #include "text/SourceView.h"
 #include "text/TextSearch.h"
 
@@ -39,15 +40,25 @@ Position SourceView::OvertypeEnd(TextView text)
 
 void SourceView::TypeText(TextView text)
 {
-    Apply(
-        [&](int32_t filled) {
-            auto [start, end] = Selection();
-            Text typed =
-                text.find(u'\t') == TextView::npos ? Text(text) : ExpandTabs(text, tabSize_, start.col + filled);
-            if (overtype_ && start == end) end = OvertypeEnd(typed);
-            return RangeEdit{start, end, std::move(typed)};
-        },
-        Beyond::Fills);
+    const auto type = [&] {
+        Apply(
+            [&](int32_t filled) {
+                auto [start, end] = Selection();
+                Text typed =
+                    text.find(u'\t') == TextView::npos ? Text(text) : ExpandTabs(text, tabSize_, start.col + filled);
+                if (overtype_ && start == end) end = OvertypeEnd(typed);
+                return RangeEdit{start, end, std::move(typed)};
+            },
+            Beyond::Fills);
+    };
+    const std::optional<int32_t> before = IndentWhileTyping();
+    if (!before) return type();
+    {
+        Edit edit(*this, true);
+        type();
+        FollowBlocks(*before);
+    }
+    Place(anchor_, caret_);
 }
 
 void SourceView::NewLine()
@@ -55,6 +66,14 @@ void SourceView::NewLine()
     Apply([&](int32_t) {
         auto [start, end] = Selection();
         int32_t indent = std::min(IndentOf(document_.LineText(start.line, scratch_)), start.col);
+        if (indentsByBlocks_ && indent < start.col) {
+            const Text head(document_.LineText(start.line, scratch_).substr(0, static_cast<size_t>(start.col)));
+            TextView tail = document_.LineText(end.line, scratch_).substr(static_cast<size_t>(end.col));
+            if (auto column = AutoIndent(document_, tabSize_).Below(start.line, head, tail)) {
+                indent = *column;
+                end.col += IndentOf(tail);
+            }
+        }
         return RangeEdit{start, end, Text(u"\r\n").append(static_cast<size_t>(indent), u' ')};
     });
 }

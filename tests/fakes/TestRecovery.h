@@ -70,6 +70,7 @@ struct RecoveryTest : testing::Test {
     }
     std::vector<std::string> Names() const
     {
+        if (session) session->recovery.Flush();
         std::vector<std::string> names;
         std::error_code none;
         for (const auto& entry : std::filesystem::directory_iterator(Place(), none))

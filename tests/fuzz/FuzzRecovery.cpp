@@ -21,7 +21,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     std::ofstream(kFile, std::ios::binary) << input.rest;
     const std::optional<Text> text = ReadAutoSaveCopy(FromUtf8(kFile));
     Require(text.has_value());
-    WriteAutoSaveCopy(FileSaver("/dev/shm"), FromUtf8(kFile), name, *text);
+    WriteAutoSaveCopy(FileSaver("/dev/shm"), FromUtf8(kFile), name,
+                      {[&](const auto& visit) {
+                           visit({text->data(), text->size(), true});
+                       },
+                       1, text->size()});
     Require(*ReadAutoSaveCopy(FromUtf8(kFile)) == name + u"\r\n" + *text);
     return 0;
 }

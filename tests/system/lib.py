@@ -134,6 +134,16 @@ class Window:
         self._desktop.xdotool("mousemove", "--window", self.number, x, y)
         self._desktop.xdotool("click", "--repeat", count, "--delay", 50, button)
 
+    def drag(self, start, end):
+        """With the left button, between places counted from the window's upper left corner."""
+        for step in range(11):
+            at = [a + (b - a) * step // 10 for a, b in zip(start, end)]
+            self._desktop.xdotool("mousemove", "--sync", "--window", self.number, *at)
+            if step == 0:
+                self._desktop.xdotool("mousedown", 1)
+            time.sleep(0.02)
+        self._desktop.xdotool("mouseup", 1)
+
     def rows(self):
         """The window's picture as one bytes object a row of dots."""
         width, height = self.size()

@@ -75,5 +75,33 @@ def the_frame_finds_its_place_again(desktop):
                    lambda: _place(desktop.xdotool("getwindowgeometry", again)) == _place(before))
 
 
+def text_is_dragged(desktop):
+    demo = desktop.sample_accounts() / "BP"
+    menu, invoice = ((demo / name).read_text("latin-1") for name in ("MENU", "INVOICE"))
+    first = menu.split("\n")[0] + "\n"
+    desktop.start("/A=DEMO", "/F=BP", "/I=MENU", "/I=INVOICE", shows=r"\[BP MENU on ", QT_SCALE_FACTOR="1")
+    window = desktop.active_window()
+
+    # From one window to the other: what goes there leaves its place.
+    desktop.keys("alt+w", "v", shows=r"^Nib$")
+    desktop.keys("ctrl+Home", "shift+Down")
+    window.drag((70, 128), (600, 272))
+    desktop.keys("ctrl+shift+s")
+    lib.eventually("the line in the other item", lambda: first in (demo / "INVOICE").read_text("latin-1"))
+    expect_equal((demo / "INVOICE").read_text("latin-1").replace(first, "", 1), invoice, "and nothing else")
+    lib.eventually("and gone here", lambda: first + (demo / "MENU").read_text("latin-1") == menu)
+
+    # From pane to pane: one step of undo.
+    desktop.keys("ctrl+z", "alt+w", "m", shows=r"\[\*BP INVOICE on ")
+    desktop.keys("F7", "ctrl+Home", "shift+Down")
+    window.drag((70, 103), (400, 450))
+    desktop.keys("ctrl+s", shows=r"\[BP INVOICE on ")
+    moved = (demo / "INVOICE").read_text("latin-1")
+    expect(moved != invoice and sorted(moved) == sorted(invoice), "text went to the other pane")
+    desktop.keys("ctrl+z", shows=r"\[\*BP INVOICE on ")
+    desktop.keys("ctrl+s", shows=r"\[BP INVOICE on ")
+    expect_equal((demo / "INVOICE").read_text("latin-1"), invoice, "one step takes it back")
+
+
 if __name__ == "__main__":
-    lib.run(windows_and_fast_keys, a_double_click_goes_to_the_label, the_frame_finds_its_place_again)
+    lib.run(windows_and_fast_keys, text_is_dragged, a_double_click_goes_to_the_label, the_frame_finds_its_place_again)

@@ -1,4 +1,7 @@
+#include "fakes/Failure.h"
 #include "widgets/FrameFixture.h"
+
+#include <future>
 
 namespace nib::test::widget_frame_test {
 
@@ -76,6 +79,47 @@ TEST_F(FrameTest, AWindowFollowsItsNeighbour)
     EXPECT_TRUE(first.IsActive() && first.TextHasFocus());
 }
 
+TEST_F(FrameTest, PanesHaveOneTextAndTwoCarets)
+{
+    frmDocument& form = New();
+    Load(form, u"one\r\ntwo\r\nthree");
+    form.txtText().SetCaret({3, 2});
+    Key(Qt::Key_F7);
+    auto panes = form.SubWindow()->findChildren<SourceViewWidget*>();
+    ASSERT_EQ(panes.size(), 2);
+    if (panes[0]->y() > panes[1]->y()) panes.swapItemsAt(0, 1);
+    SourceViewWidget& upper = *panes[0];
+    SourceViewWidget& lower = *panes[1];
+    EXPECT_GT(upper.height(), 50);
+    EXPECT_EQ(upper.height(), lower.height());
+    EXPECT_TRUE(upper.hasFocus());
+    EXPECT_EQ(lower.Model().Caret(), (Position{3, 2}));
+
+    Key(Qt::Key_F7, Qt::ShiftModifier);
+    EXPECT_TRUE(lower.hasFocus());
+    EXPECT_EQ(&form.txtText(), &lower.Model());
+    QTest::mouseClick(lower.viewport(), Qt::LeftButton, Qt::NoModifier, lower.CellOf({0, 0}).topLeft().toPoint() + QPoint(1, 3));
+    Key(Qt::Key_Return);
+    EXPECT_EQ(upper.Model().Caret(), (Position{3, 3})) << "goes with its text";
+    frame.Run(u"Undo");
+    Settle();
+    EXPECT_EQ(upper.Model().Caret(), (Position{3, 2})) << "and undo does not call it";
+    EXPECT_EQ(lower.Model().Caret(), (Position{0, 0}));
+
+    program.EditorSettings().FontSize = u"17";
+    form.ViewObject()->ApplySettings();
+    EXPECT_EQ(upper.LineHeight(), lower.LineHeight());
+    form.txtText().SetReadOnly(true);
+    EXPECT_TRUE(upper.Model().ReadOnly());
+    form.txtText().SetReadOnly(false);
+
+    Key(Qt::Key_F7);
+    EXPECT_EQ(form.SubWindow()->findChildren<SourceViewWidget*>().size(), 1);
+    EXPECT_TRUE(form.TextHasFocus());
+    Key(Qt::Key_A);
+    EXPECT_EQ(form.txtText().Document().GetLine(0), u"aone");
+}
+
 TEST_F(FrameTest, ButtonsAreChosenWhenTheWindowIsMade)
 {
     constexpr Qt::WindowFlags buttons =
@@ -130,6 +174,37 @@ TEST_F(FrameTest, TheEndThatIsComingWaitsForADocumentOfTheUser)
     form.ViewObject()->FileClose(false);
     frame.ArmShutdownTimer();
     EXPECT_TRUE(QTest::qWaitFor([&] { return program.IsShuttingDown(); }));
+}
+
+TEST_F(FrameTest, WhileWorkIsAwaitedTheTextIsTypedInAndAllElseComesAfter)
+{
+    frmDocument& form = New();
+    const int32_t id = form.DocumentID();
+    std::promise<void> end;
+    QTimer::singleShot(30, &frame, [&] {
+        EXPECT_TRUE(frame.IsModal());
+        Key(Qt::Key_X);
+        EXPECT_EQ(form.txtText().GetText(), u"x");
+        form.txtText().Document().SetModified(false);
+        EXPECT_FALSE(frame.Run(u"SelectAll"));
+        form.SubWindow()->close();
+        frame.close();
+        Settle();
+        EXPECT_FALSE(form.txtText().HasSelection());
+        EXPECT_TRUE(program.OpenDocuments().ById(id));
+        end.set_value();
+    });
+    const auto fails = [&] {
+        end.get_future().wait();
+        throw Error(error_number::kStorage, u"why");
+    };
+    frame.LetType(true);
+    EXPECT_EQ(ErrorOf([&] { frame.Await(fails); }).description, u"why");
+    EXPECT_TRUE(program.OpenDocuments().ById(id)) << "whoever awaited it comes first";
+    EXPECT_FALSE(frame.IsModal());
+    QApplication::processEvents();
+    EXPECT_FALSE(program.OpenDocuments().ById(id));
+    EXPECT_TRUE(program.IsShuttingDown());
 }
 
 TEST_F(FrameTest, MarksAreTypedByTheirKeys)

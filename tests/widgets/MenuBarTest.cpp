@@ -3,6 +3,7 @@
 #include "shell/menus/MenuModel.h"
 #include "shell/menus/MenuTable.h"
 #include "shell/menus/QtMenuBar.h"
+#include "shell/menus/QtStatusPanels.h"
 #include "shell/menus/QtToolActions.h"
 
 #include <QtTest>
@@ -107,10 +108,10 @@ TEST_F(MenuBarTest, EachBandIsDrawnAsItsRowsSay)
 
 TEST_F(MenuBarTest, StatusPanels)
 {
-    auto panel = [&](TextView key) { return window.statusBar()->findChild<QLabel*>(ToQString(key)); };
+    auto panel = [&](TextView key) { return window.statusBar()->findChild<QtStatusPanel*>(ToQString(key)); };
     for (const PanelRow& row : kStatusBar) {
         EXPECT_EQ(panel(row.key)->toolTip(), ToQString(row.tip));
-        EXPECT_EQ(panel(row.key)->text(), row.fixedWidth ? QString() : ToQString(row.text));
+        EXPECT_EQ(panel(row.key)->Shown(), row.fixedWidth ? QString() : ToQString(row.text));
     }
     EXPECT_TRUE(panel(u"Panel1")->isVisible());
     EXPECT_FALSE(panel(u"Panel2")->isVisible() || panel(u"Panel4")->isVisible());

@@ -1,7 +1,7 @@
 #include "editing/operations/OpFormat.h"
 
 #include "base/Text.h"
-#include "editing/BlockStyles.h"
+#include "editing/BlockEffect.h"
 #include "editing/LexClass.h"
 #include "editing/MvEdit.h"
 #include "text/TextSearch.h"
@@ -13,64 +13,12 @@ namespace nib {
 
 namespace {
 
-using namespace block;
-
-constexpr int32_t kClauses = kThen | kElse | kLocked;
-
-/// A line that holds all of `all`, one of `any` (if there are any) and none of `without` has the effect.
-struct EffectRule {
-    int32_t all;
-    int32_t any;
-    int32_t without;
-    BlockEffect effect;
-};
-
-// The first rule of a group that fits assigns those of its values that are not 0; a later group overrides an earlier.
-constexpr EffectRule kForRules[] = {{kFor, 0, kNext, {1, 0}}, {kNext, 0, kFor, {0, 1}}};
-constexpr EffectRule kClauseRules[] = {{kEnd, kClauses, 0, {1, 1}}, {0, kClauses, 0, {1, 0}}, {kEnd, 0, kCase, {0, 1}}};
-constexpr EffectRule kLoopRules[] = {
-    {kLoop, 0, kRepeat, {1, 0}}, {kRepeat, 0, kLoop, {0, 1}}, {kUntilWhile, 0, kLoop | kRepeat | kFor, {1, 1}}};
-constexpr EffectRule kCaseRules[] = {
-    {kBegin | kCase, 0, 0, {2, 0}}, {kEnd | kCase, 0, 0, {0, 2}}, {kCase, 0, 0, {1, 1}}};
-constexpr EffectRule kUserRules[] = {{0, kUserBegin | kUserBeginFirst | kUserBeginLast, 0, {1, 0}},
-                                     {kUserEnd, 0, 0, {0, 1}},
-                                     {kUserMiddle, 0, 0, {1, 1}}};
-
-bool Fits(const EffectRule& rule, int32_t flags)
-{
-    return (flags & rule.all) == rule.all && (rule.any == 0 || flags & rule.any) && !(flags & rule.without);
-}
-
-template <size_t N>
-void ApplyFirst(const EffectRule (&rules)[N], int32_t flags, BlockEffect& effect)
-{
-    for (const EffectRule& rule : rules) {
-        if (!Fits(rule, flags)) continue;
-        if (rule.effect.increment != 0) effect.increment = rule.effect.increment;
-        if (rule.effect.decrement != 0) effect.decrement = rule.effect.decrement;
-        return;
-    }
-}
-
 /// A text that is no program can open a block on each of a million lines; its indent must not outgrow the memory.
 constexpr int64_t kDeepestIndent = 1000;
 
 int32_t Length(TextView text)
 {
     return static_cast<int32_t>(text.size());
-}
-
-int32_t LabelLength(TextView text)
-{
-    bool number = !text.empty() && units::IsDigit(text[0]);
-    size_t end = 0;
-    while (end < text.size()) {
-        char16_t c = text[end];
-        if (!units::IsDigit(c) && c != u'.' && (number || (!units::IsLetter(c) && c != u'$' && c != u'_'))) break;
-        ++end;
-    }
-    if (end > 0 && end < text.size() && text[end] == u':') ++end;
-    return static_cast<int32_t>(end);
 }
 
 /// Where comment lines that begin with this character stand. A remark spelled out, or one behind a mark, is like code.
@@ -113,19 +61,6 @@ FormatRules::FormatRules(const MvEdit& settings)
     : tabSize(std::max<int32_t>(settings.TabSize, 0)), margin(std::max<int32_t>(settings.Margin, 0)),
       indentStar(settings.IndentStar), indentBang(settings.IndentBang), indentUserComment(settings.IndentUserComment)
 {
-}
-
-BlockEffect BlockEffectOf(uint32_t lineFlags)
-{
-    BlockEffect effect;
-    int32_t words = static_cast<int32_t>(lineFlags) & kAny;
-    if (words == 0) return effect;
-    ApplyFirst(kForRules, words, effect);
-    ApplyFirst(kClauseRules, words, effect);
-    ApplyFirst(kLoopRules, words, effect);
-    ApplyFirst(kCaseRules, words, effect);
-    ApplyFirst(kUserRules, words, effect);
-    return effect;
 }
 
 BlankEdit LayOutLine(TextView line, uint32_t lineFlags, int32_t level, const FormatRules& rules)

@@ -19,14 +19,6 @@ struct FormatRules {
     int32_t indentUserComment;
 };
 
-/// Levels that a line steps out before it is placed, and in for the lines behind it.
-struct BlockEffect {
-    int32_t increment = 0;
-    int32_t decrement = 0;
-};
-
-BlockEffect BlockEffectOf(uint32_t lineFlags);
-
 /// Blanks that go and come when a line is laid out.
 struct BlankEdit {
     int32_t leading = 0;  ///< removed in front of the label

@@ -59,7 +59,7 @@ Text AccountItem::ReadItem(int32_t, int32_t, int32_t)
 
 void AccountItem::WriteItem(int32_t, int32_t, int32_t, TextView text)
 {
-    Stored().Write(text);
+    Stored().Write(LinesIn(text));
 }
 
 void AccountItem::LockItem(bool lock)

@@ -16,6 +16,9 @@ namespace {
 constexpr size_t kSessionDigits = 8;
 constexpr size_t kNumberDigits = 3;
 constexpr TextView kFolder = u"/Orlin/Nib/AutoRecover";
+constexpr std::chrono::milliseconds kBetweenLooks{200};
+/// Most saves are over by then, and no copy is needed.
+constexpr std::chrono::milliseconds kWhileSaved{2000};
 constexpr TextView kJournalFolder = u"/Orlin/Nib/Journal";
 
 Text PadLeft(Text digits, size_t width)
@@ -29,13 +32,6 @@ int32_t DigitOf(char16_t c)
     if (c >= u'0' && c <= u'9') return c - u'0';
     const auto letter = static_cast<char16_t>(c & ~0x20);
     return letter >= u'A' && letter <= u'F' ? letter - u'A' + 10 : -1;
-}
-
-/// Half the size for plain text, and still no doubt when it is read: bytes above 7F could be UTF-8 by chance.
-int32_t EncodingFor(TextView text)
-{
-    const bool plain = std::all_of(text.begin(), text.end(), [](char16_t c) { return c < 0x80; });
-    return plain ? file_encoding::kSingleByte : file_encoding::kUtf16;
 }
 
 bool IsFolderName(TextView path)
@@ -86,24 +82,6 @@ std::optional<uint32_t> SessionOfName(TextView name)
     return static_cast<uint32_t>(number);
 }
 
-void WriteAutoSaveCopy(const FileSaver& saver, TextView path, TextView itemId, TextView text)
-{
-    Text content;
-    content.reserve(itemId.size() + text.size() + 2);
-    content.append(itemId).append(u"\r\n").append(text);
-    WriteTextFile(saver, path, content, EncodingFor(content), false);
-}
-
-std::optional<Text> ReadAutoSaveCopy(TextView path)
-{
-    return OrDefault(
-        [&] {
-            int32_t encoding = file_encoding::kDetect;
-            return std::optional<Text>(ReadTextFile(path, encoding, false));
-        },
-        std::optional<Text>());
-}
-
 // Folder and session
 
 bool modAutoRecover::FindAutoRecoverFolder(bool create)
@@ -148,6 +126,7 @@ bool modAutoRecover::AutoSaveDocuments()
         if (!ports_.localData.empty()) Tell(Folder() + u" cannot be made.");
         return false;
     }
+    Settle();
     int32_t count = 0;
     Text fault;
     for (const auto& document : ports_.documents.openDocuments.All()) {
@@ -157,7 +136,7 @@ bool modAutoRecover::AutoSaveDocuments()
         else
             ++count;
     }
-    Tell(fault);
+    if (!settling_ || !fault.empty()) Tell(fault); // else once it is known
     return count > 0;
 }
 
@@ -173,17 +152,40 @@ void modAutoRecover::SaveDocument(mvDocument& document)
     if (IsCopied(document)) return;
     ForgetCopy(document);
     SourceDocument& source = document.View()->txtText().Document();
-    const Text path = PathOf(document.AutoRecoverFile());
-    // Not by the document's own getter, which would bring a hidden window up.
-    WriteAutoSaveCopy(ports_.saver, path, document.ItemID(), NormalizeLineEnds(source.GetText()));
     auto watch = std::make_unique<CopyWatch>();
     watch->document = document.weak_from_this();
-    watch->path = path;
+    watch->path = PathOf(document.AutoRecoverFile());
     watch->itemId = document.ItemID();
-    watch->stamp = StampOf(ToFileName(path));
+    watch->order = Writer().Write(watch->path, watch->itemId, source.Snapshot(),
+                                  document.IsBeingSaved() ? kWhileSaved : std::chrono::milliseconds());
     source.AddListener(watch.get());
     copies_[document.DocumentID()] = std::move(watch);
     if (journals_) journals_->CopyMade(document);
+    if (!settling_) settling_ = ports_.timers.Every(kBetweenLooks, [this] { Settle(); });
+}
+
+CopyWriter& modAutoRecover::Writer()
+{
+    return writer_ ? *writer_ : writer_.emplace(ports_.saver);
+}
+
+void modAutoRecover::Settle()
+{
+    if (!writer_) return;
+    bool any = false;
+    Text fault;
+    for (const CopyWriter::Outcome& outcome : writer_->TakeOutcomes()) {
+        const auto found = std::find_if(copies_.begin(), copies_.end(),
+                                        [&](const auto& copy) { return copy.second->order == outcome.number; });
+        if (found == copies_.end()) continue;
+        any = true;
+        found->second->stamp = outcome.stamp; // a file that is not there is no copy
+        if (!outcome.fault.empty()) fault = outcome.fault;
+    }
+    const bool waits =
+        std::any_of(copies_.begin(), copies_.end(), [](const auto& copy) { return !copy.second->stamp; });
+    if (!waits) settling_.reset();
+    if (any) Tell(fault);
 }
 
 bool modAutoRecover::IsCopied(mvDocument& document)
@@ -191,8 +193,9 @@ bool modAutoRecover::IsCopied(mvDocument& document)
     const auto found = copies_.find(document.DocumentID());
     if (found == copies_.end()) return false;
     const CopyWatch& watch = *found->second;
-    return !watch.changed && watch.itemId == document.ItemID() && watch.path == PathOf(document.AutoRecoverFile()) &&
-           watch.stamp.Exists() && watch.stamp == StampOf(ToFileName(watch.path));
+    if (watch.changed || watch.itemId != document.ItemID() || watch.path != PathOf(document.AutoRecoverFile()))
+        return false;
+    return !watch.stamp || (watch.stamp->Exists() && *watch.stamp == StampOf(ToFileName(watch.path)));
 }
 
 void modAutoRecover::ForgetCopy(mvDocument& document)
@@ -239,7 +242,7 @@ bool modAutoRecover::IsTaken(const mvDocument& document, TextView name)
 void modAutoRecover::RemoveCopy(mvDocument& document)
 {
     if (!document.AutoRecoverFile().empty() && !AutoRecoverFolder_.empty())
-        KillFile(PathOf(document.AutoRecoverFile()), true);
+        Writer().Remove(PathOf(document.AutoRecoverFile()));
 }
 
 // Journals
@@ -276,9 +279,11 @@ void modAutoRecover::FollowSetting()
     }
 }
 
-void modAutoRecover::FlushJournals()
+void modAutoRecover::Flush()
 {
     if (journals_) journals_->Flush();
+    if (writer_) writer_->Flush();
+    Settle();
 }
 
 // Guard and end
@@ -297,7 +302,12 @@ void modAutoRecover::ReleaseAutoSaveGuard(int32_t generation)
 
 void modAutoRecover::EndAutoSaveSession()
 {
-    if (guardHeld_) return journals_.reset(); // which writes what is left
+    if (guardHeld_) {
+        Flush();
+        return journals_.reset();
+    }
+    settling_.reset();
+    if (writer_) writer_->Cancel();
     DeleteAutoSaveFiles(false);
     if (journals_) journals_->RemoveAll();
     if (session_ == 0) return;
@@ -355,6 +365,7 @@ std::vector<std::string> modAutoRecover::OrphanJournals()
 
 Text modAutoRecover::AdoptAutoSaveFile(TextView name)
 {
+    if (writer_) writer_->Flush(); // a copy that comes later would have the name that is free now
     for (int32_t number = 1; number <= kLastAutoSaveNumber; ++number) {
         const Text adopted = AutoSaveName(session_, number);
         if (Exists(PathOf(adopted))) continue;

@@ -5,6 +5,7 @@
 #include "base/DynamicArray.h"
 #include "base/Text.h"
 #include "documents/DocumentServices.h"
+#include "persistence/recovery/CopyWriter.h"
 #include "persistence/recovery/Journals.h"
 #include "platform/Desktop.h"
 #include "platform/posix/FileSaver.h"
@@ -28,13 +29,6 @@ Text AutoSaveName(uint32_t session, int32_t number);
 /// What stands in front of the first point, or all of a name without one, read as a hexadecimal number as far as it is
 /// one: 0 for a name that begins otherwise, nothing for a number that no session can have.
 std::optional<uint32_t> SessionOfName(TextView name);
-
-// What a recovery copy holds: the item id, a line end, and the text of the document.
-
-/// Throws Error when it cannot be written; an earlier copy is then still whole.
-void WriteAutoSaveCopy(const FileSaver& saver, TextView path, TextView itemId, TextView text);
-/// The whole of the file, exactly as it was written; nothing when it cannot be read.
-std::optional<Text> ReadAutoSaveCopy(TextView path);
 
 /// Names of files that an earlier session left and that are this session's now; empty for none.
 struct AdoptedFiles {
@@ -64,15 +58,15 @@ public:
 
     /// False when there is no folder, or none can be made, or the session has no number.
     bool FindAutoRecoverFolder(bool create);
-    /// True when at least one copy was written.
+    /// Orders a copy of each changed document, unless it has one. True when there is any such document.
     bool AutoSaveDocuments();
     /// To be called after each notice of a document: its journal is kept or dropped, and what is saved or closed leaves
     /// no copy to be offered.
     void DocumentChanged(mvDocument& document);
     /// To be called when the settings may be other ones: without `AutoRecover` no journal is kept.
     void FollowSetting();
-    /// All that was typed is on disk when it answers, as far as that can be.
-    void FlushJournals();
+    /// All that was typed, and each copy, is on disk when it answers, as far as that can be.
+    void Flush();
     void CheckAutoRecover();
     /// Those of this session, or all.
     void DeleteAutoSaveFiles(bool all);
@@ -91,8 +85,9 @@ public:
     /// A file of this name belongs to no session that runs.
     bool IsOrphan(TextView name);
     void EndAutoSaveSession();
-    /// Copies what has changed before control goes to where it may not come back from; until the release the copies
-    /// outlast even a clean end. Answers the guard's number, 0 when there was nothing to guard.
+    /// Copies what has changed, as control goes to where it may not come back from: they are written whatever becomes
+    /// of that. Until the release the copies outlast even a clean end. Answers the guard's number, 0 when there was
+    /// nothing to guard.
     int32_t HoldAutoSaveGuard();
     /// Only the last guard given out can be released.
     void ReleaseAutoSaveGuard(int32_t generation);
@@ -107,7 +102,8 @@ private:
         std::weak_ptr<mvDocument> document;
         Text path;
         Text itemId;
-        FileStamp stamp;
+        int64_t order = 0;              ///< of the writer
+        std::optional<FileStamp> stamp; ///< once it is written
         bool changed = false;
         void TextChanged(const TextChange&) override { changed = true; }
         void TextReset() override { changed = true; }
@@ -116,6 +112,9 @@ private:
     Text Folder() const;
     bool EnsureSession();
     Journals* JournalsOf();
+    CopyWriter& Writer();
+    /// Takes in what became of copies that were ordered.
+    void Settle();
     void Tell(TextView copyFault);
     void RemoveCopy(mvDocument& document);
     void ClearLeftovers();
@@ -134,6 +133,8 @@ private:
     uint32_t session_ = 0;
     int32_t lastNumber_ = 0;                               ///< of a copy of this session
     std::map<int32_t, std::unique_ptr<CopyWatch>> copies_; ///< by DocumentID
+    std::optional<CopyWriter> writer_;                     ///< from the first copy on
+    std::unique_ptr<Timers::Timer> settling_;
     std::optional<Journals> journals_;
     Text journalFault_;
     Text copyFault_;

@@ -130,11 +130,17 @@ Text ReadTextFile(TextView path, int32_t& encoding, bool quiet)
     return DecodeText(content.Bytes(), encoding);
 }
 
-bool WriteTextFile(const FileSaver& saver, TextView path, TextView text, int32_t encoding, bool quiet)
+bool WriteFile(const FileSaver& saver, TextView path, const std::function<std::string()>& bytes, bool quiet)
 {
     const std::string name = ToFileName(path);
-    const int error = SystemErrorOf([&] { saver.Save(name, EncodeText(text, encoding)); });
+    const int error = SystemErrorOf([&] { saver.Save(name, bytes()); });
     return Succeeded(error, name, &ErrorRow::transfer, quiet);
+}
+
+bool WriteTextFile(const FileSaver& saver, TextView path, TextView text, int32_t encoding, bool quiet)
+{
+    return WriteFile(
+        saver, path, [&] { return EncodeText(text, encoding); }, quiet);
 }
 
 bool HasWideChars(TextView text, bool ignoreMarks)

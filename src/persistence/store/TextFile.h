@@ -5,6 +5,8 @@
 #include "base/Text.h"
 #include "platform/posix/FileSaver.h"
 
+#include <functional>
+
 namespace nib {
 
 /// Encodings as the program numbers them. Any other number stands for a byte a character.
@@ -30,6 +32,7 @@ std::string EncodeText(TextView text, int32_t encoding);
 
 Text ReadTextFile(TextView path, int32_t& encoding, bool quiet);
 /// False when it could not be brought to disk; the old file is then still whole.
+bool WriteFile(const FileSaver& saver, TextView path, const std::function<std::string()>& bytes, bool quiet);
 bool WriteTextFile(const FileSaver& saver, TextView path, TextView text, int32_t encoding, bool quiet);
 /// True when a character lies above U+00FF; with `ignoreMarks` the attribute, value and subvalue marks do not count.
 bool HasWideChars(TextView text, bool ignoreMarks);

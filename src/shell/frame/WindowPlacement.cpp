@@ -141,7 +141,6 @@ void FramePlacement::Save(SettingsStore& store, int32_t state) const
     for (const BandRow& row : kBands) store.Save(row.name, this->*row.member ? u"True" : u"False");
 }
 
-
 std::vector<Cell> ArrangedCells(Arrangement how, int32_t count, int32_t width, int32_t height, int32_t step)
 {
     if (count < 1) return {};

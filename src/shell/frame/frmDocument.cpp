@@ -12,6 +12,8 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QMenu>
+#include <QPointer>
+#include <QSplitter>
 #include <QVBoxLayout>
 
 namespace nib {
@@ -26,7 +28,7 @@ constexpr QSize kUsualSize(760, 520);
 } // namespace
 
 frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard, mvDocument& document)
-    : mainWindow_(mainWindow), lexer_(&mainWindow.Owner().Log()), document_(&document),
+    : mainWindow_(mainWindow), lexer_(&mainWindow.Owner().Log()), clipboard_(clipboard), document_(&document),
       documentId_(document.DocumentID())
 {
     Program& program = mainWindow_.Owner();
@@ -47,6 +49,7 @@ frmDocument::~frmDocument()
     Model().SetEvents(nullptr);
     window_->Detach();
     // The widget refers to this object's text: it goes first, the empty frame when Qt is back in its loop.
+    delete std::exchange(other_, nullptr);
     delete widget_;
     mainWindow_.RemoveChild(*this);
     window_->deleteLater();
@@ -66,17 +69,7 @@ void frmDocument::Connect()
     QObject::connect(&focusTimer_, &QTimer::timeout, window_, [this] {
         if (IsActive()) FocusText();
     });
-    using View = SourceViewWidget;
-    QObject::connect(widget_, &View::valueRequested, window_, [this] { Insert(false); });
-    QObject::connect(widget_, &View::subValueRequested, window_, [this] { Insert(true); });
-    QObject::connect(widget_, &View::mousePressed, window_, [this] { ClearTarget(); });
-    QObject::connect(widget_, &View::mouseDoubleClicked, window_, [this] { doubleClicked_ = true; });
-    QObject::connect(widget_, &View::mouseReleased, window_,
-                     [this](Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at) {
-                         MouseReleased(button, modifiers, at);
-                     });
-    QObject::connect(widget_, &View::contextMenuRequested, window_,
-                     [this](QPoint global) { mainWindow_.ShowContextMenu(HitAt(Model().Caret()), global); });
+    ConnectPane(*widget_);
 }
 
 QMdiSubWindow* frmDocument::SubWindow() const
@@ -112,7 +105,11 @@ void frmDocument::Show()
 
 void frmDocument::QueryUnload()
 {
-    if (document_) mainWindow_.Owner().Files().FileClose(*document_);
+    if (!document_) return;
+    const auto later = [window = QPointer(window_)] {
+        if (window) window->close();
+    };
+    if (!mainWindow_.Postpone(later)) mainWindow_.Owner().Files().FileClose(*document_);
 }
 
 void frmDocument::SetTitle(TextView title)
@@ -120,6 +117,7 @@ void frmDocument::SetTitle(TextView title)
     title_ = title;
     window_->setWindowTitle(PlainTitle(title_));
     widget_->setAccessibleName(ToQString(title_));
+    if (other_) other_->setAccessibleName(ToQString(title_));
     mainWindow_.ChildTitleChanged(*this);
 }
 
@@ -230,9 +228,19 @@ void DocumentWindow::SetText(SourceViewWidget* text)
     int down = TwipsToPixels(kRoomAround, logicalDpiY());
     auto* layout = new QVBoxLayout(room);
     layout->setContentsMargins(across, down, across, down);
-    layout->addWidget(text);
+    panes_ = new QSplitter(Qt::Vertical, room);
+    panes_->setChildrenCollapsible(false);
+    layout->addWidget(panes_);
+    AddPane(text);
     room->setFocusProxy(text);
     setWidget(room);
+}
+
+void DocumentWindow::AddPane(SourceViewWidget* text)
+{
+    panes_->addWidget(text);
+    int height = panes_->height() / panes_->count();
+    panes_->setSizes(QList<int>(panes_->count(), height));
 }
 
 void DocumentWindow::Post(std::function<void(frmDocument&)> body)

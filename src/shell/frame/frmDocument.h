@@ -13,6 +13,8 @@
 #include <functional>
 #include <memory>
 
+class QSplitter;
+
 namespace nib {
 
 class DocumentWindow;
@@ -40,6 +42,9 @@ public:
     Text Placement() const override;
     void SetPlacement(TextView placement) override;
     bool IsActive() const override;
+    bool IsSplit() const override { return other_ != nullptr; }
+    void SetSplit(bool split) override;
+    void ChangePane() override;
 
     // ViewEvents
     void CaretMoved(Position caret) override;
@@ -68,6 +73,9 @@ private:
     SourceView& Model() const;
     void Load();
     void Connect();
+    void ConnectPane(SourceViewWidget& pane);
+    /// It is the one at work from now on.
+    void Lead(SourceViewWidget& pane);
     void ShowPosition();
     void EndRefusal();
     void StateChanged();
@@ -82,7 +90,9 @@ private:
     LexClass lexer_; ///< outlives the buffer, which calls it
     SourceDocument buffer_;
     DocumentWindow* window_ = nullptr;   ///< owned by the MDI area, deleted with this object
-    SourceViewWidget* widget_ = nullptr; ///< owned by window_
+    SourceViewWidget* widget_ = nullptr; ///< the pane at work; owned by window_
+    SourceViewWidget* other_ = nullptr;  ///< the other pane of a text in two
+    Clipboard& clipboard_;
     mvDocument* document_;
     const int32_t documentId_;
     QTimer focusTimer_;
@@ -93,6 +103,7 @@ private:
     bool autoSaveFlag_ = false;
     bool selectionSeen_ = false;
     bool refused_ = false; ///< and the status bar says why
+    bool mirroring_ = false;
 };
 
 /// The visible part of a document window. It may outlive its form by a moment, and then does nothing more.
@@ -102,6 +113,8 @@ public:
     DocumentWindow(frmDocument& form, bool buttons);
     void Detach() { form_ = nullptr; }
     void SetText(SourceViewWidget* text);
+    /// Above or below the panes that are there; the window owns it.
+    void AddPane(SourceViewWidget* text);
     /// Runs `body` when the event being handled is over, if the form is still there.
     void Post(std::function<void(frmDocument&)> body);
 
@@ -111,6 +124,7 @@ protected:
 
 private:
     frmDocument* form_;
+    QSplitter* panes_ = nullptr; ///< owned by the window's content
 };
 
 } // namespace nib

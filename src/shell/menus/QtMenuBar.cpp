@@ -2,12 +2,12 @@
 
 #include "platform/qt/QtText.h"
 #include "shell/menus/QtDocumentTabs.h"
+#include "shell/menus/QtStatusPanels.h"
 #include "shell/menus/QtToolActions.h"
 
 #include <QCoreApplication>
 #include <QCursor>
 #include <QEvent>
-#include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -16,76 +16,9 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include <unordered_map>
-
 namespace nib {
 
 namespace {
-
-constexpr int kRoomAround = 12;
-
-int WidthFor(const QLabel& label, TextView text)
-{
-    return text.empty() ? 0 : label.fontMetrics().horizontalAdvance(ToQString(text)) + kRoomAround;
-}
-
-/// The panels of the status bar: the first takes the room that the others leave.
-class QtStatusPanels {
-public:
-    explicit QtStatusPanels(QStatusBar& bar) : bar_(bar) {}
-
-    void Add(const MenuTool& panel);
-    void Remove(const MenuTool& panel);
-    void Change(const MenuTool& panel);
-
-private:
-    QStatusBar& bar_;
-    std::unordered_map<const MenuTool*, QLabel*> labels_; ///< owned by the bar
-};
-
-void QtStatusPanels::Add(const MenuTool& panel)
-{
-    auto* label = new QLabel(&bar_);
-    label->setObjectName(ToQString(panel.key));
-    label->setTextFormat(Qt::PlainText);
-    label->setToolTip(ToQString(panel.tip));
-    label->setAccessibleDescription(ToQString(panel.tip));
-    if (labels_.empty()) {
-        // A long text must not make the window wide.
-        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-        bar_.addWidget(label, 1);
-    } else {
-        bar_.addPermanentWidget(label);
-    }
-    labels_[&panel] = label;
-    Change(panel);
-}
-
-void QtStatusPanels::Remove(const MenuTool& panel)
-{
-    auto found = labels_.find(&panel);
-    if (found == labels_.end()) return;
-    bar_.removeWidget(found->second);
-    found->second->deleteLater();
-    labels_.erase(found);
-}
-
-void QtStatusPanels::Change(const MenuTool& panel)
-{
-    auto found = labels_.find(&panel);
-    if (found == labels_.end()) return;
-    QLabel* label = found->second;
-    label->setText(ToQString(panel.caption));
-    // Without a text of its own a screen reader would read nothing.
-    label->setAccessibleName(panel.caption.empty() ? ToQString(panel.tip) : QString());
-    bool stretches = label->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored;
-    if (!stretches) {
-        // It grows with its text and stays so, that its neighbours do not jump about.
-        int wanted = std::max(WidthFor(*label, panel.caption), WidthFor(*label, panel.minText));
-        if (wanted > label->minimumWidth()) label->setMinimumWidth(wanted);
-    }
-    label->setVisible(panel.visible && (stretches || !panel.caption.empty() || !panel.minText.empty()));
-}
 
 struct Texts {
     Q_DECLARE_TR_FUNCTIONS(QtMenuBar)

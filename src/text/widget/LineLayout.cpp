@@ -39,7 +39,9 @@ QFont BaseFont(const SourceFont& source, int zoom)
 int32_t CellsAt(TextView text, int32_t column)
 {
     char16_t unit = text[static_cast<size_t>(column)];
-    if (unit < 0x300 || IsSign(unit)) return 1;
+    if (unit < 0x7F) return 1;
+    if (const auto sign = SignAt(text, static_cast<size_t>(column))) return sign->cells;
+    if (unit < 0x300) return 1;
     if (U16_IS_TRAIL(unit) && column > 0 && U16_IS_LEAD(text[static_cast<size_t>(column) - 1])) return 0;
     UChar32 c = 0;
     U16_GET(text.data(), 0, column, static_cast<int32_t>(text.size()), c);
@@ -50,18 +52,29 @@ int32_t CellsAt(TextView text, int32_t column)
 
 constexpr size_t kLongLine = 4000;
 
-bool OnGrid(TextView text, const ViewMetrics& metrics)
+/// All units take cells of the grid; `one`: each of them one.
+bool OnGrid(TextView text, const ViewMetrics& metrics, bool one)
 {
-    return std::all_of(text.begin(), text.end(),
-                       [&](char16_t c) { return (c >= 0x20 && c < 0x7F) || metrics.Glyph(0, c) != 0 || IsSign(c); });
+    return std::all_of(text.begin(), text.end(), [&](char16_t c) {
+        return (c >= 0x20 && c < 0x7F) || metrics.Glyph(0, c) != 0 || (one ? IsSmallSign(c) : IsSign(c));
+    });
 }
 
-/// The text to shape: signs become a blank that never breaks, and are drawn over it.
-QString ShapedText(TextView text)
+/// The text to shape: signs become blanks that never break and have room for them, and are drawn over those.
+QString ShapedText(TextView text, qreal cell, QList<QTextLayout::FormatRange>& formats)
 {
     QString out(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
-    for (QChar& c : out) {
-        if (IsSign(c.unicode())) c = QChar::Nbsp;
+    for (qsizetype at = 0; at < out.size(); ++at) {
+        const auto sign = SignAt(text, static_cast<size_t>(at));
+        if (!sign) continue;
+        if (sign->cells > sign->units) {
+            QTextLayout::FormatRange room{static_cast<int>(at), 1, {}};
+            room.format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+            room.format.setFontLetterSpacing((sign->cells - sign->units) * cell);
+            formats.append(room);
+        }
+        out[at] = QChar::Nbsp;
+        if (sign->units > 1) out[++at] = QChar::Nbsp;
     }
     return out;
 }
@@ -156,7 +169,7 @@ int32_t CellMap::ColumnOf(int32_t cell) const
 bool LineLayout::NeedsShaping(TextView text, const ViewMetrics& metrics)
 {
     if (text.size() > kLongLine) return false;
-    return !metrics.FixedPitch() ? !text.empty() : !OnGrid(text, metrics);
+    return !metrics.FixedPitch() ? !text.empty() : !OnGrid(text, metrics, false);
 }
 
 void LineLayout::BuildCells(TextView text, const ViewMetrics& metrics, qreal wrapWidth)
@@ -164,7 +177,7 @@ void LineLayout::BuildCells(TextView text, const ViewMetrics& metrics, qreal wra
     shaped_.reset();
     starts_.clear();
     charWidth_ = metrics.CharWidth();
-    if (metrics.FixedPitch() && OnGrid(text, metrics)) {
+    if (metrics.FixedPitch() && OnGrid(text, metrics, true)) {
         cells_.BuildPlain(static_cast<int32_t>(text.size()));
     } else {
         cells_.Build(text);
@@ -193,14 +206,16 @@ void LineLayout::BuildShaped(TextView text, const QList<QTextLayout::FormatRange
 {
     starts_.clear();
     charWidth_ = metrics.CharWidth();
-    shaped_ = std::make_unique<QTextLayout>(ShapedText(text), metrics.StyledFont(0));
+    QList<QTextLayout::FormatRange> all = formats;
+    const QString shown = ShapedText(text, charWidth_, all);
+    shaped_ = std::make_unique<QTextLayout>(shown, metrics.StyledFont(0));
     QTextOption option;
     option.setTextDirection(Qt::LeftToRight);
     option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
     option.setWrapMode(wrapWidth > 0 ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
     option.setFlags(QTextOption::IncludeTrailingSpaces);
     shaped_->setTextOption(option);
-    shaped_->setFormats(formats);
+    shaped_->setFormats(all);
     shaped_->setCacheEnabled(true);
     shaped_->beginLayout();
     constexpr qreal unlimited = 1 << 22;

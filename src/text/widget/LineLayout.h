@@ -3,6 +3,7 @@
 // font of one pitch lie on a grid and cost nothing; only others are shaped.
 
 #include "base/Text.h"
+#include "text/Signs.h"
 #include "text/SourceContract.h"
 
 #include <QFont>
@@ -14,20 +15,6 @@
 #include <vector>
 
 namespace nib {
-
-/// Shown as a small sign although the font shows nothing: control characters, and the invisible format characters that
-/// could hide or reorder code.
-constexpr bool IsShownControl(char16_t c)
-{
-    return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0xAD || c == 0x200B || c == 0x200E || c == 0x200F ||
-           (c >= 0x2028 && c <= 0x202E) || (c >= 0x2060 && c <= 0x2069) || c == 0xFEFF;
-}
-
-/// Drawn by us in a cell of its own.
-constexpr bool IsSign(char16_t c)
-{
-    return IsMark(c) || IsShownControl(c);
-}
 
 /// Cell size, baseline, and glyph numbers for text that needs no shaping.
 class ViewMetrics {

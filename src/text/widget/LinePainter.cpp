@@ -30,8 +30,8 @@ void SignPainter::Build(const QFont& font, qreal ascent)
     capital_ = std::round(ascent * 0.8);
 }
 
-void SignPainter::PaintSign(QPainter& painter, const QRectF& cell, qreal baseline, char16_t c,
-                            const QColor& color) const
+void SignPainter::PaintSign(QPainter& painter, const QRectF& cell, qreal baseline, char16_t c, const QColor& color,
+                            const char* name) const
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -43,10 +43,10 @@ void SignPainter::PaintSign(QPainter& painter, const QRectF& cell, qreal baselin
     frame.setAlphaF(0.5F);
     painter.setPen(QPen(frame, 1));
     painter.drawRoundedRect(box, 2, 2);
-    if (IsMark(c)) {
+    if (IsMark(c) || *name) {
         painter.setFont(small_);
         painter.setPen(color);
-        QString letter{QLatin1Char(kLetters[c - kTextMark])};
+        const QString letter = *name ? QString::fromLatin1(name) : QString(QLatin1Char(kLetters[c - kTextMark]));
         QRectF ink = QFontMetricsF(small_).tightBoundingRect(letter);
         painter.drawText(box.center() - ink.center(), letter);
     } else {
@@ -269,10 +269,9 @@ void LinePainter::PaintRun(QPainter& painter, const PaintedLine& line, const Row
                 places_.emplace_back(x, baseline);
             }
             ++from;
-        } else if (IsSign(c)) {
-            signs_.PaintSign(painter, {x, row.y, width, metrics_.LineHeight()}, baseline, c,
-                             line.IsSelected(from) ? colors_.highlightedText : colors_.sign);
-            ++from;
+        } else if (const auto sign = SignAt(line.text, static_cast<size_t>(from))) {
+            PaintSign(painter, line, from, {x, row.y, width * sign->cells, metrics_.LineHeight()}, *sign);
+            from += sign->units;
         } else {
             int32_t next = NextGrapheme(line.text, from);
             painter.setPen(style.color);
@@ -316,13 +315,25 @@ void LinePainter::PaintShapedSigns(QPainter& painter, const PaintedLine& line, c
 {
     const LineLayout& layout = line.entry->layout;
     for (int32_t column = row.first; column < row.last; ++column) {
-        char16_t c = line.text[static_cast<size_t>(column)];
-        if (!IsSign(c)) continue;
+        const auto sign = SignAt(line.text, static_cast<size_t>(column));
+        if (!sign) continue;
         auto [left, width] = layout.SpanOf(row.number, column);
         QRectF cell(line.origin.x() + left, row.y, width, metrics_.LineHeight());
-        signs_.PaintSign(painter, cell, row.y + metrics_.Ascent(), c,
-                         line.IsSelected(column) ? colors_.highlightedText : colors_.sign);
+        if (sign->units > 1) {
+            const LineLayout::Span trail = layout.SpanOf(row.number, ++column);
+            cell |= QRectF(line.origin.x() + trail.left, row.y, trail.width, metrics_.LineHeight());
+        }
+        PaintSign(painter, line, column, cell, *sign);
     }
+}
+
+void LinePainter::PaintSign(QPainter& painter, const PaintedLine& line, int32_t column, const QRectF& cell,
+                            const Sign& sign) const
+{
+    const bool selected = line.IsSelected(column);
+    const QColor& color = sign.name[0] ? colors_.hidden : colors_.sign;
+    signs_.PaintSign(painter, cell, cell.top() + metrics_.Ascent(), line.text[static_cast<size_t>(column)],
+                     selected ? colors_.highlightedText : color, sign.name.data());
 }
 
 void LinePainter::PaintPreedit(QPainter& painter, const PaintedLine& line, const Row& row) const

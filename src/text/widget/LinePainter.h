@@ -16,8 +16,9 @@ namespace nib {
 class SignPainter {
 public:
     void Build(const QFont& font, qreal ascent);
-    /// A mark or control character in `cell`, whose text stands on `baseline`.
-    void PaintSign(QPainter& painter, const QRectF& cell, qreal baseline, char16_t c, const QColor& color) const;
+    /// A mark or control character in `cell`, whose text stands on `baseline`; other signs have a name.
+    void PaintSign(QPainter& painter, const QRectF& cell, qreal baseline, char16_t c, const QColor& color,
+                   const char* name = "") const;
     /// The dots behind the head of a collapsed block.
     void PaintDots(QPainter& painter, const QRectF& cell, const QColor& color) const;
     static void PaintFoldBox(QPainter& painter, QPointF centre, qreal side, bool collapsed, const QColor& color,
@@ -116,6 +117,8 @@ private:
                   const ScreenStyle& style);
     void PaintShaped(QPainter& painter, const PaintedLine& line) const;
     void PaintShapedSigns(QPainter& painter, const PaintedLine& line, const Row& row) const;
+    void PaintSign(QPainter& painter, const PaintedLine& line, int32_t column, const QRectF& cell,
+                   const Sign& sign) const;
     void PaintPreedit(QPainter& painter, const PaintedLine& line, const Row& row) const;
     void Flush(QPainter& painter, const ScreenStyle& style);
 

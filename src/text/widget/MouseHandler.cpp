@@ -263,8 +263,13 @@ void MouseHandler::Drop(QDropEvent& event)
     SourceView& model = widget_.Model();
     if (!model.MayEdit()) return event.ignore(); // what is dragged stays where it comes from
     Position target = widget_.PositionAt(event.position());
-    if (event.source() == &widget_) {
-        dropHere_ = true;
+    auto* from = qobject_cast<SourceViewWidget*>(event.source());
+    if (from && &from->Model().Document() == &model.Document()) { // perhaps the other pane
+        from->mouse_.dropHere_ = true;
+        Position anchor;
+        Position caret;
+        from->Model().GetSelection(anchor, caret);
+        if (from != &widget_) model.SetSelection(anchor, caret);
         model.MoveSelection(target, event.dropAction() == Qt::CopyAction);
     } else {
         model.SetCaret(target);

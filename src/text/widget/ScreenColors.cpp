@@ -106,6 +106,12 @@ QColor ScreenColors::Readable(QColor color) const
     return !dark && Contrast(color, base) >= 2.5 ? color : Legible(color, base);
 }
 
+/// For areas, which need less than text does.
+QColor ScreenColors::Visible(const QColor& color) const
+{
+    return Contrast(color, base) >= 1.8 ? color : Legible(color, base);
+}
+
 ScreenStyle ScreenColors::Style(int32_t tokenType) const
 {
     auto index = static_cast<size_t>(tokenType);
@@ -133,9 +139,19 @@ void ScreenColors::Build(const QPalette& palette, const SourceView& model)
     highlightedText = palette.color(QPalette::HighlightedText);
     faint = Readable(Mix(text, base, 0.45));
     sign = Readable(Mix(text, base, 0.25));
+    hidden = Readable(QColor(0xC0, 0x39, 0x2B));
     strong = text;
     line = Mix(text, base, 0.85);
     bookmark = Mix(highlight, base, 0.1);
+    // A ground of any colour: what is laid on it is of the text's and the selection's.
+    currentLine = Mix(text, base, 0.94);
+    match = Mix(highlight, base, 0.7);
+    matchFrame = Mix(highlight, base, 0.25);
+    occurrence = Mix(Mix(highlight, text, 0.3), base, 0.82);
+    guide = Mix(text, base, 0.82);
+    blank = Mix(text, base, 0.65);
+    unsaved = Visible(QColor(0xE8, 0x8A, 0x1A));
+    saved = Visible(QColor(0x4A, 0xA5, 0x4E));
     onBookmark = Contrast(bookmark, Qt::white) >= 3 ? Qt::white : Qt::black;
 }
 

@@ -32,10 +32,19 @@ public:
     QColor highlightedText;
     QColor faint;    ///< line numbers, fold lines
     QColor sign;     ///< marks and control characters
+    QColor hidden;   ///< characters that would hide or reorder others
     QColor strong;   ///< the caret line's number
     QColor line;     ///< separators
     QColor bookmark; ///< behind a number; its text is `onBookmark`
     QColor onBookmark;
+    QColor currentLine; ///< behind the caret's
+    QColor match;       ///< behind words and brackets that belong together
+    QColor matchFrame;
+    QColor occurrence; ///< behind the other places of a name
+    QColor guide;      ///< of an indent
+    QColor blank;      ///< its dot
+    QColor unsaved;    ///< beside lines that were edited
+    QColor saved;
 
     ScreenStyle Style(int32_t tokenType) const;
 
@@ -43,6 +52,7 @@ private:
     ScreenStyle Find(int32_t tokenType) const;
     QColor FromNumber(int32_t color) const;
     QColor Readable(QColor color) const;
+    QColor Visible(const QColor& color) const;
 
     const SourceView* model_ = nullptr;
     QPalette palette_;

@@ -40,8 +40,10 @@ template <int pages>
 void Page(Widget& w, bool extend)
 {
     // The text moves with the caret, so that this keeps its place on the screen.
-    w.ScrollRows(pages * std::max(w.PageLines() - 1, 1));
-    w.Model().MoveCaret(pages < 0 ? Move::PageUp : Move::PageDown, extend);
+    w.ScrollSmoothly([&] {
+        w.ScrollRows(pages * std::max(w.PageLines() - 1, 1));
+        w.Model().MoveCaret(pages < 0 ? Move::PageUp : Move::PageDown, extend);
+    });
 }
 
 template <Move move>
@@ -225,6 +227,7 @@ bool SourceViewWidget::event(QEvent* event)
 
 void SourceViewWidget::keyPressEvent(QKeyEvent* event)
 {
+    glide_.Finish();
     if (const KeyBinding* binding = FindBinding(*event)) {
         CommitPreedit();
         binding->run(*this, binding->shiftExtends && (event->modifiers() & Qt::ShiftModifier));
@@ -286,13 +289,9 @@ QVariant SourceViewWidget::inputMethodQuery(Qt::InputMethodQuery query) const
     auto& self = const_cast<SourceViewWidget&>(*this);
     Position caret = model_.Caret();
     Position anchor = model_.Anchor();
-    Text scratch;
-    TextView line = document_.LineText(caret.line, scratch);
     int32_t first = std::max(caret.col - kSurrounding, 0);
     auto part = [&](int32_t from, int32_t to) {
-        from = std::clamp(from, 0, static_cast<int32_t>(line.size()));
-        to = std::clamp(to, from, static_cast<int32_t>(line.size()));
-        return ToQString(line.substr(static_cast<size_t>(from), static_cast<size_t>(to - from)));
+        return ToQString(document_.GetRange({from, caret.line}, {to, caret.line}));
     };
     switch (query) {
     case Qt::ImEnabled: return isEnabled();
@@ -336,6 +335,7 @@ void SourceViewWidget::Blink()
 void SourceViewWidget::focusInEvent(QFocusEvent* event)
 {
     QAbstractScrollArea::focusInEvent(event);
+    emit focused();
     RestartBlink();
     viewport()->update();
 }

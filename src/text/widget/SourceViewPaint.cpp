@@ -14,6 +14,7 @@ namespace nib {
 namespace {
 
 constexpr int32_t kToTheEnd = std::numeric_limits<int32_t>::max();
+constexpr int kNameRests = 250;      ///< milliseconds before the places of a name are lit
 constexpr int64_t kScanSlice = 8000; ///< microseconds, short enough for the next key not to wait
 
 } // namespace
@@ -22,6 +23,9 @@ constexpr int64_t kScanSlice = 8000; ///< microseconds, short enough for the nex
 
 void SourceViewWidget::TextChanged(const TextChange& change)
 {
+    glide_.Stop();
+    LightsStale();
+    scrollMarks_->Stale();
     bool sameLines = change.oldEnd.line == change.newEnd.line;
     if (sameLines) {
         cache_.Invalidate(change.start.line, change.newEnd.line);
@@ -43,6 +47,7 @@ void SourceViewWidget::ShowChange(int32_t first, int32_t last)
     UpdateVerticalBar();
     barsStale_ = true;
     SettleSoon();
+    if (change.last == kToTheEnd && model_.Marks().changeBars) UpdateMargin(); // lines above may be as they were again
     if (change.scrolled)
         viewport()->update();
     else
@@ -52,6 +57,9 @@ void SourceViewWidget::ShowChange(int32_t first, int32_t last)
 
 void SourceViewWidget::TextReset()
 {
+    glide_.Stop();
+    LightsStale();
+    scrollMarks_->Stale();
     changed_ = {};
     cache_.Clear();
     geometry_.ScrollToIndex(0);
@@ -65,6 +73,7 @@ void SourceViewWidget::TextReset()
 void SourceViewWidget::LinesRepaint(int32_t first, int32_t last)
 {
     cache_.Invalidate(first, last);
+    scrollMarks_->Stale();
     if (painting_) {
         // Scanning for this paint: what it does not paint itself follows after it.
         scannedFirst_ = scannedLast_ < 0 ? first : std::min(scannedFirst_, first);
@@ -78,8 +87,43 @@ void SourceViewWidget::LinesRepaint(int32_t first, int32_t last)
 
 void SourceViewWidget::FoldingChanged()
 {
+    glide_.Stop();
+    scrollMarks_->Stale();
     geometry_.TextMoved(nullptr);
     UpdateBars();
+    viewport()->update();
+}
+
+void SourceViewWidget::ModifiedChanged(bool /*modified*/)
+{
+    if (!model_.Marks().changeBars) return;
+    UpdateMargin();
+    scrollMarks_->Stale();
+}
+
+void SourceViewWidget::UpdateMargin()
+{
+    viewport()->update(0, 0, static_cast<int>(geometry_.Margin().width) + 1, viewport()->height());
+}
+
+// Lights
+
+void SourceViewWidget::LightsStale()
+{
+    lights_.Stale();
+    if (!model_.Marks().matches && lights_.Name().empty()) return;
+    // With each key: a timer that runs is left alone.
+    if (nameTimer_.isActive())
+        nameMoved_ = true;
+    else
+        nameTimer_.start(kNameRests);
+}
+
+void SourceViewWidget::TakeName()
+{
+    if (std::exchange(nameMoved_, false)) return nameTimer_.start(kNameRests);
+    if (!lights_.TakeName()) return;
+    scrollMarks_->SetName(lights_.Name());
     viewport()->update();
 }
 
@@ -114,12 +158,15 @@ void SourceViewWidget::paintEvent(QPaintEvent* event)
     }
     painting_ = true;
     ScanVisible(dirty);
+    const std::vector<int32_t> lit = lights_.Refresh(viewport()->height());
     {
         QPainter painter(viewport());
         painter.setClipRegion(event->region());
         painter.fillRect(dirty, colors_.base);
+        lights_.PaintBehind(painter, dirty);
         PaintText(painter, dirty);
         PaintMargin(painter, dirty);
+        lights_.PaintChanges(painter, dirty);
         PaintCarets(painter);
     }
     painting_ = false;
@@ -129,6 +176,7 @@ void SourceViewWidget::paintEvent(QPaintEvent* event)
         QRectF row(0, y, viewport()->width(), geometry_.HeightOf(line));
         if (line >= first && line <= last && !dirty.intersects(row)) viewport()->update(row.toAlignedRect());
     });
+    for (int32_t line : lit) UpdateLines(line, line);
     if (!scanTimer_.isActive()) scanTimer_.start(0);
 }
 
@@ -158,6 +206,7 @@ void SourceViewWidget::PaintText(QPainter& painter, const QRectF& dirty)
     painter.setClipRect(area, Qt::IntersectClip);
     geometry_.ForEach(area.top(), area.bottom(),
                       [&](int32_t line, qreal y) { linePainter_.Paint(painter, Describe(line, y, area)); });
+    lights_.PaintBlanks(painter, area);
     painter.restore();
 }
 
@@ -186,7 +235,11 @@ void SourceViewWidget::ShowDropCaret(std::optional<Position> at)
 
 void SourceViewWidget::ScanIdle()
 {
-    if (document_.ScanSlice(kScanSlice)) scanTimer_.start(0);
+    const int32_t before = document_.ScannedTo();
+    if (document_.ScanSlice(kScanSlice)) return scanTimer_.start(0);
+    if (document_.ScannedTo() == before || !model_.Marks().matches) return;
+    lights_.Stale(); // a block's end may be known now
+    UpdateLines(model_.CaretLine(), model_.CaretLine());
 }
 
 } // namespace nib

@@ -24,6 +24,14 @@ constexpr int kPrimaryDelay = 150;
 SourceViewWidget::SourceViewWidget(SourceDocument& document, Clipboard& clipboard, QWidget* parent)
     : QAbstractScrollArea(parent), document_(document), clipboard_(clipboard), model_(document, clipboard),
       cache_(document_, metrics_, colors_), geometry_(model_, cache_, metrics_),
+      lights_(model_, cache_, geometry_, metrics_, colors_),
+      scrollMarks_(std::make_unique<ScrollMarks>(model_, colors_).release()),
+      glide_([this](const ViewGeometry::Place& place, qreal pixels) {
+          const auto old = geometry_.TopPlace();
+          geometry_.ScrollToIndex(place.index);
+          geometry_.ScrollBy(place.offset + pixels);
+          Scrolled(old);
+      }),
       linePainter_(metrics_, colors_, signs_), marginPainter_(metrics_, colors_), mouse_(*this),
       forTools_(model_, *this)
 {
@@ -33,6 +41,7 @@ SourceViewWidget::SourceViewWidget(SourceDocument& document, Clipboard& clipboar
     setAttribute(Qt::WA_InputMethodEnabled);
     setAttribute(Qt::WA_KeyCompression);
     setAcceptDrops(true);
+    setVerticalScrollBar(scrollMarks_);
     verticalScrollBar()->setAccessibleName(tr("Vertical scroll bar"));
     horizontalScrollBar()->setAccessibleName(tr("Horizontal scroll bar"));
     viewport()->setAcceptDrops(true);
@@ -45,6 +54,8 @@ SourceViewWidget::SourceViewWidget(SourceDocument& document, Clipboard& clipboar
     scanTimer_.setSingleShot(true);
     connect(&primaryTimer_, &QTimer::timeout, this, [this] { PublishSelection(); });
     primaryTimer_.setSingleShot(true);
+    connect(&nameTimer_, &QTimer::timeout, this, [this] { TakeName(); });
+    nameTimer_.setSingleShot(true);
     model_.SetHost(this);
     document_.AddListener(this);
     AppearanceChanged();
@@ -72,7 +83,10 @@ void SourceViewWidget::AppearanceChanged()
     geometry_.Measure(viewport()->size(), maximumViewportSize().height());
     UpdateBars();
     viewport()->update();
+    LightsStale();
+    scrollMarks_->Stale();
     updateMicroFocus();
+    emit lookChanged();
 }
 
 void SourceViewWidget::SetZoom(int steps)
@@ -149,134 +163,12 @@ ScreenStyle SourceViewWidget::StyleAt(Position p, int32_t& start, int32_t& end)
     return colors_.Style(token.type);
 }
 
-// Scrolling
-
-void SourceViewWidget::GetFirstVisible(int32_t& line, int32_t& column)
-{
-    Settle();
-    line = document_.VisibleLine(geometry_.TopIndex());
-    column = static_cast<int32_t>(std::lround(geometry_.Left() / metrics_.CharWidth()));
-}
-
-void SourceViewWidget::SetFirstVisible(int32_t line, int32_t column)
-{
-    Settle();
-    line = std::clamp(line, 0, document_.LineCount() - 1);
-    geometry_.ScrollToIndex(document_.VisibleIndex(line));
-    geometry_.SetLeft(std::min(column * metrics_.CharWidth(), geometry_.MaxLeft()));
-    UpdateBars();
-    viewport()->update();
-}
-
-void SourceViewWidget::UpdateVerticalBar()
-{
-    syncing_ = true;
-    verticalScrollBar()->setRange(0, geometry_.MaxTopIndex());
-    verticalScrollBar()->setPageStep(geometry_.PageLines());
-    verticalScrollBar()->setValue(geometry_.BarIndex());
-    syncing_ = false;
-}
-
-void SourceViewWidget::UpdateBars()
-{
-    barsStale_ = false;
-    UpdateVerticalBar();
-    syncing_ = true;
-    setHorizontalScrollBarPolicy(model_.LineWrap() ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
-    horizontalScrollBar()->setRange(0, static_cast<int>(std::ceil(geometry_.MaxLeft())));
-    horizontalScrollBar()->setPageStep(std::max(viewport()->width(), 1));
-    horizontalScrollBar()->setSingleStep(static_cast<int>(std::ceil(metrics_.CharWidth() * 3)));
-    horizontalScrollBar()->setValue(static_cast<int>(std::lround(geometry_.Left())));
-    syncing_ = false;
-}
-
-void SourceViewWidget::Scrolled(ViewGeometry::Place old)
-{
-    ViewGeometry::Place now = geometry_.TopPlace();
-    UpdateBars();
-    if (now == old) return;
-    QRect text = viewport()->rect();
-    bool sideways = now.left != old.left;
-    if (sideways) text.setLeft(static_cast<int>(geometry_.Margin().width));
-    std::optional<qreal> rows = geometry_.Distance(old);
-    bool whole = rows && std::floor(*rows) == *rows && std::floor(now.left - old.left) == now.left - old.left;
-    if (!whole || (sideways && *rows != 0) || std::abs(*rows) >= viewport()->height()) {
-        viewport()->update();
-    } else {
-        viewport()->scroll(static_cast<int>(old.left - now.left), static_cast<int>(-*rows), text);
-    }
-    updateMicroFocus();
-}
-
-void SourceViewWidget::scrollContentsBy(int /*dx*/, int /*dy*/)
-{
-    if (syncing_) return;
-    caretWanted_ = false; // the user wants to see something else
-    auto old = geometry_.TopPlace();
-    if (verticalScrollBar()->value() != geometry_.BarIndex()) geometry_.ScrollToIndex(verticalScrollBar()->value());
-    geometry_.SetLeft(horizontalScrollBar()->value());
-    Scrolled(old);
-}
-
-void SourceViewWidget::ScrollRows(int32_t rows)
-{
-    ScrollPixels({0, rows * metrics_.LineHeight()});
-}
-
-void SourceViewWidget::ScrollPixels(QPointF delta)
-{
-    Settle();
-    auto old = geometry_.TopPlace();
-    geometry_.ScrollBy(delta.y());
-    geometry_.SetLeft(std::clamp(geometry_.Left() + delta.x(), 0.0, geometry_.MaxLeft()));
-    Scrolled(old);
-}
-
-void SourceViewWidget::RevealPlace(Position p, int32_t beyond)
-{
-    document_.Reveal(p.line);
-    Settle();
-    auto old = geometry_.TopPlace();
-    geometry_.Reveal(p, beyond);
-    Scrolled(old);
-}
-
-void SourceViewWidget::EnsureCaretVisible()
-{
-    RevealPlace(model_.Caret(), model_.CaretBeyond());
-    RestartBlink();
-}
-
-void SourceViewWidget::EnsureCaretVisibleSoon()
-{
-    caretWanted_ = true;
-    SettleSoon();
-    RestartBlink();
-}
-
-void SourceViewWidget::SettleSoon()
-{
-    if (std::exchange(settling_, true)) return;
-    const auto settle = [this] {
-        settling_ = false;
-        Settle();
-    };
-    QMetaObject::invokeMethod(this, settle, Qt::QueuedConnection); // before the next paint, which Qt puts behind it
-}
-
-void SourceViewWidget::Settle()
-{
-    if (!caretWanted_ && !barsStale_) return;
-    auto old = geometry_.TopPlace();
-    if (std::exchange(caretWanted_, false)) geometry_.Reveal(model_.Caret(), model_.CaretBeyond());
-    Scrolled(old);
-}
-
 // Mouse
 
 void SourceViewWidget::mousePressEvent(QMouseEvent* event)
 {
     CommitPreedit();
+    glide_.Finish();
     mouse_.Press(*event);
     emit mousePressed(event->button(), event->modifiers(), event->position());
 }
@@ -299,27 +191,6 @@ void SourceViewWidget::mouseDoubleClickEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton && ZoneAt(event->position()) == Zone::Content) {
         emit mouseDoubleClicked(event->position());
     }
-}
-
-void SourceViewWidget::wheelEvent(QWheelEvent* event)
-{
-    event->accept();
-    QPointF pixels = event->pixelDelta();
-    QPointF steps = QPointF(event->angleDelta()) / 120.0;
-    if (event->modifiers() & Qt::ControlModifier) {
-        wheelRest_ += steps;
-        auto whole = static_cast<int>(wheelRest_.y());
-        wheelRest_ -= QPointF(0, whole);
-        if (whole != 0) SetZoom(zoom_ + whole);
-        return;
-    }
-    if (pixels.isNull()) pixels = steps * QApplication::wheelScrollLines() * metrics_.LineHeight();
-    if (event->modifiers() & Qt::ShiftModifier) pixels = {pixels.y() + pixels.x(), 0};
-    // Fractions of a pixel would blur the text; they wait for the next turn.
-    wheelRest_ += pixels;
-    QPointF whole(std::trunc(wheelRest_.x()), std::trunc(wheelRest_.y()));
-    wheelRest_ -= whole;
-    ScrollPixels(-whole);
 }
 
 void SourceViewWidget::contextMenuEvent(QContextMenuEvent* event)
@@ -387,6 +258,7 @@ void SourceViewWidget::SelectionChanged(int32_t firstLine, int32_t lastLine)
 {
     UpdateLines(firstLine, lastLine);
     if (model_.HasSelection()) primaryTimer_.start(kPrimaryDelay);
+    LightsStale();
     RestartBlink();
     updateMicroFocus();
     forTools_.CaretMoved();

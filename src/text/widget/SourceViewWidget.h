@@ -3,10 +3,12 @@
 
 #include "text/SourceView.h"
 #include "text/widget/AccessibleText.h"
+#include "text/widget/Glide.h"
 #include "text/widget/LineCache.h"
 #include "text/widget/LinePainter.h"
 #include "text/widget/MouseHandler.h"
-#include "text/widget/ViewGeometry.h"
+#include "text/widget/ScrollMarks.h"
+#include "text/widget/ViewLights.h"
 
 #include <QAbstractScrollArea>
 #include <QTimer>
@@ -42,6 +44,9 @@ public:
     void ScrollRows(int32_t rows);
     void ScrollPixels(QPointF delta);
     void RevealPlace(Position p, int32_t beyond = 0);
+    /// Does what scrolls, and shows the way there if the user likes to see it.
+    void ScrollSmoothly(const std::function<void()>& scroll);
+    ScrollMarks& Marks() { return *scrollMarks_; }
     /// Pastes the desktop's primary selection.
     void PastePrimary(Position at);
     /// Makes the selection the desktop's primary selection, at once.
@@ -71,6 +76,7 @@ public:
     void TextReset() override;
     void LinesRepaint(int32_t first, int32_t last) override;
     void FoldingChanged() override;
+    void ModifiedChanged(bool modified) override;
 
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
@@ -82,6 +88,8 @@ signals:
     void mouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at);
     void mouseDoubleClicked(QPointF at);
     void zoomChanged(int steps);
+    void focused();
+    void lookChanged(); ///< of the model
 
 protected:
     bool event(QEvent* event) override;
@@ -107,6 +115,7 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    friend class MouseHandler; ///< a drag ends in the handler of the pane that it came from
     struct Change {
         int32_t first = -1;
         int32_t last = -1;
@@ -130,6 +139,7 @@ private:
     void ShowChange(int32_t first, int32_t last);
     void UpdateLines(int32_t first, int32_t last);
     void UpdateCaret();
+    void UpdateMargin();
     void RestartBlink();
     void Blink();
     void PaintText(QPainter& painter, const QRectF& dirty);
@@ -137,6 +147,9 @@ private:
     void PaintCarets(QPainter& painter);
     PaintedLine Describe(int32_t line, qreal y, const QRectF& clip);
     void DescribeSelections(int32_t line, PaintedLine& painted);
+    /// What is lit has to be looked up anew: soon, and the name at the caret when it rests there.
+    void LightsStale();
+    void TakeName();
     /// Scans what is in sight before any of it is painted.
     void ScanVisible(const QRectF& dirty);
     void ScanIdle();
@@ -151,6 +164,9 @@ private:
     SignPainter signs_;
     LineCache cache_;
     mutable ViewGeometry geometry_;
+    ViewLights lights_;
+    ScrollMarks* scrollMarks_; ///< the area's own
+    Glide glide_;
     LinePainter linePainter_;
     MarginPainter marginPainter_;
     MouseHandler mouse_;
@@ -158,6 +174,7 @@ private:
     QTimer blinkTimer_;
     QTimer scanTimer_;
     QTimer primaryTimer_;
+    QTimer nameTimer_;
     QString preedit_;
     int32_t preeditCursor_ = 0;
     std::optional<Position> dropCaret_;
@@ -172,7 +189,8 @@ private:
     bool caretOn_ = true;
     bool caretWanted_ = false; ///< in sight, when the edits are through
     bool barsStale_ = false;
-    bool settling_ = false; ///< is asked for
+    bool settling_ = false;  ///< is asked for
+    bool nameMoved_ = false; ///< the caret, since the timer runs
 };
 
 } // namespace nib

@@ -1,4 +1,5 @@
 #include "MarkedEditor.h"
+#include "editing/BlockEffect.h"
 #include "editing/operations/OpFormat.h"
 
 #include <gtest/gtest.h>
@@ -25,39 +26,94 @@ Text Formatted(TextView program, const MvEdit& settings = {}, TextView userPrefi
     return editor.Plain();
 }
 
+const std::tuple<const char*, TextView, TextView> kPrograms[] = {
+    {"empty", u"", u""},
+    {"statement", u"X = 1", u"      X = 1"},
+    {"blanks only", u"   \n\n ", u"\n\n"},
+    {"trailing", u"  X = 1  \n      Y", u"      X = 1\n      Y"},
+    {"if", u"IF A THEN\nX\nEND ELSE\nY\nEND\nZ",
+     u"      IF A THEN\n         X\n      END ELSE\n         Y\n      END\n      Z"},
+    {"then inside a line", u"IF A THEN B\nC", u"      IF A THEN B\n      C"},
+    {"for", u"FOR I = 1 TO 3\nX\nNEXT I\nFOR J = 1 TO 3 ; X ; NEXT J\nY",
+     u"      FOR I = 1 TO 3\n         X\n      NEXT I\n      FOR J = 1 TO 3 ; X ; NEXT J\n      Y"},
+    {"loop", u"LOOP\nX\nWHILE A DO\nY\nREPEAT\nZ",
+     u"      LOOP\n         X\n      WHILE A DO\n         Y\n      REPEAT\n      Z"},
+    {"loop in a line", u"LOOP X UNTIL A DO REPEAT\nY", u"      LOOP X UNTIL A DO REPEAT\n      Y"},
+    {"for while", u"FOR I = 1 TO 9 WHILE A\nX\nNEXT I", u"      FOR I = 1 TO 9 WHILE A\n         X\n      NEXT I"},
+    {"case", u"BEGIN CASE\nCASE A\nX\nCASE 1\nY\nEND CASE\nZ",
+     u"      BEGIN CASE\n         CASE A\n            X\n         CASE 1\n            Y\n      END CASE\n      Z"},
+    {"locked", u"READU R FROM F, I LOCKED\nX\nEND THEN\nY\nEND",
+     u"      READU R FROM F, I LOCKED\n         X\n      END THEN\n         Y\n      END"},
+    {"stray end", u"END\nEND CASE\nNEXT I\nX", u"      END\n      END CASE\n      NEXT I\n      X"},
+    {"labels", u" LAB1: X = 1\nLABEL: X\nLONG.LABEL:   X\n  10 X\n10:X\n10.5:\n  L:  ",
+     u"LAB1: X = 1\nLABEL: X\nLONG.LABEL: X\n10    X\n10:   X\n10.5:\nL:"},
+    {"label in a block", u"LOOP\nLAB1: X\nREPEAT", u"      LOOP\nLAB1:    X\n      REPEAT"},
+    {"no label", u"LAB1 := 2", u"      LAB1 := 2"},
+    {"user words", u"OPEN.IT\nX\nBETWEEN\nX\nCLOSE.IT\nFIRST\nX\nX LAST\nX",
+     u"      OPEN.IT\n         X\n      BETWEEN\n         X\n      CLOSE.IT\n      FIRST\n         X\n"
+     u"         X LAST\n            X"},
+    {"mark first", u"  \uF8FDX:  Y", u"      \uF8FDX:  Y"}};
+
 TEST(FormatTest, Programs)
 {
-    const std::tuple<const char*, TextView, TextView> rows[] = {
-        {"empty", u"", u""},
-        {"statement", u"X = 1", u"      X = 1"},
-        {"blanks only", u"   \n\n ", u"\n\n"},
-        {"trailing", u"  X = 1  \n      Y", u"      X = 1\n      Y"},
-        {"if", u"IF A THEN\nX\nEND ELSE\nY\nEND\nZ",
-         u"      IF A THEN\n         X\n      END ELSE\n         Y\n      END\n      Z"},
-        {"then inside a line", u"IF A THEN B\nC", u"      IF A THEN B\n      C"},
-        {"for", u"FOR I = 1 TO 3\nX\nNEXT I\nFOR J = 1 TO 3 ; X ; NEXT J\nY",
-         u"      FOR I = 1 TO 3\n         X\n      NEXT I\n      FOR J = 1 TO 3 ; X ; NEXT J\n      Y"},
-        {"loop", u"LOOP\nX\nWHILE A DO\nY\nREPEAT\nZ",
-         u"      LOOP\n         X\n      WHILE A DO\n         Y\n      REPEAT\n      Z"},
-        {"loop in a line", u"LOOP X UNTIL A DO REPEAT\nY", u"      LOOP X UNTIL A DO REPEAT\n      Y"},
-        {"for while", u"FOR I = 1 TO 9 WHILE A\nX\nNEXT I", u"      FOR I = 1 TO 9 WHILE A\n         X\n      NEXT I"},
-        {"case", u"BEGIN CASE\nCASE A\nX\nCASE 1\nY\nEND CASE\nZ",
-         u"      BEGIN CASE\n         CASE A\n            X\n         CASE 1\n            Y\n      END CASE\n      Z"},
-        {"locked", u"READU R FROM F, I LOCKED\nX\nEND THEN\nY\nEND",
-         u"      READU R FROM F, I LOCKED\n         X\n      END THEN\n         Y\n      END"},
-        {"stray end", u"END\nEND CASE\nNEXT I\nX", u"      END\n      END CASE\n      NEXT I\n      X"},
-        {"labels", u" LAB1: X = 1\nLABEL: X\nLONG.LABEL:   X\n  10 X\n10:X\n10.5:\n  L:  ",
-         u"LAB1: X = 1\nLABEL: X\nLONG.LABEL: X\n10    X\n10:   X\n10.5:\nL:"},
-        {"label in a block", u"LOOP\nLAB1: X\nREPEAT", u"      LOOP\nLAB1:    X\n      REPEAT"},
-        {"no label", u"LAB1 := 2", u"      LAB1 := 2"},
-        {"user words", u"OPEN.IT\nX\nBETWEEN\nX\nCLOSE.IT\nFIRST\nX\nX LAST\nX",
-         u"      OPEN.IT\n         X\n      BETWEEN\n         X\n      CLOSE.IT\n      FIRST\n         X\n"
-         u"         X LAST\n            X"},
-        {"mark first", u"  \uF8FDX:  Y", u"      \uF8FDX:  Y"}};
-    for (const auto& [name, before, after] : rows) {
+    for (const auto& [name, before, after] : kPrograms) {
         EXPECT_EQ(ToUtf8(Formatted(before)), ToUtf8(after)) << name;
         EXPECT_EQ(ToUtf8(Formatted(after)), ToUtf8(after)) << name;
     }
+}
+
+/// What the keys make of a program whose indents nobody types.
+Text Typed(TextView program)
+{
+    MarkedEditor editor;
+    clsKeywords keywords;
+    keywords.SetKeywordList(4, u" ", u"OPEN.IT+ CLOSE.IT- BETWEEN= FIRST[ LAST]");
+    editor.lexer.SetKeywords(keywords);
+    editor.Load(u"      ^");
+    for (size_t i = 0; i < program.size(); ++i) {
+        if (program[i] == u'\n')
+            editor.view.NewLine();
+        else
+            editor.view.TypeText(program.substr(i, 1));
+    }
+    return editor.Plain();
+}
+
+TEST(FormatTest, IndentsThatAreTypedAreThoseOfTheFormatter)
+{
+    for (const auto& [name, before, after] : kPrograms) {
+        if (TextView(before).find_first_of(u":\uF8FD") != TextView::npos || before != Trim(before)) continue;
+        if (before.substr(0, 3) == u"END" || before.empty()) continue; // nothing is above it to step out of
+        EXPECT_EQ(ToUtf8(Typed(before)), ToUtf8(after)) << name;
+    }
+    const std::tuple<const char*, TextView, TextView> rows[] = {
+        {"a name that begins as a word does", u"LOOP\nEND.DATE = 1", u"      LOOP\n         END.DATE = 1"},
+        {"a comment says nothing", u"LOOP\n* END\nX", u"      LOOP\n         * END\n         X"},
+        {"nor does a blank line", u"LOOP\n\nX", u"      LOOP\n         \n         X"}};
+    for (const auto& [name, before, after] : rows) EXPECT_EQ(ToUtf8(Typed(before)), ToUtf8(after)) << name;
+}
+
+TEST(FormatTest, BreaksStandWhereTheBlocksSay)
+{
+    const std::tuple<const char*, TextView, TextView> rows[] = {
+        {"before what closes", u"      LOOP^ REPEAT", u"      LOOP\n      ^REPEAT"},
+        {"behind a label", u"LAB1: LOOP^", u"LAB1: LOOP\n         ^"},
+        {"behind a label alone", u"         X\nLAB1:^", u"         X\nLAB1:\n         ^"},
+        {"in front of the code", u"      ^LOOP", u"      \n      ^LOOP"},
+        {"a line that stands elsewhere", u"  X = 1^ ; Y", u"  X = 1\n  ^; Y"}};
+    for (const auto& [name, before, after] : rows) {
+        MarkedEditor editor;
+        editor.Load(Text(before));
+        editor.view.NewLine();
+        EXPECT_EQ(ToUtf8(editor.Marked()), ToUtf8(after)) << name;
+        editor.buffer.Undo();
+        EXPECT_FALSE(editor.buffer.CanUndo()) << name;
+    }
+    MarkedEditor copies;
+    copies.view.SetIndentsByBlocks(false);
+    copies.Load(u"   LOOP^");
+    copies.view.NewLine();
+    EXPECT_EQ(ToUtf8(copies.Marked()), "   LOOP\n   ^");
 }
 
 TEST(FormatTest, Comments)

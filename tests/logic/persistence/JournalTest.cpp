@@ -124,7 +124,7 @@ struct JournalTest : RecoveryTest {
     /// A new session, in which the first is as if killed; all it held in memory is gone.
     RecoveryList& AfterCrash()
     {
-        session->recovery.FlushJournals();
+        session->recovery.Flush();
         const std::map<Text, StoredItem> items = session->t.Store().items;
         Crash();
         session->t.Store().items = items;
@@ -152,17 +152,17 @@ TEST_F(JournalTest, WhatWasTypedIsOnDiskWithinASecondAndGoesWithTheSave)
 TEST_F(JournalTest, NoneWithoutAutoRecover)
 {
     mvDocument& document = Typed({}, {}, u"first");
-    session->recovery.FlushJournals();
+    session->recovery.Flush();
     EXPECT_EQ(Files().size(), 1U);
     session->t.program.EditorSettings().AutoRecover = false;
     session->recovery.FollowSetting();
     EXPECT_EQ(Files(), std::vector<std::string>());
     Type(document, u"second");
-    session->recovery.FlushJournals();
+    session->recovery.Flush();
     EXPECT_EQ(Files(), std::vector<std::string>());
     session->t.program.EditorSettings().AutoRecover = true;
     session->recovery.FollowSetting();
-    session->recovery.FlushJournals();
+    session->recovery.Flush();
     EXPECT_EQ(Files().size(), 1U);
     session->t.program.Shutdown();
     EXPECT_EQ(Files(), std::vector<std::string>()) << "a clean end leaves none";
@@ -264,13 +264,13 @@ TEST_F(JournalTest, AFullDiskIsToldOnceAndTheJournalIsMadeWhenThereIsRoom)
 {
     std::optional<FullDisk> full(std::in_place);
     mvDocument& document = Typed(kMain, u"one", u"typed ");
-    session->recovery.FlushJournals();
+    session->recovery.Flush();
     session->t.clock.Advance(2s);
     session->t.clock.Advance(10ms);
     EXPECT_TRUE(session->t.window.status[1].starts_with(u"No recovery copies can be kept: "));
     full.reset();
     session->t.clock.Advance(2s);
-    session->recovery.FlushJournals();
+    session->recovery.Flush();
     session->t.clock.Advance(2s);
     EXPECT_EQ(session->t.window.status[1], u"");
     Type(document, u"more ");

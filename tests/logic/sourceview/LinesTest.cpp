@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <future>
+
 namespace nib::test::lines_test {
 
 struct Kept {
@@ -60,7 +62,24 @@ void Compare(const LineStore& store, const std::vector<Kept>& model, Dice& dice)
     }
 }
 
-TEST(LineStore, SumsHoldThroughEditsAcrossChunks)
+/// Reads what the store held on a thread, lets it go there too, and tells how many lines differ.
+std::future<int32_t> Reading(const LineStore& store, const std::vector<Kept>& model)
+{
+    return std::async(std::launch::async, [snapshot = store.Snapshot(), model]() mutable {
+        int32_t differing = snapshot->LineCount() == static_cast<int32_t>(model.size()) ? 0 : 1;
+        size_t at = 0;
+        snapshot->ForEachLine([&](const LineRecord& line) {
+            const Kept& kept = model[at++ % model.size()];
+            Text text;
+            line.Units().AppendTo(text);
+            differing += text == kept.text && line.words[kIdentityWord] == kept.identity ? 0 : 1;
+        });
+        snapshot.reset();
+        return differing;
+    });
+}
+
+TEST(LineStore, SumsAndSnapshotsHoldThroughEditsAcrossChunks)
 {
     for (uint32_t seed = 1; seed <= 6 && !testing::Test::HasFatalFailure(); ++seed) {
         SCOPED_TRACE(seed);
@@ -75,6 +94,7 @@ TEST(LineStore, SumsHoldThroughEditsAcrossChunks)
             for (Text& line : CutLines(text)) model.push_back({std::move(line)});
         }
         for (int32_t step = 0; step < 25 && !testing::Test::HasFatalFailure(); ++step) {
+            std::future<int32_t> before = Reading(store, model);
             auto count = static_cast<int32_t>(model.size());
             int32_t line = dice.Below(count + 1);
             int32_t many = 1 + dice.Below(dice.OneIn(3) ? 1500 : 20);
@@ -99,6 +119,7 @@ TEST(LineStore, SumsHoldThroughEditsAcrossChunks)
                 kept.text.replace(0, kept.text.size() / 2, text);
             }
             Compare(store, model, dice);
+            EXPECT_EQ(before.get(), 0);
         }
     }
 }

@@ -102,6 +102,10 @@ constexpr Command Back = [](SourceView& v) { v.Backspace(); };
 constexpr Command Del = [](SourceView& v) { v.Delete(); };
 constexpr Command DelLine = [](SourceView& v) { v.DeleteLine(); };
 constexpr Command NewLine = [](SourceView& v) { v.NewLine(); };
+constexpr Command LinesUp = [](SourceView& v) { v.MoveLinesUp(); };
+constexpr Command LinesDown = [](SourceView& v) { v.MoveLinesDown(); };
+constexpr Command Duplicate = [](SourceView& v) { v.DuplicateLines(); };
+constexpr Command Join = [](SourceView& v) { v.JoinLines(); };
 constexpr Command TabIn = [](SourceView& v) { v.Tab(); };
 constexpr Command TabOut = [](SourceView& v) { v.Backtab(); };
 constexpr Command Word = [](SourceView& v) { v.SelectWord(v.Caret()); };
@@ -142,6 +146,20 @@ const Row kRows[] = {
     {"delete the only line", u"AA|", DelLine, u"|"},
     {"new line keeps the indent", u"   A|B", NewLine, u"   A\n   |B"},
     {"new line within the indent", u" |  A", NewLine, u" \n |  A"},
+    {"line up", u"A\nB|C\nD", LinesUp, u"B|C\nA\nD"},
+    {"last line up", u"A\n[B\nC]", LinesUp, u"[B\nC]\nA"},
+    {"first line up", u"A|\nB", LinesUp, u"A|\nB"},
+    {"lines down, but one not entered", u"[A\nB\n]C\nD", LinesDown, u"C\n[A\nB\n]D"},
+    {"line down to the end", u"A|\nB", LinesDown, u"B\nA|"},
+    {"an empty line up", u"A\n|\nB", LinesUp, u"|\nA\nB"},
+    {"an empty line down", u"|\nA", LinesDown, u"A\n|"},
+    {"last line down", u"A\nB|", LinesDown, u"A\nB|"},
+    {"duplicate", u"A|B\nC", Duplicate, u"AB\nA|B\nC"},
+    {"duplicate lines", u"x[A\nB]", Duplicate, u"xA\nB\nx[A\nB]"},
+    {"join", u"A|\n   B\nC", Join, u"A| B\nC"},
+    {"join with blanks there", u"A | \n   B", Join, u"A  |B"},
+    {"join lines", u"[A\n\n  B\n]C", Join, u"A| B\nC"},
+    {"join at the end", u"A\nB|", Join, u"A\nB|"},
     {"tab to the next stop", u"AB|C", TabIn, u"AB |C"},
     {"tab at a stop", u"ABC|D", TabIn, u"ABC   |D"},
     {"tab replaces a word", u"[AB]C", TabIn, u"   |C"},

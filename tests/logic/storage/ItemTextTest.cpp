@@ -107,6 +107,21 @@ TEST(ItemTextTest, WhatCannotBeHeldIsNamed)
         EXPECT_THROW(Charset{name}, Error);
 }
 
+/// What is written or told of a text, whether it comes whole or line by line as a document stores it.
+void ExpectWrittenAlike(const ItemText& rules, TextForm form, const std::vector<OddEnd>& odd, SourceDocument& document)
+{
+    const auto outcome = [&](const auto& text) {
+        std::string bytes;
+        const Error error = ErrorOf([&] { bytes = rules.Encode(text, form, u"BP X", odd); });
+        return bytes + error.what();
+    };
+    for (TextCoding coding :
+         {form.coding, TextCoding::Utf8, TextCoding::Latin1, TextCoding::Named, TextCoding::Utf16Be}) {
+        form.coding = coding;
+        EXPECT_EQ(outcome(AsLines(document.Snapshot())), outcome(document.GetText()));
+    }
+}
+
 /// Bytes that are taken are the text that copied ones are, to their last TAB and odd end.
 void ExpectReadAlike(const ItemText& rules, const std::string& bytes)
 {
@@ -127,13 +142,14 @@ void ExpectReadAlike(const ItemText& rules, const std::string& bytes)
     SourceDocument document;
     EXPECT_EQ(document.SetText(std::move(std::get<ByteText>(read)), kTabWidth), TabsOf(text, kTabWidth));
     EXPECT_EQ(document.GetText(), ExpandTabs(text, kTabWidth));
+    ExpectWrittenAlike(rules, form, odd, document);
 }
 
 TEST(ItemTextTest, TakenBytesReadAsCopiedOnes)
 {
     static const std::string kPieces[] = {
         "\n",   "\n",       "\r\n",        "\r",           "\t",           "\t\tA",    "a line of sixteen or more",
-        "\xFE", "\xFD",     "\xC3\xA9",    "\xE2\x82\xAC", "\xEF\xA3\xBD", "\x1F\x7F", "12345678",
+        "\xFE", "\xFD",     "\xC3\xA9",    "\xE2\x82\xAC", "\xEF\xA3\xBD", "\x1F\x7F", "1234567\x1A",
         "\xE9", "\x83\x65", "\xEF\xBB\xBF"};
     const ItemText server = ItemText::ForServer(Charset(), false);
     std::mt19937 random(5);

@@ -1,0 +1,48 @@
+#pragma once
+// The panels of the status bar: the first takes the room that the others leave.
+
+#include "shell/menus/MenuModel.h"
+
+#include <QLabel>
+
+#include <unordered_map>
+
+class QStatusBar;
+
+namespace nib {
+
+/// A label that paints itself. Its text changes with every key: one of Qt's would have the bar laid out anew each time.
+class QtStatusPanel final : public QLabel {
+public:
+    using QLabel::QLabel;
+    const QString& Shown() const { return shown_; }
+    void Show(const QString& text);
+    /// Makes room for such a text, and keeps it, so that the neighbours do not jump about.
+    void MakeRoom(const QString& text);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    QString shown_;
+    QString widest_;
+    qsizetype measured_ = 0; ///< characters; a text that is no longer is not measured
+};
+
+class QtStatusPanels {
+public:
+    explicit QtStatusPanels(QStatusBar& bar) : bar_(bar) {}
+
+    void Add(const MenuTool& panel);
+    void Remove(const MenuTool& panel);
+    void Change(const MenuTool& panel);
+
+private:
+    QStatusBar& bar_;
+    std::unordered_map<const MenuTool*, QtStatusPanel*> panels_; ///< owned by the bar
+};
+
+} // namespace nib

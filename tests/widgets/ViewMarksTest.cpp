@@ -1,0 +1,140 @@
+#include "widgets/ViewFixture.h"
+
+namespace nib::widget_view_marks_test {
+
+struct ViewMarksTest : ViewFixture {
+    void SetUp() override
+    {
+        ViewFixture::SetUp();
+        Load(Text(u"IF A\r\n\r\n      AB B\r\nEND\r\nAB") + Text(200, u'\n'));
+        Model().SetCaret({0, 0});
+    }
+    void Turn(bool ViewMarks::*mark, bool on)
+    {
+        ViewMarks marks = Model().Marks();
+        marks.*mark = on;
+        Model().SetMarks(marks);
+    }
+    QRectF Cell(int32_t col, int32_t line) { return widget->CellOf({col, line}); }
+    QRectF Margin(int32_t line)
+    {
+        const QRectF cell = Cell(0, line);
+        return {0, cell.top(), cell.left(), cell.height()};
+    }
+    int TopLine()
+    {
+        int32_t line = 0;
+        int32_t column = 0;
+        Model().GetFirstVisible(line, column);
+        return line;
+    }
+};
+
+struct Row {
+    const char* why;
+    bool ViewMarks::*mark;
+    Position caret;
+    std::function<QRectF(ViewMarksTest&)> lit;
+    std::function<QRectF(ViewMarksTest&)> same;
+};
+
+const Row kRows[] = {
+    {"the caret's line",
+     &ViewMarks::currentLine,
+     {0, 1},
+     [](auto& t) { return t.Cell(20, 1); },
+     [](auto& t) { return t.Cell(20, 2); }},
+    {"the end of a block",
+     &ViewMarks::matches,
+     {1, 0},
+     [](auto& t) { return t.Cell(0, 3); },
+     [](auto& t) { return t.Cell(9, 2); }},
+    {"the other place of a name",
+     &ViewMarks::matches,
+     {7, 2},
+     [](auto& t) { return t.Cell(0, 4); },
+     [](auto& t) { return t.Cell(9, 2); }},
+    {"an edited line",
+     &ViewMarks::changeBars,
+     {2, 3},
+     [](auto& t) { return t.Margin(3); },
+     [](auto& t) { return t.Margin(2); }},
+    {"a level of the indent",
+     &ViewMarks::indentGuides,
+     {0, 3},
+     [](auto& t) { return t.Cell(3, 2); },
+     [](auto& t) { return t.Cell(3, 3); }},
+    {"a blank",
+     &ViewMarks::visibleBlanks,
+     {0, 3},
+     [](auto& t) { return t.Cell(8, 2); },
+     [](auto& t) { return t.Cell(9, 2); }},
+};
+
+TEST_F(ViewMarksTest, EachSwitchLightsWhatItIsFor)
+{
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.why);
+        Model().SetCaret(row.caret);
+        if (row.mark == &ViewMarks::changeBars) Type("C");
+        Turn(row.mark, false);
+        const QImage dark = Grab();
+        Turn(row.mark, true);
+        const auto differ = [&](const QRectF& area) {
+            Grab(); // what is looked up before a paint may light lines beyond it
+            return Grab().copy(area.toRect()) != dark.copy(area.toRect());
+        };
+        EXPECT_TRUE(QTest::qWaitFor([&] { return differ(row.lit(*this)); }));
+        EXPECT_FALSE(differ(row.same(*this)));
+        Turn(row.mark, false);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !differ(row.lit(*this)); }));
+        if (row.mark == &ViewMarks::changeBars) Key(Qt::Key_Z, Qt::ControlModifier);
+    }
+}
+
+TEST_F(ViewMarksTest, TheScrollBarShowsTheWholeText)
+{
+    ViewMarks marks;
+    marks.matches = marks.changeBars = true;
+    Model().SetMarks(marks);
+    buffer.ToggleBookmark(100);
+    Model().SetCaret({0, 150});
+    Type("A = AB");
+    buffer.SetModified(false);
+    Type(" + ");
+    widget->Marks().SetFindings(ScrollMarks::Kind::Error, {50});
+    const auto has = [&](int32_t line, ScrollMarks::Kind kind) {
+        const int height = widget->verticalScrollBar()->height();
+        const int row = line * height / buffer.LineCount();
+        uint32_t kinds = 0;
+        for (int near = std::max(row - 3, 0); near < row + 4; ++near) kinds |= widget->Marks().At(near);
+        return (kinds >> static_cast<int>(kind) & 1) != 0;
+    };
+    using Kind = ScrollMarks::Kind;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return has(100, Kind::Bookmark) && has(150, Kind::Unsaved); }));
+    EXPECT_TRUE(has(50, Kind::Error) && has(150, Kind::Saved));
+    EXPECT_FALSE(has(50, Kind::Bookmark) || has(100, Kind::Unsaved));
+    Model().SetCaret({1, 2 + 4});
+    Model().SetCaret({5, 150});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return has(150, Kind::Hit) && has(4, Kind::Hit); }));
+    EXPECT_FALSE(has(100, Kind::Hit));
+}
+
+TEST_F(ViewMarksTest, AGlideEndsWhereItWouldHaveJumped)
+{
+    Wheel({}, {0, -120});
+    const int goal = TopLine();
+    ASSERT_GT(goal, 0);
+    Turn(&ViewMarks::smoothScrolling, true);
+    ASSERT_TRUE(Glide::IsWelcome(*widget));
+    const int before = widget->verticalScrollBar()->value();
+    Wheel({}, {0, -120});
+    EXPECT_EQ(widget->verticalScrollBar()->value(), before) << "on its way";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return widget->verticalScrollBar()->value() == 2 * goal; }));
+    Key(Qt::Key_PageDown);
+    Type("x");
+    EXPECT_EQ(Model().Caret().line, widget->Model().PageLines() - 1);
+    EXPECT_EQ(TopLine(), 2 * goal + widget->Model().PageLines() - 1) << "a key ends it";
+}
+
+} // namespace nib::widget_view_marks_test
