@@ -72,11 +72,6 @@ TEST_F(ViewCarets, KeysMakeAColumn)
         Key(key, Qt::AltModifier | Qt::ShiftModifier);
     Key(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(clipboard.text, u"AB\r\n\r\nAB");
-    Model().SetReadOnly(true);
-    Type("X");
-    Key(Qt::Key_Backspace);
-    EXPECT_FALSE(buffer.Modified());
-    EXPECT_EQ(Count(), 3u);
 }
 
 } // namespace nib::widget_view_carets_test
