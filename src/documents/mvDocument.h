@@ -134,6 +134,7 @@ public:
 
 private:
     SourceView* Source() const { return view_ ? &view_->txtText() : nullptr; }
+    void InsertMark(TextView mark);
     int32_t Show(TextView text, int32_t flags);
     bool Ask(TextView question);
     void Warn(TextView text);

@@ -100,7 +100,7 @@ bool CanRedo(Context& c)
 }
 bool HasSelection(Context& c)
 {
-    return c.document && c.document->HasSelection();
+    return HasView(c) && View(c).AnySelection();
 }
 bool CanPaste(Context& c)
 {
@@ -191,6 +191,14 @@ template <bool AlwaysAsk>
 void Goto(CommandContext& c)
 {
     HandleGoto(c.program, c.document.get(), AlwaysAsk);
+}
+
+void GoToMatch(CommandContext& c)
+{
+    const std::optional<Position> match = View(c).MatchOfCaret();
+    if (!match) return;
+    c.program.History().RecordPosition(c.document.get(), false);
+    View(c).SetCaret(*match);
 }
 
 // View
@@ -300,6 +308,10 @@ constexpr CommandRow kRows[] = {
     {u"ExpandBlock", Fold<false, false>, FoldsBlocks},
     {u"CollapseAll", Fold<true, true>, FoldsBlocks},
     {u"ExpandAll", Fold<false, true>, FoldsBlocks},
+    {u"AddCaretAbove", [](CommandContext& c) { View(c).AddCarets(true); }, HasView},
+    {u"AddCaretBelow", [](CommandContext& c) { View(c).AddCarets(false); }, HasView},
+    {u"SelectNextOccurrence", [](CommandContext& c) { View(c).SelectNextOccurrence(); }, HasView},
+    {u"SelectAllOccurrences", [](CommandContext& c) { View(c).SelectAllOccurrences(); }, HasView},
     {u"ValueMark", Edit<&mvDocument::InsValue>, HasDocument},
     {u"SubValueMark", Edit<&mvDocument::InsSubValue>, HasDocument},
     {u"ToggleCase", Edit<&mvDocument::ToggleCase>, HasDocument},
@@ -315,6 +327,7 @@ constexpr CommandRow kRows[] = {
     {u"ClearBookmarks", [](CommandContext& c) { View(c).Document().ClearBookmarks(); }, HasBookmarks},
     {u"ClearAllBookmarks", ClearAllBookmarks, HasDocument},
     {u"Goto", Goto<true>, HasDocument},
+    {u"MatchingWord", GoToMatch, HasView},
     {u"ctxGoto", Goto<false>, HasDocument},
     {u"ctxOpen", [](CommandContext& c) { HandleOpen(c.program, c.document.get()); }, HasDocument},
     {u"ctxToggleBlock", [](CommandContext& c) { HandleBlockToggle(c.program, c.document.get()); }, HasView},

@@ -227,7 +227,9 @@ public:
     void MoveLinesUp() { MoveLines(true); }
     void MoveLinesDown() { MoveLines(false); }
     void DuplicateLines(); ///< below themselves; the selection goes to the copy
-    void JoinLines();      ///< into one, with a blank between; a single line with the next
+    /// Where the other bracket, or the other end of the block, of the one at the caret is.
+    std::optional<Position> MatchOfCaret();
+    void JoinLines(); ///< into one, with a blank between; a single line with the next
 
     // BufferListener
     void TextChanged(const TextChange& change) override;

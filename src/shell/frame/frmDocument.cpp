@@ -171,7 +171,7 @@ void frmDocument::Activated()
 {
     ClearTarget();
     ShowPosition();
-    selectionSeen_ = Model().HasSelection();
+    selectionSeen_ = Model().AnySelection();
     FocusText();
     // Not yet shown in full it cannot take the focus.
     if (!TextHasFocus()) focusTimer_.start();

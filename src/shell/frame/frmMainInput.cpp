@@ -60,7 +60,9 @@ bool frmMain::FilterStroke(int key, int modifiers, bool down, bool onlyAsking)
     state.frameActive = QApplication::activeWindow() == this && !QApplication::activePopupWidget();
     frmDocument* form = ActiveForm();
     state.textFocused = form && form->ViewObject() && form->TextHasFocus();
-    state.multiLineSelection = state.textFocused && form->ViewObject()->SelectionIsMultiLine();
+    // Several carets shift their lines themselves.
+    state.multiLineSelection = state.textFocused && form->ViewObject()->SelectionIsMultiLine() &&
+                               !form->ViewObject()->View()->txtText().HasSeveral();
     KeyAction action = FilterKey(stroke, state);
     if (action == KeyAction::Pass) return false;
     if (!onlyAsking) Act(action);

@@ -144,12 +144,6 @@ void SourceViewWidget::UpdateLines(int32_t first, int32_t last)
     }
 }
 
-void SourceViewWidget::UpdateCaret()
-{
-    QRectF caret = CaretBox();
-    if (!caret.isEmpty()) viewport()->update(caret.adjusted(-1, -1, 1, 1).toAlignedRect());
-}
-
 // Painting
 
 void SourceViewWidget::paintEvent(QPaintEvent* event)
@@ -158,7 +152,7 @@ void SourceViewWidget::paintEvent(QPaintEvent* event)
     BuildColors();
     if (std::exchange(caretWanted_, false)) { // painted without a word before: the bars follow after it
         auto old = geometry_.TopPlace();
-        geometry_.Reveal(model_.Caret());
+        geometry_.Reveal(model_.Caret(), model_.CaretBeyond());
         if (!(old == geometry_.TopPlace())) viewport()->update();
         barsStale_ = true;
     }
@@ -199,12 +193,7 @@ PaintedLine SourceViewWidget::Describe(int32_t line, qreal y, const QRectF& clip
     painted.origin = {geometry_.TextX(), y};
     painted.clip = clip;
     painted.collapsed = document_.BlockAt(line).IsCollapsed();
-    auto [start, end] = model_.Selection();
-    if (start == end || line < start.line || line > end.line) return painted;
-    painted.selectionStart = line == start.line ? painted.entry->ToShown(start.col) : 0;
-    painted.selectionEnd =
-        line == end.line ? painted.entry->ToShown(end.col) : static_cast<int32_t>(painted.text.size());
-    painted.selectsBreak = line < end.line;
+    DescribeSelections(line, painted);
     return painted;
 }
 
@@ -235,23 +224,6 @@ void SourceViewWidget::PaintMargin(QPainter& painter, const QRectF& dirty)
         marginPainter_.Paint(painter, geometry_.Margin(), margin);
     });
     marginPainter_.PaintSeparator(painter, geometry_.Margin(), dirty.top(), dirty.bottom());
-}
-
-void SourceViewWidget::PaintCarets(QPainter& painter)
-{
-    QRectF room = viewport()->rect();
-    room.setLeft(std::max(geometry_.Margin().width - 1, 0.0));
-    painter.setClipRect(room, Qt::IntersectClip);
-    if (hasFocus() && caretOn_) {
-        QColor color = colors_.text;
-        // A block leaves the character under it readable.
-        if (model_.Overtype() && preedit_.isEmpty()) color.setAlpha(110);
-        painter.fillRect(CaretBox(), color);
-    }
-    if (!dropCaret_) return;
-    if (std::optional<QPointF> at = geometry_.CaretAt(*dropCaret_)) {
-        painter.fillRect(QRectF(std::round(at->x()) - 1, at->y(), 2, metrics_.LineHeight()), colors_.highlight);
-    }
 }
 
 void SourceViewWidget::ShowDropCaret(std::optional<Position> at)

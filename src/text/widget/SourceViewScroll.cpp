@@ -43,7 +43,8 @@ void SourceViewWidget::UpdateBars()
     barsStale_ = false;
     UpdateVerticalBar();
     syncing_ = true;
-    setHorizontalScrollBarPolicy(model_.LineWrap() ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
+    const auto policy = model_.LineWrap() ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded;
+    if (horizontalScrollBarPolicy() != policy) setHorizontalScrollBarPolicy(policy); // lays out, whatever it was
     horizontalScrollBar()->setRange(0, static_cast<int>(std::ceil(geometry_.MaxLeft())));
     horizontalScrollBar()->setPageStep(std::max(viewport()->width(), 1));
     horizontalScrollBar()->setSingleStep(static_cast<int>(std::ceil(metrics_.CharWidth() * 3)));
@@ -94,18 +95,18 @@ void SourceViewWidget::ScrollPixels(QPointF delta)
     Scrolled(old);
 }
 
-void SourceViewWidget::RevealPlace(Position p)
+void SourceViewWidget::RevealPlace(Position p, int32_t beyond)
 {
     document_.Reveal(p.line);
     Settle();
     auto old = geometry_.TopPlace();
-    geometry_.Reveal(p);
+    geometry_.Reveal(p, beyond);
     Scrolled(old);
 }
 
 void SourceViewWidget::EnsureCaretVisible()
 {
-    RevealPlace(model_.Caret());
+    RevealPlace(model_.Caret(), model_.CaretBeyond());
     RestartBlink();
 }
 
@@ -131,7 +132,7 @@ void SourceViewWidget::Settle()
     glide_.Finish();
     if (!caretWanted_ && !barsStale_) return;
     auto old = geometry_.TopPlace();
-    if (std::exchange(caretWanted_, false)) geometry_.Reveal(model_.Caret());
+    if (std::exchange(caretWanted_, false)) geometry_.Reveal(model_.Caret(), model_.CaretBeyond());
     Scrolled(old);
 }
 

@@ -120,18 +120,6 @@ SourceViewWidget::Zone SourceViewWidget::ZoneAt(QPointF point) const
     return margin.blocks && point.x() < margin.width ? Zone::Blocks : Zone::Content;
 }
 
-QRectF SourceViewWidget::CaretBox()
-{
-    bool composing = !preedit_.isEmpty();
-    if (model_.Overtype() && !composing) return geometry_.CellOf(model_.Caret());
-    std::optional<QPointF> at = geometry_.CaretAt(model_.Caret(), composing ? preeditCursor_ : 0);
-    if (!at) return {};
-    constexpr qreal bar = 2;
-    // Between the characters, but whole in sight at the left edge.
-    qreal left = std::max(std::round(at->x()) - 1, std::min(at->x(), geometry_.Margin().width));
-    return {left, at->y(), bar, metrics_.LineHeight()};
-}
-
 int32_t SourceViewWidget::LineHeight() const
 {
     return static_cast<int32_t>(metrics_.LineHeight());
@@ -152,6 +140,16 @@ bool SourceViewWidget::RowOf(Position at, int32_t& first, int32_t& last) const
     if (!model_.LineWrap()) return false;
     geometry_.RowOf(at, first, last);
     return true;
+}
+
+int32_t SourceViewWidget::CellsBefore(Position at) const
+{
+    return geometry_.CellsBefore(at);
+}
+
+int32_t SourceViewWidget::ColumnAtCell(int32_t line, int32_t cell) const
+{
+    return geometry_.ColumnAtCell(line, cell);
 }
 
 ScreenStyle SourceViewWidget::StyleAt(Position p, int32_t& start, int32_t& end)
@@ -189,6 +187,7 @@ void SourceViewWidget::mouseReleaseEvent(QMouseEvent* event)
 void SourceViewWidget::mouseDoubleClickEvent(QMouseEvent* event)
 {
     mouse_.DoubleClick(*event);
+    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) return; // it selects
     if (event->button() == Qt::LeftButton && ZoneAt(event->position()) == Zone::Content) {
         emit mouseDoubleClicked(event->position());
     }

@@ -34,6 +34,8 @@ public:
     /// Cell of the character at a place in the viewport, empty when out of sight.
     QRectF CellOf(Position p) { return Settled().CellOf(p); }
     QRectF CaretRect() { return Settle(), CaretBox(); }
+    /// The cell nearest to a point, which may be behind the end of its line.
+    CellPlace CellAt(QPointF point) { return Settled().CellAt(point); }
     ScreenStyle StyleAt(Position p, int32_t& start, int32_t& end);
 
     /// Steps of one point on the font's size.
@@ -44,7 +46,7 @@ public:
     /// Does what scrolls, and shows the way there if the user likes to see it.
     void ScrollSmoothly(const std::function<void()>& scroll);
     ScrollMarks& Marks() { return *scrollMarks_; }
-    void RevealPlace(Position p);
+    void RevealPlace(Position p, int32_t beyond = 0);
     /// Pastes the desktop's primary selection.
     void PastePrimary(Position at);
     /// Makes the selection the desktop's primary selection, at once.
@@ -66,6 +68,8 @@ public:
     void AppearanceChanged() override;
     bool MoveRows(Position& at, int32_t rows, double& goal) const override;
     bool RowOf(Position at, int32_t& first, int32_t& last) const override;
+    int32_t CellsBefore(Position at) const override;
+    int32_t ColumnAtCell(int32_t line, int32_t cell) const override;
 
     // BufferListener
     void TextChanged(const TextChange& change) override;
@@ -126,6 +130,10 @@ private:
     void SettleSoon();
     ViewGeometry& Settled() { return Settle(), geometry_; }
     QRectF CaretBox();
+    QRectF CaretBoxAt(Position caret, int32_t beyond, int32_t shownOffset);
+    /// Calls `visit(box)` for the carets in the lines in sight.
+    template <typename Visit>
+    void ForEachCaret(Visit&& visit);
     /// Repaints what a scroll brought in, moving the rest.
     void Scrolled(ViewGeometry::Place old);
     void ShowChange(int32_t first, int32_t last);
@@ -141,6 +149,7 @@ private:
     /// What is lit has to be looked up anew: soon, and the name at the caret when it rests there.
     void LightsStale();
     void TakeName();
+    void DescribeSelections(int32_t line, PaintedLine& painted);
     /// Scans what is in sight before any of it is painted.
     void ScanVisible(const QRectF& dirty);
     void ScanIdle();
@@ -169,6 +178,7 @@ private:
     QString preedit_;
     int32_t preeditCursor_ = 0;
     std::optional<Position> dropCaret_;
+    std::vector<ColumnRange> selections_; ///< of the line being painted
     QPointF wheelRest_;
     int zoom_ = 0;
     Change changed_;           ///< by the edits of the present step, not yet shown

@@ -22,8 +22,9 @@ const Keys kWithDocument{u"Close",          u"Print",        u"Properties",   u"
                          u"ValueMark",      u"SubValueMark", u"Highlight",    u"ToggleCase",     u"SaveAs",
                          u"TileHorizontal", u"TileVertical", u"Cascade",      u"Maximize"};
 const Keys kBlocks{u"CollapseBlock", u"ExpandBlock", u"CollapseAll", u"ExpandAll"};
-const Keys kLines{u"MoveLinesUp", u"MoveLinesDown", u"DuplicateLines", u"JoinLines", u"SplitView"};
-const Keys kReadOnly = kDesign + kLines + kWithDocument + Keys{u"LineWrap"};
+const Keys kLines{u"MoveLinesUp", u"MoveLinesDown", u"DuplicateLines", u"JoinLines", u"SplitView", u"MatchingWord"};
+const Keys kCarets{u"AddCaretAbove", u"AddCaretBelow", u"SelectNextOccurrence", u"SelectAllOccurrences"};
+const Keys kReadOnly = kDesign + kLines + kCarets + kWithDocument + Keys{u"LineWrap"};
 const Keys kWithoutCompiler = kReadOnly + Keys{u"SaveAll", u"Format"};
 const Keys kWritable = kWithoutCompiler + Keys{u"Compile"};
 

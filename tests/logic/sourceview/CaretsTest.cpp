@@ -2,16 +2,17 @@
 // each "~" is a cell behind the end of the line, and "\n" ends a line.
 
 #include "BufferModel.h"
+#include "ToyLexer.h"
 #include "fakes/MemoryClipboard.h"
 #include "text/SourceView.h"
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <numeric>
+#include <algorithm>
 
 namespace nib::carets_test {
 
+using test::BufferModel;
 using test::Dice;
 
 struct CaretsTest : testing::Test {
@@ -177,19 +178,214 @@ TEST_F(CaretsTest, DoAndUndo)
     }
 }
 
-TEST_F(CaretsTest, UndoBringsTheCaretsBack)
+TEST_F(CaretsTest, TypingIsOneStepUntilTheCaretsMove)
 {
-    Load(u"[a]b\n[|c]d\n");
+    Load(u"a|a|\n|");
     const std::string before = Render();
-    for (Command command : {TypeX, NewLine, Go<Move::Up>, TypeX, TypeX, Back}) command(view);
-    view.SetCaret({});
-    for (TextView text : {u"xx\r\nb\r\nxx\r\nd\r\n", u"x\r\nb\r\nx\r\nd\r\n", u"xb\r\nxd\r\n"}) {
+    for (Command command : {TypeX, TypeX, Go<Move::Left>, Back, TypeX}) command(view);
+    for (const char* expected : {"a|xa|x\n|x", "ax|xax|x\nx|x", before.c_str()}) {
+        view.SetCaret({});
         view.Undo();
-        if (text.size() > 14) {
-            EXPECT_EQ(view.AllCarets().Spans().size(), 2u);
+        EXPECT_EQ(Render(), expected);
+    }
+}
+
+/// A text as one string, and carets as offsets in it.
+struct Plain {
+    struct Span {
+        size_t anchor;
+        size_t caret;
+        size_t Start() const { return std::min(anchor, caret); }
+        size_t End() const { return std::max(anchor, caret); }
+        friend bool operator==(const Span&, const Span&) = default;
+    };
+    Text text;
+    std::vector<Span> spans;
+
+    static Plain Of(SourceView& view)
+    {
+        Plain plain{Replace(view.GetText(), u"\r\n", u"\n"), {}};
+        auto offset = [&](Position p) {
+            size_t at = 0;
+            for (int32_t line = 0; line < p.line; ++line) at = plain.text.find(u'\n', at) + 1;
+            return at + static_cast<size_t>(p.col);
+        };
+        for (const CaretSpan& span : view.CaretSpans())
+            plain.spans.push_back({offset(span.anchor), offset(span.caret)});
+        return plain;
+    }
+
+    size_t LineStart(size_t at) const
+    {
+        while (at > 0 && text[at - 1] != u'\n') --at;
+        return at;
+    }
+    size_t LineEnd(size_t at) const { return std::min(text.find(u'\n', at), text.size()); }
+
+    size_t To(Move move, Span span, bool extend) const
+    {
+        const bool collapse = !extend && span.anchor != span.caret;
+        switch (move) {
+        case Move::Left: return collapse ? span.Start() : span.caret - (span.caret > 0 ? 1 : 0);
+        case Move::Right: return collapse ? span.End() : std::min(span.caret + 1, text.size());
+        case Move::LineStart: return LineStart(span.caret);
+        default: return LineEnd(span.caret);
         }
     }
-    while (buffer.CanUndo()) view.Undo();
-    EXPECT_EQ(Render(), before);
+    void Go(Move move, bool extend)
+    {
+        for (Span& span : spans) {
+            const size_t to = To(move, span, extend);
+            span = {extend ? span.anchor : to, to};
+        }
+        Join();
+    }
+    /// Takes out what is selected, else from `left` in front of the caret to `right` behind it, and puts in `with`.
+    void Edit(size_t left, size_t right, TextView with)
+    {
+        std::vector<bool> gone(text.size());
+        for (const Span& span : spans) {
+            const bool empty = span.anchor == span.caret;
+            const size_t from = empty ? span.caret - std::min(left, span.caret) : span.Start();
+            const size_t to = empty ? std::min(span.caret + right, text.size()) : span.End();
+            std::fill(gone.begin() + static_cast<std::ptrdiff_t>(from), gone.begin() + static_cast<std::ptrdiff_t>(to),
+                      true);
+        }
+        Text out;
+        std::vector<Span> carets;
+        auto next = spans.begin();
+        for (size_t i = 0; i <= text.size(); ++i) {
+            for (; next != spans.end() && next->Start() == i; ++next) {
+                out += with;
+                carets.push_back({out.size(), out.size()});
+            }
+            if (i < text.size() && !gone[i]) out += text[i];
+        }
+        text = out;
+        spans = carets;
+        Join();
+    }
+    void Join()
+    {
+        std::vector<Span> joined;
+        for (const Span& span : spans) {
+            const bool point = span.anchor == span.caret;
+            if (!joined.empty() &&
+                (span.Start() < joined.back().End() ||
+                 (span.Start() == joined.back().End() && (point || joined.back().anchor == joined.back().caret))))
+                joined.back() = {joined.back().Start(), std::max(joined.back().End(), span.End())};
+            else
+                joined.push_back({span.Start(), span.End()});
+        }
+        spans = joined;
+    }
+};
+
+TEST_F(CaretsTest, AnyCommandsDoAsOnAPlainText)
+{
+    Dice dice(7);
+    for (int32_t round = 0; round < 60; ++round) {
+        view.SetText(dice.Lines(12, u"abc"));
+        buffer.ClearUndo();
+        const Text first = view.GetText();
+        for (int32_t step = 0; step < 40; ++step) {
+            std::vector<CaretSpan> spans = view.CaretSpans();
+            if (dice.OneIn(3)) {
+                const BufferModel model = BufferModel::Of(buffer);
+                for (int32_t n = dice.Below(6); n > 0; --n) {
+                    const Position at = dice.At(model);
+                    spans.push_back({dice.OneIn(2) ? at : dice.At(model), at});
+                }
+                const auto main = static_cast<size_t>(dice.Below(static_cast<int32_t>(spans.size())));
+                view.SetCarets(spans, main);
+            }
+            const Plain before = Plain::Of(view);
+            Plain plain = before;
+            const bool extend = dice.OneIn(2);
+            if (before.spans.size() == 2) continue; // whom a paste gives a line each
+            buffer.BreakTyping();
+            switch (dice.Below(7)) {
+            case 0: (view.TypeText(u"xy"), plain.Edit(0, 0, u"xy")); break;
+            case 1: (view.NewLine(), plain.Edit(0, 0, u"\n")); break;
+            case 2: (view.Backspace(), plain.Edit(1, 0, {})); break;
+            case 3: (view.Delete(), plain.Edit(0, 1, {})); break;
+            case 4: (view.Insert(u"1\r\n2\u00e9"), plain.Edit(0, 0, u"1\n2\u00e9")); break;
+            default: {
+                constexpr Move kMoves[] = {Move::Left, Move::Right, Move::LineStart, Move::LineEnd};
+                const Move move = kMoves[dice.Below(4)];
+                (view.MoveCaret(move, extend), plain.Go(move, extend));
+            }
+            }
+            Plain after = Plain::Of(view);
+            const Plain kept = after;
+            after.Join(); // which direction they have does not matter
+            ASSERT_EQ(ToUtf8(after.text), ToUtf8(plain.text)) << round << " " << step;
+            ASSERT_EQ(after.spans, plain.spans) << round << " " << step;
+            if (after.text == before.text || before.spans.size() < 2) continue;
+            view.Undo();
+            ASSERT_EQ(Plain::Of(view).text, before.text);
+            ASSERT_EQ(Plain::Of(view).spans, before.spans);
+            view.Redo();
+            ASSERT_EQ(Plain::Of(view).spans, kept.spans);
+        }
+        while (buffer.CanUndo()) view.Undo();
+        ASSERT_EQ(view.GetText(), first);
+    }
 }
+
+TEST(RangeEditsTest, AreAsIfMadeFromTheLastToTheFirst)
+{
+    Dice dice(11);
+    MemoryClipboard clipboard;
+    for (int32_t round = 0; round < 300; ++round) {
+        test::ToyLexer lexers[3];
+        SourceDocument many;
+        SourceDocument single;
+        BufferModel model;
+        const Text text = dice.Lines(20, u"ab,{}");
+        for (auto [document, lexer] : {std::pair{&many, &lexers[0]}, {&single, &lexers[1]}}) {
+            document->SetText(text);
+            document->SetLexer(lexer);
+            document->EnsureScanned();
+            for (int32_t line = 0; line < document->LineCount(); ++line) {
+                document->SetLineData(line, LineWord::Identity, static_cast<uint32_t>(line + 1));
+                if (line % 3 == 0) document->ToggleBookmark(line);
+            }
+        }
+        const BufferModel before = BufferModel::Of(many);
+        std::vector<Position> places;
+        for (int32_t n = 2 * dice.Below(8); n > 0; --n) places.push_back(dice.At(before));
+        std::sort(places.begin(), places.end());
+        std::vector<RangeEdit> edits;
+        for (size_t i = 0; i < places.size(); i += 2) {
+            if (!edits.empty() && places[i] == edits.back().end) continue; // either side would do for a caret
+            const bool erases = dice.OneIn(2);
+            edits.push_back({places[i], erases ? places[i + 1] : places[i], erases ? Text() : dice.Lines(3, u"c,{")});
+        }
+        SourceView watching(many, clipboard);
+        SourceView expected(single, clipboard);
+        const Position at = dice.At(before);
+        for (SourceView* view : {&watching, &expected}) view->SetCaret(at);
+        for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit) {
+            single.DeleteRange(edit->start, edit->end);
+            single.InsertText(edit->start, edit->text);
+        }
+        many.ReplaceRanges(edits);
+        const BufferModel after = BufferModel::Of(single);
+        for (int32_t turn = 0; turn < 3; ++turn) {
+            ASSERT_EQ(BufferModel::Of(many).Joined(), (turn == 1 ? before : after).Joined()) << round;
+            ASSERT_EQ(BufferModel::Of(many), turn == 1 ? before : after) << round << ": words of lines";
+            if (turn == 0) {
+                ASSERT_EQ(watching.Caret(), expected.Caret()) << round;
+            }
+            SourceDocument fresh;
+            fresh.SetText(many.GetText());
+            fresh.SetLexer(&lexers[2]);
+            for (int32_t line = 0; line < fresh.LineCount(); ++line)
+                ASSERT_EQ(many.GetLineData(line, LineWord::Lexer), fresh.GetLineData(line, LineWord::Lexer)) << round;
+            turn == 0 ? many.Undo() : many.Redo();
+        }
+    }
+}
+
 } // namespace nib::carets_test
