@@ -16,7 +16,7 @@ struct ViewMarksTest : ViewFixture {
         Model().SetMarks(marks);
     }
     QRectF Cell(int32_t col, int32_t line) { return widget->CellOf({col, line}); }
-    QRectF Margin(int32_t line)
+    QRectF Margin(int32_t /*col*/, int32_t line)
     {
         const QRectF cell = Cell(0, line);
         return {0, cell.top(), cell.left(), cell.height()};
@@ -30,64 +30,43 @@ struct ViewMarksTest : ViewFixture {
     }
 };
 
+using Area = QRectF (ViewMarksTest::*)(int32_t col, int32_t line);
+
 struct Row {
-    const char* why;
     bool ViewMarks::*mark;
     Position caret;
-    std::function<QRectF(ViewMarksTest&)> lit;
-    std::function<QRectF(ViewMarksTest&)> same;
+    Area area;
+    Position lit;
+    Position same;
 };
 
 const Row kRows[] = {
-    {"the caret's line",
-     &ViewMarks::currentLine,
-     {0, 1},
-     [](auto& t) { return t.Cell(20, 1); },
-     [](auto& t) { return t.Cell(20, 2); }},
-    {"the end of a block",
-     &ViewMarks::matches,
-     {1, 0},
-     [](auto& t) { return t.Cell(0, 3); },
-     [](auto& t) { return t.Cell(9, 2); }},
-    {"the other place of a name",
-     &ViewMarks::matches,
-     {7, 2},
-     [](auto& t) { return t.Cell(0, 4); },
-     [](auto& t) { return t.Cell(9, 2); }},
-    {"an edited line",
-     &ViewMarks::changeBars,
-     {2, 3},
-     [](auto& t) { return t.Margin(3); },
-     [](auto& t) { return t.Margin(2); }},
-    {"a level of the indent",
-     &ViewMarks::indentGuides,
-     {0, 3},
-     [](auto& t) { return t.Cell(3, 2); },
-     [](auto& t) { return t.Cell(3, 3); }},
-    {"a blank",
-     &ViewMarks::visibleBlanks,
-     {0, 3},
-     [](auto& t) { return t.Cell(8, 2); },
-     [](auto& t) { return t.Cell(9, 2); }},
+    {&ViewMarks::currentLine, {0, 1}, &ViewMarksTest::Cell, {20, 1}, {20, 2}},
+    {&ViewMarks::matches, {1, 0}, &ViewMarksTest::Cell, {0, 3}, {9, 2}},
+    {&ViewMarks::matches, {7, 2}, &ViewMarksTest::Cell, {0, 4}, {9, 2}},
+    {&ViewMarks::changeBars, {2, 3}, &ViewMarksTest::Margin, {0, 3}, {0, 2}},
+    {&ViewMarks::indentGuides, {0, 3}, &ViewMarksTest::Cell, {3, 2}, {3, 3}},
+    {&ViewMarks::visibleBlanks, {0, 3}, &ViewMarksTest::Cell, {8, 2}, {9, 2}},
 };
 
 TEST_F(ViewMarksTest, EachSwitchLightsWhatItIsFor)
 {
     for (const Row& row : kRows) {
-        SCOPED_TRACE(row.why);
+        SCOPED_TRACE(std::to_string(&row - kRows));
         Model().SetCaret(row.caret);
         if (row.mark == &ViewMarks::changeBars) Type("C");
         Turn(row.mark, false);
         const QImage dark = Grab();
         Turn(row.mark, true);
-        const auto differ = [&](const QRectF& area) {
+        const auto differ = [&](Position p) {
+            const QRect area = (this->*row.area)(p.col, p.line).toRect();
             Grab(); // what is looked up before a paint may light lines beyond it
-            return Grab().copy(area.toRect()) != dark.copy(area.toRect());
+            return Grab().copy(area) != dark.copy(area);
         };
-        EXPECT_TRUE(QTest::qWaitFor([&] { return differ(row.lit(*this)); }));
-        EXPECT_FALSE(differ(row.same(*this)));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return differ(row.lit); }));
+        EXPECT_FALSE(differ(row.same));
         Turn(row.mark, false);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !differ(row.lit(*this)); }));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !differ(row.lit); }));
         if (row.mark == &ViewMarks::changeBars) Key(Qt::Key_Z, Qt::ControlModifier);
     }
 }
