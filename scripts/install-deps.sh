@@ -17,10 +17,14 @@ packages=(
     libgtest-dev libbenchmark-dev python3 acl attr procps poppler-utils
     # a private bus for the tests of automation, and clients for it
     dbus-daemon libglib2.0-bin python3-gi
+    # an assistive tool's side of the desktop
+    at-spi2-core gir1.2-atspi-2.0
     # a desktop's store of secrets
     gnome-keyring
     # the desktop's validators, and the Debian package
     desktop-file-utils appstream shared-mime-info libxml2-utils man-db bash-completion lintian
+    # a public text component to be measured against
+    libqscintilla2-qt6-dev
     # the sanitized build and the fuzzers
     clang libclang-rt-dev
     "$@"

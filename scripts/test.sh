@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs, builds and runs all tests: those of the logic and of the widgets under sanitizers, and each fuzzer for a
-# minute; then the tests that drive the program as users get it.
+# minute; then the tests that drive the program as users get it, and whether it is as fast as it was.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -14,5 +14,5 @@ if git rev-parse -q --verify "${NIB_TIDY_BASE:-HEAD~1}" >/dev/null; then scripts
 # Side by side, however few processors there are: their time is told by the clock.
 CTEST_PARALLEL_LEVEL=4 ctest --preset asan --label-regex fuzz
 
-scripts/build.sh release nibpad71 nib-debuglog nib-basic nib_faults package_files
-ctest --preset release --label-regex system
+scripts/build.sh release nibpad71 nib-debuglog nib-basic nib_faults package_files nib_peer_bench
+ctest --preset release --label-regex 'system|bench'

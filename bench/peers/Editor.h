@@ -32,7 +32,7 @@ public:
     virtual void PutCaret(int32_t line) = 0;
     /// Answers how often the text is there, and knows then where.
     virtual size_t FindAll(const char* text, bool matchCase) = 0;
-    /// Puts a text in place of each hit of the search before.
+    /// Puts a text in place of each hit of the search before, and goes to the last one.
     virtual void ReplaceHits(const char* text) = 0;
     virtual void UndoReplace() { Undo(); }
     virtual void FoldAll(bool fold) = 0;
@@ -41,12 +41,12 @@ public:
     virtual void UndoReindent() { Undo(); }
     virtual void Paste() = 0;
     virtual void Undo() = 0;
+    virtual void Redo() {}
     /// Of this line, for a look whether all came out alike.
     virtual std::string Line(int32_t line) = 0;
 };
 
-/// With `read` an assistive tool listens.
-std::unique_ptr<Editor> MakeOurs(bool read);
+std::unique_ptr<Editor> MakeOurs();
 std::unique_ptr<Editor> MakeScintilla();
 std::unique_ptr<Editor> MakePlainText();
 

@@ -10,8 +10,6 @@
 #include "text/SourceView.h"
 #include "text/widget/SourceViewWidget.h"
 
-#include <QAccessible>
-
 #include <algorithm>
 #include <stdexcept>
 
@@ -20,19 +18,14 @@ namespace {
 
 class OurEditor final : public Editor {
 public:
-    explicit OurEditor(bool read)
+    OurEditor()
     {
-        QAccessible::setActive(read);
         settings_.CollapseBlocks = true;
         document_.SetLexer(&lexer_);
         ApplyViewSettings(widget_.Model(), settings_, &lexer_);
         Show(widget_);
     }
-    ~OurEditor() override
-    {
-        document_.SetLexer(nullptr);
-        QAccessible::setActive(false);
-    }
+    ~OurEditor() override { document_.SetLexer(nullptr); }
 
     QAbstractScrollArea& Widget() override { return widget_; }
     void Open(const std::string& path) override
@@ -67,6 +60,7 @@ public:
     void Reindent(const std::vector<BlankChange>&) override { Format(); }
     void Paste() override { widget_.Model().Paste(); }
     void Undo() override { widget_.Model().Undo(); }
+    void Redo() override { widget_.Model().Redo(); }
     std::string Line(int32_t line) override { return ToUtf8(document_.GetLine(line)); }
 
     void Format() { document_.ExecuteOp(std::make_unique<OpFormat>(widget_.Model(), settings_, OpFormat::ShowWait())); }
@@ -87,15 +81,15 @@ private:
 
 } // namespace
 
-std::unique_ptr<Editor> MakeOurs(bool read)
+std::unique_ptr<Editor> MakeOurs()
 {
-    return std::make_unique<OurEditor>(read);
+    return std::make_unique<OurEditor>();
 }
 
 std::vector<BlankChange> BlankChanges(const std::string& path)
 {
-    OurEditor before(false);
-    OurEditor after(false);
+    OurEditor before;
+    OurEditor after;
     before.Open(path);
     after.Open(path);
     after.Format();

@@ -80,6 +80,7 @@ public:
             moved += put - length_;
         }
         Send(Sci::SCI_ENDUNDOACTION);
+        Send(Sci::SCI_GOTOPOS, hits_.back() + moved);
     }
     void FoldAll(bool fold) override
     {
@@ -164,6 +165,7 @@ public:
                 cursor.insertText(put);
                 moved += static_cast<int>(put.size()) - length_;
             }
+            view_.setTextCursor(cursor);
         });
     }
     void FoldAll(bool fold) override

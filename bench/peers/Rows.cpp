@@ -40,7 +40,7 @@ void Session::Page()
 
 namespace {
 
-constexpr int32_t kKeysALine = 40; ///< more would scroll sideways
+constexpr int32_t kKeysALine = 20; ///< more would scroll sideways
 
 void Key(Session& s)
 {

@@ -40,4 +40,7 @@ struct Row {
 
 std::span<const Row> Rows();
 
+/// Texts of sizes that nobody should have, here alone: prints what they take.
+int BadSizes();
+
 } // namespace nib::bench

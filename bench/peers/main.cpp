@@ -2,21 +2,15 @@
 // or, with --gate, whether any of it has become worse than it may. Editors take turns, and the processor time of the
 // whole process is counted, so that the ratios hold on any machine and beside other work.
 
-#include "../BasicText.h"
+#include "Measure.h"
 #include "Rows.h"
 
 #include <QApplication>
 #include <QClipboard>
 
 #include <algorithm>
-#include <cstdio>
-#include <ctime>
-#include <fstream>
 #include <map>
 #include <string_view>
-
-#include <malloc.h>
-#include <unistd.h>
 
 namespace nib::bench {
 namespace {
@@ -32,74 +26,9 @@ struct Kind {
 };
 
 constexpr Kind kPeers[] = {
-    {"here", [] { return MakeOurs(false); }},
+    {"here", MakeOurs},
     {"QScintilla", MakeScintilla},
     {"QPlainTextEdit", MakePlainText},
-};
-constexpr Kind kListened[] = {
-    {"here, read aloud", [] { return MakeOurs(true); }},
-    {"here", [] { return MakeOurs(false); }},
-};
-
-/// A program; every 200th line holds a TAB, as many an accented letter.
-class SourceFile {
-public:
-    explicit SourceFile(int32_t lines)
-        : path_("/tmp/nib_bench_" + std::to_string(getpid()) + "_" + std::to_string(lines))
-    {
-        const std::string bytes = BasicBytes(lines);
-        std::ofstream file(path_, std::ios::binary);
-        size_t at = 0;
-        for (int32_t line = 0; line < lines; ++line) {
-            const size_t end = bytes.find('\n', at);
-            file.write(bytes.data() + at, static_cast<std::streamsize>(end - at));
-            if (line % 200 == 50) file << "\t;* one";
-            if (line % 200 == 150)
-                file << " ;* Stra\xC3\x9F"
-                     << "e";
-            file.put('\n');
-            at = end + 1;
-        }
-    }
-    ~SourceFile() { std::remove(path_.c_str()); }
-    SourceFile(const SourceFile&) = delete;
-    SourceFile& operator=(const SourceFile&) = delete;
-    const std::string& Path() const { return path_; }
-
-private:
-    std::string path_;
-};
-
-double ProcessorMs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
-
-/// A line of the kernel's account of this process, in MiB.
-double StatusMiB(const std::string& key)
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);)
-        if (line.starts_with(key)) return std::strtod(line.c_str() + key.size() + 1, nullptr) / 1024;
-    return 0;
-}
-
-/// What the first row added, after it and at most meanwhile.
-class MemoryWatch {
-public:
-    MemoryWatch()
-    {
-        malloc_trim(0);
-        std::ofstream("/proc/self/clear_refs") << "5";
-        before_ = StatusMiB("VmRSS");
-    }
-    double Now() const { return StatusMiB("VmRSS") - before_; }
-    double Most() const { return StatusMiB("VmHWM") - before_; }
-
-private:
-    double before_ = 0;
 };
 
 double Part(std::vector<double> samples, double part)
@@ -152,6 +81,7 @@ public:
     /// Of the peer that is best.
     double Best(size_t row, int32_t lines) const
     {
+        if (kinds_.size() == 1) return 0;
         double best = Result(row, lines, 1);
         for (size_t kind = 2; kind < kinds_.size(); ++kind)
             if (!IsColoured(row)) best = std::min(best, Result(row, lines, kind));
@@ -162,7 +92,7 @@ public:
 
 private:
     struct Text {
-        explicit Text(int32_t lines) : file(lines), blanks(BlankChanges(file.Path())) {}
+        explicit Text(int32_t lines) : file(MixedBytes(lines)), blanks(BlankChanges(file.Path())) {}
         SourceFile file;
         std::vector<BlankChange> blanks;
     };
@@ -195,12 +125,15 @@ void Print(const Bench& bench, std::span<const Kind> kinds, std::span<const int3
 {
     printf("| What | Lines | Bare work |");
     for (const Kind& kind : kinds) printf(" %s |", kind.name);
-    printf(" Ratio | Goal | |\n|---|---|---|---|---|---|%s\n", kinds.size() > 2 ? "---|---|---|" : "---|---|");
+    printf(" Ratio | Goal | |\n|---|---|---|");
+    for (size_t column = 0; column < kinds.size() + 3; ++column) printf("---|");
+    printf("\n");
     for (size_t row = 0; row < Rows().size(); ++row) {
         for (const int32_t lines : sizes) {
             const Row& what = Rows()[row];
             const bool full = lines == kMillion;
-            const double ratio = bench.Result(row, lines, kOurs) / bench.Best(row, lines);
+            const double best = bench.Best(row, lines);
+            const double ratio = best > 0 ? bench.Result(row, lines, kOurs) / best : 0;
             printf("| %s | %d | %s |", what.name, lines, Number(full ? what.limit : 0).c_str());
             for (size_t kind = 0; kind < kinds.size(); ++kind)
                 printf(" %s |", Bench::IsColoured(row) && kinds[kind].make == MakePlainText
@@ -221,6 +154,7 @@ Misses Missed(const Bench& bench, std::span<const int32_t> sizes)
 {
     constexpr double kMostRatio = 1.2;
     constexpr double kMostGrowth = 1.5;
+    constexpr double kUnseen = 1; // ms
     Misses misses;
     for (size_t row = 0; row < Rows().size(); ++row) {
         const Row& what = Rows()[row];
@@ -229,8 +163,12 @@ Misses Missed(const Bench& bench, std::span<const int32_t> sizes)
             misses[std::string(what.name) + ", " + std::to_string(lines) + " lines, beside " + than] =
                 Number(ours) + ", may be " + Number(most);
         };
-        for (const int32_t lines : sizes)
-            miss(lines, "the best peer", bench.Result(row, lines, kOurs), kMostRatio * bench.Best(row, lines));
+        for (const int32_t lines : sizes) {
+            const double best = bench.Best(row, lines);
+            // One key in a hundred meets what else the machine does.
+            const double most = what.count == Count::Worst ? best + kUnseen : best * kMostRatio;
+            miss(lines, "the best peer", bench.Result(row, lines, kOurs), most);
+        }
         if (what.count == Count::Worst) continue;
         const double growth = what.flat ? 1 : static_cast<double>(sizes[1]) / sizes[0];
         miss(sizes[1], "fewer lines", bench.Result(row, sizes[1], kOurs),
@@ -272,11 +210,15 @@ int Table(std::span<const Kind> kinds, std::span<const int32_t> sizes)
 int Run(std::string_view what)
 {
     constexpr int32_t kSizes[] = {10 * kThousand, 100 * kThousand, kMillion};
-    QString pasted = QString::fromStdString(BasicBytes(kPasted));
-    QGuiApplication::clipboard()->setText(pasted);
+    QGuiApplication::clipboard()->setText(QString::fromStdString(BasicBytes(kPasted)));
     if (what == "--gate") return Gate();
-    if (what == "--read") return Table(kListened, std::span(kSizes).subspan(1, 1));
-    return Table(kPeers, kSizes);
+    if (what == "--bad") return BadSizes();
+    if (what == "--alone") return Table(std::span(kPeers).first(1), std::span(kSizes).subspan(1));
+    Table(kPeers, kSizes);
+    printf(
+        "\nQPlainTextEdit has no colours here, and one round of the largest text. Debian 12 has the text component of "
+        "KDE for an older\ntoolkit only.\n");
+    return 0;
 }
 
 } // namespace
@@ -286,7 +228,7 @@ int main(int argc, char** argv)
 {
     // Else what is freed is kept, and a later load finds memory that the first one had to ask for.
     mallopt(M_MMAP_THRESHOLD, 128 * 1024);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     return nib::bench::Run(argc > 1 ? argv[1] : "");
 }

@@ -50,43 +50,55 @@ Position ReplacePass::EndOf(size_t hit) const
     return {hits_[hit].col + Length(found_), hits_[hit].line};
 }
 
-// Lines are taken from the last to the first, so that those still to come stand where they stood, and each line is
-// rebuilt in one go, however many hits it has.
-
 void ReplacePass::Do(SourceDocument& document)
 {
     old_.clear();
-    if (!sameCase_) old_.reserve(hits_.size() * found_.size());
+    if (!sameCase_) {
+        old_.reserve(hits_.size() * found_.size());
+        for (size_t hit = 0; hit < hits_.size(); ++hit) old_ += document.GetRange(hits_[hit], EndOf(hit));
+    }
+    if (breaks_ == 0) return DoWithinLines(document);
+    // From the last to the first, so that those still to come stand where they stood.
     for (size_t end = hits_.size(); end > 0;) {
-        Group group = GroupBefore(end);
-        Replace(document, group);
+        const Group group = GroupBefore(end);
+        const Position start = hits_[group.first];
+        const Text after = Replaced(document, group);
+        document.DeleteRange(start, EndOf(group.end - 1));
+        document.InsertText(start, after);
         end = group.first;
     }
 }
 
-void ReplacePass::Replace(SourceDocument& document, Group group)
+/// The lines stay, and whoever listens hears once.
+void ReplacePass::DoWithinLines(SourceDocument& document) const
 {
-    Position start = hits_[group.first];
-    Position end = EndOf(group.end - 1);
-    size_t size = found_.size();
-    if (group.end - group.first == 1) {
-        if (!sameCase_) old_ += document.GetRange(start, end);
-        document.DeleteRange(start, end);
-        document.InsertText(start, replacement_);
-        return;
+    LineEdits edits;
+    edits.Reserve(hits_.size(), replacement_.size());
+    for (size_t first = 0; first < hits_.size();) {
+        const Position start = hits_[first];
+        Group group{first, first + 1};
+        while (group.end < hits_.size() && hits_[group.end].line == start.line) ++group.end;
+        edits.Replace(start.line, start.col, EndOf(group.end - 1).col - start.col, Replaced(document, group));
+        first = group.end;
     }
-    Text before = document.GetRange(start, end);
+    document.EditLines(std::move(edits));
+}
+
+/// A line in one go, however many hits it has: what stands from the first to the last of them afterwards.
+Text ReplacePass::Replaced(const SourceDocument& document, Group group) const
+{
+    if (group.end - group.first == 1) return replacement_;
+    const Position start = hits_[group.first];
+    const Text before = document.GetRange(start, EndOf(group.end - 1));
     Text after;
     after.reserve(before.size() + (group.end - group.first) * replacement_.size());
     size_t at = 0;
     for (size_t i = group.first; i < group.end; ++i) {
         auto hit = static_cast<size_t>(hits_[i].col - start.col);
         after.append(before, at, hit - at).append(replacement_);
-        if (!sameCase_) old_.append(before, hit, size);
-        at = hit + size;
+        at = hit + found_.size();
     }
-    document.DeleteRange(start, end);
-    document.InsertText(start, after);
+    return after;
 }
 
 Position ReplacePass::StartOf(size_t hit) const
@@ -102,13 +114,7 @@ Position ReplacePass::StartOf(size_t hit) const
 TextView ReplacePass::OldText(size_t hit) const
 {
     if (sameCase_) return found_;
-    auto sameLine = [line = hits_[hit].line](Position other) { return other.line == line; };
-    auto here = hits_.begin() + static_cast<ptrdiff_t>(hit);
-    auto end = std::find_if_not(here, hits_.end(), sameLine);
-    auto first = std::find_if_not(std::make_reverse_iterator(here), hits_.rend(), sameLine).base();
-    // Those of later lines came first.
-    auto before = (hits_.end() - end) + (here - first);
-    return TextView(old_).substr(static_cast<size_t>(before) * found_.size(), found_.size());
+    return TextView(old_).substr(hit * found_.size(), found_.size());
 }
 
 Position ReplacePass::Put(SourceDocument& document, Position start, Position end, TextView text) const

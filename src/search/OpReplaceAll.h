@@ -42,7 +42,8 @@ private:
     /// In the text in which all before it are done.
     Position StartOf(size_t hit) const;
     TextView OldText(size_t hit) const;
-    void Replace(SourceDocument& document, Group group);
+    void DoWithinLines(SourceDocument& document) const;
+    Text Replaced(const SourceDocument& document, Group group) const;
     Position Put(SourceDocument& document, Position start, Position end, TextView text) const;
 
     std::vector<Position> hits_;
@@ -52,7 +53,7 @@ private:
     Text replacement_; ///< lines joined with CR LF
     int32_t breaks_ = 0;
     int32_t lastPiece_ = 0; ///< length of its last line
-    Text old_;              ///< what stood at the hits, one behind the other, last line first
+    Text old_;              ///< what stood at the hits, one behind the other
 };
 
 /// One replacement of a sweep, a step of undo of its own. The first one that is put on the stack makes all of them at

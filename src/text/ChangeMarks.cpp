@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace nib {
 
@@ -89,7 +90,9 @@ void LineDifferences::BeforeEdit(const LineStore& lines, int32_t first, int32_t 
         }
         const int32_t end = i < hunks_.size() ? std::min(last + 1, hunks_[i].first) : last + 1;
         Hunk added{line, end - line, sums_.size(), end - line};
-        sums_.reserve(std::max(sums_.capacity(), sums_.size() + static_cast<size_t>(added.count)));
+        const size_t needed = sums_.size() + static_cast<size_t>(added.count);
+        // In ever larger steps: a sweep comes here for each of its lines.
+        if (needed > sums_.capacity()) sums_.reserve(std::max(needed, 2 * sums_.capacity()));
         for (; line < end; ++line) sums_.push_back(SumOf(lines, line));
         // Lines that are edited one after the other come together.
         if (i > 0 && hunks_[i - 1].End() == added.first && hunks_[i - 1].IsByLines() &&
@@ -219,7 +222,7 @@ void ChangeMarks::Reset()
 {
     sinceSave_.Clear();
     sinceOpening_.Clear();
-    wasSaved_ = all_ = false;
+    wasSaved_ = all_ = saving_ = false;
     untouched_ = true;
 }
 
@@ -232,9 +235,25 @@ void ChangeMarks::Saved()
     wasSaved_ = true;
 }
 
+void ChangeMarks::BeginSaving()
+{
+    sinceSaving_.Clear();
+    saving_ = true;
+}
+
+void ChangeMarks::EndSaving(bool saved)
+{
+    if (!std::exchange(saving_, false) || !saved) return;
+    Saved();
+    if (!sinceSaving_.Any()) return;
+    sinceSave_ = std::exchange(sinceSaving_, {});
+    untouched_ = false;
+}
+
 void ChangeMarks::BeforeEdit(int32_t first, int32_t last)
 {
     untouched_ = false;
+    if (saving_) sinceSaving_.BeforeEdit(lines_, first, last);
     if (all_) return;
     sinceSave_.BeforeEdit(lines_, first, last);
     if (wasSaved_) sinceOpening_.BeforeEdit(lines_, first, last);
@@ -242,7 +261,9 @@ void ChangeMarks::BeforeEdit(int32_t first, int32_t last)
 
 void ChangeMarks::LinesReplaced(int32_t first, int32_t oldLast, int32_t newLast)
 {
-    if (all_ || oldLast == newLast) return;
+    if (oldLast == newLast) return;
+    if (saving_) sinceSaving_.LinesReplaced(lines_, first, oldLast, newLast);
+    if (all_) return;
     sinceSave_.LinesReplaced(lines_, first, oldLast, newLast);
     if (wasSaved_) sinceOpening_.LinesReplaced(lines_, first, oldLast, newLast);
 }

@@ -21,11 +21,17 @@ void LineEdits::Remove(int32_t line, int32_t column, int32_t count)
     if (count > 0) splices_.push_back({line, column, count, 0});
 }
 
-void LineEdits::Insert(int32_t line, int32_t column, TextView text)
+void LineEdits::Replace(int32_t line, int32_t column, int32_t count, TextView text)
 {
-    if (text.empty()) return;
+    if (text.empty()) return Remove(line, column, count);
     in_ += text;
-    splices_.push_back({line, column, 0, static_cast<int32_t>(text.size())});
+    splices_.push_back({line, column, count, static_cast<int32_t>(text.size())});
+}
+
+void LineEdits::Reserve(size_t edits, size_t inserted)
+{
+    splices_.reserve(edits);
+    in_.reserve(edits * inserted);
 }
 
 Position LineEdits::Map(Position p, bool sticky, bool forward) const

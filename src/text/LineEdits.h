@@ -12,7 +12,10 @@ class LineEdits {
 public:
     void Remove(int32_t line, int32_t column, int32_t count);
     /// A text without line breaks.
-    void Insert(int32_t line, int32_t column, TextView text);
+    void Insert(int32_t line, int32_t column, TextView text) { Replace(line, column, 0, text); }
+    void Replace(int32_t line, int32_t column, int32_t count, TextView text);
+    /// Makes room for so many edits, each of which puts in so much.
+    void Reserve(size_t edits, size_t inserted);
 
     bool IsEmpty() const { return splices_.empty(); }
     int32_t FirstLine() const { return splices_.front().line; }

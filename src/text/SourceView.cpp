@@ -68,9 +68,9 @@ Position SourceView::SnapToUnit(Position p)
 {
     p = document_.Clamp(p);
     if (p.col <= 0) return p;
-    TextView line = document_.LineText(p.line, scratch_);
+    const UnitSpan line = document_.LineUnits(p.line);
     auto col = static_cast<size_t>(p.col);
-    if (col < line.size() && U16_IS_TRAIL(line[col]) && U16_IS_LEAD(line[col - 1])) --p.col;
+    if (col < line.length && U16_IS_TRAIL(line[col]) && U16_IS_LEAD(line[col - 1])) --p.col;
     return p;
 }
 
@@ -271,6 +271,7 @@ void SourceView::TakeLook(const SourceView& other)
     screenStyles_ = other.screenStyles_;
     printStyles_ = other.printStyles_;
     backColor_ = other.backColor_;
+    marks_ = other.marks_;
     marginWidth_ = other.marginWidth_;
     showBlocks_ = other.showBlocks_;
     lineWrap_ = other.lineWrap_;

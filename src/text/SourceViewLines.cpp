@@ -149,6 +149,8 @@ std::optional<Position> SourceView::MatchOfCaret()
 std::optional<int32_t> SourceView::IndentWhileTyping()
 {
     if (!indentsByBlocks_ || readOnly_ || HasSeveral() || anchor_.line != caret_.line) return std::nullopt;
+    constexpr int32_t kLongest = 10'000;
+    if (document_.LineLength(caret_.line) > kLongest) return std::nullopt; // nobody indents that
     TextView text = document_.LineText(caret_.line, scratch_);
     // Only a line that stands where it belongs is moved: who indents otherwise knows why.
     const std::optional<int32_t> column = AutoIndent(document_, tabSize_).Of(caret_.line, text);

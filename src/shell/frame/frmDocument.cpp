@@ -12,6 +12,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QMenu>
+#include <QPointer>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -104,7 +105,11 @@ void frmDocument::Show()
 
 void frmDocument::QueryUnload()
 {
-    if (document_) mainWindow_.Owner().Files().FileClose(*document_);
+    if (!document_) return;
+    const auto later = [window = QPointer(window_)] {
+        if (window) window->close();
+    };
+    if (!mainWindow_.Postpone(later)) mainWindow_.Owner().Files().FileClose(*document_);
 }
 
 void frmDocument::SetTitle(TextView title)

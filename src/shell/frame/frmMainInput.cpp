@@ -166,6 +166,7 @@ void frmMain::dropEvent(QDropEvent* event)
 
 void frmMain::OpenDropped(const std::vector<Text>& paths, const std::vector<Text>& elsewhere)
 {
+    if (Postpone([this, paths, elsewhere] { OpenDropped(paths, elsewhere); })) return;
     std::vector<Text> files;
     std::vector<Text> folders;
     std::error_code unknown;

@@ -3,14 +3,18 @@
 #include "platform/qt/QtText.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace nib {
 
 namespace {
 
 /// Nobody listens to more than that.
-constexpr size_t kMostText = 100'000;
+constexpr int32_t kMostText = 100'000;
 constexpr int32_t kMostLines = 1000;
+constexpr int32_t kMostInserted = 10'000; ///< lines
+/// Nor to so many changes in one go: each goes to another program and is asked about by it.
+constexpr int32_t kMostChanges = 20;
 
 } // namespace
 
@@ -68,8 +72,7 @@ Text AccessibleText::Range(int32_t start, int32_t end)
 void AccessibleText::Remember()
 {
     lineNumber_ = view_.CaretLine();
-    Text scratch;
-    line_ = document_.LineText(lineNumber_, scratch).substr(0, kMostText);
+    line_ = document_.GetRange({0, lineNumber_}, {kMostText, lineNumber_});
     selection_ = view_.Selection();
     bool small = selection_.end.line - selection_.start.line < kMostLines;
     selected_ = small ? Replace(view_.SelectedText(), u"\r\n", u"\n") : Text();
@@ -91,24 +94,49 @@ void AccessibleText::CaretMoved()
 {
     if (!QAccessible::isActive()) return;
     Remember();
-    int32_t caret = Of(view_.Caret());
+    TellSoon();
+}
+
+void AccessibleText::TellSoon()
+{
+    if (std::exchange(restWaits_, true)) return;
+    QMetaObject::invokeMethod(
+        &widget_, [this] { TellRest(); }, Qt::QueuedConnection);
+}
+
+void AccessibleText::TellRest()
+{
+    restWaits_ = false;
+    if (std::exchange(changes_, 0) > kMostChanges) {
+        QAccessibleEvent event(&widget_, QAccessible::VisibleDataChanged);
+        QAccessible::updateAccessibility(&event);
+    }
+    const int32_t caret = Of(view_.Caret());
     QAccessibleTextCursorEvent moved(&widget_, caret);
     QAccessible::updateAccessibility(&moved);
+    const bool selects = view_.HasSelection();
+    if (!std::exchange(hadSelection_, selects) && !selects) return;
     QAccessibleTextSelectionEvent selected(&widget_, Of(selection_.start), Of(selection_.end));
     selected.setCursorPosition(caret);
     QAccessible::updateAccessibility(&selected);
+}
+
+/// False for one of so many that they are told as one.
+bool AccessibleText::TellsChange(const TextChange& change)
+{
+    TellSoon();
+    // A text that nobody listens to is not worth its copy.
+    const int32_t lines = std::max(change.oldEnd.line, change.newEnd.line) - change.start.line;
+    if (lines >= (change.within ? kMostLines : kMostInserted)) changes_ = kMostChanges;
+    changes_ = std::min(changes_ + 1, kMostChanges + 1);
+    return changes_ <= kMostChanges;
 }
 
 void AccessibleText::TextChanged(const TextChange& change)
 {
     Forget(change.start.line);
     if (!QAccessible::isActive()) return;
-    if (change.IsScattered() && change.oldEnd.line - change.start.line >= kMostLines) {
-        // A text that nobody listens to is not worth its copy.
-        QAccessibleEvent event(&widget_, QAccessible::VisibleDataChanged);
-        QAccessible::updateAccessibility(&event);
-        return Remember();
-    }
+    if (!TellsChange(change)) return Remember();
     int32_t start = Of(change.start);
     if (change.oldEnd != change.start) {
         QAccessibleTextRemoveEvent removed(&widget_, start, ToQString(Removed(change)));

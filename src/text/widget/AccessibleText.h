@@ -30,6 +30,10 @@ public:
 private:
     void KnowUpTo(int32_t line);
     void Remember();
+    /// Sees to it that what is left to be told is told when the present edits are through.
+    void TellSoon();
+    void TellRest();
+    bool TellsChange(const TextChange& change);
     Text Removed(const TextChange& change) const;
 
     SourceView& view_;
@@ -41,6 +45,9 @@ private:
     int32_t lineNumber_ = -1;
     Text selected_;
     TextRange selection_;
+    int32_t changes_ = 0; ///< told since the last rest
+    bool restWaits_ = false;
+    bool hadSelection_ = false; ///< when that was told
 };
 
 } // namespace nib

@@ -289,13 +289,9 @@ QVariant SourceViewWidget::inputMethodQuery(Qt::InputMethodQuery query) const
     auto& self = const_cast<SourceViewWidget&>(*this);
     Position caret = model_.Caret();
     Position anchor = model_.Anchor();
-    Text scratch;
-    TextView line = document_.LineText(caret.line, scratch);
     int32_t first = std::max(caret.col - kSurrounding, 0);
     auto part = [&](int32_t from, int32_t to) {
-        from = std::clamp(from, 0, static_cast<int32_t>(line.size()));
-        to = std::clamp(to, from, static_cast<int32_t>(line.size()));
-        return ToQString(line.substr(static_cast<size_t>(from), static_cast<size_t>(to - from)));
+        return ToQString(document_.GetRange({from, caret.line}, {to, caret.line}));
     };
     switch (query) {
     case Qt::ImEnabled: return isEnabled();

@@ -43,10 +43,10 @@ public:
     void SetZoom(int steps);
     void ScrollRows(int32_t rows);
     void ScrollPixels(QPointF delta);
+    void RevealPlace(Position p, int32_t beyond = 0);
     /// Does what scrolls, and shows the way there if the user likes to see it.
     void ScrollSmoothly(const std::function<void()>& scroll);
     ScrollMarks& Marks() { return *scrollMarks_; }
-    void RevealPlace(Position p, int32_t beyond = 0);
     /// Pastes the desktop's primary selection.
     void PastePrimary(Position at);
     /// Makes the selection the desktop's primary selection, at once.
@@ -146,10 +146,10 @@ private:
     void PaintMargin(QPainter& painter, const QRectF& dirty);
     void PaintCarets(QPainter& painter);
     PaintedLine Describe(int32_t line, qreal y, const QRectF& clip);
+    void DescribeSelections(int32_t line, PaintedLine& painted);
     /// What is lit has to be looked up anew: soon, and the name at the caret when it rests there.
     void LightsStale();
     void TakeName();
-    void DescribeSelections(int32_t line, PaintedLine& painted);
     /// Scans what is in sight before any of it is painted.
     void ScanVisible(const QRectF& dirty);
     void ScanIdle();

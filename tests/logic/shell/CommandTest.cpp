@@ -206,6 +206,18 @@ TEST(CommandTest, TextCommands)
     EXPECT_EQ(document->GetText(), u"      X = 1");
 }
 
+TEST(CommandTest, WaitForWorkToEnd)
+{
+    TestShell t;
+    t.StoreAndOpen(kMain, u"text");
+    t.window.awaiting = true;
+    EXPECT_FALSE(t.Run(u"Close"));
+    EXPECT_EQ(t.Documents().Count(), 1);
+    t.window.awaiting = false;
+    for (const auto& what : t.window.postponed) what();
+    EXPECT_EQ(t.Documents().Count(), 0);
+}
+
 TEST(CommandTest, CompileAsksForASave)
 {
     const Text question = u"Program has not been saved. Do you want\nto save the file, then compile the program?";

@@ -116,8 +116,14 @@ TEST(ChangeMarks, EverythingElseIsAsItWas)
         const std::vector<Text> opened = CutLines(text.GetText());
         std::vector<Text> saved = opened;
         for (int32_t i = 0; i < 80; ++i) {
-            if (dice.OneIn(12)) kSave(text), saved = CutLines(text.GetText());
-            RandomEdit(text, dice, seed % 2 == 0);
+            if (dice.OneIn(12)) {
+                saved = CutLines(text.GetText());
+                text.BeginSaving();
+                for (int32_t n = dice.Below(3); n > 0; --n) RandomEdit(text, dice, seed % 2 == 0);
+                text.EndSaving(true);
+            } else {
+                RandomEdit(text, dice, seed % 2 == 0);
+            }
             const std::vector<Text> now = CutLines(text.GetText());
             std::vector<Text> asSaved;
             std::vector<Text> asOpened;
