@@ -52,9 +52,18 @@ uint64_t SumOf(const UnitSpan& text)
     return sum;
 }
 
+/// Of a line that is longer than anybody reads, and that counts as changed once it was edited.
+constexpr uint64_t kNoSum = 0;
+
 uint64_t SumOf(const LineStore& lines, int32_t line)
 {
-    return SumOf(lines.At(line).Units());
+    const UnitSpan text = lines.At(line).Units();
+    return text.length > kLongestRead ? kNoSum : SumOf(text);
+}
+
+bool IsAsBefore(const LineStore& lines, int32_t line, uint64_t sum)
+{
+    return sum != kNoSum && SumOf(lines, line) == sum;
 }
 
 } // namespace
@@ -209,14 +218,14 @@ void LineDifferences::Settle(const LineStore& lines, size_t i)
 /// Takes off at both ends what is again as it was.
 void LineDifferences::Trim(Hunk& hunk, const LineStore& lines) const
 {
-    while (hunk.count > 0 && hunk.was > 0 && SumOf(lines, hunk.first) == sums_[hunk.sums]) {
+    while (hunk.count > 0 && hunk.was > 0 && IsAsBefore(lines, hunk.first, sums_[hunk.sums])) {
         ++hunk.first;
         ++hunk.sums;
         --hunk.count;
         --hunk.was;
     }
     while (hunk.count > 0 && hunk.was > 0 &&
-           SumOf(lines, hunk.End() - 1) == sums_[hunk.sums + static_cast<size_t>(hunk.was) - 1]) {
+           IsAsBefore(lines, hunk.End() - 1, sums_[hunk.sums + static_cast<size_t>(hunk.was) - 1])) {
         --hunk.count;
         --hunk.was;
     }
@@ -243,7 +252,7 @@ void LineDifferences::Compact()
 
 bool LineDifferences::DiffersIn(const Hunk& hunk, const LineStore& lines, int32_t line) const
 {
-    return !hunk.IsByLines() || SumOf(lines, line) != sums_[hunk.sums + static_cast<size_t>(line - hunk.first)];
+    return !hunk.IsByLines() || !IsAsBefore(lines, line, sums_[hunk.sums + static_cast<size_t>(line - hunk.first)]);
 }
 
 bool LineDifferences::Differs(const LineStore& lines, int32_t line) const

@@ -141,6 +141,7 @@ bool ScrollMarks::HasHit(int32_t first, int32_t end)
     SourceDocument& document = model_.Document();
     bool found = false;
     for (int32_t line = first; line < end && !found; ++line) {
+        if (document.LineLength(line) > kLongestRead) continue;
         const TextView text = document.LineText(line, scratch_);
         if (!hits_->MayBeIn(text)) continue;
         document.ScanLine(line, tokens_);

@@ -103,7 +103,7 @@ int32_t ViewLights::IndentAt(int32_t line)
 {
     const UnitSpan units = Document().LineUnits(line);
     size_t at = 0;
-    while (at < units.length && units[at] == u' ') ++at;
+    while (at < std::min<size_t>(units.length, kLongestRead) && units[at] == u' ') ++at;
     return at < units.length ? static_cast<int32_t>(at) : -1;
 }
 
@@ -143,7 +143,7 @@ void ViewLights::PaintGuides(QPainter& painter, const QRectF& area)
 void ViewLights::PaintMatches(QPainter& painter, int32_t line, qreal y)
 {
     const LineEntry& entry = cache_.Styled(line);
-    if (occurrences_) {
+    if (occurrences_ && Document().LineLength(line) <= kLongestRead) {
         occurrences_->InLine(cache_.ShownText(line), entry.tokens,
                              [&](ColumnRange range) { PaintRange(painter, entry, y, range, false); });
     }
@@ -177,6 +177,7 @@ void ViewLights::PaintBlanks(QPainter& painter, const QRectF& area)
     const qreal cell = metrics_.CharWidth();
     const int side = std::max(static_cast<int>(std::lround(cell * 0.2)), 1);
     geometry_.ForEach(area.top(), area.bottom(), [&](int32_t line, qreal y) {
+        if (Document().LineLength(line) > kLongestRead) return;
         const LineEntry& entry = cache_.Styled(line);
         const LineLayout& layout = entry.layout;
         const TextView text = cache_.ShownText(line);
