@@ -134,6 +134,67 @@ void LineDifferences::LinesReplaced(const LineStore& lines, int32_t first, int32
     Compact();
 }
 
+/// Joins it to the last one where neither is line by line, and leaves out what is again as it was.
+void LineDifferences::Append(const LineStore& lines, std::vector<Hunk>& hunks, Hunk hunk)
+{
+    if (!hunk.IsByLines() && !hunks.empty() && !hunks.back().IsByLines() && hunks.back().End() == hunk.first) {
+        const Hunk last = hunks.back();
+        hunks.pop_back();
+        const Hunk joined{last.first, last.count + hunk.count, sums_.size(), last.was + hunk.was};
+        for (const Hunk& part : {last, hunk})
+            for (size_t at = 0; at < static_cast<size_t>(part.was); ++at) sums_.push_back(sums_[part.sums + at]);
+        hunk = joined;
+    }
+    if (!hunk.IsByLines()) Trim(hunk, lines);
+    if (hunk.count > 0 || hunk.was > 0) hunks.push_back(hunk);
+}
+
+void LineDifferences::AllReplaced(const LineStore& lines, const std::vector<ReplacedLines>& all)
+{
+    std::vector<Hunk> hunks;
+    hunks.reserve(hunks_.size() + 2 * all.size());
+    size_t next = 0;
+    int32_t delta = 0;
+    const auto keep = [&](Hunk hunk) {
+        hunk.first += delta;
+        Append(lines, hunks, hunk);
+    };
+    for (size_t i = 0; i < all.size(); ++i) {
+        const int32_t first = all[i].first;
+        if (all[i].more == 0) continue;
+        while (hunks_[next].End() <= first) keep(hunks_[next++]);
+        // What is not line by line changes as a whole, with all that is replaced in it.
+        size_t to = next;
+        int32_t more = all[i].more;
+        int32_t last = all[i].last;
+        int32_t behind = 0;
+        for (;; more += all[++i].more, last = std::max(last, all[i].last)) {
+            while (to < hunks_.size() && hunks_[to].first <= last) ++to;
+            const Hunk& tail = hunks_[to - 1];
+            behind = tail.IsByLines() ? std::max(tail.End() - last - 1, 0) : 0;
+            if (i + 1 == all.size() || all[i + 1].first >= tail.End() - behind) break;
+        }
+        const Hunk head = hunks_[next];
+        const Hunk tail = hunks_[to - 1];
+        const int32_t before = head.IsByLines() ? std::max(first - head.first, 0) : 0;
+        if (before > 0) keep({head.first, before, head.sums, before});
+        Hunk middle{head.first + before, tail.End() - behind - head.first - before + more, sums_.size(), 0};
+        for (size_t at = next; at < to; ++at) {
+            const size_t begin = hunks_[at].sums + static_cast<size_t>(at == next ? before : 0);
+            const size_t end = hunks_[at].sums + static_cast<size_t>(hunks_[at].was - (at + 1 == to ? behind : 0));
+            for (size_t sum = begin; sum < end; ++sum) sums_.push_back(sums_[sum]);
+        }
+        middle.was = static_cast<int32_t>(sums_.size() - middle.sums);
+        keep(middle);
+        delta += more;
+        next = to;
+        if (behind > 0) hunks_[--next] = {last + 1, behind, tail.sums + static_cast<size_t>(tail.was - behind), behind};
+    }
+    while (next < hunks_.size()) keep(hunks_[next++]);
+    hunks_ = std::move(hunks);
+    Compact();
+}
+
 /// What has come and what has gone side by side may be the same again.
 void LineDifferences::Settle(const LineStore& lines, size_t i)
 {
@@ -250,8 +311,24 @@ void ChangeMarks::EndSaving(bool saved)
     untouched_ = false;
 }
 
+void ChangeMarks::BeforeAll(const std::vector<ReplacedLines>& all)
+{
+    for (const ReplacedLines& replaced : all) BeforeEdit(replaced.first, replaced.last);
+    many_ = true;
+}
+
+void ChangeMarks::AllReplaced(const std::vector<ReplacedLines>& all)
+{
+    many_ = false;
+    if (saving_) sinceSaving_.AllReplaced(lines_, all);
+    if (all_) return;
+    sinceSave_.AllReplaced(lines_, all);
+    if (wasSaved_) sinceOpening_.AllReplaced(lines_, all);
+}
+
 void ChangeMarks::BeforeEdit(int32_t first, int32_t last)
 {
+    if (many_) return;
     untouched_ = false;
     if (saving_) sinceSaving_.BeforeEdit(lines_, first, last);
     if (all_) return;
@@ -261,7 +338,7 @@ void ChangeMarks::BeforeEdit(int32_t first, int32_t last)
 
 void ChangeMarks::LinesReplaced(int32_t first, int32_t oldLast, int32_t newLast)
 {
-    if (oldLast == newLast) return;
+    if (oldLast == newLast || many_) return;
     if (saving_) sinceSaving_.LinesReplaced(lines_, first, oldLast, newLast);
     if (all_) return;
     sinceSave_.LinesReplaced(lines_, first, oldLast, newLast);

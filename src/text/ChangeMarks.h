@@ -9,6 +9,13 @@
 
 namespace nib {
 
+/// Lines of a text that become others: so many more or, below 0, fewer.
+struct ReplacedLines {
+    int32_t first;
+    int32_t last;
+    int32_t more;
+};
+
 /// Where a text differs from what it was at one time: stretches of lines, each with sums of what stood there then. All
 /// other lines are as they were, in the same order.
 class LineDifferences {
@@ -19,6 +26,9 @@ public:
     void BeforeEdit(const LineStore& lines, int32_t first, int32_t last);
     /// After it: `first` to `oldLast` have become `first` to `newLast`.
     void LinesReplaced(const LineStore& lines, int32_t first, int32_t oldLast, int32_t newLast);
+
+    /// The same for many that ascend and lie apart, as they were before any of it.
+    void AllReplaced(const LineStore& lines, const std::vector<ReplacedLines>& all);
 
     bool Differs(const LineStore& lines, int32_t line) const;
     /// Lines that stood in front of this one have gone, and nothing came for them.
@@ -44,6 +54,7 @@ private:
     void Settle(const LineStore& lines, size_t i);
     void Trim(Hunk& hunk, const LineStore& lines) const;
     void Compact();
+    void Append(const LineStore& lines, std::vector<Hunk>& hunks, Hunk hunk);
 
     std::vector<Hunk> hunks_; ///< ascending
     std::vector<uint64_t> sums_;
@@ -75,6 +86,11 @@ public:
     void BeforeEdit(int32_t first, int32_t last);
     void LinesReplaced(int32_t first, int32_t oldLast, int32_t newLast);
 
+    /// Many edits as one: what is told of each of them until it is over says nothing.
+    void BeforeAll(const std::vector<ReplacedLines>& all);
+    void AllReplaced(const std::vector<ReplacedLines>& all);
+    void NoneReplaced() { many_ = false; }
+
     LineMarks Of(int32_t line) const;
     /// The first line from `line` on with a mark of this kind, -1 when there is none.
     int32_t Next(int32_t line, LineChange change) const;
@@ -86,6 +102,7 @@ private:
     LineDifferences sinceSaving_;  ///< while it is being saved
     bool wasSaved_ = false;
     bool saving_ = false;
+    bool many_ = false;
     bool all_ = false; ///< nothing is known of what is stored
     bool untouched_ = true;
 };

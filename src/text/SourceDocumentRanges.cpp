@@ -4,6 +4,7 @@
 #include "text/SourceDocument.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace nib {
 
@@ -26,6 +27,24 @@ LineEdits WithinLines(const std::vector<RangeEdit>& edits)
         lines.Remove(line, column, edit.end.col - edit.start.col);
         lines.Insert(line, column, edit.text);
         moved += static_cast<int32_t>(edit.text.size()) - (edit.end.col - edit.start.col);
+    }
+    return lines;
+}
+
+/// Lines that become others; ranges that meet in one are one.
+std::vector<ReplacedLines> LinesOf(const std::vector<RangeMoves::Range>& before,
+                                   const std::vector<RangeMoves::Range>& after)
+{
+    std::vector<ReplacedLines> lines;
+    for (size_t i = 0; i < before.size(); ++i) {
+        const auto [start, end] = before[i];
+        const int32_t more = after[i].end.line - after[i].start.line - (end.line - start.line);
+        if (lines.empty() || start.line > lines.back().last) {
+            lines.push_back({start.line, end.line, more});
+        } else {
+            lines.back().last = std::max(lines.back().last, end.line);
+            lines.back().more += more;
+        }
     }
     return lines;
 }
@@ -59,6 +78,8 @@ void SourceDocument::BreakLines(std::vector<RangeEdit>& edits, RangeMoves moves)
     batch->moves = std::move(moves);
     std::vector<TextEdit>& parts = batch->parts;
     parts.reserve(edits.size() * 2);
+    const std::vector<ReplacedLines> replaced = LinesOf(batch->moves.Before(), batch->moves.After());
+    changes_.BeforeAll(replaced);
     try {
         for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit) {
             if (edit->start != edit->end) {
@@ -71,8 +92,10 @@ void SourceDocument::BreakLines(std::vector<RangeEdit>& edits, RangeMoves moves)
         }
     } catch (...) {
         for (auto part = parts.rbegin(); part != parts.rend(); ++part) MakePart(*part, false);
+        changes_.NoneReplaced();
         throw;
     }
+    changes_.AllReplaced(replaced);
     TextEdit whole;
     whole.start = batch->moves.After().front().start;
     whole.end = batch->moves.After().back().end;
@@ -84,10 +107,15 @@ void SourceDocument::BreakLines(std::vector<RangeEdit>& edits, RangeMoves moves)
 
 Position SourceDocument::ApplyRanges(RangeBatch& batch, bool forward)
 {
+    const auto& [before, after] = forward ? std::tie(batch.moves.Before(), batch.moves.After())
+                                          : std::tie(batch.moves.After(), batch.moves.Before());
+    const std::vector<ReplacedLines> replaced = LinesOf(before, after);
+    changes_.BeforeAll(replaced);
     if (forward)
         for (TextEdit& part : batch.parts) MakePart(part, true);
     else
         for (auto part = batch.parts.rbegin(); part != batch.parts.rend(); ++part) MakePart(*part, false);
+    changes_.AllReplaced(replaced);
     TellRanges(batch.moves, forward);
     return (forward ? batch.moves.After() : batch.moves.Before()).back().end;
 }

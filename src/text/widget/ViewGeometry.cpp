@@ -257,6 +257,16 @@ void ViewGeometry::RowOf(Position at, int32_t& first, int32_t& last)
 bool ViewGeometry::MoveRows(Position& at, int32_t rows, double& goal)
 {
     int32_t index = Buffer().VisibleIndex(at.line);
+    if (cache_.WrapWidth() <= 0 && IsOnGrid(at.line)) {
+        // Of many carets most are out of sight, where no line is worth its layout.
+        const int32_t to = Buffer().VisibleLine(std::clamp(index + rows, 0, Buffer().VisibleCount() - 1));
+        if (goal < 0) goal = at.col * metrics_.CharWidth();
+        if (IsOnGrid(to)) {
+            const auto column = static_cast<int32_t>(std::ceil(goal / metrics_.CharWidth() - 0.5));
+            at = {std::clamp(column, 0, Buffer().LineLength(to)), to};
+            return true;
+        }
+    }
     const LineEntry* entry = &cache_.Measured(at.line);
     int32_t row = entry->layout.RowOf(entry->ToShown(at.col));
     if (goal < 0) goal = entry->layout.XOf(entry->ToShown(at.col));

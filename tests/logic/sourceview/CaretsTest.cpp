@@ -328,8 +328,12 @@ TEST(RangeEditsTest, AreAsIfMadeFromTheLastToTheFirst)
         for (int32_t n = 2 * dice.Below(8); n > 0; --n) places.push_back(dice.At(before));
         std::sort(places.begin(), places.end());
         std::vector<RangeEdit> edits;
-        for (size_t i = 0; i < places.size(); i += 2)
-            edits.push_back({places[i], places[i + 1], dice.OneIn(2) ? Text() : dice.Lines(3, u"c,{")});
+        for (size_t i = 0; i < places.size(); i += 2) {
+            if (dice.OneIn(2))
+                edits.push_back({places[i], places[i], dice.Lines(3, u"c,{")});
+            else
+                edits.push_back({places[i], places[i + 1], {}});
+        }
         BufferModel after = before;
         for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit) {
             after.Erase(edit->start, edit->end);

@@ -92,6 +92,19 @@ void RandomEdit(SourceDocument& text, Dice& dice, bool withinLines)
     case 3:
         for (int32_t line = a.line; line < text.LineCount(); line += 1 + dice.Below(3)) edits.Insert(line, 0, u"b");
         return text.EditLines(std::move(edits));
+    case 5: {
+        if (withinLines) return;
+        std::vector<RangeEdit> ranges;
+        for (Position at = a; at < text.End() && ranges.size() < 6;
+             at = text.Clamp({at.col, at.line + dice.Below(3)})) {
+            if (!ranges.empty() && at < ranges.back().end) break;
+            const Position end = dice.OneIn(2) ? at : text.Clamp({0, at.line + dice.Below(3)});
+            ranges.push_back({at, std::max(at, end), dice.Lines(3, u"ab")});
+            at = ranges.back().end;
+        }
+        text.ReplaceRanges(std::move(ranges));
+        return;
+    }
     default: text.InsertText(a, withinLines ? dice.Line(2, u"ab\u0416") : dice.Lines(3, u"ab"));
     }
 }
