@@ -64,7 +64,8 @@ public:
     SourceDocument(const SourceDocument&) = delete;
     SourceDocument& operator=(const SourceDocument&) = delete;
 
-    int32_t LineCount() const { return lines_.Count(); } ///< at least 1
+    int32_t LineCount() const { return lines_.Count(); }    ///< at least 1
+    size_t UnitCount() const { return lines_.UnitCount(); } ///< without line ends
     int32_t LineLength(int32_t line) const { return static_cast<int32_t>(lines_.Length(ClampLine(line))); }
     Text GetLine(int32_t line) const;
     /// The same without a text of its own for each line: where it is stored, if that is 16 bits a unit, else in

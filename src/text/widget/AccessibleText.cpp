@@ -43,9 +43,12 @@ Position AccessibleText::At(int32_t offset)
 {
     offset = std::max(offset, 0);
     int32_t lines = document_.LineCount();
-    for (int32_t known = 64; starts_.empty() || starts_.back() <= offset; known *= 4) {
-        KnowUpTo(std::min(known, lines - 1));
-        if (static_cast<int32_t>(starts_.size()) >= lines) break;
+    KnowUpTo(0);
+    // Not much further than it lies: after each key all below are forgotten.
+    for (int32_t more = 64; starts_.back() <= offset; more *= 2) {
+        const auto known = static_cast<int32_t>(starts_.size());
+        if (known >= lines) break;
+        KnowUpTo(std::min(known + more, lines) - 1);
     }
     auto above = std::upper_bound(starts_.begin(), starts_.end(), offset);
     auto line = static_cast<int32_t>(above - starts_.begin()) - 1;

@@ -16,7 +16,7 @@ public:
 
     int32_t Of(Position p);
     Position At(int32_t offset);
-    int32_t Count() { return Of(document_.End()); }
+    int32_t Count() const { return static_cast<int32_t>(document_.UnitCount()) + document_.LineCount() - 1; }
     /// With "\n" between lines.
     Text Range(int32_t start, int32_t end);
     /// Lines from `line` on have moved.

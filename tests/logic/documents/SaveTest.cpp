@@ -102,6 +102,7 @@ TEST(FileSaveTest, WhatIsEditedMeanwhileIsNotSavedAndNotLost)
     EXPECT_EQ(t.Stored(kMain), u"zyxone");
     EXPECT_EQ(document->GetText(), u"zzzyxone");
     EXPECT_TRUE(document->IsDirty());
+    EXPECT_EQ(t.boxes.Take().size(), 3U);
 }
 
 TEST(FileSaveTest, ANewItemBecomesAnExistingOne)

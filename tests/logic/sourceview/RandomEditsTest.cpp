@@ -53,8 +53,12 @@ public:
     }
     void CompareAll() const
     {
-        for (int32_t line = 0; line < document_.LineCount(); ++line)
+        size_t units = 0;
+        for (int32_t line = 0; line < document_.LineCount(); ++line) {
             ASSERT_EQ(document_.GetLine(line), lines_[static_cast<size_t>(line)]) << line;
+            units += lines_[static_cast<size_t>(line)].size();
+        }
+        ASSERT_EQ(document_.UnitCount(), units);
     }
     void TakeAllBack()
     {
