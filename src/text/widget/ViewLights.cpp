@@ -178,22 +178,23 @@ void ViewLights::PaintBlanks(QPainter& painter, const QRectF& area)
     const int side = std::max(static_cast<int>(std::lround(cell * 0.2)), 1);
     geometry_.ForEach(area.top(), area.bottom(), [&](int32_t line, qreal y) {
         if (Document().LineLength(line) > kLongestRead) return;
-        const LineEntry& entry = cache_.Styled(line);
-        const LineLayout& layout = entry.layout;
+        const LineLayout& layout = cache_.Styled(line).layout;
         const TextView text = cache_.ShownText(line);
+        const bool plain = !layout.Shaped() && layout.Cells().Plain();
         for (int32_t row = 0; row < layout.RowCount(); ++row) {
             const qreal left = geometry_.TextX();
-            int32_t column = layout.RowStart(row);
+            const int32_t start = layout.RowStart(row);
+            int32_t column = start;
             int32_t end = layout.RowEnd(row);
-            if (!layout.Shaped()) {
-                column = layout.ColumnAt(row, area.left() - left, true);
-                end = std::min(layout.ColumnAt(row, area.right() - left, true) + 1, end);
+            if (plain) { // as far as it is in sight
+                column += std::max(static_cast<int32_t>((area.left() - left) / cell), 0);
+                end = std::min(end, start + static_cast<int32_t>((area.right() - left) / cell) + 1);
             }
             const auto middle = static_cast<int>(y + (row + 0.5) * metrics_.LineHeight()) - side / 2;
             for (; column < end; ++column) {
                 if (text[static_cast<size_t>(column)] != u' ') continue;
                 const auto [from, width] =
-                    layout.Shaped() ? layout.SpanOf(row, column) : LineLayout::Span{layout.XIn(row, column), cell};
+                    plain ? LineLayout::Span{(column - start) * cell, cell} : layout.SpanOf(row, column);
                 rects_.emplace_back(static_cast<int>(left + from + width / 2) - side / 2, middle, side, side);
             }
         }
