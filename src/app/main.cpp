@@ -230,8 +230,11 @@ int main(int argc, char** argv)
         [&] {
             endSignals.Take();
             notice.StopAll();
-            program.EndNow();
-            QCoreApplication::exit(EXIT_SUCCESS); // also of the loops of dialogs
+            const auto end = [&] {
+                program.EndNow();
+                QCoreApplication::exit(EXIT_SUCCESS); // also of the loops of dialogs
+            };
+            if (!mainWindow.AfterWork(end)) end(); // a save that is under way comes to its end
         });
     program.Main(ReadCommandLine(argc, argv));
     if (program.IsShuttingDown()) return EXIT_SUCCESS;

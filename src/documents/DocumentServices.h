@@ -81,12 +81,15 @@ public:
     virtual void ToForeground() = 0;
     /// Lets waiting messages of the desktop through.
     virtual void ProcessMessages() = 0;
+    /// Does `work`, which touches nothing of the program's, on another thread while the window is alive. Throws what it
+    /// throws.
+    virtual void Await(const std::function<void()>& work) { work(); }
     /// The DocumentID of the active child window; 0 when there is none.
     virtual int32_t ActiveDocument() const = 0;
     /// Hiding leaves everything in it as it is.
     virtual bool Visible() const { return true; }
     virtual void SetVisible(bool) {}
-    /// A box or dialog waits for the user.
+    /// A box or dialog waits for the user, or the window for work.
     virtual bool IsModal() const { return false; }
     /// Unloads in a moment, once the call that asks for it is over.
     virtual void ArmShutdownTimer() {}

@@ -69,11 +69,18 @@ int32_t MarginWidthFor(SourceView& view)
     return digits + (view.ShowBlocks() ? 3 : 1);
 }
 
+ViewMarks ViewMarksOf(const MvEdit& settings)
+{
+    return {settings.CurrentLine,   settings.Matches,         settings.ChangeBars, settings.IndentGuides,
+            settings.VisibleBlanks, settings.SmoothScrolling, settings.Margin};
+}
+
 void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer)
 {
     view.SetFont(FontOf(settings, view.Font()));
     view.SetTabSize(std::max<int32_t>(settings.TabSize, 1));
     view.SetIndentsByBlocks(settings.IndentByBlocks);
+    view.SetMarks(ViewMarksOf(settings));
     view.SetLineWrap(settings.LineWrap);
     SourceDocument& document = view.Document();
     view.SetShowBlocks(settings.CollapseBlocks);

@@ -10,6 +10,8 @@ void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer
 
 /// Characters that the margin needs: digits of the line numbers, a blank, and the column of the blocks.
 int32_t MarginWidthFor(SourceView& view);
+/// What a view shows beside its text.
+ViewMarks ViewMarksOf(const MvEdit& settings);
 
 /// What the host says about keywords, compile command and formatting: it takes the place of the user's own settings
 /// for this run, and is not stored.

@@ -186,7 +186,7 @@ bool mvDocument::ConfirmClose()
     services_.frame.SetWaitCursor(false);
     int32_t answer = services_.shell.ShowMessage(u"Save changes to " + DisplayName() + u" ?",
                                                  message_box::kYesNoCancel | message_box::kQuestion);
-    if (answer == message_box::kAnswerYes) return item_ && FileSave();
+    if (answer == message_box::kAnswerYes) return item_ && FileSave() && !IsDirty();
     return answer == message_box::kAnswerNo;
 }
 
@@ -204,6 +204,7 @@ void mvDocument::ReleaseItem()
 
 bool mvDocument::FileClose(bool prompt)
 {
+    if (IsBeingSaved()) return false;
     auto self = shared_from_this(); // the collection and the window may be the only ones that hold it
     if (prompt && !ConfirmClose()) return false;
     view_.reset();

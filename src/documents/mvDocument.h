@@ -126,6 +126,7 @@ public:
     Text AutoRecoverFile() const { return autoRecoverFile_; }
     void SetAutoRecoverFile(TextView name) { autoRecoverFile_ = name; }
     bool AutoSaveFlag() const;
+    bool IsBeingSaved() const { return savings_ > 0; }
     /// Statement labels in the order of the text.
     const std::vector<Label>& Labels();
 
@@ -134,6 +135,7 @@ public:
 
 private:
     SourceView* Source() const { return view_ ? &view_->txtText() : nullptr; }
+    void InsertMark(TextView mark);
     int32_t Show(TextView text, int32_t flags);
     bool Ask(TextView question);
     void Warn(TextView text);
@@ -170,6 +172,7 @@ private:
     bool labelsOfSavedText_ = false;
     Text autoRecoverFile_;
     bool counted_ = false;
+    int32_t savings_ = 0; ///< under way: it neither closes nor changes its item
 };
 
 /// Creates a document and adds it to the open documents; null when that fails.

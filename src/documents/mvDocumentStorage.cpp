@@ -35,6 +35,7 @@ bool mvDocument::FileNew()
 
 bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
 {
+    if (IsBeingSaved()) return false;
     WaitCursor wait(services_.frame);
     item_ = std::move(item);
     SourceView& source = EnsureView().txtText();
@@ -102,7 +103,7 @@ Text mvDocument::LockedQuestion(TextView path)
 
 bool mvDocument::ItemOpen(std::shared_ptr<mvItem> item, bool readOnly)
 {
-    if (!item) return false;
+    if (!item || IsBeingSaved()) return false;
     return Attempt(u"mvDocument.ItemOpen: error during open", [&] {
         WaitCursor wait(services_.frame);
         return OpenItem(std::move(item), readOnly);
@@ -167,7 +168,7 @@ bool mvDocument::OpenMissing(std::shared_ptr<mvItem> item)
 
 bool mvDocument::Reload()
 {
-    return item_ && Attempt(u"mvDocument.Reload: error during open", [&] {
+    return item_ && !IsBeingSaved() && Attempt(u"mvDocument.Reload: error during open", [&] {
                SourceView& source = EnsureView().txtText();
                WaitCursor wait(services_.frame);
                const Text stored = Reading([&] { return item_->ReadItem(0, 0, 0); });
@@ -198,21 +199,53 @@ void mvDocument::RememberStored(const std::vector<TabPlace>& tabs)
                  services_.lastLineId);
 }
 
+namespace {
+
+/// A text that is being saved, and is modified still unless it was.
+class Saving {
+public:
+    Saving(SourceDocument& text, int32_t& count) : text_(text), count_(count), snapshot_(text.BeginSaving())
+    {
+        ++count_;
+    }
+    ~Saving()
+    {
+        IgnoringErrors([&] { text_.EndSaving(saved_); });
+        --count_;
+    }
+    Saving(const Saving&) = delete;
+    Saving& operator=(const Saving&) = delete;
+
+    const std::shared_ptr<const TextSnapshot>& Snapshot() const { return snapshot_; }
+    void Done() { saved_ = true; }
+
+private:
+    SourceDocument& text_;
+    int32_t& count_;
+    std::shared_ptr<const TextSnapshot> snapshot_;
+    bool saved_ = false;
+};
+
+} // namespace
+
 void mvDocument::WriteFrom(SourceView& source, mvItem& item)
 {
+    Saving saving(source.Document(), savings_); // begins first, as its copy can wait
     StatusNote note(services_.frame, kSaving);
     AutoSaveHold hold(services_.shell);
-    const auto text = source.Document().Snapshot();
+    const auto& text = saving.Snapshot();
     if (StoredForm* form = item.Form()) {
         const StoredForm* old = item_ && item_.get() != &item ? item_->Form() : form;
         if (old && (old == form || form->TakeForm(*old))) form->SetOddEnds(stored_.OddEnds(*text));
     }
-    item.WriteWhole(stored_.Written(text));
+    item.WriteWhole(stored_.Written(text), [this](const auto& work) { services_.frame.Await(work); });
     item.Commit();
+    saving.Done();
 }
 
 bool mvDocument::FileSave()
 {
+    if (IsBeingSaved()) return false;
     if (!item_) {
         Warn(kNothingToSave);
         return false;
@@ -226,7 +259,6 @@ bool mvDocument::FileSave()
         WaitCursor wait(services_.frame);
         WriteFrom(source, *item_);
         AdoptLocation(*item_);
-        source.Document().SetModified(false);
         labels_.reset();
         services_.shell.DocumentChanged(*this);
         return true;
@@ -253,7 +285,7 @@ bool mvDocument::MayOverwrite(mvItem& item)
 
 bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
 {
-    if (!item) return false;
+    if (!item || IsBeingSaved()) return false;
     AdoptLocation(*item);
     if (!MayOverwrite(*item)) return false;
     bool sameItem = item_ && item_->Path() == item->Path();
@@ -266,7 +298,6 @@ bool mvDocument::ItemSaveAs(std::shared_ptr<mvItem> item)
         WriteFrom(source, *item);
         if (!sameItem) TakeItem(std::move(item)); // a save that failed leaves the document with its item and lock
         source.SetReadOnly(false);
-        source.Document().SetModified(false);
         labels_.reset();
         services_.shell.DocumentChanged(*this);
         return true;

@@ -111,14 +111,23 @@ void mvDocument::ReplaceText(TextView text)
     ReplaceByLines(EnsureView().txtText().Document(), ExpandTabs(text, services_.settings.TabSize));
 }
 
+/// Typed by hand it goes to all carets.
+void mvDocument::InsertMark(TextView mark)
+{
+    if (view_ && Source()->HasSeveral())
+        Source()->TypeText(mark);
+    else
+        SetSelText(mark);
+}
+
 void mvDocument::InsValue()
 {
-    SetSelText(ValueMark);
+    InsertMark(ValueMark);
 }
 
 void mvDocument::InsSubValue()
 {
-    SetSelText(SubValueMark);
+    InsertMark(SubValueMark);
 }
 
 void mvDocument::Undo()

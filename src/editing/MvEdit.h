@@ -85,6 +85,12 @@ struct MvEdit {
     bool MinMaxClose = false;
     bool CollapseBlocks = false;
     bool IndentByBlocks = true;
+    bool CurrentLine = true;
+    bool Matches = true;
+    bool ChangeBars = true;
+    bool IndentGuides = true;
+    bool VisibleBlanks = false;
+    bool SmoothScrolling = true;
     int16_t SearchEOD = 0;
     bool DisableHostConfig = false;
     clsRecentList RecentSearches;
@@ -171,6 +177,12 @@ inline constexpr SettingRow kSettings[] = {
     {u"ReopenDocuments", &MvEdit::ReopenDocuments},
     {u"CleanCompileCommand", &MvEdit::CleanCompileCommand},
     {u"IndentByBlocks", &MvEdit::IndentByBlocks},
+    {u"CurrentLine", &MvEdit::CurrentLine},
+    {u"Matches", &MvEdit::Matches},
+    {u"ChangeBars", &MvEdit::ChangeBars},
+    {u"IndentGuides", &MvEdit::IndentGuides},
+    {u"VisibleBlanks", &MvEdit::VisibleBlanks},
+    {u"SmoothScrolling", &MvEdit::SmoothScrolling},
 };
 
 /// The row of this name, which must exist.

@@ -81,7 +81,21 @@ ReadText StoredText::ReadWhole()
     return text;
 }
 
-void StoredText::Write(const LinewiseText& text)
+void StoredText::Write(const LinewiseText& text, const Elsewhere& elsewhere)
+{
+    // By a copy, so that this one can be asked meanwhile; what it has learnt counts however it ends.
+    StoredText writer(*this);
+    const auto takeOver = [&] { *this = std::move(writer); };
+    try {
+        elsewhere([&] { writer.WriteNow(text); });
+    } catch (...) {
+        takeOver();
+        throw;
+    }
+    takeOver();
+}
+
+void StoredText::WriteNow(const LinewiseText& text)
 {
     const std::string bytes = form_.Encode(text);
     CheckUnchanged();

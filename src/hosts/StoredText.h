@@ -33,11 +33,12 @@ public:
     bool IsProtected() const;
     Text Read();
     ReadText ReadWhole();
-    void Write(const LinewiseText& text);
+    void Write(const LinewiseText& text, const Elsewhere& elsewhere = kHere);
 
     StoredForm& Form() { return form_; }
 
 private:
+    void WriteNow(const LinewiseText& text);
     void CheckUnchanged();
 
     std::string path_;
@@ -63,7 +64,7 @@ public:
     Text ReadItem(int32_t, int32_t, int32_t) override { return stored_.Read(); }
     ReadText ReadWhole() override { return stored_.ReadWhole(); }
     void WriteItem(int32_t, int32_t, int32_t, TextView text) override { stored_.Write(LinesIn(text)); }
-    void WriteWhole(const LinewiseText& text) override { stored_.Write(text); }
+    void WriteWhole(const LinewiseText& text, const Elsewhere& elsewhere) override { stored_.Write(text, elsewhere); }
 
 private:
     bool readOnly_;

@@ -12,6 +12,7 @@
 #include "base/LinewiseText.h"
 #include "base/Text.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -92,6 +93,10 @@ struct ItemNames {
 
 class StoredForm;
 
+/// Does `work` to its end, maybe on another thread while this one goes on with other things; throws what that throws.
+using Elsewhere = std::function<void(const std::function<void()>& work)>;
+inline const Elsewhere kHere = [](const std::function<void()>& work) { work(); };
+
 /// What has become of an item's storage since the item was read or written.
 enum class StoredState : uint8_t { Same, Changed, Gone, Unknown };
 
@@ -144,8 +149,11 @@ public:
     virtual ReadText ReadWhole() { return ReadItem(0, 0, 0); }
     /// Replaces the whole item; the old one stays whole when this throws.
     virtual void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) = 0;
-    /// The same line by line, which spares copies of a large one.
-    virtual void WriteWhole(const LinewiseText& text) { WriteItem(0, 0, 0, text.Whole()); }
+    /// The same line by line, which spares copies of a large one. Meanwhile all other calls are answered as before.
+    virtual void WriteWhole(const LinewiseText& text, const Elsewhere& /*elsewhere*/)
+    {
+        WriteItem(0, 0, 0, text.Whole());
+    }
     /// Ends a write.
     virtual void Commit() {}
     /// True takes the update lock, throwing error_number::kLocked when another holds it; false frees it.

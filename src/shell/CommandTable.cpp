@@ -100,7 +100,7 @@ bool CanRedo(Context& c)
 }
 bool HasSelection(Context& c)
 {
-    return c.document && c.document->HasSelection();
+    return HasView(c) && View(c).AnySelection();
 }
 bool CanPaste(Context& c)
 {
@@ -193,6 +193,14 @@ void Goto(CommandContext& c)
     HandleGoto(c.program, c.document.get(), AlwaysAsk);
 }
 
+void GoToMatch(CommandContext& c)
+{
+    const std::optional<Position> match = View(c).MatchOfCaret();
+    if (!match) return;
+    c.program.History().RecordPosition(c.document.get(), false);
+    View(c).SetCaret(*match);
+}
+
 // View
 
 bool ToolBarShown(Context& c)
@@ -219,6 +227,19 @@ bool CanWrap(Context& c)
 bool IsSplit(Context& c)
 {
     return HasView(c) && c.document->View()->IsSplit();
+}
+
+template <bool MvEdit::*Mark>
+bool Marks(Context& c)
+{
+    return c.program.EditorSettings().*Mark;
+}
+template <bool MvEdit::*Mark>
+void SetMark(CommandContext& c)
+{
+    c.program.EditorSettings().*Mark = NewMark(c, Marks<Mark>(c));
+    for (auto& document : c.program.OpenDocuments().All())
+        if (clsDocView* view = document->View()) view->txtText().SetMarks(ViewMarksOf(c.program.EditorSettings()));
 }
 
 void SetHighlight(CommandContext& c)
@@ -257,9 +278,9 @@ constexpr CommandRow kRows[] = {
     {u"New", ForAll<&FileCommands::FileNew>, Always},
     {u"Open", ForAll<&FileCommands::FileOpen>, Always},
     {u"Close", [](CommandContext& c) { c.program.Files().FileClose(*c.document); }, HasDocument},
-    {u"Save", [](CommandContext& c) { c.program.Files().FileSave(*c.document); }, CanSave},
-    {u"SaveAs", [](CommandContext& c) { c.program.Files().FileSaveAs(*c.document); }, HasDocument},
-    {u"SaveAll", ForAll<&FileCommands::FileSaveAll>, CanSaveAll},
+    {u"Save", [](CommandContext& c) { c.program.Files().FileSave(*c.document); }, CanSave, nullptr, true},
+    {u"SaveAs", [](CommandContext& c) { c.program.Files().FileSaveAs(*c.document); }, HasDocument, nullptr, true},
+    {u"SaveAll", ForAll<&FileCommands::FileSaveAll>, CanSaveAll, nullptr, true},
     {u"Print", Show<Form::Print>, HasDocument},
     {u"Properties", Show<Form::Properties>, HasDocument},
     {u"Exit", ForAll<&FileCommands::FileExit>, Always},
@@ -287,6 +308,10 @@ constexpr CommandRow kRows[] = {
     {u"ExpandBlock", Fold<false, false>, FoldsBlocks},
     {u"CollapseAll", Fold<true, true>, FoldsBlocks},
     {u"ExpandAll", Fold<false, true>, FoldsBlocks},
+    {u"AddCaretAbove", [](CommandContext& c) { View(c).AddCarets(true); }, HasView},
+    {u"AddCaretBelow", [](CommandContext& c) { View(c).AddCarets(false); }, HasView},
+    {u"SelectNextOccurrence", [](CommandContext& c) { View(c).SelectNextOccurrence(); }, HasView},
+    {u"SelectAllOccurrences", [](CommandContext& c) { View(c).SelectAllOccurrences(); }, HasView},
     {u"ValueMark", Edit<&mvDocument::InsValue>, HasDocument},
     {u"SubValueMark", Edit<&mvDocument::InsSubValue>, HasDocument},
     {u"ToggleCase", Edit<&mvDocument::ToggleCase>, HasDocument},
@@ -302,6 +327,7 @@ constexpr CommandRow kRows[] = {
     {u"ClearBookmarks", [](CommandContext& c) { View(c).Document().ClearBookmarks(); }, HasBookmarks},
     {u"ClearAllBookmarks", ClearAllBookmarks, HasDocument},
     {u"Goto", Goto<true>, HasDocument},
+    {u"MatchingWord", GoToMatch, HasView},
     {u"ctxGoto", Goto<false>, HasDocument},
     {u"ctxOpen", [](CommandContext& c) { HandleOpen(c.program, c.document.get()); }, HasDocument},
     {u"ctxToggleBlock", [](CommandContext& c) { HandleBlockToggle(c.program, c.document.get()); }, HasView},
@@ -315,6 +341,12 @@ constexpr CommandRow kRows[] = {
     {u"LineWrap", [](CommandContext& c) { View(c).SetLineWrap(NewMark(c, Wraps(c))); }, CanWrap, Wraps},
     {u"SplitView", [](CommandContext& c) { c.document->View()->SetSplit(NewMark(c, IsSplit(c))); }, HasView, IsSplit},
     {u"OtherPane", [](CommandContext& c) { c.document->View()->ChangePane(); }, IsSplit},
+    {u"CurrentLine", SetMark<&MvEdit::CurrentLine>, Always, Marks<&MvEdit::CurrentLine>},
+    {u"Matches", SetMark<&MvEdit::Matches>, Always, Marks<&MvEdit::Matches>},
+    {u"ChangeBars", SetMark<&MvEdit::ChangeBars>, Always, Marks<&MvEdit::ChangeBars>},
+    {u"IndentGuides", SetMark<&MvEdit::IndentGuides>, Always, Marks<&MvEdit::IndentGuides>},
+    {u"VisibleBlanks", SetMark<&MvEdit::VisibleBlanks>, Always, Marks<&MvEdit::VisibleBlanks>},
+    {u"SmoothScrolling", SetMark<&MvEdit::SmoothScrolling>, Always, Marks<&MvEdit::SmoothScrolling>},
     {u"Results", Show<Form::Results>, Always},
     {u"Settings", Show<Form::Settings>, Always},
     {u"HelpTopics", Show<Form::HelpTopics>, Always},

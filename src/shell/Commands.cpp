@@ -36,6 +36,8 @@ bool IsListEntry(TextView key)
     return false;
 }
 
+using Typing = SwitchedOn<MainWindow, &MainWindow::LetType>;
+
 bool Dispatch(TextView key, CommandContext& context)
 {
     // First, since a client's name may begin like an entry of a list.
@@ -45,6 +47,8 @@ bool Dispatch(TextView key, CommandContext& context)
     }
     if (const CommandRow* row = FindCommand(key)) {
         if (!row->enabled(context)) return false;
+        std::optional<Typing> typing;
+        if (row->typing) typing.emplace(context.program.Window());
         row->run(context);
         return true;
     }
@@ -64,6 +68,11 @@ bool Dispatch(TextView key, CommandContext& context)
 
 bool RunCommand(TextView key, CommandContext& context)
 {
+    const auto later = [key = Text(key), &program = context.program, checked = context.checked] {
+        CommandContext then{program, program.OpenDocuments().ById(program.Window().ActiveDocument()), checked};
+        RunCommand(key, then);
+    };
+    if (context.program.Window().Postpone(later)) return false;
     return context.program.Safely(u"frmMain.qkMenuBar_ToolClick", [&] {
         bool done = Dispatch(key, context);
         // Also after a refusal: the tool may show a state that has passed.

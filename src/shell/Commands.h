@@ -30,6 +30,7 @@ struct CommandRow {
     void (*run)(CommandContext&);
     bool (*enabled)(const CommandContext&);
     bool (*checked)(const CommandContext&) = nullptr; ///< null: shows no check mark
+    bool typing = false;                              ///< goes on in the text while this is waited for
 };
 
 /// All commands with a key of their own.

@@ -73,7 +73,7 @@ Saved FileCommands::IsDocumentSaved(mvDocument& document, Text message, int32_t 
         if (message.empty()) message = u"Save changes to " + document.DisplayName() + u" ?";
         int32_t answer = program_.ShowMessage(message, buttons + message_box::kQuestion);
         if (answer == message_box::kAnswerYes || answer == message_box::kAnswerOk)
-            return FileSave(document) ? Saved::Yes : Saved::Stop;
+            return FileSave(document) && !document.IsDirty() ? Saved::Yes : Saved::Stop; // a client may have edited it
         return answer == message_box::kAnswerNo ? Saved::Discard : Saved::Stop;
     });
 }

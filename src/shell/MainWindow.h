@@ -23,6 +23,10 @@ public:
     virtual MenuModel& Menus() = 0;
     /// Puts the child windows in order: 0 cascade, 1 tile horizontally, 2 tile vertically.
     virtual void Arrange(int32_t mode) = 0;
+    /// Typing goes on while work is awaited, or waits as all else does that the user wants.
+    virtual void LetType(bool) {}
+    /// While work is awaited: `what` is done once that is over. Else answers false.
+    virtual bool Postpone(const std::function<void()>& /*what*/) { return false; }
 };
 
 /// What commands show.

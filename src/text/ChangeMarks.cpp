@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace nib {
 
@@ -51,9 +52,18 @@ uint64_t SumOf(const UnitSpan& text)
     return sum;
 }
 
+/// Of a line that is longer than anybody reads, and that counts as changed once it was edited.
+constexpr uint64_t kNoSum = 0;
+
 uint64_t SumOf(const LineStore& lines, int32_t line)
 {
-    return SumOf(lines.At(line).Units());
+    const UnitSpan text = lines.At(line).Units();
+    return text.length > kLongestRead ? kNoSum : SumOf(text);
+}
+
+bool IsAsBefore(const LineStore& lines, int32_t line, uint64_t sum)
+{
+    return sum != kNoSum && SumOf(lines, line) == sum;
 }
 
 } // namespace
@@ -147,14 +157,14 @@ void LineDifferences::Settle(const LineStore& lines, size_t i)
 /// Takes off at both ends what is again as it was.
 void LineDifferences::Trim(Hunk& hunk, const LineStore& lines) const
 {
-    while (hunk.count > 0 && hunk.was > 0 && SumOf(lines, hunk.first) == sums_[hunk.sums]) {
+    while (hunk.count > 0 && hunk.was > 0 && IsAsBefore(lines, hunk.first, sums_[hunk.sums])) {
         ++hunk.first;
         ++hunk.sums;
         --hunk.count;
         --hunk.was;
     }
     while (hunk.count > 0 && hunk.was > 0 &&
-           SumOf(lines, hunk.End() - 1) == sums_[hunk.sums + static_cast<size_t>(hunk.was) - 1]) {
+           IsAsBefore(lines, hunk.End() - 1, sums_[hunk.sums + static_cast<size_t>(hunk.was) - 1])) {
         --hunk.count;
         --hunk.was;
     }
@@ -181,7 +191,7 @@ void LineDifferences::Compact()
 
 bool LineDifferences::DiffersIn(const Hunk& hunk, const LineStore& lines, int32_t line) const
 {
-    return !hunk.IsByLines() || SumOf(lines, line) != sums_[hunk.sums + static_cast<size_t>(line - hunk.first)];
+    return !hunk.IsByLines() || !IsAsBefore(lines, line, sums_[hunk.sums + static_cast<size_t>(line - hunk.first)]);
 }
 
 bool LineDifferences::Differs(const LineStore& lines, int32_t line) const
@@ -212,7 +222,7 @@ void ChangeMarks::Reset()
 {
     sinceSave_.Clear();
     sinceOpening_.Clear();
-    wasSaved_ = all_ = false;
+    wasSaved_ = all_ = saving_ = false;
     untouched_ = true;
 }
 
@@ -225,9 +235,25 @@ void ChangeMarks::Saved()
     wasSaved_ = true;
 }
 
+void ChangeMarks::BeginSaving()
+{
+    sinceSaving_.Clear();
+    saving_ = true;
+}
+
+void ChangeMarks::EndSaving(bool saved)
+{
+    if (!std::exchange(saving_, false) || !saved) return;
+    Saved();
+    if (!sinceSaving_.Any()) return;
+    sinceSave_ = std::exchange(sinceSaving_, {});
+    untouched_ = false;
+}
+
 void ChangeMarks::BeforeEdit(int32_t first, int32_t last)
 {
     untouched_ = false;
+    if (saving_) sinceSaving_.BeforeEdit(lines_, first, last);
     if (all_) return;
     sinceSave_.BeforeEdit(lines_, first, last);
     if (wasSaved_) sinceOpening_.BeforeEdit(lines_, first, last);
@@ -235,7 +261,9 @@ void ChangeMarks::BeforeEdit(int32_t first, int32_t last)
 
 void ChangeMarks::LinesReplaced(int32_t first, int32_t oldLast, int32_t newLast)
 {
-    if (all_ || oldLast == newLast) return;
+    if (oldLast == newLast) return;
+    if (saving_) sinceSaving_.LinesReplaced(lines_, first, oldLast, newLast);
+    if (all_) return;
     sinceSave_.LinesReplaced(lines_, first, oldLast, newLast);
     if (wasSaved_) sinceOpening_.LinesReplaced(lines_, first, oldLast, newLast);
 }

@@ -64,6 +64,9 @@ public:
     /// The text is another one: what was opened.
     void Reset();
     void Saved();
+    /// What is edited until EndSaving is not in what is being saved.
+    void BeginSaving();
+    void EndSaving(bool saved);
     /// The text is again what was saved.
     void BackAtSaved() { sinceSave_.Clear(); }
     /// It is not what is stored; a text that nobody has edited yet is so as a whole.
@@ -80,7 +83,9 @@ private:
     const LineStore& lines_;
     LineDifferences sinceSave_;
     LineDifferences sinceOpening_; ///< before the first save the other one is it
+    LineDifferences sinceSaving_;  ///< while it is being saved
     bool wasSaved_ = false;
+    bool saving_ = false;
     bool all_ = false; ///< nothing is known of what is stored
     bool untouched_ = true;
 };

@@ -9,7 +9,7 @@ namespace {
 /// A chain of blocks is not followed further.
 constexpr size_t kMostParts = 200;
 /// Brackets farther apart than so many lines are seldom meant for each other.
-constexpr int32_t kBracketLines = 200;
+constexpr int32_t kBracketLines = 100;
 
 /// A word with a part in blocks, or what ends a statement.
 struct Word {
@@ -49,7 +49,7 @@ public:
 
     std::optional<BlockMatch> At(Position at)
     {
-        if (!IsKnown(at.line)) return std::nullopt;
+        if (!IsKnown(at.line) || document_.LineLength(at.line) > kLongestRead) return std::nullopt;
         const Words& words = Line(at.line);
         for (size_t i = 0; i < words.size(); ++i) {
             if (words[i].stops || at < words[i].range.start || words[i].range.end < at) continue;
@@ -219,6 +219,7 @@ public:
 
     std::optional<std::pair<TextRange, TextRange>> At(Position at)
     {
+        if (document_.LineLength(at.line) > kLongestRead) return std::nullopt;
         for (Position place : {at, Position{at.col - 1, at.line}}) {
             const TextView text = document_.LineText(at.line, text_);
             if (place.col < 0 || place.col >= static_cast<int32_t>(text.size())) continue;
@@ -262,7 +263,7 @@ private:
                 if (depth == 0) return Position{column, line};
             }
             line += forward ? 1 : -1;
-            if (line < 0 || line >= document_.LineCount()) break;
+            if (line < 0 || line >= document_.LineCount() || document_.LineLength(line) > kLongestRead) break;
         }
         return std::nullopt;
     }

@@ -41,6 +41,7 @@ bool IsUncut(const Token& token, ColumnRange word)
 Text NameAt(SourceDocument& document, Position at)
 {
     at = document.Clamp(at);
+    if (document.LineLength(at.line) > kLongestRead) return {};
     std::vector<Token> tokens;
     document.ScanLine(at.line, tokens);
     Text scratch;

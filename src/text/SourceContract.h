@@ -152,6 +152,9 @@ struct BlockPart {
     bool Any() const { return kind != Kind::None || inside; }
 };
 
+/// Nobody reads a longer line: it is not looked into for what belongs together, or whoever edits it would wait.
+inline constexpr int32_t kLongestRead = 1 << 16;
+
 struct TextRange {
     Position start;
     Position end;

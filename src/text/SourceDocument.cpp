@@ -80,6 +80,21 @@ void SourceDocument::SetModified(bool modified)
     TellModified();
 }
 
+std::shared_ptr<const TextSnapshot> SourceDocument::BeginSaving()
+{
+    undo_.BeginSaving();
+    changes_.BeginSaving();
+    return Snapshot();
+}
+
+void SourceDocument::EndSaving(bool saved)
+{
+    undo_.EndSaving(saved);
+    changes_.EndSaving(saved);
+    TellModified();
+    if (saved && Modified()) TellRepaint(0, LineCount() - 1); // other lines differ now
+}
+
 const TextSearch& SourceDocument::Prepared(TextView text, FindOptions options) const
 {
     if (!search_ || searchText_ != text || searchOptions_ != options) {

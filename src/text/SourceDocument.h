@@ -119,6 +119,10 @@ public:
 
     bool Modified() const { return undo_.Modified(); }
     void SetModified(bool modified);
+    /// The text as it is now is being saved: if that ends well, it is the one that counts as not modified. What is
+    /// edited meanwhile is not in it.
+    std::shared_ptr<const TextSnapshot> BeginSaving();
+    void EndSaving(bool saved);
     /// How a line differs from what was saved or opened.
     LineMarks ChangesAt(int32_t line) const { return changes_.Of(ClampLine(line)); }
     /// The next line so marked, from this one on; -1 when there is none.

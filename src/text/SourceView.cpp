@@ -254,6 +254,11 @@ void SourceView::SetBackColor(int32_t color)
     host_->AppearanceChanged();
 }
 
+void SourceView::SetMarks(const ViewMarks& marks)
+{
+    if (!(std::exchange(marks_, marks) == marks)) host_->AppearanceChanged();
+}
+
 void SourceView::SetReadOnly(bool readOnly)
 {
     if (std::exchange(readOnly_, readOnly) != readOnly) host_->AppearanceChanged();
@@ -266,10 +271,12 @@ void SourceView::TakeLook(const SourceView& other)
     screenStyles_ = other.screenStyles_;
     printStyles_ = other.printStyles_;
     backColor_ = other.backColor_;
+    marks_ = other.marks_;
     marginWidth_ = other.marginWidth_;
     showBlocks_ = other.showBlocks_;
     lineWrap_ = other.lineWrap_;
     indentsByBlocks_ = other.indentsByBlocks_;
+    marks_ = other.marks_;
     overtype_ = other.overtype_;
     readOnly_ = other.readOnly_;
     host_->AppearanceChanged();

@@ -4,6 +4,7 @@
 
 #include "platform/Desktop.h"
 #include "text/SourceDocument.h"
+#include "text/ViewMarks.h"
 
 #include <algorithm>
 #include <functional>
@@ -148,6 +149,8 @@ public:
     /// Breaks and words that close a block put the line where the blocks say.
     bool IndentsByBlocks() const { return indentsByBlocks_; }
     void SetIndentsByBlocks(bool byBlocks) { indentsByBlocks_ = byBlocks; }
+    const ViewMarks& Marks() const { return marks_; }
+    void SetMarks(const ViewMarks& marks);
     bool Overtype() const { return overtype_; }
     void SetOvertype(bool overtype);
     /// The margin's width in characters, block column included.
@@ -224,7 +227,9 @@ public:
     void MoveLinesUp() { MoveLines(true); }
     void MoveLinesDown() { MoveLines(false); }
     void DuplicateLines(); ///< below themselves; the selection goes to the copy
-    void JoinLines();      ///< into one, with a blank between; a single line with the next
+    /// Where the other bracket, or the other end of the block, of the one at the caret is.
+    std::optional<Position> MatchOfCaret();
+    void JoinLines(); ///< into one, with a blank between; a single line with the next
 
     // BufferListener
     void TextChanged(const TextChange& change) override;
@@ -343,6 +348,7 @@ private:
     bool showBlocks_ = false;
     bool lineWrap_ = false;
     bool indentsByBlocks_ = true;
+    ViewMarks marks_;
     bool overtype_ = false;
     bool readOnly_ = false;
     bool leads_ = true;

@@ -113,7 +113,7 @@ void SourceView::SetCarets(std::vector<CaretSpan> spans, size_t main)
 
 void SourceView::CaretsRequested(const Carets& carets)
 {
-    PlaceAll(carets);
+    if (leads_) PlaceAll(carets);
 }
 
 bool SourceView::SelectsLines() const

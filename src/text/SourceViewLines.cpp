@@ -1,6 +1,7 @@
 // Commands on whole lines, and where a line that is typed stands; part of SourceView.
 
 #include "text/AutoIndent.h"
+#include "text/Matching.h"
 #include "text/SourceView.h"
 #include "text/TextSearch.h"
 
@@ -137,6 +138,12 @@ void SourceView::JoinLines()
     const Position caret{start.col + static_cast<int32_t>(seam), first};
     Place(caret, caret);
     document_.BreakTyping();
+}
+
+std::optional<Position> SourceView::MatchOfCaret()
+{
+    const std::optional<TextRange> match = MatchingWord(document_, caret_);
+    return match ? std::optional(match->start) : std::nullopt;
 }
 
 std::optional<int32_t> SourceView::IndentWhileTyping()

@@ -26,12 +26,13 @@ TextEdit::~TextEdit() = default;
 void UndoStack::Cut()
 {
     steps_.resize(static_cast<size_t>(at_));
-    if (saved_ > at_) saved_ = kUnreachable;
+    for (int64_t* mark : {&saved_, &saving_})
+        if (*mark > at_) *mark = kUnreachable;
 }
 
 bool UndoStack::Absorb(TextEdit& edit)
 {
-    if (!typing_ || at_ == 0 || saved_ == at_) return false;
+    if (!typing_ || at_ == 0 || saved_ == at_ || saving_ == at_) return false;
     UndoStep& step = steps_.back();
     if (edit.typed && step.carets && step.edits.back().typed && edit.lines->GoesOnFrom(*step.edits.back().lines)) {
         step.edits.push_back(std::move(edit));
@@ -141,6 +142,7 @@ void UndoStack::Redone()
 void UndoStack::Clear()
 {
     saved_ = Modified() ? kUnreachable : 0;
+    saving_ = kUnreachable; // the text may be another one
     steps_.clear();
     open_ = {};
     at_ = 0;

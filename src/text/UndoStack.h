@@ -77,7 +77,19 @@ public:
     void SetModified(bool modified)
     {
         saved_ = modified ? kUnreachable : at_;
+        if (modified) saving_ = kUnreachable;
         typing_ = false;
+    }
+    /// The text as it is now is being saved, and edits may follow meanwhile.
+    void BeginSaving()
+    {
+        saving_ = open_.edits.empty() ? at_ : kUnreachable;
+        typing_ = false;
+    }
+    void EndSaving(bool saved)
+    {
+        if (saved) saved_ = saving_;
+        saving_ = kUnreachable;
     }
     /// Forgets all steps; whether the text counts as modified stays as it is.
     void Clear();
@@ -94,6 +106,7 @@ private:
     UndoStep open_; ///< of the group under way
     int64_t at_ = 0;
     int64_t saved_ = 0;
+    int64_t saving_ = kUnreachable; ///< will be saved_
     int32_t groups_ = 0;
     bool groupHasStep_ = false; ///< the group under way is on the stack in part
     bool typing_ = false;

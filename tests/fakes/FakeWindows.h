@@ -53,6 +53,11 @@ struct FakeMainWindow : MainWindow {
     bool Visible() const override { return visible; }
     void SetVisible(bool now) override { visible = now; }
     bool IsModal() const override { return modal; }
+    bool Postpone(const std::function<void()>& what) override
+    {
+        if (awaiting) postponed.push_back(what);
+        return awaiting;
+    }
     void ArmShutdownTimer() override { ending = true; }
     void DisarmShutdownTimer() override { ending = false; }
     MenuModel& Menus() override { return menus; }
@@ -66,6 +71,8 @@ struct FakeMainWindow : MainWindow {
     bool visible = true;
     bool modal = false;
     bool ending = false;
+    bool awaiting = false;
+    std::vector<std::function<void()>> postponed;
     int32_t toolBarUpdates = 0;
     int32_t activeDocument = 0;
 

@@ -180,7 +180,13 @@ class Recovery(Save):
         self.new = f"recovery.txt\n{text}".replace("\r\n", "\n").encode()
 
     def act(self):
-        return self.driven.call(self.second, "FileOpen", "(sb)", "mvdb:*/DEMO/BP/MENU", False)
+        """The copy is written by a thread, which nobody waits for."""
+        control = self.driven.control
+        answer = self.driven.call(self.second, "FileOpen", "(sb)", "mvdb:*/DEMO/BP/MENU", False)
+        self.driven.soon("copy of the new text", lambda: not control.halted() and (
+            control.fired() or any(read(copy) == self.new for copy in plain_files(self.recovery))))
+        time.sleep(0.02)  # what follows the rename
+        return answer
 
     def image(self):
         found = [read(copy) for copy in plain_files(self.recovery)]

@@ -1,4 +1,7 @@
+#include "fakes/Failure.h"
 #include "widgets/FrameFixture.h"
+
+#include <future>
 
 namespace nib::test::widget_frame_test {
 
@@ -171,6 +174,37 @@ TEST_F(FrameTest, TheEndThatIsComingWaitsForADocumentOfTheUser)
     form.ViewObject()->FileClose(false);
     frame.ArmShutdownTimer();
     EXPECT_TRUE(QTest::qWaitFor([&] { return program.IsShuttingDown(); }));
+}
+
+TEST_F(FrameTest, WhileWorkIsAwaitedTheTextIsTypedInAndAllElseComesAfter)
+{
+    frmDocument& form = New();
+    const int32_t id = form.DocumentID();
+    std::promise<void> end;
+    QTimer::singleShot(30, &frame, [&] {
+        EXPECT_TRUE(frame.IsModal());
+        Key(Qt::Key_X);
+        EXPECT_EQ(form.txtText().GetText(), u"x");
+        form.txtText().Document().SetModified(false);
+        EXPECT_FALSE(frame.Run(u"SelectAll"));
+        form.SubWindow()->close();
+        frame.close();
+        Settle();
+        EXPECT_FALSE(form.txtText().HasSelection());
+        EXPECT_TRUE(program.OpenDocuments().ById(id));
+        end.set_value();
+    });
+    const auto fails = [&] {
+        end.get_future().wait();
+        throw Error(error_number::kStorage, u"why");
+    };
+    frame.LetType(true);
+    EXPECT_EQ(ErrorOf([&] { frame.Await(fails); }).description, u"why");
+    EXPECT_TRUE(program.OpenDocuments().ById(id)) << "whoever awaited it comes first";
+    EXPECT_FALSE(frame.IsModal());
+    QApplication::processEvents();
+    EXPECT_FALSE(program.OpenDocuments().ById(id));
+    EXPECT_TRUE(program.IsShuttingDown());
 }
 
 TEST_F(FrameTest, MarksAreTypedByTheirKeys)

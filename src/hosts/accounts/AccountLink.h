@@ -33,7 +33,7 @@ public:
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;
     ReadText ReadWhole() override { return Stored().ReadWhole(); }
     void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) override;
-    void WriteWhole(const LinewiseText& text) override { Stored().Write(text); }
+    void WriteWhole(const LinewiseText& text, const Elsewhere& elsewhere) override { Stored().Write(text, elsewhere); }
     void LockItem(bool lock) override;
     Text LockHolder() override;
     mvSession* Session() override { return session_ ? &*session_ : nullptr; }

@@ -18,8 +18,6 @@ namespace nib {
 
 namespace {
 
-/// Longer than most saves take.
-constexpr std::chrono::milliseconds kPatience{500};
 /// Below the windows' thread, which a key waits for.
 constexpr int kNiceness = 10;
 
@@ -95,22 +93,23 @@ CopyWriter::~CopyWriter()
 {
     {
         std::lock_guard lock(mutex_);
-        stop_ = hurry_ = true;
+        stop_ = true;
     }
     wake_.notify_one();
     thread_.join();
 }
 
-int64_t CopyWriter::Write(TextView path, TextView itemId, std::shared_ptr<const TextSnapshot> text)
+int64_t CopyWriter::Write(TextView path, TextView itemId, std::shared_ptr<const TextSnapshot> text,
+                          std::chrono::milliseconds patience)
 {
-    Order order{0, Text(path), Text(itemId), std::move(text), {}};
+    Order order{0, Text(path), Text(itemId), std::move(text), {}, Clock::now() + patience};
     clock_gettime(CLOCK_REALTIME, &order.taken);
     return HandOver(std::move(order));
 }
 
 void CopyWriter::Remove(TextView path)
 {
-    HandOver({0, Text(path), {}, nullptr, {}});
+    HandOver({0, Text(path), {}, nullptr, {}, Clock::now()});
 }
 
 int64_t CopyWriter::HandOver(Order order)
@@ -121,9 +120,6 @@ int64_t CopyWriter::HandOver(Order order)
         std::stable_partition(orders_.begin(), orders_.end(), [&](const Order& old) { return old.path != order.path; });
     std::move(same, orders_.end(), std::back_inserter(dropped));
     orders_.erase(same, orders_.end());
-    if (orders_.empty()) due_ = Clock::now() + kPatience;
-    // What is saved must not be offered again.
-    hurry_ = hurry_ || !order.text;
     order.number = ++lastNumber_;
     orders_.push_back(std::move(order));
     wake_.notify_one();
@@ -162,27 +158,30 @@ void CopyWriter::Run()
     setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), kNiceness);
     std::unique_lock lock(mutex_);
     for (;;) {
-        wake_.wait(lock, [this] { return stop_ || !orders_.empty(); });
-        while (!orders_.empty() && !hurry_ && Clock::now() < due_) wake_.wait_until(lock, due_);
         if (orders_.empty()) {
             hurry_ = false;
             idle_.notify_all();
             if (stop_) return;
+            wake_.wait(lock);
             continue;
         }
-        Order order = std::move(orders_.front());
-        orders_.erase(orders_.begin());
+        const auto next = std::min_element(orders_.begin(), orders_.end(),
+                                           [](const Order& a, const Order& b) { return a.due < b.due; });
+        if (!hurry_ && !stop_ && next->due > Clock::now()) {
+            const Clock::time_point due = next->due;
+            wake_.wait_until(lock, due);
+            continue;
+        }
+        Order order = std::move(*next);
+        orders_.erase(next);
         busy_ = true;
         lock.unlock();
         Outcome outcome = CarryOut(order);
+        const bool wanted = order.text != nullptr;
         order = {};
         lock.lock();
         busy_ = false;
-        outcomes_.push_back(std::move(outcome));
-        if (orders_.empty()) {
-            hurry_ = false;
-            idle_.notify_all();
-        }
+        if (wanted) outcomes_.push_back(std::move(outcome));
     }
 }
 

@@ -20,8 +20,8 @@ void WriteAutoSaveCopy(const FileSaver& saver, TextView path, TextView itemId, c
 /// The whole of the file, exactly as it was written; nothing when it cannot be read.
 std::optional<Text> ReadAutoSaveCopy(TextView path);
 
-/// Writes recovery copies on a thread of its own, one after the other. A copy is begun a moment after it was ordered: a
-/// document that is saved by then needs none. Its time is that of the order, since what was typed later is not in it.
+/// Writes recovery copies on a thread of its own, one after the other. The time of a copy is that of its order, since
+/// what was typed later is not in it.
 class CopyWriter {
 public:
     /// What became of the order of a number.
@@ -37,26 +37,28 @@ public:
     CopyWriter(const CopyWriter&) = delete;
     CopyWriter& operator=(const CopyWriter&) = delete;
 
-    /// In the place of an order for the same file that was not begun. Answers the number of the order.
-    int64_t Write(TextView path, TextView itemId, std::shared_ptr<const TextSnapshot> text);
+    /// After `patience`, in the place of an order for the same file that was not begun. Answers the order's number.
+    int64_t Write(TextView path, TextView itemId, std::shared_ptr<const TextSnapshot> text,
+                  std::chrono::milliseconds patience);
     /// The file goes, and what was ordered to be written to it before.
     void Remove(TextView path);
     /// Drops what was not begun, and waits for the rest.
     void Cancel();
     /// Waits until all that was ordered has been tried.
     void Flush();
-    /// Of all orders that have ended since the last call.
+    /// Of all copies that were tried since the last call.
     std::vector<Outcome> TakeOutcomes();
 
 private:
+    using Clock = std::chrono::steady_clock;
     struct Order {
         int64_t number = 0;
         Text path;
         Text itemId;
         std::shared_ptr<const TextSnapshot> text; ///< null: the file goes
         timespec taken{};
+        Clock::time_point due{};
     };
-    using Clock = std::chrono::steady_clock;
 
     int64_t HandOver(Order order);
     void WaitIdle(std::unique_lock<std::mutex>& lock);
@@ -71,7 +73,6 @@ private:
     std::vector<Order> orders_;
     std::vector<Outcome> outcomes_;
     int64_t lastNumber_ = 0;
-    Clock::time_point due_; ///< of those that are no hurry
     bool busy_ = false;
     bool hurry_ = false;
     bool stop_ = false;

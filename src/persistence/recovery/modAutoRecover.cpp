@@ -17,6 +17,8 @@ constexpr size_t kSessionDigits = 8;
 constexpr size_t kNumberDigits = 3;
 constexpr TextView kFolder = u"/Orlin/Nib/AutoRecover";
 constexpr std::chrono::milliseconds kBetweenLooks{200};
+/// Most saves are over by then, and no copy is needed.
+constexpr std::chrono::milliseconds kWhileSaved{2000};
 constexpr TextView kJournalFolder = u"/Orlin/Nib/Journal";
 
 Text PadLeft(Text digits, size_t width)
@@ -154,7 +156,8 @@ void modAutoRecover::SaveDocument(mvDocument& document)
     watch->document = document.weak_from_this();
     watch->path = PathOf(document.AutoRecoverFile());
     watch->itemId = document.ItemID();
-    watch->order = Writer().Write(watch->path, watch->itemId, source.Snapshot());
+    watch->order = Writer().Write(watch->path, watch->itemId, source.Snapshot(),
+                                  document.IsBeingSaved() ? kWhileSaved : std::chrono::milliseconds());
     source.AddListener(watch.get());
     copies_[document.DocumentID()] = std::move(watch);
     if (journals_) journals_->CopyMade(document);

@@ -12,6 +12,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QMenu>
+#include <QPointer>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -104,7 +105,11 @@ void frmDocument::Show()
 
 void frmDocument::QueryUnload()
 {
-    if (document_) mainWindow_.Owner().Files().FileClose(*document_);
+    if (!document_) return;
+    const auto later = [window = QPointer(window_)] {
+        if (window) window->close();
+    };
+    if (!mainWindow_.Postpone(later)) mainWindow_.Owner().Files().FileClose(*document_);
 }
 
 void frmDocument::SetTitle(TextView title)
@@ -171,7 +176,7 @@ void frmDocument::Activated()
 {
     ClearTarget();
     ShowPosition();
-    selectionSeen_ = Model().HasSelection();
+    selectionSeen_ = Model().AnySelection();
     FocusText();
     // Not yet shown in full it cannot take the focus.
     if (!TextHasFocus()) focusTimer_.start();

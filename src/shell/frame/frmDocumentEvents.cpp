@@ -20,7 +20,7 @@ void frmDocument::ShowPosition()
 
 void frmDocument::CheckSelection()
 {
-    if (std::exchange(selectionSeen_, Model().HasSelection()) != selectionSeen_) mainWindow_.Owner().StateChanged();
+    if (std::exchange(selectionSeen_, Model().AnySelection()) != selectionSeen_) mainWindow_.Owner().StateChanged();
 }
 
 void frmDocument::CaretMoved(Position)

@@ -158,7 +158,14 @@ void frmMain::ArmShutdownTimer()
 
 bool frmMain::IsModal() const
 {
-    return QApplication::activeModalWidget() != nullptr;
+    return background_.IsBusy() || QApplication::activeModalWidget() != nullptr;
+}
+
+/// As the user cannot do anything while a box is up.
+void frmMain::RunWhenFree(const std::function<void()>& what)
+{
+    if (!IsModal()) return what();
+    QTimer::singleShot(kShutdownDelay, this, [this, what] { RunWhenFree(what); });
 }
 
 void frmMain::Unload()
@@ -171,6 +178,7 @@ void frmMain::Unload()
 void frmMain::closeEvent(QCloseEvent* event)
 {
     if (!unloading_ && loaded_) {
+        if (Postpone([this] { close(); })) return event->ignore();
         if (!program_->Files().CloseAllToEnd()) return event->ignore();
         unloading_ = true;
     }

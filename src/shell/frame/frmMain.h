@@ -2,6 +2,7 @@
 // The frame: the child windows of the documents inside it, its place on the desktop, its timers, and the keys and drops
 // that belong to it rather than to a widget in it.
 
+#include "platform/qt/QtBackground.h"
 #include "shell/MainWindow.h"
 #include "shell/MenuDispatcher.h"
 #include "shell/frame/WindowPlacement.h"
@@ -40,6 +41,14 @@ public:
     void SetWaitCursor(bool wait) override;
     void UpdateToolBar() override;
     void ProcessMessages() override;
+    void Await(const std::function<void()>& work) override { background_.Run(work, typing_); }
+    void LetType(bool typing) override { typing_ = typing; }
+    bool Postpone(const std::function<void()>& what) override
+    {
+        return AfterWork([this, what] { RunWhenFree(what); });
+    }
+    /// The same for what does not wait for a box that comes up then.
+    bool AfterWork(std::function<void()> what) { return background_.Postpone(std::move(what)); }
     int32_t ActiveDocument() const override;
     MenuModel& Menus() override { return menus_; }
     void Arrange(int32_t mode) override;
@@ -76,6 +85,7 @@ private:
     // Life
     void LoadParts();
     void UnloadParts();
+    void RunWhenFree(const std::function<void()>& what);
     void Place();
     void Placed();
     FrameBounds PresentBounds() const;
@@ -111,11 +121,13 @@ private:
     ChildOrder<frmDocument> order_;      ///< those that were in front at least once
     frmDocument* current_ = nullptr;     ///< told that it is in front
     FramePlacement placement_;
+    QtBackground background_;
     QTimer shutdownTimer_;
     QTimer stuckFocusTimer_;
     bool childrenMaximised_ = false; ///< one child fills the frame, and so will the one that comes to the front
     bool arranging_ = false;
     bool waiting_ = false;
+    bool typing_ = false;
     bool loaded_ = false;
     bool unloading_ = false;
 };

@@ -60,7 +60,9 @@ bool frmMain::FilterStroke(int key, int modifiers, bool down, bool onlyAsking)
     state.frameActive = QApplication::activeWindow() == this && !QApplication::activePopupWidget();
     frmDocument* form = ActiveForm();
     state.textFocused = form && form->ViewObject() && form->TextHasFocus();
-    state.multiLineSelection = state.textFocused && form->ViewObject()->SelectionIsMultiLine();
+    // Several carets shift their lines themselves.
+    state.multiLineSelection = state.textFocused && form->ViewObject()->SelectionIsMultiLine() &&
+                               !form->ViewObject()->View()->txtText().HasSeveral();
     KeyAction action = FilterKey(stroke, state);
     if (action == KeyAction::Pass) return false;
     if (!onlyAsking) Act(action);
@@ -164,6 +166,7 @@ void frmMain::dropEvent(QDropEvent* event)
 
 void frmMain::OpenDropped(const std::vector<Text>& paths, const std::vector<Text>& elsewhere)
 {
+    if (Postpone([this, paths, elsewhere] { OpenDropped(paths, elsewhere); })) return;
     std::vector<Text> files;
     std::vector<Text> folders;
     std::error_code unknown;

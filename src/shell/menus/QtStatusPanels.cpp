@@ -41,7 +41,8 @@ QSize QtStatusPanel::sizeHint() const
 void QtStatusPanel::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    const bool fits = fontMetrics().averageCharWidth() * shown_.size() < width() / 2;
+    // Where room was made, or is plenty, nothing need be measured.
+    const bool fits = !widest_.isEmpty() || fontMetrics().averageCharWidth() * shown_.size() < width() / 2;
     style()->drawItemText(&painter, rect(), Qt::AlignVCenter | Qt::AlignLeft, palette(), isEnabled(),
                           fits ? shown_ : fontMetrics().elidedText(shown_, Qt::ElideRight, width()), foregroundRole());
 }

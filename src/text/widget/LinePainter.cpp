@@ -180,7 +180,7 @@ void LinePainter::Paint(QPainter& painter, const PaintedLine& line)
         }
         return row;
     };
-    for (int32_t number = firstRow; number <= lastRow; ++number) PaintSelection(painter, line, rowAt(number));
+    for (int32_t number = firstRow; number <= lastRow; ++number) PaintSelections(painter, line, rowAt(number));
     if (layout.Shaped()) PaintShaped(painter, line);
     for (int32_t number = firstRow; number <= lastRow; ++number) {
         Row row = rowAt(number);
@@ -198,12 +198,25 @@ void LinePainter::Paint(QPainter& painter, const PaintedLine& line)
     }
 }
 
-void LinePainter::PaintSelection(QPainter& painter, const PaintedLine& line, const Row& row) const
+void LinePainter::PaintSelections(QPainter& painter, const PaintedLine& line, const Row& row) const
+{
+    for (ColumnRange columns : line.selections) PaintSelection(painter, line, row, columns);
+    if (row.number != line.entry->layout.RowCount() - 1) return;
+    const qreal left = line.origin.x() + line.entry->layout.RowWidth(row.number);
+    const qreal width = metrics_.CharWidth();
+    const auto [first, last] = line.selectedBeyond;
+    if (first < last)
+        painter.fillRect(QRectF(left + first * width, row.y, (last - first) * width, metrics_.LineHeight()),
+                         colors_.highlight);
+    if (line.selectsBreak) painter.fillRect(QRectF(left, row.y, width * 0.6, metrics_.LineHeight()), colors_.highlight);
+}
+
+void LinePainter::PaintSelection(QPainter& painter, const PaintedLine& line, const Row& row, ColumnRange columns) const
 {
     const LineLayout& layout = line.entry->layout;
     qreal height = metrics_.LineHeight();
-    int32_t start = std::max(line.selectionStart, layout.RowStart(row.number));
-    int32_t end = std::min(line.selectionEnd, layout.RowEnd(row.number));
+    int32_t start = std::max(columns.first, layout.RowStart(row.number));
+    int32_t end = std::min(columns.last, layout.RowEnd(row.number));
     if (start < end && layout.Shaped()) {
         // In mixed directions a selection is several stretches; character by character finds them all.
         for (int32_t column = start; column < end;) {
@@ -216,10 +229,6 @@ void LinePainter::PaintSelection(QPainter& painter, const PaintedLine& line, con
         qreal left = std::max(line.origin.x() + layout.XIn(row.number, start), line.clip.left() - height);
         qreal right = std::min(line.origin.x() + layout.XIn(row.number, end), line.clip.right() + height);
         if (left < right) painter.fillRect(QRectF(left, row.y, right - left, height), colors_.highlight);
-    }
-    if (line.selectsBreak && row.number == layout.RowCount() - 1) {
-        qreal left = line.origin.x() + layout.RowWidth(row.number);
-        painter.fillRect(QRectF(left, row.y, metrics_.CharWidth() * 0.6, height), colors_.highlight);
     }
 }
 
@@ -236,14 +245,8 @@ void LinePainter::PaintCells(QPainter& painter, const PaintedLine& line, const R
                       : next != tokens.end() && next->start > at ? next->start
                                                                  : row.last;
         ScreenStyle style = colors_.Style(covered ? next->type : kPlainToken);
-        bool selected = at >= line.selectionStart && at < line.selectionEnd;
-        if (selected) {
-            style.color = colors_.highlightedText;
-            end = std::min(end, line.selectionEnd);
-        } else if (at < line.selectionStart) {
-            end = std::min(end, line.selectionStart);
-        }
-        end = std::min(end, row.last);
+        if (line.IsSelected(at)) style.color = colors_.highlightedText;
+        end = std::min({end, line.SelectionEdge(at), row.last});
         PaintRun(painter, line, row, at, end, style);
         at = end;
     }
@@ -297,10 +300,10 @@ void LinePainter::Flush(QPainter& painter, const ScreenStyle& style)
 void LinePainter::PaintShaped(QPainter& painter, const PaintedLine& line) const
 {
     QList<QTextLayout::FormatRange> selections;
-    if (line.selectionStart < line.selectionEnd) {
+    for (ColumnRange columns : line.selections) {
         QTextLayout::FormatRange range;
-        range.start = line.selectionStart;
-        range.length = line.selectionEnd - line.selectionStart;
+        range.start = columns.first;
+        range.length = columns.last - columns.first;
         range.format.setForeground(colors_.highlightedText);
         selections.append(range);
     }
@@ -327,7 +330,7 @@ void LinePainter::PaintShapedSigns(QPainter& painter, const PaintedLine& line, c
 void LinePainter::PaintSign(QPainter& painter, const PaintedLine& line, int32_t column, const QRectF& cell,
                             const Sign& sign) const
 {
-    const bool selected = column >= line.selectionStart && column < line.selectionEnd;
+    const bool selected = line.IsSelected(column);
     const QColor& color = sign.name[0] ? colors_.hidden : colors_.sign;
     signs_.PaintSign(painter, cell, cell.top() + metrics_.Ascent(), line.text[static_cast<size_t>(column)],
                      selected ? colors_.highlightedText : color, sign.name.data());

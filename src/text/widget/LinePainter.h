@@ -1,9 +1,14 @@
 #pragma once
 // Paints one line and the margin beside it.
 
+#include "text/TextSearch.h"
 #include "text/widget/LineCache.h"
 
 #include <QPainter>
+
+#include <algorithm>
+#include <limits>
+#include <span>
 
 namespace nib {
 
@@ -63,10 +68,30 @@ struct PaintedLine {
     const LineEntry* entry = nullptr;
     QPointF origin; ///< of column 0 in the first row
     QRectF clip;
-    int32_t selectionStart = -1; ///< shown columns
-    int32_t selectionEnd = -1;
+    std::span<const ColumnRange> selections; ///< shown columns, ascending and apart
+    ColumnRange selectedBeyond;              ///< cells behind the end of the line
     bool selectsBreak = false;
     bool collapsed = false;
+
+    bool IsSelected(int32_t column) const
+    {
+        const auto next = SelectionBehind(column);
+        return next != selections.end() && next->first <= column;
+    }
+    /// The next column at which it is otherwise.
+    int32_t SelectionEdge(int32_t column) const
+    {
+        const auto next = SelectionBehind(column);
+        if (next == selections.end()) return std::numeric_limits<int32_t>::max();
+        return next->first <= column ? next->last : next->first;
+    }
+
+private:
+    std::span<const ColumnRange>::iterator SelectionBehind(int32_t column) const
+    {
+        return std::partition_point(selections.begin(), selections.end(),
+                                    [&](const ColumnRange& range) { return range.last <= column; });
+    }
 };
 
 /// Selection, tokens, signs, text in composition.
@@ -85,7 +110,8 @@ private:
         int32_t last;
         qreal y;
     };
-    void PaintSelection(QPainter& painter, const PaintedLine& line, const Row& row) const;
+    void PaintSelections(QPainter& painter, const PaintedLine& line, const Row& row) const;
+    void PaintSelection(QPainter& painter, const PaintedLine& line, const Row& row, ColumnRange columns) const;
     void PaintCells(QPainter& painter, const PaintedLine& line, const Row& row);
     void PaintRun(QPainter& painter, const PaintedLine& line, const Row& row, int32_t from, int32_t to,
                   const ScreenStyle& style);

@@ -46,16 +46,17 @@ void MouseHandler::Press(const QMouseEvent& event)
 {
     QPointF at = event.position();
     if (event.button() == Qt::LeftButton) {
-        PressLeft(at, event.modifiers() & Qt::ShiftModifier);
+        PressLeft(at, event.modifiers());
     } else if (event.button() == Qt::MiddleButton) {
         widget_.PastePrimary(widget_.PositionAt(at));
-    } else if (event.button() == Qt::RightButton && !widget_.Model().HasSelection()) {
+    } else if (event.button() == Qt::RightButton && !widget_.Model().AnySelection()) {
         widget_.Model().SetCaret(widget_.PositionAt(at));
     }
 }
 
-void MouseHandler::PressLeft(QPointF at, bool extend)
+void MouseHandler::PressLeft(QPointF at, Qt::KeyboardModifiers held)
 {
+    const bool extend = held & Qt::ShiftModifier;
     SourceView& model = widget_.Model();
     Position p = widget_.PositionAt(at);
     auto zone = widget_.ZoneAt(at);
@@ -71,15 +72,44 @@ void MouseHandler::PressLeft(QPointF at, bool extend)
     } else if (zone == SourceViewWidget::Zone::Blocks) {
         selecting_ = false;
         widget_.ToggleBlock(p.line);
+    } else if (held & Qt::AltModifier) {
+        unit_ = Unit::Column;
+        columnAnchor_ = extend ? model.ColumnAnchor() : widget_.CellAt(at);
+        model.SelectColumn(columnAnchor_, widget_.CellAt(at));
     } else if (!extend && model.HasSelection() && InSelection(model, widget_.PositionAt(at, true))) {
         selecting_ = false;
         mayDrag_ = true;
+    } else if ((held & Qt::ControlModifier) && !extend) {
+        PressToAdd(p);
     } else if (extend) {
         model.SetSelection(model.Anchor(), p);
     } else {
         anchorLine_ = p.line;
         model.SetCaret(p);
     }
+}
+
+void MouseHandler::PressToAdd(Position at)
+{
+    SourceView& model = widget_.Model();
+    const Carets& carets = model.AllCarets();
+    others_ = model.CaretSpans();
+    const size_t there = carets.Find(at);
+    if (model.HasSeveral() && there < others_.size()) {
+        selecting_ = false;
+        others_.erase(others_.begin() + static_cast<std::ptrdiff_t>(there));
+        return model.SetCarets(others_, carets.MainIndex() - (there < carets.MainIndex() ? 1 : 0));
+    }
+    unit_ = Unit::Added;
+    unitStart_ = at;
+    Add(at, at);
+}
+
+void MouseHandler::Add(Position anchor, Position caret)
+{
+    std::vector<CaretSpan> spans = others_;
+    spans.push_back({anchor, caret});
+    widget_.Model().SetCarets(std::move(spans), others_.size());
 }
 
 void MouseHandler::DoubleClick(const QMouseEvent& event)
@@ -92,6 +122,12 @@ void MouseHandler::DoubleClick(const QMouseEvent& event)
     pressed_ = last_ = event.position();
     tripleTimer_.start(QApplication::doubleClickInterval());
     SourceView& model = widget_.Model();
+    if (event.modifiers() & Qt::ControlModifier) {
+        const Position at = widget_.PositionAt(event.position(), true);
+        Text scratch;
+        const ColumnRange word = WordAt(model.Document().LineText(at.line, scratch), at.col);
+        return Add({word.first, at.line}, {word.last, at.line});
+    }
     model.SelectWord(widget_.PositionAt(event.position(), true));
     model.GetSelection(unitStart_, unitEnd_);
     anchorLine_ = unitStart_.line;
@@ -119,7 +155,13 @@ void MouseHandler::Release(const QMouseEvent& event)
 {
     if (event.button() != Qt::LeftButton) return;
     scrollTimer_.stop();
-    if (mayDrag_) widget_.Model().SetCaret(widget_.PositionAt(event.position()));
+    if (mayDrag_) {
+        const Position at = widget_.PositionAt(event.position());
+        if ((event.modifiers() & Qt::ControlModifier) && widget_.Model().HasSeveral())
+            PressToAdd(at);
+        else
+            widget_.Model().SetCaret(at);
+    }
     mayDrag_ = selecting_ = false;
     widget_.PublishSelection();
 }
@@ -132,6 +174,10 @@ void MouseHandler::ExtendTo(QPointF at)
         SelectLines(widget_, anchorLine_, p.line);
     } else if (unit_ == Unit::Word) {
         SelectUnits(widget_.PositionAt(at, true));
+    } else if (unit_ == Unit::Column) {
+        model.SelectColumn(columnAnchor_, widget_.CellAt(at));
+    } else if (unit_ == Unit::Added) {
+        if (p != model.Caret()) Add(unitStart_, p);
     } else if (p != model.Caret()) {
         model.SetSelection(model.Anchor(), p);
     }

@@ -1,7 +1,7 @@
 #pragma once
 // Selection and drags with the mouse.
 
-#include "base/Text.h"
+#include "text/SourceView.h"
 
 #include <QPointF>
 #include <QTimer>
@@ -29,9 +29,12 @@ public:
     void Drop(QDropEvent& event);
 
 private:
-    enum class Unit { Character, Word, Line };
+    enum class Unit { Character, Word, Line, Column, Added };
 
-    void PressLeft(QPointF at, bool extend);
+    void PressLeft(QPointF at, Qt::KeyboardModifiers held);
+    /// Takes the caret there away or begins one more.
+    void PressToAdd(Position at);
+    void Add(Position anchor, Position caret);
     void ExtendTo(QPointF at);
     void StartDrag();
     void ScrollOn();
@@ -47,6 +50,8 @@ private:
     Position unitStart_; ///< the word or line that a selection by units began with
     Position unitEnd_;
     int32_t anchorLine_ = 0;
+    CellPlace columnAnchor_;
+    std::vector<CaretSpan> others_; ///< beside the caret that is being added
     bool selecting_ = false;
     bool mayDrag_ = false;
     bool dropping_ = false; ///< a drag is over the view

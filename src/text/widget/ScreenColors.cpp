@@ -145,7 +145,7 @@ void ScreenColors::Build(const QPalette& palette, const SourceView& model)
     bookmark = Mix(highlight, base, 0.1);
     // A ground of any colour: what is laid on it is of the text's and the selection's.
     currentLine = Mix(text, base, 0.94);
-    match = Mix(highlight, base, 0.7);
+    match = Mix(highlight, base, 0.8);
     matchFrame = Mix(highlight, base, 0.25);
     occurrence = Mix(Mix(highlight, text, 0.3), base, 0.82);
     guide = Mix(text, base, 0.82);

@@ -40,8 +40,23 @@ template <int pages>
 void Page(Widget& w, bool extend)
 {
     // The text moves with the caret, so that this keeps its place on the screen.
+    w.ScrollSmoothly([&] {
+        w.ScrollRows(pages * std::max(w.PageLines() - 1, 1));
+        w.Model().MoveCaret(pages < 0 ? Move::PageUp : Move::PageDown, extend);
+    });
+}
+
+template <Move move>
+void Grow(Widget& w, bool)
+{
+    w.Model().ExtendColumn(move);
+}
+
+template <int pages>
+void GrowPage(Widget& w, bool)
+{
     w.ScrollRows(pages * std::max(w.PageLines() - 1, 1));
-    w.Model().MoveCaret(pages < 0 ? Move::PageUp : Move::PageDown, extend);
+    w.Model().ExtendColumn(pages < 0 ? Move::PageUp : Move::PageDown);
 }
 
 template <void (SourceView::*command)()>
@@ -104,6 +119,14 @@ constexpr KeyBinding kBindings[] = {
     {Qt::Key_End, kCtrl, true, false, Go<Move::TextEnd>},
     {Qt::Key_PageUp, kNone, true, false, Page<-1>},
     {Qt::Key_PageDown, kNone, true, false, Page<1>},
+    {Qt::Key_Left, kAlt | kShift, false, true, Grow<Move::Left>},
+    {Qt::Key_Right, kAlt | kShift, false, true, Grow<Move::Right>},
+    {Qt::Key_Up, kAlt | kShift, false, true, Grow<Move::Up>},
+    {Qt::Key_Down, kAlt | kShift, false, true, Grow<Move::Down>},
+    {Qt::Key_Home, kAlt | kShift, false, true, Grow<Move::LineStart>},
+    {Qt::Key_End, kAlt | kShift, false, true, Grow<Move::LineEnd>},
+    {Qt::Key_PageUp, kAlt | kShift, false, true, GrowPage<-1>},
+    {Qt::Key_PageDown, kAlt | kShift, false, true, GrowPage<1>},
     {Qt::Key_Up, kCtrl, false, false, Scroll<-1>},
     {Qt::Key_Down, kCtrl, false, false, Scroll<1>},
     {Qt::Key_Backspace, kNone, false, false, Do<&M::Backspace>},
@@ -173,6 +196,12 @@ QString TypedText(const QKeyEvent& event)
     return types ? text : QString();
 }
 
+/// The key is ours only while it has something to do.
+bool LeavesSeveral(const QKeyEvent& event, const SourceView& model)
+{
+    return event.key() == Qt::Key_Escape && event.modifiers() == Qt::NoModifier && model.HasSeveral();
+}
+
 /// What an input method sees of a line round the caret; more would be copied for nothing.
 constexpr int32_t kSurrounding = 512;
 
@@ -187,7 +216,8 @@ bool SourceViewWidget::event(QEvent* event)
         auto* key = static_cast<QKeyEvent*>(event);
         const KeyBinding* binding = FindBinding(*key);
         bool plain = !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
-        if ((binding && !binding->yields) || (!binding && plain && !TypedText(*key).isEmpty())) {
+        if (LeavesSeveral(*key, model_) || (binding && !binding->yields) ||
+            (!binding && plain && !TypedText(*key).isEmpty())) {
             event->accept();
             return true;
         }
@@ -197,11 +227,17 @@ bool SourceViewWidget::event(QEvent* event)
 
 void SourceViewWidget::keyPressEvent(QKeyEvent* event)
 {
+    glide_.Finish();
     if (const KeyBinding* binding = FindBinding(*event)) {
         CommitPreedit();
         binding->run(*this, binding->shiftExtends && (event->modifiers() & Qt::ShiftModifier));
         event->accept();
         return;
+    }
+    if (LeavesSeveral(*event, model_)) {
+        CommitPreedit();
+        model_.KeepMainCaret();
+        return event->accept();
     }
     QString text = TypedText(*event);
     if (text.isEmpty()) return event->ignore();
@@ -216,13 +252,9 @@ void SourceViewWidget::inputMethodEvent(QInputMethodEvent* event)
     SetPreedit(QInputMethodEvent());
     const bool composes = !event->preeditString().isEmpty() || !event->commitString().isEmpty();
     if (composes && !model_.MayEdit()) return event->accept();
-    if (!event->preeditString().isEmpty() && model_.HasSelection()) model_.Delete();
+    if (!event->preeditString().isEmpty() && model_.AnySelection()) model_.DeleteSelection();
     if (event->replacementLength() > 0 || !event->commitString().isEmpty()) {
-        if (event->replacementLength() > 0) {
-            Position caret = model_.Caret();
-            Position start{std::max(caret.col + event->replacementStart(), 0), caret.line};
-            model_.SetSelection(start, {start.col + event->replacementLength(), caret.line});
-        }
+        if (event->replacementLength() > 0) model_.SelectAround(event->replacementStart(), event->replacementLength());
         model_.TypeText(event->commitString().toStdU16String());
     }
     SetPreedit(*event);

@@ -14,6 +14,7 @@ namespace nib {
 namespace {
 
 constexpr int32_t kToTheEnd = std::numeric_limits<int32_t>::max();
+constexpr int kNameRests = 250;      ///< milliseconds before the places of a name are lit
 constexpr int64_t kScanSlice = 8000; ///< microseconds, short enough for the next key not to wait
 
 } // namespace
@@ -22,6 +23,9 @@ constexpr int64_t kScanSlice = 8000; ///< microseconds, short enough for the nex
 
 void SourceViewWidget::TextChanged(const TextChange& change)
 {
+    glide_.Stop();
+    LightsStale();
+    scrollMarks_->Stale();
     bool sameLines = change.oldEnd.line == change.newEnd.line;
     if (sameLines) {
         cache_.Invalidate(change.start.line, change.newEnd.line);
@@ -43,6 +47,7 @@ void SourceViewWidget::ShowChange(int32_t first, int32_t last)
     UpdateVerticalBar();
     barsStale_ = true;
     SettleSoon();
+    if (change.last == kToTheEnd && model_.Marks().changeBars) UpdateMargin(); // lines above may be as they were again
     if (change.scrolled)
         viewport()->update();
     else
@@ -52,6 +57,9 @@ void SourceViewWidget::ShowChange(int32_t first, int32_t last)
 
 void SourceViewWidget::TextReset()
 {
+    glide_.Stop();
+    LightsStale();
+    scrollMarks_->Stale();
     changed_ = {};
     cache_.Clear();
     geometry_.ScrollToIndex(0);
@@ -65,6 +73,7 @@ void SourceViewWidget::TextReset()
 void SourceViewWidget::LinesRepaint(int32_t first, int32_t last)
 {
     cache_.Invalidate(first, last);
+    scrollMarks_->Stale();
     if (painting_) {
         // Scanning for this paint: what it does not paint itself follows after it.
         scannedFirst_ = scannedLast_ < 0 ? first : std::min(scannedFirst_, first);
@@ -78,8 +87,43 @@ void SourceViewWidget::LinesRepaint(int32_t first, int32_t last)
 
 void SourceViewWidget::FoldingChanged()
 {
+    glide_.Stop();
+    scrollMarks_->Stale();
     geometry_.TextMoved(nullptr);
     UpdateBars();
+    viewport()->update();
+}
+
+void SourceViewWidget::ModifiedChanged(bool /*modified*/)
+{
+    if (!model_.Marks().changeBars) return;
+    UpdateMargin();
+    scrollMarks_->Stale();
+}
+
+void SourceViewWidget::UpdateMargin()
+{
+    viewport()->update(0, 0, static_cast<int>(geometry_.Margin().width) + 1, viewport()->height());
+}
+
+// Lights
+
+void SourceViewWidget::LightsStale()
+{
+    lights_.Stale();
+    if (!model_.Marks().matches && lights_.Name().empty()) return;
+    // With each key: a timer that runs is left alone.
+    if (nameTimer_.isActive())
+        nameMoved_ = true;
+    else
+        nameTimer_.start(kNameRests);
+}
+
+void SourceViewWidget::TakeName()
+{
+    if (std::exchange(nameMoved_, false)) return nameTimer_.start(kNameRests);
+    if (!lights_.TakeName()) return;
+    scrollMarks_->SetName(lights_.Name());
     viewport()->update();
 }
 
@@ -100,12 +144,6 @@ void SourceViewWidget::UpdateLines(int32_t first, int32_t last)
     }
 }
 
-void SourceViewWidget::UpdateCaret()
-{
-    QRectF caret = CaretBox();
-    if (!caret.isEmpty()) viewport()->update(caret.adjusted(-1, -1, 1, 1).toAlignedRect());
-}
-
 // Painting
 
 void SourceViewWidget::paintEvent(QPaintEvent* event)
@@ -114,18 +152,21 @@ void SourceViewWidget::paintEvent(QPaintEvent* event)
     BuildColors();
     if (std::exchange(caretWanted_, false)) { // painted without a word before: the bars follow after it
         auto old = geometry_.TopPlace();
-        geometry_.Reveal(model_.Caret());
+        geometry_.Reveal(model_.Caret(), model_.CaretBeyond());
         if (!(old == geometry_.TopPlace())) viewport()->update();
         barsStale_ = true;
     }
     painting_ = true;
     ScanVisible(dirty);
+    const std::vector<int32_t> lit = lights_.Refresh(viewport()->height());
     {
         QPainter painter(viewport());
         painter.setClipRegion(event->region());
         painter.fillRect(dirty, colors_.base);
+        lights_.PaintBehind(painter, dirty);
         PaintText(painter, dirty);
         PaintMargin(painter, dirty);
+        lights_.PaintChanges(painter, dirty);
         PaintCarets(painter);
     }
     painting_ = false;
@@ -135,6 +176,7 @@ void SourceViewWidget::paintEvent(QPaintEvent* event)
         QRectF row(0, y, viewport()->width(), geometry_.HeightOf(line));
         if (line >= first && line <= last && !dirty.intersects(row)) viewport()->update(row.toAlignedRect());
     });
+    for (int32_t line : lit) UpdateLines(line, line);
     if (!scanTimer_.isActive()) scanTimer_.start(0);
 }
 
@@ -151,12 +193,7 @@ PaintedLine SourceViewWidget::Describe(int32_t line, qreal y, const QRectF& clip
     painted.origin = {geometry_.TextX(), y};
     painted.clip = clip;
     painted.collapsed = document_.BlockAt(line).IsCollapsed();
-    auto [start, end] = model_.Selection();
-    if (start == end || line < start.line || line > end.line) return painted;
-    painted.selectionStart = line == start.line ? painted.entry->ToShown(start.col) : 0;
-    painted.selectionEnd =
-        line == end.line ? painted.entry->ToShown(end.col) : static_cast<int32_t>(painted.text.size());
-    painted.selectsBreak = line < end.line;
+    DescribeSelections(line, painted);
     return painted;
 }
 
@@ -169,6 +206,7 @@ void SourceViewWidget::PaintText(QPainter& painter, const QRectF& dirty)
     painter.setClipRect(area, Qt::IntersectClip);
     geometry_.ForEach(area.top(), area.bottom(),
                       [&](int32_t line, qreal y) { linePainter_.Paint(painter, Describe(line, y, area)); });
+    lights_.PaintBlanks(painter, area);
     painter.restore();
 }
 
@@ -188,23 +226,6 @@ void SourceViewWidget::PaintMargin(QPainter& painter, const QRectF& dirty)
     marginPainter_.PaintSeparator(painter, geometry_.Margin(), dirty.top(), dirty.bottom());
 }
 
-void SourceViewWidget::PaintCarets(QPainter& painter)
-{
-    QRectF room = viewport()->rect();
-    room.setLeft(std::max(geometry_.Margin().width - 1, 0.0));
-    painter.setClipRect(room, Qt::IntersectClip);
-    if (hasFocus() && caretOn_) {
-        QColor color = colors_.text;
-        // A block leaves the character under it readable.
-        if (model_.Overtype() && preedit_.isEmpty()) color.setAlpha(110);
-        painter.fillRect(CaretBox(), color);
-    }
-    if (!dropCaret_) return;
-    if (std::optional<QPointF> at = geometry_.CaretAt(*dropCaret_)) {
-        painter.fillRect(QRectF(std::round(at->x()) - 1, at->y(), 2, metrics_.LineHeight()), colors_.highlight);
-    }
-}
-
 void SourceViewWidget::ShowDropCaret(std::optional<Position> at)
 {
     for (const std::optional<Position>& place : {std::exchange(dropCaret_, at), at}) {
@@ -214,7 +235,11 @@ void SourceViewWidget::ShowDropCaret(std::optional<Position> at)
 
 void SourceViewWidget::ScanIdle()
 {
-    if (document_.ScanSlice(kScanSlice)) scanTimer_.start(0);
+    const int32_t before = document_.ScannedTo();
+    if (document_.ScanSlice(kScanSlice)) return scanTimer_.start(0);
+    if (document_.ScannedTo() == before || !model_.Marks().matches) return;
+    lights_.Stale(); // a block's end may be known now
+    UpdateLines(model_.CaretLine(), model_.CaretLine());
 }
 
 } // namespace nib

@@ -43,7 +43,8 @@ void SourceViewWidget::UpdateBars()
     barsStale_ = false;
     UpdateVerticalBar();
     syncing_ = true;
-    setHorizontalScrollBarPolicy(model_.LineWrap() ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
+    const auto policy = model_.LineWrap() ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded;
+    if (horizontalScrollBarPolicy() != policy) setHorizontalScrollBarPolicy(policy); // lays out, whatever it was
     horizontalScrollBar()->setRange(0, static_cast<int>(std::ceil(geometry_.MaxLeft())));
     horizontalScrollBar()->setPageStep(std::max(viewport()->width(), 1));
     horizontalScrollBar()->setSingleStep(static_cast<int>(std::ceil(metrics_.CharWidth() * 3)));
@@ -66,12 +67,13 @@ void SourceViewWidget::Scrolled(ViewGeometry::Place old)
     } else {
         viewport()->scroll(static_cast<int>(old.left - now.left), static_cast<int>(-*rows), text);
     }
-    updateMicroFocus();
+    if (!glide_.IsUnderWay()) updateMicroFocus(); // who asks for the caret's place would end it
 }
 
 void SourceViewWidget::scrollContentsBy(int /*dx*/, int /*dy*/)
 {
     if (syncing_) return;
+    glide_.Stop();
     caretWanted_ = false; // the user wants to see something else
     auto old = geometry_.TopPlace();
     if (verticalScrollBar()->value() != geometry_.BarIndex()) geometry_.ScrollToIndex(verticalScrollBar()->value());
@@ -93,18 +95,18 @@ void SourceViewWidget::ScrollPixels(QPointF delta)
     Scrolled(old);
 }
 
-void SourceViewWidget::RevealPlace(Position p)
+void SourceViewWidget::RevealPlace(Position p, int32_t beyond)
 {
     document_.Reveal(p.line);
     Settle();
     auto old = geometry_.TopPlace();
-    geometry_.Reveal(p);
+    geometry_.Reveal(p, beyond);
     Scrolled(old);
 }
 
 void SourceViewWidget::EnsureCaretVisible()
 {
-    RevealPlace(model_.Caret());
+    RevealPlace(model_.Caret(), model_.CaretBeyond());
     RestartBlink();
 }
 
@@ -127,9 +129,10 @@ void SourceViewWidget::SettleSoon()
 
 void SourceViewWidget::Settle()
 {
+    glide_.Finish();
     if (!caretWanted_ && !barsStale_) return;
     auto old = geometry_.TopPlace();
-    if (std::exchange(caretWanted_, false)) geometry_.Reveal(model_.Caret());
+    if (std::exchange(caretWanted_, false)) geometry_.Reveal(model_.Caret(), model_.CaretBeyond());
     Scrolled(old);
 }
 
@@ -151,7 +154,23 @@ void SourceViewWidget::wheelEvent(QWheelEvent* event)
     wheelRest_ += pixels;
     QPointF whole(std::trunc(wheelRest_.x()), std::trunc(wheelRest_.y()));
     wheelRest_ -= whole;
-    ScrollPixels(-whole);
+    if (event->pixelDelta().isNull())
+        ScrollSmoothly([&] { ScrollPixels(-whole); });
+    else
+        ScrollPixels(-whole);
+}
+
+void SourceViewWidget::ScrollSmoothly(const std::function<void()>& scroll)
+{
+    const bool shows = model_.Marks().smoothScrolling && Glide::IsWelcome(*this);
+    // One that is under way goes on from where it is.
+    const ViewGeometry::Place from = geometry_.TopPlace();
+    scroll();
+    if (!shows) return;
+    Settle();
+    const ViewGeometry::Place to = geometry_.TopPlace();
+    const std::optional<qreal> pixels = geometry_.Distance(from);
+    if (pixels && *pixels != 0 && to.left == from.left) glide_.Start(from, to, *pixels);
 }
 
 } // namespace nib

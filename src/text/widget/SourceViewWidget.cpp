@@ -24,6 +24,14 @@ constexpr int kPrimaryDelay = 150;
 SourceViewWidget::SourceViewWidget(SourceDocument& document, Clipboard& clipboard, QWidget* parent)
     : QAbstractScrollArea(parent), document_(document), clipboard_(clipboard), model_(document, clipboard),
       cache_(document_, metrics_, colors_), geometry_(model_, cache_, metrics_),
+      lights_(model_, cache_, geometry_, metrics_, colors_),
+      scrollMarks_(std::make_unique<ScrollMarks>(model_, colors_).release()),
+      glide_([this](const ViewGeometry::Place& place, qreal pixels) {
+          const auto old = geometry_.TopPlace();
+          geometry_.ScrollToIndex(place.index);
+          geometry_.ScrollBy(place.offset + pixels);
+          Scrolled(old);
+      }),
       linePainter_(metrics_, colors_, signs_), marginPainter_(metrics_, colors_), mouse_(*this),
       forTools_(model_, *this)
 {
@@ -33,6 +41,7 @@ SourceViewWidget::SourceViewWidget(SourceDocument& document, Clipboard& clipboar
     setAttribute(Qt::WA_InputMethodEnabled);
     setAttribute(Qt::WA_KeyCompression);
     setAcceptDrops(true);
+    setVerticalScrollBar(scrollMarks_);
     verticalScrollBar()->setAccessibleName(tr("Vertical scroll bar"));
     horizontalScrollBar()->setAccessibleName(tr("Horizontal scroll bar"));
     viewport()->setAcceptDrops(true);
@@ -45,6 +54,8 @@ SourceViewWidget::SourceViewWidget(SourceDocument& document, Clipboard& clipboar
     scanTimer_.setSingleShot(true);
     connect(&primaryTimer_, &QTimer::timeout, this, [this] { PublishSelection(); });
     primaryTimer_.setSingleShot(true);
+    connect(&nameTimer_, &QTimer::timeout, this, [this] { TakeName(); });
+    nameTimer_.setSingleShot(true);
     model_.SetHost(this);
     document_.AddListener(this);
     AppearanceChanged();
@@ -72,6 +83,8 @@ void SourceViewWidget::AppearanceChanged()
     geometry_.Measure(viewport()->size(), maximumViewportSize().height());
     UpdateBars();
     viewport()->update();
+    LightsStale();
+    scrollMarks_->Stale();
     updateMicroFocus();
     emit lookChanged();
 }
@@ -107,18 +120,6 @@ SourceViewWidget::Zone SourceViewWidget::ZoneAt(QPointF point) const
     return margin.blocks && point.x() < margin.width ? Zone::Blocks : Zone::Content;
 }
 
-QRectF SourceViewWidget::CaretBox()
-{
-    bool composing = !preedit_.isEmpty();
-    if (model_.Overtype() && !composing) return geometry_.CellOf(model_.Caret());
-    std::optional<QPointF> at = geometry_.CaretAt(model_.Caret(), composing ? preeditCursor_ : 0);
-    if (!at) return {};
-    constexpr qreal bar = 2;
-    // Between the characters, but whole in sight at the left edge.
-    qreal left = std::max(std::round(at->x()) - 1, std::min(at->x(), geometry_.Margin().width));
-    return {left, at->y(), bar, metrics_.LineHeight()};
-}
-
 int32_t SourceViewWidget::LineHeight() const
 {
     return static_cast<int32_t>(metrics_.LineHeight());
@@ -141,6 +142,16 @@ bool SourceViewWidget::RowOf(Position at, int32_t& first, int32_t& last) const
     return true;
 }
 
+int32_t SourceViewWidget::CellsBefore(Position at) const
+{
+    return geometry_.CellsBefore(at);
+}
+
+int32_t SourceViewWidget::ColumnAtCell(int32_t line, int32_t cell) const
+{
+    return geometry_.ColumnAtCell(line, cell);
+}
+
 ScreenStyle SourceViewWidget::StyleAt(Position p, int32_t& start, int32_t& end)
 {
     Token token;
@@ -157,6 +168,7 @@ ScreenStyle SourceViewWidget::StyleAt(Position p, int32_t& start, int32_t& end)
 void SourceViewWidget::mousePressEvent(QMouseEvent* event)
 {
     CommitPreedit();
+    glide_.Finish();
     mouse_.Press(*event);
     emit mousePressed(event->button(), event->modifiers(), event->position());
 }
@@ -175,6 +187,7 @@ void SourceViewWidget::mouseReleaseEvent(QMouseEvent* event)
 void SourceViewWidget::mouseDoubleClickEvent(QMouseEvent* event)
 {
     mouse_.DoubleClick(*event);
+    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) return; // it selects
     if (event->button() == Qt::LeftButton && ZoneAt(event->position()) == Zone::Content) {
         emit mouseDoubleClicked(event->position());
     }
@@ -245,6 +258,7 @@ void SourceViewWidget::SelectionChanged(int32_t firstLine, int32_t lastLine)
 {
     UpdateLines(firstLine, lastLine);
     if (model_.HasSelection()) primaryTimer_.start(kPrimaryDelay);
+    LightsStale();
     RestartBlink();
     updateMicroFocus();
     forTools_.CaretMoved();

@@ -3,10 +3,12 @@
 
 #include "text/SourceView.h"
 #include "text/widget/AccessibleText.h"
+#include "text/widget/Glide.h"
 #include "text/widget/LineCache.h"
 #include "text/widget/LinePainter.h"
 #include "text/widget/MouseHandler.h"
-#include "text/widget/ViewGeometry.h"
+#include "text/widget/ScrollMarks.h"
+#include "text/widget/ViewLights.h"
 
 #include <QAbstractScrollArea>
 #include <QTimer>
@@ -32,6 +34,8 @@ public:
     /// Cell of the character at a place in the viewport, empty when out of sight.
     QRectF CellOf(Position p) { return Settled().CellOf(p); }
     QRectF CaretRect() { return Settle(), CaretBox(); }
+    /// The cell nearest to a point, which may be behind the end of its line.
+    CellPlace CellAt(QPointF point) { return Settled().CellAt(point); }
     ScreenStyle StyleAt(Position p, int32_t& start, int32_t& end);
 
     /// Steps of one point on the font's size.
@@ -39,7 +43,10 @@ public:
     void SetZoom(int steps);
     void ScrollRows(int32_t rows);
     void ScrollPixels(QPointF delta);
-    void RevealPlace(Position p);
+    void RevealPlace(Position p, int32_t beyond = 0);
+    /// Does what scrolls, and shows the way there if the user likes to see it.
+    void ScrollSmoothly(const std::function<void()>& scroll);
+    ScrollMarks& Marks() { return *scrollMarks_; }
     /// Pastes the desktop's primary selection.
     void PastePrimary(Position at);
     /// Makes the selection the desktop's primary selection, at once.
@@ -61,12 +68,15 @@ public:
     void AppearanceChanged() override;
     bool MoveRows(Position& at, int32_t rows, double& goal) const override;
     bool RowOf(Position at, int32_t& first, int32_t& last) const override;
+    int32_t CellsBefore(Position at) const override;
+    int32_t ColumnAtCell(int32_t line, int32_t cell) const override;
 
     // BufferListener
     void TextChanged(const TextChange& change) override;
     void TextReset() override;
     void LinesRepaint(int32_t first, int32_t last) override;
     void FoldingChanged() override;
+    void ModifiedChanged(bool modified) override;
 
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
@@ -120,17 +130,26 @@ private:
     void SettleSoon();
     ViewGeometry& Settled() { return Settle(), geometry_; }
     QRectF CaretBox();
+    QRectF CaretBoxAt(Position caret, int32_t beyond, int32_t shownOffset);
+    /// Calls `visit(box)` for the carets in the lines in sight.
+    template <typename Visit>
+    void ForEachCaret(Visit&& visit);
     /// Repaints what a scroll brought in, moving the rest.
     void Scrolled(ViewGeometry::Place old);
     void ShowChange(int32_t first, int32_t last);
     void UpdateLines(int32_t first, int32_t last);
     void UpdateCaret();
+    void UpdateMargin();
     void RestartBlink();
     void Blink();
     void PaintText(QPainter& painter, const QRectF& dirty);
     void PaintMargin(QPainter& painter, const QRectF& dirty);
     void PaintCarets(QPainter& painter);
     PaintedLine Describe(int32_t line, qreal y, const QRectF& clip);
+    void DescribeSelections(int32_t line, PaintedLine& painted);
+    /// What is lit has to be looked up anew: soon, and the name at the caret when it rests there.
+    void LightsStale();
+    void TakeName();
     /// Scans what is in sight before any of it is painted.
     void ScanVisible(const QRectF& dirty);
     void ScanIdle();
@@ -145,6 +164,9 @@ private:
     SignPainter signs_;
     LineCache cache_;
     mutable ViewGeometry geometry_;
+    ViewLights lights_;
+    ScrollMarks* scrollMarks_; ///< the area's own
+    Glide glide_;
     LinePainter linePainter_;
     MarginPainter marginPainter_;
     MouseHandler mouse_;
@@ -152,9 +174,11 @@ private:
     QTimer blinkTimer_;
     QTimer scanTimer_;
     QTimer primaryTimer_;
+    QTimer nameTimer_;
     QString preedit_;
     int32_t preeditCursor_ = 0;
     std::optional<Position> dropCaret_;
+    std::vector<ColumnRange> selections_; ///< of the line being painted
     QPointF wheelRest_;
     int zoom_ = 0;
     Change changed_;           ///< by the edits of the present step, not yet shown
@@ -165,7 +189,8 @@ private:
     bool caretOn_ = true;
     bool caretWanted_ = false; ///< in sight, when the edits are through
     bool barsStale_ = false;
-    bool settling_ = false; ///< is asked for
+    bool settling_ = false;  ///< is asked for
+    bool nameMoved_ = false; ///< the caret, since the timer runs
 };
 
 } // namespace nib

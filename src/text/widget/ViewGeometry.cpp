@@ -20,7 +20,9 @@ void ViewGeometry::Measure(QSizeF viewport, qreal tallest)
 void ViewGeometry::TextMoved(const TextChange* change)
 {
     int32_t line = topLine_;
-    if (change && change->oldEnd.line <= line && change->start.line < line) {
+    if (change && change->ranges) {
+        line = change->Map({0, line}, true).line;
+    } else if (change && change->oldEnd.line <= line && change->start.line < line) {
         line = std::max(line + change->newEnd.line - change->oldEnd.line, change->start.line);
     }
     line = std::clamp(line, 0, Buffer().LineCount() - 1);
@@ -125,13 +127,13 @@ void ViewGeometry::SetLeft(qreal left)
     left_ = cache_.WrapWidth() > 0 ? 0 : std::max(left, 0.0);
 }
 
-void ViewGeometry::Reveal(Position p)
+void ViewGeometry::Reveal(Position p, int32_t beyond)
 {
     const LineEntry& entry = cache_.Measured(p.line);
     const LineLayout& layout = entry.layout;
     int32_t column = entry.ToShown(p.col);
     int32_t row = layout.RowOf(column);
-    qreal x = layout.XOf(column);
+    qreal x = layout.XOf(column) + beyond * metrics_.CharWidth();
     qreal height = metrics_.LineHeight();
     int32_t index = Buffer().VisibleIndex(p.line);
     qreal rowTop = row * height;
@@ -221,6 +223,27 @@ std::optional<QPointF> ViewGeometry::CaretAt(Position p, int32_t shownOffset)
     const LineLayout& layout = cache_.Measured(p.line).layout;
     int32_t column = p.col + shownOffset;
     return QPointF(TextX() + layout.XOf(column), *top + layout.RowOf(column) * metrics_.LineHeight());
+}
+
+int32_t ViewGeometry::CellsBefore(Position p)
+{
+    if (cache_.WrapWidth() > 0 || IsOnGrid(p.line)) return p.col;
+    const LineEntry& entry = cache_.Measured(p.line);
+    return static_cast<int32_t>(std::lround(entry.layout.XOf(entry.ToShown(p.col)) / metrics_.CharWidth()));
+}
+
+int32_t ViewGeometry::ColumnAtCell(int32_t line, int32_t cell)
+{
+    if (cache_.WrapWidth() > 0 || IsOnGrid(line)) return cell;
+    const LineEntry& entry = cache_.Measured(line);
+    return entry.FromShown(entry.layout.ColumnAt(0, cell * metrics_.CharWidth()));
+}
+
+CellPlace ViewGeometry::CellAt(QPointF point)
+{
+    const Position p = PositionAt(point);
+    if (cache_.WrapWidth() > 0) return {p.line, p.col};
+    return {p.line, std::max(static_cast<int32_t>(std::lround((point.x() - TextX()) / metrics_.CharWidth())), 0)};
 }
 
 void ViewGeometry::RowOf(Position at, int32_t& first, int32_t& last)

@@ -48,7 +48,7 @@ public:
     void ScrollBy(qreal pixels);
     void SetLeft(qreal left);
     /// Scrolls as little as brings the place into sight.
-    void Reveal(Position p);
+    void Reveal(Position p, int32_t beyond = 0);
 
     // Places
     qreal TextX() const { return margin_.width - left_; }
@@ -63,6 +63,10 @@ public:
     bool MoveRows(Position& at, int32_t rows, double& goal);
     /// The columns of the place's row; of a row that goes on below, `last` is its last caret place.
     void RowOf(Position at, int32_t& first, int32_t& last);
+    /// Cells from the left, by which lines stand under one another; in wrapped lines a column is one.
+    int32_t CellsBefore(Position p);
+    int32_t ColumnAtCell(int32_t line, int32_t cell);
+    CellPlace CellAt(QPointF point);
     /// Calls `visit(line, y)` for the lines between two heights.
     template <typename Visit>
     void ForEach(qreal top, qreal bottom, Visit visit)
@@ -78,6 +82,8 @@ public:
     }
 
 private:
+    /// Known without a layout: a character is a cell.
+    bool IsOnGrid(int32_t line) { return metrics_.FixedPitch() && !Buffer().LineUnits(line).wide; }
     SourceDocument& Buffer() { return model_.Document(); }
     struct Top {
         int32_t index = 0;

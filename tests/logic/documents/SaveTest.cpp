@@ -74,6 +74,37 @@ TEST(FileSaveTest, AFailingWriteKeepsWorkAndLock)
     t.ExpectCalm();
 }
 
+TEST(FileSaveTest, WhatIsEditedMeanwhileIsNotSavedAndNotLost)
+{
+    TestProgram t;
+    auto document = t.StoreAndOpen(kMain, u"one");
+    SourceDocument& text = t.View(*document).txtText().Document();
+    text.InsertText({0, 0}, u"x");
+    t.Store().whileBusy = [&] {
+        text.InsertText({0, 0}, u"y");
+        EXPECT_FALSE(document->FileClose(false) || document->FileNew() || document->Reload());
+        EXPECT_FALSE(document->FileSave() || document->ItemSaveAs(t.Item(kOther)));
+        EXPECT_FALSE(document->ItemOpen(t.Item(kOther), false));
+    };
+    EXPECT_TRUE(document->FileSave());
+    EXPECT_EQ(t.Stored(kMain), u"xone");
+    EXPECT_EQ(document->TitleText().substr(0, 1), u"*");
+    document->Undo();
+    EXPECT_FALSE(document->IsDirty());
+    document->Redo();
+    t.Store().whileBusy = [&] { text.InsertText({0, 0}, u"z"); };
+    t.boxes.Answer({message_box::kAnswerYes, message_box::kAnswerYes});
+    EXPECT_FALSE(t.program.Files().FileClose(*document)) << "it has something again that is not stored";
+    EXPECT_FALSE(document->FileClose(true));
+    t.Store().writeFailure = Error{error_number::kStorage, u"no"};
+    EXPECT_FALSE(document->FileSave());
+    t.Store().whileBusy = nullptr;
+    EXPECT_EQ(t.Stored(kMain), u"zyxone");
+    EXPECT_EQ(document->GetText(), u"zzzyxone");
+    EXPECT_TRUE(document->IsDirty());
+    EXPECT_EQ(t.boxes.Take().size(), 3U);
+}
+
 TEST(FileSaveTest, ANewItemBecomesAnExistingOne)
 {
     TestProgram t;

@@ -29,6 +29,7 @@ struct Program {
 
     std::string With(std::vector<TextRange> ranges)
     {
+        if (ranges.empty()) return {};
         std::sort(ranges.begin(), ranges.end(), [](auto& a, auto& b) { return b.start < a.start; });
         Text shown;
         for (int32_t line = text.LineCount() - 1; line >= 0; --line) {
@@ -42,44 +43,44 @@ struct Program {
         }
         return ToUtf8(shown);
     }
-    std::string Block()
+    template <typename Visit>
+    void EachLine(Visit&& visit)
+    {
+        std::vector<Token> tokens;
+        for (int32_t line = 0; line < text.LineCount(); ++line) text.ScanLine(line, tokens), visit(line, tokens);
+    }
+    std::vector<TextRange> Block()
     {
         std::optional<BlockMatch> match = MatchBlock(text, caret);
         if (!match) return {};
-        std::vector<Token> tokens;
-        for (int32_t line = 0; line < text.LineCount(); ++line) {
-            text.ScanLine(line, tokens);
-            AddMiddles(text, *match, line, tokens, match->words);
-        }
-        return With(match->words);
+        EachLine([&](int32_t line, auto& tokens) { AddMiddles(text, *match, line, tokens, match->words); });
+        return match->words;
     }
-    std::string Brackets()
+    std::vector<TextRange> Brackets()
     {
         const auto match = MatchBrackets(text, caret);
-        return match ? With({match->first, match->second}) : std::string();
+        return match ? std::vector{match->first, match->second} : std::vector<TextRange>();
     }
-    std::string Jump()
+    std::vector<TextRange> Jump()
     {
         const auto range = MatchingWord(text, caret);
-        return range ? With({*range}) : std::string();
+        return range ? std::vector{*range} : std::vector<TextRange>();
     }
-    std::string Names()
+    std::vector<TextRange> Names()
     {
         const Occurrences names(NameAt(text, caret));
         std::vector<TextRange> ranges;
-        std::vector<Token> tokens;
-        for (int32_t line = 0; line < text.LineCount(); ++line) {
-            text.ScanLine(line, tokens);
+        EachLine([&](int32_t line, auto& tokens) {
             names.InLine(text.GetLine(line), tokens, [&](ColumnRange r) {
                 ranges.push_back({{r.first, line}, {r.last, line}});
             });
-        }
-        return ranges.empty() ? std::string() : With(ranges);
+        });
+        return ranges;
     }
 };
 
 struct Row {
-    std::string (Program::*what)();
+    std::vector<TextRange> (Program::*what)();
     const char16_t* source;
     const char* shown;
 };
@@ -87,7 +88,6 @@ struct Row {
 const Row kRows[] = {
     {&Program::Block, u"IF A TH|EN/B/END", "[IF] A [THEN]/B/[END]"},
     {&Program::Block, u"|IF A THEN/B/END", "[IF] A [THEN]/B/[END]"},
-    {&Program::Block, u"IF A THEN B = I|F", ""},
     {&Program::Block, u"I|F A THEN B ELSE C", ""},
     {&Program::Block, u"IF A THEN/IF B THEN C/EN|D", "[IF] A [THEN]/IF B THEN C/[END]"},
     {&Program::Block, u"IF A THEN I|F B THEN/C/END", "IF A THEN [IF] B [THEN]/C/[END]"},
@@ -111,12 +111,10 @@ const Row kRows[] = {
     {&Program::Jump, u"|IF A THEN/B/END ELSE/C/END", "IF A THEN/B/END ELSE/C/[END]"},
     {&Program::Jump, u"LOOP/WHILE| A/REPEAT", "LOOP/WHILE A/[REPEAT]"},
     {&Program::Jump, u"X = F(A, (B)|)", "X = F[(]A, (B))"},
-    {&Program::Jump, u"X = |A", ""},
     {&Program::Brackets, u"X = F|(A, (B))", "X = F[(]A, (B)[)]"},
     {&Program::Brackets, u"X = F(A, \")\", G(1)|)", "X = F[(]A, \")\", G(1)[)]"},
     {&Program::Brackets, u"X = \"(a|)\"", "X = \"[(]a[)]\""},
     {&Program::Brackets, u"CALL A|(B, * see (1)/C)", "CALL A[(]B, * see (1)/C[)]"},
-    {&Program::Brackets, u"X = A[1|, 2]", ""},
     {&Program::Brackets, u"X = A[1, 2]|", "X = A[[]1, 2[]]"},
     {&Program::Brackets, u"* a ) b/X = (|1", ""},
     {&Program::Names, u"ORD.N|R = 1/X = ord.nr + ORD.NR2/* ORD.NR/Y = \"ORD.NR\"",
@@ -131,7 +129,7 @@ TEST(Matching, MarksWhatBelongsTogether)
 {
     for (const Row& row : kRows) {
         Program program(row.source);
-        EXPECT_EQ((program.*row.what)(), row.shown) << ToUtf8(row.source);
+        EXPECT_EQ(program.With((program.*row.what)()), row.shown) << ToUtf8(row.source);
     }
 }
 
@@ -147,9 +145,9 @@ TEST(Matching, WhatOpensABlockIsFoundFromItsEnd)
         if (end < 0) continue;
         const auto match = MatchBlock(program.text, {0, end});
         ASSERT_TRUE(match) << line;
-        const bool found = std::any_of(match->parts.begin(), match->parts.end(),
-                                       [&](auto& part) { return part.begin.start.line == line; });
-        EXPECT_TRUE(found) << line << " " << end;
+        EXPECT_TRUE(std::any_of(match->parts.begin(), match->parts.end(), [&](auto& part) {
+            return part.begin.start.line == line;
+        })) << line;
         ++pairs;
     }
     EXPECT_GT(pairs, 1000);
@@ -160,7 +158,7 @@ TEST(Matching, NothingIsSaidOfWhatIsNotScanned)
     Program program(u"LOOP|/REPEAT");
     program.text.SetLexer(&program.lexer);
     EXPECT_FALSE(MatchBlock(program.text, program.caret));
-    EXPECT_EQ(program.Jump(), "LOOP/[REPEAT]");
+    EXPECT_EQ(program.With(program.Jump()), "LOOP/[REPEAT]");
 }
 
 } // namespace nib::test::matching_test

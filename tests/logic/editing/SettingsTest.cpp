@@ -63,7 +63,9 @@ TEST(Settings, DefaultsAreStoredUnderTheseNamesAndTexts)
                     u"GotoLineNumber=False; AutoRecover=True; ToolbarHotTrack=True; ToolbarLargeIcons=False; "
                     u"ResultsFontName=; ResultsFontSize=; RecentListSize=4; RecentFileCount=0; "
                     u"MinMaxClose=False; CollapseBlocks=False; SearchEOD=0; DisableHostConfig=False; "
-                    u"RecentSearchCount=0; ReopenDocuments=False; CleanCompileCommand=; IndentByBlocks=True; ");
+                    u"RecentSearchCount=0; ReopenDocuments=False; CleanCompileCommand=; IndentByBlocks=True; "
+                    u"CurrentLine=True; Matches=True; ChangeBars=True; IndentGuides=True; VisibleBlanks=False; "
+                    u"SmoothScrolling=True; ");
 }
 
 TEST(Settings, StoredTextsAreReadByTheRuleOfTheirField)

@@ -12,16 +12,19 @@ Keys operator+(Keys keys, const Keys& more)
     return keys;
 }
 
-const Keys kDesign{u"New",           u"Open",       u"Exit",      u"Settings",      u"Results",       u"ViewToolbar",
-                   u"ViewStatusbar", u"HelpTopics", u"HelpAbout", u"FindInAccount", u"IndentByBlocks"};
+const Keys kDesign{
+    u"New",           u"Open",       u"Exit",         u"Settings",      u"Results",        u"ViewToolbar",
+    u"ViewStatusbar", u"HelpTopics", u"HelpAbout",    u"FindInAccount", u"IndentByBlocks", u"CurrentLine",
+    u"Matches",       u"ChangeBars", u"IndentGuides", u"VisibleBlanks", u"SmoothScrolling"};
 const Keys kWithDocument{u"Close",          u"Print",        u"Properties",   u"DeleteLine",     u"SelectAll",
                          u"IndentBlock",    u"OutdentBlock", u"CommentBlock", u"UncommentBlock", u"Find",
                          u"FindNext",       u"Replace",      u"Goto",         u"ToggleBookmark", u"ClearAllBookmarks",
                          u"ValueMark",      u"SubValueMark", u"Highlight",    u"ToggleCase",     u"SaveAs",
                          u"TileHorizontal", u"TileVertical", u"Cascade",      u"Maximize"};
 const Keys kBlocks{u"CollapseBlock", u"ExpandBlock", u"CollapseAll", u"ExpandAll"};
-const Keys kLines{u"MoveLinesUp", u"MoveLinesDown", u"DuplicateLines", u"JoinLines", u"SplitView"};
-const Keys kReadOnly = kDesign + kLines + kWithDocument + Keys{u"LineWrap"};
+const Keys kLines{u"MoveLinesUp", u"MoveLinesDown", u"DuplicateLines", u"JoinLines", u"SplitView", u"MatchingWord"};
+const Keys kCarets{u"AddCaretAbove", u"AddCaretBelow", u"SelectNextOccurrence", u"SelectAllOccurrences"};
+const Keys kReadOnly = kDesign + kLines + kCarets + kWithDocument + Keys{u"LineWrap"};
 const Keys kWithoutCompiler = kReadOnly + Keys{u"SaveAll", u"Format"};
 const Keys kWritable = kWithoutCompiler + Keys{u"Compile"};
 
@@ -201,6 +204,18 @@ TEST(CommandTest, TextCommands)
     document->SetText(u"X = 1");
     EXPECT_TRUE(t.Run(u"Format"));
     EXPECT_EQ(document->GetText(), u"      X = 1");
+}
+
+TEST(CommandTest, WaitForWorkToEnd)
+{
+    TestShell t;
+    t.StoreAndOpen(kMain, u"text");
+    t.window.awaiting = true;
+    EXPECT_FALSE(t.Run(u"Close"));
+    EXPECT_EQ(t.Documents().Count(), 1);
+    t.window.awaiting = false;
+    for (const auto& what : t.window.postponed) what();
+    EXPECT_EQ(t.Documents().Count(), 0);
 }
 
 TEST(CommandTest, CompileAsksForASave)

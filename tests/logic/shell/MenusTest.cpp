@@ -70,8 +70,9 @@ TEST(MenuModelTest, AddedToolsStandWhereTheyShould)
     EXPECT_EQ(Lines(keys.end() - 4, keys.end()), (Lines{u"Properties", u"file_1", u"file_2", u"*Exit"}));
     model.Remove(Band::MainMenu, u"FILE_1");
     EXPECT_EQ(model.Find(Band::MainMenu, u"file_1"), nullptr);
-    EXPECT_EQ(Keys(model.Tool(Band::MainMenu, u"Search")), (Lines{u"*Find", u"FindNext", u"Replace", u"FindInAccount",
-                                                                  u"*Goto", u"NavBack", u"NavForward", u"*Bookmarks"}));
+    EXPECT_EQ(Keys(model.Tool(Band::MainMenu, u"Search")),
+              (Lines{u"*Find", u"FindNext", u"Replace", u"FindInAccount", u"*Goto", u"MatchingWord", u"NavBack",
+                     u"NavForward", u"*Bookmarks"}));
 }
 
 TEST(MenuModelTest, NumberedShortcuts)

@@ -46,6 +46,10 @@ void Do(SourceDocument& b, char action)
     case 'u': b.Undo(); break;
     case 'r': b.Redo(); break;
     case 'c': b.ClearUndo(); break;
+    case 'S': b.BeginSaving(); break;
+    case 'E': b.EndSaving(true); break;
+    case 'F': b.EndSaving(false); break;
+    case 'x': b.SetText(u"abc"); break;
     case 'o': b.ExecuteOp(AppendOp()); break;
     default: FAIL() << action;
     }
@@ -86,7 +90,17 @@ TEST(Undo, StepsAndSavePoints)
                         {"marked as modified", "mtu", 0, u"abc", u"abc", true},
                         {"clearing keeps modified", "tc", 0, u"abcx", u"abcx", true},
                         {"clearing keeps unmodified", "tsctu", 0, u"abcx", u"abcx", false},
-                        {"a save point inside a cleared past", "tsttcu", 0, u"abcxxx", u"abcxxx", true}};
+                        {"a save point inside a cleared past", "tsttcu", 0, u"abcxxx", u"abcxxx", true},
+                        {"saved, and nothing meanwhile", "tSE", 1, u"abcx", u"abc", false},
+                        {"a save that fails", "tSF", 1, u"abcx", u"abc", true},
+                        {"typed while it is saved", "tStE", 2, u"abcxx", u"abcx", true},
+                        {"and taken back", "tSttuE", 1, u"abcx", u"abc", false},
+                        {"and taken back later", "tStEu", 1, u"abcx", u"abc", false},
+                        {"typing goes on after what was saved", "tSuEr", 1, u"abcx", u"abc", false},
+                        {"what is saved is undone and lost", "tSuhEu", 0, u"abc", u"abc", true},
+                        {"replaced while it is saved", "tSxE", 0, u"abc", u"abc", true},
+                        {"marked while it is saved", "tSmE", 1, u"abcx", u"abc", true},
+                        {"cleared while it is saved", "tScEtu", 0, u"abcx", u"abcx", true}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         SourceDocument buffer;

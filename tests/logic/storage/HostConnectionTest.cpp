@@ -1,6 +1,7 @@
 #include "HostFixture.h"
 
 #include <chrono>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -22,6 +23,25 @@ TEST_F(HostConnectionTest, AnAccountItemIsReadAndWrittenAsItStood)
     EXPECT_EQ(item->ReadItem(0, 0, 0), u"A=1\r\nPRINT A");
     item->WriteItem(0, 0, 0, u"B=2\r\nPRINT B");
     EXPECT_EQ(BytesOf(folder / "accounts/DEMO/BP/INVOICE"), "B=2\nPRINT B\n");
+}
+
+TEST_F(HostConnectionTest, AnItemAnswersWhileItIsWrittenElsewhere)
+{
+    auto item = Open(u"mvdb:*/DEMO/BP/INVOICE");
+    item->ReadWhole();
+    const Text before = item->Version();
+    const auto elsewhere = [&](const std::function<void()>& work) {
+        EXPECT_EQ(item->State(), StoredState::Same);
+        std::thread(work).join();
+        EXPECT_EQ(item->Version(), before);
+    };
+    item->WriteWhole(LinesIn(u"new"), elsewhere);
+    EXPECT_NE(item->Version(), before);
+    EXPECT_EQ(item->State(), StoredState::Same);
+    folder.File("accounts/DEMO/BP/INVOICE", "of another program");
+    const auto here = [](const std::function<void()>& work) { work(); };
+    EXPECT_NE(ErrorOf([&] { item->WriteWhole(LinesIn(u"mine"), here); }).number, 0);
+    item->WriteWhole(LinesIn(u"mine"), here); // it has been told
 }
 
 TEST_F(HostConnectionTest, ALocalFileIsReadAndWrittenAsItStood)
