@@ -22,7 +22,6 @@ peers | bad | read)
     exit
     ;;
 esac
-scripts/build.sh release nib_bench nib_print_bench nib_marks_bench
+scripts/build.sh release nib_bench nib_print_bench
 build/release/bin/nib_bench "$@"
 build/release/bin/nib_print_bench "$@"
-build/release/bin/nib_marks_bench "$@"

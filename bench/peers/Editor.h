@@ -21,6 +21,9 @@ inline constexpr char kFrequent[] = "ORDER.REC"; ///< in every third line
 inline constexpr char kRare[] = ";* ";           ///< in every hundredth
 inline constexpr char kPut[] = ";*--> ";
 
+/// What is shown beside the text: nothing, all there is, what the settings say at first.
+enum class Marks : uint8_t { None, All, Usual };
+
 /// In a window of its own. After an edit of a few lines those in sight have their colours; ours has them everywhere.
 class Editor {
 public:
@@ -29,6 +32,7 @@ public:
     /// What a file of this path holds, from the disk.
     virtual void Open(const std::string& path) = 0;
     virtual void ColourAll() {}
+    virtual void Show(Marks) {}
     virtual void PutCaret(int32_t line) = 0;
     /// Answers how often the text is there, and knows then where.
     virtual size_t FindAll(const char* text, bool matchCase) = 0;

@@ -23,7 +23,9 @@ public:
         settings_.CollapseBlocks = true;
         document_.SetLexer(&lexer_);
         ApplyViewSettings(widget_.Model(), settings_, &lexer_);
-        Show(widget_);
+        usual_ = widget_.Model().Marks();
+        Show(Marks::None);
+        bench::Show(widget_);
     }
     ~OurEditor() override { document_.SetLexer(nullptr); }
 
@@ -37,6 +39,12 @@ public:
         widget_.Model().SetMarginWidth(MarginWidthFor(widget_.Model()));
     }
     void ColourAll() override { document_.EnsureScanned(); }
+    void Show(Marks marks) override
+    {
+        ViewMarks shown;
+        shown.currentLine = shown.matches = shown.changeBars = shown.indentGuides = shown.visibleBlanks = true;
+        widget_.Model().SetMarks(marks == Marks::All ? shown : marks == Marks::Usual ? usual_ : ViewMarks());
+    }
     void PutCaret(int32_t line) override { widget_.Model().SetCaret({0, line}); }
     size_t FindAll(const char* text, bool matchCase) override
     {
@@ -73,6 +81,7 @@ private:
     LexClass lexer_;
     QtClipboard clipboard_;
     MvEdit settings_;
+    ViewMarks usual_;
     SourceViewWidget widget_{document_, clipboard_};
     StoredLines stored_;
     Text found_;

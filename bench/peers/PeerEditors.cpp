@@ -40,7 +40,7 @@ public:
         Send(Sci::SCI_STYLECLEARALL);
         // What its wrapper tells screen readers counts the characters before each edit; here the component counts.
         Send(Sci::SCI_SETMODEVENTMASK, 0);
-        Show(view_);
+        bench::Show(view_);
     }
 
     QAbstractScrollArea& Widget() override { return view_; }
@@ -130,7 +130,7 @@ public:
         view_.setLineWrapMode(QPlainTextEdit::NoWrap);
         QFont font(QStringLiteral("DejaVu Sans Mono"), 10);
         view_.setFont(font);
-        Show(view_);
+        bench::Show(view_);
     }
 
     QAbstractScrollArea& Widget() override { return view_; }

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <QThread>
 
 #include <stdexcept>
 
@@ -54,6 +55,21 @@ void CaretInPart(Session& s, int32_t time)
     if (time % kKeysALine == 0) s.PutCaret(s.lines / 10 * kPart + time / kKeysALine);
 }
 
+void ShowAllMarks(Session& s, int32_t time)
+{
+    if (time > 0) return;
+    // Behind a name that stands in every third line; the marks come when nobody types.
+    constexpr int kBehindName = 9;
+    s.editor.Show(Marks::All);
+    s.PutCaret(1);
+    s.Press(Qt::Key_End, {});
+    for (int i = 0; i < kBehindName; ++i) s.Press(Qt::Key_Left, {});
+    for (int wait = 0; wait < 10; ++wait) {
+        QThread::msleep(20);
+        Settle(s.editor.Widget());
+    }
+}
+
 template <typename Body>
 void Shown(Session& s, Body&& body)
 {
@@ -79,7 +95,10 @@ std::span<const Row> Rows()
         {"all coloured and folded, from the file", Count::MsOnTop, false, 132, 0.25, 1, nullptr,
          [](Session& s) { s.editor.ColourAll(); }},
         {"a page down", kMs, true, 0.6, 0.35, 60, nullptr, [](Session& s) { s.Page(); }},
-        {"find all, in this case", kMs, false, 8, 0.12, 1, nullptr, [](Session& s) { Find(s, true); }},
+        {"the same with every mark shown", Count::MsMore, true, 0, 0, 60, ShowAllMarks, [](Session& s) { s.Page(); }},
+        {"find all, in this case", kMs, false, 8, 0.12, 1,
+         [](Session& s, int32_t) { s.editor.Show(Marks::Usual), Settle(s.editor.Widget()); },
+         [](Session& s) { Find(s, true); }},
         {"find all, in any case", kMs, false, 28, 0.06, 1, nullptr, [](Session& s) { Find(s, false); }},
         {"fold all", kMs, false, 0, 0.08, 1, nullptr, [](Session& s) { Shown(s, [](Editor& e) { e.FoldAll(true); }); }},
         {"unfold all", kMs, false, 0, 0.08, 1, nullptr,

@@ -20,6 +20,7 @@ struct Session {
 enum class Count : uint8_t {
     Ms,      ///< processor time of the process
     MsOnTop, ///< with that of the row above
+    MsMore,  ///< what something more costs than the row above
     Worst,   ///< the 99th in a hundred of the row above
     MiB,     ///< after the first row
     MostMiB, ///< while it ran

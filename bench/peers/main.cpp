@@ -154,6 +154,7 @@ Misses Missed(const Bench& bench, std::span<const int32_t> sizes)
 {
     constexpr double kMostRatio = 1.2;
     constexpr double kMostGrowth = 1.5;
+    constexpr double kMostMore = 1.3;
     constexpr double kUnseen = 1; // ms
     Misses misses;
     for (size_t row = 0; row < Rows().size(); ++row) {
@@ -169,6 +170,10 @@ Misses Missed(const Bench& bench, std::span<const int32_t> sizes)
             const double most = what.count == Count::Worst ? best + kUnseen : best * kMostRatio;
             miss(lines, "the best peer", bench.Result(row, lines, kOurs), most);
         }
+        if (what.count == Count::MsMore)
+            for (const int32_t lines : sizes)
+                miss(lines, "the row above", bench.Result(row, lines, kOurs),
+                     kMostMore * bench.Result(row - 1, lines, kOurs));
         if (what.count == Count::Worst) continue;
         const double growth = what.flat ? 1 : static_cast<double>(sizes[1]) / sizes[0];
         miss(sizes[1], "fewer lines", bench.Result(row, sizes[1], kOurs),

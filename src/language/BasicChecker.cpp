@@ -72,7 +72,7 @@ void BasicChecker::Directive(const BasicDirective& directive, const Source& sour
     case Kind::Other: return;
     case Kind::Include:
     case Kind::Insert: Include(directive, source, place); return;
-    case Kind::Elsewhere: labels_.SetIncomplete(); return;
+    case Kind::Opaque: labels_.SetIncomplete(); return;
     case Kind::If:
         ++conditionals_;
         blocks_.BeginConditional();

@@ -87,8 +87,8 @@ struct DirectiveRow {
 };
 
 constexpr DirectiveRow kDirectives[] = {
-    {u"INCLUDE", Directive::Include}, {u"INSERT", Directive::Insert}, {u"CHAIN", Directive::Elsewhere},
-    {u"COPY", Directive::Elsewhere},  {u"IFDEF", Directive::If},      {u"IFNDEF", Directive::If},
+    {u"INCLUDE", Directive::Include}, {u"INSERT", Directive::Insert}, {u"CHAIN", Directive::Opaque},
+    {u"COPY", Directive::Opaque},     {u"IFDEF", Directive::If},      {u"IFNDEF", Directive::If},
     {u"IF", Directive::If},           {u"ELSE", Directive::Else},     {u"ELIF", Directive::Else},
     {u"ENDIF", Directive::EndIf},
 };
@@ -311,7 +311,7 @@ BasicDirective ReadInclude(TextView names)
     const TextView first = TakeWord(names);
     const TextView second = TakeWord(names);
     const TextView third = TakeWord(names);
-    BasicDirective elsewhere{Directive::Elsewhere, {}, {}};
+    BasicDirective elsewhere{Directive::Opaque, {}, {}};
     if (first.empty() || IsFarName(first)) return elsewhere;
     if (StartsComment(second)) return {Directive::Include, {}, Text(first)};
     if (IsFarName(second)) return elsewhere;

@@ -118,8 +118,8 @@ struct BasicDirective {
         None,
         Other,
         Include,
-        Insert,    ///< an include that some compilers look for in folders of their own
-        Elsewhere, ///< takes in text in a way that is not understood here
+        Insert, ///< an include that some compilers look for in folders of their own
+        Opaque, ///< takes in text in a way that is not understood here
         If,
         Else,
         EndIf,

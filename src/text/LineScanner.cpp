@@ -307,10 +307,10 @@ bool BlockFolder::CollapseAll()
 bool BlockFolder::ExpandAll()
 {
     if (collapsed_ == 0) return false;
-    for (int32_t line = 0; line < lines_.Count(); ++line) {
-        SetBit(line, own_bits::kCollapsed, false);
-        SetBit(line, own_bits::kHidden, false);
-    }
+    constexpr uint32_t kFolded = own_bits::kCollapsed | own_bits::kHidden;
+    for (int32_t line = 0; line < lines_.Count(); ++line)
+        if (const uint32_t word = lines_.Word(line, kControl); word & kFolded)
+            lines_.SetWord(line, kControl, word & ~kFolded);
     collapsed_ = 0;
     return true;
 }
@@ -336,12 +336,13 @@ bool BlockFolder::HideCollapsed()
     int32_t hiddenTo = -1;
     bool changed = false;
     for (int32_t line = 0; line < lines_.Count(); ++line) {
-        bool hide = line <= hiddenTo;
-        if (hide != IsHidden(line)) {
-            SetBit(line, own_bits::kHidden, hide);
+        const bool hide = line <= hiddenTo;
+        const uint32_t word = lines_.Word(line, kControl);
+        if (hide != ((word & own_bits::kHidden) != 0)) {
+            lines_.SetWord(line, kControl, word ^ own_bits::kHidden);
             changed = true;
         }
-        if (!IsCollapsed(line)) continue;
+        if (!(word & own_bits::kCollapsed)) continue;
         if (fold != folds.end() && fold->first == line) {
             hiddenTo = std::max(hiddenTo, fold++->second);
         } else {

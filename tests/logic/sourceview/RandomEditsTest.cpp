@@ -37,9 +37,9 @@ public:
         switch (dice_.Below(16)) {
         case 0:
         case 1:
-        case 2: Undo(); break;
+        case 2: Walk(true); break;
         case 3:
-        case 4: Redo(); break;
+        case 4: Walk(false); break;
         case 5: document_.ScanSlice(20); break;
         case 6: dice_.OneIn(20) ? document_.CollapseAll() : document_.CollapseBlock(SomeLine()); break;
         case 7: dice_.OneIn(5) ? document_.ExpandAll() : document_.Reveal(SomeLine()); break;
@@ -62,10 +62,10 @@ public:
     }
     void TakeAllBack()
     {
-        while (!done_.empty()) Undo();
+        while (!done_.empty()) Walk(true);
         EXPECT_FALSE(document_.CanUndo());
         CompareAll();
-        while (!undone_.empty()) Redo();
+        while (!undone_.empty()) Walk(false);
         EXPECT_FALSE(document_.CanRedo());
         CompareAll();
     }
@@ -109,21 +109,16 @@ private:
         undone_.clear();
         Put(at, before.size(), after);
     }
-    void Undo()
+    void Walk(bool back)
     {
-        document_.Undo();
-        if (done_.empty()) return;
-        undone_.push_back(std::move(done_.back()));
-        done_.pop_back();
-        Put(undone_.back().line, undone_.back().after.size(), undone_.back().before);
-    }
-    void Redo()
-    {
-        document_.Redo();
-        if (undone_.empty()) return;
-        done_.push_back(std::move(undone_.back()));
-        undone_.pop_back();
-        Put(done_.back().line, done_.back().before.size(), done_.back().after);
+        back ? document_.Undo() : document_.Redo();
+        std::vector<Change>& from = back ? done_ : undone_;
+        std::vector<Change>& to = back ? undone_ : done_;
+        if (from.empty()) return;
+        to.push_back(std::move(from.back()));
+        from.pop_back();
+        const Change& made = to.back();
+        Put(made.line, (back ? made.after : made.before).size(), back ? made.before : made.after);
     }
     void Put(size_t line, size_t count, const std::vector<Text>& with)
     {
@@ -216,10 +211,7 @@ struct Meddler final : BufferListener {
                 ++refused;
             }
         }
-        // These are no edits, and may be.
-        document.BreakTyping();
-        document.VisibleLine(document.VisibleIndex(document.LineCount() - 1));
-        document.EnsureScanned();
+        document.EnsureScanned(); // is no edit
         throw Error{1, u"and it fails"};
     }
 };
