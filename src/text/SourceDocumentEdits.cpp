@@ -347,7 +347,11 @@ Position SourceDocument::MakePart(TextEdit& edit, bool forward)
     const bool breaks = edit.insert && edit.end.line > edit.start.line;
     const uint32_t identity = breaks ? edit.words.front().identity : 0;
     edit.words = TakeText(edit.start, edit.end).words;
-    if (breaks) lines_.SetWord(edit.start.line, kIdentity, identity);
+    if (breaks) {
+        // An empty line that the text was put behind went with it, and what hung on it.
+        const KeptWords kept{edit.words.front().bookmark || HasBookmark(edit.start.line), identity};
+        RestoreWords({false, edit.start, {}, {}, {kept}});
+    }
     LinesMoved(edit.start, edit.end, edit.start);
     return edit.start;
 }

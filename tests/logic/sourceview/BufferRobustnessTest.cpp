@@ -51,6 +51,22 @@ TEST(BufferRobustness, AnOperationTakenBackLeavesTheCaretWhereItChangedTheText)
     EXPECT_EQ(listener.carets.size(), 3u);
 }
 
+TEST(BufferRobustness, ABookmarkOutlivesTheUndoOfBreaksBehindIt)
+{
+    for (TextView text : {u"\r\n\r\n", u"\r\nx", u"x\r\n"}) {
+        SourceDocument buffer;
+        buffer.SetText(u"a\n\nb");
+        buffer.ToggleBookmark(1);
+        buffer.InsertText({0, 1}, text);
+        for (int round = 0; round < 2; ++round) {
+            buffer.Undo();
+            EXPECT_EQ(buffer.BookmarkedLines(), std::vector<int32_t>{1}) << ToUtf8(text);
+            buffer.Redo();
+            EXPECT_EQ(buffer.BookmarkCount(), 1) << ToUtf8(text);
+        }
+    }
+}
+
 TEST(BufferRobustness, BookmarksSetBetweenUndoAndRedoStay)
 {
     SourceDocument buffer;
