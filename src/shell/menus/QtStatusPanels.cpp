@@ -3,9 +3,13 @@
 #include "platform/qt/QtText.h"
 
 #include <QEvent>
+#include <QGlyphRun>
 #include <QPainter>
 #include <QStatusBar>
 #include <QStyle>
+
+#include <algorithm>
+#include <cmath>
 
 namespace nib {
 
@@ -14,6 +18,11 @@ namespace {
 constexpr int kRoomAround = 12;
 
 } // namespace
+
+QtStatusPanel::QtStatusPanel(QWidget* parent) : QLabel(parent)
+{
+    setAutoFillBackground(true); // so that nothing below it is painted with it
+}
 
 void QtStatusPanel::Show(const QString& text)
 {
@@ -41,15 +50,41 @@ QSize QtStatusPanel::sizeHint() const
 void QtStatusPanel::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
+    if (PaintQuickly(painter)) return;
     // Where room was made, or is plenty, nothing need be measured.
     const bool fits = !widest_.isEmpty() || fontMetrics().averageCharWidth() * shown_.size() < width() / 2;
     style()->drawItemText(&painter, rect(), Qt::AlignVCenter | Qt::AlignLeft, palette(), isEnabled(),
                           fits ? shown_ : fontMetrics().elidedText(shown_, Qt::ElideRight, width()), foregroundRole());
 }
 
+bool QtStatusPanel::PaintQuickly(QPainter& painter)
+{
+    const auto isPlain = [](QChar c) { return c.unicode() >= u' ' && c.unicode() < 0x7F; };
+    if (widest_.isEmpty() || !std::all_of(shown_.begin(), shown_.end(), isPlain)) return false;
+    if (!glyphs_.isValid()) glyphs_ = QRawFont::fromFont(font());
+    const QList<quint32> indexes = glyphs_.glyphIndexesForString(shown_);
+    const QList<QPointF> advances = glyphs_.advancesForGlyphIndexes(indexes);
+    if (indexes.size() != shown_.size() || indexes.contains(0U) || advances.size() != indexes.size()) return false;
+    QPointF at(0, std::round((height() - glyphs_.ascent() - glyphs_.descent()) / 2 + glyphs_.ascent()));
+    QList<QPointF> places;
+    places.reserve(indexes.size());
+    for (const QPointF& advance : advances) {
+        places.append(QPointF(std::round(at.x()), at.y()));
+        at += advance;
+    }
+    QGlyphRun run;
+    run.setRawFont(glyphs_);
+    run.setGlyphIndexes(indexes);
+    run.setPositions(places);
+    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole()));
+    painter.drawGlyphRun({}, run);
+    return true;
+}
+
 void QtStatusPanel::changeEvent(QEvent* event)
 {
     QLabel::changeEvent(event);
+    glyphs_ = {};
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) updateGeometry();
 }
 

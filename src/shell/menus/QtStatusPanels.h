@@ -4,6 +4,7 @@
 #include "shell/menus/MenuModel.h"
 
 #include <QLabel>
+#include <QRawFont>
 
 #include <unordered_map>
 
@@ -14,7 +15,7 @@ namespace nib {
 /// A label that paints itself. Its text changes with every key: one of Qt's would have the bar laid out anew each time.
 class QtStatusPanel final : public QLabel {
 public:
-    using QLabel::QLabel;
+    explicit QtStatusPanel(QWidget* parent);
     const QString& Shown() const { return shown_; }
     void Show(const QString& text);
     /// Makes room for such a text, and keeps it, so that the neighbours do not jump about.
@@ -27,8 +28,12 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    /// Places the glyphs itself; false where the font has to be asked for more than one a character.
+    bool PaintQuickly(QPainter& painter);
+
     QString shown_;
     QString widest_;
+    QRawFont glyphs_;
     qsizetype measured_ = 0; ///< characters; a text that is no longer is not measured
 };
 
