@@ -5,6 +5,7 @@
 #include "hosts/TextCoding.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include <unicode/utf16.h>
 
@@ -63,11 +64,23 @@ private:
 /// The same bytes in each coding that is no UTF-16. In a character set by name only the letters and signs of ASCII are.
 bool IsPlain(std::string_view bytes, bool named)
 {
-    const auto least = static_cast<unsigned char>(named ? 0x20 : 0x01);
-    const auto span = static_cast<unsigned char>(0x7E - least);
-    bool other = false;
-    for (char byte : bytes) other |= static_cast<unsigned char>(static_cast<unsigned char>(byte) - least) > span;
-    return !other;
+    // Eight at a time, each byte by its highest bit: one that is above 7E has it or gets it when 1 is added; one that
+    // is below the least does not get it with what takes the least there.
+    constexpr uint64_t kOnes = 0x0101010101010101U;
+    constexpr uint64_t kHigh = 0x80 * kOnes;
+    const uint64_t toHigh = (named ? 0x60 : 0x7F) * kOnes;
+    uint64_t other = 0;
+    const auto look = [&](uint64_t eight) { other |= (eight | (eight + kOnes) | ~(eight + toHigh)) & kHigh; };
+    uint64_t eight = 0;
+    size_t at = 0;
+    for (; at + sizeof eight <= bytes.size(); at += sizeof eight) {
+        std::memcpy(&eight, bytes.data() + at, sizeof eight);
+        look(eight);
+    }
+    eight = 0x20 * kOnes;
+    std::memcpy(&eight, bytes.data() + at, bytes.size() - at);
+    look(eight);
+    return other == 0;
 }
 
 } // namespace
