@@ -11,7 +11,8 @@ namespace nib {
 struct LinewiseText {
     using Visit = std::function<void(const UnitSpan& line)>;
 
-    /// Calls visit(line) for each, in order; there is at least one.
+    /// Calls visit(line) for each, in order; there is at least one. A line of 8 bits a unit stays where it is until the
+    /// walk has ended, any other until the next.
     std::function<void(const Visit& visit)> walk;
     int64_t count = 1;
     size_t units = 0; ///< about as many in all lines

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include <unicode/utf16.h>
 
@@ -71,15 +72,17 @@ bool IsPlain(std::string_view bytes, bool named)
     const uint64_t toHigh = (named ? 0x60 : 0x7F) * kOnes;
     uint64_t other = 0;
     const auto look = [&](uint64_t eight) { other |= (eight | (eight + kOnes) | ~(eight + toHigh)) & kHigh; };
-    uint64_t eight = 0;
-    size_t at = 0;
-    for (; at + sizeof eight <= bytes.size(); at += sizeof eight) {
+    const auto lookAt = [&](size_t at) {
+        uint64_t eight = 0;
         std::memcpy(&eight, bytes.data() + at, sizeof eight);
         look(eight);
+    };
+    if (bytes.size() < sizeof(uint64_t)) {
+        for (char byte : bytes) look(0x20 * (kOnes - 1) + static_cast<unsigned char>(byte));
+        return other == 0;
     }
-    eight = 0x20 * kOnes;
-    std::memcpy(&eight, bytes.data() + at, bytes.size() - at);
-    look(eight);
+    for (size_t at = 0; at + sizeof(uint64_t) <= bytes.size(); at += sizeof(uint64_t)) lookAt(at);
+    lookAt(bytes.size() - sizeof(uint64_t));
     return other == 0;
 }
 
@@ -110,12 +113,24 @@ std::string ItemText::Encode(const LinewiseText& text, const TextForm& form, Tex
     int64_t number = 0;
     bool empty = true;
     Text widened;
+    // Lines that lie one behind the other as they are to be written, as most of a text that was read do.
+    std::string_view run;
+    const bool joins = form.lineEnd == LineEnd::Lf && odd.empty();
     text.walk([&](const UnitSpan& line) {
+        const std::string_view bytes(static_cast<const char*>(line.data), line.wide ? 0 : line.length);
+        const bool plain = !line.wide && !IsWide(form.coding) && IsPlain(bytes, form.coding == TextCoding::Named);
+        if (plain && joins && run.data() && bytes.data() == run.data() + run.size() + 1 &&
+            run.data()[run.size()] == '\n') {
+            run = {run.data(), run.size() + 1 + bytes.size()};
+            ++number;
+            empty = false;
+            return;
+        }
+        out += std::exchange(run, {});
         if (number > 0) ends.Append(number - 1, out);
         empty = number++ == 0 && line.length == 0;
-        const std::string_view bytes(static_cast<const char*>(line.data), line.wide ? 0 : line.length);
-        if (!line.wide && !IsWide(form.coding) && IsPlain(bytes, form.coding == TextCoding::Named)) {
-            out += bytes;
+        if (plain) {
+            run = bytes;
             return;
         }
         if (!line.wide) {
@@ -126,6 +141,7 @@ std::string ItemText::Encode(const LinewiseText& text, const TextForm& form, Tex
         size_t at = 0;
         if (!EncodeLine(units16, form, out, at)) RefuseCharacter(units16, at, number, form, name);
     });
+    out += run;
     if (form.finalBreak && (form.breakAlone || !empty)) ends.Append(number - 1, out);
     if (kind_ == Kind::Server) SwapLineMarks(out);
     return out;
