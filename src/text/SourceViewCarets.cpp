@@ -106,8 +106,9 @@ void SourceView::SetCarets(std::vector<CaretSpan> spans, size_t main)
         span = {SnapToUnit(span.anchor), SnapToUnit(span.caret)};
         if (empty) span.anchor = span.caret = SnapToGrapheme(span.caret);
     }
+    main = std::min(main, spans.size() - 1);
     Carets carets;
-    carets.Set(std::move(spans), std::min(main, spans.size() - 1));
+    carets.Set(std::move(spans), main);
     PlaceAll(std::move(carets));
 }
 
