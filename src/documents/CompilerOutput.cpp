@@ -3,7 +3,8 @@
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
 #include "hosts/NameRules.h"
-#include "language/BasicLine.h"
+#include "language/BasicDirective.h"
+#include "language/WordTable.h"
 #include "platform/posix/FileName.h"
 #include "text/Units.h"
 
