@@ -40,6 +40,7 @@ public:
     /// What follows until Commit is written at one go.
     void Begin();
     void Commit();
+    void Rollback() { transaction_.reset(); }
 
     std::vector<StoredItem> Items();
     std::optional<StoredItem> Find(const ItemName& name);
