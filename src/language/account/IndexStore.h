@@ -29,7 +29,12 @@ struct StoredItem {
 };
 
 /// How an item is of use to others, or they to it.
-enum class ItemUse : int32_t { Includes, Calls, Declares };
+enum class ItemUse : int32_t {
+    Includes,
+    Calls,
+    Declares,
+    Shares, ///< a COMMON that has a name
+};
 
 class IndexStore {
 public:
