@@ -46,8 +46,16 @@ Answer AccountIndex::FromStore(Body&& body, Answer fallback)
     if (!store_) Open();
     if (isBroken_ || !store_) return fallback;
     Answer answer = std::move(fallback);
-    if (FailureOf([&] { answer = body(); })) isBroken_ = true;
+    NoteFailure(FailureOf([&] { answer = body(); }));
     return answer;
+}
+
+/// What another editor holds for too long is whole.
+void AccountIndex::NoteFailure(const std::optional<Error>& failure)
+{
+    if (!failure) return;
+    store_->Rollback();
+    isBroken_ = failure->number != error_number::kLocked;
 }
 
 AccountIndex::AccountIndex(Options options) : options_(std::move(options))
@@ -86,19 +94,19 @@ bool AccountIndex::Work(Deadline until)
         if (isBroken_) return false;
     }
     bool more = true;
-    const auto failure = FailureOf([&] { more = lists_->Work(until); });
-    if (failure) isLost_ = true;
-    isBroken_ = FailureOf([&] {
-                    store_->Begin();
-                    while (const std::optional<ItemName> gone = lists_->TakeGone()) Drop(*gone);
-                    while (!more && Clock::now() < until) {
-                        const std::optional<ItemName> next = lists_->TakeUnread();
-                        if (!next) break;
-                        Process(*next);
-                    }
-                    store_->Commit();
-                }).has_value();
-    return isBroken_ || more || lists_->CountUnread() > 0;
+    if (FailureOf([&] { more = lists_->Work(until); })) isLost_ = true;
+    if (!lists_->HasGone() && (more || lists_->CountUnread() == 0)) return more && !isLost_;
+    NoteFailure(FailureOf([&] {
+        store_->Begin();
+        while (const std::optional<ItemName> gone = lists_->TakeGone()) Drop(*gone);
+        while (!more && Clock::now() < until) {
+            const std::optional<ItemName> next = lists_->TakeUnread();
+            if (!next) break;
+            Process(*next);
+        }
+        store_->Commit();
+    }));
+    return !isLost_ && (isBroken_ || more || lists_->CountUnread() > 0);
 }
 
 void AccountIndex::Process(const ItemName& name)
@@ -123,7 +131,7 @@ void AccountIndex::Process(const ItemName& name)
     if (failure) return lists_->WasRead(name, std::move(stamp), false);
     if (!text) return;
     if (stamp.empty()) stamp = StampOf(*text);
-    Take(name, *text, stamp, false);
+    Take(name, *text, stamp, !store_->Users(ItemUse::Includes, ToUpper(name.item)).empty());
 }
 
 std::shared_ptr<const Program> AccountIndex::Take(const ItemName& name, TextView text, const Text& stamp, bool mustBe)
@@ -240,6 +248,11 @@ std::optional<Text> AccountIndex::Read(const ItemName& name)
     const auto failure = FailureOf([&] { text = options_.reader->Read(name.file, name.item); });
     if (failure && failure->number == error_number::kDeviceUnavailable) isLost_ = true;
     return text;
+}
+
+std::vector<Text> AccountIndex::Ids(TextView file)
+{
+    return OrDefault([&] { return options_.reader->Ids(file); }, std::vector<Text>());
 }
 
 NameList& AccountIndex::Names()

@@ -1,4 +1,5 @@
 #pragma once
+#include "base/Error.h"
 #include "language/account/AccountLists.h"
 #include "language/account/NameList.h"
 
@@ -41,6 +42,9 @@ public:
     std::optional<ItemName> Find(TextView file, TextView item);
     /// Programs that are called so, in any case.
     std::vector<ItemName> ProgramsNamed(TextView item) const;
+    std::vector<ItemName> ItemsNamed(TextView item) const { return lists_->Named(item); }
+    /// Of any file; none when they cannot be had.
+    std::vector<Text> Ids(TextView file);
     /// Null when it is no program. An item that some program includes is one.
     std::shared_ptr<const Program> Get(const ItemName& name);
     /// Programs that use the name, in any case.
@@ -61,6 +65,7 @@ private:
     void Cache(const ItemName& name, std::shared_ptr<const Program> program);
     template <typename Answer, typename Body>
     Answer FromStore(Body&& body, Answer fallback);
+    void NoteFailure(const std::optional<Error>& failure);
 
     Options options_;
     std::unique_ptr<IndexStore> store_;

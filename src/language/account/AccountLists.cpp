@@ -253,6 +253,7 @@ std::optional<ItemName> AccountLists::TakeGone()
 
 void AccountLists::WasRead(const ItemName& name, Text stamp, bool isProgram)
 {
+    wanted_.erase(name);
     const auto file = files_.find(name.file);
     if (file == files_.end()) return;
     if (const auto item = file->second.items.find(name.item); item != file->second.items.end())

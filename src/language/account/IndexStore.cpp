@@ -143,6 +143,8 @@ void IndexStore::PutUses(int64_t id, const Program& program)
         if (!call.name.empty()) uses.emplace(ItemUse::Calls, ToUpper(call.name));
     for (const Routine& routine : program.routines)
         if (!routine.name.empty() && !routine.local) uses.emplace(ItemUse::Declares, ToUpper(routine.name));
+    for (const CommonBlock& block : program.commons)
+        if (block.item == 0 && !block.name.empty()) uses.emplace(ItemUse::Shares, ToUpper(block.name));
     for (const auto& [kind, name] : uses) run_->use.With(static_cast<int32_t>(kind), name, id).Run();
 }
 

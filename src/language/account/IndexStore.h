@@ -29,7 +29,12 @@ struct StoredItem {
 };
 
 /// How an item is of use to others, or they to it.
-enum class ItemUse : int32_t { Includes, Calls, Declares };
+enum class ItemUse : int32_t {
+    Includes,
+    Calls,
+    Declares,
+    Shares, ///< a COMMON that has a name
+};
 
 class IndexStore {
 public:
@@ -40,6 +45,7 @@ public:
     /// What follows until Commit is written at one go.
     void Begin();
     void Commit();
+    void Rollback() { transaction_.reset(); }
 
     std::vector<StoredItem> Items();
     std::optional<StoredItem> Find(const ItemName& name);
