@@ -2,7 +2,8 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
-#include "language/BasicLine.h"
+#include "language/BasicDirective.h"
+#include "language/WordTable.h"
 #include "text/Units.h"
 
 #include <algorithm>

@@ -91,6 +91,8 @@ struct MvEdit {
     bool IndentGuides = true;
     bool VisibleBlanks = false;
     bool SmoothScrolling = true;
+    bool CheckAsYouType = true;
+    bool CompleteWords = true;
     int16_t SearchEOD = 0;
     bool DisableHostConfig = false;
     clsRecentList RecentSearches;
@@ -183,6 +185,8 @@ inline constexpr SettingRow kSettings[] = {
     {u"IndentGuides", &MvEdit::IndentGuides},
     {u"VisibleBlanks", &MvEdit::VisibleBlanks},
     {u"SmoothScrolling", &MvEdit::SmoothScrolling},
+    {u"CheckAsYouType", &MvEdit::CheckAsYouType},
+    {u"CompleteWords", &MvEdit::CompleteWords},
 };
 
 /// The row of this name, which must exist.

@@ -120,7 +120,7 @@ public:
     void Close(const Text& path);
 
     /// Null when it is not open. Good until the next change of it.
-    const Program* Get(const Text& path);
+    const ProgramFacts* Get(const Text& path);
     /// Its own findings and those that the account tells of, ascending.
     std::vector<ProgramFinding> Findings(const Text& path);
     std::vector<LookedWord> Words(const Text& path, int32_t firstLine, int32_t lastLine);
