@@ -2,10 +2,8 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
-#include "hosts/NameRules.h"
 #include "language/BasicDirective.h"
 #include "language/WordTable.h"
-#include "platform/posix/FileName.h"
 #include "text/Units.h"
 
 #include <algorithm>

@@ -16,7 +16,7 @@ Text Counted(int64_t count, TextView one, TextView many)
 }
 
 /// The routine that a call of the item runs; null when it is none that says what it takes.
-const Routine* EntryOf(const Program& program)
+const Routine* EntryOf(const ProgramFacts& program)
 {
     if (program.routines.empty()) return nullptr;
     const Routine& entry = program.routines.front();
@@ -32,7 +32,7 @@ struct Member {
 
 using CommonShape = std::vector<Member>;
 
-CommonShape ShapeOf(const Program& program, const CommonBlock& block)
+CommonShape ShapeOf(const ProgramFacts& program, const CommonBlock& block)
 {
     CommonShape shape;
     for (int32_t member : block.members) {
@@ -88,7 +88,7 @@ Text Shown(const ItemName& name)
 }
 
 /// Its own block of the name, not that of an include; null when there is none.
-const CommonBlock* BlockNamed(const Program& program, TextView name)
+const CommonBlock* BlockNamed(const ProgramFacts& program, TextView name)
 {
     const auto at = std::find_if(program.commons.begin(), program.commons.end(), [&](const CommonBlock& block) {
         return block.item == 0 && EqualsNoCase(block.name, name);
@@ -97,7 +97,7 @@ const CommonBlock* BlockNamed(const Program& program, TextView name)
 }
 
 /// The members of all its blocks without a name, which are one.
-CommonShape UnnamedShape(const Program& program)
+CommonShape UnnamedShape(const ProgramFacts& program)
 {
     CommonShape shape;
     for (const CommonBlock& block : program.commons) {
@@ -110,7 +110,7 @@ CommonShape UnnamedShape(const Program& program)
 
 } // namespace
 
-std::vector<ProgramFinding> AccountFindings::Of(const Program& program, const ItemName& name)
+std::vector<ProgramFinding> AccountFindings::Of(const ProgramFacts& program, const ItemName& name)
 {
     Look look{program, name, {}};
     for (const CallSite& call : program.calls)
@@ -134,7 +134,7 @@ void AccountFindings::Call(Look& look, const CallSite& call)
     // Which of several it is stands in a catalogue that is not known here.
     std::optional<size_t> takes;
     for (const ItemName& item : target.programs) {
-        const std::shared_ptr<const Program> callee = programs_(item);
+        const std::shared_ptr<const ProgramFacts> callee = programs_(item);
         const Routine* entry = callee ? EntryOf(*callee) : nullptr;
         if (!entry || (takes && *takes != entry->parameters.size())) return;
         takes = entry->parameters.size();
@@ -150,7 +150,8 @@ void AccountFindings::Call(Look& look, const CallSite& call)
 }
 
 /// The area without a name is that of the caller: a subroutine may know less of it, but nothing else of it.
-void AccountFindings::UnnamedCommon(Look& look, const CallSite& call, const ItemName& calleeName, const Program& callee)
+void AccountFindings::UnnamedCommon(Look& look, const CallSite& call, const ItemName& calleeName,
+                                    const ProgramFacts& callee)
 {
     const CommonShape mine = UnnamedShape(look.program);
     const CommonShape other = UnnamedShape(callee);
@@ -175,7 +176,7 @@ void AccountFindings::NamedCommon(Look& look, const CommonBlock& block)
     std::vector<Kind> kinds{{mine, look.name, weight(look.name)}};
     for (const ItemName& item : index_.Users(ItemUse::Shares, block.name)) {
         if (item == look.name) continue;
-        const std::shared_ptr<const Program> program = programs_(item);
+        const std::shared_ptr<const ProgramFacts> program = programs_(item);
         const CommonBlock* other = program ? BlockNamed(*program, block.name) : nullptr;
         if (!other) continue;
         const CommonShape shape = ShapeOf(*program, *other);

@@ -9,7 +9,7 @@ namespace nib {
 class AccountFindings {
 public:
     /// A program as it stands, be it open or stored; null when it is none.
-    using Programs = std::function<std::shared_ptr<const Program>(const ItemName&)>;
+    using Programs = std::function<std::shared_ptr<const ProgramFacts>(const ItemName&)>;
 
     /// All outlive this.
     AccountFindings(AccountIndex& index, Catalogue& catalogue, Programs programs)
@@ -18,17 +18,17 @@ public:
     }
 
     /// In no order.
-    std::vector<ProgramFinding> Of(const Program& program, const ItemName& name);
+    std::vector<ProgramFinding> Of(const ProgramFacts& program, const ItemName& name);
 
 private:
     struct Look {
-        const Program& program;
+        const ProgramFacts& program;
         const ItemName& name;
         std::vector<ProgramFinding> found;
     };
 
     void Call(Look& look, const CallSite& call);
-    void UnnamedCommon(Look& look, const CallSite& call, const ItemName& calleeName, const Program& callee);
+    void UnnamedCommon(Look& look, const CallSite& call, const ItemName& calleeName, const ProgramFacts& callee);
     void NamedCommon(Look& look, const CommonBlock& block);
 
     AccountIndex& index_;

@@ -20,7 +20,7 @@ constexpr size_t kMostCached = 96;
 constexpr int32_t kMostRebuilt = 2;
 
 /// What others see of an included program: without its places.
-std::string Outside(Program program)
+std::string Outside(ProgramFacts program)
 {
     program.occurrences.clear();
     program.calls.clear();
@@ -134,13 +134,14 @@ void AccountIndex::Process(const ItemName& name)
     Take(name, *text, stamp, !store_->Users(ItemUse::Includes, ToUpper(name.item)).empty());
 }
 
-std::shared_ptr<const Program> AccountIndex::Take(const ItemName& name, TextView text, const Text& stamp, bool mustBe)
+std::shared_ptr<const ProgramFacts> AccountIndex::Take(const ItemName& name, TextView text, const Text& stamp,
+                                                       bool mustBe)
 {
-    const std::optional<Program> before = store_->Get(name);
-    std::shared_ptr<const Program> program;
+    const std::optional<ProgramFacts> before = store_->Get(name);
+    std::shared_ptr<const ProgramFacts> program;
     if (mustBe || LooksLikeProgram(text, *options_.dialect)) {
         underWay_.insert(name);
-        program = std::make_shared<const Program>(options_.analyse(name, text));
+        program = std::make_shared<const ProgramFacts>(options_.analyse(name, text));
         underWay_.erase(name);
     }
     store_->Put(name, stamp, program.get());
@@ -211,7 +212,7 @@ std::vector<ItemName> AccountIndex::ProgramsNamed(TextView item) const
     return named;
 }
 
-std::shared_ptr<const Program> AccountIndex::Get(const ItemName& name)
+std::shared_ptr<const ProgramFacts> AccountIndex::Get(const ItemName& name)
 {
     if (const auto known = cached_.find(name); known != cached_.end()) {
         cache_.splice(cache_.begin(), cache_, known->second);
@@ -221,10 +222,10 @@ std::shared_ptr<const Program> AccountIndex::Get(const ItemName& name)
     const AccountLists::Item* item = lists_->Find(listed);
     if (!item || underWay_.contains(name)) return nullptr;
     return FromStore(
-        [&]() -> std::shared_ptr<const Program> {
-            std::optional<Program> stored = item->wasRead && item->isProgram ? store_->Get(name) : std::nullopt;
+        [&]() -> std::shared_ptr<const ProgramFacts> {
+            std::optional<ProgramFacts> stored = item->wasRead && item->isProgram ? store_->Get(name) : std::nullopt;
             if (stored) {
-                auto program = std::make_shared<const Program>(*std::move(stored));
+                auto program = std::make_shared<const ProgramFacts>(*std::move(stored));
                 Cache(name, program);
                 return program;
             }
@@ -234,7 +235,7 @@ std::shared_ptr<const Program> AccountIndex::Get(const ItemName& name)
             if (stamp.empty()) stamp = StampOf(*text);
             return Take(name, *text, stamp, true);
         },
-        std::shared_ptr<const Program>());
+        std::shared_ptr<const ProgramFacts>());
 }
 
 std::vector<ItemName> AccountIndex::Users(ItemUse use, TextView name)
@@ -269,7 +270,7 @@ NameList& AccountIndex::Names()
     return *names_;
 }
 
-void AccountIndex::Cache(const ItemName& name, std::shared_ptr<const Program> program)
+void AccountIndex::Cache(const ItemName& name, std::shared_ptr<const ProgramFacts> program)
 {
     if (const auto known = cached_.find(name); known != cached_.end()) {
         cache_.erase(known->second);

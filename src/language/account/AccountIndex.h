@@ -14,7 +14,7 @@ namespace nib {
 class AccountIndex {
 public:
     /// Makes the facts of a program; the index itself is where its includes come from.
-    using Analyse = std::function<Program(const ItemName& name, TextView text)>;
+    using Analyse = std::function<ProgramFacts(const ItemName& name, TextView text)>;
 
     struct Options {
         std::unique_ptr<ItemReader> reader;
@@ -46,7 +46,7 @@ public:
     /// Of any file; none when they cannot be had.
     std::vector<Text> Ids(TextView file);
     /// Null when it is no program. An item that some program includes is one.
-    std::shared_ptr<const Program> Get(const ItemName& name);
+    std::shared_ptr<const ProgramFacts> Get(const ItemName& name);
     /// Programs that use the name, in any case.
     std::vector<ItemName> Users(ItemUse use, TextView name);
     /// Those that an item is a part of, be it by way of others.
@@ -59,10 +59,10 @@ private:
     void Open();
     void Start();
     void Process(const ItemName& name);
-    std::shared_ptr<const Program> Take(const ItemName& name, TextView text, const Text& stamp, bool mustBe);
+    std::shared_ptr<const ProgramFacts> Take(const ItemName& name, TextView text, const Text& stamp, bool mustBe);
     void RenewIncluders(const ItemName& name);
     void Drop(const ItemName& name);
-    void Cache(const ItemName& name, std::shared_ptr<const Program> program);
+    void Cache(const ItemName& name, std::shared_ptr<const ProgramFacts> program);
     template <typename Answer, typename Body>
     Answer FromStore(Body&& body, Answer fallback);
     void NoteFailure(const std::optional<Error>& failure);
@@ -70,7 +70,7 @@ private:
     Options options_;
     std::unique_ptr<IndexStore> store_;
     std::unique_ptr<AccountLists> lists_;
-    std::list<std::pair<ItemName, std::shared_ptr<const Program>>> cache_; ///< used last comes first
+    std::list<std::pair<ItemName, std::shared_ptr<const ProgramFacts>>> cache_; ///< used last comes first
     std::map<ItemName, decltype(cache_)::iterator> cached_;
     std::set<ItemName> underWay_; ///< includes in a circle
     std::optional<NameList> names_;

@@ -123,7 +123,7 @@ std::optional<StoredItem> IndexStore::Find(const ItemName& name)
     return found;
 }
 
-void IndexStore::Put(const ItemName& name, const Text& stamp, const Program* program)
+void IndexStore::Put(const ItemName& name, const Text& stamp, const ProgramFacts* program)
 {
     const std::string outline = program ? BytesOf(program->outline) : std::string();
     const std::string facts = program ? BytesOf(*program) : std::string();
@@ -135,7 +135,7 @@ void IndexStore::Put(const ItemName& name, const Text& stamp, const Program* pro
     if (program) PutUses(id, *program);
 }
 
-void IndexStore::PutUses(int64_t id, const Program& program)
+void IndexStore::PutUses(int64_t id, const ProgramFacts& program)
 {
     std::set<std::pair<ItemUse, Text>> uses;
     for (const IncludeSite& include : program.includes) uses.emplace(ItemUse::Includes, ToUpper(include.item));
@@ -163,11 +163,11 @@ void IndexStore::Forget(const ItemName& name)
     run_->forget.With(name.file, name.item).Run();
 }
 
-std::optional<Program> IndexStore::Get(const ItemName& name)
+std::optional<ProgramFacts> IndexStore::Get(const ItemName& name)
 {
     Statement& row = run_->facts.With(name.file, name.item);
     if (!row.Step()) return std::nullopt;
-    Program program = ProgramOf(row.Bytes(0));
+    ProgramFacts program = ProgramOf(row.Bytes(0));
     row.Reset();
     return program;
 }

@@ -50,12 +50,12 @@ public:
     std::vector<StoredItem> Items();
     std::optional<StoredItem> Find(const ItemName& name);
     /// Null: it is no program.
-    void Put(const ItemName& name, const Text& stamp, const Program* program);
+    void Put(const ItemName& name, const Text& stamp, const ProgramFacts* program);
     void Remove(const ItemName& name);
     /// It is to be read again, by this editor or a later one.
     void Forget(const ItemName& name);
 
-    std::optional<Program> Get(const ItemName& name);
+    std::optional<ProgramFacts> Get(const ItemName& name);
     /// Items that use the name, which is in capitals.
     std::vector<ItemName> Users(ItemUse use, const Text& name);
     /// The outline of every program.
@@ -73,7 +73,7 @@ private:
     };
 
     void Prepare(const Text& identity);
-    void PutUses(int64_t id, const Program& program);
+    void PutUses(int64_t id, const ProgramFacts& program);
 
     std::unique_ptr<Database> database_;
     std::unique_ptr<Statements, Closer> run_;

@@ -43,9 +43,9 @@ struct AccountIndexTest : testing::Test {
         *holder = index.get();
         return index;
     }
-    static Program Analyse(AccountIndex& index, const ItemName& name, TextView text, int depth = 0)
+    static ProgramFacts Analyse(AccountIndex& index, const ItemName& name, TextView text, int depth = 0)
     {
-        Program program;
+        ProgramFacts program;
         for (const Text& line : Split(text, u'\n')) {
             const Text word(Field(line, u' ', 1));
             Text second(Field(line, u' ', 2));
