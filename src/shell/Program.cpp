@@ -76,6 +76,7 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
       outside_(*this), history_(services_, ports.clock),
       assistance_(services_, ports.timers, ports.clock, ports.assist)
 {
+    assistance_.StateChanged = [this] { StateChanged(); };
     ports_.store.TellTrouble([this](TextView why) { Trouble(kNoSettings, why); });
 }
 

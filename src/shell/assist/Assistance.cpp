@@ -91,8 +91,7 @@ void Assistance::SettingsChanged()
 bool Assistance::Wants(const mvDocument& document) const
 {
     const auto found = followed_.find(document.DocumentID());
-    return found != followed_.end() && document.Highlight() &&
-           found->second.text->Document().LineCount() <= kMostLines;
+    return found != followed_.end() && document.Highlight() && found->second.text->Document().LineCount() <= kMostLines;
 }
 
 std::vector<std::shared_ptr<mvDocument>> Assistance::Documents() const
@@ -105,8 +104,8 @@ std::vector<std::shared_ptr<mvDocument>> Assistance::Documents() const
 
 std::shared_ptr<mvDocument> Assistance::OpenDocument(TextView path) const
 {
-    const auto found = std::find_if(followed_.begin(), followed_.end(),
-                                    [&](const auto& entry) { return entry.second.told == path; });
+    const auto found =
+        std::find_if(followed_.begin(), followed_.end(), [&](const auto& entry) { return entry.second.told == path; });
     return found == followed_.end() ? nullptr : found->second.document.lock();
 }
 
@@ -245,6 +244,25 @@ void Assistance::Show(Followed& followed, std::vector<ProgramFinding> findings)
     if (findings.empty() && followed.text->Findings().empty()) return;
     followed.text->SetFindings(std::move(findings));
     if (FindingsChanged) FindingsChanged(followed.id);
+}
+
+void Assistance::GoTo(int32_t documentId, Position at, TextView why)
+{
+    const auto document = services_.openDocuments.ById(documentId);
+    if (!document || !document->View()) return;
+    if (const auto from = services_.openDocuments.ById(services_.frame.ActiveDocument()))
+        services_.shell.RecordPosition(*from);
+    document->View()->txtText().SetCaret(at);
+    document->Activate();
+    services_.frame.SetStatusText(1, why);
+}
+
+void Assistance::GoToFinding(int32_t documentId, bool backward)
+{
+    if (const auto next = NextFinding(documentId, backward))
+        GoTo(next->document->DocumentID(), next->finding.at.start, next->finding.message);
+    else
+        services_.frame.SetStatusText(1, u"No problems are known.");
 }
 
 const std::vector<ProgramFinding>& Assistance::Findings(int32_t documentId) const

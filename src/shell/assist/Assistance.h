@@ -60,12 +60,13 @@ public:
     {
         Followed* followed = AskedOf(document);
         if (!followed) return false;
-        worker_->Ask([path = followed->told, question = std::move(question)](
-                         LanguageService& service) { return question(service, path); },
-                     [this, id = followed->id, revision = followed->text->Revision(),
-                      take = std::move(take)](auto& answer) {
-                         if (IsAt(id, revision)) take(answer);
-                     });
+        worker_->Ask(
+            [path = followed->told, question = std::move(question)](LanguageService& service) {
+                return question(service, path);
+            },
+            [this, id = followed->id, revision = followed->text->Revision(), take = std::move(take)](auto& answer) {
+                if (IsAt(id, revision)) take(answer);
+            });
         return true;
     }
     /// The same of no text.
@@ -77,6 +78,10 @@ public:
         worker_->Ask(std::move(question), std::move(take));
         return true;
     }
+    /// Takes the user there, and says why in the status bar.
+    void GoTo(int32_t documentId, Position at, TextView why);
+    /// From the caret of the active document.
+    void GoToFinding(int32_t documentId, bool backward);
     /// The open document of a path that an answer names; null when none is open.
     std::shared_ptr<mvDocument> OpenDocument(TextView path) const;
 
@@ -84,6 +89,10 @@ public:
     std::function<void(int32_t documentId)> FindingsChanged;
     /// Whatever is known may have changed.
     std::function<void()> KnowledgeChanged;
+    /// The settings want other panels.
+    std::function<void()> PanelsChanged;
+    /// Commands have to be drawn afresh.
+    std::function<void()> StateChanged;
 
 private:
     struct Followed {
