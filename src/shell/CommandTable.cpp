@@ -258,6 +258,12 @@ void GoToFinding(CommandContext& c)
     c.program.Assist().GoToFinding(c.document->DocumentID(), Backward);
 }
 
+template <AssistForm Which>
+void ShowAssist(CommandContext& c)
+{
+    if (c.program.Assist().Show) c.program.Assist().Show(Which, c.document.get());
+}
+
 template <bool MvEdit::*Panel>
 void ShowPanel(CommandContext& c)
 {
@@ -374,6 +380,14 @@ constexpr CommandRow kRows[] = {
     {u"Problems", ShowPanel<&MvEdit::ProblemsShown>, Always, Marks<&MvEdit::ProblemsShown>},
     {u"NextProblem", GoToFinding<false>, HasView},
     {u"PrevProblem", GoToFinding<true>, HasView},
+    {u"Outline", ShowPanel<&MvEdit::OutlineShown>, Always, Marks<&MvEdit::OutlineShown>},
+    {u"QuickOpen", ShowAssist<AssistForm::QuickOpen>, Always},
+    {u"Definition", [](CommandContext& c) { c.program.Names().GoToDefinition(*c.document); }, HasView},
+    {u"References", [](CommandContext& c) { c.program.Names().FindReferences(*c.document); }, HasView},
+    {u"Rename", ShowAssist<AssistForm::Rename>, HasView},
+    {u"CompleteWord", ShowAssist<AssistForm::Completion>, HasView},
+    {u"QuickMend", ShowAssist<AssistForm::Mends>, HasView},
+    {u"CompleteWords", SetAssist<&MvEdit::CompleteWords>, Always, Marks<&MvEdit::CompleteWords>},
     {u"CheckAsYouType", SetAssist<&MvEdit::CheckAsYouType>, Always, Marks<&MvEdit::CheckAsYouType>},
     {u"Settings", Show<Form::Settings>, Always},
     {u"HelpTopics", Show<Form::HelpTopics>, Always},

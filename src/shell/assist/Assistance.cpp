@@ -139,7 +139,7 @@ void Assistance::Tell(Followed& followed)
     if (!document) return;
     if (!Wants(*document)) {
         Close(followed);
-        return Show(followed, {});
+        return SetShown(followed, {});
     }
     if (!worker_)
         worker_ = std::make_unique<LanguageWorker>(ports_.makeService, ports_.toWindows, [this] { AskAgain(); });
@@ -158,6 +158,7 @@ void Assistance::Tell(Followed& followed)
             else
                 service.Change(path, told->first, told->removed, told->Lines());
         });
+        if (TextTold) TextTold(followed.id);
         if (followed_.size() > 1) others_ = timers_.Every(kOthersLater, [this] { AskAgain(); });
     }
     if (std::exchange(followed.stale, false)) AskFindings(followed);
@@ -203,7 +204,7 @@ void Assistance::AskAgain()
 
 void Assistance::AskFindings(Followed& followed)
 {
-    if (!services_.settings.CheckAsYouType) return Show(followed, {});
+    if (!services_.settings.CheckAsYouType) return SetShown(followed, {});
     const int64_t revision = followed.text->Revision();
     *followed.asked = revision;
     // Nobody computes what a later key has made worthless.
@@ -236,10 +237,10 @@ void Assistance::Present(Followed& followed)
                 if (waiting.foundAt == waiting.text->Revision()) Present(waiting);
         });
     }
-    Show(followed, std::move(split.shown));
+    SetShown(followed, std::move(split.shown));
 }
 
-void Assistance::Show(Followed& followed, std::vector<ProgramFinding> findings)
+void Assistance::SetShown(Followed& followed, std::vector<ProgramFinding> findings)
 {
     if (findings.empty() && followed.text->Findings().empty()) return;
     followed.text->SetFindings(std::move(findings));

@@ -23,6 +23,9 @@ struct AssistPorts {
     ToWindows toWindows;
 };
 
+/// What is shown over the text or beside it, at the caret of a document.
+enum class AssistForm { Completion, Mends, Rename, QuickOpen };
+
 /// Where a finding is.
 struct FindingPlace {
     std::shared_ptr<mvDocument> document;
@@ -89,6 +92,10 @@ public:
     std::function<void(int32_t documentId)> FindingsChanged;
     /// Whatever is known may have changed.
     std::function<void()> KnowledgeChanged;
+    /// The service has been told of a change of a text.
+    std::function<void(int32_t documentId)> TextTold;
+    /// `document` is the active one; may be null where a form needs none.
+    std::function<void(AssistForm form, mvDocument* document)> Show;
     /// The settings want other panels.
     std::function<void()> PanelsChanged;
     /// Commands have to be drawn afresh.
@@ -118,7 +125,7 @@ private:
     void AddAccount(const mvDocument& document);
     void AskFindings(Followed& followed);
     void Present(Followed& followed);
-    void Show(Followed& followed, std::vector<ProgramFinding> findings);
+    void SetShown(Followed& followed, std::vector<ProgramFinding> findings);
     void AskAgain();
 
     DocumentServices& services_;

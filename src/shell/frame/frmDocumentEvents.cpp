@@ -29,6 +29,7 @@ void frmDocument::CaretMoved(Position)
     EndRefusal();
     ShowPosition();
     CheckSelection();
+    if (QtAssist* assist = mainWindow_.Assist()) assist->CaretMoved();
 }
 
 void frmDocument::EditRefused()

@@ -86,7 +86,7 @@ void frmMain::LoadParts()
     placement_.Load(program_->Store(), PresentDesktop(*screen()));
     Place();
     LoadBands();
-    assist_ = std::make_unique<QtAssist>(program_->Assist(), program_->Services(), *this);
+    assist_ = std::make_unique<QtAssist>(program_->Assist(), program_->Names(), program_->Services(), *this);
     QObject::connect(qApp, &QApplication::focusChanged, this,
                      [this](const QWidget*, const QWidget* now) { FocusMoved(now); });
     qApp->installEventFilter(this);
