@@ -36,10 +36,13 @@ void OutlineModel::Choose()
 std::optional<size_t> OutlineModel::At(int32_t line) const
 {
     // Entries may lie within others, of which the last one that begins above is the innermost.
-    std::optional<size_t> found;
-    for (size_t i = 0; i < shown_.size() && shown_[i].at.start.line <= line; ++i)
-        if (line <= shown_[i].last || !found) found = i;
-    return found;
+    std::optional<size_t> above;
+    std::optional<size_t> within;
+    for (size_t i = 0; i < shown_.size() && shown_[i].at.start.line <= line; ++i) {
+        above = i;
+        if (line <= shown_[i].last) within = i;
+    }
+    return within ? within : above;
 }
 
 } // namespace nib

@@ -8,6 +8,8 @@
 #include "shell/assist/frmRename.h"
 #include "text/widget/SourceViewWidget.h"
 
+#include <QTimer>
+
 namespace nib {
 
 QtAssist::QtAssist(Assistance& assistance, NameCommands& names, DocumentServices& services, QMainWindow& window)
@@ -47,6 +49,11 @@ void QtAssist::ShowPanels()
 {
     problems_->setVisible(services_.settings.ProblemsShown);
     outline_->setVisible(services_.settings.OutlineShown);
+    // The views are smaller or larger once the window has made room.
+    QTimer::singleShot(0, problems_, [this] {
+        for (const auto& [id, pane] : panes_)
+            if (pane.widget && pane.widget->isVisible()) pane.widget->RevealPlace(pane.widget->Model().Caret());
+    });
 }
 
 void QtAssist::AddPane(int32_t documentId, SourceViewWidget& pane)

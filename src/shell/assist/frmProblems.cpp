@@ -26,12 +26,12 @@ struct LevelRow {
 };
 
 constexpr LevelRow kLevels[] = {
-    {FindingLevel::Error, "dialog-error", QStyle::SP_MessageBoxCritical, QT_TRANSLATE_NOOP("frmProblems", "%1 Errors"),
+    {FindingLevel::Error, "dialog-error", QStyle::SP_MessageBoxCritical, QT_TRANSLATE_NOOP("frmProblems", "Errors: %1"),
      QT_TRANSLATE_NOOP("frmProblems", "Error")},
     {FindingLevel::Warning, "dialog-warning", QStyle::SP_MessageBoxWarning,
-     QT_TRANSLATE_NOOP("frmProblems", "%1 Warnings"), QT_TRANSLATE_NOOP("frmProblems", "Warning")},
+     QT_TRANSLATE_NOOP("frmProblems", "Warnings: %1"), QT_TRANSLATE_NOOP("frmProblems", "Warning")},
     {FindingLevel::Hint, "dialog-information", QStyle::SP_MessageBoxInformation,
-     QT_TRANSLATE_NOOP("frmProblems", "%1 Hints"), QT_TRANSLATE_NOOP("frmProblems", "Hint")},
+     QT_TRANSLATE_NOOP("frmProblems", "Hints: %1"), QT_TRANSLATE_NOOP("frmProblems", "Hint")},
 };
 
 const LevelRow& RowOf(FindingLevel level)
