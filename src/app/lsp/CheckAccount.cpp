@@ -55,7 +55,7 @@ private:
         if (!text && named) throw Error(error_number::kStorage, file + u" " + item + u" is no text.");
         if (!text || (!named && !LooksLikeProgram(*text, *options_.dialect))) return;
         std::vector<Text> lines;
-        ForEachLine(*text, true, [&](TextView line, bool) { lines.emplace_back(line); });
+        ForEachLine(TextView(*text), true, [&](TextView line, bool) { lines.emplace_back(line); });
         ItemPlace place = ParsePath(account_);
         place.folder = file;
         place.itemId = item;
