@@ -130,11 +130,13 @@ size_t LabelCheck::Targets(const BasicLine& line, size_t at, Place place)
 
 void LabelCheck::Refer(const BasicLine& line, const BasicToken& target, Place place)
 {
-    // What stands close behind may belong to the name in a dialect that allows more letters.
+    // What stands close behind may belong to the name in a dialect that allows more letters, and what is in it not in
+    // one that allows fewer.
     constexpr TextView kEnds{u" ,;):"};
     const char16_t behind = line.At(target.end);
     if (behind != 0 && kEnds.find(behind) == TextView::npos) return;
     const TextView name = WithoutColon(line.Of(target));
+    if (name.find_first_of(u"$%") != TextView::npos) return;
     if (name == u"0") return;
     references_.push_back({Text(name), statement_, place});
 }

@@ -51,6 +51,9 @@ bool BlockCheck::Word(Walk& walk)
     case BasicKey::Locked: return IsLockedClause(walk) && Clause(walk, u"LOCKED");
     case BasicKey::Error: return before && before->Is(BasicKey::On) && Clause(walk, u"ON ERROR");
     case BasicKey::Do: return true;
+    case BasicKey::Try:
+        if (begins && LineEnds(walk)) Open(kClause, u"TRY", walk.place);
+        return begins;
     case BasicKey::Loop:
         if (begins) Open(kLoop, u"LOOP", walk.place);
         return begins;

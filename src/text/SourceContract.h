@@ -175,6 +175,7 @@ struct FindOptions {
     bool backward = false; ///< finds a match that starts at or before the position
     bool matchCase = false;
     bool wholeWord = false; ///< a word is letters, digits, ".", "_", "$"
+    bool regex = false;     ///< the text is a regular expression; for whoever prepares a TextPattern
 
     friend bool operator==(const FindOptions&, const FindOptions&) = default;
 };
