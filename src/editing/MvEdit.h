@@ -91,6 +91,10 @@ struct MvEdit {
     bool IndentGuides = true;
     bool VisibleBlanks = false;
     bool SmoothScrolling = true;
+    bool CheckAsYouType = true;
+    bool CompleteWords = true;
+    bool ProblemsShown = false;
+    bool OutlineShown = false;
     int16_t SearchEOD = 0;
     bool DisableHostConfig = false;
     clsRecentList RecentSearches;
@@ -183,6 +187,10 @@ inline constexpr SettingRow kSettings[] = {
     {u"IndentGuides", &MvEdit::IndentGuides},
     {u"VisibleBlanks", &MvEdit::VisibleBlanks},
     {u"SmoothScrolling", &MvEdit::SmoothScrolling},
+    {u"CheckAsYouType", &MvEdit::CheckAsYouType},
+    {u"CompleteWords", &MvEdit::CompleteWords},
+    {u"ProblemsShown", &MvEdit::ProblemsShown},
+    {u"OutlineShown", &MvEdit::OutlineShown},
 };
 
 /// The row of this name, which must exist.

@@ -71,7 +71,7 @@ void Dialect::SetWords(std::vector<DialectWord> words)
         if (i > 0 && words_[i].name == words_[i - 1].name) continue;
         size_t slot = HashOf(words_[i].name) & (slots_.size() - 1);
         while (slots_[slot] != 0) slot = (slot + 1) & (slots_.size() - 1);
-        slots_[slot] = static_cast<uint16_t>(i + 1);
+        slots_[slot] = static_cast<uint32_t>(i + 1);
     }
 }
 

@@ -50,6 +50,7 @@ public:
     std::span<const DialectWord> Find(TextView word) const;
     /// Null when there is none.
     const DialectWord* Find(TextView word, WordKind kind) const;
+    bool Is(TextView word, WordKind kind) const { return Find(word, kind) != nullptr; }
     /// By name; those of the same name lie side by side.
     std::span<const DialectWord> Words() const { return words_; }
     const DialectBlock* FindBlock(TextView blockWords) const;
@@ -83,7 +84,7 @@ private:
     static bool Has(TextView list, char16_t c) { return list.find(c) != TextView::npos; }
 
     std::vector<DialectWord> words_;
-    std::vector<uint16_t> slots_; ///< 1 + the first word of a name, by the hash of that; 0: free
+    std::vector<uint32_t> slots_; ///< 1 + the first word of a name, by the hash of that; 0: free
 };
 
 } // namespace nib

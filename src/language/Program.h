@@ -136,7 +136,7 @@ struct LookedWord {
     bool declares = false;
 };
 
-struct Program {
+struct ProgramFacts {
     std::vector<Symbol> symbols;
     std::vector<Occurrence> occurrences; ///< in this item, ascending
     std::vector<Routine> routines;       ///< 0 is the item itself
@@ -147,5 +147,9 @@ struct Program {
     std::vector<ProgramFinding> findings; ///< of this program by itself, ascending; those of the account are not here
     std::vector<TextRange> blocks;        ///< first to last line of what folds
 };
+
+#ifndef NIB_EDITOR_PROGRAM
+using Program = ProgramFacts; ///< for rooms that never meet the editor's own class of that name
+#endif
 
 } // namespace nib

@@ -73,8 +73,11 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
                 [this](TextView name) { return !recovery_.IsOrphan(name); }}),
       automationHost_(*this, ports.events),
       automation_(services_, automationHost_, ports.events, mode == StartMode::Automation), files_(*this),
-      outside_(*this), history_(services_, ports.clock)
+      outside_(*this), history_(services_, ports.clock),
+      assistance_(services_, ports.timers, ports.clock, ports.assist),
+      names_(assistance_, services_, [this](TextView path) { return OpenPath(path, false); })
 {
+    assistance_.StateChanged = [this] { StateChanged(); };
     ports_.store.TellTrouble([this](TextView why) { Trouble(kNoSettings, why); });
 }
 
@@ -277,6 +280,7 @@ void Program::TakeDown()
 {
     AutoSaveTimer_.reset();
     nextTurn_.reset();
+    assistance_.Stop();
     recovery_.EndAutoSaveSession();
     session_.End(settings_.ReopenDocuments);
     ports_.mainWindow.Unload();
@@ -317,6 +321,7 @@ void Program::DocumentChanged(mvDocument& document)
 {
     // What a forced end closes is still to be had back.
     if (!shuttingDown_) IgnoringErrors([&] { recovery_.DocumentChanged(document); });
+    assistance_.DocumentChanged(document);
     changedDocuments_.insert(document.DocumentID());
     StateChanged();
 }

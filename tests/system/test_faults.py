@@ -95,8 +95,9 @@ class Save:
 
     def after(self, point, answer, told):
         if point.action == faulty.OUTSIDE:
-            expect(answer is False and told and read(self.target) not in (self.old, self.new),
-                   "what another program wrote is replaced without a word")
+            kept = read(self.target) not in (self.old, self.new)
+            expect(answer is False and told and kept,
+                   f"another program's text: answer {answer}, told {told}, {'kept' if kept else 'replaced'}")
         elif answer:
             expect(self.image() == self.new, "not the new text after a save that said yes")
         else:
@@ -358,7 +359,7 @@ class Runner:
         """Of the second run: the first makes folders."""
         for _ in range(2):
             operation.before(self.text())
-            self.driven.control.arm(operation.folders)
+            self.arm(operation)
             answer = operation.act()
             steps = self.driven.control.steps()
             self.driven.control.disarm()
@@ -375,8 +376,8 @@ class Runner:
         driven = self.driven
         operation.before(self.text())
         driven.told = False
-        driven.control.arm(operation.folders, os.path.realpath(operation.target or ""), point.number, point.action, point.error,
-                           point.lasting, point.outside)
+        self.arm(operation, os.path.realpath(operation.target or ""), point.number, point.action, point.error, point.lasting,
+                 point.outside)
         driven.on_halt = operation.image
         answer = operation.act()
         fired, steps = driven.control.fired(), driven.control.steps()
@@ -398,28 +399,28 @@ class Runner:
         driven.end()
         self.begin(operation, True)
 
+    def arm(self, operation, *rest):
+        """Titles and commands are drawn a turn after a change, with looks at the same files: first, or not at all."""
+        for _ in range(2):
+            self.driven.client.docs("Count")
+        self.driven.control.arm(operation.folders, *rest)
+
     def run(self, operation, points):
         self.begin(operation)
         for point in points:
-            failure = self.fails(operation, point)
-            # The thread of the windows looks at the same files while a text is saved: the number of a call may be that of
-            # another one. What is wrong is wrong in a fresh program as well, and more than once.
-            if failure and any(self.fails(operation, point) for _ in range(3)):
+            try:
+                self.meet(operation, point)
+            except (lib.Failure, OSError, GLib.Error) as failure:
                 error = errno.errorcode.get(point.error, "")
                 name = ("", "fail", "short", "kill before", "kill after", "halt before", "halt after", "outside")
                 self.bad.append(f"{operation.name}: {name[point.action]} {error} {point.kind} {point.number} "
-                                f"{'lasting ' if point.lasting else ''}{point.outside}: {failure}")
+                                f"{'lasting ' if point.lasting else ''}{point.outside}: {failure} "
+                                f"({' '.join(self.driven.control.steps())})")
+                self.driven.end()
+                if operation.target:
+                    operation.target.unlink(missing_ok=True)
+                self.begin(operation)
         self.driven.end()
-
-    def fails(self, operation, point):
-        try:
-            return self.meet(operation, point)
-        except (lib.Failure, OSError, GLib.Error) as failure:
-            self.driven.end()
-            if operation.target:
-                operation.target.unlink(missing_ok=True)
-            self.begin(operation)
-            return failure
 
 
 def half(work):
