@@ -202,6 +202,8 @@ public:
     virtual std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) = 0;
     /// For a search in all items of the account of the place. Throws Error when it cannot be searched.
     virtual std::unique_ptr<ItemReader> Reader(const ItemPlace& account);
+    /// That a connection names for its programs; empty when it names none.
+    virtual Text DialectOf(TextView /*serverName*/) { return {}; }
 
     // The text of a place is the same for all connections.
     Text ComposeHostPath(const ItemPlace& place) const { return nib::ComposeHostPath(place); }

@@ -175,6 +175,8 @@ struct FakeConnection : mvConnection {
         picks.pop_front();
         return picked;
     }
+    Text DialectOf(TextView /*serverName*/) override { return dialect; }
+    Text dialect;
     std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) override
     {
         opens.push_back({Text(path), readOnly, lock});
