@@ -243,6 +243,15 @@ std::vector<ItemName> AccountIndex::Users(ItemUse use, TextView name)
     return FromStore([&] { return store_->Users(use, ToUpper(name)); }, std::vector<ItemName>());
 }
 
+Text AccountIndex::StampOf(const ItemName& name)
+{
+    ItemName listed = name;
+    Text stamp = OrDefault([&] { return options_.reader->Stamp(name.file, name.item); }, Text());
+    if (!stamp.empty()) return stamp;
+    const AccountLists::Item* item = lists_->Find(listed);
+    return item ? item->stamp : Text();
+}
+
 std::optional<Text> AccountIndex::Read(const ItemName& name)
 {
     std::optional<Text> text;

@@ -88,6 +88,7 @@ struct AccountAccess {
     std::unique_ptr<ItemReader> reader; ///< made on the thread of the windows, used on that of the service
     std::vector<Text> includeFiles;     ///< looked into before those of the dialect
     std::vector<Text> ignored;          ///< codes of findings
+    const Dialect* dialect = nullptr;   ///< null: that of the service; outlives it
 };
 
 struct ServiceOptions {
