@@ -220,8 +220,10 @@ int main(int argc, char** argv)
     QtTimers timers;
     DBusServer server;
     StartMode mode = HowStarted(argc);
+    const AssistPorts languagePorts{[] { return std::make_unique<LanguageService>(ServiceOptions{}); }, CallOnWindows};
     Program program({connection, boxes, mainWindow, dialogs, views, server, fonts, clipboard, timers, settings.Store(),
-                     FileSaver(hosts.backupFolder, kUserOnly), token, FromFileName(LocalDataFolder()), &trace},
+                     FileSaver(hosts.backupFolder, kUserOnly), token, FromFileName(LocalDataFolder()), &trace,
+                     kSteadyClock, languagePorts},
                     mode);
     const auto following = news.Follow(program, connection, timers);
     Serving serving(server, program);

@@ -93,6 +93,8 @@ struct MvEdit {
     bool SmoothScrolling = true;
     bool CheckAsYouType = true;
     bool CompleteWords = true;
+    bool ProblemsShown = false;
+    bool OutlineShown = false;
     int16_t SearchEOD = 0;
     bool DisableHostConfig = false;
     clsRecentList RecentSearches;
@@ -187,6 +189,8 @@ inline constexpr SettingRow kSettings[] = {
     {u"SmoothScrolling", &MvEdit::SmoothScrolling},
     {u"CheckAsYouType", &MvEdit::CheckAsYouType},
     {u"CompleteWords", &MvEdit::CompleteWords},
+    {u"ProblemsShown", &MvEdit::ProblemsShown},
+    {u"OutlineShown", &MvEdit::OutlineShown},
 };
 
 /// The row of this name, which must exist.

@@ -74,8 +74,10 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
       automationHost_(*this, ports.events),
       automation_(services_, automationHost_, ports.events, mode == StartMode::Automation), files_(*this),
       outside_(*this), history_(services_, ports.clock),
-      assistance_(services_, ports.timers, ports.clock, ports.assist)
+      assistance_(services_, ports.timers, ports.clock, ports.assist),
+      names_(assistance_, services_, [this](TextView path) { return OpenPath(path, false); })
 {
+    assistance_.StateChanged = [this] { StateChanged(); };
     ports_.store.TellTrouble([this](TextView why) { Trouble(kNoSettings, why); });
 }
 

@@ -15,7 +15,7 @@
 #include "shell/FileCommands.h"
 #include "shell/MainWindow.h"
 #include "shell/OutsideChanges.h"
-#include "shell/assist/Assistance.h"
+#include "shell/assist/NameCommands.h"
 #include "shell/navigation/Navigation.h"
 
 #include <map>
@@ -130,6 +130,7 @@ public:
     DocumentSession& Session() { return session_; }
     NavigationHistory& History() { return history_; }
     Assistance& Assist() { return assistance_; }
+    NameCommands& Names() { return names_; }
     mvDocuments& OpenDocuments() { return openDocuments_; }
     CurrentPlace& Place() { return place_; }
     MvEdit& EditorSettings() { return settings_; }
@@ -181,6 +182,7 @@ private:
     Hit target_;
     NavigationHistory history_;
     Assistance assistance_;
+    NameCommands names_;
     Text defaultFontName_;
     std::set<int32_t> changedDocuments_;         ///< their titles wait to be drawn
     std::unique_ptr<Timers::Timer> nextTurn_;    ///< while anything waits

@@ -88,6 +88,7 @@ constexpr Server::Method Server::kMethods[] = {
 Server::Server(Outbox& out, RequestQueue& queue, ServerStart start)
     : out_(out), queue_(queue), start_(std::move(start)), workspace_(out), findings_(workspace_)
 {
+    if (!start_.dialectFolder.empty()) dialects_.AddFolder(start_.dialectFolder);
 }
 
 void Server::Run()

@@ -114,10 +114,15 @@ Json Server::Ignore(const Json&)
 
 void Server::UseDialect(const Text& name)
 {
-    ServiceOptions options;
-    options.indexFolder = start_.indexFolder;
-    workspace_.StartService(std::move(options));
-    static_cast<void>(name);
+    const size_t noted = dialects_.Notes().size();
+    const Dialect* dialect = dialects_.Find(name);
+    for (const DialectNote& note : std::span(dialects_.Notes()).subspan(noted))
+        out_.Log(note.dialect + u".dialect, line " + Decimal(note.line) + u": " + note.text);
+    if (!dialect && !EqualsNoCase(name, u"none")) out_.Log(u"There is no dialect " + name + u".");
+    if (workspace_.service && dialect == dialect_) return;
+    dialect_ = dialect;
+    workspace_.StartService({dialect, start_.indexFolder});
+    findings_.Changed(std::chrono::steady_clock::now());
 }
 
 Json Server::DidOpen(const Json& params)

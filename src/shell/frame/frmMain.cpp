@@ -86,6 +86,7 @@ void frmMain::LoadParts()
     placement_.Load(program_->Store(), PresentDesktop(*screen()));
     Place();
     LoadBands();
+    assist_ = std::make_unique<QtAssist>(program_->Assist(), program_->Names(), program_->Services(), *this);
     QObject::connect(qApp, &QApplication::focusChanged, this,
                      [this](const QWidget*, const QWidget* now) { FocusMoved(now); });
     qApp->installEventFilter(this);
@@ -193,6 +194,7 @@ void frmMain::UnloadParts()
     qApp->removeEventFilter(this);
     qApp->disconnect(this);
     for (QTimer* timer : {&shutdownTimer_, &stuckFocusTimer_}) timer->stop();
+    assist_.reset();
     placement_.Placed(PresentState(), PresentBounds());
     placement_.toolbarVisible = menus_.State(Band::ToolBar).visible;
     placement_.statusbarVisible = menus_.State(Band::StatusBar).visible;

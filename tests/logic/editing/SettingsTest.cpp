@@ -65,7 +65,8 @@ TEST(Settings, DefaultsAreStoredUnderTheseNamesAndTexts)
                     u"MinMaxClose=False; CollapseBlocks=False; SearchEOD=0; DisableHostConfig=False; "
                     u"RecentSearchCount=0; ReopenDocuments=False; CleanCompileCommand=; IndentByBlocks=True; "
                     u"CurrentLine=True; Matches=True; ChangeBars=True; IndentGuides=True; VisibleBlanks=False; "
-                    u"SmoothScrolling=True; ");
+                    u"SmoothScrolling=True; CheckAsYouType=True; CompleteWords=True; ProblemsShown=False; "
+                    u"OutlineShown=False; ");
 }
 
 TEST(Settings, StoredTextsAreReadByTheRuleOfTheirField)
