@@ -45,6 +45,8 @@ public:
     /// Programs that are called so, in any case.
     std::vector<ItemName> ProgramsNamed(TextView item) const;
     std::vector<ItemName> ItemsNamed(TextView item) const { return lists_->Named(item); }
+    /// Of a file with programs, as they were listed.
+    std::vector<Text> ItemsOf(TextView file) const { return lists_->ItemsOf(file); }
     /// Of any file; none when they cannot be had.
     std::vector<Text> Ids(TextView file);
     /// Null when it is no program. An item that some program includes is one.

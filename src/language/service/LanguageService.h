@@ -15,6 +15,8 @@
 namespace nib {
 
 class Dialect;
+class Sources;
+struct FoundPlace;
 
 struct PathRange {
     Text path;
@@ -141,6 +143,11 @@ public:
     std::vector<FoundSymbol> Find(const Text& query, size_t most);
     /// The word that closes the block which the line above `line` opened, if nothing does yet.
     std::optional<Text> CloserFor(const Text& path, int32_t line);
+
+private:
+    std::vector<PathRange> Ranges(const std::vector<FoundPlace>& places);
+
+    std::unique_ptr<Sources> sources_;
 };
 
 } // namespace nib

@@ -59,7 +59,8 @@ std::optional<NamedPlace> NameReach::At(const Text& path, Position at)
     const std::shared_ptr<const ProgramFacts> facts = sources_.Facts(unit);
     if (!facts) return std::nullopt;
     const auto& all = facts->occurrences;
-    auto found = std::partition_point(all.begin(), all.end(), [&](const Occurrence& one) { return one.at.start <= at; });
+    auto found =
+        std::partition_point(all.begin(), all.end(), [&](const Occurrence& one) { return one.at.start <= at; });
     // The caret behind a name is at it, unless the next one begins there.
     for (int back = 0; back < 2 && found != all.begin(); ++back) {
         --found;

@@ -231,8 +231,7 @@ SourceUnit Sources::UnitOf(const Text& path)
     const ItemPlace place = OrDefault([&] { return ParsePath(path); }, ItemPlace());
     SourceUnit unit{nullptr, {place.folder, place.itemId}, path};
     if (place.provider != kHostProvider) return unit;
-    const auto account =
-        accounts_.find(ComposeHostPath({place.provider, place.serverName, place.database, {}, {}}));
+    const auto account = accounts_.find(ComposeHostPath({place.provider, place.serverName, place.database, {}, {}}));
     if (account != accounts_.end()) unit.account = account->second.get();
     return unit;
 }
@@ -255,6 +254,13 @@ std::shared_ptr<const ProgramFacts> Sources::Facts(const SourceUnit& unit)
     // What is open lives as long as the question.
     if (OpenText* text = Find(unit.path)) return {std::shared_ptr<void>(), &Get(*text)};
     return unit.account ? unit.account->index->Get(unit.name) : nullptr;
+}
+
+std::shared_ptr<const ProgramText> Sources::Lines(const SourceUnit& unit)
+{
+    if (OpenText* text = Find(unit.path)) return text->analyser.Lines();
+    const std::optional<Text> text = unit.account ? unit.account->index->Read(unit.name) : std::nullopt;
+    return text ? std::make_shared<const ProgramText>(unit.account->dialect, LinesOfProgram(*text)) : nullptr;
 }
 
 Text Sources::LineOf(const SourceUnit& unit, int32_t line)

@@ -10,8 +10,8 @@ namespace nib {
 
 /// An account whose programs are known.
 struct ServedAccount {
-    ServedAccount(Text accountPath, AccountAccess access, ServiceOptions options,
-                  IncludeTexts::OpenTexts openTexts, AccountFindings::Programs programs);
+    ServedAccount(Text accountPath, AccountAccess access, ServiceOptions options, IncludeTexts::OpenTexts openTexts,
+                  AccountFindings::Programs programs);
 
     Text PathOf(const ItemName& name) const;
 
@@ -47,8 +47,9 @@ struct OpenText {
     ServedAccount* account; ///< null: it is looked at alone
     ItemName name;
     ProgramAnalyser analyser;
-    std::map<ItemName, Text> includes; ///< what it was read with, and the stamps of these; those that are open have none
-    uint64_t seen = 0;                 ///< revision of the account's index
+    std::map<ItemName, Text>
+        includes;      ///< what it was read with, and the stamps of these; those that are open have none
+    uint64_t seen = 0; ///< revision of the account's index
     bool changed = true;
     std::vector<Text> recent; ///< words that were changed last
 };
@@ -79,6 +80,8 @@ public:
     std::shared_ptr<const ProgramFacts> Facts(const SourceUnit& unit);
     /// Empty when there is none, or it cannot be read.
     Text LineOf(const SourceUnit& unit, int32_t line);
+    /// Its tokens; null when it cannot be read.
+    std::shared_ptr<const ProgramText> Lines(const SourceUnit& unit);
 
 private:
     OpenText* FindOpen(const ServedAccount& account, const ItemName& name);

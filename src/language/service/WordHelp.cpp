@@ -32,7 +32,8 @@ void Append(Text& text, TextView line)
 Text WordHelp::HeadOf(const ProgramFacts& facts, const Routine& routine)
 {
     std::vector<Text> parameters;
-    for (int32_t parameter : routine.parameters) parameters.push_back(facts.symbols[static_cast<size_t>(parameter)].name);
+    for (int32_t parameter : routine.parameters)
+        parameters.push_back(facts.symbols[static_cast<size_t>(parameter)].name);
     switch (routine.kind) {
     case SymbolKind::Subroutine:
         return u"SUBROUTINE " + (parameters.empty() ? routine.name : FormOf(routine.name, parameters));
