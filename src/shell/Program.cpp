@@ -3,6 +3,7 @@
 #include "language/Dialects.h"
 #include "platform/posix/FileName.h"
 #include "shell/Commands.h"
+#include "shell/DocumentStatus.h"
 #include "shell/menus/FrameKeys.h"
 #include "shell/menus/MenuModel.h"
 
@@ -365,6 +366,7 @@ void Program::ShowChanges()
             for (int32_t id : std::exchange(changedDocuments_, {}))
                 if (auto document = openDocuments_.ById(id)) document->UpdateTitle();
             ports_.mainWindow.UpdateToolBar();
+            ShowDocumentStatus(Menus(), openDocuments_.ById(ports_.mainWindow.ActiveDocument()).get());
             recovery_.FollowSetting();
             if (!troubles_.empty()) ports_.mainWindow.SetStatusText(1, troubles_.begin()->second);
         },
