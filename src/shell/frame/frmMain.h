@@ -6,6 +6,7 @@
 #include "shell/MainWindow.h"
 #include "shell/MenuDispatcher.h"
 #include "shell/frame/WindowPlacement.h"
+#include "shell/frame/frmStart.h"
 #include "shell/menus/QtMenuBar.h"
 
 #include <QMainWindow>
@@ -111,9 +112,11 @@ private:
     void FollowFrameState(frmDocument& form);
     void RestoreAll();
     int32_t StateForNew(const frmDocument& form) const;
+    void FollowChildren();
 
     Program* program_ = nullptr;
     QMdiArea* area_;
+    StartPlace start_;
     MenuModel menus_;
     QtMenuBar menuBar_{*this, menus_};
     std::unique_ptr<MenuDispatcher> dispatcher_;
