@@ -113,6 +113,7 @@ void StartPage::Run(const StartRow& row)
         RunCommand(row.target, context);
         break;
     }
+    case Kind::Sample:
     case Kind::Place: program_.Files().FileOpenFrom(row.target); break;
     case Kind::LastSession: program_.Safely(u"StartPage.OpenLastSession", [&] { OpenLastSession(); }); break;
     case Kind::Recent: OpenRecent(row.target); break;

@@ -9,7 +9,7 @@ class Program;
 
 /// One thing to begin with.
 struct StartRow {
-    enum class Kind : uint8_t { Command, Place, LastSession, Recent, Help };
+    enum class Kind : uint8_t { Command, Sample, Place, LastSession, Recent, Help };
     Kind kind = Kind::Command;
     Text caption;
     Text detail; ///< where it is, or its keys

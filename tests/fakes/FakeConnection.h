@@ -161,6 +161,7 @@ struct OpenCall {
 };
 
 struct FakeConnection : mvConnection {
+    std::vector<KnownHost> Hosts() override { return hosts; }
     SelectedItem SelectItem(const SelectRequest& request, mvItem* start) override
     {
         auto picked = SelectItems(request, start);
@@ -192,6 +193,7 @@ struct FakeConnection : mvConnection {
         return reader ? reader(account) : mvConnection::Reader(account);
     }
     FakeStore store;
+    std::vector<KnownHost> hosts;
     std::function<std::unique_ptr<ItemReader>(const ItemPlace&)> reader; ///< makes those of all accounts
     std::deque<std::optional<Error>> openFailures;                       ///< one a call; an empty one lets it through
     std::deque<std::vector<SelectedItem>> picks; ///< answers of the picker; none left: cancelled

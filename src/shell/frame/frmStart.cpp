@@ -24,8 +24,8 @@ constexpr int kDetailRole = Qt::UserRole + 1;
 constexpr int kRowRole = Qt::UserRole + 2; ///< the number of its row; a heading has none
 constexpr int kBusyDelay = 100;
 /// Measured in the width of letters.
-constexpr int kListWidth = 52;
-constexpr int kLeastListWidth = 34;
+constexpr int kListWidth = 66;
+constexpr int kLeastListWidth = 46;
 
 /// A colour between the two that can be read on the latter.
 QColor Faint(const QPalette& palette)
@@ -80,7 +80,7 @@ private:
         const Qt::LayoutDirection direction = option.direction;
         const auto place = [&](const QRect& at) { return QStyle::visualRect(direction, option.rect, at); };
         const QRect icon(rest.left(), rest.top() + (rest.height() - side) / 2, side, side);
-        option.icon.paint(&painter, place(icon), Qt::AlignCenter, selected ? QIcon::Selected : QIcon::Normal);
+        option.icon.paint(&painter, place(icon));
         rest.setLeft(icon.right() + 1 + gap);
 
         const auto put = [&](const QString& whole, Qt::TextElideMode how, const QColor& color) {
@@ -102,6 +102,7 @@ QIcon IconOf(const StartRow& row)
 {
     switch (row.kind) {
     case StartRow::Kind::Command: return ToolIcon(row.target == u"New" ? u"document-new" : u"document-open");
+    case StartRow::Kind::Sample:
     case StartRow::Kind::Place: return ToolIcon(row.detail.empty() ? u"network-server" : u"folder");
     case StartRow::Kind::LastSession: return ToolIcon(u"document-open-recent");
     case StartRow::Kind::Recent: return ToolIcon(u"text-x-generic");
@@ -113,7 +114,9 @@ QIcon IconOf(const StartRow& row)
 /// Names and places are nobody's to translate.
 QString Shown(const StartRow& row, const Text& part)
 {
-    return row.kind == StartRow::Kind::Recent ? ToQString(part) : Translated(part);
+    const bool isName = row.kind == StartRow::Kind::Recent || row.kind == StartRow::Kind::Place ||
+                        (row.kind == StartRow::Kind::LastSession && &part == &row.detail);
+    return isName ? ToQString(part) : Translated(part);
 }
 
 } // namespace
@@ -238,7 +241,7 @@ void frmStart::ApplyLook()
     large.setPointSizeF(large.pointSizeF() * 2);
     title_->setFont(large);
     QPalette faint = palette();
-    faint.setColor(QPalette::WindowText, Faint(faint));
+    faint.setColor(QPalette::Text, Faint(faint));
     subtitle_->setPalette(faint);
     const int em = fontMetrics().averageCharWidth();
     for (StartList* list : {left_, right_}) {
@@ -246,7 +249,8 @@ void frmStart::ApplyLook()
         list->setIconSize(QSize(1, 1) * style()->pixelMetric(QStyle::PM_SmallIconSize));
     }
     lists_->setSpacing(3 * em);
-    for (QLabel* label : {title_, subtitle_}) label->setContentsMargins(em, 0, 0, 0);
+    title_->setContentsMargins(em, 0, 0, 0);
+    subtitle_->setContentsMargins(em, 0, 0, 2 * em);
 }
 
 void frmStart::Refresh()
