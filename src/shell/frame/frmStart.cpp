@@ -25,7 +25,8 @@ constexpr int kRowRole = Qt::UserRole + 2; ///< the number of its row; a heading
 constexpr int kBusyDelay = 100;
 /// Measured in the width of letters.
 constexpr int kListWidth = 66;
-constexpr int kLeastListWidth = 46;
+constexpr int kLeastListWidth = 34;
+constexpr int kLeastDetail = 14;
 
 /// A colour between the two that can be read on the latter.
 QColor Faint(const QPalette& palette)
@@ -93,8 +94,9 @@ private:
         painter.setFont(option.font);
         const QColor chosen = option.palette.color(QPalette::HighlightedText);
         put(option.text, Qt::ElideMiddle, selected ? chosen : option.palette.color(QPalette::Text));
-        if (rest.width() > 4 * gap)
-            put(index.data(kDetailRole).toString(), Qt::ElideMiddle, selected ? chosen : Faint(option.palette));
+        const QString detail = index.data(kDetailRole).toString();
+        if (rest.width() >= std::min(option.fontMetrics.horizontalAdvance(detail), kLeastDetail * gap))
+            put(detail, Qt::ElideMiddle, selected ? chosen : Faint(option.palette));
     }
 };
 
@@ -287,6 +289,10 @@ void frmStart::resizeEvent(QResizeEvent* event)
     const int em = fontMetrics().averageCharWidth();
     const bool narrow = width() < 2 * kLeastListWidth * em;
     lists_->setDirection(narrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    // In a low window rows count for more than titles.
+    const int lines = height() / fontMetrics().height();
+    title_->setVisible(lines > 16);
+    subtitle_->setVisible(lines > 20);
     layout()->setContentsMargins(em, std::min(height() / 12, 8 * em), em, em);
 }
 
