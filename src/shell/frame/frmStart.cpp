@@ -26,7 +26,7 @@ constexpr int kBusyDelay = 100;
 /// Measured in the width of letters.
 constexpr int kListWidth = 66;
 constexpr int kLeastListWidth = 34;
-constexpr int kLeastDetail = 14;
+constexpr int kLeastDetail = 18;
 
 /// A colour between the two that can be read on the latter.
 QColor Faint(const QPalette& palette)
