@@ -45,7 +45,7 @@ Desktop PresentDesktop(const QScreen& screen)
 
 } // namespace
 
-frmMain::frmMain() : area_(new QMdiArea(this))
+frmMain::frmMain() : area_(new QMdiArea(this)), start_(*area_)
 {
     area_->setAccessibleName(QCoreApplication::translate("frmMain", "Documents"));
     area_->setViewMode(QMdiArea::SubWindowView);
@@ -79,6 +79,7 @@ frmMain::~frmMain()
 void frmMain::Load(Program& program)
 {
     program_ = &program;
+    start_.SetProgram(&program);
     program.Log().Write(u"mdiform initialize", trace::kObjects);
     program.Safely(u"frmMain.MDIForm_Load", [this] { LoadParts(); });
 }
@@ -198,6 +199,7 @@ void frmMain::UnloadParts()
 {
     qApp->removeEventFilter(this);
     qApp->disconnect(this);
+    start_.SetProgram(nullptr);
     for (QTimer* timer : {&shutdownTimer_, &stuckFocusTimer_}) timer->stop();
     assist_.reset();
     placement_.Placed(PresentState(), PresentBounds());
