@@ -175,6 +175,42 @@ Qt %2</translation>
         <source>Select one place to go into, or the items to open.</source>
         <translation>Wählen Sie einen Ort, um hineinzugehen, oder die Items, die geöffnet werden sollen.</translation>
     </message>
+    <message>
+        <source>Open an item or a file</source>
+        <translation>Ein Item oder eine Datei öffnen</translation>
+    </message>
+    <message>
+        <source>New document</source>
+        <translation>Neues Dokument</translation>
+    </message>
+    <message>
+        <source>Open DEMO</source>
+        <translation>DEMO öffnen</translation>
+    </message>
+    <message>
+        <source>the sample account</source>
+        <translation>das Beispielkonto</translation>
+    </message>
+    <message>
+        <source>Open the last session</source>
+        <translation>Die letzte Sitzung öffnen</translation>
+    </message>
+    <message>
+        <source>Open a program, change it, save it</source>
+        <translation>Ein Programm öffnen, ändern, speichern</translation>
+    </message>
+    <message>
+        <source>Compile it, and see what the compiler says</source>
+        <translation>Es übersetzen und lesen, was der Compiler sagt</translation>
+    </message>
+    <message>
+        <source>Find a name in all programs of an account</source>
+        <translation>Einen Namen in allen Programmen eines Kontos finden</translation>
+    </message>
+    <message>
+        <source>The first hour: a guide</source>
+        <translation>Die erste Stunde: eine Anleitung</translation>
+    </message>
 </context>
 <context>
     <name>Printing</name>
@@ -716,6 +752,41 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Co&amp;nnections...</source>
         <translation>Verbi&amp;ndungen...</translation>
+    </message>
+</context>
+<context>
+    <name>frmStart</name>
+    <message>
+        <source>Programs and records of MultiValue databases</source>
+        <translation>Programme und Sätze von MultiValue-Datenbanken</translation>
+    </message>
+    <message>
+        <source>Start and first steps</source>
+        <translation>Start und erste Schritte</translation>
+    </message>
+    <message>
+        <source>Recent items, connections and accounts</source>
+        <translation>Zuletzt geöffnete Items, Verbindungen und Konten</translation>
+    </message>
+    <message>
+        <source>Start page</source>
+        <translation>Startseite</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>First steps</source>
+        <translation>Erste Schritte</translation>
+    </message>
+    <message>
+        <source>Recent</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Connections and accounts</source>
+        <translation>Verbindungen und Konten</translation>
     </message>
 </context>
 <context>

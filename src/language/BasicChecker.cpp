@@ -1,5 +1,7 @@
 #include "language/BasicChecker.h"
 
+#include "language/FindingCodes.h"
+
 namespace nib {
 
 namespace {
@@ -14,8 +16,8 @@ std::vector<Finding> BasicChecker::Check(const ProgramText& program, TextView fi
     Run({program, file, item, 0, nullptr});
     parens_.Finish();
     blocks_.Finish();
-    labels_.Finish();
-    if (const std::optional<int32_t> last = blocks_.LastLine()) findings_.DropBehind(*last);
+    labels_.Finish(surely_);
+    if (blocks_.LastLine()) findings_.DropBehind(*blocks_.LastLine());
     return findings_.Take();
 }
 
@@ -41,7 +43,8 @@ void BasicChecker::Line(const BasicLine& line, Place place)
     }
     const bool continued = continues_ || parens_.IsOpen();
     if (const char16_t quote = line.OpenQuote())
-        findings_.Add(place, u"The string that begins with " + Text(1, quote) + u" is not closed.");
+        findings_.Add(place, finding_code::kOpenString,
+                      u"The string that begins with " + Text(1, quote) + u" is not closed.");
     parens_.Line(line, place);
     labels_.Line(line, place, continued);
     blocks_.Line(line, place);
@@ -87,9 +90,11 @@ void BasicChecker::Include(const BasicDirective& directive, const Source& source
     }
     labels_.SetIncomplete();
     if (conditionals_ > 0 || directive.kind == BasicDirective::Kind::Insert) return;
-    if (answer == NoItem) findings_.Add(place, u"Include item " + name + u" does not exist.");
+    if (answer == NoItem)
+        findings_.Add(place, finding_code::kMissingInclude, u"Include item " + name + u" does not exist.");
     if (answer == NoFile)
-        findings_.Add(place, u"Include item " + name + u" does not exist: there is no file " + file + u".");
+        findings_.Add(place, finding_code::kMissingInclude,
+                      u"Include item " + name + u" does not exist: there is no file " + file + u".");
 }
 
 } // namespace nib

@@ -11,10 +11,13 @@ namespace nib {
 
 class BasicChecker {
 public:
-    explicit BasicChecker(IncludeSource& includes) : includes_(includes) {}
+    /// `surely`: nothing is told that what cannot be read could make right.
+    explicit BasicChecker(IncludeSource& includes, bool surely = true) : includes_(includes), surely_(surely) {}
 
     /// `file` is the one that the program is an item of.
     std::vector<Finding> Check(const ProgramText& program, TextView file, TextView item);
+    /// The line of the program that ends it, 1-based, once it has been checked.
+    std::optional<int32_t> LastLine() const { return blocks_.LastLine(); }
 
 private:
     /// A text on the way through its lines.
@@ -32,6 +35,7 @@ private:
     void Include(const BasicDirective& directive, const Source& source, Place place);
 
     IncludeSource& includes_;
+    bool surely_;
     FindingList findings_;
     BlockCheck blocks_{findings_};
     LabelCheck labels_{findings_};

@@ -1,5 +1,7 @@
 #include "language/BlockCheck.h"
 
+#include "language/FindingCodes.h"
+
 #include <algorithm>
 
 namespace nib {
@@ -253,7 +255,7 @@ void BlockCheck::Finish()
                                 findings_.Describe(block.label) + u".");
     }
     if (unsure_) return;
-    for (const Fault& fault : reports_) findings_.Add(fault.place, fault.text);
+    for (const Fault& fault : reports_) findings_.Add(fault.place, finding_code::kBlock, fault.text);
 }
 
 std::optional<int32_t> BlockCheck::LastLine() const

@@ -1,5 +1,6 @@
 #include "language/ProgramText.h"
 
+#include "language/FindingCodes.h"
 #include "language/StatementParser.h"
 #include "text/SourceDocument.h"
 
@@ -26,6 +27,11 @@ std::unique_ptr<const BasicDirective> DirectiveOf(const BasicLine& line)
     return std::make_unique<const BasicDirective>(std::move(directive));
 }
 
+TextView CommentOf(const BasicLine& line)
+{
+    return line.Whole().substr(static_cast<size_t>(line.CommentStart()));
+}
+
 } // namespace
 
 void ProgramText::Replace(int32_t first, int32_t removed, std::span<const Text> lines)
@@ -40,6 +46,7 @@ void ProgramText::Replace(int32_t first, int32_t removed, std::span<const Text> 
         auto line = std::make_unique<Line>();
         line->tokens.Scan(text, *words_);
         line->directive = DirectiveOf(line->tokens);
+        line->silences = SilencesFindings(CommentOf(line->tokens));
         line->stamp = ++stamp_;
         fresh.push_back(std::move(line));
     }

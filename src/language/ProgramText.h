@@ -42,6 +42,7 @@ enum class ClauseKind : uint8_t { Then, Else, Locked, Error };
 
 namespace step_flag {
 inline constexpr uint8_t kClauses = 0x01;  ///< clauses may follow
+inline constexpr uint8_t kAsks = 0x80;     ///< and are as good as sure to
 inline constexpr uint8_t kBlock = 0x02;    ///< of a clause: it goes on in the next lines
 inline constexpr uint8_t kFunction = 0x04; ///< of a routine
 inline constexpr uint8_t kLocal = 0x08;
@@ -61,7 +62,7 @@ struct Step {
     int32_t end = 0;
     int32_t firstUse = 0;
     int32_t uses = 0;
-    int32_t arguments = 0; ///< of a CALL
+    int32_t arguments = 0; ///< of a CALL; of a directive its kind
     int32_t file = -1;     ///< the use that names the file of a READU, a RELEASE ...
 };
 
@@ -90,6 +91,7 @@ public:
         BasicLine tokens;
         std::unique_ptr<const BasicDirective> directive;
         bool comment = false;       ///< in a comment of several lines
+        bool silences = false;      ///< its comment may silence findings
         int32_t statementLines = 0; ///< of the statements that begin here; 0: it continues the line above, or is none
         Statements statements;
         uint32_t stamp = 0;  ///< of its last change
@@ -98,6 +100,7 @@ public:
     int32_t LineCount() const { return static_cast<int32_t>(lines_.size()); }
     const Line& At(int32_t line) const { return *lines_[static_cast<size_t>(line)]; }
     const WordTable& Words() const { return *words_; }
+    WordTable& Words() { return *words_; }
     /// Other after every change.
     uint32_t Version() const { return stamp_; }
 

@@ -52,7 +52,8 @@ struct StatementForm {
     StepKind kind;
     /// Words in capitals are clauses; before them, and behind each, small letters tell what happens to the operands,
     /// the last of them to all that follow: s set, r read, b both, g changed where it stands, o opened, f a file, n no
-    /// name at all. A "?" ahead of all: clauses (THEN, ELSE, LOCKED, ON ERROR) may follow.
+    /// name at all. Ahead of all "?": it asks for clauses (THEN, ELSE, LOCKED, ON ERROR), "!":
+    /// they may follow.
     TextView operands;
 };
 

@@ -193,7 +193,7 @@ void StatementParser::Read(const Reading& reading, size_t end)
 void StatementParser::Operands(const StatementForm& form, Step& step)
 {
     TextView rest = form.operands;
-    if (rest.starts_with(u'?')) rest.remove_prefix(1);
+    if (rest.starts_with(u'?') || rest.starts_with(u'!')) rest.remove_prefix(1);
     TextView letters = rest.substr(0, rest.find(u' '));
     const size_t here = into_->steps.size() - 1;
     (void)step;

@@ -41,7 +41,7 @@ void StatementParser::Parse(const BasicDirective* directive, Statements& stateme
     } else if (what == D::Include || what == D::Insert || what == D::Opaque) {
         AddStep(StepKind::Include, 0);
     } else if (directive) {
-        if (what != D::Other) AddStep(StepKind::Directive, 0);
+        if (what != D::Other) AddStep(StepKind::Directive, 0).arguments = static_cast<int32_t>(what);
     } else {
         while (Has(at_)) {
             const size_t before = at_;
@@ -180,7 +180,8 @@ void StatementParser::ByForm(const StatementForm* form)
     }
     const bool ends = form->kind == StepKind::Leave && Sign(at_ + 1, u'(');
     Step& step = AddStep(ends ? StepKind::Stop : form->kind, at_);
-    if (form->operands.starts_with(u'?')) step.flags |= step_flag::kClauses;
+    if (form->operands.starts_with(u'?')) step.flags |= step_flag::kClauses | step_flag::kAsks;
+    if (form->operands.starts_with(u'!')) step.flags |= step_flag::kClauses;
     ++at_;
     if (form->word == u"LOCATE" && Sign(at_, u'('))
         Locate();
@@ -269,7 +270,7 @@ void StatementParser::Targets(Step& step)
 void StatementParser::Condition(StepKind kind)
 {
     Step& step = AddStep(kind, at_++);
-    step.flags |= kind == StepKind::If ? step_flag::kClauses : 0;
+    if (kind == StepKind::If) step.flags |= step_flag::kClauses | step_flag::kAsks;
     const size_t first = at_;
     Read({});
     for (size_t i = first; i + 1 < at_; ++i)

@@ -166,6 +166,9 @@ Replacement RegexSearch::Prepared(TextView replacement) const
         if (unit == u'\\' && at + 1 < replacement.size()) {
             const char16_t escaped = replacement[++at];
             prepared.pieces.back().text += escaped == u'n' ? Text(u"\r\n") : Text(1, escaped);
+        } else if (unit == u'\r' || unit == u'\n') {
+            prepared.pieces.back().text += u"\r\n";
+            if (replacement.substr(at, 2) == u"\r\n") ++at;
         } else if (unit != u'$') {
             prepared.pieces.back().text += unit;
         } else if (IsDigitAt(replacement, at + 1)) {

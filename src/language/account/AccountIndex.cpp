@@ -31,7 +31,7 @@ std::string Outside(ProgramFacts program)
     return BytesOf(program);
 }
 
-Text StampOf(TextView text)
+Text HashStamp(TextView text)
 {
     const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t));
     return u"#" + Hex(static_cast<int32_t>(HashBytes(bytes) >> 32)) + Hex(static_cast<int32_t>(HashBytes(bytes)));
@@ -130,7 +130,7 @@ void AccountIndex::Process(const ItemName& name)
     if (failure && failure->number == error_number::kDeviceUnavailable) isLost_ = true;
     if (failure) return lists_->WasRead(name, std::move(stamp), false);
     if (!text) return;
-    if (stamp.empty()) stamp = StampOf(*text);
+    if (stamp.empty()) stamp = HashStamp(*text);
     Take(name, *text, stamp, !store_->Users(ItemUse::Includes, ToUpper(name.item)).empty());
 }
 
@@ -232,7 +232,7 @@ std::shared_ptr<const ProgramFacts> AccountIndex::Get(const ItemName& name)
             const std::optional<Text> text = Read(name);
             if (!text) return nullptr;
             Text stamp = options_.reader->Stamp(name.file, name.item);
-            if (stamp.empty()) stamp = StampOf(*text);
+            if (stamp.empty()) stamp = HashStamp(*text);
             return Take(name, *text, stamp, true);
         },
         std::shared_ptr<const ProgramFacts>());
@@ -241,6 +241,15 @@ std::shared_ptr<const ProgramFacts> AccountIndex::Get(const ItemName& name)
 std::vector<ItemName> AccountIndex::Users(ItemUse use, TextView name)
 {
     return FromStore([&] { return store_->Users(use, ToUpper(name)); }, std::vector<ItemName>());
+}
+
+Text AccountIndex::StampOf(const ItemName& name)
+{
+    ItemName listed = name;
+    Text stamp = OrDefault([&] { return options_.reader->Stamp(name.file, name.item); }, Text());
+    if (!stamp.empty()) return stamp;
+    const AccountLists::Item* item = lists_->Find(listed);
+    return item ? item->stamp : Text();
 }
 
 std::optional<Text> AccountIndex::Read(const ItemName& name)

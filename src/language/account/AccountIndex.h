@@ -33,6 +33,8 @@ public:
     /// Goes up with each program that has become another one.
     uint64_t Revision() const { return revision_; }
     int32_t CountItems() const { return lists_->CountItems(); }
+    /// Not all has been read once.
+    bool IsBusy() const { return !isLost_ && !lists_->IsComplete(); }
     int32_t CountUnread() const { return lists_->CountUnread(); }
     /// All has been read, and nothing was kept from view.
     bool IsCertain() const { return !isLost_ && lists_->IsCertain(); }
@@ -43,6 +45,8 @@ public:
     /// Programs that are called so, in any case.
     std::vector<ItemName> ProgramsNamed(TextView item) const;
     std::vector<ItemName> ItemsNamed(TextView item) const { return lists_->Named(item); }
+    /// Of a file with programs, as they were listed.
+    std::vector<Text> ItemsOf(TextView file) const { return lists_->ItemsOf(file); }
     /// Of any file; none when they cannot be had.
     std::vector<Text> Ids(TextView file);
     /// Null when it is no program. An item that some program includes is one.
@@ -51,6 +55,8 @@ public:
     std::vector<ItemName> Users(ItemUse use, TextView name);
     /// Those that an item is a part of, be it by way of others.
     std::vector<ItemName> Includers(const ItemName& name);
+    /// Tells its present text from others, as far as that is known without a look.
+    Text StampOf(const ItemName& name);
     /// The text with CR LF between its lines; nothing when it cannot be had.
     std::optional<Text> Read(const ItemName& name);
     NameList& Names();

@@ -299,4 +299,12 @@ std::vector<ItemName> AccountLists::Named(TextView item) const
     return alike == byName_.end() ? std::vector<ItemName>() : alike->second;
 }
 
+std::vector<Text> AccountLists::ItemsOf(TextView file) const
+{
+    std::vector<Text> ids;
+    if (const auto known = files_.find(Text(file)); known != files_.end())
+        for (const auto& [id, item] : known->second.items) ids.push_back(id);
+    return ids;
+}
+
 } // namespace nib

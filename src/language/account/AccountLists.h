@@ -58,6 +58,7 @@ public:
     const Item* Find(ItemName& name);
     /// Items of files with programs that are called so, in whatever case.
     std::vector<ItemName> Named(TextView item) const;
+    std::vector<Text> ItemsOf(TextView file) const;
 
 private:
     struct File {
