@@ -88,7 +88,7 @@ TEST_P(FormAccessTest, SearchForms)
     for (bool replace : {false, true}) {
         TestSearch search;
         search.Add(u"one two");
-        frmFind form(search.engine);
+        frmFind form(search.engine, search.lights);
         replace ? form.Replace() : form.Find();
         ExpectAccessible(form);
     }
