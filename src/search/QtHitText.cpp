@@ -10,8 +10,8 @@ namespace nib {
 
 namespace {
 
-struct HitTexts final {
-    Q_DECLARE_TR_FUNCTIONS(HitTexts)
+struct HitWords final {
+    Q_DECLARE_TR_FUNCTIONS(HitWords)
 public:
     static QString Counted(const HitCount& count)
     {
@@ -33,7 +33,7 @@ public:
 
 QString Told(const PatternFault& fault)
 {
-    return HitTexts::Fault(fault);
+    return HitWords::Fault(fault);
 }
 
 void ShowHits(QLabel& label, const FindDialog& dialog, const HitCount& count)
@@ -45,7 +45,7 @@ void ShowHits(QLabel& label, const FindDialog& dialog, const HitCount& count)
     else if (!count.fault.empty())
         text = Translated(count.fault);
     else if (!dialog.findText.empty())
-        text = HitTexts::Counted(count);
+        text = HitWords::Counted(count);
     label.setText(text);
     // By weight, too: not everyone tells colours apart.
     const bool bad = fault || !count.fault.empty() || (count.done && count.all == 0 && !dialog.findText.empty());
