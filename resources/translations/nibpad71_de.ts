@@ -564,7 +564,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Regular e&amp;xpression</source>
-        <translation>Re&amp;gulärer Ausdruck</translation>
+        <translation>Regulärer Ausd&amp;ruck</translation>
     </message>
 </context>
 <context>
