@@ -51,12 +51,14 @@ void HitLights::Look()
             const auto document = services_.openDocuments.ById(services_.frame.ActiveDocument());
             const FindDialog& dialog = engine_.Dialog();
             Sought sought{dialog.findText, dialog.Options(), dialog.lookIn, document ? document->DocumentID() : 0};
-            const bool changed = sought != sought_;
+            const bool isThere = document && document->View();
+            const bool changed =
+                sought != sought_ || (text_ && !(isThere && &document->View()->txtText().Document() == text_));
             if (changed) {
                 Light({});
                 Detach();
                 sought_ = std::move(sought);
-                if (document && document->View()) Attach(*document);
+                if (isThere) Attach(*document);
             }
             if (!text_ || !document) {
                 if (changed) Tell({.done = true});

@@ -33,7 +33,7 @@ public:
     void Show();
     void Hide();
     const HitCount& Count() const { return count_; }
-    /// The count is another one.
+    /// Called when the count is another one; what it uses lives as long as anything is shown.
     void OnChange(std::function<void()> told) { told_.push_back(std::move(told)); }
 
 private:
