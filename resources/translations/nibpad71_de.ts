@@ -175,6 +175,46 @@ Qt %2</translation>
         <source>Select one place to go into, or the items to open.</source>
         <translation>Wählen Sie einen Ort, um hineinzugehen, oder die Items, die geöffnet werden sollen.</translation>
     </message>
+    <message>
+        <source>Account and connection</source>
+        <translation>Konto und Verbindung</translation>
+    </message>
+    <message>
+        <source>Lock of the item</source>
+        <translation>Sperre des Items</translation>
+    </message>
+    <message>
+        <source>Character set</source>
+        <translation>Zeichensatz</translation>
+    </message>
+    <message>
+        <source>Line ends</source>
+        <translation>Zeilenenden</translation>
+    </message>
+    <message>
+        <source>Locked</source>
+        <translation>Gesperrt</translation>
+    </message>
+    <message>
+        <source>Not locked</source>
+        <translation>Nicht gesperrt</translation>
+    </message>
+    <message>
+        <source>Read only</source>
+        <translation>Nur lesen</translation>
+    </message>
+    <message>
+        <source>LF, mixed</source>
+        <translation>LF, gemischt</translation>
+    </message>
+    <message>
+        <source>CR LF, mixed</source>
+        <translation>CR LF, gemischt</translation>
+    </message>
+    <message>
+        <source>CR, mixed</source>
+        <translation>CR, gemischt</translation>
+    </message>
 </context>
 <context>
     <name>Printing</name>
@@ -270,6 +310,13 @@ Qt %2</translation>
     <message>
         <source>This desktop has no store of secrets.</source>
         <translation>Dieser Desktop hat keinen Geheimnisspeicher.</translation>
+    </message>
+</context>
+<context>
+    <name>QtTabRow</name>
+    <message>
+        <source>All Documents</source>
+        <translation>Alle Dokumente</translation>
     </message>
 </context>
 <context>
@@ -694,6 +741,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Testing...</source>
         <translation>Wird getestet...</translation>
+    </message>
+    <message>
+        <source>Co&amp;lor:</source>
+        <translation>Fa&amp;rbe:</translation>
     </message>
 </context>
 <context>

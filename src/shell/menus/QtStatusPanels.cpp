@@ -130,10 +130,9 @@ QColor QtStatusPanel::Ink() const
     return palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole());
 }
 
-/// Of what can be clicked.
 int QtStatusPanel::Inset() const
 {
-    return clicked_ ? kRoomAround / 2 : 0;
+    return widest_.isEmpty() ? 0 : kRoomAround / 2;
 }
 
 bool QtStatusPanel::PaintQuickly(QPainter& painter)

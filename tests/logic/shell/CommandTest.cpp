@@ -20,7 +20,7 @@ const Keys kWithDocument{u"Close",          u"Print",        u"Properties",   u"
                          u"IndentBlock",    u"OutdentBlock", u"CommentBlock", u"UncommentBlock", u"Find",
                          u"FindNext",       u"Replace",      u"Goto",         u"ToggleBookmark", u"ClearAllBookmarks",
                          u"ValueMark",      u"SubValueMark", u"Highlight",    u"ToggleCase",     u"SaveAs",
-                         u"TileHorizontal", u"TileVertical", u"Cascade",      u"Maximize"};
+                         u"TileHorizontal", u"TileVertical", u"Cascade",      u"Maximize",       u"CloseAll"};
 const Keys kBlocks{u"CollapseBlock", u"ExpandBlock", u"CollapseAll", u"ExpandAll"};
 const Keys kLines{u"MoveLinesUp", u"MoveLinesDown", u"DuplicateLines", u"JoinLines", u"SplitView", u"MatchingWord"};
 const Keys kCarets{u"AddCaretAbove", u"AddCaretBelow", u"SelectNextOccurrence", u"SelectAllOccurrences"};

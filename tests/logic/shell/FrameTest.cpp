@@ -197,15 +197,17 @@ TEST(DocumentPropertiesTest, PlaceByKindOfDocument)
     t.Store(kLocal, u"A\r\nB");
     t.Store(kMain, u"");
     const Rows tail = {{u"Modified", u"no"}, {u"Read only", u"no"}, {u"Size", u"0"}, {u"Lines", u"0"}};
+    Rows locked = tail;
+    locked.push_back({u"Lock", u"Locked"});
     const std::tuple<std::shared_ptr<mvDocument>, Location, Rows, Rows> rows[] = {
         {t.Open(kMain),
          {},
          {{u"Host", u"server1"}, {u"Account", u"DEMO"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
-         tail},
+         locked},
         {t.Open(remote, true),
          {},
          {{u"Host", u"prod"}, {u"Account", u"ACCT"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
-         {{u"Modified", u"no"}, {u"Read only", u"yes"}, {u"Size", u"3"}, {u"Lines", u"2"}}},
+         {{u"Modified", u"no"}, {u"Read only", u"yes"}, {u"Size", u"3"}, {u"Lines", u"2"}, {u"Lock", u"Read only"}}},
         {t.Open(kLocal),
          {},
          {{u"Location", u"/home/x"}, {u"File name", u"a.bas"}},
