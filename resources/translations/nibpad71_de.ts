@@ -192,8 +192,8 @@ Qt %2</translation>
         <translation>Zeilenenden</translation>
     </message>
     <message>
-        <source>Locked</source>
-        <translation>Gesperrt</translation>
+        <source>Locked here</source>
+        <translation>Hier gesperrt</translation>
     </message>
     <message>
         <source>Not locked</source>

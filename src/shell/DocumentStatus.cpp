@@ -29,7 +29,7 @@ Text LockText(const mvDocument& document)
     if (!item) return {};
     if (item->ReadOnly()) return u"Read only";
     if (document.LocalFile()) return {};
-    return item->HoldsLock() ? u"Locked" : u"Not locked";
+    return item->HoldsLock() ? u"Locked here" : u"Not locked";
 }
 
 Text CodingText(const mvDocument& document)

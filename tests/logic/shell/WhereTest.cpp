@@ -30,7 +30,7 @@ TEST_F(WhereTest, PanelsFollowTheDocumentInFront)
     EXPECT_EQ(Panels(), Lines(4));
     t.Store().forms = true;
     auto live = t.StoreAndOpen(kLive, u"a");
-    EXPECT_EQ(Panels(), (Lines{u"LIVE on server1", u"Locked", u"windows-1252", u"LF"}));
+    EXPECT_EQ(Panels(), (Lines{u"LIVE on server1", u"Locked here", u"windows-1252", u"LF"}));
     EXPECT_EQ(t.menus.Tool(Band::StatusBar, u"Place").color, u"red");
     t.Store().forms = false;
     t.StoreAndOpen(kMain, u"a", true);
@@ -88,7 +88,8 @@ TEST_F(WhereTest, TheLockIsGivenUpAndTaken)
 
 TEST_F(WhereTest, AMissingFileIsAskedAboutWithItsFolder)
 {
-    const Text question = u"Item a.bas does not exist. Create new item?\nIts folder ";
+    const Text question = u"Item /home/x/a.bas does not exist. Create new item?\nIts folder ";
+    t.boxes.Answer({message_box::kAnswerNo, message_box::kAnswerNo});
     EXPECT_FALSE(t.program.OpenPath(kLocal, false));
     EXPECT_EQ(t.boxes.Take(),
               Boxes{Question(question + u"/home/x does not exist either, so the item cannot be saved there.")});
@@ -132,6 +133,7 @@ TEST_F(WhereTest, TabsCloseTogetherAndComeBack)
     t.boxes.Answer({message_box::kAnswerNo});
     EXPECT_TRUE(t.Run(u"CloseAll"));
     EXPECT_EQ(left(), Lines());
+    EXPECT_EQ(t.boxes.Take().size(), 2U);
 }
 
 } // namespace nib::test::where_test
