@@ -215,6 +215,42 @@ Qt %2</translation>
         <source>CR, mixed</source>
         <translation>CR, gemischt</translation>
     </message>
+    <message>
+        <source>Open an item or a file</source>
+        <translation>Ein Item oder eine Datei öffnen</translation>
+    </message>
+    <message>
+        <source>New document</source>
+        <translation>Neues Dokument</translation>
+    </message>
+    <message>
+        <source>Open DEMO</source>
+        <translation>DEMO öffnen</translation>
+    </message>
+    <message>
+        <source>the sample account</source>
+        <translation>das Beispielkonto</translation>
+    </message>
+    <message>
+        <source>Open the last session</source>
+        <translation>Die letzte Sitzung öffnen</translation>
+    </message>
+    <message>
+        <source>Open a program, change it, save it</source>
+        <translation>Ein Programm öffnen, ändern, speichern</translation>
+    </message>
+    <message>
+        <source>Compile it, and see what the compiler says</source>
+        <translation>Es übersetzen und lesen, was der Compiler sagt</translation>
+    </message>
+    <message>
+        <source>Find a name in all programs of an account</source>
+        <translation>Einen Namen in allen Programmen eines Kontos finden</translation>
+    </message>
+    <message>
+        <source>The first hour: a guide</source>
+        <translation>Die erste Stunde: eine Anleitung</translation>
+    </message>
 </context>
 <context>
     <name>Printing</name>
@@ -249,6 +285,57 @@ Qt %2</translation>
     <message>
         <source>%1 cannot be written: %2</source>
         <translation>%1 lässt sich nicht schreiben: %2</translation>
+    </message>
+</context>
+<context>
+    <name>QtCompletionList</name>
+    <message>
+        <source>statement</source>
+        <translation>Anweisung</translation>
+    </message>
+    <message>
+        <source>function</source>
+        <translation>Funktion</translation>
+    </message>
+    <message>
+        <source>clause</source>
+        <translation>Klausel</translation>
+    </message>
+    <message>
+        <source>variable</source>
+        <translation>Variable</translation>
+    </message>
+    <message>
+        <source>constant</source>
+        <translation>Konstante</translation>
+    </message>
+    <message>
+        <source>label</source>
+        <translation>Marke</translation>
+    </message>
+    <message>
+        <source>subroutine</source>
+        <translation>Unterprogramm</translation>
+    </message>
+    <message>
+        <source>item</source>
+        <translation>Item</translation>
+    </message>
+    <message>
+        <source>file</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>closes the block</source>
+        <translation>schließt den Block</translation>
+    </message>
+    <message>
+        <source>Suggestions</source>
+        <translation>Vorschläge</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
     </message>
 </context>
 <context>
@@ -287,6 +374,17 @@ Qt %2</translation>
     <message>
         <source>More Menus</source>
         <translation>Weitere Menüs</translation>
+    </message>
+</context>
+<context>
+    <name>QtPaneHelp</name>
+    <message>
+        <source>Alt+Return offers to mend it.</source>
+        <translation>Alt+Eingabe bietet an, es zu beheben.</translation>
+    </message>
+    <message>
+        <source>Quick Mends</source>
+        <translation>Schnelle Abhilfen</translation>
     </message>
 </context>
 <context>
@@ -534,6 +632,134 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
 </context>
 <context>
+    <name>frmOutline</name>
+    <message>
+        <source>Outline</source>
+        <translation>Gliederung</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Filter of the outline</source>
+        <translation>Filter der Gliederung</translation>
+    </message>
+    <message>
+        <source>Label %1</source>
+        <translation>Marke %1</translation>
+    </message>
+    <message>
+        <source>Subroutine %1</source>
+        <translation>Unterprogramm %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmProblems</name>
+    <message>
+        <source>Errors: %1</source>
+        <translation>Fehler: %1</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Warnings: %1</source>
+        <translation>Warnungen: %1</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Hints: %1</source>
+        <translation>Hinweise: %1</translation>
+    </message>
+    <message>
+        <source>Hint</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Problem</source>
+        <translation>Problem</translation>
+    </message>
+    <message>
+        <source>Document</source>
+        <translation>Dokument</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Problems</source>
+        <translation>Probleme</translation>
+    </message>
+</context>
+<context>
+    <name>frmQuickOpen</name>
+    <message>
+        <source>Quick Open</source>
+        <translation>Schnell öffnen</translation>
+    </message>
+    <message>
+        <source>Letters of an item&apos;s name; with @ in front, of a label or subroutine</source>
+        <translation>Buchstaben aus dem Namen eines Items; mit @ davor aus dem einer Marke oder eines Unterprogramms</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Found</source>
+        <translation>Gefunden</translation>
+    </message>
+    <message>
+        <source>line %1</source>
+        <translation>Zeile %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmRename</name>
+    <message>
+        <source>Rename %1</source>
+        <translation>%1 umbenennen</translation>
+    </message>
+    <message>
+        <source>Place</source>
+        <translation>Stelle</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Places</source>
+        <translation>Stellen</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;New name:</source>
+        <translation>&amp;Neuer Name:</translation>
+    </message>
+    <message>
+        <source>Places: %1</source>
+        <translation>Stellen: %1</translation>
+    </message>
+</context>
+<context>
     <name>frmResults</name>
     <message>
         <source>Results</source>
@@ -573,6 +799,41 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Co&amp;nnections...</source>
         <translation>Verbi&amp;ndungen...</translation>
+    </message>
+</context>
+<context>
+    <name>frmStart</name>
+    <message>
+        <source>Programs and records of MultiValue databases</source>
+        <translation>Programme und Sätze von MultiValue-Datenbanken</translation>
+    </message>
+    <message>
+        <source>Start and first steps</source>
+        <translation>Start und erste Schritte</translation>
+    </message>
+    <message>
+        <source>Recent items, connections and accounts</source>
+        <translation>Zuletzt geöffnete Items, Verbindungen und Konten</translation>
+    </message>
+    <message>
+        <source>Start page</source>
+        <translation>Startseite</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>First steps</source>
+        <translation>Erste Schritte</translation>
+    </message>
+    <message>
+        <source>Recent</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Connections and accounts</source>
+        <translation>Verbindungen und Konten</translation>
     </message>
 </context>
 <context>

@@ -31,6 +31,7 @@ struct HostSettings {
     Text user;                  ///< the login name where none is given
     Text tunnel;                ///< network: a command whose input and output lead to the server; empty: none
     Text ids;                   ///< how ids stand in names of files: "plain", "escaped", or empty, as the root tells
+    Text dialect;               ///< of the programs; empty: the user's choice
     std::map<Text, Text> verbs; ///< command lines by the verb in capitals, before those of VOC
     Text color;                 ///< of its documents; by its name or as #RRGGBB, empty: none
     std::map<Text, Text> accountColors; ///< of accounts that have one of their own, by the account in capitals

@@ -240,7 +240,36 @@ void SetHighlight(CommandContext& c)
 {
     bool mark = NewMark(c, Highlights(c));
     c.document->SetHighlight(mark);
+    c.program.Assist().DocumentChanged(*c.document);
     for (Band band : {Band::ToolBar, Band::MainMenu}) c.program.Menus().SetChecked(band, u"Highlight", mark);
+}
+
+// Programs
+
+template <bool Backward>
+void GoToFinding(CommandContext& c)
+{
+    c.program.Assist().GoToFinding(c.document->DocumentID(), Backward);
+}
+
+template <AssistForm Which>
+void ShowAssist(CommandContext& c)
+{
+    if (c.program.Assist().Show) c.program.Assist().Show(Which, c.document.get());
+}
+
+template <bool MvEdit::*Panel>
+void ShowPanel(CommandContext& c)
+{
+    c.program.EditorSettings().*Panel = NewMark(c, Marks<Panel>(c));
+    if (c.program.Assist().PanelsChanged) c.program.Assist().PanelsChanged();
+}
+
+template <bool MvEdit::*Switch>
+void SetAssist(CommandContext& c)
+{
+    c.program.EditorSettings().*Switch = NewMark(c, Marks<Switch>(c));
+    c.program.Assist().SettingsChanged();
 }
 
 constexpr CommandRow kRows[] = {
@@ -317,6 +346,18 @@ constexpr CommandRow kRows[] = {
     {u"VisibleBlanks", SetMark<&MvEdit::VisibleBlanks>, Always, Marks<&MvEdit::VisibleBlanks>},
     {u"SmoothScrolling", SetMark<&MvEdit::SmoothScrolling>, Always, Marks<&MvEdit::SmoothScrolling>},
     {u"Results", Show<Form::Results>, Always},
+    {u"Problems", ShowPanel<&MvEdit::ProblemsShown>, Always, Marks<&MvEdit::ProblemsShown>},
+    {u"NextProblem", GoToFinding<false>, HasView},
+    {u"PrevProblem", GoToFinding<true>, HasView},
+    {u"Outline", ShowPanel<&MvEdit::OutlineShown>, Always, Marks<&MvEdit::OutlineShown>},
+    {u"QuickOpen", ShowAssist<AssistForm::QuickOpen>, Always},
+    {u"Definition", [](CommandContext& c) { c.program.Names().GoToDefinition(*c.document); }, HasView},
+    {u"References", [](CommandContext& c) { c.program.Names().FindReferences(*c.document); }, HasView},
+    {u"Rename", ShowAssist<AssistForm::Rename>, HasView},
+    {u"CompleteWord", ShowAssist<AssistForm::Completion>, HasView},
+    {u"QuickMend", ShowAssist<AssistForm::Mends>, HasView},
+    {u"CompleteWords", SetAssist<&MvEdit::CompleteWords>, Always, Marks<&MvEdit::CompleteWords>},
+    {u"CheckAsYouType", SetAssist<&MvEdit::CheckAsYouType>, Always, Marks<&MvEdit::CheckAsYouType>},
     {u"Settings", Show<Form::Settings>, Always},
     {u"HelpTopics", Show<Form::HelpTopics>, Always},
     {u"HelpAbout", Show<Form::About>, Always},

@@ -170,6 +170,7 @@ struct OpenCall {
 };
 
 struct FakeConnection : mvConnection {
+    std::vector<KnownHost> Hosts() override { return hosts; }
     SelectedItem SelectItem(const SelectRequest& request, mvItem* start) override
     {
         auto picked = SelectItems(request, start);
@@ -184,6 +185,8 @@ struct FakeConnection : mvConnection {
         picks.pop_front();
         return picked;
     }
+    Text DialectOf(TextView /*serverName*/) override { return dialect; }
+    Text dialect;
     std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) override
     {
         opens.push_back({Text(path), readOnly, lock});
@@ -207,6 +210,7 @@ struct FakeConnection : mvConnection {
     }
     FakeStore store;
     std::map<Text, Text> colors;                                         ///< by account
+    std::vector<KnownHost> hosts;
     std::function<std::unique_ptr<ItemReader>(const ItemPlace&)> reader; ///< makes those of all accounts
     std::deque<std::optional<Error>> openFailures;                       ///< one a call; an empty one lets it through
     std::deque<std::vector<SelectedItem>> picks; ///< answers of the picker; none left: cancelled

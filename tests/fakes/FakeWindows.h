@@ -177,6 +177,7 @@ struct FakeDialogs final : Dialogs {
                                               u"settings", u"help",      u"about",   u"properties",      u"print"};
         journal.Add(Text(kNames[static_cast<size_t>(form)]));
     }
+    void ShowHelp(TextView page) override { journal.Add(u"help " + Text(page)); }
     void Goto(Text& target) override { journal.Add(u"goto '" + target + u"'"); }
     void OfferRecovered(modAutoRecover&, TextView folder, const DynamicArray& names) override
     {

@@ -51,6 +51,16 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "Nothing here."),
     QT_TRANSLATE_NOOP("Logic", "Only hidden files here."),
     QT_TRANSLATE_NOOP("Logic", "Select one place to go into, or the items to open."),
+    // the start page
+    QT_TRANSLATE_NOOP("Logic", "Open an item or a file"),
+    QT_TRANSLATE_NOOP("Logic", "New document"),
+    QT_TRANSLATE_NOOP("Logic", "Open DEMO"),
+    QT_TRANSLATE_NOOP("Logic", "the sample account"),
+    QT_TRANSLATE_NOOP("Logic", "Open the last session"),
+    QT_TRANSLATE_NOOP("Logic", "Open a program, change it, save it"),
+    QT_TRANSLATE_NOOP("Logic", "Compile it, and see what the compiler says"),
+    QT_TRANSLATE_NOOP("Logic", "Find a name in all programs of an account"),
+    QT_TRANSLATE_NOOP("Logic", "The first hour: a guide"),
 };
 
 /// The first of the user's languages that there is a file for. The texts in the source are English, so whoever would

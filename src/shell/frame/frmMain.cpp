@@ -45,7 +45,7 @@ Desktop PresentDesktop(const QScreen& screen)
 
 } // namespace
 
-frmMain::frmMain() : area_(new QMdiArea(this))
+frmMain::frmMain() : area_(new QMdiArea(this)), start_(*area_)
 {
     area_->setAccessibleName(QCoreApplication::translate("frmMain", "Documents"));
     area_->setViewMode(QMdiArea::SubWindowView);
@@ -79,6 +79,7 @@ frmMain::~frmMain()
 void frmMain::Load(Program& program)
 {
     program_ = &program;
+    start_.SetProgram(&program);
     program.Log().Write(u"mdiform initialize", trace::kObjects);
     program.Safely(u"frmMain.MDIForm_Load", [this] { LoadParts(); });
 }
@@ -91,6 +92,7 @@ void frmMain::LoadParts()
     Place();
     new QtScreenKeeper(this);
     LoadBands();
+    assist_ = std::make_unique<QtAssist>(program_->Assist(), program_->Names(), program_->Services(), *this);
     QObject::connect(qApp, &QApplication::focusChanged, this,
                      [this](const QWidget*, const QWidget* now) { FocusMoved(now); });
     qApp->installEventFilter(this);
@@ -197,7 +199,9 @@ void frmMain::UnloadParts()
 {
     qApp->removeEventFilter(this);
     qApp->disconnect(this);
+    start_.SetProgram(nullptr);
     for (QTimer* timer : {&shutdownTimer_, &stuckFocusTimer_}) timer->stop();
+    assist_.reset();
     placement_.Placed(PresentState(), PresentBounds());
     placement_.toolbarVisible = menus_.State(Band::ToolBar).visible;
     placement_.statusbarVisible = menus_.State(Band::StatusBar).visible;

@@ -35,6 +35,7 @@ struct HelpPage {
 /// In the order of the contents.
 inline constexpr HelpPage kHelpPages[] = {
     {u"Getting started", u"index.html", u"Welcome to Nib"},
+    {u"Getting started", u"guide.html", u"The first hour"},
     {u"Getting started", u"files.html", u"Files and items"},
     {u"Getting started", u"locks.html", u"Locks and read-only documents"},
     {u"Getting started", u"windows.html", u"Windows and bars"},

@@ -1,4 +1,5 @@
 #include "fakes/TestProgram.h"
+#include "language/Dialects.h"
 
 namespace nib {
 void PrintTo(const CommandLineAction& action, std::ostream* out)
@@ -88,6 +89,29 @@ TEST(StartTest, AutomationReadsNoCommandLine)
     EXPECT_TRUE(t.connection.opens.empty() && t.trace.lines.empty());
     EXPECT_EQ(program.Place().now.ServerName, u"*");
     t.ExpectCalm();
+}
+
+TEST(StartTest, ADialectIsOfferedOnceToThoseWhoHaveSettings)
+{
+    const std::tuple<Text, int32_t, Text> rows[] = {{u"", message_box::kAnswerYes, u"common"},
+                                                    {u"", message_box::kAnswerNo, u"none"},
+                                                    {u"server", 0, u"server"},
+                                                    {u"none", 0, u"none"}};
+    for (const auto& [stored, answer, dialect] : rows) {
+        Dialects dialects;
+        TestProgram t;
+        t.store.values = {{u"", u"7.1"}, {u"Dialect", stored}};
+        for (const size_t boxes : {answer == 0 ? 0U : 1U, 0U}) {
+            ProgramPorts ports = t.Around(t.window, t.views);
+            ports.dialects = &dialects;
+            Program program(ports);
+            t.boxes.Answer({answer});
+            program.Main({});
+            EXPECT_EQ(t.boxes.Take().size(), boxes);
+            EXPECT_EQ(program.EditorSettings().Keywords.Rules(), dialects.Rules(dialect));
+            EXPECT_EQ(t.store.values[u"Dialect"], dialect);
+        }
+    }
 }
 
 TEST(StartTest, AFailingStepEndsTheProgram)
