@@ -251,6 +251,14 @@ Qt %2</translation>
         <source>The first hour: a guide</source>
         <translation>Die erste Stunde: eine Anleitung</translation>
     </message>
+    <message>
+        <source>Dialect of programs</source>
+        <translation>Dialekt der Programme</translation>
+    </message>
+    <message>
+        <source>No dialect</source>
+        <translation>Kein Dialekt</translation>
+    </message>
 </context>
 <context>
     <name>Printing</name>

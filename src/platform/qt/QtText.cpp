@@ -35,6 +35,8 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "Lock of the item"),
     QT_TRANSLATE_NOOP("Logic", "Character set"),
     QT_TRANSLATE_NOOP("Logic", "Line ends"),
+    QT_TRANSLATE_NOOP("Logic", "Dialect of programs"),
+    QT_TRANSLATE_NOOP("Logic", "No dialect"),
     QT_TRANSLATE_NOOP("Logic", "Locked here"),
     QT_TRANSLATE_NOOP("Logic", "Not locked"),
     QT_TRANSLATE_NOOP("Logic", "Read only"),

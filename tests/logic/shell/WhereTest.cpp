@@ -17,7 +17,7 @@ struct WhereTest : testing::Test {
     {
         t.clock.Advance({});
         Lines texts;
-        for (TextView key : {u"Place", u"Lock", u"Coding", u"Ends"})
+        for (TextView key : {u"Place", u"Lock", u"Coding", u"Ends", u"Dialect"})
             texts.push_back(t.menus.Tool(Band::StatusBar, key).caption);
         return texts;
     }
@@ -27,24 +27,26 @@ struct WhereTest : testing::Test {
 TEST_F(WhereTest, PanelsFollowTheDocumentInFront)
 {
     t.connection.colors[u"LIVE"] = u"red";
-    EXPECT_EQ(Panels(), Lines(4));
+    EXPECT_EQ(Panels(), Lines(5));
+    t.program.EditorSettings().Dialect = u"common";
     t.Store().forms = true;
     auto live = t.StoreAndOpen(kLive, u"a");
-    EXPECT_EQ(Panels(), (Lines{u"LIVE on server1", u"Locked here", u"windows-1252", u"LF"}));
+    EXPECT_EQ(Panels(), (Lines{u"LIVE on server1", u"Locked here", u"windows-1252", u"LF", u"common"}));
     EXPECT_EQ(t.menus.Tool(Band::StatusBar, u"Place").color, u"red");
     t.Store().forms = false;
+    t.program.EditorSettings().Dialect = u"None";
     t.StoreAndOpen(kMain, u"a", true);
-    EXPECT_EQ(Panels(), (Lines{u"DEMO on server1", u"Read only", u"", u""}));
+    EXPECT_EQ(Panels(), (Lines{u"DEMO on server1", u"Read only", u"", u"", u"No dialect"}));
     EXPECT_EQ(t.menus.Tool(Band::StatusBar, u"Place").color, u"");
     t.StoreAndOpen(kLocal, u"a");
-    EXPECT_EQ(Panels(), (Lines{u"/home/x", u"", u"", u""}));
+    EXPECT_EQ(Panels(), (Lines{u"/home/x", u"", u"", u"", u"No dialect"}));
     t.New();
-    EXPECT_EQ(Panels(), Lines(4));
+    EXPECT_EQ(Panels(), Lines(5));
     live->Activate();
     t.Store().locks.clear(); // as a lost connection does
     t.program.StateChanged();
     t.Store().forms = true;
-    EXPECT_EQ(Panels(), (Lines{u"LIVE on server1", u"Not locked", u"windows-1252", u"LF"}));
+    EXPECT_EQ(Panels(), (Lines{u"LIVE on server1", u"Not locked", u"windows-1252", u"LF", u"No dialect"}));
 }
 
 TEST_F(WhereTest, LineEndsAndCharacterSetCountFromTheNextSaveOn)
