@@ -3,6 +3,8 @@
 #include "hosts/StoredForm.h"
 #include "shell/FileCommands.h"
 
+#include <algorithm>
+
 namespace nib {
 
 CommandContext MenuDispatcher::Context() const
@@ -69,10 +71,19 @@ void MenuDispatcher::BuildWindowMenu()
         if (!context.document) return;
         int32_t i = 0;
         for (auto& document : program_.OpenDocuments().All()) {
-            const MenuTool& tool = AddEntry(u"Window", u"miWList", ++i, document->DisplayName(), {});
+            Text name = document->DisplayName();
+            if (IsSharedName(name)) name += u"\t" + document->PlaceText();
+            const MenuTool& tool = AddEntry(u"Window", u"miWList", ++i, name, {});
             menus_.SetChecked(Band::MainMenu, tool.key, document == context.document);
         }
     });
+}
+
+/// Accounts have items of the same name.
+bool MenuDispatcher::IsSharedName(TextView name) const
+{
+    const auto documents = program_.OpenDocuments().All();
+    return std::count_if(documents.begin(), documents.end(), [&](auto& d) { return d->DisplayName() == name; }) > 1;
 }
 
 const MenuTool& MenuDispatcher::AddEntry(TextView menu, TextView prefix, int32_t number, TextView name, TextView before)

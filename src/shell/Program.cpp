@@ -366,7 +366,8 @@ void Program::ShowChanges()
             for (int32_t id : std::exchange(changedDocuments_, {}))
                 if (auto document = openDocuments_.ById(id)) document->UpdateTitle();
             ports_.mainWindow.UpdateToolBar();
-            ShowDocumentStatus(Menus(), openDocuments_.ById(ports_.mainWindow.ActiveDocument()).get());
+            ShowDocumentStatus(Menus(), openDocuments_.ById(ports_.mainWindow.ActiveDocument()).get(),
+                               settings_.Dialect);
             recovery_.FollowSetting();
             if (!troubles_.empty()) ports_.mainWindow.SetStatusText(1, troubles_.begin()->second);
         },

@@ -224,7 +224,7 @@ void frmMain::UpdateCaption()
 {
     frmDocument* form = ActiveForm();
     Text caption(kTitle);
-    if (form) {
+    if (form && !form->Title().empty()) {
         const bool joined = form->WindowState() == window_state::kMaximized;
         caption += joined ? u" - [" + form->Title() + u"]" : u" - " + form->Title();
     }

@@ -165,6 +165,7 @@ constexpr PanelRow kPanelRows[] = {
     {u"Lock", u"", u"Lock of the item", false, true, u"Locking"},
     {u"Coding", u"", u"Character set", false, true, u"CharacterSet"},
     {u"Ends", u"", u"Line ends", false, true, u"LineEnds"},
+    {u"Dialect", u"", u"Dialect of programs", false, true, u"Settings"},
     {u"Panel2", u"Ln 1000, Col 100", u"Current insertion point", true, false},
     {u"Panel3", u"Ovr", u"Overwrite / Insert", true, false},
     {u"Panel4", u"", u"", false, true},

@@ -32,6 +32,7 @@ QtTabRow::QtTabRow(const MenuTool& root, QWidget* parent)
       list_(new QMenu(all_)), line_(new QWidget(this))
 {
     tabs_->setAccessibleName(ToQString(root.caption));
+    all_->setObjectName(QStringLiteral("AllDocuments"));
     all_->setAutoRaise(true);
     all_->setArrowType(Qt::DownArrow);
     all_->setPopupMode(QToolButton::InstantPopup);
