@@ -309,12 +309,14 @@ void frmStart::changeEvent(QEvent* event)
 
 StartPlace::StartPlace(QMdiArea& area) : area_(area)
 {
+    area.installEventFilter(this);
     area.viewport()->installEventFilter(this);
 }
 
 bool StartPlace::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Resize && page_) page_->setGeometry(area_.viewport()->rect());
+    if ((event->type() == QEvent::Resize || event->type() == QEvent::Move) && page_)
+        page_->setGeometry(area_.geometry());
     if (event->type() == QEvent::Paint && program_ && empty_ && !page_ && !std::exchange(building_, true))
         QTimer::singleShot(0, this, [this] { Build(); });
     return QObject::eventFilter(watched, event);
@@ -329,8 +331,9 @@ void StartPlace::Build()
     }
     building_ = false;
     if (!program_ || !empty_ || page_) return;
-    page_ = new frmStart(*program_, area_.viewport());
-    page_->setGeometry(area_.viewport()->rect());
+    // Above the area: what stands in it and is no window of a document, assistive tools are not told of.
+    page_ = new frmStart(*program_, area_.parentWidget());
+    page_->setGeometry(area_.geometry());
     page_->show();
     QWidget* focus = QApplication::focusWidget();
     if (area_.isActiveWindow() && (!focus || focus == &area_ || focus == area_.window())) page_->FocusRows();
@@ -342,7 +345,6 @@ void StartPlace::SetEmpty(bool empty)
     if (!empty && page_->isAncestorOf(QApplication::focusWidget())) area_.setFocus();
     if (empty) page_->Refresh();
     page_->setVisible(empty);
-    if (empty) page_->lower();
 }
 
 bool StartPlace::TakeFocus()
