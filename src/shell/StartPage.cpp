@@ -92,7 +92,7 @@ StartRows StartPage::Rows() const
             if (i < kMostAccounts) rows.places.push_back({Kind::Place, account, host.name, PathBelow(host, account)});
             if (account == kSample)
                 rows.begin.push_back(
-                    {Kind::Place, u"Open DEMO", u"the sample account", PathBelow(host, kSample, kSampleFile)});
+                    {Kind::Sample, u"Open DEMO", u"the sample account", PathBelow(host, kSample, kSampleFile)});
         }
     }
     const clsRecentList& recent = program_.RecentFiles();
