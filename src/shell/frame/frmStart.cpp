@@ -88,7 +88,7 @@ private:
             painter.setPen(color);
             const QString text = option.fontMetrics.elidedText(whole, how, rest.width());
             const auto alignment = QStyle::visualAlignment(direction, Qt::AlignVCenter | Qt::AlignLeft);
-            painter.drawText(place(rest), static_cast<int>(alignment), text);
+            painter.drawText(place(rest), static_cast<int>(alignment) | Qt::TextSingleLine, text);
             rest.setLeft(rest.left() + option.fontMetrics.horizontalAdvance(text) + 2 * gap);
         };
         painter.setFont(option.font);
@@ -152,7 +152,8 @@ void StartList::AddRows(const QString& heading, const std::vector<StartRow>& row
         item->setData(kDetailRole, detail);
         item->setData(kRowRole, static_cast<int>(rows_.size()));
         item->setData(Qt::AccessibleTextRole, detail.isEmpty() ? item->text() : item->text() + ", " + detail);
-        if (row.kind == StartRow::Kind::Recent || row.kind == StartRow::Kind::LastSession) item->setToolTip(detail);
+        if (row.kind == StartRow::Kind::Recent || row.kind == StartRow::Kind::LastSession)
+            item->setToolTip(QStringLiteral("<qt>%1</qt>").arg(detail.toHtmlEscaped()));
         rows_.push_back(row);
     }
 }
