@@ -107,7 +107,7 @@ QIcon IconOf(const StartRow& row)
     case StartRow::Kind::Sample:
     case StartRow::Kind::Place: return ToolIcon(row.detail.empty() ? u"network-server" : u"folder");
     case StartRow::Kind::LastSession: return ToolIcon(u"document-open-recent");
-    case StartRow::Kind::Recent: return ToolIcon(u"text-x-generic");
+    case StartRow::Kind::Recent: return ToolIcon(u"document-edit");
     case StartRow::Kind::Help: return ToolIcon(u"help-contents");
     }
     return {};
