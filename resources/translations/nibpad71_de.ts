@@ -248,6 +248,57 @@ Qt %2</translation>
     </message>
 </context>
 <context>
+    <name>QtCompletionList</name>
+    <message>
+        <source>statement</source>
+        <translation>Anweisung</translation>
+    </message>
+    <message>
+        <source>function</source>
+        <translation>Funktion</translation>
+    </message>
+    <message>
+        <source>clause</source>
+        <translation>Klausel</translation>
+    </message>
+    <message>
+        <source>variable</source>
+        <translation>Variable</translation>
+    </message>
+    <message>
+        <source>constant</source>
+        <translation>Konstante</translation>
+    </message>
+    <message>
+        <source>label</source>
+        <translation>Marke</translation>
+    </message>
+    <message>
+        <source>subroutine</source>
+        <translation>Unterprogramm</translation>
+    </message>
+    <message>
+        <source>item</source>
+        <translation>Item</translation>
+    </message>
+    <message>
+        <source>file</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>closes the block</source>
+        <translation>schließt den Block</translation>
+    </message>
+    <message>
+        <source>Suggestions</source>
+        <translation>Vorschläge</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+</context>
+<context>
     <name>QtDocumentTabs</name>
     <message>
         <source>Close %1</source>
@@ -283,6 +334,17 @@ Qt %2</translation>
     <message>
         <source>More Menus</source>
         <translation>Weitere Menüs</translation>
+    </message>
+</context>
+<context>
+    <name>QtPaneHelp</name>
+    <message>
+        <source>Alt+Return offers to mend it.</source>
+        <translation>Alt+Eingabe bietet an, es zu beheben.</translation>
+    </message>
+    <message>
+        <source>Quick Mends</source>
+        <translation>Schnelle Abhilfen</translation>
     </message>
 </context>
 <context>
@@ -520,6 +582,134 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Documents</source>
         <translation>Dokumente</translation>
+    </message>
+</context>
+<context>
+    <name>frmOutline</name>
+    <message>
+        <source>Outline</source>
+        <translation>Gliederung</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Filter of the outline</source>
+        <translation>Filter der Gliederung</translation>
+    </message>
+    <message>
+        <source>Label %1</source>
+        <translation>Marke %1</translation>
+    </message>
+    <message>
+        <source>Subroutine %1</source>
+        <translation>Unterprogramm %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmProblems</name>
+    <message>
+        <source>Errors: %1</source>
+        <translation>Fehler: %1</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Warnings: %1</source>
+        <translation>Warnungen: %1</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Hints: %1</source>
+        <translation>Hinweise: %1</translation>
+    </message>
+    <message>
+        <source>Hint</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Problem</source>
+        <translation>Problem</translation>
+    </message>
+    <message>
+        <source>Document</source>
+        <translation>Dokument</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Problems</source>
+        <translation>Probleme</translation>
+    </message>
+</context>
+<context>
+    <name>frmQuickOpen</name>
+    <message>
+        <source>Quick Open</source>
+        <translation>Schnell öffnen</translation>
+    </message>
+    <message>
+        <source>Letters of an item&apos;s name; with @ in front, of a label or subroutine</source>
+        <translation>Buchstaben aus dem Namen eines Items; mit @ davor aus dem einer Marke oder eines Unterprogramms</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Found</source>
+        <translation>Gefunden</translation>
+    </message>
+    <message>
+        <source>line %1</source>
+        <translation>Zeile %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmRename</name>
+    <message>
+        <source>Rename %1</source>
+        <translation>%1 umbenennen</translation>
+    </message>
+    <message>
+        <source>Place</source>
+        <translation>Stelle</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Places</source>
+        <translation>Stellen</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;New name:</source>
+        <translation>&amp;Neuer Name:</translation>
+    </message>
+    <message>
+        <source>Places: %1</source>
+        <translation>Stellen: %1</translation>
     </message>
 </context>
 <context>

@@ -40,6 +40,12 @@ public:
     /// From time to time: to notice connections that were lost.
     void Look() { links_.Look(); }
     std::unique_ptr<ItemReader> Reader(const ItemPlace& account) override;
+    Text DialectOf(TextView serverName) override { return links_.Config().Find(serverName).dialect; }
+    Text ColorOf(const ItemPlace& account) const override
+    {
+        return account.provider == kHostProvider ? links_.Config().ColorOf(account.serverName, account.database)
+                                                 : Text();
+    }
 
 private:
     PickerAnswer RunPicker(const SelectRequest& request, mvItem* start);

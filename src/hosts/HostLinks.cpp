@@ -28,8 +28,17 @@ constexpr KeyRow kKeys[] = {
     {u"kind", &HostSettings::kind},       {u"charset", &HostSettings::charset}, {u"name", &HostSettings::name},
     {u"account", &HostSettings::account}, {u"address", &HostSettings::address}, {u"port", &HostSettings::port},
     {u"user", &HostSettings::user},       {u"tunnel", &HostSettings::tunnel},   {u"ids", &HostSettings::ids},
+    {u"dialect", &HostSettings::dialect},
+    {u"color", &HostSettings::color},
 };
-constexpr TextView kVerbKey{u"verb."};
+
+/// Keys that end in a name, which is kept in capitals.
+struct NamedKeyRow {
+    TextView beginning;
+    std::map<Text, Text> HostSettings::*member;
+};
+
+constexpr NamedKeyRow kNamedKeys[] = {{u"verb.", &HostSettings::verbs}, {u"color.", &HostSettings::accountColors}};
 
 Text MachineName()
 {
@@ -50,8 +59,9 @@ void SetKey(HostSettings& host, TextView key, TextView value, const std::string&
     if (EqualsNoCase(key, u"root") && !value.empty()) host.root = RootOf(value, configFolder);
     for (const KeyRow& row : kKeys)
         if (EqualsNoCase(key, row.key)) host.*row.member = value;
-    if (key.size() > kVerbKey.size() && EqualsNoCase(key.substr(0, kVerbKey.size()), kVerbKey))
-        host.verbs[ToUpper(key.substr(kVerbKey.size()))] = value;
+    for (const NamedKeyRow& row : kNamedKeys)
+        if (key.size() > row.beginning.size() && StartsWithNoCase(key, row.beginning))
+            (host.*row.member)[ToUpper(key.substr(row.beginning.size()))] = value;
 }
 
 /// What depends on other keys.
@@ -134,6 +144,17 @@ const HostSettings& HostConfig::Find(TextView serverName) const
         if (EqualsNoCase(host.serverName, serverName)) return host;
     throw Error(error_number::kPathNotFound,
                 u"The host connection \"" + Text(serverName) + u"\" is not set up in hosts.conf.");
+}
+
+Text HostConfig::ColorOf(TextView serverName, TextView account) const
+{
+    return OrDefault(
+        [&] {
+            const HostSettings& host = Find(serverName);
+            const auto own = host.accountColors.find(ToUpper(account));
+            return own == host.accountColors.end() ? host.color : own->second;
+        },
+        Text());
 }
 
 std::vector<HostSettings> HostConfig::LoginsGone(const HostConfig& later) const

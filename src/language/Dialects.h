@@ -1,4 +1,5 @@
 #pragma once
+#include "editing/LexRules.h"
 #include "language/Dialect.h"
 
 #include <memory>
@@ -17,6 +18,9 @@ void ReadDialect(TextView text, Dialect& dialect, std::vector<DialectNote>& note
 /// The dialect that `text` builds on; empty when there is none.
 Text BaseOfDialect(TextView text);
 
+/// What lexer and formatter want of a dialect.
+LexRules RulesOf(const Dialect& dialect);
+
 /// The dialects that there are, read when they are first asked for. One thread.
 class Dialects {
 public:
@@ -29,6 +33,8 @@ public:
 
     /// In any case; null for "none" and for a name that nobody knows. Good as long as this object.
     const Dialect* Find(TextView name);
+    /// The same for lexer and formatter.
+    const LexRules* Rules(TextView name);
     std::vector<Text> Names() const;
     /// Of those that have been read.
     const std::vector<DialectNote>& Notes() const { return notes_; }
@@ -38,6 +44,7 @@ private:
         Text name;
         Text text;
         std::unique_ptr<Dialect> dialect; ///< null until it is read
+        std::unique_ptr<LexRules> rules;  ///< null until they are asked for
         bool reading = false;
     };
 

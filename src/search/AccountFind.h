@@ -25,6 +25,7 @@ struct AccountFindDialog {
     Text replaceText;
     bool matchCase = false;
     bool wholeWord = false;
+    bool regex = false;
 
     FindingState state = FindingState::Idle;
     bool readsFiles = false; ///< the list of files is on its way
@@ -32,7 +33,8 @@ struct AccountFindDialog {
     bool listed = false;     ///< the results hold something of this search
     int32_t allFiles = 0;    ///< that are searched
     SearchCounts counts;
-    Text fault; ///< for the user: why there are no files, or the search ended before its time
+    Text fault; ///< for the user: what is wrong with the expression, why there are no files, or the search ended before
+                ///< its time
 };
 
 /// Everything behind the dialog that searches and replaces in the items of an account: the search runs on its own, and

@@ -101,8 +101,17 @@ bool FileCommands::FileClose(mvDocument& document)
     Saved saved = IsDocumentSaved(document, {}, message_box::kYesNoCancel);
     if (saved == Saved::Stop) return false;
     if (saved == Saved::Discard) document.SetModified(false);
+    IgnoringErrors([&] { closed_.Remember(document); });
     document.FileClose(false);
     return true;
+}
+
+void FileCommands::ReopenClosed()
+{
+    program_.Safely(u"frmMain.ReopenClosed", [&] {
+        closed_.Reopen(program_);
+        program_.Window().ProcessMessages();
+    });
 }
 
 bool FileCommands::FileCloseAll()

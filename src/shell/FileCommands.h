@@ -2,6 +2,7 @@
 // The commands on documents as a whole, with their questions to the user.
 
 #include "documents/mvDocument.h"
+#include "shell/ClosedDocuments.h"
 
 namespace nib {
 
@@ -32,6 +33,8 @@ public:
     bool CloseAllToEnd();
     /// `message` empty: "Save changes to ... ?". `buttons` is a button set of the message box.
     Saved IsDocumentSaved(mvDocument& document, Text message, int32_t buttons);
+    bool CanReopenClosed() const { return closed_.Any(); }
+    void ReopenClosed();
     /// To the recent files; a local file that is among them under another path loses that.
     void AddRecent(const mvItem& item);
 
@@ -45,6 +48,7 @@ private:
     void RememberPlace(const mvItem& item);
 
     Program& program_;
+    ClosedDocuments closed_;
 };
 
 /// The path of an item, with the account that it was found in.

@@ -31,6 +31,7 @@ public:
 
 private:
     const MenuTool& AddEntry(TextView menu, TextView prefix, int32_t number, TextView name, TextView before);
+    void NameOwnCharset();
     void PrepareContextMenu(HitKind kind);
     void PrepareTabMenu(int32_t state, bool active);
 

@@ -113,6 +113,13 @@ bool SourceDocument::Find(TextView text, Position from, FindOptions options, Fin
     return options.backward ? search.Backward(lines_, from, hit) : search.Forward(lines_, from, hit);
 }
 
+bool SourceDocument::Find(const TextPattern& pattern, Position from, bool backward, FindHit& hit) const
+{
+    if (!pattern.CanMatch()) return false;
+    from = Clamp(from);
+    return backward ? pattern.Backward(lines_, from, hit) : pattern.Forward(lines_, from, hit);
+}
+
 void SourceDocument::ToggleBookmark(int32_t line)
 {
     line = ClampLine(line);

@@ -10,7 +10,7 @@
 #include "text/LineScanner.h"
 #include "text/RangeEdits.h"
 #include "text/SourceContract.h"
-#include "text/TextSearch.h"
+#include "text/TextPattern.h"
 #include "text/UndoStack.h"
 
 #include <algorithm>
@@ -53,6 +53,12 @@ public:
     virtual void ModifiedChanged(bool) {}
     /// Which lines are hidden has changed.
     virtual void FoldingChanged() {}
+};
+
+/// What the user is looking for, for views to light.
+struct LitText {
+    std::shared_ptr<const TextPattern> pattern; ///< null: nothing
+    std::vector<int32_t> lines;                 ///< with hits, ascending, as far as they are known
 };
 
 /// The one kind of change notice.
@@ -143,6 +149,7 @@ public:
 
     /// Answers false when there is no further match; the text may not hold line breaks.
     bool Find(TextView text, Position from, FindOptions options, FindHit& hit) const;
+    bool Find(const TextPattern& pattern, Position from, bool backward, FindHit& hit) const;
 
     bool HasBookmark(int32_t line) const { return lines_.Word(ClampLine(line), 0) & line_bits::kBookmark; }
     void ToggleBookmark(int32_t line);
@@ -157,6 +164,8 @@ public:
     /// Tokens of a line as the lexer gives them (one of type kPlainToken for plain text, none for an empty line); scans
     /// what must be scanned before it.
     void ScanLine(int32_t line, std::vector<Token>& tokens);
+    /// What was scanned of a line becomes what is painted of it.
+    void Look(TextView lineText, std::vector<Token>& tokens) const { scanner_.Look(lineText, tokens); }
     /// What `text` would be if it stood at `line`, as the lexer sees it; false where it says nothing.
     bool IndentAt(int32_t line, TextView text, LineIndent& indent) const;
     /// Scans unscanned lines for at most about `microseconds`; false when nothing is left.
@@ -187,6 +196,13 @@ public:
     int32_t VisibleCount() const { return lines_.VisibleCount(); }
     int32_t VisibleIndex(int32_t line) const; ///< of a hidden line: the one of its collapsed head
     int32_t VisibleLine(int32_t index) const;
+
+    void Light(LitText lit)
+    {
+        lit_ = std::move(lit);
+        TellRepaint(0, LineCount() - 1);
+    }
+    const LitText& Lit() const { return lit_; }
 
     /// Not owned.
     void AddListener(BufferListener* listener) { listeners_.push_back(listener); }
@@ -275,6 +291,7 @@ private:
     mutable std::optional<TextSearch> search_;
     mutable Text searchText_;
     mutable FindOptions searchOptions_;
+    LitText lit_;
     std::vector<TextEdit>* journal_ = nullptr; ///< of the operation under way
     bool replaying_ = false;
     int32_t telling_ = 0;

@@ -123,6 +123,11 @@ struct FakeItem : mvItem {
         auto [found, taken] = store_.locks.emplace(path_, number_);
         if (!taken && found->second != number_) throw Error{error_number::kLocked, u"Locked by them"};
     }
+    bool HoldsLock() const override
+    {
+        const auto found = store_.locks.find(path_);
+        return found != store_.locks.end() && found->second == number_;
+    }
     mvSession* Session() override { return IsLocal() || !store_.hasSession ? nullptr : &store_.session; }
 
 private:
@@ -176,6 +181,8 @@ struct FakeConnection : mvConnection {
         picks.pop_front();
         return picked;
     }
+    Text DialectOf(TextView /*serverName*/) override { return dialect; }
+    Text dialect;
     std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) override
     {
         opens.push_back({Text(path), readOnly, lock});
@@ -192,7 +199,13 @@ struct FakeConnection : mvConnection {
     {
         return reader ? reader(account) : mvConnection::Reader(account);
     }
+    Text ColorOf(const ItemPlace& account) const override
+    {
+        const auto found = colors.find(account.database);
+        return found == colors.end() ? Text() : found->second;
+    }
     FakeStore store;
+    std::map<Text, Text> colors;                                         ///< by account
     std::vector<KnownHost> hosts;
     std::function<std::unique_ptr<ItemReader>(const ItemPlace&)> reader; ///< makes those of all accounts
     std::deque<std::optional<Error>> openFailures;                       ///< one a call; an empty one lets it through

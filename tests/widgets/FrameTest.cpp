@@ -70,7 +70,7 @@ TEST_F(FrameTest, AWindowFollowsItsNeighbour)
     frmDocument& second = New();
     second.SetWindowState(0);
     Settle();
-    EXPECT_EQ(Caption(), "Nib");
+    EXPECT_EQ(Caption(), "Nib - NewItem2 (New)");
     EXPECT_EQ(New().WindowState(), 0);
     first.SetWindowState(1);
     first.Activate();
@@ -98,7 +98,8 @@ TEST_F(FrameTest, PanesHaveOneTextAndTwoCarets)
     Key(Qt::Key_F7, Qt::ShiftModifier);
     EXPECT_TRUE(lower.hasFocus());
     EXPECT_EQ(&form.txtText(), &lower.Model());
-    QTest::mouseClick(lower.viewport(), Qt::LeftButton, Qt::NoModifier, lower.CellOf({0, 0}).topLeft().toPoint() + QPoint(1, 3));
+    QTest::mouseClick(lower.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      lower.CellOf({0, 0}).topLeft().toPoint() + QPoint(1, 3));
     Key(Qt::Key_Return);
     EXPECT_EQ(upper.Model().Caret(), (Position{3, 3})) << "goes with its text";
     frame.Run(u"Undo");

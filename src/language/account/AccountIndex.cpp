@@ -20,7 +20,7 @@ constexpr size_t kMostCached = 96;
 constexpr int32_t kMostRebuilt = 2;
 
 /// What others see of an included program: without its places.
-std::string Outside(Program program)
+std::string Outside(ProgramFacts program)
 {
     program.occurrences.clear();
     program.calls.clear();
@@ -31,7 +31,7 @@ std::string Outside(Program program)
     return BytesOf(program);
 }
 
-Text StampOf(TextView text)
+Text HashStamp(TextView text)
 {
     const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t));
     return u"#" + Hex(static_cast<int32_t>(HashBytes(bytes) >> 32)) + Hex(static_cast<int32_t>(HashBytes(bytes)));
@@ -46,8 +46,16 @@ Answer AccountIndex::FromStore(Body&& body, Answer fallback)
     if (!store_) Open();
     if (isBroken_ || !store_) return fallback;
     Answer answer = std::move(fallback);
-    if (FailureOf([&] { answer = body(); })) isBroken_ = true;
+    NoteFailure(FailureOf([&] { answer = body(); }));
     return answer;
+}
+
+/// What another editor holds for too long is whole.
+void AccountIndex::NoteFailure(const std::optional<Error>& failure)
+{
+    if (!failure) return;
+    store_->Rollback();
+    isBroken_ = failure->number != error_number::kLocked;
 }
 
 AccountIndex::AccountIndex(Options options) : options_(std::move(options))
@@ -86,19 +94,19 @@ bool AccountIndex::Work(Deadline until)
         if (isBroken_) return false;
     }
     bool more = true;
-    const auto failure = FailureOf([&] { more = lists_->Work(until); });
-    if (failure) isLost_ = true;
-    isBroken_ = FailureOf([&] {
-                    store_->Begin();
-                    while (const std::optional<ItemName> gone = lists_->TakeGone()) Drop(*gone);
-                    while (!more && Clock::now() < until) {
-                        const std::optional<ItemName> next = lists_->TakeUnread();
-                        if (!next) break;
-                        Process(*next);
-                    }
-                    store_->Commit();
-                }).has_value();
-    return isBroken_ || more || lists_->CountUnread() > 0;
+    if (FailureOf([&] { more = lists_->Work(until); })) isLost_ = true;
+    if (!lists_->HasGone() && (more || lists_->CountUnread() == 0)) return more && !isLost_;
+    NoteFailure(FailureOf([&] {
+        store_->Begin();
+        while (const std::optional<ItemName> gone = lists_->TakeGone()) Drop(*gone);
+        while (!more && Clock::now() < until) {
+            const std::optional<ItemName> next = lists_->TakeUnread();
+            if (!next) break;
+            Process(*next);
+        }
+        store_->Commit();
+    }));
+    return !isLost_ && (isBroken_ || more || lists_->CountUnread() > 0);
 }
 
 void AccountIndex::Process(const ItemName& name)
@@ -122,17 +130,18 @@ void AccountIndex::Process(const ItemName& name)
     if (failure && failure->number == error_number::kDeviceUnavailable) isLost_ = true;
     if (failure) return lists_->WasRead(name, std::move(stamp), false);
     if (!text) return;
-    if (stamp.empty()) stamp = StampOf(*text);
-    Take(name, *text, stamp, false);
+    if (stamp.empty()) stamp = HashStamp(*text);
+    Take(name, *text, stamp, !store_->Users(ItemUse::Includes, ToUpper(name.item)).empty());
 }
 
-std::shared_ptr<const Program> AccountIndex::Take(const ItemName& name, TextView text, const Text& stamp, bool mustBe)
+std::shared_ptr<const ProgramFacts> AccountIndex::Take(const ItemName& name, TextView text, const Text& stamp,
+                                                       bool mustBe)
 {
-    const std::optional<Program> before = store_->Get(name);
-    std::shared_ptr<const Program> program;
+    const std::optional<ProgramFacts> before = store_->Get(name);
+    std::shared_ptr<const ProgramFacts> program;
     if (mustBe || LooksLikeProgram(text, *options_.dialect)) {
         underWay_.insert(name);
-        program = std::make_shared<const Program>(options_.analyse(name, text));
+        program = std::make_shared<const ProgramFacts>(options_.analyse(name, text));
         underWay_.erase(name);
     }
     store_->Put(name, stamp, program.get());
@@ -203,7 +212,7 @@ std::vector<ItemName> AccountIndex::ProgramsNamed(TextView item) const
     return named;
 }
 
-std::shared_ptr<const Program> AccountIndex::Get(const ItemName& name)
+std::shared_ptr<const ProgramFacts> AccountIndex::Get(const ItemName& name)
 {
     if (const auto known = cached_.find(name); known != cached_.end()) {
         cache_.splice(cache_.begin(), cache_, known->second);
@@ -213,25 +222,34 @@ std::shared_ptr<const Program> AccountIndex::Get(const ItemName& name)
     const AccountLists::Item* item = lists_->Find(listed);
     if (!item || underWay_.contains(name)) return nullptr;
     return FromStore(
-        [&]() -> std::shared_ptr<const Program> {
-            std::optional<Program> stored = item->wasRead && item->isProgram ? store_->Get(name) : std::nullopt;
+        [&]() -> std::shared_ptr<const ProgramFacts> {
+            std::optional<ProgramFacts> stored = item->wasRead && item->isProgram ? store_->Get(name) : std::nullopt;
             if (stored) {
-                auto program = std::make_shared<const Program>(*std::move(stored));
+                auto program = std::make_shared<const ProgramFacts>(*std::move(stored));
                 Cache(name, program);
                 return program;
             }
             const std::optional<Text> text = Read(name);
             if (!text) return nullptr;
             Text stamp = options_.reader->Stamp(name.file, name.item);
-            if (stamp.empty()) stamp = StampOf(*text);
+            if (stamp.empty()) stamp = HashStamp(*text);
             return Take(name, *text, stamp, true);
         },
-        std::shared_ptr<const Program>());
+        std::shared_ptr<const ProgramFacts>());
 }
 
 std::vector<ItemName> AccountIndex::Users(ItemUse use, TextView name)
 {
     return FromStore([&] { return store_->Users(use, ToUpper(name)); }, std::vector<ItemName>());
+}
+
+Text AccountIndex::StampOf(const ItemName& name)
+{
+    ItemName listed = name;
+    Text stamp = OrDefault([&] { return options_.reader->Stamp(name.file, name.item); }, Text());
+    if (!stamp.empty()) return stamp;
+    const AccountLists::Item* item = lists_->Find(listed);
+    return item ? item->stamp : Text();
 }
 
 std::optional<Text> AccountIndex::Read(const ItemName& name)
@@ -240,6 +258,11 @@ std::optional<Text> AccountIndex::Read(const ItemName& name)
     const auto failure = FailureOf([&] { text = options_.reader->Read(name.file, name.item); });
     if (failure && failure->number == error_number::kDeviceUnavailable) isLost_ = true;
     return text;
+}
+
+std::vector<Text> AccountIndex::Ids(TextView file)
+{
+    return OrDefault([&] { return options_.reader->Ids(file); }, std::vector<Text>());
 }
 
 NameList& AccountIndex::Names()
@@ -256,7 +279,7 @@ NameList& AccountIndex::Names()
     return *names_;
 }
 
-void AccountIndex::Cache(const ItemName& name, std::shared_ptr<const Program> program)
+void AccountIndex::Cache(const ItemName& name, std::shared_ptr<const ProgramFacts> program)
 {
     if (const auto known = cached_.find(name); known != cached_.end()) {
         cache_.erase(known->second);

@@ -1,4 +1,5 @@
 #pragma once
+#include "base/Error.h"
 #include "language/account/AccountLists.h"
 #include "language/account/NameList.h"
 
@@ -13,7 +14,7 @@ namespace nib {
 class AccountIndex {
 public:
     /// Makes the facts of a program; the index itself is where its includes come from.
-    using Analyse = std::function<Program(const ItemName& name, TextView text)>;
+    using Analyse = std::function<ProgramFacts(const ItemName& name, TextView text)>;
 
     struct Options {
         std::unique_ptr<ItemReader> reader;
@@ -32,6 +33,8 @@ public:
     /// Goes up with each program that has become another one.
     uint64_t Revision() const { return revision_; }
     int32_t CountItems() const { return lists_->CountItems(); }
+    /// Not all has been read once.
+    bool IsBusy() const { return !isLost_ && !lists_->IsComplete(); }
     int32_t CountUnread() const { return lists_->CountUnread(); }
     /// All has been read, and nothing was kept from view.
     bool IsCertain() const { return !isLost_ && lists_->IsCertain(); }
@@ -41,12 +44,19 @@ public:
     std::optional<ItemName> Find(TextView file, TextView item);
     /// Programs that are called so, in any case.
     std::vector<ItemName> ProgramsNamed(TextView item) const;
+    std::vector<ItemName> ItemsNamed(TextView item) const { return lists_->Named(item); }
+    /// Of a file with programs, as they were listed.
+    std::vector<Text> ItemsOf(TextView file) const { return lists_->ItemsOf(file); }
+    /// Of any file; none when they cannot be had.
+    std::vector<Text> Ids(TextView file);
     /// Null when it is no program. An item that some program includes is one.
-    std::shared_ptr<const Program> Get(const ItemName& name);
+    std::shared_ptr<const ProgramFacts> Get(const ItemName& name);
     /// Programs that use the name, in any case.
     std::vector<ItemName> Users(ItemUse use, TextView name);
     /// Those that an item is a part of, be it by way of others.
     std::vector<ItemName> Includers(const ItemName& name);
+    /// Tells its present text from others, as far as that is known without a look.
+    Text StampOf(const ItemName& name);
     /// The text with CR LF between its lines; nothing when it cannot be had.
     std::optional<Text> Read(const ItemName& name);
     NameList& Names();
@@ -55,17 +65,18 @@ private:
     void Open();
     void Start();
     void Process(const ItemName& name);
-    std::shared_ptr<const Program> Take(const ItemName& name, TextView text, const Text& stamp, bool mustBe);
+    std::shared_ptr<const ProgramFacts> Take(const ItemName& name, TextView text, const Text& stamp, bool mustBe);
     void RenewIncluders(const ItemName& name);
     void Drop(const ItemName& name);
-    void Cache(const ItemName& name, std::shared_ptr<const Program> program);
+    void Cache(const ItemName& name, std::shared_ptr<const ProgramFacts> program);
     template <typename Answer, typename Body>
     Answer FromStore(Body&& body, Answer fallback);
+    void NoteFailure(const std::optional<Error>& failure);
 
     Options options_;
     std::unique_ptr<IndexStore> store_;
     std::unique_ptr<AccountLists> lists_;
-    std::list<std::pair<ItemName, std::shared_ptr<const Program>>> cache_; ///< used last comes first
+    std::list<std::pair<ItemName, std::shared_ptr<const ProgramFacts>>> cache_; ///< used last comes first
     std::map<ItemName, decltype(cache_)::iterator> cached_;
     std::set<ItemName> underWay_; ///< includes in a circle
     std::optional<NameList> names_;

@@ -253,6 +253,7 @@ std::optional<ItemName> AccountLists::TakeGone()
 
 void AccountLists::WasRead(const ItemName& name, Text stamp, bool isProgram)
 {
+    wanted_.erase(name);
     const auto file = files_.find(name.file);
     if (file == files_.end()) return;
     if (const auto item = file->second.items.find(name.item); item != file->second.items.end())
@@ -296,6 +297,14 @@ std::vector<ItemName> AccountLists::Named(TextView item) const
 {
     const auto alike = byName_.find(ToUpper(item));
     return alike == byName_.end() ? std::vector<ItemName>() : alike->second;
+}
+
+std::vector<Text> AccountLists::ItemsOf(TextView file) const
+{
+    std::vector<Text> ids;
+    if (const auto known = files_.find(Text(file)); known != files_.end())
+        for (const auto& [id, item] : known->second.items) ids.push_back(id);
+    return ids;
 }
 
 } // namespace nib

@@ -37,6 +37,7 @@ public:
     /// The next item that is to be read.
     std::optional<ItemName> TakeUnread();
     std::optional<ItemName> TakeGone();
+    bool HasGone() const { return !gone_.empty(); }
     void WasRead(const ItemName& name, Text stamp, bool isProgram);
     /// It is to be read, though it may be as it was. First: before all others.
     void Want(const ItemName& name, bool first = false);
@@ -57,6 +58,7 @@ public:
     const Item* Find(ItemName& name);
     /// Items of files with programs that are called so, in whatever case.
     std::vector<ItemName> Named(TextView item) const;
+    std::vector<Text> ItemsOf(TextView file) const;
 
 private:
     struct File {

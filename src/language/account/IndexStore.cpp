@@ -123,7 +123,7 @@ std::optional<StoredItem> IndexStore::Find(const ItemName& name)
     return found;
 }
 
-void IndexStore::Put(const ItemName& name, const Text& stamp, const Program* program)
+void IndexStore::Put(const ItemName& name, const Text& stamp, const ProgramFacts* program)
 {
     const std::string outline = program ? BytesOf(program->outline) : std::string();
     const std::string facts = program ? BytesOf(*program) : std::string();
@@ -135,7 +135,7 @@ void IndexStore::Put(const ItemName& name, const Text& stamp, const Program* pro
     if (program) PutUses(id, *program);
 }
 
-void IndexStore::PutUses(int64_t id, const Program& program)
+void IndexStore::PutUses(int64_t id, const ProgramFacts& program)
 {
     std::set<std::pair<ItemUse, Text>> uses;
     for (const IncludeSite& include : program.includes) uses.emplace(ItemUse::Includes, ToUpper(include.item));
@@ -143,6 +143,8 @@ void IndexStore::PutUses(int64_t id, const Program& program)
         if (!call.name.empty()) uses.emplace(ItemUse::Calls, ToUpper(call.name));
     for (const Routine& routine : program.routines)
         if (!routine.name.empty() && !routine.local) uses.emplace(ItemUse::Declares, ToUpper(routine.name));
+    for (const CommonBlock& block : program.commons)
+        if (block.item == 0 && !block.name.empty()) uses.emplace(ItemUse::Shares, ToUpper(block.name));
     for (const auto& [kind, name] : uses) run_->use.With(static_cast<int32_t>(kind), name, id).Run();
 }
 
@@ -161,11 +163,11 @@ void IndexStore::Forget(const ItemName& name)
     run_->forget.With(name.file, name.item).Run();
 }
 
-std::optional<Program> IndexStore::Get(const ItemName& name)
+std::optional<ProgramFacts> IndexStore::Get(const ItemName& name)
 {
     Statement& row = run_->facts.With(name.file, name.item);
     if (!row.Step()) return std::nullopt;
-    Program program = ProgramOf(row.Bytes(0));
+    ProgramFacts program = ProgramOf(row.Bytes(0));
     row.Reset();
     return program;
 }

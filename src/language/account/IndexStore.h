@@ -29,7 +29,12 @@ struct StoredItem {
 };
 
 /// How an item is of use to others, or they to it.
-enum class ItemUse : int32_t { Includes, Calls, Declares };
+enum class ItemUse : int32_t {
+    Includes,
+    Calls,
+    Declares,
+    Shares, ///< a COMMON that has a name
+};
 
 class IndexStore {
 public:
@@ -40,16 +45,17 @@ public:
     /// What follows until Commit is written at one go.
     void Begin();
     void Commit();
+    void Rollback() { transaction_.reset(); }
 
     std::vector<StoredItem> Items();
     std::optional<StoredItem> Find(const ItemName& name);
     /// Null: it is no program.
-    void Put(const ItemName& name, const Text& stamp, const Program* program);
+    void Put(const ItemName& name, const Text& stamp, const ProgramFacts* program);
     void Remove(const ItemName& name);
     /// It is to be read again, by this editor or a later one.
     void Forget(const ItemName& name);
 
-    std::optional<Program> Get(const ItemName& name);
+    std::optional<ProgramFacts> Get(const ItemName& name);
     /// Items that use the name, which is in capitals.
     std::vector<ItemName> Users(ItemUse use, const Text& name);
     /// The outline of every program.
@@ -67,7 +73,7 @@ private:
     };
 
     void Prepare(const Text& identity);
-    void PutUses(int64_t id, const Program& program);
+    void PutUses(int64_t id, const ProgramFacts& program);
 
     std::unique_ptr<Database> database_;
     std::unique_ptr<Statements, Closer> run_;

@@ -208,16 +208,16 @@ std::string_view Unsealed(std::string_view sealed)
 
 } // namespace
 
-std::string BytesOf(const Program& program)
+std::string BytesOf(const ProgramFacts& program)
 {
     Writer writer;
     Whole(writer, program);
     return Sealed(writer.bytes);
 }
 
-Program ProgramOf(std::string_view bytes)
+ProgramFacts ProgramOf(std::string_view bytes)
 {
-    Program program;
+    ProgramFacts program;
     Reader reader(Unsealed(bytes));
     Whole(reader, program);
     return program;

@@ -9,9 +9,9 @@
 
 namespace nib {
 
-std::string BytesOf(const Program& program);
+std::string BytesOf(const ProgramFacts& program);
 /// Throws Error for bytes that are not whole.
-Program ProgramOf(std::string_view bytes);
+ProgramFacts ProgramOf(std::string_view bytes);
 
 /// Names with their places, as many items of an account are looked through by.
 std::string BytesOf(const std::vector<OutlineEntry>& outline);

@@ -29,6 +29,7 @@ public:
 
     const Json& Version() const { return version_; }
     void SetVersion(Json version) { version_ = std::move(version); }
+    const SourceDocument& Document() const { return *document_; }
     int32_t LineCount() const { return document_->LineCount(); }
     Text Line(int32_t line) const { return document_->GetLine(line); }
     int32_t LineLength(int32_t line) const { return document_->LineLength(line); }

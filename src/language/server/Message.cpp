@@ -1,5 +1,7 @@
 #include "language/server/Message.h"
 
+#include "diagnostics/Guarded.h"
+
 namespace nib {
 
 namespace {
@@ -20,13 +22,13 @@ Message Refused(int32_t error, std::string why, Json id = nullptr)
 
 Message ReadMessage(std::string_view body)
 {
-    bool tooDeep = false;
-    const auto watchDepth = [&](int depth, Json::parse_event_t, Json&) {
-        tooDeep = tooDeep || depth > kDeepest;
-        return !tooDeep;
+    const auto refuseDepth = [](int depth, Json::parse_event_t, Json&) {
+        if (depth > kDeepest) throw Error{lsp_error::kInvalidRequest, u"The message is nested too deeply."};
+        return true;
     };
-    Json json = Json::parse(body, watchDepth, false);
-    if (tooDeep) return Refused(lsp_error::kInvalidRequest, "The message is nested too deeply.");
+    Json json;
+    const auto failure = FailureOf([&] { json = Json::parse(body, refuseDepth, false); });
+    if (failure) return Refused(failure->number, ToUtf8(failure->description));
     if (json.is_discarded()) return Refused(lsp_error::kParse, "The message is no JSON.");
     if (!json.is_object()) return Refused(lsp_error::kInvalidRequest, "The message is no object.");
 

@@ -90,7 +90,7 @@ Json Highlight(Workspace& workspace, const Json& params)
 Json DocumentSymbols(Workspace& workspace, const Json& params)
 {
     const OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
-    const Program* program = workspace.service->Get(open.path);
+    const ProgramFacts* program = workspace.service->Get(open.path);
     if (!program) return nullptr;
     size_t at = 0;
     if (workspace.client.nestedSymbols) return Nested(open.text, program->outline, at, 0);
@@ -116,7 +116,7 @@ Json WorkspaceSymbols(Workspace& workspace, const Json& params)
 Json FoldingRanges(Workspace& workspace, const Json& params)
 {
     const OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
-    const Program* program = workspace.service->Get(open.path);
+    const ProgramFacts* program = workspace.service->Get(open.path);
     Json folds = Json::array();
     if (!program) return folds;
     for (const TextRange& block : program->blocks)

@@ -41,6 +41,7 @@ constexpr Question kQuestions[] = {
     {"textDocument/rename", handlers::Rename},
     {"textDocument/codeAction", handlers::CodeActions, kAskedAnew},
     {"textDocument/semanticTokens/full", handlers::Tokens, kAskedAnew},
+    {"textDocument/semanticTokens/full/delta", handlers::TokenChanges, kAskedAnew},
     {"textDocument/semanticTokens/range", handlers::TokensInRange, kAskedAnew},
 };
 
@@ -88,6 +89,7 @@ constexpr Server::Method Server::kMethods[] = {
 Server::Server(Outbox& out, RequestQueue& queue, ServerStart start)
     : out_(out), queue_(queue), start_(std::move(start)), workspace_(out), findings_(workspace_)
 {
+    if (!start_.dialectFolder.empty()) dialects_.AddFolder(start_.dialectFolder);
 }
 
 void Server::Run()

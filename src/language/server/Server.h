@@ -1,4 +1,5 @@
 #pragma once
+#include "language/Dialects.h"
 #include "language/server/FindingsTold.h"
 #include "language/server/RequestQueue.h"
 #include "language/server/Workspace.h"
@@ -8,6 +9,7 @@ namespace nib {
 /// What is set when the program is started; the client may say otherwise.
 struct ServerStart {
     Text dialect;
+    std::string dialectFolder; ///< of the user's own
     std::string indexFolder;
     std::function<void(int64_t process)> clientIs; ///< the process that the client says it is
 };
@@ -40,7 +42,7 @@ private:
     Json DidChangeFolders(const Json& params);
     Json DidChangeConfiguration(const Json& params);
     void ReadTraits(const Json& capabilities);
-    /// All that is known is learnt anew.
+    /// Programs are read anew.
     void UseDialect(const Text& name);
     void TellProgress();
 
@@ -48,6 +50,8 @@ private:
     RequestQueue& queue_;
     ServerStart start_;
     Phase phase_ = Phase::New;
+    Dialects dialects_;
+    const Dialect* dialect_ = nullptr;
     Workspace workspace_;
     FindingsTold findings_;
     bool telling_ = false; ///< progress has begun and not ended

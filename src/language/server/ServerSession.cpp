@@ -54,7 +54,7 @@ Json Capabilities(Units units)
     return {
         {"positionEncoding", units == Units::Utf8 ? "utf-8" : "utf-16"},
         {"textDocumentSync", {{"openClose", true}, {"change", kIncremental}, {"save", true}}},
-        {"completionProvider", {{"resolveProvider", true}, {"triggerCharacters", {"@"}}}},
+        {"completionProvider", {{"resolveProvider", true}, {"triggerCharacters", Json::array({"@"})}}},
         {"hoverProvider", yes},
         {"signatureHelpProvider", {{"triggerCharacters", {"(", ","}}}},
         {"declarationProvider", yes},
@@ -67,8 +67,8 @@ Json Capabilities(Units units)
         {"documentFormattingProvider", yes},
         {"documentRangeFormattingProvider", yes},
         {"renameProvider", {{"prepareProvider", true}}},
-        {"codeActionProvider", {{"codeActionKinds", {"quickfix"}}}},
-        {"semanticTokensProvider", {{"legend", handlers::TokenLegend()}, {"full", true}, {"range", true}}},
+        {"codeActionProvider", {{"codeActionKinds", Json::array({"quickfix"})}}},
+        {"semanticTokensProvider", {{"legend", handlers::TokenLegend()}, {"full", {{"delta", true}}}, {"range", true}}},
         {"workspace", {{"workspaceFolders", {{"supported", true}, {"changeNotifications", true}}}}},
     };
 }
@@ -114,10 +114,15 @@ Json Server::Ignore(const Json&)
 
 void Server::UseDialect(const Text& name)
 {
-    ServiceOptions options;
-    options.indexFolder = start_.indexFolder;
-    workspace_.StartService(std::move(options));
-    static_cast<void>(name);
+    const size_t noted = dialects_.Notes().size();
+    const Dialect* dialect = dialects_.Find(name);
+    for (const DialectNote& note : std::span(dialects_.Notes()).subspan(noted))
+        out_.Log(note.dialect + u".dialect, line " + Decimal(note.line) + u": " + note.text);
+    if (!dialect && !EqualsNoCase(name, u"none")) out_.Log(u"There is no dialect " + name + u".");
+    if (workspace_.service && dialect == dialect_) return;
+    dialect_ = dialect;
+    workspace_.StartService({dialect, start_.indexFolder});
+    findings_.Changed(std::chrono::steady_clock::now());
 }
 
 Json Server::DidOpen(const Json& params)

@@ -30,6 +30,17 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "&Keep"),
     QT_TRANSLATE_NOOP("Logic", "C&ompare"),
     QT_TRANSLATE_NOOP("Logic", "C&lose"),
+    // panels of the status bar
+    QT_TRANSLATE_NOOP("Logic", "Account and connection"),
+    QT_TRANSLATE_NOOP("Logic", "Lock of the item"),
+    QT_TRANSLATE_NOOP("Logic", "Character set"),
+    QT_TRANSLATE_NOOP("Logic", "Line ends"),
+    QT_TRANSLATE_NOOP("Logic", "Locked"),
+    QT_TRANSLATE_NOOP("Logic", "Not locked"),
+    QT_TRANSLATE_NOOP("Logic", "Read only"),
+    QT_TRANSLATE_NOOP("Logic", "LF, mixed"),
+    QT_TRANSLATE_NOOP("Logic", "CR LF, mixed"),
+    QT_TRANSLATE_NOOP("Logic", "CR, mixed"),
     // the picker
     QT_TRANSLATE_NOOP("Logic", "&Open"),
     QT_TRANSLATE_NOOP("Logic", "&Save"),
@@ -66,6 +77,12 @@ void Install(QTranslator& translator, const QLocale& locale, const QString& fold
 }
 
 } // namespace
+
+QColor ToColor(TextView name)
+{
+    const QString color = ToQString(Trim(name));
+    return QColor::isValidColor(color) ? QColor(color) : QColor();
+}
 
 QString Translated(TextView text)
 {

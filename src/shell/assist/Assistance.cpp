@@ -91,8 +91,7 @@ void Assistance::SettingsChanged()
 bool Assistance::Wants(const mvDocument& document) const
 {
     const auto found = followed_.find(document.DocumentID());
-    return found != followed_.end() && document.Highlight() &&
-           found->second.text->Document().LineCount() <= kMostLines;
+    return found != followed_.end() && document.Highlight() && found->second.text->Document().LineCount() <= kMostLines;
 }
 
 std::vector<std::shared_ptr<mvDocument>> Assistance::Documents() const
@@ -105,8 +104,8 @@ std::vector<std::shared_ptr<mvDocument>> Assistance::Documents() const
 
 std::shared_ptr<mvDocument> Assistance::OpenDocument(TextView path) const
 {
-    const auto found = std::find_if(followed_.begin(), followed_.end(),
-                                    [&](const auto& entry) { return entry.second.told == path; });
+    const auto found =
+        std::find_if(followed_.begin(), followed_.end(), [&](const auto& entry) { return entry.second.told == path; });
     return found == followed_.end() ? nullptr : found->second.document.lock();
 }
 
@@ -140,7 +139,7 @@ void Assistance::Tell(Followed& followed)
     if (!document) return;
     if (!Wants(*document)) {
         Close(followed);
-        return Show(followed, {});
+        return SetShown(followed, {});
     }
     if (!worker_)
         worker_ = std::make_unique<LanguageWorker>(ports_.makeService, ports_.toWindows, [this] { AskAgain(); });
@@ -159,6 +158,7 @@ void Assistance::Tell(Followed& followed)
             else
                 service.Change(path, told->first, told->removed, told->Lines());
         });
+        if (TextTold) TextTold(followed.id);
         if (followed_.size() > 1) others_ = timers_.Every(kOthersLater, [this] { AskAgain(); });
     }
     if (std::exchange(followed.stale, false)) AskFindings(followed);
@@ -204,7 +204,7 @@ void Assistance::AskAgain()
 
 void Assistance::AskFindings(Followed& followed)
 {
-    if (!services_.settings.CheckAsYouType) return Show(followed, {});
+    if (!services_.settings.CheckAsYouType) return SetShown(followed, {});
     const int64_t revision = followed.text->Revision();
     *followed.asked = revision;
     // Nobody computes what a later key has made worthless.
@@ -237,14 +237,33 @@ void Assistance::Present(Followed& followed)
                 if (waiting.foundAt == waiting.text->Revision()) Present(waiting);
         });
     }
-    Show(followed, std::move(split.shown));
+    SetShown(followed, std::move(split.shown));
 }
 
-void Assistance::Show(Followed& followed, std::vector<ProgramFinding> findings)
+void Assistance::SetShown(Followed& followed, std::vector<ProgramFinding> findings)
 {
     if (findings.empty() && followed.text->Findings().empty()) return;
     followed.text->SetFindings(std::move(findings));
     if (FindingsChanged) FindingsChanged(followed.id);
+}
+
+void Assistance::GoTo(int32_t documentId, Position at, TextView why)
+{
+    const auto document = services_.openDocuments.ById(documentId);
+    if (!document || !document->View()) return;
+    if (const auto from = services_.openDocuments.ById(services_.frame.ActiveDocument()))
+        services_.shell.RecordPosition(*from);
+    document->View()->txtText().SetCaret(at);
+    document->Activate();
+    services_.frame.SetStatusText(1, why);
+}
+
+void Assistance::GoToFinding(int32_t documentId, bool backward)
+{
+    if (const auto next = NextFinding(documentId, backward))
+        GoTo(next->document->DocumentID(), next->finding.at.start, next->finding.message);
+    else
+        services_.frame.SetStatusText(1, u"No problems are known.");
 }
 
 const std::vector<ProgramFinding>& Assistance::Findings(int32_t documentId) const

@@ -23,6 +23,9 @@ struct AssistPorts {
     ToWindows toWindows;
 };
 
+/// What is shown over the text or beside it, at the caret of a document.
+enum class AssistForm { Completion, Mends, Rename, QuickOpen };
+
 /// Where a finding is.
 struct FindingPlace {
     std::shared_ptr<mvDocument> document;
@@ -60,12 +63,13 @@ public:
     {
         Followed* followed = AskedOf(document);
         if (!followed) return false;
-        worker_->Ask([path = followed->told, question = std::move(question)](
-                         LanguageService& service) { return question(service, path); },
-                     [this, id = followed->id, revision = followed->text->Revision(),
-                      take = std::move(take)](auto& answer) {
-                         if (IsAt(id, revision)) take(answer);
-                     });
+        worker_->Ask(
+            [path = followed->told, question = std::move(question)](LanguageService& service) {
+                return question(service, path);
+            },
+            [this, id = followed->id, revision = followed->text->Revision(), take = std::move(take)](auto& answer) {
+                if (IsAt(id, revision)) take(answer);
+            });
         return true;
     }
     /// The same of no text.
@@ -77,6 +81,10 @@ public:
         worker_->Ask(std::move(question), std::move(take));
         return true;
     }
+    /// Takes the user there, and says why in the status bar.
+    void GoTo(int32_t documentId, Position at, TextView why);
+    /// From the caret of the active document.
+    void GoToFinding(int32_t documentId, bool backward);
     /// The open document of a path that an answer names; null when none is open.
     std::shared_ptr<mvDocument> OpenDocument(TextView path) const;
 
@@ -84,6 +92,14 @@ public:
     std::function<void(int32_t documentId)> FindingsChanged;
     /// Whatever is known may have changed.
     std::function<void()> KnowledgeChanged;
+    /// The service has been told of a change of a text.
+    std::function<void(int32_t documentId)> TextTold;
+    /// `document` is the active one; may be null where a form needs none.
+    std::function<void(AssistForm form, mvDocument* document)> Show;
+    /// The settings want other panels.
+    std::function<void()> PanelsChanged;
+    /// Commands have to be drawn afresh.
+    std::function<void()> StateChanged;
 
 private:
     struct Followed {
@@ -109,7 +125,7 @@ private:
     void AddAccount(const mvDocument& document);
     void AskFindings(Followed& followed);
     void Present(Followed& followed);
-    void Show(Followed& followed, std::vector<ProgramFinding> findings);
+    void SetShown(Followed& followed, std::vector<ProgramFinding> findings);
     void AskAgain();
 
     DocumentServices& services_;

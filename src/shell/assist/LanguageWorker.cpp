@@ -54,8 +54,10 @@ void LanguageWorker::Keep(const Text& fault)
 
 void LanguageWorker::Deliver(std::function<void()> call)
 {
-    toWindows_([alive = alive_, call = std::move(call)] {
-        if (*alive) call();
+    toWindows_([this, alive = alive_, call = std::move(call)] {
+        if (!*alive) return;
+        const auto failure = FailureOf(call);
+        if (failure && *alive) Keep(failure->description); // the call may have ended the program
     });
 }
 

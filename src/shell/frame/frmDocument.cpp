@@ -178,6 +178,7 @@ void frmDocument::Activated()
 {
     ClearTarget();
     ShowPosition();
+    if (QtAssist* assist = mainWindow_.Assist()) assist->CaretMoved();
     selectionSeen_ = Model().AnySelection();
     FocusText();
     // Not yet shown in full it cannot take the focus.

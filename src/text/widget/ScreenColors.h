@@ -41,6 +41,8 @@ public:
     QColor match;       ///< behind words and brackets that belong together
     QColor matchFrame;
     QColor occurrence; ///< behind the other places of a name
+    QColor found;      ///< behind what is searched for
+    QColor foundMark;  ///< on the scroll bar
     QColor guide;      ///< of an indent
     QColor blank;      ///< its dot
     QColor unsaved;    ///< beside lines that were edited

@@ -29,6 +29,7 @@ constexpr KindRow kRows[] = {
     {ScrollMarks::Kind::Saved, 0, &ScreenColors::saved},     {ScrollMarks::Kind::Unsaved, 0, &ScreenColors::unsaved},
     {ScrollMarks::Kind::Hit, 1, &ScreenColors::matchFrame},  {ScrollMarks::Kind::Bookmark, 2, &ScreenColors::bookmark},
     {ScrollMarks::Kind::Warning, 2, &ScreenColors::unsaved}, {ScrollMarks::Kind::Error, 2, &ScreenColors::hidden},
+    {ScrollMarks::Kind::Found, 1, &ScreenColors::foundMark},
 };
 
 } // namespace
@@ -128,8 +129,9 @@ uint32_t ScrollMarks::KindsIn(int32_t first, int32_t end)
         if (change_[i] >= first && change_[i] < end) kinds |= Bit(i == 0 ? Kind::Saved : Kind::Unsaved);
     }
     if (hits_ && HasHit(first, end)) kinds |= Bit(Kind::Hit);
-    for (Kind kind : {Kind::Warning, Kind::Error}) {
-        const std::vector<int32_t>& lines = findings_[static_cast<size_t>(kind)];
+    for (Kind kind : {Kind::Warning, Kind::Error, Kind::Found}) {
+        const std::vector<int32_t>& lines =
+            kind == Kind::Found ? document.Lit().lines : findings_[static_cast<size_t>(kind)];
         const auto at = std::lower_bound(lines.begin(), lines.end(), first);
         if (at != lines.end() && *at < end) kinds |= Bit(kind);
     }

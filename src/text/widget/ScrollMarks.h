@@ -16,7 +16,7 @@ namespace nib {
 /// a few milliseconds at once, and at most one of a kind for each pixel.
 class ScrollMarks final : public QScrollBar {
 public:
-    enum class Kind : uint8_t { Saved, Unsaved, Hit, Bookmark, Warning, Error };
+    enum class Kind : uint8_t { Saved, Unsaved, Hit, Bookmark, Warning, Error, Found };
 
     ScrollMarks(SourceView& model, const ScreenColors& colors);
 
@@ -34,7 +34,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    static constexpr size_t kKinds = 6;
+    static constexpr size_t kKinds = 7;
 
     QRect Groove() const;
     void Ring();

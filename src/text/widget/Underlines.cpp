@@ -45,8 +45,8 @@ std::optional<std::pair<int32_t, int32_t>> Underlines::Set(std::vector<Underline
 
 void Underlines::Follow(const TextChange& change)
 {
-    const auto first = std::partition_point(all_.begin(), all_.end(),
-                                            [&](const Underline& u) { return u.range.end < change.start; });
+    const auto first =
+        std::partition_point(all_.begin(), all_.end(), [&](const Underline& u) { return u.range.end < change.start; });
     std::for_each(first, all_.end(), [&](Underline& underline) {
         TextRange& range = underline.range;
         range = {change.Map(range.start), change.Map(range.end, true)};

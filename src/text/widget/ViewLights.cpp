@@ -93,6 +93,7 @@ void ViewLights::PaintBehind(QPainter& painter, const QRectF& area)
     painter.save();
     painter.setClipRect(text, Qt::IntersectClip);
     if (marks.indentGuides) PaintGuides(painter, text);
+    if (Document().Lit().pattern) PaintFound(painter, text);
     if (marks.matches && (occurrences_ || !words_.empty())) {
         geometry_.ForEach(text.top(), text.bottom(), [&](int32_t line, qreal y) { PaintMatches(painter, line, y); });
     }
@@ -140,24 +141,43 @@ void ViewLights::PaintGuides(QPainter& painter, const QRectF& area)
     Flush(painter, colors_.guide);
 }
 
+void ViewLights::PaintFound(QPainter& painter, const QRectF& area)
+{
+    const LitText& lit = Document().Lit();
+    // An expression that takes too long is given up, and whoever searches for it says so.
+    IgnoringErrors([&] {
+        geometry_.ForEach(area.top(), area.bottom(), [&](int32_t line, qreal y) {
+            if (Document().LineLength(line) > kLongestRead) return;
+            const TextView text = Document().LineText(line, scratch_);
+            lit.pattern->ForEach(text, [&](ColumnRange hit) {
+                if (hit.first == hit.last) return;
+                const LineEntry& entry = cache_.Styled(line);
+                PaintRange(painter, entry, y, {entry.ToShown(hit.first), entry.ToShown(hit.last)}, colors_.found);
+            });
+        });
+    });
+}
+
 void ViewLights::PaintMatches(QPainter& painter, int32_t line, qreal y)
 {
     const LineEntry& entry = cache_.Styled(line);
     if (occurrences_ && Document().LineLength(line) <= kLongestRead) {
         occurrences_->InLine(cache_.ShownText(line), entry.tokens,
-                             [&](ColumnRange range) { PaintRange(painter, entry, y, range, false); });
+                             [&](ColumnRange range) { PaintRange(painter, entry, y, range, colors_.occurrence); });
     }
     middles_.clear();
     if (block_) AddMiddles(Document(), *block_, line, entry.tokens, middles_);
     for (const auto* ranges : {&words_, &middles_}) {
         for (const TextRange& range : *ranges) {
             if (range.start.line != line) continue;
-            PaintRange(painter, entry, y, {entry.ToShown(range.start.col), entry.ToShown(range.end.col)}, true);
+            PaintRange(painter, entry, y, {entry.ToShown(range.start.col), entry.ToShown(range.end.col)}, colors_.match,
+                       true);
         }
     }
 }
 
-void ViewLights::PaintRange(QPainter& painter, const LineEntry& entry, qreal y, ColumnRange range, bool match)
+void ViewLights::PaintRange(QPainter& painter, const LineEntry& entry, qreal y, ColumnRange range, const QColor& color,
+                            bool framed)
 {
     const LineLayout& layout = entry.layout;
     for (int32_t row = layout.RowOf(range.first); row < layout.RowCount() && layout.RowStart(row) < range.last; ++row) {
@@ -166,8 +186,8 @@ void ViewLights::PaintRange(QPainter& painter, const LineEntry& entry, qreal y, 
         const QRectF box(geometry_.TextX() + std::min(from, to), y + row * metrics_.LineHeight(), std::abs(to - from),
                          metrics_.LineHeight());
         const QRect whole = Whole(box);
-        if (match) painter.fillRect(whole, colors_.matchFrame);
-        painter.fillRect(match ? whole.adjusted(1, 1, -1, -1) : whole, match ? colors_.match : colors_.occurrence);
+        if (framed) painter.fillRect(whole, colors_.matchFrame);
+        painter.fillRect(framed ? whole.adjusted(1, 1, -1, -1) : whole, color);
     }
 }
 

@@ -42,7 +42,9 @@ private:
     int32_t GuideIndent(int32_t line);
     int32_t IndentAt(int32_t line);
     void PaintMatches(QPainter& painter, int32_t line, qreal y);
-    void PaintRange(QPainter& painter, const LineEntry& entry, qreal y, ColumnRange range, bool match);
+    void PaintRange(QPainter& painter, const LineEntry& entry, qreal y, ColumnRange range, const QColor& color,
+                    bool framed = false);
+    void PaintFound(QPainter& painter, const QRectF& area);
     void Flush(QPainter& painter, const QColor& color);
 
     SourceView& model_;

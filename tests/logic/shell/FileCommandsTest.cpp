@@ -39,7 +39,7 @@ TEST_F(FileCommandsTest, CloseAllStopsAtTheFirstThatStays)
     t.boxes.Answer({kAnswerNo, kAnswerCancel});
     EXPECT_FALSE(files.FileCloseAll());
     EXPECT_EQ(t.boxes.Take(), (Boxes{SaveQuestion(u"BP MAIN"), SaveQuestion(u"BP OTHER")}));
-    EXPECT_EQ(t.Titles(), (Lines{u"*BP OTHER on server1", u"*a.bas"}));
+    EXPECT_EQ(t.Titles(), (Lines{u"*BP OTHER on server1, account DEMO", u"*a.bas"}));
     EXPECT_EQ(t.Stored(kMain), u"old");
     t.boxes.Answer({kAnswerYes, kAnswerCancel});
     files.FileExit();
@@ -95,7 +95,8 @@ TEST_F(FileCommandsTest, OpenDialog)
     Pick({kMain, u"mvdb:*/DEMO/BP/DIR", kOther}, true);
     files.FileOpen();
     EXPECT_EQ(t.boxes.Take().size(), 1U) << "about the folder";
-    EXPECT_EQ(t.Titles(), (Lines{u"BP MAIN on server1 (Read only)", u"BP OTHER on server1 (Read only)"}));
+    EXPECT_EQ(t.Titles(),
+              (Lines{u"BP MAIN on server1, account DEMO (Read only)", u"BP OTHER on server1, account DEMO (Read only)"}));
     EXPECT_EQ(t.Recent(), (Lines{kOther, kMain}));
     EXPECT_EQ(std::count(t.journal.lines.begin(), t.journal.lines.end(), u"messages"), 3);
     auto& [request, start] = t.connection.requests.front();
@@ -191,7 +192,7 @@ TEST_F(FileCommandsTest, OpenRecent)
     EXPECT_EQ(t.Titles(), Lines{u"a.bas"});
     EXPECT_EQ(t.Recent(), (Lines{kLocal, kMain})) << "the last opened comes to the top";
     files.FileOpenRecent(2);
-    EXPECT_EQ(t.Titles(), (Lines{u"a.bas", u"BP MAIN on server1"}));
+    EXPECT_EQ(t.Titles(), (Lines{u"a.bas", u"BP MAIN on server1, account DEMO"}));
     t.boxes.Answer({kAnswerNo});
     t.Store().items.erase(kMain);
     t.Documents().Item(2)->FileClose(false);
@@ -244,7 +245,7 @@ TEST_F(FileCommandsTest, AnOldRecentEntryTakesTheLastAccount)
     t.program.RecentFiles().AddItem(kOther);
     t.program.RecentFiles().AddItem(u"mvdb:prod/LIVE/BP/MAIN");
     files.FileOpenRecent(3);
-    EXPECT_EQ(t.Titles(), Lines{u"BP MAIN on server1"}) << "the account of OTHER, on the same host";
+    EXPECT_EQ(t.Titles(), Lines{u"BP MAIN on server1, account DEMO"}) << "the account of OTHER, on the same host";
     EXPECT_EQ(t.Recent(), (Lines{kMain, u"mvdb:prod/LIVE/BP/MAIN", kOther})) << "it has a name now";
 }
 
