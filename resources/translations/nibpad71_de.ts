@@ -271,8 +271,8 @@ Qt %2</translation>
         <translation>Ein Programm öffnen, ändern, speichern</translation>
     </message>
     <message>
-        <source>Compile it, and see what the compiler says</source>
-        <translation>Es übersetzen und lesen, was der Compiler sagt</translation>
+        <source>See what is wrong while you type, then compile</source>
+        <translation>Beim Tippen sehen, was falsch ist, dann übersetzen</translation>
     </message>
     <message>
         <source>Find a name in all programs of an account</source>

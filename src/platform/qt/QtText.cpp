@@ -75,7 +75,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "the sample account"),
     QT_TRANSLATE_NOOP("Logic", "Open the last session"),
     QT_TRANSLATE_NOOP("Logic", "Open a program, change it, save it"),
-    QT_TRANSLATE_NOOP("Logic", "Compile it, and see what the compiler says"),
+    QT_TRANSLATE_NOOP("Logic", "See what is wrong while you type, then compile"),
     QT_TRANSLATE_NOOP("Logic", "Find a name in all programs of an account"),
     QT_TRANSLATE_NOOP("Logic", "The first hour: a guide"),
 };
