@@ -32,6 +32,11 @@ int32_t BreaksIn(TextView text)
     return static_cast<int32_t>(std::count(text.begin(), text.end(), u'\n'));
 }
 
+struct ByLine {
+    bool operator()(const Position& a, int32_t line) const { return a.line < line; }
+    bool operator()(int32_t line, const Position& b) const { return line < b.line; }
+};
+
 } // namespace
 
 void HitTexts::Add(TextView text)
@@ -188,7 +193,7 @@ int32_t ReplacePass::Growth(size_t first, size_t end) const
 
 int32_t ReplacePass::GrowthOf(int32_t line) const
 {
-    const auto [first, end] = std::ranges::equal_range(hits_, line, {}, &Position::line);
+    const auto [first, end] = std::equal_range(hits_.begin(), hits_.end(), line, ByLine());
     return Growth(static_cast<size_t>(first - hits_.begin()), static_cast<size_t>(end - hits_.begin()));
 }
 

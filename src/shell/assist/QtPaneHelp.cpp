@@ -1,6 +1,7 @@
 #include "shell/assist/QtPaneHelp.h"
 
 #include "documents/mvDocument.h"
+#include "language/FindingCodes.h"
 #include "platform/qt/QtText.h"
 #include "shell/assist/QtCompletionList.h"
 #include "text/widget/SourceViewWidget.h"
@@ -246,6 +247,9 @@ void QtPaneHelp::ShowHover(Position at, const std::optional<HoverText>& hover, Q
     for (const ProgramFinding& finding : assistance_.Findings(documentId_)) {
         if (at < finding.at.start || finding.at.end < at) continue;
         html += QStringLiteral("<div><b>") + ToQString(finding.message).toHtmlEscaped() + QStringLiteral("</b></div>");
+        const FindingKind& kind = FindingKindOf(finding.code);
+        if (kind.code == finding.code)
+            html += QStringLiteral("<div>") + ToQString(kind.help).toHtmlEscaped() + QStringLiteral("</div>");
         if (!finding.mends.empty())
             html += QStringLiteral("<div><i>") + tr("Alt+Return offers to mend it.") + QStringLiteral("</i></div>");
     }
