@@ -50,6 +50,8 @@ public:
 
     /// As they are shown, ascending.
     const std::vector<ProgramFinding>& Findings(int32_t documentId) const;
+    /// What mends the findings of a line; then what silences each of them there.
+    std::vector<QuickMend> Mends(const mvDocument& document, int32_t line) const;
     /// The documents that are followed, in the order of their making.
     std::vector<std::shared_ptr<mvDocument>> Documents() const;
     /// The next finding from the caret of the active document, round through the others.

@@ -59,6 +59,26 @@ void Assistance::GoToFinding(int32_t documentId, bool backward)
         services_.frame.SetStatusText(1, u"No problems are known.");
 }
 
+std::vector<QuickMend> Assistance::Mends(const mvDocument& document, int32_t line) const
+{
+    std::vector<QuickMend> mends;
+    std::vector<QuickMend> silences;
+    for (const ProgramFinding& finding : Findings(document.DocumentID())) {
+        if (line < finding.at.start.line || finding.at.end.line < line) continue;
+        mends.insert(mends.end(), finding.mends.begin(), finding.mends.end());
+        // In a line of its own above: nothing of the program changes.
+        const int32_t first = finding.at.start.line;
+        const Text text = document.View()->txtText().Document().GetLine(first);
+        const Text indent(std::min(text.find_first_not_of(u' '), text.size()), u' ');
+        const Text comment = indent + u"* nib: ignore " + finding.code + u"\r\n";
+        QuickMend silence{u"Silence " + finding.code + u" here", {{{{0, first}, {0, first}}, comment}}};
+        const auto same = [&](const QuickMend& known) { return known.caption == silence.caption; };
+        if (std::none_of(silences.begin(), silences.end(), same)) silences.push_back(std::move(silence));
+    }
+    std::move(silences.begin(), silences.end(), std::back_inserter(mends));
+    return mends;
+}
+
 const std::vector<ProgramFinding>& Assistance::Findings(int32_t documentId) const
 {
     static const std::vector<ProgramFinding> none;

@@ -269,11 +269,7 @@ void QtPaneHelp::ShowMends()
     if (!document) return;
     QMenu menu(&pane_);
     menu.setWindowTitle(tr("Quick Mends"));
-    const int32_t line = pane_.Model().CaretLine();
-    std::vector<QuickMend> mends;
-    for (const ProgramFinding& finding : assistance_.Findings(documentId_))
-        if (finding.at.start.line <= line && line <= finding.at.end.line)
-            mends.insert(mends.end(), finding.mends.begin(), finding.mends.end());
+    const std::vector<QuickMend> mends = assistance_.Mends(*document, pane_.Model().CaretLine());
     for (size_t i = 0; i < mends.size(); ++i)
         menu.addAction(ToQString(DoubleAmpersands(mends[i].caption)))->setData(static_cast<int>(i));
     if (mends.empty()) return services_.frame.SetStatusText(1, u"There is nothing here that can be mended so.");

@@ -114,6 +114,19 @@ TEST_F(AssistanceTest, AnAnswerToATextThatHasChangedIsDropped)
     EXPECT_FALSE(ask());
 }
 
+TEST_F(AssistanceTest, AFindingCanBeSilencedWhereItIs)
+{
+    auto document = Open(kMain, kWrong);
+    ASSERT_TRUE(Told(document, kGosub));
+    EXPECT_TRUE(assist.Mends(*document, 0).empty());
+    const std::vector<QuickMend> mends = assist.Mends(*document, kGosub);
+    ASSERT_FALSE(mends.empty());
+    EXPECT_EQ(mends.back().caption, u"Silence missing-label here");
+    program.Names().Mend(*document, mends.back());
+    EXPECT_EQ(View(*document).Document().GetLine(1), u"      * nib: ignore missing-label");
+    EXPECT_TRUE(Wait([&] { return !AnyIn(FindingsOf(document), kGosub + 1); }));
+}
+
 TEST_F(AssistanceTest, AQuestionThatFailsIsLoggedAndHarmsNoOther)
 {
     auto document = Open(kMain, kWrong);
