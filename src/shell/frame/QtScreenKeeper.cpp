@@ -26,7 +26,8 @@ bool IsKept(const QWidget& window)
 {
     constexpr auto elsewhere = Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen;
     const Qt::WindowType type = window.windowType();
-    return window.isVisible() && !(window.windowState() & elsewhere) && (type == Qt::Window || type == Qt::Dialog);
+    return window.isVisible() && !(window.windowState() & elsewhere) &&
+           (type == Qt::Window || type == Qt::Dialog || type == Qt::Tool);
 }
 
 /// The last widget of a dialog, which must stay in sight: it has the buttons.
@@ -97,9 +98,14 @@ bool QtScreenKeeper::eventFilter(QObject* watched, QEvent* event)
     return false;
 }
 
+bool QtScreenKeeper::PlacesWindows()
+{
+    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 void QtScreenKeeper::Keep(QWidget& window)
 {
-    if (!IsKept(window)) return;
+    if (!PlacesWindows() || !IsKept(window)) return;
     std::vector<FrameBounds> screens;
     for (const QScreen* screen : QGuiApplication::screens()) screens.push_back(BoundsOf(screen->availableGeometry()));
     const QRect framed = window.frameGeometry();
