@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QEvent>
+#include <QPointer>
 #include <QScreen>
 #include <QScrollArea>
 #include <QTimer>
@@ -41,7 +42,8 @@ bool IsButtons(QLayoutItem* item)
 void LetScroll(QWidget& window)
 {
     auto* column = qobject_cast<QVBoxLayout*>(window.layout());
-    if (!column || qobject_cast<QScrollArea*>(column->itemAt(0)->widget())) return;
+    if (!column || column->isEmpty() || qobject_cast<QScrollArea*>(column->itemAt(0)->widget())) return;
+    const QPointer<QWidget> focused(window.focusWidget());
     auto* inner = new QWidget;
     auto* rows = new QVBoxLayout(inner);
     rows->setContentsMargins(0, 0, 0, 0);
@@ -65,6 +67,10 @@ void LetScroll(QWidget& window)
             rows->addItem(item);
         }
     }
+    // What moves is hidden until the loop shows it again.
+    QTimer::singleShot(0, &window, [focused] {
+        if (focused) focused->setFocus();
+    });
 }
 
 } // namespace
