@@ -94,6 +94,37 @@ Qt %2</translation>
     </message>
 </context>
 <context>
+    <name>HitWords</name>
+    <message>
+        <source>Counting...</source>
+        <translation>Wird gezählt...</translation>
+    </message>
+    <message>
+        <source>More than %1 hits</source>
+        <translation>Mehr als %1 Treffer</translation>
+    </message>
+    <message>
+        <source>No hits</source>
+        <translation>Keine Treffer</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>1 hit</source>
+        <translation>1 Treffer</translation>
+    </message>
+    <message>
+        <source>%1 hits</source>
+        <translation>%1 Treffer</translation>
+    </message>
+    <message>
+        <source>Character %1: %2</source>
+        <translation>Zeichen %1: %2</translation>
+    </message>
+</context>
+<context>
     <name>Logic</name>
     <message>
         <source>OK</source>
@@ -240,8 +271,8 @@ Qt %2</translation>
         <translation>Ein Programm öffnen, ändern, speichern</translation>
     </message>
     <message>
-        <source>Compile it, and see what the compiler says</source>
-        <translation>Es übersetzen und lesen, was der Compiler sagt</translation>
+        <source>See what is wrong while you type, then compile</source>
+        <translation>Beim Tippen sehen, was falsch ist, dann übersetzen</translation>
     </message>
     <message>
         <source>Find a name in all programs of an account</source>
@@ -250,6 +281,62 @@ Qt %2</translation>
     <message>
         <source>The first hour: a guide</source>
         <translation>Die erste Stunde: eine Anleitung</translation>
+    </message>
+    <message>
+        <source>There is no such escape.</source>
+        <translation>Diese Schreibweise mit Rückstrich gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>There is no such class of characters.</source>
+        <translation>Diese Klasse von Zeichen gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>A parenthesis has no partner.</source>
+        <translation>Eine runde Klammer hat kein Gegenstück.</translation>
+    </message>
+    <message>
+        <source>The number is too large.</source>
+        <translation>Die Zahl ist zu groß.</translation>
+    </message>
+    <message>
+        <source>Braces hold one number, or two with a comma.</source>
+        <translation>In geschweiften Klammern steht eine Zahl, oder zwei mit Komma.</translation>
+    </message>
+    <message>
+        <source>The larger number stands before the smaller one.</source>
+        <translation>Die größere Zahl steht vor der kleineren.</translation>
+    </message>
+    <message>
+        <source>There is no such group.</source>
+        <translation>Diese Gruppe gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>What is looked for behind must have a greatest length.</source>
+        <translation>Was davor stehen soll, muss eine größte Länge haben.</translation>
+    </message>
+    <message>
+        <source>A bracket has no partner.</source>
+        <translation>Eine eckige Klammer hat kein Gegenstück.</translation>
+    </message>
+    <message>
+        <source>The range begins behind its end.</source>
+        <translation>Der Bereich beginnt hinter seinem Ende.</translation>
+    </message>
+    <message>
+        <source>The expression is too large.</source>
+        <translation>Der Ausdruck ist zu groß.</translation>
+    </message>
+    <message>
+        <source>The expression is not understood here.</source>
+        <translation>Der Ausdruck ist hier nicht zu verstehen.</translation>
+    </message>
+    <message>
+        <source>The search was stopped: the expression takes too much time.</source>
+        <translation>Die Suche wurde beendet: Der Ausdruck braucht zu viel Zeit.</translation>
+    </message>
+    <message>
+        <source>The search was stopped: the expression needs too much memory.</source>
+        <translation>Die Suche wurde beendet: Der Ausdruck braucht zu viel Speicher.</translation>
     </message>
     <message>
         <source>Dialect of programs</source>
@@ -485,6 +572,42 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
         <source>Replace with</source>
         <translation>Ersetzen durch</translation>
     </message>
+    <message>
+        <source>Hits</source>
+        <translation>Treffer</translation>
+    </message>
+    <message>
+        <source>Options:</source>
+        <translation>Optionen:</translation>
+    </message>
+    <message>
+        <source>(text is replaced downwards)</source>
+        <translation>(ersetzt wird abwärts)</translation>
+    </message>
+    <message>
+        <source>Regular e&amp;xpression</source>
+        <translation>Re&amp;gulärer Ausdruck</translation>
+    </message>
+    <message>
+        <source>In each line; $1 in the replacement is what the first pair of parentheses found.</source>
+        <translation>In jeder Zeile; $1 in der Ersetzung ist, was das erste Klammerpaar gefunden hat.</translation>
+    </message>
+    <message>
+        <source>&amp;In Account...</source>
+        <translation>&amp;Im Account...</translation>
+    </message>
+    <message>
+        <source>Searches all items of files of an account</source>
+        <translation>Durchsucht alle Items von Dateien eines Accounts</translation>
+    </message>
+    <message>
+        <source>Only one document is open.</source>
+        <translation>Nur ein Dokument ist offen.</translation>
+    </message>
+    <message>
+        <source>No text is selected.</source>
+        <translation>Es ist kein Text ausgewählt.</translation>
+    </message>
 </context>
 <context>
     <name>frmFindAccount</name>
@@ -591,6 +714,69 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Not readable: %1</source>
         <translation>Nicht lesbar: %1</translation>
+    </message>
+    <message>
+        <source>Regular e&amp;xpression</source>
+        <translation>Regulärer Ausd&amp;ruck</translation>
+    </message>
+</context>
+<context>
+    <name>frmFindBar</name>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Find:</source>
+        <translation>Suchen:</translation>
+    </message>
+    <message>
+        <source>The hit before (Shift+Enter)</source>
+        <translation>Der Treffer davor (Umschalt+Eingabe)</translation>
+    </message>
+    <message>
+        <source>The next hit (Enter)</source>
+        <translation>Der nächste Treffer (Eingabe)</translation>
+    </message>
+    <message>
+        <source>Match case</source>
+        <translation>Groß- und Kleinschreibung unterscheiden</translation>
+    </message>
+    <message>
+        <source>Match whole word only</source>
+        <translation>Nur ganze Wörter</translation>
+    </message>
+    <message>
+        <source>Regular expression</source>
+        <translation>Regulärer Ausdruck</translation>
+    </message>
+    <message>
+        <source>Find All</source>
+        <translation>Alle suchen</translation>
+    </message>
+    <message>
+        <source>Lists all hits</source>
+        <translation>Zeigt alle Treffer als Liste</translation>
+    </message>
+    <message>
+        <source>In Account...</source>
+        <translation>Im Account...</translation>
+    </message>
+    <message>
+        <source>Searches all items of files of an account</source>
+        <translation>Durchsucht alle Items von Dateien eines Accounts</translation>
+    </message>
+    <message>
+        <source>Hits</source>
+        <translation>Treffer</translation>
+    </message>
+    <message>
+        <source>Close (Escape)</source>
+        <translation>Schließen (Esc)</translation>
+    </message>
+    <message>
+        <source>Round the end of the text</source>
+        <translation>Über das Textende hinaus</translation>
     </message>
 </context>
 <context>

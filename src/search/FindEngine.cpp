@@ -97,6 +97,12 @@ void FindEngine::GetActiveDocument()
     current_ = services_.openDocuments.ById(services_.frame.ActiveDocument());
 }
 
+std::optional<TextRange> FindEngine::RangeIn(mvDocument& document)
+{
+    if (!IsInSelection()) return {};
+    return walk_.SelectedRange(document).value_or(TextRange{});
+}
+
 bool FindEngine::IsAllDocuments() const
 {
     return dialog_.lookIn == LookIn::AllDocuments && services_.openDocuments.Count() >= 2;

@@ -50,19 +50,19 @@ void FindWalk::Rejoin(const FindQuery& query, mvDocument& current)
     if (current.DocumentID() != searchDocId_ || current.EnsureView().txtText().Caret() != left) return Reset();
     document_ = documents_.ById(searchDocId_);
     if (!document_) return;
-    lastMatch_.line = LineOf({lastMatch_, lastMatchLineId_});
-    end_.at.line = LineOf(end_);
+    lastMatch_.line = LineOf(*document_, {lastMatch_, lastMatchLineId_});
+    end_.at.line = LineOf(*document_, end_);
 }
 
 /// The line is mostly where it was; only after edits above it is it looked for.
-int32_t FindWalk::LineOf(const Place& place) const
+int32_t FindWalk::LineOf(mvDocument& document, const Place& place)
 {
     if (place.lineId < 1) return -1;
-    const SourceDocument& text = TextOf(*document_);
+    const SourceDocument& text = TextOf(document);
     if (place.at.line >= 0 && place.at.line < text.LineCount() &&
         static_cast<int32_t>(text.GetLineData(place.at.line, LineWord::Identity)) == place.lineId)
         return place.at.line;
-    return document_->LineFromLineId(place.lineId);
+    return document.LineFromLineId(place.lineId);
 }
 
 void FindWalk::Mark(Place& place, Position at, bool withId)
@@ -131,7 +131,6 @@ bool FindWalk::IsLastHit(mvDocument& current, const OrderedSelection& selection)
            selection.end == LastEnd();
 }
 
-/// The one kept, when all that is selected now is nothing.
 std::optional<TextRange> FindWalk::SelectedRange(mvDocument& current)
 {
     if (current.SelectionIsMultiLine()) KeepSelection(current);
@@ -139,7 +138,7 @@ std::optional<TextRange> FindWalk::SelectedRange(mvDocument& current)
         current.HasSelection() && !IsLastHit(current, selection))
         return TextRange{selection.start, selection.end};
     if (current.DocumentID() != keptDocId_) return {};
-    TextRange kept{{keptStart_.at.col, LineOf(keptStart_)}, {keptEnd_.at.col, LineOf(keptEnd_)}};
+    TextRange kept{{keptStart_.at.col, LineOf(current, keptStart_)}, {keptEnd_.at.col, LineOf(current, keptEnd_)}};
     if (kept.start.line < 0 || kept.end.line < 0) return {}; // its lines are gone
     return kept;
 }
@@ -230,7 +229,7 @@ bool FindWalk::Search(const FindQuery& query, Position at, bool exhausted)
             }
             FindDocument(); // the question leaves time to close it
             end_ = start_;
-            if (query.FromCaret()) end_.at.line = LineOf(end_);
+            if (query.FromCaret()) end_.at.line = LineOf(*document_, end_);
         } else {
             if (!query.allDocuments || !NextDocument()) {
                 Reset();

@@ -63,6 +63,7 @@ constexpr MenuToolRow kMainMenuRows[] = {
 
     {u"Search", u"Find", u"&Find", u"Ctrl+F", true},
     {u"Search", u"FindNext", u"Find &Next", u"F3"},
+    {u"Search", u"FindBar", u"Find as You &Type", u"Ctrl+I"},
     {u"Search", u"Replace", u"&Replace", u"Ctrl+H"},
     {u"Search", u"FindInAccount", u"Find in &Account...", u"Ctrl+Shift+F"},
     {u"Search", u"Goto", u"&Goto", u"Ctrl+G", true},

@@ -17,11 +17,13 @@ const Keys kDesign{
     u"ViewStatusbar", u"HelpTopics", u"HelpAbout",      u"FindInAccount", u"IndentByBlocks",  u"CurrentLine",
     u"Matches",       u"ChangeBars", u"IndentGuides",   u"VisibleBlanks", u"SmoothScrolling", u"Problems",
     u"Outline",       u"QuickOpen",  u"CheckAsYouType", u"CompleteWords"};
-const Keys kWithDocument{u"Close",          u"Print",        u"Properties",   u"DeleteLine",     u"SelectAll",
-                         u"IndentBlock",    u"OutdentBlock", u"CommentBlock", u"UncommentBlock", u"Find",
-                         u"FindNext",       u"Replace",      u"Goto",         u"ToggleBookmark", u"ClearAllBookmarks",
-                         u"ValueMark",      u"SubValueMark", u"Highlight",    u"ToggleCase",     u"SaveAs",
-                         u"TileHorizontal", u"TileVertical", u"Cascade",      u"Maximize",       u"CloseAll"};
+const Keys kWithDocument{u"Close",          u"Print",          u"Properties",     u"DeleteLine",
+                         u"SelectAll",      u"IndentBlock",    u"OutdentBlock",   u"CommentBlock",
+                         u"UncommentBlock", u"Find",           u"FindBar",        u"FindNext",
+                         u"Replace",        u"Goto",           u"ToggleBookmark", u"ClearAllBookmarks",
+                         u"ValueMark",      u"SubValueMark",   u"Highlight",      u"ToggleCase",
+                         u"SaveAs",         u"TileHorizontal", u"TileVertical",   u"Cascade",
+                         u"Maximize",       u"CloseAll"};
 const Keys kBlocks{u"CollapseBlock", u"ExpandBlock", u"CollapseAll", u"ExpandAll"};
 const Keys kLines{u"MoveLinesUp",  u"MoveLinesDown", u"DuplicateLines", u"JoinLines", u"SplitView",
                   u"MatchingWord", u"NextProblem",   u"PrevProblem",    u"QuickMend", u"CompleteWord",

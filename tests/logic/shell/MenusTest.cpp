@@ -72,7 +72,7 @@ TEST(MenuModelTest, AddedToolsStandWhereTheyShould)
     EXPECT_EQ(model.Find(Band::MainMenu, u"file_1"), nullptr);
     EXPECT_EQ(Keys(model.Tool(Band::MainMenu, u"Search")),
               (Lines{u"*Find", u"FindNext", u"Replace", u"FindInAccount", u"*Goto", u"MatchingWord", u"NavBack",
-                     u"NavForward", u"*Bookmarks"}));
+                     u"NavForward", u"*Code", u"*Bookmarks"}));
 }
 
 TEST(MenuModelTest, NumberedShortcuts)
