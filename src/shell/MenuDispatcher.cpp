@@ -7,6 +7,28 @@
 
 namespace nib {
 
+namespace {
+
+constexpr size_t kMostShown = 80;
+
+bool IsHalf(char16_t unit, char16_t kind)
+{
+    return (unit & 0xFC00) == kind;
+}
+
+/// Both ends of a name that would make a menu as wide as the screen.
+Text Shortened(TextView name)
+{
+    if (name.size() <= kMostShown) return Text(name);
+    TextView head = name.substr(0, kMostShown / 2);
+    TextView tail = name.substr(name.size() - kMostShown / 2);
+    if (IsHalf(head.back(), 0xD800)) head.remove_suffix(1);
+    if (IsHalf(tail.front(), 0xDC00)) tail.remove_prefix(1);
+    return Text(head) + u"\u2026" + Text(tail);
+}
+
+} // namespace
+
 CommandContext MenuDispatcher::Context() const
 {
     return {program_, program_.OpenDocuments().ById(program_.Window().ActiveDocument())};
@@ -93,7 +115,7 @@ const MenuTool& MenuDispatcher::AddEntry(TextView menu, TextView prefix, int32_t
     // A digit calls one entry, so only the first ten have one.
     Text digits = Decimal(number);
     if (number <= 10) digits.insert(digits.size() - 1, 1, u'&');
-    tool.caption = digits + u" " + DoubleAmpersands(name);
+    tool.caption = digits + u" " + DoubleAmpersands(Shortened(name));
     tool.beginGroup = number == 1;
     tool.checkable = before.empty();
     return menus_.Add(Band::MainMenu, menu, std::move(tool), before);

@@ -163,6 +163,16 @@ TEST_F(FrameTest, WindowsStayInsideTheScreen)
         EXPECT_TRUE(QTest::qWaitFor([&] { return inside(dialog); }));
         dialog.hide();
     }
+    auto* column = new QVBoxLayout(&dialog);
+    auto* tall = new QLineEdit(&dialog);
+    tall->setMinimumHeight(screen.height() * 2);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+    for (QWidget* widget : {static_cast<QWidget*>(tall), static_cast<QWidget*>(buttons)}) column->addWidget(widget);
+    dialog.show();
+    tall->setFocus();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return inside(dialog) && tall->hasFocus(); })) << "it scrolls";
+    EXPECT_TRUE(dialog.rect().contains(buttons->geometry()));
+    dialog.hide();
     frame.move(screen.width() * 2, 10); // as when the monitor that it stood on has gone
     emit qApp->screenRemoved(frame.screen());
     EXPECT_TRUE(QTest::qWaitFor([&] { return inside(frame); }));

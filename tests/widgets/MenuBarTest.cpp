@@ -85,7 +85,13 @@ TEST_F(MenuBarTest, EachBandIsDrawnAsItsRowsSay)
 {
     for (const MenuRow& row : kMenus) {
         QStringList expected = Expected(kMainMenu, row.key);
-        expected += Expected(kMenus, row.key);
+        for (const MenuRow& inner : kMenus) {
+            if (TextView(inner.menu) != row.key) continue;
+            qsizetype at = inner.before[0] ? expected.indexOf(ToQString(inner.before)) : expected.size();
+            if (inner.before[0] && expected[at - 1] == QLatin1String("-")) --at;
+            if (inner.beginsGroup) expected.insert(at++, QStringLiteral("-"));
+            expected.insert(at, ToQString(inner.key));
+        }
         EXPECT_EQ(Drawn(*Menu(ToQString(row.key))), expected) << ToUtf8(row.key);
     }
     QAction* replace = Tool(*Menu(QStringLiteral("Search")), u"Replace");

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QEvent>
+#include <QPointer>
 #include <QScreen>
 #include <QScrollArea>
 #include <QTimer>
@@ -26,7 +27,8 @@ bool IsKept(const QWidget& window)
 {
     constexpr auto elsewhere = Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen;
     const Qt::WindowType type = window.windowType();
-    return window.isVisible() && !(window.windowState() & elsewhere) && (type == Qt::Window || type == Qt::Dialog);
+    return window.isVisible() && !(window.windowState() & elsewhere) &&
+           (type == Qt::Window || type == Qt::Dialog || type == Qt::Tool);
 }
 
 /// The last widget of a dialog, which must stay in sight: it has the buttons.
@@ -40,7 +42,8 @@ bool IsButtons(QLayoutItem* item)
 void LetScroll(QWidget& window)
 {
     auto* column = qobject_cast<QVBoxLayout*>(window.layout());
-    if (!column || qobject_cast<QScrollArea*>(column->itemAt(0)->widget())) return;
+    if (!column || column->isEmpty() || qobject_cast<QScrollArea*>(column->itemAt(0)->widget())) return;
+    const QPointer<QWidget> focused(window.focusWidget());
     auto* inner = new QWidget;
     auto* rows = new QVBoxLayout(inner);
     rows->setContentsMargins(0, 0, 0, 0);
@@ -64,6 +67,10 @@ void LetScroll(QWidget& window)
             rows->addItem(item);
         }
     }
+    // What moves is hidden until the loop shows it again.
+    QTimer::singleShot(0, &window, [focused] {
+        if (focused) focused->setFocus();
+    });
 }
 
 } // namespace
@@ -97,9 +104,14 @@ bool QtScreenKeeper::eventFilter(QObject* watched, QEvent* event)
     return false;
 }
 
+bool QtScreenKeeper::PlacesWindows()
+{
+    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 void QtScreenKeeper::Keep(QWidget& window)
 {
-    if (!IsKept(window)) return;
+    if (!PlacesWindows() || !IsKept(window)) return;
     std::vector<FrameBounds> screens;
     for (const QScreen* screen : QGuiApplication::screens()) screens.push_back(BoundsOf(screen->availableGeometry()));
     const QRect framed = window.frameGeometry();

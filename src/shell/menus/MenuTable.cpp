@@ -16,9 +16,9 @@ constexpr MenuRow kMenuRows[] = {
     {u"View", u"&View"},
     {u"Marks", u"&Marks", u"View", true},
     {u"Tools", u"&Tools"},
-    {u"Locking", u"Loc&k", u"Tools", true},
-    {u"CharacterSet", u"C&haracter Set", u"Tools"},
-    {u"LineEnds", u"Line &Ends", u"Tools"},
+    {u"Locking", u"Loc&k", u"Tools", true, u"Settings"},
+    {u"CharacterSet", u"C&haracter Set", u"Tools", false, u"Settings"},
+    {u"LineEnds", u"Line &Ends", u"Tools", false, u"Settings"},
     {u"Window", u"&Window"},
     {u"Help", u"&Help"},
 };

@@ -116,6 +116,10 @@ TEST_F(MenuDispatcherTest, RecentFiles)
     t.program.RecentFiles().AddItem(u"file:/home/x & y");
     EXPECT_EQ(Entries(u"File", u"file_"), (Lines{u"*&1 /home/x && y", u"&2 BP A"}));
     EXPECT_EQ(t.menus.Tool(Band::MainMenu, u"File").tools.back()->key, u"Exit");
+    t.program.RecentFiles().AddItem(u"file:/" + Text(200, u'm') + u"\U0001F600" + Text(38, u'n'));
+    EXPECT_EQ(Entries(u"File", u"file_")[0], u"*&1 /" + Text(39, u'm') + u"\u2026\U0001F600" + Text(38, u'n'));
+    t.program.RecentFiles().AddItem(u"file:/" + Text(200, u'm') + u"\U0001F600" + Text(39, u'n'));
+    EXPECT_EQ(Entries(u"File", u"file_")[0], u"*&1 /" + Text(39, u'm') + u"\u2026" + Text(39, u'n'));
 }
 
 TEST_F(MenuDispatcherTest, WindowList)

@@ -203,7 +203,8 @@ TEST_F(CommandLineStart, AFailingDocumentIsSkipped)
 {
     t.Store(u"file:/x/b", u"");
     t.StoreFolder(u"file:/x/a");
-    Start({u"/x/a", u"/x/b"});
+    Start({u"-x", u"/x/a", u"/x/b", u"/X"});
+    EXPECT_EQ(t.window.status[1], u"Unknown on the command line: -x /X");
     EXPECT_EQ(t.boxes.Take(),
               Boxes{Warning(u"Unable to open item /x/a because it appears to be a folder or file definition.")});
     EXPECT_EQ(t.Titles(), Lines{u"b"});
