@@ -111,27 +111,17 @@ bool AccountIndex::Work(Deadline until)
 
 void AccountIndex::Process(const ItemName& name)
 {
-    ItemName known = name;
-    const AccountLists::Item* item = lists_->Find(known);
     Text stamp;
-    std::optional<Text> text;
+    Text text;
     // Whoever changes it between the two calls has it read again.
     const auto failure = FailureOf([&] {
         stamp = options_.reader->Stamp(name.file, name.item);
-        // Another editor may have been first.
-        const std::optional<StoredItem> stored = stamp.empty() ? std::nullopt : store_->Find(name);
-        if (stored && stored->stamp == stamp && item && !item->wasRead) {
-            lists_->WasRead(name, stamp, stored->isProgram);
-            return;
-        }
-        text = options_.reader->Read(name.file, name.item);
-        if (!text) text = Text();
+        text = options_.reader->Read(name.file, name.item).value_or(Text());
     });
     if (failure && failure->number == error_number::kDeviceUnavailable) isLost_ = true;
     if (failure) return lists_->WasRead(name, std::move(stamp), false);
-    if (!text) return;
-    if (stamp.empty()) stamp = HashStamp(*text);
-    Take(name, *text, stamp, !store_->Users(ItemUse::Includes, ToUpper(name.item)).empty());
+    if (stamp.empty()) stamp = HashStamp(text);
+    Take(name, text, stamp, !store_->Users(ItemUse::Includes, ToUpper(name.item)).empty());
 }
 
 std::shared_ptr<const ProgramFacts> AccountIndex::Take(const ItemName& name, TextView text, const Text& stamp,
@@ -140,14 +130,14 @@ std::shared_ptr<const ProgramFacts> AccountIndex::Take(const ItemName& name, Tex
     const std::optional<ProgramFacts> before = store_->Get(name);
     std::shared_ptr<const ProgramFacts> program;
     if (mustBe || LooksLikeProgram(text, *options_.dialect)) {
-        underWay_.insert(name);
         program = std::make_shared<const ProgramFacts>(options_.analyse(name, text));
-        underWay_.erase(name);
     }
     store_->Put(name, stamp, program.get());
     lists_->WasRead(name, stamp, program != nullptr);
     const bool differs = !before != !program || (before && Outside(*before) != Outside(*program));
-    if (differs) RenewIncluders(name);
+    ItemName listed = name;
+    const AccountLists::Item* item = lists_->Find(listed);
+    if (differs) RenewIncluders(name, item ? item->noticed : lists_->Now());
     if (names_ && program) names_->Set(name, program->outline);
     if (names_ && !program) names_->Remove(name);
     Cache(name, program);
@@ -155,11 +145,13 @@ std::shared_ptr<const ProgramFacts> AccountIndex::Take(const ItemName& name, Tex
     return program;
 }
 
-/// Their facts are made from those of the item.
-void AccountIndex::RenewIncluders(const ItemName& name)
+/// Their facts are made from the text of the item: as it stood when they were read.
+void AccountIndex::RenewIncluders(const ItemName& name, uint64_t since)
 {
     for (const ItemName& user : Includers(name)) {
-        if (user == name || underWay_.contains(user)) continue;
+        ItemName listed = user;
+        const AccountLists::Item* item = lists_->Find(listed);
+        if (user == name || !item || item->read > since) continue;
         // An editor that ends before they are read leaves a sign for the next one.
         store_->Forget(user);
         lists_->Want(user);
@@ -187,7 +179,7 @@ std::vector<ItemName> AccountIndex::Includers(const ItemName& name)
 
 void AccountIndex::Drop(const ItemName& name)
 {
-    RenewIncluders(name);
+    RenewIncluders(name, lists_->Now());
     store_->Remove(name);
     if (names_) names_->Remove(name);
     Cache(name, nullptr);
@@ -220,7 +212,7 @@ std::shared_ptr<const ProgramFacts> AccountIndex::Get(const ItemName& name)
     }
     ItemName listed = name;
     const AccountLists::Item* item = lists_->Find(listed);
-    if (!item || underWay_.contains(name)) return nullptr;
+    if (!item) return nullptr;
     return FromStore(
         [&]() -> std::shared_ptr<const ProgramFacts> {
             std::optional<ProgramFacts> stored = item->wasRead && item->isProgram ? store_->Get(name) : std::nullopt;

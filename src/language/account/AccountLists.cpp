@@ -34,7 +34,7 @@ void AccountLists::Know(const StoredItem& stored)
     File& file = files_[stored.name.file];
     if (stored.isProgram) file.kind = File::Kind::Programs;
     const auto [at, isNew] = file.items.try_emplace(stored.name.item);
-    at->second = {stored.stamp, stored.isProgram, !stored.stamp.empty()};
+    at->second = {stored.stamp, stored.isProgram, !stored.stamp.empty(), 0, 0};
     if (!isNew) return;
     ++itemCount_;
     byName_[ToUpper(stored.name.item)].push_back(stored.name);
@@ -186,7 +186,9 @@ void AccountLists::Compare(const Text& id)
     }
     Text stamp;
     Attempt([&] { stamp = reader_.Stamp(name.file, name.item); });
-    if (!at->second.wasRead || (!stamp.empty() && stamp != at->second.stamp)) Want(name);
+    if (at->second.wasRead && (stamp.empty() || stamp == at->second.stamp)) return;
+    at->second.noticed = Now();
+    Want(name);
 }
 
 void AccountLists::EndListing()
@@ -257,7 +259,7 @@ void AccountLists::WasRead(const ItemName& name, Text stamp, bool isProgram)
     const auto file = files_.find(name.file);
     if (file == files_.end()) return;
     if (const auto item = file->second.items.find(name.item); item != file->second.items.end())
-        item->second = {std::move(stamp), isProgram, true};
+        item->second = {std::move(stamp), isProgram, true, item->second.noticed, Now()};
 }
 
 bool AccountLists::IsCertain() const

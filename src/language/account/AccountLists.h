@@ -25,6 +25,9 @@ public:
         Text stamp;
         bool isProgram = false;
         bool wasRead = false;
+        // Moments of this run, in their order.
+        uint64_t noticed = 0; ///< that it is there, or another one
+        uint64_t read = 0;
     };
 
     /// Both outlive it.
@@ -39,6 +42,7 @@ public:
     std::optional<ItemName> TakeGone();
     bool HasGone() const { return !gone_.empty(); }
     void WasRead(const ItemName& name, Text stamp, bool isProgram);
+    uint64_t Now() { return ++moment_; }
     /// It is to be read, though it may be as it was. First: before all others.
     void Want(const ItemName& name, bool first = false);
     /// Somebody may have changed it.
@@ -103,6 +107,7 @@ private:
     std::deque<ItemName> gone_;
     int32_t itemCount_ = 0;
     int32_t lastNumber_ = 0;
+    uint64_t moment_ = 0;
     bool begun_ = false;
     bool hasFiles_ = false;
     bool filesAreWatched_ = false;

@@ -173,15 +173,31 @@ std::vector<SourceUnit> NameReach::Callees(const SourceUnit& from, TextView name
     return callees;
 }
 
-std::optional<SourceUnit> NameReach::IncludedAt(const NamedPlace& name)
+std::optional<SourceUnit> NameReach::IncludedAt(const Text& path, Position at)
 {
-    if (!name.unit.account) return std::nullopt;
-    for (const IncludeSite& site : name.facts->includes) {
-        if (site.at.start > name.at.at.start || site.at.end < name.at.at.end) continue;
-        if (const auto item = Included(name.unit.account->current, name.unit.name, site))
-            return sources_.UnitOf(*name.unit.account, *item);
+    const SourceUnit unit = sources_.UnitOf(path);
+    const std::shared_ptr<const ProgramFacts> facts = sources_.Facts(unit);
+    if (!facts || !unit.account) return std::nullopt;
+    for (const IncludeSite& site : facts->includes) {
+        if (site.at.start > at || site.at.end < at) continue;
+        if (const auto item = Included(unit.account->current, unit.name, site))
+            return sources_.UnitOf(*unit.account, *item);
     }
     return std::nullopt;
+}
+
+std::vector<FoundPlace> NameReach::Inclusions(const SourceUnit& item)
+{
+    std::vector<FoundPlace> found;
+    for (const SourceUnit& user : Users(*item.account, ItemUse::Includes, item.name.item)) {
+        const std::shared_ptr<const ProgramFacts> facts = sources_.Facts(user);
+        if (!facts) continue;
+        for (const IncludeSite& site : facts->includes)
+            if (Included(item.account->current, user.name, site) == item.name)
+                found.push_back({user, {site.at, 0, Use::Names}});
+    }
+    Sort(found);
+    return found;
 }
 
 std::vector<FoundPlace> NameReach::All(const NamedPlace& name)
@@ -210,10 +226,6 @@ std::vector<FoundPlace> NameReach::Declarations(const NamedPlace& name)
 {
     std::vector<FoundPlace> found;
     const Symbol& symbol = name.Name();
-    if (symbol.kind == SymbolKind::Item) {
-        if (const auto item = IncludedAt(name)) found.push_back({*item, {}});
-        return found;
-    }
     if (IsCalled(name)) {
         for (const SourceUnit& callee : Callees(name.unit, symbol.name)) AddEntry(callee, found);
         if (found.empty() && symbol.kind != SymbolKind::External) AddEntry(name.unit, found);

@@ -48,6 +48,7 @@ AccountRules RulesOf(AccountAccess& access, const Dialect& dialect)
     // What an account says of itself; many say nothing, or nobody but a server can read it.
     const auto read = [&] { return access.reader->Read(u"VOC", u"NIB"); };
     if (const auto record = OrDefault(read, std::optional<Text>())) ReadRules(*record, rules);
+    ReadRules(OrDefault([&] { return access.reader->ProgramRules(); }, Text()), rules);
     rules.includeFiles.insert(rules.includeFiles.end(), dialect.includeFiles.begin(), dialect.includeFiles.end());
     return rules;
 }

@@ -52,6 +52,8 @@ std::optional<HoverText> WordHelp::Hover(const Text& path, Position at)
 std::optional<HoverText> WordHelp::OfName(const Text& path, Position at)
 {
     const std::optional<NamedPlace> name = reach_.At(path, at);
+    const std::optional<SourceUnit> item = name ? std::nullopt : reach_.IncludedAt(path, at);
+    if (item) return HoverText{{at, at}, item->name.file + u" " + item->name.item, CommentBelow(*item, -1)};
     if (!name) return std::nullopt;
     const std::vector<FoundPlace> declarations = reach_.Declarations(*name);
     if (declarations.empty()) return std::nullopt;
@@ -68,9 +70,6 @@ HoverText WordHelp::OfDeclaration(const NamedPlace& name, const FoundPlace& decl
         hover.form = HeadOf(*facts, facts->routines.front());
         hover.help = CommentBelow(unit, line);
         if (const Text above = CommentAbove(unit, line); !above.empty()) hover.help = above;
-    } else if (name.Name().kind == SymbolKind::Item) {
-        hover.form = unit.name.file + u" " + unit.name.item;
-        hover.help = CommentBelow(unit, -1);
     } else {
         hover.form = Text(Trim(sources_.LineOf(unit, line)));
         hover.help = CommentAbove(unit, line);
@@ -116,7 +115,7 @@ std::optional<HoverText> WordHelp::OfWord(OpenText& text, Position at)
     for (const BasicToken& token : line.Tokens()) {
         if (token.start > at.col || token.end < at.col) continue;
         HoverText hover{{{token.start, at.line}, {token.end, at.line}}, {}, {}};
-        for (const DialectWord& word : sources_.Language().Find(Trim(line.Of(token)))) {
+        for (const DialectWord& word : text.dialect->Find(Trim(line.Of(token)))) {
             Append(hover.form, word.form);
             Append(hover.help, word.help);
         }
@@ -162,7 +161,7 @@ std::optional<SignatureHelp> WordHelp::OfCallee(OpenText& text, TextView name, b
     };
     const auto isFunction = [&](const CallSite& site) { return site.function && SameName(site.name, name); };
     if (!call && !std::any_of(facts.calls.begin(), facts.calls.end(), isFunction)) {
-        if (const DialectWord* word = sources_.Language().Find(name, WordKind::Function)) {
+        if (const DialectWord* word = text.dialect->Find(name, WordKind::Function)) {
             help.form = word->form;
             help.help = word->help;
         }
