@@ -28,6 +28,15 @@ int32_t FamilyOf(SymbolKind kind)
     }
 }
 
+/// It is called, or can be, by other items: no routine within the program has the name.
+bool ReachesOut(const ProgramFacts& facts, const Symbol& symbol)
+{
+    if (symbol.kind == SymbolKind::External) return true;
+    return IsRoutine(symbol.kind) &&
+           std::none_of(facts.routines.begin(), facts.routines.end(),
+                        [&](const Routine& one) { return one.local && SameName(one.name, symbol.name); });
+}
+
 void Sort(std::vector<FoundPlace>& found)
 {
     const auto before = [](const FoundPlace& a, const FoundPlace& b) {
@@ -71,10 +80,7 @@ std::optional<NamedPlace> NameReach::At(const Text& path, Position at)
 
 bool NameReach::IsCalled(const NamedPlace& name)
 {
-    const Symbol& symbol = name.Name();
-    if (symbol.kind == SymbolKind::External) return true;
-    if (!IsRoutine(symbol.kind) || name.facts->routines.empty()) return false;
-    return !name.facts->routines.front().local && SameName(name.facts->routines.front().name, symbol.name);
+    return ReachesOut(*name.facts, name.Name());
 }
 
 std::vector<SourceUnit> NameReach::IncludesOf(const SourceUnit& unit)
@@ -151,7 +157,7 @@ void NameReach::AddCalls(const SourceUnit& unit, TextView name, std::vector<Foun
     if (!facts) return;
     for (const Occurrence& one : facts->occurrences) {
         const Symbol& symbol = facts->symbols[static_cast<size_t>(one.symbol)];
-        if (symbol.kind == SymbolKind::External && SameName(symbol.name, name)) found.push_back({unit, one});
+        if (SameName(symbol.name, name) && ReachesOut(*facts, symbol)) found.push_back({unit, one});
     }
 }
 

@@ -12,6 +12,7 @@ const MemoryItems kAccount{
                 u"GOSUB ADD.UP\nCALL PRICE(TOTAL, RATE, \"A|B\")\nCELL(1) = TOTAL; PRINT CELL(1):GEN.USER\nSTOP\n"
                 u"ADD.UP:\nTOTAL += 1\nRETURN\nEND\n"},
       {u"PRICE", u"SUBROUTINE PRICE(AMOUNT, BY, KIND)\n* Works out a price.\nAMOUNT = AMOUNT * BY:KIND\nRETURN\nEND\n"},
+      {u"OPEN.ENDED", u"SUBROUTINE OPEN.ENDED(A, B) VAR.ARGS\nA = B\nRETURN\nEND\n"},
       {u"OTHER",
        u"PROGRAM OTHER\n$INCLUDE BP SHARED.INC\nGEN.USER = \"me\"\nA = 1\nCALL PRICE(A, 2, 3)\nPRINT A\nEND\n"},
       {u"SHARED.INC", u"* Shared.\nCOMMON /GEN/ GEN.USER, GEN.LIST(10)\nEQU RATE TO 3\n"}}},
@@ -30,6 +31,8 @@ TEST(LanguageService, TellsWhatOnlyTheAccountKnows)
         {u"CALL PRICE(A)", u"argument-count@4"},
         {u"CALL PRICE(A, 1, 2)", u""},
         {u"CALL price(A, 1)", u"argument-count@4"},
+        {u"CALL OPEN.ENDED(A)", u""},
+        {u"CALL OPEN.ENDED(A, A, A)", u"argument-count@4"},
         {u"CALL NOWHERE(A)", u"unknown-call@4"},
         {u"CALL CENTRAL(A)", u""}, // VOC knows it
         {u"CALL !NOWHERE(A)", u""},
