@@ -192,12 +192,8 @@ void AccountFindings::NamedCommon(Look& look, const CommonBlock& block)
     const auto most = std::max_element(kinds.begin() + 1, kinds.end(),
                                        [](const Kind& a, const Kind& b) { return a.programs < b.programs; });
     if (most == kinds.end() || most->programs < kinds.front().programs) return;
-    look.found.push_back(
-        {Text(kCommonShape),
-         FindingLevel::Warning,
-         block.at,
-         u"COMMON /" + block.name + u"/ differs: " + Difference(mine, most->shape, Shown(most->where)) + u".",
-         {}});
+    look.Tell(finding_code::kCommonShape, block.at,
+              u"COMMON /" + block.name + u"/ differs: " + Difference(mine, most->shape, Shown(most->where)) + u".");
 }
 
 } // namespace nib
