@@ -95,7 +95,10 @@ bool AccountIndex::Work(Deadline until)
     }
     bool more = true;
     if (FailureOf([&] { more = lists_->Work(until); })) isLost_ = true;
-    if (!lists_->HasGone() && (more || lists_->CountUnread() == 0)) return more && !isLost_;
+    if (!lists_->HasGone() && (more || lists_->CountUnread() == 0)) {
+        if (!more) Names(); // before somebody waits for them
+        return more && !isLost_;
+    }
     NoteFailure(FailureOf([&] {
         store_->Begin();
         while (const std::optional<ItemName> gone = lists_->TakeGone()) Drop(*gone);

@@ -1,7 +1,6 @@
 #include "language/service/WordHelp.h"
 
 #include "language/Dialect.h"
-#include "language/service/WordForm.h"
 
 #include <algorithm>
 
@@ -10,6 +9,45 @@ namespace nib {
 namespace {
 
 constexpr int32_t kMostComment = 24; // lines
+
+/// The parameters in the outermost parentheses of "NAME(a, b [, c])", each with its start and end; brackets and dots
+/// between them belong to none.
+std::vector<std::pair<int32_t, int32_t>> ParametersOf(TextView form)
+{
+    constexpr TextView kBetween{u" [],"};
+    std::vector<std::pair<int32_t, int32_t>> parameters;
+    const size_t open = form.find(u'(');
+    if (open == TextView::npos) return parameters;
+    size_t start = TextView::npos;
+    size_t last = open;
+    const auto finish = [&] {
+        if (start != TextView::npos) parameters.emplace_back(start, last + 1);
+        start = TextView::npos;
+    };
+    int32_t depth = 0;
+    for (size_t at = open; at < form.size(); ++at) {
+        const char16_t c = form[at];
+        if (c == u'(' && depth++ == 0) continue;
+        if (c == u')' && --depth == 0) break;
+        if (depth == 1 && c == u',') {
+            finish();
+        } else if (kBetween.find(c) == TextView::npos) {
+            if (start == TextView::npos) start = at;
+            last = at;
+        }
+    }
+    finish();
+    return parameters;
+}
+
+/// "NAME(a, b)"
+Text FormOf(TextView name, const std::vector<Text>& parameters)
+{
+    Text form(name);
+    form += u"(";
+    for (size_t i = 0; i < parameters.size(); ++i) form += (i > 0 ? u", " : u"") + parameters[i];
+    return form + u")";
+}
 
 /// What a line that is nothing but a comment says; none for another one.
 std::optional<TextView> CommentIn(TextView line)
