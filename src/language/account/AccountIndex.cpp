@@ -19,6 +19,15 @@ constexpr size_t kMostCached = 96;
 /// A database that breaks again and again lies on a disk that keeps none.
 constexpr int32_t kMostRebuilt = 2;
 
+/// Days that a file without programs is not looked into again.
+constexpr int32_t kLeftAlone = 7;
+
+int32_t Today()
+{
+    using Days = std::chrono::duration<int32_t, std::ratio<86'400>>;
+    return std::chrono::duration_cast<Days>(std::chrono::system_clock::now().time_since_epoch()).count();
+}
+
 /// What others see of an included program: without its places.
 std::string Outside(ProgramFacts program)
 {
@@ -65,7 +74,15 @@ AccountIndex::AccountIndex(Options options) : options_(std::move(options))
 
 void AccountIndex::Start()
 {
-    lists_ = std::make_unique<AccountLists>(*options_.reader, *options_.dialect);
+    AccountLists::Rules rules;
+    rules.isLeftAlone = [this](const Text& file) {
+        const int32_t day = ToInt(FromStore([&] { return store_->Note(file); }, Text()));
+        return day > 0 && Today() - day < kLeftAlone;
+    };
+    rules.leaveAlone = [this](const Text& file) {
+        FromStore([&] { return store_->SetNote(file, Decimal(Today())), true; }, false);
+    };
+    lists_ = std::make_unique<AccountLists>(*options_.reader, *options_.dialect, std::move(rules));
     cache_.clear();
     cached_.clear();
     names_.reset();
@@ -193,7 +210,8 @@ std::optional<ItemName> AccountIndex::Find(TextView file, TextView item)
 {
     ItemName name{Text(file), Text(item)};
     if (lists_->Find(name)) return name;
-    lists_->WantFile(file);
+    // Whoever includes something of a file says that it has programs.
+    if (lists_->HoldsNone(file) && Read(name)) lists_->WantFile(file);
     return std::nullopt;
 }
 

@@ -28,6 +28,8 @@ public:
 
     /// Reads for a while; false when there is nothing more for now.
     bool Work(Deadline until);
+    /// A program of the file has been seen.
+    void Expect(TextView file) { lists_->WantFile(file); }
     /// Somebody may have changed the item.
     void Look(const ItemName& name) { lists_->Look(name); }
     /// Goes up with each program that has become another one.

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <deque>
+#include <functional>
 #include <map>
 #include <set>
 #include <unordered_map>
@@ -30,8 +31,17 @@ public:
         uint64_t read = 0;
     };
 
+    /// What earlier runs found out about files that hold no programs, which may be large.
+    struct Rules {
+        std::function<bool(const Text& file)> isLeftAlone;
+        std::function<void(const Text& file)> leaveAlone;
+    };
+
     /// Both outlive it.
-    AccountLists(ItemReader& reader, const Dialect& dialect) : reader_(reader), dialect_(dialect) {}
+    AccountLists(ItemReader& reader, const Dialect& dialect, Rules rules)
+        : reader_(reader), dialect_(dialect), rules_(std::move(rules))
+    {
+    }
 
     /// What an earlier run knew. Before the first Work.
     void Know(const StoredItem& stored);
@@ -56,8 +66,9 @@ public:
     bool IsCertain() const;
     /// All of the account, as they are shown.
     const std::vector<Text>& Files() const { return allFiles_; }
-    /// Programs take text from the file: there are some in it, whatever its first items look like.
+    /// There are programs in the file, whatever its first items look like.
     void WantFile(TextView file);
+    bool HoldsNone(TextView file) const;
     /// Null when there is no such item. The name's case does not count where nothing else fits.
     const Item* Find(ItemName& name);
     /// Items of files with programs that are called so, in whatever case.
@@ -87,6 +98,7 @@ private:
     void Compare(const Text& id);
     void EndListing();
     void Remove(const Text& file, std::map<Text, Item>::iterator item);
+    void Judge(const Text& name, File& file, const std::vector<Text>& ids);
     void Unwatch(File& file);
     void ToList(const Text& file);
     bool HoldsPrograms(const Text& file, const std::vector<Text>& ids);
@@ -95,6 +107,7 @@ private:
 
     ItemReader& reader_;
     const Dialect& dialect_;
+    Rules rules_;
     FolderWatch watch_;
     std::vector<Text> allFiles_;
     std::map<Text, File> files_;                             ///< that may hold programs

@@ -2,6 +2,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "language/Dialect.h"
+#include "language/account/ProgramShape.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 
@@ -139,6 +140,11 @@ void Sources::Open(const Text& path, std::span<const Text> lines)
 {
     auto text = std::make_unique<OpenText>(UnitOf(path), *options_.dialect);
     text->analyser.Replace(0, 0, lines);
+    if (text->account && !text->name.item.empty()) {
+        Text beginning;
+        for (const Text& line : lines.first(std::min<size_t>(lines.size(), 200))) beginning += line + u"\n";
+        if (LooksLikeProgram(beginning, *text->dialect)) text->account->index->Expect(text->name.file);
+    }
     TouchUsers(*text);
     open_[path] = std::move(text);
     ++revision_;
