@@ -176,7 +176,14 @@ void HostLinks::Take(HostConfig config)
                                         [&](const HostSettings& host) { return host.serverName == name; });
         return found == in.hosts.end() ? std::nullopt : std::optional(*found);
     };
-    std::erase_if(links_, [&](const auto& link) { return find(config, link.first) != find(config_, link.first); });
+    const auto works = [&](const HostConfig& in, const Text& name) {
+        auto settings = find(in, name);
+        if (!settings) return settings;
+        settings->color.clear(); // no link looks at colours
+        settings->accountColors.clear();
+        return settings;
+    };
+    std::erase_if(links_, [&](const auto& link) { return works(config, link.first) != works(config_, link.first); });
     config_ = std::move(config);
 }
 

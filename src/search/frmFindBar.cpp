@@ -64,7 +64,6 @@ void frmFindBar::Build()
     lbCount_ = new QLabel;
     lbCount_->setTextFormat(Qt::PlainText);
     lbCount_->setContentsMargins(8, 0, 8, 0);
-    lbCount_->setAccessibleName(tr("Hits"));
     addWidget(lbCount_);
     lbWrapped_ = new QLabel;
     addWidget(lbWrapped_);
