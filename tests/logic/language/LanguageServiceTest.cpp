@@ -31,6 +31,8 @@ TEST(LanguageService, TellsWhatOnlyTheAccountKnows)
         {u"CALL PRICE(A)", u"argument-count@4"},
         {u"CALL PRICE(A, 1, 2)", u""},
         {u"CALL price(A, 1)", u"argument-count@4"},
+        {u"DEFFUN PRICE(B, C); PRINT PRICE(A, 1)", u""}, // the first parameter is the value
+        {u"DEFFUN PRICE(B, C); PRINT PRICE(A)", u"argument-count@4"},
         {u"CALL OPEN.ENDED(A)", u""},
         {u"CALL OPEN.ENDED(A, A, A)", u"argument-count@4"},
         {u"CALL NOWHERE(A)", u"unknown-call@4"},
