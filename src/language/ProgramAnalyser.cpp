@@ -69,6 +69,7 @@ const Program& ProgramAnalyser::Analyse(IncludeSource& includes)
     program_.blocks.clear();
     includeCount_ = 0;
     complete_ = true;
+    internal_ = false;
     BasicChecker checker(includes, false);
     const std::vector<Finding> findings = checker.Check(*text_, file_, item_);
     const int32_t lines = checker.LastLine().value_or(text_->LineCount());
@@ -87,6 +88,8 @@ void ProgramAnalyser::Walk(const Source& source, IncludeSource& includes)
     for (int32_t at = 0; at < source.lines; ++at) {
         const ProgramText::Line& line = source.text.At(at);
         if (line.statementLines == 0) continue;
+        if (line.directive && source.number == 0 && line.directive->kind == BasicDirective::Kind::Internal)
+            internal_ = true;
         for (const Step& step : line.statements.steps) {
             FlowNode node;
             node.kind = step.kind;
@@ -96,7 +99,7 @@ void ProgramAnalyser::Walk(const Source& source, IncludeSource& includes)
             node.statements = &line.statements;
             node.words = source.words;
             flow_.Take(node);
-            names_.Take(node, source.text, at);
+            names_.Take(node, source.text, at, flow_.Routine());
             if (step.kind == StepKind::Include) Include(source, at, includes);
         }
     }
@@ -149,7 +152,9 @@ const std::vector<int32_t>* ProgramAnalyser::WordsOf(const std::shared_ptr<const
 void ProgramAnalyser::Finish(int32_t lines)
 {
     const int32_t last = std::max(lines - 1, 0);
-    program_.routines.back().last = last;
+    program_.routines.front().last = last;
+    for (Routine& routine : program_.routines)
+        routine.last = std::clamp(routine.last, routine.first, std::max(last, routine.first));
     for (const FlowBlock& block : flow_.Blocks())
         if (block.opens.item == 0) program_.blocks.push_back({{0, block.opens.line}, {0, block.closes.line}});
     std::ranges::sort(program_.blocks, {}, [](const TextRange& block) { return block.start.line; });
