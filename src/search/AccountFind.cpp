@@ -49,17 +49,29 @@ void AccountFind::Open()
         services_.log, u"AccountFind.Open",
         [&] {
             TakePlace();
+            const bool taken = std::exchange(taken_, false);
             if (auto document = services_.openDocuments.ById(services_.frame.ActiveDocument())) {
                 SourceView& source = document->EnsureView().txtText();
                 const Position caret = source.Caret();
                 Text text = document->HasSelection()
                                 ? document->SelectionIsMultiLine() ? Text() : document->GetSelectionText()
                                 : GetCaretWord(source.Document().GetLine(caret.line), caret.col);
-                if (!text.empty()) dialog_.findText = std::move(text);
+                if (!text.empty() && !taken) dialog_.findText = std::move(text);
             }
             ReadFiles();
         },
         [&](const Error& error) { dialog_.fault = error.description; });
+}
+
+void AccountFind::TakeSearch(const FindDialog& dialog)
+{
+    if (dialog_.state != FindingState::Idle) return;
+    dialog_.findText = dialog.findText;
+    dialog_.matchCase = dialog.matchCase;
+    dialog_.wholeWord = dialog.wholeWord;
+    dialog_.regex = dialog.regex;
+    if (dialog.replaceMode) dialog_.replaceText = dialog.replaceText;
+    taken_ = !dialog.findText.empty();
 }
 
 void AccountFind::TakePlace()
@@ -146,8 +158,14 @@ bool AccountFind::CanFind() const
 
 AccountQuery AccountFind::MakeQuery() const
 {
-    AccountQuery query{
-        dialog_.findText, dialog_.matchCase, dialog_.wholeWord, services_.settings.TabSize, {}, dialog_.pattern, {}};
+    AccountQuery query{dialog_.findText,
+                       dialog_.matchCase,
+                       dialog_.wholeWord,
+                       dialog_.regex,
+                       services_.settings.TabSize,
+                       {},
+                       dialog_.pattern,
+                       {}};
     for (const AccountFile& file : dialog_.files)
         if (file.chosen) query.files.push_back(file.name);
     return query;
@@ -169,6 +187,7 @@ void AccountFind::Begin(bool replace)
             replacement_ = OneLine(dialog_.replaceText);
             found_.clear();
             query_ = MakeQuery();
+            query_.Prepared().Prepared(replace ? replacement_ : Text()); // faults are told before anything begins
             dialog_.allFiles = static_cast<int32_t>(query_.files.size());
             AccountQuery query = query_;
             for (auto& document : services_.openDocuments.All()) {
@@ -269,7 +288,7 @@ void AccountFind::List(const FoundItem& item)
     for (const FoundLine& line : item.found.lines) {
         const Text number = ListedNumber(line.line);
         services_.results->AddItemLine(number + line.text, line.column + static_cast<int32_t>(number.size()),
-                                       static_cast<int32_t>(query_.text.size()), line.line + 1);
+                                       line.length, line.line + 1);
     }
 }
 

@@ -9,15 +9,16 @@ namespace nib {
 
 namespace {
 
-bool IsHostLost(const Error& error)
+/// The fault is not that of one item.
+bool EndsSearch(const Error& error)
 {
-    return error.number == error_number::kDeviceUnavailable;
+    return error.number == error_number::kDeviceUnavailable || error.number == error_number::kSearch;
 }
 
 } // namespace
 
 AccountSearch::AccountSearch(std::unique_ptr<ItemReader> reader, AccountQuery query)
-    : reader_(std::move(reader)), query_(std::move(query)), search_(query_.Prepared()), thread_([this] { Run(); })
+    : reader_(std::move(reader)), query_(std::move(query)), pattern_(query_.Prepared()), thread_([this] { Run(); })
 {
 }
 
@@ -62,7 +63,7 @@ void AccountSearch::Attempt(const ItemKey& key, Body&& body)
 {
     const std::optional<Error> failure = FailureOf(std::forward<Body>(body));
     if (!failure || stop_) return;
-    if (IsHostLost(*failure)) throw Error(*failure);
+    if (EndsSearch(*failure)) throw Error(*failure);
     {
         const std::lock_guard lock(mutex_);
         if (++news_.counts.failed > kMostFaults) return;
@@ -92,7 +93,7 @@ void AccountSearch::SearchItem(const ItemKey& key)
         else
             text = reader_->Read(key.first, key.second);
         TextHits found;
-        if (text) found = FindInText(search_, *text, query_.tabSize, linesLeft_);
+        if (text) found = FindInText(pattern_, *text, query_.tabSize, linesLeft_);
         {
             const std::lock_guard lock(mutex_);
             ++(text ? news_.counts.items : news_.counts.skipped);

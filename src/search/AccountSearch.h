@@ -19,13 +19,14 @@ struct AccountQuery {
     Text text;
     bool matchCase = false;
     bool wholeWord = false;
+    bool regex = false;
     int32_t tabSize = 1;
     std::vector<Text> files;
     Text pattern; ///< of ids
     /// Of items that are open in a window: searched instead of what is stored.
     std::map<ItemKey, Text> open;
 
-    TextSearch Prepared() const { return {text, {false, matchCase, wholeWord}}; }
+    TextPattern Prepared() const { return {text, {.matchCase = matchCase, .wholeWord = wholeWord, .regex = regex}}; }
 };
 
 /// An item with hits, or with the reason why it could not be read. Without an id it is a whole file that could not be.
@@ -78,8 +79,8 @@ private:
     void Tell(FoundItem item);
 
     const std::unique_ptr<ItemReader> reader_;
-    AccountQuery query_; ///< the thread's own
-    const TextSearch search_;
+    AccountQuery query_;        ///< the thread's own
+    const TextPattern pattern_; ///< the thread's own
     const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     std::atomic<bool> stop_ = false;
     size_t linesLeft_ = kMostLines; ///< the thread's own

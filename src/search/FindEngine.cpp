@@ -8,11 +8,6 @@ namespace nib {
 
 namespace {
 
-constexpr TextView kListTitle{u"Search Results"};
-/// A listed line begins with its number, of which there are four digits, and a blank.
-constexpr size_t kNumberDigits = 4;
-constexpr int32_t kTextColumn = 5;
-
 /// Values of the setting SearchEOD.
 constexpr int16_t kAskAtEnd = 0;
 constexpr int16_t kTellAtEnd = 2;
@@ -21,12 +16,6 @@ bool IsSearchWordUnit(char16_t c)
 {
     return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'$' || c == u'.' ||
            c == u'_';
-}
-
-Text ListedNumber(int32_t line)
-{
-    Text number = Text(kNumberDigits, u'0') + Decimal(line + 1);
-    return number.substr(number.size() - kNumberDigits);
 }
 
 } // namespace
@@ -108,6 +97,12 @@ void FindEngine::GetActiveDocument()
     current_ = services_.openDocuments.ById(services_.frame.ActiveDocument());
 }
 
+std::optional<TextRange> FindEngine::RangeIn(mvDocument& document)
+{
+    if (!IsInSelection()) return {};
+    return walk_.SelectedRange(document).value_or(TextRange{});
+}
+
 bool FindEngine::IsAllDocuments() const
 {
     return dialog_.lookIn == LookIn::AllDocuments && services_.openDocuments.Count() >= 2;
@@ -126,11 +121,19 @@ std::vector<Text> FindEngine::FindList() const
     return rows;
 }
 
-FindQuery FindEngine::MakeQuery(FindMode mode)
+std::optional<FindQuery> FindEngine::MakeQuery(FindMode mode)
 {
+    if (const auto fault = dialog_.Fault()) {
+        walk_.Reset();
+        Inform(u"The regular expression is faulty.\n" + fault->Told());
+        return {};
+    }
     // What is replaced is replaced downwards, whatever an earlier search chose.
     bool up = dialog_.up && mode != FindMode::Replace;
-    return {GetSearchText(), mode, up, dialog_.matchCase, dialog_.wholeWord, IsInSelection(), IsAllDocuments()};
+    FindQuery query{GetSearchText(), mode, up, dialog_.matchCase, dialog_.wholeWord, IsInSelection(), IsAllDocuments()};
+    if (query.text.empty()) return {};
+    query.pattern = std::make_shared<TextPattern>(query.text, dialog_.Options());
+    return query;
 }
 
 // One hit
@@ -143,7 +146,9 @@ bool FindEngine::FindNextMatch(const FindQuery& query)
             auto current = current_.lock();
             return current && walk_.Next(query, *current);
         },
-        [&](const Error&) {
+        [&](const Error& error) {
+            // What was found so far would pass for all there is.
+            if (error.number == error_number::kSearch) throw Error(error);
             walk_.Reset();
             return false;
         });
@@ -171,7 +176,7 @@ void FindEngine::ShowHit(const FindQuery& query)
 {
     mvDocument& document = *walk_.Document();
     Position start = walk_.LastMatch();
-    Position end{start.col + query.Length(), start.line};
+    Position end = walk_.LastEnd();
     Front(document);
     if (query.up) std::swap(start, end);
     document.EnsureView().txtText().SetSelection(start, end);
@@ -184,14 +189,14 @@ bool FindEngine::FindNext()
         GetActiveDocument();
         auto document = current_.lock();
         if (!document) return false;
-        FindQuery query = MakeQuery(FindMode::Interactive);
-        if (query.text.empty()) return false;
+        const auto query = MakeQuery(FindMode::Interactive);
+        if (!query) return false;
         bool selected = document->HasSelection();
         OrderedSelection before = document->GetOrderedSelection();
-        bool found = StepTo(query);
-        if (found && selected && walk_.Document() == document) {
+        bool found = StepTo(*query);
+        if (found && (selected || walk_.LastLength() == 0) && walk_.Document() == document) {
             OrderedSelection now = document->GetOrderedSelection();
-            if (now.start == before.start && now.end == before.end) found = StepTo(query);
+            if (now.start == before.start && now.end == before.end) found = StepTo(*query);
         }
         if (found)
             ++walk_.matchCount;
@@ -231,56 +236,6 @@ bool FindEngine::MayWrap(const FindQuery& query)
     int32_t answer = services_.shell.ShowMessage(question, message_box::kYesNoCancel | message_box::kQuestion);
     if (waiting) services_.frame.SetWaitCursor(true);
     return answer == message_box::kAnswerYes;
-}
-
-// All hits
-
-int32_t FindEngine::FindAll(FindMode mode)
-{
-    return Operation(u"frmFind.FindAll", [&]() -> int32_t {
-        ClearStatus();
-        GetActiveDocument();
-        FindQuery query = MakeQuery(mode);
-        if (query.text.empty() || current_.expired()) return 0;
-        listing_ = {};
-        int32_t hits = 0;
-        {
-            const WaitCursor wait(services_.frame);
-            for (; FindNextMatch(query); ++hits) mode == FindMode::List ? ListHit(query) : MarkHit();
-        }
-        if (hits == 0)
-            ReportNotFound();
-        else if (mode == FindMode::List)
-            results_.ShowResults(u"");
-        else if (hits == 1)
-            Inform(u"One occurrence found and bookmarked.");
-        else
-            Inform(Decimal(hits) + u" occurrences found and bookmarked.");
-        return hits;
-    });
-}
-
-void FindEngine::ListHit(const FindQuery& query)
-{
-    mvDocument& document = *walk_.Document();
-    Position hit = walk_.LastMatch();
-    if (listing_.documentId == 0) results_.ResetResults(kListTitle);
-    if (listing_.documentId != document.DocumentID()) {
-        listing_ = {document.DocumentID(), -1};
-        results_.AddResultLine(u"", 0, 0, false);
-        results_.AddResultLine(document.ListName(), 0, 0, true);
-    }
-    if (listing_.line == hit.line) return;
-    listing_.line = hit.line;
-    Text line = ListedNumber(hit.line) + u" " + document.EnsureView().txtText().Document().GetLine(hit.line);
-    results_.AddResultLine(line, hit.col + kTextColumn, query.Length(), false);
-}
-
-void FindEngine::MarkHit()
-{
-    SourceDocument& text = walk_.Document()->EnsureView().txtText().Document();
-    int32_t line = walk_.LastMatch().line;
-    if (!text.HasBookmark(line)) text.ToggleBookmark(line);
 }
 
 } // namespace nib

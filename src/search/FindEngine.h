@@ -21,16 +21,27 @@ struct FindDialog {
     bool upEnabled = true;
     bool matchCase = false;
     bool wholeWord = false;
+    bool regex = false;
     Text findText;
     Text replaceText;
 
     TextView Caption() const { return replaceMode ? u"Replace" : u"Find"; }
+    FindOptions Options() const { return {.matchCase = matchCase, .wholeWord = wholeWord, .regex = regex}; }
+    /// Of the search text, where it is an expression.
+    std::optional<PatternFault> Fault() const
+    {
+        return regex ? RegexSearch::FaultOf(findText) : std::optional<PatternFault>();
+    }
 };
 
 /// Hits of one document that wait for their replacement.
 struct Replacing {
     FindQuery query;
+    Replacement replacement;
     std::vector<Position> hits;
+    // Where they differ from hit to hit:
+    HitTexts found;
+    HitTexts put;
     std::optional<OrderedSelection> selection; ///< to be put back, moved by what was replaced in it
     int32_t count = 0;
     std::shared_ptr<const int32_t> sweep = std::make_shared<const int32_t>(); ///< names it, whatever it was done in
@@ -64,6 +75,10 @@ public:
     /// The dialog came to the front.
     void GetActiveDocument();
     void Cancel() { ClearStatus(); }
+    /// Keeps the text among the recent ones.
+    void Remember() { GetSearchText(); }
+    /// Where a search through the selection goes in a document; of all of it where it is none.
+    std::optional<TextRange> RangeIn(mvDocument& document);
     /// The rows of cboFind.
     std::vector<Text> FindList() const;
 
@@ -73,29 +88,33 @@ public:
     const DebugLog& Log() const { return services_.log; }
 
 private:
-    struct Listing {
-        int32_t documentId = 0;
-        int32_t line = -1;
-    };
     bool PrepareDialog(bool isReplace);
     void TakeSelection();
     void TakeCaretWord();
     bool IsAllDocuments() const;
     bool IsInSelection() const { return dialog_.lookIn == LookIn::Selection; }
-    FindQuery MakeQuery(FindMode mode);
+    /// Nothing when there is no text to search for, or none that can be understood: then the user is told.
+    std::optional<FindQuery> MakeQuery(FindMode mode);
     Text GetSearchText();
     bool FindNextMatch(const FindQuery& query);
     bool StepTo(const FindQuery& query);
     void ShowHit(const FindQuery& query);
     void Front(mvDocument& document);
-    void ListHit(const FindQuery& query);
-    void MarkHit();
+    struct DocumentHits {
+        std::shared_ptr<mvDocument> document;
+        std::vector<FindHit> hits;
+    };
+    /// Nothing is listed or marked before all have been found.
+    std::vector<DocumentHits> AllHits(const FindQuery& query);
+    void ListHits(const DocumentHits& found);
     void ReplaceSelected(const FindQuery& query);
     void BeginReplacing(FindQuery query);
+    void KeepHit();
+    void Prove(const FindQuery& query);
     Position CommitReplacements(mvDocument& document);
     bool IsNextBehindHit(const FindQuery& query) const;
     void CommitBeforeNext(const FindQuery& query);
-    void MoveSelection(const ReplacePass& pass, int32_t hitsOnLastLine);
+    void MoveSelection(const ReplacePass& pass);
     void RestoreSelection(mvDocument& document);
     void PassEnds();
     bool MayWrap(const FindQuery& query);
@@ -106,8 +125,9 @@ private:
     template <typename Body>
     auto Operation(TextView name, Body&& body) -> decltype(body())
     {
-        auto result = Guarded(services_.log, name, std::forward<Body>(body), [&](const Error&) {
+        auto result = Guarded(services_.log, name, std::forward<Body>(body), [&](const Error& error) {
             walk_.Reset();
+            if (error.number == error_number::kSearch) Inform(error.description);
             return decltype(body()){};
         });
         walk_.LetGo();
@@ -123,7 +143,6 @@ private:
     FindWalk walk_;
     FindDialog dialog_;
     std::weak_ptr<mvDocument> current_;
-    Listing listing_;
     std::optional<Replacing> replacing_; ///< while all hits are replaced
 };
 

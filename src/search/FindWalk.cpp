@@ -46,24 +46,23 @@ void FindWalk::Reset()
 void FindWalk::Rejoin(const FindQuery& query, mvDocument& current)
 {
     if (newSearch_) return;
-    Position left = lastMatch_;
-    if (!query.up) left.col += query.Length();
+    const Position left = query.up ? lastMatch_ : LastEnd();
     if (current.DocumentID() != searchDocId_ || current.EnsureView().txtText().Caret() != left) return Reset();
     document_ = documents_.ById(searchDocId_);
     if (!document_) return;
-    lastMatch_.line = LineOf({lastMatch_, lastMatchLineId_});
-    end_.at.line = LineOf(end_);
+    lastMatch_.line = LineOf(*document_, {lastMatch_, lastMatchLineId_});
+    end_.at.line = LineOf(*document_, end_);
 }
 
 /// The line is mostly where it was; only after edits above it is it looked for.
-int32_t FindWalk::LineOf(const Place& place) const
+int32_t FindWalk::LineOf(mvDocument& document, const Place& place)
 {
     if (place.lineId < 1) return -1;
-    const SourceDocument& text = TextOf(*document_);
+    const SourceDocument& text = TextOf(document);
     if (place.at.line >= 0 && place.at.line < text.LineCount() &&
         static_cast<int32_t>(text.GetLineData(place.at.line, LineWord::Identity)) == place.lineId)
         return place.at.line;
-    return document_->LineFromLineId(place.lineId);
+    return document.LineFromLineId(place.lineId);
 }
 
 void FindWalk::Mark(Place& place, Position at, bool withId)
@@ -72,10 +71,10 @@ void FindWalk::Mark(Place& place, Position at, bool withId)
     place.lineId = withId ? document_->LineIdFromLine(at.line) : -1;
 }
 
-void FindWalk::MoveLastMatch(mvDocument& document, Position place)
+void FindWalk::MoveLastMatch(mvDocument& document, Position behind)
 {
-    lastMatch_ = place;
-    lastMatchLineId_ = document.LineIdFromLine(place.line);
+    lastMatch_ = {behind.col - lastLength_, behind.line};
+    lastMatchLineId_ = document.LineIdFromLine(behind.line);
     shift_ = 0;
 }
 
@@ -93,9 +92,22 @@ bool FindWalk::Next(const FindQuery& query, mvDocument& current)
     }
     FindDocument();
     Position from = lastMatch_;
-    if (!query.up) from.col += query.Length();
-    // Before the very first place of a text there is nothing left.
-    return Search(query, from, query.up && lastMatch_ == kTop);
+    const bool exhausted = !StepPastHit(query, from);
+    return Search(query, from, exhausted);
+}
+
+/// False when there is nothing left of the text: before its first place, or behind an empty hit at its end.
+bool FindWalk::StepPastHit(const FindQuery& query, Position& from) const
+{
+    if (query.up) return lastMatch_ != kTop;
+    from = LastEnd();
+    if (lastLength_ > 0) return true;
+    const SourceDocument& text = TextOf(*document_);
+    if (from.col < text.LineLength(from.line))
+        ++from.col;
+    else
+        from = {0, from.line + 1};
+    return from.line < text.LineCount();
 }
 
 void FindWalk::FindDocument()
@@ -112,16 +124,21 @@ void FindWalk::KeepSelection(mvDocument& document)
     keptEnd_ = {selection.end, document.LineIdFromLine(selection.end.line)};
 }
 
-/// The one kept, when all that is selected now is nothing.
+/// A step has selected it, and where it looks is what was selected before.
+bool FindWalk::IsShown(mvDocument& current, const OrderedSelection& selection) const
+{
+    return current.DocumentID() == keptDocId_ && current.DocumentID() == shownDocId_ &&
+           selection.start == shown_.start && selection.end == shown_.end;
+}
+
 std::optional<TextRange> FindWalk::SelectedRange(mvDocument& current)
 {
     if (current.SelectionIsMultiLine()) KeepSelection(current);
-    if (current.HasSelection()) {
-        const OrderedSelection selection = current.GetOrderedSelection();
+    if (const OrderedSelection selection = current.GetOrderedSelection();
+        current.HasSelection() && !IsShown(current, selection))
         return TextRange{selection.start, selection.end};
-    }
     if (current.DocumentID() != keptDocId_) return {};
-    TextRange kept{{keptStart_.at.col, LineOf(keptStart_)}, {keptEnd_.at.col, LineOf(keptEnd_)}};
+    TextRange kept{{keptStart_.at.col, LineOf(current, keptStart_)}, {keptEnd_.at.col, LineOf(current, keptEnd_)}};
     if (kept.start.line < 0 || kept.end.line < 0) return {}; // its lines are gone
     return kept;
 }
@@ -156,14 +173,12 @@ bool FindWalk::Restart(const FindQuery& query, mvDocument& current)
     return true;
 }
 
-bool FindWalk::HitInRange(const FindQuery& query, Position from, Position& hit) const
+bool FindWalk::HitInRange(const FindQuery& query, Position from, FindHit& hit) const
 {
     const SourceDocument& text = TextOf(*document_);
     if (query.up) from = StepBack(text, from);
     from = Resolve(text, from);
-    FindHit found;
-    if (!text.Find(query.text, from, {query.up, query.matchCase, query.wholeWord}, found)) return false;
-    hit = found.at;
+    if (!text.Find(*query.pattern, from, query.up, hit)) return false;
     Position end = end_.at;
     int32_t last = text.LineCount() - 1;
     if (end.line < 0 || end.line > last) end.line = last;
@@ -171,8 +186,8 @@ bool FindWalk::HitInRange(const FindQuery& query, Position from, Position& hit) 
     int32_t shift = end.line == shiftedLine_ ? shift_ : 0;
     int32_t length = text.LineLength(end.line) + shift;
     if (end.col < 0 || end.col > length) end.col = length;
-    if (query.up) return hit >= end;
-    return hit.line < end.line || (hit.line == end.line && hit.col + shift + query.Length() <= end.col);
+    if (query.up) return hit.at >= end;
+    return hit.at.line < end.line || (hit.at.line == end.line && hit.at.col + shift + hit.length <= end.col);
 }
 
 bool FindWalk::WrapDue(const FindQuery& query) const
@@ -196,13 +211,19 @@ bool FindWalk::NextDocument()
 bool FindWalk::Search(const FindQuery& query, Position at, bool exhausted)
 {
     for (;; exhausted = false) {
-        Position hit;
+        FindHit hit;
         if (!exhausted && HitInRange(query, at, hit)) {
-            lastMatch_ = hit;
-            lastMatchLineId_ = query.mode == FindMode::Interactive ? document_->LineIdFromLine(hit.line) : -1;
+            lastMatch_ = hit.at;
+            lastLength_ = hit.length;
+            if (query.mode == FindMode::Interactive) {
+                shown_ = {lastMatch_, LastEnd()};
+                shownDocId_ = searchDocId_;
+            }
+            lastMatchLineId_ = query.mode == FindMode::Interactive ? document_->LineIdFromLine(hit.at.line) : -1;
             return true;
         }
         events_.passEnds();
+        query.pattern->Forget();
         shift_ = 0;
         if (WrapDue(query)) {
             if (!events_.mayWrap(query)) {
@@ -211,7 +232,7 @@ bool FindWalk::Search(const FindQuery& query, Position at, bool exhausted)
             }
             FindDocument(); // the question leaves time to close it
             end_ = start_;
-            if (query.FromCaret()) end_.at.line = LineOf(end_);
+            if (query.FromCaret()) end_.at.line = LineOf(*document_, end_);
         } else {
             if (!query.allDocuments || !NextDocument()) {
                 Reset();

@@ -20,9 +20,10 @@ struct FindQuery {
     bool wholeWord = false;
     bool inSelection = false;
     bool allDocuments = false;
+    /// Of the text and the rules above, and of the operation: its patience is that of all of it.
+    std::shared_ptr<const TextPattern> pattern{};
 
     bool FromCaret() const { return mode == FindMode::Interactive || mode == FindMode::Replace; }
-    int32_t Length() const { return static_cast<int32_t>(text.size()); }
 };
 
 /// What a walk tells and asks on its way.
@@ -43,6 +44,8 @@ public:
     void Reset();
     /// What is selected in a document is where a walk through the selection goes, also once that has been dropped.
     void KeepSelection(mvDocument& document);
+    /// That one, unless another one has been made since; nothing when there is none.
+    std::optional<TextRange> SelectedRange(mvDocument& current);
     /// Before a step of the user: goes on only where the last hit left the caret, and finds its lines again.
     void Rejoin(const FindQuery& query, mvDocument& current);
     /// Goes on from the last hit, or starts in `current`. Throws when the walk's document has been closed.
@@ -53,9 +56,10 @@ public:
     /// Of the last hit.
     const std::shared_ptr<mvDocument>& Document() const { return document_; }
     Position LastMatch() const { return lastMatch_; }
-    /// A hit was replaced, and the last match now lies at `place`, where the search goes on behind a text of its
-    /// length.
-    void MoveLastMatch(mvDocument& document, Position place);
+    Position LastEnd() const { return {lastMatch_.col + lastLength_, lastMatch_.line}; }
+    int32_t LastLength() const { return lastLength_; }
+    /// A hit was replaced, and the search goes on at `behind`.
+    void MoveLastMatch(mvDocument& document, Position behind);
     /// Replacements yet to be made have moved the end of the last hit's line by this much.
     void ShiftLine(int32_t columns);
 
@@ -69,12 +73,13 @@ private:
 
     /// False when there is no selection to walk through.
     bool Restart(const FindQuery& query, mvDocument& current);
-    std::optional<TextRange> SelectedRange(mvDocument& current);
     void Mark(Place& place, Position at, bool withId);
-    int32_t LineOf(const Place& place) const;
+    static int32_t LineOf(mvDocument& document, const Place& place);
     void FindDocument();
     bool Search(const FindQuery& query, Position at, bool exhausted);
-    bool HitInRange(const FindQuery& query, Position from, Position& hit) const;
+    bool HitInRange(const FindQuery& query, Position from, FindHit& hit) const;
+    bool StepPastHit(const FindQuery& query, Position& from) const;
+    bool IsShown(mvDocument& current, const OrderedSelection& selection) const;
     bool WrapDue(const FindQuery& query) const;
     bool NextDocument();
 
@@ -83,10 +88,13 @@ private:
     bool newSearch_ = true;
     Place start_;
     Place end_;
+    TextRange shown_; ///< the hit that a step has selected last
+    int32_t shownDocId_ = 0;
     int32_t keptDocId_ = 0; ///< of the selection kept
     Place keptStart_;
     Place keptEnd_;
     Position lastMatch_;
+    int32_t lastLength_ = 0;
     int32_t lastMatchLineId_ = -1;
     std::vector<int32_t> visited_;
     int32_t searchDocId_ = 0;

@@ -11,10 +11,13 @@ constexpr size_t kLongestShown = 400;
 /// Of a long line that is shown before its hit.
 constexpr size_t kShownBefore = 100;
 
-FoundLine Shown(TextView line, int32_t number, size_t column)
+FoundLine Shown(TextView line, int32_t number, size_t column, size_t length)
 {
     const size_t first = line.size() > kLongestShown && column > kShownBefore ? column - kShownBefore : 0;
-    return {number, static_cast<int32_t>(column - first), Text(line.substr(first, kLongestShown))};
+    const TextView shown = line.substr(first, kLongestShown);
+    column -= first;
+    return {number, static_cast<int32_t>(column),
+            static_cast<int32_t>(std::min(length, shown.size() - std::min(column, shown.size()))), Text(shown)};
 }
 
 /// Text as it is edited; `buffer` takes it where that is another one.
@@ -26,18 +29,24 @@ TextView WithoutTabs(TextView text, int32_t tabSize, Text& buffer)
 }
 
 /// Appends the line with what takes the place of its hits; their number.
-int64_t AppendReplaced(const TextSearch& search, TextView line, TextView replacement, Text& out)
+int64_t AppendReplaced(const TextPattern& pattern, TextView line, const Replacement& replacement, Text& out)
 {
-    size_t at = search.In(line, 0);
-    if (at == TextView::npos) return 0;
+    auto hit = pattern.In(line, 0);
+    if (!hit) return 0;
     const size_t start = out.size();
     Text left(line); // what stands before a place is what has been put there
     int64_t hits = 0;
     size_t from = 0;
-    for (; at != TextView::npos; at = search.In(left, from), ++hits) {
-        out.append(line.substr(from, at - from)).append(replacement);
-        from = at + search.Length();
+    for (; hit; ++hits) {
+        const auto at = static_cast<size_t>(hit->first);
+        out.append(line.substr(from, at - from)).append(pattern.Replaced(line, at, replacement));
+        from = static_cast<size_t>(hit->last);
+        if (pattern.IsRegex()) {
+            hit = pattern.In(line, std::max(from, at + 1));
+            continue;
+        }
         left[from - 1] = out.size() > start ? out.back() : u'\n';
+        hit = pattern.In(left, from);
     }
     out.append(line.substr(from));
     return hits;
@@ -45,39 +54,42 @@ int64_t AppendReplaced(const TextSearch& search, TextView line, TextView replace
 
 } // namespace
 
-TextHits FindInText(const TextSearch& search, TextView stored, int32_t tabSize, size_t mostLines)
+TextHits FindInText(const TextPattern& pattern, TextView stored, int32_t tabSize, size_t mostLines)
 {
     Text expanded;
     const TextView text = WithoutTabs(stored, tabSize, expanded);
     TextHits found;
     int32_t line = 0;
     size_t start = 0; // of the line of the last hit
-    size_t end = 0;
-    for (size_t at = search.In(text, 0); at != TextView::npos; ++found.hits) {
-        if (at >= end) {
+    std::optional<size_t> end;
+    for (auto hit = pattern.In(text, 0); hit; ++found.hits) {
+        const auto at = static_cast<size_t>(hit->first);
+        const auto behind = static_cast<size_t>(hit->last);
+        if (!end || at > *end) {
             line += static_cast<int32_t>(std::count(text.begin() + static_cast<std::ptrdiff_t>(start),
                                                     text.begin() + static_cast<std::ptrdiff_t>(at), u'\n'));
             start = text.substr(0, at).rfind(u'\n') + 1;
             end = std::min(text.find_first_of(kBreaks, at), text.size());
             if (found.lines.size() < mostLines)
-                found.lines.push_back(Shown(text.substr(start, end - start), line, at - start));
+                found.lines.push_back(Shown(text.substr(start, *end - start), line, at - start, behind - at));
             else
                 found.cut = true;
         }
-        at = search.In(text, at + search.Length());
+        hit = pattern.In(text, std::max(behind, at + 1));
     }
     return found;
 }
 
-ReplacedText ReplaceInText(const TextSearch& search, TextView text, TextView replacement, int32_t tabSize)
+ReplacedText ReplaceInText(const TextPattern& pattern, TextView text, TextView replacement, int32_t tabSize)
 {
+    const Replacement prepared = pattern.Prepared(replacement);
     ReplacedText replaced;
     replaced.text.reserve(text.size());
     Text expanded;
     for (;;) {
         const size_t end = std::min(text.find_first_of(kBreaks), text.size());
         const TextView line = text.substr(0, end);
-        const int64_t hits = AppendReplaced(search, WithoutTabs(line, tabSize, expanded), replacement, replaced.text);
+        const int64_t hits = AppendReplaced(pattern, WithoutTabs(line, tabSize, expanded), prepared, replaced.text);
         if (hits == 0) replaced.text += line;
         replaced.hits += hits;
         const size_t next = std::min(text.find_first_not_of(kBreaks, end), text.size());

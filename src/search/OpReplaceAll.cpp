@@ -6,11 +6,6 @@ namespace nib {
 
 namespace {
 
-int32_t Length(TextView text)
-{
-    return static_cast<int32_t>(text.size());
-}
-
 /// Lines joined with CR LF, as a text that is read back from a document has them.
 Text WithCrLf(TextView text)
 {
@@ -26,16 +21,45 @@ Text WithCrLf(TextView text)
     return joined;
 }
 
+HitTexts Alike(Text text)
+{
+    const size_t size = text.size();
+    return {std::move(text), size};
+}
+
+int32_t BreaksIn(TextView text)
+{
+    return static_cast<int32_t>(std::count(text.begin(), text.end(), u'\n'));
+}
+
 } // namespace
+
+void HitTexts::Add(TextView text)
+{
+    text_ += text;
+    ends_.push_back(text_.size());
+}
+
+TextView HitTexts::Of(size_t hit) const
+{
+    const TextView all = text_;
+    if (!alike_) return all.substr(Start(hit), Length(hit));
+    return all.size() == each_ ? all : all.substr(hit * each_, each_);
+}
 
 ReplacePass::ReplacePass(std::vector<Position> hits, Text found, bool sameCase, TextView replacement,
                          std::shared_ptr<const void> sweep)
-    : hits_(std::move(hits)), sweep_(std::move(sweep)), found_(std::move(found)), sameCase_(sameCase),
-      replacement_(WithCrLf(replacement)),
-      breaks_(static_cast<int32_t>(std::count(replacement_.begin(), replacement_.end(), u'\n'))),
-      lastPiece_(Length(replacement_) - static_cast<int32_t>(replacement_.rfind(u'\n') + 1))
+    : hits_(std::move(hits)), sweep_(std::move(sweep)), found_(Alike(std::move(found))), knowsFound_(sameCase),
+      put_(Alike(WithCrLf(replacement))), breaks_(BreaksIn(put_.Of(0)))
 {
     hits_.shrink_to_fit();
+}
+
+ReplacePass::ReplacePass(std::vector<Position> hits, HitTexts found, HitTexts replacements,
+                         std::shared_ptr<const void> sweep)
+    : hits_(std::move(hits)), sweep_(std::move(sweep)), found_(std::move(found)), knowsFound_(true),
+      put_(std::move(replacements)), breaks_(BreaksIn(put_.Of(0)))
+{
 }
 
 ReplacePass::Group ReplacePass::GroupBefore(size_t end) const
@@ -47,15 +71,17 @@ ReplacePass::Group ReplacePass::GroupBefore(size_t end) const
 
 Position ReplacePass::EndOf(size_t hit) const
 {
-    return {hits_[hit].col + Length(found_), hits_[hit].line};
+    return {hits_[hit].col + static_cast<int32_t>(found_.Length(hit)), hits_[hit].line};
 }
 
 void ReplacePass::Do(SourceDocument& document)
 {
-    old_.clear();
-    if (!sameCase_) {
-        old_.reserve(hits_.size() * found_.size());
-        for (size_t hit = 0; hit < hits_.size(); ++hit) old_ += document.GetRange(hits_[hit], EndOf(hit));
+    if (!knowsFound_) {
+        const size_t each = found_.Length(0);
+        Text old;
+        old.reserve(hits_.size() * each);
+        for (size_t hit = 0; hit < hits_.size(); ++hit) old += document.GetRange(hits_[hit], EndOf(hit));
+        found_ = {std::move(old), each};
     }
     if (breaks_ == 0) return DoWithinLines(document);
     // From the last to the first, so that those still to come stand where they stood.
@@ -73,7 +99,7 @@ void ReplacePass::Do(SourceDocument& document)
 void ReplacePass::DoWithinLines(SourceDocument& document) const
 {
     LineEdits edits;
-    edits.Reserve(hits_.size(), replacement_.size());
+    edits.Reserve(hits_.size(), put_.Length(0));
     for (size_t first = 0; first < hits_.size();) {
         const Position start = hits_[first];
         Group group{first, first + 1};
@@ -87,34 +113,28 @@ void ReplacePass::DoWithinLines(SourceDocument& document) const
 /// A line in one go, however many hits it has: what stands from the first to the last of them afterwards.
 Text ReplacePass::Replaced(const SourceDocument& document, Group group) const
 {
-    if (group.end - group.first == 1) return replacement_;
+    if (group.end - group.first == 1) return Text(put_.Of(group.first));
     const Position start = hits_[group.first];
     const Text before = document.GetRange(start, EndOf(group.end - 1));
     Text after;
-    after.reserve(before.size() + (group.end - group.first) * replacement_.size());
+    after.reserve(before.size() + put_.Length(group.first, group.end));
     size_t at = 0;
     for (size_t i = group.first; i < group.end; ++i) {
         auto hit = static_cast<size_t>(hits_[i].col - start.col);
-        after.append(before, at, hit - at).append(replacement_);
-        at = hit + found_.size();
+        after.append(before, at, hit - at).append(put_.Of(i));
+        at = hit + found_.Length(i);
     }
     return after;
 }
 
 Position ReplacePass::StartOf(size_t hit) const
 {
-    Position at = hits_[hit];
-    if (hit == 0) return at;
-    Position before = EndOf(hit - 1);
-    Position after = Map(before);
-    if (at.line != before.line) return {at.col, at.line + after.line - before.line};
-    return {after.col + at.col - before.col, after.line};
+    return MapBehind(hits_[hit], hit);
 }
 
-TextView ReplacePass::OldText(size_t hit) const
+Position ReplacePass::EndAfter(size_t hit) const
 {
-    if (sameCase_) return found_;
-    return TextView(old_).substr(hit * found_.size(), found_.size());
+    return MapBehind(EndOf(hit), hit + 1);
 }
 
 Position ReplacePass::Put(SourceDocument& document, Position start, Position end, TextView text) const
@@ -127,31 +147,50 @@ Position ReplacePass::Put(SourceDocument& document, Position start, Position end
 
 Position ReplacePass::DoOne(SourceDocument& document, size_t hit) const
 {
-    Position start = StartOf(hit);
-    return Put(document, start, {start.col + Length(found_), start.line}, replacement_);
+    const Position start = StartOf(hit);
+    const Position end{start.col + static_cast<int32_t>(found_.Length(hit)), start.line};
+    return Put(document, start, end, put_.Of(hit));
 }
 
 Position ReplacePass::UndoOne(SourceDocument& document, size_t hit) const
 {
-    return Put(document, StartOf(hit), Map(EndOf(hit)), OldText(hit));
+    return Put(document, StartOf(hit), EndAfter(hit), found_.Of(hit));
 }
 
 Position ReplacePass::Map(Position before) const
 {
-    // Hits that end at the position or before it.
-    auto behind = std::partition_point(hits_.begin(), hits_.end(), [&](Position hit) {
-        return Position{hit.col + Length(found_), hit.line} <= before;
+    const auto behind = std::partition_point(hits_.begin(), hits_.end(), [&](const Position& hit) {
+        return EndOf(static_cast<size_t>(&hit - hits_.data())) <= before;
     });
-    auto count = static_cast<int32_t>(behind - hits_.begin());
-    Position after{before.col, before.line + breaks_ * count};
-    if (count == 0 || hits_[static_cast<size_t>(count - 1)].line != before.line) return after;
+    return MapBehind(before, static_cast<size_t>(behind - hits_.begin()));
+}
+
+/// Where a position goes that `count` hits stand before.
+Position ReplacePass::MapBehind(Position before, size_t count) const
+{
+    Position after{before.col, before.line + breaks_ * static_cast<int32_t>(count)};
+    if (count == 0 || hits_[count - 1].line != before.line) return after;
     if (breaks_ > 0) {
-        after.col += lastPiece_ - EndOf(static_cast<size_t>(count - 1)).col;
+        const TextView put = put_.Of(count - 1);
+        after.col += static_cast<int32_t>(put.size() - put.rfind(u'\n') - 1) - EndOf(count - 1).col;
         return after;
     }
-    auto first = std::partition_point(hits_.begin(), behind, [&](Position hit) { return hit.line < before.line; });
-    after.col += static_cast<int32_t>(behind - first) * (Length(replacement_) - Length(found_));
+    const auto first = std::partition_point(hits_.begin(), hits_.begin() + static_cast<std::ptrdiff_t>(count),
+                                            [&](Position hit) { return hit.line < before.line; });
+    after.col += Growth(static_cast<size_t>(first - hits_.begin()), count);
     return after;
+}
+
+int32_t ReplacePass::Growth(size_t first, size_t end) const
+{
+    return static_cast<int32_t>(put_.Length(first, end)) - static_cast<int32_t>(found_.Length(first, end));
+}
+
+int32_t ReplacePass::GrowthOf(int32_t line) const
+{
+    const auto first = std::partition_point(hits_.begin(), hits_.end(), [&](Position hit) { return hit.line < line; });
+    const auto end = std::partition_point(first, hits_.end(), [&](Position hit) { return hit.line == line; });
+    return Growth(static_cast<size_t>(first - hits_.begin()), static_cast<size_t>(end - hits_.begin()));
 }
 
 void OpReplaceHit::DoOp(SourceDocument& document)

@@ -157,7 +157,10 @@ void ResultsModel::JumpToSource(Position caret, TextView selected)
         [&] {
             if (!paths_.empty()) return JumpToItem(caret.line);
             if (!hasHeaders_ && JumpByOutput(caret.line)) return;
-            int32_t line = SourceLine(caret, selected);
+            // What a search has listed knows its line, whatever numbers stand in the text.
+            const bool inList = caret.line >= 0 && caret.line < LineCount();
+            int32_t line = inList ? rows_[static_cast<size_t>(caret.line)].sourceLine : 0;
+            if (line <= 0) line = SourceLine(caret, selected);
             if (line <= 0) return;
             auto document = DocumentAbove(caret);
             if (!document) return;

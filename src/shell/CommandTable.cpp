@@ -1,4 +1,4 @@
-// Every command: what it does, when it can act, when it shows as checked.
+// Commands: what each does, when it can act, when it shows as checked.
 
 #include "shell/ClickTarget.h"
 #include "shell/Commands.h"
@@ -8,8 +8,6 @@
 namespace nib {
 
 namespace {
-
-using namespace window_state;
 
 using Context = const CommandContext;
 
@@ -24,10 +22,6 @@ bool HasDocument(Context& c)
 bool HasView(Context& c)
 {
     return c.document && c.document->View();
-}
-bool HasDocuments(Context& c)
-{
-    return c.program.OpenDocuments().Count() > 0;
 }
 bool Writable(Context& c)
 {
@@ -278,31 +272,6 @@ void SetAssist(CommandContext& c)
     c.program.Assist().SettingsChanged();
 }
 
-// Window
-
-bool IsMaximized(Context& c)
-{
-    return HasView(c) && c.document->View()->WindowState() == kMaximized;
-}
-
-template <int32_t Mode>
-void Arrange(CommandContext& c)
-{
-    c.program.Window().Arrange(Mode);
-}
-
-/// The document whose tab the tab menu was opened on; null when it has closed since.
-std::shared_ptr<mvDocument> TabDocument(Context& c)
-{
-    auto document = c.program.OpenDocuments().ById(ToInt(c.program.Menus().Root(Band::TabContext).tag));
-    return document && document->View() ? document : nullptr;
-}
-
-bool HasTab(Context& c)
-{
-    return TabDocument(c) != nullptr;
-}
-
 constexpr CommandRow kRows[] = {
     {u"New", ForAll<&FileCommands::FileNew>, Always},
     {u"Open", ForAll<&FileCommands::FileOpen>, Always},
@@ -346,6 +315,7 @@ constexpr CommandRow kRows[] = {
     {u"ToggleCase", Edit<&mvDocument::ToggleCase>, HasDocument},
     {u"Find", Show<Form::Find>, HasDocument},
     {u"FindNext", Show<Form::FindNext>, HasDocument},
+    {u"FindBar", Show<Form::FindBar>, HasDocument},
     {u"Replace", Show<Form::Replace>, HasDocument},
     {u"FindInAccount", Show<Form::FindInAccount>, Always},
     {u"NavBack", [](CommandContext& c) { c.program.History().NavigateBack(c.document.get()); }, CanBack},
@@ -392,19 +362,11 @@ constexpr CommandRow kRows[] = {
     {u"Settings", Show<Form::Settings>, Always},
     {u"HelpTopics", Show<Form::HelpTopics>, Always},
     {u"HelpAbout", Show<Form::About>, Always},
-    {u"TileHorizontal", Arrange<1>, HasDocuments},
-    {u"TileVertical", Arrange<2>, HasDocuments},
-    {u"Cascade", Arrange<0>, HasDocuments},
-    {u"Maximize", [](CommandContext& c) { ToggleWindowState(*c.document->View(), kMaximized); }, HasView, IsMaximized},
-    {u"tab_activate", [](CommandContext& c) { TabDocument(c)->View()->Activate(); }, HasTab},
-    {u"tab_close", [](CommandContext& c) { CloseWindow(*TabDocument(c)); }, HasTab},
-    {u"tab_max", [](CommandContext& c) { ToggleWindowState(*TabDocument(c)->View(), kMaximized); }, HasTab},
-    {u"tab_min", [](CommandContext& c) { ToggleWindowState(*TabDocument(c)->View(), kMinimized); }, HasTab},
 };
 
 } // namespace
 
-std::span<const CommandRow> CommandRows()
+std::span<const CommandRow> MainCommands()
 {
     return kRows;
 }

@@ -1,7 +1,9 @@
 #include "shell/Program.h"
 
+#include "language/Dialects.h"
 #include "platform/posix/FileName.h"
 #include "shell/Commands.h"
+#include "shell/DocumentStatus.h"
 #include "shell/menus/FrameKeys.h"
 #include "shell/menus/MenuModel.h"
 
@@ -16,32 +18,14 @@ constexpr TextView kFontFiles[] = {u"DejaVuSansMono.ttf", u"DejaVuSansMono-Bold.
 constexpr TextView kPreferredFont = u"DejaVu Sans Mono";
 constexpr int32_t kMinutesBetweenPasses = 5;
 constexpr TextView kNoSettings = u"Settings cannot be stored: ";
+constexpr TextView kDialectQuestion =
+    u"This version of Nib knows the words of MultiValue BASIC: statements, functions and numbers get colors of their "
+    u"own, "
+    u"names with a $ in them stay whole, and more blocks are indented and collapsed. Would you like to use "
+    u"that?\r\n\r\n"
+    u"(this prompt will not be shown again, but you can always choose the dialect of your programs in the settings)";
 constexpr TextView kSessionFolder = u"/Orlin/Nib/Documents";
 constexpr TextView kNoCopies = u"No recovery copies can be kept: ";
-
-/// The part of a place that a switch names; null for what is no such switch.
-Text Location::*PartOf(CommandLineAction::Kind kind)
-{
-    using Kind = CommandLineAction::Kind;
-    switch (kind) {
-    case Kind::Provider: return &Location::Provider;
-    case Kind::Server: return &Location::ServerName;
-    case Kind::Database: return &Location::Database;
-    case Kind::Folder: return &Location::Folder;
-    default: return nullptr;
-    }
-}
-
-bool IsProvider(TextView type)
-{
-    return type == kHostProvider || type == kFileProvider;
-}
-
-Text UnknownType(const Text& item, const Text& type)
-{
-    return u"Unable to open item " + item + u" because \"" + type +
-           u"\" is no type of connection. The types are mvdb and file.";
-}
 
 Text ItemPath(const Location& place, const Text& itemId)
 {
@@ -78,6 +62,7 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
       names_(assistance_, services_, [this](TextView path) { return OpenPath(path, false); })
 {
     assistance_.StateChanged = [this] { StateChanged(); };
+    services_.dialects = ports_.dialects;
     ports_.store.TellTrouble([this](TextView why) { Trouble(kNoSettings, why); });
 }
 
@@ -113,6 +98,7 @@ void Program::Start(const CommandLine& line)
     ports_.dialogs.Load(*this);
     ports_.events.Ready(); // what follows may ask the user, and clients do not wait for the answer
     if (mode_ == StartMode::Automation) return;
+    OfferDialect();
     recovery_.CheckAutoRecover();
     if (!shuttingDown_) Reopen(line);
     if (!shuttingDown_) ParseCmdLine(line);
@@ -134,64 +120,20 @@ void Program::LoadSettings()
     auto ask = [this](TextView text, int32_t flags) { return ShowMessage(text, flags); };
     settings_.LoadSettings({ports_.store, DefaultFontName(), ask});
     if (settings_.FontName.empty()) settings_.FontName = DefaultFontName();
+    UseDialect(settings_, services_.dialects);
 }
 
-void Program::ParseCmdLine(const CommandLine& line)
+/// Once to those who have settings from before there were dialects. Tells, too, what the one in use does not say well.
+void Program::OfferDialect()
 {
-    log_.Write(u"parse begin", trace::kCommandLine);
-    log_.Write([&] { return u"command = " + line.text; }, trace::kCommandLine);
-    Safely(u"modMain.ParseCmdLine", [&] {
-        OpenFromCommandLine(line);
-        log_.Write(u"parse end", trace::kCommandLine);
-    });
-}
-
-void Program::OpenFromCommandLine(const CommandLine& line)
-{
-    using Kind = CommandLineAction::Kind;
-    bool readOnly = false;
-    bool hostGiven = false;
-    std::optional<Error> failure; // of the host's configuration; told once the rest is open
-    Location given = place_.host; // what was opened meanwhile changes none of it
-    for (const CommandLineAction& action : line.actions) {
-        if (Text Location::*part = PartOf(action.kind)) {
-            given.*part = part == &Location::Provider ? ToLower(action.value) : action.value;
-            if (IsProvider(given.Provider)) place_.GoTo(given);
-        }
-        switch (action.kind) {
-        case Kind::Server: hostGiven = true; break;
-        case Kind::ReadOnly: readOnly = true; break;
-        case Kind::OpenItem:
-            if (!IsProvider(given.Provider)) {
-                ShowMessage(UnknownType(action.value, given.Provider), message_box::kWarning);
-                break;
-            }
-            if (!failure) failure = FailureOf([&] { LoadHostConfiguration(); });
-            if (failure) break;
-            OpenPath(ItemPath(given, action.value), readOnly);
-            ports_.mainWindow.ProcessMessages();
-            break;
-        case Kind::OpenFile:
-            OpenPath(ports_.connection.ComposeFilePath(action.value), readOnly);
-            ports_.mainWindow.ProcessMessages();
-            break;
-        default: break;
-        }
-    }
-    if (auto first = openDocuments_.Item(1)) first->Activate();
-    if (failure) throw *failure;
-    if (hostGiven && IsProvider(given.Provider)) LearnAccount(given);
-}
-
-void Program::LearnAccount(const Location& given)
-{
-    Text path = ports_.connection.ComposeHostPath({given.Provider, given.ServerName, {}, {}, {}});
-    auto item = ports_.connection.OpenServerForPath(path, true, false);
-    mvSession* session = item->Session();
-    Text name = OrDefault([&] { return session ? session->AccountName() : Text(); }, Text());
-    for (Location* place : {&place_.host, &place_.now})
-        if (place->Database.empty() && place->Provider != kFileProvider) place->Database = name;
-    LoadHostConfiguration();
+    if (!services_.dialects) return;
+    for (const DialectNote& note : services_.dialects->Notes())
+        Trouble(u"Dialect " + note.dialect + u", line " + Decimal(note.line) + u": ", note.text);
+    if (!settings_.Dialect.empty()) return;
+    const int32_t answer = ShowMessage(kDialectQuestion, message_box::kYesNo | message_box::kQuestion);
+    settings_.Dialect = answer == message_box::kAnswerYes ? kCommonDialect : kNoDialect;
+    WriteSetting(SettingNamed(u"Dialect"), settings_, ports_.store);
+    UseDialect(settings_, services_.dialects);
 }
 
 bool Program::OpenPath(TextView path, bool readOnly)
@@ -342,6 +284,8 @@ void Program::ShowChanges()
             for (int32_t id : std::exchange(changedDocuments_, {}))
                 if (auto document = openDocuments_.ById(id)) document->UpdateTitle();
             ports_.mainWindow.UpdateToolBar();
+            ShowDocumentStatus(Menus(), openDocuments_.ById(ports_.mainWindow.ActiveDocument()).get(),
+                               settings_.Dialect);
             recovery_.FollowSetting();
             if (!troubles_.empty()) ports_.mainWindow.SetStatusText(1, troubles_.begin()->second);
         },

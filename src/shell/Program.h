@@ -67,6 +67,7 @@ struct ProgramPorts {
     TraceChannel* trace = nullptr;
     const Clock& clock = kSteadyClock;
     AssistPorts assist = {};
+    Dialects* dialects = nullptr; ///< null: there are none
 };
 
 class Program final : private DocumentShell {
@@ -156,8 +157,10 @@ private:
     void Start(const CommandLine& line);
     void Reopen(const CommandLine& line);
     void LoadSettings();
+    void OfferDialect();
     void ParseCmdLine(const CommandLine& line);
     void OpenFromCommandLine(const CommandLine& line);
+    void TellUnknown(const CommandLine& line);
     void LearnAccount(const Location& given);
     void InstallFonts();
     void UninstallFonts();

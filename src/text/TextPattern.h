@@ -2,6 +2,8 @@
 #include "text/RegexSearch.h"
 #include "text/TextSearch.h"
 
+#include <algorithm>
+
 namespace nib {
 
 /// What is searched for, prepared: a text, or a regular expression, which is looked for line by line. One search has
@@ -16,13 +18,20 @@ public:
     bool CanMatch() const { return regex_ ? !empty_ : plain_.CanMatch(); }
     /// The first place in a text with line breaks, from a unit on.
     std::optional<ColumnRange> In(TextView text, size_t from) const;
+    /// Calls `visit(range)` for each hit in a line.
+    template <typename Visit>
+    void ForEach(TextView line, Visit&& visit) const
+    {
+        for (auto hit = In(line, 0); hit; hit = In(line, static_cast<size_t>(std::max(hit->last, hit->first + 1))))
+            visit(*hit);
+    }
     bool Forward(const LineStore& lines, Position from, FindHit& hit) const;
     bool Backward(const LineStore& lines, Position from, FindHit& hit) const;
 
     /// What takes the place of hits. Throws where a group is named that there is none of.
     Replacement Prepared(TextView replacement) const;
     Text Replaced(TextView line, size_t at, const Replacement& replacement) const;
-    void SetPatience(RegexSearch::Nanoseconds patience)
+    void SetPatience(RegexSearch::Nanoseconds patience) const
     {
         if (regex_) regex_->SetPatience(patience);
     }

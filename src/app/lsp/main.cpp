@@ -1,7 +1,9 @@
 // nib-lsp: what the editor knows of programs, for any editor that speaks the language server protocol on the standard
 // input and output.
 
+#include "app/lsp/CheckAccount.h"
 #include "diagnostics/Guarded.h"
+#include "language/Dialects.h"
 #include "language/server/FrameReader.h"
 #include "language/server/Server.h"
 #include "platform/posix/FileName.h"
@@ -22,9 +24,12 @@ using namespace nib;
 using namespace std::chrono_literals;
 
 constexpr const char* kHelp = "Usage: nib-lsp [OPTION...]\n"
+                              "       nib-lsp [OPTION...] --check ACCOUNT [FILE [ITEM...]]\n"
                               "A language server for programs in MultiValue BASIC. Editors start it and speak the\n"
                               "Language Server Protocol with it, on its standard input and output.\n"
                               "\n"
+                              "  --check         prints what is wrong in the programs of the account in a folder, a\n"
+                              "                  line for each finding, and ends with 1 if there is any\n"
                               "  --dialect NAME  the dialect of programs, unless the client names one\n"
                               "  --log FILE      writes what goes to and fro to the end of FILE\n"
                               "  --stdio         does nothing: some editors give it to every server\n"
@@ -37,10 +42,11 @@ constexpr auto kLastWork = 2s;       ///< for what is under way at the end
 constexpr size_t kPiece = 1 << 16;
 
 struct Options {
-    enum class Kind { Serve, Help, Version, Wrong };
+    enum class Kind { Serve, Check, Help, Version, Wrong };
     Kind kind = Kind::Serve;
     Text dialect = u"common";
-    std::string log;
+    std::string log{};
+    std::vector<std::string> checked{}; ///< account, file and items
 };
 
 Options Read(int argc, char** argv)
@@ -49,15 +55,19 @@ Options Read(int argc, char** argv)
     for (int i = 1; i < argc; ++i) {
         const std::string_view word = argv[i];
         const bool hasValue = i + 1 < argc;
-        if (word == "--help") return {Options::Kind::Help, {}, {}};
-        if (word == "--version") return {Options::Kind::Version, {}, {}};
+        if (word == "--help") return {Options::Kind::Help};
+        if (word == "--version") return {Options::Kind::Version};
         if (word == "--stdio") continue;
         if (word == "--dialect" && hasValue) {
             options.dialect = FromFileName(argv[++i]);
         } else if (word == "--log" && hasValue) {
             options.log = argv[++i];
+        } else if (word == "--check" && hasValue) {
+            options.kind = Options::Kind::Check;
+            options.checked.assign(argv + i + 1, argv + argc);
+            break;
         } else {
-            return {Options::Kind::Wrong, {}, {}};
+            return {Options::Kind::Wrong};
         }
     }
     return options;
@@ -195,6 +205,18 @@ int Serve(const Options& options)
     return asked && server.WasShutDown() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
+int CheckPrograms(const Options& options)
+{
+    const ServerStart start = StartOf(options, {});
+    Dialects dialects;
+    dialects.AddFolder(start.dialectFolder);
+    CheckOptions check{dialects.Find(options.dialect), {}, options.checked.front(), {}, {}};
+    if (!check.dialect) throw Error(error_number::kStorage, u"There is no dialect " + options.dialect + u".");
+    if (options.checked.size() > 1) check.file = FromFileName(options.checked[1]);
+    for (size_t i = 2; i < options.checked.size(); ++i) check.items.push_back(FromFileName(options.checked[i]));
+    return CheckAccount(check) > 0 ? 1 : EXIT_SUCCESS;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -206,10 +228,12 @@ int main(int argc, char** argv)
     case Options::Kind::Wrong:
         std::fputs("nib-lsp: an option is not known, or lacks its value; see --help\n", stderr);
         return kUsageFault;
+    case Options::Kind::Check:
     case Options::Kind::Serve: break;
     }
-    int code = EXIT_FAILURE;
-    const auto failure = FailureOf([&] { code = Serve(options); });
+    int code = options.kind == Options::Kind::Check ? kUsageFault : EXIT_FAILURE;
+    const auto failure =
+        FailureOf([&] { code = options.kind == Options::Kind::Check ? CheckPrograms(options) : Serve(options); });
     if (failure) std::fprintf(stderr, "nib-lsp: %s\n", ToUtf8(failure->description).c_str());
     return code;
 }

@@ -13,7 +13,7 @@ namespace nib {
 /// account that has not been read yet.
 class AccountIndex {
 public:
-    /// Makes the facts of a program; the index itself is where its includes come from.
+    /// Makes the facts of a program and of what it includes, as that stands at the time.
     using Analyse = std::function<ProgramFacts(const ItemName& name, TextView text)>;
 
     struct Options {
@@ -28,11 +28,15 @@ public:
 
     /// Reads for a while; false when there is nothing more for now.
     bool Work(Deadline until);
+    /// A program of the file has been seen.
+    void Expect(TextView file) { lists_->WantFile(file); }
     /// Somebody may have changed the item.
     void Look(const ItemName& name) { lists_->Look(name); }
     /// Goes up with each program that has become another one.
     uint64_t Revision() const { return revision_; }
     int32_t CountItems() const { return lists_->CountItems(); }
+    /// Not all has been read once.
+    bool IsBusy() const { return !isLost_ && !lists_->IsComplete(); }
     int32_t CountUnread() const { return lists_->CountUnread(); }
     /// All has been read, and nothing was kept from view.
     bool IsCertain() const { return !isLost_ && lists_->IsCertain(); }
@@ -43,6 +47,8 @@ public:
     /// Programs that are called so, in any case.
     std::vector<ItemName> ProgramsNamed(TextView item) const;
     std::vector<ItemName> ItemsNamed(TextView item) const { return lists_->Named(item); }
+    /// Of a file with programs, as they were listed.
+    std::vector<Text> ItemsOf(TextView file) const { return lists_->ItemsOf(file); }
     /// Of any file; none when they cannot be had.
     std::vector<Text> Ids(TextView file);
     /// Null when it is no program. An item that some program includes is one.
@@ -51,6 +57,8 @@ public:
     std::vector<ItemName> Users(ItemUse use, TextView name);
     /// Those that an item is a part of, be it by way of others.
     std::vector<ItemName> Includers(const ItemName& name);
+    /// Tells its present text from others, as far as that is known without a look.
+    Text StampOf(const ItemName& name);
     /// The text with CR LF between its lines; nothing when it cannot be had.
     std::optional<Text> Read(const ItemName& name);
     NameList& Names();
@@ -60,7 +68,7 @@ private:
     void Start();
     void Process(const ItemName& name);
     std::shared_ptr<const ProgramFacts> Take(const ItemName& name, TextView text, const Text& stamp, bool mustBe);
-    void RenewIncluders(const ItemName& name);
+    void RenewIncluders(const ItemName& name, uint64_t since);
     void Drop(const ItemName& name);
     void Cache(const ItemName& name, std::shared_ptr<const ProgramFacts> program);
     template <typename Answer, typename Body>
@@ -72,7 +80,6 @@ private:
     std::unique_ptr<AccountLists> lists_;
     std::list<std::pair<ItemName, std::shared_ptr<const ProgramFacts>>> cache_; ///< used last comes first
     std::map<ItemName, decltype(cache_)::iterator> cached_;
-    std::set<ItemName> underWay_; ///< includes in a circle
     std::optional<NameList> names_;
     uint64_t revision_ = 1;
     int32_t rebuilt_ = 0;

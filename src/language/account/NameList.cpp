@@ -66,8 +66,9 @@ void NameList::Set(const ItemName& item, const std::vector<OutlineEntry>& outlin
     Names& names = items_[item];
     names = {};
     for (const OutlineEntry& entry : outline) {
-        names.rows.push_back(
-            {static_cast<uint32_t>(names.text.size()), static_cast<uint32_t>(entry.name.size()), entry.kind, entry.at});
+        const bool isRoutine = entry.kind == SymbolKind::Subroutine || entry.kind == SymbolKind::Function;
+        names.rows.push_back({static_cast<uint32_t>(names.text.size()), static_cast<uint32_t>(entry.name.size()),
+                              entry.kind, isRoutine && entry.level == 0, entry.at});
         names.text += entry.name;
     }
     names.text.shrink_to_fit();

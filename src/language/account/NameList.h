@@ -22,11 +22,21 @@ public:
     /// within items alone, any other for items first.
     std::vector<Hit> Find(TextView query, size_t most) const;
 
+    /// All that can be called, by the names that they give themselves.
+    template <typename Each>
+    void EachRoutine(Each&& each) const
+    {
+        for (const auto& [item, names] : items_)
+            for (const Row& row : names.rows)
+                if (row.isCalled) each(item, TextView(names.text).substr(row.start, row.length));
+    }
+
 private:
     struct Row {
         uint32_t start = 0; ///< in the names
         uint32_t length = 0;
         SymbolKind kind = SymbolKind::Label;
+        bool isCalled = false; ///< by other items
         TextRange at;
     };
     struct Names {

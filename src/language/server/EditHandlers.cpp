@@ -42,8 +42,18 @@ Json ActionOf(Workspace& workspace, const OpenText& open, const ProgramFinding& 
     changes.Add(open.path, std::move(edits));
     return {{"title", ToJson(title)},
             {"kind", "quickfix"},
-            {"diagnostics", {DiagnosticOf(open.text, finding)}},
+            {"diagnostics", Json::array({DiagnosticOf(open.text, finding)})},
             {"edit", changes.Take()}};
+}
+
+/// A comment in a line of its own, above, so that nothing of the program changes.
+Json SilencingEdit(const OpenText& open, const ProgramFinding& finding)
+{
+    const int32_t line = finding.at.start.line;
+    const Text text = open.text.Line(line);
+    const size_t indent = std::min(text.find_first_not_of(u" \t"), text.size());
+    const Text comment = text.substr(0, indent) + u"* nib: ignore " + finding.code + u"\n";
+    return EditOf(open.text.Write(TextRange{{0, line}, {0, line}}), comment);
 }
 
 bool Touches(const TextRange& a, const TextRange& b)
@@ -104,6 +114,8 @@ Json CodeActions(Workspace& workspace, const Json& params)
                 edits.push_back(EditOf(open.text.Write(edit.range), edit.text));
             actions.push_back(ActionOf(workspace, open, finding, mend.caption, std::move(edits)));
         }
+        const Text title = u"Silence " + finding.code + u" here";
+        actions.push_back(ActionOf(workspace, open, finding, title, Json::array({SilencingEdit(open, finding)})));
     }
     return actions;
 }

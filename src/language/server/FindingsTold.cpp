@@ -6,8 +6,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPause = 150ms; ///< of typing
-constexpr auto kSoon = 500ms;  ///< for what comes of the account by itself
+constexpr auto kPause = 150ms;   ///< of typing
+constexpr auto kLongest = 600ms; ///< for one who makes none
+constexpr auto kSoon = 500ms;    ///< for what comes of the account by itself
 
 constexpr int kSeverities[] = {1, 2, 4}; ///< by FindingLevel
 constexpr int kUnnecessary = 1;          ///< a tag
@@ -23,13 +24,14 @@ Json DiagnosticOf(const ClientText& text, const ProgramFinding& finding)
               {"source", "nib"},
               {"message", ToJson(finding.message)}};
     if (std::find(std::begin(kUnused), std::end(kUnused), finding.code) != std::end(kUnused))
-        told["tags"] = {kUnnecessary};
+        told["tags"] = Json::array({kUnnecessary});
     return told;
 }
 
 void FindingsTold::Changed(Time now)
 {
-    due_ = now + kPause;
+    if (due_ == Time::max()) latest_ = now + kLongest;
+    due_ = std::min(now + kPause, latest_);
 }
 
 void FindingsTold::Closed(const std::string& uri)

@@ -23,6 +23,7 @@ public:
 private:
     Workspace& workspace_;
     Time due_ = Time::max();
+    Time latest_ = Time::max();
     uint64_t revision_ = 0;
     std::map<std::string, Json> told_; ///< by URI
 };

@@ -29,6 +29,7 @@ Json CodeActions(Workspace& workspace, const Json& params);
 
 // Colours
 Json Tokens(Workspace& workspace, const Json& params);
+Json TokenChanges(Workspace& workspace, const Json& params);
 Json TokensInRange(Workspace& workspace, const Json& params);
 Json TokenLegend();
 

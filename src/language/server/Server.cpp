@@ -41,6 +41,7 @@ constexpr Question kQuestions[] = {
     {"textDocument/rename", handlers::Rename},
     {"textDocument/codeAction", handlers::CodeActions, kAskedAnew},
     {"textDocument/semanticTokens/full", handlers::Tokens, kAskedAnew},
+    {"textDocument/semanticTokens/full/delta", handlers::TokenChanges, kAskedAnew},
     {"textDocument/semanticTokens/range", handlers::TokensInRange, kAskedAnew},
 };
 

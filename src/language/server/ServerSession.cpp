@@ -54,7 +54,7 @@ Json Capabilities(Units units)
     return {
         {"positionEncoding", units == Units::Utf8 ? "utf-8" : "utf-16"},
         {"textDocumentSync", {{"openClose", true}, {"change", kIncremental}, {"save", true}}},
-        {"completionProvider", {{"resolveProvider", true}, {"triggerCharacters", {"@"}}}},
+        {"completionProvider", {{"resolveProvider", true}, {"triggerCharacters", Json::array({"@"})}}},
         {"hoverProvider", yes},
         {"signatureHelpProvider", {{"triggerCharacters", {"(", ","}}}},
         {"declarationProvider", yes},
@@ -67,8 +67,8 @@ Json Capabilities(Units units)
         {"documentFormattingProvider", yes},
         {"documentRangeFormattingProvider", yes},
         {"renameProvider", {{"prepareProvider", true}}},
-        {"codeActionProvider", {{"codeActionKinds", {"quickfix"}}}},
-        {"semanticTokensProvider", {{"legend", handlers::TokenLegend()}, {"full", true}, {"range", true}}},
+        {"codeActionProvider", {{"codeActionKinds", Json::array({"quickfix"})}}},
+        {"semanticTokensProvider", {{"legend", handlers::TokenLegend()}, {"full", {{"delta", true}}}, {"range", true}}},
         {"workspace", {{"workspaceFolders", {{"supported", true}, {"changeNotifications", true}}}}},
     };
 }

@@ -2,6 +2,7 @@
 
 #include "language/server/Handlers.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -24,7 +25,7 @@ constexpr struct {
 } kLooks[] = {{Keyword, 0},   {Function, 0}, {Modifier, 0},         {Number, 0}, {Variable, 0},
               {Parameter, 0}, {Property, 0}, {Variable, kReadonly}, {Label, 0},  {Method, 0}};
 
-Json Encoded(const OpenText& open, const std::vector<LookedWord>& words, const TextRange& within)
+std::vector<int32_t> Encoded(const OpenText& open, const std::vector<LookedWord>& words, const TextRange& within)
 {
     std::vector<int32_t> numbers;
     numbers.reserve(words.size() * 5);
@@ -42,7 +43,13 @@ Json Encoded(const OpenText& open, const std::vector<LookedWord>& words, const T
         line = word.at.start.line;
         character = from;
     }
-    return {{"data", std::move(numbers)}};
+    return numbers;
+}
+
+std::vector<int32_t> AllTokens(Workspace& workspace, const OpenText& open)
+{
+    constexpr int32_t kEnd = std::numeric_limits<int32_t>::max();
+    return Encoded(open, workspace.service->Words(open.path, 0, open.text.LineCount() - 1), {{}, {kEnd, kEnd}});
 }
 
 } // namespace
@@ -54,16 +61,34 @@ Json TokenLegend()
 
 Json Tokens(Workspace& workspace, const Json& params)
 {
-    const OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
-    constexpr int32_t kEnd = std::numeric_limits<int32_t>::max();
-    return Encoded(open, workspace.service->Words(open.path, 0, open.text.LineCount() - 1), {{}, {kEnd, kEnd}});
+    OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
+    open.tokens = AllTokens(workspace, open);
+    return {{"resultId", std::to_string(++open.tokensId)}, {"data", open.tokens}};
+}
+
+Json TokenChanges(Workspace& workspace, const Json& params)
+{
+    OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
+    if (Member(params, "previousResultId") != std::to_string(open.tokensId)) return Tokens(workspace, params);
+    const std::vector<int32_t> before = std::exchange(open.tokens, AllTokens(workspace, open));
+    const std::vector<int32_t>& now = open.tokens;
+    const auto [old, changed] = std::mismatch(before.begin(), before.end(), now.begin(), now.end());
+    // What is the same at both ends; a token more or less moves what lies behind it by whole tokens.
+    const auto most = std::min(before.end() - old, now.end() - changed);
+    const auto same = std::mismatch(before.rbegin(), before.rbegin() + most, now.rbegin()).first - before.rbegin();
+    Json edits = Json::array();
+    if (old != before.end() || changed != now.end())
+        edits.push_back({{"start", old - before.begin()},
+                         {"deleteCount", before.end() - same - old},
+                         {"data", std::vector<int32_t>(changed, now.end() - same)}});
+    return {{"resultId", std::to_string(++open.tokensId)}, {"edits", std::move(edits)}};
 }
 
 Json TokensInRange(Workspace& workspace, const Json& params)
 {
     const OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
     const TextRange range = open.text.ReadRange(Member(params, "range"));
-    return Encoded(open, workspace.service->Words(open.path, range.start.line, range.end.line), range);
+    return {{"data", Encoded(open, workspace.service->Words(open.path, range.start.line, range.end.line), range)}};
 }
 
 } // namespace nib::handlers

@@ -110,7 +110,8 @@ Json SignatureHelp(Workspace& workspace, const Json& params)
     }
     Json signature{{"label", ToJson(help->form)}, {"parameters", std::move(parameters)}};
     if (!help->help.empty()) signature["documentation"] = Markup(workspace, {}, help->help);
-    return {{"signatures", {std::move(signature)}}, {"activeSignature", 0}, {"activeParameter", help->active}};
+    return {
+        {"signatures", Json::array({std::move(signature)})}, {"activeSignature", 0}, {"activeParameter", help->active}};
 }
 
 } // namespace nib::handlers

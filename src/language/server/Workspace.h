@@ -22,6 +22,8 @@ struct OpenText {
     std::string uri; ///< as the client writes it
     Text path;
     ClientText text;
+    std::vector<int32_t> tokens{}; ///< as the client has them
+    int64_t tokensId = 0;
 };
 
 /// What requests are answered from: the texts that are open, where things are, and what is known of programs.

@@ -15,6 +15,8 @@
 namespace nib {
 
 class Dialect;
+class Sources;
+struct FoundPlace;
 
 struct PathRange {
     Text path;
@@ -88,6 +90,7 @@ struct AccountAccess {
     std::unique_ptr<ItemReader> reader; ///< made on the thread of the windows, used on that of the service
     std::vector<Text> includeFiles;     ///< looked into before those of the dialect
     std::vector<Text> ignored;          ///< codes of findings
+    const Dialect* dialect = nullptr;   ///< null: that of the service; outlives it
 };
 
 struct ServiceOptions {
@@ -140,6 +143,11 @@ public:
     std::vector<FoundSymbol> Find(const Text& query, size_t most);
     /// The word that closes the block which the line above `line` opened, if nothing does yet.
     std::optional<Text> CloserFor(const Text& path, int32_t line);
+
+private:
+    std::vector<PathRange> Ranges(const std::vector<FoundPlace>& places);
+
+    std::unique_ptr<Sources> sources_;
 };
 
 } // namespace nib

@@ -23,6 +23,7 @@ struct MenuRow {
     const char16_t* caption;
     const char16_t* menu = u""; ///< key of the menu that it stands in; "" for the menu bar
     bool beginsGroup = false;
+    const char16_t* before = u""; ///< key of the tool that it stands above; "" for the end of the menu
 };
 
 extern const std::span<const MenuRow> kMenus;
@@ -54,7 +55,8 @@ struct PanelRow {
     const char16_t* text; ///< at the start; of the panels of fixed width, what they must have room for
     const char16_t* tip;
     bool fixedWidth;
-    bool shown; ///< at the start
+    bool shown;                  ///< at the start
+    const char16_t* opens = u""; ///< a menu or command of the menu bar
 };
 
 extern const std::span<const PanelRow> kStatusBar;

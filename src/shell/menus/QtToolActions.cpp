@@ -46,6 +46,11 @@ void UseIconTheme()
         QIcon::setThemeName(fitting);
 }
 
+void LetScroll(QMenu& menu)
+{
+    menu.setStyleSheet(QStringLiteral("QMenu { menu-scrollable: 1; }"));
+}
+
 QIcon ToolIcon(TextView name)
 {
     if (name.empty()) return {};
@@ -105,6 +110,7 @@ void QtToolActions::Add(Band band, const MenuTool& tool)
     Entry entry{.band = band};
     if (tool.isMenu) {
         entry.menu = new QMenu(holder);
+        LetScroll(*entry.menu);
         entry.action = entry.menu->menuAction();
         QObject::connect(entry.menu, &QMenu::aboutToShow, holder, [this, &tool] { opening_(tool); });
     } else {
@@ -224,6 +230,12 @@ void QtToolActions::ShowGroup(const MenuTool& tool, Entry& entry)
         holder->insertAction(entry.action, entry.separator);
     }
     if (entry.separator) entry.separator->setVisible(tool.beginGroup && tool.visible);
+}
+
+QMenu* QtToolActions::MenuOf(const MenuTool& tool) const
+{
+    const auto found = entries_.find(&tool);
+    return found == entries_.end() ? nullptr : found->second.menu;
 }
 
 void QtToolActions::RefreshIcons()

@@ -149,13 +149,11 @@ void ViewLights::PaintFound(QPainter& painter, const QRectF& area)
         geometry_.ForEach(area.top(), area.bottom(), [&](int32_t line, qreal y) {
             if (Document().LineLength(line) > kLongestRead) return;
             const TextView text = Document().LineText(line, scratch_);
-            for (auto hit = lit.pattern->In(text, 0); hit;) {
-                if (hit->first < hit->last) {
-                    const LineEntry& entry = cache_.Styled(line);
-                    PaintRange(painter, entry, y, {entry.ToShown(hit->first), entry.ToShown(hit->last)}, colors_.found);
-                }
-                hit = lit.pattern->In(text, static_cast<size_t>(std::max(hit->last, hit->first + 1)));
-            }
+            lit.pattern->ForEach(text, [&](ColumnRange hit) {
+                if (hit.first == hit.last || !lit.Holds(line, hit)) return;
+                const LineEntry& entry = cache_.Styled(line);
+                PaintRange(painter, entry, y, {entry.ToShown(hit.first), entry.ToShown(hit.last)}, colors_.found);
+            });
         });
     });
 }
