@@ -12,6 +12,16 @@ namespace {
 /// More than any program has; an end for items that include one another in ever new ways.
 constexpr int32_t kMostIncludes = 1000;
 
+/// Ids of items that programs include: what they do not set, the program does.
+bool IsIncludeName(TextView item)
+{
+    constexpr TextView kEnds[] = {u".H", u".INC", u".INCLUDE", u".EQU", u".COM", u".DEF"};
+    const auto ends = [item](TextView end) {
+        return item.size() > end.size() && IsWord(item.substr(item.size() - end.size()), end);
+    };
+    return std::ranges::any_of(kEnds, ends);
+}
+
 /// By what a name is; Item stands for a word that is none.
 std::optional<WordLook> LookOf(const BasicToken& token, SymbolKind kind, bool parens, const WordTable& words)
 {
@@ -47,7 +57,7 @@ std::optional<WordLook> LookOf(const BasicToken& token, SymbolKind kind, bool pa
 
 ProgramAnalyser::ProgramAnalyser(const Dialect* dialect, Text file, Text item)
     : text_(std::make_shared<ProgramText>(dialect)), file_(std::move(file)), item_(std::move(item)),
-      names_(text_->Words(), program_)
+      names_(text_->Words(), program_), included_(IsIncludeName(item_))
 {
 }
 
