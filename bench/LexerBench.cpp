@@ -2,6 +2,7 @@
 
 #include "BasicText.h"
 #include "editing/LexClass.h"
+#include "language/Dialects.h"
 #include "text/SourceDocument.h"
 
 #include <benchmark/benchmark.h>
@@ -40,6 +41,17 @@ const clsKeywords& UserKeywords()
     return keywords;
 }
 
+const clsKeywords& InDialect()
+{
+    static Dialects dialects;
+    static const clsKeywords keywords = [] {
+        clsKeywords made;
+        made.SetRules(dialects.Rules(u"common"));
+        return made;
+    }();
+    return keywords;
+}
+
 void LexLimit(benchmark::State& state)
 {
     std::array<uint8_t, 256> table{};
@@ -53,12 +65,19 @@ void LexLimit(benchmark::State& state)
     }
 }
 
-void Lex(benchmark::State& state, bool withUserKeywords)
+enum class Words { Default, User, Dialect };
+
+void Use(LexClass& lexer, Words words)
+{
+    if (words != Words::Default) lexer.SetKeywords(words == Words::User ? UserKeywords() : InDialect());
+}
+
+void Lex(benchmark::State& state, Words words)
 {
     SourceDocument document;
     document.SetText(FromUtf8(BasicBytes(kMillion)));
     LexClass lexer;
-    if (withUserKeywords) lexer.SetKeywords(UserKeywords());
+    Use(lexer, words);
     const auto& lines = Lines();
     int64_t tokens = 0;
     for (auto _ : state) {
@@ -76,11 +95,12 @@ void Lex(benchmark::State& state, bool withUserKeywords)
     state.counters["tokens/line"] = static_cast<double>(tokens) / kMillion;
 }
 
-void LexInBuffer(benchmark::State& state)
+void LexInBuffer(benchmark::State& state, Words words)
 {
     SourceDocument buffer;
     buffer.SetText(FromUtf8(BasicBytes(kMillion)));
     LexClass lexer;
+    Use(lexer, words);
     for (auto _ : state) {
         buffer.SetLexer(&lexer);
         buffer.EnsureScanned();
@@ -99,9 +119,11 @@ void LoadKeywords(benchmark::State& state)
 }
 
 BENCHMARK(LexLimit)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Lex, default_keywords, false)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Lex, user_keywords_500, true)->Unit(benchmark::kMillisecond);
-BENCHMARK(LexInBuffer)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Lex, default_keywords, Words::Default)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Lex, user_keywords_500, Words::User)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Lex, common_dialect, Words::Dialect)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LexInBuffer, default_keywords, Words::Default)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LexInBuffer, common_dialect, Words::Dialect)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadKeywords)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "editing/MvEdit.h"
 #include "editing/operations/OpFormat.h"
 #include "hosts/StoredText.h"
+#include "language/Dialects.h"
 #include "platform/qt/QtDesktop.h"
 #include "search/OpReplaceAll.h"
 #include "text/SourceView.h"
@@ -21,6 +22,8 @@ public:
     OurEditor()
     {
         settings_.CollapseBlocks = true;
+        settings_.Dialect = kCommonDialect;
+        UseDialect(settings_, &dialects_);
         document_.SetLexer(&lexer_);
         ApplyViewSettings(widget_.Model(), settings_, &lexer_);
         usual_ = widget_.Model().Marks();
@@ -80,6 +83,7 @@ private:
     SourceDocument document_;
     LexClass lexer_;
     QtClipboard clipboard_;
+    Dialects dialects_;
     MvEdit settings_;
     ViewMarks usual_;
     SourceViewWidget widget_{document_, clipboard_};

@@ -207,6 +207,82 @@ Qt %2</translation>
         <translation>Wählen Sie einen Ort, um hineinzugehen, oder die Items, die geöffnet werden sollen.</translation>
     </message>
     <message>
+        <source>Account and connection</source>
+        <translation>Konto und Verbindung</translation>
+    </message>
+    <message>
+        <source>Lock of the item</source>
+        <translation>Sperre des Items</translation>
+    </message>
+    <message>
+        <source>Character set</source>
+        <translation>Zeichensatz</translation>
+    </message>
+    <message>
+        <source>Line ends</source>
+        <translation>Zeilenenden</translation>
+    </message>
+    <message>
+        <source>Locked here</source>
+        <translation>Hier gesperrt</translation>
+    </message>
+    <message>
+        <source>Not locked</source>
+        <translation>Nicht gesperrt</translation>
+    </message>
+    <message>
+        <source>Read only</source>
+        <translation>Nur lesen</translation>
+    </message>
+    <message>
+        <source>LF, mixed</source>
+        <translation>LF, gemischt</translation>
+    </message>
+    <message>
+        <source>CR LF, mixed</source>
+        <translation>CR LF, gemischt</translation>
+    </message>
+    <message>
+        <source>CR, mixed</source>
+        <translation>CR, gemischt</translation>
+    </message>
+    <message>
+        <source>Open an item or a file</source>
+        <translation>Ein Item oder eine Datei öffnen</translation>
+    </message>
+    <message>
+        <source>New document</source>
+        <translation>Neues Dokument</translation>
+    </message>
+    <message>
+        <source>Open DEMO</source>
+        <translation>DEMO öffnen</translation>
+    </message>
+    <message>
+        <source>the sample account</source>
+        <translation>das Beispielkonto</translation>
+    </message>
+    <message>
+        <source>Open the last session</source>
+        <translation>Die letzte Sitzung öffnen</translation>
+    </message>
+    <message>
+        <source>Open a program, change it, save it</source>
+        <translation>Ein Programm öffnen, ändern, speichern</translation>
+    </message>
+    <message>
+        <source>See what is wrong while you type, then compile</source>
+        <translation>Beim Tippen sehen, was falsch ist, dann übersetzen</translation>
+    </message>
+    <message>
+        <source>Find a name in all programs of an account</source>
+        <translation>Einen Namen in allen Programmen eines Kontos finden</translation>
+    </message>
+    <message>
+        <source>The first hour: a guide</source>
+        <translation>Die erste Stunde: eine Anleitung</translation>
+    </message>
+    <message>
         <source>There is no such escape.</source>
         <translation>Diese Schreibweise mit Rückstrich gibt es nicht.</translation>
     </message>
@@ -262,6 +338,14 @@ Qt %2</translation>
         <source>The search was stopped: the expression needs too much memory.</source>
         <translation>Die Suche wurde beendet: Der Ausdruck braucht zu viel Speicher.</translation>
     </message>
+    <message>
+        <source>Dialect of programs</source>
+        <translation>Dialekt der Programme</translation>
+    </message>
+    <message>
+        <source>No dialect</source>
+        <translation>Kein Dialekt</translation>
+    </message>
 </context>
 <context>
     <name>Printing</name>
@@ -296,6 +380,57 @@ Qt %2</translation>
     <message>
         <source>%1 cannot be written: %2</source>
         <translation>%1 lässt sich nicht schreiben: %2</translation>
+    </message>
+</context>
+<context>
+    <name>QtCompletionList</name>
+    <message>
+        <source>statement</source>
+        <translation>Anweisung</translation>
+    </message>
+    <message>
+        <source>function</source>
+        <translation>Funktion</translation>
+    </message>
+    <message>
+        <source>clause</source>
+        <translation>Klausel</translation>
+    </message>
+    <message>
+        <source>variable</source>
+        <translation>Variable</translation>
+    </message>
+    <message>
+        <source>constant</source>
+        <translation>Konstante</translation>
+    </message>
+    <message>
+        <source>label</source>
+        <translation>Marke</translation>
+    </message>
+    <message>
+        <source>subroutine</source>
+        <translation>Unterprogramm</translation>
+    </message>
+    <message>
+        <source>item</source>
+        <translation>Item</translation>
+    </message>
+    <message>
+        <source>file</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>closes the block</source>
+        <translation>schließt den Block</translation>
+    </message>
+    <message>
+        <source>Suggestions</source>
+        <translation>Vorschläge</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
     </message>
 </context>
 <context>
@@ -337,6 +472,17 @@ Qt %2</translation>
     </message>
 </context>
 <context>
+    <name>QtPaneHelp</name>
+    <message>
+        <source>Alt+Return offers to mend it.</source>
+        <translation>Alt+Eingabe bietet an, es zu beheben.</translation>
+    </message>
+    <message>
+        <source>Quick Mends</source>
+        <translation>Schnelle Abhilfen</translation>
+    </message>
+</context>
+<context>
     <name>QtPasswords</name>
     <message>
         <source>&amp;Keep it in the store of secrets</source>
@@ -357,6 +503,13 @@ Qt %2</translation>
     <message>
         <source>This desktop has no store of secrets.</source>
         <translation>Dieser Desktop hat keinen Geheimnisspeicher.</translation>
+    </message>
+</context>
+<context>
+    <name>QtTabRow</name>
+    <message>
+        <source>All Documents</source>
+        <translation>Alle Dokumente</translation>
     </message>
 </context>
 <context>
@@ -665,6 +818,134 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
 </context>
 <context>
+    <name>frmOutline</name>
+    <message>
+        <source>Outline</source>
+        <translation>Gliederung</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Filter of the outline</source>
+        <translation>Filter der Gliederung</translation>
+    </message>
+    <message>
+        <source>Label %1</source>
+        <translation>Marke %1</translation>
+    </message>
+    <message>
+        <source>Subroutine %1</source>
+        <translation>Unterprogramm %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmProblems</name>
+    <message>
+        <source>Errors: %1</source>
+        <translation>Fehler: %1</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Warnings: %1</source>
+        <translation>Warnungen: %1</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Hints: %1</source>
+        <translation>Hinweise: %1</translation>
+    </message>
+    <message>
+        <source>Hint</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Problem</source>
+        <translation>Problem</translation>
+    </message>
+    <message>
+        <source>Document</source>
+        <translation>Dokument</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Problems</source>
+        <translation>Probleme</translation>
+    </message>
+</context>
+<context>
+    <name>frmQuickOpen</name>
+    <message>
+        <source>Quick Open</source>
+        <translation>Schnell öffnen</translation>
+    </message>
+    <message>
+        <source>Letters of an item&apos;s name; with @ in front, of a label or subroutine</source>
+        <translation>Buchstaben aus dem Namen eines Items; mit @ davor aus dem einer Marke oder eines Unterprogramms</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Found</source>
+        <translation>Gefunden</translation>
+    </message>
+    <message>
+        <source>line %1</source>
+        <translation>Zeile %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmRename</name>
+    <message>
+        <source>Rename %1</source>
+        <translation>%1 umbenennen</translation>
+    </message>
+    <message>
+        <source>Place</source>
+        <translation>Stelle</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Places</source>
+        <translation>Stellen</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;New name:</source>
+        <translation>&amp;Neuer Name:</translation>
+    </message>
+    <message>
+        <source>Places: %1</source>
+        <translation>Stellen: %1</translation>
+    </message>
+</context>
+<context>
     <name>frmResults</name>
     <message>
         <source>Results</source>
@@ -704,6 +985,41 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Co&amp;nnections...</source>
         <translation>Verbi&amp;ndungen...</translation>
+    </message>
+</context>
+<context>
+    <name>frmStart</name>
+    <message>
+        <source>Programs and records of MultiValue databases</source>
+        <translation>Programme und Sätze von MultiValue-Datenbanken</translation>
+    </message>
+    <message>
+        <source>Start and first steps</source>
+        <translation>Start und erste Schritte</translation>
+    </message>
+    <message>
+        <source>Recent items, connections and accounts</source>
+        <translation>Zuletzt geöffnete Items, Verbindungen und Konten</translation>
+    </message>
+    <message>
+        <source>Start page</source>
+        <translation>Startseite</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>First steps</source>
+        <translation>Erste Schritte</translation>
+    </message>
+    <message>
+        <source>Recent</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Connections and accounts</source>
+        <translation>Verbindungen und Konten</translation>
     </message>
 </context>
 <context>
@@ -872,6 +1188,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Testing...</source>
         <translation>Wird getestet...</translation>
+    </message>
+    <message>
+        <source>Co&amp;lor:</source>
+        <translation>Fa&amp;rbe:</translation>
     </message>
 </context>
 <context>

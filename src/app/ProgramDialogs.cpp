@@ -100,16 +100,19 @@ void ProgramDialogs::Show(Form form, mvDocument* document)
     case Form::About: ShowAboutBox(&mainWindow_); break;
     case Form::Properties: frmProperties(&mainWindow_).ShowDialog(*document, program_->Place().now); break;
     case Form::Print: printing_.Print(*document); break;
-    case Form::HelpTopics:
-        if (!help_) help_ = std::make_unique<HelpWindow>();
-        help_->ShowHelp();
-        break;
+    case Form::HelpTopics: ShowHelp({}); break;
     case Form::Settings: {
         SettingsModel model(program_->Services(), store_, *this);
         frmSettings::ShowSettings(model, &mainWindow_, 1, editConnections_);
         break;
     }
     }
+}
+
+void ProgramDialogs::ShowHelp(TextView page)
+{
+    if (!help_) help_ = std::make_unique<HelpWindow>();
+    help_->ShowHelp(page);
 }
 
 void ProgramDialogs::IconsChosen(bool large)

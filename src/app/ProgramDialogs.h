@@ -28,6 +28,7 @@ public:
     void Load(Program& program) override;
     void Unload() override;
     void Show(Form form, mvDocument* document) override;
+    void ShowHelp(TextView page) override;
     void Goto(Text& target) override { goto_->ShowGoto(target, &mainWindow_); }
     void OfferRecovered(modAutoRecover& recovery, TextView folder, const DynamicArray& names) override;
     // SettingsApplied

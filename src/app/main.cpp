@@ -4,6 +4,7 @@
 #include "automation/DBusServer.h"
 #include "diagnostics/DebugLog.h"
 #include "hosts/HostConnection.h"
+#include "hosts/HostsFile.h"
 #include "hosts/accounts/AccountLink.h"
 #include "hosts/accounts/AccountStore.h"
 #include "hosts/accounts/ServerAccounts.h"
@@ -13,6 +14,7 @@
 #include "hosts/network/QtPasswords.h"
 #include "hosts/network/frmConnections.h"
 #include "hosts/picker/frmItemPicker.h"
+#include "language/Dialects.h"
 #include "persistence/store/QtSettingsHive.h"
 #include "persistence/store/modPersistSettings.h"
 #include "platform/posix/EndSignals.h"
@@ -220,8 +222,17 @@ int main(int argc, char** argv)
     QtTimers timers;
     DBusServer server;
     StartMode mode = HowStarted(argc);
+    Dialects dialects;
+    dialects.AddFolder(FolderOf(HostsFile::UsualPath()) + "/dialects");
+    const Dialect* common = dialects.Find(kCommonDialect);
+    const std::string index = UserFolder("XDG_CACHE_HOME", "/.cache") + "/Orlin/Nib/index";
+    const AssistPorts languagePorts{[=] {
+                                        return std::make_unique<LanguageService>(ServiceOptions{common, index});
+                                    },
+                                    CallOnWindows};
     Program program({connection, boxes, mainWindow, dialogs, views, server, fonts, clipboard, timers, settings.Store(),
-                     FileSaver(hosts.backupFolder, kUserOnly), token, FromFileName(LocalDataFolder()), &trace},
+                     FileSaver(hosts.backupFolder, kUserOnly), token, FromFileName(LocalDataFolder()), &trace,
+                     kSteadyClock, languagePorts, &dialects},
                     mode);
     const auto following = news.Follow(program, connection, timers);
     Serving serving(server, program);

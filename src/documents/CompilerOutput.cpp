@@ -2,9 +2,8 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
-#include "hosts/NameRules.h"
-#include "language/BasicLine.h"
-#include "platform/posix/FileName.h"
+#include "language/BasicDirective.h"
+#include "language/WordTable.h"
 #include "text/Units.h"
 
 #include <algorithm>
@@ -13,7 +12,6 @@ namespace nib {
 
 namespace {
 
-constexpr TextView kObjectFile{u".OUT"};
 constexpr TextView kCompiling{u"Compiling "};
 constexpr TextView kErrorCount{u" error(s)"};
 constexpr TextView kAtLine{u" at line "};
@@ -127,32 +125,9 @@ private:
 
 } // namespace
 
-ProgramName ProgramOfObject(TextView path)
-{
-    const size_t slash = path.rfind(u'/');
-    if (slash == TextView::npos) return {{}, Text(path)};
-    TextView folder = path.substr(0, slash);
-    folder.remove_prefix(folder.rfind(u'/') + 1); // npos + 1 is 0
-    const bool isObject = folder.size() > kObjectFile.size() && folder.ends_with(kObjectFile);
-    const std::string name = ToFileName(path.substr(slash + 1));
-    return {isObject ? Text(folder.substr(0, folder.size() - kObjectFile.size())) : Text(),
-            DecodeName(name, IdRule::Escaped).value_or(FromFileName(name))};
-}
-
 std::optional<ProgramName> CataloguedProgram(mvSession& session, TextView name)
 {
-    const Text kind = session.GetConfiguration(name, 1);
-    const Text type = kind.starts_with(u'V') ? session.GetConfiguration(name, 2) : Text();
-    if (type.size() != 2 || type.front() != u'C') return std::nullopt;
-    const Text where(Trim(session.GetConfiguration(name, 3)));
-    if (where.find(u'/') != Text::npos) {
-        ProgramName program = ProgramOfObject(where);
-        return program.file.empty() ? std::nullopt : std::optional(std::move(program));
-    }
-    const size_t blank = where.find(u' ');
-    ProgramName program{where.substr(0, blank), blank == Text::npos ? session.GetConfiguration(name, 4)
-                                                                    : Text(Trim(TextView(where).substr(blank)))};
-    return program.file.empty() || program.item.empty() ? std::nullopt : std::optional(std::move(program));
+    return CataloguedProgram([&](int32_t attribute) { return session.GetConfiguration(name, attribute); });
 }
 
 OutputTarget TargetOfOutput(TextView output, size_t lineStart)

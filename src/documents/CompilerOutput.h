@@ -1,6 +1,7 @@
 #pragma once
 // What a line that a host printed leads to: its compiler's errors, and messages of programs that broke off.
 
+#include "hosts/CatalogueRecord.h"
 #include "hosts/mvConnect.h"
 
 #include <optional>
@@ -10,18 +11,7 @@ namespace nib {
 
 struct DocumentServices;
 
-/// A program as messages and the catalogue name it.
-struct ProgramName {
-    Text file; ///< empty when it is not told
-    Text item;
-
-    friend bool operator==(const ProgramName&, const ProgramName&) = default;
-};
-
-/// Of what was translated: an item of "BP.OUT" is a program of "BP". A name without a folder is an item.
-ProgramName ProgramOfObject(TextView path);
-/// What the catalogue of the session's account calls by the name, where its VOC tells: "V", a type such as "CS", and
-/// the path of what was translated, or the file and the item.
+/// What the catalogue of the session's account calls by the name, where its VOC tells.
 std::optional<ProgramName> CataloguedProgram(mvSession& session, TextView name);
 
 struct OutputTarget {

@@ -13,6 +13,7 @@
 
 namespace nib {
 
+class Dialects;
 class LexClass;
 class mvDocument;
 class mvDocuments;
@@ -157,7 +158,8 @@ struct DocumentServices {
     int32_t openCount = 0;
     /// Null until there is such a window.
     ResultsWindow* results = nullptr;
-    ItemPlace compiled{}; ///< the item that the host compiled last, and printed of what the results show
+    Dialects* dialects = nullptr; ///< null: there are none; outlives the settings
+    ItemPlace compiled{};         ///< the item that the host compiled last, and printed of what the results show
 };
 
 // States of the program that a document must never leave behind, whatever way it goes.

@@ -5,6 +5,7 @@
 #include "editing/LexClass.h"
 #include "editing/MvEdit.h"
 #include "hosts/mvConnect.h"
+#include "language/Dialects.h"
 #include "persistence/store/SettingsStore.h"
 
 #include <algorithm>
@@ -29,6 +30,9 @@ constexpr TokenRow kTokens[] = {
     {token_type::kSeparator, &MvEdit::NormalColor, &MvEdit::NormalStyle},
     {token_type::kLabel, &MvEdit::LabelColor, &MvEdit::LabelStyle},
     {token_type::kUserKeyword, &MvEdit::KeywordColor, &MvEdit::KeywordStyle},
+    {token_type::kStatement, &MvEdit::StatementColor, &MvEdit::StatementStyle},
+    {token_type::kFunction, &MvEdit::FunctionColor, &MvEdit::FunctionStyle},
+    {token_type::kNumberLook, &MvEdit::NumberColor, &MvEdit::NumberStyle},
 };
 
 constexpr int32_t kMarkTypes[] = {token_type::kValueMark, token_type::kSubValueMark};
@@ -61,6 +65,11 @@ SourceFont FontOf(const MvEdit& settings, SourceFont font)
 }
 
 } // namespace
+
+void UseDialect(MvEdit& settings, Dialects* dialects)
+{
+    settings.Keywords.SetRules(dialects ? dialects->Rules(settings.Dialect) : nullptr);
+}
 
 int32_t MarginWidthFor(SourceView& view)
 {
@@ -101,7 +110,7 @@ constexpr TextView kRecord = u"NIB";
 constexpr TextView kProvider = u"mvdb";
 constexpr TextView kLineEnd = u"\r\n";
 
-enum Attribute : int32_t { LanguageKeywords = 2, UserKeywords, Compile, Format, CommentCharacters };
+enum Attribute : int32_t { LanguageKeywords = 2, UserKeywords, Compile, Format, CommentCharacters, DialectName };
 
 /// The order of attribute 5.
 constexpr TextView kFormatSettings[] = {u"Margin", u"TabSize", u"IndentStar", u"IndentBang", u"IndentUserComment"};
@@ -122,8 +131,11 @@ void HostConfiguration::LoadHostConfiguration()
     HostConfigLoaded_ = true;
     if (services_.settings.DisableHostConfig) return;
     const std::shared_ptr<mvItem> item = OpenAccount();
-    if (!item || !item->Supports(kSupportsConfiguration)) return;
-    if (mvSession* session = item->Session()) Apply(*session);
+    mvSession* session = item && item->Supports(kSupportsConfiguration) ? item->Session() : nullptr;
+    if (session) Apply(*session);
+    const Text dialect = session ? session->GetConfiguration(kRecord, DialectName) : Text();
+    ReplaceDialect(dialect.empty() ? services_.connection.DialectOf(location.ServerName) : dialect);
+    UpdateDocuments();
 }
 
 /// A connection that serves several accounts may be in none yet, or in another than the one that is meant.
@@ -161,7 +173,17 @@ void HostConfiguration::Apply(mvSession& session)
         settings.Keywords.SetCommentPrefixes(prefixes);
         settings.HostComment = true;
     }
-    UpdateDocuments();
+}
+
+/// A name that nobody knows changes nothing: the user's own choice is better than none.
+void HostConfiguration::ReplaceDialect(const Text& name)
+{
+    MvEdit& settings = services_.settings;
+    const bool none = EqualsNoCase(name, kNoDialect);
+    if (name.empty() || (!none && !(services_.dialects && services_.dialects->Find(name)))) return;
+    settings.Dialect = name;
+    settings.HostDialect = true;
+    UseDialect(settings, services_.dialects);
 }
 
 /// From the item named "FILE\ITEM". False when that gives no text. An item that cannot be had keeps nobody from work.
@@ -201,7 +223,7 @@ void HostConfiguration::ReplaceFormat(TextView numbers)
 void HostConfiguration::UpdateDocuments()
 {
     const MvEdit& settings = services_.settings;
-    if (!settings.HostKeywords && !settings.HostFormat && !settings.HostComment) return;
+    if (!settings.HostKeywords && !settings.HostFormat && !settings.HostComment && !settings.HostDialect) return;
     for (const auto& document : services_.openDocuments.All()) {
         const bool highlight = document->Highlight(); // which may be a client's choice, and no host's
         document->ApplySettings();

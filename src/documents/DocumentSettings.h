@@ -8,6 +8,9 @@ namespace nib {
 /// settings, which outlive the view.
 void ApplyViewSettings(SourceView& view, const MvEdit& settings, LexClass* lexer = nullptr);
 
+/// Gives the keywords what the dialect of the settings adds. Runs after every change of that name.
+void UseDialect(MvEdit& settings, Dialects* dialects);
+
 /// Characters that the margin needs: digits of the line numbers, a blank, and the column of the blocks.
 int32_t MarginWidthFor(SourceView& view);
 /// What a view shows beside its text.
@@ -31,6 +34,7 @@ private:
     bool ReplaceKeywords(int32_t Class, TextView place);
     Text ReadPlace(TextView place);
     void ReplaceFormat(TextView numbers);
+    void ReplaceDialect(const Text& name);
     void UpdateDocuments();
 
     DocumentServices& services_;

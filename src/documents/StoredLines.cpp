@@ -120,6 +120,15 @@ LinewiseText StoredLines::Written(std::shared_ptr<const TextSnapshot> text) cons
     return lines;
 }
 
+void StoredLines::ForgetEnds()
+{
+    if (!AnyOddEnd()) return;
+    auto known = std::make_shared<Known>(*known_);
+    known->anyEnd = false;
+    for (Line& line : known->lines) line.end.reset();
+    known_ = std::move(known);
+}
+
 std::vector<OddEnd> StoredLines::OddEnds(const TextSnapshot& text) const
 {
     std::vector<OddEnd> odd;

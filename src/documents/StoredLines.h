@@ -26,6 +26,9 @@ public:
               SourceDocument& document, int32_t& lastIdentity);
     /// The lines with their TABs, as they are to be written; good however long this object lives.
     LinewiseText Written(std::shared_ptr<const TextSnapshot> text) const;
+    /// Lines end as most do from here on.
+    void ForgetEnds();
+    bool AnyOddEnd() const { return known_ && known_->anyEnd; }
     /// Those of its lines that end otherwise than most.
     std::vector<OddEnd> OddEnds(const TextSnapshot& text) const;
     /// Round a call that replaces the whole text: lines that are in both stay the lines that they were.

@@ -106,12 +106,26 @@ Text mvDocument::TitleText() const
         title += u" (New)";
     } else {
         if (item_->Provider() == u"mvdb" && !item_->HostName().empty()) title += u" on " + item_->HostName();
+        if (item_->Provider() == u"mvdb" && !item_->Account().empty()) title += u", account " + item_->Account();
         if (!item_->Exists())
             title += u" (New)";
         else if (item_->ReadOnly())
             title += u" (Read only)";
     }
     return IsDirty() ? u"*" + title : title;
+}
+
+Text mvDocument::PlaceText() const
+{
+    if (!item_ || LocalFile()) return item_ ? item_->Folder() : Text();
+    if (item_->Account().empty() || item_->HostName().empty()) return item_->Account() + item_->HostName();
+    return item_->Account() + u" on " + item_->HostName();
+}
+
+Text mvDocument::Color() const
+{
+    if (!item_) return {};
+    return services_.connection.ColorOf({item_->Provider(), item_->ServerName(), item_->Account(), {}, {}});
 }
 
 void mvDocument::UpdateTitle()

@@ -12,6 +12,8 @@
 
 namespace nib {
 
+enum class TextCoding : uint8_t;
+
 struct Label {
     Text name; ///< empty when the line holds none
     int32_t line = 0;
@@ -85,6 +87,10 @@ public:
     clsDocView& EnsureView();
     clsDocView* View() const { return view_.get(); }
     Text TitleText() const;
+    /// The account and what its host is called, or the folder of a file; empty for a new document.
+    Text PlaceText() const;
+    /// By its name or as #RRGGBB, what documents of the same account or connection have in common; empty for none.
+    Text Color() const;
     /// Hands the window its title.
     void UpdateTitle();
     /// "<DisplayName> [<DocumentID>]"
@@ -130,6 +136,15 @@ public:
     /// Statement labels in the order of the text.
     const std::vector<Label>& Labels();
 
+    // How it is stored; part of it counts from the next save on, until when it is changed.
+    /// Null where nothing is known of that, as of a document that was never saved.
+    const StoredForm* Stored() const;
+    bool MixedEnds() const { return stored_.AnyOddEnd(); }
+    void SetEnds(LineEnd end);
+    void SetCoding(TextCoding coding);
+    /// Gives the lock up, or takes it and what has been stored since. A document with changes stays as it is.
+    void SetReadOnly(bool readOnly);
+
     /// Raised by FileClose.
     std::function<void()> DocumentClose;
 
@@ -147,6 +162,7 @@ private:
     void ReleaseItem();
     bool OpenItem(std::shared_ptr<mvItem> item, bool readOnly);
     bool OpenAfterFailure(TextView path, const Error& error, bool& readOnly, bool& lock);
+    Text WhereMissing(const mvItem& item) const;
     bool OpenMissing(std::shared_ptr<mvItem> item);
     bool HoldsItemOf(TextView path) const;
     Text LockedQuestion(TextView path);
@@ -160,6 +176,8 @@ private:
     /// The host's answer to a command about the item.
     Text Execute(mvItem& item, TextView note, TextView command, TextView options);
     bool ConfirmClose();
+    bool MakeWritable();
+    void StoreOtherwise(const std::function<void(StoredForm&)>& change);
 
     DocumentServices& services_;
     int32_t documentId_;

@@ -158,9 +158,20 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     return true;
 }
 
+/// A file's name alone does not tell that it was looked for in the wrong place.
+Text mvDocument::WhereMissing(const mvItem& item) const
+{
+    if (item.Provider() != kFileProvider) return {};
+    const Text path = ComposeFilePath(item.Folder());
+    const bool there =
+        OrDefault([&] { return services_.connection.OpenServerForPath(path, true, false)->Exists(); }, true);
+    if (there) return u"\nIts folder is " + item.Folder() + u".";
+    return u"\nIts folder " + item.Folder() + u" does not exist either, so the item cannot be saved there.";
+}
+
 bool mvDocument::OpenMissing(std::shared_ptr<mvItem> item)
 {
-    if (Ask(u"Item " + item->ItemName() + u" does not exist. Create new item?"))
+    if (Ask(u"Item " + item->ItemName() + u" does not exist. Create new item?" + WhereMissing(*item)))
         return ConfirmClose() && FileNewItem(std::move(item));
     if (!item_ && !IsDirty()) FileClose(false); // it holds nothing but the wish for this item
     return false;

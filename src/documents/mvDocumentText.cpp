@@ -191,11 +191,35 @@ void mvDocument::ShowLine(int32_t column, int32_t line, bool centre)
     source.SetFirstVisible(std::max(0, std::min(line - half, source.Document().LineCount() - page)), firstColumn);
 }
 
+namespace {
+
+/// Without highlighting the lexer leaves no flags, and a program would have no labels and be laid out flat.
+class Highlighted {
+public:
+    explicit Highlighted(mvDocument& document) : document_(document), before_(document.Highlight())
+    {
+        document_.SetHighlight(true);
+    }
+    ~Highlighted()
+    {
+        IgnoringErrors([this] { document_.SetHighlight(before_); });
+    }
+    Highlighted(const Highlighted&) = delete;
+    Highlighted& operator=(const Highlighted&) = delete;
+
+private:
+    mvDocument& document_;
+    bool before_;
+};
+
+} // namespace
+
 const std::vector<Label>& mvDocument::Labels()
 {
     const SourceDocument& text = EnsureView().txtText().Document();
     // Built from a modified text they would outlive an undo back to the saved one.
     if (labels_ && labelsOfSavedText_ && !text.Modified()) return *labels_;
+    const Highlighted highlighted(*this);
     std::vector<Label> labels;
     for (int32_t line = 0; line < text.LineCount(); ++line) {
         if (!(text.GetLineData(line, LineWord::Lexer) & line_flag::kLabel)) continue;
@@ -222,29 +246,6 @@ void mvDocument::GotoLine(int32_t line)
 }
 
 // Edits of the program on a document's lines; each is one step of undo.
-
-namespace {
-
-/// Without highlighting the lexer leaves no flags, and a program would be laid out flat.
-class Highlighted {
-public:
-    explicit Highlighted(mvDocument& document) : document_(document), before_(document.Highlight())
-    {
-        document_.SetHighlight(true);
-    }
-    ~Highlighted()
-    {
-        IgnoringErrors([this] { document_.SetHighlight(before_); });
-    }
-    Highlighted(const Highlighted&) = delete;
-    Highlighted& operator=(const Highlighted&) = delete;
-
-private:
-    mvDocument& document_;
-    bool before_;
-};
-
-} // namespace
 
 void mvDocument::Format()
 {

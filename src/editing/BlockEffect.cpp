@@ -5,6 +5,8 @@
 #include "text/TextSearch.h"
 #include "text/Units.h"
 
+#include <algorithm>
+
 namespace nib {
 
 namespace {
@@ -63,8 +65,9 @@ BlockEffect BlockEffectOf(uint32_t lineFlags)
     return effect;
 }
 
-int32_t LabelLength(TextView text)
+int32_t LabelLength(TextView text, uint32_t lineFlags)
 {
+    if (lineFlags & line_flag::kApartLabel) return static_cast<int32_t>(std::min(text.find(u':'), text.size() - 1) + 1);
     bool number = !text.empty() && units::IsDigit(text[0]);
     size_t end = 0;
     while (end < text.size()) {
@@ -84,10 +87,13 @@ LineIndent IndentOfLine(TextView line, uint32_t lineFlags)
     indent.column = IndentOf(line);
     if (lineFlags & line_flag::kLabel) {
         indent.labelled = true;
-        indent.column += LabelLength(line.substr(static_cast<size_t>(indent.column)));
+        indent.column += LabelLength(line.substr(static_cast<size_t>(indent.column)), lineFlags);
         indent.column += IndentOf(line.substr(static_cast<size_t>(indent.column)));
     }
-    indent.code = static_cast<size_t>(indent.column) < line.size() && !(lineFlags & line_flag::kComment);
+    const bool directive = lineFlags & line_flag::kDirective && indent.column == 0;
+    indent.code = static_cast<size_t>(indent.column) < line.size() && !(lineFlags & line_flag::kComment) && !directive;
+    indent.continued = lineFlags & line_flag::kContinues;
+    indent.goesOn = lineFlags & line_flag::kGoesOn;
     return indent;
 }
 

@@ -13,8 +13,8 @@ struct BlockEffect {
 
 BlockEffect BlockEffectOf(uint32_t lineFlags);
 
-/// Length of the label that `text` begins with, its ":" with it.
-int32_t LabelLength(TextView text);
+/// Length of the label that `text`, of a line with these flags, begins with, its ":" with it.
+int32_t LabelLength(TextView text, uint32_t lineFlags);
 
 /// The part that a line plays among the blocks, with the flags that a scan of it gives.
 LineIndent IndentOfLine(TextView line, uint32_t lineFlags);

@@ -32,6 +32,7 @@ struct LexClass::KindRow {
 
 constexpr LexClass::KindRow LexClass::kKinds[] = {
     {token_type::kEndOfLine, 0, 0, kLookedAt | kStatementStart | kLabelPosition}, // None
+    {token_type::kEndOfLine, 0, 0, kLookedAt | kStatementStart},                  // Continued
     {token_type::kBlank, 0, 0, 0},                                                // Blank
     {token_type::kValueMark, 0, 0, 0},                                            // Value
     {token_type::kSubValueMark, 0, 0, 0},                                         // SubValue
@@ -83,6 +84,8 @@ void LexClass::Begin(uint32_t above)
     depth_ = 0;
     lineFlags_ = 0;
     previous_ = above & line_flag::kListContinues ? Kind::ListComma : Kind::None;
+    rules_ = highlight_ ? keywords_->Rules() : nullptr;
+    if (rules_) BeginInDialect(above);
     traced_ = log_->Wants(trace::kTokens);
     quick_ = highlight_ && !traced_;
 }
@@ -139,7 +142,7 @@ inline bool LexClass::QuickStep(Token& token)
     if (!quick_) return false;
     int32_t at = position_;
     if (at >= text_.Length()) {
-        if (previous_ == Kind::ListComma) return false;
+        if (previous_ == Kind::ListComma || rules_) return false;
         token = {token_type::kEndOfLine, at, 0, 0};
         previous_ = Kind::None;
         return true;
@@ -191,11 +194,14 @@ void LexClass::GuardedStep(Token& token)
 inline bool LexClass::FindSyntax(char16_t c, Extent& extent, Kind& kind)
 {
     switch (c) {
-    case u';': kind = depth_ == 0 ? Kind::Separator : Kind::Normal; break;
+    case u';': kind = depth_ == 0 || (rules_ && CommentFollows()) ? Kind::Separator : Kind::Normal; break;
     case u',': kind = previous_ == Kind::LabelReference ? Kind::ListComma : Kind::Normal; break;
     case u'(': kind = Kind::Open; break;
     case u')': kind = Kind::Close; break;
-    default: quote_ = c; kind = String(position_ + 1, extent);
+    default:
+        quote_ = c;
+        stringAt_ = position_;
+        kind = String(position_ + 1, extent);
     }
     return kind != Kind::Normal;
 }
@@ -222,6 +228,7 @@ inline LexClass::Kind LexClass::FindKeyword(const KeywordTables& tables, Extent&
     int32_t at = position_;
     if (at >= text_.Length()) {
         if (previous_ == Kind::ListComma) extent.flags = line_flag::kListContinues;
+        if (rules_) extent.flags |= FlagsOfEnd();
         return Kind::None;
     }
     char16_t c = text_[at];
@@ -267,12 +274,12 @@ void LexClass::Step(Token& token)
 
 bool LexClass::ScanLine(UnitSpan text, uint32_t above, LineScan& scan)
 {
-    Begin(above);
-    if (traced_) return false; // which tells of each token
     if (text.wide)
         text_.Take(TextView(text.Wide(), text.length));
     else
         text_.Take(std::span(text.Narrow(), text.length));
+    Begin(above);
+    if (traced_) return false; // which tells of each token
     const KeywordTables& tables = keywords_->Tables();
     for (Kind kind = Kind::Blank; kind != Kind::None;) {
         if (quick_) SkipQuick(tables);
@@ -322,7 +329,12 @@ bool LexClass::FindLabel(const KeywordTables& tables, Extent& extent, Kind& kind
     }
     while (end < text_.Length() && classes[text_[end]] & kLabel) ++end;
     bool colon = end < text_.Length() && text_[end] == u':';
+    if (first && !colon && rules_ && FindApartLabel(end, extent)) {
+        kind = Kind::Label;
+        return true;
+    }
     if (first && (!colon || (end + 1 < text_.Length() && text_[end + 1] == u'='))) return false;
+    if (first && rules_) extent.flags = line_flag::kApartLabel;
     extent.end = colon ? end + 1 : end;
     kind = first ? Kind::Label : Kind::LabelReference;
     return true;
@@ -367,6 +379,8 @@ const clsKeyword* LexClass::MatchKeyword(const KeywordTables& tables, uint8_t hi
 
 int32_t LexClass::FlagsOfKeyword(int32_t block, int32_t end, const KeywordTables& tables) const
 {
+    if (rules_ && (block & ~block::kAny || lineFlags_ & line_flag::kDirective))
+        return FlagsOfDialect(block, end, tables);
     if (block & kStatementStartBlocks) return TraitsBefore() & kStatementStart ? block : 0;
     if (block & kLineEndBlocks) return LineEndsAt(end, tables) ? block : 0;
     return block;

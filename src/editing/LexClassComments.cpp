@@ -46,11 +46,12 @@ LexClass::Kind LexClass::String(int32_t from, Extent& extent) const
     return closed || at >= text_.Length() ? Kind::String : Kind::CutString;
 }
 
-bool LexClass::FindComment(const KeywordTables& tables, Extent& extent, Kind& kind) const
+bool LexClass::FindComment(const KeywordTables& tables, Extent& extent, Kind& kind)
 {
     bool prefix = tables.Of(text_[position_]) & kPrefix;
     if (!prefix && !WordAt(position_, u"REM ") && !WordAt(position_, u"REMARK ")) return false;
     kind = Comment(extent);
+    commentAt_ = position_;
     if (previous_ != Kind::Separator) extent.flags = line_flag::kComment;
     if (prefix && !tables.Comments().empty())
         extent.flags |= FlagsOfComment(tables, text_.Piece(position_, extent.end));

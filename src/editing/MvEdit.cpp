@@ -168,11 +168,18 @@ void MvEdit::LoadSettings(const SettingsContext& context)
 {
     auto get = [&](TextView name, TextView fallback) { return context.store.Get(name, fallback); };
     const SettingsSource source{get, context.defaultFontName};
+    const auto isStored = [&](const SettingRow& row) { return !get(row.name, {}).empty(); };
+    const bool fresh =
+        get(kVersionKey, {}).empty() && std::none_of(std::begin(kSettings), std::end(kSettings), isStored);
     for (const SettingRow& row : kSettings) ReadSetting(row, *this, source);
     // Single precision: the stored text "7.1" must not count as less than the version of this release.
     double stored = LeadingNumber(get(kVersionKey, {}));
     auto version = static_cast<float>(std::clamp(stored, -1000.0, 1000.0));
     if (version >= kVersion) return;
+    if (fresh) {
+        Dialect = kCommonDialect;
+        WriteSetting(SettingNamed(u"Dialect"), *this, context.store);
+    }
     OfferNewFont(*this, context);
     context.store.Save(kVersionKey, kVersionText); // the question was asked once
 }
@@ -191,6 +198,7 @@ MvEdit MvEdit::Clone() const
     clone.HostCompile = HostCompile;
     clone.HostFormat = HostFormat;
     clone.HostComment = HostComment;
+    clone.HostDialect = HostDialect;
     return clone;
 }
 

@@ -11,6 +11,10 @@
 
 namespace nib {
 
+/// Values of Dialect beside the names of those that there are.
+inline constexpr TextView kNoDialect{u"none"};
+inline constexpr TextView kCommonDialect{u"common"};
+
 /// Colours are 0x00BBGGRR, or with the top bit set a system colour. Styles are bits, 1 bold and 2 italic.
 namespace system_color {
 inline constexpr int32_t kWindow = static_cast<int32_t>(0x80000005);
@@ -60,6 +64,13 @@ struct MvEdit {
     int16_t CommentStyle = 0;
     int32_t ReservedColor = 0x00FF0000;
     int16_t ReservedStyle = 0;
+    // Shown in a dialect alone.
+    int32_t StatementColor = 0x00800080;
+    int16_t StatementStyle = 0;
+    int32_t FunctionColor = 0x00807000;
+    int16_t FunctionStyle = 0;
+    int32_t NumberColor = 0x00005898;
+    int16_t NumberStyle = 0;
     bool Highlight = true;
     bool LineWrap = false;
     int16_t TabSize = 3;
@@ -91,15 +102,22 @@ struct MvEdit {
     bool IndentGuides = true;
     bool VisibleBlanks = false;
     bool SmoothScrolling = true;
+    bool CheckAsYouType = true;
+    bool CompleteWords = true;
+    bool ProblemsShown = false;
+    bool OutlineShown = false;
     int16_t SearchEOD = 0;
     bool DisableHostConfig = false;
     clsRecentList RecentSearches;
+    /// Of the programs; empty is as none, which a user chose who was never asked.
+    Text Dialect;
 
     // Set when a host configuration has replaced values in memory; those are not written to the store.
     bool HostKeywords = false;
     bool HostCompile = false;
     bool HostFormat = false;
     bool HostComment = false;
+    bool HostDialect = false;
 };
 
 /// "True" and "False" in any case, or a number; nothing when it is another word.
@@ -183,6 +201,17 @@ inline constexpr SettingRow kSettings[] = {
     {u"IndentGuides", &MvEdit::IndentGuides},
     {u"VisibleBlanks", &MvEdit::VisibleBlanks},
     {u"SmoothScrolling", &MvEdit::SmoothScrolling},
+    {u"CheckAsYouType", &MvEdit::CheckAsYouType},
+    {u"CompleteWords", &MvEdit::CompleteWords},
+    {u"ProblemsShown", &MvEdit::ProblemsShown},
+    {u"OutlineShown", &MvEdit::OutlineShown},
+    {u"Dialect", &MvEdit::Dialect, SettingRule::None, &MvEdit::HostDialect},
+    {u"StatementColor", &MvEdit::StatementColor},
+    {u"StatementStyle", &MvEdit::StatementStyle},
+    {u"FunctionColor", &MvEdit::FunctionColor},
+    {u"FunctionStyle", &MvEdit::FunctionStyle},
+    {u"NumberColor", &MvEdit::NumberColor},
+    {u"NumberStyle", &MvEdit::NumberStyle},
 };
 
 /// The row of this name, which must exist.

@@ -84,10 +84,15 @@ KeywordTables::KeywordTables() : classes_(kUnits), hints_(size_t{1} << kHintBits
 {
 }
 
-void KeywordTables::Rebuild(const KeywordList& list, TextView commentPrefixes) noexcept
+void KeywordTables::Rebuild(const KeywordList& list, TextView commentPrefixes, const LexRules* rules) noexcept
 {
     Clear(commentPrefixes);
     for (const KeywordList::Entry& entry : list) IgnoringErrors([&] { AddWord(entry); });
+    if (rules) {
+        for (const KeywordList::Entry& entry : rules->blockWords)
+            if (!list.Find(entry.Word)) IgnoringErrors([&] { AddWord(entry); });
+        AddRules(*rules);
+    }
     SortComments();
     // The ends and the length of a word in another case may differ from those of the keyword: no hint can be given.
     if (wide_) std::fill(hints_.begin(), hints_.end(), uint8_t{kWhole | kSeveral | kMostWords << kWordsShift});
@@ -129,6 +134,18 @@ void KeywordTables::AddWord(const KeywordList::Entry& entry)
         comments_.push_back(&entry);
     else
         AddFollowing(TextView(entry.Word).substr(1));
+}
+
+void KeywordTables::AddRules(const LexRules& rules)
+{
+    using namespace unit_class;
+    const auto add = [this](TextView units, uint8_t bits) {
+        for (char16_t c : units) classes_[c] |= bits;
+    };
+    add(rules.inNames, kNext | kLabel);
+    add(rules.comments, kPrefix);
+    add(rules.beginNames, kFirst);
+    for (char16_t c : rules.beginNames) classes_[c] &= static_cast<uint8_t>(~kFirstExact);
 }
 
 void KeywordTables::AllowFirst(char16_t c)
@@ -194,14 +211,16 @@ clsKeywords::clsKeywords() : prefixes_(kFixedPrefixes)
 
 const clsKeyword* clsKeywords::Item(TextView Key) const
 {
-    const clsKeyword* found = list_.Find(Key);
-    return found && caseSensitive_ && found->Word != Key ? nullptr : found;
+    return Spelled(list_.Find(Key), Key);
 }
 
 const clsKeyword* clsKeywords::Item(TextView Key, uint8_t hint) const
 {
     if (!(hint & KeywordTables::kWhole)) return nullptr;
-    if (hint & KeywordTables::kSeveral) return Item(Key);
+    if (hint & KeywordTables::kSeveral) {
+        const clsKeyword* found = Item(Key);
+        return found || !rules_ ? found : Spelled(rules_->blockWords.Find(Key), Key);
+    }
     const KeywordList::Entry& entry = Tables().Candidate(Key);
     if (caseSensitive_) return entry.Word == Key ? &entry : nullptr;
     return EqualsFolded(Key, entry.key) ? &entry : nullptr;
@@ -287,6 +306,7 @@ clsKeywords clsKeywords::Clone() const
     clsKeywords copy;
     copy.SetCaseSensitive(caseSensitive_);
     copy.SetCommentPrefixes(CommentPrefixes());
+    copy.SetRules(rules_);
     for (int32_t listClass : {keyword_class::kLanguage, keyword_class::kUser})
         copy.SetKeywordList(listClass, kLineEnd, GetKeywordList(listClass, kLineEnd));
     return copy;
@@ -337,7 +357,7 @@ void clsKeywords::SetCommentPrefixes(TextView prefixes)
 
 void clsKeywords::Rebuild() const
 {
-    tables_.Rebuild(list_, prefixes_);
+    tables_.Rebuild(list_, prefixes_, rules_);
     dirty_ = false;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 // What the editor knows of the words of the language and of those that the user added.
 
-#include "editing/KeywordList.h"
+#include "editing/LexRules.h"
 
 #include <vector>
 
@@ -24,7 +24,8 @@ class KeywordTables {
 public:
     KeywordTables();
 
-    void Rebuild(const KeywordList& list, TextView commentPrefixes) noexcept;
+    /// `rules` may be null.
+    void Rebuild(const KeywordList& list, TextView commentPrefixes, const LexRules* rules) noexcept;
 
     const Text& FirstChars() const { return firstChars_; }
     const Text& NextChars() const { return nextChars_; }
@@ -61,6 +62,7 @@ private:
 
     void Clear(TextView commentPrefixes);
     void AddWord(const KeywordList::Entry& entry);
+    void AddRules(const LexRules& rules);
     void AddFollowing(TextView word);
     void AddHints(const KeywordList::Entry& entry);
     void AllowFirst(char16_t c);
@@ -92,12 +94,20 @@ public:
     void SetKeywordList(int32_t Class, TextView delim, TextView KeywordList);
     Text GetKeywordList(int32_t Class, TextView delim) const;
 
+    /// What a dialect adds, which outlives this object and its copies; null for none.
+    void SetRules(const LexRules* rules)
+    {
+        rules_ = rules;
+        dirty_ = true;
+    }
+    const LexRules* Rules() const { return rules_; }
+
     const Text& KeywordFirstChars() const { return Tables().FirstChars(); }
     const Text& KeywordNextChars() const { return Tables().NextChars(); }
 
     /// Null when the word is not held. Allocates nothing for ASCII words.
     const clsKeyword* Item(TextView Key) const;
-    /// The same, with what Tables().Hint() said of the word.
+    /// The same, or the word of the dialect, with what Tables().Hint() said of the word.
     const clsKeyword* Item(TextView Key, uint8_t hint) const;
     clsKeyword* Item(TextView Key) { return const_cast<clsKeyword*>(std::as_const(*this).Item(Key)); }
     /// The word as it is held now; null when a word of another case keeps it out.
@@ -135,12 +145,18 @@ public:
     }
 
 private:
+    /// `found`, unless it is spelled otherwise than `Key` and that counts.
+    const clsKeyword* Spelled(const clsKeyword* found, TextView Key) const
+    {
+        return found && caseSensitive_ && found->Word != Key ? nullptr : found;
+    }
     void Rebuild() const;
     void ReadField(int32_t Class, TextView field);
     void ClearClass(int32_t Class);
 
     KeywordList list_;
     Text prefixes_;
+    const LexRules* rules_ = nullptr;
     bool caseSensitive_ = false;
     mutable bool dirty_ = true;
     mutable KeywordTables tables_;

@@ -32,6 +32,7 @@ class HostConnection : public mvConnection {
 public:
     HostConnection(HostConfig config, PickerDialog& picker, MessageBoxes& boxes, HostLinkKinds kinds);
 
+    std::vector<KnownHost> Hosts() override;
     SelectedItem SelectItem(const SelectRequest& request, mvItem* start) override;
     std::vector<SelectedItem> SelectItems(const SelectRequest& request, mvItem* start) override;
     std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) override;
@@ -39,6 +40,12 @@ public:
     /// From time to time: to notice connections that were lost.
     void Look() { links_.Look(); }
     std::unique_ptr<ItemReader> Reader(const ItemPlace& account) override;
+    Text DialectOf(TextView serverName) override { return links_.Config().Find(serverName).dialect; }
+    Text ColorOf(const ItemPlace& account) const override
+    {
+        return account.provider == kHostProvider ? links_.Config().ColorOf(account.serverName, account.database)
+                                                 : Text();
+    }
 
 private:
     PickerAnswer RunPicker(const SelectRequest& request, mvItem* start);

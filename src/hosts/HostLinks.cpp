@@ -28,8 +28,17 @@ constexpr KeyRow kKeys[] = {
     {u"kind", &HostSettings::kind},       {u"charset", &HostSettings::charset}, {u"name", &HostSettings::name},
     {u"account", &HostSettings::account}, {u"address", &HostSettings::address}, {u"port", &HostSettings::port},
     {u"user", &HostSettings::user},       {u"tunnel", &HostSettings::tunnel},   {u"ids", &HostSettings::ids},
+    {u"dialect", &HostSettings::dialect},
+    {u"color", &HostSettings::color},
 };
-constexpr TextView kVerbKey{u"verb."};
+
+/// Keys that end in a name, which is kept in capitals.
+struct NamedKeyRow {
+    TextView beginning;
+    std::map<Text, Text> HostSettings::*member;
+};
+
+constexpr NamedKeyRow kNamedKeys[] = {{u"verb.", &HostSettings::verbs}, {u"color.", &HostSettings::accountColors}};
 
 Text MachineName()
 {
@@ -50,8 +59,9 @@ void SetKey(HostSettings& host, TextView key, TextView value, const std::string&
     if (EqualsNoCase(key, u"root") && !value.empty()) host.root = RootOf(value, configFolder);
     for (const KeyRow& row : kKeys)
         if (EqualsNoCase(key, row.key)) host.*row.member = value;
-    if (key.size() > kVerbKey.size() && EqualsNoCase(key.substr(0, kVerbKey.size()), kVerbKey))
-        host.verbs[ToUpper(key.substr(kVerbKey.size()))] = value;
+    for (const NamedKeyRow& row : kNamedKeys)
+        if (key.size() > row.beginning.size() && StartsWithNoCase(key, row.beginning))
+            (host.*row.member)[ToUpper(key.substr(row.beginning.size()))] = value;
 }
 
 /// What depends on other keys.
@@ -136,6 +146,17 @@ const HostSettings& HostConfig::Find(TextView serverName) const
                 u"The host connection \"" + Text(serverName) + u"\" is not set up in hosts.conf.");
 }
 
+Text HostConfig::ColorOf(TextView serverName, TextView account) const
+{
+    return OrDefault(
+        [&] {
+            const HostSettings& host = Find(serverName);
+            const auto own = host.accountColors.find(ToUpper(account));
+            return own == host.accountColors.end() ? host.color : own->second;
+        },
+        Text());
+}
+
 std::vector<HostSettings> HostConfig::LoginsGone(const HostConfig& later) const
 {
     std::vector<HostSettings> gone;
@@ -155,7 +176,14 @@ void HostLinks::Take(HostConfig config)
                                         [&](const HostSettings& host) { return host.serverName == name; });
         return found == in.hosts.end() ? std::nullopt : std::optional(*found);
     };
-    std::erase_if(links_, [&](const auto& link) { return find(config, link.first) != find(config_, link.first); });
+    const auto works = [&](const HostConfig& in, const Text& name) {
+        auto settings = find(in, name);
+        if (!settings) return settings;
+        settings->color.clear(); // no link looks at colours
+        settings->accountColors.clear();
+        return settings;
+    };
+    std::erase_if(links_, [&](const auto& link) { return works(config, link.first) != works(config_, link.first); });
     config_ = std::move(config);
 }
 

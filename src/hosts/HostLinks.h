@@ -31,7 +31,10 @@ struct HostSettings {
     Text user;                  ///< the login name where none is given
     Text tunnel;                ///< network: a command whose input and output lead to the server; empty: none
     Text ids;                   ///< how ids stand in names of files: "plain", "escaped", or empty, as the root tells
+    Text dialect;               ///< of the programs; empty: the user's choice
     std::map<Text, Text> verbs; ///< command lines by the verb in capitals, before those of VOC
+    Text color;                 ///< of its documents; by its name or as #RRGGBB, empty: none
+    std::map<Text, Text> accountColors; ///< of accounts that have one of their own, by the account in capitals
 
     friend bool operator==(const HostSettings&, const HostSettings&) = default;
 };
@@ -57,6 +60,8 @@ struct HostConfig {
     static HostConfig FromEnvironment();
     /// Throws kPathNotFound for a connection that is not configured. An empty name is the default one.
     const HostSettings& Find(TextView serverName) const;
+    /// What tells documents of the account from others; empty where there is none.
+    Text ColorOf(TextView serverName, TextView account) const;
     /// Those with a login at a server that no connection of `later` has.
     std::vector<HostSettings> LoginsGone(const HostConfig& later) const;
 };

@@ -2,6 +2,7 @@
 #include "base/Text.h"
 
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace nib {
@@ -22,6 +23,11 @@ public:
     /// The whole item with CR LF between lines and marks as mark characters, as mvItem::ReadItem answers it; nothing
     /// when it is no text, which object code is not.
     virtual std::optional<Text> Read(TextView file, TextView id) = 0;
+    /// Tells the stored text of an item from others of it; empty where nothing but reading it can.
+    virtual Text Stamp(TextView /*file*/, TextView /*id*/) { return {}; }
+    /// Where the items of a file lie as files of their own, or the files of the account when none is named; empty where
+    /// they do not.
+    virtual std::string Folder(TextView /*file*/) { return {}; }
     /// Comes from the other thread at any time, and waits for nothing: the call that is under way ends soon, and with
     /// those that follow throws whatever it likes.
     virtual void Stop() = 0;

@@ -108,6 +108,25 @@ TextCoding ItemText::CharsetCoding() const
     return TextCoding::Latin1;
 }
 
+std::vector<TextCoding> ItemText::Codings() const
+{
+    if (!IsItem()) return {TextCoding::Utf8, TextCoding::Utf16Le, TextCoding::Utf16Be, TextCoding::Latin1};
+    const TextCoding own = CharsetCoding();
+    return own == TextCoding::Utf8 ? std::vector{own} : std::vector{TextCoding::Utf8, own};
+}
+
+Text ItemText::NameOf(TextCoding coding) const
+{
+    switch (coding) {
+    case TextCoding::Utf8: return u"UTF-8";
+    case TextCoding::Utf16Le: return u"UTF-16 LE";
+    case TextCoding::Utf16Be: return u"UTF-16 BE";
+    case TextCoding::Latin1: return u"Latin-1";
+    case TextCoding::Named: break;
+    }
+    return charset_.Name();
+}
+
 TextForm ItemText::NewForm() const
 {
     TextForm form;

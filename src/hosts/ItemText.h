@@ -62,6 +62,10 @@ public:
     {
         return kind_ == other.kind_ && charset_.Name() == other.charset_.Name();
     }
+    /// What a text may be written in: that of the connection, if it has one, is the last.
+    std::vector<TextCoding> Codings() const;
+    /// For the user to read.
+    Text NameOf(TextCoding coding) const;
     /// A new text may take the line ends of another one.
     bool HasLineEnds() const { return kind_ != Kind::Server; }
 

@@ -226,7 +226,7 @@ void ItemText::RefuseCharacter(TextView line, size_t at, int64_t lineNumber, con
     const Text where = Text(name) + u" cannot be saved: the character " +
                        (code == 0 || U16_IS_SURROGATE(code) ? Text() : Text(character) + u" ") + u"(U+" + hex +
                        u") in line " + Decimal(lineNumber);
-    const Text set = form.coding == TextCoding::Named    ? charset_.Name()
+    const Text set = form.coding == TextCoding::Named    ? NameOf(form.coding)
                      : form.coding == TextCoding::Latin1 ? Text(u"ISO-8859-1")
                                                          : Text(u"a text");
     const bool mark = IsItem() && form.coding == TextCoding::Latin1 && code >= 0xFB && code <= 0xFF;

@@ -39,6 +39,19 @@ std::string StoredForm::Encoded(const LinewiseText& text)
     return coding_.Encode(text, form_, name_, odd_);
 }
 
+void StoredForm::SetCoding(TextCoding coding)
+{
+    form_.coding = coding;
+    form_.byteOrderMark = coding == TextCoding::Utf16Le || coding == TextCoding::Utf16Be;
+    form_.codedMarks = false;
+}
+
+void StoredForm::SetEnds(LineEnd end)
+{
+    form_.lineEnd = end;
+    odd_.clear();
+}
+
 bool StoredForm::TakeForm(const StoredForm& other)
 {
     if (!coding_.IsLike(other.coding_)) return false;

@@ -53,6 +53,13 @@ void StoredText::AcceptState()
     IgnoringErrors([&] { known_ = SeenFile::Now(path_); });
 }
 
+std::optional<int64_t> StoredText::Size() const
+{
+    FileStamp stamp;
+    if (ReadStamp(path_, stamp) != 0 || !stamp.Exists()) return std::nullopt;
+    return stamp.size;
+}
+
 bool StoredText::IsFolder() const
 {
     return nib::IsFolder(path_);

@@ -27,6 +27,8 @@ public:
     bool Exists();
     StoredState State();
     void AcceptState();
+    /// Of the file as it is now; none when there is none.
+    std::optional<int64_t> Size() const;
     Text Version() const { return known_ ? known_->Version() : Text(); }
     bool IsFolder() const;
     /// No right to write the file, or to make it where it would be.
@@ -60,6 +62,7 @@ public:
     void AcceptState() override { stored_.AcceptState(); }
     Text Version() override { return stored_.Version(); }
     StoredForm* Form() override { return &stored_.Form(); }
+    std::optional<int64_t> StoredSize() override { return stored_.Size(); }
 
     Text ReadItem(int32_t, int32_t, int32_t) override { return stored_.Read(); }
     ReadText ReadWhole() override { return stored_.ReadWhole(); }

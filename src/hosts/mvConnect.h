@@ -14,6 +14,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace nib {
@@ -139,6 +140,8 @@ public:
     virtual Text Version() { return {}; }
     /// How its text stands in storage. Owned by the item.
     virtual StoredForm* Form() { return nullptr; }
+    /// Bytes, as it was last read or written; none when that is not known.
+    virtual std::optional<int64_t> StoredSize() { return std::nullopt; }
     /// Null for a local file. Owned by the item.
     virtual mvSession* Session() { return nullptr; }
 
@@ -158,6 +161,7 @@ public:
     virtual void Commit() {}
     /// True takes the update lock, throwing error_number::kLocked when another holds it; false frees it.
     virtual void LockItem(bool /*lock*/) {}
+    virtual bool HoldsLock() const { return false; }
     /// Who holds the update lock, empty when nobody does.
     virtual Text LockHolder() { return {}; }
     /// Ends the binding to storage; frees nothing else.
@@ -192,9 +196,18 @@ struct SelectedItem {
     bool readOnly = false;
 };
 
+/// A connection that is set up, with what is known of it without asking a server.
+struct KnownHost {
+    Text name; ///< for the user to read
+    Text path;
+    std::vector<Text> accounts;
+};
+
 class mvConnection {
 public:
     virtual ~mvConnection() = default;
+    /// The default connection first. Accounts of it alone are listed, and not where they stand on a server.
+    virtual std::vector<KnownHost> Hosts() { return {}; }
     /// The modal picker; `start` is where it begins and may be null. A null item means cancelled.
     virtual SelectedItem SelectItem(const SelectRequest& request, mvItem* start) = 0;
     virtual std::vector<SelectedItem> SelectItems(const SelectRequest& request, mvItem* start) = 0;
@@ -202,6 +215,10 @@ public:
     virtual std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) = 0;
     /// For a search in all items of the account of the place. Throws Error when it cannot be searched.
     virtual std::unique_ptr<ItemReader> Reader(const ItemPlace& account);
+    /// That a connection names for its programs; empty when it names none.
+    virtual Text DialectOf(TextView /*serverName*/) { return {}; }
+    /// By its name or as #RRGGBB, what documents of the account of the place are told from others by; empty for none.
+    virtual Text ColorOf(const ItemPlace& /*account*/) const { return {}; }
 
     // The text of a place is the same for all connections.
     Text ComposeHostPath(const ItemPlace& place) const { return nib::ComposeHostPath(place); }

@@ -1,6 +1,6 @@
 #include "language/BasicChecker.h"
 
-#include "text/SourceDocument.h"
+#include "language/FindingCodes.h"
 
 namespace nib {
 
@@ -11,57 +11,44 @@ constexpr int32_t kMostIncludes = 1000;
 
 } // namespace
 
-std::vector<Finding> BasicChecker::Check(SourceDocument& program, TextView file, TextView item)
+std::vector<Finding> BasicChecker::Check(const ProgramText& program, TextView file, TextView item)
 {
     Run({program, file, item, 0, nullptr});
     parens_.Finish();
     blocks_.Finish();
-    labels_.Finish();
-    if (const std::optional<int32_t> last = blocks_.LastLine()) findings_.DropBehind(*last);
+    labels_.Finish(surely_);
+    if (blocks_.LastLine()) findings_.DropBehind(*blocks_.LastLine());
     return findings_.Take();
 }
 
 void BasicChecker::Run(const Source& source)
 {
-    for (int32_t i = 0; i < source.document.LineCount(); ++i) {
+    for (int32_t i = 0; i < source.text.LineCount(); ++i) {
         const Place place{i + 1, source.number};
-        const Text text = source.document.GetLine(i);
-        const TextView trimmed = Trim(text);
-        if (inComment_ || trimmed.starts_with(u"/*")) {
-            inComment_ = trimmed.find(u"*/") == TextView::npos;
-            continue;
-        }
-        const BasicDirective directive = ReadDirective(text);
-        if (directive.kind != BasicDirective::Kind::None) {
-            Directive(directive, source, place);
-            continue;
-        }
-        line_.Scan(source.document, i);
-        if (line_.IsCode()) Line(source, place);
+        const ProgramText::Line& line = source.text.At(i);
+        if (line.comment) continue;
+        const bool statement = !line.directive || line.tokens.Tokens().front().Is(BasicKey::Include);
+        if (statement && line.tokens.IsCode()) Line(line.tokens, place);
+        if (line.directive) Directive(*line.directive, source, place);
     }
 }
 
-void BasicChecker::Line(const Source& source, Place place)
+void BasicChecker::Line(const BasicLine& line, Place place)
 {
-    const BasicToken& first = line_.Tokens().front();
-    const size_t size = line_.Tokens().size();
+    const BasicToken& first = line.Tokens().front();
+    const size_t size = line.Tokens().size();
     if (size > 1 && (first.Is(BasicKey::Routine) || first.Is(BasicKey::Nested))) {
         blocks_.NewRoutine();
         labels_.NewRoutine();
     }
     const bool continued = continues_ || parens_.IsOpen();
-    if (const char16_t quote = line_.OpenQuote())
-        findings_.Add(place, u"The string that begins with " + Text(1, quote) + u" is not closed.");
-    parens_.Line(line_, place);
-    labels_.Line(line_, place, continued);
-    blocks_.Line(line_, place);
-    continues_ = line_.Continues();
-
-    if (!first.Is(BasicKey::Include) || size < 2) return;
-    const BasicToken::Kind next = line_.Tokens()[1].kind;
-    if (next != BasicToken::Kind::Word && next != BasicToken::Kind::String && next != BasicToken::Kind::Number) return;
-    const Text names(line_.Whole().substr(static_cast<size_t>(first.end)));
-    Directive(ReadInclude(names), source, place);
+    if (const char16_t quote = line.OpenQuote())
+        findings_.Add(place, finding_code::kOpenString,
+                      u"The string that begins with " + Text(1, quote) + u" is not closed.");
+    parens_.Line(line, place);
+    labels_.Line(line, place, continued);
+    blocks_.Line(line, place);
+    continues_ = line.Continues();
 }
 
 void BasicChecker::Directive(const BasicDirective& directive, const Source& source, Place place)
@@ -69,7 +56,8 @@ void BasicChecker::Directive(const BasicDirective& directive, const Source& sour
     using Kind = BasicDirective::Kind;
     switch (directive.kind) {
     case Kind::None:
-    case Kind::Other: return;
+    case Kind::Other:
+    case Kind::Define: return;
     case Kind::Include:
     case Kind::Insert: Include(directive, source, place); return;
     case Kind::Opaque: labels_.SetIncomplete(); return;
@@ -92,18 +80,21 @@ void BasicChecker::Include(const BasicDirective& directive, const Source& source
     const Text name = file + u" " + directive.item;
     for (const Source* outer = &source; outer; outer = outer->includedBy)
         if (outer->file == file && outer->item == directive.item) return labels_.SetIncomplete();
-    SourceDocument* text = nullptr;
-    const IncludeItems::Answer answer =
-        ++includeCount_ > kMostIncludes ? IncludeItems::Answer::Unknown : includes_.Find(file, directive.item, text);
-    if (answer == IncludeItems::Answer::Found) {
+    std::shared_ptr<const ProgramText> text;
+    using enum IncludeSource::Answer;
+    const IncludeSource::Answer answer =
+        ++includeCount_ > kMostIncludes ? Unknown : includes_.Find(file, directive.item, text);
+    if (answer == Found) {
         const int32_t number = findings_.AddItem(name, place);
         return Run({*text, file, directive.item, number, &source});
     }
     labels_.SetIncomplete();
     if (conditionals_ > 0 || directive.kind == BasicDirective::Kind::Insert) return;
-    if (answer == IncludeItems::Answer::NoItem) findings_.Add(place, u"Include item " + name + u" does not exist.");
-    if (answer == IncludeItems::Answer::NoFile)
-        findings_.Add(place, u"Include item " + name + u" does not exist: there is no file " + file + u".");
+    if (answer == NoItem)
+        findings_.Add(place, finding_code::kMissingInclude, u"Include item " + name + u" does not exist.");
+    if (answer == NoFile)
+        findings_.Add(place, finding_code::kMissingInclude,
+                      u"Include item " + name + u" does not exist: there is no file " + file + u".");
 }
 
 } // namespace nib

@@ -5,34 +5,24 @@
 #include "language/BasicChecks.h"
 #include "language/BasicLine.h"
 #include "language/BlockCheck.h"
+#include "language/IncludeSource.h"
 
 namespace nib {
 
-/// The items that a program can include.
-class IncludeItems {
-public:
-    enum class Answer : uint8_t {
-        Found,
-        NoItem,
-        NoFile,
-        Unknown, ///< may be where it cannot be looked for
-    };
-    virtual ~IncludeItems() = default;
-    /// Sets `text`, which lives as long as this, when the item is found.
-    virtual Answer Find(TextView file, TextView item, SourceDocument*& text) = 0;
-};
-
 class BasicChecker {
 public:
-    explicit BasicChecker(IncludeItems& includes) : includes_(includes) {}
+    /// `surely`: nothing is told that what cannot be read could make right.
+    explicit BasicChecker(IncludeSource& includes, bool surely = true) : includes_(includes), surely_(surely) {}
 
     /// `file` is the one that the program is an item of.
-    std::vector<Finding> Check(SourceDocument& program, TextView file, TextView item);
+    std::vector<Finding> Check(const ProgramText& program, TextView file, TextView item);
+    /// The line of the program that ends it, 1-based, once it has been checked.
+    std::optional<int32_t> LastLine() const { return blocks_.LastLine(); }
 
 private:
     /// A text on the way through its lines.
     struct Source {
-        SourceDocument& document;
+        const ProgramText& text;
         TextView file;
         TextView item;
         int32_t number; ///< among the included items, 0 for the program
@@ -40,13 +30,12 @@ private:
     };
 
     void Run(const Source& source);
-    void Line(const Source& source, Place place);
+    void Line(const BasicLine& line, Place place);
     void Directive(const BasicDirective& directive, const Source& source, Place place);
     void Include(const BasicDirective& directive, const Source& source, Place place);
 
-    IncludeItems& includes_;
-    LexClass lexer_;
-    BasicLine line_{lexer_};
+    IncludeSource& includes_;
+    bool surely_;
     FindingList findings_;
     BlockCheck blocks_{findings_};
     LabelCheck labels_{findings_};
@@ -54,7 +43,6 @@ private:
     int32_t conditionals_ = 0;
     int32_t includeCount_ = 0;
     bool continues_ = false;
-    bool inComment_ = false;
 };
 
 } // namespace nib

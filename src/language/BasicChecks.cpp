@@ -1,5 +1,7 @@
 #include "language/BasicChecks.h"
 
+#include "language/FindingCodes.h"
+
 #include <algorithm>
 
 namespace nib {
@@ -22,10 +24,10 @@ Text FindingList::Describe(Place place) const
     return text;
 }
 
-void FindingList::Add(Place place, TextView text)
+void FindingList::Add(Place place, TextView code, TextView text)
 {
     Text whole = place.item == 0 ? Text() : u"in " + Describe(place) + u": ";
-    findings_.push_back({ProgramLine(place), whole.append(text)});
+    findings_.push_back({ProgramLine(place), whole.append(text), code});
 }
 
 void FindingList::DropBehind(int32_t line)
@@ -93,7 +95,8 @@ void LabelCheck::Define(const BasicLine& line, const BasicToken& label, Place pl
     if (continued || conditional_ || label.key != BasicKey::None) return;
     const auto [first, isNew] = defined_.try_emplace(name, place);
     if (isNew) return;
-    findings_.Add(place, u"Label " + name + u" is defined twice, first in " + findings_.Describe(first->second) + u".");
+    findings_.Add(place, finding_code::kDoubleLabel,
+                  u"Label " + name + u" is defined twice, first in " + findings_.Describe(first->second) + u".");
 }
 
 /// A name alone is a label in some dialects, and routines have names that GOSUB knows in others.
@@ -130,21 +133,23 @@ size_t LabelCheck::Targets(const BasicLine& line, size_t at, Place place)
 
 void LabelCheck::Refer(const BasicLine& line, const BasicToken& target, Place place)
 {
-    // What stands close behind may belong to the name in a dialect that allows more letters.
+    // What stands close behind may belong to the name in a dialect that allows more letters, and what is in it not in
+    // one that allows fewer.
     constexpr TextView kEnds{u" ,;):"};
     const char16_t behind = line.At(target.end);
     if (behind != 0 && kEnds.find(behind) == TextView::npos) return;
     const TextView name = WithoutColon(line.Of(target));
+    if (name.find_first_of(u"$%") != TextView::npos) return;
     if (name == u"0") return;
     references_.push_back({Text(name), statement_, place});
 }
 
-void LabelCheck::Finish()
+void LabelCheck::Finish(bool surely)
 {
-    if (incomplete_) return;
+    if (incomplete_ && surely) return;
     for (const Reference& reference : references_) {
         if (known_.contains(Common(reference.name))) continue;
-        findings_.Add(reference.place,
+        findings_.Add(reference.place, finding_code::kMissingLabel,
                       Text(reference.statement) + u" to label " + reference.name + u", which does not exist.");
     }
 }
@@ -166,7 +171,7 @@ void ParenCheck::Line(const BasicLine& line, Place place)
             if (depth_ > 0) --depth_;
         }
     }
-    if (tooMany) findings_.Add(place, u"\")\" without \"(\".");
+    if (tooMany) findings_.Add(place, finding_code::kParentheses, u"\")\" without \"(\".");
     mustGoOn_ = !line.EndsValue(line.Tokens().back());
 }
 
@@ -178,7 +183,7 @@ bool ParenCheck::GoesOnWith(const BasicLine& line) const
 
 void ParenCheck::Finish()
 {
-    if (depth_ > 0) findings_.Add(opened_, u"\"(\" without \")\".");
+    if (depth_ > 0) findings_.Add(opened_, finding_code::kParentheses, u"\"(\" without \")\".");
     depth_ = 0;
 }
 

@@ -18,6 +18,7 @@ struct Place {
 struct Finding {
     int32_t line = 0; ///< of the program, 1-based
     Text text;
+    TextView code; ///< of the table of findings
 };
 
 /// What is wrong, and where. What is wrong in an included item is told at the line that includes it.
@@ -25,7 +26,7 @@ class FindingList {
 public:
     /// Names an included item; answers its number.
     int32_t AddItem(Text name, Place includedAt);
-    void Add(Place place, TextView text);
+    void Add(Place place, TextView code, TextView text);
     /// "line 12", or "line 3 of BP COMMON.INC".
     Text Describe(Place place) const;
     /// The line of the program that stands for a place.
@@ -60,7 +61,8 @@ public:
     void SetConditional(bool conditional) { conditional_ = conditional; }
     /// A part of the program cannot be read: labels may be there.
     void SetIncomplete() { incomplete_ = true; }
-    void Finish();
+    /// `surely`: not when labels may be in what cannot be read.
+    void Finish(bool surely);
 
 private:
     struct Reference {

@@ -1,7 +1,5 @@
 #include "language/BasicLine.h"
 
-#include "base/Text.h"
-#include "text/SourceDocument.h"
 #include "text/Units.h"
 
 #include <algorithm>
@@ -10,66 +8,11 @@ namespace nib {
 
 namespace {
 
-struct KeyRow {
-    TextView word;
-    BasicKey key;
-};
-
-constexpr KeyRow kKeys[] = {
-    {u"IF", BasicKey::If},
-    {u"THEN", BasicKey::Then},
-    {u"ELSE", BasicKey::Else},
-    {u"LOCKED", BasicKey::Locked},
-    {u"ON", BasicKey::On},
-    {u"ERROR", BasicKey::Error},
-    {u"BEGIN", BasicKey::Begin},
-    {u"CASE", BasicKey::Case},
-    {u"END", BasicKey::End},
-    {u"FOR", BasicKey::For},
-    {u"NEXT", BasicKey::Next},
-    {u"LOOP", BasicKey::Loop},
-    {u"REPEAT", BasicKey::Repeat},
-    {u"WHILE", BasicKey::While},
-    {u"UNTIL", BasicKey::Until},
-    {u"DO", BasicKey::Do},
-    {u"RETURN", BasicKey::Return},
-    {u"STOP", BasicKey::Return},
-    {u"REM", BasicKey::Remark},
-    {u"REMARK", BasicKey::Remark},
-    {u"INCLUDE", BasicKey::Include},
-    {u"SUBROUTINE", BasicKey::Routine},
-    {u"SUB", BasicKey::Routine},
-    {u"FUNCTION", BasicKey::Routine},
-    {u"PROGRAM", BasicKey::Routine},
-    {u"LOCAL", BasicKey::Nested},
-    {u"PUBLIC", BasicKey::Nested},
-    {u"PRIVATE", BasicKey::Nested},
-    {u"CLASS", BasicKey::Nested},
-    {u"TRANSACTION", BasicKey::Transaction},
-    {u"WORK", BasicKey::Transaction},
-    {u"AND", BasicKey::Operator},
-    {u"OR", BasicKey::Operator},
-    {u"NOT", BasicKey::Operator},
-    {u"EQ", BasicKey::Operator},
-    {u"NE", BasicKey::Operator},
-    {u"LT", BasicKey::Operator},
-    {u"GT", BasicKey::Operator},
-    {u"LE", BasicKey::Operator},
-    {u"GE", BasicKey::Operator},
-    {u"CAT", BasicKey::Operator},
-    {u"MATCH", BasicKey::Operator},
-    {u"MATCHES", BasicKey::Operator},
-    {u"TO", BasicKey::Operator},
-    {u"PRINT", BasicKey::Print},
-    {u"CRT", BasicKey::Print},
-    {u"DISPLAY", BasicKey::Print},
-};
 using units::IsDigit;
 using units::IsLetter;
 
-constexpr size_t kLongestKey = 11;
-
-constexpr TextView kPartsOfNames{u"$@%_."};
+constexpr TextView kPartsOfNames{u"$%_."};
+constexpr TextView kJoins{u",~|\\"};
 
 /// Stands for marks: no part of the language, and nothing that cuts a string.
 constexpr char16_t kNoSyntax = 0xB7;
@@ -79,148 +22,187 @@ bool IsBlockKey(BasicKey key)
     return key >= BasicKey::If && key <= BasicKey::Do;
 }
 
-using Directive = BasicDirective::Kind;
-
-struct DirectiveRow {
-    TextView word;
-    Directive kind;
-};
-
-constexpr DirectiveRow kDirectives[] = {
-    {u"INCLUDE", Directive::Include}, {u"INSERT", Directive::Insert}, {u"CHAIN", Directive::Opaque},
-    {u"COPY", Directive::Opaque},     {u"IFDEF", Directive::If},      {u"IFNDEF", Directive::If},
-    {u"IF", Directive::If},           {u"ELSE", Directive::Else},     {u"ELIF", Directive::Else},
-    {u"ENDIF", Directive::EndIf},
-};
-
-TextView TakeWord(TextView& text)
-{
-    const size_t start = std::min(text.find_first_not_of(u" \t"), text.size());
-    text.remove_prefix(start);
-    const bool quoted = text.starts_with(u'"') || text.starts_with(u'\'');
-    size_t end = quoted ? text.find(text.front(), 1) : text.find_first_of(u" \t");
-    end = end == TextView::npos ? text.size() : end + (quoted ? 1 : 0);
-    TextView word = text.substr(0, end);
-    text.remove_prefix(end);
-    if (quoted && word.size() > 2) word = word.substr(1, word.size() - 2);
-    return word;
-}
-
-bool StartsComment(TextView word)
-{
-    return word.empty() || word.starts_with(u'*') || word.starts_with(u'!') || word.starts_with(u"//");
-}
-
-/// A path, or a file of another account.
-bool IsFarName(TextView name)
-{
-    return name.find_first_of(u"/\\,*<>{}()") != TextView::npos;
-}
-
 } // namespace
 
-bool IsWord(TextView word, TextView capitals)
+void BasicLine::Scan(TextView text, WordTable& words)
 {
-    if (word.size() != capitals.size()) return false;
-    for (size_t i = 0; i < word.size(); ++i) {
-        const char16_t c = word[i];
-        if ((c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 0x20) : c) != capitals[i]) return false;
-    }
-    return true;
-}
-
-void BasicLine::Scan(SourceDocument& document, int32_t line)
-{
-    text_ = document.GetLine(line);
+    text_ = text;
     for (char16_t& c : text_) {
         if (c < u' ') c = u' ';
         if (c == kValueMark || c == kSubValueMark) c = kNoSyntax;
     }
     tokens_.clear();
+    words_ = &words;
+    comment_ = Length();
+    depth_ = 0;
+    doubtful_ = Text::npos;
     openQuote_ = 0;
-    hiding_ = Hiding::Nothing;
     unsure_ = false;
-    lexer_.BeginLineScan(document, line, text_, 0);
-    Token token;
-    for (lexer_.ScanToken(token); token.type != token_type::kEndOfLine; lexer_.ScanToken(token)) Take(token);
-    lexer_.EndLineScan(document);
+    for (int32_t at = 0; at < Length();) at = Take(at);
+    words_ = nullptr;
+    DropDoubtful();
+    const Dialect* dialect = words.Language();
+    continues_ = false;
+    if (tokens_.empty() || tokens_.back().kind != BasicToken::Kind::Sign) return;
+    const char16_t last = At(tokens_.back().start);
+    continues_ = kJoins.find(last) != TextView::npos || (dialect && dialect->Continues(last));
 }
 
-void BasicLine::Take(const Token& token)
+bool BasicLine::IsInName(int32_t at) const
 {
-    using Kind = BasicToken::Kind;
-    if (hiding_ != Hiding::Nothing) {
-        const bool counts = hiding_ == Hiding::MaybeComment;
-        if (counts && IsBlockKey(KeyOf(token.start, token.start + token.length))) unsure_ = true;
-        return;
-    }
-    switch (token.type) {
-    case token_type::kBlank: break;
-    case token_type::kComment: hiding_ = Hiding::Comment; break;
-    case token_type::kString: TakeString(token); break;
-    case token_type::kSeparator: Add(Kind::Separator, token); break;
-    case token_type::kNumber: Add(Kind::Number, token); break;
-    case token_type::kLabel: TakeLabel(token); break;
-    default: TakeOther(token);
-    }
+    const char16_t c = At(at);
+    if (IsLetter(c) || IsDigit(c) || c >= 0x80) return true;
+    if (c == 0) return false;
+    return kPartsOfNames.find(c) != TextView::npos || (words_->Language() && words_->Language()->IsInName(c));
 }
 
-void BasicLine::TakeLabel(const Token& token)
+bool BasicLine::BeginsName(int32_t at) const
 {
-    using Kind = BasicToken::Kind;
-    const int32_t end = token.start + token.length;
-    const bool colon = At(end - 1) == u':';
-    const BasicKey key = KeyOf(token.start, colon ? end - 1 : end);
-    if (tokens_.empty() && key == BasicKey::Remark)
-        hiding_ = Hiding::Comment;
-    else if (tokens_.empty())
-        Add(colon || IsDigit(At(token.start)) ? Kind::Label : Kind::Target, token, key);
-    else // GO may be a variable: IF GO THEN
-        Add(key == BasicKey::None ? Kind::Target : Kind::Word, token, key);
+    const char16_t c = At(at);
+    if (IsLetter(c) || c >= 0x80) return true;
+    return c != 0 && words_->Language() && words_->Language()->BeginsName(c) && c != u'@';
 }
 
-void BasicLine::TakeString(const Token& token)
+/// Takes what begins at `at`; answers where that ends.
+int32_t BasicLine::Take(int32_t at)
 {
-    const char16_t quote = At(token.start);
-    const int32_t last = token.start + token.length - 1;
-    if (token.length >= 2 && At(last) == quote) return Add(BasicToken::Kind::String, token);
+    const char16_t c = At(at);
+    if (c == u' ') return at + 1;
+    if (BeginsName(at) || (c == u'@' && IsLetter(At(at + 1)))) return TakeWord(at);
+    if (IsDigit(c)) return TakeNumber(at);
+    if (c == u'"' || c == u'\'' || c == u'\\') return TakeString(at);
+    return TakeSign(at);
+}
+
+int32_t BasicLine::Hide(int32_t at)
+{
+    comment_ = std::min(comment_, at);
+    return Length();
+}
+
+/// What stands behind a "//" that may begin a comment.
+void BasicLine::DropDoubtful()
+{
+    if (doubtful_ >= tokens_.size()) return;
+    const auto first = tokens_.begin() + static_cast<std::ptrdiff_t>(doubtful_);
+    unsure_ =
+        unsure_ || std::any_of(first, tokens_.end(), [](const BasicToken& token) { return IsBlockKey(token.key); });
+    tokens_.erase(first, tokens_.end());
+    openQuote_ = 0;
+}
+
+int32_t BasicLine::Add(BasicToken::Kind kind, int32_t start, int32_t end, BasicKey key, int32_t word)
+{
+    tokens_.push_back({kind, key, start, end, word});
+    return end;
+}
+
+int32_t BasicLine::TakeString(int32_t at)
+{
+    const char16_t quote = At(at);
+    const size_t end = text_.find(quote, static_cast<size_t>(at) + 1);
+    if (end != Text::npos) return Add(BasicToken::Kind::String, at, static_cast<int32_t>(end) + 1);
     // A backslash at the end of a line continues it in some dialects.
-    const bool alone = text_.find_first_not_of(u' ', static_cast<size_t>(token.start) + 1) == Text::npos;
-    if (quote == u'\\' && alone) return Add(BasicToken::Kind::Sign, token);
+    const bool alone = text_.find_first_not_of(u' ', static_cast<size_t>(at) + 1) == Text::npos;
+    if (quote == u'\\' && alone) return Add(BasicToken::Kind::Sign, at, at + 1);
     openQuote_ = quote;
-    Add(BasicToken::Kind::String, token);
+    return Add(BasicToken::Kind::String, at, Length());
 }
 
-void BasicLine::TakeOther(const Token& token)
+/// The end of a label's name with the colon that may follow it.
+int32_t BasicLine::Colon(int32_t end) const
+{
+    return At(end) == u':' && At(end + 1) != u'=' ? end + 1 : end;
+}
+
+/// Behind GOTO or GOSUB, or a comma in the list there.
+bool BasicLine::TargetPosition() const
 {
     using Kind = BasicToken::Kind;
-    const int32_t end = token.start + token.length;
-    const char16_t c = At(token.start);
-    if (IsDigit(c)) {
-        if (!tokens_.empty() && tokens_.back().kind == Kind::Number && tokens_.back().end == token.start)
-            tokens_.back().end = end;
-        else
-            Add(Kind::Number, token);
-        return;
-    }
-    if (!IsLetter(c)) return TakeSign(token);
-    // Only a branch takes the blank behind it into its token.
-    if (token.type == token_type::kReserved && At(end - 1) == u' ') return Add(Kind::Branch, token);
-    const BasicKey key = KeyOf(token.start, end);
-    if (key == BasicKey::Remark && StartsComment()) return;
-    Add(Kind::Word, token, key);
+    if (tokens_.empty()) return false;
+    if (tokens_.back().kind == Kind::Branch) return true;
+    return tokens_.size() > 1 && IsSign(tokens_.back(), u',') && tokens_[tokens_.size() - 2].kind == Kind::Target;
 }
 
-void BasicLine::TakeSign(const Token& token)
+int32_t BasicLine::TakeNumber(int32_t at)
 {
-    const char16_t c = At(token.start);
-    if ((c == u'*' || c == u'!') && StartsComment()) return;
-    if (c == u'/' && At(token.start + 1) == u'/') {
-        // A comment in some dialects, a division in others.
-        hiding_ = AtStatementStart() ? Hiding::Comment : Hiding::MaybeComment;
-        return;
+    int32_t end = at;
+    while (IsDigit(At(end)) || (At(end) == u'.' && (IsDigit(At(end + 1)) || tokens_.empty()))) ++end;
+    const TextView number = Between(at, end);
+    if (!tokens_.empty()) return Add(BasicToken::Kind::Number, at, end);
+    const size_t first = std::min(number.find_first_not_of(u'0'), number.size() - 1);
+    return Add(BasicToken::Kind::Label, at, At(end) == u':' ? end + 1 : end, BasicKey::None,
+               words_->NumberOf(number.substr(first)));
+}
+
+int32_t BasicLine::TakeWord(int32_t at)
+{
+    using Kind = BasicToken::Kind;
+    int32_t end = at + 1;
+    while (IsInName(end)) ++end;
+    // What a "->" leads to is a name whatever it is.
+    const bool member = At(at - 1) == u'>' && At(at - 2) == u'-';
+    const int32_t word = words_->NumberOf(Between(at, end));
+    const BasicKey key = member ? BasicKey::None : words_->FactsOf(word).key;
+    if ((At(at) | 0x20) == u'g' && !member) {
+        if (const int32_t branch = TakeBranch(at, end)) return branch;
     }
-    Add(BasicToken::Kind::Sign, token);
+    if (TargetPosition() && key == BasicKey::None) return Add(Kind::Target, at, Colon(end), key, word);
+    if (tokens_.empty() && IsLetter(At(at))) {
+        int32_t colon = Colon(end);
+        const Dialect* dialect = words_->Language();
+        if (colon == end && dialect && dialect->blankBeforeColon && key == BasicKey::None &&
+            !words_->FactsOf(word).form && !words_->FactsOf(word).statement) {
+            while (At(colon) == u' ') ++colon;
+            colon = At(colon) == u':' && At(colon + 1) != u'=' ? colon + 1 : end;
+        }
+        if (colon != end && key == BasicKey::Remark) return Hide(at);
+        if (colon != end) return Add(Kind::Label, at, colon, key, word);
+    }
+    if (key == BasicKey::Remark && StartsComment()) return Hide(at);
+    return Add(Kind::Word, at, end, key, word);
+}
+
+/// GO, GO TO, GOTO, GO SUB and GOSUB with the blank behind them; 0 for another word.
+int32_t BasicLine::TakeBranch(int32_t at, int32_t end)
+{
+    const TextView first = Between(at, end);
+    int32_t last = end;
+    if (IsWord(first, u"GO")) {
+        int32_t next = end;
+        while (At(next) == u' ') ++next;
+        int32_t nextEnd = next;
+        while (IsInName(nextEnd)) ++nextEnd;
+        const TextView second = Between(next, nextEnd);
+        if (next > end && (IsWord(second, u"TO") || IsWord(second, u"SUB"))) last = nextEnd;
+    } else if (!IsWord(first, u"GOTO") && !IsWord(first, u"GOSUB")) {
+        return 0;
+    }
+    if (At(last) != u' ') return 0;
+    int32_t target = last;
+    while (At(target) == u' ') ++target;
+    if (!BeginsName(target) && !IsDigit(At(target))) return 0;
+    return Add(BasicToken::Kind::Branch, at, last + 1);
+}
+
+int32_t BasicLine::TakeSign(int32_t at)
+{
+    const char16_t c = At(at);
+    const Dialect* dialect = words_->Language();
+    const bool comment = c == u'*' || c == u'!' || (dialect && dialect->comments.find(c) != Text::npos);
+    if (comment && StartsComment()) return Hide(at);
+    if (c == u'/' && At(at + 1) == u'/') {
+        if (AtStatementStart()) return Hide(at);
+        // A comment in some dialects, a division in others.
+        if (comment_ == Length()) {
+            doubtful_ = tokens_.size();
+            comment_ = at;
+        }
+        return Add(BasicToken::Kind::Sign, at, at + 2);
+    }
+    if (c == u';' && depth_ == 0) return Add(BasicToken::Kind::Separator, at, at + 1);
+    depth_ += c == u'(' ? 1 : c == u')' ? -1 : 0;
+    return Add(BasicToken::Kind::Sign, at, at + 1);
 }
 
 bool BasicLine::AtStatementStart() const
@@ -230,7 +212,7 @@ bool BasicLine::AtStatementStart() const
            IsSign(tokens_.back(), u';');
 }
 
-/// A comment where the lexer sees none: behind a label or a keyword that no operator can follow.
+/// A statement may begin here, or a keyword stands before that no operator can follow.
 bool BasicLine::StartsComment()
 {
     using enum BasicKey;
@@ -239,37 +221,8 @@ bool BasicLine::StartsComment()
     const bool other = before == Do || before == Loop || before == Repeat || before == End ||
                        (!tokens_.empty() && tokens_.back().kind == BasicToken::Kind::Target);
     if (!clause && !other && !AtStatementStart()) return false;
-    hiding_ = Hiding::Comment;
     unsure_ = unsure_ || clause;
     return true;
-}
-
-/// None for a word that is only a part of a name, as END in A$END or NEXT in LIST->NEXT.
-BasicKey BasicLine::KeyOf(int32_t start, int32_t end) const
-{
-    if (end - start > static_cast<int32_t>(kLongestKey)) return BasicKey::None;
-    const TextView word = Between(start, end);
-    const auto* row = std::find_if(std::begin(kKeys), std::end(kKeys),
-                                   [word](const KeyRow& candidate) { return IsWord(word, candidate.word); });
-    if (row == std::end(kKeys)) return BasicKey::None;
-    const char16_t before = At(start - 1);
-    const char16_t behind = At(end);
-    const bool part = kPartsOfNames.find(before) != TextView::npos || before >= 0x80 || behind >= 0x80 ||
-                      (before == u'>' && At(start - 2) == u'-') ||
-                      (behind != 0 && kPartsOfNames.find(behind) != TextView::npos && behind != u'@');
-    return part ? BasicKey::None : row->key;
-}
-
-void BasicLine::Add(BasicToken::Kind kind, const Token& token, BasicKey key)
-{
-    tokens_.push_back({kind, key, token.start, token.start + token.length});
-}
-
-bool BasicLine::Continues() const
-{
-    constexpr TextView kJoins{u",~|\\"};
-    return !tokens_.empty() && tokens_.back().kind == BasicToken::Kind::Sign &&
-           kJoins.find(At(tokens_.back().start)) != TextView::npos;
 }
 
 bool BasicLine::EndsValue(const BasicToken& token) const
@@ -286,41 +239,6 @@ bool BasicLine::EndsValue(const BasicToken& token) const
     case Separator: break;
     }
     return false;
-}
-
-BasicDirective ReadDirective(TextView line)
-{
-    const size_t start = line.find_first_not_of(u" \t");
-    if (start == TextView::npos || (line[start] != u'$' && line[start] != u'#')) return {};
-    line.remove_prefix(start + 1);
-    const TextView word = TakeWord(line);
-    for (const DirectiveRow& row : kDirectives) {
-        if (!IsWord(word, row.word)) continue;
-        if (row.kind != Directive::Include && row.kind != Directive::Insert) return {row.kind, {}, {}};
-        BasicDirective include = ReadInclude(line);
-        if (row.kind == Directive::Insert && include.file.empty() && include.kind == Directive::Include)
-            include.kind = Directive::Insert;
-        return include;
-    }
-    return {Directive::Other, {}, {}};
-}
-
-BasicDirective ReadInclude(TextView names)
-{
-    names = names.substr(0, names.find(u';'));
-    const TextView first = TakeWord(names);
-    const TextView second = TakeWord(names);
-    const TextView third = TakeWord(names);
-    BasicDirective elsewhere{Directive::Opaque, {}, {}};
-    if (first.empty() || IsFarName(first)) return elsewhere;
-    if (StartsComment(second)) return {Directive::Include, {}, Text(first)};
-    if (IsFarName(second)) return elsewhere;
-    if (IsWord(second, u"FROM") && !third.empty()) {
-        if (IsFarName(third)) return elsewhere;
-        return {Directive::Include, Text(third), Text(first)};
-    }
-    if (!StartsComment(third)) return elsewhere;
-    return {Directive::Include, Text(first), Text(second)};
 }
 
 } // namespace nib

@@ -1,49 +1,18 @@
 #pragma once
-// A line of a program as the checks see it: the lexer's tokens without blanks and comments, and with the words that
-// structure a program told apart; and lines that are none of the program, but for its compiler.
+// A line of a program cut into tokens without blanks and comments, with the words that structure a program told apart.
 
-#include "editing/LexClass.h"
-
-#include <vector>
+#include "language/WordTable.h"
 
 namespace nib {
-
-enum class BasicKey : uint8_t {
-    None,
-    If,
-    Then,
-    Else,
-    Locked,
-    On,
-    Error,
-    Begin,
-    Case,
-    End,
-    For,
-    Next,
-    Loop,
-    Repeat,
-    While,
-    Until,
-    Do,
-    Return, ///< and STOP
-    Remark,
-    Include,
-    Routine,     ///< begins a routine: SUBROUTINE, FUNCTION, PROGRAM
-    Nested,      ///< tells of routines inside the program, each with an END of its own: LOCAL, CLASS ...
-    Transaction, ///< what BEGIN and END may enclose beside cases
-    Operator,    ///< AND, OR, EQ ...: no value ends here
-    Print,       ///< statements that a colon may follow at once
-};
 
 struct BasicToken {
     enum class Kind : uint8_t {
         Word,
         Number,
         String,
-        Label,     ///< defined here
+        Label,     ///< defined here, with its colon
         Target,    ///< the name of a label behind GOTO or GOSUB
-        Branch,    ///< GO, GO TO, GOTO, GOSUB
+        Branch,    ///< GO, GO TO, GOTO, GOSUB, and a blank
         Separator, ///< a semicolon between statements
         Sign,
     };
@@ -51,16 +20,14 @@ struct BasicToken {
     BasicKey key;
     int32_t start;
     int32_t end;
+    int32_t word = -1; ///< number of a word, a label or a target (without the colon)
 
     bool Is(BasicKey wanted) const { return key == wanted; }
 };
 
 class BasicLine {
 public:
-    /// The lexer outlives this and scans nothing else meanwhile.
-    explicit BasicLine(LexClass& lexer) : lexer_(lexer) {}
-
-    void Scan(SourceDocument& document, int32_t line);
+    void Scan(TextView text, WordTable& words);
 
     TextView Whole() const { return text_; }
     const std::vector<BasicToken>& Tokens() const { return tokens_; }
@@ -75,63 +42,48 @@ public:
         return at >= 0 && at < static_cast<int32_t>(text_.size()) ? text_[static_cast<size_t>(at)] : u'\0';
     }
     bool IsCode() const { return !tokens_.empty(); }
+    /// Where the comment begins; the line's length when there is none.
+    int32_t CommentStart() const { return comment_; }
     /// The quote of a string that the line's end cuts off; 0 when there is none.
     char16_t OpenQuote() const { return openQuote_; }
     /// Dialects differ in whether a part of this line is a comment, and its blocks depend on that.
     bool Unsure() const { return unsure_; }
     /// The next code line continues this one for certain.
-    bool Continues() const;
+    bool Continues() const { return continues_; }
     /// A value, a name or a closing bracket: something that an operator could follow.
     bool EndsValue(const BasicToken& token) const;
 
 private:
-    enum class Hiding : uint8_t { Nothing, Comment, MaybeComment };
-
     TextView Between(int32_t start, int32_t end) const
     {
         return TextView(text_).substr(static_cast<size_t>(start), static_cast<size_t>(end - start));
     }
-    void Take(const Token& token);
-    void TakeLabel(const Token& token);
-    void TakeString(const Token& token);
-    void TakeOther(const Token& token);
-    void TakeSign(const Token& token);
+    int32_t Length() const { return static_cast<int32_t>(text_.size()); }
+    bool IsInName(int32_t at) const;
+    bool BeginsName(int32_t at) const;
+    int32_t Take(int32_t at);
+    int32_t TakeString(int32_t at);
+    int32_t TakeNumber(int32_t at);
+    int32_t TakeWord(int32_t at);
+    int32_t TakeBranch(int32_t at, int32_t end);
+    int32_t TakeSign(int32_t at);
+    int32_t Colon(int32_t end) const;
+    bool TargetPosition() const;
     bool AtStatementStart() const;
     bool StartsComment();
-    BasicKey KeyOf(int32_t start, int32_t end) const;
-    void Add(BasicToken::Kind kind, const Token& token, BasicKey key = BasicKey::None);
+    int32_t Hide(int32_t at);
+    void DropDoubtful();
+    int32_t Add(BasicToken::Kind kind, int32_t start, int32_t end, BasicKey key = BasicKey::None, int32_t word = -1);
 
-    LexClass& lexer_;
     Text text_;
     std::vector<BasicToken> tokens_;
+    WordTable* words_ = nullptr; ///< while it scans
+    int32_t comment_ = 0;
+    int32_t depth_ = 0;   ///< of parentheses
+    size_t doubtful_ = 0; ///< the first token that may be in a comment
     char16_t openQuote_ = 0;
-    Hiding hiding_ = Hiding::Nothing;
     bool unsure_ = false;
+    bool continues_ = false;
 };
-
-/// Equality of a word with one in ASCII capitals.
-bool IsWord(TextView word, TextView capitals);
-
-/// A line for the compiler, or a statement that includes an item.
-struct BasicDirective {
-    enum class Kind : uint8_t {
-        None,
-        Other,
-        Include,
-        Insert, ///< an include that some compilers look for in folders of their own
-        Opaque, ///< takes in text in a way that is not understood here
-        If,
-        Else,
-        EndIf,
-    };
-    Kind kind = Kind::None;
-    Text file; ///< empty: the file of the item that includes
-    Text item;
-};
-
-/// `line` is whole; none unless it begins with "$" or "#".
-BasicDirective ReadDirective(TextView line);
-/// What follows the word INCLUDE.
-BasicDirective ReadInclude(TextView names);
 
 } // namespace nib

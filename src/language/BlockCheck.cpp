@@ -1,5 +1,7 @@
 #include "language/BlockCheck.h"
 
+#include "language/FindingCodes.h"
+
 #include <algorithm>
 
 namespace nib {
@@ -51,6 +53,9 @@ bool BlockCheck::Word(Walk& walk)
     case BasicKey::Locked: return IsLockedClause(walk) && Clause(walk, u"LOCKED");
     case BasicKey::Error: return before && before->Is(BasicKey::On) && Clause(walk, u"ON ERROR");
     case BasicKey::Do: return true;
+    case BasicKey::Try:
+        if (begins && LineEnds(walk)) Open(kClause, u"TRY", walk.place);
+        return begins;
     case BasicKey::Loop:
         if (begins) Open(kLoop, u"LOOP", walk.place);
         return begins;
@@ -250,7 +255,7 @@ void BlockCheck::Finish()
                                 findings_.Describe(block.label) + u".");
     }
     if (unsure_) return;
-    for (const Fault& fault : reports_) findings_.Add(fault.place, fault.text);
+    for (const Fault& fault : reports_) findings_.Add(fault.place, finding_code::kBlock, fault.text);
 }
 
 std::optional<int32_t> BlockCheck::LastLine() const

@@ -1,5 +1,6 @@
 #pragma once
-// What is known of one program after its lines have been read: its names, where they stand, and what it wants of others.
+// What is known of one program after its lines have been read: its names, where they stand, and what it wants of
+// others.
 //
 // Lines and columns are 0-based, columns count UTF-16 units, ends are excluded. Indices point into the vectors here.
 
@@ -13,11 +14,11 @@ enum class SymbolKind : uint8_t {
     Variable,
     Array,
     CommonMember,
-    Constant,     ///< named by EQU
-    Label,        ///< of the routine that holds it
-    Program,      ///< the item as a whole, where its first statement does not tell otherwise
-    Subroutine,   ///< of its own item, or local
-    Function,     ///< the same
+    Constant,   ///< named by EQU
+    Label,      ///< of the routine that holds it
+    Program,    ///< the item as a whole, where its first statement does not tell otherwise
+    Subroutine, ///< of its own item, or local
+    Function,   ///< the same
     Parameter,
     FileVariable, ///< set by OPEN
     External,     ///< another item that is called
@@ -30,21 +31,21 @@ enum class Use : uint8_t {
     Declares, ///< DIM, COMMON, a parameter, a label, an EQU
     Sets,
     Reads,
-    Both,     ///< given to a CALL by its name, or changed where it stands
+    Both, ///< given to a CALL by its name, or changed where it stands
     Calls,
-    Jumps,    ///< GO, GOSUB, ON
-    Names,    ///< an included item, a file
+    Jumps, ///< GO, GOSUB, ON
+    Names, ///< an included item, a file
 };
 
 struct Symbol {
-    Text name;            ///< as it is first written
+    Text name; ///< as it is first written
     SymbolKind kind = SymbolKind::Variable;
-    int32_t routine = 0;  ///< that it belongs to; 0 is the item itself
-    int32_t item = 0;     ///< that declares it: 0 this one, else 1 + the index of an include
+    int32_t routine = 0; ///< that it belongs to; 0 is the item itself
+    int32_t item = 0;    ///< that declares it: 0 this one, else 1 + the index of an include
     int32_t dimensions = 0;
     std::vector<int32_t> sizes; ///< of an array; -1 what is no plain number
-    Text value;           ///< of a constant, as it is written; the file behind a file variable
-    int32_t common = -1;  ///< the block of a COMMON member
+    Text value;                 ///< of a constant, as it is written; the file behind a file variable
+    int32_t common = -1;        ///< the block of a COMMON member
     bool caseSensitive = true;
 };
 
@@ -82,7 +83,7 @@ struct CallSite {
 };
 
 struct CommonBlock {
-    Text name;                    ///< empty: the one without a name
+    Text name; ///< empty: the one without a name
     TextRange at;
     std::vector<int32_t> members; ///< symbols, in their order
     int32_t item = 0;             ///< as in Symbol
@@ -111,20 +112,31 @@ struct ProgramFinding {
 struct OutlineEntry {
     Text name;
     SymbolKind kind = SymbolKind::Label;
-    TextRange at;    ///< of the name
+    TextRange at;     ///< of the name
     int32_t last = 0; ///< line of its body
     int32_t level = 0;
 };
 
 /// A name as it looks in the text, for colours laid over those of the lexer.
-enum class WordLook : uint8_t { Statement, Function, Clause, Number, Variable, Parameter, CommonMember, Constant, Label, Subroutine };
+enum class WordLook : uint8_t {
+    Statement,
+    Function,
+    Clause,
+    Number,
+    Variable,
+    Parameter,
+    CommonMember,
+    Constant,
+    Label,
+    Subroutine
+};
 struct LookedWord {
     TextRange at;
     WordLook look = WordLook::Variable;
     bool declares = false;
 };
 
-struct Program {
+struct ProgramFacts {
     std::vector<Symbol> symbols;
     std::vector<Occurrence> occurrences; ///< in this item, ascending
     std::vector<Routine> routines;       ///< 0 is the item itself
@@ -135,5 +147,9 @@ struct Program {
     std::vector<ProgramFinding> findings; ///< of this program by itself, ascending; those of the account are not here
     std::vector<TextRange> blocks;        ///< first to last line of what folds
 };
+
+#ifndef NIB_EDITOR_PROGRAM
+using Program = ProgramFacts; ///< for rooms that never meet the editor's own class of that name
+#endif
 
 } // namespace nib

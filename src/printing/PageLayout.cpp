@@ -142,6 +142,7 @@ void PageLayout::DrawRow(DrawContext& context, size_t row)
     if (scanned_ != at.line) {
         view_.Document().ScanLine(at.line, tokens_);
         text_ = view_.Document().LineText(at.line, scratch_);
+        view_.Document().Look(text_, tokens_);
         scanned_ = at.line;
     }
     DrawTokens(context.x, y, at.start, RowEnd(row, static_cast<int32_t>(text_.size())));

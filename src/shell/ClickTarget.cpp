@@ -113,7 +113,7 @@ bool FindLabel(const ClickedLine& line, uint32_t lineState, Hit& hit)
 
 bool FindCall(const ClickedLine& line, Hit& hit)
 {
-    if (!Contains(line.Content(), u"CALL")) return false;
+    if (!Contains(ToUpper(line.Content()), u"CALL")) return false;
     WordsBackward words(line, true);
     TextView name = words.Next();
     if (name.empty() || Contains(name, u"(") || !EqualsNoCase(words.Next(), u"CALL")) return false;
@@ -131,7 +131,8 @@ bool IsInclude(TextView word)
 
 bool FindInclude(const ClickedLine& line, Hit& hit)
 {
-    if (!Contains(line.Content(), u"$INSERT") && !Contains(line.Content(), u"INCLUDE")) return false;
+    const Text content = ToUpper(line.Content());
+    if (!Contains(content, u"$INSERT") && !Contains(content, u"INCLUDE")) return false;
     WordsBackward words(line, false);
     Text name(words.Next());
     if (name.empty()) return false;
@@ -200,8 +201,17 @@ Text TargetPath(Program& program, mvDocument& document)
 
 } // namespace
 
-Hit HitTest(SourceView& view, Position at)
+Hit HitTest(SourceView& view, Position at, LexClass* lexer)
 {
+    if (lexer && !lexer->Highlight()) {
+        // Without colours the lexer tells nothing of a line.
+        const struct Colours {
+            LexClass& of;
+            ~Colours() { of.SetHighlight(false); }
+        } colours{*lexer};
+        lexer->SetHighlight(true);
+        return HitTest(view, at, lexer);
+    }
     SourceDocument& document = view.Document();
     at.line = std::clamp(at.line, 0, document.LineCount() - 1);
     Hit hit;

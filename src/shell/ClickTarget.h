@@ -5,6 +5,7 @@
 
 namespace nib {
 
+class LexClass;
 class Program;
 class SourceView;
 class mvDocument;
@@ -17,8 +18,8 @@ struct Hit {
     int32_t TargetLine = 0; ///< 1-based; 0 for none
 };
 
-/// `at` is the character that was clicked.
-Hit HitTest(SourceView& view, Position at);
+/// `at` is the character that was clicked, `lexer` that of the view: it is looked at with colours, be they on or off.
+Hit HitTest(SourceView& view, Position at, LexClass* lexer = nullptr);
 
 // These act on the target that the hit test has just left; `document` may be null.
 void HandleBookmarkToggle(Program& program, mvDocument* document);

@@ -1,4 +1,4 @@
-// Every command: what it does, when it can act, when it shows as checked.
+// Commands: what each does, when it can act, when it shows as checked.
 
 #include "shell/ClickTarget.h"
 #include "shell/Commands.h"
@@ -8,8 +8,6 @@
 namespace nib {
 
 namespace {
-
-using namespace window_state;
 
 using Context = const CommandContext;
 
@@ -24,10 +22,6 @@ bool HasDocument(Context& c)
 bool HasView(Context& c)
 {
     return c.document && c.document->View();
-}
-bool HasDocuments(Context& c)
-{
-    return c.program.OpenDocuments().Count() > 0;
 }
 bool Writable(Context& c)
 {
@@ -246,32 +240,36 @@ void SetHighlight(CommandContext& c)
 {
     bool mark = NewMark(c, Highlights(c));
     c.document->SetHighlight(mark);
+    c.program.Assist().DocumentChanged(*c.document);
     for (Band band : {Band::ToolBar, Band::MainMenu}) c.program.Menus().SetChecked(band, u"Highlight", mark);
 }
 
-// Window
+// Programs
 
-bool IsMaximized(Context& c)
+template <bool Backward>
+void GoToFinding(CommandContext& c)
 {
-    return HasView(c) && c.document->View()->WindowState() == kMaximized;
+    c.program.Assist().GoToFinding(c.document->DocumentID(), Backward);
 }
 
-template <int32_t Mode>
-void Arrange(CommandContext& c)
+template <AssistForm Which>
+void ShowAssist(CommandContext& c)
 {
-    c.program.Window().Arrange(Mode);
+    if (c.program.Assist().Show) c.program.Assist().Show(Which, c.document.get());
 }
 
-/// The document whose tab the tab menu was opened on; null when it has closed since.
-std::shared_ptr<mvDocument> TabDocument(Context& c)
+template <bool MvEdit::*Panel>
+void ShowPanel(CommandContext& c)
 {
-    auto document = c.program.OpenDocuments().ById(ToInt(c.program.Menus().Root(Band::TabContext).tag));
-    return document && document->View() ? document : nullptr;
+    c.program.EditorSettings().*Panel = NewMark(c, Marks<Panel>(c));
+    if (c.program.Assist().PanelsChanged) c.program.Assist().PanelsChanged();
 }
 
-bool HasTab(Context& c)
+template <bool MvEdit::*Switch>
+void SetAssist(CommandContext& c)
 {
-    return TabDocument(c) != nullptr;
+    c.program.EditorSettings().*Switch = NewMark(c, Marks<Switch>(c));
+    c.program.Assist().SettingsChanged();
 }
 
 constexpr CommandRow kRows[] = {
@@ -349,22 +347,26 @@ constexpr CommandRow kRows[] = {
     {u"VisibleBlanks", SetMark<&MvEdit::VisibleBlanks>, Always, Marks<&MvEdit::VisibleBlanks>},
     {u"SmoothScrolling", SetMark<&MvEdit::SmoothScrolling>, Always, Marks<&MvEdit::SmoothScrolling>},
     {u"Results", Show<Form::Results>, Always},
+    {u"Problems", ShowPanel<&MvEdit::ProblemsShown>, Always, Marks<&MvEdit::ProblemsShown>},
+    {u"NextProblem", GoToFinding<false>, HasView},
+    {u"PrevProblem", GoToFinding<true>, HasView},
+    {u"Outline", ShowPanel<&MvEdit::OutlineShown>, Always, Marks<&MvEdit::OutlineShown>},
+    {u"QuickOpen", ShowAssist<AssistForm::QuickOpen>, Always},
+    {u"Definition", [](CommandContext& c) { c.program.Names().GoToDefinition(*c.document); }, HasView},
+    {u"References", [](CommandContext& c) { c.program.Names().FindReferences(*c.document); }, HasView},
+    {u"Rename", ShowAssist<AssistForm::Rename>, HasView},
+    {u"CompleteWord", ShowAssist<AssistForm::Completion>, HasView},
+    {u"QuickMend", ShowAssist<AssistForm::Mends>, HasView},
+    {u"CompleteWords", SetAssist<&MvEdit::CompleteWords>, Always, Marks<&MvEdit::CompleteWords>},
+    {u"CheckAsYouType", SetAssist<&MvEdit::CheckAsYouType>, Always, Marks<&MvEdit::CheckAsYouType>},
     {u"Settings", Show<Form::Settings>, Always},
     {u"HelpTopics", Show<Form::HelpTopics>, Always},
     {u"HelpAbout", Show<Form::About>, Always},
-    {u"TileHorizontal", Arrange<1>, HasDocuments},
-    {u"TileVertical", Arrange<2>, HasDocuments},
-    {u"Cascade", Arrange<0>, HasDocuments},
-    {u"Maximize", [](CommandContext& c) { ToggleWindowState(*c.document->View(), kMaximized); }, HasView, IsMaximized},
-    {u"tab_activate", [](CommandContext& c) { TabDocument(c)->View()->Activate(); }, HasTab},
-    {u"tab_close", [](CommandContext& c) { CloseWindow(*TabDocument(c)); }, HasTab},
-    {u"tab_max", [](CommandContext& c) { ToggleWindowState(*TabDocument(c)->View(), kMaximized); }, HasTab},
-    {u"tab_min", [](CommandContext& c) { ToggleWindowState(*TabDocument(c)->View(), kMinimized); }, HasTab},
 };
 
 } // namespace
 
-std::span<const CommandRow> CommandRows()
+std::span<const CommandRow> MainCommands()
 {
     return kRows;
 }

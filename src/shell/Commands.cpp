@@ -13,10 +13,13 @@ namespace {
 constexpr TextView kWindowEntry = u"miWList";
 constexpr TextView kRecentEntry = u"file_";
 
+constexpr std::span<const CommandRow> (*kTables[])() = {MainCommands, StorageCommands, WindowCommands};
+
 const CommandRow* FindCommand(TextView key)
 {
-    for (const CommandRow& row : CommandRows())
-        if (key == row.key) return &row;
+    for (const auto table : kTables)
+        for (const CommandRow& row : table())
+            if (key == row.key) return &row;
     return nullptr;
 }
 
@@ -98,19 +101,27 @@ bool IsReservedKey(TextView key)
     return IsCommand(key) || IsListEntry(key);
 }
 
+namespace {
+
+void UpdateTools(MenuModel& menus, const CommandRow& row, const CommandContext& context)
+{
+    const MenuTool* onMenu = menus.Find(Band::MainMenu, row.key);
+    const MenuTool* onToolBar = menus.Find(Band::ToolBar, row.key);
+    if (!onMenu && !onToolBar) return;
+    const bool enabled = row.enabled(context);
+    const bool checked = row.checked && row.checked(context);
+    if (onMenu) menus.SetState(Band::MainMenu, *onMenu, enabled, checked);
+    if (onToolBar) menus.SetState(Band::ToolBar, *onToolBar, enabled, checked);
+}
+
+} // namespace
+
 void UpdateToolBar(const CommandContext& context)
 {
     MenuModel& menus = context.program.Menus();
     MenuBatch batch(menus);
-    for (const CommandRow& row : CommandRows()) {
-        const MenuTool* onMenu = menus.Find(Band::MainMenu, row.key);
-        const MenuTool* onToolBar = menus.Find(Band::ToolBar, row.key);
-        if (!onMenu && !onToolBar) continue;
-        bool enabled = row.enabled(context);
-        bool checked = row.checked && row.checked(context);
-        if (onMenu) menus.SetState(Band::MainMenu, *onMenu, enabled, checked);
-        if (onToolBar) menus.SetState(Band::ToolBar, *onToolBar, enabled, checked);
-    }
+    for (const auto table : kTables)
+        for (const CommandRow& row : table()) UpdateTools(menus, row, context);
     // With a document F1 belongs to the text.
     menus.SetShortcut(Band::MainMenu, u"HelpTopics", context.document ? u"" : u"F1");
 }

@@ -33,8 +33,10 @@ struct CommandRow {
     bool typing = false;                              ///< goes on in the text while this is waited for
 };
 
-/// All commands with a key of their own.
-std::span<const CommandRow> CommandRows();
+// All commands with a key of their own.
+std::span<const CommandRow> MainCommands();
+std::span<const CommandRow> StorageCommands();
+std::span<const CommandRow> WindowCommands();
 
 /// Runs the command `key` (case matters); false when there is none, it is disabled, or it failed. Failures are logged
 /// and reported to the user. Also takes entries of the window list and of the recent files, and tools that automation

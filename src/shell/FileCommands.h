@@ -2,6 +2,7 @@
 // The commands on documents as a whole, with their questions to the user.
 
 #include "documents/mvDocument.h"
+#include "shell/ClosedDocuments.h"
 
 namespace nib {
 
@@ -16,6 +17,8 @@ public:
 
     void FileNew();
     void FileOpen();
+    /// The same, beginning at a place: a connection, an account, a file or a folder.
+    void FileOpenFrom(TextView place);
     void FileOpenRecent(int32_t index);
     bool FileSave(mvDocument& document);
     bool FileSaveAs(mvDocument& document);
@@ -30,6 +33,8 @@ public:
     bool CloseAllToEnd();
     /// `message` empty: "Save changes to ... ?". `buttons` is a button set of the message box.
     Saved IsDocumentSaved(mvDocument& document, Text message, int32_t buttons);
+    bool CanReopenClosed() const { return closed_.Any(); }
+    void ReopenClosed();
     /// To the recent files; a local file that is among them under another path loses that.
     void AddRecent(const mvItem& item);
 
@@ -37,10 +42,13 @@ private:
     Location PlaceOfOldEntries() const;
     bool SaveDocumentAsDialog(mvDocument& document);
     bool OpenRecentDocument(int32_t index);
-    void OpenDocumentsDialog();
+    void OpenDocumentsDialog(const std::shared_ptr<mvItem>& start);
     std::shared_ptr<mvItem> StartOfPicker();
+    /// For pickers of this session and the next.
+    void RememberPlace(const mvItem& item);
 
     Program& program_;
+    ClosedDocuments closed_;
 };
 
 /// The path of an item, with the account that it was found in.

@@ -1,6 +1,9 @@
 #include "shell/MenuDispatcher.h"
 
+#include "hosts/StoredForm.h"
 #include "shell/FileCommands.h"
+
+#include <algorithm>
 
 namespace nib {
 
@@ -33,6 +36,15 @@ void MenuDispatcher::MenuOpening(const MenuTool& menu)
 {
     if (menu.key == u"File") BuildRecentMenu();
     if (menu.key == u"Window") BuildWindowMenu();
+    if (menu.key == u"CharacterSet") NameOwnCharset();
+}
+
+/// What new items of the connection are written in where they are no UTF-8.
+void MenuDispatcher::NameOwnCharset()
+{
+    const CommandContext context = Context();
+    const StoredForm* form = context.document ? context.document->Stored() : nullptr;
+    if (form) menus_.SetCaption(Band::MainMenu, u"CodingOwn", u"&" + form->CodingName(form->Codings().back()));
 }
 
 void MenuDispatcher::BuildRecentMenu()
@@ -50,26 +62,38 @@ void MenuDispatcher::BuildWindowMenu()
     program_.Safely(u"modMain.BuildWindowMenu", [&] {
         MenuBatch batch(menus_);
         CommandContext context = Context();
-        for (TextView key : {u"TileHorizontal", u"TileVertical", u"Cascade", u"Maximize"}) {
-            CommandState state = StateOfCommand(key, context);
-            menus_.SetEnabled(Band::MainMenu, key, state.enabled);
-            menus_.SetChecked(Band::MainMenu, key, state.checked);
+        for (const auto& tool : menus_.Tool(Band::MainMenu, u"Window").tools) {
+            if (!IsCommand(tool->key)) continue;
+            const CommandState state = StateOfCommand(tool->key, context);
+            menus_.SetState(Band::MainMenu, *tool, state.enabled, state.checked);
         }
         menus_.RemoveBeginning(Band::MainMenu, u"Window", u"miWList");
         if (!context.document) return;
         int32_t i = 0;
         for (auto& document : program_.OpenDocuments().All()) {
-            const MenuTool& tool = AddEntry(u"Window", u"miWList", ++i, document->DisplayName(), {});
+            Text name = document->DisplayName();
+            if (IsSharedName(name)) name += u"\t" + document->PlaceText();
+            const MenuTool& tool = AddEntry(u"Window", u"miWList", ++i, name, {});
             menus_.SetChecked(Band::MainMenu, tool.key, document == context.document);
         }
     });
+}
+
+/// Accounts have items of the same name.
+bool MenuDispatcher::IsSharedName(TextView name) const
+{
+    const auto documents = program_.OpenDocuments().All();
+    return std::count_if(documents.begin(), documents.end(), [&](auto& d) { return d->DisplayName() == name; }) > 1;
 }
 
 const MenuTool& MenuDispatcher::AddEntry(TextView menu, TextView prefix, int32_t number, TextView name, TextView before)
 {
     MenuTool tool;
     tool.key = Text(prefix) + Decimal(number);
-    tool.caption = u"&" + Decimal(number) + u" " + DoubleAmpersands(name);
+    // A digit calls one entry, so only the first ten have one.
+    Text digits = Decimal(number);
+    if (number <= 10) digits.insert(digits.size() - 1, 1, u'&');
+    tool.caption = digits + u" " + DoubleAmpersands(name);
     tool.beginGroup = number == 1;
     tool.checkable = before.empty();
     return menus_.Add(Band::MainMenu, menu, std::move(tool), before);
@@ -109,6 +133,8 @@ void MenuDispatcher::PrepareTabMenu(int32_t state, bool active)
     menus_.SetChecked(Band::TabContext, u"tab_max", state == window_state::kMaximized);
     menus_.SetEnabled(Band::TabContext, u"tab_max", active);
     menus_.SetBeginGroup(Band::TabContext, u"tab_max", !buttons);
+    for (TextView key : {u"tab_others", u"tab_right", u"CloseAll", u"ReopenClosed"})
+        menus_.SetEnabled(Band::TabContext, key, StateOfCommand(key, Context()).enabled);
 }
 
 void MenuDispatcher::PrepareContextMenu(HitKind kind)

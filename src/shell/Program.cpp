@@ -1,7 +1,9 @@
 #include "shell/Program.h"
 
+#include "language/Dialects.h"
 #include "platform/posix/FileName.h"
 #include "shell/Commands.h"
+#include "shell/DocumentStatus.h"
 #include "shell/menus/FrameKeys.h"
 #include "shell/menus/MenuModel.h"
 
@@ -16,6 +18,12 @@ constexpr TextView kFontFiles[] = {u"DejaVuSansMono.ttf", u"DejaVuSansMono-Bold.
 constexpr TextView kPreferredFont = u"DejaVu Sans Mono";
 constexpr int32_t kMinutesBetweenPasses = 5;
 constexpr TextView kNoSettings = u"Settings cannot be stored: ";
+constexpr TextView kDialectQuestion =
+    u"This version of Nib knows the words of MultiValue BASIC: statements, functions and numbers get colors of their "
+    u"own, "
+    u"names with a $ in them stay whole, and more blocks are indented and collapsed. Would you like to use "
+    u"that?\r\n\r\n"
+    u"(this prompt will not be shown again, but you can always choose the dialect of your programs in the settings)";
 constexpr TextView kSessionFolder = u"/Orlin/Nib/Documents";
 constexpr TextView kNoCopies = u"No recovery copies can be kept: ";
 
@@ -73,8 +81,12 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
                 [this](TextView name) { return !recovery_.IsOrphan(name); }}),
       automationHost_(*this, ports.events),
       automation_(services_, automationHost_, ports.events, mode == StartMode::Automation), files_(*this),
-      outside_(*this), history_(services_, ports.clock)
+      outside_(*this), history_(services_, ports.clock),
+      assistance_(services_, ports.timers, ports.clock, ports.assist),
+      names_(assistance_, services_, [this](TextView path) { return OpenPath(path, false); })
 {
+    assistance_.StateChanged = [this] { StateChanged(); };
+    services_.dialects = ports_.dialects;
     ports_.store.TellTrouble([this](TextView why) { Trouble(kNoSettings, why); });
 }
 
@@ -110,6 +122,7 @@ void Program::Start(const CommandLine& line)
     ports_.dialogs.Load(*this);
     ports_.events.Ready(); // what follows may ask the user, and clients do not wait for the answer
     if (mode_ == StartMode::Automation) return;
+    OfferDialect();
     recovery_.CheckAutoRecover();
     if (!shuttingDown_) Reopen(line);
     if (!shuttingDown_) ParseCmdLine(line);
@@ -131,6 +144,20 @@ void Program::LoadSettings()
     auto ask = [this](TextView text, int32_t flags) { return ShowMessage(text, flags); };
     settings_.LoadSettings({ports_.store, DefaultFontName(), ask});
     if (settings_.FontName.empty()) settings_.FontName = DefaultFontName();
+    UseDialect(settings_, services_.dialects);
+}
+
+/// Once to those who have settings from before there were dialects. Tells, too, what the one in use does not say well.
+void Program::OfferDialect()
+{
+    if (!services_.dialects) return;
+    for (const DialectNote& note : services_.dialects->Notes())
+        Trouble(u"Dialect " + note.dialect + u", line " + Decimal(note.line) + u": ", note.text);
+    if (!settings_.Dialect.empty()) return;
+    const int32_t answer = ShowMessage(kDialectQuestion, message_box::kYesNo | message_box::kQuestion);
+    settings_.Dialect = answer == message_box::kAnswerYes ? kCommonDialect : kNoDialect;
+    WriteSetting(SettingNamed(u"Dialect"), settings_, ports_.store);
+    UseDialect(settings_, services_.dialects);
 }
 
 void Program::ParseCmdLine(const CommandLine& line)
@@ -277,6 +304,7 @@ void Program::TakeDown()
 {
     AutoSaveTimer_.reset();
     nextTurn_.reset();
+    assistance_.Stop();
     recovery_.EndAutoSaveSession();
     session_.End(settings_.ReopenDocuments);
     ports_.mainWindow.Unload();
@@ -317,6 +345,7 @@ void Program::DocumentChanged(mvDocument& document)
 {
     // What a forced end closes is still to be had back.
     if (!shuttingDown_) IgnoringErrors([&] { recovery_.DocumentChanged(document); });
+    assistance_.DocumentChanged(document);
     changedDocuments_.insert(document.DocumentID());
     StateChanged();
 }
@@ -337,6 +366,8 @@ void Program::ShowChanges()
             for (int32_t id : std::exchange(changedDocuments_, {}))
                 if (auto document = openDocuments_.ById(id)) document->UpdateTitle();
             ports_.mainWindow.UpdateToolBar();
+            ShowDocumentStatus(Menus(), openDocuments_.ById(ports_.mainWindow.ActiveDocument()).get(),
+                               settings_.Dialect);
             recovery_.FollowSetting();
             if (!troubles_.empty()) ports_.mainWindow.SetStatusText(1, troubles_.begin()->second);
         },

@@ -15,6 +15,7 @@
 #include "shell/FileCommands.h"
 #include "shell/MainWindow.h"
 #include "shell/OutsideChanges.h"
+#include "shell/assist/NameCommands.h"
 #include "shell/navigation/Navigation.h"
 
 #include <map>
@@ -65,6 +66,8 @@ struct ProgramPorts {
     Text localData; ///< the user's data folder on this machine
     TraceChannel* trace = nullptr;
     const Clock& clock = kSteadyClock;
+    AssistPorts assist = {};
+    Dialects* dialects = nullptr; ///< null: there are none
 };
 
 class Program final : private DocumentShell {
@@ -127,6 +130,8 @@ public:
     modAutoRecover& Recovery() { return recovery_; }
     DocumentSession& Session() { return session_; }
     NavigationHistory& History() { return history_; }
+    Assistance& Assist() { return assistance_; }
+    NameCommands& Names() { return names_; }
     mvDocuments& OpenDocuments() { return openDocuments_; }
     CurrentPlace& Place() { return place_; }
     MvEdit& EditorSettings() { return settings_; }
@@ -152,6 +157,7 @@ private:
     void Start(const CommandLine& line);
     void Reopen(const CommandLine& line);
     void LoadSettings();
+    void OfferDialect();
     void ParseCmdLine(const CommandLine& line);
     void OpenFromCommandLine(const CommandLine& line);
     void LearnAccount(const Location& given);
@@ -177,6 +183,8 @@ private:
     OutsideChanges outside_;
     Hit target_;
     NavigationHistory history_;
+    Assistance assistance_;
+    NameCommands names_;
     Text defaultFontName_;
     std::set<int32_t> changedDocuments_;         ///< their titles wait to be drawn
     std::unique_ptr<Timers::Timer> nextTurn_;    ///< while anything waits

@@ -31,6 +31,10 @@ public:
     bool Slice(int64_t microseconds);
     void Tokens(int32_t line, std::vector<Token>& tokens);
     bool IndentOf(TextView text, uint32_t above, LineIndent& indent);
+    void Look(TextView text, std::vector<Token>& tokens) const
+    {
+        if (lexer_) lexer_->Look(text, tokens);
+    }
     /// Whether the nesting of any line came out differently since this was last asked.
     bool TakeNestingChanged() { return std::exchange(nestingChanged_, false); }
     bool Busy() const { return busy_; }

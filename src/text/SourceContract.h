@@ -5,6 +5,7 @@
 #include "text/LineText.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace nib {
 
@@ -60,10 +61,12 @@ struct LineScan {
 
 /// The part that a line plays among the blocks.
 struct LineIndent {
-    Nesting steps;         ///< levels that it steps out before it is placed, and in for the lines behind it
-    int32_t column = 0;    ///< 0-based, where its code begins
-    bool code = false;     ///< there is some: blank lines, comments and labels alone say nothing of their neighbours
-    bool labelled = false; ///< so that blanks in front of it do not move the code
+    Nesting steps;          ///< levels that it steps out before it is placed, and in for the lines behind it
+    int32_t column = 0;     ///< 0-based, where its code begins
+    bool code = false;      ///< there is some: blank lines, comments and labels alone say nothing of their neighbours
+    bool labelled = false;  ///< so that blanks in front of it do not move the code
+    bool continued = false; ///< goes on with the statement above: it stands where its writer put it
+    bool goesOn = false;    ///< its own statement goes on below
 };
 
 /// Called by the document for each line that it scans: BeginLineScan, ScanToken until type 0, EndLineScan.
@@ -79,6 +82,8 @@ public:
     virtual bool ScanLine(UnitSpan /*text*/, uint32_t /*above*/, LineScan&) { return false; }
     /// What `text` would be below a line with the data word `above`. False: nobody knows, and indents are copied.
     virtual bool IndentOf(TextView /*text*/, uint32_t /*above*/, LineIndent&) { return false; }
+    /// Gives tokens of a line that is painted the types that they look like.
+    virtual void Look(TextView /*text*/, std::vector<Token>& /*tokens*/) const {}
     virtual int32_t GetDesiredCase() { return 0; }
     virtual int32_t GetLineIndex() { return 0; }
     virtual void SetLineIndex(int32_t) {}

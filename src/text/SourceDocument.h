@@ -170,6 +170,8 @@ public:
     /// Tokens of a line as the lexer gives them (one of type kPlainToken for plain text, none for an empty line); scans
     /// what must be scanned before it.
     void ScanLine(int32_t line, std::vector<Token>& tokens);
+    /// What was scanned of a line becomes what is painted of it.
+    void Look(TextView lineText, std::vector<Token>& tokens) const { scanner_.Look(lineText, tokens); }
     /// What `text` would be if it stood at `line`, as the lexer sees it; false where it says nothing.
     bool IndentAt(int32_t line, TextView text, LineIndent& indent) const;
     /// Scans unscanned lines for at most about `microseconds`; false when nothing is left.

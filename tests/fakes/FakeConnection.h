@@ -3,6 +3,7 @@
 
 #include "base/Error.h"
 #include "hosts/ItemReader.h"
+#include "hosts/StoredForm.h"
 #include "hosts/mvConnect.h"
 
 #include <algorithm>
@@ -62,6 +63,7 @@ struct FakeStore {
     Text hostName = u"server1";
     FakeSession session;
     bool hasSession = true;
+    bool forms = false;                 ///< items know how they are stored
     std::vector<int32_t> unsupported;   ///< codes that items of the host do not support
     std::map<Text, StoredState> states; ///< by path, of what others did to it
     int32_t lastItem = 0;
@@ -123,6 +125,12 @@ struct FakeItem : mvItem {
         auto [found, taken] = store_.locks.emplace(path_, number_);
         if (!taken && found->second != number_) throw Error{error_number::kLocked, u"Locked by them"};
     }
+    StoredForm* Form() override { return store_.forms ? &form_ : nullptr; }
+    bool HoldsLock() const override
+    {
+        const auto found = store_.locks.find(path_);
+        return found != store_.locks.end() && found->second == number_;
+    }
     mvSession* Session() override { return IsLocal() || !store_.hasSession ? nullptr : &store_.session; }
 
 private:
@@ -149,6 +157,7 @@ private:
     Text path_;
     bool readOnly_ = false;
     Text seen_;
+    StoredForm form_{ItemText::ForItems(Charset(u"windows-1252"), true), path_};
 };
 
 /// One call of OpenServerForPath.
@@ -161,6 +170,7 @@ struct OpenCall {
 };
 
 struct FakeConnection : mvConnection {
+    std::vector<KnownHost> Hosts() override { return hosts; }
     SelectedItem SelectItem(const SelectRequest& request, mvItem* start) override
     {
         auto picked = SelectItems(request, start);
@@ -175,6 +185,8 @@ struct FakeConnection : mvConnection {
         picks.pop_front();
         return picked;
     }
+    Text DialectOf(TextView /*serverName*/) override { return dialect; }
+    Text dialect;
     std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) override
     {
         opens.push_back({Text(path), readOnly, lock});
@@ -191,7 +203,14 @@ struct FakeConnection : mvConnection {
     {
         return reader ? reader(account) : mvConnection::Reader(account);
     }
+    Text ColorOf(const ItemPlace& account) const override
+    {
+        const auto found = colors.find(account.database);
+        return found == colors.end() ? Text() : found->second;
+    }
     FakeStore store;
+    std::map<Text, Text> colors;                                         ///< by account
+    std::vector<KnownHost> hosts;
     std::function<std::unique_ptr<ItemReader>(const ItemPlace&)> reader; ///< makes those of all accounts
     std::deque<std::optional<Error>> openFailures;                       ///< one a call; an empty one lets it through
     std::deque<std::vector<SelectedItem>> picks; ///< answers of the picker; none left: cancelled

@@ -178,6 +178,7 @@ struct FakeDialogs final : Dialogs {
                                               u"print"};
         journal.Add(Text(kNames[static_cast<size_t>(form)]));
     }
+    void ShowHelp(TextView page) override { journal.Add(u"help " + Text(page)); }
     void Goto(Text& target) override { journal.Add(u"goto '" + target + u"'"); }
     void OfferRecovered(modAutoRecover&, TextView folder, const DynamicArray& names) override
     {

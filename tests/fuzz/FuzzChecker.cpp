@@ -1,7 +1,6 @@
 // The checker of programs: any text at all, as a program and as what it includes.
 
 #include "language/BasicChecker.h"
-#include "text/SourceDocument.h"
 
 #include <cstddef>
 
@@ -10,25 +9,25 @@ namespace {
 using namespace nib;
 
 /// Every item is the same text.
-struct OneItem final : IncludeItems {
-    explicit OneItem(SourceDocument& document) : text(document) {}
-    Answer Find(TextView file, TextView, SourceDocument*& found) override
+struct OneItem final : IncludeSource {
+    explicit OneItem(std::shared_ptr<const ProgramText> only) : text(std::move(only)) {}
+    Answer Find(TextView file, TextView, std::shared_ptr<const ProgramText>& found) override
     {
         if (file.starts_with(u'N')) return Answer::NoItem;
-        found = &text;
+        found = text;
         return Answer::Found;
     }
-    SourceDocument& text;
+    std::shared_ptr<const ProgramText> text;
 };
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    SourceDocument program;
-    program.SetText(FromUtf8({reinterpret_cast<const char*>(data), size}));
+    const auto program = std::make_shared<const ProgramText>(
+        nullptr, LinesOfProgram(FromUtf8({reinterpret_cast<const char*>(data), size})));
     OneItem items(program);
-    for (const Finding& finding : BasicChecker(items).Check(program, u"BP", u"MAIN"))
-        if (finding.line < 1 || finding.line > program.LineCount() || finding.text.empty()) __builtin_trap();
+    for (const Finding& finding : BasicChecker(items).Check(*program, u"BP", u"MAIN"))
+        if (finding.line < 1 || finding.line > program->LineCount() || finding.text.empty()) __builtin_trap();
     return 0;
 }

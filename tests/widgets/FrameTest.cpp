@@ -70,7 +70,7 @@ TEST_F(FrameTest, AWindowFollowsItsNeighbour)
     frmDocument& second = New();
     second.SetWindowState(0);
     Settle();
-    EXPECT_EQ(Caption(), "Nib");
+    EXPECT_EQ(Caption(), "Nib - NewItem2 (New)");
     EXPECT_EQ(New().WindowState(), 0);
     first.SetWindowState(1);
     first.Activate();
@@ -98,7 +98,8 @@ TEST_F(FrameTest, PanesHaveOneTextAndTwoCarets)
     Key(Qt::Key_F7, Qt::ShiftModifier);
     EXPECT_TRUE(lower.hasFocus());
     EXPECT_EQ(&form.txtText(), &lower.Model());
-    QTest::mouseClick(lower.viewport(), Qt::LeftButton, Qt::NoModifier, lower.CellOf({0, 0}).topLeft().toPoint() + QPoint(1, 3));
+    QTest::mouseClick(lower.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      lower.CellOf({0, 0}).topLeft().toPoint() + QPoint(1, 3));
     Key(Qt::Key_Return);
     EXPECT_EQ(upper.Model().Caret(), (Position{3, 3})) << "goes with its text";
     frame.Run(u"Undo");
@@ -148,6 +149,40 @@ TEST_F(FrameTest, TabsStandForTheDocuments)
     EXPECT_EQ(Caption(), "Nib - [*NewItem2 (New)]");
     forms[0]->QueryUnload();
     EXPECT_EQ(tabs(), "[*NewItem2] NewItem3 ");
+}
+
+TEST_F(FrameTest, WindowsStayInsideTheScreen)
+{
+    const QRect screen = frame.screen()->availableGeometry();
+    const auto inside = [&](QWidget& window) { return screen.contains(window.frameGeometry()); };
+    QDialog dialog(&frame);
+    for (const QRect& left : {QRect(screen.right() - 50, screen.bottom() - 50, 400, 300), QRect(-4000, -4000, 300, 200),
+                              screen.adjusted(100, 100, 500, 500)}) {
+        dialog.setGeometry(left);
+        dialog.show();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return inside(dialog); }));
+        dialog.hide();
+    }
+    frame.move(screen.width() * 2, 10); // as when the monitor that it stood on has gone
+    emit qApp->screenRemoved(frame.screen());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return inside(frame); }));
+}
+
+TEST_F(FrameTest, TabsHaveTheColourOfTheirAccount)
+{
+    connection.colors[u"LIVE"] = u"red";
+    const Text path = u"mvdb:*/LIVE/BP/MAIN";
+    connection.store.items[path] = {u"x"};
+    ASSERT_TRUE(program.OpenPath(path, false));
+    Settle();
+    const auto tab = [&]() -> const MenuTool& { return *frame.Menus().Root(Band::Taskbar).tools[0]; };
+    EXPECT_EQ(tab().color, u"red");
+    EXPECT_EQ(tab().tip, u"BP MAIN on server1, account LIVE");
+    EXPECT_EQ(tab().tag, u"3") << "where the item's name begins";
+    frame.ActiveForm()->txtText().TypeText(u"y");
+    Settle();
+    EXPECT_EQ(tab().tag, u"4");
+    EXPECT_EQ(Caption(), "Nib - [*BP MAIN on server1, account LIVE]");
 }
 
 TEST_F(FrameTest, AHiddenFrameComesBackForAQuestion)

@@ -1,4 +1,6 @@
+#include "editing/LexClass.h"
 #include "fakes/Patience.h"
+#include "language/Dialects.h"
 #include "widgets/ViewFixture.h"
 
 namespace nib::widget_view_paint_test {
@@ -62,6 +64,31 @@ TEST_F(ViewPaint, TokenColoursStayReadableOnADarkPage)
     ScreenColors light;
     light.Build(QPalette(), Model());
     EXPECT_EQ(light.Style(4).color, QColor(0, 0, 255)) << "a readable colour stays as it was chosen";
+}
+
+TEST_F(ViewPaint, StatementsAreColouredInADialectAlone)
+{
+    Dialects dialects;
+    LexClass words;
+    clsKeywords keywords;
+    for (const LexRules* rules : {static_cast<const LexRules*>(nullptr), dialects.Rules(u"common")}) {
+        keywords.SetRules(rules);
+        words.SetKeywords(keywords);
+        buffer.SetLexer(&words);
+        Load(u"XY ; CRT");
+        Model().TokenStyles().SetColor(token_type::kStatement, 0x00FF0000);
+        const QImage before = Grab();
+        Model().TokenStyles().SetColor(token_type::kStatement, 0x000000FF);
+        const QImage after = Grab();
+        for (int32_t column = 0; column < 8; ++column) {
+            const QRect cell = widget->CellOf({column, 0}).toRect();
+            EXPECT_EQ(before.copy(cell) != after.copy(cell), rules && column >= 5) << column;
+        }
+        Token token;
+        EXPECT_TRUE(Model().NextToken(0, 5, token));
+        EXPECT_EQ(token.type, token_type::kNormal);
+    }
+    buffer.SetLexer(nullptr);
 }
 
 TEST_F(ViewPaint, TheScrollBarEndsWhereTheTextEnds)

@@ -29,7 +29,7 @@ bool IsOfSystem(TextView file, TextView item)
 
 } // namespace
 
-IncludeItems::Answer AccountItems::Find(TextView file, TextView item, SourceDocument*& text)
+IncludeSource::Answer AccountItems::Find(TextView file, TextView item, std::shared_ptr<const ProgramText>& text)
 {
     const Answer exact = FindExactly(file, item, text);
     if (exact == Answer::Found) return exact;
@@ -38,7 +38,7 @@ IncludeItems::Answer AccountItems::Find(TextView file, TextView item, SourceDocu
     return IsOfSystem(file, item) ? Answer::Unknown : exact;
 }
 
-IncludeItems::Answer AccountItems::FindExactly(TextView file, TextView item, SourceDocument*& text)
+IncludeSource::Answer AccountItems::FindExactly(TextView file, TextView item, std::shared_ptr<const ProgramText>& text)
 {
     const std::string folder = PathOf(account_, file);
     if (folder.empty() || !IsFolder(folder)) return HasFile(file) ? Answer::Unknown : Answer::NoFile;
@@ -46,16 +46,15 @@ IncludeItems::Answer AccountItems::FindExactly(TextView file, TextView item, Sou
     const bool ofServer = IsServerAccount(account_);
     const std::string path = PathOf(folder, item, ofServer ? IdRule::Escaped : IdRule::Plain);
     if (path.empty() || !IsPlainFile(path)) return Answer::NoItem;
-    std::unique_ptr<SourceDocument>& buffer = texts_[path];
-    if (!buffer) {
+    std::shared_ptr<const ProgramText>& known = texts_[path];
+    if (!known) {
         TextForm form;
         const FileContent content = ReadWholeFile(path);
         const Text name = Text(file) + u" " + Text(item);
-        auto read = std::make_unique<SourceDocument>();
-        read->SetText(ItemText::ForItems(Charset(), false).Decode(content.Bytes(), form, name));
-        buffer = std::move(read);
+        const Text decoded = ItemText::ForItems(Charset(), false).Decode(content.Bytes(), form, name);
+        known = std::make_shared<ProgramText>(nullptr, LinesOfProgram(decoded));
     }
-    text = buffer.get();
+    text = known;
     return Answer::Found;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 #include "language/BasicChecker.h"
-#include "text/SourceDocument.h"
 
 #include <map>
 #include <memory>
@@ -9,18 +8,18 @@
 namespace nib {
 
 /// The items of the account in a folder, as texts to be checked.
-class AccountItems final : public IncludeItems {
+class AccountItems final : public IncludeSource {
 public:
     explicit AccountItems(std::string account) : account_(std::move(account)) {}
 
-    Answer Find(TextView file, TextView item, SourceDocument*& text) override;
+    Answer Find(TextView file, TextView item, std::shared_ptr<const ProgramText>& text) override;
 
 private:
-    Answer FindExactly(TextView file, TextView item, SourceDocument*& text);
+    Answer FindExactly(TextView file, TextView item, std::shared_ptr<const ProgramText>& text);
     bool HasFile(TextView file) const;
 
     std::string account_;
-    std::map<std::string, std::unique_ptr<SourceDocument>> texts_; ///< by file name
+    std::map<std::string, std::shared_ptr<const ProgramText>> texts_; ///< by file name
 };
 
 } // namespace nib

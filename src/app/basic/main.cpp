@@ -66,13 +66,14 @@ Text Join(const std::vector<Text>& words, size_t count)
 }
 
 /// An id with blanks comes as several words, and options may follow it: as many words are taken as name an item.
-IncludeItems::Answer FindProgram(AccountItems& items, const Request& request, Text& item, SourceDocument*& program)
+IncludeSource::Answer FindProgram(AccountItems& items, const Request& request, Text& item,
+                                  std::shared_ptr<const ProgramText>& program)
 {
-    IncludeItems::Answer answer = IncludeItems::Answer::NoItem;
+    IncludeSource::Answer answer = IncludeSource::Answer::NoItem;
     for (size_t count = request.itemWords.size(); count > 0; --count) {
         item = Join(request.itemWords, count);
         answer = items.Find(request.file, item, program);
-        if (answer == IncludeItems::Answer::Found) return answer;
+        if (answer == IncludeSource::Answer::Found) return answer;
     }
     const auto isOption = [](const Text& word) { return word.starts_with(u'('); };
     const auto options = std::find_if(request.itemWords.begin() + 1, request.itemWords.end(), isOption);
@@ -82,9 +83,9 @@ IncludeItems::Answer FindProgram(AccountItems& items, const Request& request, Te
 
 bool Check(const Request& request)
 {
-    using Answer = IncludeItems::Answer;
+    using Answer = IncludeSource::Answer;
     AccountItems items(".");
-    SourceDocument* program = nullptr;
+    std::shared_ptr<const ProgramText> program;
     Text item;
     const Answer answer = FindProgram(items, request, item, program);
     if (answer != Answer::Found) {

@@ -21,6 +21,11 @@ int32_t Length(TextView text)
     return static_cast<int32_t>(text.size());
 }
 
+int32_t TrailingBlanks(TextView line)
+{
+    return Length(line) - static_cast<int32_t>(line.find_last_not_of(u' ') + 1);
+}
+
 /// Where comment lines that begin with this character stand. A remark spelled out, or one behind a mark, is like code.
 int32_t CommentPlace(char16_t first, const FormatRules& rules)
 {
@@ -66,13 +71,13 @@ FormatRules::FormatRules(const MvEdit& settings)
 BlankEdit LayOutLine(TextView line, uint32_t lineFlags, int32_t level, const FormatRules& rules)
 {
     BlankEdit edit;
-    TextView text = line.substr(0, line.find_last_not_of(u' ') + 1);
-    edit.trailing = Length(line) - Length(text);
+    edit.trailing = TrailingBlanks(line);
+    TextView text = line.substr(0, line.size() - static_cast<size_t>(edit.trailing));
     if (text.empty()) return edit;
 
     int32_t existing = IndentOf(text);
     text.remove_prefix(static_cast<size_t>(existing));
-    if (lineFlags & line_flag::kLabel) edit.label = LabelLength(text);
+    if (lineFlags & line_flag::kLabel) edit.label = LabelLength(text, lineFlags);
     if (edit.label > 0) {
         edit.leading = existing;
         text.remove_prefix(static_cast<size_t>(edit.label));
@@ -87,6 +92,22 @@ BlankEdit LayOutLine(TextView line, uint32_t lineFlags, int32_t level, const For
     return edit;
 }
 
+BlankEdit FormatWalk::Next(TextView line, uint32_t lineFlags)
+{
+    const BlockEffect effect = BlockEffectOf(lineFlags);
+    level_ = std::max(level_ - effect.decrement, 0);
+    const int32_t level = level_;
+    level_ += effect.increment;
+    if (lineFlags & line_flag::kDirective && IndentOf(line) == 0) return {.trailing = TrailingBlanks(line)};
+    BlankEdit edit = LayOutLine(line, lineFlags, level, rules_);
+    if (!(lineFlags & line_flag::kContinues)) {
+        shift_ = edit.delta - edit.leading;
+    } else if (!(lineFlags & line_flag::kComment) && edit.trailing < Length(line)) {
+        edit.delta = std::max(shift_, -IndentOf(line)); // as far from its first line as before
+    }
+    return edit;
+}
+
 OpFormat::OpFormat(SourceView& view, const MvEdit& settings, ShowWait showWait)
     : view_(view), rules_(settings), showWait_(std::move(showWait))
 {
@@ -96,14 +117,11 @@ void OpFormat::DoFormat(SourceDocument& document)
 {
     Text scratch;
     LineEdits edits;
-    int32_t level = 0;
+    FormatWalk walk(rules_);
     for (int32_t line = 0; line < document.LineCount(); ++line) {
-        uint32_t flags = document.GetLineData(line, LineWord::Lexer);
-        BlockEffect effect = BlockEffectOf(flags);
-        level = std::max(level - effect.decrement, 0);
+        const uint32_t flags = document.GetLineData(line, LineWord::Lexer);
         const TextView text = document.LineText(line, scratch);
-        LineEdit edit{line, LayOutLine(text, flags, level, rules_)};
-        level += effect.increment;
+        const LineEdit edit{line, walk.Next(text, flags)};
         if (edit.blanks.IsEmpty()) continue;
         Apply(edits, edit, Length(text));
         edits_.push_back(edit);

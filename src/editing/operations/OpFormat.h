@@ -31,6 +31,18 @@ struct BlankEdit {
 
 BlankEdit LayOutLine(TextView line, uint32_t lineFlags, int32_t level, const FormatRules& rules);
 
+/// Lays out lines from the first on.
+class FormatWalk {
+public:
+    explicit FormatWalk(const FormatRules& rules) : rules_(rules) {}
+    BlankEdit Next(TextView line, uint32_t lineFlags);
+
+private:
+    const FormatRules& rules_;
+    int32_t level_ = 0;
+    int32_t shift_ = 0; ///< by which the first line of the statement has moved
+};
+
 /// Lays out a whole document by its blocks. The lines are looked at once; what was found is kept, so that a redo gives
 /// the same text whatever the settings are by then.
 class OpFormat final : public ISourceOp {

@@ -29,12 +29,14 @@ public:
     }
     Text Version() override { return stored_ ? stored_->Version() : Text(); }
     StoredForm* Form() override { return stored_ ? &stored_->Form() : nullptr; }
+    std::optional<int64_t> StoredSize() override { return stored_ ? stored_->Size() : std::nullopt; }
 
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;
     ReadText ReadWhole() override { return Stored().ReadWhole(); }
     void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) override;
     void WriteWhole(const LinewiseText& text, const Elsewhere& elsewhere) override { Stored().Write(text, elsewhere); }
     void LockItem(bool lock) override;
+    bool HoldsLock() const override { return lock_.has_value(); }
     Text LockHolder() override;
     mvSession* Session() override { return session_ ? &*session_ : nullptr; }
 

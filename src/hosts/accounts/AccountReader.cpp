@@ -54,11 +54,27 @@ std::vector<Text> AccountReader::Files()
     return nib::Ids(Named(store_.AccountFolder(account_), true, IdRule::Plain));
 }
 
-std::vector<Text> AccountReader::Ids(TextView file)
+void AccountReader::Enter(TextView file)
 {
     CheckStopped();
+    if (!folder_.empty() && file == file_) return;
     folder_ = store_.FileFolder(account_, file);
     rule_ = store_.RuleOf(store_.AccountFolder(account_));
+    file_ = file;
+    names_.clear();
+}
+
+std::string AccountReader::PathOf(TextView file, TextView id)
+{
+    Enter(file);
+    const auto known = names_.find(Text(id));
+    return folder_ + "/" + (known == names_.end() ? FindName(folder_, id, rule_) : known->second);
+}
+
+std::vector<Text> AccountReader::Ids(TextView file)
+{
+    folder_.clear(); // which may be another one by now
+    Enter(file);
     const auto named = Named(folder_, false, rule_);
     names_ = {named.begin(), named.end()};
     return nib::Ids(named);
@@ -66,12 +82,23 @@ std::vector<Text> AccountReader::Ids(TextView file)
 
 std::optional<Text> AccountReader::Read(TextView file, TextView id)
 {
-    CheckStopped();
-    const auto known = names_.find(Text(id));
-    const std::string name = known == names_.end() ? FindName(folder_, id, rule_) : known->second;
-    if (!ReadBytes(folder_ + "/" + name)) return std::nullopt;
+    if (!ReadBytes(PathOf(file, id))) return std::nullopt;
     TextForm form;
     return store_.Coding().Decode(bytes_, form, Text(file) + u" " + Text(id));
+}
+
+Text AccountReader::Stamp(TextView file, TextView id)
+{
+    const FileStamp stamp = StampOf(PathOf(file, id));
+    Text text;
+    for (int64_t part : {stamp.size, stamp.seconds, stamp.nanoseconds, stamp.changed}) text += Decimal(part) + u" ";
+    return text;
+}
+
+std::string AccountReader::Folder(TextView file)
+{
+    CheckStopped();
+    return file.empty() ? store_.AccountFolder(account_) : store_.FileFolder(account_, file);
 }
 
 bool AccountReader::ReadBytes(const std::string& path)

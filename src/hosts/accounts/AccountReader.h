@@ -14,20 +14,24 @@ public:
 
     std::vector<Text> Files() override;
     std::vector<Text> Ids(TextView file) override;
-    /// Of the file whose ids were asked for last.
     std::optional<Text> Read(TextView file, TextView id) override;
+    Text Stamp(TextView file, TextView id) override;
+    std::string Folder(TextView file) override;
     void Stop() override { stopped_ = true; }
 
 private:
     void CheckStopped() const;
+    void Enter(TextView file);
+    std::string PathOf(TextView file, TextView id);
     /// False when the file holds a NUL, which is looked for before all of a large one has been read.
     bool ReadBytes(const std::string& path);
 
     AccountStore store_;
     Text account_;
+    Text file_; ///< that the last call was about
     IdRule rule_ = IdRule::Plain;
-    std::string folder_;                ///< of the file whose ids are known
-    std::map<Text, std::string> names_; ///< by id
+    std::string folder_;
+    std::map<Text, std::string> names_; ///< by id, as far as they have been asked for
     std::string bytes_;
     std::atomic<bool> stopped_ = false;
 };

@@ -140,6 +140,7 @@ void ServerItem::Found(ServerReply reply)
         throw Error(error_number::kStorage, DisplayPath() + u" cannot be read: " + ServerRefusal(reply) + u".");
     fetched_.reset();
     found_ = none ? Text(kNone) : VersionOf(reply.data);
+    size_ = none ? std::nullopt : std::optional(static_cast<int64_t>(reply.data.size()));
     if (!none) fetched_ = std::move(reply.data);
     if (seen_.empty()) seen_ = found_;
 }
@@ -334,6 +335,7 @@ void ServerItem::Store(const std::string& bytes)
         throw Error(error_number::kStorage, DisplayPath() + u" cannot be saved: " + ServerRefusal(reply) + u".");
     }
     seen_ = found_ = tried_;
+    size_ = static_cast<int64_t>(bytes.size());
     tried_.clear();
     fetched_.reset();
     if (!lockWanted_) Release(); // it has ended with the write

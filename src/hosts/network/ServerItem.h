@@ -62,11 +62,13 @@ public:
     void AcceptState() override { seen_ = found_; }
     Text Version() override { return seen_ == kNone ? Text() : seen_; }
     StoredForm* Form() override { return account_ ? &form_ : nullptr; }
+    std::optional<int64_t> StoredSize() override { return size_; }
 
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;
     ReadText ReadWhole() override;
     void WriteItem(int32_t attribute, int32_t value, int32_t subValue, TextView text) override;
     void LockItem(bool lock) override;
+    bool HoldsLock() const override;
     Text LockHolder() override;
     /// In a login after the one that it was locked in: locks it again, if nobody else has by now, and finds out whether
     /// it was changed meanwhile. Tried once in a login; never connects for that.
@@ -88,7 +90,6 @@ private:
     template <typename Decode>
     auto Reading(Decode&& decode);
     [[noreturn]] void RefuseLocked(const Text& who);
-    bool HoldsLock() const;
     /// The lock is this session's own when it returns; then `found_` is what a write replaces.
     void ProveLock();
     void CheckStorable(std::string_view bytes);
@@ -106,6 +107,7 @@ private:
     std::optional<std::string> fetched_; ///< not yet handed out
     Text seen_;                          ///< version of what was read or written last; empty before
     Text found_;                         ///< version of what was found stored last
+    std::optional<int64_t> size_;        ///< of what was found stored last, in bytes
     Text tried_;                         ///< version of what may have been stored by a write without an answer
 };
 

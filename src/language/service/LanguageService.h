@@ -4,6 +4,7 @@
 //
 // A path names a text as mvDocument::Path does: "mvdb:*/DEMO/BP/INVOICE", "file:/home/x/prog.b".
 
+#include "hosts/ItemReader.h"
 #include "language/Program.h"
 
 #include <functional>
@@ -13,6 +14,10 @@
 
 namespace nib {
 
+class Dialect;
+class Sources;
+struct FoundPlace;
+
 struct PathRange {
     Text path;
     TextRange range;
@@ -20,11 +25,22 @@ struct PathRange {
 };
 
 struct Completion {
-    enum class Kind : uint8_t { Statement, Function, Clause, Variable, Constant, Label, Subroutine, Item, File, Closer };
+    enum class Kind : uint8_t {
+        Statement,
+        Function,
+        Clause,
+        Variable,
+        Constant,
+        Label,
+        Subroutine,
+        Item,
+        File,
+        Closer
+    };
     Text label;
     Kind kind = Kind::Variable;
-    Text insert;  ///< what takes the place of the word before the caret
-    Text detail;  ///< its form, on one line
+    Text insert; ///< what takes the place of the word before the caret
+    Text detail; ///< its form, on one line
     Text help;
 };
 struct Completions {
@@ -62,16 +78,43 @@ struct FoundSymbol {
     PathRange at;
 };
 
-/// How far the account has been read.
+/// How far the accounts have been read.
 struct IndexState {
-    int32_t done = 0;
+    int32_t done = 0; ///< items
     int32_t all = 0;
     bool busy = false;
+};
+
+/// What an account gives to those who ask about its programs.
+struct AccountAccess {
+    std::unique_ptr<ItemReader> reader; ///< made on the thread of the windows, used on that of the service
+    std::vector<Text> includeFiles;     ///< looked into before those of the dialect
+    std::vector<Text> ignored;          ///< codes of findings
+    const Dialect* dialect = nullptr;   ///< null: that of the service; outlives it
+};
+
+struct ServiceOptions {
+    /// Outlives the service.
+    const Dialect* dialect = nullptr;
+    /// Of the databases of accounts. Empty: what is known of an account goes with the service.
+    std::string indexFolder;
 };
 
 class LanguageService {
 public:
     static constexpr size_t kMostCompletions = 200;
+
+    explicit LanguageService(ServiceOptions options);
+    ~LanguageService();
+
+    /// `path` is that of the account ("mvdb:*/DEMO"). Texts of accounts that are not added are looked at one by one.
+    void AddAccount(const Text& path, AccountAccess access);
+    /// A piece of what is to be done between questions, some milliseconds of it: reading accounts, noticing what others
+    /// have changed in them. True when the next piece can follow at once, else some hundred milliseconds later.
+    bool Work();
+    IndexState State() const;
+    /// Goes up when something that was answered may have another answer, be it that a text or an account has changed.
+    uint64_t Revision() const;
 
     // Open texts. `lines` hold no line ends.
     void Open(const Text& path, std::vector<Text> lines);
@@ -80,7 +123,7 @@ public:
     void Close(const Text& path);
 
     /// Null when it is not open. Good until the next change of it.
-    const Program* Get(const Text& path);
+    const ProgramFacts* Get(const Text& path);
     /// Its own findings and those that the account tells of, ascending.
     std::vector<ProgramFinding> Findings(const Text& path);
     std::vector<LookedWord> Words(const Text& path, int32_t firstLine, int32_t lastLine);
@@ -100,6 +143,11 @@ public:
     std::vector<FoundSymbol> Find(const Text& query, size_t most);
     /// The word that closes the block which the line above `line` opened, if nothing does yet.
     std::optional<Text> CloserFor(const Text& path, int32_t line);
+
+private:
+    std::vector<PathRange> Ranges(const std::vector<FoundPlace>& places);
+
+    std::unique_ptr<Sources> sources_;
 };
 
 } // namespace nib

@@ -91,9 +91,10 @@ Text NameInTip(int32_t value, const SystemColors& system)
 }
 
 constexpr TextView kSeen[] = {
-    u"FontName",     u"FontSize",      u"BackColor",     u"NormalColor", u"NormalStyle",    u"KeywordColor",
-    u"KeywordStyle", u"StringColor",   u"StringStyle",   u"LabelColor",  u"LabelStyle",     u"CommentColor",
-    u"CommentStyle", u"ReservedColor", u"ReservedStyle", u"TabSize",     u"CollapseBlocks",
+    u"FontName",       u"FontSize",      u"BackColor",     u"NormalColor", u"NormalStyle",    u"KeywordColor",
+    u"KeywordStyle",   u"StringColor",   u"StringStyle",   u"LabelColor",  u"LabelStyle",     u"CommentColor",
+    u"CommentStyle",   u"ReservedColor", u"ReservedStyle", u"TabSize",     u"CollapseBlocks", u"StatementColor",
+    u"StatementStyle", u"FunctionColor", u"FunctionStyle", u"NumberColor", u"NumberStyle",
 };
 
 } // namespace
@@ -129,6 +130,7 @@ Text ColorTip(int32_t value, const SystemColors& system)
 void ShowOnSample(const MvEdit& settings, MvEdit& sample)
 {
     for (TextView name : kSeen) CopySetting(SettingNamed(name), settings, sample);
+    sample.Keywords.SetRules(settings.Keywords.Rules());
 }
 
 MvEdit SampleSettings()

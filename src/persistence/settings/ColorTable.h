@@ -47,6 +47,7 @@ inline constexpr TextView kSampleProgram = u"* Prices of all open orders\r\n"
                                            u"NEXT.ORDER:\r\n"
                                            u"LOOP\r\n"
                                            u"   REMOVE ID FROM ORDERS SETTING MORE\r\n"
+                                           u"   PRINT TRIM(ID)\r\n"
                                            u"UNTIL ID = '' DO\r\n"
                                            u"   IF ID # \"CLOSED\" THEN TOTAL = TOTAL + 12.50 ; * net\r\n"
                                            u"REPEAT\r\n"
@@ -57,7 +58,7 @@ inline constexpr TextView kSampleProgram = u"* Prices of all open orders\r\n"
 inline constexpr TextView kSampleUserWords = u"REMOVE FROM SETTING RETURN";
 
 /// Puts on the sample's own settings what can be seen of `settings`. Its keywords and its highlighting stay, so that
-/// every colour shows.
+/// every colour shows that the dialect has.
 void ShowOnSample(const MvEdit& settings, MvEdit& sample);
 /// Settings that the sample begins with.
 MvEdit SampleSettings();

@@ -54,6 +54,7 @@ struct SettingCaption {
 inline constexpr SettingCaption kSettingCaptions[] = {
     {u"chkHostConfig", u"&Load keywords and settings from host NIB configuration file when possible"},
     {u"txtRecentFiles", u"Recent &files:"},
+    {u"cboDialect", u"Di&alect of programs:", &MvEdit::HostDialect},
     {u"chkLineWrap", u"Enable line &wrapping"},
     {u"chkHighlight", u"Enable &BASIC syntax highlighting"},
     {u"chkAutoRecover", u"Automatic document recover&y"},
@@ -110,6 +111,9 @@ inline constexpr HighlightRow kHighlightRows[] = {
     {u"String", &MvEdit::StringColor, &MvEdit::StringStyle},
     {u"Label", &MvEdit::LabelColor, &MvEdit::LabelStyle},
     {u"User keyword", &MvEdit::KeywordColor, &MvEdit::KeywordStyle},
+    {u"Statement", &MvEdit::StatementColor, &MvEdit::StatementStyle},
+    {u"Function", &MvEdit::FunctionColor, &MvEdit::FunctionStyle},
+    {u"Number", &MvEdit::NumberColor, &MvEdit::NumberStyle},
 };
 
 } // namespace nib

@@ -2,9 +2,11 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/DocumentServices.h"
+#include "documents/DocumentSettings.h"
 #include "documents/Overwriting.h"
 #include "documents/mvDocument.h"
 #include "editing/MvEdit.h"
+#include "language/Dialects.h"
 #include "persistence/store/SettingsStore.h"
 #include "text/Units.h"
 
@@ -23,11 +25,9 @@ struct HostNoteRow {
     bool MvEdit::*fixed;
 };
 constexpr HostNoteRow kHostNotes[] = {
-    {SettingsPage::General, &MvEdit::HostKeywords},
-    {SettingsPage::Tools, &MvEdit::HostCompile},
-    {SettingsPage::Tools, &MvEdit::HostFormat},
-    {SettingsPage::Tools, &MvEdit::HostComment},
-    {SettingsPage::LanguageKeywords, &MvEdit::HostKeywords},
+    {SettingsPage::General, &MvEdit::HostKeywords},      {SettingsPage::General, &MvEdit::HostDialect},
+    {SettingsPage::Tools, &MvEdit::HostCompile},         {SettingsPage::Tools, &MvEdit::HostFormat},
+    {SettingsPage::Tools, &MvEdit::HostComment},         {SettingsPage::LanguageKeywords, &MvEdit::HostKeywords},
     {SettingsPage::UserKeywords, &MvEdit::HostKeywords},
 };
 
@@ -175,6 +175,25 @@ Text SettingsModel::UserPrefix() const
 {
     Text all = clone_.Keywords.CommentPrefixes();
     return all.size() > kFixedPrefixes.size() ? all.substr(kFixedPrefixes.size() + 1) : Text();
+}
+
+std::vector<Text> SettingsModel::DialectNames() const
+{
+    std::vector<Text> names{Text(kNoDialect)};
+    const auto add = [&](const Text& name) {
+        const auto same = [&](const Text& held) { return EqualsNoCase(held, name); };
+        if (!name.empty() && std::none_of(names.begin(), names.end(), same)) names.push_back(name);
+    };
+    if (services_.dialects)
+        for (const Text& name : services_.dialects->Names()) add(name);
+    add(clone_.Dialect);
+    return names;
+}
+
+void SettingsModel::SetDialect(TextView name)
+{
+    clone_.Dialect = name;
+    UseDialect(clone_, services_.dialects);
 }
 
 void SettingsModel::ResetColors()

@@ -89,6 +89,9 @@ public:
     /// What the user added to the prefixes that are always there.
     Text UserPrefix() const;
     void SetUserPrefix(TextView prefixes) { clone_.Keywords.SetCommentPrefixes(prefixes); }
+    /// Those to choose from, the present one among them.
+    std::vector<Text> DialectNames() const;
+    void SetDialect(TextView name);
     void ResetColors();
 
     KeywordState StateOf(TextView word, int32_t Class) const;

@@ -6,6 +6,7 @@
 #include "platform/qt/QtText.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFontDialog>
 #include <QFormLayout>
@@ -67,6 +68,7 @@ GeneralPage::GeneralPage(SettingsModel& model, std::function<void()> changed, st
         connect(edit, &QPushButton::clicked, this, [this, open = std::move(connections)] { open(this); });
     }
     column->addLayout(files);
+    column->addLayout(BuildDialect());
     connect(recent, &QSpinBox::valueChanged, this, [this](int value) { model_.SetRecentCapacity(value); });
 
     auto* grid = new QGridLayout;
@@ -105,6 +107,25 @@ QCheckBox* GeneralPage::AddCheck(TextView name, bool state, std::function<void(Q
     // Heard when the user clicks alone, not when the box is put back.
     connect(box, &QCheckBox::clicked, this, [box, heard = std::move(clicked)](bool on) { heard(*box, on); });
     return box;
+}
+
+QHBoxLayout* GeneralPage::BuildDialect()
+{
+    auto* row = new QHBoxLayout;
+    auto* names = new QComboBox;
+    const Text& present = model_.Clone().Dialect;
+    for (const Text& name : model_.DialectNames()) {
+        names->addItem(ToQString(name));
+        if (EqualsNoCase(name, present)) names->setCurrentIndex(names->count() - 1);
+    }
+    row->addWidget(LabelFor(model_, u"cboDialect", *names));
+    row->addWidget(names);
+    row->addStretch(1);
+    connect(names, &QComboBox::currentTextChanged, this, [this](const QString& name) {
+        model_.SetDialect(ViewOf(name));
+        changed_();
+    });
+    return row;
 }
 
 QGroupBox* GeneralPage::BuildFont()

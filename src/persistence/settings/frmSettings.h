@@ -12,6 +12,7 @@
 class QBoxLayout;
 class QCheckBox;
 class QGroupBox;
+class QHBoxLayout;
 class QLabel;
 class QSpinBox;
 class QTabWidget;
@@ -29,6 +30,7 @@ public:
 
 private:
     QCheckBox* AddCheck(TextView name, bool state, std::function<void(QCheckBox&, bool)> clicked);
+    QHBoxLayout* BuildDialect();
     QGroupBox* BuildFont();
     void ChooseFont();
     void ShowFont();

@@ -85,6 +85,12 @@ Text QtFonts::ProgramFolder() const
     return programFolder_;
 }
 
+void CallOnWindows(std::function<void()> call)
+{
+    // The program's own object goes last of all; what is left then is of no use to anybody.
+    if (qApp) QMetaObject::invokeMethod(qApp, std::move(call), Qt::QueuedConnection);
+}
+
 std::unique_ptr<Timers::Timer> QtTimers::Every(std::chrono::milliseconds interval, std::function<void()> ring)
 {
     return std::make_unique<RingingTimer>(interval, std::move(ring));

@@ -38,6 +38,9 @@ public:
     std::unique_ptr<Timer> Every(std::chrono::milliseconds interval, std::function<void()> ring) override;
 };
 
+/// Calls it on the thread of the windows once that is free; from any thread.
+void CallOnWindows(std::function<void()> call);
+
 /// The hour-glass over the whole program while it lives. Nests.
 class QtWaitCursor {
 public:

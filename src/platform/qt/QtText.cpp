@@ -30,6 +30,19 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "&Keep"),
     QT_TRANSLATE_NOOP("Logic", "C&ompare"),
     QT_TRANSLATE_NOOP("Logic", "C&lose"),
+    // panels of the status bar
+    QT_TRANSLATE_NOOP("Logic", "Account and connection"),
+    QT_TRANSLATE_NOOP("Logic", "Lock of the item"),
+    QT_TRANSLATE_NOOP("Logic", "Character set"),
+    QT_TRANSLATE_NOOP("Logic", "Line ends"),
+    QT_TRANSLATE_NOOP("Logic", "Dialect of programs"),
+    QT_TRANSLATE_NOOP("Logic", "No dialect"),
+    QT_TRANSLATE_NOOP("Logic", "Locked here"),
+    QT_TRANSLATE_NOOP("Logic", "Not locked"),
+    QT_TRANSLATE_NOOP("Logic", "Read only"),
+    QT_TRANSLATE_NOOP("Logic", "LF, mixed"),
+    QT_TRANSLATE_NOOP("Logic", "CR LF, mixed"),
+    QT_TRANSLATE_NOOP("Logic", "CR, mixed"),
     // the search
     QT_TRANSLATE_NOOP("Logic", "There is no such escape."),
     QT_TRANSLATE_NOOP("Logic", "There is no such class of characters."),
@@ -55,6 +68,16 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "Nothing here."),
     QT_TRANSLATE_NOOP("Logic", "Only hidden files here."),
     QT_TRANSLATE_NOOP("Logic", "Select one place to go into, or the items to open."),
+    // the start page
+    QT_TRANSLATE_NOOP("Logic", "Open an item or a file"),
+    QT_TRANSLATE_NOOP("Logic", "New document"),
+    QT_TRANSLATE_NOOP("Logic", "Open DEMO"),
+    QT_TRANSLATE_NOOP("Logic", "the sample account"),
+    QT_TRANSLATE_NOOP("Logic", "Open the last session"),
+    QT_TRANSLATE_NOOP("Logic", "Open a program, change it, save it"),
+    QT_TRANSLATE_NOOP("Logic", "See what is wrong while you type, then compile"),
+    QT_TRANSLATE_NOOP("Logic", "Find a name in all programs of an account"),
+    QT_TRANSLATE_NOOP("Logic", "The first hour: a guide"),
 };
 
 /// The first of the user's languages that there is a file for. The texts in the source are English, so whoever would
@@ -71,6 +94,12 @@ void Install(QTranslator& translator, const QLocale& locale, const QString& fold
 }
 
 } // namespace
+
+QColor ToColor(TextView name)
+{
+    const QString color = ToQString(Trim(name));
+    return QColor::isValidColor(color) ? QColor(color) : QColor();
+}
 
 QString Translated(TextView text)
 {

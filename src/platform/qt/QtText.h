@@ -3,6 +3,7 @@
 
 #include "base/Text.h"
 
+#include <QColor>
 #include <QLocale>
 #include <QString>
 #include <QTranslator>
@@ -30,6 +31,9 @@ inline TextView ViewOf(QStringView text)
 {
     return TextView(text.utf16(), static_cast<size_t>(text.size()));
 }
+
+/// By its name or as #RRGGBB; not valid for anything else.
+QColor ToColor(TextView name);
 
 /// A text that the logic has made, in the user's language where it is one that may be translated; all others as they
 /// are.

@@ -2,6 +2,9 @@
 
 #include "documents/DocumentServices.h"
 #include "documents/mvDocument.h"
+#include "shell/DocumentStatus.h"
+
+#include <iterator>
 
 namespace nib {
 
@@ -39,6 +42,19 @@ Rows PlaceOfNew(const mvDocument& document, const Location& current)
             {u"Item ID", document.DisplayName()}};
 }
 
+/// What is not known has no row.
+Rows AsStored(const mvDocument& document)
+{
+    const auto item = document.ItemObject();
+    const std::optional<int64_t> size = item ? item->StoredSize() : std::nullopt;
+    Rows rows{{u"Stored size", size ? Decimal(*size) + u" bytes" : Text()},
+              {u"Character set", CodingText(document)},
+              {u"Line ends", EndsText(document)},
+              {u"Lock", LockText(document)}};
+    std::erase_if(rows, [](const PropertyRow& row) { return row.value.empty(); });
+    return rows;
+}
+
 Text YesNo(bool value)
 {
     return value ? u"yes" : u"no";
@@ -71,6 +87,8 @@ std::vector<PropertyRow> DocumentProperties(mvDocument& document, const Location
     rows.push_back({u"Read only", YesNo(document.ReadOnly())});
     addMeasures(document.GetText(), u"Size", u"Lines");
     if (document.HasSelection()) addMeasures(document.SelText(), u"Selection size", u"Selected lines");
+    Rows stored = AsStored(document);
+    rows.insert(rows.end(), std::make_move_iterator(stored.begin()), std::make_move_iterator(stored.end()));
     return rows;
 }
 

@@ -95,26 +95,55 @@ std::vector<Cell> Tiles(int32_t count, int32_t width, int32_t height, bool turne
     return cells;
 }
 
+/// Windows shrink to a quarter of the height before the title bar of one is covered; the last of more than that go
+/// round once more, and the front one comes last.
 std::vector<Cell> Steps(int32_t count, int32_t width, int32_t height, int32_t step)
 {
+    const int32_t most = step > 0 ? std::max(height * 3 / 4 / step, 0) + 1 : 1;
+    const int32_t places = std::min(count, most);
+    const int32_t across = places > 1 ? std::min(step, width / 2 / (places - 1)) : 0;
+    const Cell size{0, 0, std::min(width * 3 / 4, width - (places - 1) * across),
+                    std::min(height * 3 / 4, height - (places - 1) * step)};
+    const int32_t first = (places - count % places) % places;
     std::vector<Cell> cells;
-    Cell cell{0, 0, width * 3 / 4, height * 3 / 4};
-    int32_t fit = step > 0 ? std::min(width - cell.width, height - cell.height) / step + 1 : 1;
     for (int32_t i = 0; i < count; ++i) {
-        cell.left = cell.top = i % std::max(fit, 1) * step;
-        cells.push_back(cell);
+        const int32_t place = (i + first) % places;
+        cells.push_back({place * across, place * step, size.width, size.height});
     }
     return cells;
+}
+
+int64_t SharedArea(const FrameBounds& a, const FrameBounds& b)
+{
+    const auto shared = [](int64_t startA, int64_t extentA, int64_t startB, int64_t extentB) {
+        return std::max<int64_t>(std::min(startA + extentA, startB + extentB) - std::max(startA, startB), 0);
+    };
+    return shared(a.left, a.width, b.left, b.width) * shared(a.top, a.height, b.top, b.height);
 }
 
 } // namespace
 
 FrameBounds FitToDesktop(FrameBounds bounds, const Desktop& desktop)
 {
-    return {FitStart(bounds.left, desktop.all.left, desktop.all.width, desktop.screenWidth),
-            FitStart(bounds.top, desktop.all.top, desktop.all.height, desktop.screenHeight),
-            FitExtent(bounds.width, kLeastWidth, desktop.all.width),
-            FitExtent(bounds.height, kLeastHeight, desktop.all.height)};
+    bounds = {FitStart(bounds.left, desktop.all.left, desktop.all.width, desktop.screenWidth),
+              FitStart(bounds.top, desktop.all.top, desktop.all.height, desktop.screenHeight),
+              FitExtent(bounds.width, kLeastWidth, desktop.all.width),
+              FitExtent(bounds.height, kLeastHeight, desktop.all.height)};
+    return FitToScreens(bounds, desktop.screens);
+}
+
+FrameBounds FitToScreens(FrameBounds bounds, const std::vector<FrameBounds>& screens)
+{
+    const auto shares = [&](const FrameBounds& a, const FrameBounds& b) {
+        return SharedArea(bounds, a) < SharedArea(bounds, b);
+    };
+    const auto screen = std::max_element(screens.begin(), screens.end(), shares);
+    if (screen == screens.end() || screen->width <= 0 || screen->height <= 0) return bounds;
+    bounds.width = std::min(bounds.width, screen->width);
+    bounds.height = std::min(bounds.height, screen->height);
+    bounds.left = std::clamp(bounds.left, screen->left, screen->left + screen->width - bounds.width);
+    bounds.top = std::clamp(bounds.top, screen->top, screen->top + screen->height - bounds.height);
+    return bounds;
 }
 
 void FramePlacement::Load(SettingsStore& store, const Desktop& desktop)

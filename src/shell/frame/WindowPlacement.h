@@ -25,6 +25,7 @@ struct Desktop {
     FrameBounds all;
     int32_t screenWidth = 0;
     int32_t screenHeight = 0;
+    std::vector<FrameBounds> screens{}; ///< what windows may cover of each monitor, the usual one first
 };
 
 /// Where the frame stood when the program last ended, and whether that is still a place to stand.
@@ -47,8 +48,10 @@ private:
     FrameBounds bounds_;
 };
 
-/// Fits stored bounds, which may be anything, to the desktop.
+/// Fits stored bounds, which may be anything, to the desktop, and puts them into one monitor as a whole.
 FrameBounds FitToDesktop(FrameBounds bounds, const Desktop& desktop);
+/// Moves a window into the screen that shows most of it, or the first; one that is too large becomes as large as that.
+FrameBounds FitToScreens(FrameBounds bounds, const std::vector<FrameBounds>& screens);
 
 enum class Arrangement { Cascade = 0, TileHorizontal = 1, TileVertical = 2 };
 
@@ -61,8 +64,9 @@ struct Cell {
     friend bool operator==(const Cell&, const Cell&) = default;
 };
 
-/// The places of `count` windows in an area: tiles fill it without gap or overlap; a cascade steps down and right by
-/// `step`, and begins anew at the corner where a window would stick out. A cascade's front window comes last.
+/// The places of `count` windows in an area: tiles fill it without gap or overlap; a cascade steps down by `step`, the
+/// height of a title bar, so that every title is in sight as long as there is room for them. Its front window comes
+/// last.
 std::vector<Cell> ArrangedCells(Arrangement how, int32_t count, int32_t width, int32_t height, int32_t step);
 
 /// The child windows from front to back. Stepping on sends the front one to the back and stepping back undoes that, so

@@ -44,6 +44,7 @@ frmDocument::frmDocument(frmMain& mainWindow, Clipboard& clipboard, mvDocument& 
 
 frmDocument::~frmDocument()
 {
+    mainWindow_.Owner().Assist().Forget(documentId_);
     document_ = nullptr; // which may be in its own end
     window_->hide();
     Model().SetEvents(nullptr);
@@ -59,6 +60,7 @@ frmDocument::~frmDocument()
 void frmDocument::Load()
 {
     buffer_.SetLexer(&lexer_);
+    mainWindow_.Owner().Assist().Follow(*document_, buffer_);
 }
 
 void frmDocument::Connect()
@@ -176,6 +178,7 @@ void frmDocument::Activated()
 {
     ClearTarget();
     ShowPosition();
+    if (QtAssist* assist = mainWindow_.Assist()) assist->CaretMoved();
     selectionSeen_ = Model().AnySelection();
     FocusText();
     // Not yet shown in full it cannot take the focus.

@@ -29,6 +29,7 @@ void frmDocument::CaretMoved(Position)
     EndRefusal();
     ShowPosition();
     CheckSelection();
+    if (QtAssist* assist = mainWindow_.Assist()) assist->CaretMoved();
 }
 
 void frmDocument::EditRefused()
@@ -83,7 +84,7 @@ void frmDocument::ClearTarget()
 
 HitKind frmDocument::HitAt(Position at)
 {
-    return (mainWindow_.Owner().Target() = HitTest(Model(), at)).kind;
+    return (mainWindow_.Owner().Target() = HitTest(Model(), at, &lexer_)).kind;
 }
 
 void frmDocument::MouseReleased(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at)

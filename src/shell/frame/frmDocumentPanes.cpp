@@ -10,6 +10,7 @@ namespace nib {
 void frmDocument::ConnectPane(SourceViewWidget& pane)
 {
     using View = SourceViewWidget;
+    if (QtAssist* assist = mainWindow_.Assist()) assist->AddPane(documentId_, pane);
     QObject::connect(&pane, &View::focused, window_, [this, &pane] { Lead(pane); });
     QObject::connect(&pane, &View::lookChanged, window_, [this, &pane] {
         SourceViewWidget* twin = &pane == widget_ ? other_ : widget_;

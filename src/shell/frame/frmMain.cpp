@@ -3,6 +3,7 @@
 #include "documents/mvDocument.h"
 #include "platform/qt/QtText.h"
 #include "shell/Program.h"
+#include "shell/frame/QtScreenKeeper.h"
 #include "shell/frame/frmDocument.h"
 
 #include <QApplication>
@@ -33,15 +34,18 @@ Desktop PresentDesktop(const QScreen& screen)
     QRect all = screen.virtualGeometry();
     const QScreen* primary = QGuiApplication::primaryScreen();
     QSize size = (primary ? primary : &screen)->geometry().size();
-    return {{PixelsToTwips(all.x(), across), PixelsToTwips(all.y(), down), PixelsToTwips(all.width(), across),
-             PixelsToTwips(all.height(), down)},
-            PixelsToTwips(size.width(), across),
-            PixelsToTwips(size.height(), down)};
+    const auto twips = [&](const QRect& rect) {
+        return FrameBounds{PixelsToTwips(rect.x(), across), PixelsToTwips(rect.y(), down),
+                           PixelsToTwips(rect.width(), across), PixelsToTwips(rect.height(), down)};
+    };
+    Desktop desktop{twips(all), PixelsToTwips(size.width(), across), PixelsToTwips(size.height(), down), {}};
+    for (const QScreen* each : QGuiApplication::screens()) desktop.screens.push_back(twips(each->availableGeometry()));
+    return desktop;
 }
 
 } // namespace
 
-frmMain::frmMain() : area_(new QMdiArea(this))
+frmMain::frmMain() : area_(new QMdiArea(this)), start_(*area_)
 {
     area_->setAccessibleName(QCoreApplication::translate("frmMain", "Documents"));
     area_->setViewMode(QMdiArea::SubWindowView);
@@ -75,6 +79,7 @@ frmMain::~frmMain()
 void frmMain::Load(Program& program)
 {
     program_ = &program;
+    start_.SetProgram(&program);
     program.Log().Write(u"mdiform initialize", trace::kObjects);
     program.Safely(u"frmMain.MDIForm_Load", [this] { LoadParts(); });
 }
@@ -85,7 +90,9 @@ void frmMain::LoadParts()
     UpdateCaption();
     placement_.Load(program_->Store(), PresentDesktop(*screen()));
     Place();
+    new QtScreenKeeper(this);
     LoadBands();
+    assist_ = std::make_unique<QtAssist>(program_->Assist(), program_->Names(), program_->Services(), *this);
     QObject::connect(qApp, &QApplication::focusChanged, this,
                      [this](const QWidget*, const QWidget* now) { FocusMoved(now); });
     qApp->installEventFilter(this);
@@ -192,7 +199,9 @@ void frmMain::UnloadParts()
 {
     qApp->removeEventFilter(this);
     qApp->disconnect(this);
+    start_.SetProgram(nullptr);
     for (QTimer* timer : {&shutdownTimer_, &stuckFocusTimer_}) timer->stop();
+    assist_.reset();
     placement_.Placed(PresentState(), PresentBounds());
     placement_.toolbarVisible = menus_.State(Band::ToolBar).visible;
     placement_.statusbarVisible = menus_.State(Band::StatusBar).visible;
@@ -215,7 +224,10 @@ void frmMain::UpdateCaption()
 {
     frmDocument* form = ActiveForm();
     Text caption(kTitle);
-    if (form && form->WindowState() == window_state::kMaximized) caption += u" - [" + form->Title() + u"]";
+    if (form && !form->Title().empty()) {
+        const bool joined = form->WindowState() == window_state::kMaximized;
+        caption += joined ? u" - [" + form->Title() + u"]" : u" - " + form->Title();
+    }
     setWindowTitle(PlainTitle(caption));
 }
 
@@ -274,8 +286,15 @@ void frmMain::ShowTab(frmDocument& form)
     mvDocument* document = form.ViewObject();
     if (!document) return;
     Text name = document->DisplayName();
-    if (document->IsDirty()) name.insert(0, 1, u'*');
-    menus_.SetTab(document->DocumentID(), name, form.Title());
+    size_t own = document->ItemObject() && !document->LocalFile() ? name.size() - document->ItemID().size() : 0;
+    if (document->IsDirty()) {
+        name.insert(0, 1, u'*');
+        own += own > 0;
+    }
+    MenuBatch batch(menus_);
+    menus_.SetTab(document->DocumentID(), name,
+                  document->LocalFile() ? document->ItemObject()->DisplayPath() : form.Title(), own);
+    menus_.SetTabColor(document->DocumentID(), document->Color());
 }
 
 bool frmMain::Run(TextView key)

@@ -5,7 +5,9 @@
 #include "platform/qt/QtBackground.h"
 #include "shell/MainWindow.h"
 #include "shell/MenuDispatcher.h"
+#include "shell/assist/QtAssist.h"
 #include "shell/frame/WindowPlacement.h"
+#include "shell/frame/frmStart.h"
 #include "shell/menus/QtMenuBar.h"
 
 #include <QMainWindow>
@@ -55,6 +57,8 @@ public:
 
     // For the document windows
     Program& Owner() const { return *program_; }
+    /// Null once the window is unloaded.
+    QtAssist* Assist() const { return assist_.get(); }
     void AddChild(frmDocument& form);
     void RemoveChild(frmDocument& form);
     void ShowChild(frmDocument& form);
@@ -111,12 +115,15 @@ private:
     void FollowFrameState(frmDocument& form);
     void RestoreAll();
     int32_t StateForNew(const frmDocument& form) const;
+    void FollowChildren();
 
     Program* program_ = nullptr;
     QMdiArea* area_;
+    StartPlace start_;
     MenuModel menus_;
     QtMenuBar menuBar_{*this, menus_};
     std::unique_ptr<MenuDispatcher> dispatcher_;
+    std::unique_ptr<QtAssist> assist_;
     std::vector<frmDocument*> children_; ///< in the order of their making
     ChildOrder<frmDocument> order_;      ///< those that were in front at least once
     frmDocument* current_ = nullptr;     ///< told that it is in front

@@ -12,6 +12,12 @@
 
 namespace nib {
 
+namespace {
+
+constexpr int kButtons = 24; ///< in characters
+
+} // namespace
+
 frmProperties::frmProperties(QWidget* owner) : QDialog(owner)
 {
     setWindowTitle(QStringLiteral("Nib Document Properties"));
@@ -43,6 +49,10 @@ void frmProperties::ShowDialog(mvDocument& document, const Location& current)
     for (const PropertyRow& row : DocumentProperties(document, current)) AddRow(row);
     cmdClose_->setFocus();
     adjustSize();
+    // A title bar has its buttons beside the caption.
+    const int caption =
+        QFontMetrics(font()).horizontalAdvance(windowTitle()) + fontMetrics().averageCharWidth() * kButtons;
+    resize(std::max(width(), caption), height());
     exec();
 }
 

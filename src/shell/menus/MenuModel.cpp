@@ -39,6 +39,7 @@ MenuTool PanelOf(const PanelRow& row)
     tool.tip = row.tip;
     tool.visible = row.shown;
     (row.fixedWidth ? tool.minText : tool.caption) = row.text;
+    tool.tag = row.opens;
     return tool;
 }
 
@@ -156,6 +157,11 @@ void MenuModel::SetShortcut(Band band, TextView key, TextView shortcut)
 void MenuModel::SetTip(Band band, TextView key, TextView tip)
 {
     Set(band, Get(band, key), &MenuTool::tip, tip, tool_change::kTip);
+}
+
+void MenuModel::SetColor(Band band, TextView key, TextView color)
+{
+    Set(band, Get(band, key), &MenuTool::color, color, tool_change::kColor);
 }
 
 void MenuModel::SetEnabled(Band band, TextView key, bool enabled)
@@ -279,11 +285,13 @@ void MenuModel::ShowPanel(int32_t panel, bool visible)
     if (Text key = PanelKey(panel); Find(Band::StatusBar, key)) SetVisible(Band::StatusBar, key, visible);
 }
 
-void MenuModel::SetTab(int32_t tab, TextView caption, TextView tip)
+void MenuModel::SetTab(int32_t tab, TextView caption, TextView tip, size_t name)
 {
     Text key = Decimal(tab);
     MenuBatch batch(*this);
+    const Text place = Decimal(static_cast<int64_t>(name));
     if (Find(Band::Taskbar, key)) {
+        Get(Band::Taskbar, key).tag = place; // changes with the caption alone
         SetCaption(Band::Taskbar, key, caption);
         SetTip(Band::Taskbar, key, tip);
         return;
@@ -292,6 +300,7 @@ void MenuModel::SetTab(int32_t tab, TextView caption, TextView tip)
     tool.key = key;
     tool.caption = caption;
     tool.tip = tip;
+    tool.tag = place;
     tool.checkable = true;
     Add(Band::Taskbar, {}, std::move(tool));
 }
@@ -299,6 +308,30 @@ void MenuModel::SetTab(int32_t tab, TextView caption, TextView tip)
 void MenuModel::RemoveTab(int32_t tab)
 {
     if (Text key = Decimal(tab); Find(Band::Taskbar, key)) Remove(Band::Taskbar, key);
+}
+
+void MenuModel::SetTabColor(int32_t tab, TextView color)
+{
+    if (Text key = Decimal(tab); Find(Band::Taskbar, key)) SetColor(Band::Taskbar, key, color);
+}
+
+void MenuModel::MoveTab(int32_t tab, size_t place)
+{
+    auto& tabs = roots_[Index(Band::Taskbar)].tools;
+    const auto found = std::find_if(tabs.begin(), tabs.end(), [&](auto& tool) { return TabOf(*tool) == tab; });
+    if (found == tabs.end() || place >= tabs.size()) return;
+    const auto to = tabs.begin() + static_cast<ptrdiff_t>(place);
+    if (found < to)
+        std::rotate(found, found + 1, to + 1);
+    else
+        std::rotate(to, found, found + 1);
+}
+
+std::vector<int32_t> MenuModel::Tabs() const
+{
+    std::vector<int32_t> tabs;
+    for (auto& tool : Root(Band::Taskbar).tools) tabs.push_back(TabOf(*tool));
+    return tabs;
 }
 
 void MenuModel::SetActiveTab(int32_t tab)

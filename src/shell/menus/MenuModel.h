@@ -25,8 +25,9 @@ struct MenuTool {
     Text shortcut;
     Text tip;
     Text icon;    ///< name of an icon, empty for none
-    Text tag;     ///< whatever its user remembers with it
+    Text tag;     ///< whatever its user remembers with it; of a panel: the menu or command behind it
     Text minText; ///< of a panel: the text that it is made wide enough for
+    Text color;   ///< of a panel or tab, by its name or as #RRGGBB; empty for none
     bool isMenu = false;
     bool checkable = false;
     bool checked = false;
@@ -47,6 +48,7 @@ inline constexpr uint8_t kChecked = 8;
 inline constexpr uint8_t kVisible = 16;
 inline constexpr uint8_t kGroup = 32;
 inline constexpr uint8_t kTip = 64;
+inline constexpr uint8_t kColor = 128;
 } // namespace tool_change
 
 /// Icon sizes of the tool bar.
@@ -120,6 +122,7 @@ public:
     void SetCaption(Band band, TextView key, TextView caption);
     void SetShortcut(Band band, TextView key, TextView shortcut);
     void SetTip(Band band, TextView key, TextView tip);
+    void SetColor(Band band, TextView key, TextView color);
     void SetEnabled(Band band, TextView key, bool enabled);
     void SetChecked(Band band, TextView key, bool checked);
     /// Both at once, of a tool of this band that was found already.
@@ -149,9 +152,15 @@ public:
     void ShowPanel(int32_t panel, bool visible);
 
     // The document tabs; `tab` is the DocumentID.
-    /// Adds the tab, or changes its caption and tip.
-    void SetTab(int32_t tab, TextView caption, TextView tip);
+    /// Adds the tab, or changes its caption and tip. The caption may be shortened before `name`, the place of what
+    /// tells documents apart.
+    void SetTab(int32_t tab, TextView caption, TextView tip, size_t name = 0);
+    void SetTabColor(int32_t tab, TextView color);
     void RemoveTab(int32_t tab);
+    /// The user has put the tab to another place, from 0.
+    void MoveTab(int32_t tab, size_t place);
+    /// In the order of the tabs.
+    std::vector<int32_t> Tabs() const;
     /// The one tab that is marked as the active one; 0 for none.
     void SetActiveTab(int32_t tab);
     static int32_t TabOf(const MenuTool& tool);

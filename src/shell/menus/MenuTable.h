@@ -54,7 +54,8 @@ struct PanelRow {
     const char16_t* text; ///< at the start; of the panels of fixed width, what they must have room for
     const char16_t* tip;
     bool fixedWidth;
-    bool shown; ///< at the start
+    bool shown;                  ///< at the start
+    const char16_t* opens = u""; ///< a menu or command of the menu bar
 };
 
 extern const std::span<const PanelRow> kStatusBar;

@@ -5,6 +5,7 @@
 
 #include <QContextMenuEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -14,8 +15,10 @@ namespace nib {
 
 namespace {
 
-constexpr int kWidestInCharacters = 32;
-constexpr int kNarrowestInCharacters = 12;
+/// Of the names, which are capitals mostly.
+constexpr int kShownCharacters = 22;
+/// The line in the colour of the account.
+constexpr int kEdge = 3;
 
 } // namespace
 
@@ -27,12 +30,15 @@ QtDocumentTabs::QtDocumentTabs(QWidget* parent) : QTabBar(parent)
     setDocumentMode(true);
     setDrawBase(false);
     setUsesScrollButtons(true);
-    setElideMode(Qt::ElideRight);
+    setElideMode(Qt::ElideNone); // Fitted has done it
     setVisible(false);
     connect(this, &QTabBar::currentChanged, this, [this](int index) {
         // Moving the current tab changes its index as well.
         if (index >= 0 && std::exchange(current_, NumberAt(index)) != current_ && events_)
             events_->TabActivate(current_);
+    });
+    connect(this, &QTabBar::tabMoved, this, [this](int, int to) {
+        if (moved) moved(NumberAt(to), static_cast<size_t>(to));
     });
     connect(this, &QTabBar::tabCloseRequested, this, [this](int index) {
         if (events_) events_->TabClose(NumberAt(index));
@@ -66,6 +72,7 @@ void QtDocumentTabs::Add(const MenuTool& tab)
 void QtDocumentTabs::Remove(const MenuTool& tab)
 {
     QSignalBlocker quiet(this);
+    looks_.erase(ToInt(tab.key));
     if (int index = IndexOf(tab); index >= 0) removeTab(index);
     setVisible(count() > 0);
 }
@@ -75,7 +82,8 @@ void QtDocumentTabs::Change(const MenuTool& tab)
     int index = IndexOf(tab);
     if (index < 0) return;
     QString caption = ToQString(tab.caption);
-    setTabText(index, ToQString(DoubleAmpersands(tab.caption)));
+    looks_[NumberAt(index)] = {caption, ToInt(tab.tag), ToColor(tab.color)};
+    Fit(index);
     setTabToolTip(index, tab.tip.empty() ? caption : ToQString(tab.tip));
     setAccessibleTabName(index, caption);
     for (ButtonPosition side : {LeftSide, RightSide})
@@ -86,18 +94,52 @@ void QtDocumentTabs::Change(const MenuTool& tab)
     setCurrentIndex(index);
 }
 
-QSize QtDocumentTabs::tabSizeHint(int index) const
+/// The file's name gives way first, then the middle of the item's: names that begin alike end otherwise.
+QString QtDocumentTabs::Fitted(const Look& look) const
 {
-    QSize size = QTabBar::tabSizeHint(index);
-    size.setWidth(std::min(size.width(), fontMetrics().averageCharWidth() * kWidestInCharacters));
-    return size;
+    const QFontMetrics metrics = fontMetrics();
+    const int room = metrics.horizontalAdvance(QString(kShownCharacters, u'E'));
+    if (metrics.horizontalAdvance(look.caption) <= room) return look.caption;
+    const QString name = look.caption.mid(look.name);
+    QString before = look.caption.left(look.name).trimmed();
+    if (!before.isEmpty()) {
+        const QString least = before.left(before.startsWith(u'*') ? 2 : 1) + u'\u2026';
+        const int left = room - metrics.horizontalAdvance(u' ' + name);
+        before = left > metrics.horizontalAdvance(least) ? metrics.elidedText(before, Qt::ElideRight, left) : least;
+        before += u' ';
+    }
+    return before + metrics.elidedText(name, Qt::ElideMiddle, room - metrics.horizontalAdvance(before));
 }
 
+void QtDocumentTabs::Fit(int index)
+{
+    const auto look = looks_.find(NumberAt(index));
+    if (look != looks_.end()) setTabText(index, Fitted(look->second).replace(u'&', QLatin1String("&&")));
+}
+
+void QtDocumentTabs::paintEvent(QPaintEvent* event)
+{
+    QTabBar::paintEvent(event);
+    QPainter painter(this);
+    for (int i = 0; i < count(); ++i) {
+        const auto look = looks_.find(NumberAt(i));
+        if (look == looks_.end() || !look->second.color.isValid()) continue;
+        const QRect tab = tabRect(i);
+        painter.fillRect(tab.left(), tab.bottom() + 1 - kEdge, tab.width(), kEdge, look->second.color);
+    }
+}
+
+void QtDocumentTabs::changeEvent(QEvent* event)
+{
+    QTabBar::changeEvent(event);
+    if (event->type() != QEvent::FontChange) return;
+    for (int i = 0; i < count(); ++i) Fit(i);
+}
+
+/// Where there is no room for all they can be scrolled; a tab that cannot be read is none.
 QSize QtDocumentTabs::minimumTabSizeHint(int index) const
 {
-    QSize size = tabSizeHint(index);
-    size.setWidth(std::min(size.width(), fontMetrics().averageCharWidth() * kNarrowestInCharacters));
-    return size;
+    return tabSizeHint(index);
 }
 
 void QtDocumentTabs::mousePressEvent(QMouseEvent* event)

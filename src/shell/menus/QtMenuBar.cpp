@@ -1,8 +1,8 @@
 #include "shell/menus/QtMenuBar.h"
 
 #include "platform/qt/QtText.h"
-#include "shell/menus/QtDocumentTabs.h"
 #include "shell/menus/QtStatusPanels.h"
+#include "shell/menus/QtTabRow.h"
 #include "shell/menus/QtToolActions.h"
 
 #include <QCoreApplication>
@@ -35,6 +35,7 @@ struct QtMenuBar::Impl final : QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
     void ShowToolBar();
     void ShowMoreIcon();
+    void OpenPanel(const MenuTool& panel, QWidget& shown);
 
     QMainWindow& window;
     MenuModel& model;
@@ -43,7 +44,7 @@ struct QtMenuBar::Impl final : QObject {
     QToolButton* moreTools; ///< Qt's own, for what a narrow bar has no room for; null where it makes none
     QMenu* popUp;
     QMenu* tabMenu;
-    QtDocumentTabs* tabs;
+    QtTabRow* row;
     QtStatusPanels panels;
     QtToolActions actions;
 };
@@ -51,7 +52,8 @@ struct QtMenuBar::Impl final : QObject {
 QtMenuBar::Impl::Impl(QMainWindow& owner, MenuModel& menus)
     : window(owner), model(menus), toolBar(new QToolBar(&owner)),
       moreTools(toolBar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))), popUp(new QMenu(&owner)),
-      tabMenu(new QMenu(&owner)), tabs(new QtDocumentTabs(&owner)), panels(*owner.statusBar()),
+      tabMenu(new QMenu(&owner)), row(new QtTabRow(menus.Root(Band::Taskbar), &owner)),
+      panels(*owner.statusBar(), [this](const MenuTool& panel, QWidget& shown) { OpenPanel(panel, shown); }),
       actions(
           [this](Band band, const MenuTool& tool, bool checked) {
               if (tool.checkable) model.SetChecked(band, tool.key, checked);
@@ -82,14 +84,14 @@ QtMenuBar::Impl::Impl(QMainWindow& owner, MenuModel& menus)
     // Menus are called by their window's title.
     popUp->setWindowTitle(Texts::tr("Context Menu"));
     tabMenu->setWindowTitle(Texts::tr("Tab Menu"));
-    tabs->setAccessibleName(ToQString(model.Root(Band::Taskbar).caption));
+    row->Tabs().moved = [this](int32_t tab, size_t place) { model.MoveTab(tab, place); };
 
     actions.SetHolder(Band::MainMenu, model.Root(Band::MainMenu), *window.menuBar());
     actions.SetHolder(Band::ToolBar, model.Root(Band::ToolBar), *toolBar);
     actions.SetHolder(Band::Popup, model.Root(Band::Popup), *popUp);
     actions.SetHolder(Band::TabContext, model.Root(Band::TabContext), *tabMenu);
     for (auto& panel : model.Root(Band::StatusBar).tools) panels.Add(*panel);
-    for (auto& tab : model.Root(Band::Taskbar).tools) tabs->Add(*tab);
+    for (auto& tab : model.Root(Band::Taskbar).tools) row->Tabs().Add(*tab);
     ShowToolBar();
     window.statusBar()->setVisible(model.State(Band::StatusBar).visible);
     window.installEventFilter(this);
@@ -110,6 +112,19 @@ void QtMenuBar::Impl::ShowMoreIcon()
 {
     QIcon icon = ToolIcon(u"arrow-right-double");
     if (moreTools && !icon.isNull()) moreTools->setIcon(icon);
+}
+
+/// Above the panel, as the bar is at the lower edge of the screen.
+void QtMenuBar::Impl::OpenPanel(const MenuTool& panel, QWidget& shown)
+{
+    const MenuTool* opened = model.Find(Band::MainMenu, panel.tag);
+    if (!opened) return;
+    if (QMenu* menu = actions.MenuOf(*opened)) {
+        if (events) events->MenuOpening(*opened); // its captions may change its size
+        menu->popup(shown.mapToGlobal(QPoint(0, -menu->sizeHint().height())));
+    } else if (events && opened->enabled) {
+        events->ToolClick(Band::MainMenu, *opened);
+    }
 }
 
 void QtMenuBar::Impl::ShowToolBar()
@@ -137,7 +152,7 @@ QtMenuBar::~QtMenuBar()
 void QtMenuBar::SetEvents(MenuEvents* events)
 {
     impl_->events = events;
-    impl_->tabs->SetEvents(events);
+    impl_->row->SetEvents(events);
 }
 
 void QtMenuBar::SetCentral(QWidget* area)
@@ -146,27 +161,32 @@ void QtMenuBar::SetCentral(QWidget* area)
     auto* column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(impl_->tabs);
+    column->addWidget(impl_->row);
     column->addWidget(area, 1);
     impl_->window.setCentralWidget(centre);
 }
 
 void QtMenuBar::ToolsChanged(std::span<const ToolChange> changes)
 {
+    bool tabs = false;
     for (const ToolChange& change : changes) {
         switch (change.band) {
         case Band::StatusBar: impl_->panels.Change(*change.tool); break;
-        case Band::Taskbar: impl_->tabs->Change(*change.tool); break;
+        case Band::Taskbar:
+            impl_->row->Tabs().Change(*change.tool);
+            tabs = true;
+            break;
         default: impl_->actions.Change(change);
         }
     }
+    if (tabs) impl_->row->Follow();
 }
 
 void QtMenuBar::ToolAdded(Band band, const MenuTool& tool)
 {
     switch (band) {
     case Band::StatusBar: return impl_->panels.Add(tool);
-    case Band::Taskbar: return impl_->tabs->Add(tool);
+    case Band::Taskbar: impl_->row->Tabs().Add(tool); return impl_->row->Follow();
     default: impl_->actions.Add(band, tool);
     }
     if (band == Band::ToolBar) impl_->ShowToolBar();
@@ -176,7 +196,7 @@ void QtMenuBar::ToolRemoved(Band band, const MenuTool& tool)
 {
     switch (band) {
     case Band::StatusBar: return impl_->panels.Remove(tool);
-    case Band::Taskbar: return impl_->tabs->Remove(tool);
+    case Band::Taskbar: impl_->row->Tabs().Remove(tool); return impl_->row->Follow(&tool);
     default: impl_->actions.Remove(tool);
     }
 }
@@ -199,7 +219,7 @@ QToolBar* QtMenuBar::ToolBar() const
 
 QTabBar* QtMenuBar::Tabs() const
 {
-    return impl_->tabs;
+    return &impl_->row->Tabs();
 }
 
 QMenu* QtMenuBar::PopUpMenu(Band band) const

@@ -226,6 +226,12 @@ void QtToolActions::ShowGroup(const MenuTool& tool, Entry& entry)
     if (entry.separator) entry.separator->setVisible(tool.beginGroup && tool.visible);
 }
 
+QMenu* QtToolActions::MenuOf(const MenuTool& tool) const
+{
+    const auto found = entries_.find(&tool);
+    return found == entries_.end() ? nullptr : found->second.menu;
+}
+
 void QtToolActions::RefreshIcons()
 {
     for (auto& [tool, entry] : entries_) entry.action->setIcon(ToolIcon(tool->icon));

@@ -44,6 +44,8 @@ public:
     void Remove(const MenuTool& tool);
     void Change(const ToolChange& change);
     void RefreshIcons();
+    /// Null for a tool that is none.
+    QMenu* MenuOf(const MenuTool& tool) const;
 
 private:
     struct Entry {

@@ -77,6 +77,7 @@ LineEntry& LineCache::Styled(int32_t line)
     if (!entry.styled) {
         // Scanning tells of changed lines, this one among them; what counts as built is settled after it.
         document_.ScanLine(line, entry.tokens);
+        document_.Look(document_.LineText(line, scratch_), entry.tokens);
         bool wasLaidOut = entry.laidOut;
         if (!wasLaidOut) LayOut(line, entry);
         MakeRoomForPreedit(entry);

@@ -72,8 +72,8 @@ void ScrollMarks::SetName(const Text& name)
 
 void ScrollMarks::SetFindings(Kind kind, std::vector<int32_t> lines)
 {
-    findings_[static_cast<size_t>(kind)] = std::move(lines);
-    Stale();
+    std::vector<int32_t>& known = findings_[static_cast<size_t>(kind)];
+    if (std::exchange(known, std::move(lines)) != known) Stale();
 }
 
 uint32_t ScrollMarks::At(int row) const

@@ -26,6 +26,7 @@ void SourceViewWidget::TextChanged(const TextChange& change)
     glide_.Stop();
     LightsStale();
     scrollMarks_->Stale();
+    underlines_.Follow(change);
     bool sameLines = change.oldEnd.line == change.newEnd.line;
     if (sameLines) {
         cache_.Invalidate(change.start.line, change.newEnd.line);
@@ -60,6 +61,7 @@ void SourceViewWidget::TextReset()
     glide_.Stop();
     LightsStale();
     scrollMarks_->Stale();
+    underlines_.Clear();
     changed_ = {};
     cache_.Clear();
     geometry_.ScrollToIndex(0);
@@ -127,6 +129,15 @@ void SourceViewWidget::TakeName()
     viewport()->update();
 }
 
+void SourceViewWidget::SetUnderlines(std::vector<Underline> underlines)
+{
+    const auto changed = underlines_.Set(std::move(underlines));
+    // Also where none has changed: they have moved with the text, which the bar does not follow.
+    scrollMarks_->SetFindings(ScrollMarks::Kind::Error, underlines_.Lines(Severity::Error));
+    scrollMarks_->SetFindings(ScrollMarks::Kind::Warning, underlines_.Lines(Severity::Warning));
+    if (changed) UpdateLines(changed->first, changed->second);
+}
+
 void SourceViewWidget::UpdateLines(int32_t first, int32_t last)
 {
     geometry_.ForEach(0, viewport()->height(), [&](int32_t line, qreal y) {
@@ -167,6 +178,7 @@ void SourceViewWidget::paintEvent(QPaintEvent* event)
         PaintText(painter, dirty);
         PaintMargin(painter, dirty);
         lights_.PaintChanges(painter, dirty);
+        underlines_.PaintMargin(painter, dirty);
         PaintCarets(painter);
     }
     painting_ = false;
@@ -207,6 +219,7 @@ void SourceViewWidget::PaintText(QPainter& painter, const QRectF& dirty)
     geometry_.ForEach(area.top(), area.bottom(),
                       [&](int32_t line, qreal y) { linePainter_.Paint(painter, Describe(line, y, area)); });
     lights_.PaintBlanks(painter, area);
+    underlines_.PaintWaves(painter, area);
     painter.restore();
 }
 

@@ -8,6 +8,7 @@
 #include "text/widget/LinePainter.h"
 #include "text/widget/MouseHandler.h"
 #include "text/widget/ScrollMarks.h"
+#include "text/widget/Underlines.h"
 #include "text/widget/ViewLights.h"
 
 #include <QAbstractScrollArea>
@@ -47,6 +48,9 @@ public:
     /// Does what scrolls, and shows the way there if the user likes to see it.
     void ScrollSmoothly(const std::function<void()>& scroll);
     ScrollMarks& Marks() { return *scrollMarks_; }
+    /// What is wrong in the text: waves, bars in the margin, marks beside the scroll bar.
+    void SetUnderlines(std::vector<Underline> underlines);
+    const std::vector<Underline>& ShownUnderlines() const { return underlines_.All(); }
     /// Pastes the desktop's primary selection.
     void PastePrimary(Position at);
     /// Makes the selection the desktop's primary selection, at once.
@@ -165,6 +169,7 @@ private:
     LineCache cache_;
     mutable ViewGeometry geometry_;
     ViewLights lights_;
+    Underlines underlines_;
     ScrollMarks* scrollMarks_; ///< the area's own
     Glide glide_;
     LinePainter linePainter_;

@@ -1,6 +1,7 @@
 #include "documents/DocumentSettings.h"
 #include "editing/LexClass.h"
 #include "fakes/TestProgram.h"
+#include "language/Dialects.h"
 
 #include <array>
 
@@ -102,7 +103,7 @@ TEST_F(HostConfigurationTest, WaitsForServerAndAccount)
     EXPECT_EQ(Settings().CompileCommand, u"CATALOG");
     EXPECT_EQ(t.connection.opens,
               (std::vector<OpenCall>{{t.connection.ComposeHostPath({u"MVDB", u"*", {}, {}, {}}), false, false}}));
-    EXPECT_EQ(t.Store().session.asked, (Lines{u"NIB 2", u"NIB 3", u"NIB 4", u"NIB 5", u"NIB 6"}));
+    EXPECT_EQ(t.Store().session.asked, (Lines{u"NIB 2", u"NIB 3", u"NIB 4", u"NIB 5", u"NIB 6", u"NIB 7"}));
     Record()[4] = u"OTHER";
     Load();
     EXPECT_EQ(Settings().CompileCommand, u"CATALOG") << "once in a run";
@@ -203,6 +204,28 @@ TEST_F(HostConfigurationTest, KeywordsThatCannotBeReadLeaveTheRestOfTheRecord)
         (TraceLines{
             {1, u"HostConfiguration.ReplaceKeywords: error=0x" + Hex(error_number::kPathNotFound) + u" no such file"},
             {1, u"HostConfiguration.ReplaceKeywords: error=0x" + Hex(error_number::kStorage) + u" no text"}}));
+}
+
+TEST_F(HostConfigurationTest, TheDialectIsThatOfTheAccountOrOfItsConnection)
+{
+    Dialects dialects;
+    // Of the record and of the connection, and what becomes of the user's "common".
+    const std::tuple<Text, Text, Text, bool> rows[] = {{u"", u"", u"common", false},
+                                                       {u"NONE", u"server", u"NONE", true},
+                                                       {u"", u"Server", u"Server", true},
+                                                       {u"klingon", u"server", u"common", false}};
+    for (const auto& [record, connection, dialect, fixed] : rows) {
+        t.program.Services().dialects = &dialects;
+        Settings().Dialect = u"common";
+        Settings().HostDialect = false;
+        UseDialect(Settings(), &dialects);
+        Record() = {{7, record}};
+        t.connection.dialect = connection;
+        HostConfiguration(t.program.Services()).LoadHostConfiguration();
+        EXPECT_EQ(Settings().Dialect, dialect);
+        EXPECT_EQ(Settings().HostDialect, fixed);
+        EXPECT_EQ(Settings().Keywords.Rules(), dialects.Rules(dialect));
+    }
 }
 
 TEST_F(HostConfigurationTest, NumbersOfTheFormat)

@@ -24,7 +24,7 @@ TEST(FileSaveTest, WritesTheItemForm)
     TestProgram t;
     auto document = t.StoreAndOpen(kMain, u"a\tb\nc");
     document->SetText(document->GetText() + u"\r\nd");
-    EXPECT_EQ(document->TitleText(), u"*BP MAIN on server1");
+    EXPECT_EQ(document->TitleText(), u"*BP MAIN on server1, account DEMO");
     int32_t writes = 0;
     t.Store().whileBusy = [&] {
         ++writes;
@@ -38,7 +38,7 @@ TEST(FileSaveTest, WritesTheItemForm)
     EXPECT_EQ(t.Stored(kMain), u"a\tb\r\nc\r\nd") << "a line that nobody edited keeps its TAB";
     EXPECT_EQ(t.program.Place().now.Folder, u"BP");
     EXPECT_FALSE(document->IsDirty());
-    EXPECT_EQ(document->TitleText(), u"BP MAIN on server1");
+    EXPECT_EQ(document->TitleText(), u"BP MAIN on server1, account DEMO");
     EXPECT_TRUE(t.Store().locks.contains(kMain));
     t.ExpectCalm();
 }
@@ -111,10 +111,10 @@ TEST(FileSaveTest, ANewItemBecomesAnExistingOne)
     t.boxes.Answer({kYes});
     auto document = t.Open(kMain);
     t.boxes.Take();
-    EXPECT_EQ(document->TitleText(), u"BP MAIN on server1 (New)");
+    EXPECT_EQ(document->TitleText(), u"BP MAIN on server1, account DEMO (New)");
     EXPECT_TRUE(document->NewItem());
     EXPECT_TRUE(document->FileSave());
-    EXPECT_EQ(document->TitleText(), u"BP MAIN on server1");
+    EXPECT_EQ(document->TitleText(), u"BP MAIN on server1, account DEMO");
     EXPECT_EQ(t.Stored(kMain), u"");
 }
 
@@ -125,7 +125,7 @@ TEST(FileSaveAsTest, APlaceIsNoItem)
     EXPECT_FALSE(document->FileSaveAs(u"mvdb:*/DEMO/BP"));
     EXPECT_EQ(t.boxes.Take(), Boxes{Warning(Text(kMissing))});
     EXPECT_TRUE(document->FileSaveAs(kMain));
-    EXPECT_EQ(document->TitleText(), u"BP MAIN on server1");
+    EXPECT_EQ(document->TitleText(), u"BP MAIN on server1, account DEMO");
     EXPECT_TRUE(t.Store().items.contains(kMain));
     EXPECT_TRUE(t.Store().locks.contains(kMain));
 }
@@ -229,7 +229,7 @@ TEST(ItemSaveAsTest, AFailingWriteLeavesTheDocumentWithItsItem)
     t.Store().writeFailure = Error{error_number::kStorage, u"Disk full"};
     EXPECT_FALSE(document->ItemSaveAs(t.Item(kOther)));
     EXPECT_EQ(document->Path(), kMain);
-    EXPECT_EQ(document->TitleText(), u"*BP MAIN on server1");
+    EXPECT_EQ(document->TitleText(), u"*BP MAIN on server1, account DEMO");
     EXPECT_TRUE(t.Store().locks.contains(kMain));
     EXPECT_FALSE(t.Store().locks.contains(kOther));
     EXPECT_EQ(t.boxes.Take(), Boxes{Warning(u"Disk full")});
@@ -355,12 +355,12 @@ struct TitleRow {
     Text host, title;
 };
 
-const TitleRow kTitleRows[] = {{kMain, true, false, false, u"server1", u"BP MAIN on server1"},
-                               {kMain, true, true, false, u"server1", u"BP MAIN on server1 (Read only)"},
-                               {kMain, true, true, true, u"server1", u"*BP MAIN on server1 (Read only)"},
-                               {kMain, false, false, true, u"server1", u"*BP MAIN on server1 (New)"},
-                               {kMain, false, true, false, u"server1", u"BP MAIN on server1 (New)"},
-                               {kMain, true, false, false, u"", u"BP MAIN"},
+const TitleRow kTitleRows[] = {{kMain, true, false, false, u"server1", u"BP MAIN on server1, account DEMO"},
+                               {kMain, true, true, false, u"server1", u"BP MAIN on server1, account DEMO (Read only)"},
+                               {kMain, true, true, true, u"server1", u"*BP MAIN on server1, account DEMO (Read only)"},
+                               {kMain, false, false, true, u"server1", u"*BP MAIN on server1, account DEMO (New)"},
+                               {kMain, false, true, false, u"server1", u"BP MAIN on server1, account DEMO (New)"},
+                               {kMain, true, false, false, u"", u"BP MAIN, account DEMO"},
                                {kLocal, true, false, false, u"server1", u"a.bas"},
                                {kLocal, true, false, true, u"server1", u"*a.bas"},
                                {kLocal, true, true, false, u"server1", u"a.bas (Read only)"},

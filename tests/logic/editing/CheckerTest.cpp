@@ -1,7 +1,6 @@
 // The checker of programs: what it finds, and above all what it leaves alone.
 
 #include "language/BasicChecker.h"
-#include "text/SourceDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -11,21 +10,20 @@
 namespace nib::test::checker_test {
 
 /// Items by "FILE ITEM".
-struct Items final : IncludeItems {
-    std::map<Text, std::unique_ptr<SourceDocument>> texts;
+struct Items final : IncludeSource {
+    std::map<Text, std::shared_ptr<const ProgramText>> texts;
 
     void Add(const Text& name, TextView text)
     {
-        texts[name] = std::make_unique<SourceDocument>();
-        texts[name]->SetText(text);
+        texts[name] = std::make_shared<ProgramText>(nullptr, LinesOfProgram(text));
     }
-    Answer Find(TextView file, TextView item, SourceDocument*& text) override
+    Answer Find(TextView file, TextView item, std::shared_ptr<const ProgramText>& text) override
     {
         if (file == u"FAR") return Answer::Unknown;
         if (file != u"BP" && file != u"INC") return Answer::NoFile;
         const auto found = texts.find(Text(file) + u" " + Text(item));
         if (found == texts.end()) return Answer::NoItem;
-        text = found->second.get();
+        text = found->second;
         return Answer::Found;
     }
 };
@@ -44,10 +42,9 @@ Items SomeItems()
 Text Findings(TextView program)
 {
     Items items = SomeItems();
-    SourceDocument buffer;
-    buffer.SetText(program);
+    const ProgramText text(nullptr, LinesOfProgram(program));
     Text all;
-    for (const Finding& finding : BasicChecker(items).Check(buffer, u"BP", u"MAIN"))
+    for (const Finding& finding : BasicChecker(items).Check(text, u"BP", u"MAIN"))
         all += Decimal(finding.line) + u": " + finding.text + u"\n";
     return all;
 }

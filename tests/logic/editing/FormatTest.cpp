@@ -1,6 +1,7 @@
 #include "MarkedEditor.h"
 #include "editing/BlockEffect.h"
 #include "editing/operations/OpFormat.h"
+#include "language/Dialects.h"
 
 #include <gtest/gtest.h>
 
@@ -53,6 +54,62 @@ const std::tuple<const char*, TextView, TextView> kPrograms[] = {
      u"      OPEN.IT\n         X\n      BETWEEN\n         X\n      CLOSE.IT\n      FIRST\n         X\n"
      u"         X LAST\n            X"},
     {"mark first", u"  \uF8FDX:  Y", u"      \uF8FDX:  Y"}};
+
+/// As their writer put them, and as they stand formatted in a dialect.
+const std::tuple<const char*, TextView, TextView> kInDialect[] = {
+    {"hanging indents", u"  CALL X(A, ;* one\n         B,\n* note\n    C)\nY = ~\n1",
+     u"      CALL X(A, ;* one\n             B,\n      * note\n        C)\n      Y = ~\n      1"},
+    {"behind a label", u"L:  X = ~\n      1", u"L:    X = ~\n        1"},
+    {"no further than the edge", u"             X = ~\n  1", u"      X = ~\n1"},
+    {"a block that opens behind", u"IF A, ~\n    B THEN\nX\nEND",
+     u"      IF A, ~\n          B THEN\n         X\n      END"},
+    {"directives", u"$IFDEF A\nX\n$ELSE  \n  $B\n$ENDIF", u"$IFDEF A\n      X\n$ELSE\n      $B\n$ENDIF"},
+    {"label with its colon apart", u"  LAB   :   X", u"LAB   : X"},
+    {"on error", u"READ A FROM B ON ERROR\nX\nEND ELSE\nY\nEND",
+     u"      READ A FROM B ON ERROR\n         X\n      END ELSE\n         Y\n      END"},
+    {"try", u"TRY\nX\nCATCH E\nY\nEND", u"      TRY\n         X\n      CATCH E\n         Y\n      END"},
+    {"local", u"LOCAL FUNCTION A(B)\nX\nEND\nY", u"      LOCAL FUNCTION A(B)\n         X\n      END\n      Y"}};
+
+TEST(FormatTest, InADialect)
+{
+    Dialects dialects;
+    MarkedEditor editor;
+    clsKeywords keywords;
+    keywords.SetRules(dialects.Rules(u"common"));
+    editor.lexer.SetKeywords(keywords);
+    for (const auto& [name, before, after] : kInDialect) {
+        // Twice, and there and back again.
+        editor.Load(Replace(before, u"~", u"|"));
+        Format(editor);
+        EXPECT_EQ(ToUtf8(editor.Plain()), ToUtf8(Replace(after, u"~", u"|"))) << name;
+        editor.buffer.Undo();
+        EXPECT_EQ(ToUtf8(editor.Plain()), ToUtf8(Replace(before, u"~", u"|"))) << name;
+        editor.buffer.Redo();
+        Format(editor);
+        EXPECT_EQ(ToUtf8(editor.Plain()), ToUtf8(Replace(after, u"~", u"|"))) << name;
+    }
+}
+
+TEST(FormatTest, BreaksInADialect)
+{
+    const std::pair<TextView, TextView> rows[] = {
+        {u"   CALL X(A,^", u"   CALL X(A,\n      ^"},
+        {u"   CALL X(A,\n          B,^", u"   CALL X(A,\n          B,\n          ^"},
+        {u"   CALL X(A,\n          B)^", u"   CALL X(A,\n          B)\n   ^"},
+        {u"   IF A,\n          B THEN^", u"   IF A,\n          B THEN\n      ^"},
+        {u"   LOOP\n$IFDEF A\n^", u"   LOOP\n$IFDEF A\n\n^"},
+        {u"   LOOP\n$IFDEF A^", u"   LOOP\n$IFDEF A\n^"}};
+    Dialects dialects;
+    clsKeywords keywords;
+    keywords.SetRules(dialects.Rules(u"common"));
+    for (const auto& [before, after] : rows) {
+        MarkedEditor editor;
+        editor.lexer.SetKeywords(keywords);
+        editor.Load(Text(before));
+        editor.view.NewLine();
+        EXPECT_EQ(ToUtf8(editor.Marked()), ToUtf8(after));
+    }
+}
 
 TEST(FormatTest, Programs)
 {

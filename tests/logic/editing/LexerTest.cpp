@@ -1,5 +1,6 @@
 #include "editing/LexClass.h"
 #include "fakes/Patience.h"
+#include "language/Dialects.h"
 #include "text/SourceDocument.h"
 
 #include <random>
@@ -155,6 +156,49 @@ constexpr Row kRows[] = {
     {u"X=1+A(2)", "8:1 8:1 8:1 8:1 8:1 8:1 8:1 8:1"},
 };
 
+constexpr Row kRowsInDialect[] = {
+    // Names are whole
+    {u"X = PARSER$END", "8:1 1:1 8:1 1:1 8:10"},
+    {u"IF X = K$THEN", "10:2 1:1 8:1 1:1 8:1 1:1 8:6"},
+    {u"K$END: X%END", "2:6 1:1 8:5 #420000"},
+    {u"X = @END", "8:1 1:1 8:1 1:1 8:4"},
+    {u"@WORD @WORDS", "4:5 1:1 8:6", u"@WORD"},
+    // Blocks
+    {u"READ X FROM Y ON ERROR", "8:4 1:1 8:1 1:1 8:4 1:1 8:1 1:1 10:8+ #800"},
+    {u"READ X FROM Y ON ERROR ;* note", "8:4 1:1 8:1 1:1 8:4 1:1 8:1 1:1 10:8+ 1:1 5:1 6:6 #800"},
+    {u"X ON ERROR Y", "8:1 1:1 10:8 1:1 8:1"},
+    {u"END ON ERROR", "10:3- 1:1 10:8+ #840"},
+    {u"ON ERROR", "4:8", u"ON~ERROR"},
+    {u"TRY", "10:3+ #800"},
+    {u"TRY = 1", "10:3 1:1 8:1 1:1 8:1"},
+    {u"X = TRY", "8:1 1:1 8:1 1:1 10:3"},
+    {u"CATCH E", "10:5 1:1 8:1 #2000"},
+    {u"CATCH = 1", "10:5 1:1 8:1 1:1 8:1"},
+    {u"local subroutine X(A)", "10:16+ 1:1 8:1 8:1 8:1 8:1 #800"},
+    {u"CLASS<2> = X", "10:5 8:1 8:1 8:1 1:1 8:1 1:1 8:1"},
+    {u"BEGIN TRANSACTION\nEND TRANSACTION", "10:17+ #800 | 10:15- #1000"},
+    // Labels
+    {u" LAB : X", "1:1 2:5 1:1 8:1 #420000"},
+    {u"LAB  :", "2:6 #420000"},
+    {u"LAB :X", "8:3 1:1 8:1 8:1"},
+    {u"LAB := X", "8:3 1:1 8:1 8:1 1:1 8:1"},
+    {u"PRINT :", "8:5 1:1 8:1"},
+    {u"NEXT :", "10:4- 1:1 8:1 #2"},
+    // Directives
+    {u"$ELSE", "8:1 10:4 #80000"},
+    {u"  #END,", "1:2 8:1 10:3 8:1 #80000"},
+    // Statements on several lines
+    {u"CALL X(A,\nB: C)\nB: C", "10:4 1:1 8:1 8:1 8:1 8:1 #100000 | 8:1 8:1 1:1 8:1 8:1 #200000 | 2:2 1:1 8:1 #420000"},
+    {u"X = A + ~\n* note\n\nB", "8:1 1:1 8:1 1:1 8:1 1:1 8:1 1:1 8:1 #100000 | 6:6 #310000 | #300000 | 8:1 #200000"},
+    {u"X(A;B, ; * note", "8:1 8:1 8:1 8:1 8:1 8:1 1:1 5:1 1:1 6:6 #100000"},
+    {u"X, ;* note", "8:1 8:1 1:1 5:1 6:6 #100000"},
+    {u"X = \\\nY", "8:1 1:1 8:1 1:1 7:1 #100000 | 8:1 #200000"},
+    {u"X = \\A\\", "8:1 1:1 8:1 1:1 7:3"},
+    {u"X = 'A,", "8:1 1:1 8:1 1:1 7:3"},
+    {u"* X,\nY", "6:4 #10000 | 8:1"},
+    {u"GOSUB A,\nB", "10:6 2:1 8:1 #140000 | 2:1 #200000"},
+};
+
 Text Lines(TextView words)
 {
     return Replace(Replace(words, u" ", u"\r\n"), u"~", u" ");
@@ -170,6 +214,63 @@ TEST(Lexer, TokensOfLines)
         LexClass lexer;
         lexer.SetKeywords(keywords);
         EXPECT_EQ(Render(lexer, row.text), row.tokens);
+    }
+}
+
+const LexRules& CommonRules()
+{
+    static Dialects dialects;
+    return *dialects.Rules(u"common");
+}
+
+TEST(Lexer, TokensInADialect)
+{
+    for (const Row& row : kRowsInDialect) {
+        SCOPED_TRACE(ToUtf8(row.text));
+        clsKeywords keywords;
+        keywords.SetRules(&CommonRules());
+        keywords.SetKeywordList(keyword_class::kUser, u"\r\n", Lines(row.userWords));
+        const clsKeywords copy = keywords.Clone();
+        LexClass lexer;
+        lexer.SetKeywords(copy);
+        EXPECT_EQ(Render(lexer, row.text), row.tokens);
+        EXPECT_EQ(copy.GetKeywordList(keyword_class::kUser, u"\r\n"), Lines(row.userWords));
+    }
+}
+
+TEST(Lexer, LooksInADialect)
+{
+    // S, F and N under statements, functions and numbers.
+    const std::pair<TextView, std::string> rows[] = {
+        {u"CRT LEN(X) : 12.5", "SSS FFF      NNNN"},
+        {u"READ CRT FROM F, ID ELSE PRINT .5", "SSSS     SSSS            SSSSS NN"},
+        {u"LOCATE A IN B BY 'AL' SETTING P", "SSSSSS   SS   SS      SSSSSSS"},
+        {u"PRINT = DATE() ; print A.1", "        FFFF     SSSSS"},
+        {u"DATA(1) = 2", "     N    N"},
+        {u"IF A EQ B AND C THEN NULL", "     SS   SSS        SSSS"},
+        {u"LAB: OPEN 'X' TO F ELSE STOP", "     SSSS               SSSS"},
+        {u"FROM = LEN", ""},
+        {u"* CRT 1", ""}};
+    clsKeywords keywords;
+    keywords.SetRules(&CommonRules());
+    for (const auto& [text, looks] : rows) {
+        SCOPED_TRACE(ToUtf8(text));
+        SourceDocument buffer;
+        buffer.SetText(text);
+        LexClass lexer;
+        for (bool inDialect : {false, true}) {
+            if (inDialect) lexer.SetKeywords(keywords);
+            std::vector<Token> tokens = ScanLine(lexer, buffer, 0);
+            lexer.Look(text, tokens);
+            std::string seen;
+            for (const Token& token : tokens) {
+                EXPECT_EQ(token.start, static_cast<int32_t>(seen.size()));
+                seen.append(static_cast<size_t>(token.length),
+                            token.type < token_type::kStatement ? ' ' : "SFN"[token.type - token_type::kStatement]);
+            }
+            seen.erase(seen.find_last_not_of(' ') + 1);
+            EXPECT_EQ(seen, inDialect ? looks : "");
+        }
     }
 }
 
@@ -237,15 +338,17 @@ TEST(Lexer, AFailureLeavesTheStateAsItWas)
 
 TEST(Lexer, WholeLinesComeToWhatTheirTokensDo)
 {
-    constexpr TextView kPieces[] = {u"END",  u"CASE",  u"IF ",  u"THEN",   u"ELSE",   u"FOR ", u"NEXT",   u"GO ",
-                                    u"TO ",  u"GOSUB", u"A.B",  u"LAB:",   u"10",     u",",    u";",      u"(",
-                                    u")",    u"'",     u"\"",   u"* ",     u"!",      u"REM ", u"*REG",   u"@WORD",
-                                    u"MY X", u" ",     u"    ", u"\u00C9", u"\u0416", u"=",    u"\uF8FC", u"\uF8FD"};
+    constexpr TextView kPieces[] = {u"END",  u"CASE",  u"IF ",  u"THEN",   u"ELSE",     u"FOR ", u"NEXT",   u"GO ",
+                                    u"TO ",  u"GOSUB", u"A.B",  u"LAB:",   u"10",       u",",    u";",      u"(",
+                                    u")",    u"'",     u"\"",   u"* ",     u"!",        u"REM ", u"*REG",   u"@WORD",
+                                    u"MY X", u" ",     u"    ", u"\u00C9", u"\u0416",   u"=",    u"\uF8FC", u"\uF8FD",
+                                    u"$",    u"TRY",   u"~",    u"\\",     u"ON ERROR", u":"};
     clsKeywords keywords;
     keywords.SetKeywordList(keyword_class::kUser, u"\n", u"*REG+\n*END-\nMY X+\n@WORD]\n\u00C9TAT[");
     std::mt19937 random(7);
     for (int round = 0; round < 3000; ++round) {
         keywords.SetCaseSensitive(round % 3 == 0);
+        keywords.SetRules(round % 2 == 0 ? &CommonRules() : nullptr);
         LexClass lexer;
         lexer.SetKeywords(keywords);
         lexer.SetHighlight(round % 50 != 0);

@@ -65,7 +65,9 @@ TEST(Settings, DefaultsAreStoredUnderTheseNamesAndTexts)
                     u"MinMaxClose=False; CollapseBlocks=False; SearchEOD=0; DisableHostConfig=False; "
                     u"RecentSearchCount=0; ReopenDocuments=False; CleanCompileCommand=; IndentByBlocks=True; "
                     u"CurrentLine=True; Matches=True; ChangeBars=True; IndentGuides=True; VisibleBlanks=False; "
-                    u"SmoothScrolling=True; ");
+                    u"SmoothScrolling=True; CheckAsYouType=True; CompleteWords=True; ProblemsShown=False; "
+                    u"OutlineShown=False; Dialect=; StatementColor=8388736; StatementStyle=0; FunctionColor=8417280; "
+                    u"FunctionStyle=0; NumberColor=22680; NumberStyle=0; ");
 }
 
 TEST(Settings, StoredTextsAreReadByTheRuleOfTheirField)
@@ -227,6 +229,20 @@ TEST(SettingsMigration, AStoreWithoutItsStampKeepsWhatItHolds)
     EXPECT_EQ(settings.FontName, u"Courier New");
     EXPECT_EQ(settings.TabSize, 8);
     EXPECT_EQ(fresh.store.values[u""], u"7.1");
+}
+
+TEST(SettingsMigration, OnlyAFreshStoreBeginsInADialect)
+{
+    const std::tuple<StoredValues, Text, Text> kRows[] = {{{}, u"", u"common"},
+                                                          {{{u"TabSize", u"8"}}, u"", u""},
+                                                          {{}, u"7.1", u""},
+                                                          {{{u"Dialect", u"server"}}, u"7.1", u"server"}};
+    for (const auto& [stored, version, dialect] : kRows) {
+        Loading loading({}, version);
+        for (const auto& [name, text] : stored) loading.store.values[name] = text;
+        EXPECT_EQ(loading.Load().Dialect, dialect);
+        EXPECT_EQ(loading.Load().Dialect, dialect) << "at the next start, after a sudden end";
+    }
 }
 
 } // namespace nib::test::settings_test

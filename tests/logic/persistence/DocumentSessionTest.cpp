@@ -42,7 +42,8 @@ TEST_F(DocumentSessionTest, AfterACrashAndAfterAnEndThatWasToldTo)
         session->t.Documents().Item(1)->EnsureView().txtText().Document().ToggleBookmark(2);
     };
     const auto restored = [&] {
-        ASSERT_EQ(Titles(), (std::vector<Text>{u"BP MAIN on server1", u"BP OTHER on server1 (Read only)"}));
+        ASSERT_EQ(Titles(),
+                  (std::vector<Text>{u"BP MAIN on server1, account DEMO", u"BP OTHER on server1, account DEMO (Read only)"}));
         SourceView& view = session->t.Documents().Item(1)->EnsureView().txtText();
         EXPECT_EQ(view.Caret(), (Position{1, 3}));
         EXPECT_EQ(view.Document().BookmarkedLines(), std::vector<int32_t>{2});
@@ -58,6 +59,11 @@ TEST_F(DocumentSessionTest, AfterACrashAndAfterAnEndThatWasToldTo)
     NextRun([](Program& program) { program.Shutdown(); });
     EXPECT_EQ(Restored(true), std::vector<Text>());
     EXPECT_EQ(Titles(), std::vector<Text>()) << "an ordinary end, and nobody wants them back";
+    NextRun([](Program& program) { program.Shutdown(); }); // with nothing open
+    EXPECT_EQ(session->t.program.Session().Last().size(), 2U);
+    EXPECT_EQ(session->t.program.Session().OpenLast(), std::vector<Text>());
+    restored();
+    for (auto& document : session->t.Documents().All()) document->FileClose(false);
 
     session->t.program.EditorSettings().ReopenDocuments = true;
     open();

@@ -2,6 +2,7 @@
 #include "fakes/FakeSettingsApplied.h"
 #include "fakes/TestProgram.h"
 #include "hosts/StoredText.h"
+#include "language/Dialects.h"
 #include "logic/storage/TempFolder.h"
 #include "persistence/settings/ColorTable.h"
 
@@ -50,7 +51,8 @@ TEST_F(SettingsModelTest, WhatAHostFixedHasADaggerAndItsPagesANote)
         {&MvEdit::HostFormat,
          {u"txtTabSize", u"txtMargin", u"optIndentStar", u"optIndentBang", u"optIndentUser"},
          {SettingsPage::Tools}},
-        {&MvEdit::HostComment, {u"txtUserPrefix"}, {SettingsPage::Tools}}};
+        {&MvEdit::HostComment, {u"txtUserPrefix"}, {SettingsPage::Tools}},
+        {&MvEdit::HostDialect, {u"cboDialect"}, {SettingsPage::General}}};
     for (const auto& [flag, controls, pages] : rows) {
         live.*flag = true;
         SettingsModel model = Model();
@@ -297,6 +299,20 @@ TEST(KeywordRowsTest, InTheOrderOfTheAlphabet)
     std::vector<Text> words;
     for (size_t i = 0; i < rows.Count(); ++i) words.push_back(rows.Word(i));
     EXPECT_EQ(words, (std::vector<Text>{u"apple", u"BANANA", u"Mango"}));
+}
+
+TEST_F(SettingsModelTest, DialectsToChooseFrom)
+{
+    Dialects dialects;
+    test.program.Services().dialects = &dialects;
+    live.Dialect = u"mine";
+    SettingsModel model = Model();
+    EXPECT_EQ(model.DialectNames(), (std::vector<Text>{u"none", u"common", u"server", u"mine"}));
+    model.SetDialect(u"common");
+    EXPECT_EQ(live.Keywords.Rules(), nullptr);
+    EXPECT_TRUE(model.Accept());
+    EXPECT_EQ(live.Keywords.Rules(), dialects.Rules(u"common"));
+    EXPECT_EQ(store.values[u"Dialect"], u"common");
 }
 
 /// All that there are but the last.

@@ -209,6 +209,8 @@ TEST(HitTestTest, LabelsCallsAndIncludes)
                              {u"  CALL ^SUB1(A, B)", Call, u"SUB1"},
                              {u"  CALL S^UB.2(A, B)", Call, u"SUB.2"},
                              {u"  call ^SUB1(A) ;* CALL", Call, u"SUB1"},
+                             {u"  call ^SUB1(A)", Call, u"SUB1"},
+                             {u"$include bp ^defs", Include, u"bp defs"},
                              {u"  CALL @^SUB1", Call, u"@SUB1"},
                              {u"  CALL ^SUB1;PRINT", Call, u"SUB1"},
                              {u"  X=1;CALL ^SUB1", Call, u"SUB1"},
@@ -218,10 +220,9 @@ TEST(HitTestTest, LabelsCallsAndIncludes)
                              {u"$INCLUDE BP   ^COMMON ;* X", Include, u"BP COMMON"},
                              {u"  INCLUDE ^DEFS", Include, u"DEFS"},
                              {u"$INSERT ^DEFS.H", Include, u"DEFS.H"}};
-    for (const char16_t* nothing :
-         {u"  ^GOSUB DONE", u"^DONE:", u"  ^DONE: CALL SUB1(A)", u"  call ^SUB1(A)", u"  CALL SUB1(^A, B)",
-          u"  CALL SUB1(A, ^B)", u"  ^CALL SUB1(A)", u"  X = ^RECALL", u"* CALL ^SUB1(A)", u"$INSERT A B ^C",
-          u"^$INCLUDE BP COMMON", u"  PRINT ^INCLUDED", u"^"})
+    for (const char16_t* nothing : {u"  ^GOSUB DONE", u"^DONE:", u"  ^DONE: CALL SUB1(A)", u"  CALL SUB1(^A, B)",
+                                    u"  CALL SUB1(A, ^B)", u"  ^CALL SUB1(A)", u"  X = ^RECALL", u"* CALL ^SUB1(A)",
+                                    u"$INSERT A B ^C", u"^$INCLUDE BP COMMON", u"  PRINT ^INCLUDED", u"^"})
         rows.push_back({nothing, None});
     for (const Row& row : rows) {
         SCOPED_TRACE(ToUtf8(row.line));
@@ -230,6 +231,16 @@ TEST(HitTestTest, LabelsCallsAndIncludes)
         EXPECT_EQ(ToUtf8(hit.Target), ToUtf8(row.target));
         EXPECT_EQ(hit.TargetLine, 2);
     }
+}
+
+TEST(HitTestTest, ColoursNeedNotBeOn)
+{
+    ClickedText text(u"  GOSUB DONE\n  CALL SUB1(A)\nDONE: X = 1");
+    text.lexer.SetHighlight(false);
+    text.buffer.UpdateLines(0, 2);
+    EXPECT_EQ(HitTest(text.view, {9, 0}, &text.lexer).kind, HitKind::Label);
+    EXPECT_EQ(HitTest(text.view, {8, 1}, &text.lexer).kind, HitKind::Call);
+    EXPECT_FALSE(text.lexer.Highlight());
 }
 
 TEST(HitTestTest, BlocksWhereNothingElseIs)

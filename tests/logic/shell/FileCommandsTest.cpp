@@ -39,7 +39,7 @@ TEST_F(FileCommandsTest, CloseAllStopsAtTheFirstThatStays)
     t.boxes.Answer({kAnswerNo, kAnswerCancel});
     EXPECT_FALSE(files.FileCloseAll());
     EXPECT_EQ(t.boxes.Take(), (Boxes{SaveQuestion(u"BP MAIN"), SaveQuestion(u"BP OTHER")}));
-    EXPECT_EQ(t.Titles(), (Lines{u"*BP OTHER on server1", u"*a.bas"}));
+    EXPECT_EQ(t.Titles(), (Lines{u"*BP OTHER on server1, account DEMO", u"*a.bas"}));
     EXPECT_EQ(t.Stored(kMain), u"old");
     t.boxes.Answer({kAnswerYes, kAnswerCancel});
     files.FileExit();
@@ -95,7 +95,8 @@ TEST_F(FileCommandsTest, OpenDialog)
     Pick({kMain, u"mvdb:*/DEMO/BP/DIR", kOther}, true);
     files.FileOpen();
     EXPECT_EQ(t.boxes.Take().size(), 1U) << "about the folder";
-    EXPECT_EQ(t.Titles(), (Lines{u"BP MAIN on server1 (Read only)", u"BP OTHER on server1 (Read only)"}));
+    EXPECT_EQ(t.Titles(),
+              (Lines{u"BP MAIN on server1, account DEMO (Read only)", u"BP OTHER on server1, account DEMO (Read only)"}));
     EXPECT_EQ(t.Recent(), (Lines{kOther, kMain}));
     EXPECT_EQ(std::count(t.journal.lines.begin(), t.journal.lines.end(), u"messages"), 3);
     auto& [request, start] = t.connection.requests.front();
@@ -105,6 +106,38 @@ TEST_F(FileCommandsTest, OpenDialog)
     files.FileOpen(); // cancelled
     EXPECT_EQ(t.Documents().Count(), 2);
     t.ExpectCalm();
+}
+
+TEST_F(FileCommandsTest, PickersBeginWhereTheLastOneEnded)
+{
+    const struct {
+        const char* why;
+        Location present; ///< as the command line or an open document leaves it
+        Text last, start;
+    } cases[] = {
+        {"a first start", {}, u"", u"mvdb:*"},
+        {"a bare start", {}, u"mvdb:srv/LIVE/BP", u"mvdb:srv/LIVE/BP"},
+        {"a folder", {}, u"file:/home/x", u"file:/home/x"},
+        {"that host was named", {u"mvdb", u"SRV", u"", u""}, u"mvdb:srv/LIVE/BP", u"mvdb:srv/LIVE/BP"},
+        {"that account too", {u"mvdb", u"srv", u"LIVE", u""}, u"mvdb:srv/LIVE/BP", u"mvdb:srv/LIVE/BP"},
+        {"another host", {u"mvdb", u"h", u"", u""}, u"mvdb:srv/LIVE/BP", u"mvdb:h"},
+        {"another account", {u"mvdb", u"srv", u"TEST", u""}, u"mvdb:srv/LIVE/BP", u"mvdb:srv/TEST"},
+        {"a file is known", {u"mvdb", u"srv", u"LIVE", u"SUBS"}, u"mvdb:srv/LIVE/BP", u"mvdb:srv/LIVE/SUBS"},
+        {"no path", {}, u"x", u"mvdb:*"},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.why);
+        t.program.Place() = {};
+        t.program.Place().GoTo(row.present);
+        t.store.values[u"LastPlace"] = row.last;
+        files.FileOpen(); // cancelled
+        EXPECT_EQ(t.connection.requests.back().second, row.start);
+    }
+    t.Store(kMain, u"");
+    t.program.OpenPath(kMain, false);
+    t.program.Place() = {}; // the next session
+    files.FileOpen();
+    EXPECT_EQ(t.connection.requests.back().second, u"mvdb:*/DEMO/BP");
 }
 
 TEST_F(FileCommandsTest, ThePickerOpensThoughThePresentPlaceIsGone)
@@ -133,6 +166,7 @@ TEST_F(FileCommandsTest, SaveAsDialogRenamesTheRecentEntry)
     auto document = t.Documents().Item(1);
     EXPECT_FALSE(files.FileSaveAs(*document)) << "cancelled";
     EXPECT_EQ(t.connection.requests.back().second, kMain) << "begins where the document is";
+    EXPECT_TRUE(t.connection.requests.back().first.startNamed) << "and with its name";
     Pick({kLocal});
     EXPECT_TRUE(files.FileSaveAs(*document));
     EXPECT_EQ(t.Recent(), Lines{kLocal});
@@ -158,7 +192,7 @@ TEST_F(FileCommandsTest, OpenRecent)
     EXPECT_EQ(t.Titles(), Lines{u"a.bas"});
     EXPECT_EQ(t.Recent(), (Lines{kLocal, kMain})) << "the last opened comes to the top";
     files.FileOpenRecent(2);
-    EXPECT_EQ(t.Titles(), (Lines{u"a.bas", u"BP MAIN on server1"}));
+    EXPECT_EQ(t.Titles(), (Lines{u"a.bas", u"BP MAIN on server1, account DEMO"}));
     t.boxes.Answer({kAnswerNo});
     t.Store().items.erase(kMain);
     t.Documents().Item(2)->FileClose(false);
@@ -211,7 +245,7 @@ TEST_F(FileCommandsTest, AnOldRecentEntryTakesTheLastAccount)
     t.program.RecentFiles().AddItem(kOther);
     t.program.RecentFiles().AddItem(u"mvdb:prod/LIVE/BP/MAIN");
     files.FileOpenRecent(3);
-    EXPECT_EQ(t.Titles(), Lines{u"BP MAIN on server1"}) << "the account of OTHER, on the same host";
+    EXPECT_EQ(t.Titles(), Lines{u"BP MAIN on server1, account DEMO"}) << "the account of OTHER, on the same host";
     EXPECT_EQ(t.Recent(), (Lines{kMain, u"mvdb:prod/LIVE/BP/MAIN", kOther})) << "it has a name now";
 }
 

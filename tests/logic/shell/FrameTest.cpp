@@ -58,7 +58,10 @@ TEST(ArrangementTest, Places)
     EXPECT_EQ(ArrangedCells(Arrangement::TileHorizontal, 2, 100, 60, 5), (Cells{{0, 0, 100, 30}, {0, 30, 100, 30}}));
     EXPECT_EQ(ArrangedCells(Arrangement::TileVertical, 2, 100, 60, 5), (Cells{{0, 0, 50, 60}, {50, 0, 50, 60}}));
     EXPECT_EQ(ArrangedCells(Arrangement::Cascade, 3, 100, 80, 20),
-              (Cells{{0, 0, 75, 60}, {20, 20, 75, 60}, {0, 0, 75, 60}}));
+              (Cells{{0, 0, 60, 40}, {20, 20, 60, 40}, {40, 40, 60, 40}}));
+    EXPECT_EQ(ArrangedCells(Arrangement::Cascade, 5, 100, 80, 30),
+              (Cells{{25, 30, 50, 20}, {50, 60, 50, 20}, {0, 0, 50, 20}, {25, 30, 50, 20}, {50, 60, 50, 20}}))
+        << "the last round is whole";
     EXPECT_TRUE(ArrangedCells(Arrangement::Cascade, 0, 100, 80, 20).empty());
 }
 
@@ -75,9 +78,11 @@ TEST(DropComplaintTest, SaysWhatAndWhy)
 using Values = StoredValues;
 
 /// One screen of 1920 by 1080 at 96 dots to the inch.
-constexpr Desktop kOne{{0, 0, 28800, 16200}, 28800, 16200};
+const Desktop kOne{{0, 0, 28800, 16200}, 28800, 16200, {{0, 0, 28800, 16200}}};
 /// A second one of the same size to the left of it.
-constexpr Desktop kTwo{{-28800, 0, 57600, 16200}, 28800, 16200};
+const Desktop kTwo{{-28800, 0, 57600, 16200}, 28800, 16200, {{0, 0, 28800, 16200}, {-28800, 0, 28800, 16200}}};
+/// The same with a panel of 600 on top, beside a smaller one that stands lower.
+const Desktop kUneven{{0, 0, 48000, 16200}, 28800, 16200, {{0, 600, 28800, 15600}, {28800, 4200, 19200, 12000}}};
 
 constexpr FrameBounds kUsual{3600, 2025, 21600, 12150};
 
@@ -100,16 +105,19 @@ TEST(FramePlacementTest, StoredBoundsAreFittedToTheDesktop)
         {"nothing stored", kOne, {}, kUsual},
         {"as stored", kOne, Bounds(u"150", u"300", u"9000", u"7500"), {150, 300, 9000, 7500}},
         {"left and top of the desktop", kOne, Bounds(u"-1", u"-9999", u"9000", u"7500"), {0, 0, 9000, 7500}},
-        {"at nine tenths", kOne, Bounds(u"25920", u"14580", u"9000", u"7500"), {25920, 14580, 9000, 7500}},
+        {"at nine tenths", kOne, Bounds(u"25920", u"14580", u"9000", u"7500"), {19800, 8700, 9000, 7500}},
+        {"below a panel", kUneven, Bounds(u"0", u"0", u"9000", u"16200"), {0, 600, 9000, 15600}},
+        {"across two monitors", kUneven, Bounds(u"26000", u"0", u"9000", u"7500"), {28800, 4200, 9000, 7500}},
+        {"above the lower monitor", kUneven, Bounds(u"30000", u"0", u"21000", u"2000"), {7800, 600, 21000, 3600}},
         {"behind nine tenths", kOne, Bounds(u"25921", u"14581", u"9000", u"7500"), {3600, 2025, 9000, 7500}},
         {"too large", kOne, Bounds(u"0", u"0", u"28801", u"2000000000"), {0, 0, 28800, 16200}},
         {"nothing to see", kOne, Bounds(u"0", u"0", u"0", u"-5"), {0, 0, 4800, 3600}},
-        {"huge", kOne, Bounds(u"99999999999", u"-99999999999", u"99999999999", u"1"), {3600, 0, 28800, 3600}},
+        {"huge", kOne, Bounds(u"99999999999", u"-99999999999", u"99999999999", u"1"), {0, 0, 28800, 3600}},
         {"no numbers", kOne, Bounds(u"", u"x", u"wide", u"-"), kUsual},
         {"on the left screen", kTwo, Bounds(u"-20000", u"0", u"9000", u"7500"), {-20000, 0, 9000, 7500}},
         {"the left screen has gone", kOne, Bounds(u"-20000", u"0", u"9000", u"7500"), {0, 0, 9000, 7500}},
         {"nine tenths of the right end", kTwo, Bounds(u"26000", u"0", u"9000", u"7500"), {3600, 0, 9000, 7500}},
-        {"small", {{0, 0, 3000, 3000}, 3000, 3000}, Bounds(u"0", u"0", u"9000", u"1"), {0, 0, 3000, 3000}},
+        {"small", {{0, 0, 3000, 3000}, 3000, 3000, {}}, Bounds(u"0", u"0", u"9000", u"1"), {0, 0, 3000, 3000}},
         {"no desktop", {}, Bounds(u"5", u"5", u"9000", u"9000"), {0, 0, 0, 0}},
         {"maximised", kOne, {{u"MainState", u"2"}}, kUsual, 2},
         {"minimised", kOne, {{u"MainState", u"1"}}, kUsual, 1},
@@ -189,15 +197,17 @@ TEST(DocumentPropertiesTest, PlaceByKindOfDocument)
     t.Store(kLocal, u"A\r\nB");
     t.Store(kMain, u"");
     const Rows tail = {{u"Modified", u"no"}, {u"Read only", u"no"}, {u"Size", u"0"}, {u"Lines", u"0"}};
+    Rows locked = tail;
+    locked.push_back({u"Lock", u"Locked here"});
     const std::tuple<std::shared_ptr<mvDocument>, Location, Rows, Rows> rows[] = {
         {t.Open(kMain),
          {},
          {{u"Host", u"server1"}, {u"Account", u"DEMO"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
-         tail},
+         locked},
         {t.Open(remote, true),
          {},
          {{u"Host", u"prod"}, {u"Account", u"ACCT"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
-         {{u"Modified", u"no"}, {u"Read only", u"yes"}, {u"Size", u"3"}, {u"Lines", u"2"}}},
+         {{u"Modified", u"no"}, {u"Read only", u"yes"}, {u"Size", u"3"}, {u"Lines", u"2"}, {u"Lock", u"Read only"}}},
         {t.Open(kLocal),
          {},
          {{u"Location", u"/home/x"}, {u"File name", u"a.bas"}},

@@ -72,7 +72,7 @@ TEST(MenuModelTest, AddedToolsStandWhereTheyShould)
     EXPECT_EQ(model.Find(Band::MainMenu, u"file_1"), nullptr);
     EXPECT_EQ(Keys(model.Tool(Band::MainMenu, u"Search")),
               (Lines{u"*Find", u"FindNext", u"FindBar", u"Replace", u"FindInAccount", u"*Goto", u"MatchingWord",
-                     u"NavBack", u"NavForward", u"*Bookmarks"}));
+                     u"NavBack", u"NavForward", u"*Code", u"*Bookmarks"}));
 }
 
 TEST(MenuModelTest, NumberedShortcuts)
@@ -130,6 +130,12 @@ TEST_F(MenuDispatcherTest, WindowList)
     t.Click(Band::MainMenu, u"miWList1");
     EXPECT_EQ(Entries(u"Window", u"miWList"), (Lines{u"*x &1 BP MAIN", u"&2 NewItem1"}));
     EXPECT_EQ(State(Band::MainMenu, u"Maximize"), u"on group");
+    t.StoreAndOpen(u"mvdb:*/LIVE/BP/MAIN", u"");
+    for (int i = 0; i < 8; ++i) t.New();
+    const Lines entries = Entries(u"Window", u"miWList");
+    EXPECT_EQ(entries[0], u"*&1 BP MAIN\tDEMO on server1");
+    EXPECT_EQ(entries[2], u"&3 BP MAIN\tLIVE on server1");
+    EXPECT_EQ(Lines(entries.end() - 2, entries.end()), (Lines{u"1&0 NewItem8", u"x 11 NewItem9"}));
 }
 
 TEST_F(MenuDispatcherTest, TabMenu)

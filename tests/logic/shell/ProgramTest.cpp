@@ -1,4 +1,5 @@
 #include "fakes/TestProgram.h"
+#include "language/Dialects.h"
 
 namespace nib {
 void PrintTo(const CommandLineAction& action, std::ostream* out)
@@ -88,6 +89,29 @@ TEST(StartTest, AutomationReadsNoCommandLine)
     EXPECT_TRUE(t.connection.opens.empty() && t.trace.lines.empty());
     EXPECT_EQ(program.Place().now.ServerName, u"*");
     t.ExpectCalm();
+}
+
+TEST(StartTest, ADialectIsOfferedOnceToThoseWhoHaveSettings)
+{
+    const std::tuple<Text, int32_t, Text> rows[] = {{u"", message_box::kAnswerYes, u"common"},
+                                                    {u"", message_box::kAnswerNo, u"none"},
+                                                    {u"server", 0, u"server"},
+                                                    {u"none", 0, u"none"}};
+    for (const auto& [stored, answer, dialect] : rows) {
+        Dialects dialects;
+        TestProgram t;
+        t.store.values = {{u"", u"7.1"}, {u"Dialect", stored}};
+        for (const size_t boxes : {answer == 0 ? 0U : 1U, 0U}) {
+            ProgramPorts ports = t.Around(t.window, t.views);
+            ports.dialects = &dialects;
+            Program program(ports);
+            t.boxes.Answer({answer});
+            program.Main({});
+            EXPECT_EQ(t.boxes.Take().size(), boxes);
+            EXPECT_EQ(program.EditorSettings().Keywords.Rules(), dialects.Rules(dialect));
+            EXPECT_EQ(t.store.values[u"Dialect"], dialect);
+        }
+    }
 }
 
 TEST(StartTest, AFailingStepEndsTheProgram)
@@ -192,7 +216,7 @@ TEST_F(CommandLineStart, AnItemTakesTheSwitchesBeforeIt)
     t.Store(u"mvdb:h1/ACC/MY%20FILE/PROG1", u"");
     t.Store().session.account = u"LOGIN";
     Start({u"/h=h1", u"/A=ACC", u"/F=MY FILE", u"/I=PROG1"});
-    EXPECT_EQ(t.Titles(), Lines{u"MY FILE PROG1 on server1"});
+    EXPECT_EQ(t.Titles(), Lines{u"MY FILE PROG1 on server1, account ACC"});
     EXPECT_EQ(t.Recent(), Lines{u"mvdb:h1/ACC/MY%20FILE/PROG1"});
     EXPECT_EQ(t.program.Place().now.Database, u"ACC");
     EXPECT_FALSE(t.Store().session.asked.empty()) << "for the host's configuration";
@@ -203,7 +227,7 @@ TEST_F(CommandLineStart, ALocalFileTakesNothingFromTheSwitchesRoundIt)
     for (TextView path : {u"file:/x/a", u"file:/x/b", u"file:/x/c", u"mvdb:h1/ACC/BP/X"}) t.Store(Text(path), u"");
     t.Store().session.account = u"LOGIN";
     Start({u"/H=h1", u"/x/a", u"/A=ACC", u"/F=BP", u"/x/b", u"/I=X", u"/x/c"});
-    EXPECT_EQ(t.Titles(), (Lines{u"a", u"b", u"BP X on server1", u"c"}));
+    EXPECT_EQ(t.Titles(), (Lines{u"a", u"b", u"BP X on server1, account ACC", u"c"}));
     EXPECT_EQ(t.connection.opens.back().path, u"mvdb:h1") << "the last question is that for the account";
     EXPECT_EQ(t.program.Place().now.Provider, u"file");
     EXPECT_EQ(t.program.Place().host.Database, u"ACC");
@@ -215,7 +239,7 @@ TEST_F(CommandLineStart, AnUnknownTypeOfConnectionIsTold)
     Start({u"/T=bogus", u"/A=DEMO", u"/F=BP", u"/I=MAIN", u"/T=MVDB", u"/I=MAIN"});
     EXPECT_EQ(t.boxes.Take(), Boxes{Warning(u"Unable to open item MAIN because \"bogus\" is no type of connection. The "
                                             u"types are mvdb and file.")});
-    EXPECT_EQ(t.Titles(), Lines{u"BP MAIN on server1"});
+    EXPECT_EQ(t.Titles(), Lines{u"BP MAIN on server1, account DEMO"});
 }
 
 TEST_F(CommandLineStart, TheHostConfigurationIsLoadedOnceForAllItems)

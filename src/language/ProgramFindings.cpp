@@ -1,0 +1,197 @@
+#include "language/ProgramFindings.h"
+
+#include <algorithm>
+
+namespace nib {
+
+using namespace finding_code;
+
+void FindingSink::Add(TextView code, TextRange at, Text message, std::vector<QuickMend> mends)
+{
+    program_.findings.push_back({Text(code), FindingKindOf(code).level, at, std::move(message), std::move(mends)});
+}
+
+TextRange FindingSink::CodeOf(int32_t line) const
+{
+    const BasicLine& tokens = analyser_.Lines()->At(line).tokens;
+    const bool code = tokens.IsCode();
+    const int32_t end = code ? tokens.Tokens().back().end : tokens.CommentStart();
+    return {{code ? tokens.Tokens().front().start : 0, line}, {end, line}};
+}
+
+TextRange FindingSink::RangeOf(const FlowNode& node) const
+{
+    TextRange range = CodeOf(node.place.line);
+    range.start.col = node.step->start;
+    const BasicLine& tokens = analyser_.Lines()->At(node.place.line).tokens;
+    for (const BasicToken& token : tokens.Tokens()) {
+        if (token.start < node.step->start || token.kind != BasicToken::Kind::Separator) continue;
+        range.end.col = std::max(token.start, node.step->end);
+        break;
+    }
+    return range;
+}
+
+namespace {
+
+/// Where on its line a finding of the checker is.
+TextRange PlaceOf(const FindingSink& sink, const Finding& finding)
+{
+    const int32_t line = finding.line - 1;
+    TextRange range = sink.CodeOf(line);
+    const BasicLine& tokens = sink.Of().Lines()->At(line).tokens;
+    if (finding.code == kOpenString && tokens.OpenQuote() && tokens.IsCode())
+        range.start.col = tokens.Tokens().back().start;
+    if (finding.code != kMissingLabel) return range;
+    const auto& all = sink.Known().occurrences;
+    auto at = std::ranges::lower_bound(all, line, {}, [](const Occurrence& o) { return o.at.start.line; });
+    for (; at != all.end() && at->at.start.line == line; ++at)
+        if (at->use == Use::Jumps && !sink.Of().Names().Facts()[static_cast<size_t>(at->symbol)].declared)
+            return at->at;
+    return range;
+}
+
+void FindNames(FindingSink& sink)
+{
+    const Program& program = sink.Known();
+    const ProgramAnalyser& analyser = sink.Of();
+    const auto& facts = analyser.Names().Facts();
+    for (size_t i = 0; i < facts.size(); ++i) {
+        const NameFacts& fact = facts[i];
+        const Symbol& symbol = program.symbols[i];
+        if (fact.first < 0 && fact.label < 0) continue;
+        if (symbol.kind == SymbolKind::Label) {
+            if (!fact.declared || fact.jumps > 0 || fact.label < 0) continue;
+            sink.Add(kUnusedLabel, program.occurrences[static_cast<size_t>(fact.label)].at,
+                     u"Nothing jumps to label " + symbol.name + u".");
+            continue;
+        }
+        const bool variable = symbol.kind == SymbolKind::Variable || symbol.kind == SymbolKind::Array ||
+                              symbol.kind == SymbolKind::FileVariable;
+        if (!variable || fact.unsure || analyser.Included() || !analyser.Complete()) continue;
+        const TextRange at = program.occurrences[static_cast<size_t>(fact.first)].at;
+        const bool set = fact.sets + fact.outputs + fact.parts + fact.given > 0;
+        if (!set && fact.reads + fact.changes > 0)
+            sink.Add(kUnsetVariable, at, symbol.name + u" is read, and nothing sets it.");
+        else if (fact.reads + fact.given + fact.outputs == 0 && fact.sets + fact.parts > 0)
+            sink.Add(kUnusedVariable, at, symbol.name + u" is set, and nothing reads it.");
+    }
+}
+
+/// Indices of arrays, and arguments of the language's own functions.
+class UseCheck {
+public:
+    explicit UseCheck(FindingSink& sink) : sink_(sink), analyser_(sink.Of()), words_(analyser_.Lines()->Words()) {}
+
+    void Check(const FlowNode& node)
+    {
+        if (node.place.item != 0 || !node.step) return;
+        if (node.step->kind == StepKind::Constant || node.step->kind == StepKind::Functions) return;
+        for (const NameUse& use : node.statements->UsesOf(*node.step)) {
+            if (!(use.flags & use_flag::kParens) || use.use == Use::Declares || use.use == Use::Calls) continue;
+            const int32_t line = node.place.line - node.step->line + use.line;
+            const TextRange at{{use.start, line}, {use.end, line}};
+            const int32_t symbol = analyser_.Names().VariableOf(use.word);
+            if (symbol < 0)
+                Function(use, at);
+            else
+                Array(use, at, sink_.Known().symbols[static_cast<size_t>(symbol)]);
+        }
+    }
+
+private:
+    void Function(const NameUse& use, TextRange at)
+    {
+        const DialectWord* word = words_.FactsOf(use.word).called;
+        if (!word || use.use != Use::Reads) return;
+        const int32_t given = use.indices;
+        if (given >= word->least && (word->most < 0 || given <= word->most)) return;
+        sink_.Add(kArgumentCount, at,
+                  word->name + u" takes " + Decimal(given < word->least ? word->least : word->most) +
+                      (given < word->least && word->most != word->least  ? u" arguments at least, not "
+                       : given > word->most && word->most != word->least ? u" arguments at most, not "
+                                                                         : u" arguments, not ") +
+                      Decimal(given) + u".");
+    }
+
+    void Array(const NameUse& use, TextRange at, const Symbol& symbol)
+    {
+        if (symbol.dimensions == 0 || symbol.sizes.empty() || symbol.kind == SymbolKind::Parameter) return;
+        if (use.indices != symbol.dimensions) {
+            sink_.Add(kDimension, at,
+                      symbol.name + u" has " + Decimal(symbol.dimensions) +
+                          (symbol.dimensions == 1 ? u" dimension" : u" dimensions") + u", not " + Decimal(use.indices) +
+                          u".");
+            return;
+        }
+        for (size_t i = 0; i < std::min(symbol.sizes.size(), std::size(use.index)); ++i) {
+            const int32_t size = symbol.sizes[i];
+            const int32_t index = analyser_.Names().NumberOf(use.index[i], nullptr);
+            if (size < 0 || index <= size) continue;
+            sink_.Add(kIndexRange, at,
+                      u"Index " + Decimal(index) + u" lies outside " + symbol.name + u", which has " + Decimal(size) +
+                          u" elements.");
+            return;
+        }
+    }
+
+    FindingSink& sink_;
+    const ProgramAnalyser& analyser_;
+    const WordTable& words_;
+};
+
+} // namespace
+
+void DropSilenced(const ProgramText& text, std::vector<ProgramFinding>& findings)
+{
+    struct Row {
+        int32_t line;
+        Silence silence;
+    };
+    std::vector<Row> rows;
+    bool head = true;
+    for (int32_t i = 0; i < text.LineCount() && !findings.empty(); ++i) {
+        const ProgramText::Line& line = text.At(i);
+        Silence silence;
+        const auto start = static_cast<size_t>(line.tokens.CommentStart());
+        if (line.silences && ReadSilence(line.tokens.Whole().substr(start), silence) && (head || !silence.all)) {
+            rows.push_back({i, silence});
+            // A comment that stands alone speaks of the line below it.
+            if (!line.tokens.IsCode()) rows.push_back({i + 1, std::move(silence)});
+        }
+        head = head && !line.tokens.IsCode();
+    }
+    if (rows.empty()) return;
+    std::erase_if(findings, [&](const ProgramFinding& finding) {
+        return std::ranges::any_of(rows, [&](const Row& row) {
+            return (row.silence.all || row.line == finding.at.start.line) && row.silence.Covers(finding.code);
+        });
+    });
+}
+
+void FindInProgram(const ProgramAnalyser& analyser, const std::vector<Finding>& checked, Program& program)
+{
+    FindingSink sink(analyser, program);
+    bool blocks = true;
+    for (const Finding& finding : checked) {
+        sink.Add(finding.code, PlaceOf(sink, finding), finding.text);
+        blocks = blocks && finding.code != kBlock;
+    }
+    FindNames(sink);
+    UseCheck uses(sink);
+    for (const FlowNode& node : analyser.Flow().Nodes()) {
+        uses.Check(node);
+        const bool odd = node.step && node.step->flags & step_flag::kOdd;
+        if (odd && node.place.item == 0)
+            sink.Add(kOddCondition, sink.RangeOf(node), u"An assignment cannot stand in a condition.");
+    }
+    if (blocks) FindMissingEnds(sink);
+    if (blocks && analyser.Flow().Sound()) {
+        FindInFlow(sink);
+        FindLocks(sink);
+    }
+    DropSilenced(*analyser.Lines(), program.findings);
+    std::ranges::stable_sort(program.findings, {}, [](const ProgramFinding& finding) { return finding.at.start; });
+}
+
+} // namespace nib

@@ -1,0 +1,118 @@
+#include "shell/frame/QtScreenKeeper.h"
+
+#include "shell/frame/WindowPlacement.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QScreen>
+#include <QScrollArea>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace nib {
+
+namespace {
+
+/// Until the window manager has put its title bar round a window.
+constexpr int kSettled = 50;
+
+FrameBounds BoundsOf(const QRect& rect)
+{
+    return {rect.x(), rect.y(), rect.width(), rect.height()};
+}
+
+bool IsKept(const QWidget& window)
+{
+    constexpr auto elsewhere = Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen;
+    const Qt::WindowType type = window.windowType();
+    return window.isVisible() && !(window.windowState() & elsewhere) && (type == Qt::Window || type == Qt::Dialog);
+}
+
+/// The last widget of a dialog, which must stay in sight: it has the buttons.
+bool IsButtons(QLayoutItem* item)
+{
+    const QWidget* widget = item ? item->widget() : nullptr;
+    return widget && (qobject_cast<const QDialogButtonBox*>(widget) || widget->findChild<QDialogButtonBox*>());
+}
+
+/// A dialog that cannot become as small as the screen scrolls; its buttons stay where they are.
+void LetScroll(QWidget& window)
+{
+    auto* column = qobject_cast<QVBoxLayout*>(window.layout());
+    if (!column || qobject_cast<QScrollArea*>(column->itemAt(0)->widget())) return;
+    auto* inner = new QWidget;
+    auto* rows = new QVBoxLayout(inner);
+    rows->setContentsMargins(0, 0, 0, 0);
+    auto* scroll = new QScrollArea;
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setWidget(inner);
+    // First, so that no widget leaves the window, which would change the order of the Tab key.
+    column->insertWidget(0, scroll, 1);
+    const int kept = IsButtons(column->itemAt(column->count() - 1)) ? 2 : 1;
+    while (column->count() > kept) {
+        const int stretch = column->stretch(1);
+        QLayoutItem* item = column->takeAt(1);
+        if (item->layout()) {
+            rows->addLayout(item->layout(), stretch);
+        } else if (item->widget()) {
+            rows->addWidget(item->widget(), stretch);
+            delete item;
+        } else {
+            rows->addItem(item);
+        }
+    }
+}
+
+} // namespace
+
+QtScreenKeeper::QtScreenKeeper(QObject* parent) : QObject(parent)
+{
+    qApp->installEventFilter(this);
+    for (QScreen* screen : QGuiApplication::screens()) Follow(*screen);
+    connect(qApp, &QGuiApplication::screenAdded, this, [this](QScreen* screen) { Follow(*screen); });
+    connect(qApp, &QGuiApplication::screenRemoved, this,
+            [this] { QTimer::singleShot(kSettled, this, [this] { KeepAll(); }); });
+}
+
+void QtScreenKeeper::Follow(QScreen& screen)
+{
+    connect(&screen, &QScreen::availableGeometryChanged, this,
+            [this] { QTimer::singleShot(kSettled, this, [this] { KeepAll(); }); });
+}
+
+void QtScreenKeeper::KeepAll()
+{
+    for (QWidget* window : QApplication::topLevelWidgets()) Keep(*window);
+}
+
+bool QtScreenKeeper::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Show && watched->isWidgetType()) {
+        auto* window = static_cast<QWidget*>(watched);
+        if (window->isWindow()) QTimer::singleShot(kSettled, window, [window] { Keep(*window); });
+    }
+    return false;
+}
+
+void QtScreenKeeper::Keep(QWidget& window)
+{
+    if (!IsKept(window)) return;
+    std::vector<FrameBounds> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) screens.push_back(BoundsOf(screen->availableGeometry()));
+    const QRect framed = window.frameGeometry();
+    const QSize edges = framed.size() - window.size();
+    const FrameBounds now = BoundsOf(framed);
+    FrameBounds kept = FitToScreens(now, screens);
+    if (kept == now) return;
+    const QSize size = QSize(kept.width, kept.height) - edges;
+    const QSize least = window.minimumSizeHint();
+    if (window.windowType() == Qt::Dialog && (least.height() > size.height() || least.width() > size.width()))
+        LetScroll(window);
+    window.resize(size);
+    window.move(kept.left, kept.top);
+}
+
+} // namespace nib
