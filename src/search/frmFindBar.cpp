@@ -90,6 +90,7 @@ QToolButton* frmFindBar::AddButton(const QString& text, const QString& tip)
     button->setAccessibleName(tip);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
+    button->installEventFilter(this);
     addWidget(button);
     return button;
 }
@@ -189,7 +190,8 @@ bool frmFindBar::eventFilter(QObject* watched, QEvent* event)
     const bool asking = event->type() == QEvent::ShortcutOverride;
     if (asking || event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
-        if (Pressed(key->key(), key->modifiers(), asking)) {
+        const bool isBars = watched == txtFind_ || key->key() == Qt::Key_Escape;
+        if (isBars && Pressed(key->key(), key->modifiers(), asking)) {
             event->accept();
             return true;
         }
