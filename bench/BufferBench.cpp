@@ -160,6 +160,19 @@ void FindAll(benchmark::State& state, TextView text, bool matchCase)
     state.counters["hits"] = hits;
 }
 
+void FindAllRegex(benchmark::State& state, TextView expression)
+{
+    SourceDocument& buffer = Loaded();
+    int32_t hits = 0;
+    for (auto _ : state) {
+        const TextPattern pattern(expression, {.regex = true});
+        FindHit hit;
+        hits = 0;
+        for (Position at; buffer.Find(pattern, at, false, hit); at = {hit.at.col + hit.length, hit.at.line}) ++hits;
+    }
+    state.counters["hits"] = hits;
+}
+
 void FindAllLimit(benchmark::State& state, TextView text)
 {
     std::string needle = ToUtf8(text);
@@ -210,6 +223,8 @@ BENCHMARK(InsertLineAtFront)->Arg(10000)->Arg(kMillion)->Iterations(2000);
 BENCHMARK_CAPTURE(FindAllLimit, frequent, kFrequent)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FindAll, frequent, kFrequent, true)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FindAll, frequent_any_case, kFrequent, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FindAllRegex, frequent, u"ORDER\\.REC<\\d+>")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FindAllRegex, absent, u"NOT\\.THERE\\w+")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FindAllLimit, absent, kAbsent)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FindAll, absent, kAbsent, true)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FindAll, absent_any_case, kAbsent, false)->Unit(benchmark::kMillisecond);

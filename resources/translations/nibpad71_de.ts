@@ -94,6 +94,37 @@ Qt %2</translation>
     </message>
 </context>
 <context>
+    <name>HitWords</name>
+    <message>
+        <source>Counting...</source>
+        <translation>Wird gezählt...</translation>
+    </message>
+    <message>
+        <source>More than %1 hits</source>
+        <translation>Mehr als %1 Treffer</translation>
+    </message>
+    <message>
+        <source>No hits</source>
+        <translation>Keine Treffer</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>1 hit</source>
+        <translation>1 Treffer</translation>
+    </message>
+    <message>
+        <source>%1 hits</source>
+        <translation>%1 Treffer</translation>
+    </message>
+    <message>
+        <source>Character %1: %2</source>
+        <translation>Zeichen %1: %2</translation>
+    </message>
+</context>
+<context>
     <name>Logic</name>
     <message>
         <source>OK</source>
@@ -174,6 +205,146 @@ Qt %2</translation>
     <message>
         <source>Select one place to go into, or the items to open.</source>
         <translation>Wählen Sie einen Ort, um hineinzugehen, oder die Items, die geöffnet werden sollen.</translation>
+    </message>
+    <message>
+        <source>Account and connection</source>
+        <translation>Konto und Verbindung</translation>
+    </message>
+    <message>
+        <source>Lock of the item</source>
+        <translation>Sperre des Items</translation>
+    </message>
+    <message>
+        <source>Character set</source>
+        <translation>Zeichensatz</translation>
+    </message>
+    <message>
+        <source>Line ends</source>
+        <translation>Zeilenenden</translation>
+    </message>
+    <message>
+        <source>Locked here</source>
+        <translation>Hier gesperrt</translation>
+    </message>
+    <message>
+        <source>Not locked</source>
+        <translation>Nicht gesperrt</translation>
+    </message>
+    <message>
+        <source>Read only</source>
+        <translation>Nur lesen</translation>
+    </message>
+    <message>
+        <source>LF, mixed</source>
+        <translation>LF, gemischt</translation>
+    </message>
+    <message>
+        <source>CR LF, mixed</source>
+        <translation>CR LF, gemischt</translation>
+    </message>
+    <message>
+        <source>CR, mixed</source>
+        <translation>CR, gemischt</translation>
+    </message>
+    <message>
+        <source>Open an item or a file</source>
+        <translation>Ein Item oder eine Datei öffnen</translation>
+    </message>
+    <message>
+        <source>New document</source>
+        <translation>Neues Dokument</translation>
+    </message>
+    <message>
+        <source>Open DEMO</source>
+        <translation>DEMO öffnen</translation>
+    </message>
+    <message>
+        <source>the sample account</source>
+        <translation>das Beispielkonto</translation>
+    </message>
+    <message>
+        <source>Open the last session</source>
+        <translation>Die letzte Sitzung öffnen</translation>
+    </message>
+    <message>
+        <source>Open a program, change it, save it</source>
+        <translation>Ein Programm öffnen, ändern, speichern</translation>
+    </message>
+    <message>
+        <source>See what is wrong while you type, then compile</source>
+        <translation>Beim Tippen sehen, was falsch ist, dann übersetzen</translation>
+    </message>
+    <message>
+        <source>Find a name in all programs of an account</source>
+        <translation>Einen Namen in allen Programmen eines Kontos finden</translation>
+    </message>
+    <message>
+        <source>The first hour: a guide</source>
+        <translation>Die erste Stunde: eine Anleitung</translation>
+    </message>
+    <message>
+        <source>There is no such escape.</source>
+        <translation>Diese Schreibweise mit Rückstrich gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>There is no such class of characters.</source>
+        <translation>Diese Klasse von Zeichen gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>A parenthesis has no partner.</source>
+        <translation>Eine runde Klammer hat kein Gegenstück.</translation>
+    </message>
+    <message>
+        <source>The number is too large.</source>
+        <translation>Die Zahl ist zu groß.</translation>
+    </message>
+    <message>
+        <source>Braces hold one number, or two with a comma.</source>
+        <translation>In geschweiften Klammern steht eine Zahl, oder zwei mit Komma.</translation>
+    </message>
+    <message>
+        <source>The larger number stands before the smaller one.</source>
+        <translation>Die größere Zahl steht vor der kleineren.</translation>
+    </message>
+    <message>
+        <source>There is no such group.</source>
+        <translation>Diese Gruppe gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>What is looked for behind must have a greatest length.</source>
+        <translation>Was davor stehen soll, muss eine größte Länge haben.</translation>
+    </message>
+    <message>
+        <source>A bracket has no partner.</source>
+        <translation>Eine eckige Klammer hat kein Gegenstück.</translation>
+    </message>
+    <message>
+        <source>The range begins behind its end.</source>
+        <translation>Der Bereich beginnt hinter seinem Ende.</translation>
+    </message>
+    <message>
+        <source>The expression is too large.</source>
+        <translation>Der Ausdruck ist zu groß.</translation>
+    </message>
+    <message>
+        <source>The expression is not understood here.</source>
+        <translation>Der Ausdruck ist hier nicht zu verstehen.</translation>
+    </message>
+    <message>
+        <source>The search was stopped: the expression takes too much time.</source>
+        <translation>Die Suche wurde beendet: Der Ausdruck braucht zu viel Zeit.</translation>
+    </message>
+    <message>
+        <source>The search was stopped: the expression needs too much memory.</source>
+        <translation>Die Suche wurde beendet: Der Ausdruck braucht zu viel Speicher.</translation>
+    </message>
+    <message>
+        <source>Dialect of programs</source>
+        <translation>Dialekt der Programme</translation>
+    </message>
+    <message>
+        <source>No dialect</source>
+        <translation>Kein Dialekt</translation>
     </message>
 </context>
 <context>
@@ -335,6 +506,13 @@ Qt %2</translation>
     </message>
 </context>
 <context>
+    <name>QtTabRow</name>
+    <message>
+        <source>All Documents</source>
+        <translation>Alle Dokumente</translation>
+    </message>
+</context>
+<context>
     <name>QtWaitNotice</name>
     <message>
         <source>The host is running %1</source>
@@ -393,6 +571,38 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Replace with</source>
         <translation>Ersetzen durch</translation>
+    </message>
+    <message>
+        <source>Options:</source>
+        <translation>Optionen:</translation>
+    </message>
+    <message>
+        <source>(text is replaced downwards)</source>
+        <translation>(ersetzt wird abwärts)</translation>
+    </message>
+    <message>
+        <source>Regular e&amp;xpression</source>
+        <translation>Re&amp;gulärer Ausdruck</translation>
+    </message>
+    <message>
+        <source>In each line; $1 in the replacement is what the first pair of parentheses found.</source>
+        <translation>In jeder Zeile; $1 in der Ersetzung ist, was das erste Klammerpaar gefunden hat.</translation>
+    </message>
+    <message>
+        <source>&amp;In Account...</source>
+        <translation>&amp;Im Account...</translation>
+    </message>
+    <message>
+        <source>Searches all items of files of an account</source>
+        <translation>Durchsucht alle Items von Dateien eines Accounts</translation>
+    </message>
+    <message>
+        <source>Only one document is open.</source>
+        <translation>Nur ein Dokument ist offen.</translation>
+    </message>
+    <message>
+        <source>No text is selected.</source>
+        <translation>Es ist kein Text ausgewählt.</translation>
     </message>
 </context>
 <context>
@@ -500,6 +710,65 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Not readable: %1</source>
         <translation>Nicht lesbar: %1</translation>
+    </message>
+    <message>
+        <source>Regular e&amp;xpression</source>
+        <translation>Regulärer Ausd&amp;ruck</translation>
+    </message>
+</context>
+<context>
+    <name>frmFindBar</name>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Find:</source>
+        <translation>Suchen:</translation>
+    </message>
+    <message>
+        <source>The hit before (Shift+Enter)</source>
+        <translation>Der Treffer davor (Umschalt+Eingabe)</translation>
+    </message>
+    <message>
+        <source>The next hit (Enter)</source>
+        <translation>Der nächste Treffer (Eingabe)</translation>
+    </message>
+    <message>
+        <source>Match case</source>
+        <translation>Groß- und Kleinschreibung unterscheiden</translation>
+    </message>
+    <message>
+        <source>Match whole word only</source>
+        <translation>Nur ganze Wörter</translation>
+    </message>
+    <message>
+        <source>Regular expression</source>
+        <translation>Regulärer Ausdruck</translation>
+    </message>
+    <message>
+        <source>Find All</source>
+        <translation>Alle suchen</translation>
+    </message>
+    <message>
+        <source>Lists all hits</source>
+        <translation>Zeigt alle Treffer als Liste</translation>
+    </message>
+    <message>
+        <source>In Account...</source>
+        <translation>Im Account...</translation>
+    </message>
+    <message>
+        <source>Searches all items of files of an account</source>
+        <translation>Durchsucht alle Items von Dateien eines Accounts</translation>
+    </message>
+    <message>
+        <source>Close (Escape)</source>
+        <translation>Schließen (Esc)</translation>
+    </message>
+    <message>
+        <source>Round the end of the text</source>
+        <translation>Über das Textende hinaus</translation>
     </message>
 </context>
 <context>
@@ -719,6 +988,41 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
 </context>
 <context>
+    <name>frmStart</name>
+    <message>
+        <source>Programs and records of MultiValue databases</source>
+        <translation>Programme und Sätze von MultiValue-Datenbanken</translation>
+    </message>
+    <message>
+        <source>Start and first steps</source>
+        <translation>Start und erste Schritte</translation>
+    </message>
+    <message>
+        <source>Recent items, connections and accounts</source>
+        <translation>Zuletzt geöffnete Items, Verbindungen und Konten</translation>
+    </message>
+    <message>
+        <source>Start page</source>
+        <translation>Startseite</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>First steps</source>
+        <translation>Erste Schritte</translation>
+    </message>
+    <message>
+        <source>Recent</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Connections and accounts</source>
+        <translation>Verbindungen und Konten</translation>
+    </message>
+</context>
+<context>
     <name>nib::PickerItemModel</name>
     <message>
         <source>Name</source>
@@ -884,6 +1188,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Testing...</source>
         <translation>Wird getestet...</translation>
+    </message>
+    <message>
+        <source>Co&amp;lor:</source>
+        <translation>Fa&amp;rbe:</translation>
     </message>
 </context>
 <context>

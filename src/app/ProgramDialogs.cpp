@@ -4,8 +4,10 @@
 #include "persistence/settings/frmSettings.h"
 #include "printing/QtPrinting.h"
 #include "shell/Program.h"
+#include "shell/frame/frmDocument.h"
 #include "shell/frame/frmProperties.h"
 #include "shell/help/QtHelpWindow.h"
+#include "text/widget/SourceViewWidget.h"
 
 namespace nib {
 
@@ -19,13 +21,45 @@ void ProgramDialogs::Load(Program& program)
         printing_.PrintPages(
             results.windowTitle(), [&](const Paper& paper) { results.PrintTo(paper); }, &results);
     };
-    engine_ = std::make_unique<FindEngine>(program.Services(), *results_, program.EditorSettings().RecentSearches);
-    find_ = std::make_unique<frmFind>(*engine_, &mainWindow_);
-    accountFind_ =
-        std::make_unique<AccountFind>(program.Services(), timers_, store_, program.EditorSettings().RecentSearches);
-    findAccount_ = std::make_unique<frmFindAccount>(*accountFind_, &mainWindow_);
+    LoadSearch(program);
     goto_ = std::make_unique<frmGoto>(program.Services(), &mainWindow_);
     program.Services().results = results_.get();
+}
+
+void ProgramDialogs::LoadSearch(Program& program)
+{
+    clsRecentList& recent = program.EditorSettings().RecentSearches;
+    accountFind_ = std::make_unique<AccountFind>(program.Services(), timers_, store_, recent);
+    findAccount_ = std::make_unique<frmFindAccount>(*accountFind_, &mainWindow_);
+    engine_ = std::make_unique<FindEngine>(program.Services(), *results_, recent);
+    lights_ = std::make_unique<HitLights>(program.Services(), *engine_, timers_);
+    const auto inAccount = [this] {
+        accountFind_->TakeSearch(engine_->Dialog());
+        findAccount_->ShowDialog();
+    };
+    find_ = std::make_unique<frmFind>(*engine_, *lights_, &mainWindow_);
+    find_->matchPlace = [this] { return SelectionOnScreen(); };
+    find_->findInAccount = inAccount;
+    typedFind_ = std::make_unique<TypedFind>(program.Services(), *engine_);
+    findBar_ = std::make_unique<frmFindBar>(*typedFind_, *engine_, *lights_, &mainWindow_);
+    mainWindow_.addToolBar(Qt::BottomToolBarArea, findBar_.get());
+    findBar_->hide();
+    findBar_->onLeave = [this] {
+        if (frmDocument* form = mainWindow_.ActiveForm()) form->FocusText();
+    };
+    findBar_->findInAccount = inAccount;
+    findBar_->findAll = [this] { engine_->FindAll(FindMode::List); };
+}
+
+QRect ProgramDialogs::SelectionOnScreen() const
+{
+    // The text that had the focus last, also while a dialog has it.
+    auto* text = qobject_cast<SourceViewWidget*>(mainWindow_.focusWidget());
+    if (!text) return {};
+    const TextRange selection = text->Model().Selection();
+    const QRectF place = text->CellOf(selection.start) | text->CellOf(selection.end) | text->CaretRect();
+    const QRect seen = place.toAlignedRect() & text->viewport()->rect();
+    return {text->viewport()->mapToGlobal(seen.topLeft()), seen.size()};
 }
 
 void ProgramDialogs::Unload()
@@ -35,7 +69,10 @@ void ProgramDialogs::Unload()
     goto_.reset();
     findAccount_.reset();
     accountFind_.reset();
+    findBar_.reset();
+    typedFind_.reset();
     find_.reset();
+    lights_.reset();
     engine_.reset();
     if (results_) results_->Unload();
     results_.reset();
@@ -45,24 +82,37 @@ void ProgramDialogs::Unload()
 void ProgramDialogs::Show(Form form, mvDocument* document)
 {
     switch (form) {
-    case Form::Find: find_->Find(); break;
+    case Form::Find:
+        findBar_->hide();
+        find_->Find();
+        break;
+    case Form::FindBar:
+        find_->hide();
+        findBar_->ShowBar();
+        break;
     case Form::FindNext: find_->FindNext(); break;
-    case Form::Replace: find_->Replace(); break;
+    case Form::Replace:
+        findBar_->hide();
+        find_->Replace();
+        break;
     case Form::FindInAccount: findAccount_->ShowDialog(); break;
     case Form::Results: results_->ShowResults({}); break;
     case Form::About: ShowAboutBox(&mainWindow_); break;
     case Form::Properties: frmProperties(&mainWindow_).ShowDialog(*document, program_->Place().now); break;
     case Form::Print: printing_.Print(*document); break;
-    case Form::HelpTopics:
-        if (!help_) help_ = std::make_unique<HelpWindow>();
-        help_->ShowHelp();
-        break;
+    case Form::HelpTopics: ShowHelp({}); break;
     case Form::Settings: {
         SettingsModel model(program_->Services(), store_, *this);
         frmSettings::ShowSettings(model, &mainWindow_, 1, editConnections_);
         break;
     }
     }
+}
+
+void ProgramDialogs::ShowHelp(TextView page)
+{
+    if (!help_) help_ = std::make_unique<HelpWindow>();
+    help_->ShowHelp(page);
 }
 
 void ProgramDialogs::IconsChosen(bool large)

@@ -5,6 +5,7 @@
 #include "platform/qt/QtDesktop.h"
 #include "search/frmFind.h"
 #include "search/frmFindAccount.h"
+#include "search/frmFindBar.h"
 #include "search/frmResults.h"
 #include "shell/frame/frmMain.h"
 #include "shell/help/QtHelpWindow.h"
@@ -27,6 +28,7 @@ public:
     void Load(Program& program) override;
     void Unload() override;
     void Show(Form form, mvDocument* document) override;
+    void ShowHelp(TextView page) override;
     void Goto(Text& target) override { goto_->ShowGoto(target, &mainWindow_); }
     void OfferRecovered(modAutoRecover& recovery, TextView folder, const DynamicArray& names) override;
     // SettingsApplied
@@ -34,6 +36,10 @@ public:
     void FontChanged() override;
 
 private:
+    void LoadSearch(Program& program);
+    /// Where the selection of the text in front is on the screen.
+    QRect SelectionOnScreen() const;
+
     frmMain& mainWindow_;
     SettingsStore& store_;
     QtPrinting& printing_;
@@ -42,8 +48,11 @@ private:
     std::unique_ptr<ResultsModel> resultsModel_;
     std::unique_ptr<frmResults> results_;
     std::unique_ptr<FindEngine> engine_;
-    std::unique_ptr<frmFind> find_;
     QtTimers timers_;
+    std::unique_ptr<HitLights> lights_;
+    std::unique_ptr<frmFind> find_;
+    std::unique_ptr<TypedFind> typedFind_;
+    std::unique_ptr<frmFindBar> findBar_;
     std::unique_ptr<AccountFind> accountFind_;
     std::unique_ptr<frmFindAccount> findAccount_;
     std::unique_ptr<frmGoto> goto_;

@@ -146,6 +146,21 @@ HostConnection::HostConnection(HostConfig config, PickerDialog& picker, MessageB
 {
 }
 
+std::vector<KnownHost> HostConnection::Hosts()
+{
+    std::vector<KnownHost> hosts;
+    for (const HostSettings& settings : links_.Config().hosts) {
+        const ItemPlace place{Text(kHostProvider), settings.serverName, {}, {}, {}};
+        KnownHost& host = hosts.emplace_back(KnownHost{settings.name, ComposeHostPath(place), {}});
+        if (settings.serverName != kDefaultHost || settings.kind != kAccountsKind) continue;
+        IgnoringErrors([&] {
+            for (const BrowseEntry& account : links_.Find(settings.serverName).Children(place))
+                host.accounts.push_back(account.name);
+        });
+    }
+    return hosts;
+}
+
 SelectedItem HostConnection::SelectItem(const SelectRequest& request, mvItem* start)
 {
     const PickerAnswer answer = RunPicker(request, start);

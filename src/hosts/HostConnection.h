@@ -32,6 +32,7 @@ class HostConnection : public mvConnection {
 public:
     HostConnection(HostConfig config, PickerDialog& picker, MessageBoxes& boxes, HostLinkKinds kinds);
 
+    std::vector<KnownHost> Hosts() override;
     SelectedItem SelectItem(const SelectRequest& request, mvItem* start) override;
     std::vector<SelectedItem> SelectItems(const SelectRequest& request, mvItem* start) override;
     std::shared_ptr<mvItem> OpenServerForPath(TextView path, bool readOnly, bool lock) override;

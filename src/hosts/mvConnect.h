@@ -196,9 +196,18 @@ struct SelectedItem {
     bool readOnly = false;
 };
 
+/// A connection that is set up, with what is known of it without asking a server.
+struct KnownHost {
+    Text name; ///< for the user to read
+    Text path;
+    std::vector<Text> accounts;
+};
+
 class mvConnection {
 public:
     virtual ~mvConnection() = default;
+    /// The default connection first. Accounts of it alone are listed, and not where they stand on a server.
+    virtual std::vector<KnownHost> Hosts() { return {}; }
     /// The modal picker; `start` is where it begins and may be null. A null item means cancelled.
     virtual SelectedItem SelectItem(const SelectRequest& request, mvItem* start) = 0;
     virtual std::vector<SelectedItem> SelectItems(const SelectRequest& request, mvItem* start) = 0;

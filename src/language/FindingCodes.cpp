@@ -33,7 +33,10 @@ constexpr FindingKind kKinds[] = {
      u"nothing of the kind is done."},
     {kDimension, Warning, u"An array is used with as many indices as it is dimensioned with."},
     {kIndexRange, Warning, u"The index lies outside the array."},
-    {kArgumentCount, Warning, u"The function takes another number of arguments."},
+    {kArgumentCount, Warning, u"What is called takes another number of arguments."},
+    {kUnknownCall, Warning, u"No item of the account, and nothing in its VOC, has the name that is called."},
+    {kCommonShape, Warning,
+     u"Programs that share a COMMON area name the same members in it, with the same dimensions."},
     {kOddCondition, Warning, u"A condition compares; an operator that gives a value cannot stand in it."},
 };
 

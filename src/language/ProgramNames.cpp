@@ -134,6 +134,9 @@ void ProgramNames::Routine(const Here& here)
         Occur(here, uses[0], symbol);
         labels_.push_back({-1, word, symbol});
     }
+    const BasicLine& head = here.text.At(line).tokens;
+    const auto leavesOut = [&](const BasicToken& token) { return IsWord(head.Of(token), u"VAR.ARGS"); };
+    routine.fewer = std::any_of(head.Tokens().begin(), head.Tokens().end(), leavesOut);
     for (const NameUse& use : uses.subspan(1)) {
         const int32_t symbol = Add(here, use, SymbolKind::Parameter);
         program_.symbols.back().routine = routine_;

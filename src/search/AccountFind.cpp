@@ -49,17 +49,29 @@ void AccountFind::Open()
         services_.log, u"AccountFind.Open",
         [&] {
             TakePlace();
+            const bool taken = std::exchange(taken_, false);
             if (auto document = services_.openDocuments.ById(services_.frame.ActiveDocument())) {
                 SourceView& source = document->EnsureView().txtText();
                 const Position caret = source.Caret();
                 Text text = document->HasSelection()
                                 ? document->SelectionIsMultiLine() ? Text() : document->GetSelectionText()
                                 : GetCaretWord(source.Document().GetLine(caret.line), caret.col);
-                if (!text.empty()) dialog_.findText = std::move(text);
+                if (!text.empty() && !taken) dialog_.findText = std::move(text);
             }
             ReadFiles();
         },
         [&](const Error& error) { dialog_.fault = error.description; });
+}
+
+void AccountFind::TakeSearch(const FindDialog& dialog)
+{
+    if (dialog_.state != FindingState::Idle) return;
+    dialog_.findText = dialog.findText;
+    dialog_.matchCase = dialog.matchCase;
+    dialog_.wholeWord = dialog.wholeWord;
+    dialog_.regex = dialog.regex;
+    if (dialog.replaceMode) dialog_.replaceText = dialog.replaceText;
+    taken_ = !dialog.findText.empty();
 }
 
 void AccountFind::TakePlace()

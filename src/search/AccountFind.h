@@ -2,6 +2,7 @@
 #include "persistence/store/SettingsStore.h"
 #include "platform/Desktop.h"
 #include "search/AccountReplace.h"
+#include "search/FindEngine.h"
 
 #include <future>
 #include <optional>
@@ -52,6 +53,8 @@ public:
     /// The dialog comes up: in the account of the active document, or else the present one.
     void Open();
     void SetAccount(TextView name);
+    /// The same that is looked for elsewhere, when the dialog comes up next.
+    void TakeSearch(const FindDialog& dialog);
     bool CanFind() const;
     void Find() { Begin(false); }
     /// Searches, asks with what was found, and replaces it.
@@ -110,6 +113,7 @@ private:
     std::unique_ptr<Listing> listing_;
     std::unique_ptr<AccountSearch> search_;
     std::unique_ptr<Timers::Timer> timer_;
+    bool taken_ = false;     ///< what is looked for, from elsewhere
     bool working_ = false;   ///< a call on a host may let the timer ring once more
     int32_t listNumber_ = 0; ///< of the results that are this search's
     bool cut_ = false;       ///< the list is not whole

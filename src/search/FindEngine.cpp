@@ -97,6 +97,12 @@ void FindEngine::GetActiveDocument()
     current_ = services_.openDocuments.ById(services_.frame.ActiveDocument());
 }
 
+std::optional<TextRange> FindEngine::RangeIn(mvDocument& document)
+{
+    if (!IsInSelection()) return {};
+    return walk_.SelectedRange(document).value_or(TextRange{});
+}
+
 bool FindEngine::IsAllDocuments() const
 {
     return dialog_.lookIn == LookIn::AllDocuments && services_.openDocuments.Count() >= 2;
@@ -142,7 +148,7 @@ bool FindEngine::FindNextMatch(const FindQuery& query)
         },
         [&](const Error& error) {
             // What was found so far would pass for all there is.
-            if (error.number == error_number::kSearchTooLong) throw Error(error);
+            if (error.number == error_number::kSearch) throw Error(error);
             walk_.Reset();
             return false;
         });

@@ -75,6 +75,10 @@ public:
     /// The dialog came to the front.
     void GetActiveDocument();
     void Cancel() { ClearStatus(); }
+    /// Keeps the text among the recent ones.
+    void Remember() { GetSearchText(); }
+    /// Where a search through the selection goes in a document; of all of it where it is none.
+    std::optional<TextRange> RangeIn(mvDocument& document);
     /// The rows of cboFind.
     std::vector<Text> FindList() const;
 
@@ -123,7 +127,7 @@ private:
     {
         auto result = Guarded(services_.log, name, std::forward<Body>(body), [&](const Error& error) {
             walk_.Reset();
-            if (error.number == error_number::kSearchTooLong) Inform(error.description);
+            if (error.number == error_number::kSearch) Inform(error.description);
             return decltype(body()){};
         });
         walk_.LetGo();

@@ -50,19 +50,19 @@ void FindWalk::Rejoin(const FindQuery& query, mvDocument& current)
     if (current.DocumentID() != searchDocId_ || current.EnsureView().txtText().Caret() != left) return Reset();
     document_ = documents_.ById(searchDocId_);
     if (!document_) return;
-    lastMatch_.line = LineOf({lastMatch_, lastMatchLineId_});
-    end_.at.line = LineOf(end_);
+    lastMatch_.line = LineOf(*document_, {lastMatch_, lastMatchLineId_});
+    end_.at.line = LineOf(*document_, end_);
 }
 
 /// The line is mostly where it was; only after edits above it is it looked for.
-int32_t FindWalk::LineOf(const Place& place) const
+int32_t FindWalk::LineOf(mvDocument& document, const Place& place)
 {
     if (place.lineId < 1) return -1;
-    const SourceDocument& text = TextOf(*document_);
+    const SourceDocument& text = TextOf(document);
     if (place.at.line >= 0 && place.at.line < text.LineCount() &&
         static_cast<int32_t>(text.GetLineData(place.at.line, LineWord::Identity)) == place.lineId)
         return place.at.line;
-    return document_->LineFromLineId(place.lineId);
+    return document.LineFromLineId(place.lineId);
 }
 
 void FindWalk::Mark(Place& place, Position at, bool withId)
@@ -125,21 +125,20 @@ void FindWalk::KeepSelection(mvDocument& document)
 }
 
 /// A step has selected it, and where it looks is what was selected before.
-bool FindWalk::IsLastHit(mvDocument& current, const OrderedSelection& selection) const
+bool FindWalk::IsShown(mvDocument& current, const OrderedSelection& selection) const
 {
-    return current.DocumentID() == keptDocId_ && current.DocumentID() == hitDocId_ && selection.start == lastMatch_ &&
-           selection.end == LastEnd();
+    return current.DocumentID() == keptDocId_ && current.DocumentID() == shownDocId_ &&
+           selection.start == shown_.start && selection.end == shown_.end;
 }
 
-/// The one kept, when all that is selected now is nothing.
 std::optional<TextRange> FindWalk::SelectedRange(mvDocument& current)
 {
     if (current.SelectionIsMultiLine()) KeepSelection(current);
     if (const OrderedSelection selection = current.GetOrderedSelection();
-        current.HasSelection() && !IsLastHit(current, selection))
+        current.HasSelection() && !IsShown(current, selection))
         return TextRange{selection.start, selection.end};
     if (current.DocumentID() != keptDocId_) return {};
-    TextRange kept{{keptStart_.at.col, LineOf(keptStart_)}, {keptEnd_.at.col, LineOf(keptEnd_)}};
+    TextRange kept{{keptStart_.at.col, LineOf(current, keptStart_)}, {keptEnd_.at.col, LineOf(current, keptEnd_)}};
     if (kept.start.line < 0 || kept.end.line < 0) return {}; // its lines are gone
     return kept;
 }
@@ -216,7 +215,10 @@ bool FindWalk::Search(const FindQuery& query, Position at, bool exhausted)
         if (!exhausted && HitInRange(query, at, hit)) {
             lastMatch_ = hit.at;
             lastLength_ = hit.length;
-            hitDocId_ = searchDocId_;
+            if (query.mode == FindMode::Interactive) {
+                shown_ = {lastMatch_, LastEnd()};
+                shownDocId_ = searchDocId_;
+            }
             lastMatchLineId_ = query.mode == FindMode::Interactive ? document_->LineIdFromLine(hit.at.line) : -1;
             return true;
         }
@@ -230,7 +232,7 @@ bool FindWalk::Search(const FindQuery& query, Position at, bool exhausted)
             }
             FindDocument(); // the question leaves time to close it
             end_ = start_;
-            if (query.FromCaret()) end_.at.line = LineOf(end_);
+            if (query.FromCaret()) end_.at.line = LineOf(*document_, end_);
         } else {
             if (!query.allDocuments || !NextDocument()) {
                 Reset();

@@ -44,6 +44,8 @@ public:
     void Reset();
     /// What is selected in a document is where a walk through the selection goes, also once that has been dropped.
     void KeepSelection(mvDocument& document);
+    /// That one, unless another one has been made since; nothing when there is none.
+    std::optional<TextRange> SelectedRange(mvDocument& current);
     /// Before a step of the user: goes on only where the last hit left the caret, and finds its lines again.
     void Rejoin(const FindQuery& query, mvDocument& current);
     /// Goes on from the last hit, or starts in `current`. Throws when the walk's document has been closed.
@@ -71,14 +73,13 @@ private:
 
     /// False when there is no selection to walk through.
     bool Restart(const FindQuery& query, mvDocument& current);
-    std::optional<TextRange> SelectedRange(mvDocument& current);
     void Mark(Place& place, Position at, bool withId);
-    int32_t LineOf(const Place& place) const;
+    static int32_t LineOf(mvDocument& document, const Place& place);
     void FindDocument();
     bool Search(const FindQuery& query, Position at, bool exhausted);
     bool HitInRange(const FindQuery& query, Position from, FindHit& hit) const;
     bool StepPastHit(const FindQuery& query, Position& from) const;
-    bool IsLastHit(mvDocument& current, const OrderedSelection& selection) const;
+    bool IsShown(mvDocument& current, const OrderedSelection& selection) const;
     bool WrapDue(const FindQuery& query) const;
     bool NextDocument();
 
@@ -87,7 +88,8 @@ private:
     bool newSearch_ = true;
     Place start_;
     Place end_;
-    int32_t hitDocId_ = 0;  ///< of the last match
+    TextRange shown_; ///< the hit that a step has selected last
+    int32_t shownDocId_ = 0;
     int32_t keptDocId_ = 0; ///< of the selection kept
     Place keptStart_;
     Place keptEnd_;

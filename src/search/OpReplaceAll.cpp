@@ -188,7 +188,8 @@ int32_t ReplacePass::Growth(size_t first, size_t end) const
 
 int32_t ReplacePass::GrowthOf(int32_t line) const
 {
-    const auto [first, end] = std::ranges::equal_range(hits_, line, {}, &Position::line);
+    const auto first = std::partition_point(hits_.begin(), hits_.end(), [&](Position hit) { return hit.line < line; });
+    const auto end = std::partition_point(first, hits_.end(), [&](Position hit) { return hit.line == line; });
     return Growth(static_cast<size_t>(first - hits_.begin()), static_cast<size_t>(end - hits_.begin()));
 }
 

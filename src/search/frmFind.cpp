@@ -1,17 +1,19 @@
 #include "search/frmFind.h"
 
 #include "platform/qt/QtText.h"
+#include "search/BesideMatch.h"
+#include "search/QtHitText.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFocusEvent>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
 
@@ -37,9 +39,24 @@ QRadioButton* AddOption(QButtonGroup& group, int id, const QString& caption, QLa
     return option;
 }
 
+ScreenArea AreaOf(const QRect& rect)
+{
+    return {rect.left(), rect.top(), rect.width(), rect.height()};
+}
+
+/// A row of options, which a label names for the eye.
+QHBoxLayout* RowOf(QWidget& options, const QString& name)
+{
+    options.setAccessibleName(name);
+    auto* row = new QHBoxLayout(&options);
+    row->setContentsMargins(0, 0, 0, 0);
+    return row;
+}
+
 } // namespace
 
-frmFind::frmFind(FindEngine& engine, QWidget* owner) : QDialog(owner), engine_(engine)
+frmFind::frmFind(FindEngine& engine, HitLights& lights, QWidget* owner)
+    : QDialog(owner), engine_(engine), lights_(lights)
 {
     Build();
     Connect();
@@ -66,56 +83,76 @@ void frmFind::Build()
     txtRepl_->setMaxLength(kLongestText);
     lbRepl_ = new QLabel(QStringLiteral("Re&place with:"));
     lbRepl_->setBuddy(txtRepl_);
-    chkMatchCase_ = new QCheckBox(QStringLiteral("Match &case"));
-    chkWholeWord_ = new QCheckBox(QStringLiteral("Match &whole word only"));
+    lbState_ = new QLabel;
+    lbState_->setTextFormat(Qt::PlainText);
+    lbState_->setMinimumHeight(lbState_->fontMetrics().lineSpacing());
 
     auto* grid = new QGridLayout(this);
     grid->addWidget(lbFind_, 0, 0);
-    grid->addWidget(cboFind_, 0, 1, 1, 2);
-    grid->addWidget(lbRepl_, 1, 0);
-    grid->addWidget(txtRepl_, 1, 1, 1, 2);
-    auto* scope = new QHBoxLayout;
-    scope->addWidget(BuildLookIn());
-    scope->addWidget(BuildDirection());
-    auto* rules = new QVBoxLayout;
-    rules->addStretch(1);
-    rules->addWidget(chkMatchCase_);
-    rules->addWidget(chkWholeWord_);
-    rules->addStretch(1);
-    scope->addLayout(rules, 1);
-    grid->addLayout(scope, 2, 0, 1, 3);
-    grid->addWidget(BuildButtons(), 0, 3, 4, 1);
-    grid->setRowStretch(3, 1);
+    grid->addWidget(cboFind_, 0, 1);
+    grid->addWidget(lbState_, 1, 1);
+    grid->addWidget(lbRepl_, 2, 0);
+    grid->addWidget(txtRepl_, 2, 1);
+    const std::pair<QString, QWidget*> rows[] = {{QStringLiteral("Look in:"), BuildLookIn()},
+                                                 {QStringLiteral("Direction") + QLatin1Char(':'), BuildDirection()},
+                                                 {tr("Options:"), BuildRules()}};
+    for (int row = 3; const auto& [caption, options] : rows) {
+        grid->addWidget(new QLabel(caption), row, 0);
+        grid->addWidget(options, row++, 1);
+    }
+    grid->addWidget(BuildButtons(), 0, 2, 7, 1);
+    grid->setRowStretch(6, 1);
     grid->setColumnStretch(1, 1);
 
     QList<QWidget*> order{cboFind_, txtRepl_};
     for (QAbstractButton* option : optLookIn_->buttons()) order.append(option);
     for (QAbstractButton* option : optDirection_->buttons()) order.append(option);
-    order << chkMatchCase_ << chkWholeWord_ << cmdFind_ << cmdFindAll_ << cmdBookmark_ << cmdRepl_ << cmdReplAll_
-          << cmdCancel_;
+    order << chkMatchCase_ << chkWholeWord_ << chkRegex_ << cmdFind_ << cmdFindAll_ << cmdBookmark_ << cmdRepl_
+          << cmdReplAll_ << cmdAccount_ << cmdCancel_;
     for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
-QGroupBox* frmFind::BuildLookIn()
+QWidget* frmFind::BuildLookIn()
 {
-    auto* box = new QGroupBox(QStringLiteral("Look in:"));
-    auto* column = new QVBoxLayout(box);
+    auto* options = new QWidget;
+    auto* row = RowOf(*options, QStringLiteral("Look in:"));
     optLookIn_ = new QButtonGroup(this);
-    AddOption(*optLookIn_, static_cast<int>(LookIn::Document), QStringLiteral("Curr&ent document"), *column);
-    AddOption(*optLookIn_, static_cast<int>(LookIn::AllDocuments), QStringLiteral("All &open documents"), *column);
-    AddOption(*optLookIn_, static_cast<int>(LookIn::Selection), QStringLiteral("&Selected text"), *column);
-    return box;
+    AddOption(*optLookIn_, static_cast<int>(LookIn::Document), QStringLiteral("Curr&ent document"), *row);
+    AddOption(*optLookIn_, static_cast<int>(LookIn::AllDocuments), QStringLiteral("All &open documents"), *row);
+    AddOption(*optLookIn_, static_cast<int>(LookIn::Selection), QStringLiteral("&Selected text"), *row);
+    row->addStretch(1);
+    return options;
 }
 
-QGroupBox* frmFind::BuildDirection()
+QWidget* frmFind::BuildDirection()
 {
-    auto* box = new QGroupBox(QStringLiteral("Direction"));
-    auto* column = new QVBoxLayout(box);
+    auto* options = new QWidget;
+    auto* row = RowOf(*options, QStringLiteral("Direction"));
     optDirection_ = new QButtonGroup(this);
-    AddOption(*optDirection_, kUp, QStringLiteral("&Up"), *column);
-    AddOption(*optDirection_, kDown, QStringLiteral("&Down"), *column);
-    column->addStretch(1);
-    return box;
+    AddOption(*optDirection_, kUp, QStringLiteral("&Up"), *row);
+    AddOption(*optDirection_, kDown, QStringLiteral("&Down"), *row);
+    lbDownOnly_ = new QLabel(tr("(text is replaced downwards)"));
+    lbDownOnly_->setEnabled(false);
+    row->addWidget(lbDownOnly_);
+    row->addStretch(1);
+    return options;
+}
+
+QWidget* frmFind::BuildRules()
+{
+    auto* options = new QWidget;
+    auto* row = RowOf(*options, tr("Options:"));
+    const auto add = [&](const QString& caption) {
+        auto* box = new QCheckBox(caption);
+        row->addWidget(box);
+        return box;
+    };
+    chkMatchCase_ = add(QStringLiteral("Match &case"));
+    chkWholeWord_ = add(QStringLiteral("Match &whole word only"));
+    chkRegex_ = add(tr("Regular e&xpression"));
+    chkRegex_->setToolTip(tr("In each line; $1 in the replacement is what the first pair of parentheses found."));
+    row->addStretch(1);
+    return options;
 }
 
 QWidget* frmFind::BuildButtons()
@@ -134,6 +171,8 @@ QWidget* frmFind::BuildButtons()
     cmdBookmark_ = add(QStringLiteral("Book&mark All"));
     cmdRepl_ = add(QStringLiteral("&Replace"));
     cmdReplAll_ = add(QStringLiteral("Replace &All"));
+    cmdAccount_ = add(tr("&In Account..."));
+    cmdAccount_->setToolTip(tr("Searches all items of files of an account"));
     cmdCancel_ = add(QStringLiteral("Cancel"));
     column->addStretch(1);
     cmdFind_->setDefault(true);
@@ -143,14 +182,32 @@ QWidget* frmFind::BuildButtons()
 void frmFind::Connect()
 {
     FindDialog& state = engine_.Dialog();
-    connect(cboFind_, &QComboBox::editTextChanged, this,
-            [&state](const QString& text) { state.findText = ViewOf(text); });
+    connect(cboFind_, &QComboBox::editTextChanged, this, [this, &state](const QString& text) {
+        state.findText = ViewOf(text);
+        Sought();
+    });
     connect(txtRepl_, &QLineEdit::textChanged, this,
             [&state](const QString& text) { state.replaceText = ViewOf(text); });
-    connect(optLookIn_, &QButtonGroup::idClicked, this, [&state](int id) { state.lookIn = static_cast<LookIn>(id); });
+    connect(optLookIn_, &QButtonGroup::idClicked, this, [this, &state](int id) {
+        state.lookIn = static_cast<LookIn>(id);
+        Sought();
+    });
     connect(optDirection_, &QButtonGroup::idClicked, this, [this](int id) { engine_.SetSearchUp(id == kUp); });
-    connect(chkMatchCase_, &QCheckBox::toggled, this, [&state](bool on) { state.matchCase = on; });
-    connect(chkWholeWord_, &QCheckBox::toggled, this, [&state](bool on) { state.wholeWord = on; });
+    const std::pair<QCheckBox*, bool FindDialog::*> rules[] = {{chkMatchCase_, &FindDialog::matchCase},
+                                                               {chkWholeWord_, &FindDialog::wholeWord},
+                                                               {chkRegex_, &FindDialog::regex}};
+    for (const auto& [box, rule] : rules)
+        connect(box, &QCheckBox::toggled, this, [this, &state, member = rule](bool on) {
+            state.*member = on;
+            Sought();
+        });
+    lights_.OnChange([this] {
+        if (isVisible()) ShowHits(*lbState_, engine_.Dialog(), lights_.Count());
+    });
+    connect(cmdAccount_, &QPushButton::clicked, this, [this] {
+        hide();
+        if (findInAccount) findInAccount();
+    });
     connect(cmdFind_, &QPushButton::clicked, this, [this] { Step([this] { FindNext(); }); });
     connect(cmdFindAll_, &QPushButton::clicked, this, [this] { ListAll(FindMode::List); });
     connect(cmdBookmark_, &QPushButton::clicked, this, [this] { ListAll(FindMode::Bookmark); });
@@ -188,7 +245,33 @@ void frmFind::Step(const std::function<void()>& body)
 {
     body();
     RefreshFindList();
-    if (isVisible()) activateWindow();
+    if (!isVisible()) return;
+    lights_.Show();
+    StayBeside();
+    activateWindow();
+}
+
+/// Another text, or other rules for it.
+void frmFind::Sought()
+{
+    if (!isVisible()) return;
+    lights_.Show();
+    ShowHits(*lbState_, engine_.Dialog(), lights_.Count());
+}
+
+void frmFind::StayBeside()
+{
+    const QRect match = matchPlace ? matchPlace() : QRect();
+    if (match.isEmpty() || !screen()) return;
+    const QRect frame = frameGeometry();
+    const ScreenArea area = BesideMatch(AreaOf(frame), AreaOf(match), AreaOf(screen()->availableGeometry()));
+    if (area.left != frame.left() || area.top != frame.top()) move(area.left, area.top);
+}
+
+void frmFind::hideEvent(QHideEvent* event)
+{
+    lights_.Hide();
+    QDialog::hideEvent(event);
 }
 
 bool frmFind::FindNext()
@@ -216,6 +299,8 @@ void frmFind::ShowDialog()
         if (const QWidget* owner = parentWidget()) move(owner->mapToGlobal(owner->rect().center()) - rect().center());
     }
     show();
+    Sought();
+    StayBeside();
     raise();
     activateWindow();
     cboFind_->setFocus(Qt::OtherFocusReason);
@@ -235,9 +320,18 @@ void frmFind::ShowState()
     cmdBookmark_->setVisible(!state.replaceMode);
     optDirection_->button(state.up ? kUp : kDown)->setChecked(true);
     optDirection_->button(kUp)->setEnabled(state.upEnabled);
+    lbDownOnly_->setVisible(!state.upEnabled);
+    chkMatchCase_->setChecked(state.matchCase);
+    chkWholeWord_->setChecked(state.wholeWord);
+    chkRegex_->setChecked(state.regex);
     if (auto* option = optLookIn_->button(static_cast<int>(state.lookIn))) option->setChecked(true);
-    optLookIn_->button(static_cast<int>(LookIn::AllDocuments))->setEnabled(state.allDocumentsEnabled);
-    optLookIn_->button(static_cast<int>(LookIn::Selection))->setEnabled(state.selectionEnabled);
+    const auto enable = [this](LookIn where, bool enabled, const QString& reason) {
+        QAbstractButton* option = optLookIn_->button(static_cast<int>(where));
+        option->setEnabled(enabled);
+        option->setToolTip(enabled ? QString() : reason);
+    };
+    enable(LookIn::AllDocuments, state.allDocumentsEnabled, tr("Only one document is open."));
+    enable(LookIn::Selection, state.selectionEnabled, tr("No text is selected."));
     if (layout()) layout()->activate();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 // The Find and Replace dialog: shows a FindEngine's state and hands it what the user does.
 
-#include "search/FindEngine.h"
+#include "search/HitLights.h"
 
 #include <QCoreApplication>
 #include <QDialog>
@@ -11,7 +11,6 @@
 class QButtonGroup;
 class QCheckBox;
 class QComboBox;
-class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -21,8 +20,8 @@ namespace nib {
 class frmFind final : public QDialog {
     Q_DECLARE_TR_FUNCTIONS(frmFind)
 public:
-    /// `engine` outlives the form; `owner` is the main window.
-    explicit frmFind(FindEngine& engine, QWidget* owner = nullptr);
+    /// `engine` and `lights` outlive the form; `owner` is the main window.
+    frmFind(FindEngine& engine, HitLights& lights, QWidget* owner = nullptr);
 
     /// The editor's font in the two fields, no larger than they can hold.
     void SetFont();
@@ -33,14 +32,21 @@ public:
 
     void reject() override;
 
+    /// Where the selected text is on the screen; empty when it is not in sight.
+    std::function<QRect()> matchPlace;
+    /// Searches the account for the same.
+    std::function<void()> findInAccount;
+
 protected:
+    void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void Build();
-    QGroupBox* BuildLookIn();
-    QGroupBox* BuildDirection();
+    QWidget* BuildLookIn();
+    QWidget* BuildDirection();
+    QWidget* BuildRules();
     QWidget* BuildButtons();
     void Connect();
     void ShowDialog();
@@ -48,8 +54,12 @@ private:
     void RefreshFindList();
     void Step(const std::function<void()>& body);
     void ListAll(FindMode mode);
+    void Sought();
+    /// The dialog never lies on what it has found.
+    void StayBeside();
 
     FindEngine& engine_;
+    HitLights& lights_;
     QLabel* lbFind_ = nullptr;
     QComboBox* cboFind_ = nullptr;
     QLabel* lbRepl_ = nullptr;
@@ -58,11 +68,15 @@ private:
     QButtonGroup* optDirection_ = nullptr;
     QCheckBox* chkMatchCase_ = nullptr;
     QCheckBox* chkWholeWord_ = nullptr;
+    QCheckBox* chkRegex_ = nullptr;
+    QLabel* lbState_ = nullptr;
+    QLabel* lbDownOnly_ = nullptr;
     QPushButton* cmdFind_ = nullptr;
     QPushButton* cmdFindAll_ = nullptr;
     QPushButton* cmdBookmark_ = nullptr;
     QPushButton* cmdRepl_ = nullptr;
     QPushButton* cmdReplAll_ = nullptr;
+    QPushButton* cmdAccount_ = nullptr;
     QPushButton* cmdCancel_ = nullptr;
     bool positioned_ = false;
 };

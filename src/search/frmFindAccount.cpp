@@ -1,6 +1,7 @@
 #include "search/frmFindAccount.h"
 
 #include "platform/qt/QtText.h"
+#include "search/QtHitText.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -73,6 +74,7 @@ void frmFindAccount::Build()
     lbHost_->setTextFormat(Qt::PlainText);
     chkMatchCase_ = new QCheckBox(tr("&Match case"));
     chkWholeWord_ = new QCheckBox(tr("Match &whole word only"));
+    chkRegex_ = new QCheckBox(tr("Regular e&xpression"));
     lbStatus_ = new QLabel;
     lbStatus_->setTextFormat(Qt::PlainText);
     lbStatus_->setWordWrap(true);
@@ -87,6 +89,7 @@ void frmFindAccount::Build()
     auto* rules = new QHBoxLayout;
     rules->addWidget(chkMatchCase_);
     rules->addWidget(chkWholeWord_);
+    rules->addWidget(chkRegex_);
     rules->addStretch(1);
     grid->addLayout(rules, 2, 1, 1, 2);
     grid->addWidget(LabelOf(txtAccount_, tr("A&ccount:")), 3, 0);
@@ -98,8 +101,8 @@ void frmFindAccount::Build()
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(4, 1);
 
-    QList<QWidget*> order{cboFind_, txtRepl_,  chkMatchCase_, chkWholeWord_, txtAccount_, lstFiles_, cmdAll_,
-                          cmdNone_, txtItems_, cmdFind_,      cmdRepl_,      cmdStop_,    cmdClose_};
+    QList<QWidget*> order{cboFind_, txtRepl_, chkMatchCase_, chkWholeWord_, chkRegex_, txtAccount_, lstFiles_,
+                          cmdAll_,  cmdNone_, txtItems_,     cmdFind_,      cmdRepl_,  cmdStop_,    cmdClose_};
     for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
@@ -162,6 +165,10 @@ void frmFindAccount::Connect()
     });
     connect(chkMatchCase_, &QCheckBox::toggled, this, [&state](bool on) { state.matchCase = on; });
     connect(chkWholeWord_, &QCheckBox::toggled, this, [&state](bool on) { state.wholeWord = on; });
+    connect(chkRegex_, &QCheckBox::toggled, this, [this, &state](bool on) {
+        state.regex = on;
+        ShowEnabled();
+    });
     connect(txtAccount_, &QLineEdit::editingFinished, this, [this] {
         const QString name = txtAccount_->text().trimmed();
         find_.SetAccount(ViewOf(name));
@@ -222,6 +229,10 @@ void frmFindAccount::ShowState()
             cboFind_->addItem(ToQString(find_.RecentSearches().ListItem(i)));
         cboFind_->setEditText(ToQString(state.findText));
     }
+    txtRepl_->setText(ToQString(state.replaceText));
+    chkMatchCase_->setChecked(state.matchCase);
+    chkWholeWord_->setChecked(state.wholeWord);
+    chkRegex_->setChecked(state.regex);
     txtAccount_->setText(ToQString(state.account));
     lbHost_->setText(state.hostName.empty() ? QString() : tr("on %1").arg(ToQString(state.hostName)));
     ShowFiles();
@@ -263,6 +274,7 @@ void frmFindAccount::ShowEnabled()
 QString frmFindAccount::Status() const
 {
     const AccountFindDialog& state = find_.Dialog();
+    if (const auto fault = state.regex ? RegexSearch::FaultOf(state.findText) : std::nullopt) return Told(*fault);
     if (!state.fault.empty()) return ToQString(state.fault);
     if (state.readsFiles) return tr("The list of files is being read.");
     if (state.state == FindingState::Idle && state.allFiles == 0)

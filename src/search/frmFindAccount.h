@@ -51,6 +51,7 @@ private:
     QLineEdit* txtItems_ = nullptr;
     QCheckBox* chkMatchCase_ = nullptr;
     QCheckBox* chkWholeWord_ = nullptr;
+    QCheckBox* chkRegex_ = nullptr;
     QPushButton* cmdAll_ = nullptr;
     QPushButton* cmdNone_ = nullptr;
     QPushButton* cmdFind_ = nullptr;

@@ -315,6 +315,7 @@ constexpr CommandRow kRows[] = {
     {u"ToggleCase", Edit<&mvDocument::ToggleCase>, HasDocument},
     {u"Find", Show<Form::Find>, HasDocument},
     {u"FindNext", Show<Form::FindNext>, HasDocument},
+    {u"FindBar", Show<Form::FindBar>, HasDocument},
     {u"Replace", Show<Form::Replace>, HasDocument},
     {u"FindInAccount", Show<Form::FindInAccount>, Always},
     {u"NavBack", [](CommandContext& c) { c.program.History().NavigateBack(c.document.get()); }, CanBack},

@@ -9,6 +9,17 @@ namespace {
 
 /// The default connection, or any account.
 constexpr TextView kAny = u"*";
+/// In the settings store: the path of the account and file, or the folder, that something was opened or saved in last.
+constexpr TextView kLastPlace = u"LastPlace";
+
+/// `known` is `present`, or goes on where that ends.
+bool GoesOn(const Location& present, const ItemPlace& known)
+{
+    const bool sameHost = present.Provider == known.provider && IsSameHost(present.ServerName, known.serverName);
+    const bool fresh = present.Provider == kHostProvider && IsSameHost(present.ServerName, kAny);
+    if (present.Database.empty() && present.Folder.empty() && fresh) return true; // nothing is known of it
+    return sameHost && present.Folder.empty() && (present.Database.empty() || present.Database == known.database);
+}
 
 } // namespace
 
@@ -26,7 +37,13 @@ void FileCommands::FileNew()
 
 void FileCommands::FileOpen()
 {
-    program_.Safely(u"frmMain.FileOpen", [&] { OpenDocumentsDialog(); });
+    program_.Safely(u"frmMain.FileOpen", [&] { OpenDocumentsDialog(StartOfPicker()); });
+}
+
+void FileCommands::FileOpenFrom(TextView place)
+{
+    program_.Safely(u"FileCommands.FileOpenFrom",
+                    [&] { OpenDocumentsDialog(program_.Connection().OpenServerForPath(place, true, false)); });
 }
 
 void FileCommands::FileOpenRecent(int32_t index)
@@ -123,17 +140,26 @@ bool FileCommands::CloseAllToEnd()
 std::shared_ptr<mvItem> FileCommands::StartOfPicker()
 {
     std::shared_ptr<mvItem> cached;
+    const Text last = program_.Store().Get(kLastPlace, {});
+    if (!last.empty() && OrDefault([&] { return GoesOn(program_.Place().now, ParsePath(last)); }, false))
+        cached = OrDefault([&] { return program_.Connection().OpenServerForPath(last, true, false); }, cached);
     return OrDefault([&] { return program_.DefaultServer(cached); }, std::shared_ptr<mvItem>());
 }
 
-void FileCommands::OpenDocumentsDialog()
+void FileCommands::RememberPlace(const mvItem& item)
+{
+    ItemPlace place{item.Provider(), item.ServerName(), item.Database(), item.Folder(), {}};
+    program_.Store().Save(kLastPlace, ComposeHostPath(place));
+}
+
+void FileCommands::OpenDocumentsDialog(const std::shared_ptr<mvItem>& start)
 {
     std::vector<SelectedItem> picked;
     {
         AutoSaveHold hold(program_.Shell());
         SelectRequest request{.mode = u"Open", .extension = {}, .offerReadOnly = true};
         request.several = true;
-        picked = program_.Connection().SelectItems(request, StartOfPicker().get());
+        picked = program_.Connection().SelectItems(request, start.get());
     }
     for (const SelectedItem& item : picked) {
         program_.OpenPath(item.item->Path(), item.readOnly);
@@ -148,6 +174,7 @@ bool FileCommands::SaveDocumentAsDialog(mvDocument& document)
         AutoSaveHold hold(program_.Shell());
         auto server = document.ItemObject() ? document.ItemObject() : StartOfPicker();
         SelectRequest request{.mode = u"Save", .extension = {}};
+        request.startNamed = document.ItemObject() != nullptr;
         chosen = program_.Connection().SelectItem(request, server.get()).item;
     }
     if (!chosen) return false;
@@ -176,6 +203,7 @@ void FileCommands::AddRecent(const mvItem& item)
     for (int32_t i = list.ListCount(); IsLocalPath(entry) && i > 0; --i)
         if (const Text other = list.ListItem(i); other != entry && IsSameFile(other, entry)) list.RemoveItem(other);
     list.AddItem(entry);
+    RememberPlace(item);
 }
 
 /// Before anything was opened in this session, the account of the last item that an earlier one left.

@@ -17,6 +17,8 @@ public:
 
     void FileNew();
     void FileOpen();
+    /// The same, beginning at a place: a connection, an account, a file or a folder.
+    void FileOpenFrom(TextView place);
     void FileOpenRecent(int32_t index);
     bool FileSave(mvDocument& document);
     bool FileSaveAs(mvDocument& document);
@@ -40,8 +42,10 @@ private:
     Location PlaceOfOldEntries() const;
     bool SaveDocumentAsDialog(mvDocument& document);
     bool OpenRecentDocument(int32_t index);
-    void OpenDocumentsDialog();
+    void OpenDocumentsDialog(const std::shared_ptr<mvItem>& start);
     std::shared_ptr<mvItem> StartOfPicker();
+    /// For pickers of this session and the next.
+    void RememberPlace(const mvItem& item);
 
     Program& program_;
     ClosedDocuments closed_;

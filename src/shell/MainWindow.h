@@ -30,7 +30,7 @@ public:
 };
 
 /// What commands show.
-enum class Form { Find, FindNext, Replace, FindInAccount, Results, Settings, HelpTopics, About, Properties, Print };
+enum class Form { Find, FindNext, FindBar, Replace, FindInAccount, Results, Settings, HelpTopics, About, Properties, Print };
 
 /// What commands want of forms. They live from Load to Unload.
 class Dialogs {
@@ -40,6 +40,8 @@ public:
     virtual void Unload() = 0;
     /// `document` is the active one; forms that belong to no document do without.
     virtual void Show(Form form, mvDocument* document) = 0;
+    /// `page` is a file of the help.
+    virtual void ShowHelp(TextView /*page*/) {}
     /// Opens with `target`, which takes what was gone to.
     virtual void Goto(Text& target) = 0;
     /// The files of these names, which an earlier session left in the folder.

@@ -58,7 +58,13 @@ public:
 /// What the user is looking for, for views to light.
 struct LitText {
     std::shared_ptr<const TextPattern> pattern; ///< null: nothing
+    std::optional<TextRange> range;             ///< in which; of all of the text where there is none
     std::vector<int32_t> lines;                 ///< with hits, ascending, as far as they are known
+
+    bool Holds(int32_t line, ColumnRange hit) const
+    {
+        return !range || (Position{hit.first, line} >= range->start && Position{hit.last, line} <= range->end);
+    }
 };
 
 /// The one kind of change notice.

@@ -2,7 +2,7 @@
 // What a search reaches outside, and a whole search on a program of fakes.
 
 #include "fakes/TestProgram.h"
-#include "search/FindEngine.h"
+#include "search/HitLights.h"
 #include "search/ResultsModel.h"
 
 namespace nib::test {
@@ -82,6 +82,7 @@ struct TestSearch {
     FakeResults results;
     clsRecentList recent;
     FindEngine engine{program.program.Services(), results, recent};
+    HitLights lights{program.program.Services(), engine, program.clock};
 };
 
 } // namespace nib::test

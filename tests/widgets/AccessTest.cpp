@@ -12,6 +12,7 @@
 #include "platform/qt/QtWaitNotice.h"
 #include "search/frmFind.h"
 #include "search/frmFindAccount.h"
+#include "search/frmFindBar.h"
 #include "search/frmResults.h"
 #include "shell/QtMessageBoxes.h"
 #include "shell/frame/frmProperties.h"
@@ -88,10 +89,19 @@ TEST_P(FormAccessTest, SearchForms)
     for (bool replace : {false, true}) {
         TestSearch search;
         search.Add(u"one two");
-        frmFind form(search.engine);
+        frmFind form(search.engine, search.lights);
         replace ? form.Replace() : form.Find();
         ExpectAccessible(form);
     }
+    TestSearch search;
+    search.Add(u"one two");
+    TypedFind typed(search.program.program.Services(), search.engine);
+    QMainWindow window;
+    frmFindBar bar(typed, search.engine, search.lights, &window);
+    window.addToolBar(Qt::BottomToolBarArea, &bar);
+    window.show();
+    bar.ShowBar();
+    ExpectAccessible(bar);
     TestAccountFind account;
     account.Item(u"BP/A", u"x");
     frmFindAccount form(account.find);

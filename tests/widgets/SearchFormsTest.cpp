@@ -21,7 +21,7 @@ struct FindFormTest : testing::Test {
     void Open(TextView text, bool replace = false)
     {
         document = &search.Add(text);
-        form = std::make_unique<frmFind>(search.engine);
+        form = std::make_unique<frmFind>(search.engine, search.lights);
         replace ? form->Replace() : form->Find();
         QApplication::setActiveWindow(form.get());
         QTest::qWait(1);

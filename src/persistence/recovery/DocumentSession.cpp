@@ -16,6 +16,8 @@ namespace {
 
 constexpr std::chrono::seconds kBetweenLooks{5};
 constexpr TextView kLastSession = u"last";
+/// No start opens what is in a file whose name begins with a dot.
+constexpr TextView kClosedSession = u".closed";
 constexpr size_t kLargestFile = size_t{1} << 22;
 constexpr std::string_view kSection = "[document]\n";
 
@@ -183,6 +185,20 @@ void DocumentSession::End(bool reopen)
     if (remembered_.empty()) IgnoringErrors([&] { Remember(); });
     Write(ports_.name(), {});
     Write(kLastSession, reopen ? remembered_ : std::vector<DocumentState>());
+    if (!remembered_.empty()) Write(kClosedSession, remembered_);
+}
+
+std::vector<DocumentState> DocumentSession::Last() const
+{
+    if (ports_.folder.empty()) return {};
+    const auto read = [&] { return ReadStates(ReadWholeFile(PathOf(kClosedSession), kLargestFile).Bytes()); };
+    return OrDefault(read, std::vector<DocumentState>());
+}
+
+std::vector<Text> DocumentSession::OpenLast()
+{
+    std::set<Text> silent;
+    return ReopenAll(Last(), silent);
 }
 
 std::vector<Text> DocumentSession::Restore(bool last)
@@ -202,9 +218,16 @@ std::vector<Text> DocumentSession::Restore(bool last)
         IgnoringErrors([&] { states = ReadStates(ReadWholeFile(path, kLargestFile).Bytes()); });
         // Not again, should one of them be what the program cannot bear.
         if (name != kLastSession) unlink(path.c_str());
-        for (const DocumentState& state : states)
-            if (!Reopen(state, silent)) failed.push_back(PlaceName(state.path));
+        for (Text& each : ReopenAll(states, silent)) failed.push_back(std::move(each));
     }
+    return failed;
+}
+
+std::vector<Text> DocumentSession::ReopenAll(const std::vector<DocumentState>& states, std::set<Text>& silent)
+{
+    std::vector<Text> failed;
+    for (const DocumentState& state : states)
+        if (!Reopen(state, silent)) failed.push_back(PlaceName(state.path));
     return failed;
 }
 

@@ -52,6 +52,10 @@ public:
     /// Opens what sessions left that did not end by themselves and, with `last`, what was open at the last end; nobody
     /// is asked anything. Answers the names of those that could not be opened.
     std::vector<Text> Restore(bool last);
+    /// What was open when the last session that had anything open ended by itself; again, whatever the user wants of
+    /// starts. OpenLast answers as Restore does.
+    std::vector<DocumentState> Last() const;
+    std::vector<Text> OpenLast();
     /// Brings the window to the front that was there.
     void ActivateRestored();
     /// Keeps a file of the open documents from here on.
@@ -65,6 +69,8 @@ public:
 
 private:
     std::vector<DocumentState> Present();
+    /// Answers the names of those that could not be opened.
+    std::vector<Text> ReopenAll(const std::vector<DocumentState>& states, std::set<Text>& silent);
     bool Reopen(const DocumentState& state, std::set<Text>& silent);
     /// False when the document cannot be had. Throws Error.
     bool OpenAgain(const DocumentState& state);

@@ -21,12 +21,6 @@ constexpr TextView kTitle = u"Nib";
 constexpr int kShutdownDelay = 50;
 constexpr int kStuckFocusDelay = 100;
 
-/// On some desktops a window neither knows nor chooses its place.
-bool PlacesWindows()
-{
-    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-}
-
 Desktop PresentDesktop(const QScreen& screen)
 {
     double across = screen.logicalDotsPerInchX();
@@ -45,7 +39,7 @@ Desktop PresentDesktop(const QScreen& screen)
 
 } // namespace
 
-frmMain::frmMain() : area_(new QMdiArea(this))
+frmMain::frmMain() : area_(new QMdiArea(this)), start_(*area_)
 {
     area_->setAccessibleName(QCoreApplication::translate("frmMain", "Documents"));
     area_->setViewMode(QMdiArea::SubWindowView);
@@ -79,6 +73,7 @@ frmMain::~frmMain()
 void frmMain::Load(Program& program)
 {
     program_ = &program;
+    start_.SetProgram(&program);
     program.Log().Write(u"mdiform initialize", trace::kObjects);
     program.Safely(u"frmMain.MDIForm_Load", [this] { LoadParts(); });
 }
@@ -131,7 +126,7 @@ FrameBounds frmMain::PresentBounds() const
     double down = screen()->logicalDotsPerInchY();
     FrameBounds now{PixelsToTwips(x(), across), PixelsToTwips(y(), down), PixelsToTwips(width(), across),
                     PixelsToTwips(height(), down)};
-    if (!PlacesWindows()) {
+    if (!QtScreenKeeper::PlacesWindows()) {
         now.left = placement_.Bounds().left;
         now.top = placement_.Bounds().top;
     }
@@ -198,6 +193,7 @@ void frmMain::UnloadParts()
 {
     qApp->removeEventFilter(this);
     qApp->disconnect(this);
+    start_.SetProgram(nullptr);
     for (QTimer* timer : {&shutdownTimer_, &stuckFocusTimer_}) timer->stop();
     assist_.reset();
     placement_.Placed(PresentState(), PresentBounds());
@@ -222,7 +218,7 @@ void frmMain::UpdateCaption()
 {
     frmDocument* form = ActiveForm();
     Text caption(kTitle);
-    if (form) {
+    if (form && !form->Title().empty()) {
         const bool joined = form->WindowState() == window_state::kMaximized;
         caption += joined ? u" - [" + form->Title() + u"]" : u" - " + form->Title();
     }

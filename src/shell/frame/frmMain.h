@@ -7,6 +7,7 @@
 #include "shell/MenuDispatcher.h"
 #include "shell/assist/QtAssist.h"
 #include "shell/frame/WindowPlacement.h"
+#include "shell/frame/frmStart.h"
 #include "shell/menus/QtMenuBar.h"
 
 #include <QMainWindow>
@@ -114,9 +115,11 @@ private:
     void FollowFrameState(frmDocument& form);
     void RestoreAll();
     int32_t StateForNew(const frmDocument& form) const;
+    void FollowChildren();
 
     Program* program_ = nullptr;
     QMdiArea* area_;
+    StartPlace start_;
     MenuModel menus_;
     QtMenuBar menuBar_{*this, menus_};
     std::unique_ptr<MenuDispatcher> dispatcher_;

@@ -30,12 +30,18 @@ void frmMain::RemoveChild(frmDocument& form)
     order_.Remove(&form);
     if (current_ == &form) current_ = nullptr;
     area_->removeSubWindow(form.SubWindow());
+    FollowChildren();
     // What lay behind comes to the front, also when the user has stepped through the windows.
     if (frmDocument* front = order_.Front()) area_->setActiveSubWindow(front->SubWindow());
     ChildActivated();
     if (current_) return;
     UpdateCaption();
     program_->StateChanged();
+}
+
+void frmMain::FollowChildren()
+{
+    start_.SetEmpty(std::none_of(children_.begin(), children_.end(), [](auto* form) { return form->Visible(); }));
 }
 
 int32_t frmMain::StateForNew(const frmDocument& form) const
@@ -51,6 +57,7 @@ void frmMain::ShowChild(frmDocument& form)
 {
     int32_t state = StateForNew(form);
     childrenMaximised_ = state == window_state::kMaximized;
+    start_.SetEmpty(false);
     form.SetWindowState(state);
     area_->setActiveSubWindow(form.SubWindow());
     ShowStatusPanel(2, true);
@@ -136,6 +143,7 @@ void frmMain::RestoreAll()
     if (!front) return;
     area_->setActiveSubWindow(front->SubWindow());
     front->FocusText();
+    UpdateCaption();
 }
 
 // Arrangement
@@ -164,6 +172,7 @@ void frmMain::Arrange(int32_t mode)
         window->setGeometry(cells[i].left, cells[i].top, cells[i].width, cells[i].height);
         if (how == Arrangement::Cascade) window->raise();
     }
+    UpdateCaption();
     program_->StateChanged();
 }
 

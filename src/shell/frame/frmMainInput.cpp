@@ -111,7 +111,11 @@ void frmMain::FreeStuckFocus()
     // Whoever holds the mouse or the keys, such as a window that is being moved, is at work.
     if (QWidget::mouseGrabber() || QWidget::keyboardGrabber() || QApplication::activePopupWidget()) return;
     frmDocument* form = ActiveForm();
-    if (form && isActiveWindow() && IsStuck(QApplication::focusWidget())) form->FocusText();
+    if (!isActiveWindow() || !IsStuck(QApplication::focusWidget())) return;
+    if (form)
+        form->FocusText();
+    else
+        start_.TakeFocus();
 }
 
 void frmMain::changeEvent(QEvent* event)
@@ -119,6 +123,8 @@ void frmMain::changeEvent(QEvent* event)
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && loaded_ && isActiveWindow()) {
         program_->StateChanged();
+        for (frmDocument* form : children_) ShowTab(*form); // a dialog may have changed its colour
+        start_.Refresh();
         // Not within the event, which a question would hold up.
         QMetaObject::invokeMethod(
             this,

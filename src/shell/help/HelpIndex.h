@@ -35,6 +35,7 @@ struct HelpPage {
 /// In the order of the contents.
 inline constexpr HelpPage kHelpPages[] = {
     {u"Getting started", u"index.html", u"Welcome to Nib"},
+    {u"Getting started", u"guide.html", u"The first hour"},
     {u"Getting started", u"files.html", u"Files and items"},
     {u"Getting started", u"locks.html", u"Locks and read-only documents"},
     {u"Getting started", u"windows.html", u"Windows and bars"},
@@ -45,6 +46,7 @@ inline constexpr HelpPage kHelpPages[] = {
     {u"Working with text", u"carets.html", u"Columns and several carets"},
     {u"Working with text", u"bookmarks.html", u"Bookmarks"},
     {u"Working with programs", u"format.html", u"Formatting"},
+    {u"Working with programs", u"programs.html", u"Help with programs"},
     {u"Working with programs", u"compile.html", u"Compile and results"},
     {u"Reference", u"settings.html", u"Settings"},
     {u"Reference", u"keys.html", u"Keyboard shortcuts"},

@@ -58,12 +58,14 @@ QString ContentOf(const HelpPage& page)
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-/// The page that has an anchor for the command, and the anchor; invalid when there is none.
-QUrl PageOfCommand(TextView command)
+/// The page of that file, or that has an anchor for the command of that key, and the anchor; invalid when there is
+/// none.
+QUrl PageOf(TextView topic)
 {
-    const QString anchor = ToQString(command);
+    const QString anchor = ToQString(topic);
     const QString mark = QStringLiteral("<a name=\"%1\">").arg(anchor);
     for (const HelpPage& page : kHelpPages) {
+        if (page.file == topic) return UrlOf(page);
         if (!ContentOf(page).contains(mark)) continue;
         QUrl url = UrlOf(page);
         url.setFragment(anchor);
@@ -185,9 +187,9 @@ void HelpWindow::BuildContents()
     });
 }
 
-void HelpWindow::ShowHelp(TextView command)
+void HelpWindow::ShowHelp(TextView topic)
 {
-    const QUrl page = command.empty() ? QUrl() : PageOfCommand(command);
+    const QUrl page = topic.empty() ? QUrl() : PageOf(topic);
     if (page.isValid()) Open(page);
     if (isMinimized()) showNormal();
     show();

@@ -20,8 +20,9 @@ class HelpWindow final : public QMainWindow {
 public:
     explicit HelpWindow(QWidget* owner = nullptr);
 
-    /// Brings the window forward. `command` is the key of a command to be told about; empty for the page shown last.
-    void ShowHelp(TextView command = {});
+    /// Brings the window forward. `topic` is the key of a command to be told about, or the file of a page; empty for the
+    /// page shown last.
+    void ShowHelp(TextView topic = {});
 
 protected:
     void changeEvent(QEvent* event) override;

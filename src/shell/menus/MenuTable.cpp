@@ -16,9 +16,9 @@ constexpr MenuRow kMenuRows[] = {
     {u"View", u"&View"},
     {u"Marks", u"&Marks", u"View", true},
     {u"Tools", u"&Tools"},
-    {u"Locking", u"Loc&k", u"Tools", true},
-    {u"CharacterSet", u"C&haracter Set", u"Tools"},
-    {u"LineEnds", u"Line &Ends", u"Tools"},
+    {u"Locking", u"Loc&k", u"Tools", true, u"Settings"},
+    {u"CharacterSet", u"C&haracter Set", u"Tools", false, u"Settings"},
+    {u"LineEnds", u"Line &Ends", u"Tools", false, u"Settings"},
     {u"Window", u"&Window"},
     {u"Help", u"&Help"},
 };
@@ -63,6 +63,7 @@ constexpr MenuToolRow kMainMenuRows[] = {
 
     {u"Search", u"Find", u"&Find", u"Ctrl+F", true},
     {u"Search", u"FindNext", u"Find &Next", u"F3"},
+    {u"Search", u"FindBar", u"Find as You &Type", u"Ctrl+I"},
     {u"Search", u"Replace", u"&Replace", u"Ctrl+H"},
     {u"Search", u"FindInAccount", u"Find in &Account...", u"Ctrl+Shift+F"},
     {u"Search", u"Goto", u"&Goto", u"Ctrl+G", true},
@@ -164,6 +165,7 @@ constexpr PanelRow kPanelRows[] = {
     {u"Lock", u"", u"Lock of the item", false, true, u"Locking"},
     {u"Coding", u"", u"Character set", false, true, u"CharacterSet"},
     {u"Ends", u"", u"Line ends", false, true, u"LineEnds"},
+    {u"Dialect", u"", u"Dialect of programs", false, true, u"Settings"},
     {u"Panel2", u"Ln 1000, Col 100", u"Current insertion point", true, false},
     {u"Panel3", u"Ovr", u"Overwrite / Insert", true, false},
     {u"Panel4", u"", u"", false, true},

@@ -150,7 +150,7 @@ void ViewLights::PaintFound(QPainter& painter, const QRectF& area)
             if (Document().LineLength(line) > kLongestRead) return;
             const TextView text = Document().LineText(line, scratch_);
             lit.pattern->ForEach(text, [&](ColumnRange hit) {
-                if (hit.first == hit.last) return;
+                if (hit.first == hit.last || !lit.Holds(line, hit)) return;
                 const LineEntry& entry = cache_.Styled(line);
                 PaintRange(painter, entry, y, {entry.ToShown(hit.first), entry.ToShown(hit.last)}, colors_.found);
             });

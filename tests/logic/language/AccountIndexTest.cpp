@@ -130,7 +130,12 @@ TEST_F(AccountIndexTest, FollowsWhateverHappensInTheFolders)
         if (round % 3 == 0) Finish(*other);
         const auto scratch = Index();
         Finish(*scratch);
-        ASSERT_EQ(Facts(*index), Facts(*scratch)) << round;
+        const auto found = Facts(*index);
+        const auto expected = Facts(*scratch);
+        std::vector<Text> wrong;
+        std::set_symmetric_difference(found.begin(), found.end(), expected.begin(), expected.end(),
+                                      std::back_inserter(wrong));
+        ASSERT_EQ(wrong, std::vector<Text>()) << round;
     }
     Finish(*other);
     EXPECT_EQ(Facts(*other), Facts(*index));

@@ -59,6 +59,11 @@ TEST_F(DocumentSessionTest, AfterACrashAndAfterAnEndThatWasToldTo)
     NextRun([](Program& program) { program.Shutdown(); });
     EXPECT_EQ(Restored(true), std::vector<Text>());
     EXPECT_EQ(Titles(), std::vector<Text>()) << "an ordinary end, and nobody wants them back";
+    NextRun([](Program& program) { program.Shutdown(); }); // with nothing open
+    EXPECT_EQ(session->t.program.Session().Last().size(), 2U);
+    EXPECT_EQ(session->t.program.Session().OpenLast(), std::vector<Text>());
+    restored();
+    for (auto& document : session->t.Documents().All()) document->FileClose(false);
 
     session->t.program.EditorSettings().ReopenDocuments = true;
     open();

@@ -41,7 +41,7 @@ TEST(ItemSearchTest, AgreesWithASearchByHand)
         std::vector<FoundLine> lines;
         for (const auto& [text, at] : hits)
             if (lines.empty() || lines.back().line != at.line)
-                lines.push_back({at.line, at.col, edited[static_cast<size_t>(at.line)]});
+                lines.push_back({at.line, at.col, plain.Size(), edited[static_cast<size_t>(at.line)]});
         const TextHits found = FindInText(query.Prepared(), joined(stored), 3, 100);
         EXPECT_EQ(found.hits, static_cast<int64_t>(hits.size()));
         EXPECT_EQ(found.lines, lines);

@@ -163,6 +163,9 @@ TEST(ResultsModelTest, JumpsToTheDocumentOfTheHeaderAbove)
         EXPECT_EQ(test.program.window.activeDocument, document.DocumentID()) << line;
         EXPECT_EQ(test.View(document).Caret().line, caretLine);
     }
+    test.model.AddItemLine(u"0002 77 x", 8, 1, 2); // 8
+    test.model.JumpToSource({6, 8}, u"77");
+    EXPECT_EQ(test.View(second).Caret().line, 1) << "a row of a search leads to its line, whatever stands in it";
     active.Activate();
     test.model.ShowResults(first.ListName() + u"\r\n0002 x");
     test.model.JumpToSource({0, 1}, u"");

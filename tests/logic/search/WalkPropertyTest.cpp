@@ -146,6 +146,20 @@ TEST(WalkPropertyTest, Lists)
         any.Open(false, false);
         Hits wanted = any.plain.All();
         auto count = static_cast<int32_t>(wanted.size());
+        // Whatever steps were taken before, in whatever order.
+        const bool stays = any.plain.scope != Scope::Everywhere; // else steps may bring another one to the front
+        any.search.Settings().SearchEOD = 2;
+        for (unsigned step = 0; stays && step < round % 7; ++step) {
+            switch ((round / 7 + step) % 4) {
+            case 0: any.search.engine.FindNext(); break;
+            case 1: any.search.engine.SetSearchUp(any.plain.up); break;
+            case 2: any.search.engine.FindAll(step % 2 ? FindMode::List : FindMode::Bookmark); break;
+            default:
+                any.search.Dialog().findText = u"a";
+                any.search.engine.FindNext();
+                any.search.Dialog().findText = any.plain.find;
+            }
+        }
         auto selection = any.search.Selection(any.Front());
         ASSERT_EQ(any.search.engine.FindAll(FindMode::List), count);
         ASSERT_EQ(any.search.Selection(any.Front()), selection);

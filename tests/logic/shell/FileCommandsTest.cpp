@@ -108,6 +108,38 @@ TEST_F(FileCommandsTest, OpenDialog)
     t.ExpectCalm();
 }
 
+TEST_F(FileCommandsTest, PickersBeginWhereTheLastOneEnded)
+{
+    const struct {
+        const char* why;
+        Location present; ///< as the command line or an open document leaves it
+        Text last, start;
+    } cases[] = {
+        {"a first start", {}, u"", u"mvdb:*"},
+        {"a bare start", {}, u"mvdb:srv/LIVE/BP", u"mvdb:srv/LIVE/BP"},
+        {"a folder", {}, u"file:/home/x", u"file:/home/x"},
+        {"that host was named", {u"mvdb", u"SRV", u"", u""}, u"mvdb:srv/LIVE/BP", u"mvdb:srv/LIVE/BP"},
+        {"that account too", {u"mvdb", u"srv", u"LIVE", u""}, u"mvdb:srv/LIVE/BP", u"mvdb:srv/LIVE/BP"},
+        {"another host", {u"mvdb", u"h", u"", u""}, u"mvdb:srv/LIVE/BP", u"mvdb:h"},
+        {"another account", {u"mvdb", u"srv", u"TEST", u""}, u"mvdb:srv/LIVE/BP", u"mvdb:srv/TEST"},
+        {"a file is known", {u"mvdb", u"srv", u"LIVE", u"SUBS"}, u"mvdb:srv/LIVE/BP", u"mvdb:srv/LIVE/SUBS"},
+        {"no path", {}, u"x", u"mvdb:*"},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.why);
+        t.program.Place() = {};
+        t.program.Place().GoTo(row.present);
+        t.store.values[u"LastPlace"] = row.last;
+        files.FileOpen(); // cancelled
+        EXPECT_EQ(t.connection.requests.back().second, row.start);
+    }
+    t.Store(kMain, u"");
+    t.program.OpenPath(kMain, false);
+    t.program.Place() = {}; // the next session
+    files.FileOpen();
+    EXPECT_EQ(t.connection.requests.back().second, u"mvdb:*/DEMO/BP");
+}
+
 TEST_F(FileCommandsTest, ThePickerOpensThoughThePresentPlaceIsGone)
 {
     t.connection.openFailures = {Error{error_number::kPathNotFound, u"No such account"}};
@@ -134,6 +166,7 @@ TEST_F(FileCommandsTest, SaveAsDialogRenamesTheRecentEntry)
     auto document = t.Documents().Item(1);
     EXPECT_FALSE(files.FileSaveAs(*document)) << "cancelled";
     EXPECT_EQ(t.connection.requests.back().second, kMain) << "begins where the document is";
+    EXPECT_TRUE(t.connection.requests.back().first.startNamed) << "and with its name";
     Pick({kLocal});
     EXPECT_TRUE(files.FileSaveAs(*document));
     EXPECT_EQ(t.Recent(), Lines{kLocal});

@@ -10,6 +10,17 @@ namespace nib::test::host_connection_test {
 
 class HostConnectionTest : public HostFixture {};
 
+TEST_F(HostConnectionTest, AccountsOfTheDefaultConnectionAreKnown)
+{
+    const std::vector<KnownHost> hosts = connection->Hosts();
+    ASSERT_EQ(hosts.size(), 3U);
+    EXPECT_EQ(hosts[0].name, u"box");
+    EXPECT_EQ(hosts[0].path, u"mvdb:*");
+    EXPECT_EQ(hosts[0].accounts, std::vector<Text>{u"DEMO"});
+    EXPECT_EQ(hosts[2].path, u"mvdb:west");
+    EXPECT_TRUE(hosts[2].accounts.empty());
+}
+
 TEST_F(HostConnectionTest, AnAccountItemIsReadAndWrittenAsItStood)
 {
     auto item = Open(u"mvdb:*/DEMO/BP/INVOICE");
