@@ -31,9 +31,7 @@ struct AssistTest : testing::Test, Surroundings {
     }
     void SetUp() override
     {
-        boxes.Answer({message_box::kAnswerYes}); // the common dialect
         program.Main({});
-        boxes.Take();
         frame.resize(900, 600);
         frame.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&frame));
