@@ -158,6 +158,14 @@ std::shared_ptr<const ProgramFacts> AccountIndex::Take(const ItemName& name, Tex
     ItemName listed = name;
     const AccountLists::Item* item = lists_->Find(listed);
     if (differs) RenewIncluders(name, item ? item->noticed : lists_->Now());
+    for (const IncludeSite& site : program ? program->includes : std::vector<IncludeSite>()) {
+        // Whatever it looks like, it is a part of a program.
+        for (const ItemName& included : lists_->Named(site.item)) {
+            ItemName at = included;
+            const AccountLists::Item* known = lists_->Find(at);
+            if (known && known->wasRead && !known->isProgram) lists_->Want(included);
+        }
+    }
     if (names_ && program) names_->Set(name, program->outline);
     if (names_ && !program) names_->Remove(name);
     Cache(name, program);
