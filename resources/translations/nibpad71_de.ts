@@ -573,10 +573,6 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
         <translation>Ersetzen durch</translation>
     </message>
     <message>
-        <source>Hits</source>
-        <translation>Treffer</translation>
-    </message>
-    <message>
         <source>Options:</source>
         <translation>Optionen:</translation>
     </message>
@@ -765,10 +761,6 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Searches all items of files of an account</source>
         <translation>Durchsucht alle Items von Dateien eines Accounts</translation>
-    </message>
-    <message>
-        <source>Hits</source>
-        <translation>Treffer</translation>
     </message>
     <message>
         <source>Close (Escape)</source>

@@ -28,7 +28,7 @@ constexpr KeyRow kKeys[] = {
     {u"kind", &HostSettings::kind},       {u"charset", &HostSettings::charset}, {u"name", &HostSettings::name},
     {u"account", &HostSettings::account}, {u"address", &HostSettings::address}, {u"port", &HostSettings::port},
     {u"user", &HostSettings::user},       {u"tunnel", &HostSettings::tunnel},   {u"ids", &HostSettings::ids},
-    {u"dialect", &HostSettings::dialect},
+    {u"dialect", &HostSettings::dialect}, {u"include", &HostSettings::include}, {u"ignore", &HostSettings::ignore},
     {u"color", &HostSettings::color},
 };
 

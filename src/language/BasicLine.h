@@ -42,6 +42,8 @@ public:
         return at >= 0 && at < static_cast<int32_t>(text_.size()) ? text_[static_cast<size_t>(at)] : u'\0';
     }
     bool IsCode() const { return !tokens_.empty(); }
+    /// More than a semicolon ahead of a comment.
+    bool HasStatement() const { return !tokens_.empty() && tokens_.front().kind != BasicToken::Kind::Separator; }
     /// Where the comment begins; the line's length when there is none.
     int32_t CommentStart() const { return comment_; }
     /// The quote of a string that the line's end cuts off; 0 when there is none.

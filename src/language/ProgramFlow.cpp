@@ -6,6 +6,13 @@
 
 namespace nib {
 
+namespace {
+
+/// So many are searched for a label that their own routine does not have.
+constexpr int32_t kFewRoutines = 100;
+
+} // namespace
+
 void ProgramFlow::Clear()
 {
     nodes_.clear();
@@ -15,7 +22,8 @@ void ProgramFlow::Clear()
     blocks_.clear();
     labels_.clear();
     current_ = last_ = end_ = -1;
-    routine_ = 0;
+    routine_ = routineCount_ = 0;
+    local_ = false;
     sound_ = true;
     code_ = false;
     current_ = Meet();
@@ -118,7 +126,7 @@ void ProgramFlow::Take(FlowNode node)
         if (node.step->uses > 0)
             labels_.push_back({routine_, WordOf(node, node.statements->UsesOf(*node.step)[0]), current_});
         break;
-    case StepKind::Routine: this->Routine(node); break;
+    case Routine: BeginRoutine(node); break;
     case Directive: Conditional(node); break;
     default: Add(node);
     }
@@ -199,6 +207,8 @@ void ProgramFlow::End(const FlowNode& node)
     if (!stack_.empty()) return;
     if (end_ >= 0 && routine_ == 0) return; // notes may stand behind the END of a program
     if (routine_ == 0) end_ = current_;
+    if (local_) routine_ = 0;
+    local_ = false;
     current_ = -1;
     last_ = -1;
 }
@@ -291,12 +301,13 @@ void ProgramFlow::Conditional(const FlowNode& node)
     Pop();
 }
 
-void ProgramFlow::Routine(const FlowNode& node)
+void ProgramFlow::BeginRoutine(const FlowNode& node)
 {
     if (code_) {
         sound_ = sound_ && stack_.empty();
         stack_.clear();
-        ++routine_;
+        routine_ = ++routineCount_;
+        local_ = node.step->flags & step_flag::kLocal;
         current_ = -1;
     }
     Add(node);
@@ -320,7 +331,9 @@ void ProgramFlow::Finish()
         if (!node.step) continue;
         for (const NameUse& use : node.statements->UsesOf(*node.step)) {
             if (use.use != Use::Jumps) continue;
-            const int32_t label = LabelNode(routines_[i], WordOf(node, use));
+            int32_t label = LabelNode(routines_[i], WordOf(node, use));
+            for (int32_t other = 0; label < 0 && other <= std::min(routineCount_, kFewRoutines); ++other)
+                label = LabelNode(other, WordOf(node, use));
             if (label >= 0) Join(static_cast<int32_t>(i), label);
         }
     }

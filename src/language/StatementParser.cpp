@@ -9,7 +9,9 @@ using Kind = BasicToken::Kind;
 void StatementParser::Add(const BasicLine& line, int32_t number)
 {
     lines_.push_back(&line);
-    for (const BasicToken& token : line.Tokens()) {
+    size_t count = line.Tokens().size();
+    while (line.Continues() && line.Tokens()[count - 1].kind == Kind::Separator) --count;
+    for (const BasicToken& token : std::span(line.Tokens()).first(count)) {
         const char16_t sign = token.kind == Kind::Sign ? line.At(token.start) : u'\0';
         Piece piece{token.kind, token.key, sign, line.EndsValue(token), number, token.start, token.end, token.word};
         const bool digits = token.kind == Kind::Label && line.At(token.start) >= u'0' && line.At(token.start) <= u'9';
@@ -33,6 +35,7 @@ void StatementParser::Parse(const BasicDirective* directive, Statements& stateme
     statements.steps.clear();
     statements.uses.clear();
     at_ = 0;
+    from_ = SIZE_MAX;
     clauses_ = false;
     using D = BasicDirective::Kind;
     const D what = directive ? directive->kind : D::None;
@@ -41,7 +44,8 @@ void StatementParser::Parse(const BasicDirective* directive, Statements& stateme
     } else if (what == D::Include || what == D::Insert || what == D::Opaque) {
         AddStep(StepKind::Include, 0);
     } else if (directive) {
-        if (what != D::Other) AddStep(StepKind::Directive, 0).arguments = static_cast<int32_t>(what);
+        if (what != D::Other && what != D::Internal)
+            AddStep(StepKind::Directive, 0).arguments = static_cast<int32_t>(what);
     } else {
         while (Has(at_)) {
             const size_t before = at_;
@@ -109,8 +113,17 @@ void StatementParser::Statement()
     if (first.kind != Kind::Word) return;
     if (const size_t sign = AssignmentSign(at_)) return Assignment(sign);
     if (ByKey()) return;
+    if (Property()) return Routine();
     if (const StatementForm* form = words_.FactsOf(first.word).form) return ByForm(form);
     Unknown();
+}
+
+/// GET NAME and SET NAME(VALUE), where the dialect has routines of these words.
+bool StatementParser::Property() const
+{
+    const Dialect* dialect = words_.Language();
+    if (at_ != 0 || pieces_.front().line != 0 || !IsWordAt(1) || !(Word(0, u"GET") || Word(0, u"SET"))) return false;
+    return dialect && dialect->FindBlock(words_.TextOf(pieces_.front().word)) && !IsWordAt(2);
 }
 
 void StatementParser::Labels()
@@ -221,7 +234,7 @@ void StatementParser::Branch()
     for (int32_t i = 0; i < word.end - word.start; ++i) sub = sub || (CharOf(word, i) | 0x20) == u's';
     Step& step = AddStep(sub ? StepKind::Gosub : StepKind::Go, at_++);
     Targets(step);
-    if (Sign(at_, u'(')) ReadTo(Closing(at_) + 1);
+    if (Sign(at_, u'(')) Given(step);
     Finish(step);
 }
 

@@ -48,6 +48,7 @@ private:
     void Statement();
     bool ByKey();
     void ByForm(const StatementForm* form);
+    bool Property() const;
     void Labels();
     void Clause(ClauseKind kind, size_t words);
     void EndWord();
@@ -60,6 +61,7 @@ private:
     void Next();
     void Call();
     void Arguments(NameUse callee, Step& step);
+    void Given(Step& step);
     void Routine();
     void Names(StepKind kind);
     void Common();
@@ -81,10 +83,14 @@ private:
     bool Stops(size_t at, const StatementForm* form, bool first) const;
     bool IsClauseWord(size_t at, const StatementForm& form) const;
     size_t Closing(size_t at) const;
+    size_t Past(size_t at) const;
     size_t BehindTarget(size_t at) const;
     size_t AssignmentSign(size_t at) const;
     bool OddSign(size_t at) const;
     void Note(size_t at, Use use, uint16_t flags);
+    void NoteRead(size_t at, int32_t callee);
+    bool Beside(size_t at) const;
+    int32_t CalleeOf(size_t open) const;
     void Indices(size_t open, NameUse& use) const;
     int32_t IndexOf(size_t from, size_t to) const;
 
@@ -93,6 +99,10 @@ private:
     std::vector<Piece> pieces_;
     std::vector<const BasicLine*> lines_;
     size_t at_ = 0;
+    std::vector<int32_t> callees_; ///< whose parentheses are open
+    size_t from_ = SIZE_MAX;       ///< where the operand begins
+    const StatementForm* form_ = nullptr;
+    bool inline_ = false; ///< IF, THEN and ELSE have stood in the expression
     bool clauses_ = false;
 };
 

@@ -30,7 +30,6 @@ struct IndexStore::Statements {
 
     Database& db;
     Statement items{db, "SELECT file, item, stamp, program FROM items"};
-    Statement find{db, "SELECT file, item, stamp, program FROM items WHERE file = ? AND item = ?"};
     Statement put{db, "INSERT INTO items(file, item, stamp, program, outline, facts) VALUES(?, ?, ?, ?, ?, ?) "
                       "ON CONFLICT(file, item) DO UPDATE SET stamp = excluded.stamp, program = excluded.program, "
                       "outline = excluded.outline, facts = excluded.facts RETURNING id"};
@@ -112,15 +111,6 @@ std::vector<StoredItem> IndexStore::Items()
     Statement& row = run_->items.With();
     while (row.Step()) items.push_back({{row.Name(0), row.Name(1)}, row.Name(2), row.Number(3) != 0});
     return items;
-}
-
-std::optional<StoredItem> IndexStore::Find(const ItemName& name)
-{
-    Statement& row = run_->find.With(name.file, name.item);
-    if (!row.Step()) return std::nullopt;
-    StoredItem found{{row.Name(0), row.Name(1)}, row.Name(2), row.Number(3) != 0};
-    row.Reset();
-    return found;
 }
 
 void IndexStore::Put(const ItemName& name, const Text& stamp, const ProgramFacts* program)

@@ -48,7 +48,6 @@ public:
     void Rollback() { transaction_.reset(); }
 
     std::vector<StoredItem> Items();
-    std::optional<StoredItem> Find(const ItemName& name);
     /// Null: it is no program.
     void Put(const ItemName& name, const Text& stamp, const ProgramFacts* program);
     void Remove(const ItemName& name);

@@ -19,6 +19,21 @@ constexpr int32_t kMostLines = 300'000;
 
 /// Enough to tell a program by; it may begin with a page of remarks.
 constexpr int32_t kLinesLookedAt = 400;
+constexpr size_t kUnitsLookedAt = 40'000;
+/// More of them are of no use to anybody.
+constexpr size_t kMostFindings = 5000;
+
+Text BeginningOf(const SourceDocument& text)
+{
+    Text beginning;
+    for (int32_t line = 0; line < std::min(text.LineCount(), kLinesLookedAt); ++line) {
+        const UnitSpan units = text.LineUnits(line);
+        if (beginning.size() + units.length > kUnitsLookedAt) break;
+        units.AppendTo(beginning);
+        beginning += u'\n';
+    }
+    return beginning;
+}
 
 /// Endings of files in other languages.
 constexpr TextView kOtherEndings[] = {u"c",   u"cfg", u"conf", u"cpp", u"css", u"csv", u"h",    u"htm", u"html",
@@ -42,6 +57,7 @@ public:
     std::optional<Text> Read(TextView file, TextView id) override { return reader_->Read(file, id); }
     Text Stamp(TextView file, TextView id) override { return reader_->Stamp(file, id); }
     std::string Folder(TextView file) override { return reader_->Folder(file); }
+    Text ProgramRules() override { return reader_->ProgramRules(); }
     void Stop() override { reader_->Stop(); }
 
 private:
@@ -136,9 +152,7 @@ bool Assistance::IsProgram(Followed& followed, const mvDocument& document) const
     }
     const Dialect* dialect = services_.dialects->Find(services_.settings.Dialect);
     if (!dialect) dialect = services_.dialects->Find(kCommonDialect);
-    const SourceDocument& text = followed.text->Document();
-    const int32_t last = std::min(text.LineCount(), kLinesLookedAt) - 1;
-    return followed.program = dialect && LooksLikeProgram(text.GetRange({}, {text.LineLength(last), last}), *dialect);
+    return followed.program = dialect && LooksLikeProgram(BeginningOf(followed.text->Document()), *dialect);
 }
 
 std::vector<std::shared_ptr<mvDocument>> Assistance::Documents() const
@@ -163,7 +177,7 @@ bool Assistance::Start()
     if (!worker_ && ports_.makeService && !stopped_) {
         worker_ = std::make_unique<LanguageWorker>(ports_.makeService, ports_.toWindows, [this] { AskAgain(); });
         const Location& host = services_.place.host;
-        AddAccount({host.Provider, host.ServerName, host.Database, {}, {}});
+        newAccounts_.push_back({host.Provider, host.ServerName, host.Database, {}, {}});
     }
     return worker_ != nullptr;
 }
@@ -178,14 +192,18 @@ void Assistance::Changed(Followed& followed)
     followed.typedMs = clock_.NowMs();
     followed.stale = true;
     WakeSoon();
-    if (!followed.text->Findings().empty() && FindingsChanged) FindingsChanged(followed.id);
+    if (!followed.text->Findings().empty() && FindingsMoved) FindingsMoved();
 }
 
 void Assistance::Flush()
 {
     turn_.reset();
     for (auto& [id, followed] : followed_) Tell(followed);
+    // While a server is waited for, documents may close.
+    for (const ItemPlace& place : std::exchange(newAccounts_, {})) AddAccount(place);
     if (!worker_) return;
+    for (auto& [id, followed] : followed_)
+        if (!followed.told.empty() && std::exchange(followed.stale, false)) AskFindings(followed);
     if (const Text fault = worker_->TakeFault(); !fault.empty())
         services_.log.Write(u"Assistance: " + fault, trace::kErrors);
 }
@@ -204,7 +222,8 @@ void Assistance::Tell(Followed& followed)
         followed.told = path;
         followed.stale = true;
         if (const auto item = document->ItemObject())
-            AddAccount({item->Provider(), item->ServerName(), item->Database(), {}, {}});
+            newAccounts_.push_back({item->Provider(), item->ServerName(), item->Database(), {}, {}});
+        WakeSoon();
     }
     if (std::optional<ChangedLines> change = followed.text->Take()) {
         auto told = std::make_shared<ChangedLines>(std::move(*change));
@@ -217,7 +236,6 @@ void Assistance::Tell(Followed& followed)
         if (TextTold) TextTold(followed.id);
         if (followed_.size() > 1) others_ = timers_.Every(kOthersLater, [this] { AskAgain(); });
     }
-    if (std::exchange(followed.stale, false)) AskFindings(followed);
 }
 
 /// Once for each; one that cannot be read is as if there were none, and tried again with the next document of it.
@@ -228,7 +246,7 @@ void Assistance::AddAccount(const ItemPlace& place)
     if (accounts_.contains(path)) return;
     std::shared_ptr<ItemReader> reader;
     IgnoringErrors([&] { reader = services_.connection.Reader(place); });
-    if (!reader) return;
+    if (!reader || !worker_) return;
     auto access = std::make_shared<AccountAccess>();
     access->reader = std::make_unique<SharedReader>(accounts_[path] = std::move(reader));
     if (services_.dialects) access->dialect = services_.dialects->Find(services_.settings.Dialect);
@@ -266,7 +284,10 @@ void Assistance::AskFindings(Followed& followed)
     *followed.asked = revision;
     // Nobody computes what a later key has made worthless.
     auto question = [path = followed.told, asked = followed.asked, revision](LanguageService& service) {
-        return *asked == revision ? std::optional(service.Findings(path)) : std::nullopt;
+        if (*asked != revision) return std::optional<std::vector<ProgramFinding>>();
+        std::optional findings(service.Findings(path));
+        if (findings->size() > kMostFindings) findings->resize(kMostFindings);
+        return findings;
     };
     worker_->Ask(std::move(question),
                  [this, id = followed.id, revision](std::optional<std::vector<ProgramFinding>>& findings) {

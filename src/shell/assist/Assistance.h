@@ -89,8 +89,10 @@ public:
     /// The open document of a path that an answer names; null when none is open.
     std::shared_ptr<mvDocument> OpenDocument(TextView path) const;
 
-    /// The findings of a document are others, or have moved.
+    /// The findings of a document are others.
     std::function<void(int32_t documentId)> FindingsChanged;
+    /// They have moved with its text.
+    std::function<void()> FindingsMoved;
     /// Whatever is known may have changed.
     std::function<void()> KnowledgeChanged;
     /// The service has been told of a change of a text.
@@ -138,6 +140,7 @@ private:
     const AssistPorts ports_;
     std::map<int32_t, Followed> followed_;                 ///< by DocumentID
     std::map<Text, std::shared_ptr<ItemReader>> accounts_; ///< by path
+    std::vector<ItemPlace> newAccounts_;                   ///< of texts that were told
     std::unique_ptr<Timers::Timer> turn_;                  ///< while anything is to be told
     std::unique_ptr<Timers::Timer> waiting_;               ///< while findings wait for the end of typing
     std::unique_ptr<Timers::Timer> others_;                ///< while the findings of other texts may have changed

@@ -71,8 +71,8 @@ TEST(MenuModelTest, AddedToolsStandWhereTheyShould)
     model.Remove(Band::MainMenu, u"FILE_1");
     EXPECT_EQ(model.Find(Band::MainMenu, u"file_1"), nullptr);
     EXPECT_EQ(Keys(model.Tool(Band::MainMenu, u"Search")),
-              (Lines{u"*Find", u"FindNext", u"Replace", u"FindInAccount", u"*Goto", u"MatchingWord", u"NavBack",
-                     u"NavForward", u"*Code", u"*Bookmarks"}));
+              (Lines{u"*Find", u"FindNext", u"FindBar", u"Replace", u"FindInAccount", u"*Goto", u"MatchingWord",
+                     u"NavBack", u"NavForward", u"*Code", u"*Bookmarks"}));
 }
 
 TEST(MenuModelTest, NumberedShortcuts)
