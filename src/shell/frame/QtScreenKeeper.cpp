@@ -67,6 +67,7 @@ void LetScroll(QWidget& window)
             rows->addItem(item);
         }
     }
+    column->activate(); // which keeps the window from becoming smaller than it asks for
     // What moves is hidden until the loop shows it again.
     QTimer::singleShot(0, &window, [focused] {
         if (focused) focused->setFocus();
