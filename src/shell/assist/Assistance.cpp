@@ -57,6 +57,7 @@ public:
     std::optional<Text> Read(TextView file, TextView id) override { return reader_->Read(file, id); }
     Text Stamp(TextView file, TextView id) override { return reader_->Stamp(file, id); }
     std::string Folder(TextView file) override { return reader_->Folder(file); }
+    Text ProgramRules() override { return reader_->ProgramRules(); }
     void Stop() override { reader_->Stop(); }
 
 private:
