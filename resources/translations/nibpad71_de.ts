@@ -207,6 +207,46 @@ Qt %2</translation>
         <translation>Wählen Sie einen Ort, um hineinzugehen, oder die Items, die geöffnet werden sollen.</translation>
     </message>
     <message>
+        <source>Account and connection</source>
+        <translation>Konto und Verbindung</translation>
+    </message>
+    <message>
+        <source>Lock of the item</source>
+        <translation>Sperre des Items</translation>
+    </message>
+    <message>
+        <source>Character set</source>
+        <translation>Zeichensatz</translation>
+    </message>
+    <message>
+        <source>Line ends</source>
+        <translation>Zeilenenden</translation>
+    </message>
+    <message>
+        <source>Locked here</source>
+        <translation>Hier gesperrt</translation>
+    </message>
+    <message>
+        <source>Not locked</source>
+        <translation>Nicht gesperrt</translation>
+    </message>
+    <message>
+        <source>Read only</source>
+        <translation>Nur lesen</translation>
+    </message>
+    <message>
+        <source>LF, mixed</source>
+        <translation>LF, gemischt</translation>
+    </message>
+    <message>
+        <source>CR LF, mixed</source>
+        <translation>CR LF, gemischt</translation>
+    </message>
+    <message>
+        <source>CR, mixed</source>
+        <translation>CR, gemischt</translation>
+    </message>
+    <message>
         <source>Open an item or a file</source>
         <translation>Ein Item oder eine Datei öffnen</translation>
     </message>
@@ -231,8 +271,8 @@ Qt %2</translation>
         <translation>Ein Programm öffnen, ändern, speichern</translation>
     </message>
     <message>
-        <source>Compile it, and see what the compiler says</source>
-        <translation>Es übersetzen und lesen, was der Compiler sagt</translation>
+        <source>See what is wrong while you type, then compile</source>
+        <translation>Beim Tippen sehen, was falsch ist, dann übersetzen</translation>
     </message>
     <message>
         <source>Find a name in all programs of an account</source>
@@ -297,6 +337,14 @@ Qt %2</translation>
     <message>
         <source>The search was stopped: the expression needs too much memory.</source>
         <translation>Die Suche wurde beendet: Der Ausdruck braucht zu viel Speicher.</translation>
+    </message>
+    <message>
+        <source>Dialect of programs</source>
+        <translation>Dialekt der Programme</translation>
+    </message>
+    <message>
+        <source>No dialect</source>
+        <translation>Kein Dialekt</translation>
     </message>
 </context>
 <context>
@@ -458,6 +506,13 @@ Qt %2</translation>
     </message>
 </context>
 <context>
+    <name>QtTabRow</name>
+    <message>
+        <source>All Documents</source>
+        <translation>Alle Dokumente</translation>
+    </message>
+</context>
+<context>
     <name>QtWaitNotice</name>
     <message>
         <source>The host is running %1</source>
@@ -516,10 +571,6 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Replace with</source>
         <translation>Ersetzen durch</translation>
-    </message>
-    <message>
-        <source>Hits</source>
-        <translation>Treffer</translation>
     </message>
     <message>
         <source>Options:</source>
@@ -710,10 +761,6 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Searches all items of files of an account</source>
         <translation>Durchsucht alle Items von Dateien eines Accounts</translation>
-    </message>
-    <message>
-        <source>Hits</source>
-        <translation>Treffer</translation>
     </message>
     <message>
         <source>Close (Escape)</source>
@@ -1141,6 +1188,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Testing...</source>
         <translation>Wird getestet...</translation>
+    </message>
+    <message>
+        <source>Co&amp;lor:</source>
+        <translation>Fa&amp;rbe:</translation>
     </message>
 </context>
 <context>

@@ -225,8 +225,9 @@ int main(int argc, char** argv)
     Dialects dialects;
     dialects.AddFolder(FolderOf(HostsFile::UsualPath()) + "/dialects");
     const Dialect* common = dialects.Find(kCommonDialect);
+    const std::string index = UserFolder("XDG_CACHE_HOME", "/.cache") + "/Orlin/Nib/index";
     const AssistPorts languagePorts{[=] {
-                                        return std::make_unique<LanguageService>(ServiceOptions{common, {}});
+                                        return std::make_unique<LanguageService>(ServiceOptions{common, index});
                                     },
                                     CallOnWindows};
     Program program({connection, boxes, mainWindow, dialogs, views, server, fonts, clipboard, timers, settings.Store(),

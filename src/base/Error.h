@@ -26,8 +26,8 @@ inline constexpr int32_t kInvalidCall = 5;
 inline constexpr int32_t kOutOfMemory = 7;
 inline constexpr int32_t kSubscript = 9;
 inline constexpr int32_t kBadFileName = 52;
-/// A search that was given up, so that what it has found so far is not all.
-inline constexpr int32_t kSearchTooLong = 51;
+/// What is searched for cannot be, or takes too long: the description is for the user.
+inline constexpr int32_t kSearch = 51;
 inline constexpr int32_t kFileNotFound = 53;
 inline constexpr int32_t kFileExists = 58;
 inline constexpr int32_t kDiskFull = 61;

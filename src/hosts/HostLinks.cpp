@@ -28,7 +28,7 @@ constexpr KeyRow kKeys[] = {
     {u"kind", &HostSettings::kind},       {u"charset", &HostSettings::charset}, {u"name", &HostSettings::name},
     {u"account", &HostSettings::account}, {u"address", &HostSettings::address}, {u"port", &HostSettings::port},
     {u"user", &HostSettings::user},       {u"tunnel", &HostSettings::tunnel},   {u"ids", &HostSettings::ids},
-    {u"dialect", &HostSettings::dialect},
+    {u"dialect", &HostSettings::dialect}, {u"include", &HostSettings::include}, {u"ignore", &HostSettings::ignore},
     {u"color", &HostSettings::color},
 };
 
@@ -176,7 +176,14 @@ void HostLinks::Take(HostConfig config)
                                         [&](const HostSettings& host) { return host.serverName == name; });
         return found == in.hosts.end() ? std::nullopt : std::optional(*found);
     };
-    std::erase_if(links_, [&](const auto& link) { return find(config, link.first) != find(config_, link.first); });
+    const auto works = [&](const HostConfig& in, const Text& name) {
+        auto settings = find(in, name);
+        if (!settings) return settings;
+        settings->color.clear(); // no link looks at colours
+        settings->accountColors.clear();
+        return settings;
+    };
+    std::erase_if(links_, [&](const auto& link) { return works(config, link.first) != works(config_, link.first); });
     config_ = std::move(config);
 }
 

@@ -32,6 +32,8 @@ struct HostSettings {
     Text tunnel;                ///< network: a command whose input and output lead to the server; empty: none
     Text ids;                   ///< how ids stand in names of files: "plain", "escaped", or empty, as the root tells
     Text dialect;               ///< of the programs; empty: the user's choice
+    Text include;               ///< files that included items are looked for in, between commas
+    Text ignore;                ///< codes of findings that are not told, the same
     std::map<Text, Text> verbs; ///< command lines by the verb in capitals, before those of VOC
     Text color;                 ///< of its documents; by its name or as #RRGGBB, empty: none
     std::map<Text, Text> accountColors; ///< of accounts that have one of their own, by the account in capitals
@@ -71,6 +73,11 @@ inline constexpr TextView kAnyAccount{u"*"};
 /// What an item of an account is called, or a place above it. A path that leaves the account to the session is in
 /// `sessionAccount`, which is empty when there is none.
 ItemNames HostItemNames(ItemPlace place, const Text& sessionAccount, const Text& hostName);
+/// What the connection says of programs, as ItemReader tells it.
+inline Text ProgramRulesOf(const HostSettings& settings)
+{
+    return u"include=" + settings.include + u"\nignore=" + settings.ignore;
+}
 /// The connection's rules for bytes and characters. Throws Error for a character set that is not known.
 Charset CharsetOf(const HostSettings& settings);
 

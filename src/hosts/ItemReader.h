@@ -28,6 +28,8 @@ public:
     /// Where the items of a file lie as files of their own, or the files of the account when none is named; empty where
     /// they do not.
     virtual std::string Folder(TextView /*file*/) { return {}; }
+    /// What the connection says of how the account's programs are looked at, in lines as the record NIB has them.
+    virtual Text ProgramRules() { return {}; }
     /// Comes from the other thread at any time, and waits for nothing: the call that is under way ends soon, and with
     /// those that follow throws whatever it likes.
     virtual void Stop() = 0;

@@ -26,6 +26,8 @@ inline constexpr TextView kLockKept{u"lock-kept"};
 inline constexpr TextView kDimension{u"dimension"};
 inline constexpr TextView kIndexRange{u"index-range"};
 inline constexpr TextView kArgumentCount{u"argument-count"};
+inline constexpr TextView kUnknownCall{u"unknown-call"};
+inline constexpr TextView kCommonShape{u"common-shape"};
 inline constexpr TextView kOddCondition{u"assignment-in-condition"};
 } // namespace finding_code
 

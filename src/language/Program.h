@@ -63,6 +63,7 @@ struct Routine {
     int32_t last = 0;
     TextRange nameAt;
     bool local = false;
+    bool fewer = false; ///< arguments may be left out
 };
 
 /// An INCLUDE, in whatever form.

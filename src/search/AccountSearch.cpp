@@ -12,7 +12,7 @@ namespace {
 /// The fault is not that of one item.
 bool EndsSearch(const Error& error)
 {
-    return error.number == error_number::kDeviceUnavailable || error.number == error_number::kSearchTooLong;
+    return error.number == error_number::kDeviceUnavailable || error.number == error_number::kSearch;
 }
 
 } // namespace

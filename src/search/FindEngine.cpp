@@ -148,7 +148,7 @@ bool FindEngine::FindNextMatch(const FindQuery& query)
         },
         [&](const Error& error) {
             // What was found so far would pass for all there is.
-            if (error.number == error_number::kSearchTooLong) throw Error(error);
+            if (error.number == error_number::kSearch) throw Error(error);
             walk_.Reset();
             return false;
         });

@@ -127,7 +127,7 @@ private:
     {
         auto result = Guarded(services_.log, name, std::forward<Body>(body), [&](const Error& error) {
             walk_.Reset();
-            if (error.number == error_number::kSearchTooLong) Inform(error.description);
+            if (error.number == error_number::kSearch) Inform(error.description);
             return decltype(body()){};
         });
         walk_.LetGo();

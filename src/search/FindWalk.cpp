@@ -125,17 +125,17 @@ void FindWalk::KeepSelection(mvDocument& document)
 }
 
 /// A step has selected it, and where it looks is what was selected before.
-bool FindWalk::IsLastHit(mvDocument& current, const OrderedSelection& selection) const
+bool FindWalk::IsShown(mvDocument& current, const OrderedSelection& selection) const
 {
-    return current.DocumentID() == keptDocId_ && current.DocumentID() == hitDocId_ && selection.start == lastMatch_ &&
-           selection.end == LastEnd();
+    return current.DocumentID() == keptDocId_ && current.DocumentID() == shownDocId_ &&
+           selection.start == shown_.start && selection.end == shown_.end;
 }
 
 std::optional<TextRange> FindWalk::SelectedRange(mvDocument& current)
 {
     if (current.SelectionIsMultiLine()) KeepSelection(current);
     if (const OrderedSelection selection = current.GetOrderedSelection();
-        current.HasSelection() && !IsLastHit(current, selection))
+        current.HasSelection() && !IsShown(current, selection))
         return TextRange{selection.start, selection.end};
     if (current.DocumentID() != keptDocId_) return {};
     TextRange kept{{keptStart_.at.col, LineOf(current, keptStart_)}, {keptEnd_.at.col, LineOf(current, keptEnd_)}};
@@ -215,7 +215,10 @@ bool FindWalk::Search(const FindQuery& query, Position at, bool exhausted)
         if (!exhausted && HitInRange(query, at, hit)) {
             lastMatch_ = hit.at;
             lastLength_ = hit.length;
-            hitDocId_ = searchDocId_;
+            if (query.mode == FindMode::Interactive) {
+                shown_ = {lastMatch_, LastEnd()};
+                shownDocId_ = searchDocId_;
+            }
             lastMatchLineId_ = query.mode == FindMode::Interactive ? document_->LineIdFromLine(hit.at.line) : -1;
             return true;
         }

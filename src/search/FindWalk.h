@@ -79,7 +79,7 @@ private:
     bool Search(const FindQuery& query, Position at, bool exhausted);
     bool HitInRange(const FindQuery& query, Position from, FindHit& hit) const;
     bool StepPastHit(const FindQuery& query, Position& from) const;
-    bool IsLastHit(mvDocument& current, const OrderedSelection& selection) const;
+    bool IsShown(mvDocument& current, const OrderedSelection& selection) const;
     bool WrapDue(const FindQuery& query) const;
     bool NextDocument();
 
@@ -88,7 +88,8 @@ private:
     bool newSearch_ = true;
     Place start_;
     Place end_;
-    int32_t hitDocId_ = 0;  ///< of the last match
+    TextRange shown_; ///< the hit that a step has selected last
+    int32_t shownDocId_ = 0;
     int32_t keptDocId_ = 0; ///< of the selection kept
     Place keptStart_;
     Place keptEnd_;

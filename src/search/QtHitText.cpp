@@ -2,6 +2,7 @@
 
 #include "platform/qt/QtText.h"
 
+#include <QAccessible>
 #include <QCoreApplication>
 #include <QLabel>
 #include <QLocale>
@@ -46,7 +47,10 @@ void ShowHits(QLabel& label, const FindDialog& dialog, const HitCount& count)
         text = Translated(count.fault);
     else if (!dialog.findText.empty())
         text = HitWords::Counted(count);
+    if (label.text() == text) return;
     label.setText(text);
+    QAccessibleEvent said(&label, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&said);
     // By weight, too: not everyone tells colours apart.
     const bool bad = fault || !count.fault.empty() || (count.done && count.all == 0 && !dialog.findText.empty());
     QFont font = label.font();

@@ -85,7 +85,7 @@ void frmFind::Build()
     lbRepl_->setBuddy(txtRepl_);
     lbState_ = new QLabel;
     lbState_->setTextFormat(Qt::PlainText);
-    lbState_->setAccessibleName(tr("Hits"));
+    lbState_->setMinimumHeight(lbState_->fontMetrics().lineSpacing());
 
     auto* grid = new QGridLayout(this);
     grid->addWidget(lbFind_, 0, 0);

@@ -1,5 +1,6 @@
 #include "shell/DocumentStatus.h"
 
+#include "editing/MvEdit.h"
 #include "hosts/StoredForm.h"
 #include "shell/menus/MenuModel.h"
 
@@ -29,7 +30,7 @@ Text LockText(const mvDocument& document)
     if (!item) return {};
     if (item->ReadOnly()) return u"Read only";
     if (document.LocalFile()) return {};
-    return item->HoldsLock() ? u"Locked" : u"Not locked";
+    return item->HoldsLock() ? u"Locked here" : u"Not locked";
 }
 
 Text CodingText(const mvDocument& document)
@@ -46,11 +47,13 @@ Text EndsText(const mvDocument& document)
     return document.MixedEnds() ? ends + u", mixed" : ends;
 }
 
-void ShowDocumentStatus(MenuModel& menus, const mvDocument* document)
+void ShowDocumentStatus(MenuModel& menus, const mvDocument* document, TextView dialect)
 {
     MenuBatch batch(menus);
     for (const PanelText& row : kPanels)
         menus.SetCaption(Band::StatusBar, row.panel, document ? row.text(*document) : Text());
+    const bool none = dialect.empty() || EqualsNoCase(dialect, kNoDialect);
+    menus.SetCaption(Band::StatusBar, u"Dialect", !document ? TextView() : none ? u"No dialect" : dialect);
     menus.SetColor(Band::StatusBar, u"Place", document ? document->Color() : Text());
 }
 

@@ -11,7 +11,7 @@ Text LockText(const mvDocument& document);
 Text CodingText(const mvDocument& document);
 Text EndsText(const mvDocument& document);
 
-/// Shows in the panels where the document is and how it is stored; nothing for null.
-void ShowDocumentStatus(MenuModel& menus, const mvDocument* document);
+/// Shows in the panels where the document is, how it is stored and what dialect programs are read in; nothing for null.
+void ShowDocumentStatus(MenuModel& menus, const mvDocument* document, TextView dialect);
 
 } // namespace nib

@@ -3,7 +3,31 @@
 #include "hosts/StoredForm.h"
 #include "shell/FileCommands.h"
 
+#include <algorithm>
+
 namespace nib {
+
+namespace {
+
+constexpr size_t kMostShown = 80;
+
+bool IsHalf(char16_t unit, char16_t kind)
+{
+    return (unit & 0xFC00) == kind;
+}
+
+/// Both ends of a name that would make a menu as wide as the screen.
+Text Shortened(TextView name)
+{
+    if (name.size() <= kMostShown) return Text(name);
+    TextView head = name.substr(0, kMostShown / 2);
+    TextView tail = name.substr(name.size() - kMostShown / 2);
+    if (IsHalf(head.back(), 0xD800)) head.remove_suffix(1);
+    if (IsHalf(tail.front(), 0xDC00)) tail.remove_prefix(1);
+    return Text(head) + u"\u2026" + Text(tail);
+}
+
+} // namespace
 
 CommandContext MenuDispatcher::Context() const
 {
@@ -69,10 +93,19 @@ void MenuDispatcher::BuildWindowMenu()
         if (!context.document) return;
         int32_t i = 0;
         for (auto& document : program_.OpenDocuments().All()) {
-            const MenuTool& tool = AddEntry(u"Window", u"miWList", ++i, document->DisplayName(), {});
+            Text name = document->DisplayName();
+            if (IsSharedName(name)) name += u"\t" + document->PlaceText();
+            const MenuTool& tool = AddEntry(u"Window", u"miWList", ++i, name, {});
             menus_.SetChecked(Band::MainMenu, tool.key, document == context.document);
         }
     });
+}
+
+/// Accounts have items of the same name.
+bool MenuDispatcher::IsSharedName(TextView name) const
+{
+    const auto documents = program_.OpenDocuments().All();
+    return std::count_if(documents.begin(), documents.end(), [&](auto& d) { return d->DisplayName() == name; }) > 1;
 }
 
 const MenuTool& MenuDispatcher::AddEntry(TextView menu, TextView prefix, int32_t number, TextView name, TextView before)
@@ -82,7 +115,7 @@ const MenuTool& MenuDispatcher::AddEntry(TextView menu, TextView prefix, int32_t
     // A digit calls one entry, so only the first ten have one.
     Text digits = Decimal(number);
     if (number <= 10) digits.insert(digits.size() - 1, 1, u'&');
-    tool.caption = digits + u" " + DoubleAmpersands(name);
+    tool.caption = digits + u" " + DoubleAmpersands(Shortened(name));
     tool.beginGroup = number == 1;
     tool.checkable = before.empty();
     return menus_.Add(Band::MainMenu, menu, std::move(tool), before);

@@ -32,6 +32,7 @@ public:
 private:
     const MenuTool& AddEntry(TextView menu, TextView prefix, int32_t number, TextView name, TextView before);
     void NameOwnCharset();
+    bool IsSharedName(TextView name) const;
     void PrepareContextMenu(HitKind kind);
     void PrepareTabMenu(int32_t state, bool active);
 

@@ -160,6 +160,7 @@ private:
     void OfferDialect();
     void ParseCmdLine(const CommandLine& line);
     void OpenFromCommandLine(const CommandLine& line);
+    void TellUnknown(const CommandLine& line);
     void LearnAccount(const Location& given);
     void InstallFonts();
     void UninstallFonts();

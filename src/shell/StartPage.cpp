@@ -26,7 +26,7 @@ struct Step {
 
 constexpr Step kSteps[] = {
     {u"Open a program, change it, save it", {u"Open", u"Save"}, u"files.html"},
-    {u"Compile it, and see what the compiler says", {u"Compile"}, u"compile.html"},
+    {u"See what is wrong while you type, then compile", {u"NextProblem", u"Compile"}, u"programs.html"},
     {u"Find a name in all programs of an account", {u"FindInAccount"}, u"search.html"},
     {u"The first hour: a guide", {}, u"guide.html"},
 };
@@ -92,7 +92,7 @@ StartRows StartPage::Rows() const
             if (i < kMostAccounts) rows.places.push_back({Kind::Place, account, host.name, PathBelow(host, account)});
             if (account == kSample)
                 rows.begin.push_back(
-                    {Kind::Place, u"Open DEMO", u"the sample account", PathBelow(host, kSample, kSampleFile)});
+                    {Kind::Sample, u"Open DEMO", u"the sample account", PathBelow(host, kSample, kSampleFile)});
         }
     }
     const clsRecentList& recent = program_.RecentFiles();

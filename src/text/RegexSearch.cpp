@@ -46,12 +46,12 @@ bool IsDigitAt(TextView text, size_t at)
 
 Error TooLong()
 {
-    return {error_number::kSearchTooLong, u"The search was stopped: the expression takes too much time."};
+    return {error_number::kSearch, u"The search was stopped: the expression takes too much time."};
 }
 
 Error NoGroup()
 {
-    return {error_number::kInvalidCall, u"The replacement names a group that the expression does not have."};
+    return {error_number::kSearch, u"The replacement names a group that the expression does not have."};
 }
 
 } // namespace
@@ -90,7 +90,7 @@ RegexSearch::RegexSearch(TextView expression, FindOptions options) : wholeWord_(
 {
     std::optional<PatternFault> fault;
     expression_ = Opened(expression, options.matchCase, fault);
-    if (fault) throw Error{error_number::kInvalidCall, fault->Told()};
+    if (fault) throw Error{error_number::kSearch, fault->Told()};
     UErrorCode status = U_ZERO_ERROR;
     uregex_setMatchCallback(expression_.get(), &RegexSearch::MayGoOn, this, &status);
 }
@@ -114,7 +114,7 @@ bool RegexSearch::Find(size_t from)
     UErrorCode status = U_ZERO_ERROR;
     const bool found = uregex_find(expression_.get(), static_cast<int32_t>(from), &status);
     if (status == U_REGEX_STACK_OVERFLOW)
-        throw Error{error_number::kSearchTooLong, u"The search was stopped: the expression needs too much memory."};
+        throw Error{error_number::kSearch, u"The search was stopped: the expression needs too much memory."};
     if (U_FAILURE(status)) throw TooLong();
     return found;
 }

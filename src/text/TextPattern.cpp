@@ -29,6 +29,7 @@ std::optional<ColumnRange> TextPattern::In(TextView text, size_t from) const
         if (at == TextView::npos) return {};
         return ColumnRange{static_cast<int32_t>(at), static_cast<int32_t>(at + plain_.Length())};
     }
+    if (from > 0 && from < text.size() && text[from - 1] == u'\r' && text[from] == u'\n') ++from; // one break
     while (from <= text.size()) {
         const size_t before = from == 0 ? TextView::npos : text.find_last_of(u"\r\n", from - 1);
         const size_t start = before == TextView::npos ? 0 : before + 1;

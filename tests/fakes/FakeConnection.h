@@ -3,6 +3,7 @@
 
 #include "base/Error.h"
 #include "hosts/ItemReader.h"
+#include "hosts/StoredForm.h"
 #include "hosts/mvConnect.h"
 
 #include <algorithm>
@@ -62,6 +63,7 @@ struct FakeStore {
     Text hostName = u"server1";
     FakeSession session;
     bool hasSession = true;
+    bool forms = false;                 ///< items know how they are stored
     std::vector<int32_t> unsupported;   ///< codes that items of the host do not support
     std::map<Text, StoredState> states; ///< by path, of what others did to it
     int32_t lastItem = 0;
@@ -123,6 +125,7 @@ struct FakeItem : mvItem {
         auto [found, taken] = store_.locks.emplace(path_, number_);
         if (!taken && found->second != number_) throw Error{error_number::kLocked, u"Locked by them"};
     }
+    StoredForm* Form() override { return store_.forms ? &form_ : nullptr; }
     bool HoldsLock() const override
     {
         const auto found = store_.locks.find(path_);
@@ -154,6 +157,7 @@ private:
     Text path_;
     bool readOnly_ = false;
     Text seen_;
+    StoredForm form_{ItemText::ForItems(Charset(u"windows-1252"), true), path_};
 };
 
 /// One call of OpenServerForPath.

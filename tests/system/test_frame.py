@@ -11,9 +11,10 @@ def windows_and_fast_keys(desktop):
     desktop.keys("ctrl+Tab", shows=r"\[BP GOTO.STYLE on ")
     desktop.keys("ctrl+shift+Tab", shows=r"\[BP MENU on ")
 
-    # Out of the maximised state and back; tiled and cascaded windows leave the frame's own name alone.
+    # Out of the maximised state and back; tiled and cascaded windows have a title of their own, which the frame's
+    # names without brackets.
     for letter in "hvc":
-        desktop.keys("alt+w", letter, shows=r"^Nib$")
+        desktop.keys("alt+w", letter, shows=r"^Nib - BP MENU on ")
     desktop.keys("alt+w", "m", shows=r"\[BP MENU on ")
 
     # To a line, typed as fast as keys can come.
@@ -83,7 +84,7 @@ def text_is_dragged(desktop):
     window = desktop.active_window()
 
     # From one window to the other: what goes there leaves its place.
-    desktop.keys("alt+w", "v", shows=r"^Nib$")
+    desktop.keys("alt+w", "v", shows=r"^Nib - BP MENU on ")
     desktop.keys("ctrl+Home", "shift+Down")
     window.drag((70, 128), (600, 272))
     desktop.keys("ctrl+shift+s")

@@ -128,7 +128,7 @@ TEST_F(DialogsTest, PropertiesCanBeReadAndCopied)
         EXPECT_EQ(value->accessibleName(), QStringLiteral("Location"));
         EXPECT_LT(value->text().size(), value->Value().size()) << "cut short in its middle";
         EXPECT_EQ(value->toolTip(), value->Value());
-        EXPECT_EQ(TabOrder(), QStringLiteral("Close|Location|File name|Modified|Read only|Size|Lines"));
+        EXPECT_EQ(TabOrder(), QStringLiteral("Close|Location|File name|Modified|Read only|Size|Lines|Lock"));
         Key(Qt::Key_Tab);
         Key(Qt::Key_C, Qt::ControlModifier);
         EXPECT_EQ(QApplication::clipboard()->text(), value->Value());

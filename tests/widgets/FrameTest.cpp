@@ -151,6 +151,50 @@ TEST_F(FrameTest, TabsStandForTheDocuments)
     EXPECT_EQ(tabs(), "[*NewItem2] NewItem3 ");
 }
 
+TEST_F(FrameTest, WindowsStayInsideTheScreen)
+{
+    const QRect screen = frame.screen()->availableGeometry();
+    const auto inside = [&](QWidget& window) { return screen.contains(window.frameGeometry()); };
+    QDialog dialog(&frame);
+    for (const QRect& left : {QRect(screen.right() - 50, screen.bottom() - 50, 400, 300), QRect(-4000, -4000, 300, 200),
+                              screen.adjusted(100, 100, 500, 500)}) {
+        dialog.setGeometry(left);
+        dialog.show();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return inside(dialog); }));
+        dialog.hide();
+    }
+    auto* column = new QVBoxLayout(&dialog);
+    auto* tall = new QLineEdit(&dialog);
+    tall->setMinimumHeight(screen.height() * 2);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+    for (QWidget* widget : {static_cast<QWidget*>(tall), static_cast<QWidget*>(buttons)}) column->addWidget(widget);
+    dialog.show();
+    tall->setFocus();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return inside(dialog) && dialog.focusWidget() == tall; })) << "it scrolls";
+    EXPECT_TRUE(dialog.rect().contains(buttons->geometry()));
+    dialog.hide();
+    frame.move(screen.width() * 2, 10); // as when the monitor that it stood on has gone
+    emit qApp->screenRemoved(frame.screen());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return inside(frame); }));
+}
+
+TEST_F(FrameTest, TabsHaveTheColourOfTheirAccount)
+{
+    connection.colors[u"LIVE"] = u"red";
+    const Text path = u"mvdb:*/LIVE/BP/MAIN";
+    connection.store.items[path] = {u"x"};
+    ASSERT_TRUE(program.OpenPath(path, false));
+    Settle();
+    const auto tab = [&]() -> const MenuTool& { return *frame.Menus().Root(Band::Taskbar).tools[0]; };
+    EXPECT_EQ(tab().color, u"red");
+    EXPECT_EQ(tab().tip, u"BP MAIN on server1, account LIVE");
+    EXPECT_EQ(tab().tag, u"3") << "where the item's name begins";
+    frame.ActiveForm()->txtText().TypeText(u"y");
+    Settle();
+    EXPECT_EQ(tab().tag, u"4");
+    EXPECT_EQ(Caption(), "Nib - [*BP MAIN on server1, account LIVE]");
+}
+
 TEST_F(FrameTest, AHiddenFrameComesBackForAQuestion)
 {
     frmDocument& form = New();

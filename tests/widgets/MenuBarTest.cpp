@@ -85,7 +85,13 @@ TEST_F(MenuBarTest, EachBandIsDrawnAsItsRowsSay)
 {
     for (const MenuRow& row : kMenus) {
         QStringList expected = Expected(kMainMenu, row.key);
-        expected += Expected(kMenus, row.key);
+        for (const MenuRow& inner : kMenus) {
+            if (TextView(inner.menu) != row.key) continue;
+            qsizetype at = inner.before[0] ? expected.indexOf(ToQString(inner.before)) : expected.size();
+            if (inner.before[0] && expected[at - 1] == QLatin1String("-")) --at;
+            if (inner.beginsGroup) expected.insert(at++, QStringLiteral("-"));
+            expected.insert(at, ToQString(inner.key));
+        }
         EXPECT_EQ(Drawn(*Menu(ToQString(row.key))), expected) << ToUtf8(row.key);
     }
     QAction* replace = Tool(*Menu(QStringLiteral("Search")), u"Replace");
@@ -126,6 +132,47 @@ TEST_F(MenuBarTest, StatusPanels)
     EXPECT_EQ(window.width(), width) << "a long text makes no wide window";
     model.SetPanelText(1, u"");
     EXPECT_EQ(panel(u"Panel1")->accessibleName(), QStringLiteral("Server status"));
+}
+
+TEST_F(MenuBarTest, APanelOpensWhatChangesIt)
+{
+    auto panel = [&](const char* key) { return window.statusBar()->findChild<QtStatusPanel*>(QLatin1String(key)); };
+    model.SetCaption(Band::StatusBar, u"Place", Text(200, u'W'));
+    model.SetColor(Band::StatusBar, u"Place", u"red");
+    model.SetCaption(Band::StatusBar, u"Ends", u"LF");
+    QCoreApplication::processEvents();
+    EXPECT_LT(panel("Place")->width(), 400);
+    EXPECT_GT(QColor(panel("Place")->grab().toImage().pixel(1, 1)).red(), 150);
+    EXPECT_EQ(panel("Ends")->accessibleName(), QStringLiteral("Line ends: LF"));
+    QTest::mouseClick(panel("Place"), Qt::LeftButton);
+    EXPECT_EQ(events.Take(), QStringList{QStringLiteral("click Properties0")});
+    panel("Ends")->setFocus();
+    QTest::keyClick(panel("Ends"), Qt::Key_Space);
+    QMenu* menu = Menu(QStringLiteral("LineEnds"));
+    EXPECT_TRUE(menu->isVisible());
+    EXPECT_LE(menu->geometry().bottom(), panel("Ends")->mapToGlobal(QPoint(0, 0)).y());
+    menu->close();
+    EXPECT_TRUE(events.Take().contains(QStringLiteral("opening LineEnds")));
+}
+
+TEST_F(MenuBarTest, TheTabRowHasColoursAndAListOfAll)
+{
+    auto* button = window.findChild<QToolButton*>(QStringLiteral("AllDocuments"));
+    for (int32_t tab : {3, 5}) model.SetTab(tab, u"T" + Decimal(tab), u"title " + Decimal(tab));
+    model.SetActiveTab(5);
+    const auto line = [&] { return bar.Tabs()->parentWidget()->grab().toImage(); };
+    const int plain = line().height();
+    model.SetTabColor(5, u"#ff0000");
+    QCoreApplication::processEvents();
+    EXPECT_GT(line().height(), plain);
+    EXPECT_EQ(line().pixelColor(line().width() / 2, line().height() - 1), QColor(Qt::red));
+    model.SetActiveTab(3);
+    EXPECT_NE(line().pixelColor(line().width() / 2, line().height() - 1), QColor(Qt::red));
+    emit button->menu()->aboutToShow();
+    ASSERT_EQ(button->menu()->actions().size(), 2);
+    EXPECT_EQ(button->menu()->actions()[1]->text(), QStringLiteral("title 5"));
+    button->menu()->actions()[1]->trigger();
+    EXPECT_EQ(events.Take(), QStringList{QStringLiteral("activate 5")});
 }
 
 TEST_F(MenuBarTest, ClicksAndChanges)
@@ -198,6 +245,21 @@ TEST_F(MenuBarTest, DocumentTabs)
     EXPECT_EQ(events.Take(), QStringList{QStringLiteral("close 3")}) << "a tab keeps its document when it moves";
     model.SetTab(3, Text(200, u'm'), u"");
     EXPECT_LT(tabs.tabRect(2).width(), 600);
+    EXPECT_EQ(model.Tabs(), (std::vector<int32_t>{5, 9, 3})) << "as the user has put them";
+    const std::tuple<Text, Text, const char*> names[] = {
+        {u"BP ", u"INVOICE", "BP INVOICE"},
+        {u"*STOCK.REPORT.PROGRAMS ", u"INVOICE", "*STOCK.REP"},
+        {u"*STOCK ", u"MONTHLY.INVOICE.SUMMARY.OLD", "*S\xE2\x80\xA6 MONTHLY."},
+    };
+    for (const auto& [file, item, shown] : names) {
+        model.SetTab(9, file + item, u"", file.size());
+        EXPECT_TRUE(tabs.tabText(1).startsWith(QString::fromUtf8(shown))) << tabs.tabText(1).toStdString();
+        EXPECT_TRUE(tabs.tabText(1).endsWith(ToQString(item).right(4)));
+    }
+    for (int32_t tab = 10; tab < 200; ++tab) model.SetTab(tab, u"BP PROGRAM." + Decimal(tab), u"");
+    QCoreApplication::processEvents();
+    EXPECT_GE(tabs.tabRect(150).width(), tabs.fontMetrics().horizontalAdvance(tabs.tabText(150))) << "can be read";
+    for (int32_t tab = 10; tab < 200; ++tab) model.RemoveTab(tab);
     for (int32_t tab : {3, 5, 9}) model.RemoveTab(tab);
     EXPECT_FALSE(tabs.isVisible());
     EXPECT_EQ(events.Take(), QStringList{});

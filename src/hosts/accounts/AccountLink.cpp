@@ -81,7 +81,8 @@ Text AccountItem::LockHolder()
 AccountLink::AccountLink(const HostSettings& settings, const FileSaver& saver, VerbPrograms programs,
                          AccountOpened opened)
     : store_(settings.name, settings.root, CodingOf(settings), saver.LikeFolders(), IdRuleNamed(settings.ids)),
-      configuredAccount_(settings.account), programs_(std::move(programs)), opened_(std::move(opened))
+      configuredAccount_(settings.account), programRules_(ProgramRulesOf(settings)), programs_(std::move(programs)),
+      opened_(std::move(opened))
 {
     programs_.own = settings.verbs;
 }
@@ -162,7 +163,7 @@ Text AccountLink::LockHolder(const ItemPlace& place)
 
 std::unique_ptr<ItemReader> AccountLink::Reader(const ItemPlace& account)
 {
-    return std::make_unique<AccountReader>(store_, account.database);
+    return std::make_unique<AccountReader>(store_, account.database, programRules_);
 }
 
 Text AccountLink::Test()

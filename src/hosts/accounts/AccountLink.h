@@ -75,6 +75,7 @@ private:
 
     AccountStore store_;
     Text configuredAccount_;
+    Text programRules_;
     Text lastAccount_;
     VerbPrograms programs_;
     AccountOpened opened_;

@@ -10,13 +10,17 @@ namespace nib {
 /// Reads the files of an account's folder without a look at locks, or at anything twice.
 class AccountReader final : public ItemReader {
 public:
-    AccountReader(AccountStore store, Text account) : store_(std::move(store)), account_(std::move(account)) {}
+    AccountReader(AccountStore store, Text account, Text programRules = {})
+        : store_(std::move(store)), account_(std::move(account)), programRules_(std::move(programRules))
+    {
+    }
 
     std::vector<Text> Files() override;
     std::vector<Text> Ids(TextView file) override;
     std::optional<Text> Read(TextView file, TextView id) override;
     Text Stamp(TextView file, TextView id) override;
     std::string Folder(TextView file) override;
+    Text ProgramRules() override { return programRules_; }
     void Stop() override { stopped_ = true; }
 
 private:
@@ -28,6 +32,7 @@ private:
 
     AccountStore store_;
     Text account_;
+    Text programRules_;
     Text file_; ///< that the last call was about
     IdRule rule_ = IdRule::Plain;
     std::string folder_;

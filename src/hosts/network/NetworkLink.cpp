@@ -224,7 +224,8 @@ std::unique_ptr<ItemReader> NetworkLink::Reader(const ItemPlace& account)
     };
     door.accepted = nullptr;
     door.tell = nullptr;
-    return std::make_unique<ServerReader>(std::move(door), entered->items.Account(), entered->coding);
+    return std::make_unique<ServerReader>(std::move(door), entered->items.Account(), entered->coding,
+                                          ProgramRulesOf(settings_));
 }
 
 Text NetworkLink::Test()

@@ -134,6 +134,7 @@ QWidget* frmConnections::BuildFields()
     AddRow(QT_TR_NOOP("&Item ids:"), ids_, ids_);
     AddField(QT_TR_NOOP("Character &set:"), u"charset", {}, tr("Latin-1, new items in UTF-8"));
     AddField(QT_TR_NOOP("S&hown as:"), u"name", {});
+    AddField(QT_TR_NOOP("Co&lor:"), u"color", {}, QStringLiteral("#RRGGBB"));
 
     connect(name_, &QLineEdit::editingFinished, this, &frmConnections::TakeName);
     connect(kind_, &QComboBox::activated, this, [this] {

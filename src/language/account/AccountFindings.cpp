@@ -1,14 +1,12 @@
 #include "language/account/AccountFindings.h"
 
+#include "language/FindingCodes.h"
+
 #include <algorithm>
 
 namespace nib {
 
 namespace {
-
-constexpr TextView kUnknownCall{u"unknown-call"};
-constexpr TextView kArgumentCount{u"argument-count"};
-constexpr TextView kCommonShape{u"common-shape"};
 
 Text Counted(int64_t count, TextView one, TextView many)
 {
@@ -110,6 +108,11 @@ CommonShape UnnamedShape(const ProgramFacts& program)
 
 } // namespace
 
+void AccountFindings::Look::Tell(TextView code, TextRange at, Text message)
+{
+    found.push_back({Text(code), FindingKindOf(code).level, at, std::move(message), {}});
+}
+
 std::vector<ProgramFinding> AccountFindings::Of(const ProgramFacts& program, const ItemName& name)
 {
     Look look{program, name, {}};
@@ -122,31 +125,38 @@ std::vector<ProgramFinding> AccountFindings::Of(const ProgramFacts& program, con
 
 void AccountFindings::Call(Look& look, const CallSite& call)
 {
+    const auto local = std::find_if(look.program.routines.begin(), look.program.routines.end(),
+                                    [&](const Routine& one) { return one.local && EqualsNoCase(one.name, call.name); });
+    if (local != look.program.routines.end()) return Count(look, call, local->parameters.size(), local->fewer);
     const CallTarget target = catalogue_.Find(call.name, look.name.file);
-    if (target.isNowhere) {
-        const TextView what = call.function ? u"function " : u"subroutine ";
-        look.found.push_back({Text(kUnknownCall),
-                              FindingLevel::Warning,
-                              call.at,
-                              u"There is no " + Text(what) + call.name + u" in this account.",
-                              {}});
-    }
+    // A function may go by another name here than the program that it is.
+    if (target.isNowhere && !call.function)
+        look.Tell(finding_code::kUnknownCall, call.at, u"There is no subroutine " + call.name + u" in this account.");
     // Which of several it is stands in a catalogue that is not known here.
     std::optional<size_t> takes;
+    bool fewer = false;
     for (const ItemName& item : target.programs) {
         const std::shared_ptr<const ProgramFacts> callee = programs_(item);
         const Routine* entry = callee ? EntryOf(*callee) : nullptr;
-        if (!entry || (takes && *takes != entry->parameters.size())) return;
-        takes = entry->parameters.size();
+        if (!entry) return;
+        // A subroutine that is used as a function sets its first argument to the value.
+        const bool sets = call.function && entry->kind == SymbolKind::Subroutine && !entry->parameters.empty();
+        const size_t count = entry->parameters.size() - (sets ? 1 : 0);
+        if (takes && *takes != count) return;
+        takes = count;
+        fewer = fewer || entry->fewer;
         if (target.programs.size() == 1) UnnamedCommon(look, call, item, *callee);
     }
-    if (!takes || *takes == static_cast<size_t>(call.arguments)) return;
-    look.found.push_back({Text(kArgumentCount),
-                          FindingLevel::Error,
-                          call.at,
-                          call.name + u" takes " + Counted(static_cast<int64_t>(*takes), u"argument", u"arguments") +
-                              u", and here it is given " + Decimal(call.arguments) + u".",
-                          {}});
+    if (takes) Count(look, call, *takes, fewer);
+}
+
+void AccountFindings::Count(Look& look, const CallSite& call, size_t takes, bool fewer)
+{
+    const auto given = static_cast<size_t>(call.arguments);
+    if (takes == given || (fewer && given < takes)) return;
+    look.Tell(finding_code::kArgumentCount, call.at,
+              call.name + u" takes " + Counted(static_cast<int64_t>(takes), u"argument", u"arguments") +
+                  u", and here it is given " + Decimal(call.arguments) + u".");
 }
 
 /// The area without a name is that of the caller: a subroutine may know less of it, but nothing else of it.
@@ -156,11 +166,8 @@ void AccountFindings::UnnamedCommon(Look& look, const CallSite& call, const Item
     const CommonShape mine = UnnamedShape(look.program);
     const CommonShape other = UnnamedShape(callee);
     if (mine.empty() || (other.size() <= mine.size() && !FirstDifference(mine, other))) return;
-    look.found.push_back({Text(kCommonShape),
-                          FindingLevel::Warning,
-                          call.at,
-                          u"COMMON differs: " + Difference(mine, other, Shown(calleeName)) + u".",
-                          {}});
+    look.Tell(finding_code::kCommonShape, call.at,
+              u"COMMON differs: " + Difference(mine, other, Shown(calleeName)) + u".");
 }
 
 /// Told where it differs from what most programs of the account say; where there is no such shape, at each.
@@ -189,12 +196,8 @@ void AccountFindings::NamedCommon(Look& look, const CommonBlock& block)
     const auto most = std::max_element(kinds.begin() + 1, kinds.end(),
                                        [](const Kind& a, const Kind& b) { return a.programs < b.programs; });
     if (most == kinds.end() || most->programs < kinds.front().programs) return;
-    look.found.push_back(
-        {Text(kCommonShape),
-         FindingLevel::Warning,
-         block.at,
-         u"COMMON /" + block.name + u"/ differs: " + Difference(mine, most->shape, Shown(most->where)) + u".",
-         {}});
+    look.Tell(finding_code::kCommonShape, block.at,
+              u"COMMON /" + block.name + u"/ differs: " + Difference(mine, most->shape, Shown(most->where)) + u".");
 }
 
 } // namespace nib

@@ -25,8 +25,11 @@ private:
         const ProgramFacts& program;
         const ItemName& name;
         std::vector<ProgramFinding> found;
+
+        void Tell(TextView code, TextRange at, Text message);
     };
 
+    static void Count(Look& look, const CallSite& call, size_t takes, bool fewer);
     void Call(Look& look, const CallSite& call);
     void UnnamedCommon(Look& look, const CallSite& call, const ItemName& calleeName, const ProgramFacts& callee);
     void NamedCommon(Look& look, const CommonBlock& block);

@@ -19,6 +19,15 @@ constexpr size_t kMostCached = 96;
 /// A database that breaks again and again lies on a disk that keeps none.
 constexpr int32_t kMostRebuilt = 2;
 
+/// Days that a file without programs is not looked into again.
+constexpr int32_t kLeftAlone = 7;
+
+int32_t Today()
+{
+    using Days = std::chrono::duration<int32_t, std::ratio<86'400>>;
+    return std::chrono::duration_cast<Days>(std::chrono::system_clock::now().time_since_epoch()).count();
+}
+
 /// What others see of an included program: without its places.
 std::string Outside(ProgramFacts program)
 {
@@ -65,7 +74,20 @@ AccountIndex::AccountIndex(Options options) : options_(std::move(options))
 
 void AccountIndex::Start()
 {
-    lists_ = std::make_unique<AccountLists>(*options_.reader, *options_.dialect);
+    AccountLists::Rules rules;
+    rules.isLeftAlone = [this](const Text& file) {
+        const int32_t day = ToInt(FromStore([&] { return store_->Note(file); }, Text()));
+        return day > 0 && Today() - day < kLeftAlone;
+    };
+    rules.leaveAlone = [this](const Text& file) {
+        FromStore([&] { return store_->SetNote(file, Decimal(Today())), true; }, false);
+    };
+    lists_ = std::make_unique<AccountLists>(*options_.reader, *options_.dialect, std::move(rules));
+    Forget();
+}
+
+void AccountIndex::Forget()
+{
     cache_.clear();
     cached_.clear();
     names_.reset();
@@ -93,9 +115,13 @@ bool AccountIndex::Work(Deadline until)
         Open();
         if (isBroken_) return false;
     }
+    if (FromStore([&] { return store_->WasChangedByOthers(); }, false)) Forget();
     bool more = true;
     if (FailureOf([&] { more = lists_->Work(until); })) isLost_ = true;
-    if (!lists_->HasGone() && (more || lists_->CountUnread() == 0)) return more && !isLost_;
+    if (!lists_->HasGone() && (more || lists_->CountUnread() == 0)) {
+        if (!more) Names(); // before somebody waits for them
+        return more && !isLost_;
+    }
     NoteFailure(FailureOf([&] {
         store_->Begin();
         while (const std::optional<ItemName> gone = lists_->TakeGone()) Drop(*gone);
@@ -111,27 +137,17 @@ bool AccountIndex::Work(Deadline until)
 
 void AccountIndex::Process(const ItemName& name)
 {
-    ItemName known = name;
-    const AccountLists::Item* item = lists_->Find(known);
     Text stamp;
-    std::optional<Text> text;
+    Text text;
     // Whoever changes it between the two calls has it read again.
     const auto failure = FailureOf([&] {
         stamp = options_.reader->Stamp(name.file, name.item);
-        // Another editor may have been first.
-        const std::optional<StoredItem> stored = stamp.empty() ? std::nullopt : store_->Find(name);
-        if (stored && stored->stamp == stamp && item && !item->wasRead) {
-            lists_->WasRead(name, stamp, stored->isProgram);
-            return;
-        }
-        text = options_.reader->Read(name.file, name.item);
-        if (!text) text = Text();
+        text = options_.reader->Read(name.file, name.item).value_or(Text());
     });
     if (failure && failure->number == error_number::kDeviceUnavailable) isLost_ = true;
     if (failure) return lists_->WasRead(name, std::move(stamp), false);
-    if (!text) return;
-    if (stamp.empty()) stamp = HashStamp(*text);
-    Take(name, *text, stamp, !store_->Users(ItemUse::Includes, ToUpper(name.item)).empty());
+    if (stamp.empty()) stamp = HashStamp(text);
+    Take(name, text, stamp, !store_->Users(ItemUse::Includes, ToUpper(name.item)).empty());
 }
 
 std::shared_ptr<const ProgramFacts> AccountIndex::Take(const ItemName& name, TextView text, const Text& stamp,
@@ -140,14 +156,22 @@ std::shared_ptr<const ProgramFacts> AccountIndex::Take(const ItemName& name, Tex
     const std::optional<ProgramFacts> before = store_->Get(name);
     std::shared_ptr<const ProgramFacts> program;
     if (mustBe || LooksLikeProgram(text, *options_.dialect)) {
-        underWay_.insert(name);
         program = std::make_shared<const ProgramFacts>(options_.analyse(name, text));
-        underWay_.erase(name);
     }
     store_->Put(name, stamp, program.get());
     lists_->WasRead(name, stamp, program != nullptr);
     const bool differs = !before != !program || (before && Outside(*before) != Outside(*program));
-    if (differs) RenewIncluders(name);
+    ItemName listed = name;
+    const AccountLists::Item* item = lists_->Find(listed);
+    if (differs) RenewIncluders(name, item ? item->noticed : lists_->Now());
+    for (const IncludeSite& site : program ? program->includes : std::vector<IncludeSite>()) {
+        // Whatever it looks like, it is a part of a program.
+        for (const ItemName& included : lists_->Named(site.item)) {
+            ItemName at = included;
+            const AccountLists::Item* known = lists_->Find(at);
+            if (known && known->wasRead && !known->isProgram) lists_->Want(included);
+        }
+    }
     if (names_ && program) names_->Set(name, program->outline);
     if (names_ && !program) names_->Remove(name);
     Cache(name, program);
@@ -155,11 +179,13 @@ std::shared_ptr<const ProgramFacts> AccountIndex::Take(const ItemName& name, Tex
     return program;
 }
 
-/// Their facts are made from those of the item.
-void AccountIndex::RenewIncluders(const ItemName& name)
+/// Their facts are made from the text of the item: as it stood when they were read.
+void AccountIndex::RenewIncluders(const ItemName& name, uint64_t since)
 {
     for (const ItemName& user : Includers(name)) {
-        if (user == name || underWay_.contains(user)) continue;
+        ItemName listed = user;
+        const AccountLists::Item* item = lists_->Find(listed);
+        if (user == name || !item || item->read > since) continue;
         // An editor that ends before they are read leaves a sign for the next one.
         store_->Forget(user);
         lists_->Want(user);
@@ -187,7 +213,7 @@ std::vector<ItemName> AccountIndex::Includers(const ItemName& name)
 
 void AccountIndex::Drop(const ItemName& name)
 {
-    RenewIncluders(name);
+    RenewIncluders(name, lists_->Now());
     store_->Remove(name);
     if (names_) names_->Remove(name);
     Cache(name, nullptr);
@@ -198,7 +224,8 @@ std::optional<ItemName> AccountIndex::Find(TextView file, TextView item)
 {
     ItemName name{Text(file), Text(item)};
     if (lists_->Find(name)) return name;
-    lists_->WantFile(file);
+    // Whoever includes something of a file says that it has programs.
+    if (lists_->HoldsNone(file) && Read(name)) lists_->WantFile(file);
     return std::nullopt;
 }
 
@@ -220,7 +247,7 @@ std::shared_ptr<const ProgramFacts> AccountIndex::Get(const ItemName& name)
     }
     ItemName listed = name;
     const AccountLists::Item* item = lists_->Find(listed);
-    if (!item || underWay_.contains(name)) return nullptr;
+    if (!item) return nullptr;
     return FromStore(
         [&]() -> std::shared_ptr<const ProgramFacts> {
             std::optional<ProgramFacts> stored = item->wasRead && item->isProgram ? store_->Get(name) : std::nullopt;

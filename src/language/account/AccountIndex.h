@@ -13,7 +13,7 @@ namespace nib {
 /// account that has not been read yet.
 class AccountIndex {
 public:
-    /// Makes the facts of a program; the index itself is where its includes come from.
+    /// Makes the facts of a program and of what it includes, as that stands at the time.
     using Analyse = std::function<ProgramFacts(const ItemName& name, TextView text)>;
 
     struct Options {
@@ -28,6 +28,8 @@ public:
 
     /// Reads for a while; false when there is nothing more for now.
     bool Work(Deadline until);
+    /// A program of the file has been seen.
+    void Expect(TextView file) { lists_->WantFile(file); }
     /// Somebody may have changed the item.
     void Look(const ItemName& name) { lists_->Look(name); }
     /// Goes up with each program that has become another one.
@@ -64,9 +66,10 @@ public:
 private:
     void Open();
     void Start();
+    void Forget();
     void Process(const ItemName& name);
     std::shared_ptr<const ProgramFacts> Take(const ItemName& name, TextView text, const Text& stamp, bool mustBe);
-    void RenewIncluders(const ItemName& name);
+    void RenewIncluders(const ItemName& name, uint64_t since);
     void Drop(const ItemName& name);
     void Cache(const ItemName& name, std::shared_ptr<const ProgramFacts> program);
     template <typename Answer, typename Body>
@@ -78,7 +81,6 @@ private:
     std::unique_ptr<AccountLists> lists_;
     std::list<std::pair<ItemName, std::shared_ptr<const ProgramFacts>>> cache_; ///< used last comes first
     std::map<ItemName, decltype(cache_)::iterator> cached_;
-    std::set<ItemName> underWay_; ///< includes in a circle
     std::optional<NameList> names_;
     uint64_t revision_ = 1;
     int32_t rebuilt_ = 0;

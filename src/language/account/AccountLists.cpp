@@ -34,7 +34,7 @@ void AccountLists::Know(const StoredItem& stored)
     File& file = files_[stored.name.file];
     if (stored.isProgram) file.kind = File::Kind::Programs;
     const auto [at, isNew] = file.items.try_emplace(stored.name.item);
-    at->second = {stored.stamp, stored.isProgram, !stored.stamp.empty()};
+    at->second = {stored.stamp, stored.isProgram, !stored.stamp.empty(), 0, 0};
     if (!isNew) return;
     ++itemCount_;
     byName_[ToUpper(stored.name.item)].push_back(stored.name);
@@ -51,8 +51,8 @@ bool AccountLists::Work(Deadline until)
     if (Clock::now() - looked_ > kLookEvery) LookAgain();
     while (Clock::now() < until) {
         if (listing_) {
-            // The clock is dearer than a look at a file.
-            for (int i = 0; i < 64 && listing_->next < listing_->ids.size(); ++i)
+            // A look at a file of another machine may take its time.
+            for (int i = 0; i < 8 && listing_->next < listing_->ids.size(); ++i)
                 Compare(listing_->ids[listing_->next++]);
             if (listing_->next == listing_->ids.size()) EndListing();
         } else if (!toList_.empty()) {
@@ -96,13 +96,15 @@ void AccountLists::ListFiles()
 
 void AccountLists::TakeChanges()
 {
+    bool files = false;
     for (const FolderWatch::Change& change : watch_.Changes()) {
         if (change.folder == 0) {
-            ListFiles();
+            files = true;
         } else if (const auto file = numbers_.find(change.folder); file != numbers_.end()) {
             ToList(file->second);
         }
     }
+    if (files) ListFiles();
 }
 
 void AccountLists::LookAgain()
@@ -111,7 +113,7 @@ void AccountLists::LookAgain()
     if (!IsComplete()) return;
     if (!filesAreWatched_) ListFiles();
     for (const auto& [name, file] : files_)
-        if (!file.isWatched && file.kind == File::Kind::Programs) ToList(name);
+        if (!file.isWatched && file.kind != File::Kind::Others) ToList(name);
     // Whoever keeps no times is asked for the text of an item after the other.
     ItemName next = swept_;
     for (auto file = files_.lower_bound(next.file); file != files_.end(); ++file, next = {}) {
@@ -134,6 +136,9 @@ void AccountLists::BeginListing(const Text& name)
     const auto at = files_.find(name);
     if (at == files_.end()) return;
     File& file = at->second;
+    if (file.kind == File::Kind::Unknown && !file.isListed && rules_.isLeftAlone(name)) file.kind = File::Kind::Others;
+    file.isListed = true;
+    if (file.kind == File::Kind::Others) return;
     Listing listing{name, {}, 0};
     std::string folder;
     // First to be told of changes, then to look: what comes between the two is seen twice and not missed.
@@ -142,18 +147,22 @@ void AccountLists::BeginListing(const Text& name)
         file.isWatched = watch_.Add(folder, file.number);
         if (file.isWatched) numbers_[file.number] = name;
     }
-    file.isListed = true;
     file.isCertain = Attempt([&] { listing.ids = reader_.Ids(name); });
     if (!file.isCertain) return;
-    if (file.kind == File::Kind::Unknown) {
-        const bool programs = HoldsPrograms(name, listing.ids);
-        file.kind = programs ? File::Kind::Programs : File::Kind::Others;
-        if (!programs) {
-            Unwatch(file); // what is written there all the time is of no interest
-        }
+    if (file.kind == File::Kind::Unknown) Judge(name, file, listing.ids);
+    if (file.kind == File::Kind::Programs) listing_ = std::move(listing);
+}
+
+/// A file of a few items may become one of programs any time.
+void AccountLists::Judge(const Text& name, File& file, const std::vector<Text>& ids)
+{
+    if (HoldsPrograms(name, ids)) {
+        file.kind = File::Kind::Programs;
+    } else if (ids.size() > kSamples) {
+        file.kind = File::Kind::Others;
+        rules_.leaveAlone(name);
+        Unwatch(file); // what is written there all the time is of no interest
     }
-    if (file.kind == File::Kind::Others) listing.ids.clear();
-    listing_ = std::move(listing);
 }
 
 void AccountLists::Unwatch(File& file)
@@ -166,7 +175,7 @@ void AccountLists::Unwatch(File& file)
 bool AccountLists::HoldsPrograms(const Text& file, const std::vector<Text>& ids)
 {
     const size_t most = files_[file].isWatched ? kSamples : kSamplesFar;
-    const size_t step = std::max<size_t>(1, ids.size() / most);
+    const size_t step = ids.size() / most + 1;
     for (size_t i = 0; i < ids.size(); i += step) {
         std::optional<Text> text;
         if (Attempt([&] { text = reader_.Read(file, ids[i]); }) && text && LooksLikeProgram(*text, dialect_))
@@ -186,7 +195,9 @@ void AccountLists::Compare(const Text& id)
     }
     Text stamp;
     Attempt([&] { stamp = reader_.Stamp(name.file, name.item); });
-    if (!at->second.wasRead || (!stamp.empty() && stamp != at->second.stamp)) Want(name);
+    if (at->second.wasRead && (stamp.empty() || stamp == at->second.stamp)) return;
+    at->second.noticed = Now();
+    Want(name);
 }
 
 void AccountLists::EndListing()
@@ -257,7 +268,7 @@ void AccountLists::WasRead(const ItemName& name, Text stamp, bool isProgram)
     const auto file = files_.find(name.file);
     if (file == files_.end()) return;
     if (const auto item = file->second.items.find(name.item); item != file->second.items.end())
-        item->second = {std::move(stamp), isProgram, true};
+        item->second = {std::move(stamp), isProgram, true, item->second.noticed, Now()};
 }
 
 bool AccountLists::IsCertain() const
@@ -266,10 +277,16 @@ bool AccountLists::IsCertain() const
            std::all_of(files_.begin(), files_.end(), [](const auto& file) { return file.second.isCertain; });
 }
 
+bool AccountLists::HoldsNone(TextView name) const
+{
+    const auto file = files_.find(Text(name));
+    return file != files_.end() && file->second.kind != File::Kind::Programs;
+}
+
 void AccountLists::WantFile(TextView name)
 {
     const auto file = files_.find(Text(name));
-    if (file == files_.end() || file->second.kind != File::Kind::Others) return;
+    if (file == files_.end() || file->second.kind == File::Kind::Programs) return;
     file->second.kind = File::Kind::Programs;
     ToList(file->first);
 }

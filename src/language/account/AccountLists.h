@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <deque>
+#include <functional>
 #include <map>
 #include <set>
 #include <unordered_map>
@@ -25,10 +26,22 @@ public:
         Text stamp;
         bool isProgram = false;
         bool wasRead = false;
+        // Moments of this run, in their order.
+        uint64_t noticed = 0; ///< that it is there, or another one
+        uint64_t read = 0;
+    };
+
+    /// What earlier runs found out about files that hold no programs, which may be large.
+    struct Rules {
+        std::function<bool(const Text& file)> isLeftAlone;
+        std::function<void(const Text& file)> leaveAlone;
     };
 
     /// Both outlive it.
-    AccountLists(ItemReader& reader, const Dialect& dialect) : reader_(reader), dialect_(dialect) {}
+    AccountLists(ItemReader& reader, const Dialect& dialect, Rules rules)
+        : reader_(reader), dialect_(dialect), rules_(std::move(rules))
+    {
+    }
 
     /// What an earlier run knew. Before the first Work.
     void Know(const StoredItem& stored);
@@ -39,6 +52,7 @@ public:
     std::optional<ItemName> TakeGone();
     bool HasGone() const { return !gone_.empty(); }
     void WasRead(const ItemName& name, Text stamp, bool isProgram);
+    uint64_t Now() { return ++moment_; }
     /// It is to be read, though it may be as it was. First: before all others.
     void Want(const ItemName& name, bool first = false);
     /// Somebody may have changed it.
@@ -52,8 +66,9 @@ public:
     bool IsCertain() const;
     /// All of the account, as they are shown.
     const std::vector<Text>& Files() const { return allFiles_; }
-    /// Programs take text from the file: there are some in it, whatever its first items look like.
+    /// There are programs in the file, whatever its first items look like.
     void WantFile(TextView file);
+    bool HoldsNone(TextView file) const;
     /// Null when there is no such item. The name's case does not count where nothing else fits.
     const Item* Find(ItemName& name);
     /// Items of files with programs that are called so, in whatever case.
@@ -83,6 +98,7 @@ private:
     void Compare(const Text& id);
     void EndListing();
     void Remove(const Text& file, std::map<Text, Item>::iterator item);
+    void Judge(const Text& name, File& file, const std::vector<Text>& ids);
     void Unwatch(File& file);
     void ToList(const Text& file);
     bool HoldsPrograms(const Text& file, const std::vector<Text>& ids);
@@ -91,6 +107,7 @@ private:
 
     ItemReader& reader_;
     const Dialect& dialect_;
+    Rules rules_;
     FolderWatch watch_;
     std::vector<Text> allFiles_;
     std::map<Text, File> files_;                             ///< that may hold programs
@@ -103,6 +120,7 @@ private:
     std::deque<ItemName> gone_;
     int32_t itemCount_ = 0;
     int32_t lastNumber_ = 0;
+    uint64_t moment_ = 0;
     bool begun_ = false;
     bool hasFiles_ = false;
     bool filesAreWatched_ = false;

@@ -4,6 +4,7 @@
 #include "language/account/ProgramBytes.h"
 
 #include <set>
+#include <utility>
 
 #include <unistd.h>
 
@@ -29,8 +30,8 @@ struct IndexStore::Statements {
     explicit Statements(Database& database) : db(database) {}
 
     Database& db;
+    Statement version{db, "PRAGMA data_version"};
     Statement items{db, "SELECT file, item, stamp, program FROM items"};
-    Statement find{db, "SELECT file, item, stamp, program FROM items WHERE file = ? AND item = ?"};
     Statement put{db, "INSERT INTO items(file, item, stamp, program, outline, facts) VALUES(?, ?, ?, ?, ?, ?) "
                       "ON CONFLICT(file, item) DO UPDATE SET stamp = excluded.stamp, program = excluded.program, "
                       "outline = excluded.outline, facts = excluded.facts RETURNING id"};
@@ -106,21 +107,20 @@ void IndexStore::Commit()
     if (const auto transaction = std::move(transaction_)) transaction->Commit();
 }
 
+bool IndexStore::WasChangedByOthers()
+{
+    Statement& row = run_->version.With();
+    const int64_t version = row.Step() ? row.Number(0) : 0;
+    row.Reset();
+    return version != std::exchange(version_, version);
+}
+
 std::vector<StoredItem> IndexStore::Items()
 {
     std::vector<StoredItem> items;
     Statement& row = run_->items.With();
     while (row.Step()) items.push_back({{row.Name(0), row.Name(1)}, row.Name(2), row.Number(3) != 0});
     return items;
-}
-
-std::optional<StoredItem> IndexStore::Find(const ItemName& name)
-{
-    Statement& row = run_->find.With(name.file, name.item);
-    if (!row.Step()) return std::nullopt;
-    StoredItem found{{row.Name(0), row.Name(1)}, row.Name(2), row.Number(3) != 0};
-    row.Reset();
-    return found;
 }
 
 void IndexStore::Put(const ItemName& name, const Text& stamp, const ProgramFacts* program)

@@ -47,8 +47,9 @@ public:
     void Commit();
     void Rollback() { transaction_.reset(); }
 
+    /// Whether another editor has written something since this was asked last.
+    bool WasChangedByOthers();
     std::vector<StoredItem> Items();
-    std::optional<StoredItem> Find(const ItemName& name);
     /// Null: it is no program.
     void Put(const ItemName& name, const Text& stamp, const ProgramFacts* program);
     void Remove(const ItemName& name);
@@ -78,6 +79,7 @@ private:
     std::unique_ptr<Database> database_;
     std::unique_ptr<Statements, Closer> run_;
     std::unique_ptr<Transaction> transaction_;
+    int64_t version_ = 0; ///< of what others write
 };
 
 /// Deletes a database with all that belongs to it.

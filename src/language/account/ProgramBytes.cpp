@@ -163,6 +163,7 @@ void Whole(Archive& archive, Facts& program)
         archive.Integer(routine.last);
         Place(archive, routine.nameAt, line);
         archive.Integer(routine.local);
+        archive.Integer(routine.fewer);
     });
     archive.List(program.includes, [&](auto& include) {
         Place(archive, include.at, line);

@@ -17,8 +17,9 @@ constexpr int32_t kPrefix = 3000;
 constexpr int32_t kRecent = 400; ///< used last, and less for each that was used since
 constexpr int32_t kNear = 200;   ///< in the same line, and less for each line between
 
-constexpr std::pair<TextView, TextView> kIncludeWords[] = {
-    {u"$INCLUDE", {}}, {u"$INSERT", {}}, {u"INCLUDE", {}}, {u"INSERT", {}}, {u"#INCLUDE", {}}};
+constexpr TextView kIncludeWords[] = {u"$INCLUDE", u"$INSERT", u"INCLUDE", u"INSERT", u"#INCLUDE"};
+
+constexpr TextView kBranches[] = {u"GOTO", u"GOSUB", u"GO"};
 
 Kind KindOf(SymbolKind kind)
 {
@@ -72,8 +73,8 @@ Completions Completer::At(OpenText& text, Position at)
     const TextView whole = line.tokens.Whole();
     at.col = std::clamp(at.col, 0, static_cast<int32_t>(whole.size()));
     Look look{text, line.tokens, at, at.col, {}, {}, {}};
-    while (look.start > 0 && sources_.Language().IsInName(whole[static_cast<size_t>(look.start) - 1])) --look.start;
-    if (look.start > 0 && sources_.Language().BeginsName(whole[static_cast<size_t>(look.start) - 1])) --look.start;
+    while (look.start > 0 && text.dialect->IsInName(whole[static_cast<size_t>(look.start) - 1])) --look.start;
+    if (look.start > 0 && text.dialect->BeginsName(whole[static_cast<size_t>(look.start) - 1])) --look.start;
     look.prefix = whole.substr(static_cast<size_t>(look.start), static_cast<size_t>(at.col - look.start));
     answer.replaces = {{look.start, at.line}, at};
     const Wanted wanted = line.comment ? Wanted::Nothing : WantedAt(look);
@@ -130,7 +131,9 @@ Completer::Wanted Completer::WantedAt(Look& look) const
     const BasicToken& last = tokens[before - 1];
     if (last.kind == Token::Number && last.end == look.start) return Wanted::Nothing;
     const bool lists = line.IsSign(last, u',') && before > 1 && tokens[before - 2].kind == Token::Target;
-    if (last.kind == Token::Branch || lists) return Wanted::Labels;
+    const auto isBranch = [&](TextView word) { return IsWord(wordAt(before - 1), word); };
+    if (last.kind == Token::Branch || lists || std::any_of(std::begin(kBranches), std::end(kBranches), isBranch))
+        return Wanted::Labels;
     if (IsWord(wordAt(before - 1), u"CALL")) return Wanted::Callees;
     return last.Is(BasicKey::Do) ? Wanted::Statements : Wanted::Values;
 }
@@ -141,7 +144,7 @@ Completer::Wanted Completer::InDirective(Look& look) const
     const TextView words = Trim(before);
     const size_t blank = words.find(u' ');
     const TextView first = words.substr(0, blank);
-    const auto isInclude = [&](const auto& row) { return SameName(first, row.first); };
+    const auto isInclude = [&](TextView word) { return SameName(first, word); };
     if (std::none_of(std::begin(kIncludeWords), std::end(kIncludeWords), isInclude)) return Wanted::Nothing;
     if (!before.ends_with(u' ')) return Wanted::Nothing;
     const TextView file = blank == TextView::npos ? TextView() : Trim(words.substr(blank));
@@ -203,7 +206,7 @@ void Completer::Names(Look& look, Wanted wanted)
 
 void Completer::Words(Look& look, Wanted wanted)
 {
-    for (const DialectWord& word : sources_.Language().Words()) {
+    for (const DialectWord& word : look.text.dialect->Words()) {
         const bool statement = word.kind == WordKind::Statement;
         if (statement != (wanted == Wanted::Statements) && word.kind != WordKind::Clause) continue;
         const int32_t bonus = word.kind == WordKind::Clause ? 0 : 150;
@@ -248,7 +251,7 @@ void Completer::Closer(Look& look)
 {
     if (Trim(look.line.Whole().substr(0, static_cast<size_t>(look.at.col))) != look.prefix) return;
     sources_.Get(look.text);
-    const std::optional<Text> closer = MissingCloser(look.text.analyser, sources_.Language(), look.at.line);
+    const std::optional<Text> closer = MissingCloser(look.text.analyser, *look.text.dialect, look.at.line);
     if (closer) Add(look, {InCaseOf(look.prefix, *closer), Kind::Closer, {}, {}, {}}, 1000);
 }
 

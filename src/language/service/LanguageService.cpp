@@ -107,13 +107,17 @@ std::vector<PathRange> LanguageService::Definition(const Text& path, Position at
 {
     NameReach reach(*sources_);
     const std::optional<NamedPlace> name = reach.At(path, at);
-    return name ? Ranges(reach.Declarations(*name)) : std::vector<PathRange>();
+    if (name) return Ranges(reach.Declarations(*name));
+    const std::optional<SourceUnit> item = reach.IncludedAt(path, at);
+    return item ? Ranges({{*item, {}}}) : std::vector<PathRange>();
 }
 
 std::vector<PathRange> LanguageService::References(const Text& path, Position at, bool withDeclaration)
 {
     NameReach reach(*sources_);
     const std::optional<NamedPlace> name = reach.At(path, at);
+    const std::optional<SourceUnit> item = name ? std::nullopt : reach.IncludedAt(path, at);
+    if (item) return Ranges(reach.Inclusions(*item));
     if (!name) return {};
     std::vector<FoundPlace> places = reach.All(*name);
     if (!withDeclaration) std::erase_if(places, [](const FoundPlace& place) { return place.at.use == Use::Declares; });
@@ -161,7 +165,7 @@ std::optional<Text> LanguageService::CloserFor(const Text& path, int32_t line)
     OpenText* text = sources_->Find(path);
     if (!text) return std::nullopt;
     sources_->Get(*text);
-    return MissingCloser(text->analyser, sources_->Language(), line);
+    return MissingCloser(text->analyser, *text->dialect, line);
 }
 
 } // namespace nib

@@ -28,6 +28,15 @@ int32_t FamilyOf(SymbolKind kind)
     }
 }
 
+/// It is called, or can be, by other items: no routine within the program has the name.
+bool ReachesOut(const ProgramFacts& facts, const Symbol& symbol)
+{
+    if (symbol.kind == SymbolKind::External) return true;
+    return IsRoutine(symbol.kind) &&
+           std::none_of(facts.routines.begin(), facts.routines.end(),
+                        [&](const Routine& one) { return one.local && SameName(one.name, symbol.name); });
+}
+
 void Sort(std::vector<FoundPlace>& found)
 {
     const auto before = [](const FoundPlace& a, const FoundPlace& b) {
@@ -71,10 +80,7 @@ std::optional<NamedPlace> NameReach::At(const Text& path, Position at)
 
 bool NameReach::IsCalled(const NamedPlace& name)
 {
-    const Symbol& symbol = name.Name();
-    if (symbol.kind == SymbolKind::External) return true;
-    if (!IsRoutine(symbol.kind) || name.facts->routines.empty()) return false;
-    return !name.facts->routines.front().local && SameName(name.facts->routines.front().name, symbol.name);
+    return ReachesOut(*name.facts, name.Name());
 }
 
 std::vector<SourceUnit> NameReach::IncludesOf(const SourceUnit& unit)
@@ -151,7 +157,7 @@ void NameReach::AddCalls(const SourceUnit& unit, TextView name, std::vector<Foun
     if (!facts) return;
     for (const Occurrence& one : facts->occurrences) {
         const Symbol& symbol = facts->symbols[static_cast<size_t>(one.symbol)];
-        if (symbol.kind == SymbolKind::External && SameName(symbol.name, name)) found.push_back({unit, one});
+        if (SameName(symbol.name, name) && ReachesOut(*facts, symbol)) found.push_back({unit, one});
     }
 }
 
@@ -173,15 +179,31 @@ std::vector<SourceUnit> NameReach::Callees(const SourceUnit& from, TextView name
     return callees;
 }
 
-std::optional<SourceUnit> NameReach::IncludedAt(const NamedPlace& name)
+std::optional<SourceUnit> NameReach::IncludedAt(const Text& path, Position at)
 {
-    if (!name.unit.account) return std::nullopt;
-    for (const IncludeSite& site : name.facts->includes) {
-        if (site.at.start > name.at.at.start || site.at.end < name.at.at.end) continue;
-        if (const auto item = Included(name.unit.account->current, name.unit.name, site))
-            return sources_.UnitOf(*name.unit.account, *item);
+    const SourceUnit unit = sources_.UnitOf(path);
+    const std::shared_ptr<const ProgramFacts> facts = sources_.Facts(unit);
+    if (!facts || !unit.account) return std::nullopt;
+    for (const IncludeSite& site : facts->includes) {
+        if (site.at.start > at || site.at.end < at) continue;
+        if (const auto item = Included(unit.account->current, unit.name, site))
+            return sources_.UnitOf(*unit.account, *item);
     }
     return std::nullopt;
+}
+
+std::vector<FoundPlace> NameReach::Inclusions(const SourceUnit& item)
+{
+    std::vector<FoundPlace> found;
+    for (const SourceUnit& user : Users(*item.account, ItemUse::Includes, item.name.item)) {
+        const std::shared_ptr<const ProgramFacts> facts = sources_.Facts(user);
+        if (!facts) continue;
+        for (const IncludeSite& site : facts->includes)
+            if (Included(item.account->current, user.name, site) == item.name)
+                found.push_back({user, {site.at, 0, Use::Names}});
+    }
+    Sort(found);
+    return found;
 }
 
 std::vector<FoundPlace> NameReach::All(const NamedPlace& name)
@@ -210,10 +232,6 @@ std::vector<FoundPlace> NameReach::Declarations(const NamedPlace& name)
 {
     std::vector<FoundPlace> found;
     const Symbol& symbol = name.Name();
-    if (symbol.kind == SymbolKind::Item) {
-        if (const auto item = IncludedAt(name)) found.push_back({*item, {}});
-        return found;
-    }
     if (IsCalled(name)) {
         for (const SourceUnit& callee : Callees(name.unit, symbol.name)) AddEntry(callee, found);
         if (found.empty() && symbol.kind != SymbolKind::External) AddEntry(name.unit, found);

@@ -40,8 +40,10 @@ public:
     std::vector<SourceUnit> Joined(const SourceUnit& unit, const Symbol& name);
     /// Another item runs or is run by this name.
     static bool IsCalled(const NamedPlace& name);
-    /// The included item that a name of this kind stands for.
-    std::optional<SourceUnit> IncludedAt(const NamedPlace& name);
+    /// The item that is included there.
+    std::optional<SourceUnit> IncludedAt(const Text& path, Position at);
+    /// Where the item is included.
+    std::vector<FoundPlace> Inclusions(const SourceUnit& item);
 
 private:
     std::vector<SourceUnit> IncludesOf(const SourceUnit& unit);

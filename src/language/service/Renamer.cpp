@@ -129,6 +129,7 @@ RenamePlan Renamer::Plan(const Text& path, Position at, const Text& name)
     for (size_t i = 0; i < units.size() && plan.refusal.empty(); ++i)
         plan.refusal = WhyNotIn(units[i], *place, name, plan.edits[i]);
     if (!plan.refusal.empty()) plan.edits.clear();
+    std::erase_if(plan.edits, [](const PathEdit& one) { return one.edits.empty(); });
     return plan;
 }
 

@@ -2,6 +2,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "language/Dialect.h"
+#include "language/account/ProgramShape.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
 
@@ -48,6 +49,7 @@ AccountRules RulesOf(AccountAccess& access, const Dialect& dialect)
     // What an account says of itself; many say nothing, or nobody but a server can read it.
     const auto read = [&] { return access.reader->Read(u"VOC", u"NIB"); };
     if (const auto record = OrDefault(read, std::optional<Text>())) ReadRules(*record, rules);
+    ReadRules(OrDefault([&] { return access.reader->ProgramRules(); }, Text()), rules);
     rules.includeFiles.insert(rules.includeFiles.end(), dialect.includeFiles.begin(), dialect.includeFiles.end());
     return rules;
 }
@@ -138,6 +140,11 @@ void Sources::Open(const Text& path, std::span<const Text> lines)
 {
     auto text = std::make_unique<OpenText>(UnitOf(path), *options_.dialect);
     text->analyser.Replace(0, 0, lines);
+    if (text->account && !text->name.item.empty()) {
+        Text beginning;
+        for (const Text& line : lines.first(std::min<size_t>(lines.size(), 200))) beginning += line + u"\n";
+        if (LooksLikeProgram(beginning, *text->dialect)) text->account->index->Expect(text->name.file);
+    }
     TouchUsers(*text);
     open_[path] = std::move(text);
     ++revision_;

@@ -37,15 +37,16 @@ struct SourceUnit {
 
 /// A text that is open in a window.
 struct OpenText {
-    OpenText(SourceUnit unit, const Dialect& dialect)
+    OpenText(SourceUnit unit, const Dialect& ofOthers)
         : path(std::move(unit.path)), account(unit.account), name(unit.name),
-          analyser(account ? account->dialect : &dialect, name.file, name.item)
+          dialect(account ? account->dialect : &ofOthers), analyser(dialect, name.file, name.item)
     {
     }
 
     Text path;
     ServedAccount* account; ///< null: it is looked at alone
     ItemName name;
+    const Dialect* dialect;
     ProgramAnalyser analyser;
     std::map<ItemName, Text>
         includes;      ///< what it was read with, and the stamps of these; those that are open have none

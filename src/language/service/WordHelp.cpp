@@ -1,7 +1,6 @@
 #include "language/service/WordHelp.h"
 
 #include "language/Dialect.h"
-#include "language/service/WordForm.h"
 
 #include <algorithm>
 
@@ -10,6 +9,45 @@ namespace nib {
 namespace {
 
 constexpr int32_t kMostComment = 24; // lines
+
+/// The parameters in the outermost parentheses of "NAME(a, b [, c])", each with its start and end; brackets and dots
+/// between them belong to none.
+std::vector<std::pair<int32_t, int32_t>> ParametersOf(TextView form)
+{
+    constexpr TextView kBetween{u" [],"};
+    std::vector<std::pair<int32_t, int32_t>> parameters;
+    const size_t open = form.find(u'(');
+    if (open == TextView::npos) return parameters;
+    size_t start = TextView::npos;
+    size_t last = open;
+    const auto finish = [&] {
+        if (start != TextView::npos) parameters.emplace_back(start, last + 1);
+        start = TextView::npos;
+    };
+    int32_t depth = 0;
+    for (size_t at = open; at < form.size(); ++at) {
+        const char16_t c = form[at];
+        if (c == u'(' && depth++ == 0) continue;
+        if (c == u')' && --depth == 0) break;
+        if (depth == 1 && c == u',') {
+            finish();
+        } else if (kBetween.find(c) == TextView::npos) {
+            if (start == TextView::npos) start = at;
+            last = at;
+        }
+    }
+    finish();
+    return parameters;
+}
+
+/// "NAME(a, b)"
+Text FormOf(TextView name, const std::vector<Text>& parameters)
+{
+    Text form(name);
+    form += u"(";
+    for (size_t i = 0; i < parameters.size(); ++i) form += (i > 0 ? u", " : u"") + parameters[i];
+    return form + u")";
+}
 
 /// What a line that is nothing but a comment says; none for another one.
 std::optional<TextView> CommentIn(TextView line)
@@ -52,6 +90,8 @@ std::optional<HoverText> WordHelp::Hover(const Text& path, Position at)
 std::optional<HoverText> WordHelp::OfName(const Text& path, Position at)
 {
     const std::optional<NamedPlace> name = reach_.At(path, at);
+    const std::optional<SourceUnit> item = name ? std::nullopt : reach_.IncludedAt(path, at);
+    if (item) return HoverText{{at, at}, item->name.file + u" " + item->name.item, CommentBelow(*item, -1)};
     if (!name) return std::nullopt;
     const std::vector<FoundPlace> declarations = reach_.Declarations(*name);
     if (declarations.empty()) return std::nullopt;
@@ -68,9 +108,6 @@ HoverText WordHelp::OfDeclaration(const NamedPlace& name, const FoundPlace& decl
         hover.form = HeadOf(*facts, facts->routines.front());
         hover.help = CommentBelow(unit, line);
         if (const Text above = CommentAbove(unit, line); !above.empty()) hover.help = above;
-    } else if (name.Name().kind == SymbolKind::Item) {
-        hover.form = unit.name.file + u" " + unit.name.item;
-        hover.help = CommentBelow(unit, -1);
     } else {
         hover.form = Text(Trim(sources_.LineOf(unit, line)));
         hover.help = CommentAbove(unit, line);
@@ -116,7 +153,7 @@ std::optional<HoverText> WordHelp::OfWord(OpenText& text, Position at)
     for (const BasicToken& token : line.Tokens()) {
         if (token.start > at.col || token.end < at.col) continue;
         HoverText hover{{{token.start, at.line}, {token.end, at.line}}, {}, {}};
-        for (const DialectWord& word : sources_.Language().Find(Trim(line.Of(token)))) {
+        for (const DialectWord& word : text.dialect->Find(Trim(line.Of(token)))) {
             Append(hover.form, word.form);
             Append(hover.help, word.help);
         }
@@ -162,7 +199,7 @@ std::optional<SignatureHelp> WordHelp::OfCallee(OpenText& text, TextView name, b
     };
     const auto isFunction = [&](const CallSite& site) { return site.function && SameName(site.name, name); };
     if (!call && !std::any_of(facts.calls.begin(), facts.calls.end(), isFunction)) {
-        if (const DialectWord* word = sources_.Language().Find(name, WordKind::Function)) {
+        if (const DialectWord* word = text.dialect->Find(name, WordKind::Function)) {
             help.form = word->form;
             help.help = word->help;
         }

@@ -1,6 +1,8 @@
 #include "shell/assist/Assistance.h"
 
 #include "documents/mvDocument.h"
+#include "language/Dialects.h"
+#include "language/account/ProgramShape.h"
 
 #include <algorithm>
 
@@ -10,12 +12,57 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// So long nobody types, and what is wrong in the line is said.
-constexpr milliseconds kPause{150};
 /// A change in one program is seen in the others that much later.
 constexpr milliseconds kOthersLater{400};
 /// Nobody writes such a program; what is that long is data.
 constexpr int32_t kMostLines = 300'000;
+
+/// Enough to tell a program by; it may begin with a page of remarks.
+constexpr int32_t kLinesLookedAt = 400;
+constexpr size_t kUnitsLookedAt = 40'000;
+/// More of them are of no use to anybody.
+constexpr size_t kMostFindings = 5000;
+
+Text BeginningOf(const SourceDocument& text)
+{
+    Text beginning;
+    for (int32_t line = 0; line < std::min(text.LineCount(), kLinesLookedAt); ++line) {
+        const UnitSpan units = text.LineUnits(line);
+        if (beginning.size() + units.length > kUnitsLookedAt) break;
+        units.AppendTo(beginning);
+        beginning += u'\n';
+    }
+    return beginning;
+}
+
+/// Endings of files in other languages.
+constexpr TextView kOtherEndings[] = {u"c",   u"cfg", u"conf", u"cpp", u"css", u"csv", u"h",    u"htm", u"html",
+                                      u"ini", u"js",  u"json", u"log", u"md",  u"php", u"py",   u"rb",  u"rs",
+                                      u"sh",  u"sql", u"ts",   u"tsv", u"txt", u"xml", u"yaml", u"yml"};
+
+bool IsOtherFile(TextView name)
+{
+    const size_t dot = name.find_last_of(u'.');
+    if (dot == TextView::npos) return false;
+    const auto same = [&](TextView ending) { return EqualsNoCase(ending, name.substr(dot + 1)); };
+    return std::any_of(std::begin(kOtherEndings), std::end(kOtherEndings), same);
+}
+
+/// The reader of an account for the service, which both can end: the program at its end, whatever the host does.
+class SharedReader final : public ItemReader {
+public:
+    explicit SharedReader(std::shared_ptr<ItemReader> reader) : reader_(std::move(reader)) {}
+    std::vector<Text> Files() override { return reader_->Files(); }
+    std::vector<Text> Ids(TextView file) override { return reader_->Ids(file); }
+    std::optional<Text> Read(TextView file, TextView id) override { return reader_->Read(file, id); }
+    Text Stamp(TextView file, TextView id) override { return reader_->Stamp(file, id); }
+    std::string Folder(TextView file) override { return reader_->Folder(file); }
+    Text ProgramRules() override { return reader_->ProgramRules(); }
+    void Stop() override { reader_->Stop(); }
+
+private:
+    const std::shared_ptr<ItemReader> reader_;
+};
 
 Text PathOf(const mvDocument& document)
 {
@@ -40,7 +87,9 @@ void Assistance::Stop()
     turn_.reset();
     waiting_.reset();
     others_.reset();
+    for (auto& [path, reader] : accounts_) reader->Stop();
     worker_.reset();
+    accounts_.clear();
     followed_.clear();
 }
 
@@ -78,8 +127,8 @@ void Assistance::DocumentChanged(const mvDocument& document)
 {
     const auto found = followed_.find(document.DocumentID());
     if (found == followed_.end()) return;
-    const Followed& followed = found->second;
-    if (followed.told != PathOf(document) || followed.told.empty() == Wants(document)) WakeSoon();
+    found->second.program = false; // it may be another item
+    WakeSoon();
 }
 
 void Assistance::SettingsChanged()
@@ -88,10 +137,22 @@ void Assistance::SettingsChanged()
     WakeSoon();
 }
 
-bool Assistance::Wants(const mvDocument& document) const
+bool Assistance::Wants(Followed& followed, const mvDocument& document) const
 {
-    const auto found = followed_.find(document.DocumentID());
-    return found != followed_.end() && document.Highlight() && found->second.text->Document().LineCount() <= kMostLines;
+    return document.Highlight() && followed.text->Document().LineCount() <= kMostLines && IsProgram(followed, document);
+}
+
+/// Records, notes and scripts are edited here, too, and are not to be judged.
+bool Assistance::IsProgram(Followed& followed, const mvDocument& document) const
+{
+    if (followed.program || !services_.dialects) return followed.program = true;
+    if (const auto item = document.ItemObject()) {
+        const bool local = item->Provider() == kFileProvider;
+        if (local ? IsOtherFile(item->ItemID()) : !MayHoldPrograms(item->Folder())) return false;
+    }
+    const Dialect* dialect = services_.dialects->Find(services_.settings.Dialect);
+    if (!dialect) dialect = services_.dialects->Find(kCommonDialect);
+    return followed.program = dialect && LooksLikeProgram(BeginningOf(followed.text->Document()), *dialect);
 }
 
 std::vector<std::shared_ptr<mvDocument>> Assistance::Documents() const
@@ -111,6 +172,16 @@ std::shared_ptr<mvDocument> Assistance::OpenDocument(TextView path) const
 
 // Telling of changes, once a turn
 
+bool Assistance::Start()
+{
+    if (!worker_ && ports_.makeService && !stopped_) {
+        worker_ = std::make_unique<LanguageWorker>(ports_.makeService, ports_.toWindows, [this] { AskAgain(); });
+        const Location& host = services_.place.host;
+        newAccounts_.push_back({host.Provider, host.ServerName, host.Database, {}, {}});
+    }
+    return worker_ != nullptr;
+}
+
 void Assistance::WakeSoon()
 {
     if (!turn_ && !stopped_) turn_ = timers_.Every(milliseconds(0), [this] { Flush(); });
@@ -121,14 +192,18 @@ void Assistance::Changed(Followed& followed)
     followed.typedMs = clock_.NowMs();
     followed.stale = true;
     WakeSoon();
-    if (!followed.text->Findings().empty() && FindingsChanged) FindingsChanged(followed.id);
+    if (!followed.text->Findings().empty() && FindingsMoved) FindingsMoved();
 }
 
 void Assistance::Flush()
 {
     turn_.reset();
     for (auto& [id, followed] : followed_) Tell(followed);
+    // While a server is waited for, documents may close.
+    for (const ItemPlace& place : std::exchange(newAccounts_, {})) AddAccount(place);
     if (!worker_) return;
+    for (auto& [id, followed] : followed_)
+        if (!followed.told.empty() && std::exchange(followed.stale, false)) AskFindings(followed);
     if (const Text fault = worker_->TakeFault(); !fault.empty())
         services_.log.Write(u"Assistance: " + fault, trace::kErrors);
 }
@@ -137,18 +212,18 @@ void Assistance::Tell(Followed& followed)
 {
     const auto document = followed.document.lock();
     if (!document) return;
-    if (!Wants(*document)) {
+    if (!Wants(followed, *document) || !Start()) {
         Close(followed);
         return SetShown(followed, {});
     }
-    if (!worker_)
-        worker_ = std::make_unique<LanguageWorker>(ports_.makeService, ports_.toWindows, [this] { AskAgain(); });
     const Text path = PathOf(*document);
     if (followed.told != path) {
         Close(followed);
         followed.told = path;
         followed.stale = true;
-        AddAccount(*document);
+        if (const auto item = document->ItemObject())
+            newAccounts_.push_back({item->Provider(), item->ServerName(), item->Database(), {}, {}});
+        WakeSoon();
     }
     if (std::optional<ChangedLines> change = followed.text->Take()) {
         auto told = std::make_shared<ChangedLines>(std::move(*change));
@@ -161,20 +236,20 @@ void Assistance::Tell(Followed& followed)
         if (TextTold) TextTold(followed.id);
         if (followed_.size() > 1) others_ = timers_.Every(kOthersLater, [this] { AskAgain(); });
     }
-    if (std::exchange(followed.stale, false)) AskFindings(followed);
 }
 
-/// Once for each; one that cannot be read is as if there were none.
-void Assistance::AddAccount(const mvDocument& document)
+/// Once for each; one that cannot be read is as if there were none, and tried again with the next document of it.
+void Assistance::AddAccount(const ItemPlace& place)
 {
-    const std::shared_ptr<mvItem> item = document.ItemObject();
-    if (!item || item->Provider() != kHostProvider || item->Database().empty()) return;
-    const ItemPlace place{item->Provider(), item->ServerName(), item->Database(), {}, {}};
+    if (place.provider != kHostProvider || place.database.empty()) return;
     const Text path = ComposeHostPath(place);
-    if (!accounts_.insert(path).second) return;
+    if (accounts_.contains(path)) return;
+    std::shared_ptr<ItemReader> reader;
+    IgnoringErrors([&] { reader = services_.connection.Reader(place); });
+    if (!reader || !worker_) return;
     auto access = std::make_shared<AccountAccess>();
-    IgnoringErrors([&] { access->reader = services_.connection.Reader(place); });
-    if (!access->reader) return;
+    access->reader = std::make_unique<SharedReader>(accounts_[path] = std::move(reader));
+    if (services_.dialects) access->dialect = services_.dialects->Find(services_.settings.Dialect);
     worker_->Post([path, access](LanguageService& service) { service.AddAccount(path, std::move(*access)); });
 }
 
@@ -209,7 +284,10 @@ void Assistance::AskFindings(Followed& followed)
     *followed.asked = revision;
     // Nobody computes what a later key has made worthless.
     auto question = [path = followed.told, asked = followed.asked, revision](LanguageService& service) {
-        return *asked == revision ? std::optional(service.Findings(path)) : std::nullopt;
+        if (*asked != revision) return std::optional<std::vector<ProgramFinding>>();
+        std::optional findings(service.Findings(path));
+        if (findings->size() > kMostFindings) findings->resize(kMostFindings);
+        return findings;
     };
     worker_->Ask(std::move(question),
                  [this, id = followed.id, revision](std::optional<std::vector<ProgramFinding>>& findings) {
@@ -219,91 +297,6 @@ void Assistance::AskFindings(Followed& followed)
                      asked.foundAt = revision;
                      Present(asked);
                  });
-}
-
-// Findings
-
-void Assistance::Present(Followed& followed)
-{
-    const auto document = followed.document.lock();
-    if (!document || !document->View() || followed.told.empty()) return;
-    const int64_t since = clock_.NowMs() - followed.typedMs;
-    const int32_t line = since < kPause.count() ? document->View()->txtText().CaretLine() : -1;
-    SplitFindings split = HoldBack(followed.found, followed.text->Findings(), line);
-    if (split.waits) {
-        waiting_ = timers_.Every(kPause - milliseconds(since), [this] {
-            waiting_.reset();
-            for (auto& [id, waiting] : followed_)
-                if (waiting.foundAt == waiting.text->Revision()) Present(waiting);
-        });
-    }
-    SetShown(followed, std::move(split.shown));
-}
-
-void Assistance::SetShown(Followed& followed, std::vector<ProgramFinding> findings)
-{
-    if (findings.empty() && followed.text->Findings().empty()) return;
-    followed.text->SetFindings(std::move(findings));
-    if (FindingsChanged) FindingsChanged(followed.id);
-}
-
-void Assistance::GoTo(int32_t documentId, Position at, TextView why)
-{
-    const auto document = services_.openDocuments.ById(documentId);
-    if (!document || !document->View()) return;
-    if (const auto from = services_.openDocuments.ById(services_.frame.ActiveDocument()))
-        services_.shell.RecordPosition(*from);
-    document->View()->txtText().SetCaret(at);
-    document->Activate();
-    services_.frame.SetStatusText(1, why);
-}
-
-void Assistance::GoToFinding(int32_t documentId, bool backward)
-{
-    if (const auto next = NextFinding(documentId, backward))
-        GoTo(next->document->DocumentID(), next->finding.at.start, next->finding.message);
-    else
-        services_.frame.SetStatusText(1, u"No problems are known.");
-}
-
-const std::vector<ProgramFinding>& Assistance::Findings(int32_t documentId) const
-{
-    static const std::vector<ProgramFinding> none;
-    const auto found = followed_.find(documentId);
-    return found == followed_.end() ? none : found->second.text->Findings();
-}
-
-std::optional<FindingPlace> Assistance::NextFinding(int32_t documentId, bool backward) const
-{
-    const auto active = followed_.find(documentId);
-    if (active == followed_.end()) return std::nullopt;
-    const auto document = active->second.document.lock();
-    if (!document || !document->View()) return std::nullopt;
-    const Position caret = document->View()->txtText().Caret();
-    const auto pick = [&](const Followed& followed, auto&& fits) -> std::optional<FindingPlace> {
-        const auto& findings = followed.text->Findings();
-        const auto at = [&](const ProgramFinding& finding) { return fits(finding.at.start); };
-        if (backward) {
-            const auto found = std::find_if(findings.rbegin(), findings.rend(), at);
-            if (found != findings.rend()) return FindingPlace{followed.document.lock(), *found};
-        } else {
-            const auto found = std::find_if(findings.begin(), findings.end(), at);
-            if (found != findings.end()) return FindingPlace{followed.document.lock(), *found};
-        }
-        return std::nullopt;
-    };
-    if (auto here = pick(active->second, [&](Position p) { return backward ? p < caret : caret < p; })) return here;
-    auto next = active;
-    do {
-        if (backward) {
-            if (next == followed_.begin()) next = followed_.end();
-            --next;
-        } else if (++next == followed_.end()) {
-            next = followed_.begin();
-        }
-        if (auto there = pick(next->second, [](Position) { return true; })) return there;
-    } while (next != active);
-    return std::nullopt;
 }
 
 } // namespace nib

@@ -11,7 +11,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <vector>
 
 namespace nib {
@@ -51,6 +50,8 @@ public:
 
     /// As they are shown, ascending.
     const std::vector<ProgramFinding>& Findings(int32_t documentId) const;
+    /// What mends the findings of a line; then what silences each of them there.
+    std::vector<QuickMend> Mends(const mvDocument& document, int32_t line) const;
     /// The documents that are followed, in the order of their making.
     std::vector<std::shared_ptr<mvDocument>> Documents() const;
     /// The next finding from the caret of the active document, round through the others.
@@ -76,7 +77,7 @@ public:
     template <typename Question, typename Take>
     bool AskAll(Question question, Take take)
     {
-        if (!worker_) return false;
+        if (!Start()) return false;
         Flush();
         worker_->Ask(std::move(question), std::move(take));
         return true;
@@ -88,8 +89,10 @@ public:
     /// The open document of a path that an answer names; null when none is open.
     std::shared_ptr<mvDocument> OpenDocument(TextView path) const;
 
-    /// The findings of a document are others, or have moved.
+    /// The findings of a document are others.
     std::function<void(int32_t documentId)> FindingsChanged;
+    /// They have moved with its text.
+    std::function<void()> FindingsMoved;
     /// Whatever is known may have changed.
     std::function<void()> KnowledgeChanged;
     /// The service has been told of a change of a text.
@@ -112,17 +115,20 @@ private:
         int64_t foundAt = -1;              ///< revision that they are of
         int64_t typedMs = 0;               ///< when it was last changed
         bool stale = false;                ///< its findings
+        bool program = false;              ///< it reads like one; that stays, whatever it is edited to
     };
 
+    bool Start();
+    bool IsProgram(Followed& followed, const mvDocument& document) const;
     Followed* AskedOf(const mvDocument& document);
     bool IsAt(int32_t id, int64_t revision) const;
-    bool Wants(const mvDocument& document) const;
+    bool Wants(Followed& followed, const mvDocument& document) const;
     void Changed(Followed& followed);
     void WakeSoon();
     void Flush();
     void Tell(Followed& followed);
     void Close(Followed& followed);
-    void AddAccount(const mvDocument& document);
+    void AddAccount(const ItemPlace& place);
     void AskFindings(Followed& followed);
     void Present(Followed& followed);
     void SetShown(Followed& followed, std::vector<ProgramFinding> findings);
@@ -132,11 +138,12 @@ private:
     Timers& timers_;
     const Clock& clock_;
     const AssistPorts ports_;
-    std::map<int32_t, Followed> followed_; ///< by DocumentID
-    std::set<Text> accounts_;
-    std::unique_ptr<Timers::Timer> turn_;    ///< while anything is to be told
-    std::unique_ptr<Timers::Timer> waiting_; ///< while findings wait for the end of typing
-    std::unique_ptr<Timers::Timer> others_;  ///< while the findings of other texts may have changed
+    std::map<int32_t, Followed> followed_;                 ///< by DocumentID
+    std::map<Text, std::shared_ptr<ItemReader>> accounts_; ///< by path
+    std::vector<ItemPlace> newAccounts_;                   ///< of texts that were told
+    std::unique_ptr<Timers::Timer> turn_;                  ///< while anything is to be told
+    std::unique_ptr<Timers::Timer> waiting_;               ///< while findings wait for the end of typing
+    std::unique_ptr<Timers::Timer> others_;                ///< while the findings of other texts may have changed
     std::unique_ptr<LanguageWorker> worker_;
     bool stopped_ = false;
 };

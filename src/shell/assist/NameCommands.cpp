@@ -9,6 +9,7 @@ namespace nib {
 namespace {
 
 constexpr size_t kNumberDigits = 6;
+constexpr TextView kNoProgram = u"This document is not read as a program.";
 
 Text ListedNumber(int32_t line)
 {
@@ -79,7 +80,7 @@ bool NameCommands::GoTo(const PathRange& place)
 
 void NameCommands::GoToDefinition(mvDocument& document)
 {
-    assistance_.Ask(
+    const bool asked = assistance_.Ask(
         document,
         [at = ViewOf(document).Caret()](LanguageService& service, const Text& path) {
             return service.Definition(path, at);
@@ -92,11 +93,12 @@ void NameCommands::GoToDefinition(mvDocument& document)
             else
                 ListPlaces(u"Definitions of " + NameIn(places), places);
         });
+    if (!asked) services_.frame.SetStatusText(1, kNoProgram);
 }
 
 void NameCommands::FindReferences(mvDocument& document)
 {
-    assistance_.Ask(
+    const bool asked = assistance_.Ask(
         document,
         [at = ViewOf(document).Caret()](LanguageService& service, const Text& path) {
             return service.References(path, at, true);
@@ -107,6 +109,7 @@ void NameCommands::FindReferences(mvDocument& document)
             else
                 ListPlaces(u"References to " + NameIn(places), places);
         });
+    if (!asked) services_.frame.SetStatusText(1, kNoProgram);
 }
 
 void NameCommands::ListPlaces(TextView title, const std::vector<PathRange>& places)
@@ -137,7 +140,7 @@ void NameCommands::ListPlaces(TextView title, const std::vector<PathRange>& plac
 void NameCommands::AskRename(mvDocument& document, std::function<void(const Renamed&)> take)
 {
     using Answer = std::pair<std::optional<TextRange>, Text>;
-    assistance_.Ask(
+    const bool asked = assistance_.Ask(
         document,
         [at = ViewOf(document).Caret()](LanguageService& service, const Text& path) {
             Answer answer;
@@ -149,6 +152,7 @@ void NameCommands::AskRename(mvDocument& document, std::function<void(const Rena
             SourceDocument& text = ViewOf(document).Document();
             take({range ? text.GetRange(range->start, range->end) : Text(), refusal});
         });
+    if (!asked) services_.frame.SetStatusText(1, kNoProgram);
 }
 
 void NameCommands::Preview(mvDocument& document, const Text& name, std::function<void(RenamePreview)> take)

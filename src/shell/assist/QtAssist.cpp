@@ -17,6 +17,7 @@ QtAssist::QtAssist(Assistance& assistance, NameCommands& names, DocumentServices
       problems_(new frmProblems(assistance, &window)), outline_(new frmOutline(assistance, services, &window))
 {
     assistance_.FindingsChanged = [this](int32_t documentId) { FindingsChanged(documentId); };
+    assistance_.FindingsMoved = [this] { problems_->FindingsChanged(); };
     assistance_.TextTold = [this](int32_t documentId) {
         if (documentId == services_.frame.ActiveDocument()) outline_->TextChanged();
     };
@@ -38,6 +39,7 @@ QtAssist::QtAssist(Assistance& assistance, NameCommands& names, DocumentServices
 QtAssist::~QtAssist()
 {
     assistance_.FindingsChanged = nullptr;
+    assistance_.FindingsMoved = nullptr;
     assistance_.TextTold = nullptr;
     assistance_.PanelsChanged = nullptr;
     assistance_.Show = nullptr;

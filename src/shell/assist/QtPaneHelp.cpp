@@ -1,6 +1,7 @@
 #include "shell/assist/QtPaneHelp.h"
 
 #include "documents/mvDocument.h"
+#include "language/FindingCodes.h"
 #include "platform/qt/QtText.h"
 #include "shell/assist/QtCompletionList.h"
 #include "text/widget/SourceViewWidget.h"
@@ -246,6 +247,9 @@ void QtPaneHelp::ShowHover(Position at, const std::optional<HoverText>& hover, Q
     for (const ProgramFinding& finding : assistance_.Findings(documentId_)) {
         if (at < finding.at.start || finding.at.end < at) continue;
         html += QStringLiteral("<div><b>") + ToQString(finding.message).toHtmlEscaped() + QStringLiteral("</b></div>");
+        const FindingKind& kind = FindingKindOf(finding.code);
+        if (kind.code == finding.code)
+            html += QStringLiteral("<div>") + ToQString(kind.help).toHtmlEscaped() + QStringLiteral("</div>");
         if (!finding.mends.empty())
             html += QStringLiteral("<div><i>") + tr("Alt+Return offers to mend it.") + QStringLiteral("</i></div>");
     }
@@ -265,11 +269,7 @@ void QtPaneHelp::ShowMends()
     if (!document) return;
     QMenu menu(&pane_);
     menu.setWindowTitle(tr("Quick Mends"));
-    const int32_t line = pane_.Model().CaretLine();
-    std::vector<QuickMend> mends;
-    for (const ProgramFinding& finding : assistance_.Findings(documentId_))
-        if (finding.at.start.line <= line && line <= finding.at.end.line)
-            mends.insert(mends.end(), finding.mends.begin(), finding.mends.end());
+    const std::vector<QuickMend> mends = assistance_.Mends(*document, pane_.Model().CaretLine());
     for (size_t i = 0; i < mends.size(); ++i)
         menu.addAction(ToQString(DoubleAmpersands(mends[i].caption)))->setData(static_cast<int>(i));
     if (mends.empty()) return services_.frame.SetStatusText(1, u"There is nothing here that can be mended so.");

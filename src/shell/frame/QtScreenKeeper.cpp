@@ -3,11 +3,13 @@
 #include "shell/frame/WindowPlacement.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QEvent>
 #include <QPointer>
 #include <QScreen>
+#include <QScrollArea>
 #include <QTimer>
-#include <QWidget>
+#include <QVBoxLayout>
 
 namespace nib {
 
@@ -25,7 +27,51 @@ bool IsKept(const QWidget& window)
 {
     constexpr auto elsewhere = Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen;
     const Qt::WindowType type = window.windowType();
-    return window.isVisible() && !(window.windowState() & elsewhere) && (type == Qt::Window || type == Qt::Dialog);
+    return window.isVisible() && !(window.windowState() & elsewhere) &&
+           (type == Qt::Window || type == Qt::Dialog || type == Qt::Tool);
+}
+
+/// The last widget of a dialog, which must stay in sight: it has the buttons.
+bool IsButtons(QLayoutItem* item)
+{
+    const QWidget* widget = item ? item->widget() : nullptr;
+    return widget && (qobject_cast<const QDialogButtonBox*>(widget) || widget->findChild<QDialogButtonBox*>());
+}
+
+/// A dialog that cannot become as small as the screen scrolls; its buttons stay where they are.
+void LetScroll(QWidget& window)
+{
+    auto* column = qobject_cast<QVBoxLayout*>(window.layout());
+    if (!column || column->isEmpty() || qobject_cast<QScrollArea*>(column->itemAt(0)->widget())) return;
+    const QPointer<QWidget> focused(window.focusWidget());
+    auto* inner = new QWidget;
+    auto* rows = new QVBoxLayout(inner);
+    rows->setContentsMargins(0, 0, 0, 0);
+    auto* scroll = new QScrollArea;
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setWidget(inner);
+    // First, so that no widget leaves the window, which would change the order of the Tab key.
+    column->insertWidget(0, scroll, 1);
+    const int kept = IsButtons(column->itemAt(column->count() - 1)) ? 2 : 1;
+    while (column->count() > kept) {
+        const int stretch = column->stretch(1);
+        QLayoutItem* item = column->takeAt(1);
+        if (item->layout()) {
+            rows->addLayout(item->layout(), stretch);
+        } else if (item->widget()) {
+            rows->addWidget(item->widget(), stretch);
+            delete item;
+        } else {
+            rows->addItem(item);
+        }
+    }
+    column->activate(); // which keeps the window from becoming smaller than it asks for
+    // What moves is hidden until the loop shows it again.
+    QTimer::singleShot(0, &window, [focused] {
+        if (focused) focused->setFocus();
+    });
 }
 
 } // namespace
@@ -59,9 +105,14 @@ bool QtScreenKeeper::eventFilter(QObject* watched, QEvent* event)
     return false;
 }
 
+bool QtScreenKeeper::PlacesWindows()
+{
+    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 void QtScreenKeeper::Keep(QWidget& window)
 {
-    if (!IsKept(window)) return;
+    if (!PlacesWindows() || !IsKept(window)) return;
     std::vector<FrameBounds> screens;
     for (const QScreen* screen : QGuiApplication::screens()) screens.push_back(BoundsOf(screen->availableGeometry()));
     const QRect framed = window.frameGeometry();
@@ -69,8 +120,11 @@ void QtScreenKeeper::Keep(QWidget& window)
     const FrameBounds now = BoundsOf(framed);
     FrameBounds kept = FitToScreens(now, screens);
     if (kept == now) return;
-    const QSize least = window.minimumSizeHint().expandedTo(window.minimumSize()) + edges;
-    window.resize(QSize(kept.width, kept.height).expandedTo(least) - edges);
+    const QSize size = QSize(kept.width, kept.height) - edges;
+    const QSize least = window.minimumSizeHint();
+    if (window.windowType() == Qt::Dialog && (least.height() > size.height() || least.width() > size.width()))
+        LetScroll(window);
+    window.resize(size);
     window.move(kept.left, kept.top);
 }
 

@@ -13,6 +13,8 @@ public:
     explicit QtScreenKeeper(QObject* parent);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+    /// On some desktops a window neither knows nor chooses its place.
+    static bool PlacesWindows();
     /// Moves the window, and makes it smaller where it does not fit.
     static void Keep(QWidget& window);
 

@@ -21,12 +21,6 @@ constexpr TextView kTitle = u"Nib";
 constexpr int kShutdownDelay = 50;
 constexpr int kStuckFocusDelay = 100;
 
-/// On some desktops a window neither knows nor chooses its place.
-bool PlacesWindows()
-{
-    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-}
-
 Desktop PresentDesktop(const QScreen& screen)
 {
     double across = screen.logicalDotsPerInchX();
@@ -132,7 +126,7 @@ FrameBounds frmMain::PresentBounds() const
     double down = screen()->logicalDotsPerInchY();
     FrameBounds now{PixelsToTwips(x(), across), PixelsToTwips(y(), down), PixelsToTwips(width(), across),
                     PixelsToTwips(height(), down)};
-    if (!PlacesWindows()) {
+    if (!QtScreenKeeper::PlacesWindows()) {
         now.left = placement_.Bounds().left;
         now.top = placement_.Bounds().top;
     }
@@ -224,7 +218,7 @@ void frmMain::UpdateCaption()
 {
     frmDocument* form = ActiveForm();
     Text caption(kTitle);
-    if (form) {
+    if (form && !form->Title().empty()) {
         const bool joined = form->WindowState() == window_state::kMaximized;
         caption += joined ? u" - [" + form->Title() + u"]" : u" - " + form->Title();
     }

@@ -143,6 +143,7 @@ void frmMain::RestoreAll()
     if (!front) return;
     area_->setActiveSubWindow(front->SubWindow());
     front->FocusText();
+    UpdateCaption();
 }
 
 // Arrangement
@@ -171,6 +172,7 @@ void frmMain::Arrange(int32_t mode)
         window->setGeometry(cells[i].left, cells[i].top, cells[i].width, cells[i].height);
         if (how == Arrangement::Cascade) window->raise();
     }
+    UpdateCaption();
     program_->StateChanged();
 }
 

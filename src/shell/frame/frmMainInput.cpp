@@ -123,6 +123,7 @@ void frmMain::changeEvent(QEvent* event)
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && loaded_ && isActiveWindow()) {
         program_->StateChanged();
+        for (frmDocument* form : children_) ShowTab(*form); // a dialog may have changed its colour
         start_.Refresh();
         // Not within the event, which a question would hold up.
         QMetaObject::invokeMethod(

@@ -88,7 +88,7 @@ private:
             painter.setPen(color);
             const QString text = option.fontMetrics.elidedText(whole, how, rest.width());
             const auto alignment = QStyle::visualAlignment(direction, Qt::AlignVCenter | Qt::AlignLeft);
-            painter.drawText(place(rest), static_cast<int>(alignment), text);
+            painter.drawText(place(rest), static_cast<int>(alignment) | Qt::TextSingleLine, text);
             rest.setLeft(rest.left() + option.fontMetrics.horizontalAdvance(text) + 2 * gap);
         };
         painter.setFont(option.font);
@@ -107,7 +107,7 @@ QIcon IconOf(const StartRow& row)
     case StartRow::Kind::Sample:
     case StartRow::Kind::Place: return ToolIcon(row.detail.empty() ? u"network-server" : u"folder");
     case StartRow::Kind::LastSession: return ToolIcon(u"document-open-recent");
-    case StartRow::Kind::Recent: return ToolIcon(u"text-x-generic");
+    case StartRow::Kind::Recent: return ToolIcon(u"document-edit");
     case StartRow::Kind::Help: return ToolIcon(u"help-contents");
     }
     return {};
@@ -152,7 +152,8 @@ void StartList::AddRows(const QString& heading, const std::vector<StartRow>& row
         item->setData(kDetailRole, detail);
         item->setData(kRowRole, static_cast<int>(rows_.size()));
         item->setData(Qt::AccessibleTextRole, detail.isEmpty() ? item->text() : item->text() + ", " + detail);
-        if (row.kind == StartRow::Kind::Recent || row.kind == StartRow::Kind::LastSession) item->setToolTip(detail);
+        if (row.kind == StartRow::Kind::Recent || row.kind == StartRow::Kind::LastSession)
+            item->setToolTip(QStringLiteral("<qt>%1</qt>").arg(detail.toHtmlEscaped()));
         rows_.push_back(row);
     }
 }
@@ -309,12 +310,14 @@ void frmStart::changeEvent(QEvent* event)
 
 StartPlace::StartPlace(QMdiArea& area) : area_(area)
 {
+    area.installEventFilter(this);
     area.viewport()->installEventFilter(this);
 }
 
 bool StartPlace::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Resize && page_) page_->setGeometry(area_.viewport()->rect());
+    if ((event->type() == QEvent::Resize || event->type() == QEvent::Move) && page_)
+        page_->setGeometry(area_.geometry());
     if (event->type() == QEvent::Paint && program_ && empty_ && !page_ && !std::exchange(building_, true))
         QTimer::singleShot(0, this, [this] { Build(); });
     return QObject::eventFilter(watched, event);
@@ -329,8 +332,9 @@ void StartPlace::Build()
     }
     building_ = false;
     if (!program_ || !empty_ || page_) return;
-    page_ = new frmStart(*program_, area_.viewport());
-    page_->setGeometry(area_.viewport()->rect());
+    // Above the area: what stands in it and is no window of a document, assistive tools are not told of.
+    page_ = new frmStart(*program_, area_.parentWidget());
+    page_->setGeometry(area_.geometry());
     page_->show();
     QWidget* focus = QApplication::focusWidget();
     if (area_.isActiveWindow() && (!focus || focus == &area_ || focus == area_.window())) page_->FocusRows();
@@ -342,7 +346,6 @@ void StartPlace::SetEmpty(bool empty)
     if (!empty && page_->isAncestorOf(QApplication::focusWidget())) area_.setFocus();
     if (empty) page_->Refresh();
     page_->setVisible(empty);
-    if (empty) page_->lower();
 }
 
 bool StartPlace::TakeFocus()

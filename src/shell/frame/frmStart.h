@@ -68,7 +68,7 @@ private:
     QBoxLayout* lists_;
 };
 
-/// Keeps the start page in an area, from when that was painted empty and nothing more urgent goes on.
+/// Keeps the start page over an area, from when that was painted empty and nothing more urgent goes on.
 class StartPlace final : public QObject {
 public:
     explicit StartPlace(QMdiArea& area);
@@ -90,7 +90,7 @@ private:
 
     QMdiArea& area_;
     Program* program_ = nullptr;
-    frmStart* page_ = nullptr; ///< owned by the area
+    frmStart* page_ = nullptr; ///< owned by the parent of the area
     bool empty_ = true;
     bool building_ = false;
 };

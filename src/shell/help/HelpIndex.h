@@ -46,11 +46,11 @@ inline constexpr HelpPage kHelpPages[] = {
     {u"Working with text", u"carets.html", u"Columns and several carets"},
     {u"Working with text", u"bookmarks.html", u"Bookmarks"},
     {u"Working with programs", u"format.html", u"Formatting"},
+    {u"Working with programs", u"programs.html", u"Help with programs"},
     {u"Working with programs", u"compile.html", u"Compile and results"},
     {u"Reference", u"settings.html", u"Settings"},
     {u"Reference", u"keys.html", u"Keyboard shortcuts"},
     {u"Reference", u"commandline.html", u"Command line"},
-    {u"Reference", u"programs.html", u"Help with programs"},
     {u"Reference", u"recovery.html", u"Recovery after a crash"},
     {u"Reference", u"automation.html", u"Automation"},
 };

@@ -96,7 +96,7 @@ MenuModel::MenuModel()
         root.isMenu = true;
     }
     for (const MenuRow& menu : kMenus) {
-        Add(Band::MainMenu, menu.menu, MenuOf(menu));
+        Add(Band::MainMenu, menu.menu, MenuOf(menu), menu.before);
         for (const MenuToolRow& row : kMainMenu)
             if (TextView(row.menu) == menu.key) Add(Band::MainMenu, row.menu, CommandOf(row, nullptr));
     }

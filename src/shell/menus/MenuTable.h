@@ -23,6 +23,7 @@ struct MenuRow {
     const char16_t* caption;
     const char16_t* menu = u""; ///< key of the menu that it stands in; "" for the menu bar
     bool beginsGroup = false;
+    const char16_t* before = u""; ///< key of the tool that it stands above; "" for the end of the menu
 };
 
 extern const std::span<const MenuRow> kMenus;

@@ -130,10 +130,9 @@ QColor QtStatusPanel::Ink() const
     return palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole());
 }
 
-/// Of what can be clicked.
 int QtStatusPanel::Inset() const
 {
-    return clicked_ ? kRoomAround / 2 : 0;
+    return widest_.isEmpty() ? 0 : kRoomAround / 2;
 }
 
 bool QtStatusPanel::PaintQuickly(QPainter& painter)
@@ -203,12 +202,13 @@ void QtStatusPanels::Change(const MenuTool& panel)
     const bool opens = !panel.tag.empty();
     const QString caption = opens ? Translated(panel.caption) : ToQString(panel.caption);
     shown.Show(caption);
-    shown.SetColor(ToColor(panel.color));
     // Without a text of its own a screen reader would read nothing, and "LF" alone says little.
-    if (opens)
+    if (opens) {
+        shown.SetColor(ToColor(panel.color));
         shown.setAccessibleName(shown.toolTip() + QLatin1String(": ") + caption);
-    else
+    } else {
         shown.setAccessibleName(caption.isEmpty() ? ToQString(panel.tip) : caption);
+    }
     const bool stretches = shown.sizePolicy().horizontalPolicy() == QSizePolicy::Ignored;
     if (!stretches) {
         shown.MakeRoom(ToQString(panel.minText));

@@ -1,6 +1,7 @@
 #include "shell/menus/QtTabRow.h"
 
 #include "platform/qt/QtText.h"
+#include "shell/menus/QtToolActions.h"
 
 #include <QHBoxLayout>
 #include <QMenu>
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int kLine = 3;
 constexpr int kSwatch = 12;
+constexpr int kListed = 80; ///< characters of a title
 
 QIcon Swatch(const QColor& color)
 {
@@ -32,6 +34,7 @@ QtTabRow::QtTabRow(const MenuTool& root, QWidget* parent)
       list_(new QMenu(all_)), line_(new QWidget(this))
 {
     tabs_->setAccessibleName(ToQString(root.caption));
+    all_->setObjectName(QStringLiteral("AllDocuments"));
     all_->setAutoRaise(true);
     all_->setArrowType(Qt::DownArrow);
     all_->setPopupMode(QToolButton::InstantPopup);
@@ -40,6 +43,7 @@ QtTabRow::QtTabRow(const MenuTool& root, QWidget* parent)
     all_->setToolTip(tr("All Documents"));
     all_->setAccessibleName(all_->toolTip());
     list_->setWindowTitle(all_->toolTip());
+    LetScroll(*list_);
     connect(list_, &QMenu::aboutToShow, this, &QtTabRow::FillList);
     line_->setFixedHeight(kLine);
     line_->setAutoFillBackground(true);
@@ -84,9 +88,12 @@ void QtTabRow::Follow(const MenuTool* gone)
 void QtTabRow::FillList()
 {
     list_->clear();
+    const int width = list_->fontMetrics().averageCharWidth() * kListed;
     for (auto& tab : root_.tools) {
-        const QString title = ToQString(DoubleAmpersands(tab->tip.empty() ? tab->caption : tab->tip));
-        QAction* action = list_->addAction(Swatch(ToColor(tab->color)), title);
+        const QString title = list_->fontMetrics().elidedText(ToQString(tab->tip.empty() ? tab->caption : tab->tip),
+                                                              Qt::ElideMiddle, width);
+        QAction* action =
+            list_->addAction(Swatch(ToColor(tab->color)), QString(title).replace(u'&', QLatin1String("&&")));
         QFont font = action->font();
         font.setBold(tab->checked);
         action->setFont(font);

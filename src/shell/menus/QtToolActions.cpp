@@ -46,6 +46,11 @@ void UseIconTheme()
         QIcon::setThemeName(fitting);
 }
 
+void LetScroll(QMenu& menu)
+{
+    menu.setStyleSheet(QStringLiteral("QMenu { menu-scrollable: 1; }"));
+}
+
 QIcon ToolIcon(TextView name)
 {
     if (name.empty()) return {};
@@ -105,6 +110,7 @@ void QtToolActions::Add(Band band, const MenuTool& tool)
     Entry entry{.band = band};
     if (tool.isMenu) {
         entry.menu = new QMenu(holder);
+        LetScroll(*entry.menu);
         entry.action = entry.menu->menuAction();
         QObject::connect(entry.menu, &QMenu::aboutToShow, holder, [this, &tool] { opening_(tool); });
     } else {

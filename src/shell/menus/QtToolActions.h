@@ -24,6 +24,9 @@ void UseIconTheme();
 /// By name: from the desktop's theme, or the program's own where the name begins with "nib-".
 QIcon ToolIcon(TextView name);
 
+/// A menu that is longer than the screen scrolls; columns beside each other would stand outside of it.
+void LetScroll(QMenu& menu);
+
 /// A shortcut as the menu table writes it; empty for one that has no meaning here.
 QKeySequence KeySequenceOf(TextView shortcut);
 

@@ -360,7 +360,7 @@ const TitleRow kTitleRows[] = {{kMain, true, false, false, u"server1", u"BP MAIN
                                {kMain, true, true, true, u"server1", u"*BP MAIN on server1, account DEMO (Read only)"},
                                {kMain, false, false, true, u"server1", u"*BP MAIN on server1, account DEMO (New)"},
                                {kMain, false, true, false, u"server1", u"BP MAIN on server1, account DEMO (New)"},
-                               {kMain, true, false, false, u"", u"BP MAIN"},
+                               {kMain, true, false, false, u"", u"BP MAIN, account DEMO"},
                                {kLocal, true, false, false, u"server1", u"a.bas"},
                                {kLocal, true, false, true, u"server1", u"*a.bas"},
                                {kLocal, true, true, false, u"server1", u"a.bas (Read only)"},

@@ -91,7 +91,7 @@ struct AccountIndexTest : testing::Test {
 
     std::string RandomText()
     {
-        std::string text = "* A program\n";
+        std::string text = "* A program\nZ = 0\n";
         for (int i = Below(6); i >= 0; --i) {
             const std::string letter(1, static_cast<char>('A' + Below(8)));
             text += Below(3) == 0   ? "INCLUDE " + letter + "\n"
@@ -130,7 +130,12 @@ TEST_F(AccountIndexTest, FollowsWhateverHappensInTheFolders)
         if (round % 3 == 0) Finish(*other);
         const auto scratch = Index();
         Finish(*scratch);
-        ASSERT_EQ(Facts(*index), Facts(*scratch)) << round;
+        const auto found = Facts(*index);
+        const auto expected = Facts(*scratch);
+        std::vector<Text> wrong;
+        std::set_symmetric_difference(found.begin(), found.end(), expected.begin(), expected.end(),
+                                      std::back_inserter(wrong));
+        ASSERT_EQ(wrong, std::vector<Text>()) << round;
     }
     Finish(*other);
     EXPECT_EQ(Facts(*other), Facts(*index));

@@ -77,6 +77,7 @@ TEST_F(RegexFindTest, InTheSelection)
     search.Select(document, {1, 0}, {2, 1});
     search.Dialog().lookIn = LookIn::Selection;
     EXPECT_EQ(search.engine.ReplaceAll(), 1);
+    EXPECT_EQ(search.Said(), Texts{u"1 occurrences replaced."});
     EXPECT_EQ(TextOf(document), u"a1\r\n[2] a3\r\na4");
     EXPECT_EQ(search.Selection(document), std::make_pair(Position{1, 0}, Position{3, 1}));
 }

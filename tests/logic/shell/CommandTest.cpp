@@ -23,7 +23,7 @@ const Keys kWithDocument{u"Close",          u"Print",          u"Properties",   
                          u"Replace",        u"Goto",           u"ToggleBookmark", u"ClearAllBookmarks",
                          u"ValueMark",      u"SubValueMark",   u"Highlight",      u"ToggleCase",
                          u"SaveAs",         u"TileHorizontal", u"TileVertical",   u"Cascade",
-                         u"Maximize"};
+                         u"Maximize",       u"CloseAll"};
 const Keys kBlocks{u"CollapseBlock", u"ExpandBlock", u"CollapseAll", u"ExpandAll"};
 const Keys kLines{u"MoveLinesUp",  u"MoveLinesDown", u"DuplicateLines", u"JoinLines", u"SplitView",
                   u"MatchingWord", u"NextProblem",   u"PrevProblem",    u"QuickMend", u"CompleteWord",
@@ -31,7 +31,9 @@ const Keys kLines{u"MoveLinesUp",  u"MoveLinesDown", u"DuplicateLines", u"JoinLi
 const Keys kCarets{u"AddCaretAbove", u"AddCaretBelow", u"SelectNextOccurrence", u"SelectAllOccurrences"};
 const Keys kReadOnly = kDesign + kLines + kCarets + kWithDocument + Keys{u"LineWrap"};
 const Keys kWithoutCompiler = kReadOnly + Keys{u"SaveAll", u"Format"};
-const Keys kWritable = kWithoutCompiler + Keys{u"Compile"};
+const Keys kEdited = kWithoutCompiler + Keys{u"Compile", u"Save"};
+const Keys kStored{u"ReadOnly"};
+const Keys kWritable = kWithoutCompiler + kStored + Keys{u"Compile"};
 
 Keys EnabledOn(const MenuModel& menus)
 {
@@ -61,14 +63,14 @@ mvDocument& ReadOnly(TestShell& t)
 const Row kRows[] = {
     {"no document", [](TestShell&) {}, kDesign},
     {"a clean one", [](TestShell& t) { Writable(t); }, kWritable},
-    {"the only one is read-only", [](TestShell& t) { ReadOnly(t); }, kReadOnly},
+    {"the only one is read-only", [](TestShell& t) { ReadOnly(t); }, kReadOnly + kStored},
     {"a second one is open",
      [](TestShell& t) {
          Writable(t);
          ReadOnly(t);
      },
-     kReadOnly + Keys{u"SaveAll"}},
-    {"edited", [](TestShell& t) { Writable(t).InsValue(); }, kWritable + Keys{u"Save", u"Undo"}},
+     kReadOnly + kStored + Keys{u"SaveAll"}},
+    {"edited", [](TestShell& t) { Writable(t).InsValue(); }, kEdited + Keys{u"Undo"}},
     {"undone",
      [](TestShell& t) {
          mvDocument& document = Writable(t);
@@ -82,7 +84,7 @@ const Row kRows[] = {
          auto pass = std::make_shared<ReplacePass>(std::vector<Position>{{0, 0}}, u"o", true, u"0", sweep);
          t.ViewOf(Writable(t)).Document().ExecuteOp(std::make_unique<OpReplaceHit>(std::move(pass), 0));
      },
-     kWritable + Keys{u"Save", u"Undo", u"UndoReplacements"}},
+     kEdited + Keys{u"Undo", u"UndoReplacements"}},
     {"selected", [](TestShell& t) { Writable(t).SelectAll(); }, kWritable + Keys{u"Cut", u"Copy", u"Clear"}},
     {"something to paste",
      [](TestShell& t) {
@@ -104,7 +106,7 @@ const Row kRows[] = {
          t.Store().session.executes = false;
          Writable(t);
      },
-     kWithoutCompiler}};
+     kWithoutCompiler + kStored}};
 
 TEST(CommandTest, EnablingRules)
 {

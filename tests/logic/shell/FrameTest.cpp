@@ -112,7 +112,7 @@ TEST(FramePlacementTest, StoredBoundsAreFittedToTheDesktop)
         {"behind nine tenths", kOne, Bounds(u"25921", u"14581", u"9000", u"7500"), {3600, 2025, 9000, 7500}},
         {"too large", kOne, Bounds(u"0", u"0", u"28801", u"2000000000"), {0, 0, 28800, 16200}},
         {"nothing to see", kOne, Bounds(u"0", u"0", u"0", u"-5"), {0, 0, 4800, 3600}},
-        {"huge", kOne, Bounds(u"99999999999", u"-99999999999", u"99999999999", u"1"), {3600, 0, 28800, 3600}},
+        {"huge", kOne, Bounds(u"99999999999", u"-99999999999", u"99999999999", u"1"), {0, 0, 28800, 3600}},
         {"no numbers", kOne, Bounds(u"", u"x", u"wide", u"-"), kUsual},
         {"on the left screen", kTwo, Bounds(u"-20000", u"0", u"9000", u"7500"), {-20000, 0, 9000, 7500}},
         {"the left screen has gone", kOne, Bounds(u"-20000", u"0", u"9000", u"7500"), {0, 0, 9000, 7500}},
@@ -197,15 +197,17 @@ TEST(DocumentPropertiesTest, PlaceByKindOfDocument)
     t.Store(kLocal, u"A\r\nB");
     t.Store(kMain, u"");
     const Rows tail = {{u"Modified", u"no"}, {u"Read only", u"no"}, {u"Size", u"0"}, {u"Lines", u"0"}};
+    Rows locked = tail;
+    locked.push_back({u"Lock", u"Locked here"});
     const std::tuple<std::shared_ptr<mvDocument>, Location, Rows, Rows> rows[] = {
         {t.Open(kMain),
          {},
          {{u"Host", u"server1"}, {u"Account", u"DEMO"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
-         tail},
+         locked},
         {t.Open(remote, true),
          {},
          {{u"Host", u"prod"}, {u"Account", u"ACCT"}, {u"File name", u"BP"}, {u"Item ID", u"MAIN"}},
-         {{u"Modified", u"no"}, {u"Read only", u"yes"}, {u"Size", u"3"}, {u"Lines", u"2"}}},
+         {{u"Modified", u"no"}, {u"Read only", u"yes"}, {u"Size", u"3"}, {u"Lines", u"2"}, {u"Lock", u"Read only"}}},
         {t.Open(kLocal),
          {},
          {{u"Location", u"/home/x"}, {u"File name", u"a.bas"}},

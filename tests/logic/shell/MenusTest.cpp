@@ -71,8 +71,8 @@ TEST(MenuModelTest, AddedToolsStandWhereTheyShould)
     model.Remove(Band::MainMenu, u"FILE_1");
     EXPECT_EQ(model.Find(Band::MainMenu, u"file_1"), nullptr);
     EXPECT_EQ(Keys(model.Tool(Band::MainMenu, u"Search")),
-              (Lines{u"*Find", u"FindNext", u"Replace", u"FindInAccount", u"*Goto", u"MatchingWord", u"NavBack",
-                     u"NavForward", u"*Code", u"*Bookmarks"}));
+              (Lines{u"*Find", u"FindNext", u"FindBar", u"Replace", u"FindInAccount", u"*Goto", u"MatchingWord",
+                     u"NavBack", u"NavForward", u"*Code", u"*Bookmarks"}));
 }
 
 TEST(MenuModelTest, NumberedShortcuts)
@@ -116,6 +116,10 @@ TEST_F(MenuDispatcherTest, RecentFiles)
     t.program.RecentFiles().AddItem(u"file:/home/x & y");
     EXPECT_EQ(Entries(u"File", u"file_"), (Lines{u"*&1 /home/x && y", u"&2 BP A"}));
     EXPECT_EQ(t.menus.Tool(Band::MainMenu, u"File").tools.back()->key, u"Exit");
+    t.program.RecentFiles().AddItem(u"file:/" + Text(200, u'm') + u"\U0001F600" + Text(38, u'n'));
+    EXPECT_EQ(Entries(u"File", u"file_")[0], u"*&1 /" + Text(39, u'm') + u"\u2026\U0001F600" + Text(38, u'n'));
+    t.program.RecentFiles().AddItem(u"file:/" + Text(200, u'm') + u"\U0001F600" + Text(39, u'n'));
+    EXPECT_EQ(Entries(u"File", u"file_")[0], u"*&1 /" + Text(39, u'm') + u"\u2026" + Text(39, u'n'));
 }
 
 TEST_F(MenuDispatcherTest, WindowList)
@@ -130,6 +134,12 @@ TEST_F(MenuDispatcherTest, WindowList)
     t.Click(Band::MainMenu, u"miWList1");
     EXPECT_EQ(Entries(u"Window", u"miWList"), (Lines{u"*x &1 BP MAIN", u"&2 NewItem1"}));
     EXPECT_EQ(State(Band::MainMenu, u"Maximize"), u"on group");
+    t.StoreAndOpen(u"mvdb:*/LIVE/BP/MAIN", u"");
+    for (int i = 0; i < 8; ++i) t.New();
+    const Lines entries = Entries(u"Window", u"miWList");
+    EXPECT_EQ(entries[0], u"*&1 BP MAIN\tDEMO on server1");
+    EXPECT_EQ(entries[2], u"&3 BP MAIN\tLIVE on server1");
+    EXPECT_EQ(Lines(entries.end() - 2, entries.end()), (Lines{u"1&0 NewItem8", u"x 11 NewItem9"}));
 }
 
 TEST_F(MenuDispatcherTest, TabMenu)

@@ -203,7 +203,8 @@ TEST_F(CommandLineStart, AFailingDocumentIsSkipped)
 {
     t.Store(u"file:/x/b", u"");
     t.StoreFolder(u"file:/x/a");
-    Start({u"/x/a", u"/x/b"});
+    Start({u"-x", u"/x/a", u"/x/b", u"/X"});
+    EXPECT_EQ(t.window.status[1], u"Unknown on the command line: -x /X");
     EXPECT_EQ(t.boxes.Take(),
               Boxes{Warning(u"Unable to open item /x/a because it appears to be a folder or file definition.")});
     EXPECT_EQ(t.Titles(), Lines{u"b"});
@@ -216,7 +217,7 @@ TEST_F(CommandLineStart, AnItemTakesTheSwitchesBeforeIt)
     t.Store(u"mvdb:h1/ACC/MY%20FILE/PROG1", u"");
     t.Store().session.account = u"LOGIN";
     Start({u"/h=h1", u"/A=ACC", u"/F=MY FILE", u"/I=PROG1"});
-    EXPECT_EQ(t.Titles(), Lines{u"MY FILE PROG1 on server1, account DEMO"});
+    EXPECT_EQ(t.Titles(), Lines{u"MY FILE PROG1 on server1, account ACC"});
     EXPECT_EQ(t.Recent(), Lines{u"mvdb:h1/ACC/MY%20FILE/PROG1"});
     EXPECT_EQ(t.program.Place().now.Database, u"ACC");
     EXPECT_FALSE(t.Store().session.asked.empty()) << "for the host's configuration";
@@ -227,7 +228,7 @@ TEST_F(CommandLineStart, ALocalFileTakesNothingFromTheSwitchesRoundIt)
     for (TextView path : {u"file:/x/a", u"file:/x/b", u"file:/x/c", u"mvdb:h1/ACC/BP/X"}) t.Store(Text(path), u"");
     t.Store().session.account = u"LOGIN";
     Start({u"/H=h1", u"/x/a", u"/A=ACC", u"/F=BP", u"/x/b", u"/I=X", u"/x/c"});
-    EXPECT_EQ(t.Titles(), (Lines{u"a", u"b", u"BP X on server1, account DEMO", u"c"}));
+    EXPECT_EQ(t.Titles(), (Lines{u"a", u"b", u"BP X on server1, account ACC", u"c"}));
     EXPECT_EQ(t.connection.opens.back().path, u"mvdb:h1") << "the last question is that for the account";
     EXPECT_EQ(t.program.Place().now.Provider, u"file");
     EXPECT_EQ(t.program.Place().host.Database, u"ACC");

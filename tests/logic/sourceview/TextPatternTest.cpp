@@ -65,7 +65,7 @@ TEST(RegexTest, SaysWhatIsWrongAndWhere)
     const std::tuple<Text, int32_t, TextView> rows[] = {
         {u"a(b", 3, u"A parenthesis has no partner."},
         {u"ab)", 3, u"A parenthesis has no partner."},
-        {u"[a-", 3, u"A bracket has no partner."},
+        {u"[a", 2, u"A bracket has no partner."},
         {u"a{3,2}", 6, u"The larger number stands before the smaller one."},
         {u"ab\\2", 4, u"There is no such group."},
         {u"*", 1, u"The expression is not understood here."}};

@@ -11,6 +11,16 @@ namespace {
 constexpr TextView kFull = u"; ours\n[*]\nroot=~/a\n\n# stock\n[Stock] \r\nkind = network\nodd line\n\tPort=1 \nx.y=z\n"
                            u"\n# west\n[west]\nroot=/w\nROOT=/v\n[stock]\nuser=ada";
 
+TEST(HostConfigTest, AnAccountsColourComesBeforeThatOfItsConnection)
+{
+    const HostConfig config = HostConfig::Parse(u"[*]\ncolor.live=red\n[Stock]\nCOLOR=#00f\nColor.Demo=\n", "/", "/");
+    const std::tuple<Text, Text, Text> rows[] = {{u"*", u"LIVE", u"red"},  {u"", u"Live", u"red"},
+                                                 {u"*", u"DEMO", u""},     {u"stock", u"LIVE", u"#00f"},
+                                                 {u"stock", u"demo", u""}, {u"nowhere", u"LIVE", u""}};
+    for (const auto& [host, account, color] : rows)
+        EXPECT_EQ(config.ColorOf(host, account), color) << ToUtf8(host + u" " + account);
+}
+
 struct EditRow {
     const char* what;
     TextView before;
