@@ -111,7 +111,11 @@ RenamePlan Renamer::Plan(const Text& path, Position at, const Text& name)
     if (!plan.refusal.empty()) return plan;
     const Symbol& symbol = place->Name();
     plan.refusal = WhyNotCalled(*place, name, symbol.kind == SymbolKind::Label);
-    if (NameReach::IsCalled(*place) && !SameName(name, symbol.name) && !reach_.Callees(place->unit, name).empty())
+    // A program may always be called as its item is.
+    std::vector<SourceUnit> meant = reach_.Callees(place->unit, symbol.name);
+    meant.push_back(place->unit);
+    const auto isOther = [&](const SourceUnit& unit) { return std::ranges::find(meant, unit) == meant.end(); };
+    if (NameReach::IsCalled(*place) && std::ranges::any_of(reach_.Callees(place->unit, name), isOther))
         plan.refusal = u"There is a program " + name + u" already.";
     if (!plan.refusal.empty()) return plan;
 
