@@ -122,6 +122,12 @@ RenamePlan Renamer::Plan(const Text& path, Position at, const Text& name)
     std::vector<SourceUnit> units;
     for (const FoundPlace& found : reach_.All(*place)) {
         const TextRange& range = found.at.at;
+        if (symbol.kind == SymbolKind::Label && found.at.use == Use::Declares && !IsNumber(name)) {
+            // "10 PRINT" needs no colon, "TEN PRINT" is no label.
+            const Text line = sources_.LineOf(found.unit, range.end.line);
+            const size_t next = line.find_first_not_of(u' ', static_cast<size_t>(range.end.col));
+            if (next == Text::npos || line[next] != u':') plan.refusal = u"A label without a colon is a number.";
+        }
         if (units.empty() || !(units.back() == found.unit)) {
             units.push_back(found.unit);
             plan.edits.push_back({found.unit.path, {}, {}});
