@@ -60,6 +60,7 @@ async function tellsFindings() {
 
 async function completes() {
   const client = await demo();
+  await client.read();
   for (const [typed, label, kind] of [
     ['      X = CUST.NA', 'CUST.NAME', 21],
     ['      X = ORDER.C', 'ORDER.COUNT', 6],
@@ -89,6 +90,7 @@ async function completes() {
 
 async function explains() {
   const client = await demo();
+  await client.read();
   const hover = (...place) => client.ask('textDocument/hover', client.asked(INVOICE, ...place));
   const conversion = await hover('OCONV(GRAND', 2);
   assert.strictEqual(conversion.contents.kind, 'markdown');

@@ -78,6 +78,9 @@ class Client {
 
   uri(name) { return pathToFileURL(path.join(this.root, ...name.split(' '))).href; }
 
+  /** All programs of the account are known. */
+  read() { return this.ask('workspace/symbol', {query: ''}); }
+
   /** Opens an item, "BP INVOICE", with the text that it has on disk or another one. */
   open(name, text = fs.readFileSync(path.join(this.root, ...name.split(' ')), 'utf8')) {
     this.texts.set(name, {text, version: 1});

@@ -102,6 +102,7 @@ async function known(client, name) {
   const answers = [];
   for (const method of ['semanticTokens/full', 'documentSymbol', 'foldingRange'])
     answers.push(await client.ask(`textDocument/${method}`, {textDocument}));
+  delete answers[0].resultId;
   answers.push(await client.ask('textDocument/formatting', {textDocument, options: {tabSize: 3, insertSpaces: true}}));
   return answers;
 }
