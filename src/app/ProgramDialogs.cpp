@@ -7,7 +7,6 @@
 #include "shell/frame/frmDocument.h"
 #include "shell/frame/frmProperties.h"
 #include "shell/help/QtHelpWindow.h"
-#include "text/widget/SourceViewWidget.h"
 
 namespace nib {
 
@@ -38,7 +37,10 @@ void ProgramDialogs::LoadSearch(Program& program)
         findAccount_->ShowDialog();
     };
     find_ = std::make_unique<frmFind>(*engine_, *lights_, &mainWindow_);
-    find_->matchPlace = [this] { return SelectionOnScreen(); };
+    find_->matchPlace = [this] {
+        const frmDocument* form = mainWindow_.ActiveForm();
+        return form ? form->SelectionOnScreen() : QRect();
+    };
     find_->findInAccount = inAccount;
     typedFind_ = std::make_unique<TypedFind>(program.Services(), *engine_);
     findBar_ = std::make_unique<frmFindBar>(*typedFind_, *engine_, *lights_, &mainWindow_);
@@ -49,17 +51,6 @@ void ProgramDialogs::LoadSearch(Program& program)
     };
     findBar_->findInAccount = inAccount;
     findBar_->findAll = [this] { engine_->FindAll(FindMode::List); };
-}
-
-QRect ProgramDialogs::SelectionOnScreen() const
-{
-    // The text that had the focus last, also while a dialog has it.
-    auto* text = qobject_cast<SourceViewWidget*>(mainWindow_.focusWidget());
-    if (!text) return {};
-    const TextRange selection = text->Model().Selection();
-    const QRectF place = text->CellOf(selection.start) | text->CellOf(selection.end) | text->CaretRect();
-    const QRect seen = place.toAlignedRect() & text->viewport()->rect();
-    return {text->viewport()->mapToGlobal(seen.topLeft()), seen.size()};
 }
 
 void ProgramDialogs::Unload()

@@ -38,7 +38,6 @@ public:
 private:
     void LoadSearch(Program& program);
     /// Where the selection of the text in front is on the screen.
-    QRect SelectionOnScreen() const;
 
     frmMain& mainWindow_;
     SettingsStore& store_;

@@ -64,6 +64,8 @@ public:
     void Activated();
     void Deactivated();
     void FocusText();
+    /// Of the pane at work, as far as it is in sight; pixels.
+    QRect SelectionOnScreen() const;
     bool TextHasFocus() const;
     void ShiftLines(bool outwards);
 

@@ -67,6 +67,14 @@ void frmDocument::SetSplit(bool split)
     widget_->RevealPlace(Model().Caret());
 }
 
+QRect frmDocument::SelectionOnScreen() const
+{
+    const TextRange selection = widget_->Model().Selection();
+    const QRectF place = widget_->CellOf(selection.start) | widget_->CellOf(selection.end) | widget_->CaretRect();
+    const QRect seen = place.toAlignedRect() & widget_->viewport()->rect();
+    return {widget_->viewport()->mapToGlobal(seen.topLeft()), seen.size()};
+}
+
 void frmDocument::ChangePane()
 {
     if (other_) other_->setFocus(Qt::OtherFocusReason);
