@@ -37,7 +37,6 @@ public:
 
 private:
     void LoadSearch(Program& program);
-    /// Where the selection of the text in front is on the screen.
 
     frmMain& mainWindow_;
     SettingsStore& store_;
