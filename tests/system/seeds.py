@@ -176,7 +176,7 @@ def _instead(lines, number, line):
 
 def _closer(pattern):
     def put(rng, lines):
-        number, _ = rng.choice(_matches(lines, pattern))
+        number, _ = rng.choice(_matches(lines[:-2], pattern))  # the END of a program may be left out
         return _without(lines, number), 1, len(lines)
     return put
 
@@ -195,7 +195,7 @@ def _label_gone(rng, lines):
 def _misspelt_read(rng, lines):
     """A variable that is read once more under a name of its own."""
     places = _matches(lines, r"(?<=[=(,:+] )([A-Z][A-Z.]{3,})\b(?![(:.])")
-    number, found = rng.choice([place for place in places if not re.search(r"\b(LOCATE|SETTING|CALL|INPUT|EQU|FROM)\b",
+    number, found = rng.choice([place for place in places if not re.search(r"\b(LOCATE|SETTING|CALL|INPUT|EQU|FROM|COMMON|SUBROUTINE)\b",
                                                                            bare(lines[place[0]]))])
     line = lines[number]
     return _instead(lines, number, line[:found.start(1)] + found[1] + "X" + line[found.end(1):]), number + 1, number + 1
@@ -222,7 +222,8 @@ def _callee(rng, lines):
 
 
 def _index(rng, lines):
-    number, found = rng.choice(_matches(lines, r"\b(CELL)\((\d+)\)|\b(GRID)\((\d+),"))
+    places = _matches(lines, r"\b(CELL)\((\d+)\)|\b(GRID)\((\d+),")
+    number, found = rng.choice([place for place in places if not re.match(r"\s*DIM\b", lines[place[0]])])
     line = lines[number]
     if found[1]:
         other = rng.choice(["CELL(13)", "CELL(0,1,2)", f"CELL({found[2]},{found[2]})"])

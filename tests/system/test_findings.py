@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Puts faults into programs, one at a time, and counts which of them are found where they are.
 
-    test_findings.py NIB-LSP [--faults N] [--seed S] [--folder ACCOUNT FILE]...
+    test_findings.py PROGRAM [--faults N] [--seed S] [--folder ACCOUNT FILE]...
 
-The programs are those of the sample account and made ones; a folder is a further account whose programs count as well.
+PROGRAM lies beside nib-lsp, which does the looking. The programs are those of the sample account and made ones; a folder is a further account whose programs count as well.
 Nothing may be found in the programs as they come, and 95 % of the faults have to be.
 """
 import argparse
@@ -38,7 +38,7 @@ def main():
     parser.add_argument("--seed", type=int, default=int(time.time()))
     parser.add_argument("--folder", nargs=2, action="append", default=[])
     options = parser.parse_args()
-    program, rng = options.program.resolve(), random.Random(options.seed)
+    program, rng = options.program.resolve().with_name("nib-lsp"), random.Random(options.seed)
     sample = next(folder for folder in (program.parent / "accounts" / "DEMO",
                                         program.parents[1] / "share/nibpad71/accounts/DEMO") if folder.is_dir())
     alarms, missed, seen, met = [], [], collections.Counter(), collections.Counter()
