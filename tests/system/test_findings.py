@@ -3,7 +3,8 @@
 
     test_findings.py PROGRAM [--faults N] [--seed S] [--folder ACCOUNT FILE]...
 
-PROGRAM lies beside nib-lsp, which does the looking. The programs are those of the sample account and made ones; a folder is a further account whose programs count as well.
+PROGRAM lies beside nib-lsp, which does the looking. The programs are those of the sample account and made ones; a
+folder is a further account whose programs count as well.
 Nothing may be found in the programs as they come, and 95 % of the faults have to be.
 """
 import argparse
