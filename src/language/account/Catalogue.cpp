@@ -71,7 +71,12 @@ CallTarget Catalogue::Find(TextView name, TextView file)
     if (!target.programs.empty()) return target;
 
     target.programs = index_.ProgramsNamed(name);
-    if (target.programs.empty()) target.programs = index_.Users(ItemUse::Declares, name);
+    if (target.programs.empty()) {
+        target.programs = open_(name);
+        for (ItemName& item : index_.Users(ItemUse::Declares, name))
+            if (std::ranges::find(target.programs, item) == target.programs.end())
+                target.programs.push_back(std::move(item));
+    }
     const auto nearer = [&](const ItemName& a, const ItemName& b) {
         const auto far = [&](const ItemName& one) { return std::pair(one.file != file, one.item != name); };
         return far(a) < far(b);

@@ -14,8 +14,11 @@ struct CallTarget {
 /// Names that CALL knows in an account: those of VOC, then those of items, then those that items give themselves.
 class Catalogue {
 public:
-    /// Outlives this.
-    explicit Catalogue(AccountIndex& index) : index_(index) {}
+    /// Items that are open in windows and give themselves the name there.
+    using OpenItems = std::function<std::vector<ItemName>(TextView name)>;
+
+    /// The index outlives this.
+    Catalogue(AccountIndex& index, OpenItems open) : index_(index), open_(std::move(open)) {}
 
     /// From a program of the file.
     CallTarget Find(TextView name, TextView file);
@@ -27,6 +30,7 @@ private:
     void Refresh();
 
     AccountIndex& index_;
+    OpenItems open_;
     std::map<Text, std::optional<Text>> records_; ///< of VOC, as far as they were asked for
     std::unordered_set<Text> catalogued_;         ///< names in folders that a catalogue is kept in
     bool hasVoc_ = false;
