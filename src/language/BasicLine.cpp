@@ -42,9 +42,7 @@ void BasicLine::Scan(TextView text, WordTable& words)
     words_ = nullptr;
     DropDoubtful();
     const Dialect* dialect = words.Language();
-    // A semicolon may part the last token from a comment.
-    size_t count = tokens_.size();
-    while (comment_ < Length() && count > 1 && tokens_[count - 1].kind == BasicToken::Kind::Separator) --count;
+    const size_t count = CodeTokens();
     continues_ = false;
     if (count == 0 || tokens_[count - 1].kind != BasicToken::Kind::Sign) return;
     const char16_t last = At(tokens_[count - 1].start);

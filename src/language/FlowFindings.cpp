@@ -147,7 +147,7 @@ private:
             const bool sub = node.kind == StepKind::Gosub || node.kind == StepKind::OnGosub;
             for (int32_t next : flow_.After(at)) {
                 const FlowNode& label = nodes_[static_cast<size_t>(next)];
-                if (sub && label.kind == StepKind::Label) continue;
+                if (sub && label.kind == StepKind::Label && label.from != at) continue;
                 const Target* target = SubroutineAt(next);
                 if (!target)
                     open.push_back(next);

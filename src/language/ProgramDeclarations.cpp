@@ -61,8 +61,8 @@ void ProgramNames::Declare(const Here& here, const NameUse& use, SymbolKind kind
 {
     const int32_t word = WordOf(here.node, use);
     int32_t symbol = -1;
-    const bool local =
-        here.node.step->kind == StepKind::Declare && program_.routines[static_cast<size_t>(routine_)].local;
+    const bool local = use.flags & use_flag::kWhole && here.node.step->kind == StepKind::Declare &&
+                       program_.routines[static_cast<size_t>(routine_)].local;
     for (const auto& [known, mine] : local_)
         if (known == word) symbol = mine;
     if (symbol < 0 && !local) symbol = Known(global_, word);

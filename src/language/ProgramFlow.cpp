@@ -72,7 +72,10 @@ void ProgramFlow::Pop()
 /// A statement begins: those before it whose clauses have ended are over.
 void ProgramFlow::Settle()
 {
-    while (Top(StepKind::If) && !stack_.back().open) Pop();
+    while (Top(StepKind::If) && (!stack_.back().open || stack_.back().due)) {
+        if (stack_.back().open) EndClause();
+        Pop();
+    }
 }
 
 void ProgramFlow::EndClause()
@@ -135,7 +138,7 @@ void ProgramFlow::Take(FlowNode node)
 void ProgramFlow::Clause(const FlowNode& node)
 {
     const ClauseKind kind = node.clause;
-    const bool outer = Top(StepKind::If) && stack_.back().open && stack_.back().oneLine;
+    const bool outer = Top(StepKind::If) && stack_.back().open && stack_.back().oneLine && !stack_.back().due;
     const bool alternative = kind == ClauseKind::Then || kind == ClauseKind::Else;
     // Within a clause of one line, what only may have clauses leaves them to the statement around it.
     const bool asks = last_ >= 0 && last_ == current_ &&
@@ -160,6 +163,7 @@ void ProgramFlow::Reopen(const FlowNode& node)
 {
     Frame& frame = stack_.back();
     frame.open = true;
+    frame.due = false;
     frame.oneLine = !(node.step->flags & step_flag::kBlock);
     frame.opened = node.place;
     frame.hasThen = frame.hasThen || node.clause == ClauseKind::Then;
@@ -168,18 +172,14 @@ void ProgramFlow::Reopen(const FlowNode& node)
     Add(node);
 }
 
-/// Clauses that began in the line are over; another of the outermost statement may begin in the next.
+/// Clauses that began in the line are over; others of their statements may begin in the next.
 void ProgramFlow::LineEnd()
 {
-    while (Top(StepKind::If)) {
-        Frame& frame = stack_.back();
-        if (frame.open && !frame.oneLine) return;
-        if (frame.open) EndClause();
-        if (stack_.size() < 2) return;
-        const Frame& around = stack_[stack_.size() - 2];
-        if (around.kind != StepKind::If || !around.open || !around.oneLine) return;
-        Pop();
+    for (auto frame = stack_.rbegin(); frame != stack_.rend() && frame->kind == StepKind::If; ++frame) {
+        if (frame->open && !frame->oneLine) break;
+        frame->due = true;
     }
+    if (Top(StepKind::If) && stack_.back().due && stack_.back().open) EndClause();
 }
 
 void ProgramFlow::Close(StepPlace place)
@@ -191,7 +191,7 @@ void ProgramFlow::Close(StepPlace place)
 
 void ProgramFlow::End(const FlowNode& node)
 {
-    if (Top(StepKind::If) && stack_.back().open && stack_.back().oneLine) return EndClause();
+    if (Top(StepKind::If) && stack_.back().open && stack_.back().oneLine && !stack_.back().due) return EndClause();
     Settle();
     if (Top(StepKind::If)) {
         Close(node.place);

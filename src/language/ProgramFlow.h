@@ -62,6 +62,7 @@ private:
         StepPlace opened;
         bool open = true; ///< a clause goes on
         bool oneLine = false;
+        bool due = false; ///< its line has ended; only another clause can still come
         bool hasThen = false;
         bool hasElse = false; ///< or the CASE that is always true
     };

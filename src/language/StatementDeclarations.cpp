@@ -181,6 +181,7 @@ void StatementParser::Constants()
         }
         Step& step = AddStep(StepKind::Constant, at_);
         Note(at_, Use::Declares, 0);
+        const bool literal = !Word(at_ + 1, u"TO");
         at_ += 2;
         if (Has(at_)) {
             step.line = pieces_[at_].line;
@@ -189,11 +190,26 @@ void StatementParser::Constants()
         const size_t before = into_->uses.size();
         while (!EndsStatement(at_) && !(Sign(at_, u',') && IsWordAt(at_ + 1) && joins(at_ + 2))) {
             if (pieces_[at_].line == step.line) step.end = pieces_[at_].end;
+            if (literal && pieces_[at_].kind == Kind::String) Literal(pieces_[at_]);
             ReadTo(at_ + 1);
         }
         for (NameUse& use : std::span(into_->uses).subspan(before)) use.flags |= use_flag::kValue;
         Finish(step);
     }
+}
+
+/// What stands in quotes behind LIT takes the place of the constant.
+void StatementParser::Literal(const Piece& piece)
+{
+    if (piece.end - piece.start < 3) return;
+    BasicLine inner;
+    const TextView whole = lines_[static_cast<size_t>(piece.line)]->Whole();
+    inner.Scan(whole.substr(static_cast<size_t>(piece.start) + 1, static_cast<size_t>(piece.end - piece.start) - 2),
+               words_);
+    const int32_t shift = piece.start + 1;
+    for (const BasicToken& token : inner.Tokens())
+        if (token.kind == Kind::Word && token.key == BasicKey::None && inner.At(token.start) != u'@')
+            into_->uses.push_back({token.word, piece.line, token.start + shift, token.end + shift, Use::Reads});
 }
 
 /// $DEFINE NAME VALUE

@@ -8,26 +8,18 @@ namespace nib {
 
 using Kind = BasicToken::Kind;
 
-/// The piece that closes the bracket at `at`; the last one when nothing does.
-size_t StatementParser::Closing(size_t at) const
-{
-    int32_t depth = 0;
-    for (size_t i = at; Has(i); ++i) {
-        const char16_t sign = pieces_[i].sign;
-        if (sign == u'(' || sign == u'[') ++depth;
-        if ((sign == u')' || sign == u']') && --depth == 0) return i;
-        if (pieces_[i].kind == Kind::Separator) return i;
-    }
-    return pieces_.empty() ? 0 : pieces_.size() - 1;
-}
+namespace {
 
-/// The last piece of the brackets that begin here, be they those of a part of a variable; else the piece itself.
-size_t StatementParser::Past(size_t at) const
+/// More pieces than between the "<" and ">" of any part of a variable: the search for a ">" ends there.
+constexpr size_t kMostOfPart = 200;
+
+} // namespace
+
+/// The ">" that belongs to the "<" at `at`; `at` itself when there is none.
+size_t StatementParser::EndOfParts(size_t at) const
 {
-    if (Sign(at, u'(') || Sign(at, u'[')) return Closing(at);
-    if (!Sign(at, u'<') || !Touches(at) || !pieces_[at - 1].value) return at;
     int32_t depth = 1;
-    for (size_t i = at + 1; Has(i); ++i) {
+    for (size_t i = at + 1; Has(i) && i < at + kMostOfPart; ++i) {
         if (Sign(i, u'(') || Sign(i, u'[')) {
             i = Closing(i);
             continue;
@@ -39,20 +31,22 @@ size_t StatementParser::Past(size_t at) const
     return at;
 }
 
+/// The last piece of the brackets that begin here, be they those of a part of a variable; else the piece itself.
+size_t StatementParser::Past(size_t at) const
+{
+    if (Sign(at, u'(') || Sign(at, u'[')) return Closing(at);
+    return Sign(at, u'<') && Touches(at) && pieces_[at - 1].value ? EndOfParts(at) : at;
+}
+
 /// Behind a variable and the parts of it that are named.
 size_t StatementParser::BehindTarget(size_t at) const
 {
     ++at;
     if (Sign(at, u'(')) at = Closing(at) + 1;
     if (Sign(at, u'<')) {
-        size_t end = at + 1;
-        for (int32_t depth = 1; Has(end) && depth > 0; ++end) {
-            if (pieces_[end].sign == u'(' || pieces_[end].sign == u'[') end = Closing(end);
-            if (Has(end) && pieces_[end].kind == Kind::Separator) return at;
-            depth += Sign(end, u'<') ? 1 : Sign(end, u'>') ? -1 : 0;
-            if (depth > 0 && !Has(end + 1)) return at;
-        }
-        at = end;
+        const size_t end = EndOfParts(at);
+        if (end == at) return at;
+        at = end + 1;
     }
     while (Sign(at, u'[')) at = Closing(at) + 1;
     return at;
@@ -193,6 +187,7 @@ bool StatementParser::Stops(size_t at, const StatementForm* form, bool first) co
 void StatementParser::Read(const Reading& reading, size_t end)
 {
     int32_t depth = 0;
+    size_t part = 0; ///< the end of the part that is named
     inline_ = false;
     callees_.clear();
     if (from_ == SIZE_MAX) from_ = at_;
@@ -200,8 +195,10 @@ void StatementParser::Read(const Reading& reading, size_t end)
     for (bool first = true; at_ < std::min(end, pieces_.size()); ++at_, first = false) {
         const Piece& piece = pieces_[at_];
         const bool choice = inline_ && (piece.key == BasicKey::Then || piece.key == BasicKey::Else);
-        if (end == SIZE_MAX && depth == 0 && !choice && Stops(at_, reading.form, first)) return;
-        if (end == SIZE_MAX && depth == 0 && piece.sign == u',' && reading.form) return;
+        if (piece.sign == u'<' && at_ >= part) part = Past(at_);
+        const bool outside = end == SIZE_MAX && depth == 0 && at_ >= part;
+        if (outside && !choice && Stops(at_, reading.form, first)) return;
+        if (outside && piece.sign == u',' && reading.form) return;
         if (piece.kind == Kind::Separator && end == SIZE_MAX) return;
         depth += piece.sign == u'(' || piece.sign == u'[' ? 1 : piece.sign == u')' || piece.sign == u']' ? -1 : 0;
         depth = std::max(depth, 0);
@@ -236,10 +233,11 @@ void StatementParser::NoteRead(size_t at, int32_t callee)
     if (key == Operator || (inline_ && (key == If || key == Then || key == Else)) || Word(at, u"MAT")) return;
     // BREAK ON, HUSH OFF, CLEARSELECT ALL
     const bool single = at == from_ && (EndsStatement(at + 1) || !pieces_[at].value);
-    if (single && (key == On || Word(at, u"OFF") || Word(at, u"ALL"))) return;
+    if (single && key == On) return;
+    const bool setting = single && (Word(at, u"OFF") || Word(at, u"ALL") || Word(at, u"CLEAR"));
     if (at > 1 && Sign(at - 1, u'>') && Sign(at - 2, u'-') && Touches(at) && Touches(at - 1)) return;
     const size_t before = into_->uses.size();
-    Note(at, Use::Reads, Beside(at) ? use_flag::kUnsure : uint16_t{0});
+    Note(at, Use::Reads, setting || Beside(at) ? use_flag::kUnsure : uint16_t{0});
     const bool alone = (Sign(at - 1, u'(') || Sign(at - 1, u',')) && (Sign(at + 1, u',') || Sign(at + 1, u')'));
     if (at == 0 || callee < 0 || !alone || into_->uses.size() == before) return;
     into_->uses.back().flags |= use_flag::kArgument;

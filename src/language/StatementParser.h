@@ -66,6 +66,7 @@ private:
     void Names(StepKind kind);
     void Common();
     void Constants();
+    void Literal(const Piece& piece);
     void Define();
     void Functions();
     void ReturnWord();
@@ -82,7 +83,10 @@ private:
     void ReadTo(size_t end) { Read({}, end); }
     bool Stops(size_t at, const StatementForm* form, bool first) const;
     bool IsClauseWord(size_t at, const StatementForm& form) const;
-    size_t Closing(size_t at) const;
+    void Pair();
+    /// The piece that closes the bracket at `at`; the last one of its statement when nothing does.
+    size_t Closing(size_t at) const { return Has(at) ? closing_[at] : pieces_.size(); }
+    size_t EndOfParts(size_t at) const;
     size_t Past(size_t at) const;
     size_t BehindTarget(size_t at) const;
     size_t AssignmentSign(size_t at) const;
@@ -97,6 +101,7 @@ private:
     WordTable& words_;
     Statements* into_ = nullptr;
     std::vector<Piece> pieces_;
+    std::vector<uint32_t> closing_; ///< for each piece
     std::vector<const BasicLine*> lines_;
     size_t at_ = 0;
     std::vector<int32_t> callees_; ///< whose parentheses are open

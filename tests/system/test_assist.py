@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
 """What the editor knows of an account's programs, seen from outside."""
+import time
+
 import lib
 from lib import eventually
 
@@ -35,7 +37,8 @@ def quick_open_goes_to_an_item_and_the_definition_to_another(desktop):
     desktop.start("/A=DEMO", "/F=BP", "/I=MENU", shows=r"\[BP MENU on ")
     desktop.keys("ctrl+e", shows=r"^Quick Open$")
     desktop.type_text("caller")
-    eventually("the item in the list", lambda: desktop.keys("Return") or desktop.active_title() != "Quick Open")
+    time.sleep(1)  # until the account has been read, and the list shows it
+    desktop.keys("Return")
     desktop.wait_active(r"\[BP CALLER on ")
     desktop.keys("Down", "Down", "End", "Left", "Left", "Left", "Left", "ctrl+F12")
     desktop.wait_active(r"\[BP WITH\.TWO on ")

@@ -83,6 +83,11 @@ void AccountIndex::Start()
         FromStore([&] { return store_->SetNote(file, Decimal(Today())), true; }, false);
     };
     lists_ = std::make_unique<AccountLists>(*options_.reader, *options_.dialect, std::move(rules));
+    Forget();
+}
+
+void AccountIndex::Forget()
+{
     cache_.clear();
     cached_.clear();
     names_.reset();
@@ -110,6 +115,7 @@ bool AccountIndex::Work(Deadline until)
         Open();
         if (isBroken_) return false;
     }
+    if (FromStore([&] { return store_->WasChangedByOthers(); }, false)) Forget();
     bool more = true;
     if (FailureOf([&] { more = lists_->Work(until); })) isLost_ = true;
     if (!lists_->HasGone() && (more || lists_->CountUnread() == 0)) {

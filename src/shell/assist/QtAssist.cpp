@@ -12,6 +12,14 @@
 
 namespace nib {
 
+namespace {
+
+// Until the user chooses.
+constexpr int kProblemsHeight = 170;
+constexpr int kOutlineWidth = 210;
+
+} // namespace
+
 QtAssist::QtAssist(Assistance& assistance, NameCommands& names, DocumentServices& services, QMainWindow& window)
     : assistance_(assistance), names_(names), services_(services), window_(window),
       problems_(new frmProblems(assistance, &window)), outline_(new frmOutline(assistance, services, &window))
@@ -33,6 +41,8 @@ QtAssist::QtAssist(Assistance& assistance, NameCommands& names, DocumentServices
     outline_->onClose = [closed] { closed(&MvEdit::OutlineShown); };
     window_.addDockWidget(Qt::BottomDockWidgetArea, problems_);
     window_.addDockWidget(Qt::RightDockWidgetArea, outline_);
+    window_.resizeDocks({problems_}, {kProblemsHeight}, Qt::Vertical);
+    window_.resizeDocks({outline_}, {kOutlineWidth}, Qt::Horizontal);
     ShowPanels();
 }
 

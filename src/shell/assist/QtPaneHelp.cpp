@@ -75,7 +75,6 @@ bool QtPaneHelp::eventFilter(QObject* watched, QEvent* event)
     case QEvent::Wheel:
     case QEvent::FocusOut:
     case QEvent::Hide:
-    case QEvent::Resize:
         hover_.stop();
         CloseAll();
         break;
@@ -102,7 +101,7 @@ bool QtPaneHelp::TakesKey(const QKeyEvent& event)
     case Qt::Key_Down: step = 1; break;
     case Qt::Key_PageUp: step = -list_->PageRows(); break;
     case Qt::Key_PageDown: step = list_->PageRows(); break;
-    case Qt::Key_Escape: model_.Close(); return list_->hide(), true;
+    case Qt::Key_Escape: return CloseList(), true;
     case Qt::Key_Tab: return Accept(), true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -120,8 +119,7 @@ void QtPaneHelp::AfterKey(Typed typed, const QString& text)
     if (typed == Typed::Text) {
         Suggest(true);
     } else {
-        model_.Close();
-        if (list_) list_->hide();
+        CloseList();
     }
     if (typed == Typed::Return) OfferCloser();
     const bool open = tip_ && tip_->isVisible();
@@ -130,8 +128,7 @@ void QtPaneHelp::AfterKey(Typed typed, const QString& text)
 
 void QtPaneHelp::CloseAll()
 {
-    model_.Close();
-    if (list_) list_->hide();
+    CloseList();
     if (tip_) tip_->hide();
 }
 
@@ -145,19 +142,15 @@ void QtPaneHelp::Complete()
 void QtPaneHelp::Suggest(bool automatic)
 {
     const auto document = Document();
-    if (!document || !model_.Wants(automatic, services_.settings.CompleteWords)) {
-        if (list_) list_->hide();
-        return;
-    }
+    if (!document || !model_.Wants(automatic, services_.settings.CompleteWords)) return CloseList();
     const Position at = pane_.Model().Caret();
     const QPointer<QtPaneHelp> self(this);
     assistance_.Ask(
         *document, [at](LanguageService& service, const Text& path) { return service.Complete(path, at); },
-        [self, at](Completions& completions) {
-            if (!self) return;
+        [self, at, number = ++asked_](Completions& completions) {
+            if (!self || self->asked_ != number) return;
             if (self->pane_.hasFocus() && self->model_.Take(std::move(completions), at)) return self->ShowList();
-            self->model_.Close();
-            if (self->list_) self->list_->hide();
+            self->CloseList();
         });
 }
 
@@ -169,9 +162,18 @@ void QtPaneHelp::OfferCloser()
     const QPointer<QtPaneHelp> self(this);
     assistance_.Ask(
         *document, [at](LanguageService& service, const Text& path) { return service.CloserFor(path, at.line); },
-        [self, at](const std::optional<Text>& closer) {
-            if (self && closer && self->pane_.hasFocus() && self->model_.TakeCloser(*closer, at)) self->ShowList();
+        [self, at, number = ++asked_](const std::optional<Text>& closer) {
+            if (self && self->asked_ == number && closer && self->pane_.hasFocus() &&
+                self->model_.TakeCloser(*closer, at))
+                self->ShowList();
         });
+}
+
+void QtPaneHelp::CloseList()
+{
+    ++asked_;
+    model_.Close();
+    if (list_) list_->hide();
 }
 
 void QtPaneHelp::ShowList()
@@ -189,6 +191,7 @@ void QtPaneHelp::ShowList()
 
 void QtPaneHelp::Accept()
 {
+    ++asked_;
     list_->hide();
     model_.Accept();
 }

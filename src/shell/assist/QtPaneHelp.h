@@ -41,6 +41,7 @@ private:
     void Suggest(bool automatic);
     void OfferCloser();
     void ShowList();
+    void CloseList();
     void Accept();
     void CloseAll();
     void AskSignature();
@@ -59,6 +60,7 @@ private:
     CompletionModel model_;
     QtCompletionList* list_ = nullptr; ///< these two are owned by the pane
     QtTip* tip_ = nullptr;
+    int32_t asked_ = 0; ///< counts the questions for a list: what was closed since is not opened again
     QTimer hover_;
     QPoint pointed_;
 };

@@ -4,7 +4,7 @@
 namespace nib::test::assistance_test {
 
 const Text kWrong = u"      X = 1\r\n      GOSUB NOWHERE\r\n      PRINT X\r\n      STOP\r\n";
-const Text kSound = u"      PRINT 1\r\n      STOP\r\n";
+const Text kSound = u"      X = 1\r\n      PRINT X\r\n      STOP\r\n";
 constexpr size_t kGosub = 1;
 
 bool AnyIn(const std::vector<ProgramFinding>& findings, int32_t line)
