@@ -57,12 +57,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     Outbox out([&](std::string_view bytes) {
         FrameReader frames;
         frames.Add(bytes);
-        const Message message = ReadMessage(*frames.Next());
-        Require(!frames.IsCut() && message.kind != Message::Kind::Refused);
-        answers += message.kind == Message::Kind::Answer;
+        const Json message = Json::parse(*frames.Next());
+        Require(!frames.IsCut());
+        answers += !message.contains("method");
     });
     RequestQueue queue;
-    Server server(out, queue, {u"common", {}, {}, {}});
+    static Dialects dialects; // read once
+    Server server(out, queue, dialects, {u"common", {}, {}});
     size_t requests = 0;
     const auto send = [&](const char* method, Json params) {
         server.Handle({Message::Kind::Request, ++requests, method, std::move(params), 0});

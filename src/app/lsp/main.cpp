@@ -173,13 +173,7 @@ private:
     bool exited_ = false;
 };
 
-ServerStart StartOf(const Options& options, std::function<void(int64_t)> clientIs)
-{
-    return {options.dialect, UserFolder("XDG_CONFIG_HOME", "/.config") + "/Orlin/dialects",
-            UserFolder("XDG_CACHE_HOME", "/.cache") + "/Orlin/Nib/index", std::move(clientIs)};
-}
-
-int Serve(const Options& options)
+int Serve(const Options& options, Dialects& dialects)
 {
     std::signal(SIGPIPE, SIG_IGN);
     MessageLog log(options.log);
@@ -190,7 +184,8 @@ int Serve(const Options& options)
     });
     RequestQueue queue;
     Reader reader(out, queue, log);
-    Server server(out, queue, StartOf(options, [&](int64_t process) { reader.Watch(process); }));
+    const std::string index = UserFolder("XDG_CACHE_HOME", "/.cache") + "/Orlin/Nib/index";
+    Server server(out, queue, dialects, {options.dialect, index, [&](int64_t process) { reader.Watch(process); }});
 
     std::atomic<bool> ended = false;
     std::thread worker([&] {
@@ -206,11 +201,8 @@ int Serve(const Options& options)
     return asked && server.WasShutDown() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
-int CheckPrograms(const Options& options)
+int CheckPrograms(const Options& options, Dialects& dialects)
 {
-    const ServerStart start = StartOf(options, {});
-    Dialects dialects;
-    dialects.AddFolder(start.dialectFolder);
     CheckOptions check{dialects.Find(options.dialect), {}, options.checked.front(), {}, {}};
     if (!check.dialect) throw Error(error_number::kStorage, u"There is no dialect " + options.dialect + u".");
     if (options.checked.size() > 1) check.file = FromFileName(options.checked[1]);
@@ -233,8 +225,11 @@ int main(int argc, char** argv)
     case Options::Kind::Serve: break;
     }
     int code = options.kind == Options::Kind::Check ? kUsageFault : EXIT_FAILURE;
-    const auto failure =
-        FailureOf([&] { code = options.kind == Options::Kind::Check ? CheckPrograms(options) : Serve(options); });
+    const auto failure = FailureOf([&] {
+        Dialects dialects;
+        dialects.AddFolder(UserFolder("XDG_CONFIG_HOME", "/.config") + "/Orlin/dialects");
+        code = options.kind == Options::Kind::Check ? CheckPrograms(options, dialects) : Serve(options, dialects);
+    });
     if (failure) std::fprintf(stderr, "nib-lsp: %s\n", ToUtf8(failure->description).c_str());
     return code;
 }

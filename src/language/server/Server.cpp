@@ -90,10 +90,9 @@ constexpr Server::Method Server::kMethods[] = {
     {"workspace/didChangeWatchedFiles", &Server::Ignore},
 };
 
-Server::Server(Outbox& out, RequestQueue& queue, ServerStart start)
-    : out_(out), queue_(queue), start_(std::move(start)), workspace_(out), findings_(workspace_)
+Server::Server(Outbox& out, RequestQueue& queue, Dialects& dialects, ServerStart start)
+    : out_(out), queue_(queue), start_(std::move(start)), workspace_(out, dialects), findings_(workspace_)
 {
-    if (!start_.dialectFolder.empty()) workspace_.dialects.AddFolder(start_.dialectFolder);
 }
 
 void Server::Run()

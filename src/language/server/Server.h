@@ -8,7 +8,6 @@ namespace nib {
 /// What is set when the program is started; the client may say otherwise.
 struct ServerStart {
     Text dialect;
-    std::string dialectFolder; ///< of the user's own
     std::string indexFolder;
     std::function<void(int64_t process)> clientIs; ///< the process that the client says it is
 };
@@ -16,7 +15,8 @@ struct ServerStart {
 /// The language server on its own thread: takes messages one by one, and uses the time between them.
 class Server {
 public:
-    Server(Outbox& out, RequestQueue& queue, ServerStart start);
+    /// All three outlive it; nobody else asks the dialects meanwhile.
+    Server(Outbox& out, RequestQueue& queue, Dialects& dialects, ServerStart start);
 
     /// Until nothing more comes.
     void Run();

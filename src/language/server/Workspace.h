@@ -30,7 +30,7 @@ struct ClientDocument {
 /// What requests are answered from: the texts that are open, where things are, and what is known of programs.
 class Workspace {
 public:
-    explicit Workspace(Outbox& box) : out(box) {}
+    Workspace(Outbox& box, Dialects& known) : out(box), dialects(known) {}
 
     /// The one before goes; accounts and open texts come to the new one. A dialect that nobody knows is told of.
     void StartService(const Text& dialectName, const std::string& indexFolder);
@@ -49,10 +49,10 @@ public:
     Json Location(const PathRange& place);
 
     Outbox& out;
+    Dialects& dialects;
     ClientTraits client;
     ClientPlaces places;
     std::map<std::string, ClientDocument> texts; ///< by URI
-    Dialects dialects;
     Text dialect; ///< its name; "none": words and blocks of all dialects alone, to the formatter
     std::unique_ptr<LanguageService> service;
     std::vector<Completion> offered; ///< last; their help is asked for one by one
