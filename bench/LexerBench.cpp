@@ -8,6 +8,7 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <vector>
 
 namespace nib::bench {
 namespace {
@@ -95,6 +96,25 @@ void Lex(benchmark::State& state, Words words)
     state.counters["tokens/line"] = static_cast<double>(tokens) / kMillion;
 }
 
+/// What a line costs more that is painted.
+void Look(benchmark::State& state, Words words)
+{
+    SourceDocument document;
+    document.SetText(FromUtf8(BasicBytes(kMillion)));
+    LexClass lexer;
+    Use(lexer, words);
+    document.SetLexer(&lexer);
+    document.EnsureScanned();
+    const auto& lines = Lines();
+    std::vector<Token> tokens;
+    for (auto _ : state)
+        for (int32_t line = 0; line < kMillion; ++line) {
+            document.ScanLine(line, tokens);
+            document.Look(lines[static_cast<size_t>(line)], tokens);
+        }
+    document.SetLexer(nullptr);
+}
+
 void LexInBuffer(benchmark::State& state, Words words)
 {
     SourceDocument buffer;
@@ -124,6 +144,8 @@ BENCHMARK_CAPTURE(Lex, user_keywords_500, Words::User)->Unit(benchmark::kMillise
 BENCHMARK_CAPTURE(Lex, common_dialect, Words::Dialect)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LexInBuffer, default_keywords, Words::Default)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LexInBuffer, common_dialect, Words::Dialect)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Look, default_keywords, Words::Default)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Look, common_dialect, Words::Dialect)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadKeywords)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -22,6 +22,8 @@ packages=(
     at-spi2-core gir1.2-atspi-2.0
     # a desktop's store of secrets
     gnome-keyring
+    # a client of the language server
+    nodejs neovim
     # the desktop's validators, and the Debian package
     desktop-file-utils appstream shared-mime-info libxml2-utils man-db bash-completion lintian
     # a public text component to be measured against
@@ -30,6 +32,9 @@ packages=(
     clang libclang-rt-dev
     "$@"
 )
+
+# Some sources of nodejs bring npm along, and refuse Debian's.
+command -v npm >/dev/null || packages+=(npm)
 
 missing=()
 for package in "${packages[@]}"; do

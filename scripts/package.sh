@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 umask 022
 
 scripts/install-deps.sh
-scripts/build.sh release nibpad71 nib-debuglog nib-basic package_files
+scripts/build.sh release nibpad71 nib-debuglog nib-basic nib-lsp package_files
 
 rm -rf build/package
 log=build/release/package.log

@@ -1,4 +1,4 @@
-# bash completion for nibpad71, nib-basic and nib-debuglog
+# bash completion for nibpad71, nib-basic, nib-debuglog and nib-lsp
 
 # Prints the folder of the accounts of host connection $1, as hosts.conf or the default has it.
 _nib_root()
@@ -124,3 +124,16 @@ _nib_debuglog()
         *) COMPREPLY=($(compgen -W '--mask --list --help --version' -- "$cur")) ;;
     esac
 } && complete -F _nib_debuglog nib-debuglog
+
+_nib_lsp()
+{
+    local cur prev words cword
+    _init_completion || return
+
+    case $prev in
+        --log) _filedir ;;
+        --check) _filedir -d ;;
+        --dialect) COMPREPLY=($(compgen -W 'common none' -- "$cur")) ;;
+        *) COMPREPLY=($(compgen -W '--check --dialect --log --stdio --help --version' -- "$cur")) ;;
+    esac
+} && complete -F _nib_lsp nib-lsp

@@ -16,8 +16,9 @@ It colours, folds, formats, searches, compiles and prints programs in
 MultiValue BASIC, brings changed documents back after a crash, and is driven
 by other programs over D-Bus.
 .
-The package also has nib-basic, a checker of programs, and nib-debuglog, the
-viewer of the editor's debug log.]])
+The package also has nib-basic, a checker of programs, nib-lsp, a language
+server that gives other editors what this one knows of programs, and
+nib-debuglog, the viewer of the editor's debug log.]])
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 # The bus service names the program by its path, so the prefix must be the one of the machine in the end.
 set(CPACK_SET_DESTDIR ON)

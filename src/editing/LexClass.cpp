@@ -142,7 +142,8 @@ inline bool LexClass::QuickStep(Token& token)
     if (!quick_) return false;
     int32_t at = position_;
     if (at >= text_.Length()) {
-        if (previous_ == Kind::ListComma || rules_) return false;
+        if (previous_ == Kind::ListComma) return false;
+        if (rules_) lineFlags_ |= FlagsOfEnd();
         token = {token_type::kEndOfLine, at, 0, 0};
         previous_ = Kind::None;
         return true;

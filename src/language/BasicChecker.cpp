@@ -57,6 +57,7 @@ void BasicChecker::Directive(const BasicDirective& directive, const Source& sour
     switch (directive.kind) {
     case Kind::None:
     case Kind::Other:
+    case Kind::Internal:
     case Kind::Define: return;
     case Kind::Include:
     case Kind::Insert: Include(directive, source, place); return;

@@ -56,7 +56,7 @@ Text Common(TextView name)
 TextView WithoutColon(TextView name)
 {
     if (name.ends_with(u':')) name.remove_suffix(1);
-    return name;
+    return Trim(name);
 }
 
 /// No statement begins with one of these.

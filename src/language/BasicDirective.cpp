@@ -19,7 +19,7 @@ constexpr DirectiveRow kDirectives[] = {
     {u"INCLUDE", Directive::Include}, {u"INSERT", Directive::Insert}, {u"CHAIN", Directive::Opaque},
     {u"COPY", Directive::Opaque},     {u"IFDEF", Directive::If},      {u"IFNDEF", Directive::If},
     {u"IF", Directive::If},           {u"ELSE", Directive::Else},     {u"ELIF", Directive::Else},
-    {u"ENDIF", Directive::EndIf},     {u"DEFINE", Directive::Define},
+    {u"ENDIF", Directive::EndIf},     {u"DEFINE", Directive::Define}, {u"INTERNAL", Directive::Internal},
 };
 
 TextView TakeWord(TextView& text)

@@ -9,9 +9,10 @@ struct BasicDirective {
         None,
         Other,
         Include,
-        Insert, ///< an include that some compilers look for in folders of their own
-        Opaque, ///< takes in text in a way that is not understood here
-        Define, ///< names a constant
+        Insert,   ///< an include that some compilers look for in folders of their own
+        Opaque,   ///< takes in text in a way that is not understood here
+        Define,   ///< names a constant
+        Internal, ///< for what belongs to the system
         If,
         Else,
         EndIf,

@@ -42,9 +42,10 @@ void BasicLine::Scan(TextView text, WordTable& words)
     words_ = nullptr;
     DropDoubtful();
     const Dialect* dialect = words.Language();
+    const size_t count = CodeTokens();
     continues_ = false;
-    if (tokens_.empty() || tokens_.back().kind != BasicToken::Kind::Sign) return;
-    const char16_t last = At(tokens_.back().start);
+    if (count == 0 || tokens_[count - 1].kind != BasicToken::Kind::Sign) return;
+    const char16_t last = At(tokens_[count - 1].start);
     continues_ = kJoins.find(last) != TextView::npos || (dialect && dialect->Continues(last));
 }
 
@@ -128,6 +129,8 @@ int32_t BasicLine::TakeNumber(int32_t at)
 {
     int32_t end = at;
     while (IsDigit(At(end)) || (At(end) == u'.' && (IsDigit(At(end + 1)) || tokens_.empty()))) ++end;
+    if (end == at + 1 && At(at) == u'0' && (At(end) | 0x20) == u'x') // hexadecimal
+        for (++end; IsDigit(At(end)) || IsLetter(At(end));) ++end;
     const TextView number = Between(at, end);
     if (!tokens_.empty()) return Add(BasicToken::Kind::Number, at, end);
     const size_t first = std::min(number.find_first_not_of(u'0'), number.size() - 1);
@@ -147,7 +150,10 @@ int32_t BasicLine::TakeWord(int32_t at)
     if ((At(at) | 0x20) == u'g' && !member) {
         if (const int32_t branch = TakeBranch(at, end)) return branch;
     }
-    if (TargetPosition() && key == BasicKey::None) return Add(Kind::Target, at, Colon(end), key, word);
+    // GO may be a variable: IF GO THEN
+    const bool clause =
+        key == BasicKey::Then || key == BasicKey::Else || key == BasicKey::Do || key == BasicKey::Operator;
+    if (TargetPosition() && !clause) return Add(Kind::Target, at, Colon(end), BasicKey::None, word);
     if (tokens_.empty() && IsLetter(At(at))) {
         int32_t colon = Colon(end);
         const Dialect* dialect = words_->Language();

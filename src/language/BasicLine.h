@@ -42,6 +42,18 @@ public:
         return at >= 0 && at < static_cast<int32_t>(text_.size()) ? text_[static_cast<size_t>(at)] : u'\0';
     }
     bool IsCode() const { return !tokens_.empty(); }
+    /// More than a semicolon ahead of a comment.
+    bool HasStatement() const { return CodeTokens() > 0; }
+    /// Without the semicolon that parts the last one from a comment.
+    size_t CodeTokens() const
+    {
+        size_t count = tokens_.size();
+        const bool comment = comment_ < Length();
+        while (comment && count > 0 &&
+               (tokens_[count - 1].kind == BasicToken::Kind::Separator || IsSign(tokens_[count - 1], u';')))
+            --count;
+        return count;
+    }
     /// Where the comment begins; the line's length when there is none.
     int32_t CommentStart() const { return comment_; }
     /// The quote of a string that the line's end cuts off; 0 when there is none.

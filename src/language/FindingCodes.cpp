@@ -25,12 +25,12 @@ constexpr FindingKind kKinds[] = {
     {kUnreachable, Warning, u"No path of the program comes to the statement: what stands above it leads away."},
     {kGosubWithoutReturn, Warning, u"GOSUB comes back with RETURN; from this label on, none can be reached."},
     {kReturnWithoutGosub, Warning,
-     u"The program runs on into a subroutine, whose RETURN then has no GOSUB to go back "
-     u"to. A STOP may be missing."},
-    {kFallsInto, Warning, u"A subroutine runs on into the next one. A RETURN may be missing."},
+     u"The program itself comes to the RETURN, which has no GOSUB to go back to. STOP ends "
+     u"a program."},
+    {kFallsInto, Warning, u"The program runs on into a subroutine. A STOP may be missing."},
     {kLockKept, Warning,
-     u"READU locks a record until it is written, deleted or released; on a path of the program "
-     u"nothing of the kind is done."},
+     u"READU locks a record until it is written, deleted or released; no path of the program "
+     u"does any of that."},
     {kDimension, Warning, u"An array is used with as many indices as it is dimensioned with."},
     {kIndexRange, Warning, u"The index lies outside the array."},
     {kArgumentCount, Warning, u"What is called takes another number of arguments."},

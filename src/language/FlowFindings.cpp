@@ -3,6 +3,7 @@
 #include "language/ProgramFindings.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace nib {
 
@@ -19,6 +20,7 @@ public:
         Entries();
         Unreachable();
         Subroutines();
+        MainReturns();
     }
 
 private:
@@ -78,10 +80,18 @@ private:
             const FlowNode& node = nodes_[i];
             if (!IsCode(node)) continue;
             const bool dead = !reached_[i];
-            if (dead && !inStretch && node.place.item == 0 && !(Leads(node.kind) && !NextIsDead(i)))
+            if (dead && !inStretch && node.place.item == 0 && !(Leads(node.kind) && !NextIsDead(i)) && !IsIdle(node))
                 sink_.Add(kUnreachable, sink_.RangeOf(node), u"No path of the program leads here.");
             inStretch = dead;
         }
+    }
+
+    /// A = A, which keeps a compiler from telling that A is not used.
+    static bool IsIdle(const FlowNode& node)
+    {
+        const auto uses = node.statements->UsesOf(*node.step);
+        return node.kind == StepKind::Plain && uses.size() == 2 && uses[0].use == Use::Sets &&
+               uses[1].use == Use::Reads && uses[0].word == uses[1].word;
     }
 
     bool NextIsDead(size_t i) const
@@ -94,7 +104,6 @@ private:
     void Subroutines()
     {
         std::vector<int32_t> returns;
-        std::vector<int32_t> main{0};
         for (size_t i = 0; i < nodes_.size(); ++i)
             if (nodes_[i].kind == StepKind::Return || nodes_[i].kind == StepKind::ReturnTo)
                 returns.push_back(static_cast<int32_t>(i));
@@ -107,18 +116,46 @@ private:
             if (!returning[at] && ending[at])
                 sink_.Add(kGosubWithoutReturn, sink_.RangeOf(nodes_[at]),
                           u"GOSUB leads to " + target.symbol->name + u", and no path from there comes to RETURN.");
-            FallsInto(target);
         }
     }
 
-    /// What stands above a subroutine runs on into it.
-    void FallsInto(const Target& target)
+    /// Only GOSUB leads to it.
+    const Target* SubroutineAt(int32_t node) const
     {
-        const FlowNode& label = nodes_[static_cast<size_t>(target.node)];
-        if (target.facts->jumps > target.facts->gosubs || label.from < 0) return;
-        if (!reached_[static_cast<size_t>(label.from)] || label.from == 0) return;
-        sink_.Add(kFallsInto, sink_.RangeOf(label),
-                  u"What stands above runs on into subroutine " + target.symbol->name + u".");
+        const auto at = std::ranges::lower_bound(targets_, node, {}, &Target::node);
+        const bool found = at != targets_.end() && at->node == node;
+        return found && at->facts->gosubs > 0 && at->facts->jumps == at->facts->gosubs ? &*at : nullptr;
+    }
+
+    /// A RETURN that a program comes to by itself.
+    void MainReturns()
+    {
+        if (sink_.Known().routines.front().kind != SymbolKind::Program || sink_.Of().Included() ||
+            sink_.Of().Internal())
+            return;
+        std::vector<uint8_t> seen(nodes_.size());
+        std::vector<int32_t> open{0};
+        while (!open.empty()) {
+            const int32_t at = open.back();
+            open.pop_back();
+            if (seen[static_cast<size_t>(at)]) continue;
+            seen[static_cast<size_t>(at)] = 1;
+            const FlowNode& node = nodes_[static_cast<size_t>(at)];
+            if (node.kind == StepKind::Return && node.place.item == 0 && node.step->uses == 0)
+                sink_.Add(kReturnWithoutGosub, sink_.RangeOf(node),
+                          u"The program comes to this RETURN without a GOSUB.");
+            const bool sub = node.kind == StepKind::Gosub || node.kind == StepKind::OnGosub;
+            for (int32_t next : flow_.After(at)) {
+                const FlowNode& label = nodes_[static_cast<size_t>(next)];
+                if (sub && label.kind == StepKind::Label && label.from != at) continue;
+                const Target* target = SubroutineAt(next);
+                if (!target)
+                    open.push_back(next);
+                else if (label.place.item == 0 && !std::exchange(seen[static_cast<size_t>(next)], 1))
+                    sink_.Add(kFallsInto, sink_.RangeOf(label),
+                              u"The program runs on into subroutine " + target->symbol->name + u".");
+            }
+        }
     }
 
     FindingSink& sink_;
@@ -129,11 +166,28 @@ private:
     std::vector<uint8_t> reached_;
 };
 
-/// The column where the code of a line begins, or -1 behind a label.
-int32_t IndentOf(const BasicLine& line)
+/// The column where the statement of a line begins; -1 behind a label, and for a clause on a line of its own.
+int32_t IndentOf(const ProgramText& text, int32_t line)
 {
-    if (!line.IsCode() || line.Tokens().front().kind == BasicToken::Kind::Label) return -1;
-    return line.Tokens().front().start;
+    while (line > 0 && text.At(line).statementLines == 0) --line;
+    const BasicLine& tokens = text.At(line).tokens;
+    if (!tokens.IsCode()) return -1;
+    using enum BasicKey;
+    const BasicToken& first = tokens.Tokens().front();
+    const bool clause = first.Is(Then) || first.Is(Else) || first.Is(Locked) || first.Is(On);
+    return clause || first.kind == BasicToken::Kind::Label ? -1 : first.start;
+}
+
+/// An END ahead of the first line that stands as far left as the one that opens the block.
+std::vector<QuickMend> MendsOf(const ProgramText& text, const FlowBlock& block, int32_t indent)
+{
+    int32_t line = block.opens.line + 1;
+    for (; line < block.closes.line; ++line) {
+        const int32_t column = IndentOf(text, line);
+        if (text.At(line).statementLines > 0 && column >= 0 && column <= indent) break;
+    }
+    const Position at{0, line};
+    return {QuickMend{u"Insert END", {{{at, at}, Text(static_cast<size_t>(indent), u' ') + u"END\n"}}}};
 }
 
 } // namespace
@@ -146,17 +200,20 @@ void FindInFlow(FindingSink& sink)
 /// Where the END of a block is missing, those of the blocks around it close one too few each: the innermost is told.
 void FindMissingEnds(FindingSink& sink)
 {
+    // A program that has an END of its own lacks none.
+    if (sink.Of().Flow().Nodes()[static_cast<size_t>(sink.Of().Flow().EndNode())].step) return;
     const ProgramText& text = *sink.Of().Lines();
     int32_t told = -1;
     for (const FlowBlock& block : sink.Of().Flow().Blocks()) {
         if (block.opens.item != 0 || block.kind != StepKind::If || block.opens.line <= told) continue;
-        const int32_t opens = IndentOf(text.At(block.opens.line).tokens);
-        const int32_t closes = IndentOf(text.At(block.closes.line).tokens);
+        const int32_t opens = IndentOf(text, block.opens.line);
+        const int32_t closes = IndentOf(text, block.closes.line);
         if (opens < 0 || closes < 0 || closes >= opens) continue;
         told = block.closes.line;
         sink.Add(kMissingEnd, sink.CodeOf(block.opens.line),
                  u"The END in line " + Decimal(block.closes.line + 1) +
-                     u", which closes this block, stands further left than it.");
+                     u", which closes this block, stands further left than it.",
+                 MendsOf(text, block, opens));
     }
 }
 

@@ -24,9 +24,10 @@ public:
             if (node.kind != StepKind::Lock || node.place.item != 0 || ++count > kMostLocks) continue;
             const int32_t file = FileOf(node);
             if (file < 0 || IsShared(file)) continue;
+            released_ = std::ranges::any_of(nodes_, [&](const FlowNode& each) { return Releases(each, file); });
             if (Kept(static_cast<int32_t>(i), file))
                 sink_.Add(finding_code::kLockKept, sink_.RangeOf(node),
-                          u"The record stays locked on a path that does not write, delete or release it.");
+                          u"No path from here writes, deletes or releases the record.");
         }
     }
 
@@ -76,32 +77,40 @@ private:
         return answer;
     }
 
+    /// The program takes the next one or goes back to its caller, and no path has let the record go before. Which of
+    /// several paths is taken often hangs on variables, so that one that does is enough.
     bool Kept(int32_t lock, int32_t file)
     {
         subroutines_.clear();
         std::vector<uint8_t> seen(nodes_.size());
         std::vector<int32_t> open(flow_.After(lock).begin(), flow_.After(lock).end());
         size_t steps = 0;
+        bool kept = false;
         while (!open.empty()) {
             const int32_t at = open.back();
             open.pop_back();
-            if (at == lock) return true;
-            if (seen[static_cast<size_t>(at)] || ++steps > kMostSteps) continue;
+            kept = kept || at == lock;
+            if (++steps > kMostSteps) return false;
+            if (at == lock || seen[static_cast<size_t>(at)]) continue;
             seen[static_cast<size_t>(at)] = 1;
             const FlowNode& node = nodes_[static_cast<size_t>(at)];
             const bool failed = node.kind == StepKind::Clause &&
                                 nodes_[static_cast<size_t>(node.from)].kind == StepKind::Lock &&
                                 node.clause != ClauseKind::Then && node.clause != ClauseKind::Else;
-            if (failed || Releases(node, file)) continue;
+            if (failed) continue;
+            if (Releases(node, file)) return false;
+            // What goes back to a caller may be released there, but not when the program never does so.
+            if (node.kind == StepKind::Return && released_) return false;
+            kept = kept || (node.kind == StepKind::Return && called_);
             const bool sub = node.kind == StepKind::Gosub || node.kind == StepKind::OnGosub;
             const std::span<const int32_t> next = flow_.After(at);
             if (sub &&
                 std::ranges::any_of(next, [&](int32_t to) { return IsLabel(to) && SubroutineReleases(to, file); }))
-                continue;
+                return false;
             for (int32_t to : next)
                 if (!sub || !IsLabel(to)) open.push_back(to);
         }
-        return false;
+        return kept;
     }
 
     bool IsLabel(int32_t node) const { return nodes_[static_cast<size_t>(node)].kind == StepKind::Label; }
@@ -109,6 +118,8 @@ private:
     FindingSink& sink_;
     const ProgramFlow& flow_;
     const std::vector<FlowNode>& nodes_;
+    const bool called_ = sink_.Known().routines.front().kind != SymbolKind::Program;
+    bool released_ = false;                             ///< some step releases the present file
     std::vector<std::pair<int32_t, bool>> subroutines_; ///< of the present file
 };
 

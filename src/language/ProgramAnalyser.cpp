@@ -12,6 +12,16 @@ namespace {
 /// More than any program has; an end for items that include one another in ever new ways.
 constexpr int32_t kMostIncludes = 1000;
 
+/// Ids of items that programs include: what they do not set, the program does.
+bool IsIncludeName(TextView item)
+{
+    constexpr TextView kEnds[] = {u".H", u".INC", u".INCLUDE", u".EQU", u".COM", u".DEF"};
+    const auto ends = [item](TextView end) {
+        return item.size() > end.size() && IsWord(item.substr(item.size() - end.size()), end);
+    };
+    return std::ranges::any_of(kEnds, ends);
+}
+
 /// By what a name is; Item stands for a word that is none.
 std::optional<WordLook> LookOf(const BasicToken& token, SymbolKind kind, bool parens, const WordTable& words)
 {
@@ -47,7 +57,7 @@ std::optional<WordLook> LookOf(const BasicToken& token, SymbolKind kind, bool pa
 
 ProgramAnalyser::ProgramAnalyser(const Dialect* dialect, Text file, Text item)
     : text_(std::make_shared<ProgramText>(dialect)), file_(std::move(file)), item_(std::move(item)),
-      names_(text_->Words(), program_)
+      names_(text_->Words(), program_), included_(IsIncludeName(item_))
 {
 }
 
@@ -69,6 +79,7 @@ const Program& ProgramAnalyser::Analyse(IncludeSource& includes)
     program_.blocks.clear();
     includeCount_ = 0;
     complete_ = true;
+    internal_ = false;
     BasicChecker checker(includes, false);
     const std::vector<Finding> findings = checker.Check(*text_, file_, item_);
     const int32_t lines = checker.LastLine().value_or(text_->LineCount());
@@ -87,6 +98,8 @@ void ProgramAnalyser::Walk(const Source& source, IncludeSource& includes)
     for (int32_t at = 0; at < source.lines; ++at) {
         const ProgramText::Line& line = source.text.At(at);
         if (line.statementLines == 0) continue;
+        if (line.directive && source.number == 0 && line.directive->kind == BasicDirective::Kind::Internal)
+            internal_ = true;
         for (const Step& step : line.statements.steps) {
             FlowNode node;
             node.kind = step.kind;
@@ -96,7 +109,7 @@ void ProgramAnalyser::Walk(const Source& source, IncludeSource& includes)
             node.statements = &line.statements;
             node.words = source.words;
             flow_.Take(node);
-            names_.Take(node, source.text, at);
+            names_.Take(node, source.text, at, flow_.Routine());
             if (step.kind == StepKind::Include) Include(source, at, includes);
         }
     }
@@ -149,7 +162,9 @@ const std::vector<int32_t>* ProgramAnalyser::WordsOf(const std::shared_ptr<const
 void ProgramAnalyser::Finish(int32_t lines)
 {
     const int32_t last = std::max(lines - 1, 0);
-    program_.routines.back().last = last;
+    program_.routines.front().last = last;
+    for (Routine& routine : program_.routines)
+        routine.last = std::clamp(routine.last, routine.first, std::max(last, routine.first));
     for (const FlowBlock& block : flow_.Blocks())
         if (block.opens.item == 0) program_.blocks.push_back({{0, block.opens.line}, {0, block.closes.line}});
     std::ranges::sort(program_.blocks, {}, [](const TextRange& block) { return block.start.line; });

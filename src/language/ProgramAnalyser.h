@@ -31,6 +31,8 @@ public:
     /// Names that it does not set may be set by what includes it.
     void SetIncluded(bool included) { included_ = included; }
     bool Included() const { return included_; }
+    /// A part of the system itself ($INTERNAL): called as it is run, and with words that programs do not have.
+    bool Internal() const { return internal_; }
 
 private:
     /// A text on the way through its lines.
@@ -66,6 +68,7 @@ private:
     int32_t includeCount_ = 0;
     bool complete_ = true;
     bool included_ = false;
+    bool internal_ = false;
 };
 
 } // namespace nib

@@ -51,6 +51,48 @@ TextRange PlaceOf(const FindingSink& sink, const Finding& finding)
     return range;
 }
 
+/// Without the label the statement behind it stays where it is.
+QuickMend LabelRemoval(const FindingSink& sink, TextRange at)
+{
+    const BasicToken& label = sink.Of().Lines()->At(at.start.line).tokens.Tokens().front();
+    const TextRange whole{{label.start, at.start.line}, {label.end, at.start.line}};
+    return {u"Remove the label", {{whole, Text(static_cast<size_t>(label.end - label.start), u' ')}}};
+}
+
+/// Whether a slip of one key, or two keys the wrong way round, makes one of the other.
+bool IsSlip(TextView a, TextView b)
+{
+    if (a.size() > b.size()) std::swap(a, b);
+    if (b.size() - a.size() > 1 || b.size() < 4) return false;
+    size_t head = 0;
+    while (head < a.size() && a[head] == b[head]) ++head;
+    const TextView restA = a.substr(head);
+    const TextView restB = b.substr(head);
+    if (a.size() != b.size()) return restA == restB.substr(1);
+    if (restA.size() < 2) return !restA.empty();
+    return restA.substr(1) == restB.substr(1) ||
+           (restA[0] == restB[1] && restA[1] == restB[0] && restA.substr(2) == restB.substr(2));
+}
+
+/// The name that was meant, when there is only one that it can be.
+std::vector<QuickMend> Renamings(const FindingSink& sink, size_t wrong, TextRange at)
+{
+    const std::vector<Symbol>& symbols = sink.Known().symbols;
+    const auto& facts = sink.Of().Names().Facts();
+    const Text name = ToUpper(symbols[wrong].name);
+    const Text* meant = nullptr;
+    for (size_t i = 0; i < symbols.size(); ++i) {
+        const SymbolKind kind = symbols[i].kind;
+        const bool named = kind == SymbolKind::Parameter || kind == SymbolKind::CommonMember ||
+                           kind == SymbolKind::Constant || facts[i].sets + facts[i].outputs + facts[i].parts > 0;
+        if (i == wrong || !named || !IsSlip(name, ToUpper(symbols[i].name))) continue;
+        if (meant) return {};
+        meant = &symbols[i].name;
+    }
+    if (!meant) return {};
+    return {QuickMend{u"Change to " + *meant, {{at, *meant}}}};
+}
+
 void FindNames(FindingSink& sink)
 {
     const Program& program = sink.Known();
@@ -62,8 +104,8 @@ void FindNames(FindingSink& sink)
         if (fact.first < 0 && fact.label < 0) continue;
         if (symbol.kind == SymbolKind::Label) {
             if (!fact.declared || fact.jumps > 0 || fact.label < 0) continue;
-            sink.Add(kUnusedLabel, program.occurrences[static_cast<size_t>(fact.label)].at,
-                     u"Nothing jumps to label " + symbol.name + u".");
+            const TextRange at = program.occurrences[static_cast<size_t>(fact.label)].at;
+            sink.Add(kUnusedLabel, at, u"Nothing jumps to label " + symbol.name + u".", {LabelRemoval(sink, at)});
             continue;
         }
         const bool variable = symbol.kind == SymbolKind::Variable || symbol.kind == SymbolKind::Array ||
@@ -72,7 +114,7 @@ void FindNames(FindingSink& sink)
         const TextRange at = program.occurrences[static_cast<size_t>(fact.first)].at;
         const bool set = fact.sets + fact.outputs + fact.parts + fact.given > 0;
         if (!set && fact.reads + fact.changes > 0)
-            sink.Add(kUnsetVariable, at, symbol.name + u" is read, and nothing sets it.");
+            sink.Add(kUnsetVariable, at, symbol.name + u" is read, and nothing sets it.", Renamings(sink, i, at));
         else if (fact.reads + fact.given + fact.outputs == 0 && fact.sets + fact.parts > 0)
             sink.Add(kUnusedVariable, at, symbol.name + u" is set, and nothing reads it.");
     }
@@ -103,7 +145,7 @@ private:
     void Function(const NameUse& use, TextRange at)
     {
         const DialectWord* word = words_.FactsOf(use.word).called;
-        if (!word || use.use != Use::Reads) return;
+        if (!word || use.use != Use::Reads || analyser_.Internal()) return;
         const int32_t given = use.indices;
         if (given >= word->least && (word->most < 0 || given <= word->most)) return;
         sink_.Add(kArgumentCount, at,
@@ -117,6 +159,8 @@ private:
     void Array(const NameUse& use, TextRange at, const Symbol& symbol)
     {
         if (symbol.dimensions == 0 || symbol.sizes.empty() || symbol.kind == SymbolKind::Parameter) return;
+        // Element 0 is that which takes what is too much, however many dimensions there are.
+        if (use.indices == 1 && use.index[0] == 0) return;
         if (use.indices != symbol.dimensions) {
             sink_.Add(kDimension, at,
                       symbol.name + u" has " + Decimal(symbol.dimensions) +
@@ -175,6 +219,9 @@ void FindInProgram(const ProgramAnalyser& analyser, const std::vector<Finding>& 
     bool blocks = true;
     for (const Finding& finding : checked) {
         sink.Add(finding.code, PlaceOf(sink, finding), finding.text);
+        // The label may be in an include that was not found.
+        if (finding.code == kMissingLabel && !analyser.Complete())
+            program.findings.back().level = FindingLevel::Warning;
         blocks = blocks && finding.code != kBlock;
     }
     FindNames(sink);

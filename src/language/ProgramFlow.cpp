@@ -6,6 +6,13 @@
 
 namespace nib {
 
+namespace {
+
+/// So many are searched for a label that their own routine does not have.
+constexpr int32_t kFewRoutines = 100;
+
+} // namespace
+
 void ProgramFlow::Clear()
 {
     nodes_.clear();
@@ -15,7 +22,8 @@ void ProgramFlow::Clear()
     blocks_.clear();
     labels_.clear();
     current_ = last_ = end_ = -1;
-    routine_ = 0;
+    routine_ = routineCount_ = 0;
+    local_ = false;
     sound_ = true;
     code_ = false;
     current_ = Meet();
@@ -64,7 +72,10 @@ void ProgramFlow::Pop()
 /// A statement begins: those before it whose clauses have ended are over.
 void ProgramFlow::Settle()
 {
-    while (Top(StepKind::If) && !stack_.back().open) Pop();
+    while (Top(StepKind::If) && (!stack_.back().open || stack_.back().due)) {
+        if (stack_.back().open) EndClause();
+        Pop();
+    }
 }
 
 void ProgramFlow::EndClause()
@@ -118,7 +129,7 @@ void ProgramFlow::Take(FlowNode node)
         if (node.step->uses > 0)
             labels_.push_back({routine_, WordOf(node, node.statements->UsesOf(*node.step)[0]), current_});
         break;
-    case StepKind::Routine: this->Routine(node); break;
+    case Routine: BeginRoutine(node); break;
     case Directive: Conditional(node); break;
     default: Add(node);
     }
@@ -127,7 +138,7 @@ void ProgramFlow::Take(FlowNode node)
 void ProgramFlow::Clause(const FlowNode& node)
 {
     const ClauseKind kind = node.clause;
-    const bool outer = Top(StepKind::If) && stack_.back().open && stack_.back().oneLine;
+    const bool outer = Top(StepKind::If) && stack_.back().open && stack_.back().oneLine && !stack_.back().due;
     const bool alternative = kind == ClauseKind::Then || kind == ClauseKind::Else;
     // Within a clause of one line, what only may have clauses leaves them to the statement around it.
     const bool asks = last_ >= 0 && last_ == current_ &&
@@ -152,6 +163,7 @@ void ProgramFlow::Reopen(const FlowNode& node)
 {
     Frame& frame = stack_.back();
     frame.open = true;
+    frame.due = false;
     frame.oneLine = !(node.step->flags & step_flag::kBlock);
     frame.opened = node.place;
     frame.hasThen = frame.hasThen || node.clause == ClauseKind::Then;
@@ -160,18 +172,14 @@ void ProgramFlow::Reopen(const FlowNode& node)
     Add(node);
 }
 
-/// Clauses that began in the line are over; another of the outermost statement may begin in the next.
+/// Clauses that began in the line are over; others of their statements may begin in the next.
 void ProgramFlow::LineEnd()
 {
-    while (Top(StepKind::If)) {
-        Frame& frame = stack_.back();
-        if (frame.open && !frame.oneLine) return;
-        if (frame.open) EndClause();
-        if (stack_.size() < 2) return;
-        const Frame& around = stack_[stack_.size() - 2];
-        if (around.kind != StepKind::If || !around.open || !around.oneLine) return;
-        Pop();
+    for (auto frame = stack_.rbegin(); frame != stack_.rend() && frame->kind == StepKind::If; ++frame) {
+        if (frame->open && !frame->oneLine) break;
+        frame->due = true;
     }
+    if (Top(StepKind::If) && stack_.back().due && stack_.back().open) EndClause();
 }
 
 void ProgramFlow::Close(StepPlace place)
@@ -183,7 +191,7 @@ void ProgramFlow::Close(StepPlace place)
 
 void ProgramFlow::End(const FlowNode& node)
 {
-    if (Top(StepKind::If) && stack_.back().open && stack_.back().oneLine) return EndClause();
+    if (Top(StepKind::If) && stack_.back().open && stack_.back().oneLine && !stack_.back().due) return EndClause();
     Settle();
     if (Top(StepKind::If)) {
         Close(node.place);
@@ -199,6 +207,8 @@ void ProgramFlow::End(const FlowNode& node)
     if (!stack_.empty()) return;
     if (end_ >= 0 && routine_ == 0) return; // notes may stand behind the END of a program
     if (routine_ == 0) end_ = current_;
+    if (local_) routine_ = 0;
+    local_ = false;
     current_ = -1;
     last_ = -1;
 }
@@ -291,12 +301,13 @@ void ProgramFlow::Conditional(const FlowNode& node)
     Pop();
 }
 
-void ProgramFlow::Routine(const FlowNode& node)
+void ProgramFlow::BeginRoutine(const FlowNode& node)
 {
     if (code_) {
         sound_ = sound_ && stack_.empty();
         stack_.clear();
-        ++routine_;
+        routine_ = ++routineCount_;
+        local_ = node.step->flags & step_flag::kLocal;
         current_ = -1;
     }
     Add(node);
@@ -320,7 +331,9 @@ void ProgramFlow::Finish()
         if (!node.step) continue;
         for (const NameUse& use : node.statements->UsesOf(*node.step)) {
             if (use.use != Use::Jumps) continue;
-            const int32_t label = LabelNode(routines_[i], WordOf(node, use));
+            int32_t label = LabelNode(routines_[i], WordOf(node, use));
+            for (int32_t other = 0; label < 0 && other <= std::min(routineCount_, kFewRoutines); ++other)
+                label = LabelNode(other, WordOf(node, use));
             if (label >= 0) Join(static_cast<int32_t>(i), label);
         }
     }

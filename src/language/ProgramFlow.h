@@ -49,6 +49,8 @@ public:
     int32_t LabelNode(int32_t routine, int32_t word) const;
     /// The routine that a node is in, counted as the heads of routines come.
     int32_t RoutineOf(int32_t node) const { return routines_[static_cast<size_t>(node)]; }
+    /// The routine that the next step is in.
+    int32_t Routine() const { return routine_; }
     /// Marks what can be reached from `from` on.
     std::vector<uint8_t> Reached(std::span<const int32_t> from, bool backwards = false) const;
 
@@ -60,6 +62,7 @@ private:
         StepPlace opened;
         bool open = true; ///< a clause goes on
         bool oneLine = false;
+        bool due = false; ///< its line has ended; only another clause can still come
         bool hasThen = false;
         bool hasElse = false; ///< or the CASE that is always true
     };
@@ -96,7 +99,7 @@ private:
     void Leave(const FlowNode& node);
     void Conditional(const FlowNode& node);
     void Jump(const FlowNode& node);
-    void Routine(const FlowNode& node);
+    void BeginRoutine(const FlowNode& node);
     void Close(StepPlace place);
     void Sort();
 
@@ -116,14 +119,20 @@ private:
     int32_t last_ = -1; ///< the last step, when clauses may follow it
     int32_t end_ = -1;
     int32_t routine_ = 0;
+    int32_t routineCount_ = 0;
+    bool local_ = false; ///< the routine ends with an END of its own
     bool sound_ = true;
     bool code_ = false; ///< statements have been there
 };
 
 /// A word of a node's step as the including program numbers it.
+inline int32_t WordOf(const FlowNode& node, int32_t word)
+{
+    return node.words && word >= 0 ? (*node.words)[static_cast<size_t>(word)] : word;
+}
 inline int32_t WordOf(const FlowNode& node, const NameUse& use)
 {
-    return node.words && use.word >= 0 ? (*node.words)[static_cast<size_t>(use.word)] : use.word;
+    return WordOf(node, use.word);
 }
 
 } // namespace nib

@@ -4,6 +4,21 @@
 
 namespace nib {
 
+namespace {
+
+/// So many are searched for a label that their own routine does not have.
+constexpr int32_t kFewRoutines = 100;
+
+/// What stands in the last quotes.
+Text LastString(TextView text)
+{
+    const size_t end = text.find_last_of(u"\"'\\");
+    const size_t start = end == TextView::npos || end == 0 ? TextView::npos : text.find_last_of(text[end], end - 1);
+    return start == TextView::npos ? Text() : Text(text.substr(start + 1, end - start - 1));
+}
+
+} // namespace
+
 void ProgramNames::Clear()
 {
     facts_.clear();
@@ -13,7 +28,6 @@ void ProgramNames::Clear()
     labels_.clear();
     jumps_.clear();
     routine_ = 0;
-    headed_ = false;
 }
 
 void ProgramNames::Set(std::vector<int32_t>& symbols, int32_t word, int32_t symbol)
@@ -56,13 +70,19 @@ void ProgramNames::Occur(const Here& here, const NameUse& use, int32_t symbol)
         facts.first = static_cast<int32_t>(program_.occurrences.size()) - 1;
 }
 
-void ProgramNames::Take(const FlowNode& node, const ProgramText& text, int32_t firstLine)
+void ProgramNames::Take(const FlowNode& node, const ProgramText& text, int32_t firstLine, int32_t routine)
 {
     const Here here{node, text, firstLine};
+    if (routine < routine_) {
+        // A local one has ended, and the program goes on.
+        if (node.place.item == 0) program_.routines[static_cast<size_t>(routine_)].last = std::max(firstLine - 1, 0);
+        local_.clear();
+        routine_ = routine;
+    }
     const Step& step = *node.step;
     switch (step.kind) {
     case StepKind::Label: Label(here); return;
-    case StepKind::Routine: Routine(here); return;
+    case StepKind::Routine: BeginRoutine(here, routine); return;
     case StepKind::Common: Common(here); return;
     case StepKind::Constant: Constant(here); return;
     default: break;
@@ -75,7 +95,7 @@ void ProgramNames::Take(const FlowNode& node, const ProgramText& text, int32_t f
         else if (use.use == Use::Declares)
             Declare(here, use, step.kind == StepKind::Functions ? SymbolKind::Function : SymbolKind::Variable);
         else
-            this->Use(here, use);
+            TakeUse(here, use);
     }
 }
 
@@ -100,138 +120,6 @@ void ProgramNames::Jumps(const Here& here, const NameUse& use)
     }
     const bool sub = here.node.kind == StepKind::Gosub || here.node.kind == StepKind::OnGosub;
     jumps_.push_back({routine_, WordOf(here.node, use), occurrence, sub, Written(here, use)});
-}
-
-void ProgramNames::Routine(const Here& here)
-{
-    const Step& step = *here.node.step;
-    const auto uses = here.node.statements->UsesOf(step);
-    if (uses.empty()) return;
-    const SymbolKind kind = step.flags & step_flag::kFunction  ? SymbolKind::Function
-                            : step.flags & step_flag::kProgram ? SymbolKind::Program
-                                                               : SymbolKind::Subroutine;
-    local_.clear();
-    const int32_t line = here.firstLine + step.line;
-    if (!headed_ && routine_ == 0 && here.node.place.item == 0) {
-        program_.routines.front().kind = kind;
-    } else {
-        program_.routines.back().last = std::max(program_.routines.back().first, line - 1);
-        program_.routines.push_back({{}, kind, {}, line, line, {}, (step.flags & step_flag::kLocal) != 0});
-        ++routine_;
-    }
-    headed_ = true;
-    ::nib::Routine& routine = program_.routines.back();
-    if (uses[0].word >= 0) {
-        routine.name = Written(here, uses[0]);
-        routine.nameAt = Range(here, uses[0]);
-        const int32_t word = WordOf(here.node, uses[0]);
-        int32_t symbol = Known(global_, word);
-        if (symbol < 0 || !(facts_[static_cast<size_t>(symbol)].unsure)) symbol = Add(here, uses[0], kind);
-        program_.symbols[static_cast<size_t>(symbol)].kind = kind;
-        program_.symbols[static_cast<size_t>(symbol)].routine = routine_;
-        facts_[static_cast<size_t>(symbol)].declared = facts_[static_cast<size_t>(symbol)].unsure = true;
-        Set(external_, word, symbol);
-        Occur(here, uses[0], symbol);
-        labels_.push_back({-1, word, symbol});
-    }
-    const BasicLine& head = here.text.At(line).tokens;
-    const auto leavesOut = [&](const BasicToken& token) { return IsWord(head.Of(token), u"VAR.ARGS"); };
-    routine.fewer = std::any_of(head.Tokens().begin(), head.Tokens().end(), leavesOut);
-    for (const NameUse& use : uses.subspan(1)) {
-        const int32_t symbol = Add(here, use, SymbolKind::Parameter);
-        program_.symbols.back().routine = routine_;
-        program_.symbols.back().dimensions = use.indices;
-        facts_.back().unsure = facts_.back().declared = true;
-        const int32_t word = WordOf(here.node, use);
-        if (routine.local)
-            local_.emplace_back(word, symbol);
-        else
-            Set(global_, word, symbol);
-        program_.routines.back().parameters.push_back(symbol);
-        Occur(here, use, symbol);
-    }
-}
-
-/// DIM, PRIVATE, LOCAL, DEFFUN.
-void ProgramNames::Declare(const Here& here, const NameUse& use, SymbolKind kind)
-{
-    const int32_t word = WordOf(here.node, use);
-    int32_t symbol = -1;
-    const bool local = here.node.step->kind == StepKind::Declare && program_.routines.back().local;
-    for (const auto& [known, mine] : local_)
-        if (known == word) symbol = mine;
-    if (symbol < 0 && !local) symbol = Known(global_, word);
-    const bool isNew = symbol < 0;
-    if (isNew) {
-        symbol = Add(here, use, kind);
-        if (local)
-            local_.emplace_back(word, symbol);
-        else
-            Set(global_, word, symbol);
-    }
-    Symbol& known = program_.symbols[static_cast<size_t>(symbol)];
-    NameFacts& facts = facts_[static_cast<size_t>(symbol)];
-    if (kind == SymbolKind::Function) {
-        known.kind = kind;
-        facts.unsure = true;
-    }
-    if (use.indices > 0) {
-        std::vector<int32_t> sizes;
-        for (int32_t i = 0; i < std::min<int32_t>(use.indices, 2); ++i)
-            sizes.push_back(NumberOf(use.index[i], here.node.words));
-        const bool again = !known.sizes.empty() && known.sizes != sizes;
-        if (again) sizes.assign(sizes.size(), -1);
-        if (known.kind == SymbolKind::Variable) known.kind = SymbolKind::Array;
-        known.dimensions = again && known.dimensions != use.indices ? 0 : use.indices;
-        known.sizes = std::move(sizes);
-    }
-    facts.declared = true;
-    Occur(here, use, symbol);
-}
-
-void ProgramNames::Common(const Here& here)
-{
-    const Step& step = *here.node.step;
-    const auto block = static_cast<int32_t>(program_.commons.size());
-    const TextView line = here.text.At(here.firstLine + step.line).tokens.Whole();
-    CommonBlock common;
-    common.name = Text(line.substr(static_cast<size_t>(step.start), static_cast<size_t>(step.end - step.start)));
-    common.at = {{step.start, here.firstLine + step.line}, {step.end, here.firstLine + step.line}};
-    common.item = here.node.place.item;
-    for (const NameUse& use : here.node.statements->UsesOf(step)) {
-        if (use.use == Use::Declares) {
-            Declare(here, use, SymbolKind::CommonMember);
-            const int32_t symbol = Known(global_, WordOf(here.node, use));
-            if (symbol < 0) continue;
-            Symbol& member = program_.symbols[static_cast<size_t>(symbol)];
-            member.kind = SymbolKind::CommonMember;
-            member.common = block;
-            facts_[static_cast<size_t>(symbol)].unsure = true;
-            common.members.push_back(symbol);
-        } else {
-            this->Use(here, use);
-        }
-    }
-    program_.commons.push_back(std::move(common));
-}
-
-void ProgramNames::Constant(const Here& here)
-{
-    const Step& step = *here.node.step;
-    const auto uses = here.node.statements->UsesOf(step);
-    if (uses.empty()) return;
-    const TextView line = here.text.At(here.firstLine + step.line).tokens.Whole();
-    int32_t symbol = Known(global_, WordOf(here.node, uses[0]));
-    if (symbol < 0) {
-        symbol = Add(here, uses[0], SymbolKind::Constant);
-        Set(global_, WordOf(here.node, uses[0]), symbol);
-    }
-    Symbol& constant = program_.symbols[static_cast<size_t>(symbol)];
-    constant.kind = SymbolKind::Constant;
-    constant.value = Text(line.substr(static_cast<size_t>(step.start), static_cast<size_t>(step.end - step.start)));
-    facts_[static_cast<size_t>(symbol)].declared = facts_[static_cast<size_t>(symbol)].unsure = true;
-    Occur(here, uses[0], symbol);
-    for (const NameUse& use : uses.subspan(1)) this->Use(here, use);
 }
 
 void ProgramNames::Call(const Here& here, const NameUse& use)
@@ -264,7 +152,7 @@ int32_t ProgramNames::Variable(const Here& here, const NameUse& use)
     return symbol;
 }
 
-void ProgramNames::Use(const Here& here, const NameUse& use)
+void ProgramNames::TakeUse(const Here& here, const NameUse& use)
 {
     const int32_t symbol = Variable(here, use);
     if (symbol < 0) return;
@@ -277,16 +165,35 @@ void ProgramNames::Use(const Here& here, const NameUse& use)
             program_.calls.push_back({Range(here, use), Written(here, use), use.indices, routine_, true});
         return;
     }
-    if (use.flags & use_flag::kOpens && known.kind == SymbolKind::Variable) known.kind = SymbolKind::FileVariable;
+    if (use.flags & use_flag::kOpens && known.kind == SymbolKind::Variable) {
+        known.kind = SymbolKind::FileVariable;
+        const TextView line = here.text.At(here.firstLine + use.line).tokens.Whole();
+        known.value = LastString(line.substr(0, static_cast<size_t>(use.start)));
+    }
     Occur(here, use, symbol);
     Count(use, symbol);
+    if (use.flags & use_flag::kArgument && MaySet(WordOf(here.node, use.index[0])))
+        ++facts_[static_cast<size_t>(symbol)].given;
     if (use.flags & use_flag::kIndirect && here.node.place.item == 0)
         program_.calls.push_back({Range(here, use), {}, here.node.step->arguments, routine_, false});
+}
+
+/// Functions that are no part of the language may set their arguments; of those that are, few do.
+bool ProgramNames::MaySet(int32_t function) const
+{
+    const int32_t symbol = Known(global_, function);
+    if (symbol >= 0) {
+        const SymbolKind kind = program_.symbols[static_cast<size_t>(symbol)].kind;
+        return kind == SymbolKind::Function || kind == SymbolKind::Variable;
+    }
+    const TextView name = words_.TextOf(function);
+    return !words_.FactsOf(function).function || name == u"REMOVE" || name == u"ASSIGNED" || name == u"UNASSIGNED";
 }
 
 void ProgramNames::Count(const NameUse& use, int32_t symbol)
 {
     NameFacts& facts = facts_[static_cast<size_t>(symbol)];
+    if (use.flags & use_flag::kUnsure) facts.unsure = true;
     if (use.flags & use_flag::kValue)
         facts.unsure = true;
     else if (use.flags & use_flag::kLoop)
@@ -339,6 +246,8 @@ void ProgramNames::Resolve()
     for (Jump& jump : jumps_) {
         int32_t symbol = LabelOf(jump.routine, jump.word);
         if (symbol < 0) symbol = LabelOf(-1, jump.word);
+        const auto most = std::min(static_cast<int32_t>(program_.routines.size()), kFewRoutines);
+        for (int32_t other = 0; symbol < 0 && other < most; ++other) symbol = LabelOf(other, jump.word);
         if (symbol < 0) {
             Symbol missing;
             missing.name = jump.written;

@@ -26,8 +26,8 @@ public:
     ProgramNames(const WordTable& words, Program& program) : words_(words), program_(program) {}
 
     void Clear();
-    /// `text` is the line that the step begins in.
-    void Take(const FlowNode& node, const ProgramText& text, int32_t firstLine);
+    /// `firstLine` of the text is where the step's statement begins, in a routine of the program.
+    void Take(const FlowNode& node, const ProgramText& text, int32_t firstLine, int32_t routine);
     void Finish();
 
     const std::vector<NameFacts>& Facts() const { return facts_; }
@@ -57,13 +57,14 @@ private:
     int32_t Variable(const Here& here, const NameUse& use);
     void Label(const Here& here);
     void Jumps(const Here& here, const NameUse& use);
-    void Routine(const Here& here);
+    void BeginRoutine(const Here& here, int32_t number);
     void Declare(const Here& here, const NameUse& use, SymbolKind kind);
     void Common(const Here& here);
     void Constant(const Here& here);
     void Call(const Here& here, const NameUse& use);
-    void Use(const Here& here, const NameUse& use);
+    void TakeUse(const Here& here, const NameUse& use);
     void Count(const NameUse& use, int32_t symbol);
+    bool MaySet(int32_t function) const;
     void Resolve();
 
     struct LabelKey {
@@ -89,7 +90,6 @@ private:
     std::vector<LabelKey> labels_;
     std::vector<Jump> jumps_;
     int32_t routine_ = 0;
-    bool headed_ = false; ///< the program has begun
 };
 
 } // namespace nib

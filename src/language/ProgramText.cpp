@@ -83,7 +83,7 @@ int32_t ProgramText::GatherFrom(int32_t at, StatementParser& parser)
     // Comments and blank lines may stand between.
     for (int32_t last = at; goesOn(last);) {
         int32_t next = last + 1;
-        while (next < LineCount() && !lines_[static_cast<size_t>(next)]->tokens.IsCode()) ++next;
+        while (next < LineCount() && !lines_[static_cast<size_t>(next)]->tokens.HasStatement()) ++next;
         if (next == LineCount() || lines_[static_cast<size_t>(next)]->directive) break;
         for (int32_t i = last + 1; i <= next; ++i) {
             Line& line = *lines_[static_cast<size_t>(i)];

@@ -21,6 +21,8 @@ inline constexpr uint16_t kWhole = 0x20;   ///< MAT
 inline constexpr uint16_t kValue = 0x40;   ///< in the value of a constant
 inline constexpr uint16_t kLoop = 0x80;    ///< of a FOR, at its NEXT
 inline constexpr uint16_t kOpens = 0x100;
+inline constexpr uint16_t kUnsure = 0x400;   ///< may be a word of a statement that nobody knows
+inline constexpr uint16_t kArgument = 0x800; ///< alone between the parentheses of the name whose word is index[0]
 inline constexpr uint16_t kIndirect = 0x200; ///< holds the name of what is called
 } // namespace use_flag
 

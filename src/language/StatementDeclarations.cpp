@@ -54,12 +54,18 @@ void StatementParser::Arguments(NameUse callee, Step& step)
         ReadTo(close);
         at_ = close + 1;
     }
-    if (!Sign(at_, u'(')) return Finish(step);
+    if (Sign(at_, u'(')) Given(step);
+    Finish(step);
+}
+
+/// Arguments in parentheses; what is a variable by itself may be changed by what is called.
+void StatementParser::Given(Step& step)
+{
     const size_t close = Closing(at_);
     size_t from = ++at_;
     for (size_t i = from; i <= close && Has(i); ++i) {
-        if (i < close && (Sign(i, u'(') || Sign(i, u'['))) {
-            i = Closing(i);
+        if (const size_t past = i < close ? Past(i) : i; past != i && past < close) {
+            i = past;
             continue;
         }
         if (i < close && !Sign(i, u',')) continue;
@@ -76,7 +82,6 @@ void StatementParser::Arguments(NameUse callee, Step& step)
         from = i + 1;
     }
     at_ = std::max(at_, close + 1);
-    Finish(step);
 }
 
 /// SUBROUTINE NAME(A, MAT B), LOCAL FUNCTION NAME(A), or names that PRIVATE declares.
@@ -84,6 +89,7 @@ void StatementParser::Routine()
 {
     const size_t start = at_;
     const bool nested = pieces_[at_].key == BasicKey::Nested;
+    const bool property = !nested && pieces_[at_].key != BasicKey::Routine;
     if (nested && !Key(at_ + 1, BasicKey::Routine)) {
         if (Word(at_, u"CLASS")) {
             while (!EndsStatement(at_)) ++at_;
@@ -93,11 +99,12 @@ void StatementParser::Routine()
     }
     at_ += nested ? 1 : 0;
     const size_t kind = at_++;
+    if (!IsWordAt(at_) && !Sign(at_, u'(') && Touches(at_ + 1)) ++at_; // $NAME, !NAME
     if (into_->steps.size() > 1 || (!IsWordAt(at_) && !Sign(at_, u'('))) return;
     Step& step = AddStep(StepKind::Routine, start);
     if (Word(kind, u"FUNCTION")) step.flags |= step_flag::kFunction;
     if (Word(kind, u"PROGRAM")) step.flags |= step_flag::kProgram;
-    if (nested) step.flags |= step_flag::kLocal;
+    if (nested || property) step.flags |= step_flag::kLocal;
     if (IsWordAt(at_)) {
         const Piece& name = pieces_[at_++];
         into_->uses.push_back({name.word, name.line, name.start, name.end, Use::Declares});
@@ -119,10 +126,12 @@ void StatementParser::Routine()
 /// A list of names, which may be arrays with sizes.
 void StatementParser::Names(StepKind kind)
 {
+    // What is not dimensioned but PRIVATE or PUBLIC may belong to a class.
+    const uint16_t flags = pieces_[at_].key == BasicKey::Nested ? use_flag::kWhole : uint16_t{0};
     Step& step = AddStep(kind, at_++);
     while (!EndsStatement(at_)) {
         if (IsWordAt(at_) && pieces_[at_].key == BasicKey::None) {
-            Note(at_, Use::Declares, 0);
+            Note(at_, Use::Declares, flags);
             if (Sign(at_ + 1, u'(')) {
                 const size_t close = Closing(++at_);
                 ReadTo(close);
@@ -172,6 +181,7 @@ void StatementParser::Constants()
         }
         Step& step = AddStep(StepKind::Constant, at_);
         Note(at_, Use::Declares, 0);
+        const bool literal = !Word(at_ + 1, u"TO");
         at_ += 2;
         if (Has(at_)) {
             step.line = pieces_[at_].line;
@@ -180,11 +190,26 @@ void StatementParser::Constants()
         const size_t before = into_->uses.size();
         while (!EndsStatement(at_) && !(Sign(at_, u',') && IsWordAt(at_ + 1) && joins(at_ + 2))) {
             if (pieces_[at_].line == step.line) step.end = pieces_[at_].end;
+            if (literal && pieces_[at_].kind == Kind::String) Literal(pieces_[at_]);
             ReadTo(at_ + 1);
         }
         for (NameUse& use : std::span(into_->uses).subspan(before)) use.flags |= use_flag::kValue;
         Finish(step);
     }
+}
+
+/// What stands in quotes behind LIT takes the place of the constant.
+void StatementParser::Literal(const Piece& piece)
+{
+    if (piece.end - piece.start < 3) return;
+    BasicLine inner;
+    const TextView whole = lines_[static_cast<size_t>(piece.line)]->Whole();
+    inner.Scan(whole.substr(static_cast<size_t>(piece.start) + 1, static_cast<size_t>(piece.end - piece.start) - 2),
+               words_);
+    const int32_t shift = piece.start + 1;
+    for (const BasicToken& token : inner.Tokens())
+        if (token.kind == Kind::Word && token.key == BasicKey::None && inner.At(token.start) != u'@')
+            into_->uses.push_back({token.word, piece.line, token.start + shift, token.end + shift, Use::Reads});
 }
 
 /// $DEFINE NAME VALUE

@@ -102,7 +102,7 @@ constexpr StatementForm kForms[] = {
     {u"PERFORM", Plain, u"!r CAPTURING s RETURNING s PASSLIST r RTNLIST s SETTING s"},
     {u"PRECISION", Plain, u"r"},
     {u"PRINT", Plain, u"r ON r"},
-    {u"PRINTER", Plain, u"n"},
+    {u"PRINTER", Plain, u"!r CLOSE r FILE r NAME r SETTING r RESET r DISPLAY r ON r"},
     {u"PRINTERR", Plain, u"r"},
     {u"PROCREAD", Plain, u"!s"},
     {u"PROCWRITE", Plain, u"r"},

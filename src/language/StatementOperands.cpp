@@ -8,17 +8,34 @@ namespace nib {
 
 using Kind = BasicToken::Kind;
 
-/// The piece that closes the bracket at `at`; the last one when nothing does.
-size_t StatementParser::Closing(size_t at) const
+namespace {
+
+/// More pieces than between the "<" and ">" of any part of a variable: the search for a ">" ends there.
+constexpr size_t kMostOfPart = 200;
+
+} // namespace
+
+/// The ">" that belongs to the "<" at `at`; `at` itself when there is none.
+size_t StatementParser::EndOfParts(size_t at) const
 {
-    int32_t depth = 0;
-    for (size_t i = at; Has(i); ++i) {
-        const char16_t sign = pieces_[i].sign;
-        if (sign == u'(' || sign == u'[') ++depth;
-        if ((sign == u')' || sign == u']') && --depth == 0) return i;
-        if (pieces_[i].kind == Kind::Separator) return i;
+    int32_t depth = 1;
+    for (size_t i = at + 1; Has(i) && i < at + kMostOfPart; ++i) {
+        if (Sign(i, u'(') || Sign(i, u'[')) {
+            i = Closing(i);
+            continue;
+        }
+        if (pieces_[i].kind == Kind::Separator || Sign(i, u')') || Sign(i, u']')) return at;
+        depth += Sign(i, u'<') ? 1 : Sign(i, u'>') ? -1 : 0;
+        if (depth == 0) return i;
     }
-    return pieces_.empty() ? 0 : pieces_.size() - 1;
+    return at;
+}
+
+/// The last piece of the brackets that begin here, be they those of a part of a variable; else the piece itself.
+size_t StatementParser::Past(size_t at) const
+{
+    if (Sign(at, u'(') || Sign(at, u'[')) return Closing(at);
+    return Sign(at, u'<') && Touches(at) && pieces_[at - 1].value ? EndOfParts(at) : at;
 }
 
 /// Behind a variable and the parts of it that are named.
@@ -27,14 +44,9 @@ size_t StatementParser::BehindTarget(size_t at) const
     ++at;
     if (Sign(at, u'(')) at = Closing(at) + 1;
     if (Sign(at, u'<')) {
-        size_t end = at + 1;
-        for (int32_t depth = 1; Has(end) && depth > 0; ++end) {
-            if (pieces_[end].sign == u'(' || pieces_[end].sign == u'[') end = Closing(end);
-            if (Has(end) && pieces_[end].kind == Kind::Separator) return at;
-            depth += Sign(end, u'<') ? 1 : Sign(end, u'>') ? -1 : 0;
-            if (depth > 0 && !Has(end + 1)) return at;
-        }
-        at = end;
+        const size_t end = EndOfParts(at);
+        if (end == at) return at;
+        at = end + 1;
     }
     while (Sign(at, u'[')) at = Closing(at) + 1;
     return at;
@@ -111,8 +123,8 @@ void StatementParser::Indices(size_t open, NameUse& use) const
     size_t from = open + 1;
     size_t count = 0;
     for (size_t i = from; i <= close; ++i) {
-        if (i < close && (Sign(i, u'(') || Sign(i, u'['))) {
-            i = Closing(i);
+        if (const size_t past = i < close ? Past(i) : i; past != i && past < close) {
+            i = past;
             continue;
         }
         const bool separates = Sign(i, u',') || Sign(i, u';');
@@ -140,7 +152,7 @@ void StatementParser::Note(size_t at, Use how, uint16_t flags)
 
 bool StatementParser::IsClauseWord(size_t at, const StatementForm& form) const
 {
-    if (!IsWordAt(at)) return false;
+    if (!IsWordAt(at) || Key(at + 1, BasicKey::Error)) return false;
     const Text& word = words_.TextOf(pieces_[at].word);
     const size_t found = form.operands.find(word);
     return found != TextView::npos && found > 0 && form.operands[found - 1] == u' ' &&
@@ -175,18 +187,61 @@ bool StatementParser::Stops(size_t at, const StatementForm* form, bool first) co
 void StatementParser::Read(const Reading& reading, size_t end)
 {
     int32_t depth = 0;
+    size_t part = 0; ///< the end of the part that is named
+    inline_ = false;
+    callees_.clear();
+    if (from_ == SIZE_MAX) from_ = at_;
+    form_ = reading.form;
     for (bool first = true; at_ < std::min(end, pieces_.size()); ++at_, first = false) {
         const Piece& piece = pieces_[at_];
-        if (end == SIZE_MAX && depth == 0 && (Stops(at_, reading.form, first))) return;
-        if (end == SIZE_MAX && depth == 0 && piece.sign == u',' && reading.form) return;
+        const bool choice = inline_ && (piece.key == BasicKey::Then || piece.key == BasicKey::Else);
+        if (piece.sign == u'<' && at_ >= part) part = Past(at_);
+        const bool outside = end == SIZE_MAX && depth == 0 && at_ >= part;
+        if (outside && !choice && Stops(at_, reading.form, first)) return;
+        if (outside && piece.sign == u',' && reading.form) return;
         if (piece.kind == Kind::Separator && end == SIZE_MAX) return;
         depth += piece.sign == u'(' || piece.sign == u'[' ? 1 : piece.sign == u')' || piece.sign == u']' ? -1 : 0;
         depth = std::max(depth, 0);
-        if (piece.kind != Kind::Word) continue;
-        if (piece.key == BasicKey::Operator || Word(at_, u"MAT")) continue;
-        if (at_ > 1 && Sign(at_ - 1, u'>') && Sign(at_ - 2, u'-') && Touches(at_) && Touches(at_ - 1)) continue;
-        Note(at_, Use::Reads, 0);
+        if (piece.sign == u'(') callees_.push_back(CalleeOf(at_));
+        if (piece.sign == u')' && !callees_.empty()) callees_.pop_back();
+        if (piece.kind == Kind::Word) NoteRead(at_, callees_.empty() ? -1 : callees_.back());
     }
+}
+
+/// The word whose arguments or indices the parentheses hold; -1 when there is none.
+int32_t StatementParser::CalleeOf(size_t open) const
+{
+    return open > 0 && Touches(open) && IsWordAt(open - 1) ? pieces_[open - 1].word : -1;
+}
+
+/// A word stands by another without an operator between them: one of them belongs to a statement that nobody knows.
+bool StatementParser::Beside(size_t at) const
+{
+    const auto name = [this](size_t i) {
+        if (!IsWordAt(i) || pieces_[i].key != BasicKey::None || words_.FactsOf(pieces_[i].word).clause) return false;
+        return !form_ || !IsClauseWord(i, *form_);
+    };
+    const bool behind = at > from_ && pieces_[at - 1].value && !inline_;
+    return behind || name(at + 1) || (Has(at + 1) && pieces_[at + 1].kind == Kind::Number);
+}
+
+void StatementParser::NoteRead(size_t at, int32_t callee)
+{
+    using enum BasicKey;
+    const BasicKey key = pieces_[at].key;
+    if (key == If) inline_ = true;
+    if (key == Operator || (inline_ && (key == If || key == Then || key == Else)) || Word(at, u"MAT")) return;
+    // BREAK ON, HUSH OFF, CLEARSELECT ALL
+    const bool single = at == from_ && (EndsStatement(at + 1) || !pieces_[at].value);
+    if (single && key == On) return;
+    const bool setting = single && (Word(at, u"OFF") || Word(at, u"ALL") || Word(at, u"CLEAR"));
+    if (at > 1 && Sign(at - 1, u'>') && Sign(at - 2, u'-') && Touches(at) && Touches(at - 1)) return;
+    const size_t before = into_->uses.size();
+    Note(at, Use::Reads, setting || Beside(at) ? use_flag::kUnsure : uint16_t{0});
+    const bool alone = (Sign(at - 1, u'(') || Sign(at - 1, u',')) && (Sign(at + 1, u',') || Sign(at + 1, u')'));
+    if (at == 0 || callee < 0 || !alone || into_->uses.size() == before) return;
+    into_->uses.back().flags |= use_flag::kArgument;
+    into_->uses.back().index[0] = callee;
 }
 
 /// The clause words of the form part the operands; each part has letters of its own.
@@ -220,13 +275,16 @@ void StatementParser::Operands(const StatementForm& form, Step& step)
 /// One operand; what does not belong to the variable in it is read.
 void StatementParser::Operand(char16_t letter, const Reading& reading, Step* step)
 {
+    from_ = at_;
     if (letter == u'n') {
         const size_t before = into_->uses.size();
         Read(reading);
         into_->uses.resize(before);
+        from_ = SIZE_MAX;
         return;
     }
-    if (letter == u'f' && IsWordAt(at_)) step->file = static_cast<int32_t>(into_->uses.size()) - step->firstUse;
+    if (letter == u'f' && IsWordAt(at_) && CharOf(pieces_[at_], 0) != u'@')
+        step->file = static_cast<int32_t>(into_->uses.size()) - step->firstUse;
     if (letter != u'r' && letter != u'f') {
         // INPUT @(x, y): NAME and GET(ARG.) NAME
         const bool place = Sign(at_, u'@') && Sign(at_ + 1, u'(');
@@ -244,6 +302,7 @@ void StatementParser::Operand(char16_t letter, const Reading& reading, Step* ste
         if (IsWordAt(at_) && !Stops(at_, reading.form, true)) Target(letter, step);
     }
     Read(reading);
+    from_ = SIZE_MAX;
 }
 
 void StatementParser::Target(char16_t letter, Step* step)

@@ -9,7 +9,7 @@ using Kind = BasicToken::Kind;
 void StatementParser::Add(const BasicLine& line, int32_t number)
 {
     lines_.push_back(&line);
-    for (const BasicToken& token : line.Tokens()) {
+    for (const BasicToken& token : std::span(line.Tokens()).first(line.CodeTokens())) {
         const char16_t sign = token.kind == Kind::Sign ? line.At(token.start) : u'\0';
         Piece piece{token.kind, token.key, sign, line.EndsValue(token), number, token.start, token.end, token.word};
         const bool digits = token.kind == Kind::Label && line.At(token.start) >= u'0' && line.At(token.start) <= u'9';
@@ -33,7 +33,9 @@ void StatementParser::Parse(const BasicDirective* directive, Statements& stateme
     statements.steps.clear();
     statements.uses.clear();
     at_ = 0;
+    from_ = SIZE_MAX;
     clauses_ = false;
+    Pair();
     using D = BasicDirective::Kind;
     const D what = directive ? directive->kind : D::None;
     if (what == D::Define) {
@@ -41,7 +43,8 @@ void StatementParser::Parse(const BasicDirective* directive, Statements& stateme
     } else if (what == D::Include || what == D::Insert || what == D::Opaque) {
         AddStep(StepKind::Include, 0);
     } else if (directive) {
-        if (what != D::Other) AddStep(StepKind::Directive, 0).arguments = static_cast<int32_t>(what);
+        if (what != D::Other && what != D::Internal)
+            AddStep(StepKind::Directive, 0).arguments = static_cast<int32_t>(what);
     } else {
         while (Has(at_)) {
             const size_t before = at_;
@@ -52,6 +55,27 @@ void StatementParser::Parse(const BasicDirective* directive, Statements& stateme
     }
     pieces_.clear();
     lines_.clear();
+}
+
+/// Finds for each bracket the one that closes it, or where its statement ends.
+void StatementParser::Pair()
+{
+    closing_.assign(pieces_.size(), 0);
+    std::vector<size_t> open;
+    const auto close = [&](size_t at) {
+        for (size_t each : open) closing_[each] = static_cast<uint32_t>(at);
+        open.clear();
+    };
+    for (size_t i = 0; i < pieces_.size(); ++i) {
+        const char16_t sign = pieces_[i].sign;
+        closing_[i] = static_cast<uint32_t>(i);
+        if (pieces_[i].kind == Kind::Separator) close(i);
+        if (sign == u'(' || sign == u'[') open.push_back(i);
+        if ((sign != u')' && sign != u']') || open.empty()) continue;
+        closing_[open.back()] = static_cast<uint32_t>(i);
+        open.pop_back();
+    }
+    if (!pieces_.empty()) close(pieces_.size() - 1);
 }
 
 bool StatementParser::Word(size_t at, TextView capitals) const
@@ -107,10 +131,20 @@ void StatementParser::Statement()
     if (first.kind == Kind::Label) return Labels();
     if (first.kind == Kind::Branch) return Branch();
     if (first.kind != Kind::Word) return;
+    if (Word(at_, u"MAT") && IsWordAt(at_ + 1)) ++at_;
     if (const size_t sign = AssignmentSign(at_)) return Assignment(sign);
     if (ByKey()) return;
+    if (Property()) return Routine();
     if (const StatementForm* form = words_.FactsOf(first.word).form) return ByForm(form);
     Unknown();
+}
+
+/// GET NAME and SET NAME(VALUE), where the dialect has routines of these words.
+bool StatementParser::Property() const
+{
+    const Dialect* dialect = words_.Language();
+    if (at_ != 0 || pieces_.front().line != 0 || !IsWordAt(1) || !(Word(0, u"GET") || Word(0, u"SET"))) return false;
+    return dialect && dialect->FindBlock(words_.TextOf(pieces_.front().word)) && !IsWordAt(2);
 }
 
 void StatementParser::Labels()
@@ -159,7 +193,12 @@ bool StatementParser::ByKey()
         single(StepKind::Try);
         clauses_ = true;
         break;
-    case Catch: single(StepKind::Catch); break;
+    case Catch: {
+        Step& step = AddStep(StepKind::Catch, at_++);
+        if (IsWordAt(at_)) Note(at_++, Use::Sets, use_flag::kOutput);
+        Finish(step);
+        break;
+    }
     case BasicKey::Routine: this->Routine(); break;
     case Nested: this->Routine(); break;
     default: return false;
@@ -221,7 +260,7 @@ void StatementParser::Branch()
     for (int32_t i = 0; i < word.end - word.start; ++i) sub = sub || (CharOf(word, i) | 0x20) == u's';
     Step& step = AddStep(sub ? StepKind::Gosub : StepKind::Go, at_++);
     Targets(step);
-    if (Sign(at_, u'(')) ReadTo(Closing(at_) + 1);
+    if (Sign(at_, u'(')) Given(step);
     Finish(step);
 }
 

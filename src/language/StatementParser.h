@@ -48,6 +48,7 @@ private:
     void Statement();
     bool ByKey();
     void ByForm(const StatementForm* form);
+    bool Property() const;
     void Labels();
     void Clause(ClauseKind kind, size_t words);
     void EndWord();
@@ -60,10 +61,12 @@ private:
     void Next();
     void Call();
     void Arguments(NameUse callee, Step& step);
+    void Given(Step& step);
     void Routine();
     void Names(StepKind kind);
     void Common();
     void Constants();
+    void Literal(const Piece& piece);
     void Define();
     void Functions();
     void ReturnWord();
@@ -80,19 +83,31 @@ private:
     void ReadTo(size_t end) { Read({}, end); }
     bool Stops(size_t at, const StatementForm* form, bool first) const;
     bool IsClauseWord(size_t at, const StatementForm& form) const;
-    size_t Closing(size_t at) const;
+    void Pair();
+    /// The piece that closes the bracket at `at`; the last one of its statement when nothing does.
+    size_t Closing(size_t at) const { return Has(at) ? closing_[at] : pieces_.size(); }
+    size_t EndOfParts(size_t at) const;
+    size_t Past(size_t at) const;
     size_t BehindTarget(size_t at) const;
     size_t AssignmentSign(size_t at) const;
     bool OddSign(size_t at) const;
     void Note(size_t at, Use use, uint16_t flags);
+    void NoteRead(size_t at, int32_t callee);
+    bool Beside(size_t at) const;
+    int32_t CalleeOf(size_t open) const;
     void Indices(size_t open, NameUse& use) const;
     int32_t IndexOf(size_t from, size_t to) const;
 
     WordTable& words_;
     Statements* into_ = nullptr;
     std::vector<Piece> pieces_;
+    std::vector<uint32_t> closing_; ///< for each piece
     std::vector<const BasicLine*> lines_;
     size_t at_ = 0;
+    std::vector<int32_t> callees_; ///< whose parentheses are open
+    size_t from_ = SIZE_MAX;       ///< where the operand begins
+    const StatementForm* form_ = nullptr;
+    bool inline_ = false; ///< IF, THEN and ELSE have stood in the expression
     bool clauses_ = false;
 };
 

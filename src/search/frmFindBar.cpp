@@ -18,6 +18,7 @@ namespace nib {
 namespace {
 
 constexpr int kFieldChars = 40;
+constexpr int kCountChars = 14;
 
 } // namespace
 
@@ -35,6 +36,9 @@ frmFindBar::frmFindBar(TypedFind& find, FindEngine& engine, HitLights& lights, Q
 
 void frmFindBar::Build()
 {
+    QToolButton* close = AddButton({}, tr("Close (Escape)"));
+    close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    connect(close, &QToolButton::clicked, this, &frmFindBar::HideBar);
     auto* label = new QLabel(tr("Find:"));
     label->setContentsMargins(4, 0, 4, 0);
     addWidget(label);
@@ -49,6 +53,11 @@ void frmFindBar::Build()
             [this] { Step(true); });
     connect(AddButton(QStringLiteral("\u2193"), tr("The next hit (Enter)")), &QToolButton::clicked, this,
             [this] { Step(false); });
+    lbCount_ = new QLabel;
+    lbCount_->setTextFormat(Qt::PlainText);
+    lbCount_->setContentsMargins(8, 0, 8, 0);
+    lbCount_->setMinimumWidth(lbCount_->fontMetrics().averageCharWidth() * kCountChars);
+    addWidget(lbCount_);
     AddRule(QStringLiteral("Aa"), tr("Match case"), &FindDialog::matchCase);
     AddRule(QStringLiteral("|a|"), tr("Match whole word only"), &FindDialog::wholeWord);
     AddRule(QStringLiteral(".*"), tr("Regular expression"), &FindDialog::regex);
@@ -61,18 +70,8 @@ void frmFindBar::Build()
                 HideBar();
                 if (findInAccount) findInAccount();
             });
-    lbCount_ = new QLabel;
-    lbCount_->setTextFormat(Qt::PlainText);
-    lbCount_->setContentsMargins(8, 0, 8, 0);
-    addWidget(lbCount_);
     lbWrapped_ = new QLabel;
     addWidget(lbWrapped_);
-    auto* space = new QWidget;
-    space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    addWidget(space);
-    QToolButton* close = AddButton({}, tr("Close (Escape)"));
-    close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
-    connect(close, &QToolButton::clicked, this, &frmFindBar::HideBar);
 
     txtFind_->installEventFilter(this);
     connect(txtFind_, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -90,6 +89,7 @@ QToolButton* frmFindBar::AddButton(const QString& text, const QString& tip)
     button->setAccessibleName(tip);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
+    button->installEventFilter(this);
     addWidget(button);
     return button;
 }
@@ -189,7 +189,8 @@ bool frmFindBar::eventFilter(QObject* watched, QEvent* event)
     const bool asking = event->type() == QEvent::ShortcutOverride;
     if (asking || event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
-        if (Pressed(key->key(), key->modifiers(), asking)) {
+        const bool isBars = watched == txtFind_ || key->key() == Qt::Key_Escape;
+        if (isBars && Pressed(key->key(), key->modifiers(), asking)) {
             event->accept();
             return true;
         }

@@ -30,7 +30,19 @@ public:
 };
 
 /// What commands show.
-enum class Form { Find, FindNext, FindBar, Replace, FindInAccount, Results, Settings, HelpTopics, About, Properties, Print };
+enum class Form {
+    Find,
+    FindNext,
+    FindBar,
+    Replace,
+    FindInAccount,
+    Results,
+    Settings,
+    HelpTopics,
+    About,
+    Properties,
+    Print
+};
 
 /// What commands want of forms. They live from Load to Unload.
 class Dialogs {

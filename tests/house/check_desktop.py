@@ -16,7 +16,7 @@ import xml.etree.ElementTree as xml
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 ID = "com.orlin.NibPad71"
-PROGRAMS = ("nibpad71", "nib-basic", "nib-debuglog")
+PROGRAMS = ("nibpad71", "nib-basic", "nib-debuglog", "nib-lsp")
 BASH_COMPLETION = "/usr/share/bash-completion/bash_completion"
 # File names and the types that the desktop must see in them; those without a type of ours show what is left alone.
 TYPES = {
@@ -39,6 +39,7 @@ COMPLETIONS = [
     (["nib-basic", "B"], {"BP"}),
     (["nib-basic", "--", "BP", "INV"], {"INVOICE"}),
     (["nib-debuglog", "--l"], {"--list"}),
+    (["nib-lsp", "--d"], {"--dialect"}),
 ]
 faults = []
 

@@ -11,6 +11,7 @@ import tempfile
 
 NEEDED = {
     "/usr/bin/nibpad71": "0755", "/usr/bin/nib-basic": "0755", "/usr/bin/nib-debuglog": "0755",
+    "/usr/bin/nib-lsp": "0755", "/usr/share/doc/nibpad71/language-server.md": "0644",
     "/usr/share/applications/com.orlin.NibPad71.desktop": "0644",
     "/usr/share/dbus-1/services/com.orlin.NibPad71.service": "0644",
     "/usr/share/nibpad71/accounts/DEMO/BP/INVOICE": "0644",

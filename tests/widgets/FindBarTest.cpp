@@ -57,6 +57,7 @@ TEST_F(FindBarTest, KeysAlone)
     Type("x");
     EXPECT_TRUE(Says("No hits"));
     Key(Qt::Key_Backspace);
+    Key(Qt::Key_Tab);
     Key(Qt::Key_Escape);
     EXPECT_FALSE(bar.isVisible());
     EXPECT_EQ(left, 1);

@@ -46,7 +46,7 @@ TEST_F(WidgetStartPage, StandsOnlyInAnEmptyFrameAndHasTheKeys)
     ASSERT_TRUE(QTest::qWaitFor([] { return Current() == "BP MAIN, DEMO"; })) << Current();
     Key(Qt::Key_Return);
     ASSERT_NE(frame.ActiveForm(), nullptr);
-    EXPECT_EQ(Title(frame.ActiveForm()), "BP MAIN on server1");
+    EXPECT_EQ(frame.ActiveForm()->ViewObject()->Path(), u"mvdb:*/DEMO/BP/MAIN");
     EXPECT_TRUE(frame.ActiveForm()->TextHasFocus());
 }
 

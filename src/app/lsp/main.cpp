@@ -173,9 +173,10 @@ private:
     bool exited_ = false;
 };
 
-std::string IndexFolder()
+ServerStart StartOf(const Options& options, std::function<void(int64_t)> clientIs)
 {
-    return UserFolder("XDG_CACHE_HOME", "/.cache") + "/Orlin/Nib/index";
+    return {options.dialect, UserFolder("XDG_CONFIG_HOME", "/.config") + "/Orlin/dialects",
+            UserFolder("XDG_CACHE_HOME", "/.cache") + "/Orlin/Nib/index", std::move(clientIs)};
 }
 
 int Serve(const Options& options)
@@ -189,7 +190,7 @@ int Serve(const Options& options)
     });
     RequestQueue queue;
     Reader reader(out, queue, log);
-    Server server(out, queue, {options.dialect, IndexFolder(), [&](int64_t process) { reader.Watch(process); }});
+    Server server(out, queue, StartOf(options, [&](int64_t process) { reader.Watch(process); }));
 
     std::atomic<bool> ended = false;
     std::thread worker([&] {

@@ -138,8 +138,12 @@ void AccountFindings::Call(Look& look, const CallSite& call)
     for (const ItemName& item : target.programs) {
         const std::shared_ptr<const ProgramFacts> callee = programs_(item);
         const Routine* entry = callee ? EntryOf(*callee) : nullptr;
-        if (!entry || (takes && *takes != entry->parameters.size())) return;
-        takes = entry->parameters.size();
+        if (!entry) return;
+        // A subroutine that is used as a function sets its first argument to the value.
+        const bool sets = call.function && entry->kind == SymbolKind::Subroutine && !entry->parameters.empty();
+        const size_t count = entry->parameters.size() - (sets ? 1 : 0);
+        if (takes && *takes != count) return;
+        takes = count;
         fewer = fewer || entry->fewer;
         if (target.programs.size() == 1) UnnamedCommon(look, call, item, *callee);
     }

@@ -83,6 +83,11 @@ void AccountIndex::Start()
         FromStore([&] { return store_->SetNote(file, Decimal(Today())), true; }, false);
     };
     lists_ = std::make_unique<AccountLists>(*options_.reader, *options_.dialect, std::move(rules));
+    Forget();
+}
+
+void AccountIndex::Forget()
+{
     cache_.clear();
     cached_.clear();
     names_.reset();
@@ -110,6 +115,7 @@ bool AccountIndex::Work(Deadline until)
         Open();
         if (isBroken_) return false;
     }
+    if (FromStore([&] { return store_->WasChangedByOthers(); }, false)) Forget();
     bool more = true;
     if (FailureOf([&] { more = lists_->Work(until); })) isLost_ = true;
     if (!lists_->HasGone() && (more || lists_->CountUnread() == 0)) {
@@ -158,6 +164,14 @@ std::shared_ptr<const ProgramFacts> AccountIndex::Take(const ItemName& name, Tex
     ItemName listed = name;
     const AccountLists::Item* item = lists_->Find(listed);
     if (differs) RenewIncluders(name, item ? item->noticed : lists_->Now());
+    for (const IncludeSite& site : program ? program->includes : std::vector<IncludeSite>()) {
+        // Whatever it looks like, it is a part of a program.
+        for (const ItemName& included : lists_->Named(site.item)) {
+            ItemName at = included;
+            const AccountLists::Item* known = lists_->Find(at);
+            if (known && known->wasRead && !known->isProgram) lists_->Want(included);
+        }
+    }
     if (names_ && program) names_->Set(name, program->outline);
     if (names_ && !program) names_->Remove(name);
     Cache(name, program);

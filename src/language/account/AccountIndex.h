@@ -66,6 +66,7 @@ public:
 private:
     void Open();
     void Start();
+    void Forget();
     void Process(const ItemName& name);
     std::shared_ptr<const ProgramFacts> Take(const ItemName& name, TextView text, const Text& stamp, bool mustBe);
     void RenewIncluders(const ItemName& name, uint64_t since);

@@ -4,6 +4,7 @@
 #include "language/account/ProgramBytes.h"
 
 #include <set>
+#include <utility>
 
 #include <unistd.h>
 
@@ -29,6 +30,7 @@ struct IndexStore::Statements {
     explicit Statements(Database& database) : db(database) {}
 
     Database& db;
+    Statement version{db, "PRAGMA data_version"};
     Statement items{db, "SELECT file, item, stamp, program FROM items"};
     Statement put{db, "INSERT INTO items(file, item, stamp, program, outline, facts) VALUES(?, ?, ?, ?, ?, ?) "
                       "ON CONFLICT(file, item) DO UPDATE SET stamp = excluded.stamp, program = excluded.program, "
@@ -103,6 +105,14 @@ void IndexStore::Begin()
 void IndexStore::Commit()
 {
     if (const auto transaction = std::move(transaction_)) transaction->Commit();
+}
+
+bool IndexStore::WasChangedByOthers()
+{
+    Statement& row = run_->version.With();
+    const int64_t version = row.Step() ? row.Number(0) : 0;
+    row.Reset();
+    return version != std::exchange(version_, version);
 }
 
 std::vector<StoredItem> IndexStore::Items()

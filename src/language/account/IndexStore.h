@@ -47,6 +47,8 @@ public:
     void Commit();
     void Rollback() { transaction_.reset(); }
 
+    /// Whether another editor has written something since this was asked last.
+    bool WasChangedByOthers();
     std::vector<StoredItem> Items();
     /// Null: it is no program.
     void Put(const ItemName& name, const Text& stamp, const ProgramFacts* program);
@@ -77,6 +79,7 @@ private:
     std::unique_ptr<Database> database_;
     std::unique_ptr<Statements, Closer> run_;
     std::unique_ptr<Transaction> transaction_;
+    int64_t version_ = 0; ///< of what others write
 };
 
 /// Deletes a database with all that belongs to it.

@@ -1,5 +1,6 @@
 #include "language/server/ClientPlaces.h"
 
+#include "diagnostics/Guarded.h"
 #include "hosts/accounts/ServerAccounts.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
@@ -10,6 +11,7 @@ namespace nib {
 
 namespace {
 
+constexpr int32_t kDialectAttribute = 7; ///< of the record of an account
 constexpr std::string_view kScheme = "file://";
 constexpr std::string_view kKeptInUris = "-._~/!$&'()*+,;=@";
 
@@ -80,6 +82,14 @@ std::unique_ptr<ItemReader> ClientPlaces::Reader(const Text& accountPath) const
     const Account* account = Find(ParsePath(accountPath));
     if (!account) throw Error(error_number::kPathNotFound, u"There is no account " + accountPath + u".");
     return std::make_unique<AccountReader>(account->store, account->place.database);
+}
+
+Text ClientPlaces::DialectOf(const Text& accountPath) const
+{
+    const Account* account = Find(ParsePath(accountPath));
+    if (!account) return {};
+    const auto read = [&] { return account->store.ReadRecord(account->place.database, u"VOC", u"NIB"); };
+    return Text(Trim(Attribute(OrDefault(read, Text()), kDialectAttribute)));
 }
 
 Text ClientPlaces::PathOf(const std::string& uri) const

@@ -19,6 +19,9 @@ public:
     /// For the account of such a path.
     std::unique_ptr<ItemReader> Reader(const Text& accountPath) const;
 
+    /// The dialect that the account names, if it does.
+    Text DialectOf(const Text& accountPath) const;
+
     Text PathOf(const std::string& uri) const;
     /// Empty where a path leads nowhere that a client could go.
     std::string UriOf(const Text& path) const;

@@ -25,7 +25,7 @@ public:
             changes_[uri] = std::move(edits);
             return;
         }
-        const OpenText* open = workspace_.Find(path);
+        const ClientDocument* open = workspace_.Find(path);
         changes_.push_back({{"textDocument", {{"uri", uri}, {"version", open ? open->text.Version() : Json()}}},
                             {"edits", std::move(edits)}});
     }
@@ -36,7 +36,8 @@ private:
     Json changes_ = workspace_.client.versionedEdits ? Json::array() : Json::object();
 };
 
-Json ActionOf(Workspace& workspace, const OpenText& open, const ProgramFinding& finding, TextView title, Json edits)
+Json ActionOf(Workspace& workspace, const ClientDocument& open, const ProgramFinding& finding, TextView title,
+              Json edits)
 {
     Changes changes(workspace);
     changes.Add(open.path, std::move(edits));
@@ -47,7 +48,7 @@ Json ActionOf(Workspace& workspace, const OpenText& open, const ProgramFinding& 
 }
 
 /// A comment in a line of its own, above, so that nothing of the program changes.
-Json SilencingEdit(const OpenText& open, const ProgramFinding& finding)
+Json SilencingEdit(const ClientDocument& open, const ProgramFinding& finding)
 {
     const int32_t line = finding.at.start.line;
     const Text text = open.text.Line(line);
@@ -102,7 +103,7 @@ Json Rename(Workspace& workspace, const Json& params)
 
 Json CodeActions(Workspace& workspace, const Json& params)
 {
-    const OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
+    const ClientDocument& open = workspace.Get(Below(params, "/textDocument/uri"));
     const TextRange range = open.text.ReadRange(Member(params, "range"));
     Json actions = Json::array();
     if (!WantsMends(Below(params, "/context/only"))) return actions;

@@ -1,6 +1,5 @@
 // The editor's formatter for clients. They get what changes of a line, so that carets and marks stay where they are.
 
-#include "editing/BlockEffect.h"
 #include "editing/LexClass.h"
 #include "editing/MvEdit.h"
 #include "editing/operations/OpFormat.h"
@@ -69,32 +68,31 @@ void AddEdits(Json& edits, const ClientText& text, int32_t line, TextView laidOu
     if (trailing > 0) AddEdit(edits, text, line, raw.size() - trailing, raw.size(), {});
 }
 
-Json Layout(const OpenText& open, const Json& params, int32_t first, int32_t last)
+Json Layout(Workspace& workspace, const ClientDocument& open, const Json& params, int32_t first, int32_t last)
 {
     FormatRules rules{MvEdit()};
     const Json& tabSize = Below(params, "/options/tabSize");
     if (tabSize.is_number_integer())
-        rules.tabSize = std::clamp(static_cast<int32_t>(tabSize.get<int64_t>()), 0, kWidestTab);
+        rules.tabSize = static_cast<int32_t>(std::clamp<int64_t>(tabSize.get<int64_t>(), 0, kWidestTab));
 
     Text whole;
     const int32_t count = open.text.LineCount();
     for (int32_t line = 0; line < count; ++line)
         whole.append(line > 0 ? u"\n" : u"").append(WithBlanks(open.text.Line(line), rules.tabSize));
+    clsKeywords words;
+    words.SetRules(workspace.dialects.Rules(workspace.DialectOf(open.path)));
     LexClass lexer;
+    lexer.SetKeywords(words);
     SourceDocument document;
     document.SetLexer(&lexer);
     document.SetText(whole);
     document.EnsureScanned();
 
     Json edits = Json::array();
-    int32_t level = 0;
+    FormatWalk walk(rules);
     for (int32_t line = 0; line <= last; ++line) {
-        const uint32_t flags = document.GetLineData(line, LineWord::Lexer);
-        const BlockEffect effect = BlockEffectOf(flags);
-        level = std::max(level - effect.decrement, 0);
         const Text text = document.GetLine(line);
-        const BlankEdit edit = LayOutLine(text, flags, level, rules);
-        level += effect.increment;
+        const BlankEdit edit = walk.Next(text, document.GetLineData(line, LineWord::Lexer));
         if (line >= first) AddEdits(edits, open.text, line, text, edit);
     }
     return edits;
@@ -104,16 +102,16 @@ Json Layout(const OpenText& open, const Json& params, int32_t first, int32_t las
 
 Json Format(Workspace& workspace, const Json& params)
 {
-    const OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
-    return Layout(open, params, 0, open.text.LineCount() - 1);
+    const ClientDocument& open = workspace.Get(Below(params, "/textDocument/uri"));
+    return Layout(workspace, open, params, 0, open.text.LineCount() - 1);
 }
 
 Json FormatRange(Workspace& workspace, const Json& params)
 {
-    const OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
+    const ClientDocument& open = workspace.Get(Below(params, "/textDocument/uri"));
     const TextRange range = open.text.ReadRange(Member(params, "range"));
     const bool endsBefore = range.end.col == 0 && range.end.line > range.start.line;
-    return Layout(open, params, range.start.line, range.end.line - (endsBefore ? 1 : 0));
+    return Layout(workspace, open, params, range.start.line, range.end.line - (endsBefore ? 1 : 0));
 }
 
 } // namespace nib::handlers

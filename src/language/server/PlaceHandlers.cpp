@@ -89,7 +89,7 @@ Json Highlight(Workspace& workspace, const Json& params)
 
 Json DocumentSymbols(Workspace& workspace, const Json& params)
 {
-    const OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
+    const ClientDocument& open = workspace.Get(Below(params, "/textDocument/uri"));
     const ProgramFacts* program = workspace.service->Get(open.path);
     if (!program) return nullptr;
     size_t at = 0;
@@ -115,7 +115,7 @@ Json WorkspaceSymbols(Workspace& workspace, const Json& params)
 
 Json FoldingRanges(Workspace& workspace, const Json& params)
 {
-    const OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
+    const ClientDocument& open = workspace.Get(Below(params, "/textDocument/uri"));
     const ProgramFacts* program = workspace.service->Get(open.path);
     Json folds = Json::array();
     if (!program) return folds;

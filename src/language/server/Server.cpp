@@ -17,28 +17,32 @@ constexpr const char* kProgress = "nib/index"; ///< a token
 
 /// The client asks anew after each change by itself, so that an answer for the text before it is worth nothing.
 constexpr bool kAskedAnew = true;
+/// Half of an account is no answer; who asks for all of it waits until it has been read.
+constexpr bool kOfAccount = true;
+constexpr auto kLongestWait = 10s;
 
 struct Question {
     std::string_view method;
     handlers::Handler answer;
     bool askedAnew = false;
+    bool ofAccount = false;
 };
 constexpr Question kQuestions[] = {
     {"textDocument/completion", handlers::Complete},
     {"completionItem/resolve", handlers::ResolveCompletion},
     {"textDocument/hover", handlers::Hover, kAskedAnew},
     {"textDocument/signatureHelp", handlers::SignatureHelp},
-    {"textDocument/definition", handlers::Definition},
-    {"textDocument/declaration", handlers::Definition},
-    {"textDocument/references", handlers::References},
+    {"textDocument/definition", handlers::Definition, !kAskedAnew, kOfAccount},
+    {"textDocument/declaration", handlers::Definition, !kAskedAnew, kOfAccount},
+    {"textDocument/references", handlers::References, !kAskedAnew, kOfAccount},
     {"textDocument/documentHighlight", handlers::Highlight, kAskedAnew},
     {"textDocument/documentSymbol", handlers::DocumentSymbols, kAskedAnew},
-    {"workspace/symbol", handlers::WorkspaceSymbols},
+    {"workspace/symbol", handlers::WorkspaceSymbols, !kAskedAnew, kOfAccount},
     {"textDocument/foldingRange", handlers::FoldingRanges, kAskedAnew},
     {"textDocument/formatting", handlers::Format},
     {"textDocument/rangeFormatting", handlers::FormatRange},
-    {"textDocument/prepareRename", handlers::PrepareRename},
-    {"textDocument/rename", handlers::Rename},
+    {"textDocument/prepareRename", handlers::PrepareRename, !kAskedAnew, kOfAccount},
+    {"textDocument/rename", handlers::Rename, !kAskedAnew, kOfAccount},
     {"textDocument/codeAction", handlers::CodeActions, kAskedAnew},
     {"textDocument/semanticTokens/full", handlers::Tokens, kAskedAnew},
     {"textDocument/semanticTokens/full/delta", handlers::TokenChanges, kAskedAnew},
@@ -89,7 +93,7 @@ constexpr Server::Method Server::kMethods[] = {
 Server::Server(Outbox& out, RequestQueue& queue, ServerStart start)
     : out_(out), queue_(queue), start_(std::move(start)), workspace_(out), findings_(workspace_)
 {
-    if (!start_.dialectFolder.empty()) dialects_.AddFolder(start_.dialectFolder);
+    if (!start_.dialectFolder.empty()) workspace_.dialects.AddFolder(start_.dialectFolder);
 }
 
 void Server::Run()
@@ -141,7 +145,17 @@ Json Server::Answer(const Message& message)
     if (!question) throw Error{lsp_error::kUnknownMethod, u"There is no method " + FromUtf8(message.method) + u"."};
     if (question->askedAnew && queue_.WillChange(Below(message.params, "/textDocument/uri")))
         throw Error{lsp_error::kContentModified, u"The text has changed meanwhile."};
+    if (question->ofAccount) ReadAccounts();
     return question->answer(workspace_, message.params);
+}
+
+void Server::ReadAccounts()
+{
+    const auto end = std::chrono::steady_clock::now() + kLongestWait;
+    while (workspace_.service->State().busy && !queue_.IsCancelled() && std::chrono::steady_clock::now() < end) {
+        workspace_.service->Work();
+        TellProgress();
+    }
 }
 
 RequestQueue::Time Server::Idle(RequestQueue::Time now)

@@ -1,5 +1,4 @@
 #pragma once
-#include "language/Dialects.h"
 #include "language/server/FindingsTold.h"
 #include "language/server/RequestQueue.h"
 #include "language/server/Workspace.h"
@@ -42,16 +41,13 @@ private:
     Json DidChangeFolders(const Json& params);
     Json DidChangeConfiguration(const Json& params);
     void ReadTraits(const Json& capabilities);
-    /// Programs are read anew.
-    void UseDialect(const Text& name);
     void TellProgress();
+    void ReadAccounts();
 
     Outbox& out_;
     RequestQueue& queue_;
     ServerStart start_;
     Phase phase_ = Phase::New;
-    Dialects dialects_;
-    const Dialect* dialect_ = nullptr;
     Workspace workspace_;
     FindingsTold findings_;
     bool telling_ = false; ///< progress has begun and not ended

@@ -92,7 +92,7 @@ Json Server::Initialize(const Json& params)
 {
     ReadTraits(Member(params, "capabilities"));
     const Json& dialect = Below(params, "/initializationOptions/dialect");
-    UseDialect(dialect.is_string() ? ToText(dialect) : start_.dialect);
+    workspace_.StartService(dialect.is_string() ? ToText(dialect) : start_.dialect, start_.indexFolder);
     for (const std::string& folder : FoldersOf(params)) workspace_.AddAccount(folder);
     if (const Json& process = Member(params, "processId"); process.is_number_integer() && start_.clientIs)
         start_.clientIs(process.get<int64_t>());
@@ -112,19 +112,6 @@ Json Server::Ignore(const Json&)
     return nullptr;
 }
 
-void Server::UseDialect(const Text& name)
-{
-    const size_t noted = dialects_.Notes().size();
-    const Dialect* dialect = dialects_.Find(name);
-    for (const DialectNote& note : std::span(dialects_.Notes()).subspan(noted))
-        out_.Log(note.dialect + u".dialect, line " + Decimal(note.line) + u": " + note.text);
-    if (!dialect && !EqualsNoCase(name, u"none")) out_.Log(u"There is no dialect " + name + u".");
-    if (workspace_.service && dialect == dialect_) return;
-    dialect_ = dialect;
-    workspace_.StartService({dialect, start_.indexFolder});
-    findings_.Changed(std::chrono::steady_clock::now());
-}
-
 Json Server::DidOpen(const Json& params)
 {
     const Json& text = Member(params, "textDocument");
@@ -135,7 +122,7 @@ Json Server::DidOpen(const Json& params)
 
 Json Server::DidChange(const Json& params)
 {
-    OpenText& open = workspace_.Get(Below(params, "/textDocument/uri"));
+    ClientDocument& open = workspace_.Get(Below(params, "/textDocument/uri"));
     bool clamped = false;
     for (const Json& change : Member(params, "contentChanges")) {
         const LinesChanged lines = open.text.Change(change, clamped);
@@ -165,7 +152,9 @@ Json Server::DidChangeFolders(const Json& params)
 Json Server::DidChangeConfiguration(const Json& params)
 {
     const Json& dialect = Below(params, "/settings/nib/dialect");
-    if (dialect.is_string()) UseDialect(ToText(dialect));
+    if (!dialect.is_string() || ToText(dialect) == workspace_.dialect) return nullptr;
+    workspace_.StartService(ToText(dialect), start_.indexFolder);
+    findings_.Changed(std::chrono::steady_clock::now());
     return nullptr;
 }
 

@@ -25,7 +25,7 @@ constexpr struct {
 } kLooks[] = {{Keyword, 0},   {Function, 0}, {Modifier, 0},         {Number, 0}, {Variable, 0},
               {Parameter, 0}, {Property, 0}, {Variable, kReadonly}, {Label, 0},  {Method, 0}};
 
-std::vector<int32_t> Encoded(const OpenText& open, const std::vector<LookedWord>& words, const TextRange& within)
+std::vector<int32_t> Encoded(const ClientDocument& open, const std::vector<LookedWord>& words, const TextRange& within)
 {
     std::vector<int32_t> numbers;
     numbers.reserve(words.size() * 5);
@@ -46,7 +46,7 @@ std::vector<int32_t> Encoded(const OpenText& open, const std::vector<LookedWord>
     return numbers;
 }
 
-std::vector<int32_t> AllTokens(Workspace& workspace, const OpenText& open)
+std::vector<int32_t> AllTokens(Workspace& workspace, const ClientDocument& open)
 {
     constexpr int32_t kEnd = std::numeric_limits<int32_t>::max();
     return Encoded(open, workspace.service->Words(open.path, 0, open.text.LineCount() - 1), {{}, {kEnd, kEnd}});
@@ -61,14 +61,14 @@ Json TokenLegend()
 
 Json Tokens(Workspace& workspace, const Json& params)
 {
-    OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
+    ClientDocument& open = workspace.Get(Below(params, "/textDocument/uri"));
     open.tokens = AllTokens(workspace, open);
     return {{"resultId", std::to_string(++open.tokensId)}, {"data", open.tokens}};
 }
 
 Json TokenChanges(Workspace& workspace, const Json& params)
 {
-    OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
+    ClientDocument& open = workspace.Get(Below(params, "/textDocument/uri"));
     if (Member(params, "previousResultId") != std::to_string(open.tokensId)) return Tokens(workspace, params);
     const std::vector<int32_t> before = std::exchange(open.tokens, AllTokens(workspace, open));
     const std::vector<int32_t>& now = open.tokens;
@@ -86,7 +86,7 @@ Json TokenChanges(Workspace& workspace, const Json& params)
 
 Json TokensInRange(Workspace& workspace, const Json& params)
 {
-    const OpenText& open = workspace.Get(Below(params, "/textDocument/uri"));
+    const ClientDocument& open = workspace.Get(Below(params, "/textDocument/uri"));
     const TextRange range = open.text.ReadRange(Member(params, "range"));
     return {{"data", Encoded(open, workspace.service->Words(open.path, range.start.line, range.end.line), range)}};
 }

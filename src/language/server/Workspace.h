@@ -1,4 +1,5 @@
 #pragma once
+#include "language/Dialects.h"
 #include "language/server/ClientPlaces.h"
 #include "language/server/ClientText.h"
 #include "language/server/Outbox.h"
@@ -18,7 +19,7 @@ struct ClientTraits {
     bool progress = false;
 };
 
-struct OpenText {
+struct ClientDocument {
     std::string uri; ///< as the client writes it
     Text path;
     ClientText text;
@@ -31,14 +32,16 @@ class Workspace {
 public:
     explicit Workspace(Outbox& box) : out(box) {}
 
-    /// The one before goes; accounts and open texts come to the new one.
-    void StartService(ServiceOptions options);
+    /// The one before goes; accounts and open texts come to the new one. A dialect that nobody knows is told of.
+    void StartService(const Text& dialectName, const std::string& indexFolder);
+    /// Of the account of a path, else the one that the service was started with.
+    Text DialectOf(const Text& path) const;
     void AddAccount(const std::string& folder);
-    OpenText& Open(const std::string& uri, TextView text, Json version);
+    ClientDocument& Open(const std::string& uri, TextView text, Json version);
     void Close(const std::string& uri);
     /// Throws when it is not open.
-    OpenText& Get(const Json& uri);
-    OpenText* Find(const Text& path);
+    ClientDocument& Get(const Json& uri);
+    ClientDocument* Find(const Text& path);
 
     // Of open texts and others; `line` is that of a range in a text that is not open.
     std::string UriOf(const Text& path);
@@ -48,20 +51,26 @@ public:
     Outbox& out;
     ClientTraits client;
     ClientPlaces places;
-    std::map<std::string, OpenText> texts; ///< by URI
+    std::map<std::string, ClientDocument> texts; ///< by URI
+    Dialects dialects;
+    Text dialect; ///< its name; "none": words and blocks of all dialects alone, to the formatter
     std::unique_ptr<LanguageService> service;
     std::vector<Completion> offered; ///< last; their help is asked for one by one
     int64_t offer = 0;               ///< its number
 
 private:
     void TellAccount(const Text& path);
+    /// For the service, which always knows words.
+    const Dialect* DialectNamed(TextView dialectName);
+
+    std::map<Text, Text> accountDialects_; ///< by path of the account
 };
 
 /// What a request of a position is about.
 struct Asked {
     Asked(Workspace& workspace, const Json& params);
 
-    OpenText& open;
+    ClientDocument& open;
     Position at;
 };
 

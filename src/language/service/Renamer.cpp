@@ -111,13 +111,23 @@ RenamePlan Renamer::Plan(const Text& path, Position at, const Text& name)
     if (!plan.refusal.empty()) return plan;
     const Symbol& symbol = place->Name();
     plan.refusal = WhyNotCalled(*place, name, symbol.kind == SymbolKind::Label);
-    if (NameReach::IsCalled(*place) && !SameName(name, symbol.name) && !reach_.Callees(place->unit, name).empty())
+    // A program may always be called as its item is.
+    std::vector<SourceUnit> meant = reach_.Callees(place->unit, symbol.name);
+    meant.push_back(place->unit);
+    const auto isOther = [&](const SourceUnit& unit) { return std::ranges::find(meant, unit) == meant.end(); };
+    if (NameReach::IsCalled(*place) && std::ranges::any_of(reach_.Callees(place->unit, name), isOther))
         plan.refusal = u"There is a program " + name + u" already.";
     if (!plan.refusal.empty()) return plan;
 
     std::vector<SourceUnit> units;
     for (const FoundPlace& found : reach_.All(*place)) {
         const TextRange& range = found.at.at;
+        if (symbol.kind == SymbolKind::Label && found.at.use == Use::Declares && !IsNumber(name)) {
+            // "10 PRINT" needs no colon, "TEN PRINT" is no label.
+            const Text line = sources_.LineOf(found.unit, range.end.line);
+            const size_t next = line.find_first_not_of(u' ', static_cast<size_t>(range.end.col));
+            if (next == Text::npos || line[next] != u':') plan.refusal = u"A label without a colon is a number.";
+        }
         if (units.empty() || !(units.back() == found.unit)) {
             units.push_back(found.unit);
             plan.edits.push_back({found.unit.path, {}, {}});

@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QScreen>
 #include <QScrollArea>
+#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -67,6 +68,7 @@ void LetScroll(QWidget& window)
             rows->addItem(item);
         }
     }
+    column->activate(); // which keeps the window from becoming smaller than it asks for
     // What moves is hidden until the loop shows it again.
     QTimer::singleShot(0, &window, [focused] {
         if (focused) focused->setFocus();
@@ -119,11 +121,14 @@ void QtScreenKeeper::Keep(QWidget& window)
     const FrameBounds now = BoundsOf(framed);
     FrameBounds kept = FitToScreens(now, screens);
     if (kept == now) return;
-    const QSize size = QSize(kept.width, kept.height) - edges;
-    const QSize least = window.minimumSizeHint();
-    if (window.windowType() == Qt::Dialog && (least.height() > size.height() || least.width() > size.width()))
+    const QSize least = window.minimumSizeHint() + edges;
+    if (window.windowType() == Qt::Dialog && (least.height() > kept.height || least.width() > kept.width)) {
         LetScroll(window);
-    window.resize(size);
+        FrameBounds wider = now;
+        wider.width += window.style()->pixelMetric(QStyle::PM_ScrollBarExtent) * 2;
+        kept = FitToScreens(wider, screens);
+    }
+    window.resize(QSize(kept.width, kept.height) - edges);
     window.move(kept.left, kept.top);
 }
 

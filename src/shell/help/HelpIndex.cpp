@@ -59,8 +59,12 @@ std::vector<int32_t> HelpIndex::Find(TextView query) const
     std::vector<int32_t> found;
     for (size_t i = 0; i < pages_.size(); ++i)
         if (all(pages_[i].words)) found.push_back(static_cast<int32_t>(i));
-    std::stable_partition(found.begin(), found.end(),
-                          [&](int32_t page) { return all(pages_[static_cast<size_t>(page)].titleWords); });
+    const auto inTitle = [&](int32_t page) {
+        const std::vector<Text>& title = pages_[static_cast<size_t>(page)].titleWords;
+        return std::count_if(words.begin(), words.end(), [&](const Text& word) { return AnyBeginsWith(title, word); });
+    };
+    // A page that mentions everything does not come before the one that is about it.
+    std::stable_sort(found.begin(), found.end(), [&](int32_t a, int32_t b) { return inTitle(a) > inTitle(b); });
     return found;
 }
 

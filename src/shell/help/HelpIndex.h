@@ -9,7 +9,7 @@ namespace nib {
 class HelpIndex {
 public:
     void AddPage(TextView title, TextView text);
-    /// Pages by number, from 0 in the order of their adding; those that have all the words in their title come first.
+    /// Pages by number, from 0 in the order of their adding; those with more of the words in their title come first.
     /// A query without words finds every page.
     std::vector<int32_t> Find(TextView query) const;
 

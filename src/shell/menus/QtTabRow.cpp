@@ -31,7 +31,7 @@ QIcon Swatch(const QColor& color)
 
 QtTabRow::QtTabRow(const MenuTool& root, QWidget* parent)
     : QWidget(parent), root_(root), tabs_(new QtDocumentTabs(this)), all_(new QToolButton(this)),
-      list_(new QMenu(all_)), line_(new QWidget(this))
+      list_(new QMenu(this)), line_(new QWidget(this))
 {
     tabs_->setAccessibleName(ToQString(root.caption));
     all_->setObjectName(QStringLiteral("AllDocuments"));

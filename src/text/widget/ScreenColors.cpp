@@ -148,7 +148,7 @@ void ScreenColors::Build(const QPalette& palette, const SourceView& model)
     match = Mix(highlight, base, 0.8);
     matchFrame = Mix(highlight, base, 0.25);
     occurrence = Mix(Mix(highlight, text, 0.3), base, 0.82);
-    found = Mix(QColor(0xF2, 0xA6, 0x0C), base, 0.65);
+    found = Mix(QColor(0xF2, 0xA6, 0x0C), base, Luminance(base) < 0.2 ? 0.8 : 0.75);
     foundMark = Visible(QColor(0xF2, 0xA6, 0x0C));
     guide = Mix(text, base, 0.82);
     blank = Mix(text, base, 0.65);

@@ -91,7 +91,7 @@ struct AccountIndexTest : testing::Test {
 
     std::string RandomText()
     {
-        std::string text = "* A program\n";
+        std::string text = "* A program\nZ = 0\n";
         for (int i = Below(6); i >= 0; --i) {
             const std::string letter(1, static_cast<char>('A' + Below(8)));
             text += Below(3) == 0   ? "INCLUDE " + letter + "\n"

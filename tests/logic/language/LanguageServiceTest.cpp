@@ -31,6 +31,8 @@ TEST(LanguageService, TellsWhatOnlyTheAccountKnows)
         {u"CALL PRICE(A)", u"argument-count@4"},
         {u"CALL PRICE(A, 1, 2)", u""},
         {u"CALL price(A, 1)", u"argument-count@4"},
+        {u"DEFFUN PRICE(B, C); PRINT PRICE(A, 1)", u""}, // the first parameter is the value
+        {u"DEFFUN PRICE(B, C); PRINT PRICE(A)", u"argument-count@4"},
         {u"CALL OPEN.ENDED(A)", u""},
         {u"CALL OPEN.ENDED(A, A, A)", u"argument-count@4"},
         {u"CALL NOWHERE(A)", u"unknown-call@4"},
@@ -92,7 +94,7 @@ TEST(LanguageService, FollowsNamesThroughTheAccount)
         {u"MAIN", u"PRICE", u"PRICE:1", u"MAIN:8 OTHER:5 PRICE:1"},
         {u"PRICE", u"PRICE", u"PRICE:1", u"MAIN:8 OTHER:5 PRICE:1"},
         {u"PRICE", u"AMOUNT * ", u"PRICE:1", u"PRICE:1 PRICE:3 PRICE:3"},
-        {u"MAIN", u"SHARED.INC", u"SHARED.INC:1", u"MAIN:3"},
+        {u"MAIN", u"SHARED.INC", u"SHARED.INC:1", u"MAIN:3 OTHER:2"},
     };
     for (const PlaceCase& one : cases) {
         MemoryItems items = kAccount;
@@ -195,7 +197,7 @@ TEST(LanguageService, HelpsWithWordsAndParameters)
     };
     EXPECT_EQ(hover({1, 11}), u"TOTAL = 0|What is owed.");
     EXPECT_EQ(hover({6, 7}), u"SUBROUTINE PRICE(AMOUNT, BY, KIND)|Works out a price.\nBP PRICE");
-    EXPECT_TRUE(hover({1, 8}).starts_with(u"PRINT"));
+    EXPECT_TRUE(hover({17, 8}).starts_with(u"PRINT"));
     const auto signature = served.service.Signature(path, at);
     ASSERT_TRUE(signature);
     EXPECT_EQ(signature->form, u"PRICE(AMOUNT, BY, KIND)");
@@ -234,7 +236,7 @@ TEST(LanguageService, AnOpenTextHidesWhatIsStored)
     served.service.Close(ServedItems::Path(u"BP", u"PRICE"));
     EXPECT_EQ(codes(), u"");
     served.Open(u"BP", u"SHARED.INC");
-    served.service.Change(ServedItems::Path(u"BP", u"SHARED.INC"), 2, 1, {u"EQU RATES TO 3"});
+    served.service.Change(ServedItems::Path(u"BP", u"SHARED.INC"), 1, 1, {u"COMMON /GEN/ GEN.WHO, GEN.LIST(10)"});
     EXPECT_EQ(codes(), u"unset-variable");
 }
 

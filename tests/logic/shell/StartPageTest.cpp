@@ -45,12 +45,12 @@ TEST_F(StartPageTest, RunsWhatWasChosen)
     T().Store().items = items;
     ASSERT_EQ(Now().begin.back(), (StartRow{Kind::LastSession, u"Open the last session", u"MAIN", u""}));
     Run(Now().begin.back());
-    EXPECT_EQ(T().Titles(), std::vector<Text>{u"BP MAIN on server1"});
+    EXPECT_EQ(T().Documents().Item(1)->Path(), kMain);
     T().Documents().Item(1)->FileClose(false);
 
     T().program.RecentFiles().AddItem(kMain);
     Run(Now().recent.front());
-    EXPECT_EQ(T().Titles(), std::vector<Text>{u"BP MAIN on server1"});
+    EXPECT_EQ(T().Documents().Item(1)->Path(), kMain);
     Run({Kind::Place, u"", u"", u"mvdb:*/DEMO"});
     EXPECT_EQ(T().connection.requests.back().second, u"mvdb:*/DEMO");
     Run({Kind::Command, u"", u"", u"New"});

@@ -41,7 +41,7 @@ TEST_F(WhereTest, PanelsFollowTheDocumentInFront)
     t.StoreAndOpen(kLocal, u"a");
     EXPECT_EQ(Panels(), (Lines{u"/home/x", u"", u"", u"", u"No dialect"}));
     t.New();
-    EXPECT_EQ(Panels(), Lines(5));
+    EXPECT_EQ(Panels(), (Lines{u"", u"", u"", u"", u"No dialect"}));
     live->Activate();
     t.Store().locks.clear(); // as a lost connection does
     t.program.StateChanged();
