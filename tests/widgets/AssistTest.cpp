@@ -165,4 +165,15 @@ TEST_F(AssistTest, TheOutlineFollowsTheText)
     EXPECT_EQ(pane.Model().CaretLine(), 2);
 }
 
+TEST_F(AssistTest, LabelsAreThereWithoutColours)
+{
+    Open(u"      GOSUB ONE\r\nONE: RETURN");
+    EXPECT_TRUE(frame.Run(u"Highlight"));
+    mvDocument& document = *frame.ActiveForm()->ViewObject();
+    EXPECT_FALSE(document.Highlight());
+    ASSERT_EQ(document.Labels().size(), 1U);
+    EXPECT_EQ(document.Labels().front().name, u"ONE");
+    EXPECT_FALSE(document.Highlight());
+}
+
 } // namespace nib::test::assist_widget_test

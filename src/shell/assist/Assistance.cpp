@@ -274,7 +274,6 @@ void Assistance::AskAgain()
     others_.reset();
     for (auto& [id, followed] : followed_)
         if (!followed.told.empty()) AskFindings(followed);
-    if (KnowledgeChanged) KnowledgeChanged();
 }
 
 void Assistance::AskFindings(Followed& followed)

@@ -93,8 +93,6 @@ public:
     std::function<void(int32_t documentId)> FindingsChanged;
     /// They have moved with its text.
     std::function<void()> FindingsMoved;
-    /// Whatever is known may have changed.
-    std::function<void()> KnowledgeChanged;
     /// The service has been told of a change of a text.
     std::function<void(int32_t documentId)> TextTold;
     /// `document` is the active one; may be null where a form needs none.
