@@ -61,7 +61,7 @@ void HitLights::Look()
                 if (isThere) Attach(*document);
             }
             if (!text_ || !document) {
-                if (changed) Tell({.done = true});
+                if (changed) Tell({0, 0, true, false, {}});
                 return;
             }
             const bool rested = rest_ > 0 && --rest_ == 0;
