@@ -979,6 +979,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
         <translation>Vorschau</translation>
     </message>
     <message>
+        <source>Hard to read</source>
+        <translation>Schlecht lesbar</translation>
+    </message>
+    <message>
         <source>Format</source>
         <translation>Formatieren</translation>
     </message>

@@ -41,7 +41,9 @@ constexpr int32_t kBlack = 0;
 
 void FillTable(TokenStyleTable& table, const MvEdit& settings, bool coloured)
 {
-    for (const TokenRow& row : kTokens) table.SetColor(row.type, coloured ? settings.*row.color : kBlack);
+    static const MvEdit shipped;
+    for (const TokenRow& row : kTokens)
+        table.SetColor(row.type, coloured ? settings.*row.color : kBlack, settings.*row.color != shipped.*row.color);
     for (const TokenRow& row : kTokens) table.SetStyle(row.type, settings.*row.style);
     for (int32_t type : kMarkTypes) table.SetColor(type, kMarkColor);
 }

@@ -54,13 +54,18 @@ public:
 struct TokenStyle {
     int32_t color = -1; ///< -1: the default text colour
     int32_t style = 0;
+    bool chosen = false; ///< drawn as it is, however hard to read; others follow the colour scheme
 };
 
 /// For each token type a colour (0x00BBGGRR, or with the top bit a system colour) and a style, bits of token_style.
 class TokenStyleTable {
 public:
     void SetStyle(int32_t type, int32_t style) { styles_[type].style = style; }
-    void SetColor(int32_t type, int32_t color) { styles_[type].color = color; }
+    void SetColor(int32_t type, int32_t color, bool chosen = false)
+    {
+        styles_[type].color = color;
+        styles_[type].chosen = chosen;
+    }
     TokenStyle Get(int32_t type) const;
 
 private:

@@ -74,6 +74,12 @@ TEST_F(SettingsFormTest, ColorsByKeys)
     Type("Mag");
     EXPECT_EQ(model->Clone().CommentColor, 0xFF00FF);
     EXPECT_EQ(Get<QLabel>("lblColor3").toolTip(), QStringLiteral("Magenta (standard color) R=255 G=0 B=255"));
+    auto& swatch = Get<QLabel>("lblColor3");
+    EXPECT_EQ(swatch.palette().color(QPalette::Window), QColor(Qt::magenta));
+    EXPECT_FALSE(Get<QLabel>("lblHard3").isVisible());
+    Type("Yel");
+    EXPECT_EQ(swatch.palette().color(QPalette::Window), QColor(Qt::yellow));
+    EXPECT_TRUE(Get<QLabel>("lblHard3").isVisible());
     Key(Qt::Key_End);
     EXPECT_EQ(combo.currentText(), QStringLiteral("Window Text")) << "the dialog is not opened by walking";
     Key(Qt::Key_Home);

@@ -1,4 +1,6 @@
+#include "documents/DocumentSettings.h"
 #include "editing/LexClass.h"
+#include "editing/MvEdit.h"
 #include "fakes/Patience.h"
 #include "language/Dialects.h"
 #include "widgets/ViewFixture.h"
@@ -64,6 +66,28 @@ TEST_F(ViewPaint, TokenColoursStayReadableOnADarkPage)
     ScreenColors light;
     light.Build(QPalette(), Model());
     EXPECT_EQ(light.Style(4).color, QColor(0, 0, 255)) << "a readable colour stays as it was chosen";
+}
+
+TEST_F(ViewPaint, ShippedColoursFollowTheSchemeAndChosenOnesStay)
+{
+    constexpr int32_t yellow = 0x0000FFFF;
+    QPalette contrast = Dark();
+    contrast.setColor(QPalette::Base, Qt::black);
+    contrast.setColor(QPalette::Text, Qt::white);
+    for (const auto& [palette, least] : {std::pair(QPalette(), 4.5), {Dark(), 4.5}, {contrast, 7.0}}) {
+        MvEdit settings;
+        ApplyViewSettings(Model(), settings);
+        ScreenColors colors;
+        colors.Build(palette, Model());
+        for (int32_t type : {token_type::kLabel, token_type::kUserKeyword, token_type::kComment, token_type::kString,
+                             token_type::kNormal, token_type::kReserved, token_type::kStatement, token_type::kFunction,
+                             token_type::kNumberLook, token_type::kValueMark})
+            EXPECT_GE(Contrast(colors.Style(type).color, colors.base), least) << type;
+        settings.CommentColor = yellow;
+        ApplyViewSettings(Model(), settings);
+        colors.Build(palette, Model());
+        EXPECT_EQ(colors.Style(token_type::kComment).color, QColor(Qt::yellow));
+    }
 }
 
 TEST_F(ViewPaint, StatementsAreColouredInADialectAlone)

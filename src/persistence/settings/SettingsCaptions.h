@@ -1,6 +1,7 @@
 #pragma once
 // What the settings dialog shows: its tabs, its switches, its captions, and which of them a host can fix.
 
+#include "editing/LexClass.h"
 #include "editing/MvEdit.h"
 
 namespace nib {
@@ -101,19 +102,20 @@ struct HighlightRow {
     TextView caption;
     int32_t MvEdit::*color;
     int16_t MvEdit::*style; ///< null for the background, which has none
+    int32_t token = 0;      ///< what is drawn so
 };
 
 inline constexpr HighlightRow kHighlightRows[] = {
     {u"Background color", &MvEdit::BackColor, nullptr},
-    {u"Normal text", &MvEdit::NormalColor, &MvEdit::NormalStyle},
-    {u"Language keyword", &MvEdit::ReservedColor, &MvEdit::ReservedStyle},
-    {u"Comment", &MvEdit::CommentColor, &MvEdit::CommentStyle},
-    {u"String", &MvEdit::StringColor, &MvEdit::StringStyle},
-    {u"Label", &MvEdit::LabelColor, &MvEdit::LabelStyle},
-    {u"User keyword", &MvEdit::KeywordColor, &MvEdit::KeywordStyle},
-    {u"Statement", &MvEdit::StatementColor, &MvEdit::StatementStyle},
-    {u"Function", &MvEdit::FunctionColor, &MvEdit::FunctionStyle},
-    {u"Number", &MvEdit::NumberColor, &MvEdit::NumberStyle},
+    {u"Normal text", &MvEdit::NormalColor, &MvEdit::NormalStyle, token_type::kNormal},
+    {u"Language keyword", &MvEdit::ReservedColor, &MvEdit::ReservedStyle, token_type::kReserved},
+    {u"Comment", &MvEdit::CommentColor, &MvEdit::CommentStyle, token_type::kComment},
+    {u"String", &MvEdit::StringColor, &MvEdit::StringStyle, token_type::kString},
+    {u"Label", &MvEdit::LabelColor, &MvEdit::LabelStyle, token_type::kLabel},
+    {u"User keyword", &MvEdit::KeywordColor, &MvEdit::KeywordStyle, token_type::kUserKeyword},
+    {u"Statement", &MvEdit::StatementColor, &MvEdit::StatementStyle, token_type::kStatement},
+    {u"Function", &MvEdit::FunctionColor, &MvEdit::FunctionStyle, token_type::kFunction},
+    {u"Number", &MvEdit::NumberColor, &MvEdit::NumberStyle, token_type::kNumberLook},
 };
 
 } // namespace nib

@@ -198,14 +198,17 @@ void ColorCombo::SetValue(int32_t value)
 void ColorCombo::ShowPreview()
 {
     if (!preview_) return;
-    const SystemColors system = ColorsOf(palette());
-    QPalette painted = preview_->palette();
-    painted.setColor(QPalette::Window, ColorOf(value_, system));
-    preview_->setPalette(painted);
-    QString tip = ToQString(ColorTip(value_, system));
+    QString tip = ToQString(ColorTip(value_, ColorsOf(palette())));
     preview_->setToolTip(tip);
     preview_->setAccessibleName(tip);
     setAccessibleDescription(tip);
+}
+
+void ColorCombo::ShowPainted(const QColor& color)
+{
+    QPalette painted = preview_->palette();
+    painted.setColor(QPalette::Window, color);
+    preview_->setPalette(painted);
 }
 
 void ColorCombo::Choose(int row)

@@ -51,8 +51,9 @@ class ColorCombo final : public QComboBox {
 public:
     /// `chosen` hears of each choice of the user.
     explicit ColorCombo(std::function<void(int32_t)> chosen);
-    /// `preview` shows the colour, and its name as a tip.
+    /// `preview` has the name of the colour as a tip; the colour in it is `ShowPainted`'s.
     void SetPreview(QLabel* preview);
+    void ShowPainted(const QColor& color);
     int32_t Value() const { return value_; }
     void SetValue(int32_t value);
 

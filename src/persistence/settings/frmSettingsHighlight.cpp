@@ -20,6 +20,8 @@ constexpr int kLeastLines = 7;
 
 constexpr int kPreviewChars = 6;
 
+constexpr double kHardToRead = 3;
+
 QLabel* Heading(const QString& text)
 {
     auto* label = new QLabel(text);
@@ -66,6 +68,19 @@ void StylePreview::Show(const MvEdit& settings)
     ApplyViewSettings(view_->Model(), sample_, &lexer_);
 }
 
+ScreenColors StylePreview::Painted() const
+{
+    ScreenColors colors;
+    colors.Build(view_->palette(), view_->Model());
+    return colors;
+}
+
+void StylePreview::changeEvent(QEvent* event)
+{
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) paletteChanged();
+}
+
 HighlightPage::HighlightPage(SettingsModel& model) : model_(model)
 {
     auto* column = new QVBoxLayout(this);
@@ -86,6 +101,7 @@ HighlightPage::HighlightPage(SettingsModel& model) : model_(model)
     });
     column->addWidget(reset, 0, Qt::AlignLeft);
     preview_ = new StylePreview;
+    preview_->paletteChanged = [this] { ShowPainted(); };
     column->addWidget(preview_, 1);
     ShowRows();
     ShowPreview();
@@ -119,6 +135,12 @@ void HighlightPage::AddRow(QGridLayout& grid, const HighlightRow& setting)
         row.chkItalic = AddStyle(setting, QStringLiteral("Italic"), u"chkItalic", token_style::kItalic);
         grid.addWidget(row.chkBold, line, 3);
         grid.addWidget(row.chkItalic, line, 4);
+        row.lblHard = new QLabel(StylePreview::tr("Hard to read"));
+        row.lblHard->setObjectName(QStringLiteral("lblHard") + number);
+        QSizePolicy kept = row.lblHard->sizePolicy();
+        kept.setRetainSizeWhenHidden(true);
+        row.lblHard->setSizePolicy(kept);
+        grid.addWidget(row.lblHard, line, 5);
     }
     rows_.push_back(row);
 }
@@ -151,6 +173,19 @@ void HighlightPage::ShowRows()
 void HighlightPage::ShowPreview()
 {
     preview_->Show(model_.Clone());
+    ShowPainted();
+}
+
+/// A colour that follows the scheme is shown as the scheme has it.
+void HighlightPage::ShowPainted()
+{
+    const ScreenColors painted = preview_->Painted();
+    for (size_t i = 0; i < rows_.size(); ++i) {
+        const HighlightRow& setting = kHighlightRows[i];
+        const QColor color = setting.style ? painted.Style(setting.token).color : painted.base;
+        rows_[i].cbColor->ShowPainted(color);
+        if (rows_[i].lblHard) rows_[i].lblHard->setVisible(Contrast(color, painted.base) < kHardToRead);
+    }
 }
 
 } // namespace nib

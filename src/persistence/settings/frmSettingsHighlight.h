@@ -4,6 +4,7 @@
 #include "persistence/settings/SettingsModel.h"
 #include "platform/qt/QtDesktop.h"
 #include "text/SourceDocument.h"
+#include "text/widget/ScreenColors.h"
 
 #include <QCoreApplication>
 #include <QFrame>
@@ -14,6 +15,7 @@
 
 class QCheckBox;
 class QGridLayout;
+class QLabel;
 
 namespace nib {
 
@@ -26,6 +28,13 @@ public:
     StylePreview();
     ~StylePreview() override;
     void Show(const MvEdit& settings);
+    /// The colours that it is painted in now.
+    ScreenColors Painted() const;
+
+    std::function<void()> paletteChanged = [] {};
+
+protected:
+    void changeEvent(QEvent* event) override;
 
 private:
     MvEdit sample_;
@@ -51,10 +60,12 @@ private:
         ColorCombo* cbColor = nullptr;
         QCheckBox* chkBold = nullptr;
         QCheckBox* chkItalic = nullptr;
+        QLabel* lblHard = nullptr; ///< shown where the colour can hardly be read
     };
     void AddRow(QGridLayout& grid, const HighlightRow& setting);
     QCheckBox* AddStyle(const HighlightRow& setting, const QString& caption, TextView name, int32_t bit);
     void ShowRows();
+    void ShowPainted();
 
     SettingsModel& model_;
     std::vector<Row> rows_;

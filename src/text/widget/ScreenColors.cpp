@@ -76,9 +76,8 @@ double Contrast(const QColor& a, const QColor& b)
     return std::max(x, y) / std::min(x, y);
 }
 
-QColor Legible(const QColor& color, const QColor& ground)
+QColor Legible(const QColor& color, const QColor& ground, double enough)
 {
-    constexpr double enough = 4.5;
     if (Contrast(color, ground) >= enough) return color;
     const QColor target = Luminance(ground) < 0.2 ? QColor(Qt::white) : QColor(Qt::black);
     for (double share = 0.1; share < 1; share += 0.1) {
@@ -106,6 +105,17 @@ QColor ScreenColors::Readable(QColor color) const
     return !dark && Contrast(color, base) >= 2.5 ? color : Legible(color, base);
 }
 
+/// White on black is what desktops show those who need more contrast than others.
+QColor ScreenColors::Drawn(const TokenStyle& style) const
+{
+    constexpr double enough = 4.5;
+    constexpr double most = 7;
+    const QColor color = FromNumber(style.color);
+    if (style.chosen) return color;
+    const bool highContrast = Luminance(base) == 0 && palette_.color(QPalette::Text) == Qt::white;
+    return Legible(color, base, highContrast ? most : enough);
+}
+
 /// For areas, which need less than text does.
 QColor ScreenColors::Visible(const QColor& color) const
 {
@@ -124,7 +134,7 @@ ScreenStyle ScreenColors::Find(int32_t tokenType) const
 {
     TokenStyle style = model_->TokenStyles().Get(tokenType);
     if (style.color == -1) return {text, style.style};
-    return {Readable(FromNumber(style.color)), style.style};
+    return {Drawn(style), style.style};
 }
 
 void ScreenColors::Build(const QPalette& palette, const SourceView& model)
@@ -134,7 +144,7 @@ void ScreenColors::Build(const QPalette& palette, const SourceView& model)
     model_ = &model;
     base = FromNumber(model.BackColor());
     TokenStyle plain = model.TokenStyles().Get(kPlainToken);
-    text = Readable(plain.color == -1 ? palette.color(QPalette::Text) : FromNumber(plain.color));
+    text = plain.color == -1 ? Legible(palette.color(QPalette::Text), base) : Drawn(plain);
     highlight = palette.color(QPalette::Highlight);
     highlightedText = palette.color(QPalette::HighlightedText);
     faint = Readable(Mix(text, base, 0.45));

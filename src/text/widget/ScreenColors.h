@@ -54,6 +54,7 @@ private:
     ScreenStyle Find(int32_t tokenType) const;
     QColor FromNumber(int32_t color) const;
     QColor Readable(QColor color) const;
+    QColor Drawn(const TokenStyle& style) const;
     QColor Visible(const QColor& color) const;
 
     const SourceView* model_ = nullptr;
@@ -64,6 +65,6 @@ private:
 /// Contrast of two colours, 1 to 21.
 double Contrast(const QColor& a, const QColor& b);
 /// The colour itself where it can be read well on that ground; else moved towards black or white until it can.
-QColor Legible(const QColor& color, const QColor& ground);
+QColor Legible(const QColor& color, const QColor& ground, double enough = 4.5);
 
 } // namespace nib
