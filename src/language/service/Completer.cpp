@@ -103,7 +103,7 @@ Completions Completer::At(OpenText& text, Position at)
 
 Completer::Wanted Completer::WantedAt(Look& look) const
 {
-    using Kind = BasicToken::Kind;
+    using TokenKind = BasicToken::Kind;
     const BasicLine& line = look.line;
     const auto& tokens = line.Tokens();
     if (const Wanted include = InDirective(look); include != Wanted::Nothing) return include;
@@ -111,13 +111,13 @@ Completer::Wanted Completer::WantedAt(Look& look) const
         return Wanted::Nothing;
     size_t before = 0;
     while (before < tokens.size() && tokens[before].end <= look.start) ++before;
-    const bool inString = before < tokens.size() && tokens[before].kind == Kind::String &&
+    const bool inString = before < tokens.size() && tokens[before].kind == TokenKind::String &&
                           tokens[before].start < look.at.col &&
                           (tokens[before].end > look.at.col || line.OpenQuote() != 0);
     const auto wordAt = [&](size_t at) { return at < tokens.size() ? Trim(line.Of(tokens[at])) : TextView(); };
     size_t first = before;
-    while (first > 0 && tokens[first - 1].kind != Kind::Separator && !tokens[first - 1].Is(BasicKey::Then) &&
-           !tokens[first - 1].Is(BasicKey::Else) && tokens[first - 1].kind != Kind::Label)
+    while (first > 0 && tokens[first - 1].kind != TokenKind::Separator && !tokens[first - 1].Is(BasicKey::Then) &&
+           !tokens[first - 1].Is(BasicKey::Else) && tokens[first - 1].kind != TokenKind::Label)
         --first;
     if (inString) {
         const bool opens = first < before && (IsWord(wordAt(first), u"OPEN") || IsWord(wordAt(first), u"OPENSEQ"));
@@ -129,10 +129,10 @@ Completer::Wanted Completer::WantedAt(Look& look) const
     }
     if (before == first) return Wanted::Statements;
     const BasicToken& last = tokens[before - 1];
-    if (last.kind == Kind::Number && last.end == look.start) return Wanted::Nothing;
-    const bool lists = line.IsSign(last, u',') && before > 1 && tokens[before - 2].kind == Kind::Target;
+    if (last.kind == TokenKind::Number && last.end == look.start) return Wanted::Nothing;
+    const bool lists = line.IsSign(last, u',') && before > 1 && tokens[before - 2].kind == TokenKind::Target;
     const auto isBranch = [&](TextView word) { return IsWord(wordAt(before - 1), word); };
-    if (last.kind == Kind::Branch || lists || std::any_of(std::begin(kBranches), std::end(kBranches), isBranch))
+    if (last.kind == TokenKind::Branch || lists || std::any_of(std::begin(kBranches), std::end(kBranches), isBranch))
         return Wanted::Labels;
     if (IsWord(wordAt(before - 1), u"CALL")) return Wanted::Callees;
     return last.Is(BasicKey::Do) ? Wanted::Statements : Wanted::Values;
