@@ -57,7 +57,8 @@ AccountRules RulesOf(AccountAccess& access, const Dialect& dialect)
 } // namespace
 
 ServedAccount::ServedAccount(Text accountPath, AccountAccess access, ServiceOptions options,
-                             IncludeTexts::OpenTexts openTexts, AccountFindings::Programs programs)
+                             IncludeTexts::OpenTexts openTexts, Catalogue::OpenItems openItems,
+                             AccountFindings::Programs programs)
     : path(std::move(accountPath)), place(ParsePath(path)), dialect(access.dialect ? access.dialect : options.dialect),
       rules(RulesOf(access, *dialect)),
       index(std::make_unique<AccountIndex>(AccountIndex::Options{
@@ -68,7 +69,7 @@ ServedAccount::ServedAccount(Text accountPath, AccountAccess access, ServiceOpti
               return analyser.Analyse(stored);
           }})),
       stored(*index, *dialect, rules.includeFiles, {}),
-      current(*index, *dialect, rules.includeFiles, std::move(openTexts)), catalogue(*index),
+      current(*index, *dialect, rules.includeFiles, std::move(openTexts)), catalogue(*index, std::move(openItems)),
       findings(*index, catalogue, std::move(programs))
 {
 }
@@ -92,8 +93,17 @@ void Sources::AddAccount(const Text& path, AccountAccess access)
         if (asked_) (*asked_)[name] = open ? Text() : account.index->StampOf(name);
         return open ? open->analyser.Lines() : nullptr;
     };
+    auto openItems = [this, path](TextView name) {
+        std::vector<ItemName> items;
+        for (const auto& [textPath, text] : open_) {
+            if (!text->account || text->account->path != path) continue;
+            const ProgramFacts& facts = Get(*text);
+            if (EqualsNoCase(facts.routines.front().name, name)) items.push_back(text->name);
+        }
+        return items;
+    };
     auto programs = [this, path](const ItemName& name) { return Facts(UnitOf(*accounts_.at(path), name)); };
-    auto account = std::make_unique<ServedAccount>(path, std::move(access), options_, openText, programs);
+    auto account = std::make_unique<ServedAccount>(path, std::move(access), options_, openText, openItems, programs);
     ServedAccount* added = account.get();
     accounts_[path] = std::move(account);
     for (auto& [textPath, text] : open_) {

@@ -11,7 +11,7 @@ namespace nib {
 /// An account whose programs are known.
 struct ServedAccount {
     ServedAccount(Text accountPath, AccountAccess access, ServiceOptions options, IncludeTexts::OpenTexts openTexts,
-                  AccountFindings::Programs programs);
+                  Catalogue::OpenItems openItems, AccountFindings::Programs programs);
 
     Text PathOf(const ItemName& name) const;
 

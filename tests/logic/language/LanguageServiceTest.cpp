@@ -233,6 +233,11 @@ TEST(LanguageService, AnOpenTextHidesWhatIsStored)
     EXPECT_EQ(codes(), u"");
     served.service.Change(ServedItems::Path(u"BP", u"PRICE"), 0, 1, {u"SUBROUTINE PRICE(AMOUNT, BY)"});
     EXPECT_EQ(codes(), u"argument-count");
+    served.service.Change(ServedItems::Path(u"BP", u"MAIN"), 7, 1, {u"CALL PRICES(TOTAL, RATE)"});
+    EXPECT_EQ(codes(), u"unknown-call");
+    served.service.Change(ServedItems::Path(u"BP", u"PRICE"), 0, 1, {u"SUBROUTINE PRICES(AMOUNT, BY)"});
+    EXPECT_EQ(codes(), u"");
+    served.service.Change(ServedItems::Path(u"BP", u"MAIN"), 7, 1, {u"CALL PRICE(TOTAL, RATE, 3)"});
     served.service.Close(ServedItems::Path(u"BP", u"PRICE"));
     EXPECT_EQ(codes(), u"");
     served.Open(u"BP", u"SHARED.INC");
