@@ -1,5 +1,7 @@
 #include "language/server/FindingsTold.h"
 
+#include "language/FindingCodes.h"
+
 namespace nib {
 
 namespace {
@@ -12,7 +14,7 @@ constexpr auto kSoon = 500ms;    ///< for what comes of the account by itself
 
 constexpr int kSeverities[] = {1, 2, 4}; ///< by FindingLevel
 constexpr int kUnnecessary = 1;          ///< a tag
-constexpr TextView kUnused[] = {u"unused-variable", u"unused-label", u"unreachable"};
+constexpr TextView kUnused[] = {finding_code::kUnusedVariable, finding_code::kUnusedLabel, finding_code::kUnreachable};
 
 } // namespace
 

@@ -58,13 +58,13 @@ bool QtPaneHelp::eventFilter(QObject* watched, QEvent* event)
         QTimer::singleShot(0, this,
                            [this,
                             typed = enter  ? Typed::Return
-                                    : text ? Typed::Text
+                                    : text ? Typed::Letters
                                            : Typed::Other,
                             written = key.text()] { AfterKey(typed, written); });
         break;
     }
     case QEvent::InputMethod:
-        if (watched == &pane_) QTimer::singleShot(0, this, [this] { AfterKey(Typed::Text, {}); });
+        if (watched == &pane_) QTimer::singleShot(0, this, [this] { AfterKey(Typed::Letters, {}); });
         break;
     case QEvent::MouseMove:
         if (watched != pane_.viewport() || static_cast<QMouseEvent*>(event)->buttons()) break;
@@ -116,7 +116,7 @@ bool QtPaneHelp::TakesKey(const QKeyEvent& event)
 
 void QtPaneHelp::AfterKey(Typed typed, const QString& text)
 {
-    if (typed == Typed::Text) {
+    if (typed == Typed::Letters) {
         Suggest(true);
     } else {
         CloseList();

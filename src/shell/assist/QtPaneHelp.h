@@ -34,7 +34,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    enum class Typed { Text, Return, Other };
+    enum class Typed { Letters, Return, Other };
 
     bool TakesKey(const QKeyEvent& event);
     void AfterKey(Typed typed, const QString& text);
