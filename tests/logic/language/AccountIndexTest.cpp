@@ -51,7 +51,10 @@ struct AccountIndexTest : testing::Test {
             Text second(Field(line, u' ', 2));
             if (second.ends_with(u'\r')) second.pop_back();
             if (word == u"CALL") program.calls.push_back({{}, second, 0, 0, false});
-            if (line.find(u" = ") != Text::npos) program.symbols.push_back({.name = word, .value = line});
+            if (line.find(u" = ") != Text::npos) {
+                program.symbols.emplace_back().name = word;
+                program.symbols.back().value = line;
+            }
             if (word != u"INCLUDE") continue;
             program.includes.push_back({{}, {}, second, false});
             auto included = index.Find(u"INC", second);
