@@ -197,7 +197,7 @@ ToolsPage::ToolsPage(SettingsModel& model, std::function<void()> changed) : mode
 
 QGroupBox* ToolsPage::BuildCompile()
 {
-    auto* frame = new QGroupBox(QStringLiteral("Compile"));
+    auto* frame = new QGroupBox(tr("Compile"));
     auto* inner = new QGroupBox(QStringLiteral("BASIC"));
     inner->setAccessibleName(inner->title()); // Qt would call it by the frame's
     (new QVBoxLayout(frame))->addWidget(inner);
@@ -238,7 +238,7 @@ QGroupBox* ToolsPage::BuildFormat()
 
 QGroupBox* ToolsPage::BuildUserComment()
 {
-    auto* frame = new QGroupBox(QStringLiteral("User-defined comment"));
+    auto* frame = new QGroupBox(tr("User-defined comment"));
     auto* row = new QHBoxLayout(frame);
     QLineEdit* prefix =
         BuildLine(model_.UserPrefix(), [this](const QString& text) { model_.SetUserPrefix(ViewOf(text)); });
@@ -276,13 +276,13 @@ bool frmSettings::ShowSettings(SettingsModel& model, QWidget* owner, int32_t pag
 frmSettings::frmSettings(SettingsModel& model, QWidget* owner, std::function<void(QWidget*)> connections)
     : QDialog(owner), model_(model)
 {
-    setWindowTitle(QStringLiteral("Nib Settings"));
+    setWindowTitle(tr("Nib Settings"));
     auto* column = new QVBoxLayout(this);
     tabStrip_ = new QTabWidget;
     tabStrip_->setObjectName(QStringLiteral("TabStrip"));
     column->addWidget(tabStrip_, 1);
     BuildTabs(std::move(connections));
-    lbHostNote_ = new QLabel(ToQString(kHostNote));
+    lbHostNote_ = new QLabel(Translated(kHostNote));
     lbHostNote_->setObjectName(QStringLiteral("lbHostNote"));
     lbHostNote_->setWordWrap(true);
     // Its room is kept while it is away, so that the pages do not jump.
@@ -293,7 +293,7 @@ frmSettings::frmSettings(SettingsModel& model, QWidget* owner, std::function<voi
     column->addWidget(lbHostNote_);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     buttons->button(QDialogButtonBox::Ok)->setText(tr("OK"));
-    buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("Cancel"));
+    buttons->button(QDialogButtonBox::Cancel)->setText(tr("Cancel"));
     column->addWidget(buttons);
     // Once it is in the dialog, which else would not know of it.
     buttons->button(QDialogButtonBox::Ok)->setDefault(true);
@@ -317,7 +317,7 @@ void frmSettings::BuildTabs(std::function<void(QWidget*)> connections)
         auto* room = new QVBoxLayout(panel);
         room->addWidget(i < std::size(pages) ? pages[i] : keywords_);
         if (i < std::size(pages)) room->setContentsMargins(0, 0, 0, 0);
-        tabStrip_->addTab(panel, ToQString(kSettingsTabs[i].caption));
+        tabStrip_->addTab(panel, Translated(kSettingsTabs[i].caption));
     }
     connect(tabStrip_, &QTabWidget::currentChanged, this, &frmSettings::PageShown);
 }
