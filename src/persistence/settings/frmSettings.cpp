@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QFontDatabase>
 #include <QFontDialog>
 #include <QFormLayout>
 #include <QGridLayout>
@@ -153,17 +154,33 @@ QGroupBox* GeneralPage::BuildFont()
     return frame;
 }
 
+namespace {
+
+/// What texts are painted in, which the first style of the list need not be.
+QString UprightStyle(const QString& family)
+{
+    for (const QString& style : QFontDatabase::styles(family))
+        if (!QFontDatabase::italic(family, style) && !QFontDatabase::bold(family, style)) return style;
+    return {};
+}
+
+} // namespace
+
 void GeneralPage::ChooseFont()
 {
     MvEdit& settings = model_.Clone();
     QFont font(ToQString(settings.FontName));
     if (double points = ToQString(settings.FontSize).toDouble(); points >= 1) font.setPointSizeF(points);
-    QFontDialog::FontDialogOptions options;
-    // Some desktops list fonts their own way and leave the filter aside.
-    if (settings.FontMono) options = QFontDialog::MonospacedFonts | QFontDialog::DontUseNativeDialog;
-    bool chosen = false;
-    font = QFontDialog::getFont(&chosen, font, this, tr("Font"), options);
-    if (!chosen) return;
+    font.setStyleName(UprightStyle(font.family()));
+    QFontDialog dialog(font, this);
+    dialog.setWindowTitle(tr("Font"));
+    // Some desktops list fonts their own way, leave the filter aside and offer what does not count here.
+    dialog.setOption(QFontDialog::DontUseNativeDialog);
+    dialog.setOption(QFontDialog::MonospacedFonts, settings.FontMono);
+    dialog.setCurrentFont(font);
+    for (const QCheckBox* effect : dialog.findChildren<QCheckBox*>()) effect->parentWidget()->hide();
+    if (dialog.exec() != QDialog::Accepted) return;
+    font = dialog.selectedFont();
     settings.FontName = ToText(font.family());
     settings.FontSize = ToText(QString::number(font.pointSizeF()));
     ShowFont();

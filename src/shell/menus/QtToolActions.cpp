@@ -41,9 +41,10 @@ void UseIconTheme()
     const QString dark = QStringLiteral("breeze-dark");
     const QString& fitting = DarkPalette() ? dark : light;
     QIcon::setFallbackThemeName(fitting);
+    // The desktop's own set goes with the program's icons in few cases; this one does, and is whole at every size.
     const QString current = QIcon::themeName();
-    if (current.isEmpty() || current == QLatin1String("hicolor") || current == light || current == dark)
-        QIcon::setThemeName(fitting);
+    QIcon::setThemeName(fitting);
+    if (!QIcon::hasThemeIcon(QStringLiteral("document-new"))) QIcon::setThemeName(current);
 }
 
 void LetScroll(QMenu& menu)
