@@ -276,7 +276,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>See what is wrong while you type, then compile</source>
-        <translation>Beim Tippen sehen, was falsch ist, dann übersetzen</translation>
+        <translation>Beim Tippen sehen, was falsch ist, dann kompilieren</translation>
     </message>
     <message>
         <source>Find a name in all programs of an account</source>
@@ -373,10 +373,6 @@ Qt %2</translation>
     <message>
         <source>&amp;Edit</source>
         <translation>&amp;Bearbeiten</translation>
-    </message>
-    <message>
-        <source>&amp;Lines</source>
-        <translation>&amp;Zeilen</translation>
     </message>
     <message>
         <source>&amp;Further Carets</source>
@@ -599,10 +595,6 @@ Qt %2</translation>
         <translation>&amp;Zurück</translation>
     </message>
     <message>
-        <source>&amp;Forward</source>
-        <translation>&amp;Vor</translation>
-    </message>
-    <message>
         <source>Quick &amp;Open...</source>
         <translation>Schnell ö&amp;ffnen...</translation>
     </message>
@@ -777,10 +769,6 @@ Qt %2</translation>
     <message>
         <source>Close &amp;All</source>
         <translation>Alle &amp;schließen</translation>
-    </message>
-    <message>
-        <source>Re&amp;open Closed</source>
-        <translation>&amp;Geschlossenes wieder öffnen</translation>
     </message>
     <message>
         <source>&amp;Topics</source>
@@ -1012,7 +1000,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>&amp;Load keywords and settings from host NIB configuration file when possible</source>
-        <translation>Schlüsselwörter und Einstellungen möglichst aus der &amp;NIB-Konfiguration des Hosts laden</translation>
+        <translation>Schlüsse&amp;lwörter und Einstellungen möglichst aus der NIB-Konfiguration des Hosts laden</translation>
     </message>
     <message>
         <source>Recent &amp;files:</source>
@@ -1040,7 +1028,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>Use color when &amp;printing</source>
-        <translation>In Farbe druc&amp;ken</translation>
+        <translation>In F&amp;arbe drucken</translation>
     </message>
     <message>
         <source>Use &amp;record locking when reading from host database</source>
@@ -1060,7 +1048,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>Show document min, ma&amp;x &amp;&amp; close buttons </source>
-        <translation>Knöpfe zum Minimieren, Ma&amp;ximieren &amp;&amp; Schließen zeigen </translation>
+        <translation>Knöpfe zum &amp;Minimieren, Maximieren &amp;&amp; Schließen zeigen </translation>
     </message>
     <message>
         <source>Enable collapsible code bloc&amp;ks</source>
@@ -1438,6 +1426,26 @@ Qt %2</translation>
         <source>Replace</source>
         <translation>Ersetzen</translation>
     </message>
+    <message>
+        <source>For&amp;ward</source>
+        <translation>&amp;Vor</translation>
+    </message>
+    <message>
+        <source>Reop&amp;en Closed</source>
+        <translation>&amp;Geschlossenes wieder öffnen</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>Importieren</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
 </context>
 <context>
     <name>Message</name>
@@ -1702,6 +1710,22 @@ Sind die Sicherungen gelöscht, lassen sie sich nicht mehr wiederherstellen.</tr
     <message>
         <source>%1 bytes</source>
         <translation>%1 Bytes</translation>
+    </message>
+    <message>
+        <source>%8 (standard color) %1</source>
+        <translation>%8 (Standardfarbe) %1</translation>
+    </message>
+    <message>
+        <source>%8 (system color) %1</source>
+        <translation>%8 (Systemfarbe) %1</translation>
+    </message>
+    <message>
+        <source>custom color: %1</source>
+        <translation>eigene Farbe: %1</translation>
+    </message>
+    <message>
+        <source>unknown system color %1</source>
+        <translation>unbekannte Systemfarbe %1</translation>
     </message>
 </context>
 <context>
@@ -1998,7 +2022,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Regular e&amp;xpression</source>
-        <translation>Re&amp;gulärer Ausdruck</translation>
+        <translation>Regulärer Aus&amp;druck</translation>
     </message>
     <message>
         <source>In each line; $1 in the replacement is what the first pair of parentheses found.</source>
@@ -2006,11 +2030,11 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>&amp;In Account...</source>
-        <translation>&amp;Im Account...</translation>
+        <translation>&amp;Im Konto...</translation>
     </message>
     <message>
         <source>Searches all items of files of an account</source>
-        <translation>Durchsucht alle Items von Dateien eines Accounts</translation>
+        <translation>Durchsucht alle Items von Dateien eines Kontos</translation>
     </message>
     <message>
         <source>Only one document is open.</source>
@@ -2046,7 +2070,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>&amp;Selected text</source>
-        <translation>Aus&amp;wahl</translation>
+        <translation>Auswa&amp;hl</translation>
     </message>
     <message>
         <source>Direction</source>
@@ -2066,7 +2090,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Match &amp;whole word only</source>
-        <translation>Nur &amp;ganze Wörter</translation>
+        <translation>Nur ga&amp;nze Wörter</translation>
     </message>
     <message>
         <source>&amp;Find Next</source>
@@ -2244,11 +2268,11 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>In Account...</source>
-        <translation>Im Account...</translation>
+        <translation>Im Konto...</translation>
     </message>
     <message>
         <source>Searches all items of files of an account</source>
-        <translation>Durchsucht alle Items von Dateien eines Accounts</translation>
+        <translation>Durchsucht alle Items von Dateien eines Kontos</translation>
     </message>
     <message>
         <source>Close (Escape)</source>

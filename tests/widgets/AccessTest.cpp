@@ -174,7 +174,7 @@ TEST_P(FormAccessTest, SmallDialogs)
     for (int32_t flags : {kOk, kOkCancel, kYesNo | kCheckBox, kYesNoCancel, kYesAllNo, kYesAllNoCancel | kCheckBox,
                           kAbortRetryIgnore}) {
         QtMessageBoxes boxes;
-        WhileShown([&] { boxes.Show(u"Text", flags | kExtended, u""); });
+        WhileShown([&] { boxes.Show(u"No document is open.", flags | kExtended, u""); });
     }
     HelpWindow help;
     help.ShowHelp();

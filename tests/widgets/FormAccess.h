@@ -101,7 +101,7 @@ inline bool IsBare(QString text)
 {
     static const QRegularExpression data(QStringLiteral(
         R"(^$|^[^A-Za-z]*$|^NewItem\d+$|^LF$|^CR( LF)?$|^UTF-(8|16 [LB]E)$|^Latin-1$|^Nib$|^mvdb|^DejaVu|^Text$|^Aa$|^BP)"
-        R"(|^INVOICE|^ONE|^TWO|^START|^LIVE|^SALES|^DEMO|^common$)"));
+        R"(|^INVOICE|^ONE|^TWO|^START|^LIVE|^SALES|^DEMO|^common$|^BASIC$)"));
     return !text.startsWith(QLatin1Char('[')) && !data.match(text.remove(QLatin1Char('&'))).hasMatch();
 }
 

@@ -201,7 +201,8 @@ void ColorCombo::SetValue(int32_t value)
 void ColorCombo::ShowPreview()
 {
     if (!preview_) return;
-    QString tip = ToQString(ColorTip(value_, ColorsOf(palette())));
+    const QString plain = ToQString(ColorTip(value_, ColorsOf(palette())));
+    const QString tip = TranslatedMessage(plain).value_or(plain);
     preview_->setToolTip(tip);
     preview_->setAccessibleName(tip);
     setAccessibleDescription(tip);

@@ -75,7 +75,6 @@ constexpr const char* kTexts[] = {
     // menus
     QT_TRANSLATE_NOOP("Logic", "&File"),
     QT_TRANSLATE_NOOP("Logic", "&Edit"),
-    QT_TRANSLATE_NOOP("Logic", "&Lines"),
     QT_TRANSLATE_NOOP("Logic", "&Further Carets"),
     QT_TRANSLATE_NOOP("Logic", "&Search"),
     QT_TRANSLATE_NOOP("Logic", "&Program"),
@@ -131,7 +130,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "&Goto..."),
     QT_TRANSLATE_NOOP("Logic", "Go to &Matching Word"),
     QT_TRANSLATE_NOOP("Logic", "&Back"),
-    QT_TRANSLATE_NOOP("Logic", "&Forward"),
+    QT_TRANSLATE_NOOP("Logic", "For&ward"),
     QT_TRANSLATE_NOOP("Logic", "Quick &Open..."),
     QT_TRANSLATE_NOOP("Logic", "Go to &Definition"),
     QT_TRANSLATE_NOOP("Logic", "Find &References"),
@@ -176,7 +175,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "Close &Others"),
     QT_TRANSLATE_NOOP("Logic", "Close to the &Right"),
     QT_TRANSLATE_NOOP("Logic", "Close &All"),
-    QT_TRANSLATE_NOOP("Logic", "Re&open Closed"),
+    QT_TRANSLATE_NOOP("Logic", "Reop&en Closed"),
     QT_TRANSLATE_NOOP("Logic", "&Topics"),
     QT_TRANSLATE_NOOP("Logic", "&About Nib"),
     QT_TRANSLATE_NOOP("Logic", "Goto"),
@@ -345,7 +344,10 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "Window Background"),
     QT_TRANSLATE_NOOP("Logic", "Window Frame"),
     QT_TRANSLATE_NOOP("Logic", "Window Text"),
-    // titles of the find dialog
+    // titles of dialogs
+    QT_TRANSLATE_NOOP("Logic", "Save"),
+    QT_TRANSLATE_NOOP("Logic", "Import"),
+    QT_TRANSLATE_NOOP("Logic", "Export"),
     QT_TRANSLATE_NOOP("Logic", "Find"),
     QT_TRANSLATE_NOOP("Logic", "Replace"),
 };

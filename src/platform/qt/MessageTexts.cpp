@@ -7,6 +7,10 @@ namespace nib {
 namespace {
 
 constexpr const char* kTexts[] = {
+    QT_TRANSLATE_NOOP("Message", "%8 (standard color) %1"),
+    QT_TRANSLATE_NOOP("Message", "%8 (system color) %1"),
+    QT_TRANSLATE_NOOP("Message", "custom color: %1"),
+    QT_TRANSLATE_NOOP("Message", "unknown system color %1"),
     QT_TRANSLATE_NOOP("Message", "Ln %1, Col %2"),
     QT_TRANSLATE_NOOP("Message", "The following error has occurred:\n%9"),
     QT_TRANSLATE_NOOP("Message", "Save changes to %1 ?"),

@@ -32,6 +32,7 @@ void Install(QTranslator& translator, const QLocale& locale, const QString& fold
 
 constexpr QChar kHolder = u'%';
 constexpr QChar kSentence = u'9';
+constexpr QChar kCaption = u'8';
 
 /// What stands in a message for the place holders of its pattern; nothing for a message of another kind.
 std::optional<QHash<QChar, QString>> ValuesOf(QStringView pattern, QStringView text)
@@ -83,7 +84,9 @@ std::optional<QString> TranslatedMessage(const QString& text)
             const QChar number = at + 1 < message.size() ? message[at + 1] : QChar();
             const auto value = found->constFind(number);
             if (value == found->constEnd()) continue;
-            const auto inner = number == kSentence ? TranslatedMessage(*value) : *value;
+            const auto inner = number == kSentence  ? TranslatedMessage(*value)
+                               : number == kCaption ? std::optional(Translated(ViewOf(*value)))
+                                                    : std::optional(*value);
             if (!inner) return std::nullopt;
             message.replace(at, 2, *inner);
             if (at == 0) break;

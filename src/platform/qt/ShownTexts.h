@@ -7,7 +7,7 @@ namespace nib {
 
 /// Captions, tips and short words.
 extern const std::span<const char* const> kCaptionTexts;
-/// Whole messages; %1 to %8 are names and numbers, %9 is a message of this list itself.
+/// Whole messages; %1 to %7 are names and numbers, %8 is a caption, %9 a message of this list itself.
 extern const std::span<const char* const> kMessageTexts;
 
 } // namespace nib

@@ -7,7 +7,7 @@ namespace {
 constexpr MenuRow kMenuRows[] = {
     {u"File", u"&File"},
     {u"Edit", u"&Edit"},
-    {u"Lines", u"&Lines", u"Edit", true},
+    {u"Lines", u"Lines", u"Edit", true},
     {u"Carets", u"&Further Carets", u"Edit"},
     {u"Search", u"&Search"},
     {u"Code", u"&Program", u"Search", true},
@@ -69,7 +69,7 @@ constexpr MenuToolRow kMainMenuRows[] = {
     {u"Search", u"Goto", u"&Goto...", u"Ctrl+G", true},
     {u"Search", u"MatchingWord", u"Go to &Matching Word", u"Ctrl+M"},
     {u"Search", u"NavBack", u"&Back", u"Alt+Left"},
-    {u"Search", u"NavForward", u"&Forward", u"Alt+Right"},
+    {u"Search", u"NavForward", u"For&ward", u"Alt+Right"},
     {u"Code", u"QuickOpen", u"Quick &Open...", u"Ctrl+E"},
     {u"Code", u"Definition", u"Go to &Definition", u"Ctrl+F12"},
     {u"Code", u"References", u"Find &References", u"Shift+F12"},
@@ -125,7 +125,7 @@ constexpr MenuToolRow kMainMenuRows[] = {
     {u"Window", u"CloseOthers", u"Close &Others", u"", true},
     {u"Window", u"CloseRight", u"Close to the &Right"},
     {u"Window", u"CloseAll", u"Close &All"},
-    {u"Window", u"ReopenClosed", u"Re&open Closed", u"Ctrl+Shift+T"},
+    {u"Window", u"ReopenClosed", u"Reop&en Closed", u"Ctrl+Shift+T"},
 
     {u"Help", u"HelpTopics", u"&Topics", u"F1"},
     {u"Help", u"HelpAbout", u"&About Nib"},
