@@ -988,11 +988,11 @@ Qt %2</translation>
     </message>
     <message>
         <source>&amp;Language Keywords</source>
-        <translation>&amp;Schlüsselwörter der Sprache</translation>
+        <translation>&amp;Sprachwörter</translation>
     </message>
     <message>
         <source>&amp;User Keywords</source>
-        <translation>&amp;Eigene Schlüsselwörter</translation>
+        <translation>&amp;Eigene Wörter</translation>
     </message>
     <message>
         <source>† Setting was loaded from the NIB configuration file on the host.  Changes to this setting will not be saved.</source>
@@ -1048,7 +1048,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>Show document min, ma&amp;x &amp;&amp; close buttons </source>
-        <translation>Knöpfe zum &amp;Minimieren, Maximieren &amp;&amp; Schließen zeigen </translation>
+        <translation>&amp;Minimieren, Maximieren, Schließen zeigen </translation>
     </message>
     <message>
         <source>Enable collapsible code bloc&amp;ks</source>
@@ -1056,7 +1056,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>&amp;Case sensitive keywords</source>
-        <translation>Groß-/&amp;Kleinschreibung der Schlüsselwörter beachten</translation>
+        <translation>Groß-/&amp;Kleinschreibung beachten</translation>
     </message>
     <message>
         <source>At &amp;end of document:</source>
@@ -2062,11 +2062,11 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Curr&amp;ent document</source>
-        <translation>A&amp;ktuelles Dokument</translation>
+        <translation>Dieses Do&amp;kument</translation>
     </message>
     <message>
         <source>All &amp;open documents</source>
-        <translation>Alle &amp;offenen Dokumente</translation>
+        <translation>Alle &amp;offenen</translation>
     </message>
     <message>
         <source>&amp;Selected text</source>
@@ -2086,7 +2086,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Match &amp;case</source>
-        <translation>&amp;Groß-/Kleinschreibung</translation>
+        <translation>&amp;Groß/klein beachten</translation>
     </message>
     <message>
         <source>Match &amp;whole word only</source>

@@ -159,8 +159,10 @@ namespace {
 /// What texts are painted in, which the first style of the list need not be.
 QString UprightStyle(const QString& family)
 {
-    for (const QString& style : QFontDatabase::styles(family))
-        if (!QFontDatabase::italic(family, style) && !QFontDatabase::bold(family, style)) return style;
+    for (const QString& style : QFontDatabase::styles(family)) {
+        const QFont font = QFontDatabase::font(family, style, 10);
+        if (font.style() == QFont::StyleNormal && font.weight() == QFont::Normal) return style;
+    }
     return {};
 }
 
