@@ -41,6 +41,10 @@ Qt %2</translation>
         <source>Licences</source>
         <translation>Lizenzen</translation>
     </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
+    </message>
 </context>
 <context>
     <name>HelpWindow</name>
@@ -272,7 +276,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>See what is wrong while you type, then compile</source>
-        <translation>Beim Tippen sehen, was falsch ist, dann übersetzen</translation>
+        <translation>Beim Tippen sehen, was falsch ist, dann kompilieren</translation>
     </message>
     <message>
         <source>Find a name in all programs of an account</source>
@@ -345,6 +349,1383 @@ Qt %2</translation>
     <message>
         <source>No dialect</source>
         <translation>Kein Dialekt</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;Ja</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;Nein</translation>
+    </message>
+    <message>
+        <source>Yes to &amp;All</source>
+        <translation>Ja für &amp;alle</translation>
+    </message>
+    <message>
+        <source>Do not show this &amp;warning again</source>
+        <translation>Diese &amp;Warnung nicht mehr zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;Further Carets</source>
+        <translation>Weitere &amp;Schreibmarken</translation>
+    </message>
+    <message>
+        <source>&amp;Search</source>
+        <translation>&amp;Suchen</translation>
+    </message>
+    <message>
+        <source>&amp;Program</source>
+        <translation>P&amp;rogramm</translation>
+    </message>
+    <message>
+        <source>Boo&amp;kmark</source>
+        <translation>&amp;Lesezeichen</translation>
+    </message>
+    <message>
+        <source>&amp;Insert</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Marks</source>
+        <translation>&amp;Markierungen</translation>
+    </message>
+    <message>
+        <source>&amp;Tools</source>
+        <translation>E&amp;xtras</translation>
+    </message>
+    <message>
+        <source>Loc&amp;k</source>
+        <translation>&amp;Sperre</translation>
+    </message>
+    <message>
+        <source>C&amp;haracter Set</source>
+        <translation>&amp;Zeichensatz</translation>
+    </message>
+    <message>
+        <source>Line &amp;Ends</source>
+        <translation>Zeilen&amp;enden</translation>
+    </message>
+    <message>
+        <source>&amp;Window</source>
+        <translation>&amp;Fenster</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;New</source>
+        <translation>&amp;Neu</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>&amp;Öffnen...</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter...</translation>
+    </message>
+    <message>
+        <source>Sa&amp;ve All</source>
+        <translation>&amp;Alle speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Print...</source>
+        <translation>&amp;Drucken...</translation>
+    </message>
+    <message>
+        <source>&amp;Document Properties</source>
+        <translation>Dokument&amp;eigenschaften</translation>
+    </message>
+    <message>
+        <source>E&amp;xit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>Undo E&amp;very Replacement</source>
+        <translation>&amp;Jede Ersetzung zurücknehmen</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>A&amp;usschneiden</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>Einfü&amp;gen</translation>
+    </message>
+    <message>
+        <source>C&amp;lear</source>
+        <translation>&amp;Löschen</translation>
+    </message>
+    <message>
+        <source>&amp;Delete Line</source>
+        <translation>Zeile lös&amp;chen</translation>
+    </message>
+    <message>
+        <source>Select &amp;All</source>
+        <translation>&amp;Alles auswählen</translation>
+    </message>
+    <message>
+        <source>&amp;Indent</source>
+        <translation>E&amp;inrücken</translation>
+    </message>
+    <message>
+        <source>&amp;Outdent</source>
+        <translation>Ausr&amp;ücken</translation>
+    </message>
+    <message>
+        <source>Move &amp;Up</source>
+        <translation>Nach &amp;oben</translation>
+    </message>
+    <message>
+        <source>Move &amp;Down</source>
+        <translation>Nach &amp;unten</translation>
+    </message>
+    <message>
+        <source>Du&amp;plicate</source>
+        <translation>&amp;Verdoppeln</translation>
+    </message>
+    <message>
+        <source>&amp;Join</source>
+        <translation>Ver&amp;binden</translation>
+    </message>
+    <message>
+        <source>Indent by &amp;Blocks</source>
+        <translation>&amp;Nach Blöcken einrücken</translation>
+    </message>
+    <message>
+        <source>Co&amp;mment</source>
+        <translation>Ko&amp;mmentar</translation>
+    </message>
+    <message>
+        <source>U&amp;ncomment</source>
+        <translation>Komme&amp;ntar aufheben</translation>
+    </message>
+    <message>
+        <source>Collapse &amp;Block</source>
+        <translation>&amp;Block zuklappen</translation>
+    </message>
+    <message>
+        <source>&amp;Expand Block</source>
+        <translation>Bl&amp;ock aufklappen</translation>
+    </message>
+    <message>
+        <source>Collap&amp;se All</source>
+        <translation>Alle zukla&amp;ppen</translation>
+    </message>
+    <message>
+        <source>E&amp;xpand All</source>
+        <translation>Alle au&amp;fklappen</translation>
+    </message>
+    <message>
+        <source>Caret &amp;Above</source>
+        <translation>Schreibmarke &amp;darüber</translation>
+    </message>
+    <message>
+        <source>Caret &amp;Below</source>
+        <translation>Schreibmarke dar&amp;unter</translation>
+    </message>
+    <message>
+        <source>&amp;Next Occurrence</source>
+        <translation>&amp;Nächstes Vorkommen</translation>
+    </message>
+    <message>
+        <source>All &amp;Occurrences</source>
+        <translation>&amp;Alle Vorkommen</translation>
+    </message>
+    <message>
+        <source>&amp;Find...</source>
+        <translation>&amp;Suchen...</translation>
+    </message>
+    <message>
+        <source>Find &amp;Next</source>
+        <translation>&amp;Weitersuchen</translation>
+    </message>
+    <message>
+        <source>Find as You &amp;Type</source>
+        <translation>Beim &amp;Tippen suchen</translation>
+    </message>
+    <message>
+        <source>&amp;Replace...</source>
+        <translation>&amp;Ersetzen...</translation>
+    </message>
+    <message>
+        <source>Find in &amp;Account...</source>
+        <translation>Im &amp;Konto suchen...</translation>
+    </message>
+    <message>
+        <source>&amp;Goto...</source>
+        <translation>&amp;Gehe zu...</translation>
+    </message>
+    <message>
+        <source>Go to &amp;Matching Word</source>
+        <translation>Zum &amp;passenden Wort</translation>
+    </message>
+    <message>
+        <source>&amp;Back</source>
+        <translation>&amp;Zurück</translation>
+    </message>
+    <message>
+        <source>Quick &amp;Open...</source>
+        <translation>Schnell ö&amp;ffnen...</translation>
+    </message>
+    <message>
+        <source>Go to &amp;Definition</source>
+        <translation>Zur &amp;Definition</translation>
+    </message>
+    <message>
+        <source>Find &amp;References</source>
+        <translation>&amp;Verwendungen suchen</translation>
+    </message>
+    <message>
+        <source>Rena&amp;me...</source>
+        <translation>&amp;Umbenennen...</translation>
+    </message>
+    <message>
+        <source>&amp;Next Problem</source>
+        <translation>&amp;Nächstes Problem</translation>
+    </message>
+    <message>
+        <source>&amp;Previous Problem</source>
+        <translation>V&amp;origes Problem</translation>
+    </message>
+    <message>
+        <source>&amp;Quick Mends...</source>
+        <translation>&amp;Schnelle Abhilfen...</translation>
+    </message>
+    <message>
+        <source>&amp;Complete Word</source>
+        <translation>&amp;Wort vervollständigen</translation>
+    </message>
+    <message>
+        <source>&amp;Suggest Words as You Type</source>
+        <translation>Wörter &amp;beim Tippen vorschlagen</translation>
+    </message>
+    <message>
+        <source>Chec&amp;k as You Type</source>
+        <translation>Beim Tippen &amp;prüfen</translation>
+    </message>
+    <message>
+        <source>&amp;Toggle</source>
+        <translation>&amp;Setzen oder entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Next</source>
+        <translation>&amp;Nächstes</translation>
+    </message>
+    <message>
+        <source>&amp;Previous</source>
+        <translation>&amp;Voriges</translation>
+    </message>
+    <message>
+        <source>&amp;Clear Bookmarks (this document)</source>
+        <translation>&amp;Lesezeichen löschen (dieses Dokument)</translation>
+    </message>
+    <message>
+        <source>Clear Bookmarks (&amp;all documents)</source>
+        <translation>Lesezeichen löschen (&amp;alle Dokumente)</translation>
+    </message>
+    <message>
+        <source>&amp;Value Mark</source>
+        <translation>&amp;Wertmarke</translation>
+    </message>
+    <message>
+        <source>&amp;SubValue Mark</source>
+        <translation>&amp;Unterwertmarke</translation>
+    </message>
+    <message>
+        <source>&amp;Tool Bar</source>
+        <translation>&amp;Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>&amp;Status Bar</source>
+        <translation>&amp;Statusleiste</translation>
+    </message>
+    <message>
+        <source>&amp;Highlight</source>
+        <translation>&amp;Hervorhebung</translation>
+    </message>
+    <message>
+        <source>Line &amp;Wrap</source>
+        <translation>Zeilen&amp;umbruch</translation>
+    </message>
+    <message>
+        <source>S&amp;plit</source>
+        <translation>&amp;Teilen</translation>
+    </message>
+    <message>
+        <source>&amp;Other Pane</source>
+        <translation>&amp;Anderer Teil</translation>
+    </message>
+    <message>
+        <source>&amp;Current Line</source>
+        <translation>&amp;Aktuelle Zeile</translation>
+    </message>
+    <message>
+        <source>&amp;Matches</source>
+        <translation>&amp;Zusammengehöriges</translation>
+    </message>
+    <message>
+        <source>C&amp;hange Bars</source>
+        <translation>Ä&amp;nderungsbalken</translation>
+    </message>
+    <message>
+        <source>&amp;Indentation Guides</source>
+        <translation>&amp;Einzugslinien</translation>
+    </message>
+    <message>
+        <source>&amp;Visible Blanks</source>
+        <translation>Sichtbare &amp;Leerzeichen</translation>
+    </message>
+    <message>
+        <source>&amp;Smooth Scrolling</source>
+        <translation>&amp;Weiches Rollen</translation>
+    </message>
+    <message>
+        <source>&amp;Results</source>
+        <translation>&amp;Ergebnisse</translation>
+    </message>
+    <message>
+        <source>Pro&amp;blems</source>
+        <translation>&amp;Probleme</translation>
+    </message>
+    <message>
+        <source>O&amp;utline</source>
+        <translation>&amp;Gliederung</translation>
+    </message>
+    <message>
+        <source>&amp;Format</source>
+        <translation>&amp;Formatieren</translation>
+    </message>
+    <message>
+        <source>&amp;Compile</source>
+        <translation>&amp;Kompilieren</translation>
+    </message>
+    <message>
+        <source>&amp;Toggle Case</source>
+        <translation>&amp;Groß/klein umschalten</translation>
+    </message>
+    <message>
+        <source>&amp;Settings...</source>
+        <translation>Einste&amp;llungen...</translation>
+    </message>
+    <message>
+        <source>&amp;Read Only</source>
+        <translation>Nur &amp;lesen</translation>
+    </message>
+    <message>
+        <source>Tile &amp;Horizontal</source>
+        <translation>&amp;Untereinander</translation>
+    </message>
+    <message>
+        <source>Tile &amp;Vertical</source>
+        <translation>&amp;Nebeneinander</translation>
+    </message>
+    <message>
+        <source>&amp;Cascade</source>
+        <translation>Ü&amp;berlappend</translation>
+    </message>
+    <message>
+        <source>&amp;Maximize</source>
+        <translation>&amp;Maximieren</translation>
+    </message>
+    <message>
+        <source>Close &amp;Others</source>
+        <translation>&amp;Andere schließen</translation>
+    </message>
+    <message>
+        <source>Close to the &amp;Right</source>
+        <translation>&amp;Rechts davon schließen</translation>
+    </message>
+    <message>
+        <source>Close &amp;All</source>
+        <translation>Alle &amp;schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Topics</source>
+        <translation>&amp;Themen</translation>
+    </message>
+    <message>
+        <source>&amp;About Nib</source>
+        <translation>Ü&amp;ber Nib</translation>
+    </message>
+    <message>
+        <source>Goto</source>
+        <translation>Gehe zu</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Toggle Bookmark</source>
+        <translation>Lesezeichen setzen oder entfernen</translation>
+    </message>
+    <message>
+        <source>Collapse Block</source>
+        <translation>Block zuklappen</translation>
+    </message>
+    <message>
+        <source>Collapse block</source>
+        <translation>Block zuklappen</translation>
+    </message>
+    <message>
+        <source>Expand block</source>
+        <translation>Block aufklappen</translation>
+    </message>
+    <message>
+        <source>Activate</source>
+        <translation>Aktivieren</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Close Others</source>
+        <translation>Andere schließen</translation>
+    </message>
+    <message>
+        <source>Close to the Right</source>
+        <translation>Rechts davon schließen</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Minimieren</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>Maximieren</translation>
+    </message>
+    <message>
+        <source>Create a new document</source>
+        <translation>Ein neues Dokument anlegen</translation>
+    </message>
+    <message>
+        <source>Open existing document</source>
+        <translation>Ein vorhandenes Dokument öffnen</translation>
+    </message>
+    <message>
+        <source>Save current document</source>
+        <translation>Das Dokument speichern</translation>
+    </message>
+    <message>
+        <source>Print the current document</source>
+        <translation>Das Dokument drucken</translation>
+    </message>
+    <message>
+        <source>Undo last editing operation</source>
+        <translation>Die letzte Änderung zurücknehmen</translation>
+    </message>
+    <message>
+        <source>Redo last editing operation</source>
+        <translation>Die letzte Änderung wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Ausschneiden</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Comment selected lines</source>
+        <translation>Ausgewählte Zeilen zu Kommentar machen</translation>
+    </message>
+    <message>
+        <source>Uncomment selected lines</source>
+        <translation>Kommentarzeichen ausgewählter Zeilen entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Fine</source>
+        <translation>&amp;Suchen</translation>
+    </message>
+    <message>
+        <source>Search for text in document (press F3 to find next)</source>
+        <translation>Text im Dokument suchen (weiter mit F3)</translation>
+    </message>
+    <message>
+        <source>Navigate backward</source>
+        <translation>Zurückgehen</translation>
+    </message>
+    <message>
+        <source>Navigate forward</source>
+        <translation>Vorgehen</translation>
+    </message>
+    <message>
+        <source>Toggles case of selected text (upper, lower, mixed)</source>
+        <translation>Schaltet den ausgewählten Text um (groß, klein, gemischt)</translation>
+    </message>
+    <message>
+        <source>Format code</source>
+        <translation>Programm formatieren</translation>
+    </message>
+    <message>
+        <source>Compile code</source>
+        <translation>Programm kompilieren</translation>
+    </message>
+    <message>
+        <source>Server status</source>
+        <translation>Zustand des Servers</translation>
+    </message>
+    <message>
+        <source>Starting up</source>
+        <translation>Startet</translation>
+    </message>
+    <message>
+        <source>Current insertion point</source>
+        <translation>Schreibstelle</translation>
+    </message>
+    <message>
+        <source>Overwrite / Insert</source>
+        <translation>Überschreiben / Einfügen</translation>
+    </message>
+    <message>
+        <source>Ovr</source>
+        <translation>Übr</translation>
+    </message>
+    <message>
+        <source>Ins</source>
+        <translation>Einf</translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation>Ort</translation>
+    </message>
+    <message>
+        <source>Host</source>
+        <translation>Host</translation>
+    </message>
+    <message>
+        <source>Account</source>
+        <translation>Konto</translation>
+    </message>
+    <message>
+        <source>File name</source>
+        <translation>Dateiname</translation>
+    </message>
+    <message>
+        <source>Item ID</source>
+        <translation>Item-Id</translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation>Geändert</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Lines</source>
+        <translation>Zeilen</translation>
+    </message>
+    <message>
+        <source>Selection size</source>
+        <translation>Größe der Auswahl</translation>
+    </message>
+    <message>
+        <source>Selected lines</source>
+        <translation>Zeilen der Auswahl</translation>
+    </message>
+    <message>
+        <source>Stored size</source>
+        <translation>Gespeicherte Größe</translation>
+    </message>
+    <message>
+        <source>Lock</source>
+        <translation>Sperre</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>ja</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>nein</translation>
+    </message>
+    <message>
+        <source>&amp;General</source>
+        <translation>All&amp;gemein</translation>
+    </message>
+    <message>
+        <source>&amp;Language Keywords</source>
+        <translation>&amp;Sprachwörter</translation>
+    </message>
+    <message>
+        <source>&amp;User Keywords</source>
+        <translation>&amp;Eigene Wörter</translation>
+    </message>
+    <message>
+        <source>† Setting was loaded from the NIB configuration file on the host.  Changes to this setting will not be saved.</source>
+        <translation>† Diese Einstellung kommt aus der NIB-Konfiguration des Hosts. Änderungen daran werden nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>&amp;Load keywords and settings from host NIB configuration file when possible</source>
+        <translation>Schlüsse&amp;lwörter und Einstellungen möglichst aus der NIB-Konfiguration des Hosts laden</translation>
+    </message>
+    <message>
+        <source>Recent &amp;files:</source>
+        <translation>&amp;Zuletzt geöffnete Dateien:</translation>
+    </message>
+    <message>
+        <source>Di&amp;alect of programs:</source>
+        <translation>&amp;Dialekt der Programme:</translation>
+    </message>
+    <message>
+        <source>Enable line &amp;wrapping</source>
+        <translation>Zeilen &amp;umbrechen</translation>
+    </message>
+    <message>
+        <source>Enable &amp;BASIC syntax highlighting</source>
+        <translation>&amp;BASIC-Syntax hervorheben</translation>
+    </message>
+    <message>
+        <source>Automatic document recover&amp;y</source>
+        <translation>Dokumente automatisch &amp;retten</translation>
+    </message>
+    <message>
+        <source>Reopen &amp;documents at start</source>
+        <translation>Dokumente beim Start wieder ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>Use color when &amp;printing</source>
+        <translation>In F&amp;arbe drucken</translation>
+    </message>
+    <message>
+        <source>Use &amp;record locking when reading from host database</source>
+        <translation>Sätze beim Lesen vom Host s&amp;perren</translation>
+    </message>
+    <message>
+        <source>&amp;Only list &amp;monospaced fonts</source>
+        <translation>Nur Schriften fester Bre&amp;ite zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Select font...</source>
+        <translation>Schrift w&amp;ählen...</translation>
+    </message>
+    <message>
+        <source>Show large &amp;icons on toolbar</source>
+        <translation>Große S&amp;ymbole in der Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>Show document min, ma&amp;x &amp;&amp; close buttons </source>
+        <translation>&amp;Minimieren, Maximieren, Schließen zeigen </translation>
+    </message>
+    <message>
+        <source>Enable collapsible code bloc&amp;ks</source>
+        <translation>Bl&amp;öcke zuklappbar machen</translation>
+    </message>
+    <message>
+        <source>&amp;Case sensitive keywords</source>
+        <translation>Groß-/&amp;Kleinschreibung beachten</translation>
+    </message>
+    <message>
+        <source>At &amp;end of document:</source>
+        <translation>Am En&amp;de des Dokuments:</translation>
+    </message>
+    <message>
+        <source>&amp;Command</source>
+        <translation>&amp;Befehl</translation>
+    </message>
+    <message>
+        <source>&amp;Options</source>
+        <translation>&amp;Optionen</translation>
+    </message>
+    <message>
+        <source>&amp;After a clean compile</source>
+        <translation>&amp;Nach einem Lauf ohne Fehler</translation>
+    </message>
+    <message>
+        <source>Tab &amp;size</source>
+        <translation>&amp;Tabulatorbreite</translation>
+    </message>
+    <message>
+        <source>&amp;Margin</source>
+        <translation>&amp;Rand</translation>
+    </message>
+    <message>
+        <source>  *  comment line &amp;indent</source>
+        <translation>  *  Kommentarzeilen e&amp;inrücken</translation>
+    </message>
+    <message>
+        <source>  !  comment li&amp;ne indent</source>
+        <translation>  !  Kommentarzeilen einrüc&amp;ken</translation>
+    </message>
+    <message>
+        <source>&amp;Prefix character</source>
+        <translation>&amp;Präfixzeichen</translation>
+    </message>
+    <message>
+        <source>&amp;user-defined comment line indent</source>
+        <translation>eigene Kommentarzeilen einr&amp;ücken</translation>
+    </message>
+    <message>
+        <source>Defined key&amp;words:</source>
+        <translation>&amp;Definierte Schlüsselwörter:</translation>
+    </message>
+    <message>
+        <source>&amp;Keyword:</source>
+        <translation>Sch&amp;lüsselwort:</translation>
+    </message>
+    <message>
+        <source>&amp;Add keyword</source>
+        <translation>Schlüsselwort hin&amp;zufügen</translation>
+    </message>
+    <message>
+        <source>&amp;Delete keyword</source>
+        <translation>Schlüsselwort l&amp;öschen</translation>
+    </message>
+    <message>
+        <source>&amp;Import keyword list...</source>
+        <translation>Schlüsselwörter &amp;importieren...</translation>
+    </message>
+    <message>
+        <source>E&amp;xport keyword list...</source>
+        <translation>Schlüsselwörter ex&amp;portieren...</translation>
+    </message>
+    <message>
+        <source>&amp;None</source>
+        <translation>Kei&amp;ner</translation>
+    </message>
+    <message>
+        <source>&amp;Begin block indent if keyword found:</source>
+        <translation>Block&amp;beginn, wenn das Schlüsselwort steht:</translation>
+    </message>
+    <message>
+        <source>anywhere &amp;in line</source>
+        <translation>irgendw&amp;o in der Zeile</translation>
+    </message>
+    <message>
+        <source>at beginning &amp;of line</source>
+        <translation>am Zeilen&amp;anfang</translation>
+    </message>
+    <message>
+        <source>at end of &amp;line</source>
+        <translation>a&amp;m Zeilenende</translation>
+    </message>
+    <message>
+        <source>&amp;End block indent</source>
+        <translation>Blo&amp;ckende</translation>
+    </message>
+    <message>
+        <source>&amp;Mid block indent</source>
+        <translation>Blockmi&amp;tte</translation>
+    </message>
+    <message>
+        <source>Reset Default Colors</source>
+        <translation>Farben zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Prompt</source>
+        <translation>Fragen</translation>
+    </message>
+    <message>
+        <source>Wrap and beep</source>
+        <translation>Von vorn mit Ton</translation>
+    </message>
+    <message>
+        <source>Wrap silently</source>
+        <translation>Von vorn ohne Ton</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keiner</translation>
+    </message>
+    <message>
+        <source>Margin</source>
+        <translation>Rand</translation>
+    </message>
+    <message>
+        <source>Code</source>
+        <translation>Code</translation>
+    </message>
+    <message>
+        <source>Background color</source>
+        <translation>Hintergrund</translation>
+    </message>
+    <message>
+        <source>Normal text</source>
+        <translation>Normaler Text</translation>
+    </message>
+    <message>
+        <source>Language keyword</source>
+        <translation>Schlüsselwort der Sprache</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>Kommentar</translation>
+    </message>
+    <message>
+        <source>String</source>
+        <translation>Zeichenkette</translation>
+    </message>
+    <message>
+        <source>Label</source>
+        <translation>Marke</translation>
+    </message>
+    <message>
+        <source>User keyword</source>
+        <translation>Eigenes Schlüsselwort</translation>
+    </message>
+    <message>
+        <source>Statement</source>
+        <translation>Anweisung</translation>
+    </message>
+    <message>
+        <source>Function</source>
+        <translation>Funktion</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Zahl</translation>
+    </message>
+    <message>
+        <source>Standard Colors</source>
+        <translation>Standardfarben</translation>
+    </message>
+    <message>
+        <source>System Colors</source>
+        <translation>Systemfarben</translation>
+    </message>
+    <message>
+        <source>Custom Color &gt;&gt;</source>
+        <translation>Eigene Farbe &gt;&gt;</translation>
+    </message>
+    <message>
+        <source>Black</source>
+        <translation>Schwarz</translation>
+    </message>
+    <message>
+        <source>Dark Blue</source>
+        <translation>Dunkelblau</translation>
+    </message>
+    <message>
+        <source>Dark Green</source>
+        <translation>Dunkelgrün</translation>
+    </message>
+    <message>
+        <source>Turquoise</source>
+        <translation>Türkis</translation>
+    </message>
+    <message>
+        <source>Dark Red</source>
+        <translation>Dunkelrot</translation>
+    </message>
+    <message>
+        <source>Purple</source>
+        <translation>Violett</translation>
+    </message>
+    <message>
+        <source>Olive</source>
+        <translation>Oliv</translation>
+    </message>
+    <message>
+        <source>Light Gray</source>
+        <translation>Hellgrau</translation>
+    </message>
+    <message>
+        <source>Dark Gray</source>
+        <translation>Dunkelgrau</translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation>Blau</translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation>Grün</translation>
+    </message>
+    <message>
+        <source>Cyan</source>
+        <translation>Cyan</translation>
+    </message>
+    <message>
+        <source>Red</source>
+        <translation>Rot</translation>
+    </message>
+    <message>
+        <source>Magenta</source>
+        <translation>Magenta</translation>
+    </message>
+    <message>
+        <source>Yellow</source>
+        <translation>Gelb</translation>
+    </message>
+    <message>
+        <source>White</source>
+        <translation>Weiß</translation>
+    </message>
+    <message>
+        <source>3D Dark Shadow</source>
+        <translation>3D dunkler Schatten</translation>
+    </message>
+    <message>
+        <source>3D Face</source>
+        <translation>3D Fläche</translation>
+    </message>
+    <message>
+        <source>3D Highlight</source>
+        <translation>3D Glanz</translation>
+    </message>
+    <message>
+        <source>3D Light</source>
+        <translation>3D Licht</translation>
+    </message>
+    <message>
+        <source>3D Shadow</source>
+        <translation>3D Schatten</translation>
+    </message>
+    <message>
+        <source>Active Border</source>
+        <translation>Aktiver Rahmen</translation>
+    </message>
+    <message>
+        <source>Active Caption Background</source>
+        <translation>Aktiver Titel, Hintergrund</translation>
+    </message>
+    <message>
+        <source>Active Caption Text</source>
+        <translation>Aktiver Titel, Text</translation>
+    </message>
+    <message>
+        <source>Alternate Button Face</source>
+        <translation>Andere Knopffläche</translation>
+    </message>
+    <message>
+        <source>Application Workspace</source>
+        <translation>Arbeitsfläche</translation>
+    </message>
+    <message>
+        <source>Button Text</source>
+        <translation>Knopftext</translation>
+    </message>
+    <message>
+        <source>Desktop Background</source>
+        <translation>Desktophintergrund</translation>
+    </message>
+    <message>
+        <source>Gradient Active Caption</source>
+        <translation>Aktiver Titel, Verlauf</translation>
+    </message>
+    <message>
+        <source>Gradient Inactive Caption</source>
+        <translation>Inaktiver Titel, Verlauf</translation>
+    </message>
+    <message>
+        <source>Gray Text</source>
+        <translation>Grauer Text</translation>
+    </message>
+    <message>
+        <source>Hotlight</source>
+        <translation>Verweis</translation>
+    </message>
+    <message>
+        <source>Inactive Border</source>
+        <translation>Inaktiver Rahmen</translation>
+    </message>
+    <message>
+        <source>Inactive Caption Background</source>
+        <translation>Inaktiver Titel, Hintergrund</translation>
+    </message>
+    <message>
+        <source>Inactive Caption Text</source>
+        <translation>Inaktiver Titel, Text</translation>
+    </message>
+    <message>
+        <source>Menu Background</source>
+        <translation>Menühintergrund</translation>
+    </message>
+    <message>
+        <source>Menu Bar Background</source>
+        <translation>Menüleiste, Hintergrund</translation>
+    </message>
+    <message>
+        <source>Menu Highlight</source>
+        <translation>Menüauswahl</translation>
+    </message>
+    <message>
+        <source>Menu Text</source>
+        <translation>Menütext</translation>
+    </message>
+    <message>
+        <source>Scrollbar</source>
+        <translation>Bildlaufleiste</translation>
+    </message>
+    <message>
+        <source>Selected Item Background</source>
+        <translation>Auswahl, Hintergrund</translation>
+    </message>
+    <message>
+        <source>Selected Item Text</source>
+        <translation>Auswahl, Text</translation>
+    </message>
+    <message>
+        <source>Tooltip Background</source>
+        <translation>Tipp, Hintergrund</translation>
+    </message>
+    <message>
+        <source>Tooltip Text</source>
+        <translation>Tipp, Text</translation>
+    </message>
+    <message>
+        <source>Window Background</source>
+        <translation>Fensterhintergrund</translation>
+    </message>
+    <message>
+        <source>Window Frame</source>
+        <translation>Fensterrahmen</translation>
+    </message>
+    <message>
+        <source>Window Text</source>
+        <translation>Fenstertext</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>For&amp;ward</source>
+        <translation>&amp;Vor</translation>
+    </message>
+    <message>
+        <source>Reop&amp;en Closed</source>
+        <translation>&amp;Geschlossenes wieder öffnen</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>Importieren</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+</context>
+<context>
+    <name>Message</name>
+    <message>
+        <source>Ln %1, Col %2</source>
+        <translation>Z %1, Sp %2</translation>
+    </message>
+    <message>
+        <source>The following error has occurred:
+%9</source>
+        <translation>Es ist ein Fehler aufgetreten:
+%9</translation>
+    </message>
+    <message>
+        <source>Save changes to %1 ?</source>
+        <translation>Änderungen an %1 speichern?</translation>
+    </message>
+    <message>
+        <source>Item %1 does not exist. Create new item?</source>
+        <translation>Das Item %1 gibt es nicht. Neu anlegen?</translation>
+    </message>
+    <message>
+        <source>Item %1 does not exist. Create new item?
+Its folder is %2.</source>
+        <translation>Das Item %1 gibt es nicht. Neu anlegen?
+Der Ordner ist %2.</translation>
+    </message>
+    <message>
+        <source>Item %1 does not exist. Create new item?
+Its folder %2 does not exist either, so the item cannot be saved there.</source>
+        <translation>Das Item %1 gibt es nicht. Neu anlegen?
+Auch den Ordner %2 gibt es nicht, das Item lässt sich dort nicht speichern.</translation>
+    </message>
+    <message>
+        <source>%1 is open in another window. Open in &quot;read only&quot; mode instead?</source>
+        <translation>%1 ist in einem anderen Fenster offen. Stattdessen nur zum Lesen öffnen?</translation>
+    </message>
+    <message>
+        <source>%1 is locked by another user or process. Open in &quot;read only&quot; mode instead?</source>
+        <translation>%1 ist von einem anderen Benutzer oder Prozess gesperrt. Stattdessen nur zum Lesen öffnen?</translation>
+    </message>
+    <message>
+        <source>%1 is locked by another user or process. Open in &quot;read only&quot; mode instead?
+It is held by %2.</source>
+        <translation>%1 ist von einem anderen Benutzer oder Prozess gesperrt. Stattdessen nur zum Lesen öffnen?
+Die Sperre hält %2.</translation>
+    </message>
+    <message>
+        <source>%1 is locked by another user or process.</source>
+        <translation>%1 ist von einem anderen Benutzer oder Prozess gesperrt.</translation>
+    </message>
+    <message>
+        <source>Item %1 is &quot;read only&quot;. Open in read-only mode?</source>
+        <translation>Das Item %1 darf nur gelesen werden. Zum Lesen öffnen?</translation>
+    </message>
+    <message>
+        <source>Unable to open item %1 because no file is named for it.</source>
+        <translation>Das Item %1 lässt sich nicht öffnen: Es ist keine Datei dafür genannt.</translation>
+    </message>
+    <message>
+        <source>Unable to open item %1 because it appears to be a folder or file definition.</source>
+        <translation>Das Item %1 lässt sich nicht öffnen: Es ist wohl ein Ordner oder eine Dateidefinition.</translation>
+    </message>
+    <message>
+        <source>Cannot save document - file name and/or item ID missing!</source>
+        <translation>Das Dokument lässt sich nicht speichern - Dateiname oder Item-Id fehlt!</translation>
+    </message>
+    <message>
+        <source>Cannot save %1 - document is read-only!</source>
+        <translation>%1 lässt sich nicht speichern - das Dokument ist schreibgeschützt!</translation>
+    </message>
+    <message>
+        <source>Item &apos;%1&apos; is open in read-only mode. Please save using a different name.</source>
+        <translation>Das Item &apos;%1&apos; ist nur zum Lesen offen. Bitte unter einem anderen Namen speichern.</translation>
+    </message>
+    <message>
+        <source>Item &apos;%1&apos; may only be read. Please save using a different name.</source>
+        <translation>Das Item &apos;%1&apos; darf nur gelesen werden. Bitte unter einem anderen Namen speichern.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; appears to be a file or folder and cannot be overwritten!</source>
+        <translation>&apos;%1&apos; ist wohl eine Datei oder ein Ordner und kann nicht überschrieben werden!</translation>
+    </message>
+    <message>
+        <source>Item &apos;%1&apos; exists and cannot be overwritten. Please save using a different name.</source>
+        <translation>Das Item &apos;%1&apos; gibt es schon, und es kann nicht überschrieben werden. Bitte unter einem anderen Namen speichern.</translation>
+    </message>
+    <message>
+        <source>Item &apos;%1&apos; exists. Overwrite?</source>
+        <translation>Das Item &apos;%1&apos; gibt es schon. Überschreiben?</translation>
+    </message>
+    <message>
+        <source>Item &apos;%1&apos; is currently locked and cannot be updated!</source>
+        <translation>Das Item &apos;%1&apos; ist gesperrt und kann nicht geändert werden!</translation>
+    </message>
+    <message>
+        <source>Item &apos;%1&apos; is currently locked and cannot be updated!
+It is held by %2.</source>
+        <translation>Das Item &apos;%1&apos; ist gesperrt und kann nicht geändert werden!
+Die Sperre hält %2.</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program since it was opened.
+
+Reload takes what is stored now, Keep stays with the text in the window, Compare lists what differs.</source>
+        <translation>%1 wurde von einem anderen Programm geändert, seit es geöffnet wurde.
+
+„Neu laden“ nimmt, was jetzt gespeichert ist, „Behalten“ bleibt beim Text im Fenster, „Vergleichen“ zeigt die Unterschiede.</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program since it was opened.
+
+Reload takes what is stored now, Keep stays with the text in the window, Compare lists what differs. It has unsaved changes: after Reload they are lost unless you undo it.</source>
+        <translation>%1 wurde von einem anderen Programm geändert, seit es geöffnet wurde.
+
+„Neu laden“ nimmt, was jetzt gespeichert ist, „Behalten“ bleibt beim Text im Fenster, „Vergleichen“ zeigt die Unterschiede. Es hat ungespeicherte Änderungen: Nach „Neu laden“ sind sie verloren, wenn Sie es nicht rückgängig machen.</translation>
+    </message>
+    <message>
+        <source>%1 is not there any more: another program has deleted or renamed it. Keep leaves its text open, to be saved again; Close asks about that first.</source>
+        <translation>%1 gibt es nicht mehr: Ein anderes Programm hat es gelöscht oder umbenannt. „Behalten“ lässt den Text offen, damit er wieder gespeichert werden kann; „Schließen“ fragt vorher danach.</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program since it was opened. Save it again to replace it.</source>
+        <translation>%1 wurde von einem anderen Programm geändert, seit es geöffnet wurde. Noch einmal speichern, um es zu ersetzen.</translation>
+    </message>
+    <message>
+        <source>%1 was deleted by another program since it was opened. Save it again to make it anew.</source>
+        <translation>%1 wurde von einem anderen Programm gelöscht, seit es geöffnet wurde. Noch einmal speichern, um es neu anzulegen.</translation>
+    </message>
+    <message>
+        <source>%1 was created by another program since it was opened. Save it again to replace it.</source>
+        <translation>%1 wurde von einem anderen Programm angelegt, seit es geöffnet wurde. Noch einmal speichern, um es zu ersetzen.</translation>
+    </message>
+    <message>
+        <source>%1 is read-only. Save it under another name to change it.</source>
+        <translation>%1 ist schreibgeschützt. Unter einem anderen Namen speichern, um es zu ändern.</translation>
+    </message>
+    <message>
+        <source>Document %1 is read-only and cannot be saved. Continue with next document?</source>
+        <translation>Das Dokument %1 ist schreibgeschützt und lässt sich nicht speichern. Mit dem nächsten fortfahren?</translation>
+    </message>
+    <message>
+        <source>Program has not been saved. Do you want
+to save the file, then compile the program?</source>
+        <translation>Das Programm ist nicht gespeichert.
+Speichern und dann kompilieren?</translation>
+    </message>
+    <message>
+        <source>Unable to compile un-saved document! Use Save-As from the File menu to save the document, then compile it.</source>
+        <translation>Ein ungespeichertes Dokument lässt sich nicht kompilieren! Bitte erst mit „Speichern unter“ aus dem Menü Datei speichern.</translation>
+    </message>
+    <message>
+        <source>Unable to compile document saved as a local file!</source>
+        <translation>Ein Dokument, das eine lokale Datei ist, lässt sich nicht kompilieren!</translation>
+    </message>
+    <message>
+        <source>Unable to compile un-saved document! Do you want to save the document, then compile it?</source>
+        <translation>Ein ungespeichertes Dokument lässt sich nicht kompilieren! Speichern und dann kompilieren?</translation>
+    </message>
+    <message>
+        <source>Host does not allow Nib to EXECUTE any utilities. Please enable this feature!</source>
+        <translation>Der Host erlaubt Nib kein EXECUTE. Bitte schalten Sie es frei!</translation>
+    </message>
+    <message>
+        <source>Target label not found!</source>
+        <translation>Die Sprungmarke ist nicht zu finden!</translation>
+    </message>
+    <message>
+        <source>No document is open.</source>
+        <translation>Es ist kein Dokument offen.</translation>
+    </message>
+    <message>
+        <source>No more occurrences of search text found.</source>
+        <translation>Kein weiteres Vorkommen des Suchtextes gefunden.</translation>
+    </message>
+    <message>
+        <source>Search text not found in selection.</source>
+        <translation>Der Suchtext kommt in der Auswahl nicht vor.</translation>
+    </message>
+    <message>
+        <source>Search text not found in any document.</source>
+        <translation>Der Suchtext kommt in keinem Dokument vor.</translation>
+    </message>
+    <message>
+        <source>Search text not found in document.</source>
+        <translation>Der Suchtext kommt im Dokument nicht vor.</translation>
+    </message>
+    <message>
+        <source>Searched past end of document</source>
+        <translation>Über das Ende des Dokuments hinaus gesucht</translation>
+    </message>
+    <message>
+        <source>Search has reached the end of the document. Do you want to continue searching at the beginning?</source>
+        <translation>Die Suche hat das Ende des Dokuments erreicht. Am Anfang weitersuchen?</translation>
+    </message>
+    <message>
+        <source>Search has reached the beginning of the document. Do you want to continue searching at the end?</source>
+        <translation>Die Suche hat den Anfang des Dokuments erreicht. Am Ende weitersuchen?</translation>
+    </message>
+    <message>
+        <source>One occurrence found and bookmarked.</source>
+        <translation>Ein Vorkommen gefunden und mit einem Lesezeichen versehen.</translation>
+    </message>
+    <message>
+        <source>%1 occurrences found and bookmarked.</source>
+        <translation>%1 Vorkommen gefunden und mit Lesezeichen versehen.</translation>
+    </message>
+    <message>
+        <source>%1 occurrences replaced.</source>
+        <translation>%1 Vorkommen ersetzt.</translation>
+    </message>
+    <message>
+        <source>You must restart Nib for he new &quot;host Nib configuration&quot; setting to take effect.</source>
+        <translation>Die neue Einstellung zur NIB-Konfiguration des Hosts gilt erst nach einem Neustart von Nib.</translation>
+    </message>
+    <message>
+        <source>The &quot;min, max, close&quot; setting cannot be changed while any documents are open. Please close all documents and try again.</source>
+        <translation>Die Einstellung der Fensterknöpfe lässt sich nicht ändern, solange Dokumente offen sind. Bitte alle Dokumente schließen und noch einmal versuchen.</translation>
+    </message>
+    <message>
+        <source>Keyword may not contain a comma, semicolon or parenthesis!</source>
+        <translation>Ein Schlüsselwort darf kein Komma, kein Semikolon und keine Klammer enthalten!</translation>
+    </message>
+    <message>
+        <source>Keyword &apos;%1&apos; contains an unexpected character: %2
+Are you sure you want to add this keyword?</source>
+        <translation>Das Schlüsselwort &apos;%1&apos; enthält ein unerwartetes Zeichen: %2
+Trotzdem hinzufügen?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete the recoverable copy of this document?
+
+Once the recoverable copies are deleted, they can no longer be retrieved.</source>
+        <translation>Die Sicherung dieses Dokuments wirklich löschen?
+
+Sind die Sicherungen gelöscht, lassen sie sich nicht mehr wiederherstellen.</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to delete the recoverable copies of these %1 documents?
+
+Once the recoverable copies are deleted, they can no longer be retrieved.</source>
+        <translation>Die Sicherungen dieser %1 Dokumente wirklich löschen?
+
+Sind die Sicherungen gelöscht, lassen sie sich nicht mehr wiederherstellen.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not the path of an item or a file.</source>
+        <translation>&quot;%1&quot; ist kein Pfad eines Items oder einer Datei.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not exist.</source>
+        <translation>&quot;%1&quot; gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>File %1 does not exist in account %2.</source>
+        <translation>Die Datei %1 gibt es im Konto %2 nicht.</translation>
+    </message>
+    <message>
+        <source>Account %1 does not exist on %2.</source>
+        <translation>Das Konto %1 gibt es auf %2 nicht.</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 Bytes</translation>
+    </message>
+    <message>
+        <source>%8 (standard color) %1</source>
+        <translation>%8 (Standardfarbe) %1</translation>
+    </message>
+    <message>
+        <source>%8 (system color) %1</source>
+        <translation>%8 (Systemfarbe) %1</translation>
+    </message>
+    <message>
+        <source>custom color: %1</source>
+        <translation>eigene Farbe: %1</translation>
+    </message>
+    <message>
+        <source>unknown system color %1</source>
+        <translation>unbekannte Systemfarbe %1</translation>
     </message>
 </context>
 <context>
@@ -556,6 +1937,65 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
 </context>
 <context>
+    <name>frmAutoRecover</name>
+    <message>
+        <source>Nib Auto Recover</source>
+        <translation>Nib-Wiederherstellung</translation>
+    </message>
+    <message>
+        <source>Check all documents you want to recover, then click the Recover button. Click Delete to delete recoverable copies.</source>
+        <translation>Haken Sie alle Dokumente an, die wiederhergestellt werden sollen, dann klicken Sie auf „Wiederherstellen“. „Löschen“ löscht die Sicherungen.</translation>
+    </message>
+    <message>
+        <source>Recoverable documents</source>
+        <translation>Wiederherstellbare Dokumente</translation>
+    </message>
+    <message>
+        <source>Document</source>
+        <translation>Dokument</translation>
+    </message>
+    <message>
+        <source>Place</source>
+        <translation>Ort</translation>
+    </message>
+    <message>
+        <source>Lines</source>
+        <translation>Zeilen</translation>
+    </message>
+    <message>
+        <source>Last written</source>
+        <translation>Zuletzt geschrieben</translation>
+    </message>
+    <message>
+        <source>Check all</source>
+        <translation>Alle anhaken</translation>
+    </message>
+    <message>
+        <source>Uncheck all</source>
+        <translation>Keines anhaken</translation>
+    </message>
+    <message>
+        <source>Recover</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Selected documents are opened as new documents from the recoverable copy.</source>
+        <translation>Die angehakten Dokumente werden aus der Sicherung als neue Dokumente geöffnet.</translation>
+    </message>
+    <message>
+        <source>Delete all</source>
+        <translation>Alle löschen</translation>
+    </message>
+    <message>
+        <source>Delete recoverable copies of documents.</source>
+        <translation>Löscht die Sicherungen von Dokumenten.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>frmDocument</name>
     <message>
         <source>Window Menu</source>
@@ -582,7 +2022,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Regular e&amp;xpression</source>
-        <translation>Re&amp;gulärer Ausdruck</translation>
+        <translation>Regulärer Aus&amp;druck</translation>
     </message>
     <message>
         <source>In each line; $1 in the replacement is what the first pair of parentheses found.</source>
@@ -590,11 +2030,11 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>&amp;In Account...</source>
-        <translation>&amp;Im Account...</translation>
+        <translation>&amp;Im Konto...</translation>
     </message>
     <message>
         <source>Searches all items of files of an account</source>
-        <translation>Durchsucht alle Items von Dateien eines Accounts</translation>
+        <translation>Durchsucht alle Items von Dateien eines Kontos</translation>
     </message>
     <message>
         <source>Only one document is open.</source>
@@ -603,6 +2043,78 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>No text is selected.</source>
         <translation>Es ist kein Text ausgewählt.</translation>
+    </message>
+    <message>
+        <source>Fi&amp;nd what:</source>
+        <translation>S&amp;uchen nach:</translation>
+    </message>
+    <message>
+        <source>Re&amp;place with:</source>
+        <translation>Erset&amp;zen durch:</translation>
+    </message>
+    <message>
+        <source>Look in:</source>
+        <translation>Suchen in:</translation>
+    </message>
+    <message>
+        <source>Direction:</source>
+        <translation>Richtung:</translation>
+    </message>
+    <message>
+        <source>Curr&amp;ent document</source>
+        <translation>Dieses Do&amp;kument</translation>
+    </message>
+    <message>
+        <source>All &amp;open documents</source>
+        <translation>Alle &amp;offenen</translation>
+    </message>
+    <message>
+        <source>&amp;Selected text</source>
+        <translation>Auswa&amp;hl</translation>
+    </message>
+    <message>
+        <source>Direction</source>
+        <translation>Richtung</translation>
+    </message>
+    <message>
+        <source>&amp;Up</source>
+        <translation>Au&amp;fwärts</translation>
+    </message>
+    <message>
+        <source>&amp;Down</source>
+        <translation>A&amp;bwärts</translation>
+    </message>
+    <message>
+        <source>Match &amp;case</source>
+        <translation>&amp;Groß/klein beachten</translation>
+    </message>
+    <message>
+        <source>Match &amp;whole word only</source>
+        <translation>Nur ga&amp;nze Wörter</translation>
+    </message>
+    <message>
+        <source>&amp;Find Next</source>
+        <translation>&amp;Weitersuchen</translation>
+    </message>
+    <message>
+        <source>Find &amp;All</source>
+        <translation>&amp;Alle suchen</translation>
+    </message>
+    <message>
+        <source>Book&amp;mark All</source>
+        <translation>Alle &amp;merken</translation>
+    </message>
+    <message>
+        <source>&amp;Replace</source>
+        <translation>&amp;Ersetzen</translation>
+    </message>
+    <message>
+        <source>Replace &amp;All</source>
+        <translation>A&amp;lle ersetzen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -756,11 +2268,11 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>In Account...</source>
-        <translation>Im Account...</translation>
+        <translation>Im Konto...</translation>
     </message>
     <message>
         <source>Searches all items of files of an account</source>
-        <translation>Durchsucht alle Items von Dateien eines Accounts</translation>
+        <translation>Durchsucht alle Items von Dateien eines Kontos</translation>
     </message>
     <message>
         <source>Close (Escape)</source>
@@ -884,6 +2396,17 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
 </context>
 <context>
+    <name>frmProperties</name>
+    <message>
+        <source>Nib Document Properties</source>
+        <translation>Nib-Dokumenteigenschaften</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
+    </message>
+</context>
+<context>
     <name>frmQuickOpen</name>
     <message>
         <source>Quick Open</source>
@@ -951,6 +2474,42 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
         <source>Results</source>
         <translation>Ergebnisse</translation>
     </message>
+    <message>
+        <source>Double-click to edit source line</source>
+        <translation>Ein Doppelklick führt zur Zeile</translation>
+    </message>
+    <message>
+        <source>&amp;Print</source>
+        <translation>&amp;Drucken</translation>
+    </message>
+    <message>
+        <source>Fon&amp;t...</source>
+        <translation>&amp;Schrift...</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Select &amp;All</source>
+        <translation>&amp;Alles auswählen</translation>
+    </message>
+    <message>
+        <source>Select &amp;None</source>
+        <translation>&amp;Nichts auswählen</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
 </context>
 <context>
     <name>frmSettings</name>
@@ -989,6 +2548,50 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Co&amp;nnections...</source>
         <translation>Verbi&amp;ndungen...</translation>
+    </message>
+    <message>
+        <source>Compile</source>
+        <translation>Kompilieren</translation>
+    </message>
+    <message>
+        <source>User-defined comment</source>
+        <translation>Eigener Kommentar</translation>
+    </message>
+    <message>
+        <source>Nib Settings</source>
+        <translation>Nib-Einstellungen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Code Element</source>
+        <translation>Textart</translation>
+    </message>
+    <message>
+        <source>Highlight Color</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Style</source>
+        <translation>Stil</translation>
+    </message>
+    <message>
+        <source>Bold</source>
+        <translation>Fett</translation>
+    </message>
+    <message>
+        <source>Italic</source>
+        <translation>Kursiv</translation>
+    </message>
+    <message>
+        <source>Block indent for reserved keyword</source>
+        <translation>Blockeinrückung des reservierten Schlüsselworts</translation>
+    </message>
+    <message>
+        <source>Block indent for keyword</source>
+        <translation>Blockeinrückung des Schlüsselworts</translation>
     </message>
 </context>
 <context>

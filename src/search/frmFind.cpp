@@ -76,12 +76,12 @@ void frmFind::Build()
     cboFind_->setAccessibleName(tr("Find what"));
     cboFind_->lineEdit()->setAccessibleName(tr("Find what"));
     cboFind_->lineEdit()->setMaxLength(kLongestText);
-    lbFind_ = new QLabel(QStringLiteral("Fi&nd what:"));
+    lbFind_ = new QLabel(tr("Fi&nd what:"));
     lbFind_->setBuddy(cboFind_);
     txtRepl_ = new QLineEdit;
     txtRepl_->setAccessibleName(tr("Replace with"));
     txtRepl_->setMaxLength(kLongestText);
-    lbRepl_ = new QLabel(QStringLiteral("Re&place with:"));
+    lbRepl_ = new QLabel(tr("Re&place with:"));
     lbRepl_->setBuddy(txtRepl_);
     lbState_ = new QLabel;
     lbState_->setTextFormat(Qt::PlainText);
@@ -93,9 +93,8 @@ void frmFind::Build()
     grid->addWidget(lbState_, 1, 1);
     grid->addWidget(lbRepl_, 2, 0);
     grid->addWidget(txtRepl_, 2, 1);
-    const std::pair<QString, QWidget*> rows[] = {{QStringLiteral("Look in:"), BuildLookIn()},
-                                                 {QStringLiteral("Direction") + QLatin1Char(':'), BuildDirection()},
-                                                 {tr("Options:"), BuildRules()}};
+    const std::pair<QString, QWidget*> rows[] = {
+        {tr("Look in:"), BuildLookIn()}, {tr("Direction:"), BuildDirection()}, {tr("Options:"), BuildRules()}};
     for (int row = 3; const auto& [caption, options] : rows) {
         grid->addWidget(new QLabel(caption), row, 0);
         grid->addWidget(options, row++, 1);
@@ -115,11 +114,11 @@ void frmFind::Build()
 QWidget* frmFind::BuildLookIn()
 {
     auto* options = new QWidget;
-    auto* row = RowOf(*options, QStringLiteral("Look in:"));
+    auto* row = RowOf(*options, tr("Look in:"));
     optLookIn_ = new QButtonGroup(this);
-    AddOption(*optLookIn_, static_cast<int>(LookIn::Document), QStringLiteral("Curr&ent document"), *row);
-    AddOption(*optLookIn_, static_cast<int>(LookIn::AllDocuments), QStringLiteral("All &open documents"), *row);
-    AddOption(*optLookIn_, static_cast<int>(LookIn::Selection), QStringLiteral("&Selected text"), *row);
+    AddOption(*optLookIn_, static_cast<int>(LookIn::Document), tr("Curr&ent document"), *row);
+    AddOption(*optLookIn_, static_cast<int>(LookIn::AllDocuments), tr("All &open documents"), *row);
+    AddOption(*optLookIn_, static_cast<int>(LookIn::Selection), tr("&Selected text"), *row);
     row->addStretch(1);
     return options;
 }
@@ -127,10 +126,10 @@ QWidget* frmFind::BuildLookIn()
 QWidget* frmFind::BuildDirection()
 {
     auto* options = new QWidget;
-    auto* row = RowOf(*options, QStringLiteral("Direction"));
+    auto* row = RowOf(*options, tr("Direction"));
     optDirection_ = new QButtonGroup(this);
-    AddOption(*optDirection_, kUp, QStringLiteral("&Up"), *row);
-    AddOption(*optDirection_, kDown, QStringLiteral("&Down"), *row);
+    AddOption(*optDirection_, kUp, tr("&Up"), *row);
+    AddOption(*optDirection_, kDown, tr("&Down"), *row);
     lbDownOnly_ = new QLabel(tr("(text is replaced downwards)"));
     lbDownOnly_->setEnabled(false);
     row->addWidget(lbDownOnly_);
@@ -147,8 +146,8 @@ QWidget* frmFind::BuildRules()
         row->addWidget(box);
         return box;
     };
-    chkMatchCase_ = add(QStringLiteral("Match &case"));
-    chkWholeWord_ = add(QStringLiteral("Match &whole word only"));
+    chkMatchCase_ = add(tr("Match &case"));
+    chkWholeWord_ = add(tr("Match &whole word only"));
     chkRegex_ = add(tr("Regular e&xpression"));
     chkRegex_->setToolTip(tr("In each line; $1 in the replacement is what the first pair of parentheses found."));
     row->addStretch(1);
@@ -166,14 +165,14 @@ QWidget* frmFind::BuildButtons()
         column->addWidget(button);
         return button;
     };
-    cmdFind_ = add(QStringLiteral("&Find Next"));
-    cmdFindAll_ = add(QStringLiteral("Find &All"));
-    cmdBookmark_ = add(QStringLiteral("Book&mark All"));
-    cmdRepl_ = add(QStringLiteral("&Replace"));
-    cmdReplAll_ = add(QStringLiteral("Replace &All"));
+    cmdFind_ = add(tr("&Find Next"));
+    cmdFindAll_ = add(tr("Find &All"));
+    cmdBookmark_ = add(tr("Book&mark All"));
+    cmdRepl_ = add(tr("&Replace"));
+    cmdReplAll_ = add(tr("Replace &All"));
     cmdAccount_ = add(tr("&In Account..."));
     cmdAccount_->setToolTip(tr("Searches all items of files of an account"));
-    cmdCancel_ = add(QStringLiteral("Cancel"));
+    cmdCancel_ = add(tr("Cancel"));
     column->addStretch(1);
     cmdFind_->setDefault(true);
     return side;
@@ -311,7 +310,7 @@ void frmFind::ShowState()
 {
     RefreshFindList();
     const FindDialog& state = engine_.Dialog();
-    setWindowTitle(ToQString(state.Caption()));
+    setWindowTitle(Translated(state.Caption()));
     cboFind_->setEditText(ToQString(state.findText));
     for (QWidget* widget : {static_cast<QWidget*>(lbRepl_), static_cast<QWidget*>(txtRepl_),
                             static_cast<QWidget*>(cmdRepl_), static_cast<QWidget*>(cmdReplAll_)})

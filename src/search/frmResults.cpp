@@ -153,7 +153,7 @@ void frmResults::Build()
     setSizeGripEnabled(false);
     txResults_ = new ListBox(model_);
     txResults_->setAccessibleName(tr("Results"));
-    txResults_->setToolTip(QStringLiteral("Double-click to edit source line"));
+    txResults_->setToolTip(tr("Double-click to edit source line"));
     txResults_->onEnter = [this] { hide(); };
     txResults_->onDoubleClick = [this] { dblClkTimer_.start(kDoubleClickMs); };
     auto* column = new QVBoxLayout(this);
@@ -188,21 +188,20 @@ void frmResults::BuildMenus()
         txResults_->setTextCursor(cursor);
     };
     const Tool tools[] = {
-        {"Print", QStringLiteral("&Print"), QKeySequence(Qt::CTRL | Qt::Key_P),
+        {"Print", tr("&Print"), QKeySequence(Qt::CTRL | Qt::Key_P),
          [this] {
              if (onPrint) onPrint(*this);
          },
          true, true},
-        {"Font", QStringLiteral("Fon&t..."), {}, [this] { ChooseFont(); }, true, false},
-        {"Close", QStringLiteral("&Close"), {}, [this] { hide(); }, true, false},
-        {"Copy", QStringLiteral("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), [this] { txResults_->copy(); }, false,
-         true},
-        {"SelectAll", QStringLiteral("Select &All"), {}, [select] { select(true); }, false, true},
-        {"SelectNone", QStringLiteral("Select &None"), {}, [select] { select(false); }, false, true},
+        {"Font", tr("Fon&t..."), {}, [this] { ChooseFont(); }, true, false},
+        {"Close", tr("&Close"), {}, [this] { hide(); }, true, false},
+        {"Copy", tr("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), [this] { txResults_->copy(); }, false, true},
+        {"SelectAll", tr("Select &All"), {}, [select] { select(true); }, false, true},
+        {"SelectNone", tr("Select &None"), {}, [select] { select(false); }, false, true},
     };
     auto* bar = new QMenuBar(this);
-    QMenu* file = bar->addMenu(QStringLiteral("&File"));
-    QMenu* edit = bar->addMenu(QStringLiteral("&Edit"));
+    QMenu* file = bar->addMenu(tr("&File"));
+    QMenu* edit = bar->addMenu(tr("&Edit"));
     popup_ = new QMenu(this);
     for (const Tool& tool : tools) {
         QAction* action = (tool.file ? file : edit)->addAction(tool.caption);

@@ -71,12 +71,14 @@ struct Outcome {
     bool isChecked = false;
 };
 
-void AddButtons(QMessageBox& box, const MessageBoxPlan& plan, Outcome& outcome)
+using CaptionOf = QString (*)(TextView);
+
+void AddButtons(QMessageBox& box, const MessageBoxPlan& plan, CaptionOf caption, Outcome& outcome)
 {
     outcome.pressed = plan.escapeAnswer;
     for (size_t i = 0; i < plan.buttons.size(); ++i) {
         const MessageBoxButton& row = plan.buttons[i];
-        QPushButton* button = box.addButton(Translated(row.caption), RoleOf(row.meaning));
+        QPushButton* button = box.addButton(caption(row.caption), RoleOf(row.meaning));
         if (i == plan.defaultButton) box.setDefaultButton(button);
         if (row.answer == plan.escapeAnswer) box.setEscapeButton(button);
         QObject::connect(button, &QPushButton::clicked, button,
@@ -84,10 +86,10 @@ void AddButtons(QMessageBox& box, const MessageBoxPlan& plan, Outcome& outcome)
     }
 }
 
-void AddCheckBox(QMessageBox& box, const MessageBoxPlan& plan, Outcome& outcome)
+void AddCheckBox(QMessageBox& box, const MessageBoxPlan& plan, CaptionOf caption, Outcome& outcome)
 {
     if (plan.checkCaption.empty()) return;
-    auto* check = new QCheckBox(ToQString(plan.checkCaption), &box);
+    auto* check = new QCheckBox(caption(plan.checkCaption), &box);
     QObject::connect(check, &QCheckBox::toggled, check, [&outcome](bool checked) { outcome.isChecked = checked; });
     box.setCheckBox(check);
 }
@@ -114,11 +116,15 @@ int32_t QtMessageBoxes::Show(TextView text, int32_t flags, TextView title)
     box->setWindowModality(Qt::ApplicationModal);
     box->setWindowTitle(ToQString(plan.title));
     box->setTextFormat(Qt::PlainText);
-    box->setText(ToQString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+    const QString plain = ToQString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    const auto translated = TranslatedMessage(plain);
+    box->setText(translated.value_or(plain));
+    // A box speaks one language: that of its message.
+    const CaptionOf caption = translated ? Translated : CaptionOf{[](TextView english) { return ToQString(english); }};
     box->setTextInteractionFlags(Qt::TextSelectableByMouse);
     box->setIcon(IconOf(plan.icon));
-    AddButtons(*box, plan, outcome);
-    AddCheckBox(*box, plan, outcome);
+    AddButtons(*box, plan, caption, outcome);
+    AddCheckBox(*box, plan, caption, outcome);
     if (plan.sounds) Beep();
     box->exec();
     delete box.data();

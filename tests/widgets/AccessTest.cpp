@@ -39,22 +39,50 @@ void WhileShown(Show show, const std::set<std::string>& shared = {})
     EXPECT_TRUE(seen);
 }
 
-/// Each form at the usual size of letters and at a large one.
-class FormAccessTest : public RecoveryTest, public testing::WithParamInterface<int> {
+enum class Speaks { English, German, Brackets };
+
+/// In force while it lives.
+struct Language {
+    explicit Language(Speaks language)
+    {
+        if (language == Speaks::German) german.emplace(QLocale(QStringLiteral("de_DE")));
+        if (language == Speaks::Brackets) brackets.emplace();
+    }
+    std::optional<Translations> german;
+    std::optional<Bracketing> brackets;
+};
+
+struct Look {
+    const char* name;
+    int points;
+    Speaks language;
+};
+
+std::string NameOfLook(const testing::TestParamInfo<Look>& info)
+{
+    return info.param.name;
+}
+
+/// Each form at the usual size of letters and at a large one, and in other languages.
+class FormAccessTest : public RecoveryTest, public testing::WithParamInterface<Look> {
 protected:
     FormAccessTest()
     {
         QFont font = usual_;
-        font.setPointSize(GetParam());
+        font.setPointSize(GetParam().points);
         QApplication::setFont(font);
     }
     ~FormAccessTest() override { QApplication::setFont(usual_); }
 
 private:
     const QFont usual_ = QApplication::font();
+    const Language language_{GetParam().language};
 };
 
-INSTANTIATE_TEST_SUITE_P(Points, FormAccessTest, testing::Values(10, 14), testing::PrintToStringParamName());
+INSTANTIATE_TEST_SUITE_P(Looks, FormAccessTest,
+                         testing::Values(Look{"Usual", 10, Speaks::English}, Look{"Large", 14, Speaks::English},
+                                         Look{"German", 10, Speaks::German}, Look{"Brackets", 10, Speaks::Brackets}),
+                         NameOfLook);
 
 TEST_P(FormAccessTest, SettingsPages)
 {
@@ -70,7 +98,8 @@ TEST_P(FormAccessTest, SettingsPages)
         frmSettings form(model, nullptr, [](QWidget*) {});
         form.ShowPage(page);
         form.show();
-        ExpectAccessible(form, shared[page - 1]);
+        const bool german = GetParam().language == Speaks::German;
+        ExpectAccessible(form, german ? std::set<std::string>() : shared[page - 1]);
     }
 }
 
@@ -145,7 +174,7 @@ TEST_P(FormAccessTest, SmallDialogs)
     for (int32_t flags : {kOk, kOkCancel, kYesNo | kCheckBox, kYesNoCancel, kYesAllNo, kYesAllNoCancel | kCheckBox,
                           kAbortRetryIgnore}) {
         QtMessageBoxes boxes;
-        WhileShown([&] { boxes.Show(u"Text", flags | kExtended, u""); });
+        WhileShown([&] { boxes.Show(u"No document is open.", flags | kExtended, u""); });
     }
     HelpWindow help;
     help.ShowHelp();
@@ -155,6 +184,45 @@ TEST_P(FormAccessTest, SmallDialogs)
     EXPECT_TRUE(notice.GoOn(std::chrono::seconds(2)));
     ExpectAccessible(*QApplication::activeModalWidget());
     notice.Ended();
+}
+
+/// Every menu in a language: access keys of its own for each entry, and nothing that is not translated.
+void ExpectMenus(const QWidget& holder, bool brackets)
+{
+    std::map<QString, QString> keys;
+    for (const QAction* action : holder.actions()) {
+        if (action->isSeparator() || !action->isVisible()) continue;
+        const QString caption = action->text().section(QLatin1Char('\t'), 0, 0);
+        if (brackets) {
+            EXPECT_FALSE(IsBare(caption) || IsBare(action->toolTip())) << caption.toStdString();
+        }
+        const QString key = AccessKeyOf(caption);
+        if (key.isEmpty() || qobject_cast<const QToolBar*>(&holder)) continue;
+        const auto [other, first] = keys.emplace(key, caption);
+        EXPECT_TRUE(first) << caption.toStdString() << " and " << other->second.toStdString();
+    }
+}
+
+TEST(LanguageTest, MenusBarsAndPanels)
+{
+    for (Speaks speaks : {Speaks::German, Speaks::Brackets}) {
+        const Language language(speaks);
+        struct Frame final : FrameFixture {
+            void TestBody() override {}
+            using FrameFixture::SetUp;
+            using FrameFixture::TearDown;
+        } t;
+        t.SetUp();
+        t.New(2);
+        const bool brackets = speaks == Speaks::Brackets;
+        ExpectMenus(*t.frame.menuBar(), brackets);
+        for (const QMenu* menu : t.frame.findChildren<QMenu*>())
+            if (!menu->menuAction()->objectName().isEmpty() || menu->parent() == &t.frame) ExpectMenus(*menu, brackets);
+        for (const QToolBar* bar : t.frame.findChildren<QToolBar*>()) ExpectMenus(*bar, brackets);
+        for (const QLabel* panel : t.frame.statusBar()->findChildren<QLabel*>())
+            for (const QString& text : TextsOf(*panel)) EXPECT_FALSE(brackets && IsBare(text)) << text.toStdString();
+        t.TearDown();
+    }
 }
 
 struct FrameAccessTest : FrameFixture {

@@ -44,7 +44,7 @@ TEST(Icons, AreDrawnInEachSizeOnNothing)
     }
 }
 
-TEST(Translations, OneOfOursInTheUsersLanguageAndFixedTextsAsTheyAre)
+TEST(Translations, OneOfOursInTheUsersLanguageAndNamesAsTheyAre)
 {
     struct Case {
         const char* locale;
@@ -59,9 +59,28 @@ TEST(Translations, OneOfOursInTheUsersLanguageAndFixedTextsAsTheyAre)
         const Translations translations{QLocale(QLatin1String(row.locale))};
         EXPECT_EQ(Translated(u"&Open"), QString::fromUtf8(row.open)) << row.locale;
         EXPECT_EQ(QCoreApplication::translate("Printing", "Preview"), QString::fromUtf8(row.preview)) << row.locale;
-        for (TextView fixed : {u"&Yes", u"Save changes?", u"\u00d6"}) EXPECT_EQ(Translated(fixed), ToQString(fixed));
+        for (TextView name : {u"BP INVOICE", u"\u00d6"}) EXPECT_EQ(Translated(name), ToQString(name));
     }
     EXPECT_EQ(Translated(u"&Open"), QStringLiteral("&Open")) << "the language goes with the object";
+}
+
+TEST(Translations, MessagesKeepTheirNamesAndAreWholeOrNotAtAll)
+{
+    const Translations translations{QLocale(QStringLiteral("de_DE"))};
+    struct Case {
+        const char* message;
+        const char* translated; ///< null: it stays as it is
+    };
+    for (const Case& row : {Case{"Save changes to BP %2 ?", "\u00c4nderungen an BP %2 speichern?"},
+                            {"The following error has occurred:\nFile Yes does not exist in account %1.",
+                             "Es ist ein Fehler aufgetreten:\nDie Datei Yes gibt es im Konto %1 nicht."},
+                            {"The following error has occurred:\nNobody knows.", nullptr},
+                            {"Save changes?", nullptr},
+                            {"Ln 12, Col 3", "Z 12, Sp 3"}}) {
+        const auto translated = TranslatedMessage(QString::fromUtf8(row.message));
+        EXPECT_EQ(translated.has_value(), row.translated != nullptr) << row.message;
+        if (translated && row.translated) EXPECT_EQ(*translated, QString::fromUtf8(row.translated));
+    }
 }
 
 } // namespace nib::test::widget_resources_test

@@ -52,7 +52,7 @@ frmItemPicker::frmItemPicker(PickerModel& model, ItemBrowser& browser, QWidget* 
     : QDialog(owner), model_(model), items_(new PickerItemModel(model.List(), this)),
       places_(new PlaceTreeModel(browser, this)), edit_(std::move(edit))
 {
-    setWindowTitle(ToQString(model.Request().mode));
+    setWindowTitle(Translated(model.Request().mode));
     setSizeGripEnabled(true);
     auto* split = new QSplitter(Qt::Horizontal);
     split->setChildrenCollapsible(false);

@@ -46,21 +46,20 @@ void ShowOutlines(QTreeWidget& list)
 
 frmAutoRecover::frmAutoRecover(modAutoRecover& recovery) : list_(recovery)
 {
-    setWindowTitle(QStringLiteral("Nib Auto Recover"));
+    setWindowTitle(tr("Nib Auto Recover"));
     Build();
     Connect();
 }
 
 void frmAutoRecover::Build()
 {
-    whatToDo_ = new QLabel(
-        QStringLiteral("Check all documents you want to recover, then click the Recover button. Click Delete to delete "
-                       "recoverable copies."));
+    whatToDo_ =
+        new QLabel(tr("Check all documents you want to recover, then click the Recover button. Click Delete to delete "
+                      "recoverable copies."));
     whatToDo_->setWordWrap(true);
-    caption_ = new QLabel(QStringLiteral("Recoverable documents"));
+    caption_ = new QLabel(tr("Recoverable documents"));
     lstDocuments_ = new QTreeWidget;
-    lstDocuments_->setHeaderLabels(
-        {QStringLiteral("Document"), QStringLiteral("Place"), QStringLiteral("Lines"), QStringLiteral("Last written")});
+    lstDocuments_->setHeaderLabels({tr("Document"), tr("Place"), tr("Lines"), tr("Last written")});
     lstDocuments_->setRootIsDecorated(false);
     lstDocuments_->setAllColumnsShowFocus(true);
     lstDocuments_->setTabKeyNavigation(false);
@@ -71,15 +70,14 @@ void frmAutoRecover::Build()
     lstDocuments_->header()->setStretchLastSection(true);
     lstDocuments_->setMinimumSize(fontMetrics().averageCharWidth() * kListChars,
                                   fontMetrics().lineSpacing() * kListRows);
-    cmdSelect_ = new QPushButton(QStringLiteral("Check all"));
-    cmdUnselect_ = new QPushButton(QStringLiteral("Uncheck all"));
-    cmdRecover_ = new QPushButton(QStringLiteral("Recover"));
-    cmdRecover_->setToolTip(
-        QStringLiteral("Selected documents are opened as new documents from the recoverable copy."));
+    cmdSelect_ = new QPushButton(tr("Check all"));
+    cmdUnselect_ = new QPushButton(tr("Uncheck all"));
+    cmdRecover_ = new QPushButton(tr("Recover"));
+    cmdRecover_->setToolTip(tr("Selected documents are opened as new documents from the recoverable copy."));
     cmdRecover_->setDefault(true);
-    cmdDelete_ = new QPushButton(QStringLiteral("Delete all"));
-    cmdDelete_->setToolTip(QStringLiteral("Delete recoverable copies of documents."));
-    cmdCancel_ = new QPushButton(QStringLiteral("Cancel"));
+    cmdDelete_ = new QPushButton(tr("Delete all"));
+    cmdDelete_->setToolTip(tr("Delete recoverable copies of documents."));
+    cmdCancel_ = new QPushButton(tr("Cancel"));
 
     auto* checks = new QHBoxLayout;
     checks->addWidget(cmdSelect_);

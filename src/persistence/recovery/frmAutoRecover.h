@@ -1,6 +1,7 @@
 #pragma once
 #include "persistence/recovery/RecoveryList.h"
 
+#include <QCoreApplication>
 #include <QDialog>
 
 class QLabel;
@@ -11,6 +12,7 @@ namespace nib {
 
 /// Offers the documents that an earlier session left behind. Made when there are some, for one call.
 class frmAutoRecover final : public QDialog {
+    Q_DECLARE_TR_FUNCTIONS(frmAutoRecover)
 public:
     explicit frmAutoRecover(modAutoRecover& recovery);
 

@@ -28,6 +28,9 @@ inline constexpr TextView kHostNote =
     u"\u2020 Setting was loaded from the NIB configuration file on the host.  Changes "
     u"to this setting will not be saved.";
 
+/// Behind the caption of what the host governs.
+inline constexpr TextView kHostMark = u" \u2020";
+
 /// A check box that stands for one switch of the settings.
 struct SettingSwitch {
     TextView name;

@@ -143,7 +143,7 @@ Text SettingsModel::Caption(TextView control) const
                             [&](const SettingCaption& candidate) { return candidate.name == control; });
     if (row == std::end(kSettingCaptions)) return {};
     Text caption(row->caption);
-    if (row->fixedByHost && clone_.*row->fixedByHost) caption += u" \u2020";
+    if (row->fixedByHost && clone_.*row->fixedByHost) caption += kHostMark;
     return caption;
 }
 

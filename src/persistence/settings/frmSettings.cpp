@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QFontDatabase>
 #include <QFontDialog>
 #include <QFormLayout>
 #include <QGridLayout>
@@ -153,17 +154,35 @@ QGroupBox* GeneralPage::BuildFont()
     return frame;
 }
 
+namespace {
+
+/// What texts are painted in, which the first style of the list need not be.
+QString UprightStyle(const QString& family)
+{
+    for (const QString& style : QFontDatabase::styles(family)) {
+        const QFont font = QFontDatabase::font(family, style, 10);
+        if (font.style() == QFont::StyleNormal && font.weight() == QFont::Normal) return style;
+    }
+    return {};
+}
+
+} // namespace
+
 void GeneralPage::ChooseFont()
 {
     MvEdit& settings = model_.Clone();
     QFont font(ToQString(settings.FontName));
     if (double points = ToQString(settings.FontSize).toDouble(); points >= 1) font.setPointSizeF(points);
-    QFontDialog::FontDialogOptions options;
-    // Some desktops list fonts their own way and leave the filter aside.
-    if (settings.FontMono) options = QFontDialog::MonospacedFonts | QFontDialog::DontUseNativeDialog;
-    bool chosen = false;
-    font = QFontDialog::getFont(&chosen, font, this, tr("Font"), options);
-    if (!chosen) return;
+    font.setStyleName(UprightStyle(font.family()));
+    QFontDialog dialog(font, this);
+    dialog.setWindowTitle(tr("Font"));
+    // Some desktops list fonts their own way, leave the filter aside and offer what does not count here.
+    dialog.setOption(QFontDialog::DontUseNativeDialog);
+    dialog.setOption(QFontDialog::MonospacedFonts, settings.FontMono);
+    dialog.setCurrentFont(font);
+    for (const QCheckBox* effect : dialog.findChildren<QCheckBox*>()) effect->parentWidget()->hide();
+    if (dialog.exec() != QDialog::Accepted) return;
+    font = dialog.selectedFont();
     settings.FontName = ToText(font.family());
     settings.FontSize = ToText(QString::number(font.pointSizeF()));
     ShowFont();
@@ -197,7 +216,7 @@ ToolsPage::ToolsPage(SettingsModel& model, std::function<void()> changed) : mode
 
 QGroupBox* ToolsPage::BuildCompile()
 {
-    auto* frame = new QGroupBox(QStringLiteral("Compile"));
+    auto* frame = new QGroupBox(tr("Compile"));
     auto* inner = new QGroupBox(QStringLiteral("BASIC"));
     inner->setAccessibleName(inner->title()); // Qt would call it by the frame's
     (new QVBoxLayout(frame))->addWidget(inner);
@@ -238,7 +257,7 @@ QGroupBox* ToolsPage::BuildFormat()
 
 QGroupBox* ToolsPage::BuildUserComment()
 {
-    auto* frame = new QGroupBox(QStringLiteral("User-defined comment"));
+    auto* frame = new QGroupBox(tr("User-defined comment"));
     auto* row = new QHBoxLayout(frame);
     QLineEdit* prefix =
         BuildLine(model_.UserPrefix(), [this](const QString& text) { model_.SetUserPrefix(ViewOf(text)); });
@@ -276,13 +295,13 @@ bool frmSettings::ShowSettings(SettingsModel& model, QWidget* owner, int32_t pag
 frmSettings::frmSettings(SettingsModel& model, QWidget* owner, std::function<void(QWidget*)> connections)
     : QDialog(owner), model_(model)
 {
-    setWindowTitle(QStringLiteral("Nib Settings"));
+    setWindowTitle(tr("Nib Settings"));
     auto* column = new QVBoxLayout(this);
     tabStrip_ = new QTabWidget;
     tabStrip_->setObjectName(QStringLiteral("TabStrip"));
     column->addWidget(tabStrip_, 1);
     BuildTabs(std::move(connections));
-    lbHostNote_ = new QLabel(ToQString(kHostNote));
+    lbHostNote_ = new QLabel(Translated(kHostNote));
     lbHostNote_->setObjectName(QStringLiteral("lbHostNote"));
     lbHostNote_->setWordWrap(true);
     // Its room is kept while it is away, so that the pages do not jump.
@@ -293,7 +312,7 @@ frmSettings::frmSettings(SettingsModel& model, QWidget* owner, std::function<voi
     column->addWidget(lbHostNote_);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     buttons->button(QDialogButtonBox::Ok)->setText(tr("OK"));
-    buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("Cancel"));
+    buttons->button(QDialogButtonBox::Cancel)->setText(tr("Cancel"));
     column->addWidget(buttons);
     // Once it is in the dialog, which else would not know of it.
     buttons->button(QDialogButtonBox::Ok)->setDefault(true);
@@ -317,7 +336,7 @@ void frmSettings::BuildTabs(std::function<void(QWidget*)> connections)
         auto* room = new QVBoxLayout(panel);
         room->addWidget(i < std::size(pages) ? pages[i] : keywords_);
         if (i < std::size(pages)) room->setContentsMargins(0, 0, 0, 0);
-        tabStrip_->addTab(panel, ToQString(kSettingsTabs[i].caption));
+        tabStrip_->addTab(panel, Translated(kSettingsTabs[i].caption));
     }
     connect(tabStrip_, &QTabWidget::currentChanged, this, &frmSettings::PageShown);
 }

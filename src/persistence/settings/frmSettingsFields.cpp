@@ -67,7 +67,10 @@ QStandardItem* HeadingItem(const QString& name, const QFont& font)
 
 QString CaptionOf(const SettingsModel& model, TextView control)
 {
-    return ToQString(model.Caption(control));
+    // The mark of what the host governs stands behind the caption.
+    const Text caption = model.Caption(control);
+    const size_t end = caption.ends_with(kHostMark) ? caption.size() - kHostMark.size() : caption.size();
+    return Translated(TextView(caption).substr(0, end)) + ToQString(TextView(caption).substr(end));
 }
 
 QString SpokenName(QString caption)
@@ -105,7 +108,7 @@ QGroupBox* BuildOptions(const SettingsModel& model, TextView control, std::span<
     auto* row = new QHBoxLayout(box);
     auto* group = new QButtonGroup(box);
     for (TextView caption : captions) {
-        auto* option = new QRadioButton(ToQString(caption));
+        auto* option = new QRadioButton(Translated(caption));
         option->setAccessibleDescription(box->accessibleName());
         group->addButton(option, static_cast<int>(group->buttons().size()));
         row->addWidget(option);
@@ -167,7 +170,7 @@ void ColorCombo::Fill()
     QColor frame = palette().color(QPalette::WindowText);
     auto* items = new QStandardItemModel(this);
     for (const ColorRow& row : rows_) {
-        QString name = ToQString(row.name);
+        QString name = Translated(row.name);
         if (color_row::IsHeading(row.value)) {
             items->appendRow(HeadingItem(name, font()));
             continue;
@@ -198,7 +201,8 @@ void ColorCombo::SetValue(int32_t value)
 void ColorCombo::ShowPreview()
 {
     if (!preview_) return;
-    QString tip = ToQString(ColorTip(value_, ColorsOf(palette())));
+    const QString plain = ToQString(ColorTip(value_, ColorsOf(palette())));
+    const QString tip = TranslatedMessage(plain).value_or(plain);
     preview_->setToolTip(tip);
     preview_->setAccessibleName(tip);
     setAccessibleDescription(tip);

@@ -85,9 +85,9 @@ HighlightPage::HighlightPage(SettingsModel& model) : model_(model)
 {
     auto* column = new QVBoxLayout(this);
     auto* grid = new QGridLayout;
-    grid->addWidget(Heading(QStringLiteral("Code Element")), 0, 0);
-    grid->addWidget(Heading(QStringLiteral("Highlight Color")), 0, 1, 1, 2);
-    grid->addWidget(Heading(QStringLiteral("Style")), 0, 3, 1, 2);
+    grid->addWidget(Heading(StylePreview::tr("Code Element")), 0, 0);
+    grid->addWidget(Heading(StylePreview::tr("Highlight Color")), 0, 1, 1, 2);
+    grid->addWidget(Heading(StylePreview::tr("Style")), 0, 3, 1, 2);
     for (const HighlightRow& setting : kHighlightRows) AddRow(*grid, setting);
     grid->setColumnStretch(1, 1);
     column->addLayout(grid);
@@ -110,7 +110,7 @@ HighlightPage::HighlightPage(SettingsModel& model) : model_(model)
 void HighlightPage::AddRow(QGridLayout& grid, const HighlightRow& setting)
 {
     const QString number = QString::number(rows_.size());
-    const QString caption = ToQString(setting.caption);
+    const QString caption = Translated(setting.caption);
     int line = grid.rowCount();
     Row row;
     row.cbColor = new ColorCombo([this, color = setting.color](int32_t value) {
@@ -131,8 +131,8 @@ void HighlightPage::AddRow(QGridLayout& grid, const HighlightRow& setting)
     grid.addWidget(row.cbColor, line, 1);
     grid.addWidget(swatch, line, 2);
     if (setting.style) {
-        row.chkBold = AddStyle(setting, QStringLiteral("Bold"), u"chkBold", token_style::kBold);
-        row.chkItalic = AddStyle(setting, QStringLiteral("Italic"), u"chkItalic", token_style::kItalic);
+        row.chkBold = AddStyle(setting, StylePreview::tr("Bold"), u"chkBold", token_style::kBold);
+        row.chkItalic = AddStyle(setting, StylePreview::tr("Italic"), u"chkItalic", token_style::kItalic);
         grid.addWidget(row.chkBold, line, 3);
         grid.addWidget(row.chkItalic, line, 4);
         row.lblHard = new QLabel(StylePreview::tr("Hard to read"));
@@ -149,7 +149,7 @@ QCheckBox* HighlightPage::AddStyle(const HighlightRow& setting, const QString& c
 {
     auto* box = new QCheckBox(caption);
     box->setObjectName(ToQString(name) + QString::number(rows_.size()));
-    box->setAccessibleName(ToQString(setting.caption) + QLatin1String(", ") + caption);
+    box->setAccessibleName(Translated(setting.caption) + QLatin1String(", ") + caption);
     connect(box, &QCheckBox::clicked, this, [this, style = setting.style, bit](bool on) {
         int16_t& bits = model_.Clone().*style;
         bits = static_cast<int16_t>(on ? bits | bit : bits & ~bit);

@@ -187,8 +187,7 @@ void KeywordsPage::ShowWord()
 {
     Text word = Typed();
     KeywordState state = model_.StateOf(word, class_);
-    frBlock_->setTitle(state.reserved ? QStringLiteral("Block indent for reserved keyword")
-                                      : QStringLiteral("Block indent for keyword"));
+    frBlock_->setTitle(state.reserved ? tr("Block indent for reserved keyword") : tr("Block indent for keyword"));
     if (state.listed || state.reserved)
         ShowChoice(state.choice, state.reserved);
     else

@@ -1,10 +1,11 @@
 #include "platform/qt/QtText.h"
 
-#include <QCoreApplication>
-#include <QLibraryInfo>
+#include "platform/qt/ShownTexts.h"
 
-#include <algorithm>
-#include <iterator>
+#include <QCoreApplication>
+#include <QHash>
+#include <QLibraryInfo>
+#include <QSet>
 
 // Outside of any namespace: the macro declares a function of the resource compiler.
 static void LoadTranslationsResource()
@@ -15,70 +16,6 @@ static void LoadTranslationsResource()
 namespace nib {
 
 namespace {
-
-/// The logic knows no translator; what it says and what is not fixed is gathered here.
-constexpr const char* kTexts[] = {
-    // buttons of message boxes
-    QT_TRANSLATE_NOOP("Logic", "OK"),
-    QT_TRANSLATE_NOOP("Logic", "Cancel"),
-    QT_TRANSLATE_NOOP("Logic", "&Abort"),
-    QT_TRANSLATE_NOOP("Logic", "&Retry"),
-    QT_TRANSLATE_NOOP("Logic", "&Ignore"),
-    QT_TRANSLATE_NOOP("Logic", "&Try Again"),
-    QT_TRANSLATE_NOOP("Logic", "&Continue"),
-    QT_TRANSLATE_NOOP("Logic", "&Reload"),
-    QT_TRANSLATE_NOOP("Logic", "&Keep"),
-    QT_TRANSLATE_NOOP("Logic", "C&ompare"),
-    QT_TRANSLATE_NOOP("Logic", "C&lose"),
-    // panels of the status bar
-    QT_TRANSLATE_NOOP("Logic", "Account and connection"),
-    QT_TRANSLATE_NOOP("Logic", "Lock of the item"),
-    QT_TRANSLATE_NOOP("Logic", "Character set"),
-    QT_TRANSLATE_NOOP("Logic", "Line ends"),
-    QT_TRANSLATE_NOOP("Logic", "Dialect of programs"),
-    QT_TRANSLATE_NOOP("Logic", "No dialect"),
-    QT_TRANSLATE_NOOP("Logic", "Locked here"),
-    QT_TRANSLATE_NOOP("Logic", "Not locked"),
-    QT_TRANSLATE_NOOP("Logic", "Read only"),
-    QT_TRANSLATE_NOOP("Logic", "LF, mixed"),
-    QT_TRANSLATE_NOOP("Logic", "CR LF, mixed"),
-    QT_TRANSLATE_NOOP("Logic", "CR, mixed"),
-    // the search
-    QT_TRANSLATE_NOOP("Logic", "There is no such escape."),
-    QT_TRANSLATE_NOOP("Logic", "There is no such class of characters."),
-    QT_TRANSLATE_NOOP("Logic", "A parenthesis has no partner."),
-    QT_TRANSLATE_NOOP("Logic", "The number is too large."),
-    QT_TRANSLATE_NOOP("Logic", "Braces hold one number, or two with a comma."),
-    QT_TRANSLATE_NOOP("Logic", "The larger number stands before the smaller one."),
-    QT_TRANSLATE_NOOP("Logic", "There is no such group."),
-    QT_TRANSLATE_NOOP("Logic", "What is looked for behind must have a greatest length."),
-    QT_TRANSLATE_NOOP("Logic", "A bracket has no partner."),
-    QT_TRANSLATE_NOOP("Logic", "The range begins behind its end."),
-    QT_TRANSLATE_NOOP("Logic", "The expression is too large."),
-    QT_TRANSLATE_NOOP("Logic", "The expression is not understood here."),
-    QT_TRANSLATE_NOOP("Logic", "The search was stopped: the expression takes too much time."),
-    QT_TRANSLATE_NOOP("Logic", "The search was stopped: the expression needs too much memory."),
-    // the picker
-    QT_TRANSLATE_NOOP("Logic", "&Open"),
-    QT_TRANSLATE_NOOP("Logic", "&Save"),
-    QT_TRANSLATE_NOOP("Logic", "&Export"),
-    QT_TRANSLATE_NOOP("Logic", "I&mport"),
-    QT_TRANSLATE_NOOP("Logic", "It cannot be read."),
-    QT_TRANSLATE_NOOP("Logic", "No name matches the filter."),
-    QT_TRANSLATE_NOOP("Logic", "Nothing here."),
-    QT_TRANSLATE_NOOP("Logic", "Only hidden files here."),
-    QT_TRANSLATE_NOOP("Logic", "Select one place to go into, or the items to open."),
-    // the start page
-    QT_TRANSLATE_NOOP("Logic", "Open an item or a file"),
-    QT_TRANSLATE_NOOP("Logic", "New document"),
-    QT_TRANSLATE_NOOP("Logic", "Open DEMO"),
-    QT_TRANSLATE_NOOP("Logic", "the sample account"),
-    QT_TRANSLATE_NOOP("Logic", "Open the last session"),
-    QT_TRANSLATE_NOOP("Logic", "Open a program, change it, save it"),
-    QT_TRANSLATE_NOOP("Logic", "See what is wrong while you type, then compile"),
-    QT_TRANSLATE_NOOP("Logic", "Find a name in all programs of an account"),
-    QT_TRANSLATE_NOOP("Logic", "The first hour: a guide"),
-};
 
 /// The first of the user's languages that there is a file for. The texts in the source are English, so whoever would
 /// rather read English than a later language of the list gets it.
@@ -93,6 +30,30 @@ void Install(QTranslator& translator, const QLocale& locale, const QString& fold
     }
 }
 
+constexpr QChar kHolder = u'%';
+constexpr QChar kSentence = u'9';
+constexpr QChar kCaption = u'8';
+
+/// What stands in a message for the place holders of its pattern; nothing for a message of another kind.
+std::optional<QHash<QChar, QString>> ValuesOf(QStringView pattern, QStringView text)
+{
+    QHash<QChar, QString> values;
+    for (;;) {
+        const qsizetype at = pattern.indexOf(kHolder);
+        if (at < 0) return text == pattern ? std::optional(values) : std::nullopt;
+        if (!text.startsWith(pattern.left(at))) return std::nullopt;
+        const QChar number = pattern[at + 1];
+        text = text.mid(at);
+        pattern = pattern.mid(at + 2);
+        const qsizetype next = pattern.indexOf(kHolder);
+        const QStringView behind = next < 0 ? pattern : pattern.left(next);
+        const qsizetype end = next < 0 ? text.size() - behind.size() : text.indexOf(behind);
+        if (end < 0) return std::nullopt;
+        values.insert(number, text.left(end).toString());
+        text = text.mid(end);
+    }
+}
+
 } // namespace
 
 QColor ToColor(TextView name)
@@ -103,10 +64,36 @@ QColor ToColor(TextView name)
 
 QString Translated(TextView text)
 {
+    static const QSet<QString> known = [] {
+        QSet<QString> all;
+        for (const char* entry : kCaptionTexts) all.insert(QString::fromUtf8(entry));
+        return all;
+    }();
     const QString plain = ToQString(text);
-    const bool known = std::any_of(std::begin(kTexts), std::end(kTexts),
-                                   [&](const char* entry) { return plain == QLatin1String(entry); });
-    return known ? QCoreApplication::translate("Logic", plain.toLatin1().constData()) : plain;
+    return known.contains(plain) ? QCoreApplication::translate("Logic", plain.toUtf8().constData()) : plain;
+}
+
+std::optional<QString> TranslatedMessage(const QString& text)
+{
+    for (const char* entry : kMessageTexts) {
+        const auto found = ValuesOf(QString::fromUtf8(entry), text);
+        if (!found) continue;
+        QString message = QCoreApplication::translate("Message", entry);
+        // From behind: a value may look like a place holder itself.
+        for (qsizetype at = message.lastIndexOf(kHolder); at >= 0; at = message.lastIndexOf(kHolder, at - 1)) {
+            const QChar number = at + 1 < message.size() ? message[at + 1] : QChar();
+            const auto value = found->constFind(number);
+            if (value == found->constEnd()) continue;
+            const auto inner = number == kSentence  ? TranslatedMessage(*value)
+                               : number == kCaption ? std::optional(Translated(ViewOf(*value)))
+                                                    : std::optional(*value);
+            if (!inner) return std::nullopt;
+            message.replace(at, 2, *inner);
+            if (at == 0) break;
+        }
+        return message;
+    }
+    return std::nullopt;
 }
 
 Translations::Translations(const QLocale& locale)

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QTranslator>
 
+#include <optional>
+
 namespace nib {
 
 inline QString ToQString(TextView text)
@@ -38,6 +40,8 @@ QColor ToColor(TextView name);
 /// A text that the logic has made, in the user's language where it is one that may be translated; all others as they
 /// are.
 QString Translated(TextView text);
+/// The same for a message with names and numbers in it; nothing where it, or a message in it, cannot be translated.
+std::optional<QString> TranslatedMessage(const QString& text);
 
 /// The user's language for the texts of the program that may be translated, and for Qt's own dialogs. In force while it
 /// lives, for windows that are made afterwards.

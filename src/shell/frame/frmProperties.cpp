@@ -10,17 +10,29 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <iterator>
+
 namespace nib {
 
 namespace {
 
 constexpr int kButtons = 24; ///< in characters
 
+/// Names stay as they are, whatever they read like.
+QString ShownValue(const PropertyRow& row)
+{
+    constexpr TextView words[] = {u"Modified", u"Read only", u"Lock", u"Line ends", u"Stored size"};
+    const QString plain = ToQString(row.value);
+    if (std::find(std::begin(words), std::end(words), row.name) == std::end(words)) return plain;
+    return TranslatedMessage(plain).value_or(Translated(row.value));
+}
+
 } // namespace
 
 frmProperties::frmProperties(QWidget* owner) : QDialog(owner)
 {
-    setWindowTitle(QStringLiteral("Nib Document Properties"));
+    setWindowTitle(tr("Nib Document Properties"));
     auto* column = new QVBoxLayout(this);
     rows_ = new QFormLayout;
     rows_->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
@@ -28,7 +40,7 @@ frmProperties::frmProperties(QWidget* owner) : QDialog(owner)
     column->addLayout(rows_);
     column->addStretch(1);
     auto* buttons = new QDialogButtonBox;
-    cmdClose_ = buttons->addButton(QStringLiteral("&Close"), QDialogButtonBox::RejectRole);
+    cmdClose_ = buttons->addButton(tr("&Close"), QDialogButtonBox::RejectRole);
     cmdClose_->setDefault(true);
     column->addWidget(buttons);
     connect(cmdClose_, &QPushButton::clicked, this, &frmProperties::reject);
@@ -36,9 +48,9 @@ frmProperties::frmProperties(QWidget* owner) : QDialog(owner)
 
 void frmProperties::AddRow(const PropertyRow& row)
 {
-    auto* name = new QLabel(ToQString(row.name));
-    auto* value = new ElidedValue(ToQString(row.value));
-    value->setAccessibleName(ToQString(row.name));
+    auto* name = new QLabel(Translated(row.name));
+    auto* value = new ElidedValue(ShownValue(row));
+    value->setAccessibleName(Translated(row.name));
     rows_->addRow(name, value);
     setTabOrder(value, cmdClose_);
 }

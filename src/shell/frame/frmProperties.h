@@ -1,4 +1,5 @@
 #pragma once
+#include <QCoreApplication>
 #include <QDialog>
 
 class QFormLayout;
@@ -13,6 +14,7 @@ struct PropertyRow;
 
 /// Shows the facts of one document; each value can be selected and copied.
 class frmProperties final : public QDialog {
+    Q_DECLARE_TR_FUNCTIONS(frmProperties)
 public:
     explicit frmProperties(QWidget* owner = nullptr);
 

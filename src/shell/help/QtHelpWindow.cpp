@@ -367,7 +367,7 @@ void ShowAboutBox(QWidget* owner)
     licences->setTabChangesFocus(true);
     licences->setMinimumSize(box.fontMetrics().averageCharWidth() * 72, box.fontMetrics().height() * 15);
     auto* buttons = new QDialogButtonBox;
-    QPushButton* close = buttons->addButton(QStringLiteral("&Close"), QDialogButtonBox::RejectRole);
+    QPushButton* close = buttons->addButton(Texts::tr("&Close"), QDialogButtonBox::RejectRole);
     close->setDefault(true);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &box, &QDialog::reject);
 

@@ -41,9 +41,10 @@ void UseIconTheme()
     const QString dark = QStringLiteral("breeze-dark");
     const QString& fitting = DarkPalette() ? dark : light;
     QIcon::setFallbackThemeName(fitting);
+    // The desktop's own set goes with the program's icons in few cases; this one does, and is whole at every size.
     const QString current = QIcon::themeName();
-    if (current.isEmpty() || current == QLatin1String("hicolor") || current == light || current == dark)
-        QIcon::setThemeName(fitting);
+    QIcon::setThemeName(fitting);
+    if (!QIcon::hasThemeIcon(QStringLiteral("document-new"))) QIcon::setThemeName(current);
 }
 
 void LetScroll(QMenu& menu)
@@ -62,12 +63,12 @@ QIcon ToolIcon(TextView name)
 namespace {
 
 /// A caption without the marks of its access key.
-QString Plain(TextView caption)
+QString Plain(const QString& caption)
 {
     QString plain;
-    for (size_t i = 0; i < caption.size(); ++i) {
+    for (qsizetype i = 0; i < caption.size(); ++i) {
         if (caption[i] == u'&' && ++i == caption.size()) break;
-        plain += QChar(caption[i]);
+        plain += caption[i];
     }
     return plain;
 }
@@ -186,12 +187,12 @@ void QtToolActions::Change(const ToolChange& change)
 
 void QtToolActions::ShowCaption(const MenuTool& tool, const Entry& entry)
 {
-    QString text = ToQString(tool.caption);
+    QString text = Translated(tool.caption);
     // The menu bar's live shortcuts show by themselves.
     bool written = entry.band != Band::ToolBar && entry.action->shortcut().isEmpty() && !tool.shortcut.empty();
     if (written) text += QLatin1Char('\t') + ShownKeys(tool.shortcut);
     entry.action->setText(text);
-    if (entry.menu) entry.menu->setWindowTitle(Plain(tool.caption));
+    if (entry.menu) entry.menu->setWindowTitle(Plain(Translated(tool.caption)));
 }
 
 void QtToolActions::ShowShortcut(const MenuTool& tool, const Entry& entry)
@@ -214,7 +215,7 @@ bool QtToolActions::IsTaken(const QKeySequence& keys, const QAction* by) const
 void QtToolActions::ShowTip(const MenuTool& tool, const Entry& entry)
 {
     if (entry.band != Band::ToolBar) return;
-    QString tip = tool.tip.empty() ? Plain(tool.caption) : ToQString(tool.tip);
+    QString tip = tool.tip.empty() ? Plain(Translated(tool.caption)) : Translated(tool.tip);
     QString keys = ShownKeys(tool.shortcut);
     entry.action->setToolTip(keys.isEmpty() ? tip : tip + QStringLiteral(" (") + keys + QLatin1Char(')'));
     auto* bar = qobject_cast<QToolBar*>(holders_.at(tool.menu));
