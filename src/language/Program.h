@@ -149,8 +149,4 @@ struct ProgramFacts {
     std::vector<TextRange> blocks;        ///< first to last line of what folds
 };
 
-#ifndef NIB_EDITOR_PROGRAM
-using Program = ProgramFacts; ///< for rooms that never meet the editor's own class of that name
-#endif
-
 } // namespace nib

@@ -66,7 +66,7 @@ void ProgramAnalyser::Replace(int32_t first, int32_t removed, std::span<const Te
     text_->Replace(first, removed, lines);
 }
 
-const Program& ProgramAnalyser::Analyse(IncludeSource& includes)
+const ProgramFacts& ProgramAnalyser::Analyse(IncludeSource& includes)
 {
     program_.symbols.clear();
     program_.occurrences.clear();

@@ -17,9 +17,9 @@ public:
 
     void Replace(int32_t first, int32_t removed, std::span<const Text> lines);
     /// Good until the next change.
-    const Program& Analyse(IncludeSource& includes);
+    const ProgramFacts& Analyse(IncludeSource& includes);
     /// As it was last analysed.
-    const Program& Known() const { return program_; }
+    const ProgramFacts& Known() const { return program_; }
     /// The names and words of some lines, as they look; of a program that was analysed since its last change.
     std::vector<LookedWord> Words(int32_t firstLine, int32_t lastLine) const;
 
@@ -61,7 +61,7 @@ private:
     std::shared_ptr<ProgramText> text_;
     Text file_;
     Text item_;
-    Program program_;
+    ProgramFacts program_;
     ProgramFlow flow_;
     ProgramNames names_;
     std::vector<std::unique_ptr<Import>> imports_;

@@ -95,7 +95,7 @@ std::vector<QuickMend> Renamings(const FindingSink& sink, size_t wrong, TextRang
 
 void FindNames(FindingSink& sink)
 {
-    const Program& program = sink.Known();
+    const ProgramFacts& program = sink.Known();
     const ProgramAnalyser& analyser = sink.Of();
     const auto& facts = analyser.Names().Facts();
     for (size_t i = 0; i < facts.size(); ++i) {
@@ -213,7 +213,7 @@ void DropSilenced(const ProgramText& text, std::vector<ProgramFinding>& findings
     });
 }
 
-void FindInProgram(const ProgramAnalyser& analyser, const std::vector<Finding>& checked, Program& program)
+void FindInProgram(const ProgramAnalyser& analyser, const std::vector<Finding>& checked, ProgramFacts& program)
 {
     FindingSink sink(analyser, program);
     bool blocks = true;

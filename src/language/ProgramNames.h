@@ -23,7 +23,7 @@ struct NameFacts {
 
 class ProgramNames {
 public:
-    ProgramNames(const WordTable& words, Program& program) : words_(words), program_(program) {}
+    ProgramNames(const WordTable& words, ProgramFacts& program) : words_(words), program_(program) {}
 
     void Clear();
     /// `firstLine` of the text is where the step's statement begins, in a routine of the program.
@@ -82,7 +82,7 @@ private:
     };
 
     const WordTable& words_;
-    Program& program_;
+    ProgramFacts& program_;
     std::vector<NameFacts> facts_;
     std::vector<int32_t> global_;                    ///< by word
     std::vector<int32_t> external_;                  ///< what is called, by word

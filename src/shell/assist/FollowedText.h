@@ -1,5 +1,4 @@
 #pragma once
-#define NIB_EDITOR_PROGRAM
 #include "language/Program.h"
 #include "text/SourceDocument.h"
 

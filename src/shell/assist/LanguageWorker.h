@@ -1,5 +1,4 @@
 #pragma once
-#define NIB_EDITOR_PROGRAM
 #include "language/service/LanguageService.h"
 
 #include <condition_variable>

@@ -19,7 +19,7 @@ Text At(TextRange range)
 }
 
 /// All that is known, a line each.
-Text Dump(const Program& program)
+Text Dump(const ProgramFacts& program)
 {
     Text all;
     const auto add = [&all](std::initializer_list<Text> parts) {
@@ -109,7 +109,7 @@ TEST(AnalyserTest, KnowsTheWholeProgram)
                                               u"CALL OTHER(A, ONE)\nSHARED = TWO\nOUTSIDE: READ.HERE = SET.HERE\n"
                                               u"IF A THEN\n GOSUB INSIDE\nEND\nRETURN\nINCLUDE CODE FROM INC\nEND",
                                               items);
-    const Program& program = analysed.program;
+    const ProgramFacts& program = analysed.program;
     EXPECT_TRUE(program.findings.empty()) << ToUtf8(Dump(program));
     ASSERT_EQ(program.includes.size(), 3U);
     EXPECT_TRUE(program.includes[0].found && program.includes[2].found);

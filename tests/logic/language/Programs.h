@@ -41,14 +41,14 @@ inline const Dialect* CommonDialect()
 
 struct AnalysedProgram {
     std::unique_ptr<ProgramAnalyser> analyser;
-    const Program& program;
+    const ProgramFacts& program;
 };
 
 inline AnalysedProgram Analysed(TextView text, IncludeSource& items, bool dialect = true)
 {
     auto analyser = std::make_unique<ProgramAnalyser>(dialect ? CommonDialect() : nullptr, u"BP", u"MAIN");
     analyser->Replace(0, 0, LinesOfProgram(text));
-    const Program& program = analyser->Analyse(items);
+    const ProgramFacts& program = analyser->Analyse(items);
     return {std::move(analyser), program};
 }
 
