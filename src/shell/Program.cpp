@@ -71,6 +71,7 @@ Program::~Program()
     ports_.store.TellTrouble({});
     // Documents that a failed start or a sudden end left behind still use what dies with this object.
     shuttingDown_ = true;
+    assistance_.Stop(); // it listens to their texts
     for (auto& document : openDocuments_.All()) IgnoringErrors([&] { document->FileClose(false); });
 }
 
