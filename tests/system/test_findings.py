@@ -44,10 +44,11 @@ def main():
                                         program.parents[1] / "share/nibpad71/accounts/DEMO") if folder.is_dir())
     alarms, missed, seen, met = [], [], collections.Counter(), collections.Counter()
     with tempfile.TemporaryDirectory() as temporary:
-        account = pathlib.Path(temporary) / "ACCOUNT"
-        shutil.copytree(sample, account)
-        places = [(account, "BP")] + [(pathlib.Path(folder), file) for folder, file in options.folder]
-        seeds.generate(rng, account / "BP", 40)
+        places = []
+        for number, (folder, file) in enumerate([(sample, "BP")] + options.folder):
+            places.append((pathlib.Path(temporary) / f"ACCOUNT{number}", file))
+            shutil.copytree(folder, places[-1][0])
+        seeds.generate(rng, places[0][0] / "BP", 40)
         programs, before = [], {}
         for folder, file in places:
             of_file = findings(program, folder, file)
@@ -66,17 +67,15 @@ def main():
             if not put:
                 continue
             changed, first, last = put
-            # In an account that is ours to write into.
-            copy = path if folder == account else account / "BP" / path.name
-            whole = copy.read_bytes() if copy.exists() else None
-            copy.write_text("\n".join(changed) + "\n", "latin-1")
-            found = findings(program, account, "BP", copy.name)
+            whole = path.read_bytes()
+            path.write_text("\n".join(changed) + "\n", "latin-1")
+            found = findings(program, folder, file, path.name)
             met[kind] += 1
             hit = [one for one in found if first <= one[1] <= last and not before[path][one[2], one[3]]]
             seen[kind] += bool(hit)
             if not hit:
                 missed.append(f"{kind} in {path.name} {first} to {last}: " + (lines + changed)[len(lines) + first - 1].strip())
-            copy.unlink() if whole is None else copy.write_bytes(whole)
+            path.write_bytes(whole)
     total = sum(met.values())
     print(f"seed {options.seed}: {sum(seen.values())} of {total} faults, {len(alarms)} alarms without one; " +
           ", ".join(f"{kind} {seen[kind]}/{met[kind]}" for kind in met))
