@@ -285,10 +285,10 @@ bool AccountLists::HoldsNone(TextView name) const
 
 void AccountLists::WantFile(TextView name)
 {
-    const auto file = files_.find(Text(name));
-    if (file == files_.end() || file->second.kind == File::Kind::Programs) return;
-    file->second.kind = File::Kind::Programs;
-    ToList(file->first);
+    // It may be said before there is a list of files; what is none of them goes with the first one.
+    if (!MayHoldPrograms(name)) return;
+    const auto file = files_.try_emplace(Text(name)).first;
+    if (std::exchange(file->second.kind, File::Kind::Programs) != File::Kind::Programs) ToList(file->first);
 }
 
 const AccountLists::Item* AccountLists::Find(ItemName& name)

@@ -112,8 +112,7 @@ void Sources::AddAccount(const Text& path, AccountAccess access)
         const ProgramText& known = *text->analyser.Lines();
         std::vector<Text> lines;
         for (int32_t i = 0; i < known.LineCount(); ++i) lines.emplace_back(known.At(i).tokens.Whole());
-        text = std::make_unique<OpenText>(unit, *options_.dialect);
-        text->analyser.Replace(0, 0, lines);
+        text = Read(unit, lines);
     }
     ++revision_;
 }
@@ -146,15 +145,21 @@ uint64_t Sources::Revision() const
     return revision;
 }
 
-void Sources::Open(const Text& path, std::span<const Text> lines)
+std::unique_ptr<OpenText> Sources::Read(SourceUnit unit, std::span<const Text> lines) const
 {
-    auto text = std::make_unique<OpenText>(UnitOf(path), *options_.dialect);
+    auto text = std::make_unique<OpenText>(std::move(unit), *options_.dialect);
     text->analyser.Replace(0, 0, lines);
     if (text->account && !text->name.item.empty()) {
         Text beginning;
         for (const Text& line : lines.first(std::min<size_t>(lines.size(), 200))) beginning += line + u"\n";
         if (LooksLikeProgram(beginning, *text->dialect)) text->account->index->Expect(text->name.file);
     }
+    return text;
+}
+
+void Sources::Open(const Text& path, std::span<const Text> lines)
+{
+    auto text = Read(UnitOf(path), lines);
     TouchUsers(*text);
     open_[path] = std::move(text);
     ++revision_;

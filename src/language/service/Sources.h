@@ -85,6 +85,8 @@ public:
     std::shared_ptr<const ProgramText> Lines(const SourceUnit& unit);
 
 private:
+    /// One that is a program says that there are some in its file.
+    std::unique_ptr<OpenText> Read(SourceUnit unit, std::span<const Text> lines) const;
     OpenText* FindOpen(const ServedAccount& account, const ItemName& name);
     bool IsStale(OpenText& text) const;
     void TouchUsers(const OpenText& text);

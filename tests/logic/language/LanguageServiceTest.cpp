@@ -219,6 +219,30 @@ TEST(LanguageService, FindsNamesByTheirLetters)
     EXPECT_EQ(names(u"zzz"), u"");
 }
 
+TEST(LanguageService, AFileIsOneOfProgramsWhenOneOfThemIsOpenedBeforeOrAfterItIsLookedAt)
+{
+    MemoryItems items = kAccount;
+    for (int32_t i = 0; i < 200; ++i) items[u"MIXED"][u"A" + Decimal(1000 + i)] = u"a note";
+    items[u"MIXED"][u"FIRST"] = items[u"MIXED"][u"SECOND"] = u"PROGRAM P\nPRINT 1\nEND\n";
+    const auto second = [](LanguageService& service) { return service.Find(u"SECOND", 10).size(); };
+    const Text path = ServedItems::Path(u"MIXED", u"FIRST");
+    const std::vector<Text> lines = Split(items[u"MIXED"][u"FIRST"], u'\n');
+
+    ServedItems served(items);
+    EXPECT_EQ(second(served.service), 0U) << "nobody knows it by its first items";
+    served.service.Open(path, lines);
+    while (served.service.Work()) continue;
+    EXPECT_EQ(second(served.service), 1U);
+
+    LanguageService early{{served.dialects.Find(u"common"), {}}};
+    early.Open(path, lines);
+    AccountAccess access;
+    access.reader = std::make_unique<MemoryReader>(served.items);
+    early.AddAccount(u"mvdb:*/DEMO", std::move(access));
+    while (early.Work()) continue;
+    EXPECT_EQ(second(early), 1U);
+}
+
 TEST(LanguageService, AnOpenTextHidesWhatIsStored)
 {
     ServedItems served(kAccount);
