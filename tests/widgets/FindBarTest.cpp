@@ -112,4 +112,19 @@ TEST_F(LitViewTest, HitsAreLitAndMarked)
     EXPECT_FALSE(widget->Marks().At(20) & found);
 }
 
+TEST_F(LitViewTest, AHitLooksTheSameInOtherPlacesOfTheName)
+{
+    Load(u"xab xab yab");
+    Model().SetMarks({.matches = true});
+    Model().SetCaret({1, 0});
+    const auto above = [&](int32_t col) {
+        const QRect cell = widget->CellOf({col, 0}).toAlignedRect();
+        return Grab().pixelColor(cell.center().x(), cell.top() + 1);
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return above(5) != above(9); })) << "a place of the name, and none";
+    Model().Document().Light({std::make_shared<TextPattern>(u"ab", FindOptions{}), TextRange{{0, 0}, {11, 0}}, {0, 0}});
+    EXPECT_EQ(above(5), above(9));
+    EXPECT_NE(above(5), above(4)) << "the rest of the name";
+}
+
 } // namespace nib::widget_find_bar_test

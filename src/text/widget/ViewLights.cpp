@@ -93,10 +93,11 @@ void ViewLights::PaintBehind(QPainter& painter, const QRectF& area)
     painter.save();
     painter.setClipRect(text, Qt::IntersectClip);
     if (marks.indentGuides) PaintGuides(painter, text);
-    if (Document().Lit().pattern) PaintFound(painter, text);
     if (marks.matches && (occurrences_ || !words_.empty())) {
         geometry_.ForEach(text.top(), text.bottom(), [&](int32_t line, qreal y) { PaintMatches(painter, line, y); });
     }
+    // Over the other places of a name, which a hit often is.
+    if (Document().Lit().pattern) PaintFound(painter, text);
     painter.restore();
 }
 
