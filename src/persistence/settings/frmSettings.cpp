@@ -181,6 +181,8 @@ void GeneralPage::ChooseFont()
     dialog.setOption(QFontDialog::MonospacedFonts, settings.FontMono);
     dialog.setCurrentFont(font);
     for (const QCheckBox* effect : dialog.findChildren<QCheckBox*>()) effect->parentWidget()->hide();
+    // They gave the sample its room.
+    for (QGroupBox* sample : dialog.findChildren<QGroupBox*>()) sample->setMinimumHeight(fontMetrics().height() * 4);
     if (dialog.exec() != QDialog::Accepted) return;
     font = dialog.selectedFont();
     settings.FontName = ToText(font.family());
