@@ -2510,6 +2510,14 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
         <source>&amp;Edit</source>
         <translation>&amp;Bearbeiten</translation>
     </message>
+    <message>
+        <source>&amp;Float</source>
+        <translation>&amp;Lösen</translation>
+    </message>
+    <message>
+        <source>&amp;Dock</source>
+        <translation>&amp;Andocken</translation>
+    </message>
 </context>
 <context>
     <name>frmSettings</name>

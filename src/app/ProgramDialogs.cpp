@@ -20,6 +20,13 @@ void ProgramDialogs::Load(Program& program)
         printing_.PrintPages(
             results.windowTitle(), [&](const Paper& paper) { results.PrintTo(paper); }, &results);
     };
+    resultsPanel_ = std::make_unique<QtResultsPanel>(*results_, store_, mainWindow_);
+    resultsPanel_->onRoomChanged = [this] {
+        if (QtAssist* assist = mainWindow_.Assist()) assist->KeepCaretsSeen();
+    };
+    resultsPanel_->onLeave = [this] {
+        if (frmDocument* form = mainWindow_.ActiveForm()) form->FocusText();
+    };
     LoadSearch(program);
     goto_ = std::make_unique<frmGoto>(program.Services(), &mainWindow_);
     program.Services().results = results_.get();
@@ -67,6 +74,7 @@ void ProgramDialogs::Unload()
     engine_.reset();
     if (results_) results_->Unload();
     results_.reset();
+    resultsPanel_.reset();
     resultsModel_.reset();
 }
 
@@ -87,7 +95,10 @@ void ProgramDialogs::Show(Form form, mvDocument* document)
         find_->Replace();
         break;
     case Form::FindInAccount: findAccount_->ShowDialog(); break;
-    case Form::Results: results_->ShowResults({}); break;
+    case Form::Results:
+        results_->ShowResults({});
+        results_->TakeFocus();
+        break;
     case Form::About: ShowAboutBox(&mainWindow_); break;
     case Form::Properties: frmProperties(&mainWindow_).ShowDialog(*document, program_->Place().now); break;
     case Form::Print: printing_.Print(*document); break;

@@ -3,10 +3,10 @@
 
 #include "persistence/settings/SettingsModel.h"
 #include "platform/qt/QtDesktop.h"
+#include "search/QtResultsPanel.h"
 #include "search/frmFind.h"
 #include "search/frmFindAccount.h"
 #include "search/frmFindBar.h"
-#include "search/frmResults.h"
 #include "shell/frame/frmMain.h"
 #include "shell/help/QtHelpWindow.h"
 #include "shell/navigation/frmGoto.h"
@@ -44,7 +44,8 @@ private:
     std::function<void(QWidget*)> editConnections_;
     Program* program_ = nullptr;
     std::unique_ptr<ResultsModel> resultsModel_;
-    std::unique_ptr<frmResults> results_;
+    std::unique_ptr<QtResultsPanel> resultsPanel_;
+    std::unique_ptr<frmResults> results_; ///< may lie in the panel
     std::unique_ptr<FindEngine> engine_;
     QtTimers timers_;
     std::unique_ptr<HitLights> lights_;

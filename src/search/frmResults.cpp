@@ -10,7 +10,6 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QTextBlock>
 #include <QVBoxLayout>
 
@@ -68,6 +67,7 @@ public:
 
     std::function<void()> onDoubleClick;
     std::function<void()> onEnter;
+    std::function<void()> onEscape;
     QMenu* popup = nullptr;
 
 protected:
@@ -81,13 +81,22 @@ protected:
         if (event->type() == QEvent::PaletteChange) ++dress_;
         QPlainTextEdit::changeEvent(event);
     }
+    /// Its keys mean the list, not the document behind it.
+    bool event(QEvent* event) override
+    {
+        const bool asked = event->type() == QEvent::ShortcutOverride;
+        if (asked && (IsEnter(event) || IsEscape(event) || ActionOf(event))) {
+            event->accept();
+            return true;
+        }
+        return QPlainTextEdit::event(event);
+    }
     void keyPressEvent(QKeyEvent* event) override
     {
-        const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-        if (enter && onEnter)
-            onEnter();
-        else
-            QPlainTextEdit::keyPressEvent(event);
+        if (IsEnter(event)) return onEnter();
+        if (IsEscape(event)) return onEscape();
+        if (QAction* action = ActionOf(event)) return action->trigger();
+        QPlainTextEdit::keyPressEvent(event);
     }
     void mouseDoubleClickEvent(QMouseEvent* event) override
     {
@@ -111,6 +120,21 @@ protected:
     }
 
 private:
+    static QKeyCombination KeyOf(QEvent* event) { return static_cast<QKeyEvent*>(event)->keyCombination(); }
+    static bool IsEnter(QEvent* event)
+    {
+        const Qt::Key key = KeyOf(event).key();
+        return key == Qt::Key_Return || key == Qt::Key_Enter;
+    }
+    static bool IsEscape(QEvent* event) { return KeyOf(event) == QKeyCombination(Qt::Key_Escape); }
+    /// Of those that the list has a key for.
+    QAction* ActionOf(QEvent* event) const
+    {
+        for (QAction* action : actions())
+            if (action->isEnabled() && action->shortcut() == QKeySequence(KeyOf(event))) return action;
+        return nullptr;
+    }
+
     void DressVisible()
     {
         const int bottom = viewport()->height();
@@ -142,7 +166,8 @@ frmResults::frmResults(ResultsModel& model, SettingsStore& store, QWidget* owner
     BuildMenus();
     SetFont();
     const QFontMetrics metrics(txResults_->font());
-    resize(metrics.averageCharWidth() * kDesignColumns, metrics.height() * kDesignRows);
+    size_ = {metrics.averageCharWidth() * kDesignColumns, metrics.height() * kDesignRows};
+    resize(size_);
 }
 
 frmResults::~frmResults() = default;
@@ -154,7 +179,8 @@ void frmResults::Build()
     txResults_ = new ListBox(model_);
     txResults_->setAccessibleName(tr("Results"));
     txResults_->setToolTip(tr("Double-click to edit source line"));
-    txResults_->onEnter = [this] { hide(); };
+    txResults_->onEnter = [this] { JumpToSource(); };
+    txResults_->onEscape = [this] { reject(); };
     txResults_->onDoubleClick = [this] { dblClkTimer_.start(kDoubleClickMs); };
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -163,10 +189,6 @@ void frmResults::Build()
     connect(&dblClkTimer_, &QTimer::timeout, this, [this] { JumpToSource(); });
     fillTimer_.setSingleShot(true);
     connect(&fillTimer_, &QTimer::timeout, this, [this] { FillIn(); });
-    // The double click of those who use no mouse.
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter})
-        connect(new QShortcut(Qt::CTRL | static_cast<Qt::Key>(key), this), &QShortcut::activated, this,
-                [this] { JumpToSource(); });
 }
 
 void frmResults::BuildMenus()
@@ -194,8 +216,9 @@ void frmResults::BuildMenus()
          },
          true, true},
         {"Font", tr("Fon&t..."), {}, [this] { ChooseFont(); }, true, false},
-        {"Close", tr("&Close"), {}, [this] { hide(); }, true, false},
-        {"Copy", tr("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), [this] { txResults_->copy(); }, false, true},
+        {"Close", tr("&Close"), {}, [this] { reject(); }, true, false},
+        {"Copy", tr("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), [this] { txResults_->copy(); }, false,
+         true},
         {"SelectAll", tr("Select &All"), {}, [select] { select(true); }, false, true},
         {"SelectNone", tr("Select &None"), {}, [select] { select(false); }, false, true},
     };
@@ -208,8 +231,13 @@ void frmResults::BuildMenus()
         action->setObjectName(QLatin1String(tool.name));
         action->setShortcut(tool.key);
         connect(action, &QAction::triggered, this, tool.run);
+        // The window may hold another's text with the same keys.
+        action->setShortcutContext(Qt::WidgetShortcut);
+        if (!tool.key.isEmpty()) txResults_->addAction(action);
         if (tool.popup) popup_->addAction(action);
     }
+    dock_ = file->addAction({}, this, [this] { onDock(); });
+    dock_->setVisible(false);
     txResults_->popup = popup_;
     layout()->setMenuBar(bar);
 }
@@ -235,21 +263,19 @@ void frmResults::ChooseFont()
 
 void frmResults::ShowResults(TextView text)
 {
-    PlaceWindow();
     if (!text.empty()) {
         model_.ShowResults(text);
         Changed();
     }
     FillIn();
-    ShowModeless();
+    Present();
 }
 
 void frmResults::ResetResults(TextView title)
 {
-    PlaceWindow();
     model_.ResetResults(title);
     Changed();
-    ShowModeless();
+    Present();
 }
 
 void frmResults::AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis)
@@ -304,6 +330,7 @@ void frmResults::FillIn()
 void frmResults::PlaceWindow()
 {
     if (std::exchange(positioned_, true) || !parentWidget()) return;
+    resize(size_);
     const int dots = logicalDpiX();
     const QRect main = parentWidget()->window()->frameGeometry();
     const ResultsBounds present{0, 0, PixelsToTwips(width(), dots), PixelsToTwips(height(), dots)};
@@ -314,19 +341,43 @@ void frmResults::PlaceWindow()
     move(TwipsToPixels(bounds.left, dots), TwipsToPixels(bounds.top, dots));
 }
 
-void frmResults::ShowModeless()
+void frmResults::Present()
 {
     findChild<QAction*>(QStringLiteral("Print"))->setEnabled(onPrint != nullptr);
+    onShow ? onShow() : ShowFloating();
+}
+
+void frmResults::ShowFloating()
+{
+    PlaceWindow();
     show();
     raise();
+    TakeFocus();
+}
+
+void frmResults::TakeFocus()
+{
     activateWindow();
     txResults_->setFocus(Qt::OtherFocusReason);
 }
 
-void frmResults::Unload()
+void frmResults::SetDocked(bool docked)
+{
+    if (docked) KeepSize();
+    layout()->menuBar()->setVisible(!docked);
+    dock_->setVisible(true);
+    dock_->setText(docked ? tr("&Float") : tr("&Dock"));
+    for (const char* name : {"Font", "Close"}) popup_->removeAction(findChild<QAction*>(QLatin1String(name)));
+    popup_->removeAction(dock_);
+    if (!docked) return;
+    popup_->addActions(
+        {findChild<QAction*>(QStringLiteral("Font")), dock_, findChild<QAction*>(QStringLiteral("Close"))});
+}
+
+void frmResults::KeepSize()
 {
     const bool normal = !(windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen));
-    if (!positioned_ || !normal) return;
+    if (!positioned_ || !normal || !isWindow()) return;
     const int dots = logicalDpiX();
     SaveResultsSize(store_, {0, 0, PixelsToTwips(width(), dots), PixelsToTwips(height(), dots)});
 }

@@ -31,17 +31,28 @@ public:
     int32_t ListNumber() const override { return model_.ListNumber(); }
 
     void SetFont();
+    /// As a window of its own: in front, with the keys.
+    void ShowFloating();
+    /// The user wants to work in it.
+    void TakeFocus();
+    /// A part of another window has no menu bar.
+    void SetDocked(bool docked);
     /// Keeps the size for the next run.
-    void Unload();
+    void Unload() { KeepSize(); }
     void PrintTo(const Paper& paper) const;
 
     /// Asks for a printer and calls PrintTo with it; without it nothing can be printed.
     std::function<void(frmResults&)> onPrint;
     /// The font dialog; false when it was cancelled.
     std::function<bool(QFont&)> chooseFont;
+    /// Whoever else has it in a window of his own shows and hides it; without them it does so itself.
+    std::function<void()> onShow;
+    std::function<void()> onHide;
+    /// Into the other window or out of it; nothing where there is none.
+    std::function<void()> onDock;
 
     /// Closing hides, so that the list stays.
-    void reject() override { hide(); }
+    void reject() override { onHide ? onHide() : hide(); }
 
 private:
     class ListBox;
@@ -49,7 +60,8 @@ private:
     void Build();
     void BuildMenus();
     void PlaceWindow();
-    void ShowModeless();
+    void Present();
+    void KeepSize();
     /// The box is filled once a list is through, not line by line.
     void Changed();
     void FillIn();
@@ -60,8 +72,10 @@ private:
     SettingsStore& store_;
     ListBox* txResults_ = nullptr;
     QMenu* popup_ = nullptr;
+    QAction* dock_ = nullptr;
     QTimer dblClkTimer_;
     QTimer fillTimer_;
+    QSize size_; ///< as a window that was never placed
     bool positioned_ = false;
     bool filled_ = true;
     int32_t shownList_ = -1; ///< whose lines are in the box

@@ -2,9 +2,9 @@
 #include "fakes/Patience.h"
 #include "platform/qt/QtText.h"
 #include "printing/QtPrintingSurface.h"
+#include "search/QtResultsPanel.h"
 #include "search/frmFind.h"
 #include "search/frmFindAccount.h"
-#include "search/frmResults.h"
 #include "widgets/Keys.h"
 
 namespace nib::test::widget_search_forms_test {
@@ -206,7 +206,12 @@ TEST_F(ResultsFormTest, Keys)
     EXPECT_EQ(ViewOf(QApplication::clipboard()->text()), model.Contents());
     Form().findChild<QAction*>(QStringLiteral("SelectNone"))->trigger();
     EXPECT_FALSE(Box()->textCursor().hasSelection());
+    search.View(document).SetCaret({});
+    Key(Qt::Key_End, Qt::ControlModifier);
+    Key(Qt::Key_Home);
     Key(Qt::Key_Return);
+    EXPECT_EQ(search.View(document).CaretLine(), 1) << "as the double click";
+    Form().reject();
     EXPECT_FALSE(Form().isVisible());
     Form().ShowResults(u"");
     EXPECT_EQ(Box()->document()->blockCount(), 4) << "hidden, not lost";
@@ -248,6 +253,39 @@ TEST_F(ResultsFormTest, Font)
     EXPECT_EQ(search.Settings().ResultsFontSize, u"14");
     EXPECT_EQ(Box()->font().pointSizeF(), 14);
     EXPECT_FALSE(Form().findChild<QAction*>(QStringLiteral("Print"))->isEnabled()) << "nobody to print";
+}
+
+TEST_F(ResultsFormTest, LiesInThePanelUntilItIsTakenOut)
+{
+    QMainWindow window;
+    auto* text = new QPlainTextEdit;
+    window.setCentralWidget(text);
+    auto* problems = new QDockWidget(&window);
+    window.addDockWidget(Qt::BottomDockWidgetArea, problems);
+    window.show();
+    QtResultsPanel panel(Form(), store, window);
+    const auto dock = [&] { return Form().findChild<QMenuBar*>()->actions()[0]->menu()->actions().back(); };
+    QApplication::setActiveWindow(&window);
+    text->setFocus();
+    EXPECT_FALSE(panel.isVisible());
+    Form().ShowResults(u"12 x");
+    EXPECT_TRUE(panel.isVisible() && Box()->isVisible());
+    EXPECT_EQ(window.tabifiedDockWidgets(problems), QList<QDockWidget*>{&panel});
+    EXPECT_TRUE(text->hasFocus()) << "the text keeps the keys";
+    Form().TakeFocus();
+    Key(Qt::Key_Escape);
+    EXPECT_FALSE(panel.isVisible());
+
+    dock()->trigger();
+    EXPECT_TRUE(Form().isWindow() && Form().isVisible());
+    EXPECT_EQ(store.Get(u"ResultsFloating", u""), u"True");
+    Key(Qt::Key_Escape);
+    Form().ShowResults(u"13 x");
+    EXPECT_TRUE(Form().isVisible() && !panel.isVisible()) << "it stays out";
+    dock()->trigger();
+    EXPECT_TRUE(panel.isVisible() && !Form().isWindow());
+    EXPECT_EQ(store.Get(u"ResultsFloating", u""), u"False");
+    form.reset();
 }
 
 struct FindAccountFormTest : testing::Test, TestAccountFind {

@@ -61,6 +61,11 @@ void QtAssist::ShowPanels()
 {
     problems_->setVisible(services_.settings.ProblemsShown);
     outline_->setVisible(services_.settings.OutlineShown);
+    KeepCaretsSeen();
+}
+
+void QtAssist::KeepCaretsSeen()
+{
     // The views are smaller or larger once the window has made room.
     QTimer::singleShot(0, problems_, [this] {
         for (const auto& [id, pane] : panes_)

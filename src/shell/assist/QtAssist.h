@@ -29,6 +29,8 @@ public:
     void CaretMoved();
     /// The panels that the settings want.
     void ShowPanels();
+    /// After a panel took room from the texts or gave it back.
+    void KeepCaretsSeen();
 
 private:
     void FindingsChanged(int32_t documentId);
