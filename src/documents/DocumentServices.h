@@ -138,6 +138,9 @@ public:
     }
     /// Another one once the contents have been replaced: what was being listed is gone.
     virtual int32_t ListNumber() const { return 0; }
+    /// To the next error that a compiler has printed, as long as the user has not closed the list; false when there is
+    /// none further on.
+    virtual bool GoToError(bool /*backward*/) { return false; }
 };
 
 /// Shared by all documents; outlives them.

@@ -37,6 +37,18 @@ int32_t NumberNear(TextView line, size_t column)
     return start == end ? 0 : LeadingInt(line.substr(start));
 }
 
+/// "Line 12: ..." or "... in line 12", as compilers say it.
+bool NamesLine(TextView text)
+{
+    for (const TextView word : {TextView(u"Line "), TextView(u"line ")})
+        for (size_t at = text.find(word); at != TextView::npos; at = text.find(word, at + 1)) {
+            const size_t number = at + word.size();
+            const bool whole = at == 0 || !units::IsLetter(text[at - 1]);
+            if (whole && number < text.size() && units::IsDigit(text[number])) return true;
+        }
+    return false;
+}
+
 double Points(TextView size)
 {
     std::string digits = ToUtf8(Trim(size));
@@ -67,6 +79,7 @@ void ResultsModel::Clear(bool hasHeaders)
     paths_.clear();
     hasHeaders_ = hasHeaders;
     ++listNumber_;
+    visited_ = -1;
 }
 
 void ResultsModel::ShowResults(TextView text)
@@ -152,6 +165,7 @@ std::shared_ptr<mvDocument> ResultsModel::DocumentAbove(Position caret) const
 
 void ResultsModel::JumpToSource(Position caret, TextView selected)
 {
+    visited_ = caret.line;
     Guarded(
         services_.log, u"frmResults.DblClkTimer_Timer",
         [&] {
@@ -168,6 +182,35 @@ void ResultsModel::JumpToSource(Position caret, TextView selected)
             document->Activate();
         },
         [](const Error&) {});
+}
+
+bool ResultsModel::IsError(int32_t line) const
+{
+    const TextView text = LineText(line);
+    const auto behind = std::find_if_not(text.begin(), text.end(), units::IsDigit);
+    const bool numbered = behind != text.begin() && behind != text.end() && (*behind == u':' || *behind == u'.');
+    if (!numbered && !NamesLine(text)) return false;
+    return TargetOfOutput(text_, rows_[static_cast<size_t>(line)].start).kind != OutputTarget::Kind::Nowhere;
+}
+
+std::optional<int32_t> ResultsModel::GoToError(bool backward)
+{
+    if (hasHeaders_ || !paths_.empty()) return std::nullopt;
+    const int32_t step = backward ? -1 : 1;
+    int32_t row = visited_ + step;
+    while (row >= 0 && row < LineCount() && !IsError(row)) row += step;
+    if (row < 0 || row >= LineCount()) return std::nullopt;
+    visited_ = row;
+    Guarded(
+        services_.log, u"frmResults.GoToError",
+        [&] {
+            // Another document than the one that was compiled may be in front.
+            if (!JumpByOutput(row))
+                Show(services_.connection.ComposeHostPath(services_.compiled), SourceLine({0, row}, {}));
+            services_.frame.SetStatusText(1, Trim(LineText(row)));
+        },
+        [](const Error&) {});
+    return row;
 }
 
 bool ResultsModel::JumpByOutput(int32_t line)

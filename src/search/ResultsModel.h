@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 
 namespace nib {
 
@@ -51,6 +52,9 @@ public:
     int32_t SourceLine(Position caret, TextView selected) const;
     /// Takes the user to it. A failure is logged, no more.
     void JumpToSource(Position caret, TextView selected);
+    /// Goes on from the error that the user was at last. Answers its row here; nothing when it was the last one, or the
+    /// list is none of a compiler.
+    std::optional<int32_t> GoToError(bool backward);
 
     Text FontName() const;
     double FontSize() const;
@@ -68,6 +72,7 @@ private:
     /// The document whose header is the nearest at or above the line, else the active one.
     std::shared_ptr<mvDocument> DocumentAbove(Position caret) const;
 
+    bool IsError(int32_t line) const;
     /// True when that settles where the line leads, be it nowhere.
     bool JumpByOutput(int32_t line);
     /// Opens it, at the line unless that is 0.
@@ -81,6 +86,7 @@ private:
     std::map<int32_t, Text> paths_; ///< by the line of the header
     bool hasHeaders_ = false;
     int32_t listNumber_ = 0;
+    int32_t visited_ = -1; ///< the row that the user went from
 };
 
 /// Where the results window comes up: as large as it was kept, unless that exceeds the main window, in whose bottom

@@ -3,12 +3,10 @@
 #include "base/Twips.h"
 #include "platform/qt/QtText.h"
 #include "printing/QtPrintingSurface.h"
+#include "search/QtResultsList.h"
 
-#include <QContextMenuEvent>
 #include <QFontDialog>
 #include <QMenuBar>
-#include <QMimeData>
-#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QVBoxLayout>
@@ -22,137 +20,7 @@ constexpr int kDoubleClickMs = 50;
 constexpr int kDesignColumns = 80;
 constexpr int kDesignRows = 16;
 
-/// A text document ends its paragraph at these as well, but a line here is a line.
-QString ShownText(TextView contents)
-{
-    QString shown = ToQString(contents);
-    for (QChar& c : shown)
-        if (c == QChar::ParagraphSeparator || c == QChar(0xFDD0) || c == QChar(0xFDD1)) c = QChar::ReplacementCharacter;
-    return shown;
-}
-
-QList<QTextLayout::FormatRange> Formats(const ResultsLine& style, int length, const QPalette& palette)
-{
-    QTextLayout::FormatRange range;
-    range.start = 0;
-    range.length = length;
-    if (style.highlightLength > 0) {
-        range.start = style.highlightStart;
-        range.length = style.highlightLength;
-        range.format.setBackground(palette.color(QPalette::Active, QPalette::Highlight));
-        range.format.setForeground(palette.color(QPalette::Active, QPalette::HighlightedText));
-    } else if (style.bold) {
-        range.format.setFontWeight(QFont::Bold);
-    } else if (style.underlined) {
-        range.length = length - 1; // not under the blank that ends each line
-        range.format.setFontUnderline(true);
-    } else {
-        return {};
-    }
-    return {range};
-}
-
 } // namespace
-
-/// The text itself. Lines are dressed when they are first painted, so that a long list costs what is seen of it.
-class frmResults::ListBox final : public QPlainTextEdit {
-public:
-    explicit ListBox(const ResultsModel& model) : model_(model)
-    {
-        setReadOnly(true);
-        setUndoRedoEnabled(false);
-        setLineWrapMode(QPlainTextEdit::NoWrap);
-        setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    }
-
-    std::function<void()> onDoubleClick;
-    std::function<void()> onEnter;
-    std::function<void()> onEscape;
-    QMenu* popup = nullptr;
-
-protected:
-    void paintEvent(QPaintEvent* event) override
-    {
-        DressVisible();
-        QPlainTextEdit::paintEvent(event);
-    }
-    void changeEvent(QEvent* event) override
-    {
-        if (event->type() == QEvent::PaletteChange) ++dress_;
-        QPlainTextEdit::changeEvent(event);
-    }
-    /// Its keys mean the list, not the document behind it.
-    bool event(QEvent* event) override
-    {
-        const bool asked = event->type() == QEvent::ShortcutOverride;
-        if (asked && (IsEnter(event) || IsEscape(event) || ActionOf(event))) {
-            event->accept();
-            return true;
-        }
-        return QPlainTextEdit::event(event);
-    }
-    void keyPressEvent(QKeyEvent* event) override
-    {
-        if (IsEnter(event)) return onEnter();
-        if (IsEscape(event)) return onEscape();
-        if (QAction* action = ActionOf(event)) return action->trigger();
-        QPlainTextEdit::keyPressEvent(event);
-    }
-    void mouseDoubleClickEvent(QMouseEvent* event) override
-    {
-        QPlainTextEdit::mouseDoubleClickEvent(event);
-        if (event->button() == Qt::LeftButton && onDoubleClick) onDoubleClick();
-    }
-    void contextMenuEvent(QContextMenuEvent* event) override
-    {
-        if (popup && !(event->modifiers() & Qt::ShiftModifier)) popup->popup(event->globalPos());
-    }
-    /// As it stands in the list, not as a rich text would give it.
-    QMimeData* createMimeDataFromSelection() const override
-    {
-        const QTextCursor cursor = textCursor();
-        const auto start = static_cast<size_t>(cursor.selectionStart());
-        const auto length = static_cast<size_t>(cursor.selectionEnd()) - start;
-        auto* mime = new QMimeData;
-        const TextView contents = model_.Contents();
-        if (start <= contents.size()) mime->setText(ToQString(contents.substr(start, length)));
-        return mime;
-    }
-
-private:
-    static QKeyCombination KeyOf(QEvent* event) { return static_cast<QKeyEvent*>(event)->keyCombination(); }
-    static bool IsEnter(QEvent* event)
-    {
-        const Qt::Key key = KeyOf(event).key();
-        return key == Qt::Key_Return || key == Qt::Key_Enter;
-    }
-    static bool IsEscape(QEvent* event) { return KeyOf(event) == QKeyCombination(Qt::Key_Escape); }
-    /// Of those that the list has a key for.
-    QAction* ActionOf(QEvent* event) const
-    {
-        for (QAction* action : actions())
-            if (action->isEnabled() && action->shortcut() == QKeySequence(KeyOf(event))) return action;
-        return nullptr;
-    }
-
-    void DressVisible()
-    {
-        const int bottom = viewport()->height();
-        QTextBlock block = firstVisibleBlock();
-        for (double y = contentOffset().y(); block.isValid() && y < bottom; block = block.next()) {
-            if (block.userState() != dress_ && block.blockNumber() < model_.LineCount()) {
-                block.setUserState(dress_);
-                const auto formats = Formats(model_.LineStyle(block.blockNumber()), block.length() - 1, palette());
-                block.layout()->setFormats(formats);
-                if (!formats.empty()) block.clearLayout();
-            }
-            y += blockBoundingRect(block).height();
-        }
-    }
-
-    const ResultsModel& model_;
-    int dress_ = 1; ///< which way of dressing the lines is the present one
-};
 
 frmResults::frmResults(ResultsModel& model, SettingsStore& store, QWidget* owner)
     : QDialog(owner), model_(model), store_(store)
@@ -176,7 +44,7 @@ void frmResults::Build()
 {
     setWindowTitle(tr("Results"));
     setSizeGripEnabled(false);
-    txResults_ = new ListBox(model_);
+    txResults_ = new QtResultsList(model_);
     txResults_->setAccessibleName(tr("Results"));
     txResults_->setToolTip(tr("Double-click to edit source line"));
     txResults_->onEnter = [this] { JumpToSource(); };
@@ -316,14 +184,14 @@ void frmResults::FillIn()
         kept.setKeepPositionOnInsert(true);
         QTextCursor end(txResults_->document());
         end.movePosition(QTextCursor::End);
-        end.insertText(ShownText(contents.substr(shown)));
+        end.insertText(ShownResults(contents.substr(shown)));
         if (kept != txResults_->textCursor()) {
             kept.setKeepPositionOnInsert(false);
             txResults_->setTextCursor(kept);
         }
         return;
     }
-    txResults_->setPlainText(ShownText(contents));
+    txResults_->setPlainText(ShownResults(contents));
     txResults_->horizontalScrollBar()->setValue(0);
 }
 
@@ -364,6 +232,7 @@ void frmResults::TakeFocus()
 void frmResults::SetDocked(bool docked)
 {
     if (docked) KeepSize();
+    positioned_ = false; // a window again, it is as large as it was then
     layout()->menuBar()->setVisible(!docked);
     dock_->setVisible(true);
     dock_->setText(docked ? tr("&Float") : tr("&Dock"));
@@ -386,7 +255,7 @@ void frmResults::PrintTo(const Paper& paper) const
 {
     QTextDocument document;
     document.setDefaultFont(txResults_->font());
-    document.setPlainText(ShownText(model_.Contents()));
+    document.setPlainText(ShownResults(model_.Contents()));
     QPalette colors = palette();
     for (const auto role : {QPalette::Highlight, QPalette::HighlightedText}) {
         const int grey = qGray(colors.color(QPalette::Active, role).rgb());
@@ -395,13 +264,25 @@ void frmResults::PrintTo(const Paper& paper) const
     QTextCursor cursor(&document);
     QTextBlock block = document.begin();
     for (int32_t line = 0; line < model_.LineCount() && block.isValid(); ++line, block = block.next()) {
-        for (const auto& range : Formats(model_.LineStyle(line), block.length() - 1, colors)) {
+        for (const auto& range : ResultsFormats(model_.LineStyle(line), block.length() - 1, colors)) {
             cursor.setPosition(block.position() + range.start);
             cursor.setPosition(block.position() + range.start + range.length, QTextCursor::KeepAnchor);
             cursor.mergeCharFormat(range.format);
         }
     }
     DrawTextPages(document, paper);
+}
+
+bool frmResults::GoToError(bool backward)
+{
+    if (!isVisible()) return false;
+    const std::optional<int32_t> row = model_.GoToError(backward);
+    if (!row) return false;
+    FillIn();
+    QTextCursor cursor(txResults_->document()->findBlockByNumber(*row));
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    txResults_->setTextCursor(cursor);
+    return true;
 }
 
 void frmResults::JumpToSource()

@@ -13,6 +13,7 @@ class QMenu;
 
 namespace nib {
 
+class QtResultsList;
 struct Paper;
 
 class frmResults final : public QDialog, public ResultsWindow {
@@ -29,6 +30,7 @@ public:
     void AddItemHeader(TextView text, TextView path) override;
     void AddItemLine(TextView text, int32_t highlightStart, int32_t highlightLength, int32_t line) override;
     int32_t ListNumber() const override { return model_.ListNumber(); }
+    bool GoToError(bool backward) override;
 
     void SetFont();
     /// As a window of its own: in front, with the keys.
@@ -55,8 +57,6 @@ public:
     void reject() override { onHide ? onHide() : hide(); }
 
 private:
-    class ListBox;
-
     void Build();
     void BuildMenus();
     void PlaceWindow();
@@ -70,7 +70,7 @@ private:
 
     ResultsModel& model_;
     SettingsStore& store_;
-    ListBox* txResults_ = nullptr;
+    QtResultsList* txResults_ = nullptr;
     QMenu* popup_ = nullptr;
     QAction* dock_ = nullptr;
     QTimer dblClkTimer_;

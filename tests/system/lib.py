@@ -260,6 +260,12 @@ class Desktop:
         shutil.copytree(SOURCE / "resources" / "accounts", accounts, dirs_exist_ok=True)
         return accounts / "DEMO"
 
+    def results_in_a_window(self):
+        """As a user leaves them who has taken them out of the panel, so that their title tells when they are there."""
+        self.config.mkdir(parents=True, exist_ok=True)
+        with open(self.config / "hive.conf", "w", encoding="utf-8") as hive:
+            hive.write("[Software\\Orlin\\MultiValue Editor\\Settings]\n@=7.1\nDialect=common\nResultsFloating=True\n")
+
     def program_output(self):
         """The last lines that each copy has printed."""
         return "".join(f"--- output of {process.log.stem}\n" + "\n".join(process.output().splitlines()[-40:]) + "\n"

@@ -28,6 +28,7 @@ out.write(b"last line without an end")
 def compiler(desktop, *line, seconds=60):
     """The account's compiler is this program."""
     demo = desktop.sample_accounts()
+    desktop.results_in_a_window()
     (demo / "VOC/BASIC").write_text("V\n" + " ".join(str(word) for word in line) + f"\n{seconds}\n")
     return demo
 
@@ -109,6 +110,7 @@ def double_click_first_line(desktop, results):
 
 def break_compile_mend(desktop):
     demo = desktop.sample_accounts()
+    desktop.results_in_a_window()
     program = desktop.start("/A=DEMO", "/F=BP", "/I=INVOICE", shows=r"\[BP INVOICE on ")
     whole = (demo / "BP/INVOICE").read_bytes()
     lines = whole.decode("latin-1").split("\n")

@@ -50,13 +50,14 @@ def a_folder_that_vanishes_keeps_the_document(desktop):
 
 def finds_in_the_account_and_goes_there(desktop):
     folder = desktop.sample_accounts() / "BP"
+    desktop.results_in_a_window()
     (folder / "FIRST").write_bytes(b"one\ntwo needle\n")
     (folder / "OBJECT").write_bytes(b"needle\0\n")
     desktop.start("/A=DEMO", "/F=BP", "/I=MENU", shows=r"\[BP MENU on ")
     desktop.keys("ctrl+shift+f", shows=r"^Find in Account$")
     desktop.type_text("NEEDLE")
     desktop.keys("Return", shows=r"^Results$")
-    desktop.keys("ctrl+Home", "Down", "Down", "Down", "ctrl+Return", shows=r"\[BP FIRST on ")
+    desktop.keys("ctrl+Home", "Down", "Down", "Down", "Return", shows=r"\[BP FIRST on ")
     desktop.type_text("!")
     desktop.keys("ctrl+s")
     expect_file(folder / "FIRST", b"one\n!two needle\n")

@@ -34,6 +34,7 @@ def property_of(desktop, window, name):
 
 def finds_its_parts(desktop):
     prefix = install(desktop)
+    desktop.results_in_a_window()
     program = desktop.start("/H=*", "/A=DEMO", "/F=BP", "/I=INVOICE")
     window = desktop.wait_active(r"\[BP INVOICE on ")
     original = prefix / "share/nibpad71/accounts/DEMO/BP/INVOICE"

@@ -63,6 +63,7 @@ def finds_nothing(desktop, password, *programs):
 def daily_loop(desktop, port, user, password, get):
     """Open, break, compile, jump to the line, mend, save, compile clean; then leave in order."""
     connects(desktop, port, user)
+    desktop.results_in_a_window()
     program = desktop.start("/H=stock", "/A=TESTACC", "/F=BP", "/I=LOOP")
     logs_in(desktop, password, shows=r"\[BP LOOP on Stock")
     desktop.keys("Down", "End", "BackSpace", "BackSpace", "BackSpace")  # a quote too few, on the second line

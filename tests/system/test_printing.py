@@ -113,6 +113,7 @@ def the_preview_and_back(desktop):
 
 
 def the_results_window(desktop):
+    desktop.results_in_a_window()
     open_item(desktop)
     desktop.keys("ctrl+f", shows=r"^Find")
     desktop.type_text("ORDER.ID")

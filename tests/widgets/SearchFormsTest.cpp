@@ -272,9 +272,14 @@ TEST_F(ResultsFormTest, LiesInThePanelUntilItIsTakenOut)
     EXPECT_TRUE(panel.isVisible() && Box()->isVisible());
     EXPECT_EQ(window.tabifiedDockWidgets(problems), QList<QDockWidget*>{&panel});
     EXPECT_TRUE(text->hasFocus()) << "the text keeps the keys";
+    Form().ShowResults(u"done\r\nLine 2: wrong");
+    EXPECT_TRUE(Form().GoToError(false) && text->hasFocus());
+    EXPECT_EQ(ViewOf(Box()->textCursor().selectedText()), u"Line 2: wrong");
+    EXPECT_FALSE(Form().GoToError(false));
     Form().TakeFocus();
     Key(Qt::Key_Escape);
     EXPECT_FALSE(panel.isVisible());
+    EXPECT_FALSE(Form().GoToError(true)) << "closed";
 
     dock()->trigger();
     EXPECT_TRUE(Form().isWindow() && Form().isVisible());

@@ -53,6 +53,7 @@ void Assistance::GoTo(int32_t documentId, Position at, TextView why)
 
 void Assistance::GoToFinding(int32_t documentId, bool backward)
 {
+    if (services_.results && services_.results->GoToError(backward)) return;
     if (const auto next = NextFinding(documentId, backward))
         GoTo(next->document->DocumentID(), next->finding.at.start, next->finding.message);
     else

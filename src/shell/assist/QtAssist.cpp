@@ -59,7 +59,9 @@ QtAssist::~QtAssist()
 
 void QtAssist::ShowPanels()
 {
+    const bool comes = services_.settings.ProblemsShown && problems_->isHidden();
     problems_->setVisible(services_.settings.ProblemsShown);
+    if (comes) problems_->raise(); // other lists may lie in the same place
     outline_->setVisible(services_.settings.OutlineShown);
     KeepCaretsSeen();
 }

@@ -108,6 +108,21 @@ TEST(ResultsModelTest, WhatACompilerPrintsLeadsToItsProgram)
         EXPECT_EQ(at->Path(), row.item.empty() ? active.Path() : account + row.item);
         EXPECT_EQ(test.View(*at).Caret().line + 1, row.sourceLine);
     }
+
+    // One key goes from error to error, wherever the user is.
+    test.model.ShowResults(output);
+    const std::pair<bool, int32_t> steps[] = {{false, 1}, {false, 4}, {false, 5}, {false, 6},  {true, 5}, {false, 6},
+                                              {false, 7}, {false, 8}, {false, 9}, {false, -1}, {true, 8}};
+    for (const auto& [backward, row] : steps) EXPECT_EQ(test.model.GoToError(backward).value_or(-1), row);
+    test.model.ShowResults(u"12 lines checked\r\nLine 3: no END before line 4.\r\nOutline 2");
+    active.Activate();
+    EXPECT_EQ(test.model.GoToError(true), std::nullopt);
+    EXPECT_EQ(test.model.GoToError(false), 1);
+    auto at = t.Documents().ById(t.window.activeDocument);
+    EXPECT_EQ(at->Path(), account + u"BP/MAIN") << "what was compiled, not what is in front";
+    EXPECT_EQ(test.View(*at).Caret().line, 2);
+    EXPECT_EQ(t.window.status[1], u"Line 3: no END before line 4.");
+    EXPECT_EQ(test.model.GoToError(false), std::nullopt);
 }
 
 /// To the line that was meant, whatever other numbers stand in it; lines that belong to no item lead nowhere.
