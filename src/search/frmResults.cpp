@@ -280,7 +280,9 @@ bool frmResults::GoToError(bool backward)
     if (!row) return false;
     FillIn();
     QTextCursor cursor(txResults_->document()->findBlockByNumber(*row));
-    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    // Backwards, so that the beginning of a long line is in sight.
+    cursor.movePosition(QTextCursor::EndOfBlock);
+    cursor.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
     txResults_->setTextCursor(cursor);
     return true;
 }
