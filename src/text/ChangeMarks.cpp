@@ -311,6 +311,23 @@ void ChangeMarks::EndSaving(bool saved)
     untouched_ = false;
 }
 
+void ChangeMarks::SetStored(std::shared_ptr<const TextSnapshot> stored)
+{
+    stored_ = std::move(stored);
+    knowsStored_ = true;
+}
+
+void ChangeMarks::ForgetStored()
+{
+    stored_ = nullptr;
+    knowsStored_ = false;
+}
+
+std::shared_ptr<const TextSnapshot> ChangeMarks::Stored() const
+{
+    return stored_ || !knowsStored_ ? stored_ : lines_.Snapshot();
+}
+
 void ChangeMarks::BeforeAll(const std::vector<ReplacedLines>& all)
 {
     for (const ReplacedLines& replaced : all) BeforeEdit(replaced.first, replaced.last);
@@ -329,6 +346,7 @@ void ChangeMarks::AllReplaced(const std::vector<ReplacedLines>& all)
 void ChangeMarks::BeforeEdit(int32_t first, int32_t last)
 {
     if (many_) return;
+    KeepStored();
     untouched_ = false;
     if (saving_) sinceSaving_.BeforeEdit(lines_, first, last);
     if (all_) return;

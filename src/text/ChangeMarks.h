@@ -5,6 +5,7 @@
 #include "text/LineStore.h"
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace nib {
@@ -91,12 +92,28 @@ public:
     void AllReplaced(const std::vector<ReplacedLines>& all);
     void NoneReplaced() { many_ = false; }
 
+    /// The text is as it is stored, or is what `stored` holds by now.
+    void SetStored(std::shared_ptr<const TextSnapshot> stored = nullptr);
+    void ForgetStored();
+    /// What was said to be stored, whatever has been edited since; null where nothing was.
+    std::shared_ptr<const TextSnapshot> Stored() const;
+    /// The whole text is about to be another one.
+    void BeforeReplacing() { KeepStored(); }
+
     LineMarks Of(int32_t line) const;
     /// The first line from `line` on with a mark of this kind, -1 when there is none.
     int32_t Next(int32_t line, LineChange change) const;
 
 private:
+    /// Not before the first edit: until then a copy of each chunk would be made for what scanning finds in it.
+    void KeepStored()
+    {
+        if (knowsStored_ && !stored_) stored_ = lines_.Snapshot();
+    }
+
     const LineStore& lines_;
+    std::shared_ptr<const TextSnapshot> stored_; ///< null while nothing was edited
+    bool knowsStored_ = false;
     LineDifferences sinceSave_;
     LineDifferences sinceOpening_; ///< before the first save the other one is it
     LineDifferences sinceSaving_;  ///< while it is being saved
