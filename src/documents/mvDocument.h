@@ -84,6 +84,11 @@ public:
     bool ItemSaveAs(std::shared_ptr<mvItem> item);
     /// Takes what is stored now, in one step of undo; caret, folds and bookmarks stay with the lines that do.
     bool Reload();
+    /// The text as it was read or saved last; none where that is not known any more.
+    std::optional<Text> TextAsStored() const;
+    /// `theirs`, which was read from `stored`, was brought together with the text: it becomes `merged`, in one step of
+    /// undo, and what a save replaces is `theirs`. False, and nothing is changed, where another text is stored by now.
+    bool TakeMerged(mvItem& stored, TextView theirs, TextView merged);
     clsDocView& EnsureView();
     clsDocView* View() const { return view_.get(); }
     Text TitleText() const;
@@ -139,8 +144,6 @@ public:
     // How it is stored; part of it counts from the next save on, until when it is changed.
     /// Null where nothing is known of that, as of a document that was never saved.
     const StoredForm* Stored() const;
-    /// The text as it was read or saved last, however it has been edited since; none where nothing is stored yet.
-    std::optional<LinewiseText> AsStored() const;
     /// The text as a save would write it now.
     LinewiseText AsWritten() { return stored_.Written(EnsureView().txtText().Document().Snapshot()); }
     bool MixedEnds() const { return stored_.AnyOddEnd(); }
@@ -188,7 +191,7 @@ private:
     int32_t documentId_;
     std::shared_ptr<mvItem> item_;
     StoredLines stored_;
-    int64_t readAt_ = 0; ///< seconds since the epoch: when what is stored was read or saved last
+    int64_t readAt_ = 0; ///< seconds since the epoch: when what is stored was read or saved last; 0: nothing is stored
     int32_t newNumber_ = 0;
     std::unique_ptr<clsDocView> view_;
     bool highlight_;

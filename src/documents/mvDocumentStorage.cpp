@@ -46,7 +46,7 @@ bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
     source.Document().ClearBookmarks();
     source.Document().ClearUndo();
     source.Document().SetModified(false);
-    source.Document().ForgetStored();
+    readAt_ = 0;
     source.SetReadOnly(false);
     newNumber_ = ++services_.lastNewNumber;
     labels_.reset();
@@ -209,10 +209,8 @@ std::vector<TabPlace> mvDocument::ShowRead(ReadText text)
 void mvDocument::RememberStored(const std::vector<TabPlace>& tabs)
 {
     const StoredForm* form = item_->Form();
-    SourceDocument& text = Source()->Document();
-    stored_.Read(tabs, form ? form->OddEnds() : std::vector<OddEnd>(), services_.settings.TabSize, text,
+    stored_.Read(tabs, form ? form->OddEnds() : std::vector<OddEnd>(), services_.settings.TabSize, Source()->Document(),
                  services_.lastLineId);
-    text.SetStored();
     readAt_ = std::time(nullptr);
 }
 
@@ -260,7 +258,6 @@ void mvDocument::WriteFrom(SourceView& source, mvItem& item)
     item.WriteWhole(written, [this](const auto& work) { services_.frame.Await(work); });
     item.Commit();
     saving.Done();
-    source.Document().SetStored(text);
     IgnoringErrors([&] { services_.shell.DocumentSaved({item, before, readAt_, written, std::time(nullptr)}); });
     readAt_ = std::time(nullptr);
 }
@@ -268,7 +265,10 @@ void mvDocument::WriteFrom(SourceView& source, mvItem& item)
 /// As it was read or saved last; for an item that this document was not on, as it is there.
 std::optional<LinewiseText> mvDocument::StoredBefore(mvItem& item)
 {
-    if (item_.get() == &item) return AsStored();
+    if (item_.get() == &item) {
+        const auto text = readAt_ != 0 ? Source()->Document().StoredText() : nullptr;
+        return text ? std::optional(stored_.Written(text)) : std::nullopt;
+    }
     if (!services_.shell.KeepsVersions(item) || !item.Exists()) return std::nullopt;
     readAt_ = std::time(nullptr);
     return OrDefault(
@@ -281,12 +281,6 @@ std::optional<LinewiseText> mvDocument::StoredBefore(mvItem& item)
             return std::optional(std::move(lines));
         },
         std::optional<LinewiseText>());
-}
-
-std::optional<LinewiseText> mvDocument::AsStored() const
-{
-    const auto text = view_ ? Source()->Document().Stored() : nullptr;
-    return text ? std::optional(stored_.Written(text)) : std::nullopt;
 }
 
 bool mvDocument::FileSave()

@@ -2,10 +2,9 @@
 // Which lines differ from what was saved, and from what was opened, however they came to be as they are: texts are
 // compared, so undo, redo and retyping need not be told apart.
 
-#include "text/LineStore.h"
+#include "text/KeptText.h"
 
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 namespace nib {
@@ -80,9 +79,15 @@ public:
     void BeginSaving();
     void EndSaving(bool saved);
     /// The text is again what was saved.
-    void BackAtSaved() { sinceSave_.Clear(); }
+    void BackAtSaved();
     /// It is not what is stored; a text that nobody has edited yet is so as a whole.
     void Unsaved() { all_ = all_ || untouched_; }
+    /// The whole text is about to become another one.
+    void BeforeReset();
+    /// What was read or saved last, null where that is not known any more.
+    std::shared_ptr<const TextSnapshot> Stored() const { return stored_.Get(lines_); }
+    /// Another program has stored this meanwhile, and the user knows.
+    void SetStored(std::shared_ptr<const TextSnapshot> text) { stored_.Set(std::move(text)); }
 
     void BeforeEdit(int32_t first, int32_t last);
     void LinesReplaced(int32_t first, int32_t oldLast, int32_t newLast);
@@ -92,28 +97,12 @@ public:
     void AllReplaced(const std::vector<ReplacedLines>& all);
     void NoneReplaced() { many_ = false; }
 
-    /// The text is as it is stored, or is what `stored` holds by now.
-    void SetStored(std::shared_ptr<const TextSnapshot> stored = nullptr);
-    void ForgetStored();
-    /// What was said to be stored, whatever has been edited since; null where nothing was.
-    std::shared_ptr<const TextSnapshot> Stored() const;
-    /// The whole text is about to be another one.
-    void BeforeReplacing() { KeepStored(); }
-
     LineMarks Of(int32_t line) const;
     /// The first line from `line` on with a mark of this kind, -1 when there is none.
     int32_t Next(int32_t line, LineChange change) const;
 
 private:
-    /// Not before the first edit: until then a copy of each chunk would be made for what scanning finds in it.
-    void KeepStored()
-    {
-        if (knowsStored_ && !stored_) stored_ = lines_.Snapshot();
-    }
-
     const LineStore& lines_;
-    std::shared_ptr<const TextSnapshot> stored_; ///< null while nothing was edited
-    bool knowsStored_ = false;
     LineDifferences sinceSave_;
     LineDifferences sinceOpening_; ///< before the first save the other one is it
     LineDifferences sinceSaving_;  ///< while it is being saved
@@ -122,6 +111,8 @@ private:
     bool many_ = false;
     bool all_ = false; ///< nothing is known of what is stored
     bool untouched_ = true;
+    KeptText stored_;
+    KeptText written_; ///< what is being saved
 };
 
 } // namespace nib

@@ -135,11 +135,10 @@ public:
     /// edited meanwhile is not in it.
     std::shared_ptr<const TextSnapshot> BeginSaving();
     void EndSaving(bool saved);
-    /// The text as it is now, or as the snapshot has it, is what is stored.
-    void SetStored(std::shared_ptr<const TextSnapshot> stored = nullptr) { changes_.SetStored(std::move(stored)); }
-    void ForgetStored() { changes_.ForgetStored(); }
-    /// As it is stored, however it has been edited since; null where that was never said.
-    std::shared_ptr<const TextSnapshot> Stored() const { return changes_.Stored(); }
+    /// What was read or saved last, null where that is not known any more.
+    std::shared_ptr<const TextSnapshot> StoredText() const { return changes_.Stored(); }
+    /// Another program has stored this meanwhile: the text counts as edited from it, and as modified.
+    void SetStoredText(TextView text);
     /// How a line differs from what was saved or opened.
     LineMarks ChangesAt(int32_t line) const { return changes_.Of(ClampLine(line)); }
     /// The next line so marked, from this one on; -1 when there is none.

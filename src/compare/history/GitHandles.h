@@ -3,6 +3,7 @@
 
 #include "base/Error.h"
 #include "base/Text.h"
+#include "compare/GitLibrary.h"
 
 #include <git2.h>
 
@@ -73,15 +74,6 @@ struct GitIdLess {
     bool operator()(const git_oid& a, const git_oid& b) const { return git_oid_cmp(&a, &b) < 0; }
 };
 using GitIds = std::set<git_oid, GitIdLess>;
-
-/// The library is there for as long as one of these.
-class GitLibrary {
-public:
-    GitLibrary() { git_libgit2_init(); }
-    ~GitLibrary() { git_libgit2_shutdown(); }
-    GitLibrary(const GitLibrary&) = delete;
-    GitLibrary& operator=(const GitLibrary&) = delete;
-};
 
 inline std::string ToHex(const git_oid& id)
 {
