@@ -1446,6 +1446,14 @@ Qt %2</translation>
         <source>Export</source>
         <translation>Exportieren</translation>
     </message>
+    <message>
+        <source>&amp;Authors</source>
+        <translation>&amp;Autoren</translation>
+    </message>
+    <message>
+        <source>Histor&amp;y</source>
+        <translation>&amp;Verlauf</translation>
+    </message>
 </context>
 <context>
     <name>Message</name>
@@ -2320,6 +2328,57 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>1 to %1</source>
         <translation>1 bis %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmHistory</name>
+    <message>
+        <source>When</source>
+        <translation>Wann</translation>
+    </message>
+    <message>
+        <source>Who</source>
+        <translation>Wer</translation>
+    </message>
+    <message>
+        <source>Lines</source>
+        <translation>Zeilen</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>Nachricht</translation>
+    </message>
+    <message>
+        <source>as it was first read</source>
+        <translation>wie zuerst gelesen</translation>
+    </message>
+    <message>
+        <source>changed elsewhere</source>
+        <translation>anderswo geändert</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Bring Back</source>
+        <translation>Zurückholen</translation>
+    </message>
+    <message>
+        <source>Compare</source>
+        <translation>Vergleichen</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>Fassungen</translation>
+    </message>
+    <message>
+        <source>Makes the text of the chosen version that of the document; Undo takes that back</source>
+        <translation>Macht den Text der gewählten Fassung zu dem des Dokuments; Rückgängig nimmt das zurück</translation>
+    </message>
+    <message>
+        <source>Shows what differs between two chosen versions, or one and the document</source>
+        <translation>Zeigt, was sich zwischen zwei gewählten Fassungen oder zwischen einer und dem Dokument unterscheidet</translation>
     </message>
 </context>
 <context>

@@ -30,6 +30,10 @@ void ProgramDialogs::Load(Program& program)
     LoadSearch(program);
     goto_ = std::make_unique<frmGoto>(program.Services(), &mainWindow_);
     program.Services().results = results_.get();
+    history_ = std::make_unique<QtHistory>(program.Versions(), program.Services(), mainWindow_,
+                                           [&program] { program.StateChanged(); });
+    history_->onRoomChanged = resultsPanel_->onRoomChanged;
+    history_->onLeave = resultsPanel_->onLeave;
 }
 
 void ProgramDialogs::LoadSearch(Program& program)
@@ -63,6 +67,7 @@ void ProgramDialogs::LoadSearch(Program& program)
 void ProgramDialogs::Unload()
 {
     if (program_) program_->Services().results = nullptr;
+    history_.reset();
     help_.reset();
     goto_.reset();
     findAccount_.reset();
