@@ -39,9 +39,10 @@ std::vector<MarginNote> NotesOf(const AuthoredText& authors)
 
 } // namespace
 
-QtHistory::QtHistory(ItemHistory& history, DocumentServices& services, QMainWindow& window,
+QtHistory::QtHistory(ItemHistory& history, DocumentServices& services, QtCompareWindows& compare, QMainWindow& window,
                      std::function<void()> stateChanged)
-    : history_(history), services_(services), window_(window), panel_(new frmHistory(history, services, &window))
+    : history_(history), services_(services), window_(window),
+      panel_(new frmHistory(history, services, compare, &window))
 {
     window_.addDockWidget(Qt::RightDockWidgetArea, panel_);
     window_.resizeDocks({panel_}, {kWidth}, Qt::Horizontal);

@@ -16,13 +16,12 @@ class SourceViewWidget;
 class QtHistory {
 public:
     /// All outlive it. `stateChanged` is called when the user closes the panel.
-    QtHistory(ItemHistory& history, DocumentServices& services, QMainWindow& window,
+    QtHistory(ItemHistory& history, DocumentServices& services, QtCompareWindows& compare, QMainWindow& window,
               std::function<void()> stateChanged);
     ~QtHistory();
     QtHistory(const QtHistory&) = delete;
     QtHistory& operator=(const QtHistory&) = delete;
 
-    void SetCompare(frmHistory::Compare compare) { panel_->SetCompare(std::move(compare)); }
     /// After the panel took room from the texts or gave it back.
     std::function<void()> onRoomChanged;
 

@@ -100,8 +100,8 @@ private:
     int count_ = 0;
 };
 
-frmHistory::frmHistory(ItemHistory& history, DocumentServices& services, QWidget* window)
-    : QDockWidget(tr("History"), window), list_(history, services), model_(new Model(list_, this)),
+frmHistory::frmHistory(ItemHistory& history, DocumentServices& services, QtCompareWindows& compare, QWidget* window)
+    : QDockWidget(tr("History"), window), list_(history, services), compare_(compare), model_(new Model(list_, this)),
       view_(new QTreeView), bringBack_(new QPushButton(tr("Bring Back"))),
       compareButton_(new QPushButton(tr("Compare")))
 {
@@ -122,7 +122,6 @@ frmHistory::frmHistory(ItemHistory& history, DocumentServices& services, QWidget
     auto* buttons = new QHBoxLayout;
     bringBack_->setToolTip(tr("Makes the text of the chosen version that of the document; Undo takes that back"));
     compareButton_->setToolTip(tr("Shows what differs between two chosen versions, or one and the document"));
-    compareButton_->hide();
     buttons->addWidget(bringBack_);
     buttons->addWidget(compareButton_);
     buttons->addStretch();
@@ -140,12 +139,6 @@ frmHistory::frmHistory(ItemHistory& history, DocumentServices& services, QWidget
 }
 
 frmHistory::~frmHistory() = default;
-
-void frmHistory::SetCompare(Compare compare)
-{
-    compare_ = std::move(compare);
-    compareButton_->setVisible(static_cast<bool>(compare_));
-}
 
 void frmHistory::TakeFocus()
 {
@@ -188,24 +181,26 @@ void frmHistory::BringBack()
     if (rows.size() == 1) Try([&] { list_.BringBack(rows.front()); });
 }
 
-Text frmHistory::CaptionOf(size_t row) const
+CompareText frmHistory::TextOf(size_t row) const
 {
+    const Version& version = list_.Rows()[row];
     const auto document = list_.Document();
-    return (document ? document->DisplayName() : Text()) + u", " + ToText(TimeText(list_.Rows()[row]));
+    return {document ? document->DisplayName() : Text(), ToText(TimeText(version)) + u", " + version.author,
+            list_.TextOf(row), nullptr};
 }
 
 void frmHistory::CompareChosen()
 {
     const std::vector<size_t> rows = Chosen();
     const auto document = list_.Document();
-    if (!compare_ || !document || rows.empty() || rows.size() > 2) return;
+    if (!document || rows.empty() || rows.size() > 2) return;
     Try([&] {
         // The older one at the left.
-        const size_t older = rows.back();
+        CompareText older = TextOf(rows.back());
         if (rows.size() == 2)
-            compare_(CaptionOf(older), list_.TextOf(older), CaptionOf(rows.front()), list_.TextOf(rows.front()));
+            compare_.Compare(std::move(older), TextOf(rows.front()));
         else
-            compare_(CaptionOf(older), list_.TextOf(older), document->DisplayName(), document->AsWritten().Whole());
+            compare_.Compare(std::move(older), *document);
     });
 }
 

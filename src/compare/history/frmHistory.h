@@ -1,4 +1,5 @@
 #pragma once
+#include "compare/QtCompareWindows.h"
 #include "compare/history/VersionList.h"
 
 #include <QCoreApplication>
@@ -15,16 +16,12 @@ namespace nib {
 class frmHistory final : public QDockWidget {
     Q_DECLARE_TR_FUNCTIONS(frmHistory)
 public:
-    /// Both outlive it.
-    frmHistory(ItemHistory& history, DocumentServices& services, QWidget* window);
+    /// All outlive it.
+    frmHistory(ItemHistory& history, DocumentServices& services, QtCompareWindows& compare, QWidget* window);
     ~frmHistory() override;
 
     /// The active document or its versions are others.
     void Follow();
-    /// The user wants to see what differs. Empty: it cannot be shown, and nothing offers it.
-    using Compare = std::function<void(const Text& leftCaption, const Text& leftText, const Text& rightCaption,
-                                       const Text& rightText)>;
-    void SetCompare(Compare compare);
     void TakeFocus();
     /// The user has closed it.
     std::function<void()> onClose;
@@ -46,14 +43,14 @@ private:
     void CompareChosen();
     /// Rows that are chosen, ascending.
     std::vector<size_t> Chosen() const;
-    Text CaptionOf(size_t row) const;
+    CompareText TextOf(size_t row) const;
 
     VersionList list_;
+    QtCompareWindows& compare_;
     Model* model_;
     QTreeView* view_;
     QPushButton* bringBack_;
     QPushButton* compareButton_;
-    Compare compare_;
 };
 
 /// When a version was saved, for the user to read.
