@@ -16,6 +16,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Message", "Save changes to %1 ?"),
     QT_TRANSLATE_NOOP("Message", "Item %1 does not exist. Create new item?"),
     QT_TRANSLATE_NOOP("Message", "Item %1 does not exist. Create new item?\nIts folder is %2."),
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): one text of two pieces
     QT_TRANSLATE_NOOP("Message", "Item %1 does not exist. Create new item?\nIts folder %2 does not exist either, so "
                                  "the item cannot be saved there."),
     QT_TRANSLATE_NOOP("Message", "%1 is open in another window. Open in \"read only\" mode instead?"),
