@@ -195,10 +195,9 @@ void frmMerge::Build(TextView name, const QFont& font)
 void frmMerge::resizeEvent(QResizeEvent* event)
 {
     QDialog::resizeEvent(event);
-    if (layout()) layout()->activate();
     const auto columns = static_cast<int>(kMergeSides);
-    for (int column = 0; column + 1 < columns; ++column)
-        sides_->setColumnWidth(column, sides_->viewport()->width() / columns);
+    const int room = layout()->contentsRect().width() - 2 * sides_->frameWidth();
+    for (int column = 0; column + 1 < columns; ++column) sides_->setColumnWidth(column, room / columns);
 }
 
 void frmMerge::Show(int32_t conflict)
