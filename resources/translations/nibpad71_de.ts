@@ -2470,7 +2470,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>&amp;Save Mine as a Copy...</source>
-        <translation>Eigenes als Ko&amp;pie speichern ...</translation>
+        <translation>Eigenes als Ko&amp;pie speichern...</translation>
     </message>
     <message>
         <source>Your text goes to another place, and theirs stays where it is.</source>

@@ -40,7 +40,7 @@ constexpr const char* kChoices[] = {
 
 constexpr MergeSide kColumns[] = {MergeSide::Theirs, MergeSide::Base, MergeSide::Mine};
 
-constexpr float kWeak = 0.17F;
+constexpr float kWeak = 0.2F;
 constexpr float kStrong = 0.4F;
 
 /// As people know the marks of their system.
