@@ -135,6 +135,12 @@ public:
     virtual StoredState StateToSave() { return State(); }
     /// The user knows of what has become of it: that is no change any more, and what a write replaces.
     virtual void AcceptState() {}
+    /// The same if that is what is stored now; else false, and nothing is accepted. Throws Error.
+    virtual bool AcceptVersion(TextView /*version*/)
+    {
+        AcceptState();
+        return true;
+    }
     /// Tells the stored text, as it was last read or written, from others, also in another run of the program; empty
     /// when nothing can.
     virtual Text Version() { return {}; }

@@ -27,6 +27,7 @@ public:
     {
         if (stored_) stored_->AcceptState();
     }
+    bool AcceptVersion(TextView version) override { return !stored_ || stored_->AcceptVersion(version); }
     Text Version() override { return stored_ ? stored_->Version() : Text(); }
     StoredForm* Form() override { return stored_ ? &stored_->Form() : nullptr; }
     std::optional<int64_t> StoredSize() override { return stored_ ? stored_->Size() : std::nullopt; }

@@ -19,6 +19,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "&Keep"),
     QT_TRANSLATE_NOOP("Logic", "C&ompare"),
     QT_TRANSLATE_NOOP("Logic", "C&lose"),
+    QT_TRANSLATE_NOOP("Logic", "&Merge"),
     // panels of the status bar
     QT_TRANSLATE_NOOP("Logic", "Account and connection"),
     QT_TRANSLATE_NOOP("Logic", "Lock of the item"),
