@@ -147,6 +147,8 @@ public:
     // How it is stored; part of it counts from the next save on, until when it is changed.
     /// Null where nothing is known of that, as of a document that was never saved.
     const StoredForm* Stored() const;
+    /// The text as a save would write it now.
+    LinewiseText AsWritten() { return stored_.Written(EnsureView().txtText().Document().Snapshot()); }
     bool MixedEnds() const { return stored_.AnyOddEnd(); }
     void SetEnds(LineEnd end);
     void SetCoding(TextCoding coding);
@@ -180,6 +182,7 @@ private:
     std::vector<TabPlace> ShowRead(ReadText text);
     void RememberStored(const std::vector<TabPlace>& tabs);
     void WriteFrom(SourceView& source, mvItem& item);
+    std::optional<LinewiseText> StoredBefore(mvItem& item);
     bool MayOverwrite(mvItem& item);
     /// The host's answer to a command about the item.
     Text Execute(mvItem& item, TextView note, TextView command, TextView options);
@@ -191,6 +194,7 @@ private:
     int32_t documentId_;
     std::shared_ptr<mvItem> item_;
     StoredLines stored_;
+    int64_t readAt_ = 0; ///< seconds since the epoch: when what is stored was read or saved last; 0: nothing is stored
     int32_t newNumber_ = 0;
     std::unique_ptr<clsDocView> view_;
     bool highlight_;

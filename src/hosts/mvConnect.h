@@ -225,6 +225,8 @@ public:
     virtual Text DialectOf(TextView /*serverName*/) { return {}; }
     /// By its name or as #RRGGBB, what documents of the account of the place are told from others by; empty for none.
     virtual Text ColorOf(const ItemPlace& /*account*/) const { return {}; }
+    /// What is saved in the account of the place leaves a version.
+    virtual bool KeepsHistory(const ItemPlace& /*account*/) const { return true; }
 
     // The text of a place is the same for all connections.
     Text ComposeHostPath(const ItemPlace& place) const { return nib::ComposeHostPath(place); }
