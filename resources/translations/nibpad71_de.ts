@@ -1494,6 +1494,61 @@ Qt %2</translation>
         <source>With Another &amp;Item or File...</source>
         <translation>Mit einem anderen &amp;Item oder einer Datei...</translation>
     </message>
+    <message>
+        <source>&amp;Merge</source>
+        <translation>&amp;Zusammenführen</translation>
+    </message>
+</context>
+<context>
+    <name>MergeLooks</name>
+    <message>
+        <source>Unchanged</source>
+        <translation>Unverändert</translation>
+    </message>
+    <message>
+        <source>Theirs</source>
+        <translation>Fremd</translation>
+    </message>
+    <message>
+        <source>Mine</source>
+        <translation>Eigen</translation>
+    </message>
+    <message>
+        <source>Both alike</source>
+        <translation>Beide gleich</translation>
+    </message>
+    <message>
+        <source>Conflict</source>
+        <translation>Konflikt</translation>
+    </message>
+    <message>
+        <source>nothing is chosen yet</source>
+        <translation>noch nichts gewählt</translation>
+    </message>
+    <message>
+        <source>theirs is taken</source>
+        <translation>Fremdes gewählt</translation>
+    </message>
+    <message>
+        <source>mine is taken</source>
+        <translation>Eigenes gewählt</translation>
+    </message>
+    <message>
+        <source>theirs is taken, then mine</source>
+        <translation>Fremdes, dann Eigenes gewählt</translation>
+    </message>
+    <message>
+        <source>mine is taken, then theirs</source>
+        <translation>Eigenes, dann Fremdes gewählt</translation>
+    </message>
+    <message>
+        <source>neither is taken</source>
+        <translation>keines von beiden gewählt</translation>
+    </message>
+    <message>
+        <source>%1 lines are the same</source>
+        <translation>%1 gleiche Zeilen</translation>
+    </message>
 </context>
 <context>
     <name>Message</name>
@@ -1787,6 +1842,45 @@ Sind die Sicherungen gelöscht, lassen sie sich nicht mehr wiederherstellen.</tr
         <source>It is not known any more how %1 was opened.</source>
         <translation>Es ist nicht mehr bekannt, wie %1 geöffnet wurde.</translation>
     </message>
+    <message>
+        <source>%1 was changed by another program since it was opened.
+
+Reload takes what is stored now, Keep stays with the text in the window, Compare lists what differs. It has unsaved changes: after Reload they are lost unless you undo it. Merge brings theirs and yours together, and stores nothing yet.</source>
+        <translation>%1 wurde von einem anderen Programm geändert, seit es geöffnet wurde.
+
+„Neu laden“ nimmt, was jetzt gespeichert ist, „Behalten“ bleibt beim Text im Fenster, „Vergleichen“ zeigt die Unterschiede. Es hat ungespeicherte Änderungen: Nach „Neu laden“ sind sie verloren, wenn Sie es nicht rückgängig machen. „Zusammenführen“ vereint das Fremde mit dem Eigenen und speichert noch nichts.</translation>
+    </message>
+    <message>
+        <source>%1 was changed once more meanwhile. This is the merge with what is stored now.</source>
+        <translation>%1 wurde inzwischen noch einmal geändert. Hier wird zusammengeführt, was jetzt gespeichert ist.</translation>
+    </message>
+</context>
+<context>
+    <name>OutcomeTable</name>
+    <message>
+        <source>Line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Of whom</source>
+        <translation>Von wem</translation>
+    </message>
+    <message>
+        <source>Outcome</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>conflict %1: choose above</source>
+        <translation>Konflikt %1: oben wählen</translation>
+    </message>
+    <message>
+        <source>lines are gone here</source>
+        <translation>hier fehlen Zeilen</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>Vorher</translation>
+    </message>
 </context>
 <context>
     <name>Printing</name>
@@ -2047,6 +2141,21 @@ If your Ventrino session is no longer running, try closing or resetting the sess
         <translation>Eine Anfrage an den MultiValue-Datenbankserver läuft. Bitte warten.
 
 Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder setzen Sie sie zurück.</translation>
+    </message>
+</context>
+<context>
+    <name>SidesTable</name>
+    <message>
+        <source>Theirs: as it is stored now</source>
+        <translation>Fremd: wie es jetzt gespeichert ist</translation>
+    </message>
+    <message>
+        <source>Mine</source>
+        <translation>Eigen</translation>
+    </message>
+    <message>
+        <source>Before: as last read or saved</source>
+        <translation>Vorher: wie zuletzt gelesen oder gespeichert</translation>
     </message>
 </context>
 <context>
@@ -2574,6 +2683,93 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Documents</source>
         <translation>Dokumente</translation>
+    </message>
+</context>
+<context>
+    <name>frmMerge</name>
+    <message>
+        <source>&amp;Theirs</source>
+        <translation>&amp;Fremdes</translation>
+    </message>
+    <message>
+        <source>&amp;Mine</source>
+        <translation>&amp;Eigenes</translation>
+    </message>
+    <message>
+        <source>Theirs, t&amp;hen Mine</source>
+        <translation>F&amp;remdes, dann Eigenes</translation>
+    </message>
+    <message>
+        <source>Mine, the&amp;n Theirs</source>
+        <translation>E&amp;igenes, dann Fremdes</translation>
+    </message>
+    <message>
+        <source>N&amp;either</source>
+        <translation>&amp;Keines</translation>
+    </message>
+    <message>
+        <source>Take &amp;All of Theirs</source>
+        <translation>&amp;Alles Fremde nehmen</translation>
+    </message>
+    <message>
+        <source>The document becomes what is stored now. Undo brings your text back.</source>
+        <translation>Das Dokument wird zu dem, was jetzt gespeichert ist. „Rückgängig“ bringt Ihren Text zurück.</translation>
+    </message>
+    <message>
+        <source>&amp;Save Mine as a Copy...</source>
+        <translation>Eigenes als Ko&amp;pie speichern...</translation>
+    </message>
+    <message>
+        <source>Your text goes to another place, and theirs stays where it is.</source>
+        <translation>Ihr Text kommt an einen anderen Ort, der fremde bleibt, wo er ist.</translation>
+    </message>
+    <message>
+        <source>Me&amp;rge</source>
+        <translation>&amp;Zusammenführen</translation>
+    </message>
+    <message>
+        <source>The document becomes the outcome. Nothing is stored before you save it.</source>
+        <translation>Das Dokument wird zum Ergebnis. Gespeichert wird erst, wenn Sie es speichern.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>The three texts</source>
+        <translation>Die drei Texte</translation>
+    </message>
+    <message>
+        <source>Outcome</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>&amp;Previous</source>
+        <translation>&amp;Voriger</translation>
+    </message>
+    <message>
+        <source>Ne&amp;xt</source>
+        <translation>&amp;Nächster</translation>
+    </message>
+    <message>
+        <source>Previous conflict</source>
+        <translation>Voriger Konflikt</translation>
+    </message>
+    <message>
+        <source>Next conflict</source>
+        <translation>Nächster Konflikt</translation>
+    </message>
+    <message>
+        <source>Merge %1</source>
+        <translation>%1 zusammenführen</translation>
+    </message>
+    <message>
+        <source>Conflict %1 of %2: %3</source>
+        <translation>Konflikt %1 von %2: %3</translation>
+    </message>
+    <message>
+        <source>%1 was changed by others while you changed it here. What does not overlap is merged: %2 of their changes, %3 of yours, %4 that both made.</source>
+        <translation>%1 wurde von anderen geändert, während Sie es hier geändert haben. Was sich nicht überschneidet, ist zusammengeführt: fremde Änderungen %2, eigene %3, von beiden gemachte %4.</translation>
     </message>
 </context>
 <context>

@@ -1,7 +1,9 @@
 #include "app/ProgramDialogs.h"
 
+#include "compare/frmMerge.h"
 #include "persistence/recovery/frmAutoRecover.h"
 #include "persistence/settings/frmSettings.h"
+#include "platform/qt/QtText.h"
 #include "printing/QtPrinting.h"
 #include "shell/Program.h"
 #include "shell/frame/frmDocument.h"
@@ -129,6 +131,14 @@ void ProgramDialogs::ShowHelp(TextView page)
 {
     if (!help_) help_ = std::make_unique<HelpWindow>();
     help_->ShowHelp(page);
+}
+
+MergeAnswer ProgramDialogs::Merge(MergeModel& merge, TextView name)
+{
+    const MvEdit& settings = program_->EditorSettings();
+    QFont font(ToQString(settings.FontName));
+    if (const double points = ToQString(settings.FontSize).toDouble(); points >= 1) font.setPointSizeF(points);
+    return frmMerge(merge, name, font, &mainWindow_).ShowDialog();
 }
 
 void ProgramDialogs::IconsChosen(bool large)

@@ -32,6 +32,7 @@ public:
     void Show(Form form, mvDocument* document) override;
     void ShowHelp(TextView page) override;
     void Goto(Text& target) override { goto_->ShowGoto(target, &mainWindow_); }
+    MergeAnswer Merge(MergeModel& merge, TextView name) override;
     void OfferRecovered(modAutoRecover& recovery, TextView folder, const DynamicArray& names) override;
     // SettingsApplied
     void IconsChosen(bool large) override;

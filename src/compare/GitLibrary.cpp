@@ -55,11 +55,12 @@ GitLibrary::~GitLibrary()
 }
 
 void GitLibrary::ForEachHunk(std::string_view left, std::string_view right,
-                             const std::function<void(const GitHunk& hunk)>& visit) const
+                             const std::function<void(const GitHunk& hunk)>& visit, Cut cut) const
 {
     git_diff_options options;
     git_diff_options_init(&options, GIT_DIFF_OPTIONS_VERSION);
-    options.flags = GIT_DIFF_FORCE_TEXT | GIT_DIFF_INDENT_HEURISTIC | GIT_DIFF_SKIP_BINARY_CHECK;
+    options.flags = GIT_DIFF_FORCE_TEXT | GIT_DIFF_SKIP_BINARY_CHECK;
+    if (cut == Cut::ForReaders) options.flags |= GIT_DIFF_INDENT_HEURISTIC;
     options.context_lines = 0;
     options.interhunk_lines = 0;
     options.max_size = -1;

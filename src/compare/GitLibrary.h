@@ -25,9 +25,11 @@ public:
     GitLibrary(const GitLibrary&) = delete;
     GitLibrary& operator=(const GitLibrary&) = delete;
 
+    /// Where a change could begin at several lines: where its indent reads best, or as late as git's merges have it.
+    enum class Cut : uint8_t { ForReaders, ForMerges };
     /// In order. Throws Error.
     void ForEachHunk(std::string_view left, std::string_view right,
-                     const std::function<void(const GitHunk& hunk)>& visit) const;
+                     const std::function<void(const GitHunk& hunk)>& visit, Cut cut = Cut::ForReaders) const;
     /// The file as it is in the last commit of the work tree that it lies in; nothing when there is no such tree,
     /// commit or file. Throws Error when the repository cannot be read.
     std::optional<std::string> CommittedFile(const std::string& fileName) const;

@@ -84,8 +84,11 @@ public:
     bool ItemSaveAs(std::shared_ptr<mvItem> item);
     /// Takes what is stored now, in one step of undo; caret, folds and bookmarks stay with the lines that do.
     bool Reload();
-    /// The text as it was read or saved last; none where that is not known any more.
-    std::optional<Text> TextAsStored() const;
+    /// The text as it was read or saved last; null where that is not known any more.
+    std::shared_ptr<const TextSnapshot> TextAsStored() const
+    {
+        return view_ ? Source()->Document().StoredText() : nullptr;
+    }
     /// `theirs`, which was read from `stored`, was brought together with the text: it becomes `merged`, in one step of
     /// undo, and what a save replaces is `theirs`. False, and nothing is changed, where another text is stored by now.
     bool TakeMerged(mvItem& stored, TextView theirs, TextView merged);

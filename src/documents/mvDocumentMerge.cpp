@@ -43,12 +43,6 @@ std::vector<Place> Moved(const std::vector<Place>& all, const std::vector<int32_
 
 } // namespace
 
-std::optional<Text> mvDocument::TextAsStored() const
-{
-    const auto stored = view_ ? Source()->Document().StoredText() : nullptr;
-    return stored ? std::optional(AsLines(stored).Whole()) : std::nullopt;
-}
-
 bool mvDocument::TakeMerged(mvItem& stored, TextView theirs, TextView merged)
 {
     if (!item_ || IsBeingSaved() || !item_->AcceptVersion(stored.Version())) return false;

@@ -2,6 +2,7 @@
 // The frame and the forms beside it, as the logic sees them.
 
 #include "base/DynamicArray.h"
+#include "compare/MergeModel.h"
 #include "documents/DocumentServices.h"
 
 namespace nib {
@@ -64,6 +65,8 @@ public:
     virtual void ShowHelp(TextView /*page*/) {}
     /// Opens with `target`, which takes what was gone to.
     virtual void Goto(Text& target) = 0;
+    /// What the user wants of a merge, with what was chosen in it. `name` is that of the document.
+    virtual MergeAnswer Merge(MergeModel& /*merge*/, TextView /*name*/) { return MergeAnswer::Cancel; }
     /// The files of these names, which an earlier session left in the folder.
     virtual void OfferRecovered(modAutoRecover& recovery, TextView folder, const DynamicArray& names) = 0;
 };

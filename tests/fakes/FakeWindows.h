@@ -181,6 +181,11 @@ struct FakeDialogs final : Dialogs {
     }
     void ShowHelp(TextView page) override { journal.Add(u"help " + Text(page)); }
     void Goto(Text& target) override { journal.Add(u"goto '" + target + u"'"); }
+    MergeAnswer Merge(MergeModel& merge, TextView name) override
+    {
+        journal.Add(u"merge " + Text(name));
+        return onMerge ? onMerge(merge) : MergeAnswer::Cancel;
+    }
     void OfferRecovered(modAutoRecover&, TextView folder, const DynamicArray& names) override
     {
         if (onOffer) onOffer(folder, names);
@@ -188,6 +193,7 @@ struct FakeDialogs final : Dialogs {
 
     Journal& journal;
     std::function<void(TextView folder, const DynamicArray& names)> onOffer;
+    std::function<MergeAnswer(MergeModel& merge)> onMerge;
     bool failing = false;
 };
 

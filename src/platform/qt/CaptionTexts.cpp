@@ -19,6 +19,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "&Keep"),
     QT_TRANSLATE_NOOP("Logic", "C&ompare"),
     QT_TRANSLATE_NOOP("Logic", "C&lose"),
+    QT_TRANSLATE_NOOP("Logic", "&Merge"),
     // texts that a document is compared with
     QT_TRANSLATE_NOOP("Logic", "as stored"),
     QT_TRANSLATE_NOOP("Logic", "as opened or saved"),
@@ -249,6 +250,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "&General"),
     QT_TRANSLATE_NOOP("Logic", "&Language Keywords"),
     QT_TRANSLATE_NOOP("Logic", "&User Keywords"),
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): one text of two pieces
     QT_TRANSLATE_NOOP("Logic", "\u2020 Setting was loaded from the NIB configuration file on the host.  Changes to "
                                "this setting will not be saved."),
     QT_TRANSLATE_NOOP("Logic", "&Load keywords and settings from host NIB configuration file when possible"),

@@ -38,6 +38,7 @@ inline constexpr HelpPage kHelpPages[] = {
     {u"Getting started", u"guide.html", u"The first hour"},
     {u"Getting started", u"files.html", u"Files and items"},
     {u"Getting started", u"locks.html", u"Locks and read-only documents"},
+    {u"Getting started", u"merge.html", u"Merging changes of others"},
     {u"Getting started", u"windows.html", u"Windows and bars"},
     {u"Working with text", u"editing.html", u"Editing"},
     {u"Working with text", u"blocks.html", u"Blocks and folding"},
