@@ -155,6 +155,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "Line &Wrap"),
     QT_TRANSLATE_NOOP("Logic", "S&plit"),
     QT_TRANSLATE_NOOP("Logic", "&Other Pane"),
+    QT_TRANSLATE_NOOP("Logic", "Record as &Grid"),
     QT_TRANSLATE_NOOP("Logic", "&Current Line"),
     QT_TRANSLATE_NOOP("Logic", "&Matches"),
     QT_TRANSLATE_NOOP("Logic", "C&hange Bars"),
