@@ -1505,6 +1505,46 @@ Qt %2</translation>
         <source>Record as &amp;Grid</source>
         <translation>&amp;Datensatz als Tabelle</translation>
     </message>
+    <message>
+        <source>as stored</source>
+        <translation>wie gespeichert</translation>
+    </message>
+    <message>
+        <source>as opened or saved</source>
+        <translation>wie geöffnet oder gesichert</translation>
+    </message>
+    <message>
+        <source>last commit</source>
+        <translation>letzter Commit</translation>
+    </message>
+    <message>
+        <source>deleted</source>
+        <translation>gelöscht</translation>
+    </message>
+    <message>
+        <source>Com&amp;pare</source>
+        <translation>Ver&amp;gleichen</translation>
+    </message>
+    <message>
+        <source>With the &amp;Stored Item</source>
+        <translation>Mit dem ge&amp;speicherten Item</translation>
+    </message>
+    <message>
+        <source>With the Text as &amp;Opened</source>
+        <translation>Mit dem Text beim Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>With the Last &amp;Commit</source>
+        <translation>Mit dem letzten &amp;Commit</translation>
+    </message>
+    <message>
+        <source>With an Open &amp;Document...</source>
+        <translation>Mit einem offenen &amp;Dokument...</translation>
+    </message>
+    <message>
+        <source>With Another &amp;Item or File...</source>
+        <translation>Mit einem anderen &amp;Item oder einer Datei...</translation>
+    </message>
 </context>
 <context>
     <name>Message</name>
@@ -1857,6 +1897,18 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
         <source>This record is too large for a grid.</source>
         <translation>Dieser Datensatz ist zu groß für eine Tabelle.</translation>
     </message>
+    <message>
+        <source>%1 has not been saved yet.</source>
+        <translation>%1 wurde noch nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>%1 is in no commit.</source>
+        <translation>%1 ist in keinem Commit.</translation>
+    </message>
+    <message>
+        <source>It is not known any more how %1 was opened.</source>
+        <translation>Es ist nicht mehr bekannt, wie %1 geöffnet wurde.</translation>
+    </message>
 </context>
 <context>
     <name>Printing</name>
@@ -1891,6 +1943,59 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
     <message>
         <source>%1 cannot be written: %2</source>
         <translation>%1 lässt sich nicht schreiben: %2</translation>
+    </message>
+</context>
+<context>
+    <name>QtComparePainter</name>
+    <message>
+        <source>%1 lines alike</source>
+        <translation>%1 gleiche Zeilen</translation>
+    </message>
+</context>
+<context>
+    <name>QtCompareView</name>
+    <message>
+        <source>Vertical scroll bar</source>
+        <translation>Senkrechte Bildlaufleiste</translation>
+    </message>
+    <message>
+        <source>Horizontal scroll bar</source>
+        <translation>Waagerechte Bildlaufleiste</translation>
+    </message>
+    <message>
+        <source>Two texts side by side</source>
+        <translation>Zwei Texte nebeneinander</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <translation>nichts</translation>
+    </message>
+    <message>
+        <source>line %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>Changed. Left %1. Right %2.</source>
+        <translation>Geändert. Links %1. Rechts %2.</translation>
+    </message>
+    <message>
+        <source>Takes this over to the right (Alt+Right)</source>
+        <translation>Übernimmt dies nach rechts (Alt+Rechts)</translation>
+    </message>
+    <message>
+        <source>Takes this over to the left (Alt+Left)</source>
+        <translation>Übernimmt dies nach links (Alt+Links)</translation>
+    </message>
+</context>
+<context>
+    <name>QtCompareWindows</name>
+    <message>
+        <source>Compare</source>
+        <translation>Vergleichen</translation>
+    </message>
+    <message>
+        <source>With &amp;document:</source>
+        <translation>Mit dem &amp;Dokument:</translation>
     </message>
 </context>
 <context>
@@ -2212,6 +2317,89 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>frmCompare</name>
+    <message>
+        <source>The change before (Shift+F8)</source>
+        <translation>Die Änderung davor (Umschalt+F8)</translation>
+    </message>
+    <message>
+        <source>The next change (F8)</source>
+        <translation>Die nächste Änderung (F8)</translation>
+    </message>
+    <message>
+        <source>Takes this over to the left (Alt+Left)</source>
+        <translation>Übernimmt dies nach links (Alt+Links)</translation>
+    </message>
+    <message>
+        <source>Takes this over to the right (Alt+Right)</source>
+        <translation>Übernimmt dies nach rechts (Alt+Rechts)</translation>
+    </message>
+    <message>
+        <source>Ignore:</source>
+        <translation>Nicht beachten:</translation>
+    </message>
+    <message>
+        <source>&amp;Blanks</source>
+        <translation>&amp;Leerzeichen</translation>
+    </message>
+    <message>
+        <source>Indents, blanks at the end, and how many there are between words</source>
+        <translation>Einzüge, Leerzeichen am Ende und wie viele zwischen Wörtern stehen</translation>
+    </message>
+    <message>
+        <source>C&amp;ase</source>
+        <translation>&amp;Groß und klein</translation>
+    </message>
+    <message>
+        <source>Small and capital letters are the same</source>
+        <translation>Kleine und große Buchstaben sind gleich</translation>
+    </message>
+    <message>
+        <source>Co&amp;mments</source>
+        <translation>&amp;Kommentare</translation>
+    </message>
+    <message>
+        <source>Lines that hold nothing but a comment</source>
+        <translation>Zeilen, die nur einen Kommentar enthalten</translation>
+    </message>
+    <message>
+        <source>Compare %1</source>
+        <translation>%1 vergleichen</translation>
+    </message>
+    <message>
+        <source>One of the two is no text: it is not shown.</source>
+        <translation>Eines von beiden ist kein Text: Es wird nicht gezeigt.</translation>
+    </message>
+    <message>
+        <source>The comparison was stopped. F5 begins it again.</source>
+        <translation>Der Vergleich wurde angehalten. F5 beginnt ihn von vorn.</translation>
+    </message>
+    <message>
+        <source>The texts have too little in common to find all of it: some lines are shown as changed that are not.</source>
+        <translation>Die Texte haben zu wenig gemeinsam, um alles davon zu finden: Manche Zeilen stehen als geändert da, die es nicht sind.</translation>
+    </message>
+    <message>
+        <source>Comparing... (Escape stops)</source>
+        <translation>Vergleicht... (Escape hält an)</translation>
+    </message>
+    <message>
+        <source>No differences</source>
+        <translation>Keine Unterschiede</translation>
+    </message>
+    <message>
+        <source>No differences but those that are ignored</source>
+        <translation>Keine Unterschiede außer denen, die nicht beachtet werden</translation>
+    </message>
+    <message>
+        <source>Changes: %1</source>
+        <translation>Änderungen: %1</translation>
+    </message>
+    <message>
+        <source>Change %1 of %2</source>
+        <translation>Änderung %1 von %2</translation>
     </message>
 </context>
 <context>

@@ -32,6 +32,9 @@ void ProgramDialogs::Load(Program& program)
     LoadSearch(program);
     goto_ = std::make_unique<frmGoto>(program.Services(), &mainWindow_);
     program.Services().results = results_.get();
+    compare_ = std::make_unique<QtCompareWindows>(program.Services(), store_, &mainWindow_,
+                                                  [this](QWidget* content) { mainWindow_.TakeGuest(content); });
+    compare_->onSave = [&program](mvDocument& document) { program.Files().FileSave(document); };
 }
 
 void ProgramDialogs::LoadSearch(Program& program)
@@ -65,6 +68,7 @@ void ProgramDialogs::LoadSearch(Program& program)
 void ProgramDialogs::Unload()
 {
     if (program_) program_->Services().results = nullptr;
+    compare_.reset();
     help_.reset();
     goto_.reset();
     findAccount_.reset();
@@ -105,6 +109,11 @@ void ProgramDialogs::Show(Form form, mvDocument* document)
     case Form::Properties: frmProperties(&mainWindow_).ShowDialog(*document, program_->Place().now); break;
     case Form::Print: printing_.Print(*document); break;
     case Form::HelpTopics: ShowHelp({}); break;
+    case Form::CompareStored: compare_->Show(CompareWith::Stored, *document); break;
+    case Form::CompareOpened: compare_->Show(CompareWith::Opened, *document); break;
+    case Form::CompareDocument: compare_->Show(CompareWith::Document, *document); break;
+    case Form::CompareItem: compare_->Show(CompareWith::Item, *document); break;
+    case Form::CompareCommitted: compare_->Show(CompareWith::Committed, *document); break;
     case Form::Settings: {
         SettingsModel model(program_->Services(), store_, *this);
         frmSettings::ShowSettings(model, &mainWindow_, 1, editConnections_);

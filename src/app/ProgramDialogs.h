@@ -1,6 +1,7 @@
 #pragma once
 // The forms beside the main window, and what commands want of them.
 
+#include "compare/QtCompareWindows.h"
 #include "persistence/settings/SettingsModel.h"
 #include "platform/qt/QtDesktop.h"
 #include "search/QtResultsPanel.h"
@@ -57,6 +58,7 @@ private:
     std::unique_ptr<frmFindAccount> findAccount_;
     std::unique_ptr<frmGoto> goto_;
     std::unique_ptr<HelpWindow> help_;
+    std::unique_ptr<QtCompareWindows> compare_;
 };
 
 } // namespace nib

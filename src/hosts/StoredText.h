@@ -65,6 +65,7 @@ public:
     Text Version() override { return stored_.Version(); }
     StoredForm* Form() override { return &stored_.Form(); }
     std::optional<int64_t> StoredSize() override { return stored_.Size(); }
+    std::string StoredFile() const override { return stored_.Path(); }
 
     Text ReadItem(int32_t, int32_t, int32_t) override { return stored_.Read(); }
     ReadText ReadWhole() override { return stored_.ReadWhole(); }

@@ -15,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace nib {
@@ -148,6 +149,8 @@ public:
     virtual StoredForm* Form() { return nullptr; }
     /// Bytes, as it was last read or written; none when that is not known.
     virtual std::optional<int64_t> StoredSize() { return std::nullopt; }
+    /// The file on this machine that it is; empty when it is none.
+    virtual std::string StoredFile() const { return {}; }
     /// Null for a local file. Owned by the item.
     virtual mvSession* Session() { return nullptr; }
 

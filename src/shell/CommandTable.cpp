@@ -66,6 +66,15 @@ bool CanSaveAll(Context& c)
 {
     return c.document && (Writable(c) || c.program.OpenDocuments().Count() > 1);
 }
+/// Its item, that is, which may have gone since.
+bool HasStored(Context& c)
+{
+    return c.document && c.document->ItemObject();
+}
+bool HasTwo(Context& c)
+{
+    return c.document && c.program.OpenDocuments().Count() > 1;
+}
 bool CanCompile(Context& c)
 {
     return Writable(c) && c.document->CanCompile();
@@ -359,6 +368,11 @@ constexpr CommandRow kRows[] = {
     {u"QuickMend", ShowAssist<AssistForm::Mends>, HasView},
     {u"CompleteWords", SetAssist<&MvEdit::CompleteWords>, Always, Marks<&MvEdit::CompleteWords>},
     {u"CheckAsYouType", SetAssist<&MvEdit::CheckAsYouType>, Always, Marks<&MvEdit::CheckAsYouType>},
+    {u"CompareStored", Show<Form::CompareStored>, HasStored},
+    {u"CompareOpened", Show<Form::CompareOpened>, HasStored},
+    {u"CompareCommitted", Show<Form::CompareCommitted>, HasStored},
+    {u"CompareDocument", Show<Form::CompareDocument>, HasTwo},
+    {u"CompareItem", Show<Form::CompareItem>, HasDocument},
     {u"Settings", Show<Form::Settings>, Always},
     {u"HelpTopics", Show<Form::HelpTopics>, Always},
     {u"HelpAbout", Show<Form::About>, Always},

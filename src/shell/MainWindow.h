@@ -28,6 +28,9 @@ public:
     virtual void LetType(bool) {}
     /// While work is awaited: `what` is done once that is over. Else answers false.
     virtual bool Postpone(const std::function<void()>& /*what*/) { return false; }
+    // Windows that show no document of their own; their tabs have numbers below 0.
+    virtual void ActivateGuest(int32_t /*tab*/) {}
+    virtual void CloseGuest(int32_t /*tab*/) {}
 };
 
 /// What commands show.
@@ -42,7 +45,12 @@ enum class Form {
     HelpTopics,
     About,
     Properties,
-    Print
+    Print,
+    CompareStored,
+    CompareOpened,
+    CompareDocument,
+    CompareItem,
+    CompareCommitted
 };
 
 /// What commands want of forms. They live from Load to Unload.

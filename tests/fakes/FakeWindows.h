@@ -173,9 +173,10 @@ struct FakeDialogs final : Dialogs {
     void Unload() override { journal.Add(u"UnloadForms"); }
     void Show(Form form, mvDocument*) override
     {
-        static constexpr TextView kNames[] = {u"find",    u"find next", u"find bar", u"replace", u"find in account",
-                                              u"results", u"settings",  u"help",     u"about",   u"properties",
-                                              u"print"};
+        static constexpr TextView kNames[] = {u"find",    u"find next",     u"find bar", u"replace", u"find in account",
+                                              u"results", u"settings",      u"help",     u"about",   u"properties",
+                                              u"print",   u"compare stored"};
+        if (static_cast<size_t>(form) >= std::size(kNames)) return journal.Add(u"compare");
         journal.Add(Text(kNames[static_cast<size_t>(form)]));
     }
     void ShowHelp(TextView page) override { journal.Add(u"help " + Text(page)); }

@@ -49,6 +49,7 @@ inline constexpr HelpPage kHelpPages[] = {
     {u"Working with text", u"bookmarks.html", u"Bookmarks"},
     {u"Working with programs", u"format.html", u"Formatting"},
     {u"Working with programs", u"programs.html", u"Help with programs"},
+    {u"Working with programs", u"compare.html", u"Compare"},
     {u"Working with programs", u"compile.html", u"Compile and results"},
     {u"Reference", u"settings.html", u"Settings"},
     {u"Reference", u"keys.html", u"Keyboard shortcuts"},
