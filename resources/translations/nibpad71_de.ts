@@ -1168,7 +1168,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>None</source>
-        <translation>Keiner</translation>
+        <translation>Keine</translation>
     </message>
     <message>
         <source>Margin</source>
@@ -1188,7 +1188,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>Language keyword</source>
-        <translation>Schlüsselwort der Sprache</translation>
+        <translation>Wort der Sprache</translation>
     </message>
     <message>
         <source>Comment</source>
@@ -1204,7 +1204,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>User keyword</source>
-        <translation>Eigenes Schlüsselwort</translation>
+        <translation>Eigenes Wort</translation>
     </message>
     <message>
         <source>Statement</source>
@@ -1445,6 +1445,14 @@ Qt %2</translation>
     <message>
         <source>Export</source>
         <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>this program</source>
+        <translation>dieses Programm</translation>
+    </message>
+    <message>
+        <source>Local files</source>
+        <translation>Lokale Dateien</translation>
     </message>
 </context>
 <context>
@@ -1994,6 +2002,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>%1 lines</source>
+        <translation>%1 Zeilen</translation>
+    </message>
 </context>
 <context>
     <name>frmDocument</name>
@@ -2086,7 +2098,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Match &amp;case</source>
-        <translation>&amp;Groß/klein beachten</translation>
+        <translation>&amp;Groß/klein</translation>
     </message>
     <message>
         <source>Match &amp;whole word only</source>
@@ -2414,7 +2426,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Letters of an item&apos;s name; with @ in front, of a label or subroutine</source>
-        <translation>Buchstaben aus dem Namen eines Items; mit @ davor aus dem einer Marke oder eines Unterprogramms</translation>
+        <translation>Teil eines Item-Namens; mit @ davor einer Marke oder eines Unterprogramms</translation>
     </message>
     <message>
         <source>Name</source>
