@@ -1168,7 +1168,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>None</source>
-        <translation>Keiner</translation>
+        <translation>Keine</translation>
     </message>
     <message>
         <source>Margin</source>
@@ -1188,7 +1188,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>Language keyword</source>
-        <translation>Schlüsselwort der Sprache</translation>
+        <translation>Wort der Sprache</translation>
     </message>
     <message>
         <source>Comment</source>
@@ -1204,7 +1204,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>User keyword</source>
-        <translation>Eigenes Schlüsselwort</translation>
+        <translation>Eigenes Wort</translation>
     </message>
     <message>
         <source>Statement</source>
@@ -1544,6 +1544,14 @@ Qt %2</translation>
     <message>
         <source>With Another &amp;Item or File...</source>
         <translation>Mit einem anderen &amp;Item oder einer Datei...</translation>
+    </message>
+    <message>
+        <source>this program</source>
+        <translation>dieses Programm</translation>
+    </message>
+    <message>
+        <source>Local files</source>
+        <translation>Lokale Dateien</translation>
     </message>
 </context>
 <context>
@@ -2318,6 +2326,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>%1 lines</source>
+        <translation>%1 Zeilen</translation>
+    </message>
 </context>
 <context>
     <name>frmCompare</name>
@@ -2493,7 +2505,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Match &amp;case</source>
-        <translation>&amp;Groß/klein beachten</translation>
+        <translation>&amp;Groß/klein</translation>
     </message>
     <message>
         <source>Match &amp;whole word only</source>
@@ -2908,7 +2920,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Letters of an item&apos;s name; with @ in front, of a label or subroutine</source>
-        <translation>Buchstaben aus dem Namen eines Items; mit @ davor aus dem einer Marke oder eines Unterprogramms</translation>
+        <translation>Teil eines Item-Namens; mit @ davor einer Marke oder eines Unterprogramms</translation>
     </message>
     <message>
         <source>Name</source>

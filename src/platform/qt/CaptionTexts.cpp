@@ -33,6 +33,8 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "Dialect of programs"),
     QT_TRANSLATE_NOOP("Logic", "No dialect"),
     QT_TRANSLATE_NOOP("Logic", "Locked here"),
+    QT_TRANSLATE_NOOP("Logic", "this program"),
+    QT_TRANSLATE_NOOP("Logic", "Local files"),
     QT_TRANSLATE_NOOP("Logic", "Not locked"),
     QT_TRANSLATE_NOOP("Logic", "Read only"),
     QT_TRANSLATE_NOOP("Logic", "LF, mixed"),
