@@ -1447,6 +1447,54 @@ Qt %2</translation>
         <translation>Exportieren</translation>
     </message>
     <message>
+        <source>&amp;Authors</source>
+        <translation>&amp;Autoren</translation>
+    </message>
+    <message>
+        <source>Histor&amp;y</source>
+        <translation>&amp;Verlauf</translation>
+    </message>
+    <message>
+        <source>as stored</source>
+        <translation>wie gespeichert</translation>
+    </message>
+    <message>
+        <source>as opened or saved</source>
+        <translation>wie geöffnet oder gesichert</translation>
+    </message>
+    <message>
+        <source>last commit</source>
+        <translation>letzter Commit</translation>
+    </message>
+    <message>
+        <source>deleted</source>
+        <translation>gelöscht</translation>
+    </message>
+    <message>
+        <source>Com&amp;pare</source>
+        <translation>Ver&amp;gleichen</translation>
+    </message>
+    <message>
+        <source>With the &amp;Stored Item</source>
+        <translation>Mit dem ge&amp;speicherten Item</translation>
+    </message>
+    <message>
+        <source>With the Text as &amp;Opened</source>
+        <translation>Mit dem Text beim Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>With the Last &amp;Commit</source>
+        <translation>Mit dem letzten &amp;Commit</translation>
+    </message>
+    <message>
+        <source>With an Open &amp;Document...</source>
+        <translation>Mit einem offenen &amp;Dokument...</translation>
+    </message>
+    <message>
+        <source>With Another &amp;Item or File...</source>
+        <translation>Mit einem anderen &amp;Item oder einer Datei...</translation>
+    </message>
+    <message>
         <source>&amp;Merge</source>
         <translation>&amp;Zusammenführen</translation>
     </message>
@@ -1833,6 +1881,18 @@ Sind die Sicherungen gelöscht, lassen sie sich nicht mehr wiederherstellen.</tr
     <message>
         <source>unknown system color %1</source>
         <translation>unbekannte Systemfarbe %1</translation>
+    </message>
+    <message>
+        <source>%1 has not been saved yet.</source>
+        <translation>%1 wurde noch nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>%1 is in no commit.</source>
+        <translation>%1 ist in keinem Commit.</translation>
+    </message>
+    <message>
+        <source>It is not known any more how %1 was opened.</source>
+        <translation>Es ist nicht mehr bekannt, wie %1 geöffnet wurde.</translation>
     </message>
     <message>
         <source>%1 was changed by another program since it was opened.
@@ -2739,6 +2799,57 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>1 to %1</source>
         <translation>1 bis %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmHistory</name>
+    <message>
+        <source>When</source>
+        <translation>Wann</translation>
+    </message>
+    <message>
+        <source>Who</source>
+        <translation>Wer</translation>
+    </message>
+    <message>
+        <source>Lines</source>
+        <translation>Zeilen</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>Nachricht</translation>
+    </message>
+    <message>
+        <source>as it was first read</source>
+        <translation>wie zuerst gelesen</translation>
+    </message>
+    <message>
+        <source>changed elsewhere</source>
+        <translation>anderswo geändert</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Bring Back</source>
+        <translation>Zurückholen</translation>
+    </message>
+    <message>
+        <source>Compare</source>
+        <translation>Vergleichen</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>Fassungen</translation>
+    </message>
+    <message>
+        <source>Makes the text of the chosen version that of the document; Undo takes that back</source>
+        <translation>Macht den Text der gewählten Fassung zu dem des Dokuments; Rückgängig nimmt das zurück</translation>
+    </message>
+    <message>
+        <source>Shows what differs between two chosen versions, or one and the document</source>
+        <translation>Zeigt, was sich zwischen zwei gewählten Fassungen oder zwischen einer und dem Dokument unterscheidet</translation>
     </message>
 </context>
 <context>

@@ -35,6 +35,10 @@ void ProgramDialogs::Load(Program& program)
     compare_ = std::make_unique<QtCompareWindows>(program.Services(), store_, &mainWindow_,
                                                   [this](QWidget* content) { mainWindow_.TakeGuest(content); });
     compare_->onSave = [&program](mvDocument& document) { program.Files().FileSave(document); };
+    history_ = std::make_unique<QtHistory>(program.Versions(), program.Services(), *compare_, mainWindow_,
+                                           [&program] { program.StateChanged(); });
+    history_->onRoomChanged = resultsPanel_->onRoomChanged;
+    history_->onLeave = resultsPanel_->onLeave;
 }
 
 void ProgramDialogs::LoadSearch(Program& program)
@@ -68,6 +72,7 @@ void ProgramDialogs::LoadSearch(Program& program)
 void ProgramDialogs::Unload()
 {
     if (program_) program_->Services().results = nullptr;
+    history_.reset();
     compare_.reset();
     help_.reset();
     goto_.reset();

@@ -2,6 +2,7 @@
 // The forms beside the main window, and what commands want of them.
 
 #include "compare/QtCompareWindows.h"
+#include "compare/history/QtHistory.h"
 #include "persistence/settings/SettingsModel.h"
 #include "platform/qt/QtDesktop.h"
 #include "search/QtResultsPanel.h"
@@ -59,6 +60,7 @@ private:
     std::unique_ptr<frmGoto> goto_;
     std::unique_ptr<HelpWindow> help_;
     std::unique_ptr<QtCompareWindows> compare_;
+    std::unique_ptr<QtHistory> history_;
 };
 
 } // namespace nib

@@ -34,7 +34,13 @@ void QtCompareWindows::Show(CompareWith other, mvDocument& document)
 
 void QtCompareWindows::Compare(CompareText left, mvDocument& right)
 {
-    Open(std::make_unique<CompareSide>(services_, std::move(left)), right);
+    Open(std::make_unique<CompareSide>(services_, std::move(left)), std::make_unique<CompareSide>(services_, right));
+}
+
+void QtCompareWindows::Compare(CompareText left, CompareText right)
+{
+    Open(std::make_unique<CompareSide>(services_, std::move(left)),
+         std::make_unique<CompareSide>(services_, std::move(right)));
 }
 
 void QtCompareWindows::WithDocument(mvDocument& document)
@@ -54,7 +60,8 @@ void QtCompareWindows::WithDocument(mvDocument& document)
         if (!ok) return;
         chosen = static_cast<int>(names.indexOf(name));
     }
-    Open(std::make_unique<CompareSide>(services_, *others[static_cast<size_t>(chosen)]), document);
+    Open(std::make_unique<CompareSide>(services_, *others[static_cast<size_t>(chosen)]),
+         std::make_unique<CompareSide>(services_, document));
 }
 
 void QtCompareWindows::WithItem(mvDocument& document)
@@ -65,15 +72,15 @@ void QtCompareWindows::WithItem(mvDocument& document)
     if (!picked.item) return;
     const auto open = services_.openDocuments.On(*picked.item);
     if (open && open.get() != &document && open->View())
-        return Open(std::make_unique<CompareSide>(services_, *open), document);
+        return Open(std::make_unique<CompareSide>(services_, *open),
+                    std::make_unique<CompareSide>(services_, document));
     Compare(TextOfItem(services_, picked.item), document);
 }
 
-void QtCompareWindows::Open(std::unique_ptr<CompareSide> left, mvDocument& right)
+void QtCompareWindows::Open(std::unique_ptr<CompareSide> left, std::unique_ptr<CompareSide> right)
 {
     std::erase_if(windows_, [](const auto& window) { return window.isNull(); });
-    auto* window =
-        new frmCompare(services_, store_, {std::move(left), std::make_unique<CompareSide>(services_, right)});
+    auto* window = new frmCompare(services_, store_, {std::move(left), std::move(right)});
     window->onSave = [this](mvDocument& document) {
         if (onSave) onSave(document);
     };

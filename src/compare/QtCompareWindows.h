@@ -30,13 +30,15 @@ public:
     void Show(CompareWith other, mvDocument& document);
     /// The text on the left, the document on the right.
     void Compare(CompareText left, mvDocument& right);
+    /// Two texts of no documents.
+    void Compare(CompareText left, CompareText right);
 
     std::function<void(mvDocument& document)> onSave;
 
 private:
     void WithDocument(mvDocument& document);
     void WithItem(mvDocument& document);
-    void Open(std::unique_ptr<CompareSide> left, mvDocument& right);
+    void Open(std::unique_ptr<CompareSide> left, std::unique_ptr<CompareSide> right);
 
     DocumentServices& services_;
     SettingsStore& store_;

@@ -274,6 +274,13 @@ void ShowPanel(CommandContext& c)
     if (c.program.Assist().PanelsChanged) c.program.Assist().PanelsChanged();
 }
 
+template <bool MvEdit::*Panel>
+void ShowHistory(CommandContext& c)
+{
+    c.program.EditorSettings().*Panel = NewMark(c, Marks<Panel>(c));
+    c.program.Versions().LookAgain();
+}
+
 template <bool MvEdit::*Switch>
 void SetAssist(CommandContext& c)
 {
@@ -360,6 +367,8 @@ constexpr CommandRow kRows[] = {
     {u"NextProblem", GoToFinding<false>, HasView},
     {u"PrevProblem", GoToFinding<true>, HasView},
     {u"Outline", ShowPanel<&MvEdit::OutlineShown>, Always, Marks<&MvEdit::OutlineShown>},
+    {u"History", ShowHistory<&MvEdit::HistoryShown>, Always, Marks<&MvEdit::HistoryShown>},
+    {u"Authors", ShowHistory<&MvEdit::AuthorsShown>, Always, Marks<&MvEdit::AuthorsShown>},
     {u"QuickOpen", ShowAssist<AssistForm::QuickOpen>, Always},
     {u"Definition", [](CommandContext& c) { c.program.Names().GoToDefinition(*c.document); }, HasView},
     {u"References", [](CommandContext& c) { c.program.Names().FindReferences(*c.document); }, HasView},

@@ -21,6 +21,11 @@ public:
     /// Waits until what was saved is kept, or is not. Nothing is kept any more after that.
     void End();
 
+    /// Whatever shows the history is to look again.
+    void LookAgain() const
+    {
+        if (Changed) Changed();
+    }
     /// Empty where nothing is known of the document's item.
     std::string Last(const mvDocument& document) const;
     /// `count` versions from one back.

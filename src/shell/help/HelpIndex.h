@@ -54,6 +54,7 @@ inline constexpr HelpPage kHelpPages[] = {
     {u"Reference", u"settings.html", u"Settings"},
     {u"Reference", u"keys.html", u"Keyboard shortcuts"},
     {u"Reference", u"commandline.html", u"Command line"},
+    {u"Reference", u"history.html", u"History"},
     {u"Reference", u"recovery.html", u"Recovery after a crash"},
     {u"Reference", u"automation.html", u"Automation"},
 };

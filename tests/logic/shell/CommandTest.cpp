@@ -16,7 +16,7 @@ const Keys kDesign{
     u"New",           u"Open",       u"Exit",           u"Settings",      u"Results",         u"ViewToolbar",
     u"ViewStatusbar", u"HelpTopics", u"HelpAbout",      u"FindInAccount", u"IndentByBlocks",  u"CurrentLine",
     u"Matches",       u"ChangeBars", u"IndentGuides",   u"VisibleBlanks", u"SmoothScrolling", u"Problems",
-    u"Outline",       u"QuickOpen",  u"CheckAsYouType", u"CompleteWords"};
+    u"Outline",       u"QuickOpen",  u"CheckAsYouType", u"CompleteWords", u"History",         u"Authors"};
 const Keys kWithDocument{u"Close",          u"Print",          u"Properties",     u"DeleteLine",
                          u"SelectAll",      u"IndentBlock",    u"OutdentBlock",   u"CommentBlock",
                          u"UncommentBlock", u"Find",           u"FindBar",        u"FindNext",
