@@ -1168,7 +1168,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>None</source>
-        <translation>Keiner</translation>
+        <translation>Keine</translation>
     </message>
     <message>
         <source>Margin</source>
@@ -1188,7 +1188,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>Language keyword</source>
-        <translation>Schlüsselwort der Sprache</translation>
+        <translation>Wort der Sprache</translation>
     </message>
     <message>
         <source>Comment</source>
@@ -1204,7 +1204,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>User keyword</source>
-        <translation>Eigenes Schlüsselwort</translation>
+        <translation>Eigenes Wort</translation>
     </message>
     <message>
         <source>Statement</source>
@@ -1549,6 +1549,58 @@ Qt %2</translation>
         <source>%1 lines are the same</source>
         <translation>%1 gleiche Zeilen</translation>
     </message>
+    <message>
+        <source>Record as &amp;Grid</source>
+        <translation>&amp;Datensatz als Tabelle</translation>
+    </message>
+    <message>
+        <source>as stored</source>
+        <translation>wie gespeichert</translation>
+    </message>
+    <message>
+        <source>as opened or saved</source>
+        <translation>wie geöffnet oder gesichert</translation>
+    </message>
+    <message>
+        <source>last commit</source>
+        <translation>letzter Commit</translation>
+    </message>
+    <message>
+        <source>deleted</source>
+        <translation>gelöscht</translation>
+    </message>
+    <message>
+        <source>Com&amp;pare</source>
+        <translation>Ver&amp;gleichen</translation>
+    </message>
+    <message>
+        <source>With the &amp;Stored Item</source>
+        <translation>Mit dem ge&amp;speicherten Item</translation>
+    </message>
+    <message>
+        <source>With the Text as &amp;Opened</source>
+        <translation>Mit dem Text beim Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>With the Last &amp;Commit</source>
+        <translation>Mit dem letzten &amp;Commit</translation>
+    </message>
+    <message>
+        <source>With an Open &amp;Document...</source>
+        <translation>Mit einem offenen &amp;Dokument...</translation>
+    </message>
+    <message>
+        <source>With Another &amp;Item or File...</source>
+        <translation>Mit einem anderen &amp;Item oder einer Datei...</translation>
+    </message>
+    <message>
+        <source>this program</source>
+        <translation>dieses Programm</translation>
+    </message>
+    <message>
+        <source>Local files</source>
+        <translation>Lokale Dateien</translation>
+    </message>
 </context>
 <context>
     <name>Message</name>
@@ -1881,6 +1933,50 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
         <source>Before</source>
         <translation>Vorher</translation>
     </message>
+    <message>
+        <source>&apos;%1&apos; is no date such as %2.</source>
+        <translation>„%1“ ist kein Datum wie %2.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no time such as %2.</source>
+        <translation>„%1“ ist keine Uhrzeit wie %2.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no number.</source>
+        <translation>„%1“ ist keine Zahl.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has more than %2 decimal places.</source>
+        <translation>„%1“ hat mehr als %2 Nachkommastellen.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not of the form %2.</source>
+        <translation>„%1“ hat nicht die Form %2.</translation>
+    </message>
+    <message>
+        <source>Only a part of this value is shown, by %1. It can be changed in the text.</source>
+        <translation>Von diesem Wert ist nur ein Teil zu sehen, durch %1. Im Text kann er geändert werden.</translation>
+    </message>
+    <message>
+        <source>A value can hold neither line breaks nor marks that end it.</source>
+        <translation>Ein Wert kann weder Zeilenumbrüche noch Marken enthalten, die ihn beenden.</translation>
+    </message>
+    <message>
+        <source>This record is too large for a grid.</source>
+        <translation>Dieser Datensatz ist zu groß für eine Tabelle.</translation>
+    </message>
+    <message>
+        <source>%1 has not been saved yet.</source>
+        <translation>%1 wurde noch nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>%1 is in no commit.</source>
+        <translation>%1 ist in keinem Commit.</translation>
+    </message>
+    <message>
+        <source>It is not known any more how %1 was opened.</source>
+        <translation>Es ist nicht mehr bekannt, wie %1 geöffnet wurde.</translation>
+    </message>
 </context>
 <context>
     <name>Printing</name>
@@ -2026,6 +2122,80 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
     <message>
         <source>Close %1</source>
         <translation>%1 schließen</translation>
+    </message>
+</context>
+<context>
+    <name>QtGridModel</name>
+    <message>
+        <source>%1, as it is stored</source>
+        <translation>%1, wie gespeichert</translation>
+    </message>
+    <message>
+        <source>Shown as it is stored: the conversion %1 does not fit this value.</source>
+        <translation>Wie gespeichert gezeigt: Die Umwandlung %1 passt nicht zu diesem Wert.</translation>
+    </message>
+    <message>
+        <source>Shown as it is stored: the conversion %1 is not known.</source>
+        <translation>Wie gespeichert gezeigt: Die Umwandlung %1 ist nicht bekannt.</translation>
+    </message>
+    <message>
+        <source>Attribute %1, which the dictionary does not tell of</source>
+        <translation>Attribut %1, von dem das Wörterbuch nichts sagt</translation>
+    </message>
+    <message>
+        <source>%1, attribute %2</source>
+        <translation>%1, Attribut %2</translation>
+    </message>
+    <message>
+        <source>%1, attribute %2, conversion %3</source>
+        <translation>%1, Attribut %2, Umwandlung %3</translation>
+    </message>
+</context>
+<context>
+    <name>QtGridView</name>
+    <message>
+        <source>&amp;Insert Value</source>
+        <translation>Wert &amp;einfügen</translation>
+    </message>
+    <message>
+        <source>&amp;Insert Row</source>
+        <translation>Zeile &amp;einfügen</translation>
+    </message>
+    <message>
+        <source>&amp;Delete Value</source>
+        <translation>Wert &amp;löschen</translation>
+    </message>
+    <message>
+        <source>&amp;Delete Row</source>
+        <translation>Zeile &amp;löschen</translation>
+    </message>
+    <message>
+        <source>Move &amp;Left</source>
+        <translation>Nach l&amp;inks</translation>
+    </message>
+    <message>
+        <source>Move &amp;Up</source>
+        <translation>Nach &amp;oben</translation>
+    </message>
+    <message>
+        <source>Move &amp;Right</source>
+        <translation>Nach &amp;rechts</translation>
+    </message>
+    <message>
+        <source>Move D&amp;own</source>
+        <translation>Nach &amp;unten</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>Ein&amp;fügen</translation>
+    </message>
+    <message>
+        <source>&amp;Empty the Cell</source>
+        <translation>&amp;Zelle leeren</translation>
     </message>
 </context>
 <context>
@@ -2216,6 +2386,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>%1 lines</source>
+        <translation>%1 Zeilen</translation>
+    </message>
 </context>
 <context>
     <name>frmCompare</name>
@@ -2391,7 +2565,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Match &amp;case</source>
-        <translation>&amp;Groß/klein beachten</translation>
+        <translation>&amp;Groß/klein</translation>
     </message>
     <message>
         <source>Match &amp;whole word only</source>
@@ -2857,7 +3031,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Letters of an item&apos;s name; with @ in front, of a label or subroutine</source>
-        <translation>Buchstaben aus dem Namen eines Items; mit @ davor aus dem einer Marke oder eines Unterprogramms</translation>
+        <translation>Teil eines Item-Namens; mit @ davor einer Marke oder eines Unterprogramms</translation>
     </message>
     <message>
         <source>Name</source>
@@ -2870,6 +3044,29 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>line %1</source>
         <translation>Zeile %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmRecord</name>
+    <message>
+        <source>Filter:</source>
+        <translation>Filter:</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>No dictionary</source>
+        <translation>Kein Wörterbuch</translation>
+    </message>
+    <message>
+        <source>Dictionary: %1</source>
+        <translation>Wörterbuch: %1</translation>
+    </message>
+    <message>
+        <source>Attributes</source>
+        <translation>Attribute</translation>
     </message>
 </context>
 <context>

@@ -66,6 +66,9 @@ public:
     /// The other view gets to work.
     virtual void ChangePane() {}
     virtual void SetPlacement(TextView /*placement*/) {}
+    /// The text as a record in tables. Throws Error where it is too large for that.
+    virtual bool IsGrid() const { return false; }
+    virtual void SetGrid(bool /*grid*/) {}
 };
 
 /// Makes the window of a document; which kind is its own choice.

@@ -28,7 +28,8 @@ QString ClassOf(const QWidget& widget)
 
 bool IsShown(const QWidget& window)
 {
-    return window.isVisible() && window.windowHandle() && window.windowHandle()->isExposed();
+    return window.isVisible() && window.windowHandle() && window.windowHandle()->isExposed() &&
+           !window.frameGeometry().isEmpty();
 }
 
 QJsonArray Look()

@@ -38,9 +38,10 @@ public:
         for (const QWidget* widget : window_.findChildren<QWidget*>()) {
             if (!widget->isVisible() || widget->window() != &window_) continue;
             const QRect seen = Seen(*widget);
+            if (seen.isEmpty()) continue;
             Words(*widget);
             if (const auto* area = qobject_cast<const QScrollArea*>(widget)) Sideways(*area);
-            if (!IsControl(*widget) || seen.isEmpty()) continue;
+            if (!IsControl(*widget)) continue;
             Inside(*widget);
             Covered(*widget, seen);
             controls_.emplace_back(widget, seen);
@@ -127,10 +128,17 @@ private:
     /// Down is what everybody scrolls; sideways hides the ends of fields that nobody looks for.
     void Sideways(const QScrollArea& area)
     {
-        if (area.widget() && area.widget()->width() > area.viewport()->width())
-            Say(area, QStringLiteral("is scrolled sideways: %1 in %2")
-                          .arg(area.widget()->width())
-                          .arg(area.viewport()->width()));
+        const int room = area.viewport()->width();
+        if (!area.widget() || area.widget()->width() <= room) return;
+        // The innermost that asks for as much, be it on another page.
+        const QWidget* widest = area.widget();
+        for (const QWidget* widget : area.widget()->findChildren<QWidget*>())
+            if (widget->minimumSizeHint().width() > room * 9 / 10 && widest->isAncestorOf(widget)) widest = widget;
+        Say(area, QStringLiteral("is scrolled sideways: %1 in %2, of it %3 for %4")
+                      .arg(area.widget()->width())
+                      .arg(room)
+                      .arg(widest->minimumSizeHint().width())
+                      .arg(Called(*widest)));
     }
 
     void Inside(const QWidget& widget)

@@ -45,6 +45,7 @@ inline constexpr HelpPage kHelpPages[] = {
     {u"Working with text", u"search.html", u"Find and replace"},
     {u"Working with text", u"goto.html", u"Go to and history"},
     {u"Working with text", u"carets.html", u"Columns and several carets"},
+    {u"Working with text", u"records.html", u"Records as a grid"},
     {u"Working with text", u"bookmarks.html", u"Bookmarks"},
     {u"Working with programs", u"format.html", u"Formatting"},
     {u"Working with programs", u"programs.html", u"Help with programs"},

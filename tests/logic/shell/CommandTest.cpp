@@ -27,7 +27,7 @@ const Keys kWithDocument{u"Close",          u"Print",          u"Properties",   
 const Keys kBlocks{u"CollapseBlock", u"ExpandBlock", u"CollapseAll", u"ExpandAll"};
 const Keys kLines{u"MoveLinesUp",  u"MoveLinesDown", u"DuplicateLines", u"JoinLines", u"SplitView",
                   u"MatchingWord", u"NextProblem",   u"PrevProblem",    u"QuickMend", u"CompleteWord",
-                  u"Definition",   u"References",    u"Rename"};
+                  u"Definition",   u"References",    u"Rename",         u"RecordGrid"};
 const Keys kCarets{u"AddCaretAbove", u"AddCaretBelow", u"SelectNextOccurrence", u"SelectAllOccurrences"};
 const Keys kReadOnly = kDesign + kLines + kCarets + kWithDocument + Keys{u"LineWrap"};
 const Keys kWithoutCompiler = kReadOnly + Keys{u"SaveAll", u"Format"};
