@@ -47,8 +47,8 @@ struct HistoryPanelTest : testing::Test {
     TempFolder folder;
     Surroundings around{folder.Path()};
     frmMain frame;
-    Program program{With(around.Around(frame, [this](mvDocument& document) -> std::unique_ptr<clsDocView> {
-        return std::make_unique<frmDocument>(frame, around.clipboard, document);
+    Program program{With(around.Around(frame, [this](mvDocument& made) -> std::unique_ptr<clsDocView> {
+        return std::make_unique<frmDocument>(frame, around.clipboard, made);
     }))};
     std::unique_ptr<QtCompareWindows> compare;
     std::unique_ptr<QtHistory> shown;
