@@ -48,6 +48,7 @@ void Fill(const std::string& repository, int items)
 void SaveInto(benchmark::State& state, int items)
 {
     const GitLibrary library;
+    git_libgit2_opts(GIT_OPT_ENABLE_FSYNC_GITDIR, 1); // as the program does
     const std::string folder = std::filesystem::temp_directory_path() / ("nib-history-" + std::to_string(getpid()));
     const std::string repository = PlaceOf(folder, 0).repository;
     VersionRepository::Make(repository);

@@ -59,6 +59,12 @@ frmCompare::frmCompare(DocumentServices& services, SettingsStore& store,
     model_.Compare();
 }
 
+/// The view goes first: it looks at the model once more when the focus leaves it.
+frmCompare::~frmCompare()
+{
+    delete view_;
+}
+
 void frmCompare::Build()
 {
     auto* all = new QVBoxLayout(this);

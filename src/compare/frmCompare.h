@@ -19,6 +19,8 @@ public:
     /// Both outlive the window, which goes by itself when one of its documents closes.
     frmCompare(DocumentServices& services, SettingsStore& store, std::array<std::unique_ptr<CompareSide>, 2> sides);
 
+    ~frmCompare() override;
+
     const CompareModel& Model() const { return model_; }
     QtCompareView& View() { return *view_; }
     /// Reads again what is stored, and compares.

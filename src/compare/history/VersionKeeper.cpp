@@ -161,6 +161,8 @@ void VersionKeeper::Work(std::unique_lock<std::mutex>& lock)
 
 void VersionKeeper::Run()
 {
+    // A version that a power cut tears would leave its item without a way back.
+    git_libgit2_opts(GIT_OPT_ENABLE_FSYNC_GITDIR, 1);
     setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), kNiceness);
     std::unique_lock lock(mutex_);
     for (;;) {
