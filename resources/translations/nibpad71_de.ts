@@ -1498,6 +1498,18 @@ Qt %2</translation>
         <source>&amp;Merge</source>
         <translation>&amp;Zusammenführen</translation>
     </message>
+    <message>
+        <source>this program</source>
+        <translation>dieses Programm</translation>
+    </message>
+    <message>
+        <source>Local files</source>
+        <translation>Lokale Dateien</translation>
+    </message>
+    <message>
+        <source>Record as &amp;Grid</source>
+        <translation>&amp;Datensatz als Tabelle</translation>
+    </message>
 </context>
 <context>
     <name>MergeLooks</name>
@@ -1548,58 +1560,6 @@ Qt %2</translation>
     <message>
         <source>%1 lines are the same</source>
         <translation>%1 gleiche Zeilen</translation>
-    </message>
-    <message>
-        <source>Record as &amp;Grid</source>
-        <translation>&amp;Datensatz als Tabelle</translation>
-    </message>
-    <message>
-        <source>as stored</source>
-        <translation>wie gespeichert</translation>
-    </message>
-    <message>
-        <source>as opened or saved</source>
-        <translation>wie geöffnet oder gesichert</translation>
-    </message>
-    <message>
-        <source>last commit</source>
-        <translation>letzter Commit</translation>
-    </message>
-    <message>
-        <source>deleted</source>
-        <translation>gelöscht</translation>
-    </message>
-    <message>
-        <source>Com&amp;pare</source>
-        <translation>Ver&amp;gleichen</translation>
-    </message>
-    <message>
-        <source>With the &amp;Stored Item</source>
-        <translation>Mit dem ge&amp;speicherten Item</translation>
-    </message>
-    <message>
-        <source>With the Text as &amp;Opened</source>
-        <translation>Mit dem Text beim Ö&amp;ffnen</translation>
-    </message>
-    <message>
-        <source>With the Last &amp;Commit</source>
-        <translation>Mit dem letzten &amp;Commit</translation>
-    </message>
-    <message>
-        <source>With an Open &amp;Document...</source>
-        <translation>Mit einem offenen &amp;Dokument...</translation>
-    </message>
-    <message>
-        <source>With Another &amp;Item or File...</source>
-        <translation>Mit einem anderen &amp;Item oder einer Datei...</translation>
-    </message>
-    <message>
-        <source>this program</source>
-        <translation>dieses Programm</translation>
-    </message>
-    <message>
-        <source>Local files</source>
-        <translation>Lokale Dateien</translation>
     </message>
 </context>
 <context>
@@ -1906,33 +1866,6 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
         <source>%1 was changed once more meanwhile. This is the merge with what is stored now.</source>
         <translation>%1 wurde inzwischen noch einmal geändert. Hier wird zusammengeführt, was jetzt gespeichert ist.</translation>
     </message>
-</context>
-<context>
-    <name>OutcomeTable</name>
-    <message>
-        <source>Line</source>
-        <translation>Zeile</translation>
-    </message>
-    <message>
-        <source>Of whom</source>
-        <translation>Von wem</translation>
-    </message>
-    <message>
-        <source>Outcome</source>
-        <translation>Ergebnis</translation>
-    </message>
-    <message>
-        <source>conflict %1: choose above</source>
-        <translation>Konflikt %1: oben wählen</translation>
-    </message>
-    <message>
-        <source>lines are gone here</source>
-        <translation>hier fehlen Zeilen</translation>
-    </message>
-    <message>
-        <source>Before</source>
-        <translation>Vorher</translation>
-    </message>
     <message>
         <source>&apos;%1&apos; is no date such as %2.</source>
         <translation>„%1“ ist kein Datum wie %2.</translation>
@@ -1965,17 +1898,32 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
         <source>This record is too large for a grid.</source>
         <translation>Dieser Datensatz ist zu groß für eine Tabelle.</translation>
     </message>
+</context>
+<context>
+    <name>OutcomeTable</name>
     <message>
-        <source>%1 has not been saved yet.</source>
-        <translation>%1 wurde noch nicht gespeichert.</translation>
+        <source>Line</source>
+        <translation>Zeile</translation>
     </message>
     <message>
-        <source>%1 is in no commit.</source>
-        <translation>%1 ist in keinem Commit.</translation>
+        <source>Of whom</source>
+        <translation>Von wem</translation>
     </message>
     <message>
-        <source>It is not known any more how %1 was opened.</source>
-        <translation>Es ist nicht mehr bekannt, wie %1 geöffnet wurde.</translation>
+        <source>Outcome</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>conflict %1: choose above</source>
+        <translation>Konflikt %1: oben wählen</translation>
+    </message>
+    <message>
+        <source>lines are gone here</source>
+        <translation>hier fehlen Zeilen</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>Vorher</translation>
     </message>
 </context>
 <context>
