@@ -1510,6 +1510,14 @@ Qt %2</translation>
         <source>Record as &amp;Grid</source>
         <translation>&amp;Datensatz als Tabelle</translation>
     </message>
+    <message>
+        <source>&amp;Days to keep versions, 0: all</source>
+        <translation>&amp;Tage für Fassungen, 0: alle</translation>
+    </message>
+    <message>
+        <source>Me&amp;gabytes, 0: any</source>
+        <translation>Me&amp;gabyte, 0: beliebig</translation>
+    </message>
 </context>
 <context>
     <name>MergeLooks</name>
@@ -3192,6 +3200,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Block indent for keyword</source>
         <translation>Blockeinrückung des Schlüsselworts</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
     </message>
 </context>
 <context>
