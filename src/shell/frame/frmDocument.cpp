@@ -22,8 +22,6 @@ namespace nib {
 namespace {
 
 constexpr int kFocusRetry = 50;
-/// Round the text, in twips.
-constexpr int32_t kRoomAround = 100;
 constexpr QSize kUsualSize(760, 520);
 
 } // namespace
@@ -231,10 +229,8 @@ void DocumentWindow::SetText(SourceViewWidget* text)
     auto* room = new QWidget;
     // Painted whole, so that none of the windows behind is painted for nothing.
     room->setAutoFillBackground(true);
-    int across = TwipsToPixels(kRoomAround, logicalDpiX());
-    int down = TwipsToPixels(kRoomAround, logicalDpiY());
     auto* layout = new QVBoxLayout(room);
-    layout->setContentsMargins(across, down, across, down);
+    layout->setContentsMargins(0, 0, 0, 0);
     panes_ = new QSplitter(Qt::Vertical, room);
     panes_->setChildrenCollapsible(false);
     layout->addWidget(panes_);

@@ -85,7 +85,7 @@ void SignPainter::PaintFoldBox(QPainter& painter, QPointF centre, qreal side, bo
     if (collapsed) painter.drawLine(centre - QPointF(0, arm), centre + QPointF(0, arm));
 }
 
-MarginPlaces MarginPlaces::Of(const SourceView& model, const ViewMetrics& metrics)
+MarginPlaces MarginPlaces::Of(const SourceView& model, const ViewMetrics& metrics, int32_t noteColumns)
 {
     MarginPlaces places;
     places.blocks = model.ShowBlocks() && model.MarginWidth() >= 2;
@@ -94,19 +94,22 @@ MarginPlaces MarginPlaces::Of(const SourceView& model, const ViewMetrics& metric
     places.width = std::round(cell * width);
     places.numbers = cell * std::max(width - (places.blocks ? 3 : 1), 0);
     places.select = places.blocks ? cell * (width - 2) : std::max(cell * width - cell / 2, 0.0);
+    places.notes = width > 0 ? std::round(cell * noteColumns) : 0;
+    for (qreal* place : {&places.width, &places.numbers, &places.select}) *place += places.notes;
     return places;
 }
 
 void MarginPainter::Paint(QPainter& painter, const MarginPlaces& places, const MarginLine& line) const
 {
-    if (places.numbers > 0) {
+    if (places.numbers > places.notes) {
         if (line.bookmark) {
             painter.save();
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(Qt::NoPen);
             painter.setBrush(colors_.bookmark);
             qreal pad = metrics_.CharWidth() * 0.35;
-            QRectF plate(1, line.y + 1, places.numbers - 1 + pad, metrics_.LineHeight() - 2);
+            const qreal left = places.notes + 1;
+            QRectF plate(left, line.y + 1, places.numbers - left + pad, metrics_.LineHeight() - 2);
             painter.drawRoundedRect(plate, 3, 3);
             painter.restore();
         }

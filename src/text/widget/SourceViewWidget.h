@@ -6,6 +6,7 @@
 #include "text/widget/Glide.h"
 #include "text/widget/LineCache.h"
 #include "text/widget/LinePainter.h"
+#include "text/widget/MarginNotes.h"
 #include "text/widget/MouseHandler.h"
 #include "text/widget/ScrollMarks.h"
 #include "text/widget/Underlines.h"
@@ -51,6 +52,9 @@ public:
     /// What is wrong in the text: waves, bars in the margin, marks beside the scroll bar.
     void SetUnderlines(std::vector<Underline> underlines);
     const std::vector<Underline>& ShownUnderlines() const { return underlines_.All(); }
+    /// In a column of the margin that is as wide as they need.
+    void SetNotes(std::vector<MarginNote> notes);
+    const MarginNotes& Notes() const { return notes_; }
     /// Pastes the desktop's primary selection.
     void PastePrimary(Position at);
     /// Makes the selection the desktop's primary selection, at once.
@@ -170,6 +174,7 @@ private:
     mutable ViewGeometry geometry_;
     ViewLights lights_;
     Underlines underlines_;
+    MarginNotes notes_;
     ScrollMarks* scrollMarks_; ///< the area's own
     Glide glide_;
     LinePainter linePainter_;
