@@ -174,7 +174,7 @@ private:
     void WriteFrom(SourceView& source, mvItem& item);
     bool MayOverwrite(mvItem& item);
     /// The host's answer to a command about the item.
-    Text Execute(mvItem& item, TextView note, TextView command, TextView options);
+    Text Execute(mvItem& item, TextView note, TextView command, TextView options, const PrintedLines& printed);
     bool ConfirmClose();
     bool MakeWritable();
     void StoreOtherwise(const std::function<void(StoredForm&)>& change);
