@@ -62,6 +62,7 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
       names_(assistance_, services_, [this](TextView path) { return OpenPath(path, false); })
 {
     assistance_.StateChanged = [this] { StateChanged(); };
+    assistance_.usualPlace = [this] { return files_.PlaceOfOldEntries(); };
     services_.dialects = ports_.dialects;
     ports_.store.TellTrouble([this](TextView why) { Trouble(kNoSettings, why); });
 }
