@@ -90,59 +90,26 @@ TEST(FollowedTextTest, FindingsMoveWithTheTextAndLoseTheirMends)
 TEST(FollowedTextTest, MarksMoveWithTheirLinesAndGoWithThem)
 {
     const struct {
-        const char* what;
-        std::function<void(SourceDocument&)> edit;
-        std::vector<int32_t> lines; ///< of those in the second and the fourth
-    } rows[] = {{"a line above",
-                 [](auto& text) {
-                     text.InsertText({0, 0}, u"x\r\n");
-                 },
-                 {2, 4}},
-                {"a break before",
-                 [](auto& text) {
-                     text.InsertText({0, 1}, u"\r\n");
-                 },
-                 {2, 4}},
-                {"a break behind",
-                 [](auto& text) {
-                     text.InsertText({3, 1}, u"\r\n");
-                 },
-                 {1, 4}},
-                {"typing",
-                 [](auto& text) {
-                     text.InsertText({0, 1}, u"x");
-                 },
-                 {1, 3}},
-                {"the line",
-                 [](auto& text) {
-                     text.DeleteRange({0, 1}, {0, 2});
-                 },
-                 {2}},
-                {"joined",
-                 [](auto& text) {
-                     text.DeleteRange({3, 0}, {0, 1});
-                 },
-                 {0, 2}},
-                {"its text",
-                 [](auto& text) {
-                     text.DeleteRange({0, 1}, {3, 1});
-                 },
-                 {1, 3}},
-                {"both",
-                 [](auto& text) {
-                     text.DeleteRange({1, 0}, {1, 4});
-                 },
-                 {}},
-                {"all new", [](auto& text) { text.SetText(u"a\r\nb"); }, {}}};
+        Position from;
+        Position to;
+        Text with;
+        std::vector<int32_t> lines; ///< of those in lines 1 and 3
+    } rows[] = {{{0, 0}, {0, 0}, u"x\r\n", {2, 4}}, {{0, 1}, {0, 1}, u"\r\n", {2, 4}},
+                {{3, 1}, {3, 1}, u"\r\n", {1, 4}},  {{0, 1}, {0, 1}, u"x", {1, 3}},
+                {{0, 1}, {0, 2}, u"", {2}},         {{3, 0}, {0, 1}, u"", {0, 2}},
+                {{0, 1}, {3, 1}, u"", {1, 3}},      {{1, 0}, {1, 4}, u"", {}}};
     for (const auto& row : rows) {
         SourceDocument text;
         text.SetText(u"one\r\ntwo\r\nthree\r\nfour\r\nfive");
         FollowedText followed(text, [] {});
         followed.SetMarks({{3, 3, u"b", {}}, {1, 1, u"a", {}}});
-        row.edit(text);
+        text.DeleteRange(row.from, row.to);
+        text.InsertText(row.from, row.with);
         std::vector<int32_t> lines;
         for (const CompileMark& mark : followed.Marks()) lines.push_back(mark.line);
-        EXPECT_EQ(lines, row.lines) << row.what;
+        EXPECT_EQ(lines, row.lines) << &row - rows;
+        text.SetText(u"other");
+        EXPECT_TRUE(followed.Marks().empty());
     }
 }
 
