@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace nib {
 
@@ -65,6 +66,9 @@ public:
     /// The other view gets to work.
     virtual void ChangePane() {}
     virtual void SetPlacement(TextView /*placement*/) {}
+    /// The text as a record in tables. Throws Error where it is too large for that.
+    virtual bool IsGrid() const { return false; }
+    virtual void SetGrid(bool /*grid*/) {}
 };
 
 /// Makes the window of a document; which kind is its own choice.
@@ -98,6 +102,15 @@ public:
     virtual void DisarmShutdownTimer() {}
 };
 
+/// A save that has ended well.
+struct SavedText {
+    const mvItem& item;
+    const std::optional<LinewiseText>& before; ///< what it has replaced; none where there was nothing
+    int64_t beforeTime;                        ///< seconds since the epoch: when that was read or saved
+    const LinewiseText& text;                  ///< both are good for as long as they are kept, on any thread
+    int64_t time;
+};
+
 /// The program around a document.
 class DocumentShell {
 public:
@@ -112,6 +125,9 @@ public:
     /// Title, text or item of a document changed, or it is closed: what shows that is drawn again, once this turn is
     /// over.
     virtual void DocumentChanged(mvDocument& document) = 0;
+    /// Versions of the item are kept: it is worth asking what a save replaces.
+    virtual bool KeepsVersions(const mvItem& /*item*/) const { return false; }
+    virtual void DocumentSaved(const SavedText& /*saved*/) {}
     /// Taken round each call that waits for the host: what has changed is copied first, and while held no auto-save
     /// pass runs. Nests.
     virtual void HoldAutoSave(bool hold) = 0;

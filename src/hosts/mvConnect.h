@@ -15,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace nib {
@@ -140,6 +141,12 @@ public:
     virtual StoredState StateToSave() { return State(); }
     /// The user knows of what has become of it: that is no change any more, and what a write replaces.
     virtual void AcceptState() {}
+    /// The same if that is what is stored now; else false, and nothing is accepted. Throws Error.
+    virtual bool AcceptVersion(TextView /*version*/)
+    {
+        AcceptState();
+        return true;
+    }
     /// Tells the stored text, as it was last read or written, from others, also in another run of the program; empty
     /// when nothing can.
     virtual Text Version() { return {}; }
@@ -147,6 +154,8 @@ public:
     virtual StoredForm* Form() { return nullptr; }
     /// Bytes, as it was last read or written; none when that is not known.
     virtual std::optional<int64_t> StoredSize() { return std::nullopt; }
+    /// The file on this machine that it is; empty when it is none.
+    virtual std::string StoredFile() const { return {}; }
     /// Null for a local file. Owned by the item.
     virtual mvSession* Session() { return nullptr; }
 
@@ -224,6 +233,8 @@ public:
     virtual Text DialectOf(TextView /*serverName*/) { return {}; }
     /// By its name or as #RRGGBB, what documents of the account of the place are told from others by; empty for none.
     virtual Text ColorOf(const ItemPlace& /*account*/) const { return {}; }
+    /// What is saved in the account of the place leaves a version.
+    virtual bool KeepsHistory(const ItemPlace& /*account*/) const { return true; }
 
     // The text of a place is the same for all connections.
     Text ComposeHostPath(const ItemPlace& place) const { return nib::ComposeHostPath(place); }

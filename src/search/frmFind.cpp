@@ -83,9 +83,9 @@ void frmFind::Build()
     txtRepl_->setMaxLength(kLongestText);
     lbRepl_ = new QLabel(tr("Re&place with:"));
     lbRepl_->setBuddy(txtRepl_);
-    lbState_ = new QLabel;
+    lbState_ = new QLabel(QStringLiteral("0"));
     lbState_->setTextFormat(Qt::PlainText);
-    lbState_->setMinimumHeight(lbState_->fontMetrics().lineSpacing());
+    lbState_->setMinimumHeight(lbState_->sizeHint().height());
 
     auto* grid = new QGridLayout(this);
     grid->addWidget(lbFind_, 0, 0);

@@ -23,6 +23,8 @@ private:
     bool Ask(mvDocument& document, StoredState state);
     bool AskAboutChange(mvDocument& document);
     bool AskAboutLoss(mvDocument& document);
+    void Merge(mvDocument& document);
+    bool MergeOnce(mvDocument& document);
     void Compare(mvDocument& document);
 
     Program& program_;

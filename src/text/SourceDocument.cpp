@@ -102,6 +102,14 @@ void SourceDocument::EndSaving(bool saved)
     if (saved && Modified()) TellRepaint(0, LineCount() - 1); // other lines differ now
 }
 
+void SourceDocument::SetStoredText(TextView text)
+{
+    LineStore stored;
+    stored.Load(text);
+    changes_.SetStored(stored.Snapshot());
+    SetModified(true);
+}
+
 const TextSearch& SourceDocument::Prepared(TextView text, FindOptions options) const
 {
     if (!search_ || searchText_ != text || searchOptions_ != options) {

@@ -137,6 +137,10 @@ public:
     /// edited meanwhile is not in it.
     std::shared_ptr<const TextSnapshot> BeginSaving();
     void EndSaving(bool saved);
+    /// What was read or saved last, null where that is not known any more.
+    std::shared_ptr<const TextSnapshot> StoredText() const { return changes_.Stored(); }
+    /// Another program has stored this meanwhile: the text counts as edited from it, and as modified.
+    void SetStoredText(TextView text);
     /// How a line differs from what was saved or opened.
     LineMarks ChangesAt(int32_t line) const { return changes_.Of(ClampLine(line)); }
     /// The next line so marked, from this one on; -1 when there is none.

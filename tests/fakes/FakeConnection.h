@@ -108,7 +108,7 @@ struct FakeItem : mvItem {
     {
         if (store_.whileBusy) store_.whileBusy();
         if (store_.readFailure) throw Error(*store_.readFailure);
-        AcceptState();
+        if (!apart) AcceptState();
         return seen_ = store_.items.at(path_).text;
     }
     void WriteItem(int32_t, int32_t, int32_t, TextView text) override
@@ -125,6 +125,12 @@ struct FakeItem : mvItem {
         return found == store_.states.end() ? StoredState::Same : found->second;
     }
     void AcceptState() override { store_.states.erase(path_); }
+    bool AcceptVersion(TextView version) override
+    {
+        if (store_.items.at(path_).text != version) return false;
+        AcceptState();
+        return true;
+    }
     void LockItem(bool lock) override
     {
         if (!lock) return Unlock();
@@ -138,6 +144,7 @@ struct FakeItem : mvItem {
         const auto found = store_.locks.find(path_);
         return found != store_.locks.end() && found->second == number_;
     }
+    bool apart = false; ///< it was opened for a look beside another one
     mvSession* Session() override { return IsLocal() || !store_.hasSession ? nullptr : &store_.session; }
 
 private:
@@ -203,6 +210,7 @@ struct FakeConnection : mvConnection {
             if (failure) throw Error(*failure);
         }
         auto item = std::make_shared<FakeItem>(store, path);
+        item->apart = readOnly && !lock;
         if (lock && !readOnly && item->IsItem()) item->LockItem(true);
         return item;
     }

@@ -16,6 +16,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -25,8 +26,8 @@ namespace nib {
 
 namespace {
 
-constexpr int kListMargin = 6; ///< in characters, as the next
-constexpr int kFieldChars = 54;
+constexpr int kListMargin = 6;  ///< in characters, as the next
+constexpr int kFieldChars = 54; ///< where the screen has room
 constexpr int kSaidLines = 4;
 
 /// The caption without its access key, for those who hear the screen.
@@ -114,7 +115,8 @@ QWidget* frmConnections::BuildFields()
     form_->setContentsMargins(0, 0, 0, 0);
     form_->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     name_ = new QLineEdit;
-    name_->setMinimumWidth(fontMetrics().averageCharWidth() * kFieldChars);
+    name_->setMinimumWidth(
+        std::min(fontMetrics().averageCharWidth() * kFieldChars, screen()->availableSize().width() / 3));
     AddRow(QT_TR_NOOP("&Name:"), name_, name_);
     kind_ = new QComboBox;
     kind_->addItem(tr("Folders of accounts"), ToQString(kAccountsKind));

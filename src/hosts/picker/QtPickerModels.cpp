@@ -54,7 +54,7 @@ QString PickerItemModel::Shown(const BrowseEntry& entry, PickerList::Column colu
     case PickerList::Column::Modified: return entry.modified < 0 ? QString() : ShownTime(entry.modified);
     case PickerList::Column::LockedBy:
         if (entry.isHashed) return tr("(hashed file)");
-        return entry.lockedBy.empty() && entry.readOnly ? tr("(read-only)") : ToQString(entry.lockedBy);
+        return entry.lockedBy.empty() && entry.readOnly ? tr("(read-only)") : Translated(entry.lockedBy);
     }
     return {};
 }
@@ -204,7 +204,8 @@ QVariant PlaceTreeModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid()) return {};
     const PlaceTree::Node& node = NodeOf(index);
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return ToQString(node.name);
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+        return node.kind == PlaceTree::Kind::Heading ? Translated(node.name) : ToQString(node.name);
     if (role == Qt::DecorationRole && !node.path.empty()) return IconOf(node);
     return {};
 }

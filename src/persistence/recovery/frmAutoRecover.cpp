@@ -25,11 +25,18 @@ constexpr Text RecoveryRow::*kColumns[] = {&RecoveryRow::document, &RecoveryRow:
                                            &RecoveryRow::saved};
 constexpr int kLinesColumn = 2;
 
+QString Shown(const RecoveryRow& row, int column)
+{
+    const QString text = ToQString(row.*kColumns[column]);
+    if (column != kLinesColumn || text.isEmpty()) return text;
+    return QCoreApplication::translate("frmAutoRecover", "%1 lines").arg(text.section(u' ', 0, 0));
+}
+
 QString WholeRow(const RecoveryRow& row)
 {
     QStringList parts;
-    for (Text RecoveryRow::*column : kColumns)
-        if (!(row.*column).empty()) parts.append(ToQString(row.*column));
+    for (int column = 0; column < static_cast<int>(std::size(kColumns)); ++column)
+        if (const QString text = Shown(row, column); !text.isEmpty()) parts.append(text);
     return parts.join(QStringLiteral("\n"));
 }
 
@@ -126,6 +133,9 @@ void frmAutoRecover::ShowDialog(TextView folder, const DynamicArray& names, QWid
 RecoveryChoice frmAutoRecover::ShowModal()
 {
     FillIn();
+    // Qt's own measure of a small screen leaves out how many lines the text on top takes.
+    const int width = sizeHint().width();
+    resize(width, heightForWidth(width));
     return static_cast<RecoveryChoice>(exec());
 }
 
@@ -136,7 +146,7 @@ void frmAutoRecover::FillIn()
     for (const RecoveryRow& row : list_.Rows()) {
         auto* item = new QTreeWidgetItem(lstDocuments_);
         for (int column = 0; column < static_cast<int>(std::size(kColumns)); ++column) {
-            item->setText(column, ToQString(row.*kColumns[column]));
+            item->setText(column, Shown(row, column));
             item->setToolTip(column, WholeRow(row));
         }
         item->setTextAlignment(kLinesColumn, Qt::AlignRight | Qt::AlignVCenter);

@@ -22,6 +22,7 @@ namespace nib {
 namespace {
 
 constexpr int kShownRows = 20;
+constexpr int kNameChars = 16;
 
 QColor ColorOf(int32_t value, const SystemColors& system)
 {
@@ -153,7 +154,9 @@ void NumberField::fixup(QString& input) const
 ColorCombo::ColorCombo(std::function<void(int32_t)> chosen) : chosen_(std::move(chosen))
 {
     setMaxVisibleItems(kShownRows);
-    setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    // It grows with the dialog; the longest names are longer than what a small screen has for them.
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(kNameChars);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     Fill();
     connect(this, &QComboBox::activated, this, &ColorCombo::Choose);

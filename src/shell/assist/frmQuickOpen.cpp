@@ -14,7 +14,9 @@ namespace nib {
 namespace {
 
 constexpr size_t kMost = 100;
-constexpr QSize kSize(560, 380);
+/// Measured in letters and lines.
+constexpr int kWidth = 92;
+constexpr int kHeight = 24;
 
 } // namespace
 
@@ -30,7 +32,7 @@ frmQuickOpen::frmQuickOpen(Assistance& assistance, QWidget* owner)
     list_->setUniformItemSizes(true);
     column->addWidget(query_);
     column->addWidget(list_);
-    resize(kSize);
+    resize(fontMetrics().averageCharWidth() * kWidth, fontMetrics().lineSpacing() * kHeight);
     connect(query_, &QLineEdit::textChanged, this, [this] { Search(); });
     connect(query_, &QLineEdit::returnPressed, this, [this] {
         if (list_->currentRow() >= 0) accept();

@@ -6,6 +6,7 @@
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QPointer>
+#include <QResizeEvent>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
@@ -18,6 +19,7 @@ namespace {
 
 /// Until the window manager has put its title bar round a window.
 constexpr int kSettled = 50;
+constexpr int kNarrow = 4;
 
 FrameBounds BoundsOf(const QRect& rect)
 {
@@ -30,6 +32,14 @@ bool IsKept(const QWidget& window)
     const Qt::WindowType type = window.windowType();
     return window.isVisible() && !(window.windowState() & elsewhere) &&
            (type == Qt::Window || type == Qt::Dialog || type == Qt::Tool);
+}
+
+/// By what came into it, not by its user's hand.
+bool Grows(const QEvent& event)
+{
+    if (event.type() != QEvent::Resize || event.spontaneous()) return false;
+    const auto& resized = static_cast<const QResizeEvent&>(event);
+    return resized.size().height() > resized.oldSize().height() || resized.size().width() > resized.oldSize().width();
 }
 
 /// The last widget of a dialog, which must stay in sight: it has the buttons.
@@ -45,6 +55,8 @@ void LetScroll(QWidget& window)
     auto* column = qobject_cast<QVBoxLayout*>(window.layout());
     if (!column || column->isEmpty() || qobject_cast<QScrollArea*>(column->itemAt(0)->widget())) return;
     const QPointer<QWidget> focused(window.focusWidget());
+    // Its edges take less then, so that fewer have to be scrolled sideways.
+    column->setContentsMargins(kNarrow, kNarrow, kNarrow, kNarrow);
     auto* inner = new QWidget;
     auto* rows = new QVBoxLayout(inner);
     rows->setContentsMargins(0, 0, 0, 0);
@@ -99,10 +111,10 @@ void QtScreenKeeper::KeepAll()
 
 bool QtScreenKeeper::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Show && watched->isWidgetType()) {
-        auto* window = static_cast<QWidget*>(watched);
-        if (window->isWindow()) QTimer::singleShot(kSettled, window, [window] { Keep(*window); });
-    }
+    if (!watched->isWidgetType() || !static_cast<QWidget*>(watched)->isWindow()) return false;
+    auto* window = static_cast<QWidget*>(watched);
+    if (event->type() == QEvent::Show || Grows(*event))
+        QTimer::singleShot(kSettled, window, [window] { Keep(*window); });
     return false;
 }
 

@@ -3,6 +3,7 @@
 #include "diagnostics/DebugLog.h"
 #include "documents/mvDocument.h"
 #include "platform/qt/QtText.h"
+#include "records/frmRecord.h"
 #include "shell/Program.h"
 #include "shell/frame/WindowPlacement.h"
 #include "shell/frame/frmMain.h"
@@ -47,7 +48,8 @@ frmDocument::~frmDocument()
     window_->hide();
     Model().SetEvents(nullptr);
     window_->Detach();
-    // The widget refers to this object's text: it goes first, the empty frame when Qt is back in its loop.
+    // The widgets refer to this object's text: they go first, the empty frame when Qt is back in its loop.
+    delete std::exchange(grid_, nullptr);
     delete std::exchange(other_, nullptr);
     delete widget_;
     mainWindow_.RemoveChild(*this);
@@ -101,6 +103,7 @@ void frmDocument::Show()
     if (Visible()) return;
     mainWindow_.ShowChild(*this);
     FocusText();
+    window_->Post([](frmDocument& form) { form.RestoreGrid(); });
 }
 
 void frmDocument::QueryUnload()
@@ -192,6 +195,7 @@ void frmDocument::Deactivated()
 
 void frmDocument::FocusText()
 {
+    if (grid_) return grid_->TakeFocus();
     widget_->setFocus(Qt::OtherFocusReason);
 }
 
@@ -240,6 +244,12 @@ void DocumentWindow::AddPane(SourceViewWidget* text)
     panes_->addWidget(text);
     int height = panes_->height() / panes_->count();
     panes_->setSizes(QList<int>(panes_->count(), height));
+}
+
+void DocumentWindow::ShowInstead(QWidget* other)
+{
+    panes_->setVisible(!other);
+    if (other) widget()->layout()->addWidget(other);
 }
 
 void DocumentWindow::Post(std::function<void(frmDocument&)> body)

@@ -224,6 +224,8 @@ void frmMain::UpdateCaption()
     if (form && !form->Title().empty()) {
         const bool joined = form->WindowState() == window_state::kMaximized;
         caption += joined ? u" - [" + form->Title() + u"]" : u" - " + form->Title();
+    } else if (const QMdiSubWindow* guest = ActiveGuest()) {
+        caption += u" - " + ToText(guest->windowTitle());
     }
     setWindowTitle(PlainTitle(caption));
 }

@@ -31,11 +31,12 @@ private:
 
 /// Where the margin's columns end, from its left.
 struct MarginPlaces {
+    qreal notes = 0;   ///< right edge of the notes
     qreal numbers = 0; ///< right edge of the numbers
     qreal select = 0;  ///< a click left of it selects lines
     qreal width = 0;
     bool blocks = false;
-    static MarginPlaces Of(const SourceView& model, const ViewMetrics& metrics);
+    static MarginPlaces Of(const SourceView& model, const ViewMetrics& metrics, int32_t noteColumns = 0);
 };
 
 struct MarginLine {

@@ -27,6 +27,10 @@ void SourceViewWidget::TextChanged(const TextChange& change)
     LightsStale();
     scrollMarks_->Stale();
     underlines_.Follow(change);
+    if (notes_.Columns() > 0) {
+        notes_.Follow(change);
+        UpdateMargin();
+    }
     bool sameLines = change.oldEnd.line == change.newEnd.line;
     if (!sameLines && underlines_.HasMarked()) TellBar();
     if (sameLines) {
@@ -63,6 +67,7 @@ void SourceViewWidget::TextReset()
     LightsStale();
     scrollMarks_->Stale();
     underlines_.Clear();
+    notes_.Clear();
     changed_ = {};
     cache_.Clear();
     geometry_.ScrollToIndex(0);
@@ -152,6 +157,15 @@ void SourceViewWidget::TellBar()
     scrollMarks_->SetFindings(ScrollMarks::Kind::Warning, underlines_.Lines(Severity::Warning));
 }
 
+void SourceViewWidget::SetNotes(std::vector<MarginNote> notes)
+{
+    const int32_t columns = notes_.Columns();
+    notes_.Set(std::move(notes));
+    if (notes_.Columns() == columns) return UpdateMargin();
+    geometry_.SetNoteColumns(notes_.Columns());
+    AppearanceChanged();
+}
+
 void SourceViewWidget::UpdateLines(int32_t first, int32_t last)
 {
     geometry_.ForEach(0, viewport()->height(), [&](int32_t line, qreal y) {
@@ -193,6 +207,7 @@ void SourceViewWidget::paintEvent(QPaintEvent* event)
         PaintMargin(painter, dirty);
         lights_.PaintChanges(painter, dirty);
         underlines_.PaintMargin(painter, dirty);
+        if (dirty.left() < geometry_.Margin().notes) notes_.Paint(painter, dirty);
         PaintCarets(painter);
     }
     painting_ = false;

@@ -6,6 +6,7 @@
 #include "text/widget/Glide.h"
 #include "text/widget/LineCache.h"
 #include "text/widget/LinePainter.h"
+#include "text/widget/MarginNotes.h"
 #include "text/widget/MouseHandler.h"
 #include "text/widget/ScrollMarks.h"
 #include "text/widget/Underlines.h"
@@ -54,6 +55,9 @@ public:
     void SetMarkedLines(std::vector<int32_t> lines);
     bool IsMarked(int32_t line) const { return underlines_.IsMarked(line); }
     const std::vector<Underline>& ShownUnderlines() const { return underlines_.All(); }
+    /// In a column of the margin that is as wide as they need.
+    void SetNotes(std::vector<MarginNote> notes);
+    const MarginNotes& Notes() const { return notes_; }
     /// Pastes the desktop's primary selection.
     void PastePrimary(Position at);
     /// Makes the selection the desktop's primary selection, at once.
@@ -174,6 +178,7 @@ private:
     mutable ViewGeometry geometry_;
     ViewLights lights_;
     Underlines underlines_;
+    MarginNotes notes_;
     ScrollMarks* scrollMarks_; ///< the area's own
     Glide glide_;
     LinePainter linePainter_;

@@ -1,6 +1,7 @@
 // What happens to an open item behind the program's back.
 
 #include "fakes/FakeSearch.h"
+#include "text/TextSearch.h"
 
 namespace nib::test::outside_changes_test {
 
@@ -64,6 +65,78 @@ TEST(OutsideChangesTest, EachAnswer)
             EXPECT_TRUE(document->IsDirty());
         }
     }
+}
+
+struct MergeCase {
+    const char* name;
+    Text theirs;
+    Text mine;
+    std::vector<MergeChoice> choices; ///< none: it is closed
+    Text text;                        ///< in the window afterwards
+    Text saved;                       ///< by the save behind it
+};
+
+const MergeCase kMerges[] = {
+    {"apart", u"A\t-\r\n\tb\r\nc", u"a\r\n\tb\r\nC", {MergeChoice::Open}, u"A\t-\r\n\tb\r\nC", u"A\t-\r\n\tb\r\nC"},
+    {"a conflict",
+     u"a\r\n\tT\r\nc",
+     u"a\r\nM\r\nc",
+     {MergeChoice::MineThenTheirs},
+     u"a\r\nM\r\n\tT\r\nc",
+     u"a\r\nM\r\n\tT\r\nc"},
+    {"put off", u"A\r\n\tb\r\nc", u"a\r\n\tb\r\nC", {}, u"a\r\n\tb\r\nC", u"A\r\n\tb\r\nc"},
+    {"theirs alone", u"a\r\n\tb\r\nT", u"a\r\n\tb\r\nM", {MergeChoice::Theirs}, u"a\r\n\tb\r\nT", u"a\r\n\tb\r\nT"},
+};
+
+TEST(OutsideChangesTest, MergesWithWhatOthersHaveStored)
+{
+    for (const MergeCase& row : kMerges) {
+        SCOPED_TRACE(row.name);
+        TestProgram t;
+        auto document = t.StoreAndOpen(kMain, u"a\r\n\tb\r\nc");
+        const auto shown = [&](TextView stored) { return ExpandTabs(stored, t.program.EditorSettings().TabSize); };
+        SourceDocument& text = document->EnsureView().txtText().Document();
+        text.ToggleBookmark(2);
+        document->ReplaceText(row.mine);
+        t.Store(kMain, row.theirs);
+        t.Store().states[kMain] = kChanged;
+        t.boxes.Answer({kAnswerMerge});
+        if (row.choices.empty()) t.boxes.Answer({kAnswerCancel}); // the next save asks again
+        t.dialogs.onMerge = [&](MergeModel& merge) {
+            if (row.choices.empty()) return MergeAnswer::Cancel;
+            if (merge.Conflicts() > 0) merge.Choose(0, row.choices[0]);
+            return MergeAnswer::Merge;
+        };
+        EXPECT_FALSE(t.program.Files().FileSave(*document));
+        EXPECT_EQ(t.Stored(kMain), row.theirs) << "nothing is stored yet";
+        EXPECT_EQ(document->GetText(), shown(row.text));
+        EXPECT_EQ(document->IsDirty(), row.text != row.theirs);
+        EXPECT_TRUE(text.HasBookmark(text.LineCount() - 1));
+        EXPECT_EQ(t.program.Files().FileSave(*document), !row.choices.empty());
+        EXPECT_EQ(t.Stored(kMain), row.saved);
+        EXPECT_EQ(t.boxes.Take().size(), row.choices.empty() ? 2U : 1U);
+        if (row.choices.empty()) continue;
+        document->Undo();
+        EXPECT_EQ(document->GetText(), shown(row.mine)) << "one step";
+        EXPECT_TRUE(document->IsDirty());
+    }
+}
+
+TEST(OutsideChangesTest, MergesOnceMoreWhatIsStoredMeanwhile)
+{
+    TestProgram t;
+    auto document = t.StoreAndOpen(kMain, u"a\r\nb\r\nc");
+    document->ReplaceText(u"a\r\nb\r\nmine");
+    t.Store(kMain, u"first\r\nb\r\nc");
+    t.Store().states[kMain] = kChanged;
+    t.boxes.Answer({kAnswerMerge});
+    t.dialogs.onMerge = [&](MergeModel&) {
+        if (t.Stored(kMain).starts_with(u"first")) t.Store(kMain, u"second\r\nb\r\nc");
+        return MergeAnswer::Merge;
+    };
+    t.program.Outside().Look();
+    EXPECT_EQ(t.boxes.Take().size(), 2U);
+    EXPECT_EQ(document->GetText(), u"second\r\nb\r\nmine");
 }
 
 TEST(OutsideChangesTest, AClientMayCloseTheDocumentThatIsAskedAbout)
