@@ -1472,7 +1472,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>Com&amp;pare</source>
-        <translation>Ver&amp;gleichen</translation>
+        <translation>Ve&amp;rgleichen</translation>
     </message>
     <message>
         <source>With the &amp;Stored Item</source>
