@@ -1472,7 +1472,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>Com&amp;pare</source>
-        <translation>Ver&amp;gleichen</translation>
+        <translation>Ve&amp;rgleichen</translation>
     </message>
     <message>
         <source>With the &amp;Stored Item</source>
@@ -2900,6 +2900,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>%1 was changed by others while you changed it here. What does not overlap is merged: %2 of their changes, %3 of yours, %4 that both made.</source>
         <translation>%1 wurde von anderen geändert, während Sie es hier geändert haben. Was sich nicht überschneidet, ist zusammengeführt: fremde Änderungen %2, eigene %3, von beiden gemachte %4.</translation>
+    </message>
+    <message>
+        <source>The texts differ so much that conflicts may hold lines which are alike.</source>
+        <translation>Die Texte unterscheiden sich so stark, dass Konflikte auch gleiche Zeilen enthalten können.</translation>
     </message>
 </context>
 <context>

@@ -84,6 +84,7 @@ void ProgramDialogs::Unload()
     lights_.reset();
     engine_.reset();
     if (results_) results_->Unload();
+    if (resultsPanel_) resultsPanel_->Unload();
     results_.reset();
     resultsPanel_.reset();
     resultsModel_.reset();

@@ -141,6 +141,11 @@ public:
     virtual ~ResultsWindow() = default;
     /// A text that is not empty replaces the contents; an empty one only shows the window.
     virtual void ShowResults(TextView text) = 0;
+    /// The same with what nobody has to look at: a window that is not open stays so.
+    virtual void KeepResults(TextView text) { ShowResults(text); }
+    /// Adds lines of a command that still runs; the first begin the list. It comes into sight when the user has to wait
+    /// for more of them.
+    virtual void AddOutput(TextView /*lines*/, bool /*first*/) {}
     /// Begins a list under a title, and shows the window.
     virtual void ResetResults(TextView title) = 0;
     /// Appends one line, highlighted from a column on or, where nothing is, emphasised as the header of a document.
@@ -179,6 +184,10 @@ struct DocumentServices {
     ResultsWindow* results = nullptr;
     Dialects* dialects = nullptr; ///< null: there are none; outlives the settings
     ItemPlace compiled{};         ///< the item that the host compiled last, and printed of what the results show
+    /// Called with what its compiler has printed; may be empty.
+    std::function<void(TextView output)> onCompiled{};
+    /// Where a line of a document, 1-based as its compiler told it, is now that the text was edited; may be empty.
+    std::function<int32_t(const mvDocument& document, int32_t line)> compiledLine{};
 };
 
 // States of the program that a document must never leave behind, whatever way it goes.

@@ -185,7 +185,7 @@ private:
     std::optional<LinewiseText> StoredBefore(mvItem& item);
     bool MayOverwrite(mvItem& item);
     /// The host's answer to a command about the item.
-    Text Execute(mvItem& item, TextView note, TextView command, TextView options);
+    Text Execute(mvItem& item, TextView note, TextView command, TextView options, const PrintedLines& printed);
     bool ConfirmClose();
     bool MakeWritable();
     void StoreOtherwise(const std::function<void(StoredForm&)>& change);

@@ -72,6 +72,9 @@ inline Text LockedQuestion(TextView displayPath, TextView holder)
 inline constexpr int32_t kSupportsExecute = 12;
 inline constexpr int32_t kSupportsConfiguration = 15;
 
+/// Takes whole lines that a command has printed, with CR LF between them.
+using PrintedLines = std::function<void(TextView lines)>;
+
 /// The live connection of a host item.
 class mvSession {
 public:
@@ -80,6 +83,8 @@ public:
     virtual Text AccountName() = 0;
     /// Runs a command on the host and answers its whole output, lines separated by CR LF.
     virtual Text Execute(TextView command, TextView input, int32_t flags) = 0;
+    /// The same without input, telling of its output as it comes where the host does; `printed` may be empty.
+    virtual Text ExecuteTelling(TextView command, const PrintedLines& /*printed*/) { return Execute(command, u"", 0); }
     /// Attribute `attribute` (1-based) of the configuration record `key`; empty when absent.
     virtual Text GetConfiguration(TextView key, int32_t attribute) = 0;
 };

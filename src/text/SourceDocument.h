@@ -36,6 +36,8 @@ struct TextChange {
     /// Where `p` of the text before stands in the text after; what was removed collapses to its start, and a position
     /// at an insertion moves behind it when `sticky` is false.
     Position Map(Position p, bool sticky = false) const;
+    /// Where the beginning of a line of the text before is in the text after; none when the line is gone as a whole.
+    std::optional<int32_t> LineAfter(int32_t line) const;
 };
 
 /// Called after the document is consistent again. A listener must not edit from within a call.

@@ -26,6 +26,7 @@ struct FakeSession final : mvSession {
     std::optional<Error> failure;
     std::vector<Text> commands;
     Text output;
+    std::vector<Text> printing; ///< told of before the end
     std::function<void()> whileExecuting;
     bool executes = true;
 
@@ -39,6 +40,12 @@ struct FakeSession final : mvSession {
         commands.emplace_back(Text(command) + (input.empty() && flags == 0 ? u"" : u" with input or flags"));
         if (whileExecuting) whileExecuting();
         return output;
+    }
+    Text ExecuteTelling(TextView command, const PrintedLines& printed) override
+    {
+        for (const Text& lines : printing)
+            if (printed) printed(lines);
+        return Execute(command, u"", 0);
     }
     Text GetConfiguration(TextView key, int32_t attribute) override
     {

@@ -6,6 +6,7 @@
 #include "shell/MainWindow.h"
 #include "shell/MenuDispatcher.h"
 #include "shell/assist/QtAssist.h"
+#include "shell/frame/QtPanelKeeper.h"
 #include "shell/frame/WindowPlacement.h"
 #include "shell/frame/frmStart.h"
 #include "shell/menus/QtMenuBar.h"
@@ -134,6 +135,7 @@ private:
     QtMenuBar menuBar_{*this, menus_};
     std::unique_ptr<MenuDispatcher> dispatcher_;
     std::unique_ptr<QtAssist> assist_;
+    std::unique_ptr<QtPanelKeeper> panels_;
     std::vector<frmDocument*> children_;       ///< in the order of their making
     ChildOrder<frmDocument> order_;            ///< those that were in front at least once
     frmDocument* current_ = nullptr;           ///< told that it is in front

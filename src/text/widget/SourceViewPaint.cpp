@@ -32,6 +32,7 @@ void SourceViewWidget::TextChanged(const TextChange& change)
         UpdateMargin();
     }
     bool sameLines = change.oldEnd.line == change.newEnd.line;
+    if (!sameLines && underlines_.HasMarked()) TellBar();
     if (sameLines) {
         cache_.Invalidate(change.start.line, change.newEnd.line);
     } else {
@@ -138,9 +139,22 @@ void SourceViewWidget::SetUnderlines(std::vector<Underline> underlines)
 {
     const auto changed = underlines_.Set(std::move(underlines));
     // Also where none has changed: they have moved with the text, which the bar does not follow.
+    TellBar();
+    if (changed) UpdateLines(changed->first, changed->second);
+}
+
+void SourceViewWidget::SetMarkedLines(std::vector<int32_t> lines)
+{
+    const auto changed = underlines_.SetMarked(std::move(lines));
+    if (!changed) return;
+    TellBar();
+    UpdateLines(changed->first, changed->second);
+}
+
+void SourceViewWidget::TellBar()
+{
     scrollMarks_->SetFindings(ScrollMarks::Kind::Error, underlines_.Lines(Severity::Error));
     scrollMarks_->SetFindings(ScrollMarks::Kind::Warning, underlines_.Lines(Severity::Warning));
-    if (changed) UpdateLines(changed->first, changed->second);
 }
 
 void SourceViewWidget::SetNotes(std::vector<MarginNote> notes)
@@ -249,6 +263,7 @@ void SourceViewWidget::PaintMargin(QPainter& painter, const QRectF& dirty)
         margin.bookmark = document_.HasBookmark(line);
         margin.block = document_.BlockAt(line);
         margin.current = line == model_.Caret().line;
+        margin.wrong = underlines_.IsMarked(line);
         marginPainter_.Paint(painter, geometry_.Margin(), margin);
     });
     marginPainter_.PaintSeparator(painter, geometry_.Margin(), dirty.top(), dirty.bottom());

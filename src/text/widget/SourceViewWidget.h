@@ -51,6 +51,9 @@ public:
     ScrollMarks& Marks() { return *scrollMarks_; }
     /// What is wrong in the text: waves, bars in the margin, marks beside the scroll bar.
     void SetUnderlines(std::vector<Underline> underlines);
+    /// Lines, ascending, whose numbers are marked as wrong.
+    void SetMarkedLines(std::vector<int32_t> lines);
+    bool IsMarked(int32_t line) const { return underlines_.IsMarked(line); }
     const std::vector<Underline>& ShownUnderlines() const { return underlines_.All(); }
     /// In a column of the margin that is as wide as they need.
     void SetNotes(std::vector<MarginNote> notes);
@@ -145,6 +148,7 @@ private:
     /// Repaints what a scroll brought in, moving the rest.
     void Scrolled(ViewGeometry::Place old);
     void ShowChange(int32_t first, int32_t last);
+    void TellBar();
     void UpdateLines(int32_t first, int32_t last);
     void UpdateCaret();
     void UpdateMargin();
