@@ -1472,7 +1472,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>Com&amp;pare</source>
-        <translation>Ver&amp;gleichen</translation>
+        <translation>Ve&amp;rgleichen</translation>
     </message>
     <message>
         <source>With the &amp;Stored Item</source>
@@ -1497,6 +1497,26 @@ Qt %2</translation>
     <message>
         <source>&amp;Merge</source>
         <translation>&amp;Zusammenführen</translation>
+    </message>
+    <message>
+        <source>this program</source>
+        <translation>dieses Programm</translation>
+    </message>
+    <message>
+        <source>Local files</source>
+        <translation>Lokale Dateien</translation>
+    </message>
+    <message>
+        <source>Record as &amp;Grid</source>
+        <translation>&amp;Datensatz als Tabelle</translation>
+    </message>
+    <message>
+        <source>&amp;Days to keep versions, 0: all</source>
+        <translation>&amp;Tage für Fassungen, 0: alle</translation>
+    </message>
+    <message>
+        <source>Me&amp;gabytes, 0: any</source>
+        <translation>Me&amp;gabyte, 0: beliebig</translation>
     </message>
 </context>
 <context>
@@ -1548,58 +1568,6 @@ Qt %2</translation>
     <message>
         <source>%1 lines are the same</source>
         <translation>%1 gleiche Zeilen</translation>
-    </message>
-    <message>
-        <source>Record as &amp;Grid</source>
-        <translation>&amp;Datensatz als Tabelle</translation>
-    </message>
-    <message>
-        <source>as stored</source>
-        <translation>wie gespeichert</translation>
-    </message>
-    <message>
-        <source>as opened or saved</source>
-        <translation>wie geöffnet oder gesichert</translation>
-    </message>
-    <message>
-        <source>last commit</source>
-        <translation>letzter Commit</translation>
-    </message>
-    <message>
-        <source>deleted</source>
-        <translation>gelöscht</translation>
-    </message>
-    <message>
-        <source>Com&amp;pare</source>
-        <translation>Ver&amp;gleichen</translation>
-    </message>
-    <message>
-        <source>With the &amp;Stored Item</source>
-        <translation>Mit dem ge&amp;speicherten Item</translation>
-    </message>
-    <message>
-        <source>With the Text as &amp;Opened</source>
-        <translation>Mit dem Text beim Ö&amp;ffnen</translation>
-    </message>
-    <message>
-        <source>With the Last &amp;Commit</source>
-        <translation>Mit dem letzten &amp;Commit</translation>
-    </message>
-    <message>
-        <source>With an Open &amp;Document...</source>
-        <translation>Mit einem offenen &amp;Dokument...</translation>
-    </message>
-    <message>
-        <source>With Another &amp;Item or File...</source>
-        <translation>Mit einem anderen &amp;Item oder einer Datei...</translation>
-    </message>
-    <message>
-        <source>this program</source>
-        <translation>dieses Programm</translation>
-    </message>
-    <message>
-        <source>Local files</source>
-        <translation>Lokale Dateien</translation>
     </message>
 </context>
 <context>
@@ -1906,33 +1874,6 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
         <source>%1 was changed once more meanwhile. This is the merge with what is stored now.</source>
         <translation>%1 wurde inzwischen noch einmal geändert. Hier wird zusammengeführt, was jetzt gespeichert ist.</translation>
     </message>
-</context>
-<context>
-    <name>OutcomeTable</name>
-    <message>
-        <source>Line</source>
-        <translation>Zeile</translation>
-    </message>
-    <message>
-        <source>Of whom</source>
-        <translation>Von wem</translation>
-    </message>
-    <message>
-        <source>Outcome</source>
-        <translation>Ergebnis</translation>
-    </message>
-    <message>
-        <source>conflict %1: choose above</source>
-        <translation>Konflikt %1: oben wählen</translation>
-    </message>
-    <message>
-        <source>lines are gone here</source>
-        <translation>hier fehlen Zeilen</translation>
-    </message>
-    <message>
-        <source>Before</source>
-        <translation>Vorher</translation>
-    </message>
     <message>
         <source>&apos;%1&apos; is no date such as %2.</source>
         <translation>„%1“ ist kein Datum wie %2.</translation>
@@ -1965,17 +1906,32 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
         <source>This record is too large for a grid.</source>
         <translation>Dieser Datensatz ist zu groß für eine Tabelle.</translation>
     </message>
+</context>
+<context>
+    <name>OutcomeTable</name>
     <message>
-        <source>%1 has not been saved yet.</source>
-        <translation>%1 wurde noch nicht gespeichert.</translation>
+        <source>Line</source>
+        <translation>Zeile</translation>
     </message>
     <message>
-        <source>%1 is in no commit.</source>
-        <translation>%1 ist in keinem Commit.</translation>
+        <source>Of whom</source>
+        <translation>Von wem</translation>
     </message>
     <message>
-        <source>It is not known any more how %1 was opened.</source>
-        <translation>Es ist nicht mehr bekannt, wie %1 geöffnet wurde.</translation>
+        <source>Outcome</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>conflict %1: choose above</source>
+        <translation>Konflikt %1: oben wählen</translation>
+    </message>
+    <message>
+        <source>lines are gone here</source>
+        <translation>hier fehlen Zeilen</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>Vorher</translation>
     </message>
 </context>
 <context>
@@ -2945,6 +2901,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
         <source>%1 was changed by others while you changed it here. What does not overlap is merged: %2 of their changes, %3 of yours, %4 that both made.</source>
         <translation>%1 wurde von anderen geändert, während Sie es hier geändert haben. Was sich nicht überschneidet, ist zusammengeführt: fremde Änderungen %2, eigene %3, von beiden gemachte %4.</translation>
     </message>
+    <message>
+        <source>The texts differ so much that conflicts may hold lines which are alike.</source>
+        <translation>Die Texte unterscheiden sich so stark, dass Konflikte auch gleiche Zeilen enthalten können.</translation>
+    </message>
 </context>
 <context>
     <name>frmOutline</name>
@@ -3240,6 +3200,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Block indent for keyword</source>
         <translation>Blockeinrückung des Schlüsselworts</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
     </message>
 </context>
 <context>

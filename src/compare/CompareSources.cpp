@@ -41,9 +41,9 @@ CompareText StoredTextOf(DocumentServices& services, const mvDocument& document)
 
 CompareText OpenedTextOf(const mvDocument& document)
 {
-    std::optional<Text> text = document.TextAsStored();
+    const auto text = document.TextAsStored();
     if (!text) Refuse(u"It is not known any more how " + document.DisplayName() + u" was opened.");
-    return {document.DisplayName(), u"as opened or saved", std::move(*text), nullptr};
+    return {document.DisplayName(), u"as opened or saved", AsLines(text).Whole(), nullptr};
 }
 
 CompareText CommittedTextOf(const mvDocument& document)

@@ -51,7 +51,7 @@ std::span<const MergeSide> SidesOf(MergeChoice choice)
 
 MergeModel::MergeModel(Text base, Text theirs, Text mine)
     : texts_{MergeLines(std::move(base)), MergeLines(std::move(theirs)), MergeLines(std::move(mine))},
-      blocks_(MergeThree(texts_)), choices_(static_cast<size_t>(Changes(Kind::Conflict)))
+      merge_(MergeThree(texts_)), choices_(static_cast<size_t>(Changes(Kind::Conflict)))
 {
     ListRows();
     ListOutcome();
@@ -59,8 +59,8 @@ MergeModel::MergeModel(Text base, Text theirs, Text mine)
 
 int32_t MergeModel::Changes(Kind kind) const
 {
-    return static_cast<int32_t>(
-        std::count_if(blocks_.begin(), blocks_.end(), [kind](const MergeBlock& block) { return block.kind == kind; }));
+    return static_cast<int32_t>(std::count_if(merge_.blocks.begin(), merge_.blocks.end(),
+                                              [kind](const MergeBlock& block) { return block.kind == kind; }));
 }
 
 int32_t MergeModel::Undecided() const
@@ -103,7 +103,7 @@ template int32_t MergeModel::FirstOf(const std::vector<OutcomeRow>&, int32_t);
 void MergeModel::ListRows()
 {
     int32_t conflict = 0;
-    for (const MergeBlock& block : blocks_) {
+    for (const MergeBlock& block : merge_.blocks) {
         const int32_t number = block.kind == Kind::Conflict ? conflict++ : -1;
         int32_t count = 0;
         for (const LineSpan& span : block.lines) count = std::max(count, span.count);
@@ -117,7 +117,7 @@ void MergeModel::ListRows()
             for (int32_t n = 0; n < count; ++n) show(n);
             continue;
         }
-        Folded(count, &block == &blocks_.front(), &block == &blocks_.back(), show, [&](int32_t hidden) {
+        Folded(count, &block == &merge_.blocks.front(), &block == &merge_.blocks.back(), show, [&](int32_t hidden) {
             rows_.push_back({block.kind, -1, {-1, -1, -1}, hidden});
         });
     }
@@ -139,7 +139,7 @@ void MergeModel::ListOutcome()
     outcomeRows_.clear();
     int32_t conflicts = 0;
     int32_t lines = 0;
-    for (const MergeBlock& block : blocks_) {
+    for (const MergeBlock& block : merge_.blocks) {
         const int32_t conflict = block.kind == Kind::Conflict ? conflicts++ : -1;
         const int32_t before = lines;
         const auto show = [&](MergeSide side, int32_t line) {
@@ -148,7 +148,7 @@ void MergeModel::ListOutcome()
         if (block.kind == Kind::Same) {
             const LineSpan mine = block.Of(MergeSide::Mine);
             Folded(
-                mine.count, &block == &blocks_.front(), &block == &blocks_.back(),
+                mine.count, &block == &merge_.blocks.front(), &block == &merge_.blocks.back(),
                 [&](int32_t n) { show(MergeSide::Mine, mine.first + n); },
                 [&](int32_t hidden) {
                     outcomeRows_.push_back({block.kind, -1, MergeSide::Mine, -1, lines, hidden});
@@ -166,7 +166,7 @@ Text MergeModel::Outcome() const
     Text text;
     int32_t conflicts = 0;
     bool open = false;
-    for (const MergeBlock& block : blocks_)
+    for (const MergeBlock& block : merge_.blocks)
         ForEachLine(block, block.kind == Kind::Conflict ? conflicts++ : -1, [&](MergeSide side, int32_t line) {
             const MergeLines& lines = texts_[static_cast<size_t>(side)];
             if (open) text += u"\r\n";

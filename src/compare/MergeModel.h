@@ -38,6 +38,7 @@ public:
     MergeModel(Text base, Text theirs, Text mine);
 
     const MergeTexts& Texts() const { return texts_; }
+    bool IsCoarse() const { return merge_.coarse; }
     int32_t Conflicts() const { return static_cast<int32_t>(choices_.size()); }
     int32_t Undecided() const;
     MergeChoice ChoiceOf(int32_t conflict) const { return choices_[static_cast<size_t>(conflict)]; }
@@ -68,7 +69,7 @@ private:
     void ListOutcome();
 
     MergeTexts texts_;
-    std::vector<MergeBlock> blocks_;
+    ThreeWayMerge merge_;
     std::vector<MergeChoice> choices_; ///< by conflict
     std::vector<MergeRow> rows_;
     std::vector<OutcomeRow> outcomeRows_;

@@ -172,6 +172,7 @@ void QtCompareView::GoTo(int32_t row, bool wholeChange)
     const int32_t count = model_.Rows().Count();
     if (count == 0) return;
     row_ = std::clamp(row, 0, count - 1);
+    line_ = Line();
     const int32_t change = Change();
     const int32_t page = PageRows();
     int32_t top = verticalScrollBar()->value();
@@ -201,7 +202,6 @@ void QtCompareView::Take(Beside into)
 
 void QtCompareView::Tell()
 {
-    line_ = Line();
     setAccessibleDescription(Spoken());
     if (onMove) onMove();
 }

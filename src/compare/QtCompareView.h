@@ -27,6 +27,8 @@ public:
     int32_t Change() const;
     void Take(Beside into);
     Beside Side() const { return side_; }
+    /// Between the texts, for what stands above them.
+    int GutterWidth() const { return static_cast<int>(painter_.Places(viewport()->width()).gutter); }
     /// Line of the present row on the present side; -1 for none.
     int32_t Line() const;
 
@@ -108,7 +110,7 @@ private:
     QtComparePainter painter_;
     CompareBar* bar_; ///< owned by Qt
     int32_t row_ = 0;
-    int32_t line_ = -1; ///< of that row on the present side
+    int32_t line_ = -1; ///< that the user went to on that side; its row may be folded by now
     Beside side_ = Beside::Right;
     std::optional<Arrow> hot_;
     bool begun_ = false; ///< the first change was shown

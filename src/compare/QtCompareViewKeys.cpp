@@ -69,6 +69,7 @@ template <Beside To>
 void QtCompareView::Choose()
 {
     side_ = To;
+    line_ = Line();
     viewport()->update();
     Tell();
 }

@@ -1,6 +1,7 @@
 #include "compare/ThreeWayMerge.h"
 
 #include "compare/GitLibrary.h"
+#include "compare/TextDifferences.h"
 
 #include <algorithm>
 #include <string>
@@ -11,25 +12,26 @@ namespace nib {
 namespace {
 
 using Kind = MergeBlock::Kind;
-using Numbers = std::vector<int32_t>;
 using Hunks = std::vector<GitHunk>;
 
 /// Equal lines, equal numbers. Git's lines are then short, plain, and each has an end, whatever the text holds.
 class Numbering {
 public:
-    Numbers Of(const MergeLines& text)
+    std::string Written(const MergeLines& text)
     {
-        Numbers numbers;
-        numbers.reserve(static_cast<size_t>(text.Count()));
-        for (int32_t line = 0; line < text.Count(); ++line)
-            numbers.push_back(NumberOf(text.HasEnd(line) ? ended_ : open_, text.At(line)));
-        return numbers;
+        std::string bytes;
+        for (int32_t line = 0; line < text.Count(); ++line) {
+            for (uint32_t rest = NumberOf(text.HasEnd(line) ? ended_ : open_, text.At(line)); rest > 0; rest >>= 6)
+                bytes += static_cast<char>('0' + (rest & 0x3F));
+            bytes += '\n';
+        }
+        return bytes;
     }
 
 private:
-    using Known = std::unordered_map<TextView, int32_t>;
+    using Known = std::unordered_map<TextView, uint32_t>;
 
-    int32_t NumberOf(Known& known, TextView line)
+    uint32_t NumberOf(Known& known, TextView line)
     {
         const auto [at, isNew] = known.try_emplace(line, count_);
         count_ += isNew ? 1 : 0;
@@ -38,40 +40,63 @@ private:
 
     Known ended_;
     Known open_;
-    int32_t count_ = 0;
+    uint32_t count_ = 0;
 };
 
-std::string Written(const Numbers& numbers)
+/// Lines of two texts that are handed over to the library at once: it cannot be held to a time.
+constexpr int32_t kMostAtOnce = 200'000;
+
+Hunks ByLibrary(const MergeLines& base, const MergeLines& other)
 {
-    std::string bytes;
-    for (auto number : numbers) {
-        for (auto rest = static_cast<uint32_t>(number); rest > 0; rest >>= 6)
-            bytes += static_cast<char>('0' + (rest & 0x3F));
-        bytes += '\n';
-    }
-    return bytes;
+    Numbering numbering;
+    const std::string before = numbering.Written(base);
+    Hunks hunks;
+    GitLibrary().ForEachHunk(
+        before, numbering.Written(other), [&](const GitHunk& hunk) { hunks.push_back(hunk); },
+        GitLibrary::Cut::ForMerges);
+    return hunks;
+}
+
+/// A last line without its end is another one than with it.
+LinewiseText AsLines(const MergeLines& text)
+{
+    const auto walk = [&text](const LinewiseText::Visit& visit) {
+        for (int32_t line = 0; line < text.Count(); ++line) {
+            Text open;
+            TextView units = text.At(line);
+            if (!text.HasEnd(line)) units = open = Text(units) + u'\n';
+            visit({units.data(), units.size(), true});
+        }
+    };
+    return {walk, text.Count(), 0};
+}
+
+Hunks InTime(const MergeLines& base, const MergeLines& other, bool& coarse)
+{
+    Hunks hunks;
+    const auto differences = CompareLines(AsLines(base), AsLines(other));
+    for (const LineBlock& block : differences->blocks)
+        if (block.IsChange()) hunks.push_back({block.left, block.leftCount, block.right, block.rightCount});
+    coarse = coarse || differences->coarse;
+    return hunks;
 }
 
 class Merging {
 public:
-    explicit Merging(const MergeTexts& texts)
+    explicit Merging(const MergeTexts& texts) : texts_(texts)
     {
-        Numbering numbering;
-        for (size_t side = 0; side < kMergeSides; ++side) numbers_[side] = numbering.Of(texts[side]);
+        for (size_t side = 1; side < kMergeSides; ++side) {
+            const bool small = int64_t{texts[0].Count()} + texts[side].Count() <= kMostAtOnce;
+            hunks_[side] = small ? ByLibrary(texts[0], texts[side]) : InTime(texts[0], texts[side], coarse_);
+        }
     }
 
-    std::vector<MergeBlock> Blocks()
+    ThreeWayMerge Merge()
     {
-        const std::string base = Written(numbers_[0]);
-        const GitLibrary git;
-        for (size_t side = 1; side < kMergeSides; ++side)
-            git.ForEachHunk(
-                base, Written(numbers_[side]), [&](const GitHunk& hunk) { hunks_[side].push_back(hunk); },
-                GitLibrary::Cut::ForMerges);
         while (at_[1] < hunks_[1].size() || at_[2] < hunks_[2].size()) TakeGroup();
-        const auto rest = static_cast<int32_t>(numbers_[0].size()) - done_[0];
+        const int32_t rest = texts_[0].Count() - done_[0];
         Add(Kind::Same, {rest, rest, rest});
-        return std::move(blocks_);
+        return {std::move(blocks_), coarse_};
     }
 
 private:
@@ -114,7 +139,7 @@ private:
 
     bool AreAlike(int32_t theirs, int32_t mine) const
     {
-        return numbers_[1][static_cast<size_t>(theirs)] == numbers_[2][static_cast<size_t>(mine)];
+        return texts_[1].HasEnd(theirs) == texts_[2].HasEnd(mine) && texts_[1].At(theirs) == texts_[2].At(mine);
     }
 
     /// What both have done alike is none.
@@ -144,11 +169,12 @@ private:
         blocks_.push_back(block);
     }
 
-    std::array<Numbers, kMergeSides> numbers_;
+    const MergeTexts& texts_;
     std::array<Hunks, kMergeSides> hunks_; ///< of Theirs and Mine, against Base
     std::array<size_t, kMergeSides> at_{};
     Counts done_{}; ///< lines that lie in blocks
     std::vector<MergeBlock> blocks_;
+    bool coarse_ = false;
 };
 
 } // namespace
@@ -163,9 +189,9 @@ MergeLines::MergeLines(Text text) : text_(std::move(text))
     }
 }
 
-std::vector<MergeBlock> MergeThree(const MergeTexts& texts)
+ThreeWayMerge MergeThree(const MergeTexts& texts)
 {
-    return Merging(texts).Blocks();
+    return Merging(texts).Merge();
 }
 
 } // namespace nib

@@ -61,8 +61,13 @@ struct MergeBlock {
     const LineSpan& Of(MergeSide side) const { return lines[static_cast<size_t>(side)]; }
 };
 
-/// In order; together they cover all lines of all three. Lines that both have put at the ends of a conflict are no part
-/// of it. Throws Error.
-std::vector<MergeBlock> MergeThree(const MergeTexts& texts);
+struct ThreeWayMerge {
+    std::vector<MergeBlock> blocks; ///< in order; together they cover all lines of all three
+    /// Finding all that large texts share would have taken too long: conflicts may hold lines that are alike.
+    bool coarse = false;
+};
+
+/// Lines that both have put at the ends of a conflict are no part of it. Throws Error.
+ThreeWayMerge MergeThree(const MergeTexts& texts);
 
 } // namespace nib

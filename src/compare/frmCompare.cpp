@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
+#include <QStyle>
 #include <QToolButton>
 
 namespace nib {
@@ -85,7 +86,7 @@ void frmCompare::Build()
     AddOption(*bar, tr("Co&mments"), tr("Lines that hold nothing but a comment"), &CompareOptions::comments);
     all->addLayout(bar);
     auto* captions = new QHBoxLayout;
-    captions->setContentsMargins(6, 0, 6, 4);
+    captions->setContentsMargins(6, 0, style()->pixelMetric(QStyle::PM_ScrollBarExtent), 4);
     for (Beside side : kSides) {
         QLabel*& caption = captions_[static_cast<size_t>(side)];
         caption = new ElidedLabel;
@@ -103,6 +104,7 @@ void frmCompare::Build()
     all->addWidget(lbNote_);
     view_ = new QtCompareView(model_, this);
     all->addWidget(view_, 1);
+    captions->setSpacing(view_->GutterWidth());
     setFocusProxy(view_);
     setAutoFillBackground(true);
 }

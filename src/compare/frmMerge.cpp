@@ -173,6 +173,9 @@ void frmMerge::Build(TextView name, const QFont& font)
                                 .arg(merge_.Changes(Kind::Theirs))
                                 .arg(merge_.Changes(Kind::Mine))
                                 .arg(merge_.Changes(Kind::Both)));
+    if (merge_.IsCoarse())
+        what->setText(what->text() + QLatin1Char(' ') +
+                      tr("The texts differ so much that conflicts may hold lines which are alike."));
     what->setTextFormat(Qt::PlainText);
     what->setWordWrap(true);
     auto* above = new QWidget;

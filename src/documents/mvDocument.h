@@ -147,8 +147,8 @@ public:
     // How it is stored; part of it counts from the next save on, until when it is changed.
     /// Null where nothing is known of that, as of a document that was never saved.
     const StoredForm* Stored() const;
-    /// The text as a save would write it now.
-    LinewiseText AsWritten() { return stored_.Written(EnsureView().txtText().Document().Snapshot()); }
+    /// The text as a save would write it now; only where there is a view.
+    LinewiseText AsWritten() const { return stored_.Written(Source()->Document().Snapshot()); }
     bool MixedEnds() const { return stored_.AnyOddEnd(); }
     void SetEnds(LineEnd end);
     void SetCoding(TextCoding coding);

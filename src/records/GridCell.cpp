@@ -31,6 +31,9 @@ Text WithMarks(TextView typed)
     return text;
 }
 
+/// A longer value costs too much to be converted each time that it is painted.
+constexpr size_t kMostConverted = 10'000;
+
 /// An empty text is one empty piece.
 std::vector<Text> Pieces(TextView text, char16_t delimiter)
 {
@@ -40,6 +43,7 @@ std::vector<Text> Pieces(TextView text, char16_t delimiter)
 bool IsConverted(TextView stored, const DictionaryField* field)
 {
     // What looks like a sign could not be told from one.
+    if (stored.size() > kMostConverted) return false;
     const TextView signs[] = {TextView(&kSubValueSign, 1), TextView(&kTextSign, 1)};
     return field && field->conversion.Converts() && stored.find(signs[0]) == TextView::npos &&
            stored.find(signs[1]) == TextView::npos;

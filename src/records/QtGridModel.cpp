@@ -63,12 +63,12 @@ void QtGridModel::Resize(int& shown, int now, bool rows)
 
 void QtGridModel::Follow()
 {
-    if (!Table().IsInOwnOrder()) return Rearrange([this] { Table().Refresh(); });
-    // In their own order rows and columns come and go at the end, and what is being edited there stays open.
-    Table().Refresh();
+    // In their own order rows and columns come and go at the end, and what is being edited stays open.
+    if (Table().Refresh() && !Table().IsInOwnOrder()) return Rearrange([] {});
     Resize(rows_, Table().Rows(), true);
     Resize(columns_, Table().Columns(), false);
-    if (rows_ > 0 && columns_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));
+    if (rows_ == 0 || columns_ == 0) return;
+    emit dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));
     emit headerDataChanged(Qt::Vertical, 0, rows_ - 1);
 }
 

@@ -1,5 +1,7 @@
 #include "records/Record.h"
 
+#include "diagnostics/Guarded.h"
+
 #include <algorithm>
 
 namespace nib {
@@ -95,7 +97,10 @@ void Record::Replace(std::vector<RangeEdit> edits)
 {
     std::sort(edits.begin(), edits.end(), [](const RangeEdit& a, const RangeEdit& b) { return a.start < b.start; });
     document_.BreakTyping();
-    document_.ReplaceRanges(std::move(edits));
+    editing_ = true;
+    const auto failure = FailureOf([&] { document_.ReplaceRanges(std::move(edits)); });
+    editing_ = false;
+    if (failure) throw *failure;
     document_.BreakTyping();
 }
 

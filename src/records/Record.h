@@ -41,6 +41,8 @@ public:
     void DeleteValues(std::span<const int32_t> attributes, int32_t value);
     void MoveValues(std::span<const int32_t> attributes, int32_t from, int32_t to);
 
+    /// One of the edits above is being made.
+    bool IsEditing() const { return editing_; }
     /// The text has changed, by whomever; `whole`: it is another one.
     std::function<void(bool whole)> changed;
 
@@ -56,6 +58,7 @@ private:
     SourceDocument& document_;
     std::map<int32_t, std::vector<int32_t>> starts_; ///< of the attributes that were asked about
     Text scratch_;
+    bool editing_ = false;
 };
 
 } // namespace nib

@@ -59,6 +59,9 @@ ConversionRule Fitting(TextView code, const std::function<bool(TextView)>& fits)
 
 // Patterns: counted letters, digits and characters, and literals between them
 
+/// Nobody writes a pattern for a longer value.
+constexpr size_t kMostMatched = 1000;
+
 struct PatternPart {
     int32_t count = 1; ///< 0: any number of them
     char16_t kind = 0; ///< A, N or X; 0 for a literal
@@ -97,6 +100,7 @@ std::optional<Pattern> ParsePattern(TextView text)
 /// All ends that the parts so far can have, so that no value takes longer than its length times the parts.
 bool Matches(const Pattern& pattern, TextView value)
 {
+    if (value.size() > kMostMatched) return false;
     std::vector<bool> ends(value.size() + 1);
     ends[0] = true;
     for (const PatternPart& part : pattern) {

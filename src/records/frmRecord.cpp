@@ -133,15 +133,12 @@ void frmRecord::Lead(QtGridView* table)
 
 void frmRecord::Follow()
 {
-    later_.stop();
-    if (!std::exchange(dirty_, false)) return;
-    if (grid_.Refresh()) {
-        BuildTables();
-        if (!txtFilter_->text().isEmpty())
-            for (QtGridView* table : std::as_const(tables_)) table->Filter(txtFilter_->text());
-        return ShowCaret();
+    if (std::exchange(dirty_, false)) {
+        if (grid_.Refresh()) BuildTables();
+        for (QtGridView* table : std::as_const(tables_)) table->Follow();
+        if (!caretWaits_) CellChosen(last_->Model().CellAt(last_->currentIndex()));
     }
-    for (QtGridView* table : std::as_const(tables_)) table->Follow();
+    if (caretWaits_) ShowCaret();
 }
 
 QtGridView* frmRecord::TableOf(int32_t attribute) const
@@ -153,10 +150,18 @@ QtGridView* frmRecord::TableOf(int32_t attribute) const
     return nullptr;
 }
 
+void frmRecord::FollowCaret()
+{
+    // What is typed into a cell leaves that the current one.
+    if (choosing_ || grid_.Content().IsEditing()) return;
+    // In the midst of an edit the tables are not yet what the text is.
+    caretWaits_ = true;
+    later_.start();
+}
+
 void frmRecord::ShowCaret()
 {
-    if (choosing_) return;
-    Follow();
+    caretWaits_ = false;
     const Position caret = view_.Caret();
     QtGridView* table = TableOf(caret.line + 1);
     if (!table || !table->ShowValue(caret.line + 1, grid_.Content().ValueAt(caret))) return;
@@ -183,6 +188,7 @@ void frmRecord::Leave(QtGridView* table, bool down)
 void frmRecord::CellChosen(const GridCell& cell)
 {
     if (cell.attribute == 0) return;
+    caretWaits_ = false;
     choosing_ = true;
     view_.SetCaret(grid_.Content().Place(cell.attribute, cell.value).start);
     choosing_ = false;

@@ -20,8 +20,8 @@ public:
     frmRecord(SourceView& view, Dictionary dictionary);
     ~frmRecord() override;
 
-    /// The value at the caret of the text becomes the current cell.
-    void ShowCaret();
+    /// The value at the caret of the text becomes the current cell, in a moment.
+    void FollowCaret();
     void TakeFocus();
 
     /// Another text has taken the place of the one that this shows.
@@ -38,6 +38,7 @@ private:
     QtGridView* NewTable(size_t table);
     void Lead(QtGridView* table);
     void Follow();
+    void ShowCaret();
     void Leave(QtGridView* table, bool down);
     void CellChosen(const GridCell& cell);
     void TellRefusal(const QString& reason);
@@ -47,6 +48,7 @@ private:
     RecordGrid grid_;
     QTimer later_; ///< takes in changes once for many
     bool dirty_ = false;
+    bool caretWaits_ = false; ///< to be shown
     bool choosing_ = false;
     QList<QtGridView*> tables_; ///< owned by the splitter
     QLineEdit* txtFilter_ = nullptr;

@@ -92,10 +92,22 @@ bool OutsideChanges::AskAboutChange(mvDocument& document)
     if (!document.ItemObject()) return false; // a client has closed it meanwhile
     if (answer == kAnswerReload) return document.Reload(), false;
     if (!document.ReadOnly()) document.SetModified(true); // it is not what is stored
-    if (answer == kAnswerKeep) document.ItemObject()->AcceptState();
+    if (answer == kAnswerKeep) Keep(document);
     if (answer == kAnswerCompare) Compare(document);
     if (answer == kAnswerMerge) Merge(document);
     return answer == kAnswerKeep;
+}
+
+void OutsideChanges::Keep(mvDocument& document)
+{
+    document.ItemObject()->AcceptState();
+    if (document.ReadOnly() || !document.View() || !program_.Versions().Keeps(*document.ItemObject())) return;
+    // It is what the next save replaces, and the history shows it as that.
+    IgnoringErrors([&] {
+        const auto stored = program_.Connection().OpenServerForPath(document.Path(), true, false);
+        const Text theirs = stored->ReadItem(0, 0, 0);
+        document.View()->txtText().Document().SetStoredText(ExpandTabs(theirs, program_.EditorSettings().TabSize));
+    });
 }
 
 bool OutsideChanges::AskAboutLoss(mvDocument& document)

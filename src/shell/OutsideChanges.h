@@ -26,6 +26,7 @@ private:
     void Merge(mvDocument& document);
     bool MergeOnce(mvDocument& document);
     void Compare(mvDocument& document);
+    void Keep(mvDocument& document);
 
     Program& program_;
     std::set<int32_t> asked_; ///< documents whose change the user has put off

@@ -10,25 +10,24 @@ struct MergeFormTest : testing::Test {
         QApplication::setActiveWindow(&form);
         QTest::qWait(1);
     }
+    template <typename Widget>
+    Widget& Find(const std::function<bool(const Widget&)>& isIt)
+    {
+        const auto all = form.findChildren<Widget*>();
+        return **std::find_if(all.begin(), all.end(), [&](const Widget* widget) { return isIt(*widget); });
+    }
     QTableView& Table(const char* name)
     {
-        const auto tables = form.findChildren<QTableView*>();
-        return **std::find_if(tables.begin(), tables.end(),
-                              [&](const QTableView* table) { return table->accessibleName() == QLatin1String(name); });
+        return Find<QTableView>([&](auto& table) { return table.accessibleName() == QLatin1String(name); });
     }
     QString Outcome(int row) { return Table("Outcome").model()->index(row, OutcomeTable::kText).data().toString(); }
     QString State()
     {
-        QString state;
-        for (const QLabel* label : form.findChildren<QLabel*>())
-            if (label->text().startsWith(QLatin1String("Conflict"))) state = label->text();
-        return state;
+        return Find<QLabel>([](auto& label) { return label.text().startsWith(QLatin1String("Conflict")); }).text();
     }
-    QPushButton& Button(const char* caption)
+    QPushButton& Merge()
     {
-        const auto buttons = form.findChildren<QPushButton*>();
-        return **std::find_if(buttons.begin(), buttons.end(),
-                              [&](const QPushButton* button) { return button->text() == QLatin1String(caption); });
+        return Find<QPushButton>([](auto& button) { return button.text() == QLatin1String("Me&rge"); });
     }
 
     MergeModel merge{u"a\r\n-\r\nb\r\n-\r\nc\r\n", u"a1\r\n-\r\nb1\r\n-\r\nc1\r\n", u"a2\r\n-\r\nb2\r\n-\r\nc\r\n"};
@@ -47,11 +46,11 @@ TEST_F(MergeFormTest, ConflictsAreGoneThroughAndChosenByKey)
     AccessKey(Qt::Key_M);
     EXPECT_EQ(Outcome(0), QStringLiteral("a2"));
     EXPECT_EQ(State(), QStringLiteral("Conflict 2 of 2: nothing is chosen yet"));
-    EXPECT_FALSE(Button("Me&rge").isEnabled());
+    EXPECT_FALSE(Merge().isEnabled());
     AccessKey(Qt::Key_H);
     EXPECT_EQ(Outcome(2) + Outcome(3), QStringLiteral("b1b2"));
     EXPECT_EQ(State(), QStringLiteral("Conflict 2 of 2: theirs is taken, then mine"));
-    EXPECT_TRUE(Button("Me&rge").hasFocus());
+    EXPECT_TRUE(Merge().hasFocus());
     Key(Qt::Key_Return);
     EXPECT_FALSE(form.isVisible());
 }

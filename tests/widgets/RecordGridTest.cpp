@@ -94,10 +94,12 @@ TEST_F(RecordGridTest, RowsAreTypedOneAfterTheOther)
     Type(Lines(), 2, 0, "P3");
     Key(Qt::Key_Tab);
     ASSERT_NE(Editor(), nullptr) << "the next cell of the new row";
+    EXPECT_EQ(Lines().currentIndex(), Lines().model()->index(2, 1));
     QTest::keyClicks(Editor(), QStringLiteral("7"));
     Key(Qt::Key_Return);
     EXPECT_EQ(Line(3) + " " + Line(4), "P1\uF8FDP2\uF8FDP3 12\uF8FD100\uF8FD7");
     EXPECT_EQ(Lines().model()->rowCount(), 4);
+    EXPECT_EQ(Lines().currentIndex(), Lines().model()->index(2, 1));
     Lines().setCurrentIndex(Lines().model()->index(0, 0));
     Key(Qt::Key_Insert);
     Key(Qt::Key_Down, Qt::AltModifier);

@@ -36,9 +36,9 @@ using GitTreeBuilder = GitHandle<git_treebuilder, git_treebuilder_free>;
 
 /// A failure of the library, with its number.
 struct GitFailure : Error {
-    explicit GitFailure(int number)
+    explicit GitFailure(int result)
         : Error(error_number::kStorage, FromUtf8(git_error_last() ? git_error_last()->message : "unknown")),
-          code(number)
+          code(result)
     {
     }
     int code;

@@ -60,12 +60,6 @@ void VersionKeeper::AskAuthors(HistoryPlace place, LinewiseText text, std::funct
     wake_.notify_one();
 }
 
-void VersionKeeper::Flush()
-{
-    std::unique_lock lock(mutex_);
-    idle_.wait(lock, [this] { return saves_.empty() && !keeping_; });
-}
-
 void VersionKeeper::Deliver(std::function<void()> call)
 {
     toWindows_([alive = alive_, call = std::move(call)] {
@@ -77,7 +71,6 @@ void VersionKeeper::KeepNext(std::unique_lock<std::mutex>& lock)
 {
     KeptSave save = std::move(saves_.front());
     saves_.pop_front();
-    keeping_ = true;
     lock.unlock();
     Text fault;
     const auto failure = FailureOf([&] {
@@ -91,8 +84,6 @@ void VersionKeeper::KeepNext(std::unique_lock<std::mutex>& lock)
     Deliver([this, place = save.place, fault] { told_(place, fault); });
     save = {};
     lock.lock();
-    keeping_ = false;
-    if (saves_.empty()) idle_.notify_all();
 }
 
 bool VersionKeeper::Pause()
@@ -181,7 +172,6 @@ void VersionKeeper::Run()
             Work(lock);
     }
     saves_.clear();
-    idle_.notify_all();
 }
 
 } // namespace nib

@@ -49,8 +49,6 @@ public:
     void SetBounds(HistoryBounds bounds);
     /// `take` gets the answer on the thread of the windows, unless another question comes before it is found.
     void AskAuthors(HistoryPlace place, LinewiseText text, std::function<void(const AuthoredText&)> take);
-    /// Waits until all saves so far have been tried.
-    void Flush();
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -90,11 +88,9 @@ private:
 
     std::mutex mutex_; ///< of all that follows
     std::condition_variable wake_;
-    std::condition_variable idle_;
     std::deque<KeptSave> saves_;
     std::optional<Question> question_;
     HistoryBounds bounds_;
-    bool keeping_ = false;
     bool stop_ = false;
     Clock::time_point patience_ = Clock::time_point::max(); ///< until when what is left is kept
 

@@ -6,6 +6,7 @@
 #include <git2/sys/repository.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <thread>
 
 #include <fcntl.h>
@@ -116,14 +117,19 @@ std::optional<VersionRepository> VersionRepository::Open(const std::string& fold
 void VersionRepository::Create(const std::string& folder)
 {
     const std::string made = folder + std::string(kTemporaryName) + RandomSuffix();
-    if (const int error = MakeFolders(made)) throw SystemFailure(FromFileName(folder), error);
-    git_repository_init_options options;
-    git_repository_init_options_init(&options, GIT_REPOSITORY_INIT_OPTIONS_VERSION);
-    options.flags = GIT_REPOSITORY_INIT_BARE;
-    options.initial_head = "main";
-    nib::Make<GitRepository>(git_repository_init_ext, made.c_str(), &options);
-    if (const int error = RenameNew(made, folder); error != 0 && error != EEXIST && error != ENOTEMPTY)
-        throw SystemFailure(FromFileName(folder), error);
+    const auto failure = FailureOf([&] {
+        if (const int error = MakeFolders(made)) throw SystemFailure(FromFileName(folder), error);
+        git_repository_init_options options;
+        git_repository_init_options_init(&options, GIT_REPOSITORY_INIT_OPTIONS_VERSION);
+        options.flags = GIT_REPOSITORY_INIT_BARE;
+        options.initial_head = "main";
+        nib::Make<GitRepository>(git_repository_init_ext, made.c_str(), &options);
+        const int error = RenameNew(made, folder);
+        if (error != 0 && !IsFolder(folder)) throw SystemFailure(FromFileName(folder), error);
+    });
+    std::error_code ignored;
+    std::filesystem::remove_all(made, ignored);
+    if (failure) throw Error(*failure);
 }
 
 VersionRepository VersionRepository::Make(const std::string& folder)

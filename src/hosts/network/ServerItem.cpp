@@ -134,10 +134,8 @@ StoredState ServerItem::StateToSave()
 
 bool ServerItem::AcceptVersion(TextView version)
 {
-    if (found_ != version) {
-        Fetch(false, u"Reading ");
-        fetched_.reset();
-    }
+    Fetch(false, u"Reading ");
+    fetched_.reset();
     if (found_ != version) return false;
     seen_ = found_;
     tried_.clear();

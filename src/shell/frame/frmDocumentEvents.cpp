@@ -29,7 +29,7 @@ void frmDocument::CaretMoved(Position)
     if (!IsActive()) return;
     EndRefusal();
     ShowPosition();
-    if (grid_) grid_->ShowCaret();
+    if (grid_) grid_->FollowCaret();
     CheckSelection();
     if (QtAssist* assist = mainWindow_.Assist()) assist->CaretMoved();
 }

@@ -34,6 +34,7 @@ void frmDocument::SetGrid(bool grid)
         delete std::exchange(grid_, nullptr);
         window_->ShowInstead(nullptr);
         window_->widget()->setFocusProxy(widget_);
+        widget_->RevealPlace(Model().Caret());
         return FocusText();
     }
     const std::shared_ptr<mvItem> item = document_->ItemObject();

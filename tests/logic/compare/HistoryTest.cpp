@@ -324,6 +324,18 @@ TEST_F(ProgramHistoryTest, ASaveLeavesAVersionAndOneComesBackInOneStep)
     EXPECT_EQ(document->GetText(), u"mine again");
 }
 
+TEST_F(ProgramHistoryTest, WhatIsSavedOverWithTheUsersConsentIsAVersion)
+{
+    document->ReplaceText(u"mine");
+    t.connection.store.items[Text(kItem)].text = u"theirs";
+    t.connection.store.states[Text(kItem)] = StoredState::Changed;
+    t.boxes.Answer({message_box::kAnswerKeep});
+    t.program.Files().FileSave(*document);
+    t.boxes.Take();
+    ASSERT_TRUE(t.Wait([&] { return news > 0; }));
+    EXPECT_EQ(Texts(), (std::vector<Text>{u"mine", u"read theirs"}));
+}
+
 TEST_F(ProgramHistoryTest, SaveAsKeepsWhatItReplaces)
 {
     t.connection.store.items[u"mvdb:*/DEMO/BP/OTHER"] = {u"other", false};

@@ -28,7 +28,7 @@ std::string Merged(const Texts& texts)
     const MergeTexts lines{MergeLines(FromUtf8(texts[0])), MergeLines(FromUtf8(texts[1])),
                            MergeLines(FromUtf8(texts[2]))};
     std::string out;
-    for (const MergeBlock& block : MergeThree(lines)) {
+    for (const MergeBlock& block : MergeThree(lines).blocks) {
         if (block.kind != Kind::Conflict) {
             AppendLines(lines, block, block.kind == Kind::Theirs ? MergeSide::Theirs : MergeSide::Mine, out);
             continue;

@@ -202,7 +202,9 @@ TEST(ConversionTest, WhatMeansNothingIsRefused)
             EXPECT_EQ(row.to, nullptr) << ToUtf8(stored);
         } catch (const Error& error) {
             ASSERT_NE(row.to, nullptr);
-            if (*row.to) EXPECT_STREQ(error.what(), row.to);
+            if (*row.to) {
+                EXPECT_STREQ(error.what(), row.to);
+            }
         }
     }
     EXPECT_THROW(Of("G*1").Store(u"X", u"A*B"), Error) << "the rest would be lost";
@@ -214,6 +216,7 @@ TEST(ConversionTest, ValuesThatACodeIsNotMeantForStayAsTheyAre)
     constexpr Answer kOdd[] = {{"D4-", "ABC", ""},  {"D4-", "99999999999999999999", ""},
                                {"MD2", "12a", ""},  {"MT", "-60", ""},
                                {"L3", "ABCDE", ""}, {"P(1N)", "123", ""}};
+    EXPECT_FALSE(Of("P(0X99999X0X99999X)").Show(Text(100'000, u'x'))) << "nor does it take its time";
     for (const Answer& row : kOdd) EXPECT_FALSE(Of(row.code).Show(FromUtf8(row.from))) << row.code;
     for (const char* code : {"XYZ", "D4-Q!", "DI", "DY4", "MX9", "MD2($#12)", "G", "L,3", "P", "TX", "D4 MDY[,A]",
                              "TDATA;X;1;1", "MD2#999999999999", "D[", "P(", "G99999999999*1"})
