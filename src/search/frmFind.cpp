@@ -16,6 +16,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QWindow>
 
 #include <algorithm>
 #include <limits>
@@ -261,8 +262,8 @@ void frmFind::Sought()
 void frmFind::StayBeside()
 {
     const QRect match = matchPlace ? matchPlace() : QRect();
-    if (match.isEmpty() || !screen()) return;
-    const QRect frame = frameGeometry();
+    if (match.isEmpty() || !screen() || !windowHandle()) return;
+    const QRect frame = geometry().marginsAdded(windowHandle()->frameMargins());
     const ScreenArea area = BesideMatch(AreaOf(frame), AreaOf(match), AreaOf(screen()->availableGeometry()));
     if (area.left != frame.left() || area.top != frame.top()) move(area.left, area.top);
 }

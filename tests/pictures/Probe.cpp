@@ -3,6 +3,7 @@
 //
 // A question is a file "ask" in the folder that NIB_PROBE names, its answer a file "answer".
 
+#include "pictures/Brackets.h"
 #include "pictures/Room.h"
 
 #include <QGenericPlugin>
@@ -11,6 +12,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <typeinfo>
 
 namespace nib::test {
@@ -28,16 +30,17 @@ QString ClassOf(const QWidget& widget)
 
 bool IsShown(const QWidget& window)
 {
-    return window.isVisible() && window.windowHandle() && window.windowHandle()->isExposed() &&
-           !window.frameGeometry().isEmpty();
+    return window.isVisible() && window.windowHandle() && window.windowHandle()->isExposed();
 }
 
-QJsonArray Look()
+QJsonArray Look(bool brackets)
 {
     QJsonArray windows;
     for (const QWidget* window : QApplication::topLevelWidgets()) {
         if (!IsShown(*window) || window->windowType() == Qt::ToolTip) continue;
         QStringList faults = Room(*window).Faults() + Room(*window).OnScreen();
+        if (brackets)
+            for (const QString& bare : BareTexts(*window)) faults += QStringLiteral("not translated: ") + bare;
         windows.append(QJsonObject{{QStringLiteral("class"), ClassOf(*window)},
                                    {QStringLiteral("title"), window->windowTitle()},
                                    {QStringLiteral("active"), window->isActiveWindow()},
@@ -117,7 +120,7 @@ bool Close(const QString& name)
     return false;
 }
 
-QJsonValue Answer(const QString& question)
+QJsonValue Answer(const QString& question, bool brackets)
 {
     const QString word = question.section(u' ', 0, 0);
     const QString rest = question.section(u' ', 1);
@@ -126,19 +129,20 @@ QJsonValue Answer(const QString& question)
     if (word == QStringLiteral("page")) return Page(rest.toInt());
     if (word == QStringLiteral("menu")) return Menu(rest);
     if (word == QStringLiteral("close")) return Close(rest);
-    return Look();
+    return Look(brackets);
 }
 
 class Probe final : public QObject {
 public:
     Probe() : folder_(qEnvironmentVariable("NIB_PROBE"))
     {
-        connect(&timer_, &QTimer::timeout, this, [this] { Look(); });
+        connect(&timer_, &QTimer::timeout, this, [this] { Heed(); });
         timer_.start(20);
+        if (qEnvironmentVariableIsSet("NIB_PROBE_BRACKETS")) brackets_.emplace();
     }
 
 private:
-    void Look() const
+    void Heed() const
     {
         QFile ask(folder_.filePath(QStringLiteral("ask")));
         if (!ask.open(QIODevice::ReadOnly)) return;
@@ -146,12 +150,13 @@ private:
         ask.remove();
         QSaveFile answer(folder_.filePath(QStringLiteral("answer")));
         if (!answer.open(QIODevice::WriteOnly)) return;
-        answer.write(QJsonDocument(QJsonArray{Answer(question)}).toJson());
+        answer.write(QJsonDocument(QJsonArray{Answer(question, brackets_.has_value())}).toJson());
         answer.commit();
     }
 
     QDir folder_;
     QTimer timer_;
+    std::optional<Bracketing> brackets_;
 };
 
 } // namespace

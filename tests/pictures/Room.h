@@ -52,7 +52,8 @@ public:
     QStringList OnScreen()
     {
         const QRect screen = window_.screen()->availableGeometry();
-        const QRect framed = window_.frameGeometry();
+        // Not by the widget, which at twice the size may take its frame for nothing.
+        const QRect framed = window_.geometry().marginsAdded(window_.windowHandle()->frameMargins());
         if (!screen.contains(framed)) {
             Say(window_, QStringLiteral("at %1, %2 as large as %3 on a screen of %4")
                              .arg(framed.x())

@@ -4,6 +4,8 @@ screen is a failure.
 
     test_pictures.py PROGRAM [--all] [--pictures FOLDER] [--only WORD...]
 
+In brackets stands what can be translated; a text without them is a failure too.
+
 Without --all each value of the matrix comes up, but not each with each. --only takes the looks whose names have all
 these words.
 """
@@ -42,10 +44,12 @@ class Look:
         desktop.env.update(KDE, QT_SCALE_FACTOR=self.scale.removesuffix("x"))
         if self.language == "de":
             desktop.env.update(LANG="de_DE.UTF-8", LC_ALL="de_DE.UTF-8", LANGUAGE="de")
+        if self.language == "brackets":
+            desktop.env["NIB_PROBE_BRACKETS"] = "1"
 
 
 ONCE = (Look("light", "1x", "10pt", "en", "1280x800"), Look("dark", "1x", "14pt", "de", "1366x768"),
-        Look("light", "2x", "10pt", "de", "1366x768"), Look("dark", "2x", "10pt", "en", "2560x1600"))
+        Look("light", "2x", "10pt", "de", "1366x768"), Look("dark", "2x", "10pt", "brackets", "2560x1600"))
 # Large letters twice as large on a small screen are nobody's.
 SIZES = (("1x", "10pt", "1280x800"), ("1x", "14pt", "1280x800"), ("1x", "10pt", "1366x768"), ("1x", "14pt", "1366x768"),
          ("2x", "10pt", "1366x768"), ("2x", "10pt", "2560x1600"), ("2x", "14pt", "2560x1600"))

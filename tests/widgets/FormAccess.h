@@ -2,6 +2,8 @@
 // What somebody needs who cannot see a form, has no mouse or wants large letters: names, a way by the Tab key, access
 // keys of their own, and room for each text.
 
+#include "pictures/Brackets.h"
+
 #include <QtTest>
 #include <QtWidgets>
 
@@ -85,43 +87,10 @@ inline void ExpectRoom(const QWidget& form)
     }
 }
 
-/// Puts each text that goes through a translation into brackets; what stands bare nobody can translate.
-class Bracketing final : public QTranslator {
-public:
-    Bracketing() { QCoreApplication::installTranslator(this); }
-    bool isEmpty() const override { return false; }
-    QString translate(const char*, const char* text, const char*, int) const override
-    {
-        return QLatin1Char('[') + QString::fromUtf8(text) + QLatin1Char(']');
-    }
-};
-
-/// Names and data, which are the same in every language.
-inline bool IsBare(QString text)
-{
-    static const QRegularExpression data(QStringLiteral(
-        R"(^$|^[^A-Za-z]*$|^NewItem\d+$|^LF$|^CR( LF)?$|^UTF-(8|16 [LB]E)$|^Latin-1$|^Nib$|^mvdb|^DejaVu|^Text$|^Aa$|^BP)"
-        R"(|^INVOICE|^ONE|^TWO|^START|^LIVE|^SALES|^DEMO|^common$|^BASIC$)"));
-    return !text.startsWith(QLatin1Char('[')) && !data.match(text.remove(QLatin1Char('&'))).hasMatch();
-}
-
-inline QStringList TextsOf(const QWidget& widget)
-{
-    QStringList texts{widget.toolTip()};
-    if (auto* button = qobject_cast<const QAbstractButton*>(&widget)) texts += button->text();
-    if (auto* box = qobject_cast<const QGroupBox*>(&widget)) texts += box->title();
-    if (auto* label = qobject_cast<const QLabel*>(&widget)) texts += label->text();
-    if (auto* tabs = qobject_cast<const QTabBar*>(&widget))
-        for (int i = 0; i < tabs->count(); ++i) texts += tabs->tabText(i);
-    return texts;
-}
-
 inline void ExpectNothingBare(const QWidget& form)
 {
-    EXPECT_FALSE(IsBare(form.windowTitle())) << form.windowTitle().toStdString();
-    for (const QWidget* widget : form.findChildren<QWidget*>())
-        for (const QString& text : TextsOf(*widget))
-            EXPECT_FALSE(widget->window() == &form && IsBare(text)) << text.toStdString();
+    const QStringList bare = BareTexts(form);
+    EXPECT_TRUE(bare.isEmpty()) << bare.join(QLatin1Char('\n')).toStdString();
 }
 
 /// `shared`: access keys that captions laid down elsewhere make several controls have.

@@ -12,6 +12,7 @@
 #include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace nib {
 
@@ -128,7 +129,8 @@ void QtScreenKeeper::Keep(QWidget& window)
     if (!PlacesWindows() || !IsKept(window)) return;
     std::vector<FrameBounds> screens;
     for (const QScreen* screen : QGuiApplication::screens()) screens.push_back(BoundsOf(screen->availableGeometry()));
-    const QRect framed = window.frameGeometry();
+    // By the window's own margins: at twice the size the widget may say that it has no size at all.
+    const QRect framed = window.geometry().marginsAdded(window.windowHandle()->frameMargins());
     const QSize edges = framed.size() - window.size();
     const FrameBounds now = BoundsOf(framed);
     FrameBounds kept = FitToScreens(now, screens);
