@@ -46,6 +46,7 @@ std::vector<Place> Moved(const std::vector<Place>& all, const std::vector<int32_
 bool mvDocument::TakeMerged(mvItem& stored, TextView theirs, TextView merged)
 {
     if (!item_ || IsBeingSaved() || !item_->AcceptVersion(stored.Version())) return false;
+    const WaitCursor wait(services_.frame);
     const int32_t tabSize = services_.settings.TabSize;
     const Text shown = ExpandTabs(theirs, tabSize);
     SourceDocument& text = EnsureView().txtText().Document();
