@@ -104,5 +104,27 @@ def text_is_dragged(desktop):
     expect_equal((demo / "INVOICE").read_text("latin-1"), invoice, "one step takes it back")
 
 
+def a_monitor_goes(desktop):
+    def edges():
+        """The left one of each window, and the right one."""
+        for window in desktop.windows():
+            place = desktop.xdotool("getwindowgeometry", "--shell", window.number)
+            left = int(re.search(r"X=(-?\d+)", place)[1])
+            yield left, left + window.size()[0]
+
+    desktop.command("xrandr", "--setmonitor", "left", "640/169x860/227+0+0", "screen")
+    desktop.command("xrandr", "--setmonitor", "right", "640/169x860/227+640+0", "none")
+    desktop.sample_accounts()
+    desktop.start("/A=DEMO", "/F=BP", "/I=MENU", shows=r"\[BP MENU on ")
+    frame = desktop.active_window()
+    desktop.keys("ctrl+f", shows="^Find$")
+    for window in (frame, desktop.active_window()):
+        desktop.xdotool("windowmove", "--sync", window.number, 660, 60)
+    expect(min(edges())[0] > 640, f"all windows are on the right: {list(edges())}")
+    desktop.command("xrandr", "--delmonitor", "right")
+    lib.eventually("all windows on the left", lambda: all(0 <= left and right <= 640 for left, right in edges()))
+
+
 if __name__ == "__main__":
-    lib.run(windows_and_fast_keys, text_is_dragged, a_double_click_goes_to_the_label, the_frame_finds_its_place_again)
+    lib.run(windows_and_fast_keys, text_is_dragged, a_double_click_goes_to_the_label, the_frame_finds_its_place_again,
+            a_monitor_goes)

@@ -3,6 +3,7 @@
 // keys of their own, and room for each text.
 
 #include "pictures/Brackets.h"
+#include "pictures/Room.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -75,16 +76,8 @@ inline std::map<std::string, std::vector<std::string>> AccessKeys(QWidget& form)
 
 inline void ExpectRoom(const QWidget& form)
 {
-    for (const QWidget* widget : form.findChildren<QWidget*>()) {
-        const auto* label = qobject_cast<const QLabel*>(widget);
-        if (!widget->isVisible() || widget->window() != &form) continue;
-        if (!label && !qobject_cast<const QAbstractButton*>(widget)) continue;
-        const QSize wanted = widget->minimumSizeHint();
-        EXPECT_GE(widget->width(), wanted.width()) << widget->objectName().toStdString();
-        EXPECT_GE(widget->height(),
-                  label && label->wordWrap() ? label->heightForWidth(label->width()) : wanted.height())
-            << widget->objectName().toStdString();
-    }
+    const QStringList faults = Room(form).Faults();
+    EXPECT_TRUE(faults.isEmpty()) << faults.join(QLatin1Char('\n')).toStdString();
 }
 
 inline void ExpectNothingBare(const QWidget& form)
