@@ -1464,7 +1464,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>Com&amp;pare</source>
-        <translation>Ver&amp;gleichen</translation>
+        <translation>&amp;Vergleichen</translation>
     </message>
     <message>
         <source>With the &amp;Stored Item</source>

@@ -38,6 +38,12 @@ void QtCompareView::BuildLook()
     viewport()->update();
 }
 
+void QtCompareView::Edited()
+{
+    painter_.Forget();
+    viewport()->update();
+}
+
 void QtCompareView::Refresh()
 {
     if (!model_.IsThere()) return viewport()->update();
