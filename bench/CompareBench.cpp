@@ -7,6 +7,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <utility>
+
 namespace nib::bench {
 namespace {
 

@@ -1473,6 +1473,7 @@ Qt %2</translation>
     <message>
         <source>Com&amp;pare</source>
         <translation>Ve&amp;rgleichen</translation>
+        <translation>&amp;Vergleichen</translation>
     </message>
     <message>
         <source>With the &amp;Stored Item</source>

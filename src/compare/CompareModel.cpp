@@ -126,13 +126,14 @@ void CompareModel::Changed(Beside side, const TextChange* change)
     rested_ = false;
     words_.clear();
     if (change) rows_.Follow(side == Beside::Right, *change);
-    if (onChange) onChange();
+    if (onEdit) onEdit();
 }
 
 void CompareModel::Tick()
 {
     if (!stale_) return;
-    if (std::exchange(rested_, true)) Compare();
+    if (std::exchange(rested_, true)) return Compare();
+    if (onChange) onChange();
 }
 
 const WordDifferences& CompareModel::WordsOf(int32_t row)

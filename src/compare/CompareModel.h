@@ -54,6 +54,8 @@ public:
     /// Looks what has become of stored items.
     void Look();
 
+    /// A text was edited, with each edit: what was known of its lines is not true any more.
+    std::function<void()> onEdit;
     /// Rows, state or captions are others now.
     std::function<void()> onChange;
 

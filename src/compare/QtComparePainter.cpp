@@ -79,7 +79,7 @@ ComparePlaces QtComparePainter::Places(qreal width) const
     for (Beside side : kSides) {
         int32_t digits = 3;
         for (int32_t lines = model_.Side(side).Lines().LineCount(); lines >= 1000; lines /= 10) ++digits;
-        places.margin[static_cast<size_t>(side)] = std::round(metrics_.CharWidth() * (digits + 3));
+        places.margin[static_cast<size_t>(side)] = std::round(metrics_.CharWidth() * (digits + 4));
     }
     return places;
 }

@@ -38,6 +38,12 @@ void QtCompareView::BuildLook()
     viewport()->update();
 }
 
+void QtCompareView::Edited()
+{
+    painter_.Forget();
+    viewport()->update();
+}
+
 void QtCompareView::Refresh()
 {
     if (!model_.IsThere()) return viewport()->update();
@@ -65,6 +71,7 @@ int QtCompareView::PageRows() const
 
 void QtCompareView::UpdateBars()
 {
+    if (!model_.IsThere()) return;
     verticalScrollBar()->setPageStep(PageRows());
     verticalScrollBar()->setRange(0, std::max(model_.Rows().Count() - PageRows(), 0));
     const ComparePlaces places = painter_.Places(viewport()->width());
@@ -112,7 +119,7 @@ void QtCompareView::scrollContentsBy(int, int)
 void QtCompareView::resizeEvent(QResizeEvent* event)
 {
     QAbstractScrollArea::resizeEvent(event);
-    if (model_.IsThere()) UpdateBars();
+    UpdateBars();
 }
 
 void QtCompareView::changeEvent(QEvent* event)

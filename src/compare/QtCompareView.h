@@ -18,6 +18,8 @@ public:
     /// `model` outlives the view.
     explicit QtCompareView(CompareModel& model, QWidget* parent = nullptr);
 
+    /// A text was edited; rows follow in a moment.
+    void Edited();
     /// Rows or texts are others now.
     void Refresh();
     /// To the next change; false when there is none.

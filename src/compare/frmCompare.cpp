@@ -45,6 +45,12 @@ protected:
     }
 };
 
+/// As in the windows of documents.
+bool IsClose(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_F4 && event.modifiers() == Qt::ControlModifier;
+}
+
 } // namespace
 
 frmCompare::frmCompare(DocumentServices& services, SettingsStore& store,
@@ -53,6 +59,7 @@ frmCompare::frmCompare(DocumentServices& services, SettingsStore& store,
 {
     Build();
     model_.onChange = [this] { Show(); };
+    model_.onEdit = [this] { view_->Edited(); };
     view_->onMove = [this] { ShowState(); };
     view_->onOpen = [this](Beside side, int32_t line) { Open(side, line); };
     connect(&timer_, &QTimer::timeout, this, [this] { Ring(); });
@@ -236,7 +243,7 @@ bool frmCompare::event(QEvent* event)
 {
     if (event->type() == QEvent::ShortcutOverride) {
         auto* key = static_cast<QKeyEvent*>(event);
-        if (key->matches(QKeySequence::Save)) {
+        if (key->matches(QKeySequence::Save) || IsClose(*key)) {
             event->accept();
             return true;
         }
@@ -253,6 +260,8 @@ void frmCompare::keyPressEvent(QKeyEvent* event)
         model_.Stop();
     else if (event->matches(QKeySequence::Save))
         Save();
+    else if (IsClose(*event))
+        QMetaObject::invokeMethod(parentWidget() ? parentWidget() : this, &QWidget::close, Qt::QueuedConnection);
     else
         QWidget::keyPressEvent(event);
 }

@@ -12,6 +12,8 @@ namespace {
 
 /// Edits of a stretch that are looked for before the best way so far is taken.
 constexpr int32_t kMostEdits = 300;
+/// Lines that stay the lines that they were although their text becomes another; more of them are replaced as one.
+constexpr int32_t kMostKept = 1000;
 
 /// A stretch of both texts, ends excluded.
 struct Stretch {
@@ -233,6 +235,10 @@ void ReplaceLines(SourceDocument& document, LineHunk hunk, std::vector<TextView>
     }
     document.BreakTyping();
     document.BeginGroup();
+    if (std::min(hunk.oldCount, hunk.newCount) > kMostKept) {
+        ReplaceHunk(document, {hunk.oldLine + 1, hunk.oldCount - 1, 0, 0}, {});
+        hunk.oldCount = 1;
+    }
     ReplaceHunk(document, hunk, lines);
     document.EndGroup();
     document.BreakTyping();

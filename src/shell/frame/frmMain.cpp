@@ -65,6 +65,8 @@ frmMain::frmMain() : area_(new QMdiArea(this)), start_(*area_)
 frmMain::~frmMain()
 {
     area_->disconnect(this);
+    // They go after what is told of their end.
+    for (const auto& [tab, guest] : guests_) guest->disconnect(this);
     qApp->removeEventFilter(this);
 }
 

@@ -32,6 +32,7 @@ void frmMain::TakeGuest(QWidget* content)
         ShowGuestTab(tab);
         UpdateCaption();
     });
+    QObject::connect(content, &QObject::destroyed, guest, [guest] { guest->deleteLater(); });
     QObject::connect(guest, &QObject::destroyed, this, [this, tab] {
         guests_.erase(tab);
         if (unloading_) return;
@@ -51,7 +52,7 @@ QMdiSubWindow* frmMain::ActiveGuest() const
 {
     QMdiSubWindow* active = area_->currentSubWindow();
     const bool known = std::any_of(guests_.begin(), guests_.end(), [&](auto& each) { return each.second == active; });
-    return active && known ? active : nullptr;
+    return active && known && active->widget() ? active : nullptr;
 }
 
 void frmMain::GuestActivated(QMdiSubWindow& guest)
@@ -59,7 +60,7 @@ void frmMain::GuestActivated(QMdiSubWindow& guest)
     const auto of = std::find_if(guests_.begin(), guests_.end(), [&](auto& each) { return each.second == &guest; });
     menus_.SetActiveTab(of->first);
     if (childrenMaximised_ && !guest.isMaximized() && !guest.isMinimized()) guest.showMaximized();
-    if (guest.widget()) guest.widget()->setFocus();
+    guest.widget()->setFocus();
     for (int32_t panel : {2, 3}) SetStatusText(panel, {}); // of the caret in a document
     UpdateCaption();
 }
