@@ -65,6 +65,7 @@ frmMain::frmMain() : area_(new QMdiArea(this)), start_(*area_)
 frmMain::~frmMain()
 {
     area_->disconnect(this);
+    for (const auto& [tab, guest] : guests_) guest->disconnect(this); // they go later, and would tell of it
     qApp->removeEventFilter(this);
 }
 
