@@ -1448,7 +1448,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>&amp;Authors</source>
-        <translation>&amp;Autoren</translation>
+        <translation>A&amp;utoren</translation>
     </message>
     <message>
         <source>Histor&amp;y</source>
