@@ -1513,11 +1513,11 @@ Qt %2</translation>
     </message>
     <message>
         <source>&amp;Days to keep versions, 0: all</source>
-        <translation>&amp;Tage für Fassungen, 0: alle</translation>
+        <translation>Tage für &amp;Fassungen, 0: alle</translation>
     </message>
     <message>
-        <source>Me&amp;gabytes, 0: any</source>
-        <translation>Me&amp;gabyte, 0: beliebig</translation>
+        <source>Mega&amp;bytes, 0: any</source>
+        <translation>&amp;Megabyte, 0: beliebig</translation>
     </message>
 </context>
 <context>

@@ -254,7 +254,7 @@ class History(Save):
     """The version that a save leaves, by a thread which nobody waits for: whatever it meets, the save is done, and what
     was kept before can be read by git."""
     errors, actions, outside = (errno.ENOSPC, errno.EIO), KILLS, ()
-    slow = 8
+    slow = 3
 
     def begin(self, driven):
         super().begin(driven)

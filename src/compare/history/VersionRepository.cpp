@@ -3,6 +3,7 @@
 #include "diagnostics/Guarded.h"
 #include "platform/posix/FileName.h"
 
+#include <git2/sys/odb_backend.h>
 #include <git2/sys/repository.h>
 
 #include <algorithm>
@@ -21,6 +22,8 @@ constexpr std::string_view kLines = "Lines: ";
 constexpr std::string_view kRead = "Read ";
 /// Nobody waits for what differs in more.
 constexpr git_object_size_t kLargestCompared = git_object_size_t{16} << 20;
+constexpr int kQuickly = 1;      ///< of the nine ways to compress
+constexpr int kBeforeOthers = 9; ///< the library's own backends have 1 and 2
 constexpr auto kNextTry = std::chrono::milliseconds(3);
 constexpr auto kAbandoned = std::chrono::seconds(60); ///< a lock file that old was left by a process that ended
 
@@ -105,6 +108,11 @@ VersionRepository::VersionRepository(std::string folder, GitRepository repositor
     // Its own settings alone: those of the user's other repositories, or a fault in them, are no business of this one.
     const GitConfig own = nib::Make<GitConfig>(git_config_open_ondisk, (folder_ + "/config").c_str());
     git_repository_set_config(repository_.get(), own.get());
+    // A pack is to be small; until then what counts is that a large text does not take seconds.
+    const auto odb = nib::Make<GitOdb>(git_repository_odb, repository_.get());
+    git_odb_backend* quick = nullptr;
+    Check(git_odb_backend_loose(&quick, (folder_ + "/objects").c_str(), kQuickly, 1, 0, 0));
+    Check(git_odb_add_backend(odb.get(), quick, kBeforeOthers));
 }
 
 std::optional<VersionRepository> VersionRepository::Open(const std::string& folder)

@@ -278,7 +278,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "Tab &size"),
     QT_TRANSLATE_NOOP("Logic", "&Margin"),
     QT_TRANSLATE_NOOP("Logic", "&Days to keep versions, 0: all"),
-    QT_TRANSLATE_NOOP("Logic", "Me&gabytes, 0: any"),
+    QT_TRANSLATE_NOOP("Logic", "Mega&bytes, 0: any"),
     QT_TRANSLATE_NOOP("Logic", "  *  comment line &indent"),
     QT_TRANSLATE_NOOP("Logic", "  !  comment li&ne indent"),
     QT_TRANSLATE_NOOP("Logic", "&Prefix character"),

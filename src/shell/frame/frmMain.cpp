@@ -65,8 +65,7 @@ frmMain::frmMain() : area_(new QMdiArea(this)), start_(*area_)
 frmMain::~frmMain()
 {
     area_->disconnect(this);
-    // They go after what is told of their end.
-    for (const auto& [tab, guest] : guests_) guest->disconnect(this);
+    for (const auto& [tab, guest] : guests_) guest->disconnect(this); // they go later, and would tell of it
     qApp->removeEventFilter(this);
 }
 
