@@ -107,7 +107,7 @@ Text AccountSession::Run(TextView command, TextView input, const PrintedLines& p
     request.timeLimit = std::chrono::seconds(seconds > 0 ? seconds : kDefaultSeconds);
 
     LinesAsTheyCome lines(store_.Coding(), printed);
-    if (printed) request.printed = [&lines](std::string_view bytes) { lines.Take(bytes); };
+    if (printed) request.printed = [&lines](std::string_view more) { lines.Take(more); };
 
     ProcessResult result = RunNoticed(request, command);
     if (result.timedOut) {
