@@ -154,13 +154,10 @@ bool CompareModel::Take(int32_t change, Beside into)
 {
     if (change < 0 || change >= rows_.ChangeCount() || !CanTake(into)) return false;
     const LineBlock block = rows_.BlockOfChange(change);
-    const bool right = into == Beside::Right;
-    const int32_t from = right ? block.left : block.right;
-    const int32_t count = right ? block.leftCount : block.rightCount;
-    std::vector<Text> lines;
-    for (int32_t line = from; line < from + count; ++line) lines.push_back(Side(Other(into)).Lines().GetLine(line));
-    const bool taken = right ? Side(into).Replace(block.right, block.rightCount, lines)
-                             : Side(into).Replace(block.left, block.leftCount, lines);
+    const CompareSide& other = Side(Other(into));
+    const bool taken = into == Beside::Right
+                           ? Side(into).Replace(block.right, block.rightCount, other, block.left, block.leftCount)
+                           : Side(into).Replace(block.left, block.leftCount, other, block.right, block.rightCount);
     if (taken) Compare();
     return taken;
 }

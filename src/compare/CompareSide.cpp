@@ -5,6 +5,8 @@
 #include "text/LineDiff.h"
 #include "text/TextSearch.h"
 
+#include <algorithm>
+
 namespace nib {
 
 namespace {
@@ -52,9 +54,10 @@ void CompareSide::Show(ReadText text)
 {
     const int32_t tabSize = services_.settings.TabSize;
     if (auto* bytes = std::get_if<ByteText>(&text))
-        own_->view.SetText(std::move(*bytes), tabSize);
+        tabs_ = own_->view.SetText(std::move(*bytes), tabSize);
     else
-        own_->view.SetText(ExpandTabs(std::get<Text>(text), tabSize));
+        tabs_ = TabsOf(std::get<Text>(text), tabSize);
+    if (const Text* units = std::get_if<Text>(&text)) own_->view.SetText(ExpandTabs(*units, tabSize));
     own_->document.ClearUndo();
     own_->document.SetModified(false);
 }
@@ -96,11 +99,25 @@ bool CompareSide::CanEdit() const
     return !own_ && Document() && !View().ReadOnly();
 }
 
-bool CompareSide::Replace(int32_t first, int32_t count, const std::vector<Text>& lines)
+std::vector<TabPlace> CompareSide::TabsIn(int32_t first, int32_t count) const
 {
-    if (own_ || !Document() || !View().MayEdit()) return false;
-    const std::vector<TextView> texts(lines.begin(), lines.end());
-    ReplaceLines(Lines(), {first, count, 0, static_cast<int32_t>(texts.size())}, texts);
+    const auto from = std::partition_point(tabs_.begin(), tabs_.end(), [&](auto& tab) { return tab.line < first; });
+    const auto end = std::partition_point(from, tabs_.end(), [&](auto& tab) { return tab.line < first + count; });
+    return {from, end};
+}
+
+bool CompareSide::Replace(int32_t first, int32_t count, const CompareSide& other, int32_t otherFirst,
+                          int32_t otherCount)
+{
+    const auto document = Document();
+    if (!document || !View().MayEdit()) return false;
+    std::vector<Text> lines;
+    for (int32_t line = otherFirst; line < otherFirst + otherCount; ++line)
+        lines.push_back(other.Lines().GetLine(line));
+    ReplaceLines(Lines(), {first, count, 0, otherCount}, {lines.begin(), lines.end()});
+    std::vector<TabPlace> tabs = other.TabsIn(otherFirst, otherCount);
+    for (TabPlace& tab : tabs) tab.line += first - otherFirst;
+    document->TakeTabs(std::move(tabs));
     return true;
 }
 

@@ -36,7 +36,7 @@ public:
     /// What is taken over to it changes the document.
     bool CanEdit() const;
     /// Lines of the other side in place of these, as one step of undo. False when the document refuses.
-    bool Replace(int32_t first, int32_t count, const std::vector<Text>& lines);
+    bool Replace(int32_t first, int32_t count, const CompareSide& other, int32_t otherFirst, int32_t otherCount);
     /// Looks whether what is stored has changed, and reads it again then; true when text or caption are others now.
     bool Look();
 
@@ -49,6 +49,7 @@ private:
     struct Own;
 
     void Show(ReadText text);
+    std::vector<TabPlace> TabsIn(int32_t first, int32_t count) const;
     void TextChanged(const TextChange& change) override;
     void TextReset() override;
     void ModifiedChanged(bool modified) override;
@@ -57,6 +58,7 @@ private:
     std::unique_ptr<Own> own_; ///< null for a document
     std::weak_ptr<mvDocument> document_;
     SourceDocument* heard_ = nullptr; ///< the document's text, told of its changes
+    std::vector<TabPlace> tabs_;      ///< of a text that was read, where blanks stand for them
     Text name_;
     Text note_;
     std::shared_ptr<mvItem> item_;

@@ -174,14 +174,15 @@ void QtComparePainter::PaintMargin(QPainter& painter, const QRectF& area, const 
     const ScreenColors& colors = panes_[static_cast<size_t>(side)]->plain;
     const qreal baseline = area.top() + metrics_.Ascent();
     painter.setFont(metrics_.StyledFont(0));
-    painter.setPen(look.ofCurrent ? colors.strong : colors.faint);
+    const Tint* tint = TintOf(row, block);
+    painter.setPen(Legible(look.ofCurrent ? colors.strong : colors.faint, tint ? tint->row : Ground(), 3));
     const QString number = QString::number(LineOf(look.row, side) + 1);
     const qreal width = QFontMetricsF(metrics_.StyledFont(0)).horizontalAdvance(number);
     painter.drawText(QPointF(area.right() - 1.5 * CharWidth() - width, baseline), number);
     if (!block.IsChange()) return;
     // Not by its colour alone.
     const QChar sign = row.left >= 0 && row.right >= 0 ? QChar(0x2260) : QLatin1Char(side == Beside::Left ? '-' : '+');
-    painter.setPen(TintOf(row, block)->edge);
+    painter.setPen(Legible(tint->edge, tint->row));
     painter.drawText(QPointF(area.left() + 6, baseline), sign);
 }
 

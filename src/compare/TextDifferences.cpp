@@ -4,6 +4,7 @@
 #include "compare/LineNumbers.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace nib {
 
@@ -11,6 +12,8 @@ namespace {
 
 /// Lines of both sides that are handed over to the library at once: it can neither be stopped nor held to a time.
 constexpr int32_t kMostAtOnce = 120'000;
+/// Of each side, where nothing tells where to cut.
+constexpr int32_t kWindow = 40'000;
 /// Beyond it the ends of stretches are not worth looking for lines that are in them once.
 constexpr int kDeepest = 40;
 
@@ -91,7 +94,7 @@ private:
             Add(s);
             return true;
         }
-        if (anchors.empty() || depth == kDeepest) return GiveUp(s);
+        if (anchors.empty() || depth == kDeepest) return ByWindows(s);
         for (const Pair& anchor : anchors) {
             if ((anchor.left > s.left || anchor.right > s.right) &&
                 !Compare({s.left, anchor.left, s.right, anchor.right}, depth + 1))
@@ -100,6 +103,46 @@ private:
             s.right = anchor.right + 1;
         }
         return Compare(s, depth + 1);
+    }
+
+    /// Lines that all stand there many times: from the top down, as far as a piece of both shows. What the piece finds
+    /// near its end may be due to that end.
+    bool ByWindows(Stretch s)
+    {
+        while (s.Size() > kMostAtOnce) {
+            if (cancelled_ && *cancelled_) return false;
+            if (IsLate()) return GiveUp(s);
+            const Stretch window{s.left, std::min(s.left + kWindow, s.leftEnd), s.right,
+                                 std::min(s.right + kWindow, s.rightEnd)};
+            Pair at{s.left, s.right};
+            const Pair end{s.left + kWindow / 4 * 3, s.right + kWindow / 4 * 3};
+            bool open = true;
+            ForEachChange(window, [&](const Stretch& change) {
+                if (!open) return;
+                open = change.leftEnd <= end.left && change.rightEnd <= end.right;
+                if (!open) {
+                    at = {change.left, change.right};
+                    return;
+                }
+                Add(change);
+                at = {change.leftEnd, change.rightEnd};
+            });
+            // Behind the last change all is the same.
+            if (open) {
+                const int32_t same = std::max(std::min(end.left - at.left, end.right - at.right), 0);
+                at = {at.left + same, at.right + same};
+            }
+            if (at.left == s.left || at.right == s.right) {
+                at = {std::min(s.left + kWindow / 2, s.leftEnd), std::min(s.right + kWindow / 2, s.rightEnd)};
+                coarse = true;
+                Add({s.left, at.left, s.right, at.right});
+            }
+            s.left = at.left;
+            s.right = at.right;
+            if (s.OneIsEmpty()) break;
+        }
+        ByLibrary(s);
+        return true;
     }
 
     bool GiveUp(const Stretch& s)
@@ -152,13 +195,18 @@ private:
 
     void ByLibrary(const Stretch& s)
     {
+        ForEachChange(s, [this](const Stretch& change) { Add(change); });
+    }
+
+    void ForEachChange(const Stretch& s, const std::function<void(const Stretch& change)>& visit)
+    {
         std::string left;
         std::string right;
         for (int32_t n = s.left; n < s.leftEnd; ++n) numbers_.AppendLine(Left(n), left);
         for (int32_t n = s.right; n < s.rightEnd; ++n) numbers_.AppendLine(Right(n), right);
         git_.ForEachHunk(left, right, [&](const GitHunk& hunk) {
-            Add({s.left + hunk.left, s.left + hunk.left + hunk.leftCount, s.right + hunk.right,
-                 s.right + hunk.right + hunk.rightCount});
+            visit({s.left + hunk.left, s.left + hunk.left + hunk.leftCount, s.right + hunk.right,
+                   s.right + hunk.right + hunk.rightCount});
         });
     }
 

@@ -75,6 +75,12 @@ bool IsAll(TextView text, bool (*kind)(char16_t))
     return std::all_of(text.begin(), text.end(), kind);
 }
 
+/// Characters that are no blanks.
+int64_t Ink(TextView text)
+{
+    return static_cast<int64_t>(text.size()) - std::count_if(text.begin(), text.end(), IsSpace);
+}
+
 TextView Piece(TextView line, ColumnRange at)
 {
     return line.substr(static_cast<size_t>(at.first), static_cast<size_t>(at.last - at.first));
@@ -196,9 +202,9 @@ WordDifferences CompareWords(TextView left, TextView right, const CompareOptions
     for (const LineHunk& hunk : DiffLines(l.Compared(), r.Compared())) {
         ColumnRange was = l.Columns(hunk.oldLine, hunk.oldCount);
         ColumnRange is = r.Columns(hunk.newLine, hunk.newCount);
-        changed += was.last - was.first + is.last - is.first;
         const TextView wasText = Piece(left, was);
         const TextView isText = Piece(right, is);
+        changed += Ink(wasText) + Ink(isText);
         if (!wasText.empty() && !isText.empty() && IsAll(wasText, IsWordUnit) && IsAll(isText, IsWordUnit))
             CutEnds(wasText, isText, was, is);
         if (options.blanks) {
@@ -208,7 +214,7 @@ WordDifferences CompareWords(TextView left, TextView right, const CompareOptions
         AddRange(found.left, was);
         AddRange(found.right, is);
     }
-    const auto all = static_cast<double>(left.size() + right.size());
+    const auto all = static_cast<double>(Ink(left) + Ink(right));
     if (all - static_cast<double>(changed) >= kLittle * all) return found;
     found = {};
     AddRange(found.left, {0, static_cast<int32_t>(left.size())});

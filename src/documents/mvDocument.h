@@ -92,6 +92,8 @@ public:
     /// `theirs`, which was read from `stored`, was brought together with the text: it becomes `merged`, in one step of
     /// undo, and what a save replaces is `theirs`. False, and nothing is changed, where another text is stored by now.
     bool TakeMerged(mvItem& stored, TextView theirs, TextView merged);
+    /// Lines that were just put in are stored with these TABs. Others keep what is known of them.
+    void TakeTabs(std::vector<TabPlace> tabs);
     clsDocView& EnsureView();
     clsDocView* View() const { return view_.get(); }
     Text TitleText() const;

@@ -69,4 +69,14 @@ bool mvDocument::TakeMerged(mvItem& stored, TextView theirs, TextView merged)
     return true;
 }
 
+void mvDocument::TakeTabs(std::vector<TabPlace> tabs)
+{
+    SourceDocument& text = EnsureView().txtText().Document();
+    std::erase_if(tabs, [&](const TabPlace& tab) { return text.GetLineData(tab.line, LineWord::Identity) != 0; });
+    if (tabs.empty()) return;
+    std::vector<bool> which(static_cast<size_t>(text.LineCount()));
+    for (const TabPlace& tab : tabs) which[static_cast<size_t>(tab.line)] = true;
+    stored_.ReadSome(which, tabs, {}, services_.settings.TabSize, text, services_.lastLineId);
+}
+
 } // namespace nib

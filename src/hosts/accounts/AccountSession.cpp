@@ -107,7 +107,7 @@ Text AccountSession::Run(TextView command, TextView input, const PrintedLines& p
     request.timeLimit = std::chrono::seconds(seconds > 0 ? seconds : kDefaultSeconds);
 
     LinesAsTheyCome lines(store_.Coding(), printed);
-    if (printed) request.printed = [&lines](std::string_view more) { lines.Take(more); };
+    if (printed) request.printed = [&lines](std::string_view fresh) { lines.Take(fresh); };
 
     ProcessResult result = RunNoticed(request, command);
     if (result.timedOut) {

@@ -145,6 +145,18 @@ TEST(CompareModelTest, AllOrNothingIsTakenOver)
     }
 }
 
+TEST(CompareModelTest, WhatIsTakenBackIsStoredAsItWas)
+{
+    const Text stored = u"A\r\nB\tC\r\n\tD\r\nE\tF";
+    Compared t(stored, u"A\r\nother\r\nE       F");
+    while (t.model->Rows().ChangeCount() > 0) {
+        ASSERT_TRUE(t.model->Take(0, Beside::Right));
+        t.Await();
+    }
+    EXPECT_TRUE(t.document->FileSave());
+    EXPECT_EQ(t.Stored(kMain), stored) << "TABs as well";
+}
+
 TEST(CompareModelTest, FollowsItsTexts)
 {
     Compared t(Numbered(), Numbered());

@@ -139,6 +139,19 @@ TEST(TextDifferences, LongTextsAreComparedInPieces)
     EXPECT_FALSE(found.coarse);
 }
 
+TEST(TextDifferences, TextsThatRepeatThemselvesAreComparedWhereTheyStand)
+{
+    Lines left;
+    for (int32_t n = 0; n < 200'000; ++n) left.push_back(u"LINE " + Decimal(n % 97));
+    Lines right = left;
+    for (size_t n = 0; n < right.size(); n += 1000) right[n] += u" !";
+    right.erase(right.begin() + 150'101, right.begin() + 150'141);
+    const TextDifferences found = Compared(Joined(left), Joined(right));
+    EXPECT_EQ(Applied(found, left, right), right);
+    EXPECT_EQ(found.ChangeCount(), 201);
+    EXPECT_FALSE(found.coarse);
+}
+
 TEST(TextDifferences, AMillionLinesWithNothingInCommonTakeNotLong)
 {
     Text left;
