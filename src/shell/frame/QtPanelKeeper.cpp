@@ -3,6 +3,7 @@
 #include "base/Twips.h"
 
 #include <QChildEvent>
+#include <QPointer>
 #include <QTimer>
 
 namespace nib {
@@ -54,7 +55,9 @@ bool QtPanelKeeper::eventFilter(QObject* watched, QEvent* event)
 void QtPanelKeeper::Shown(QDockWidget& panel)
 {
     // Once the window has made room for it.
-    QTimer::singleShot(0, &panel, [this, &panel] { Apply(panel); });
+    QTimer::singleShot(0, this, [this, shown = QPointer<QDockWidget>(&panel)] {
+        if (shown) Apply(*shown);
+    });
 }
 
 void QtPanelKeeper::Apply(QDockWidget& panel)
