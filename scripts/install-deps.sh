@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
     # building
     build-essential cmake ninja-build ccache pkg-config git
-    libicu-dev libacl1-dev libsqlite3-dev nlohmann-json3-dev
+    libicu-dev libacl1-dev libsqlite3-dev libgit2-dev nlohmann-json3-dev
     qt6-base-dev qt6-base-dev-tools qt6-l10n-tools qtkeychain-qt6-dev
     # running
     fonts-dejavu-core fonts-dejavu-extra breeze-icon-theme libqt6svg6 libsecret-1-0 qt6-translations-l10n

@@ -1447,12 +1447,127 @@ Qt %2</translation>
         <translation>Exportieren</translation>
     </message>
     <message>
+        <source>&amp;Authors</source>
+        <translation>A&amp;utoren</translation>
+    </message>
+    <message>
+        <source>Histor&amp;y</source>
+        <translation>&amp;Verlauf</translation>
+    </message>
+    <message>
+        <source>as stored</source>
+        <translation>wie gespeichert</translation>
+    </message>
+    <message>
+        <source>as opened or saved</source>
+        <translation>wie geöffnet oder gesichert</translation>
+    </message>
+    <message>
+        <source>last commit</source>
+        <translation>letzter Commit</translation>
+    </message>
+    <message>
+        <source>deleted</source>
+        <translation>gelöscht</translation>
+    </message>
+    <message>
+        <source>Com&amp;pare</source>
+        <translation>Ve&amp;rgleichen</translation>
+    </message>
+    <message>
+        <source>With the &amp;Stored Item</source>
+        <translation>Mit dem ge&amp;speicherten Item</translation>
+    </message>
+    <message>
+        <source>With the Text as &amp;Opened</source>
+        <translation>Mit dem Text beim Ö&amp;ffnen</translation>
+    </message>
+    <message>
+        <source>With the Last &amp;Commit</source>
+        <translation>Mit dem letzten &amp;Commit</translation>
+    </message>
+    <message>
+        <source>With an Open &amp;Document...</source>
+        <translation>Mit einem offenen &amp;Dokument...</translation>
+    </message>
+    <message>
+        <source>With Another &amp;Item or File...</source>
+        <translation>Mit einem anderen &amp;Item oder einer Datei...</translation>
+    </message>
+    <message>
+        <source>&amp;Merge</source>
+        <translation>&amp;Zusammenführen</translation>
+    </message>
+    <message>
         <source>this program</source>
         <translation>dieses Programm</translation>
     </message>
     <message>
         <source>Local files</source>
         <translation>Lokale Dateien</translation>
+    </message>
+    <message>
+        <source>Record as &amp;Grid</source>
+        <translation>&amp;Datensatz als Tabelle</translation>
+    </message>
+    <message>
+        <source>&amp;Days to keep versions, 0: all</source>
+        <translation>&amp;Tage für Fassungen, 0: alle</translation>
+    </message>
+    <message>
+        <source>Me&amp;gabytes, 0: any</source>
+        <translation>Me&amp;gabyte, 0: beliebig</translation>
+    </message>
+</context>
+<context>
+    <name>MergeLooks</name>
+    <message>
+        <source>Unchanged</source>
+        <translation>Unverändert</translation>
+    </message>
+    <message>
+        <source>Theirs</source>
+        <translation>Fremd</translation>
+    </message>
+    <message>
+        <source>Mine</source>
+        <translation>Eigen</translation>
+    </message>
+    <message>
+        <source>Both alike</source>
+        <translation>Beide gleich</translation>
+    </message>
+    <message>
+        <source>Conflict</source>
+        <translation>Konflikt</translation>
+    </message>
+    <message>
+        <source>nothing is chosen yet</source>
+        <translation>noch nichts gewählt</translation>
+    </message>
+    <message>
+        <source>theirs is taken</source>
+        <translation>Fremdes gewählt</translation>
+    </message>
+    <message>
+        <source>mine is taken</source>
+        <translation>Eigenes gewählt</translation>
+    </message>
+    <message>
+        <source>theirs is taken, then mine</source>
+        <translation>Fremdes, dann Eigenes gewählt</translation>
+    </message>
+    <message>
+        <source>mine is taken, then theirs</source>
+        <translation>Eigenes, dann Fremdes gewählt</translation>
+    </message>
+    <message>
+        <source>neither is taken</source>
+        <translation>keines von beiden gewählt</translation>
+    </message>
+    <message>
+        <source>%1 lines are the same</source>
+        <translation>%1 gleiche Zeilen</translation>
     </message>
 </context>
 <context>
@@ -1735,6 +1850,89 @@ Sind die Sicherungen gelöscht, lassen sie sich nicht mehr wiederherstellen.</tr
         <source>unknown system color %1</source>
         <translation>unbekannte Systemfarbe %1</translation>
     </message>
+    <message>
+        <source>%1 has not been saved yet.</source>
+        <translation>%1 wurde noch nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>%1 is in no commit.</source>
+        <translation>%1 ist in keinem Commit.</translation>
+    </message>
+    <message>
+        <source>It is not known any more how %1 was opened.</source>
+        <translation>Es ist nicht mehr bekannt, wie %1 geöffnet wurde.</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program since it was opened.
+
+Reload takes what is stored now, Keep stays with the text in the window, Compare lists what differs. It has unsaved changes: after Reload they are lost unless you undo it. Merge brings theirs and yours together, and stores nothing yet.</source>
+        <translation>%1 wurde von einem anderen Programm geändert, seit es geöffnet wurde.
+
+„Neu laden“ nimmt, was jetzt gespeichert ist, „Behalten“ bleibt beim Text im Fenster, „Vergleichen“ zeigt die Unterschiede. Es hat ungespeicherte Änderungen: Nach „Neu laden“ sind sie verloren, wenn Sie es nicht rückgängig machen. „Zusammenführen“ vereint das Fremde mit dem Eigenen und speichert noch nichts.</translation>
+    </message>
+    <message>
+        <source>%1 was changed once more meanwhile. This is the merge with what is stored now.</source>
+        <translation>%1 wurde inzwischen noch einmal geändert. Hier wird zusammengeführt, was jetzt gespeichert ist.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no date such as %2.</source>
+        <translation>„%1“ ist kein Datum wie %2.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no time such as %2.</source>
+        <translation>„%1“ ist keine Uhrzeit wie %2.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is no number.</source>
+        <translation>„%1“ ist keine Zahl.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has more than %2 decimal places.</source>
+        <translation>„%1“ hat mehr als %2 Nachkommastellen.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not of the form %2.</source>
+        <translation>„%1“ hat nicht die Form %2.</translation>
+    </message>
+    <message>
+        <source>Only a part of this value is shown, by %1. It can be changed in the text.</source>
+        <translation>Von diesem Wert ist nur ein Teil zu sehen, durch %1. Im Text kann er geändert werden.</translation>
+    </message>
+    <message>
+        <source>A value can hold neither line breaks nor marks that end it.</source>
+        <translation>Ein Wert kann weder Zeilenumbrüche noch Marken enthalten, die ihn beenden.</translation>
+    </message>
+    <message>
+        <source>This record is too large for a grid.</source>
+        <translation>Dieser Datensatz ist zu groß für eine Tabelle.</translation>
+    </message>
+</context>
+<context>
+    <name>OutcomeTable</name>
+    <message>
+        <source>Line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Of whom</source>
+        <translation>Von wem</translation>
+    </message>
+    <message>
+        <source>Outcome</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>conflict %1: choose above</source>
+        <translation>Konflikt %1: oben wählen</translation>
+    </message>
+    <message>
+        <source>lines are gone here</source>
+        <translation>hier fehlen Zeilen</translation>
+    </message>
+    <message>
+        <source>Before</source>
+        <translation>Vorher</translation>
+    </message>
 </context>
 <context>
     <name>Printing</name>
@@ -1769,6 +1967,59 @@ Sind die Sicherungen gelöscht, lassen sie sich nicht mehr wiederherstellen.</tr
     <message>
         <source>%1 cannot be written: %2</source>
         <translation>%1 lässt sich nicht schreiben: %2</translation>
+    </message>
+</context>
+<context>
+    <name>QtComparePainter</name>
+    <message>
+        <source>%1 lines alike</source>
+        <translation>%1 gleiche Zeilen</translation>
+    </message>
+</context>
+<context>
+    <name>QtCompareView</name>
+    <message>
+        <source>Vertical scroll bar</source>
+        <translation>Senkrechte Bildlaufleiste</translation>
+    </message>
+    <message>
+        <source>Horizontal scroll bar</source>
+        <translation>Waagerechte Bildlaufleiste</translation>
+    </message>
+    <message>
+        <source>Two texts side by side</source>
+        <translation>Zwei Texte nebeneinander</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <translation>nichts</translation>
+    </message>
+    <message>
+        <source>line %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>Changed. Left %1. Right %2.</source>
+        <translation>Geändert. Links %1. Rechts %2.</translation>
+    </message>
+    <message>
+        <source>Takes this over to the right (Alt+Right)</source>
+        <translation>Übernimmt dies nach rechts (Alt+Rechts)</translation>
+    </message>
+    <message>
+        <source>Takes this over to the left (Alt+Left)</source>
+        <translation>Übernimmt dies nach links (Alt+Links)</translation>
+    </message>
+</context>
+<context>
+    <name>QtCompareWindows</name>
+    <message>
+        <source>Compare</source>
+        <translation>Vergleichen</translation>
+    </message>
+    <message>
+        <source>With &amp;document:</source>
+        <translation>Mit dem &amp;Dokument:</translation>
     </message>
 </context>
 <context>
@@ -1827,6 +2078,80 @@ Sind die Sicherungen gelöscht, lassen sie sich nicht mehr wiederherstellen.</tr
     <message>
         <source>Close %1</source>
         <translation>%1 schließen</translation>
+    </message>
+</context>
+<context>
+    <name>QtGridModel</name>
+    <message>
+        <source>%1, as it is stored</source>
+        <translation>%1, wie gespeichert</translation>
+    </message>
+    <message>
+        <source>Shown as it is stored: the conversion %1 does not fit this value.</source>
+        <translation>Wie gespeichert gezeigt: Die Umwandlung %1 passt nicht zu diesem Wert.</translation>
+    </message>
+    <message>
+        <source>Shown as it is stored: the conversion %1 is not known.</source>
+        <translation>Wie gespeichert gezeigt: Die Umwandlung %1 ist nicht bekannt.</translation>
+    </message>
+    <message>
+        <source>Attribute %1, which the dictionary does not tell of</source>
+        <translation>Attribut %1, von dem das Wörterbuch nichts sagt</translation>
+    </message>
+    <message>
+        <source>%1, attribute %2</source>
+        <translation>%1, Attribut %2</translation>
+    </message>
+    <message>
+        <source>%1, attribute %2, conversion %3</source>
+        <translation>%1, Attribut %2, Umwandlung %3</translation>
+    </message>
+</context>
+<context>
+    <name>QtGridView</name>
+    <message>
+        <source>&amp;Insert Value</source>
+        <translation>Wert &amp;einfügen</translation>
+    </message>
+    <message>
+        <source>&amp;Insert Row</source>
+        <translation>Zeile &amp;einfügen</translation>
+    </message>
+    <message>
+        <source>&amp;Delete Value</source>
+        <translation>Wert &amp;löschen</translation>
+    </message>
+    <message>
+        <source>&amp;Delete Row</source>
+        <translation>Zeile &amp;löschen</translation>
+    </message>
+    <message>
+        <source>Move &amp;Left</source>
+        <translation>Nach l&amp;inks</translation>
+    </message>
+    <message>
+        <source>Move &amp;Up</source>
+        <translation>Nach &amp;oben</translation>
+    </message>
+    <message>
+        <source>Move &amp;Right</source>
+        <translation>Nach &amp;rechts</translation>
+    </message>
+    <message>
+        <source>Move D&amp;own</source>
+        <translation>Nach &amp;unten</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>Ein&amp;fügen</translation>
+    </message>
+    <message>
+        <source>&amp;Empty the Cell</source>
+        <translation>&amp;Zelle leeren</translation>
     </message>
 </context>
 <context>
@@ -1945,6 +2270,21 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
 </context>
 <context>
+    <name>SidesTable</name>
+    <message>
+        <source>Theirs: as it is stored now</source>
+        <translation>Fremd: wie es jetzt gespeichert ist</translation>
+    </message>
+    <message>
+        <source>Mine</source>
+        <translation>Eigen</translation>
+    </message>
+    <message>
+        <source>Before: as last read or saved</source>
+        <translation>Vorher: wie zuletzt gelesen oder gespeichert</translation>
+    </message>
+</context>
+<context>
     <name>frmAutoRecover</name>
     <message>
         <source>Nib Auto Recover</source>
@@ -2005,6 +2345,89 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>%1 lines</source>
         <translation>%1 Zeilen</translation>
+    </message>
+</context>
+<context>
+    <name>frmCompare</name>
+    <message>
+        <source>The change before (Shift+F8)</source>
+        <translation>Die Änderung davor (Umschalt+F8)</translation>
+    </message>
+    <message>
+        <source>The next change (F8)</source>
+        <translation>Die nächste Änderung (F8)</translation>
+    </message>
+    <message>
+        <source>Takes this over to the left (Alt+Left)</source>
+        <translation>Übernimmt dies nach links (Alt+Links)</translation>
+    </message>
+    <message>
+        <source>Takes this over to the right (Alt+Right)</source>
+        <translation>Übernimmt dies nach rechts (Alt+Rechts)</translation>
+    </message>
+    <message>
+        <source>Ignore:</source>
+        <translation>Nicht beachten:</translation>
+    </message>
+    <message>
+        <source>&amp;Blanks</source>
+        <translation>&amp;Leerzeichen</translation>
+    </message>
+    <message>
+        <source>Indents, blanks at the end, and how many there are between words</source>
+        <translation>Einzüge, Leerzeichen am Ende und wie viele zwischen Wörtern stehen</translation>
+    </message>
+    <message>
+        <source>C&amp;ase</source>
+        <translation>&amp;Groß und klein</translation>
+    </message>
+    <message>
+        <source>Small and capital letters are the same</source>
+        <translation>Kleine und große Buchstaben sind gleich</translation>
+    </message>
+    <message>
+        <source>Co&amp;mments</source>
+        <translation>&amp;Kommentare</translation>
+    </message>
+    <message>
+        <source>Lines that hold nothing but a comment</source>
+        <translation>Zeilen, die nur einen Kommentar enthalten</translation>
+    </message>
+    <message>
+        <source>Compare %1</source>
+        <translation>%1 vergleichen</translation>
+    </message>
+    <message>
+        <source>One of the two is no text: it is not shown.</source>
+        <translation>Eines von beiden ist kein Text: Es wird nicht gezeigt.</translation>
+    </message>
+    <message>
+        <source>The comparison was stopped. F5 begins it again.</source>
+        <translation>Der Vergleich wurde angehalten. F5 beginnt ihn von vorn.</translation>
+    </message>
+    <message>
+        <source>The texts have too little in common to find all of it: some lines are shown as changed that are not.</source>
+        <translation>Die Texte haben zu wenig gemeinsam, um alles davon zu finden: Manche Zeilen stehen als geändert da, die es nicht sind.</translation>
+    </message>
+    <message>
+        <source>Comparing... (Escape stops)</source>
+        <translation>Vergleicht... (Escape hält an)</translation>
+    </message>
+    <message>
+        <source>No differences</source>
+        <translation>Keine Unterschiede</translation>
+    </message>
+    <message>
+        <source>No differences but those that are ignored</source>
+        <translation>Keine Unterschiede außer denen, die nicht beachtet werden</translation>
+    </message>
+    <message>
+        <source>Changes: %1</source>
+        <translation>Änderungen: %1</translation>
+    </message>
+    <message>
+        <source>Change %1 of %2</source>
+        <translation>Änderung %1 von %2</translation>
     </message>
 </context>
 <context>
@@ -2335,10 +2758,152 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
 </context>
 <context>
+    <name>frmHistory</name>
+    <message>
+        <source>When</source>
+        <translation>Wann</translation>
+    </message>
+    <message>
+        <source>Who</source>
+        <translation>Wer</translation>
+    </message>
+    <message>
+        <source>Lines</source>
+        <translation>Zeilen</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>Nachricht</translation>
+    </message>
+    <message>
+        <source>as it was first read</source>
+        <translation>wie zuerst gelesen</translation>
+    </message>
+    <message>
+        <source>changed elsewhere</source>
+        <translation>anderswo geändert</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Bring Back</source>
+        <translation>Zurückholen</translation>
+    </message>
+    <message>
+        <source>Compare</source>
+        <translation>Vergleichen</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>Fassungen</translation>
+    </message>
+    <message>
+        <source>Makes the text of the chosen version that of the document; Undo takes that back</source>
+        <translation>Macht den Text der gewählten Fassung zu dem des Dokuments; Rückgängig nimmt das zurück</translation>
+    </message>
+    <message>
+        <source>Shows what differs between two chosen versions, or one and the document</source>
+        <translation>Zeigt, was sich zwischen zwei gewählten Fassungen oder zwischen einer und dem Dokument unterscheidet</translation>
+    </message>
+</context>
+<context>
     <name>frmMain</name>
     <message>
         <source>Documents</source>
         <translation>Dokumente</translation>
+    </message>
+</context>
+<context>
+    <name>frmMerge</name>
+    <message>
+        <source>&amp;Theirs</source>
+        <translation>&amp;Fremdes</translation>
+    </message>
+    <message>
+        <source>&amp;Mine</source>
+        <translation>&amp;Eigenes</translation>
+    </message>
+    <message>
+        <source>Theirs, t&amp;hen Mine</source>
+        <translation>F&amp;remdes, dann Eigenes</translation>
+    </message>
+    <message>
+        <source>Mine, the&amp;n Theirs</source>
+        <translation>E&amp;igenes, dann Fremdes</translation>
+    </message>
+    <message>
+        <source>N&amp;either</source>
+        <translation>&amp;Keines</translation>
+    </message>
+    <message>
+        <source>Take &amp;All of Theirs</source>
+        <translation>&amp;Alles Fremde nehmen</translation>
+    </message>
+    <message>
+        <source>The document becomes what is stored now. Undo brings your text back.</source>
+        <translation>Das Dokument wird zu dem, was jetzt gespeichert ist. „Rückgängig“ bringt Ihren Text zurück.</translation>
+    </message>
+    <message>
+        <source>&amp;Save Mine as a Copy...</source>
+        <translation>Eigenes als Ko&amp;pie speichern...</translation>
+    </message>
+    <message>
+        <source>Your text goes to another place, and theirs stays where it is.</source>
+        <translation>Ihr Text kommt an einen anderen Ort, der fremde bleibt, wo er ist.</translation>
+    </message>
+    <message>
+        <source>Me&amp;rge</source>
+        <translation>&amp;Zusammenführen</translation>
+    </message>
+    <message>
+        <source>The document becomes the outcome. Nothing is stored before you save it.</source>
+        <translation>Das Dokument wird zum Ergebnis. Gespeichert wird erst, wenn Sie es speichern.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>The three texts</source>
+        <translation>Die drei Texte</translation>
+    </message>
+    <message>
+        <source>Outcome</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>&amp;Previous</source>
+        <translation>&amp;Voriger</translation>
+    </message>
+    <message>
+        <source>Ne&amp;xt</source>
+        <translation>&amp;Nächster</translation>
+    </message>
+    <message>
+        <source>Previous conflict</source>
+        <translation>Voriger Konflikt</translation>
+    </message>
+    <message>
+        <source>Next conflict</source>
+        <translation>Nächster Konflikt</translation>
+    </message>
+    <message>
+        <source>Merge %1</source>
+        <translation>%1 zusammenführen</translation>
+    </message>
+    <message>
+        <source>Conflict %1 of %2: %3</source>
+        <translation>Konflikt %1 von %2: %3</translation>
+    </message>
+    <message>
+        <source>%1 was changed by others while you changed it here. What does not overlap is merged: %2 of their changes, %3 of yours, %4 that both made.</source>
+        <translation>%1 wurde von anderen geändert, während Sie es hier geändert haben. Was sich nicht überschneidet, ist zusammengeführt: fremde Änderungen %2, eigene %3, von beiden gemachte %4.</translation>
+    </message>
+    <message>
+        <source>The texts differ so much that conflicts may hold lines which are alike.</source>
+        <translation>Die Texte unterscheiden sich so stark, dass Konflikte auch gleiche Zeilen enthalten können.</translation>
     </message>
 </context>
 <context>
@@ -2439,6 +3004,29 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>line %1</source>
         <translation>Zeile %1</translation>
+    </message>
+</context>
+<context>
+    <name>frmRecord</name>
+    <message>
+        <source>Filter:</source>
+        <translation>Filter:</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>No dictionary</source>
+        <translation>Kein Wörterbuch</translation>
+    </message>
+    <message>
+        <source>Dictionary: %1</source>
+        <translation>Wörterbuch: %1</translation>
+    </message>
+    <message>
+        <source>Attributes</source>
+        <translation>Attribute</translation>
     </message>
 </context>
 <context>
@@ -2612,6 +3200,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Block indent for keyword</source>
         <translation>Blockeinrückung des Schlüsselworts</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
     </message>
 </context>
 <context>

@@ -1,7 +1,9 @@
 #include "app/ProgramDialogs.h"
 
+#include "compare/frmMerge.h"
 #include "persistence/recovery/frmAutoRecover.h"
 #include "persistence/settings/frmSettings.h"
+#include "platform/qt/QtText.h"
 #include "printing/QtPrinting.h"
 #include "shell/Program.h"
 #include "shell/frame/frmDocument.h"
@@ -30,6 +32,13 @@ void ProgramDialogs::Load(Program& program)
     LoadSearch(program);
     goto_ = std::make_unique<frmGoto>(program.Services(), &mainWindow_);
     program.Services().results = results_.get();
+    compare_ = std::make_unique<QtCompareWindows>(program.Services(), store_, &mainWindow_,
+                                                  [this](QWidget* content) { mainWindow_.TakeGuest(content); });
+    compare_->onSave = [&program](mvDocument& document) { program.Files().FileSave(document); };
+    history_ = std::make_unique<QtHistory>(program.Versions(), program.Services(), *compare_, mainWindow_,
+                                           [&program] { program.StateChanged(); });
+    history_->onRoomChanged = resultsPanel_->onRoomChanged;
+    history_->onLeave = resultsPanel_->onLeave;
 }
 
 void ProgramDialogs::LoadSearch(Program& program)
@@ -63,6 +72,8 @@ void ProgramDialogs::LoadSearch(Program& program)
 void ProgramDialogs::Unload()
 {
     if (program_) program_->Services().results = nullptr;
+    history_.reset();
+    compare_.reset();
     help_.reset();
     goto_.reset();
     findAccount_.reset();
@@ -73,6 +84,7 @@ void ProgramDialogs::Unload()
     lights_.reset();
     engine_.reset();
     if (results_) results_->Unload();
+    if (resultsPanel_) resultsPanel_->Unload();
     results_.reset();
     resultsPanel_.reset();
     resultsModel_.reset();
@@ -103,6 +115,11 @@ void ProgramDialogs::Show(Form form, mvDocument* document)
     case Form::Properties: frmProperties(&mainWindow_).ShowDialog(*document, program_->Place().now); break;
     case Form::Print: printing_.Print(*document); break;
     case Form::HelpTopics: ShowHelp({}); break;
+    case Form::CompareStored: compare_->Show(CompareWith::Stored, *document); break;
+    case Form::CompareOpened: compare_->Show(CompareWith::Opened, *document); break;
+    case Form::CompareDocument: compare_->Show(CompareWith::Document, *document); break;
+    case Form::CompareItem: compare_->Show(CompareWith::Item, *document); break;
+    case Form::CompareCommitted: compare_->Show(CompareWith::Committed, *document); break;
     case Form::Settings: {
         SettingsModel model(program_->Services(), store_, *this);
         frmSettings::ShowSettings(model, &mainWindow_, 1, editConnections_);
@@ -115,6 +132,14 @@ void ProgramDialogs::ShowHelp(TextView page)
 {
     if (!help_) help_ = std::make_unique<HelpWindow>();
     help_->ShowHelp(page);
+}
+
+MergeAnswer ProgramDialogs::Merge(MergeModel& merge, TextView name)
+{
+    const MvEdit& settings = program_->EditorSettings();
+    QFont font(ToQString(settings.FontName));
+    if (const double points = ToQString(settings.FontSize).toDouble(); points >= 1) font.setPointSizeF(points);
+    return frmMerge(merge, name, font, &mainWindow_).ShowDialog();
 }
 
 void ProgramDialogs::IconsChosen(bool large)

@@ -1,6 +1,8 @@
 #pragma once
 // The forms beside the main window, and what commands want of them.
 
+#include "compare/QtCompareWindows.h"
+#include "compare/history/QtHistory.h"
 #include "persistence/settings/SettingsModel.h"
 #include "platform/qt/QtDesktop.h"
 #include "search/QtResultsPanel.h"
@@ -30,6 +32,7 @@ public:
     void Show(Form form, mvDocument* document) override;
     void ShowHelp(TextView page) override;
     void Goto(Text& target) override { goto_->ShowGoto(target, &mainWindow_); }
+    MergeAnswer Merge(MergeModel& merge, TextView name) override;
     void OfferRecovered(modAutoRecover& recovery, TextView folder, const DynamicArray& names) override;
     // SettingsApplied
     void IconsChosen(bool large) override;
@@ -56,6 +59,8 @@ private:
     std::unique_ptr<frmFindAccount> findAccount_;
     std::unique_ptr<frmGoto> goto_;
     std::unique_ptr<HelpWindow> help_;
+    std::unique_ptr<QtCompareWindows> compare_;
+    std::unique_ptr<QtHistory> history_;
 };
 
 } // namespace nib

@@ -1,6 +1,7 @@
 #include "documents/CompileCommand.h"
 
-#include "documents/mvDocument.h"
+#include "documents/CompilerOutput.h"
+#include "persistence/store/SettingsStore.h"
 
 #include <algorithm>
 #include <optional>
@@ -231,60 +232,11 @@ bool IsCleanCompile(TextView output)
     return clean;
 }
 
-// Compile: the host's compiler on the saved item.
-
-namespace {
-
-constexpr TextView kNoItem = u"Unable to compile un-saved document! Use Save-As from the File menu to save the "
-                             u"document, then compile it.";
-constexpr TextView kLocalFile = u"Unable to compile document saved as a local file!";
-constexpr TextView kModified = u"Unable to compile un-saved document! Do you want to save the document, then compile "
-                               u"it?";
-constexpr TextView kNoExecute = u"Host does not allow Nib to EXECUTE any utilities. Please enable this feature!";
-constexpr TextView kCompiling = u"Compiling program on host system";
-constexpr TextView kAfterwards = u"Running the command for a clean compile";
-
-} // namespace
-
-Text mvDocument::Execute(mvItem& item, TextView note, TextView command, TextView options)
+bool Complains(TextView output)
 {
-    const WaitCursor wait(services_.frame);
-    const StatusNote shown(services_.frame, note);
-    const AutoSaveHold hold(services_.shell);
-    return item.Session()->Execute(BuildCompileCommand(command, options, item.Folder(), item.ItemID()), u"", 0);
-}
-
-bool mvDocument::CanCompile() const
-{
-    return item_ && !LocalFile() && item_->Supports(kSupportsExecute);
-}
-
-void mvDocument::Compile()
-{
-    EnsureView();
-    if (!item_) return Warn(kNoItem);
-    if (LocalFile()) return Warn(kLocalFile);
-    if (IsDirty() && !(Ask(kModified) && FileSave())) return;
-    // Others may close the document while the host is busy.
-    const auto self = shared_from_this();
-    const auto item = item_;
-    if (!item->Supports(kSupportsExecute) || !item->Session()) {
-        services_.shell.ShowMessage(kNoExecute, message_box::kOk);
-        return;
-    }
-    const MvEdit& settings = services_.settings;
-    const Text output = Execute(*item, kCompiling, settings.CompileCommand, settings.CompileOptions);
-    Text shown = FilterCompileOutput(output);
-    if (shown.empty()) shown = kLineEnd;
-    services_.compiled = {item->Provider(), item->ServerName(), item->Database(), item->Folder(), item->ItemID()};
-    if (services_.results) {
-        services_.boxes.Beep();
-        services_.results->ShowResults(shown);
-    }
-    if (settings.CleanCompileCommand.empty() || !IsCleanCompile(output)) return;
-    // What the compiler said is there, should this fail.
-    const Text further = FilterCompileOutput(Execute(*item, kAfterwards, settings.CleanCompileCommand, {}));
-    if (services_.results && !further.empty()) services_.results->ShowResults(shown.append(kLineEnd).append(further));
+    constexpr TextView kWarning{u"WARNING"};
+    const auto found = std::search(output.begin(), output.end(), kWarning.begin(), kWarning.end(), EqualIgnoringCase);
+    return found != output.end() || !ErrorsIn(output).empty();
 }
 
 } // namespace nib

@@ -17,5 +17,7 @@ Text FilterCompileOutput(TextView output);
 /// The compiler says itself that it found no error, and nowhere that it did: "0 error(s)" or "with no errors" of one
 /// that counts them, "12 lines checked, no error found." of nib-basic. Of any other nobody knows.
 bool IsCleanCompile(TextView output);
+/// It names lines or warns of something all the same, which is worth reading.
+bool Complains(TextView output);
 
 } // namespace nib

@@ -4,6 +4,7 @@
 #include "documents/mvDocument.h"
 #include "language/BasicDirective.h"
 #include "language/WordTable.h"
+#include "persistence/store/SettingsStore.h"
 #include "text/Units.h"
 
 #include <algorithm>
@@ -51,18 +52,49 @@ std::optional<OutputTarget> RunTimeMessage(TextView line)
     return OutputTarget{OutputTarget::Kind::Program, ProgramOfObject(name), std::move(number)};
 }
 
+/// The number that a compiler calls the line of an error by, in front of its message or behind "line"; 0 when there is
+/// none.
+int32_t NumberOfError(TextView text)
+{
+    const auto behind = std::find_if_not(text.begin(), text.end(), units::IsDigit);
+    if (behind != text.begin() && behind != text.end() && (*behind == u':' || *behind == u'.')) return LeadingInt(text);
+    for (const TextView word : {TextView(u"Line "), TextView(u"line ")})
+        for (size_t at = text.find(word); at != TextView::npos; at = text.find(word, at + 1)) {
+            const size_t number = at + word.size();
+            const bool whole = at == 0 || !units::IsLetter(text[at - 1]);
+            if (whole && number < text.size() && units::IsDigit(text[number])) return LeadingInt(text.substr(number));
+        }
+    return 0;
+}
+
+std::optional<ProgramName> HeadingOn(TextView line)
+{
+    const TextView names = line.starts_with(kCompiling) ? Trim(line.substr(kCompiling.size())) : TextView();
+    const size_t blank = names.find(u' ');
+    if (blank == TextView::npos) return std::nullopt;
+    return ProgramName{Text(names.substr(0, blank)), Text(Trim(names.substr(blank)))};
+}
+
 /// The program that the nearest heading at or above the line names.
 std::optional<ProgramName> HeadingAbove(TextView output, size_t lineStart)
 {
     for (size_t start = std::min(lineStart, output.size());;) {
-        const TextView line = LineAt(output, start);
-        const TextView names = line.starts_with(kCompiling) ? Trim(line.substr(kCompiling.size())) : TextView();
-        const size_t blank = names.find(u' ');
-        if (blank != TextView::npos) return ProgramName{Text(names.substr(0, blank)), Text(Trim(names.substr(blank)))};
+        if (std::optional<ProgramName> program = HeadingOn(LineAt(output, start))) return program;
         if (start == 0) return std::nullopt;
         const size_t before = start < 2 ? TextView::npos : output.rfind(u'\n', start - 2);
         start = before == TextView::npos ? 0 : before + 1;
     }
+}
+
+/// Other compilers may tell what they compile as well; the one whose headings are meant counts its errors at the end.
+OutputTarget TargetOfLine(TextView line, const std::optional<ProgramName>& heading, bool counted)
+{
+    using Kind = OutputTarget::Kind;
+    if (std::optional<OutputTarget> broken = RunTimeMessage(line)) return *std::move(broken);
+    if (!heading || !counted) return {};
+    std::vector<int32_t> lines = TakeLineNumbers(line);
+    if (lines.empty() || !line.starts_with(u": ")) return {Kind::Nowhere, {}, {}};
+    return {Kind::Program, *heading, std::move(lines)};
 }
 
 BasicDirective IncludeOn(TextView line)
@@ -132,15 +164,34 @@ std::optional<ProgramName> CataloguedProgram(mvSession& session, TextView name)
 
 OutputTarget TargetOfOutput(TextView output, size_t lineStart)
 {
+    return TargetOfLine(LineAt(output, lineStart), HeadingAbove(output, lineStart),
+                        output.find(kErrorCount) != TextView::npos);
+}
+
+std::vector<CompilerError> ErrorsIn(TextView output)
+{
     using Kind = OutputTarget::Kind;
-    TextView line = LineAt(output, lineStart);
-    if (std::optional<OutputTarget> broken = RunTimeMessage(line)) return *std::move(broken);
-    // Other compilers may tell what they compile as well; this one counts its errors at the end.
-    std::optional<ProgramName> program = HeadingAbove(output, lineStart);
-    if (!program || output.find(kErrorCount) == TextView::npos) return {};
-    std::vector<int32_t> lines = TakeLineNumbers(line);
-    if (lines.empty() || !line.starts_with(u": ")) return {Kind::Nowhere, {}, {}};
-    return {Kind::Program, *std::move(program), std::move(lines)};
+    std::vector<CompilerError> errors;
+    const bool counted = output.find(kErrorCount) != TextView::npos;
+    std::optional<ProgramName> heading;
+    for (size_t start = 0; start < output.size();) {
+        const TextView line = LineAt(output, start);
+        start += line.size() + 1;
+        if (std::optional<ProgramName> program = HeadingOn(line)) heading = std::move(program);
+        const int32_t number = NumberOfError(line);
+        if (number <= 0) continue;
+        OutputTarget target = TargetOfLine(line, heading, counted);
+        if (target.kind == Kind::Nowhere) continue;
+        if (target.kind == Kind::AnyNumber) target.lines = {number};
+        errors.push_back({line, std::move(target)});
+    }
+    return errors;
+}
+
+ProgramName IncludedBy(TextView line)
+{
+    const BasicDirective include = IncludeOn(line);
+    return {include.file, include.item};
 }
 
 std::optional<SourcePlace> FindSource(DocumentServices& services, const OutputTarget& target, const ItemPlace& compiled)

@@ -28,6 +28,19 @@ struct OutputTarget {
 /// `output` has LF between lines; `lineStart` is where the line begins.
 OutputTarget TargetOfOutput(TextView output, size_t lineStart);
 
+/// An error that a compiler has printed. `target` has at least one line; where it names no program, the line is one of
+/// the item that was compiled.
+struct CompilerError {
+    TextView message; ///< the line, of the output
+    OutputTarget target;
+};
+
+/// In the order of the output, whatever ends its lines.
+std::vector<CompilerError> ErrorsIn(TextView output);
+/// What a line of a program includes; of an item without a file that of the program is meant. No item when it includes
+/// nothing.
+ProgramName IncludedBy(TextView line);
+
 struct SourcePlace {
     Text path;
     int32_t line = 0;

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace nib {
 
@@ -65,6 +66,9 @@ public:
     /// The other view gets to work.
     virtual void ChangePane() {}
     virtual void SetPlacement(TextView /*placement*/) {}
+    /// The text as a record in tables. Throws Error where it is too large for that.
+    virtual bool IsGrid() const { return false; }
+    virtual void SetGrid(bool /*grid*/) {}
 };
 
 /// Makes the window of a document; which kind is its own choice.
@@ -98,6 +102,15 @@ public:
     virtual void DisarmShutdownTimer() {}
 };
 
+/// A save that has ended well.
+struct SavedText {
+    const mvItem& item;
+    const std::optional<LinewiseText>& before; ///< what it has replaced; none where there was nothing
+    int64_t beforeTime;                        ///< seconds since the epoch: when that was read or saved
+    const LinewiseText& text;                  ///< both are good for as long as they are kept, on any thread
+    int64_t time;
+};
+
 /// The program around a document.
 class DocumentShell {
 public:
@@ -112,6 +125,9 @@ public:
     /// Title, text or item of a document changed, or it is closed: what shows that is drawn again, once this turn is
     /// over.
     virtual void DocumentChanged(mvDocument& document) = 0;
+    /// Versions of the item are kept: it is worth asking what a save replaces.
+    virtual bool KeepsVersions(const mvItem& /*item*/) const { return false; }
+    virtual void DocumentSaved(const SavedText& /*saved*/) {}
     /// Taken round each call that waits for the host: what has changed is copied first, and while held no auto-save
     /// pass runs. Nests.
     virtual void HoldAutoSave(bool hold) = 0;
@@ -125,6 +141,11 @@ public:
     virtual ~ResultsWindow() = default;
     /// A text that is not empty replaces the contents; an empty one only shows the window.
     virtual void ShowResults(TextView text) = 0;
+    /// The same with what nobody has to look at: a window that is not open stays so.
+    virtual void KeepResults(TextView text) { ShowResults(text); }
+    /// Adds lines of a command that still runs; the first begin the list. It comes into sight when the user has to wait
+    /// for more of them.
+    virtual void AddOutput(TextView /*lines*/, bool /*first*/) {}
     /// Begins a list under a title, and shows the window.
     virtual void ResetResults(TextView title) = 0;
     /// Appends one line, highlighted from a column on or, where nothing is, emphasised as the header of a document.
@@ -163,6 +184,10 @@ struct DocumentServices {
     ResultsWindow* results = nullptr;
     Dialects* dialects = nullptr; ///< null: there are none; outlives the settings
     ItemPlace compiled{};         ///< the item that the host compiled last, and printed of what the results show
+    /// Called with what its compiler has printed; may be empty.
+    std::function<void(TextView output)> onCompiled{};
+    /// Where a line of a document, 1-based as its compiler told it, is now that the text was edited; may be empty.
+    std::function<int32_t(const mvDocument& document, int32_t line)> compiledLine{};
 };
 
 // States of the program that a document must never leave behind, whatever way it goes.

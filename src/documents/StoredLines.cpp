@@ -42,6 +42,13 @@ bool StoredLines::IsAsShown(const Line& line, const LineRecord& record, Text& sh
 void StoredLines::Read(const std::vector<TabPlace>& tabs, const std::vector<OddEnd>& odd, int32_t tabWidth,
                        SourceDocument& document, int32_t& lastIdentity)
 {
+    ReadSome({}, tabs, odd, tabWidth, document, lastIdentity);
+}
+
+void StoredLines::ReadSome(const std::vector<bool>& which, const std::vector<TabPlace>& tabs,
+                           const std::vector<OddEnd>& odd, int32_t tabWidth, SourceDocument& document,
+                           int32_t& lastIdentity)
+{
     Known known = known_ ? *known_ : Known();
     std::vector<Line> read;
     Text scratch;
@@ -52,6 +59,7 @@ void StoredLines::Read(const std::vector<TabPlace>& tabs, const std::vector<OddE
             if (tab == tabs.end() && end == odd.end()) break;
             line = std::min(tab == tabs.end() ? end->line : tab->line, end == odd.end() ? tab->line : end->line);
         }
+        if (!which.empty() && !which[static_cast<size_t>(line)]) continue;
         const bool ownEnd = end != odd.end() && end->line == line;
         const bool plain = !ownEnd && (tab == tabs.end() || tab->line != line);
         auto identity = static_cast<int32_t>(document.GetLineData(line, LineWord::Identity));

@@ -24,6 +24,9 @@ public:
     /// that need one get an identity.
     void Read(const std::vector<TabPlace>& tabs, const std::vector<OddEnd>& odd, int32_t tabWidth,
               SourceDocument& document, int32_t& lastIdentity);
+    /// The same where only those lines of the document are stored that have a true here.
+    void ReadSome(const std::vector<bool>& which, const std::vector<TabPlace>& tabs, const std::vector<OddEnd>& odd,
+                  int32_t tabWidth, SourceDocument& document, int32_t& lastIdentity);
     /// The lines with their TABs, as they are to be written; good however long this object lives.
     LinewiseText Written(std::shared_ptr<const TextSnapshot> text) const;
     /// Lines end as most do from here on.

@@ -84,6 +84,16 @@ public:
     bool ItemSaveAs(std::shared_ptr<mvItem> item);
     /// Takes what is stored now, in one step of undo; caret, folds and bookmarks stay with the lines that do.
     bool Reload();
+    /// The text as it was read or saved last; null where that is not known any more.
+    std::shared_ptr<const TextSnapshot> TextAsStored() const
+    {
+        return view_ ? Source()->Document().StoredText() : nullptr;
+    }
+    /// `theirs`, which was read from `stored`, was brought together with the text: it becomes `merged`, in one step of
+    /// undo, and what a save replaces is `theirs`. False, and nothing is changed, where another text is stored by now.
+    bool TakeMerged(mvItem& stored, TextView theirs, TextView merged);
+    /// Lines that were just put in are stored with these TABs. Others keep what is known of them.
+    void TakeTabs(std::vector<TabPlace> tabs);
     clsDocView& EnsureView();
     clsDocView* View() const { return view_.get(); }
     Text TitleText() const;
@@ -139,6 +149,8 @@ public:
     // How it is stored; part of it counts from the next save on, until when it is changed.
     /// Null where nothing is known of that, as of a document that was never saved.
     const StoredForm* Stored() const;
+    /// The text as a save would write it now; only where there is a view.
+    LinewiseText AsWritten() const { return stored_.Written(Source()->Document().Snapshot()); }
     bool MixedEnds() const { return stored_.AnyOddEnd(); }
     void SetEnds(LineEnd end);
     void SetCoding(TextCoding coding);
@@ -172,9 +184,10 @@ private:
     std::vector<TabPlace> ShowRead(ReadText text);
     void RememberStored(const std::vector<TabPlace>& tabs);
     void WriteFrom(SourceView& source, mvItem& item);
+    std::optional<LinewiseText> StoredBefore(mvItem& item);
     bool MayOverwrite(mvItem& item);
     /// The host's answer to a command about the item.
-    Text Execute(mvItem& item, TextView note, TextView command, TextView options);
+    Text Execute(mvItem& item, TextView note, TextView command, TextView options, const PrintedLines& printed);
     bool ConfirmClose();
     bool MakeWritable();
     void StoreOtherwise(const std::function<void(StoredForm&)>& change);
@@ -183,6 +196,7 @@ private:
     int32_t documentId_;
     std::shared_ptr<mvItem> item_;
     StoredLines stored_;
+    int64_t readAt_ = 0; ///< seconds since the epoch: when what is stored was read or saved last; 0: nothing is stored
     int32_t newNumber_ = 0;
     std::unique_ptr<clsDocView> view_;
     bool highlight_;

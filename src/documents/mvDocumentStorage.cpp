@@ -7,6 +7,8 @@
 #include "hosts/StoredForm.h"
 #include "text/TextSearch.h"
 
+#include <ctime>
+
 namespace nib {
 
 namespace {
@@ -44,6 +46,7 @@ bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
     source.Document().ClearBookmarks();
     source.Document().ClearUndo();
     source.Document().SetModified(false);
+    readAt_ = 0;
     source.SetReadOnly(false);
     newNumber_ = ++services_.lastNewNumber;
     labels_.reset();
@@ -208,6 +211,7 @@ void mvDocument::RememberStored(const std::vector<TabPlace>& tabs)
     const StoredForm* form = item_->Form();
     stored_.Read(tabs, form ? form->OddEnds() : std::vector<OddEnd>(), services_.settings.TabSize, Source()->Document(),
                  services_.lastLineId);
+    readAt_ = std::time(nullptr);
 }
 
 namespace {
@@ -249,9 +253,34 @@ void mvDocument::WriteFrom(SourceView& source, mvItem& item)
         const StoredForm* old = item_ && item_.get() != &item ? item_->Form() : form;
         if (old && (old == form || form->TakeForm(*old))) form->SetOddEnds(stored_.OddEnds(*text));
     }
-    item.WriteWhole(stored_.Written(text), [this](const auto& work) { services_.frame.Await(work); });
+    const LinewiseText written = stored_.Written(text);
+    const auto before = StoredBefore(item);
+    item.WriteWhole(written, [this](const auto& work) { services_.frame.Await(work); });
     item.Commit();
     saving.Done();
+    IgnoringErrors([&] { services_.shell.DocumentSaved({item, before, readAt_, written, std::time(nullptr)}); });
+    readAt_ = std::time(nullptr);
+}
+
+/// As it was read or saved last; for an item that this document was not on, as it is there.
+std::optional<LinewiseText> mvDocument::StoredBefore(mvItem& item)
+{
+    if (item_.get() == &item) {
+        const auto text = readAt_ != 0 ? Source()->Document().StoredText() : nullptr;
+        return text ? std::optional(stored_.Written(text)) : std::nullopt;
+    }
+    if (!services_.shell.KeepsVersions(item) || !item.Exists()) return std::nullopt;
+    readAt_ = std::time(nullptr);
+    return OrDefault(
+        [&] {
+            // By an object of its own: what this one knows of the item is part of the save.
+            auto there = services_.connection.OpenServerForPath(item.Path(), true, false);
+            auto text = std::make_shared<const Text>(there->ReadItem(0, 0, 0));
+            LinewiseText lines = LinesIn(*text);
+            lines.walk = [text, walk = std::move(lines.walk)](const LinewiseText::Visit& visit) { walk(visit); };
+            return std::optional(std::move(lines));
+        },
+        std::optional<LinewiseText>());
 }
 
 bool mvDocument::FileSave()

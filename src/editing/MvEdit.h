@@ -106,6 +106,10 @@ struct MvEdit {
     bool CompleteWords = true;
     bool ProblemsShown = false;
     bool OutlineShown = false;
+    bool HistoryShown = false;
+    bool AuthorsShown = false;
+    int16_t HistoryDays = 0;         ///< that versions are kept; 0 is for ever
+    int16_t HistoryMegabytes = 1024; ///< that those of one account may take; 0 is no bound
     int16_t SearchEOD = 0;
     bool DisableHostConfig = false;
     clsRecentList RecentSearches;
@@ -205,6 +209,10 @@ inline constexpr SettingRow kSettings[] = {
     {u"CompleteWords", &MvEdit::CompleteWords},
     {u"ProblemsShown", &MvEdit::ProblemsShown},
     {u"OutlineShown", &MvEdit::OutlineShown},
+    {u"HistoryShown", &MvEdit::HistoryShown},
+    {u"AuthorsShown", &MvEdit::AuthorsShown},
+    {u"HistoryDays", &MvEdit::HistoryDays, SettingRule::NotNegative},
+    {u"HistoryMegabytes", &MvEdit::HistoryMegabytes, SettingRule::NotNegative},
     {u"Dialect", &MvEdit::Dialect, SettingRule::None, &MvEdit::HostDialect},
     {u"StatementColor", &MvEdit::StatementColor},
     {u"StatementStyle", &MvEdit::StatementStyle},

@@ -46,6 +46,10 @@ public:
         return account.provider == kHostProvider ? links_.Config().ColorOf(account.serverName, account.database)
                                                  : Text();
     }
+    bool KeepsHistory(const ItemPlace& account) const override
+    {
+        return account.provider != kHostProvider || links_.Config().KeepsHistory(account.serverName, account.database);
+    }
 
 private:
     PickerAnswer RunPicker(const SelectRequest& request, mvItem* start);

@@ -29,7 +29,7 @@ constexpr KeyRow kKeys[] = {
     {u"account", &HostSettings::account}, {u"address", &HostSettings::address}, {u"port", &HostSettings::port},
     {u"user", &HostSettings::user},       {u"tunnel", &HostSettings::tunnel},   {u"ids", &HostSettings::ids},
     {u"dialect", &HostSettings::dialect}, {u"include", &HostSettings::include}, {u"ignore", &HostSettings::ignore},
-    {u"color", &HostSettings::color},
+    {u"color", &HostSettings::color},     {u"history", &HostSettings::history},
 };
 
 /// Keys that end in a name, which is kept in capitals.
@@ -38,7 +38,9 @@ struct NamedKeyRow {
     std::map<Text, Text> HostSettings::*member;
 };
 
-constexpr NamedKeyRow kNamedKeys[] = {{u"verb.", &HostSettings::verbs}, {u"color.", &HostSettings::accountColors}};
+constexpr NamedKeyRow kNamedKeys[] = {{u"verb.", &HostSettings::verbs},
+                                      {u"color.", &HostSettings::accountColors},
+                                      {u"history.", &HostSettings::accountHistory}};
 
 Text MachineName()
 {
@@ -157,6 +159,17 @@ Text HostConfig::ColorOf(TextView serverName, TextView account) const
         Text());
 }
 
+bool HostConfig::KeepsHistory(TextView serverName, TextView account) const
+{
+    return OrDefault(
+        [&] {
+            const HostSettings& host = Find(serverName);
+            const auto own = host.accountHistory.find(ToUpper(account));
+            return !EqualsNoCase(own == host.accountHistory.end() ? host.history : own->second, u"no");
+        },
+        true);
+}
+
 std::vector<HostSettings> HostConfig::LoginsGone(const HostConfig& later) const
 {
     std::vector<HostSettings> gone;
@@ -181,6 +194,8 @@ void HostLinks::Take(HostConfig config)
         if (!settings) return settings;
         settings->color.clear(); // no link looks at colours
         settings->accountColors.clear();
+        settings->history.clear(); // or at versions
+        settings->accountHistory.clear();
         return settings;
     };
     std::erase_if(links_, [&](const auto& link) { return works(config, link.first) != works(config_, link.first); });

@@ -36,7 +36,9 @@ struct HostSettings {
     Text ignore;                ///< codes of findings that are not told, the same
     std::map<Text, Text> verbs; ///< command lines by the verb in capitals, before those of VOC
     Text color;                 ///< of its documents; by its name or as #RRGGBB, empty: none
-    std::map<Text, Text> accountColors; ///< of accounts that have one of their own, by the account in capitals
+    std::map<Text, Text> accountColors;  ///< of accounts that have one of their own, by the account in capitals
+    Text history;                        ///< "no": what is saved leaves no version
+    std::map<Text, Text> accountHistory; ///< the same of single accounts, by the account in capitals
 
     friend bool operator==(const HostSettings&, const HostSettings&) = default;
 };
@@ -64,6 +66,8 @@ struct HostConfig {
     const HostSettings& Find(TextView serverName) const;
     /// What tells documents of the account from others; empty where there is none.
     Text ColorOf(TextView serverName, TextView account) const;
+    /// What is saved there leaves a version.
+    bool KeepsHistory(TextView serverName, TextView account) const;
     /// Those with a login at a server that no connection of `later` has.
     std::vector<HostSettings> LoginsGone(const HostConfig& later) const;
 };

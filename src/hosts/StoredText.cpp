@@ -53,6 +53,14 @@ void StoredText::AcceptState()
     IgnoringErrors([&] { known_ = SeenFile::Now(path_); });
 }
 
+bool StoredText::AcceptVersion(TextView version)
+{
+    SeenFile now = SeenFile::Now(path_);
+    if (now.Version() != version) return false;
+    known_ = std::move(now);
+    return true;
+}
+
 std::optional<int64_t> StoredText::Size() const
 {
     FileStamp stamp;

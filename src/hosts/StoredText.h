@@ -27,6 +27,7 @@ public:
     bool Exists();
     StoredState State();
     void AcceptState();
+    bool AcceptVersion(TextView version);
     /// Of the file as it is now; none when there is none.
     std::optional<int64_t> Size() const;
     Text Version() const { return known_ ? known_->Version() : Text(); }
@@ -60,9 +61,11 @@ public:
     void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
     StoredState State() override { return stored_.State(); }
     void AcceptState() override { stored_.AcceptState(); }
+    bool AcceptVersion(TextView version) override { return stored_.AcceptVersion(version); }
     Text Version() override { return stored_.Version(); }
     StoredForm* Form() override { return &stored_.Form(); }
     std::optional<int64_t> StoredSize() override { return stored_.Size(); }
+    std::string StoredFile() const override { return stored_.Path(); }
 
     Text ReadItem(int32_t, int32_t, int32_t) override { return stored_.Read(); }
     ReadText ReadWhole() override { return stored_.ReadWhole(); }

@@ -15,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace nib {
@@ -71,6 +72,9 @@ inline Text LockedQuestion(TextView displayPath, TextView holder)
 inline constexpr int32_t kSupportsExecute = 12;
 inline constexpr int32_t kSupportsConfiguration = 15;
 
+/// Takes whole lines that a command has printed, with CR LF between them.
+using PrintedLines = std::function<void(TextView lines)>;
+
 /// The live connection of a host item.
 class mvSession {
 public:
@@ -79,6 +83,8 @@ public:
     virtual Text AccountName() = 0;
     /// Runs a command on the host and answers its whole output, lines separated by CR LF.
     virtual Text Execute(TextView command, TextView input, int32_t flags) = 0;
+    /// The same without input, telling of its output as it comes where the host does; `printed` may be empty.
+    virtual Text ExecuteTelling(TextView command, const PrintedLines& /*printed*/) { return Execute(command, u"", 0); }
     /// Attribute `attribute` (1-based) of the configuration record `key`; empty when absent.
     virtual Text GetConfiguration(TextView key, int32_t attribute) = 0;
 };
@@ -135,6 +141,12 @@ public:
     virtual StoredState StateToSave() { return State(); }
     /// The user knows of what has become of it: that is no change any more, and what a write replaces.
     virtual void AcceptState() {}
+    /// The same if that is what is stored now; else false, and nothing is accepted. Throws Error.
+    virtual bool AcceptVersion(TextView /*version*/)
+    {
+        AcceptState();
+        return true;
+    }
     /// Tells the stored text, as it was last read or written, from others, also in another run of the program; empty
     /// when nothing can.
     virtual Text Version() { return {}; }
@@ -142,6 +154,8 @@ public:
     virtual StoredForm* Form() { return nullptr; }
     /// Bytes, as it was last read or written; none when that is not known.
     virtual std::optional<int64_t> StoredSize() { return std::nullopt; }
+    /// The file on this machine that it is; empty when it is none.
+    virtual std::string StoredFile() const { return {}; }
     /// Null for a local file. Owned by the item.
     virtual mvSession* Session() { return nullptr; }
 
@@ -219,6 +233,8 @@ public:
     virtual Text DialectOf(TextView /*serverName*/) { return {}; }
     /// By its name or as #RRGGBB, what documents of the account of the place are told from others by; empty for none.
     virtual Text ColorOf(const ItemPlace& /*account*/) const { return {}; }
+    /// What is saved in the account of the place leaves a version.
+    virtual bool KeepsHistory(const ItemPlace& /*account*/) const { return true; }
 
     // The text of a place is the same for all connections.
     Text ComposeHostPath(const ItemPlace& place) const { return nib::ComposeHostPath(place); }

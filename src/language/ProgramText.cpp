@@ -97,7 +97,7 @@ int32_t ProgramText::GatherFrom(int32_t at, StatementParser& parser)
     first.statementLines = count;
     if (first.parsed == stamps) return count;
     first.parsed = stamps;
-    for (int32_t i = 0; i < count; ++i) parser.Add(lines_[static_cast<size_t>(at + i)]->tokens, i);
+    for (int32_t i = 0; i < count; ++i) parser.Add(lines_[static_cast<size_t>(at) + static_cast<size_t>(i)]->tokens, i);
     parser.Parse(first.directive.get(), first.statements);
     return count;
 }

@@ -199,7 +199,7 @@ bool StatementParser::ByKey()
         Finish(step);
         break;
     }
-    case BasicKey::Routine: this->Routine(); break;
+    case BasicKey::Routine:
     case Nested: this->Routine(); break;
     default: return false;
     }
@@ -376,12 +376,9 @@ void StatementParser::Unknown()
     Step& step = AddStep(StepKind::Plain, at_);
     step.flags |= step_flag::kClauses;
     const bool method = Sign(at_ + 1, u'-') && Sign(at_ + 2, u'>');
-    if (statement)
-        ++at_;
-    else if (method || Sign(at_ + 1, u'('))
-        Note(at_, Use::Both, static_cast<uint16_t>(use_flag::kGiven | (method ? 0 : use_flag::kParens))), ++at_;
-    else
-        ++at_;
+    if (!statement && (method || Sign(at_ + 1, u'(')))
+        Note(at_, Use::Both, static_cast<uint16_t>(use_flag::kGiven | (method ? 0 : use_flag::kParens)));
+    ++at_;
     Operands(kAny, step);
     Finish(step);
 }

@@ -31,6 +31,7 @@ inline constexpr int32_t kYesAllNo = 9;
 inline constexpr int32_t kYesAllNoCancel = 10;
 inline constexpr int32_t kReloadKeepCompareCancel = 11;
 inline constexpr int32_t kKeepClose = 12;
+inline constexpr int32_t kMergeReloadKeepCompareCancel = 13;
 inline constexpr int32_t kCheckBox = 0x80;
 
 // Answers.
@@ -48,6 +49,7 @@ inline constexpr int32_t kAnswerReload = 20;
 inline constexpr int32_t kAnswerKeep = 21;
 inline constexpr int32_t kAnswerCompare = 22;
 inline constexpr int32_t kAnswerClose = 23;
+inline constexpr int32_t kAnswerMerge = 24;
 /// Added to the answer when the check box was checked.
 inline constexpr int32_t kChecked = 128;
 } // namespace message_box

@@ -7,6 +7,7 @@ namespace nib {
 namespace {
 
 constexpr TextView kFloating{u"ResultsFloating"};
+constexpr TextView kShown{u"ResultsShown"};
 /// Until the user chooses, in lines.
 constexpr int kHeight = 11;
 
@@ -19,7 +20,18 @@ QtResultsPanel::QtResultsPanel(frmResults& form, SettingsStore& store, QMainWind
     // It is taken out as a whole by its button: another window then has the place and the size that were kept.
     setFeatures(DockWidgetClosable | DockWidgetFloatable);
     hide();
-    form_.onShow = [this] { ShowForm(); };
+    form_.onShow = [this] {
+        raised_ = false;
+        ShowForm();
+    };
+    form_.onPrinted = [this] {
+        if (!docked_ || isVisible()) return;
+        raised_ = !toggleViewAction()->isChecked();
+        ShowForm();
+    };
+    form_.onKept = [this] {
+        if (std::exchange(raised_, false)) hide();
+    };
     form_.onHide = [this] {
         docked_ ? hide() : form_.hide();
         if (docked_ && onLeave) onLeave();
@@ -34,6 +46,14 @@ QtResultsPanel::QtResultsPanel(frmResults& form, SettingsStore& store, QMainWind
         if (out) QMetaObject::invokeMethod(this, form_.onDock, Qt::QueuedConnection);
     });
     Dock(WordToBoolean(store_.Get(kFloating, BooleanWord(false))) != true);
+    if (!docked_ || WordToBoolean(store_.Get(kShown, BooleanWord(false))) != true) return;
+    Place();
+    show();
+}
+
+void QtResultsPanel::Unload()
+{
+    store_.Save(kShown, BooleanWord(docked_ && toggleViewAction()->isChecked()));
 }
 
 void QtResultsPanel::Dock(bool docked)

@@ -14,6 +14,9 @@ public:
     /// All outlive it, but for the form, which goes first.
     QtResultsPanel(frmResults& form, SettingsStore& store, QMainWindow& window);
 
+    /// Keeps for the next run whether it is open.
+    void Unload();
+
     /// The panel has taken or given back room, which the texts have less or more of.
     std::function<void()> onRoomChanged;
     /// The user has closed it by its key.
@@ -32,6 +35,7 @@ private:
     SettingsStore& store_;
     QMainWindow& window_;
     bool placed_ = false;
+    bool raised_ = false; ///< for what came while a command ran, not by the user
     bool docked_ = false;
 };
 

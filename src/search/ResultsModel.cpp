@@ -37,18 +37,6 @@ int32_t NumberNear(TextView line, size_t column)
     return start == end ? 0 : LeadingInt(line.substr(start));
 }
 
-/// "Line 12: ..." or "... in line 12", as compilers say it.
-bool NamesLine(TextView text)
-{
-    for (const TextView word : {TextView(u"Line "), TextView(u"line ")})
-        for (size_t at = text.find(word); at != TextView::npos; at = text.find(word, at + 1)) {
-            const size_t number = at + word.size();
-            const bool whole = at == 0 || !units::IsLetter(text[at - 1]);
-            if (whole && number < text.size() && units::IsDigit(text[number])) return true;
-        }
-    return false;
-}
-
 double Points(TextView size)
 {
     std::string digits = ToUtf8(Trim(size));
@@ -86,6 +74,17 @@ void ResultsModel::ShowResults(TextView text)
 {
     if (text.empty()) return;
     Clear(false);
+    AppendLines(text);
+}
+
+void ResultsModel::AddOutput(TextView lines, bool first)
+{
+    if (first) Clear(false);
+    AppendLines(lines);
+}
+
+void ResultsModel::AppendLines(TextView text)
+{
     for (bool more = true; more;) {
         size_t end = text.find_first_of(u"\r\n");
         more = end != TextView::npos;
@@ -178,35 +177,38 @@ void ResultsModel::JumpToSource(Position caret, TextView selected)
             if (line <= 0) return;
             auto document = DocumentAbove(caret);
             if (!document) return;
-            document->GotoLine(line);
+            hasHeaders_ ? document->GotoLine(line) : GoToCompiled(*document, line);
             document->Activate();
         },
         [](const Error&) {});
 }
 
-bool ResultsModel::IsError(int32_t line) const
+int32_t ResultsModel::RowAt(size_t unit) const
 {
-    const TextView text = LineText(line);
-    const auto behind = std::find_if_not(text.begin(), text.end(), units::IsDigit);
-    const bool numbered = behind != text.begin() && behind != text.end() && (*behind == u':' || *behind == u'.');
-    if (!numbered && !NamesLine(text)) return false;
-    return TargetOfOutput(text_, rows_[static_cast<size_t>(line)].start).kind != OutputTarget::Kind::Nowhere;
+    const auto behind =
+        std::upper_bound(rows_.begin(), rows_.end(), unit, [](size_t at, const Row& row) { return at < row.start; });
+    return static_cast<int32_t>(behind - rows_.begin()) - 1;
 }
 
 std::optional<int32_t> ResultsModel::GoToError(bool backward)
 {
     if (hasHeaders_ || !paths_.empty()) return std::nullopt;
-    const int32_t step = backward ? -1 : 1;
-    int32_t row = visited_ + step;
-    while (row >= 0 && row < LineCount() && !IsError(row)) row += step;
-    if (row < 0 || row >= LineCount()) return std::nullopt;
-    visited_ = row;
+    const std::vector<CompilerError> errors = ErrorsIn(text_);
+    const auto rowOf = [&](const CompilerError& error) {
+        return RowAt(static_cast<size_t>(error.message.data() - text_.data()));
+    };
+    const auto ahead = std::partition_point(errors.begin(), errors.end(), [&](const CompilerError& error) {
+        return rowOf(error) < visited_ + (backward ? 0 : 1);
+    });
+    if (ahead == (backward ? errors.begin() : errors.end())) return std::nullopt;
+    const CompilerError& error = backward ? *std::prev(ahead) : *ahead;
+    const int32_t row = visited_ = rowOf(error);
     Guarded(
         services_.log, u"frmResults.GoToError",
         [&] {
             // Another document than the one that was compiled may be in front.
             if (!JumpByOutput(row))
-                Show(services_.connection.ComposeHostPath(services_.compiled), SourceLine({0, row}, {}));
+                ShowCompiled(services_.connection.ComposeHostPath(services_.compiled), error.target.lines.front());
             services_.frame.SetStatusText(1, Trim(LineText(row)));
         },
         [](const Error&) {});
@@ -220,8 +222,19 @@ bool ResultsModel::JumpByOutput(int32_t line)
     if (target.kind != OutputTarget::Kind::Program) return target.kind == OutputTarget::Kind::Nowhere;
     const std::optional<SourcePlace> place = FindSource(services_, target, services_.compiled);
     if (!place || !openPath) return false;
-    Show(place->path, place->line);
+    ShowCompiled(place->path, place->line);
     return true;
+}
+
+void ResultsModel::ShowCompiled(TextView path, int32_t line)
+{
+    if (!openPath || !openPath(path)) return;
+    if (auto document = services_.openDocuments.ById(services_.frame.ActiveDocument())) GoToCompiled(*document, line);
+}
+
+void ResultsModel::GoToCompiled(mvDocument& document, int32_t line)
+{
+    document.GotoLine(services_.compiledLine ? services_.compiledLine(document, line) : line);
 }
 
 void ResultsModel::Show(TextView path, int32_t line)

@@ -33,6 +33,8 @@ public:
     explicit ResultsModel(DocumentServices& services) : services_(services) {}
 
     void ShowResults(TextView text);
+    /// `first` begins the list.
+    void AddOutput(TextView lines, bool first);
     void ResetResults(TextView title);
     void AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis);
     void AddItemHeader(TextView text, TextView path);
@@ -69,12 +71,16 @@ private:
 
     void Clear(bool hasHeaders);
     void Append(TextView line, const ResultsLine& style);
+    void AppendLines(TextView text);
     /// The document whose header is the nearest at or above the line, else the active one.
     std::shared_ptr<mvDocument> DocumentAbove(Position caret) const;
 
-    bool IsError(int32_t line) const;
+    int32_t RowAt(size_t unit) const;
     /// True when that settles where the line leads, be it nowhere.
     bool JumpByOutput(int32_t line);
+    /// Opens it, at a line that its compiler has told.
+    void ShowCompiled(TextView path, int32_t line);
+    void GoToCompiled(mvDocument& document, int32_t line);
     /// Opens it, at the line unless that is 0.
     void Show(TextView path, int32_t line);
     /// Where lines lead into items by their paths.

@@ -43,6 +43,7 @@ frmResults::~frmResults() = default;
 void frmResults::Build()
 {
     setWindowTitle(tr("Results"));
+    setAccessibleName(windowTitle()); // also as a part of another window
     setSizeGripEnabled(false);
     txResults_ = new QtResultsList(model_);
     txResults_->setAccessibleName(tr("Results"));
@@ -56,7 +57,10 @@ void frmResults::Build()
     dblClkTimer_.setSingleShot(true);
     connect(&dblClkTimer_, &QTimer::timeout, this, [this] { JumpToSource(); });
     fillTimer_.setSingleShot(true);
-    connect(&fillTimer_, &QTimer::timeout, this, [this] { FillIn(); });
+    connect(&fillTimer_, &QTimer::timeout, this, [this] {
+        FillIn();
+        if (running_) ShowPrinted();
+    });
 }
 
 void frmResults::BuildMenus()
@@ -85,8 +89,7 @@ void frmResults::BuildMenus()
          true, true},
         {"Font", tr("Fon&t..."), {}, [this] { ChooseFont(); }, true, false},
         {"Close", tr("&Close"), {}, [this] { reject(); }, true, false},
-        {"Copy", tr("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), [this] { txResults_->copy(); }, false,
-         true},
+        {"Copy", tr("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), [this] { txResults_->copy(); }, false, true},
         {"SelectAll", tr("Select &All"), {}, [select] { select(true); }, false, true},
         {"SelectNone", tr("Select &None"), {}, [select] { select(false); }, false, true},
     };
@@ -131,6 +134,7 @@ void frmResults::ChooseFont()
 
 void frmResults::ShowResults(TextView text)
 {
+    running_ = false;
     if (!text.empty()) {
         model_.ShowResults(text);
         Changed();
@@ -139,8 +143,31 @@ void frmResults::ShowResults(TextView text)
     Present();
 }
 
+void frmResults::KeepResults(TextView text)
+{
+    running_ = false;
+    model_.ShowResults(text);
+    Changed();
+    if (onKept) onKept();
+}
+
+// Turns of the loop go by only while the user is kept waiting; before that the list is not through.
+void frmResults::AddOutput(TextView lines, bool first)
+{
+    running_ = true;
+    model_.AddOutput(lines, first);
+    Changed();
+}
+
+void frmResults::ShowPrinted()
+{
+    if (onPrinted) onPrinted();
+    txResults_->verticalScrollBar()->setValue(txResults_->verticalScrollBar()->maximum());
+}
+
 void frmResults::ResetResults(TextView title)
 {
+    running_ = false;
     model_.ResetResults(title);
     Changed();
     Present();

@@ -25,6 +25,8 @@ public:
 
     // ResultsWindow
     void ShowResults(TextView text) override;
+    void KeepResults(TextView text) override;
+    void AddOutput(TextView lines, bool first) override;
     void ResetResults(TextView title) override;
     void AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis) override;
     void AddItemHeader(TextView text, TextView path) override;
@@ -50,6 +52,9 @@ public:
     /// Whoever else has it in a window of his own shows and hides it; without them it does so itself.
     std::function<void()> onShow;
     std::function<void()> onHide;
+    /// Lines of a command that still runs have come into the list; nothing worth showing has.
+    std::function<void()> onPrinted;
+    std::function<void()> onKept;
     /// Into the other window or out of it; nothing where there is none.
     std::function<void()> onDock;
 
@@ -65,6 +70,7 @@ private:
     /// The box is filled once a list is through, not line by line.
     void Changed();
     void FillIn();
+    void ShowPrinted();
     void ChooseFont();
     void JumpToSource();
 
@@ -78,6 +84,7 @@ private:
     QSize size_; ///< as a window that was never placed
     bool positioned_ = false;
     bool filled_ = true;
+    bool running_ = false;   ///< the command whose output this is
     int32_t shownList_ = -1; ///< whose lines are in the box
     size_t shownUnits_ = 0;  ///< of its contents
 };

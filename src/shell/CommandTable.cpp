@@ -66,6 +66,15 @@ bool CanSaveAll(Context& c)
 {
     return c.document && (Writable(c) || c.program.OpenDocuments().Count() > 1);
 }
+/// Its item, that is, which may have gone since.
+bool HasStored(Context& c)
+{
+    return c.document && c.document->ItemObject();
+}
+bool HasTwo(Context& c)
+{
+    return c.document && c.program.OpenDocuments().Count() > 1;
+}
 bool CanCompile(Context& c)
 {
     return Writable(c) && c.document->CanCompile();
@@ -265,6 +274,13 @@ void ShowPanel(CommandContext& c)
     if (c.program.Assist().PanelsChanged) c.program.Assist().PanelsChanged();
 }
 
+template <bool MvEdit::*Panel>
+void ShowHistory(CommandContext& c)
+{
+    c.program.EditorSettings().*Panel = NewMark(c, Marks<Panel>(c));
+    c.program.Versions().LookAgain();
+}
+
 template <bool MvEdit::*Switch>
 void SetAssist(CommandContext& c)
 {
@@ -351,6 +367,8 @@ constexpr CommandRow kRows[] = {
     {u"NextProblem", GoToFinding<false>, HasView},
     {u"PrevProblem", GoToFinding<true>, HasView},
     {u"Outline", ShowPanel<&MvEdit::OutlineShown>, Always, Marks<&MvEdit::OutlineShown>},
+    {u"History", ShowHistory<&MvEdit::HistoryShown>, Always, Marks<&MvEdit::HistoryShown>},
+    {u"Authors", ShowHistory<&MvEdit::AuthorsShown>, Always, Marks<&MvEdit::AuthorsShown>},
     {u"QuickOpen", ShowAssist<AssistForm::QuickOpen>, Always},
     {u"Definition", [](CommandContext& c) { c.program.Names().GoToDefinition(*c.document); }, HasView},
     {u"References", [](CommandContext& c) { c.program.Names().FindReferences(*c.document); }, HasView},
@@ -359,6 +377,11 @@ constexpr CommandRow kRows[] = {
     {u"QuickMend", ShowAssist<AssistForm::Mends>, HasView},
     {u"CompleteWords", SetAssist<&MvEdit::CompleteWords>, Always, Marks<&MvEdit::CompleteWords>},
     {u"CheckAsYouType", SetAssist<&MvEdit::CheckAsYouType>, Always, Marks<&MvEdit::CheckAsYouType>},
+    {u"CompareStored", Show<Form::CompareStored>, HasStored},
+    {u"CompareOpened", Show<Form::CompareOpened>, HasStored},
+    {u"CompareCommitted", Show<Form::CompareCommitted>, HasStored},
+    {u"CompareDocument", Show<Form::CompareDocument>, HasTwo},
+    {u"CompareItem", Show<Form::CompareItem>, HasDocument},
     {u"Settings", Show<Form::Settings>, Always},
     {u"HelpTopics", Show<Form::HelpTopics>, Always},
     {u"HelpAbout", Show<Form::About>, Always},

@@ -206,7 +206,6 @@ void FileCommands::AddRecent(const mvItem& item)
     RememberPlace(item);
 }
 
-/// Before anything was opened in this session, the account of the last item that an earlier one left.
 Location FileCommands::PlaceOfOldEntries() const
 {
     Location place = program_.Place().host;

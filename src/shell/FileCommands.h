@@ -37,9 +37,11 @@ public:
     void ReopenClosed();
     /// To the recent files; a local file that is among them under another path loses that.
     void AddRecent(const mvItem& item);
+    /// The present place; before anything was opened in this session, with the account of the last item that an
+    /// earlier one left.
+    Location PlaceOfOldEntries() const;
 
 private:
-    Location PlaceOfOldEntries() const;
     bool SaveDocumentAsDialog(mvDocument& document);
     bool OpenRecentDocument(int32_t index);
     void OpenDocumentsDialog(const std::shared_ptr<mvItem>& start);

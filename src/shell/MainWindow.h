@@ -2,6 +2,7 @@
 // The frame and the forms beside it, as the logic sees them.
 
 #include "base/DynamicArray.h"
+#include "compare/MergeModel.h"
 #include "documents/DocumentServices.h"
 
 namespace nib {
@@ -27,6 +28,9 @@ public:
     virtual void LetType(bool) {}
     /// While work is awaited: `what` is done once that is over. Else answers false.
     virtual bool Postpone(const std::function<void()>& /*what*/) { return false; }
+    // Windows that show no document of their own; their tabs have numbers below 0.
+    virtual void ActivateGuest(int32_t /*tab*/) {}
+    virtual void CloseGuest(int32_t /*tab*/) {}
 };
 
 /// What commands show.
@@ -41,7 +45,12 @@ enum class Form {
     HelpTopics,
     About,
     Properties,
-    Print
+    Print,
+    CompareStored,
+    CompareOpened,
+    CompareDocument,
+    CompareItem,
+    CompareCommitted
 };
 
 /// What commands want of forms. They live from Load to Unload.
@@ -56,6 +65,8 @@ public:
     virtual void ShowHelp(TextView /*page*/) {}
     /// Opens with `target`, which takes what was gone to.
     virtual void Goto(Text& target) = 0;
+    /// What the user wants of a merge, with what was chosen in it. `name` is that of the document.
+    virtual MergeAnswer Merge(MergeModel& /*merge*/, TextView /*name*/) { return MergeAnswer::Cancel; }
     /// The files of these names, which an earlier session left in the folder.
     virtual void OfferRecovered(modAutoRecover& recovery, TextView folder, const DynamicArray& names) = 0;
 };

@@ -124,6 +124,7 @@ const MenuTool& MenuDispatcher::AddEntry(TextView menu, TextView prefix, int32_t
 void MenuDispatcher::TabActivate(int32_t tab)
 {
     program_.Safely(u"frmMain.qkMenuBar_TabActivate", [&] {
+        if (tab < 0) return program_.Window().ActivateGuest(tab);
         if (auto document = program_.OpenDocuments().ById(tab)) document->Activate();
     });
 }
@@ -131,6 +132,7 @@ void MenuDispatcher::TabActivate(int32_t tab)
 void MenuDispatcher::TabClose(int32_t tab)
 {
     program_.Safely(u"frmMain.qkMenuBar_TabClose", [&] {
+        if (tab < 0) return program_.Window().CloseGuest(tab);
         if (auto document = program_.OpenDocuments().ById(tab)) CloseWindow(*document);
     });
 }

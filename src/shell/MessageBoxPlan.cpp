@@ -31,11 +31,12 @@ constexpr MessageBoxButton kButtons[] = {
     {kAnswerKeep, u"&Keep", Agree},
     {kAnswerCompare, u"C&ompare", Agree},
     {kAnswerClose, u"C&lose", Refuse},
+    {kAnswerMerge, u"&Merge", Agree},
 };
 
 struct SetRow {
     int32_t set;
-    std::array<int32_t, 4> answers; ///< in the order that the default-button flags count; 0 ends the list
+    std::array<int32_t, 5> answers; ///< in the order that the default-button flags count; 0 ends the list
     int32_t escape;
     bool isExtended = false; ///< known to boxes with extended handling only
 };
@@ -51,6 +52,10 @@ constexpr SetRow kSets[] = {
     {kYesAllNo, {kAnswerYes, kAnswerYesToAll, kAnswerNo}, kAnswerNo, true},
     {kYesAllNoCancel, {kAnswerYes, kAnswerYesToAll, kAnswerNo, kAnswerCancel}, kAnswerCancel, true},
     {kReloadKeepCompareCancel, {kAnswerReload, kAnswerKeep, kAnswerCompare, kAnswerCancel}, kAnswerCancel, true},
+    {kMergeReloadKeepCompareCancel,
+     {kAnswerMerge, kAnswerReload, kAnswerKeep, kAnswerCompare, kAnswerCancel},
+     kAnswerCancel,
+     true},
     {kKeepClose, {kAnswerKeep, kAnswerClose}, kAnswerKeep, true},
 };
 

@@ -4,6 +4,7 @@
 #include "text/LineDiff.h"
 #include "text/TextSearch.h"
 
+#include <optional>
 #include <utility>
 
 namespace nib {
@@ -83,14 +84,30 @@ bool OutsideChanges::AskAboutChange(mvDocument& document)
                     u"stored now, Keep stays with the text in the window, Compare lists what "
                     u"differs.";
     if (document.IsDirty()) question += u" It has unsaved changes: after Reload they are lost unless you undo it.";
-    const int32_t usual = document.IsDirty() ? kThirdDefault : 0;
-    const int32_t answer = program_.ShowMessage(question, kReloadKeepCompareCancel | kQuestion | usual);
+    const bool merges = document.IsDirty() && !document.ReadOnly() && document.TextAsStored();
+    if (merges) question += u" Merge brings theirs and yours together, and stores nothing yet.";
+    const int32_t usual = document.IsDirty() && !merges ? kThirdDefault : 0;
+    const int32_t buttons = merges ? kMergeReloadKeepCompareCancel : kReloadKeepCompareCancel;
+    const int32_t answer = program_.ShowMessage(question, buttons | kQuestion | usual);
     if (!document.ItemObject()) return false; // a client has closed it meanwhile
     if (answer == kAnswerReload) return document.Reload(), false;
     if (!document.ReadOnly()) document.SetModified(true); // it is not what is stored
-    if (answer == kAnswerKeep) document.ItemObject()->AcceptState();
+    if (answer == kAnswerKeep) Keep(document);
     if (answer == kAnswerCompare) Compare(document);
+    if (answer == kAnswerMerge) Merge(document);
     return answer == kAnswerKeep;
+}
+
+void OutsideChanges::Keep(mvDocument& document)
+{
+    document.ItemObject()->AcceptState();
+    if (document.ReadOnly() || !document.View() || !program_.Versions().Keeps(*document.ItemObject())) return;
+    // It is what the next save replaces, and the history shows it as that.
+    IgnoringErrors([&] {
+        const auto stored = program_.Connection().OpenServerForPath(document.Path(), true, false);
+        const Text theirs = stored->ReadItem(0, 0, 0);
+        document.View()->txtText().Document().SetStoredText(ExpandTabs(theirs, program_.EditorSettings().TabSize));
+    });
 }
 
 bool OutsideChanges::AskAboutLoss(mvDocument& document)
@@ -104,6 +121,35 @@ bool OutsideChanges::AskAboutLoss(mvDocument& document)
     document.SetModified(true); // the window holds the only copy
     if (answer == kAnswerClose) program_.Files().FileClose(document);
     return answer == kAnswerKeep;
+}
+
+void OutsideChanges::Merge(mvDocument& document)
+{
+    while (!MergeOnce(document))
+        program_.ShowMessage(document.DisplayName() +
+                                 u" was changed once more meanwhile. This is the merge with what is stored now.",
+                             kInformation);
+}
+
+/// False when it is no merge of what is there by now.
+bool OutsideChanges::MergeOnce(mvDocument& document)
+{
+    const auto base = document.TextAsStored();
+    const auto stored = program_.Connection().OpenServerForPath(document.Path(), true, false);
+    const Text theirs = stored->ReadItem(0, 0, 0);
+    const Text mine = document.GetText();
+    std::optional<MergeModel> merge;
+    {
+        WaitCursor wait(program_.Window());
+        const int32_t tabSize = program_.EditorSettings().TabSize;
+        program_.Window().Await([&] { merge.emplace(AsLines(base).Whole(), ExpandTabs(theirs, tabSize), mine); });
+    }
+    const MergeAnswer answer = program_.Forms().Merge(*merge, document.DisplayName());
+    if (!document.ItemObject()) return true; // a client has closed it meanwhile
+    if (answer == MergeAnswer::TakeTheirs) document.Reload();
+    if (answer == MergeAnswer::KeepCopy) program_.Files().FileSaveAs(document);
+    if (answer != MergeAnswer::Merge) return true;
+    return document.GetText() == mine && document.TakeMerged(*stored, theirs, merge->Outcome());
 }
 
 /// What stands in the window alone, and what is stored instead.

@@ -23,7 +23,10 @@ private:
     bool Ask(mvDocument& document, StoredState state);
     bool AskAboutChange(mvDocument& document);
     bool AskAboutLoss(mvDocument& document);
+    void Merge(mvDocument& document);
+    bool MergeOnce(mvDocument& document);
     void Compare(mvDocument& document);
+    void Keep(mvDocument& document);
 
     Program& program_;
     std::set<int32_t> asked_; ///< documents whose change the user has put off

@@ -25,6 +25,8 @@ constexpr TextView kDialectQuestion =
     u"that?\r\n\r\n"
     u"(this prompt will not be shown again, but you can always choose the dialect of your programs in the settings)";
 constexpr TextView kSessionFolder = u"/Orlin/Nib/Documents";
+constexpr TextView kVersionsFolder = u"/Orlin/Nib/History";
+constexpr TextView kNoVersions = u"The history cannot be kept: ";
 constexpr TextView kNoCopies = u"No recovery copies can be kept: ";
 
 Text ItemPath(const Location& place, const Text& itemId)
@@ -59,9 +61,14 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
       automation_(services_, automationHost_, ports.events, mode == StartMode::Automation), files_(*this),
       outside_(*this), history_(services_, ports.clock),
       assistance_(services_, ports.timers, ports.clock, ports.assist),
-      names_(assistance_, services_, [this](TextView path) { return OpenPath(path, false); })
+      names_(assistance_, services_, [this](TextView path) { return OpenPath(path, false); }),
+      versions_(services_,
+                ports_.localData.empty() ? std::string() : ToFileName(ports_.localData + Text(kVersionsFolder)),
+                ports.assist.toWindows)
 {
+    versions_.Trouble = [this](const Text& why) { Trouble(kNoVersions, why); };
     assistance_.StateChanged = [this] { StateChanged(); };
+    assistance_.usualPlace = [this] { return files_.PlaceOfOldEntries(); };
     services_.dialects = ports_.dialects;
     ports_.store.TellTrouble([this](TextView why) { Trouble(kNoSettings, why); });
 }
@@ -233,6 +240,7 @@ void Program::TakeDown()
     settings_.SaveSettings(ports_.store);
     ports_.store.Flush(); // as long as there is a log to tell trouble to
     automation_.RaiseQuit();
+    versions_.End();
     UninstallFonts();
 }
 

@@ -2,6 +2,7 @@
 // The spine: owns what lives for the whole process, brings it up and takes it down in a fixed order.
 
 #include "automation/Application.h"
+#include "compare/history/ItemHistory.h"
 #include "diagnostics/Guarded.h"
 #include "documents/DocumentServices.h"
 #include "documents/DocumentSettings.h"
@@ -130,6 +131,7 @@ public:
     modAutoRecover& Recovery() { return recovery_; }
     DocumentSession& Session() { return session_; }
     NavigationHistory& History() { return history_; }
+    ItemHistory& Versions() { return versions_; }
     Assistance& Assist() { return assistance_; }
     NameCommands& Names() { return names_; }
     mvDocuments& OpenDocuments() { return openDocuments_; }
@@ -152,6 +154,8 @@ private:
     void DocumentChanged(mvDocument& document) override;
     void HoldAutoSave(bool hold) override;
     void RecordPosition(mvDocument& document) override;
+    bool KeepsVersions(const mvItem& item) const override { return versions_.Keeps(item); }
+    void DocumentSaved(const SavedText& saved) override { versions_.Saved(saved); }
 
     void AutoSaveTimer_Timer();
     void Start(const CommandLine& line);
@@ -186,6 +190,7 @@ private:
     NavigationHistory history_;
     Assistance assistance_;
     NameCommands names_;
+    ItemHistory versions_;
     Text defaultFontName_;
     std::set<int32_t> changedDocuments_;         ///< their titles wait to be drawn
     std::unique_ptr<Timers::Timer> nextTurn_;    ///< while anything waits

@@ -1,5 +1,6 @@
-// The commands on windows and their tabs.
+// The commands on windows, what they show, and their tabs.
 
+#include "records/GridFiles.h"
 #include "shell/ClosedDocuments.h"
 #include "shell/Commands.h"
 #include "shell/Program.h"
@@ -44,6 +45,21 @@ bool IsMaximized(Context& c)
     return HasView(c) && c.document->View()->WindowState() == kMaximized;
 }
 
+bool CanGrid(Context& c)
+{
+    return HasView(c) && c.document->ItemObject() && !c.document->LocalFile();
+}
+bool IsGrid(Context& c)
+{
+    return HasView(c) && c.document->View()->IsGrid();
+}
+void SetGrid(CommandContext& c)
+{
+    const bool mark = c.checked.value_or(!IsGrid(c));
+    c.document->View()->SetGrid(mark);
+    GridFiles(c.program.Store()).Set(*c.document->ItemObject(), mark);
+}
+
 template <int32_t Mode>
 void Arrange(CommandContext& c)
 {
@@ -79,6 +95,7 @@ constexpr CommandRow kRows[] = {
     {u"TileVertical", Arrange<2>, HasDocuments},
     {u"Cascade", Arrange<0>, HasDocuments},
     {u"Maximize", [](CommandContext& c) { ToggleWindowState(*c.document->View(), kMaximized); }, HasView, IsMaximized},
+    {u"RecordGrid", SetGrid, CanGrid, IsGrid},
     {u"CloseOthers", [](CommandContext& c) { CloseOthers(c.program, ActiveTab(c)); }, HasMore},
     {u"CloseRight", [](CommandContext& c) { CloseRight(c.program, ActiveTab(c)); }, HasTabsToTheRight},
     {u"CloseAll", [](CommandContext& c) { c.program.Files().FileCloseAll(); }, HasDocuments},

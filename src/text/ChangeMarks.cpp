@@ -287,8 +287,21 @@ void ChangeMarks::Reset()
     untouched_ = true;
 }
 
+void ChangeMarks::BeforeReset()
+{
+    stored_.BeforeReset(lines_);
+    if (saving_) written_.BeforeReset(lines_);
+}
+
+void ChangeMarks::BackAtSaved()
+{
+    sinceSave_.Clear();
+    stored_.Clear();
+}
+
 void ChangeMarks::Saved()
 {
+    stored_.Clear();
     // Of a text of which nothing was stored it is the opening.
     if (all_ || untouched_) return Reset();
     if (!wasSaved_) sinceOpening_ = std::move(sinceSave_);
@@ -299,13 +312,16 @@ void ChangeMarks::Saved()
 void ChangeMarks::BeginSaving()
 {
     sinceSaving_.Clear();
+    written_.Clear();
     saving_ = true;
 }
 
 void ChangeMarks::EndSaving(bool saved)
 {
+    const KeptText written = std::exchange(written_, {});
     if (!std::exchange(saving_, false) || !saved) return;
     Saved();
+    stored_ = written;
     if (!sinceSaving_.Any()) return;
     sinceSave_ = std::exchange(sinceSaving_, {});
     untouched_ = false;
@@ -330,7 +346,11 @@ void ChangeMarks::BeforeEdit(int32_t first, int32_t last)
 {
     if (many_) return;
     untouched_ = false;
-    if (saving_) sinceSaving_.BeforeEdit(lines_, first, last);
+    stored_.BeforeEdit(lines_, first, last);
+    if (saving_) {
+        written_.BeforeEdit(lines_, first, last);
+        sinceSaving_.BeforeEdit(lines_, first, last);
+    }
     if (all_) return;
     sinceSave_.BeforeEdit(lines_, first, last);
     if (wasSaved_) sinceOpening_.BeforeEdit(lines_, first, last);

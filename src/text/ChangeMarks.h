@@ -2,7 +2,7 @@
 // Which lines differ from what was saved, and from what was opened, however they came to be as they are: texts are
 // compared, so undo, redo and retyping need not be told apart.
 
-#include "text/LineStore.h"
+#include "text/KeptText.h"
 
 #include <cstdint>
 #include <vector>
@@ -79,9 +79,15 @@ public:
     void BeginSaving();
     void EndSaving(bool saved);
     /// The text is again what was saved.
-    void BackAtSaved() { sinceSave_.Clear(); }
+    void BackAtSaved();
     /// It is not what is stored; a text that nobody has edited yet is so as a whole.
     void Unsaved() { all_ = all_ || untouched_; }
+    /// The whole text is about to become another one.
+    void BeforeReset();
+    /// What was read or saved last, null where that is not known any more.
+    std::shared_ptr<const TextSnapshot> Stored() const { return stored_.Get(lines_); }
+    /// Another program has stored this meanwhile, and the user knows.
+    void SetStored(std::shared_ptr<const TextSnapshot> text) { stored_.Set(std::move(text)); }
 
     void BeforeEdit(int32_t first, int32_t last);
     void LinesReplaced(int32_t first, int32_t oldLast, int32_t newLast);
@@ -105,6 +111,8 @@ private:
     bool many_ = false;
     bool all_ = false; ///< nothing is known of what is stored
     bool untouched_ = true;
+    KeptText stored_;
+    KeptText written_; ///< what is being saved
 };
 
 } // namespace nib

@@ -224,6 +224,20 @@ std::vector<TextView> LinesOf(TextView text)
     }
 }
 
+void ReplaceLines(SourceDocument& document, LineHunk hunk, std::vector<TextView> lines)
+{
+    if (hunk.newCount == 0 && hunk.oldCount == document.LineCount()) {
+        lines = {TextView()}; // no text has no line
+        hunk.newLine = 0;
+        hunk.newCount = 1;
+    }
+    document.BreakTyping();
+    document.BeginGroup();
+    ReplaceHunk(document, hunk, lines);
+    document.EndGroup();
+    document.BreakTyping();
+}
+
 bool ReplaceByLines(SourceDocument& document, TextView text)
 {
     const Text old = document.GetText();

@@ -27,6 +27,10 @@ std::vector<LineHunk> DiffLines(const std::vector<TextView>& before, const std::
 /// The lines between CR LF, CR and LF; at least one. They are views of `text`.
 std::vector<TextView> LinesOf(TextView text);
 
+/// Lines of the document become others, in one step of undo; `newLine` counts in `lines`. What they have in common with
+/// those in their place stays as it is.
+void ReplaceLines(SourceDocument& document, LineHunk hunk, std::vector<TextView> lines);
+
 /// The document's text becomes `text` in one step of undo: lines that are in both stay the lines that they were, with
 /// bookmark, identity and folds. False, and no step of undo, when nothing differs.
 bool ReplaceByLines(SourceDocument& document, TextView text);

@@ -12,6 +12,13 @@ Position TextChange::Map(Position p, bool sticky) const
     return {newEnd.col + p.col - oldEnd.col, newEnd.line};
 }
 
+std::optional<int32_t> TextChange::LineAfter(int32_t line) const
+{
+    const bool whole = start <= Position{0, line} && Position{0, line + 1} <= oldEnd;
+    if (whole && !IsScattered()) return std::nullopt;
+    return Map({0, line}).line;
+}
+
 Text SourceDocument::GetLine(int32_t line) const
 {
     Text text;
@@ -93,6 +100,14 @@ void SourceDocument::EndSaving(bool saved)
     changes_.EndSaving(saved);
     TellModified();
     if (saved && Modified()) TellRepaint(0, LineCount() - 1); // other lines differ now
+}
+
+void SourceDocument::SetStoredText(TextView text)
+{
+    LineStore stored;
+    stored.Load(text);
+    changes_.SetStored(stored.Snapshot());
+    SetModified(true);
 }
 
 const TextSearch& SourceDocument::Prepared(TextView text, FindOptions options) const

@@ -36,6 +36,8 @@ struct TextChange {
     /// Where `p` of the text before stands in the text after; what was removed collapses to its start, and a position
     /// at an insertion moves behind it when `sticky` is false.
     Position Map(Position p, bool sticky = false) const;
+    /// Where the beginning of a line of the text before is in the text after; none when the line is gone as a whole.
+    std::optional<int32_t> LineAfter(int32_t line) const;
 };
 
 /// Called after the document is consistent again. A listener must not edit from within a call.
@@ -135,6 +137,10 @@ public:
     /// edited meanwhile is not in it.
     std::shared_ptr<const TextSnapshot> BeginSaving();
     void EndSaving(bool saved);
+    /// What was read or saved last, null where that is not known any more.
+    std::shared_ptr<const TextSnapshot> StoredText() const { return changes_.Stored(); }
+    /// Another program has stored this meanwhile: the text counts as edited from it, and as modified.
+    void SetStoredText(TextView text);
     /// How a line differs from what was saved or opened.
     LineMarks ChangesAt(int32_t line) const { return changes_.Of(ClampLine(line)); }
     /// The next line so marked, from this one on; -1 when there is none.

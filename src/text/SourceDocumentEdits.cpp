@@ -58,6 +58,7 @@ void SourceDocument::ReplaceAll(const std::function<void()>& load)
 {
     RefuseInCallback();
     if (journal_) throw Error{error_number::kInvalidCall, u"An operation cannot replace the whole text."};
+    changes_.BeforeReset();
     load();
     undo_.Clear();
     scanner_.Reset();

@@ -33,6 +33,8 @@ struct CallQueue {
 };
 
 struct AssistedProgram : Surroundings {
+    using Surroundings::Surroundings;
+
     Dialects dialects;
     std::shared_ptr<CallQueue> queue = std::make_shared<CallQueue>();
     FakeMainWindow window{journal};

@@ -26,6 +26,7 @@ struct FakeSession final : mvSession {
     std::optional<Error> failure;
     std::vector<Text> commands;
     Text output;
+    std::vector<Text> printing; ///< told of before the end
     std::function<void()> whileExecuting;
     bool executes = true;
 
@@ -39,6 +40,12 @@ struct FakeSession final : mvSession {
         commands.emplace_back(Text(command) + (input.empty() && flags == 0 ? u"" : u" with input or flags"));
         if (whileExecuting) whileExecuting();
         return output;
+    }
+    Text ExecuteTelling(TextView command, const PrintedLines& printed) override
+    {
+        for (const Text& lines : printing)
+            if (printed) printed(lines);
+        return Execute(command, u"", 0);
     }
     Text GetConfiguration(TextView key, int32_t attribute) override
     {
@@ -101,7 +108,7 @@ struct FakeItem : mvItem {
     {
         if (store_.whileBusy) store_.whileBusy();
         if (store_.readFailure) throw Error(*store_.readFailure);
-        AcceptState();
+        if (!apart) AcceptState();
         return seen_ = store_.items.at(path_).text;
     }
     void WriteItem(int32_t, int32_t, int32_t, TextView text) override
@@ -118,6 +125,12 @@ struct FakeItem : mvItem {
         return found == store_.states.end() ? StoredState::Same : found->second;
     }
     void AcceptState() override { store_.states.erase(path_); }
+    bool AcceptVersion(TextView version) override
+    {
+        if (store_.items.at(path_).text != version) return false;
+        AcceptState();
+        return true;
+    }
     void LockItem(bool lock) override
     {
         if (!lock) return Unlock();
@@ -131,6 +144,7 @@ struct FakeItem : mvItem {
         const auto found = store_.locks.find(path_);
         return found != store_.locks.end() && found->second == number_;
     }
+    bool apart = false; ///< it was opened for a look beside another one
     mvSession* Session() override { return IsLocal() || !store_.hasSession ? nullptr : &store_.session; }
 
 private:
@@ -196,6 +210,7 @@ struct FakeConnection : mvConnection {
             if (failure) throw Error(*failure);
         }
         auto item = std::make_shared<FakeItem>(store, path);
+        item->apart = readOnly && !lock;
         if (lock && !readOnly && item->IsItem()) item->LockItem(true);
         return item;
     }
@@ -209,7 +224,7 @@ struct FakeConnection : mvConnection {
         return found == colors.end() ? Text() : found->second;
     }
     FakeStore store;
-    std::map<Text, Text> colors;                                         ///< by account
+    std::map<Text, Text> colors; ///< by account
     std::vector<KnownHost> hosts;
     std::function<std::unique_ptr<ItemReader>(const ItemPlace&)> reader; ///< makes those of all accounts
     std::deque<std::optional<Error>> openFailures;                       ///< one a call; an empty one lets it through

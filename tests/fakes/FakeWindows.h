@@ -173,13 +173,19 @@ struct FakeDialogs final : Dialogs {
     void Unload() override { journal.Add(u"UnloadForms"); }
     void Show(Form form, mvDocument*) override
     {
-        static constexpr TextView kNames[] = {u"find",    u"find next", u"find bar", u"replace", u"find in account",
-                                              u"results", u"settings",  u"help",     u"about",   u"properties",
-                                              u"print"};
+        static constexpr TextView kNames[] = {u"find",    u"find next",     u"find bar", u"replace", u"find in account",
+                                              u"results", u"settings",      u"help",     u"about",   u"properties",
+                                              u"print",   u"compare stored"};
+        if (static_cast<size_t>(form) >= std::size(kNames)) return journal.Add(u"compare");
         journal.Add(Text(kNames[static_cast<size_t>(form)]));
     }
     void ShowHelp(TextView page) override { journal.Add(u"help " + Text(page)); }
     void Goto(Text& target) override { journal.Add(u"goto '" + target + u"'"); }
+    MergeAnswer Merge(MergeModel& merge, TextView name) override
+    {
+        journal.Add(u"merge " + Text(name));
+        return onMerge ? onMerge(merge) : MergeAnswer::Cancel;
+    }
     void OfferRecovered(modAutoRecover&, TextView folder, const DynamicArray& names) override
     {
         if (onOffer) onOffer(folder, names);
@@ -187,6 +193,7 @@ struct FakeDialogs final : Dialogs {
 
     Journal& journal;
     std::function<void(TextView folder, const DynamicArray& names)> onOffer;
+    std::function<MergeAnswer(MergeModel& merge)> onMerge;
     bool failing = false;
 };
 

@@ -31,7 +31,7 @@ COMPLETIONS = [
     (["nibpad71", "/H="], {r"\*", "stock"}),
     (["nibpad71", "/A=D"], {"DEMO"}),
     (["nibpad71", "/h=STOCK", "/A="], {"YARD"}),
-    (["nibpad71", "/A=DEMO", "/F="], {"BP", "DATA", "VOC"}),
+    (["nibpad71", "/A=DEMO", "/F="], {"BP", "DATA", "DATA.DIC", "VOC"}),
     (["nibpad71", "/A=DEMO", "/F=DATA", "/I=S"], {r"SMITH\ \&\ CO"}),
     (["nibpad71", "/A=DEMO", "/F=DATA", "/I=A"], {"A/B"}),
     (["nibpad71", "/A=DEMO", "/F=GONE", "/I="], set()),

@@ -142,6 +142,13 @@ TEST_F(ServerTest, WhatAnotherWroteIsNotOverwrittenUnseen)
         EXPECT_EQ(behind.Get("BP", "SHARED"), "theirs");
         WriteAll(*item, u"ours");
         EXPECT_EQ(behind.Get("BP", "SHARED"), "ours") << "by now the user knows";
+        behind.Put("BP", "SHARED", "theirs again");
+        const auto beside = desk.Open(u"BP", u"SHARED", false);
+        EXPECT_FALSE(item->AcceptVersion(item->Version()));
+        ReadAll(*beside);
+        EXPECT_TRUE(item->AcceptVersion(beside->Version()));
+        WriteAll(*item, u"both");
+        EXPECT_EQ(behind.Get("BP", "SHARED"), "both");
     }
 }
 

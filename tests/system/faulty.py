@@ -178,7 +178,8 @@ class Driven:
             if up and (up[-1] != self.asked or time.monotonic() > again):
                 self.told = self.told or self.control.fired() > 0
                 self.asked, again = up[-1], time.monotonic() + 0.2
-                self.screen.key(self.asked[0], key)
+                # A merge waits for choices that no single key makes.
+                self.screen.key(self.asked[0], "Escape" if self.asked[1].startswith("Merge ") else key)
             if not self.program.alive():
                 return None
             if time.monotonic() > end:

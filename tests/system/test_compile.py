@@ -143,7 +143,7 @@ def break_compile_mend(desktop):
         desktop.keys("ctrl+z")
     desktop.keys("ctrl+s")
     lib.eventually("the program as it was", lambda: (demo / "BP/INVOICE").read_bytes() == whole)
-    desktop.keys("F11", shows=r"^Results$")
+    desktop.keys("F11", "alt+v", "r", shows=r"^Results$")
     desktop.keys("ctrl+a", "ctrl+c", "Escape", shows=r"\[BP INVOICE on ")
     desktop.keys("ctrl+End")
     desktop.keys("ctrl+v", "ctrl+s")

@@ -35,8 +35,8 @@ def a_folder_that_vanishes_keeps_the_document(desktop):
     folder.mkdir()
     (folder / "a.txt").write_bytes(b"text\n")
     desktop.start(folder / "a.txt", shows=r"\[a\.txt\]")
+    desktop.type_text("more ")  # the look at files that comes with the window's activation is over then
     shutil.rmtree(folder)
-    desktop.type_text("more ")
     desktop.keys("ctrl+s")
     desktop.wait_box()
     desktop.keys("alt+k")  # keeps the text of what is gone, and then says that there is no place for it

@@ -19,6 +19,7 @@ import random
 import re
 import shutil
 import signal
+import subprocess
 import sys
 import time
 
@@ -50,6 +51,7 @@ class Save:
     """A document that is open is changed and saved."""
     outside = (faulty.APPEND, faulty.REPLACE, faulty.SAME_SIZE_AND_TIME)
     errors, actions, crashes = faulty.ERRORS, (faulty.HALT_BEFORE, faulty.HALT_AFTER, *KILLS), False
+    slow = 1  # how many points of others one of these takes as long as
 
     def __init__(self, name, path, prepare=lambda target: None, in_place=False):
         self.name, self.path, self.prepare, self.in_place = name, path, prepare, in_place
@@ -205,6 +207,7 @@ class Recovery(Save):
 class Journal(Save):
     """What is typed and not saved, each change on disk before the next; after a fault one more."""
     errors, actions, crashes, outside = (errno.ENOSPC, errno.EIO, errno.EINTR), KILLS, True, ()
+    slow = 20
 
     def begin(self, driven):
         super().begin(driven)
@@ -245,6 +248,57 @@ class Journal(Save):
         self.driven.recovers(lambda texts: (texts or first) and all(text in self.states[-2:] for text in texts))
         expect_equal(read(self.target), self.old, "the file")
         self.driven.soon("end of the left-overs", lambda: not list(self.folders[0].glob("*~")))
+
+
+class History(Save):
+    """The version that a save leaves, by a thread which nobody waits for: whatever it meets, the save is done, and what
+    was kept before can be read by git."""
+    errors, actions, outside = (errno.ENOSPC, errno.EIO), KILLS, ()
+    slow = 8
+
+    def begin(self, driven):
+        super().begin(driven)
+        self.folders = [driven.desktop.data / "History"]
+        self.repository = self.folders[0] / "hosts" / "%2A" / "DEMO.git"
+        self.count = self.versions()
+
+    def versions(self):
+        if not self.repository.exists():
+            return 0
+        counted = subprocess.run(["git", "-C", self.repository, "rev-list", "--count", "BP/FAULTS"],
+                                 capture_output=True, check=False)
+        return int(counted.stdout or 0)
+
+    def before(self, text):
+        super().before(text)
+        self.count = self.versions()
+
+    def act(self):
+        driven, tip = self.driven, self.repository / "refs/heads/BP/FAULTS"
+        was = tip.read_bytes() if tip.exists() else b""
+        answer = super().act()
+        end = time.monotonic() + 3
+        while driven.program.alive() and (not tip.exists() or tip.read_bytes() == was) and time.monotonic() < end:
+            if driven.control.fired() and end > time.monotonic() + 0.1:
+                end = time.monotonic() + 0.1
+            time.sleep(0.002)
+        time.sleep(0.01)
+        return answer
+
+    def after(self, point, answer, told):
+        expect(answer and not told, "the save is done, and asks nothing")
+        super().after(point, answer, told)
+        self.sound()
+
+    def sound(self):
+        if self.repository.exists():
+            checked = subprocess.run(["git", "-C", self.repository, "fsck", "--strict"], capture_output=True, check=False)
+            expect_equal(checked.returncode, 0, f"git's look at the repository: {checked.stdout + checked.stderr}")
+            expect(self.versions() >= self.count, "versions are lost")
+
+    def comes_back(self):
+        self.sound()
+        super().comes_back()
 
 
 class Settings(Save):
@@ -289,7 +343,7 @@ def operations():
         target.rename(target.with_suffix(".real"))
         target.symlink_to(target.with_suffix(".real").name)
 
-    return [Save("host item", "DEMO/BP/FAULTS"), Save("local file", "file:local.txt"),
+    return [Save("host item", "DEMO/BP/FAULTS"), Save("local file", "file:local.txt"), History("history", "DEMO/BP/FAULTS"),
             Save("hard link", "file:linked.txt", linked, in_place=True),
             Save("symbolic link", "file:symbolic.txt", symbolic), SaveAs("save as new", "file:as.txt", 0),
             SaveAs("save as over", "file:over.txt", 1), Recovery("recovery copy", "file:recovery.txt"),
@@ -436,7 +490,7 @@ def half(work):
             points = list(points_of(operation, runner.steps(operation)))
             runner.driven.end()
             if not options.all:
-                wanted = options.points // len(operations()) // (20 if operation.crashes else 1)
+                wanted = options.points // len(operations()) // operation.slow
                 points = chosen.sample(points, min(len(points), wanted))
             runner.run(operation, points[number::2])
         return runner.done, runner.bad

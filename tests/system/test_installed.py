@@ -41,7 +41,7 @@ def finds_its_parts(desktop):
     expect_file(desktop.data / "Accounts/DEMO/BP/INVOICE", original.read_bytes())
 
     # The checker is found although no PATH leads to it.
-    desktop.keys("F11", shows=r"^Results$")
+    desktop.keys("F11", "alt+v", "r", shows=r"^Results$")
     desktop.keys("ctrl+a", "ctrl+c", "Escape", shows=r"\[BP INVOICE on ")
     desktop.keys("ctrl+End", "ctrl+v", "ctrl+s")
     copy = desktop.data / "Accounts/DEMO/BP/INVOICE"

@@ -81,7 +81,7 @@ def daily_loop(desktop, port, user, password, get):
     desktop.type_text("':I")
     desktop.keys("ctrl+s")
     eventually("the program as it was", lambda: get("LOOP") == PROGRAM)
-    desktop.keys("F11", shows=r"^Results$")
+    desktop.keys("F11", "alt+v", "r", shows=r"^Results$")
     desktop.keys("ctrl+a", "ctrl+c", "Escape", shows=r"\[BP LOOP on ")
     desktop.keys("ctrl+End", "Return", "ctrl+v", "ctrl+s")
     eventually("the words that no error was found", lambda: b"0 error(s)" in get("LOOP"))

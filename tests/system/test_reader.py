@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
 """An assistive tool on a bus of its own reads a document's text, follows its caret and edits it."""
 import os
+import subprocess
+import sys
 
 import gi
 
 import lib
-from lib import eventually, expect_equal, expect_file
+from lib import eventually, expect, expect_equal, expect_file
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
@@ -24,6 +26,25 @@ def text_below(node):
         if found := text_below(child):
             return found
     return None
+
+
+def children(node):
+    return [child for child in (node.get_child_at_index(i) for i in range(node.get_child_count())) if child is not None]
+
+
+def below(node, name, interface=""):
+    """The first of that name to be seen that has the interface."""
+    for child in children(node):
+        if child.get_name() == name and (not interface or interface in child.get_interfaces()):
+            if child.get_state_set().contains(Atspi.StateType.SHOWING):
+                return child
+        if found := below(child, name, interface):
+            return found
+    return None
+
+
+def rows_of(node):
+    return [child.get_name() for child in children(node)] if node else []
 
 
 class Reader:
@@ -89,5 +110,41 @@ def a_tool_reads_follows_and_edits(desktop):
     expect_file(path, "zero! e\nStra\u00dfe \U0001F600 two\n".encode())
 
 
+def a_tool_reads_panels_and_the_find_bar(desktop):
+    item = desktop.sample_accounts() / "BP/INVOICE"
+    lines = item.read_text("latin-1").split("\n")
+    lines[30] = "      X = (1 + "
+    item.write_text("\n".join(lines), "latin-1")
+    Reader(desktop)
+    desktop.start("/A=DEMO", "/F=BP", "/I=INVOICE", shows=r"\[BP INVOICE on ", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+
+    def seen(name, interface=""):
+        return below(Atspi.get_desktop(0), name, interface)
+
+    desktop.keys("F11")
+    results = eventually("the results", lambda: seen("Results", "Text"))
+    eventually("their rows", lambda: Atspi.Text.get_text(results, 0, -1) == "Line 31: \"(\" without \")\".")
+    for button in ("Close", "Float"):
+        eventually(f"the button {button}", lambda: seen(button))
+    desktop.keys("alt+v", "b")
+    problems = eventually("the problems", lambda: seen("Problems", "Table"))
+    eventually("their rows", lambda: any(row.startswith("Error: ") for row in rows_of(problems)))
+    desktop.keys("ctrl+i")
+    entry = eventually("the find bar", lambda: seen("Find", "Text"))
+    eventually("the focus in it", lambda: entry.get_state_set().contains(Atspi.StateType.FOCUSED))
+    desktop.type_text("print")
+    eventually("what is typed", lambda: Atspi.Text.get_text(entry, 0, -1).lower() == "print")
+    for name in ("The hit before (Shift+Enter)", "The next hit (Enter)", "Match case", "Match whole word only", "Regular expression"):
+        expect(seen(name), f"no {name} in the bar")
+
+
+def run_apart(*scenarios):
+    """Each in a process of its own: one process is a tool on one bus."""
+    if len(sys.argv) != 2:
+        lib.run(*scenarios)
+    ended = [subprocess.run([sys.executable, *sys.argv, scenario.__name__], check=False) for scenario in scenarios]
+    sys.exit(any(one.returncode for one in ended))
+
+
 if __name__ == "__main__":
-    lib.run(a_tool_reads_follows_and_edits)
+    run_apart(a_tool_reads_follows_and_edits, a_tool_reads_panels_and_the_find_bar)

@@ -2,14 +2,7 @@
 """The start page: read by an assistive tool, and the keys counted that it takes to a program."""
 import lib
 from lib import eventually, expect, expect_equal
-from test_reader import Atspi, Reader
-
-
-def below(node, name):
-    for child in (node.get_child_at_index(i) for i in range(node.get_child_count())):
-        if child is not None and (child.get_name() == name or (child := below(child, name))):
-            return child
-    return None
+from test_reader import Atspi, Reader, below
 
 
 def focused_list(name):

@@ -1,5 +1,6 @@
 // Every form by its names, its Tab order and its access keys, and the frame as a screen reader is told of it.
 
+#include "compare/frmMerge.h"
 #include "fakes/FakeBrowser.h"
 #include "fakes/FakeReader.h"
 #include "fakes/FakeSettingsApplied.h"
@@ -111,6 +112,13 @@ TEST_P(FormAccessTest, RecoveryDialog)
         WhileShown([&] { form.ShowDialog(place, names, nullptr); });
     };
     session->recovery.CheckAutoRecover();
+}
+
+TEST_P(FormAccessTest, MergeDialog)
+{
+    MergeModel merge(u"a\r\n-\r\nz\r\n", u"b\r\n-\r\ny\r\n", u"c\r\n-\r\nz\r\n");
+    frmMerge form(merge, u"BP INVOICE", {}, nullptr);
+    WhileShown([&] { EXPECT_EQ(form.ShowDialog(), MergeAnswer::Cancel); });
 }
 
 TEST_P(FormAccessTest, SearchForms)

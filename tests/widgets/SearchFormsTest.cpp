@@ -281,6 +281,19 @@ TEST_F(ResultsFormTest, LiesInThePanelUntilItIsTakenOut)
     EXPECT_FALSE(panel.isVisible());
     EXPECT_FALSE(Form().GoToError(true)) << "closed";
 
+    Form().AddOutput(u"one\r\ntwo", true);
+    EXPECT_FALSE(panel.isVisible()) << "it may be through in no time";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return panel.isVisible(); }));
+    Form().AddOutput(u"three", false);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Box()->toPlainText() == QLatin1String("one\ntwo\nthree"); }));
+    Form().KeepResults(u"clean");
+    EXPECT_FALSE(panel.isVisible()) << "nothing to look at";
+    Form().ShowResults(u"2 x");
+    Form().KeepResults(u"clean");
+    EXPECT_TRUE(panel.isVisible()) << "the user has it open";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Box()->toPlainText() == QLatin1String("clean"); }));
+    panel.hide();
+
     dock()->trigger();
     EXPECT_TRUE(Form().isWindow() && Form().isVisible());
     EXPECT_EQ(store.Get(u"ResultsFloating", u""), u"True");

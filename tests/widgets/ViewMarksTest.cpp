@@ -71,6 +71,23 @@ TEST_F(ViewMarksTest, EachSwitchLightsWhatItIsFor)
     }
 }
 
+TEST_F(ViewMarksTest, AMarkedLineIsFramedBesideItsBookmarkAndFollowed)
+{
+    const auto look = [&](int32_t line) { return widget->viewport()->grab(Margin(0, line).toRect()).toImage(); };
+    const QImage plain = look(2);
+    buffer.ToggleBookmark(2);
+    const QImage bookmark = look(2);
+    widget->SetMarkedLines({2});
+    EXPECT_TRUE(look(2) != plain && look(2) != bookmark);
+    buffer.ToggleBookmark(2);
+    EXPECT_TRUE(look(2) != plain && look(2) != bookmark);
+    buffer.InsertText({0, 1}, u"\r\n");
+    EXPECT_TRUE(widget->IsMarked(3) && !widget->IsMarked(2));
+    buffer.Undo();
+    widget->SetMarkedLines({});
+    EXPECT_EQ(look(2), plain);
+}
+
 TEST_F(ViewMarksTest, TheScrollBarShowsTheWholeText)
 {
     ViewMarks marks;
@@ -81,7 +98,7 @@ TEST_F(ViewMarksTest, TheScrollBarShowsTheWholeText)
     Type("A = AB");
     buffer.SetModified(false);
     Type(" + ");
-    widget->Marks().SetFindings(ScrollMarks::Kind::Error, {50});
+    widget->SetMarkedLines({50});
     const auto has = [&](int32_t line, ScrollMarks::Kind kind) {
         const int row = line * widget->verticalScrollBar()->height() / buffer.LineCount();
         uint32_t kinds = 0; // the groove is somewhat shorter than the bar

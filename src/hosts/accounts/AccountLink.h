@@ -27,9 +27,11 @@ public:
     {
         if (stored_) stored_->AcceptState();
     }
+    bool AcceptVersion(TextView version) override { return !stored_ || stored_->AcceptVersion(version); }
     Text Version() override { return stored_ ? stored_->Version() : Text(); }
     StoredForm* Form() override { return stored_ ? &stored_->Form() : nullptr; }
     std::optional<int64_t> StoredSize() override { return stored_ ? stored_->Size() : std::nullopt; }
+    std::string StoredFile() const override { return stored_ ? stored_->Path() : std::string(); }
 
     Text ReadItem(int32_t attribute, int32_t value, int32_t subValue) override;
     ReadText ReadWhole() override { return Stored().ReadWhole(); }

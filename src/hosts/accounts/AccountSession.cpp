@@ -30,6 +30,39 @@ void AppendLine(Text& output, TextView line)
     output += line;
 }
 
+Text Decoded(const ItemText& coding, std::string output)
+{
+    std::replace(output.begin(), output.end(), '\0', ' ');
+    TextForm form;
+    return coding.Decode(output, form, {});
+}
+
+/// Tells of the output of a command while it runs.
+class LinesAsTheyCome {
+public:
+    LinesAsTheyCome(const ItemText& coding, const PrintedLines& printed) : coding_(coding), printed_(printed) {}
+
+    void Take(std::string_view bytes)
+    {
+        if (taken_ > kMostTold) return;
+        taken_ += bytes.size();
+        begun_ += bytes;
+        const size_t end = begun_.rfind('\n');
+        if (end == std::string::npos) return;
+        printed_(Decoded(coding_, begun_.substr(0, end)));
+        begun_.erase(0, end + 1);
+    }
+
+private:
+    /// Nobody reads on while it floods.
+    static constexpr size_t kMostTold = size_t{1} << 20;
+
+    const ItemText coding_;
+    const PrintedLines& printed_;
+    std::string begun_; ///< a line that may not have ended yet
+    size_t taken_ = 0;
+};
+
 /// The time of a command as the notice knows it.
 class RunningCommand {
 public:
@@ -54,7 +87,7 @@ private:
 
 } // namespace
 
-Text AccountSession::Execute(TextView command, TextView input, int32_t)
+Text AccountSession::Run(TextView command, TextView input, const PrintedLines& printed)
 {
     std::vector<Text> words = SplitCommand(command);
     if (words.empty()) Refuse(u"There is no command to run.");
@@ -73,14 +106,15 @@ Text AccountSession::Execute(TextView command, TextView input, int32_t)
     const int32_t seconds = ToInt(Attribute(verb.record, 3));
     request.timeLimit = std::chrono::seconds(seconds > 0 ? seconds : kDefaultSeconds);
 
+    LinesAsTheyCome lines(store_.Coding(), printed);
+    if (printed) request.printed = [&lines](std::string_view fresh) { lines.Take(fresh); };
+
     ProcessResult result = RunNoticed(request, command);
     if (result.timedOut) {
         Refuse(verb.name + u" was stopped: it did not end within " + Decimal(request.timeLimit.count() / 1000) +
                u" seconds.");
     }
-    std::replace(result.output.begin(), result.output.end(), '\0', ' ');
-    TextForm form;
-    Text output = store_.Coding().Decode(result.output, form, verb.name);
+    Text output = Decoded(store_.Coding(), std::move(result.output));
     if (result.cut) AppendLine(output, u"(the rest of the output was cut off)");
     if (result.cancelled) AppendLine(output, verb.name + u" was stopped.");
     if (result.signal != 0) {

@@ -46,7 +46,8 @@ public:
     Text AccountName() override { return account_; }
     /// Throws Error when the verb is missing, its program cannot be run, or it takes too long. What the user stopped
     /// answers its output so far, with a last line that says so.
-    Text Execute(TextView command, TextView input, int32_t flags) override;
+    Text Execute(TextView command, TextView input, int32_t /*flags*/) override { return Run(command, input, {}); }
+    Text ExecuteTelling(TextView command, const PrintedLines& printed) override { return Run(command, u"", printed); }
     Text GetConfiguration(TextView key, int32_t attribute) override;
 
     bool HasVerbs() const;
@@ -58,6 +59,7 @@ private:
         Text record;
         bool isOwn = false; ///< of the connection
     };
+    Text Run(TextView command, TextView input, const PrintedLines& printed);
     std::string VocFolder() const;
     Verb FindVerb(const Text& word) const;
     void CheckTrust(const Verb& verb, TextView commandLine) const;

@@ -132,6 +132,16 @@ StoredState ServerItem::StateToSave()
     return state;
 }
 
+bool ServerItem::AcceptVersion(TextView version)
+{
+    Fetch(false, u"Reading ");
+    fetched_.reset();
+    if (found_ != version) return false;
+    seen_ = found_;
+    tried_.clear();
+    return true;
+}
+
 void ServerItem::Found(ServerReply reply)
 {
     const bool none = reply.result == ServerResult::NotFound;

@@ -60,6 +60,7 @@ public:
     StoredState State() override;
     StoredState StateToSave() override;
     void AcceptState() override { seen_ = found_; }
+    bool AcceptVersion(TextView version) override;
     Text Version() override { return seen_ == kNone ? Text() : seen_; }
     StoredForm* Form() override { return account_ ? &form_ : nullptr; }
     std::optional<int64_t> StoredSize() override { return size_; }

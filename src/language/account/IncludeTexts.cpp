@@ -53,7 +53,7 @@ std::shared_ptr<const ProgramText> IncludeTexts::Stored(const ItemName& name)
     const std::optional<Text> text = index_.Read(name);
     known.stamp = stamp;
     known.text = text ? std::make_shared<const ProgramText>(&dialect_, LinesOfProgram(*text)) : nullptr;
-    const std::shared_ptr<const ProgramText> answer = known.text;
+    std::shared_ptr<const ProgramText> answer = known.text;
     if (known_.size() > kMostKnown) {
         const auto used = [](const auto& a, const auto& b) { return a.second.used < b.second.used; };
         known_.erase(std::min_element(known_.begin(), known_.end(), used));

@@ -7,9 +7,9 @@
 #include "language/Program.h"
 #include "language/account/Database.h"
 
-#include <compare>
 #include <functional>
 #include <optional>
+#include <tuple>
 #include <vector>
 
 namespace nib {
@@ -19,7 +19,11 @@ struct ItemName {
     Text file;
     Text item;
 
-    friend auto operator<=>(const ItemName&, const ItemName&) = default;
+    friend bool operator==(const ItemName&, const ItemName&) = default;
+    friend bool operator<(const ItemName& a, const ItemName& b)
+    {
+        return std::tie(a.file, a.item) < std::tie(b.file, b.item);
+    }
 };
 
 struct StoredItem {

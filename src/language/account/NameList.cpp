@@ -102,7 +102,7 @@ std::vector<NameList::Hit> NameList::Find(TextView query, size_t most) const
     }
     const auto better = [](const Candidate& a, const Candidate& b) {
         if (a.score != b.score) return a.score > b.score;
-        if (const auto order = *a.item <=> *b.item; order != 0) return order < 0;
+        if (*a.item != *b.item) return *a.item < *b.item;
         return a.row < b.row;
     };
     const size_t count = std::min(most, found.size());

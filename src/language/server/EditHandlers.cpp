@@ -64,7 +64,11 @@ bool Touches(const TextRange& a, const TextRange& b)
 
 bool WantsMends(const Json& kinds)
 {
-    const auto isMend = [](const Json& kind) { return kind.is_string() && (kind == "quickfix" || kind == ""); };
+    const auto isMend = [](const Json& kind) {
+        if (!kind.is_string()) return false;
+        const auto& name = kind.get_ref<const std::string&>();
+        return name.empty() || name == "quickfix";
+    };
     return !kinds.is_array() || std::any_of(kinds.begin(), kinds.end(), isMend);
 }
 

@@ -41,7 +41,7 @@ Front FrontOf(TextView raw, TextView line, const BlankEdit& edit)
     const auto label = static_cast<size_t>(edit.label);
     const size_t labelAt = edit.label > 0 ? static_cast<size_t>(edit.leading) : 0;
     const size_t code = std::min(line.find_first_not_of(u' ', labelAt + label), line.size());
-    const auto blanks = static_cast<size_t>(static_cast<int32_t>(code - labelAt - label) + edit.delta);
+    const auto blanks = code - labelAt - label + static_cast<size_t>(edit.delta);
     const size_t rawCode = raw.size() - (line.size() - code);
     return {Text(raw.substr(0, rawCode)), Text(line.substr(labelAt, label)).append(blanks, u' ')};
 }

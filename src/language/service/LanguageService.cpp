@@ -98,6 +98,7 @@ std::optional<SignatureHelp> LanguageService::Signature(const Text& path, Positi
 std::vector<PathRange> LanguageService::Ranges(const std::vector<FoundPlace>& places)
 {
     std::vector<PathRange> ranges;
+    ranges.reserve(places.size());
     for (const FoundPlace& place : places)
         ranges.push_back({place.unit.path, place.at.at, sources_->LineOf(place.unit, place.at.at.start.line)});
     return ranges;

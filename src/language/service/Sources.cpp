@@ -56,7 +56,7 @@ AccountRules RulesOf(AccountAccess& access, const Dialect& dialect)
 
 } // namespace
 
-ServedAccount::ServedAccount(Text accountPath, AccountAccess access, ServiceOptions options,
+ServedAccount::ServedAccount(Text accountPath, AccountAccess access, const ServiceOptions& options,
                              IncludeTexts::OpenTexts openTexts, Catalogue::OpenItems openItems,
                              AccountFindings::Programs programs)
     : path(std::move(accountPath)), place(ParsePath(path)), dialect(access.dialect ? access.dialect : options.dialect),
@@ -111,7 +111,8 @@ void Sources::AddAccount(const Text& path, AccountAccess access)
         if (unit.account != added) continue;
         const ProgramText& known = *text->analyser.Lines();
         std::vector<Text> lines;
-        for (int32_t i = 0; i < known.LineCount(); ++i) lines.emplace_back(known.At(i).tokens.Whole());
+        lines.reserve(static_cast<size_t>(known.LineCount()));
+        for (int32_t k = 0; k < known.LineCount(); ++k) lines.emplace_back(known.At(k).tokens.Whole());
         text = Read(unit, lines);
     }
     ++revision_;

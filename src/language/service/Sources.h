@@ -10,8 +10,9 @@ namespace nib {
 
 /// An account whose programs are known.
 struct ServedAccount {
-    ServedAccount(Text accountPath, AccountAccess access, ServiceOptions options, IncludeTexts::OpenTexts openTexts,
-                  Catalogue::OpenItems openItems, AccountFindings::Programs programs);
+    ServedAccount(Text accountPath, AccountAccess access, const ServiceOptions& options,
+                  IncludeTexts::OpenTexts openTexts, Catalogue::OpenItems openItems,
+                  AccountFindings::Programs programs);
 
     Text PathOf(const ItemName& name) const;
 

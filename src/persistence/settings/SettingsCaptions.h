@@ -77,6 +77,8 @@ inline constexpr SettingCaption kSettingCaptions[] = {
     {u"txtCleanCommand", u"&After a clean compile"},
     {u"txtTabSize", u"Tab &size", &MvEdit::HostFormat},
     {u"txtMargin", u"&Margin", &MvEdit::HostFormat},
+    {u"txtHistoryDays", u"&Days to keep versions, 0: all"},
+    {u"txtHistoryMegabytes", u"Me&gabytes, 0: any"},
     {u"optIndentStar", u"  *  comment line &indent", &MvEdit::HostFormat},
     {u"optIndentBang", u"  !  comment li&ne indent", &MvEdit::HostFormat},
     {u"txtUserPrefix", u"&Prefix character", &MvEdit::HostComment},

@@ -213,6 +213,7 @@ ToolsPage::ToolsPage(SettingsModel& model, std::function<void()> changed) : mode
     column->addWidget(BuildCompile());
     column->addWidget(BuildFormat());
     column->addWidget(BuildUserComment());
+    column->addWidget(BuildHistory());
     column->addStretch(1);
 }
 
@@ -239,21 +240,32 @@ QGroupBox* ToolsPage::BuildFormat()
 {
     auto* frame = new QGroupBox(tr("Format"));
     auto* column = new QVBoxLayout(frame);
-    auto* row = new QHBoxLayout;
-    auto add = [&](TextView name, int16_t MvEdit::*member) {
-        QSpinBox* field = BuildNumber(member);
-        row->addWidget(LabelFor(model_, name, *field));
-        row->addWidget(field);
-        row->addSpacing(fontMetrics().averageCharWidth() * 3);
-    };
-    add(u"txtTabSize", &MvEdit::TabSize);
-    add(u"txtMargin", &MvEdit::Margin);
-    row->addStretch(1);
-    column->addLayout(row);
+    column->addLayout(BuildNumbers({{u"txtTabSize", &MvEdit::TabSize}, {u"txtMargin", &MvEdit::Margin}}));
     auto* indents = new QHBoxLayout;
     indents->addWidget(BuildIndent(u"optIndentStar", &MvEdit::IndentStar));
     indents->addWidget(BuildIndent(u"optIndentBang", &MvEdit::IndentBang));
     column->addLayout(indents);
+    return frame;
+}
+
+QHBoxLayout* ToolsPage::BuildNumbers(std::initializer_list<std::pair<TextView, int16_t MvEdit::*>> fields)
+{
+    auto* row = new QHBoxLayout;
+    for (const auto& [name, member] : fields) {
+        QSpinBox* field = BuildNumber(member);
+        row->addWidget(LabelFor(model_, name, *field));
+        row->addWidget(field);
+        row->addSpacing(fontMetrics().averageCharWidth() * 3);
+    }
+    row->addStretch(1);
+    return row;
+}
+
+QGroupBox* ToolsPage::BuildHistory()
+{
+    auto* frame = new QGroupBox(tr("History"));
+    frame->setLayout(
+        BuildNumbers({{u"txtHistoryDays", &MvEdit::HistoryDays}, {u"txtHistoryMegabytes", &MvEdit::HistoryMegabytes}}));
     return frame;
 }
 

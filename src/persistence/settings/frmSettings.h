@@ -52,6 +52,8 @@ private:
     QGroupBox* BuildCompile();
     QGroupBox* BuildFormat();
     QGroupBox* BuildUserComment();
+    QGroupBox* BuildHistory();
+    QHBoxLayout* BuildNumbers(std::initializer_list<std::pair<TextView, int16_t MvEdit::*>> fields);
     QGroupBox* BuildIndent(TextView name, int16_t MvEdit::*member);
     QSpinBox* BuildNumber(int16_t MvEdit::*member);
 

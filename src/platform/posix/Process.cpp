@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <optional>
 #include <thread>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -255,9 +256,12 @@ ProcessResult RunProcess(const ProcessRequest& request)
     const auto deadline = Clock::now() + request.timeLimit;
     Looks looks(request.goOn);
     bool open = true;
+    size_t told = 0;
     for (;;) {
         const bool ended = child.HasEnded(result);
         if (open) open = Take(ours.Get(), request, result);
+        if (request.printed && told < result.output.size())
+            request.printed(std::string_view(result.output).substr(std::exchange(told, result.output.size())));
         if (ended || result.cut) return result;
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
         if (left.count() <= 0) {

@@ -31,6 +31,8 @@ struct ProcessRequest {
     size_t outputLimit = size_t{128} << 20;
     /// Asked about every 50 ms while the program runs; false stops it. May be empty.
     std::function<bool()> goOn;
+    /// Given what is new of the output, as it comes. May be empty.
+    std::function<void(std::string_view bytes)> printed;
 };
 
 struct ProcessResult {

@@ -16,6 +16,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Message", "Save changes to %1 ?"),
     QT_TRANSLATE_NOOP("Message", "Item %1 does not exist. Create new item?"),
     QT_TRANSLATE_NOOP("Message", "Item %1 does not exist. Create new item?\nIts folder is %2."),
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): one text of two pieces
     QT_TRANSLATE_NOOP("Message", "Item %1 does not exist. Create new item?\nIts folder %2 does not exist either, so "
                                  "the item cannot be saved there."),
     QT_TRANSLATE_NOOP("Message", "%1 is open in another window. Open in \"read only\" mode instead?"),
@@ -40,6 +41,11 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Message", "%1 was changed by another program since it was opened.\n\nReload takes what is "
                                  "stored now, Keep stays with the text in the window, Compare lists what differs. It "
                                  "has unsaved changes: after Reload they are lost unless you undo it."),
+    QT_TRANSLATE_NOOP("Message", "%1 was changed by another program since it was opened.\n\nReload takes what is "
+                                 "stored now, Keep stays with the text in the window, Compare lists what differs. It "
+                                 "has unsaved changes: after Reload they are lost unless you undo it. Merge brings "
+                                 "theirs and yours together, and stores nothing yet."),
+    QT_TRANSLATE_NOOP("Message", "%1 was changed once more meanwhile. This is the merge with what is stored now."),
     QT_TRANSLATE_NOOP("Message", "%1 is not there any more: another program has deleted or renamed it. Keep leaves its "
                                  "text open, to be saved again; Close asks about that first."),
     QT_TRANSLATE_NOOP("Message", "%1 was changed by another program since it was opened. Save it again to replace it."),
@@ -84,9 +90,20 @@ constexpr const char* kTexts[] = {
                       "recoverable copies are deleted, they can no longer be retrieved."),
     QT_TRANSLATE_NOOP("Message", "\"%1\" is not the path of an item or a file."),
     QT_TRANSLATE_NOOP("Message", "\"%1\" does not exist."),
+    QT_TRANSLATE_NOOP("Message", "%1 has not been saved yet."),
+    QT_TRANSLATE_NOOP("Message", "%1 is in no commit."),
+    QT_TRANSLATE_NOOP("Message", "It is not known any more how %1 was opened."),
     QT_TRANSLATE_NOOP("Message", "File %1 does not exist in account %2."),
     QT_TRANSLATE_NOOP("Message", "Account %1 does not exist on %2."),
     QT_TRANSLATE_NOOP("Message", "%1 bytes"),
+    QT_TRANSLATE_NOOP("Message", "'%1' is no date such as %2."),
+    QT_TRANSLATE_NOOP("Message", "'%1' is no time such as %2."),
+    QT_TRANSLATE_NOOP("Message", "'%1' is no number."),
+    QT_TRANSLATE_NOOP("Message", "'%1' has more than %2 decimal places."),
+    QT_TRANSLATE_NOOP("Message", "'%1' is not of the form %2."),
+    QT_TRANSLATE_NOOP("Message", "Only a part of this value is shown, by %1. It can be changed in the text."),
+    QT_TRANSLATE_NOOP("Message", "A value can hold neither line breaks nor marks that end it."),
+    QT_TRANSLATE_NOOP("Message", "This record is too large for a grid."),
 };
 
 } // namespace

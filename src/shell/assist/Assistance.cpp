@@ -74,6 +74,8 @@ Text PathOf(const mvDocument& document)
 Assistance::Assistance(DocumentServices& services, Timers& timers, const Clock& clock, AssistPorts ports)
     : services_(services), timers_(timers), clock_(clock), ports_(std::move(ports))
 {
+    services_.onCompiled = [this](TextView output) { Compiled(output); };
+    services_.compiledLine = [this](const mvDocument& document, int32_t line) { return CompiledLine(document, line); };
 }
 
 Assistance::~Assistance()
@@ -84,6 +86,8 @@ Assistance::~Assistance()
 void Assistance::Stop()
 {
     stopped_ = true;
+    services_.onCompiled = nullptr;
+    services_.compiledLine = nullptr;
     turn_.reset();
     waiting_.reset();
     others_.reset();
@@ -176,7 +180,7 @@ bool Assistance::Start()
 {
     if (!worker_ && ports_.makeService && !stopped_) {
         worker_ = std::make_unique<LanguageWorker>(ports_.makeService, ports_.toWindows, [this] { AskAgain(); });
-        const Location& host = services_.place.host;
+        const Location host = usualPlace ? usualPlace() : services_.place.host;
         newAccounts_.push_back({host.Provider, host.ServerName, host.Database, {}, {}});
     }
     return worker_ != nullptr;
@@ -198,6 +202,7 @@ void Assistance::Changed(Followed& followed)
 void Assistance::Flush()
 {
     turn_.reset();
+    PlaceMarks();
     for (auto& [id, followed] : followed_) Tell(followed);
     // While a server is waited for, documents may close.
     for (const ItemPlace& place : std::exchange(newAccounts_, {})) AddAccount(place);

@@ -2,6 +2,7 @@
 // What the editor knows of the programs that are open: it tells the language service of their changes, and brings its
 // answers to whoever shows them. No call waits for the service.
 
+#include "documents/CompilerOutput.h"
 #include "documents/DocumentServices.h"
 #include "platform/Desktop.h"
 #include "shell/assist/FollowedText.h"
@@ -50,6 +51,8 @@ public:
 
     /// As they are shown, ascending.
     const std::vector<ProgramFinding>& Findings(int32_t documentId) const;
+    /// The lines with errors of the last compiles, ascending.
+    const std::vector<CompileMark>& Marks(int32_t documentId) const;
     /// What mends the findings of a line; then what silences each of them there.
     std::vector<QuickMend> Mends(const mvDocument& document, int32_t line) const;
     /// The documents that are followed, in the order of their making.
@@ -89,7 +92,9 @@ public:
     /// The open document of a path that an answer names; null when none is open.
     std::shared_ptr<mvDocument> OpenDocument(TextView path) const;
 
-    /// The findings of a document are others.
+    /// The account whose items are known before one of them is open; that of the present place without it.
+    std::function<Location()> usualPlace;
+    /// The findings or the marks of a document are others.
     std::function<void(int32_t documentId)> FindingsChanged;
     /// They have moved with its text.
     std::function<void()> FindingsMoved;
@@ -116,6 +121,17 @@ private:
         bool program = false;              ///< it reads like one; that stays, whatever it is edited to
     };
 
+    /// A mark in an item that may be open later.
+    struct UnplacedMark {
+        ItemPlace item;
+        CompileMark mark;
+    };
+
+    void Compiled(TextView output);
+    void MarkLines(ItemPlace item, const CompilerError& error, const Text& compiled);
+    void PlaceMarks();
+    Followed* FollowedOn(const ItemPlace& item);
+    int32_t CompiledLine(const mvDocument& document, int32_t line) const;
     bool Start();
     bool IsProgram(Followed& followed, const mvDocument& document) const;
     Followed* AskedOf(const mvDocument& document);
@@ -142,6 +158,7 @@ private:
     std::unique_ptr<Timers::Timer> turn_;                  ///< while anything is to be told
     std::unique_ptr<Timers::Timer> waiting_;               ///< while findings wait for the end of typing
     std::unique_ptr<Timers::Timer> others_;                ///< while the findings of other texts may have changed
+    std::vector<UnplacedMark> unplaced_;
     std::unique_ptr<LanguageWorker> worker_;
     bool stopped_ = false;
 };

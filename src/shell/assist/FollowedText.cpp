@@ -65,7 +65,24 @@ void FollowedText::TextChanged(const TextChange& change)
         finding.at = {change.Map(finding.at.start), change.Map(finding.at.end, true)};
         if (finding.at.end < finding.at.start) finding.at.end = finding.at.start;
     }
+    MoveMarks(change);
     changed_();
+}
+
+void FollowedText::MoveMarks(const TextChange& change)
+{
+    std::erase_if(marks_, [&](CompileMark& mark) {
+        const std::optional<int32_t> line = mark.line < change.start.line ? mark.line : change.LineAfter(mark.line);
+        mark.line = line.value_or(0);
+        return !line;
+    });
+}
+
+void FollowedText::SetMarks(std::vector<CompileMark> marks)
+{
+    marks_ = std::move(marks);
+    std::stable_sort(marks_.begin(), marks_.end(),
+                     [](const CompileMark& a, const CompileMark& b) { return a.line < b.line; });
 }
 
 void FollowedText::TextReset()
@@ -73,6 +90,7 @@ void FollowedText::TextReset()
     ++revision_;
     whole_ = true;
     findings_.clear();
+    marks_.clear();
     changed_();
 }
 

@@ -22,8 +22,16 @@ struct ChangedLines {
     std::vector<Text> Lines();
 };
 
-/// An open text as the language service follows it: what has changed since it was last told, and its findings, which
-/// move with the text until others come.
+/// A line that a compiler found something wrong in.
+struct CompileMark {
+    int32_t line = 0;
+    int32_t told = 0; ///< where it was when it was compiled
+    Text message;
+    Text compiled; ///< path of the item that was compiled, which may have included this one
+};
+
+/// An open text as the language service follows it: what has changed since it was last told, and its findings and
+/// marks, which move with the text until others come.
 class FollowedText final : public BufferListener {
 public:
     /// `changed` is called from within the change. The text outlives the object.
@@ -43,6 +51,10 @@ public:
     const std::vector<ProgramFinding>& Findings() const { return findings_; }
     void SetFindings(std::vector<ProgramFinding> findings) { findings_ = std::move(findings); }
 
+    /// Ascending.
+    const std::vector<CompileMark>& Marks() const { return marks_; }
+    void SetMarks(std::vector<CompileMark> marks);
+
     void TextChanged(const TextChange& change) override;
     void TextReset() override;
 
@@ -53,12 +65,15 @@ private:
         int32_t newEnd; ///< of those that there are
     };
 
+    void MoveMarks(const TextChange& change);
+
     SourceDocument& text_;
     const std::function<void()> changed_;
     std::optional<Span> span_;
     bool whole_ = true;
     int64_t revision_ = 0;
     std::vector<ProgramFinding> findings_;
+    std::vector<CompileMark> marks_;
 };
 
 /// The findings to be shown of new ones: those in the line that somebody types in wait, unless they were shown there

@@ -138,6 +138,10 @@ void QtAssist::Underline(SourceViewWidget& pane, int32_t documentId)
         underlines.push_back({range, static_cast<Severity>(finding.level)});
     }
     pane.SetUnderlines(std::move(underlines));
+    std::vector<int32_t> marked;
+    for (const CompileMark& mark : assistance_.Marks(documentId))
+        if (marked.empty() || marked.back() != mark.line) marked.push_back(mark.line);
+    pane.SetMarkedLines(std::move(marked));
 }
 
 } // namespace nib

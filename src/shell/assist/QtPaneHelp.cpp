@@ -231,25 +231,57 @@ void QtPaneHelp::ShowSignature(const SignatureHelp& help)
 
 void QtPaneHelp::AskHover()
 {
-    if (!pane_.viewport()->underMouse() || model_.IsOpen() || pane_.ZoneAt(pointed_) != SourceViewWidget::Zone::Content)
-        return;
+    if (!pane_.viewport()->underMouse() || model_.IsOpen()) return;
     const auto document = Document();
     const Position at = pane_.PositionAt(pointed_, true);
-    if (!document || !pane_.CellOf(at).adjusted(-1, 0, 1, 1).contains(pointed_)) return;
+    const QRectF cell = pane_.CellOf(at).adjusted(-1, 0, 1, 1);
+    if (pane_.ZoneAt(pointed_) != SourceViewWidget::Zone::Content) {
+        if (cell.top() <= pointed_.y() && pointed_.y() <= cell.bottom())
+            ShowTip(LineHtml(at.line), pointed_, {0, qFloor(cell.top()), qFloor(cell.left()), qFloor(cell.height())});
+        return;
+    }
+    if (!document || !cell.contains(pointed_)) return;
     const QPointer<QtPaneHelp> self(this);
-    assistance_.Ask(
+    const bool asked = assistance_.Ask(
         *document, [at](LanguageService& service, const Text& path) { return service.Hover(path, at); },
         [self, at, point = pointed_](const std::optional<HoverText>& hover) {
             if (self && self->pointed_ == point) self->ShowHover(at, hover, point);
         });
+    if (!asked) ShowHover(at, std::nullopt, pointed_);
+}
+
+namespace {
+
+QString Strong(const Text& message)
+{
+    return QStringLiteral("<div><b>") + ToQString(message).toHtmlEscaped() + QStringLiteral("</b></div>");
+}
+
+} // namespace
+
+/// What the last compile said of a line.
+QString QtPaneHelp::MarksHtml(int32_t line) const
+{
+    QString html;
+    for (const CompileMark& mark : assistance_.Marks(documentId_))
+        if (mark.line == line) html += Strong(mark.message);
+    return html;
+}
+
+QString QtPaneHelp::LineHtml(int32_t line) const
+{
+    QString html = MarksHtml(line);
+    for (const ProgramFinding& finding : assistance_.Findings(documentId_))
+        if (finding.at.start.line == line) html += Strong(finding.message);
+    return html;
 }
 
 void QtPaneHelp::ShowHover(Position at, const std::optional<HoverText>& hover, QPoint point)
 {
-    QString html;
+    QString html = MarksHtml(at.line);
     for (const ProgramFinding& finding : assistance_.Findings(documentId_)) {
         if (at < finding.at.start || finding.at.end < at) continue;
-        html += QStringLiteral("<div><b>") + ToQString(finding.message).toHtmlEscaped() + QStringLiteral("</b></div>");
+        html += Strong(finding.message);
         const FindingKind& kind = FindingKindOf(finding.code);
         if (kind.code == finding.code)
             html += QStringLiteral("<div>") + ToQString(kind.help).toHtmlEscaped() + QStringLiteral("</div>");
@@ -260,8 +292,12 @@ void QtPaneHelp::ShowHover(Position at, const std::optional<HoverText>& hover, Q
         if (!html.isEmpty()) html += QStringLiteral("<hr>");
         html += HelpHtml(hover->form, hover->help);
     }
-    if (html.isEmpty()) return;
-    QToolTip::showText(pane_.viewport()->mapToGlobal(point), html, pane_.viewport(), pane_.CellOf(at).toAlignedRect());
+    ShowTip(html, point, pane_.CellOf(at).toAlignedRect());
+}
+
+void QtPaneHelp::ShowTip(const QString& html, QPoint point, const QRect& place)
+{
+    if (!html.isEmpty()) QToolTip::showText(pane_.viewport()->mapToGlobal(point), html, pane_.viewport(), place);
 }
 
 // Mends

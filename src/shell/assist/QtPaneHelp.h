@@ -48,6 +48,11 @@ private:
     void ShowSignature(const SignatureHelp& help);
     void AskHover();
     void ShowHover(Position at, const std::optional<HoverText>& hover, QPoint point);
+    QString MarksHtml(int32_t line) const;
+    /// All that is wrong in a line.
+    QString LineHtml(int32_t line) const;
+    /// As long as the mouse stays in `place`.
+    void ShowTip(const QString& html, QPoint point, const QRect& place);
     QRect CellAt(Position p) const;
     QFont CodeFont() const;
     std::shared_ptr<mvDocument> Document() const;

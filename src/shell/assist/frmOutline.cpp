@@ -81,7 +81,7 @@ void frmOutline::Ask()
 
 void frmOutline::FillIn()
 {
-    constexpr int kStep = 2;
+    constexpr qsizetype kStep = 2;
     list_->clear();
     for (const OutlineEntry& entry : model_.Shown()) {
         const bool label = entry.kind == SymbolKind::Label;

@@ -3,6 +3,7 @@
 #include "diagnostics/DebugLog.h"
 #include "documents/mvDocument.h"
 #include "platform/qt/QtText.h"
+#include "records/frmRecord.h"
 #include "shell/Program.h"
 #include "shell/frame/WindowPlacement.h"
 #include "shell/frame/frmMain.h"
@@ -21,8 +22,6 @@ namespace nib {
 namespace {
 
 constexpr int kFocusRetry = 50;
-/// Round the text, in twips.
-constexpr int32_t kRoomAround = 100;
 constexpr QSize kUsualSize(760, 520);
 
 } // namespace
@@ -49,7 +48,8 @@ frmDocument::~frmDocument()
     window_->hide();
     Model().SetEvents(nullptr);
     window_->Detach();
-    // The widget refers to this object's text: it goes first, the empty frame when Qt is back in its loop.
+    // The widgets refer to this object's text: they go first, the empty frame when Qt is back in its loop.
+    delete std::exchange(grid_, nullptr);
     delete std::exchange(other_, nullptr);
     delete widget_;
     mainWindow_.RemoveChild(*this);
@@ -103,6 +103,7 @@ void frmDocument::Show()
     if (Visible()) return;
     mainWindow_.ShowChild(*this);
     FocusText();
+    window_->Post([](frmDocument& form) { form.RestoreGrid(); });
 }
 
 void frmDocument::QueryUnload()
@@ -194,6 +195,7 @@ void frmDocument::Deactivated()
 
 void frmDocument::FocusText()
 {
+    if (grid_) return grid_->TakeFocus();
     widget_->setFocus(Qt::OtherFocusReason);
 }
 
@@ -227,10 +229,8 @@ void DocumentWindow::SetText(SourceViewWidget* text)
     auto* room = new QWidget;
     // Painted whole, so that none of the windows behind is painted for nothing.
     room->setAutoFillBackground(true);
-    int across = TwipsToPixels(kRoomAround, logicalDpiX());
-    int down = TwipsToPixels(kRoomAround, logicalDpiY());
     auto* layout = new QVBoxLayout(room);
-    layout->setContentsMargins(across, down, across, down);
+    layout->setContentsMargins(0, 0, 0, 0);
     panes_ = new QSplitter(Qt::Vertical, room);
     panes_->setChildrenCollapsible(false);
     layout->addWidget(panes_);
@@ -244,6 +244,12 @@ void DocumentWindow::AddPane(SourceViewWidget* text)
     panes_->addWidget(text);
     int height = panes_->height() / panes_->count();
     panes_->setSizes(QList<int>(panes_->count(), height));
+}
+
+void DocumentWindow::ShowInstead(QWidget* other)
+{
+    panes_->setVisible(!other);
+    if (other) widget()->layout()->addWidget(other);
 }
 
 void DocumentWindow::Post(std::function<void(frmDocument&)> body)

@@ -19,6 +19,7 @@ namespace nib {
 
 class DocumentWindow;
 class frmMain;
+class frmRecord;
 class mvDocument;
 class SourceViewWidget;
 
@@ -45,6 +46,8 @@ public:
     bool IsSplit() const override { return other_ != nullptr; }
     void SetSplit(bool split) override;
     void ChangePane() override;
+    bool IsGrid() const override { return grid_ != nullptr; }
+    void SetGrid(bool grid) override;
 
     // ViewEvents
     void CaretMoved(Position caret) override;
@@ -76,6 +79,8 @@ private:
     void Load();
     void Connect();
     void ConnectPane(SourceViewWidget& pane);
+    void RestoreGrid();
+    void RemakeGrid();
     /// It is the one at work from now on.
     void Lead(SourceViewWidget& pane);
     void ShowPosition();
@@ -94,6 +99,7 @@ private:
     DocumentWindow* window_ = nullptr;   ///< owned by the MDI area, deleted with this object
     SourceViewWidget* widget_ = nullptr; ///< the pane at work; owned by window_
     SourceViewWidget* other_ = nullptr;  ///< the other pane of a text in two
+    frmRecord* grid_ = nullptr;          ///< in place of the panes; owned by window_
     Clipboard& clipboard_;
     mvDocument* document_;
     const int32_t documentId_;
@@ -117,6 +123,8 @@ public:
     void SetText(SourceViewWidget* text);
     /// Above or below the panes that are there; the window owns it.
     void AddPane(SourceViewWidget* text);
+    /// In place of the panes, which come back without one. The window owns it.
+    void ShowInstead(QWidget* other);
     /// Runs `body` when the event being handled is over, if the form is still there.
     void Post(std::function<void(frmDocument&)> body);
 

@@ -2,6 +2,7 @@
 
 #include "documents/DocumentSettings.h"
 #include "documents/mvDocument.h"
+#include "records/frmRecord.h"
 #include "shell/Program.h"
 #include "shell/frame/frmDocument.h"
 #include "shell/frame/frmMain.h"
@@ -28,6 +29,7 @@ void frmDocument::CaretMoved(Position)
     if (!IsActive()) return;
     EndRefusal();
     ShowPosition();
+    if (grid_) grid_->FollowCaret();
     CheckSelection();
     if (QtAssist* assist = mainWindow_.Assist()) assist->CaretMoved();
 }

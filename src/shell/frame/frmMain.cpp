@@ -86,6 +86,7 @@ void frmMain::LoadParts()
     Place();
     new QtScreenKeeper(this);
     LoadBands();
+    panels_ = std::make_unique<QtPanelKeeper>(*this, program_->Store());
     assist_ = std::make_unique<QtAssist>(program_->Assist(), program_->Names(), program_->Services(), *this);
     QObject::connect(qApp, &QApplication::focusChanged, this,
                      [this](const QWidget*, const QWidget* now) { FocusMoved(now); });
@@ -195,6 +196,8 @@ void frmMain::UnloadParts()
     qApp->disconnect(this);
     start_.SetProgram(nullptr);
     for (QTimer* timer : {&shutdownTimer_, &stuckFocusTimer_}) timer->stop();
+    panels_->Save();
+    panels_.reset();
     assist_.reset();
     placement_.Placed(PresentState(), PresentBounds());
     placement_.toolbarVisible = menus_.State(Band::ToolBar).visible;
@@ -221,6 +224,8 @@ void frmMain::UpdateCaption()
     if (form && !form->Title().empty()) {
         const bool joined = form->WindowState() == window_state::kMaximized;
         caption += joined ? u" - [" + form->Title() + u"]" : u" - " + form->Title();
+    } else if (const QMdiSubWindow* guest = ActiveGuest()) {
+        caption += u" - " + ToText(guest->windowTitle());
     }
     setWindowTitle(PlainTitle(caption));
 }

@@ -6,6 +6,7 @@
 #include "shell/MainWindow.h"
 #include "shell/MenuDispatcher.h"
 #include "shell/assist/QtAssist.h"
+#include "shell/frame/QtPanelKeeper.h"
 #include "shell/frame/WindowPlacement.h"
 #include "shell/frame/frmStart.h"
 #include "shell/menus/QtMenuBar.h"
@@ -13,9 +14,11 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <map>
 #include <vector>
 
 class QMdiArea;
+class QMdiSubWindow;
 
 namespace nib {
 
@@ -54,6 +57,11 @@ public:
     int32_t ActiveDocument() const override;
     MenuModel& Menus() override { return menus_; }
     void Arrange(int32_t mode) override;
+    void ActivateGuest(int32_t tab) override;
+    void CloseGuest(int32_t tab) override;
+
+    /// Makes it a window among those of the documents, which has a tab and takes `content` along when it closes.
+    void TakeGuest(QWidget* content);
 
     // For the document windows
     Program& Owner() const { return *program_; }
@@ -111,6 +119,9 @@ private:
     bool CanRun(TextView key) const;
 
     // Child windows
+    QMdiSubWindow* ActiveGuest() const;
+    void GuestActivated(QMdiSubWindow& guest);
+    void ShowGuestTab(int32_t tab);
     void ChildActivated();
     void FollowFrameState(frmDocument& form);
     void RestoreAll();
@@ -124,9 +135,12 @@ private:
     QtMenuBar menuBar_{*this, menus_};
     std::unique_ptr<MenuDispatcher> dispatcher_;
     std::unique_ptr<QtAssist> assist_;
-    std::vector<frmDocument*> children_; ///< in the order of their making
-    ChildOrder<frmDocument> order_;      ///< those that were in front at least once
-    frmDocument* current_ = nullptr;     ///< told that it is in front
+    std::unique_ptr<QtPanelKeeper> panels_;
+    std::vector<frmDocument*> children_;       ///< in the order of their making
+    ChildOrder<frmDocument> order_;            ///< those that were in front at least once
+    frmDocument* current_ = nullptr;           ///< told that it is in front
+    std::map<int32_t, QMdiSubWindow*> guests_; ///< by tab; owned by the MDI area
+    int32_t lastGuest_ = 0;
     FramePlacement placement_;
     QtBackground background_;
     QTimer shutdownTimer_;

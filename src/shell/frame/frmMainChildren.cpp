@@ -83,11 +83,13 @@ void frmMain::ChildActivated()
 {
     // Qt tells of no active window while the whole program is in the background; for us nothing changes then.
     frmDocument* form = ActiveForm();
+    QMdiSubWindow* guest = ActiveGuest();
+    if (guest) GuestActivated(*guest);
     if (arranging_ || form == current_ || (form && !form->Visible())) return;
-    if (!form && !order_.All().empty()) return;
+    if (!form && !guest && !order_.All().empty()) return;
     frmDocument* before = std::exchange(current_, form);
     if (before) before->Deactivated();
-    menus_.SetActiveTab(ActiveDocument());
+    if (!guest) menus_.SetActiveTab(ActiveDocument());
     if (form) {
         order_.ToFront(form);
         FollowFrameState(*form);

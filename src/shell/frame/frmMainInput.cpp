@@ -114,6 +114,8 @@ void frmMain::FreeStuckFocus()
     if (!isActiveWindow() || !IsStuck(QApplication::focusWidget())) return;
     if (form)
         form->FocusText();
+    else if (QMdiSubWindow* guest = ActiveGuest())
+        guest->widget()->setFocus();
     else
         start_.TakeFocus();
 }

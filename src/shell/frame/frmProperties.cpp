@@ -23,7 +23,7 @@ constexpr int kButtons = 24; ///< in characters
 QString ShownValue(const PropertyRow& row)
 {
     constexpr TextView words[] = {u"Modified", u"Read only", u"Lock", u"Line ends", u"Stored size"};
-    const QString plain = ToQString(row.value);
+    QString plain = ToQString(row.value);
     if (std::find(std::begin(words), std::end(words), row.name) == std::end(words)) return plain;
     return TranslatedMessage(plain).value_or(Translated(row.value));
 }

@@ -85,35 +85,50 @@ void SignPainter::PaintFoldBox(QPainter& painter, QPointF centre, qreal side, bo
     if (collapsed) painter.drawLine(centre - QPointF(0, arm), centre + QPointF(0, arm));
 }
 
-MarginPlaces MarginPlaces::Of(const SourceView& model, const ViewMetrics& metrics)
+MarginPlaces MarginPlaces::Of(const SourceView& model, const ViewMetrics& metrics, int32_t noteColumns)
 {
     MarginPlaces places;
     places.blocks = model.ShowBlocks() && model.MarginWidth() >= 2;
     qreal cell = metrics.CharWidth();
     int32_t width = model.MarginWidth();
+    if (width <= 0) return places;
+    const qreal edge = std::floor(cell / 2); // a number that fills its columns does not touch the window's frame
     places.width = std::round(cell * width);
     places.numbers = cell * std::max(width - (places.blocks ? 3 : 1), 0);
-    places.select = places.blocks ? cell * (width - 2) : std::max(cell * width - cell / 2, 0.0);
+    places.select = places.blocks ? cell * (width - 2) : cell * width - cell / 2;
+    places.notes = std::round(cell * noteColumns);
+    const bool numbers = places.numbers > 0;
+    for (qreal* place : {&places.width, &places.numbers, &places.select}) *place += places.notes + edge;
+    if (!numbers) places.numbers = places.notes;
     return places;
 }
 
 void MarginPainter::Paint(QPainter& painter, const MarginPlaces& places, const MarginLine& line) const
 {
-    if (places.numbers > 0) {
-        if (line.bookmark) {
-            painter.save();
-            painter.setRenderHint(QPainter::Antialiasing);
-            painter.setPen(Qt::NoPen);
-            painter.setBrush(colors_.bookmark);
-            qreal pad = metrics_.CharWidth() * 0.35;
-            QRectF plate(1, line.y + 1, places.numbers - 1 + pad, metrics_.LineHeight() - 2);
-            painter.drawRoundedRect(plate, 3, 3);
-            painter.restore();
-        }
-        painter.setPen(line.bookmark ? colors_.onBookmark : line.current ? colors_.strong : colors_.faint);
+    if (places.numbers > places.notes) {
+        if (line.bookmark || line.wrong) PaintPlate(painter, places, line);
+        painter.setPen(line.bookmark  ? colors_.onBookmark
+                       : line.wrong   ? colors_.onWrong
+                       : line.current ? colors_.strong
+                                      : colors_.faint);
         PaintNumber(painter, {places.numbers, line.y + metrics_.Ascent()}, line.line + 1);
     }
     if (places.blocks) PaintFold(painter, places, line);
+}
+
+/// A line may have both: the frame stands round the plate then.
+void MarginPainter::PaintPlate(QPainter& painter, const MarginPlaces& places, const MarginLine& line) const
+{
+    constexpr qreal kFrame = 1.5;
+    const qreal pad = metrics_.CharWidth() * 0.35;
+    const qreal left = places.notes + 1;
+    const QRectF plate(left, line.y + 1, places.numbers - left + pad, metrics_.LineHeight() - 2);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(line.wrong ? QPen(colors_.hidden, kFrame) : QPen(Qt::NoPen));
+    painter.setBrush(line.bookmark ? colors_.bookmark : colors_.wrong);
+    painter.drawRoundedRect(line.wrong ? plate.adjusted(kFrame / 2, 0, 0, 0) : plate, 3, 3);
+    painter.restore();
 }
 
 void MarginPainter::PaintNumber(QPainter& painter, QPointF end, int32_t number) const

@@ -31,11 +31,12 @@ private:
 
 /// Where the margin's columns end, from its left.
 struct MarginPlaces {
+    qreal notes = 0;   ///< right edge of the notes
     qreal numbers = 0; ///< right edge of the numbers
     qreal select = 0;  ///< a click left of it selects lines
     qreal width = 0;
     bool blocks = false;
-    static MarginPlaces Of(const SourceView& model, const ViewMetrics& metrics);
+    static MarginPlaces Of(const SourceView& model, const ViewMetrics& metrics, int32_t noteColumns = 0);
 };
 
 struct MarginLine {
@@ -45,9 +46,10 @@ struct MarginLine {
     bool bookmark = false;
     BlockPart block;
     bool current = false;
+    bool wrong = false; ///< a compiler says so
 };
 
-/// Number, bookmark, fold mark.
+/// Number, bookmark, frame of what is wrong, fold mark.
 class MarginPainter {
 public:
     MarginPainter(const ViewMetrics& metrics, const ScreenColors& colors) : metrics_(metrics), colors_(colors) {}
@@ -55,6 +57,7 @@ public:
     void PaintSeparator(QPainter& painter, const MarginPlaces& places, qreal top, qreal bottom) const;
 
 private:
+    void PaintPlate(QPainter& painter, const MarginPlaces& places, const MarginLine& line) const;
     /// Up to `end` on its baseline.
     void PaintNumber(QPainter& painter, QPointF end, int32_t number) const;
     void PaintFold(QPainter& painter, const MarginPlaces& places, const MarginLine& line) const;

@@ -164,6 +164,8 @@ void ScreenColors::Build(const QPalette& palette, const SourceView& model)
     blank = Mix(text, base, 0.65);
     unsaved = Visible(QColor(0xE8, 0x8A, 0x1A));
     saved = Visible(QColor(0x4A, 0xA5, 0x4E));
+    wrong = Mix(hidden, base, 0.85);
+    onWrong = Legible(hidden, wrong);
     onBookmark = Contrast(bookmark, Qt::white) >= 3 ? Qt::white : Qt::black;
 }
 

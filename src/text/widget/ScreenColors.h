@@ -37,6 +37,8 @@ public:
     QColor line;     ///< separators
     QColor bookmark; ///< behind a number; its text is `onBookmark`
     QColor onBookmark;
+    QColor wrong; ///< behind the number of a line that a compiler refused; the number is `onWrong`
+    QColor onWrong;
     QColor currentLine; ///< behind the caret's
     QColor match;       ///< behind words and brackets that belong together
     QColor matchFrame;

@@ -27,7 +27,12 @@ void SourceViewWidget::TextChanged(const TextChange& change)
     LightsStale();
     scrollMarks_->Stale();
     underlines_.Follow(change);
+    if (notes_.Columns() > 0) {
+        notes_.Follow(change);
+        UpdateMargin();
+    }
     bool sameLines = change.oldEnd.line == change.newEnd.line;
+    if (!sameLines && underlines_.HasMarked()) TellBar();
     if (sameLines) {
         cache_.Invalidate(change.start.line, change.newEnd.line);
     } else {
@@ -62,6 +67,7 @@ void SourceViewWidget::TextReset()
     LightsStale();
     scrollMarks_->Stale();
     underlines_.Clear();
+    notes_.Clear();
     changed_ = {};
     cache_.Clear();
     geometry_.ScrollToIndex(0);
@@ -133,9 +139,31 @@ void SourceViewWidget::SetUnderlines(std::vector<Underline> underlines)
 {
     const auto changed = underlines_.Set(std::move(underlines));
     // Also where none has changed: they have moved with the text, which the bar does not follow.
+    TellBar();
+    if (changed) UpdateLines(changed->first, changed->second);
+}
+
+void SourceViewWidget::SetMarkedLines(std::vector<int32_t> lines)
+{
+    const auto changed = underlines_.SetMarked(std::move(lines));
+    if (!changed) return;
+    TellBar();
+    UpdateLines(changed->first, changed->second);
+}
+
+void SourceViewWidget::TellBar()
+{
     scrollMarks_->SetFindings(ScrollMarks::Kind::Error, underlines_.Lines(Severity::Error));
     scrollMarks_->SetFindings(ScrollMarks::Kind::Warning, underlines_.Lines(Severity::Warning));
-    if (changed) UpdateLines(changed->first, changed->second);
+}
+
+void SourceViewWidget::SetNotes(std::vector<MarginNote> notes)
+{
+    const int32_t columns = notes_.Columns();
+    notes_.Set(std::move(notes));
+    if (notes_.Columns() == columns) return UpdateMargin();
+    geometry_.SetNoteColumns(notes_.Columns());
+    AppearanceChanged();
 }
 
 void SourceViewWidget::UpdateLines(int32_t first, int32_t last)
@@ -179,6 +207,7 @@ void SourceViewWidget::paintEvent(QPaintEvent* event)
         PaintMargin(painter, dirty);
         lights_.PaintChanges(painter, dirty);
         underlines_.PaintMargin(painter, dirty);
+        if (dirty.left() < geometry_.Margin().notes) notes_.Paint(painter, dirty);
         PaintCarets(painter);
     }
     painting_ = false;
@@ -234,6 +263,7 @@ void SourceViewWidget::PaintMargin(QPainter& painter, const QRectF& dirty)
         margin.bookmark = document_.HasBookmark(line);
         margin.block = document_.BlockAt(line);
         margin.current = line == model_.Caret().line;
+        margin.wrong = underlines_.IsMarked(line);
         marginPainter_.Paint(painter, geometry_.Margin(), margin);
     });
     marginPainter_.PaintSeparator(painter, geometry_.Margin(), dirty.top(), dirty.bottom());

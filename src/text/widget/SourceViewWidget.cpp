@@ -25,7 +25,7 @@ SourceViewWidget::SourceViewWidget(SourceDocument& document, Clipboard& clipboar
     : QAbstractScrollArea(parent), document_(document), clipboard_(clipboard), model_(document, clipboard),
       cache_(document_, metrics_, colors_), geometry_(model_, cache_, metrics_),
       lights_(model_, cache_, geometry_, metrics_, colors_), underlines_(cache_, geometry_, metrics_, colors_),
-      scrollMarks_(std::make_unique<ScrollMarks>(model_, colors_).release()),
+      notes_(geometry_, metrics_, colors_), scrollMarks_(std::make_unique<ScrollMarks>(model_, colors_).release()),
       glide_([this](const ViewGeometry::Place& place, qreal pixels) {
           const auto old = geometry_.TopPlace();
           geometry_.ScrollToIndex(place.index);

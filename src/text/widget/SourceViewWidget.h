@@ -6,6 +6,7 @@
 #include "text/widget/Glide.h"
 #include "text/widget/LineCache.h"
 #include "text/widget/LinePainter.h"
+#include "text/widget/MarginNotes.h"
 #include "text/widget/MouseHandler.h"
 #include "text/widget/ScrollMarks.h"
 #include "text/widget/Underlines.h"
@@ -50,7 +51,13 @@ public:
     ScrollMarks& Marks() { return *scrollMarks_; }
     /// What is wrong in the text: waves, bars in the margin, marks beside the scroll bar.
     void SetUnderlines(std::vector<Underline> underlines);
+    /// Lines, ascending, whose numbers are marked as wrong.
+    void SetMarkedLines(std::vector<int32_t> lines);
+    bool IsMarked(int32_t line) const { return underlines_.IsMarked(line); }
     const std::vector<Underline>& ShownUnderlines() const { return underlines_.All(); }
+    /// In a column of the margin that is as wide as they need.
+    void SetNotes(std::vector<MarginNote> notes);
+    const MarginNotes& Notes() const { return notes_; }
     /// Pastes the desktop's primary selection.
     void PastePrimary(Position at);
     /// Makes the selection the desktop's primary selection, at once.
@@ -141,6 +148,7 @@ private:
     /// Repaints what a scroll brought in, moving the rest.
     void Scrolled(ViewGeometry::Place old);
     void ShowChange(int32_t first, int32_t last);
+    void TellBar();
     void UpdateLines(int32_t first, int32_t last);
     void UpdateCaret();
     void UpdateMargin();
@@ -170,6 +178,7 @@ private:
     mutable ViewGeometry geometry_;
     ViewLights lights_;
     Underlines underlines_;
+    MarginNotes notes_;
     ScrollMarks* scrollMarks_; ///< the area's own
     Glide glide_;
     LinePainter linePainter_;

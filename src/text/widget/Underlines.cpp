@@ -43,8 +43,22 @@ std::optional<std::pair<int32_t, int32_t>> Underlines::Set(std::vector<Underline
     return std::pair(std::min(now.first, before.first), std::max(now.second, before.second));
 }
 
+std::optional<std::pair<int32_t, int32_t>> Underlines::SetMarked(std::vector<int32_t> lines)
+{
+    if (lines == marked_) return std::nullopt;
+    marked_.swap(lines);
+    lines.insert(lines.end(), marked_.begin(), marked_.end());
+    const auto [first, last] = std::minmax_element(lines.begin(), lines.end());
+    return std::pair(*first, *last);
+}
+
 void Underlines::Follow(const TextChange& change)
 {
+    std::erase_if(marked_, [&](int32_t& marked) {
+        const std::optional<int32_t> line = marked < change.start.line ? marked : change.LineAfter(marked);
+        marked = line.value_or(0);
+        return !line;
+    });
     const auto first =
         std::partition_point(all_.begin(), all_.end(), [&](const Underline& u) { return u.range.end < change.start; });
     std::for_each(first, all_.end(), [&](Underline& underline) {
@@ -64,7 +78,10 @@ std::vector<int32_t> Underlines::Lines(Severity severity) const
         const int32_t line = underline.range.start.line;
         if (underline.severity == severity && (lines.empty() || lines.back() != line)) lines.push_back(line);
     }
-    return lines;
+    if (severity != Severity::Error || marked_.empty()) return lines;
+    std::vector<int32_t> both;
+    std::set_union(lines.begin(), lines.end(), marked_.begin(), marked_.end(), std::back_inserter(both));
+    return both;
 }
 
 template <typename Visit>

@@ -9,7 +9,7 @@ void ViewGeometry::Measure(QSizeF viewport, qreal tallest)
 {
     size_ = viewport;
     tallest_ = tallest;
-    margin_ = MarginPlaces::Of(model_, metrics_);
+    margin_ = MarginPlaces::Of(model_, metrics_, noteColumns_);
     // The caret behind a full row still needs its place.
     qreal room = size_.width() - margin_.width - metrics_.CharWidth();
     cache_.SetWrapWidth(model_.LineWrap() ? std::max(room, metrics_.CharWidth() * 4) : 0);

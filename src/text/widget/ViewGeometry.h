@@ -25,6 +25,8 @@ public:
     /// After an edit or a fold: keeps the top line where it is, as far as the text allows.
     void TextMoved(const TextChange* change);
     const MarginPlaces& Margin() const { return margin_; }
+    /// Room for notes in it; for the next Measure.
+    void SetNoteColumns(int32_t columns) { noteColumns_ = columns; }
 
     // Scrolling. The top is a visible line and the pixels of it that are out of sight.
     struct Place {
@@ -98,6 +100,7 @@ private:
     LineCache& cache_;
     const ViewMetrics& metrics_;
     MarginPlaces margin_;
+    int32_t noteColumns_ = 0;
     QSizeF size_;
     qreal tallest_ = 0;
     int32_t topIndex_ = 0;

@@ -220,4 +220,41 @@ TEST(ShownNameTest, IsThatOfLists)
     EXPECT_EQ(ShownName(u"new:7"), u"new:7");
 }
 
+TEST_F(AssistanceTest, LinesOfTheLastCompileAreMarked)
+{
+    using Lines = std::vector<int32_t>;
+    const Text account = u"mvdb:*/DEMO/";
+    auto main = Open(kMain, u"A\r\n$INCLUDE INC DEFS\r\nC\r\nD");
+    auto other = Open(account + u"BP/OTHER", u"A\r\nB");
+    const auto marks = [&](const std::shared_ptr<mvDocument>& document) {
+        Lines lines;
+        for (const CompileMark& mark : assist.Marks(document->DocumentID())) lines.push_back(mark.line);
+        return lines;
+    };
+    const auto compiled = [&](TextView item, TextView output) {
+        program.Services().compiled = {u"mvdb", u"*", u"DEMO", u"BP", Text(item)};
+        program.Services().onCompiled(output);
+    };
+    compiled(u"MAIN", u"Line 3: C is wrong\r\nLine 900: the end\r\nLine 3: and more\r\ndone");
+    EXPECT_EQ(marks(main), (Lines{2, 2, 3}));
+    EXPECT_EQ(assist.Marks(main->DocumentID()).front().message, u"Line 3: C is wrong");
+    View(*main).Document().InsertText({0, 0}, u"new\r\n");
+    EXPECT_EQ(marks(main), (Lines{3, 3, 4}));
+    EXPECT_EQ(program.Services().compiledLine(*main, 3), 4);
+    EXPECT_EQ(program.Services().compiledLine(*other, 3), 3);
+    View(*main).Document().Undo();
+
+    compiled(u"OTHER", u"Compiling BP other\r\n2: no\r\n1 error(s)");
+    EXPECT_EQ(marks(other), Lines{1}) << "whatever the case of its name";
+    EXPECT_EQ(marks(main).size(), 3U) << "another's compile";
+    compiled(u"MAIN", u"Compiling BP MAIN\r\n2.3: in the include\r\n1 error(s)");
+    EXPECT_EQ(marks(main), Lines{1});
+    auto defs = Open(account + u"INC/DEFS", u"1\r\n2\r\n3");
+    EXPECT_TRUE(Wait([&] { return marks(defs) == Lines{2}; })) << "opened later";
+    compiled(u"MAIN", u"0 error(s)");
+    EXPECT_EQ(marks(main), Lines());
+    EXPECT_EQ(marks(defs), Lines());
+    EXPECT_EQ(marks(other), Lines{1});
+}
+
 } // namespace nib::test::assistance_test

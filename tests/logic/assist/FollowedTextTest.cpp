@@ -87,6 +87,32 @@ TEST(FollowedTextTest, FindingsMoveWithTheTextAndLoseTheirMends)
     EXPECT_EQ(followed.Findings()[1].at, (TextRange{{0, 2}, {0, 2}})) << "its word has gone";
 }
 
+TEST(FollowedTextTest, MarksMoveWithTheirLinesAndGoWithThem)
+{
+    const struct {
+        Position from;
+        Position to;
+        Text with;
+        std::vector<int32_t> lines; ///< of those in lines 1 and 3
+    } rows[] = {{{0, 0}, {0, 0}, u"x\r\n", {2, 4}}, {{0, 1}, {0, 1}, u"\r\n", {2, 4}},
+                {{3, 1}, {3, 1}, u"\r\n", {1, 4}},  {{0, 1}, {0, 1}, u"x", {1, 3}},
+                {{0, 1}, {0, 2}, u"", {2}},         {{3, 0}, {0, 1}, u"", {0, 2}},
+                {{0, 1}, {3, 1}, u"", {1, 3}},      {{1, 0}, {1, 4}, u"", {}}};
+    for (const auto& row : rows) {
+        SourceDocument text;
+        text.SetText(u"one\r\ntwo\r\nthree\r\nfour\r\nfive");
+        FollowedText followed(text, [] {});
+        followed.SetMarks({{3, 3, u"b", {}}, {1, 1, u"a", {}}});
+        text.DeleteRange(row.from, row.to);
+        text.InsertText(row.from, row.with);
+        std::vector<int32_t> lines;
+        for (const CompileMark& mark : followed.Marks()) lines.push_back(mark.line);
+        EXPECT_EQ(lines, row.lines) << &row - rows;
+        text.SetText(u"other");
+        EXPECT_TRUE(followed.Marks().empty());
+    }
+}
+
 TEST(FollowedTextTest, NewFindingsInTheTypedLineWait)
 {
     const std::vector<ProgramFinding> found = {Finding(u"a", {0, 1}), Finding(u"b", {0, 2})};

@@ -77,9 +77,13 @@ TEST(CompileOutputTest, EndlessOutputKeepsBothEnds)
 struct ShownResults final : ResultsWindow {
     explicit ShownResults(TestProgram& program) { program.program.Services().results = this; }
     void ShowResults(TextView text) override { shown.emplace_back(text); }
+    void KeepResults(TextView text) override { kept.emplace_back(text); }
+    void AddOutput(TextView lines, bool first) override { added.push_back((first ? u"> " : u"") + Text(lines)); }
     void ResetResults(TextView) override {}
     void AddResultLine(TextView, int32_t, int32_t, bool) override {}
     std::vector<Text> shown;
+    std::vector<Text> kept;
+    std::vector<Text> added;
 };
 using Shown = std::vector<Text>;
 
@@ -105,6 +109,52 @@ TEST(CompileTest, RunsTheCommandAndShowsTheOutput)
     t.Open(kMain)->Compile();
     EXPECT_EQ(results.shown.back(), u"\r\n") << "an empty line where there is nothing to show";
     t.ExpectCalm();
+}
+
+TEST(CompileTest, OutputComesAsItIsPrinted)
+{
+    TestProgram t;
+    ShownResults results(t);
+    auto document = t.StoreAndOpen(kMain, u"text");
+    t.Store().session.output = u"1 error(s)";
+    t.Store().session.printing = {u"====\r\n\r\n", u"Line 3: no\r\n----\r\nx\x1B[0my", u"", u"Line 4: no"};
+    t.Store().session.whileExecuting = [&] {
+        EXPECT_EQ(results.added, (Shown{u"> Line 3: no\r\nxy", u"Line 4: no"}));
+        EXPECT_EQ(t.program.Services().compiled.itemId, u"MAIN");
+    };
+    document->Compile();
+    EXPECT_EQ(results.shown, Shown{u"1 error(s)"}) << "all of it in the end";
+}
+
+TEST(CompileTest, ACleanCompileIsALineInTheStatusBar)
+{
+    TestProgram t;
+    ShownResults results(t);
+    std::vector<Text> told;
+    t.program.Services().onCompiled = [&](TextView output) { told.emplace_back(output); };
+    auto document = t.StoreAndOpen(kMain, u"text");
+    const struct {
+        Text output;
+        bool shown;
+        Text status;
+    } rows[] = {{u"0 error(s)\r\nCompiled 1 program(s) with no errors\r\n", false,
+                 u"BP MAIN: Compiled 1 program(s) with no errors"},
+                {u"3 lines checked, no error found.", false, u"BP MAIN: 3 lines checked, no error found."},
+                {u"Warning: X is not used\r\n0 error(s)", true, u""},
+                {u"Line 3: X is odd\r\n0 error(s)", true, u""},
+                {u"done", true, u""},
+                {u"1 error(s)", true, u""}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(ToUtf8(row.output));
+        results.shown.clear();
+        results.kept.clear();
+        t.Store().session.output = row.output;
+        document->Compile();
+        EXPECT_EQ(results.shown.size(), row.shown ? 1U : 0U);
+        EXPECT_EQ(results.kept.size(), row.shown ? 0U : 1U);
+        EXPECT_EQ(t.window.status[1], row.status);
+    }
+    EXPECT_EQ(told.size(), std::size(rows));
 }
 
 TEST(CompileTest, ACleanCompileIsWhatItsCompilerSays)
@@ -146,9 +196,9 @@ TEST(CompileTest, ACleanCompileIsFollowedByItsCommand)
     EXPECT_EQ(compile(u"1 error(s)", u"CATALOGUE"), 1U);
     EXPECT_EQ(compile(u"0 error(s)", u"CATALOGUE %FILENAME% %ITEMID% LOCAL"), 2U);
     EXPECT_EQ(host.commands.back(), u"CATALOGUE BP MAIN LOCAL");
-    EXPECT_EQ(results.shown, (Shown{u"0 error(s)", u"0 error(s)\r\nMAIN added"}));
+    EXPECT_EQ(results.shown, Shown{u"0 error(s)\r\nMAIN added"});
     settings.CleanCompileCommand = u"CATALOGUE";
-    results.shown.clear();
+    results.kept.clear();
     host.output = u"0 error(s)";
     for (size_t failing : {1U, 2U}) {
         host.commands.clear();
@@ -156,9 +206,9 @@ TEST(CompileTest, ACleanCompileIsFollowedByItsCommand)
             if (host.commands.size() == failing) throw Error{error_number::kStorage, u"no such verb"};
         };
         EXPECT_THROW(document->Compile(), Error);
-        EXPECT_EQ(results.shown.size(), failing - 1);
+        EXPECT_EQ(results.kept.size(), failing - 1);
     }
-    EXPECT_EQ(results.shown, Shown{u"0 error(s)"}) << "what the compiler said is there";
+    EXPECT_EQ(results.kept, Shown{u"0 error(s)"}) << "what the compiler said is there";
     t.ExpectCalm();
 }
 

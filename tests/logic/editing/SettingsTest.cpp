@@ -51,23 +51,25 @@ TEST(Settings, DefaultsAreStoredUnderTheseNamesAndTexts)
     Loading().Load().SaveSettings(store);
     Text rows;
     for (const Text& name : store.written) rows += name + u"=" + store.values[name] + u"; ";
-    EXPECT_EQ(rows, u"=7.1; FontName=Courier New; FontSize=10; FontMono=True; BackColor=-2147483643; "
-                    u"NormalColor=-2147483640; NormalStyle=0; KeywordColor=16711680; KeywordStyle=0; "
-                    u"StringColor=1381795; StringStyle=0; LabelColor=6052956; LabelStyle=0; "
-                    u"CommentColor=32768; CommentStyle=0; ReservedColor=16711680; ReservedStyle=0; "
-                    u"Highlight=True; LineWrap=False; TabSize=3; Margin=6; IndentStar=1; IndentBang=0; "
-                    u"IndentUserComment=2; CompileCommand=BASIC; CompileOptions=; CaseSensitiveKeywords=False;"
-                    u" LanguageKeywords=IF THEN+ ELSE+ LOCKED+ BEGIN+ END- CASE= FOR+ NEXT- DO LOOP+ UNTIL= "
-                    u"WHILE= REPEAT- GO GOTO GOSUB TO SUB SUBROUTINE CALL STEP INCLUDE; UserKeywords=; "
-                    u"CommentPrefixes=*,!; RecordLocking=True; ColorPrinting=False; NoGotoDialog=False; "
-                    u"GotoLineNumber=False; AutoRecover=True; ToolbarHotTrack=True; ToolbarLargeIcons=False; "
-                    u"ResultsFontName=; ResultsFontSize=; RecentListSize=4; RecentFileCount=0; "
-                    u"MinMaxClose=False; CollapseBlocks=False; SearchEOD=0; DisableHostConfig=False; "
-                    u"RecentSearchCount=0; ReopenDocuments=False; CleanCompileCommand=; IndentByBlocks=True; "
-                    u"CurrentLine=True; Matches=True; ChangeBars=True; IndentGuides=True; VisibleBlanks=False; "
-                    u"SmoothScrolling=True; CheckAsYouType=True; CompleteWords=True; ProblemsShown=False; "
-                    u"OutlineShown=False; Dialect=; StatementColor=8388736; StatementStyle=0; FunctionColor=8417280; "
-                    u"FunctionStyle=0; NumberColor=22680; NumberStyle=0; ");
+    EXPECT_EQ(rows,
+              u"=7.1; FontName=Courier New; FontSize=10; FontMono=True; BackColor=-2147483643; "
+              u"NormalColor=-2147483640; NormalStyle=0; KeywordColor=16711680; KeywordStyle=0; "
+              u"StringColor=1381795; StringStyle=0; LabelColor=6052956; LabelStyle=0; "
+              u"CommentColor=32768; CommentStyle=0; ReservedColor=16711680; ReservedStyle=0; "
+              u"Highlight=True; LineWrap=False; TabSize=3; Margin=6; IndentStar=1; IndentBang=0; "
+              u"IndentUserComment=2; CompileCommand=BASIC; CompileOptions=; CaseSensitiveKeywords=False;"
+              u" LanguageKeywords=IF THEN+ ELSE+ LOCKED+ BEGIN+ END- CASE= FOR+ NEXT- DO LOOP+ UNTIL= "
+              u"WHILE= REPEAT- GO GOTO GOSUB TO SUB SUBROUTINE CALL STEP INCLUDE; UserKeywords=; "
+              u"CommentPrefixes=*,!; RecordLocking=True; ColorPrinting=False; NoGotoDialog=False; "
+              u"GotoLineNumber=False; AutoRecover=True; ToolbarHotTrack=True; ToolbarLargeIcons=False; "
+              u"ResultsFontName=; ResultsFontSize=; RecentListSize=4; RecentFileCount=0; "
+              u"MinMaxClose=False; CollapseBlocks=False; SearchEOD=0; DisableHostConfig=False; "
+              u"RecentSearchCount=0; ReopenDocuments=False; CleanCompileCommand=; IndentByBlocks=True; "
+              u"CurrentLine=True; Matches=True; ChangeBars=True; IndentGuides=True; VisibleBlanks=False; "
+              u"SmoothScrolling=True; CheckAsYouType=True; CompleteWords=True; ProblemsShown=False; "
+              u"OutlineShown=False; HistoryShown=False; AuthorsShown=False; HistoryDays=0; HistoryMegabytes=1024; "
+              u"Dialect=; StatementColor=8388736; StatementStyle=0; FunctionColor=8417280; "
+              u"FunctionStyle=0; NumberColor=22680; NumberStyle=0; ");
 }
 
 TEST(Settings, StoredTextsAreReadByTheRuleOfTheirField)

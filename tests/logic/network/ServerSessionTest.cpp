@@ -140,6 +140,12 @@ TEST_F(ServerSessionTest, TheEndOfTheConnectionForCommandsIsNoNews)
     Of(*item, &ServerAccount::commands).Drop();
     item->Session()->Execute(u"WHO", u"", 0);
     EXPECT_TRUE(news.empty()) << "it has no locks, and a new one mends no other";
+
+    server.silent = meanwhile.cancel = true;
+    EXPECT_EQ(item->Session()->Execute(u"LONG", u"", 0), u"LONG was stopped.");
+    server.silent = meanwhile.cancel = false;
+    EXPECT_EQ(item->Session()->Execute(u"WHO", u"", 0), u"X") << "over a connection of its own again";
+    EXPECT_TRUE(item->HoldsLock() && news.empty());
 }
 
 } // namespace nib::test

@@ -114,15 +114,21 @@ TEST(ResultsModelTest, WhatACompilerPrintsLeadsToItsProgram)
     const std::pair<bool, int32_t> steps[] = {{false, 1}, {false, 4}, {false, 5}, {false, 6},  {true, 5}, {false, 6},
                                               {false, 7}, {false, 8}, {false, 9}, {false, -1}, {true, 8}};
     for (const auto& [backward, row] : steps) EXPECT_EQ(test.model.GoToError(backward).value_or(-1), row);
-    test.model.ShowResults(u"12 lines checked\r\nLine 3: no END before line 4.\r\nOutline 2");
+    test.model.AddOutput(u"12 lines checked", true);
+    test.model.AddOutput(u"Error 4 in line 3: no END before line 4.\r\nOutline 2", false);
     active.Activate();
     EXPECT_EQ(test.model.GoToError(true), std::nullopt);
     EXPECT_EQ(test.model.GoToError(false), 1);
     auto at = t.Documents().ById(t.window.activeDocument);
     EXPECT_EQ(at->Path(), account + u"BP/MAIN") << "what was compiled, not what is in front";
     EXPECT_EQ(test.View(*at).Caret().line, 2);
-    EXPECT_EQ(t.window.status[1], u"Line 3: no END before line 4.");
+    EXPECT_EQ(t.window.status[1], u"Error 4 in line 3: no END before line 4.");
     EXPECT_EQ(test.model.GoToError(false), std::nullopt);
+    t.program.Services().compiledLine = [&](const mvDocument& document, int32_t line) {
+        return &document == at.get() ? line + 2 : line;
+    };
+    test.model.JumpToSource({6, 1}, u"4");
+    EXPECT_EQ(test.View(*at).Caret().line, 5) << "where the line is now";
 }
 
 /// To the line that was meant, whatever other numbers stand in it; lines that belong to no item lead nowhere.

@@ -16,23 +16,24 @@ const Keys kDesign{
     u"New",           u"Open",       u"Exit",           u"Settings",      u"Results",         u"ViewToolbar",
     u"ViewStatusbar", u"HelpTopics", u"HelpAbout",      u"FindInAccount", u"IndentByBlocks",  u"CurrentLine",
     u"Matches",       u"ChangeBars", u"IndentGuides",   u"VisibleBlanks", u"SmoothScrolling", u"Problems",
-    u"Outline",       u"QuickOpen",  u"CheckAsYouType", u"CompleteWords"};
+    u"Outline",       u"QuickOpen",  u"CheckAsYouType", u"CompleteWords", u"History",         u"Authors"};
 const Keys kWithDocument{u"Close",          u"Print",          u"Properties",     u"DeleteLine",
                          u"SelectAll",      u"IndentBlock",    u"OutdentBlock",   u"CommentBlock",
                          u"UncommentBlock", u"Find",           u"FindBar",        u"FindNext",
                          u"Replace",        u"Goto",           u"ToggleBookmark", u"ClearAllBookmarks",
                          u"ValueMark",      u"SubValueMark",   u"Highlight",      u"ToggleCase",
                          u"SaveAs",         u"TileHorizontal", u"TileVertical",   u"Cascade",
-                         u"Maximize",       u"CloseAll"};
+                         u"Maximize",       u"CloseAll",       u"CompareItem"};
 const Keys kBlocks{u"CollapseBlock", u"ExpandBlock", u"CollapseAll", u"ExpandAll"};
 const Keys kLines{u"MoveLinesUp",  u"MoveLinesDown", u"DuplicateLines", u"JoinLines", u"SplitView",
                   u"MatchingWord", u"NextProblem",   u"PrevProblem",    u"QuickMend", u"CompleteWord",
-                  u"Definition",   u"References",    u"Rename"};
+                  u"Definition",   u"References",    u"Rename",         u"RecordGrid"};
 const Keys kCarets{u"AddCaretAbove", u"AddCaretBelow", u"SelectNextOccurrence", u"SelectAllOccurrences"};
 const Keys kReadOnly = kDesign + kLines + kCarets + kWithDocument + Keys{u"LineWrap"};
 const Keys kWithoutCompiler = kReadOnly + Keys{u"SaveAll", u"Format"};
-const Keys kEdited = kWithoutCompiler + Keys{u"Compile", u"Save"};
-const Keys kStored{u"ReadOnly"};
+const Keys kCompared{u"CompareStored", u"CompareOpened", u"CompareCommitted"};
+const Keys kEdited = kWithoutCompiler + kCompared + Keys{u"Compile", u"Save"};
+const Keys kStored = kCompared + Keys{u"ReadOnly"};
 const Keys kWritable = kWithoutCompiler + kStored + Keys{u"Compile"};
 
 Keys EnabledOn(const MenuModel& menus)
@@ -69,7 +70,7 @@ const Row kRows[] = {
          Writable(t);
          ReadOnly(t);
      },
-     kReadOnly + kStored + Keys{u"SaveAll"}},
+     kReadOnly + kStored + Keys{u"SaveAll", u"CompareDocument"}},
     {"edited", [](TestShell& t) { Writable(t).InsValue(); }, kEdited + Keys{u"Undo"}},
     {"undone",
      [](TestShell& t) {

@@ -1,6 +1,7 @@
 // What happens to an open item behind the program's back.
 
 #include "fakes/FakeSearch.h"
+#include "text/TextSearch.h"
 
 namespace nib::test::outside_changes_test {
 
@@ -64,6 +65,70 @@ TEST(OutsideChangesTest, EachAnswer)
             EXPECT_TRUE(document->IsDirty());
         }
     }
+}
+
+struct MergeCase {
+    const char* name;
+    Text theirs, mine;
+    std::vector<MergeChoice> choices; ///< none: it is closed
+    Text text;                        ///< in the window afterwards, and stored by the next save
+};
+
+const MergeCase kMerges[] = {{"apart", u"A\t-\n\tb\nc", u"a\n\tb\nC", {MergeChoice::Open}, u"A\t-\n\tb\nC"},
+                             {"a conflict", u"a\n\tT\nc", u"a\nM\nc", {MergeChoice::MineThenTheirs}, u"a\nM\n\tT\nc"},
+                             {"theirs alone", u"a\n\tb\nT", u"a\n\tb\nM", {MergeChoice::Theirs}, u"a\n\tb\nT"},
+                             {"put off", u"A\n\tb\nc", u"a\n\tb\nC", {}, u"a\n\tb\nC"}};
+
+TEST(OutsideChangesTest, MergesWithWhatOthersHaveStored)
+{
+    for (const MergeCase& row : kMerges) {
+        SCOPED_TRACE(row.name);
+        TestProgram t;
+        const bool done = !row.choices.empty();
+        const auto lines = [](const Text& text) { return Replace(text, u"\n", u"\r\n"); };
+        const auto shown = [&](const Text& text) {
+            return ExpandTabs(lines(text), t.program.EditorSettings().TabSize);
+        };
+        auto document = t.StoreAndOpen(kMain, lines(u"a\n\tb\nc"));
+        SourceDocument& text = document->EnsureView().txtText().Document();
+        text.ToggleBookmark(2);
+        document->ReplaceText(row.mine);
+        t.Store(kMain, lines(row.theirs));
+        t.Store().states[kMain] = kChanged;
+        t.boxes.Answer({kAnswerMerge});
+        if (!done) t.boxes.Answer({kAnswerCancel}); // the next save asks again
+        t.dialogs.onMerge = [&](MergeModel& merge) {
+            if (merge.Conflicts() > 0) merge.Choose(0, row.choices[0]);
+            return done ? MergeAnswer::Merge : MergeAnswer::Cancel;
+        };
+        EXPECT_FALSE(t.program.Files().FileSave(*document));
+        EXPECT_EQ(t.Stored(kMain), lines(row.theirs)) << "nothing is stored yet";
+        EXPECT_EQ(document->GetText(), shown(row.text));
+        EXPECT_EQ(document->IsDirty(), row.text != row.theirs);
+        EXPECT_TRUE(text.HasBookmark(text.LineCount() - 1));
+        EXPECT_EQ(t.program.Files().FileSave(*document), done);
+        EXPECT_EQ(t.Stored(kMain), lines(done ? row.text : row.theirs));
+        EXPECT_EQ(t.boxes.Take().size(), done ? 1U : 2U);
+        document->Undo();
+        EXPECT_EQ(document->GetText(), shown(done ? row.mine : u"a\n\tb\nc")) << "one step";
+    }
+}
+
+TEST(OutsideChangesTest, MergesOnceMoreWhatIsStoredMeanwhile)
+{
+    TestProgram t;
+    auto document = t.StoreAndOpen(kMain, u"a\r\nb\r\nc");
+    document->ReplaceText(u"a\r\nb\r\nmine");
+    t.Store(kMain, u"first\r\nb\r\nc");
+    t.Store().states[kMain] = kChanged;
+    t.boxes.Answer({kAnswerMerge});
+    t.dialogs.onMerge = [&](MergeModel&) {
+        if (t.Stored(kMain).starts_with(u"first")) t.Store(kMain, u"second\r\nb\r\nc");
+        return MergeAnswer::Merge;
+    };
+    t.program.Outside().Look();
+    EXPECT_EQ(t.boxes.Take().size(), 2U);
+    EXPECT_EQ(document->GetText(), u"second\r\nb\r\nmine");
 }
 
 TEST(OutsideChangesTest, AClientMayCloseTheDocumentThatIsAskedAbout)

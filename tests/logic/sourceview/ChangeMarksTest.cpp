@@ -126,6 +126,7 @@ TEST(ChangeMarks, EverythingElseIsAsItWas)
         Dice dice(seed);
         SourceDocument text;
         text.SetText(dice.Lines(30, u"ab"));
+        text.SetModified(false);
         const std::vector<Text> opened = CutLines(text.GetText());
         std::vector<Text> saved = opened;
         for (int32_t i = 0; i < 80; ++i) {
@@ -138,6 +139,7 @@ TEST(ChangeMarks, EverythingElseIsAsItWas)
                 RandomEdit(text, dice, seed % 2 == 0);
             }
             const std::vector<Text> now = CutLines(text.GetText());
+            ASSERT_EQ(CutLines(AsLines(text.StoredText()).Whole()), saved);
             std::vector<Text> asSaved;
             std::vector<Text> asOpened;
             for (size_t line = 0; line < now.size(); ++line) {
@@ -150,6 +152,31 @@ TEST(ChangeMarks, EverythingElseIsAsItWas)
             if (now == saved || !text.Modified()) ASSERT_EQ(Marks(text).find('U'), std::string::npos);
         }
     }
+}
+
+TEST(ChangeMarks, WhatIsStoredIsKnownAfterAnotherTextTookItsPlace)
+{
+    SourceDocument text;
+    const auto stored = [&] { return text.StoredText() ? AsLines(text.StoredText()).Whole() : u"(not known)"; };
+    text.SetText(u"a\r\nb");
+    text.SetModified(false);
+    text.SetText(u"c");
+    text.SetModified(true);
+    text.InsertText({0, 0}, u"d");
+    EXPECT_EQ(stored(), u"a\r\nb");
+    text.BeginSaving();
+    text.SetText(u"e");
+    text.EndSaving(false);
+    EXPECT_EQ(stored(), u"a\r\nb") << "the save failed";
+    text.SetStoredText(u"of others");
+    EXPECT_EQ(stored(), u"of others");
+    EXPECT_TRUE(text.Modified());
+    text.SetModified(false);
+    EXPECT_EQ(stored(), u"e");
+    text.InsertText({0, 0}, Text(kLongestRead + 1, u'x'));
+    EXPECT_EQ(stored(), u"e");
+    text.InsertText({0, 0}, u"y");
+    EXPECT_EQ(stored(), u"(not known)") << "a giant does not lie in memory twice";
 }
 
 } // namespace nib::test::change_marks_test

@@ -77,6 +77,18 @@ TEST_F(AccountSessionTest, VerbsRunProgramsInTheAccount)
     EXPECT_EQ(Open(u"mvdb:*/DEMO")->Session()->AccountName(), u"DEMO");
 }
 
+TEST_F(AccountSessionTest, TellsOfWholeLinesAsTheyCome)
+{
+    Verb("SLOW", "sh -c 'printf \"one\\ntw\"; while ! test -e go; do sleep 0.01; done; printf \"o \\377\\nthree\"'");
+    std::vector<Text> told;
+    const Text all = Open(u"mvdb:*/DEMO")->Session()->ExecuteTelling(u"SLOW", [&](TextView lines) {
+        told.emplace_back(lines);
+        folder.File("accounts/DEMO/go", "");
+    });
+    EXPECT_EQ(told, (std::vector<Text>{u"one", u"two \xF8FF"}));
+    EXPECT_EQ(all, u"one\r\ntwo \xF8FF\r\nthree");
+}
+
 TEST_F(AccountSessionTest, WhatCannotRunSaysWhy)
 {
     Verb("GONE", "no-such-program-here");

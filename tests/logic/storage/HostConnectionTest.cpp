@@ -201,6 +201,8 @@ TEST_F(HostConnectionTest, WhatBecameOfAFileIsToldByItsBytesInTheEnd)
         auto told = Open(FromUtf8(file));
         told->ReadItem(0, 0, 0);
         row.happens();
+        EXPECT_EQ(OrDefault([&] { return told->AcceptVersion(item->Version()); }, false),
+                  row.state == StoredState::Same);
         told->AcceptState();
         EXPECT_EQ(told->State() == StoredState::Same, row.state != StoredState::Unknown);
         EXPECT_EQ(item->State(), row.state);

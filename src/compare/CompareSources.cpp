@@ -1,0 +1,67 @@
+#include "compare/CompareSources.h"
+
+#include "compare/GitLibrary.h"
+#include "documents/mvDocument.h"
+#include "hosts/StoredForm.h"
+
+namespace nib {
+
+namespace {
+
+constexpr TextView kReading = u"Reading...";
+
+[[noreturn]] void Refuse(Text why)
+{
+    throw Error{error_number::kFileNotFound, std::move(why)};
+}
+
+CompareText Read(DocumentServices& services, std::shared_ptr<mvItem> item, Text name, TextView note)
+{
+    const StatusNote reading(services.frame, kReading);
+    const AutoSaveHold hold(services.shell);
+    if (!item->IsItem() || !item->Exists()) Refuse(u"\"" + item->DisplayPath() + u"\" does not exist.");
+    ReadText text = item->ReadWhole();
+    return {std::move(name), Text(note), std::move(text), std::move(item)};
+}
+
+const mvItem& ItemOf(const mvDocument& document)
+{
+    const auto item = document.ItemObject();
+    if (!item) Refuse(document.DisplayName() + u" has not been saved yet.");
+    return *item;
+}
+
+} // namespace
+
+CompareText StoredTextOf(DocumentServices& services, const mvDocument& document)
+{
+    auto item = services.connection.OpenServerForPath(ItemOf(document).Path(), true, false);
+    return Read(services, std::move(item), document.DisplayName(), u"as stored");
+}
+
+CompareText OpenedTextOf(const mvDocument& document)
+{
+    const auto text = document.TextAsStored();
+    if (!text) Refuse(u"It is not known any more how " + document.DisplayName() + u" was opened.");
+    return {document.DisplayName(), u"as opened or saved", AsLines(text).Whole(), nullptr};
+}
+
+CompareText CommittedTextOf(const mvDocument& document)
+{
+    const auto item = document.ItemObject();
+    const std::string file = ItemOf(document).StoredFile();
+    const std::optional<std::string> bytes = file.empty() ? std::nullopt : GitLibrary().CommittedFile(file);
+    if (!bytes) Refuse(document.DisplayName() + u" is in no commit.");
+    // A form of its own: that of the item tells how it is to be written.
+    StoredForm form = *item->Form();
+    return {document.DisplayName(), u"last commit", form.Decode(*bytes), nullptr};
+}
+
+CompareText TextOfItem(DocumentServices& services, std::shared_ptr<mvItem> item)
+{
+    Text name = item->ItemName();
+    const Text place = item->DisplayPath();
+    return Read(services, std::move(item), std::move(name), place);
+}
+
+} // namespace nib

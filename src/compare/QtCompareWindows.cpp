@@ -1,0 +1,92 @@
+#include "compare/QtCompareWindows.h"
+
+#include "compare/frmCompare.h"
+#include "documents/mvDocument.h"
+#include "platform/qt/QtText.h"
+
+#include <QInputDialog>
+
+#include <algorithm>
+
+namespace nib {
+
+QtCompareWindows::QtCompareWindows(DocumentServices& services, SettingsStore& store, QWidget* owner,
+                                   std::function<void(QWidget* content)> host)
+    : services_(services), store_(store), owner_(owner), host_(std::move(host))
+{
+}
+
+QtCompareWindows::~QtCompareWindows()
+{
+    for (const auto& window : windows_) delete window.data();
+}
+
+void QtCompareWindows::Show(CompareWith other, mvDocument& document)
+{
+    switch (other) {
+    case CompareWith::Stored: return Compare(StoredTextOf(services_, document), document);
+    case CompareWith::Opened: return Compare(OpenedTextOf(document), document);
+    case CompareWith::Committed: return Compare(CommittedTextOf(document), document);
+    case CompareWith::Document: return WithDocument(document);
+    case CompareWith::Item: return WithItem(document);
+    }
+}
+
+void QtCompareWindows::Compare(CompareText left, mvDocument& right)
+{
+    Open(std::make_unique<CompareSide>(services_, std::move(left)), std::make_unique<CompareSide>(services_, right));
+}
+
+void QtCompareWindows::Compare(CompareText left, CompareText right)
+{
+    Open(std::make_unique<CompareSide>(services_, std::move(left)),
+         std::make_unique<CompareSide>(services_, std::move(right)));
+}
+
+void QtCompareWindows::WithDocument(mvDocument& document)
+{
+    std::vector<std::shared_ptr<mvDocument>> others = services_.openDocuments.All();
+    std::erase_if(others, [&](const auto& each) { return each.get() == &document || !each->View(); });
+    if (others.empty()) return;
+    int chosen = 0;
+    if (others.size() > 1) {
+        QStringList names;
+        for (const auto& each : others) {
+            const Text place = each->PlaceText();
+            names += ToQString(place.empty() ? each->ListName() : each->ListName() + u"  " + place);
+        }
+        bool ok = false;
+        const QString name = QInputDialog::getItem(owner_, tr("Compare"), tr("With &document:"), names, 0, false, &ok);
+        if (!ok) return;
+        chosen = static_cast<int>(names.indexOf(name));
+    }
+    Open(std::make_unique<CompareSide>(services_, *others[static_cast<size_t>(chosen)]),
+         std::make_unique<CompareSide>(services_, document));
+}
+
+void QtCompareWindows::WithItem(mvDocument& document)
+{
+    const SelectRequest request{.mode = u"Open", .extension = {}, .mustExist = true};
+    const auto start = document.ItemObject();
+    const SelectedItem picked = services_.connection.SelectItem(request, start.get());
+    if (!picked.item) return;
+    const auto open = services_.openDocuments.On(*picked.item);
+    if (open && open.get() != &document && open->View())
+        return Open(std::make_unique<CompareSide>(services_, *open),
+                    std::make_unique<CompareSide>(services_, document));
+    Compare(TextOfItem(services_, picked.item), document);
+}
+
+void QtCompareWindows::Open(std::unique_ptr<CompareSide> left, std::unique_ptr<CompareSide> right)
+{
+    std::erase_if(windows_, [](const auto& window) { return window.isNull(); });
+    auto* window = new frmCompare(services_, store_, {std::move(left), std::move(right)});
+    window->onSave = [this](mvDocument& document) {
+        if (onSave) onSave(document);
+    };
+    windows_.emplace_back(window);
+    host_(window);
+    window->View().setFocus();
+}
+
+} // namespace nib

@@ -1,0 +1,260 @@
+#include "compare/frmCompare.h"
+
+#include "documents/mvDocument.h"
+#include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtText.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QStyle>
+#include <QToolButton>
+
+namespace nib {
+
+namespace {
+
+/// Milliseconds between looks at texts that change.
+constexpr int kPace = 100;
+/// Looks between those at what is stored.
+constexpr int kLooksAtStored = 20;
+
+constexpr std::array<Beside, 2> kSides{Beside::Left, Beside::Right};
+
+/// As much of both ends as there is room for.
+class ElidedLabel final : public QLabel {
+public:
+    using QLabel::QLabel;
+
+    QSize minimumSizeHint() const override { return {40, QLabel::minimumSizeHint().height()}; }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QLabel::resizeEvent(event);
+        update();
+    }
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::WindowText));
+        painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                         fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width()));
+    }
+};
+
+} // namespace
+
+frmCompare::frmCompare(DocumentServices& services, SettingsStore& store,
+                       std::array<std::unique_ptr<CompareSide>, 2> sides)
+    : services_(services), model_(services, store, CallOnWindows, std::move(sides))
+{
+    Build();
+    model_.onChange = [this] { Show(); };
+    view_->onMove = [this] { ShowState(); };
+    view_->onOpen = [this](Beside side, int32_t line) { Open(side, line); };
+    connect(&timer_, &QTimer::timeout, this, [this] { Ring(); });
+    timer_.start(kPace);
+    model_.Compare();
+}
+
+/// The view goes first: it looks at the model once more when the focus leaves it.
+frmCompare::~frmCompare()
+{
+    delete view_;
+}
+
+void frmCompare::Build()
+{
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    auto* bar = new QHBoxLayout;
+    bar->setContentsMargins(6, 4, 6, 4);
+    bar->setSpacing(4);
+    cmdPrevious_ =
+        AddButton(*bar, QStringLiteral("\u2191"), tr("The change before (Shift+F8)"), [this] { view_->Step(true); });
+    cmdNext_ = AddButton(*bar, QStringLiteral("\u2193"), tr("The next change (F8)"), [this] { view_->Step(false); });
+    cmdTake_[0] = AddButton(*bar, QStringLiteral("\u2190"), tr("Takes this over to the left (Alt+Left)"),
+                            [this] { view_->Take(Beside::Left); });
+    cmdTake_[1] = AddButton(*bar, QStringLiteral("\u2192"), tr("Takes this over to the right (Alt+Right)"),
+                            [this] { view_->Take(Beside::Right); });
+    lbState_ = new QLabel;
+    lbState_->setTextFormat(Qt::PlainText);
+    lbState_->setContentsMargins(8, 0, 8, 0);
+    bar->addWidget(lbState_, 1);
+    bar->addWidget(new QLabel(tr("Ignore:")));
+    AddOption(*bar, tr("&Blanks"), tr("Indents, blanks at the end, and how many there are between words"),
+              &CompareOptions::blanks);
+    AddOption(*bar, tr("C&ase"), tr("Small and capital letters are the same"), &CompareOptions::letterCase);
+    AddOption(*bar, tr("Co&mments"), tr("Lines that hold nothing but a comment"), &CompareOptions::comments);
+    all->addLayout(bar);
+    auto* captions = new QHBoxLayout;
+    captions->setContentsMargins(6, 0, style()->pixelMetric(QStyle::PM_ScrollBarExtent), 4);
+    for (Beside side : kSides) {
+        QLabel*& caption = captions_[static_cast<size_t>(side)];
+        caption = new ElidedLabel;
+        caption->setTextFormat(Qt::PlainText);
+        QFont bold = caption->font();
+        bold.setBold(true);
+        caption->setFont(bold);
+        captions->addWidget(caption, 1);
+    }
+    all->addLayout(captions);
+    lbNote_ = new QLabel;
+    lbNote_->setTextFormat(Qt::PlainText);
+    lbNote_->setContentsMargins(8, 4, 8, 4);
+    lbNote_->setWordWrap(true);
+    all->addWidget(lbNote_);
+    view_ = new QtCompareView(model_, this);
+    all->addWidget(view_, 1);
+    captions->setSpacing(view_->GutterWidth());
+    setFocusProxy(view_);
+    setAutoFillBackground(true);
+}
+
+QToolButton* frmCompare::AddButton(QBoxLayout& bar, const QString& text, const QString& tip, std::function<void()> act)
+{
+    auto* button = new QToolButton;
+    button->setText(text);
+    button->setToolTip(tip);
+    button->setAccessibleName(tip);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    connect(button, &QToolButton::clicked, this, std::move(act));
+    bar.addWidget(button);
+    return button;
+}
+
+QCheckBox* frmCompare::AddOption(QBoxLayout& bar, const QString& text, const QString& tip, bool CompareOptions::*option)
+{
+    auto* box = new QCheckBox(text);
+    box->setToolTip(tip);
+    box->setChecked(model_.Options().*option);
+    connect(box, &QCheckBox::toggled, this, [this, option](bool checked) {
+        if (!model_.IsThere()) return;
+        CompareOptions options = model_.Options();
+        options.*option = checked;
+        model_.SetOptions(options);
+    });
+    bar.addWidget(box);
+    return box;
+}
+
+// What is shown
+
+void frmCompare::Show()
+{
+    if (!model_.IsThere()) return;
+    for (Beside side : kSides) {
+        const CompareSide& of = model_.Side(side);
+        const QString name = ToQString(of.Name());
+        const Text note = of.Note();
+        QLabel& caption = *captions_[static_cast<size_t>(side)];
+        caption.setText(note.empty() ? name : name + QStringLiteral(" \u2013 ") + Translated(note));
+        caption.setToolTip(caption.text());
+    }
+    const auto document = model_.Side(Beside::Right).Document();
+    setWindowTitle(PlainTitle(ToText(tr("Compare %1").arg(ToQString(document->DisplayName())))));
+    const QString note = NoteText();
+    lbNote_->setText(note);
+    lbNote_->setVisible(!note.isEmpty());
+    view_->Refresh();
+    ShowState();
+}
+
+QString frmCompare::NoteText() const
+{
+    if (model_.IsWorking()) return {};
+    if (model_.IsBinary()) return tr("One of the two is no text: it is not shown.");
+    if (model_.IsStopped()) return tr("The comparison was stopped. F5 begins it again.");
+    if (model_.Rows().Differences().coarse)
+        return tr(
+            "The texts have too little in common to find all of it: some lines are shown as changed that are not.");
+    return {};
+}
+
+QString frmCompare::StateText() const
+{
+    if (model_.IsWorking()) return tr("Comparing... (Escape stops)");
+    if (model_.IsBinary() || model_.IsStopped()) return {};
+    const int32_t changes = model_.Rows().ChangeCount();
+    const CompareOptions& options = model_.Options();
+    if (changes == 0)
+        return options == CompareOptions() ? tr("No differences") : tr("No differences but those that are ignored");
+    const int32_t at = view_->Change();
+    return at < 0 ? tr("Changes: %1").arg(changes) : tr("Change %1 of %2").arg(at + 1).arg(changes);
+}
+
+void frmCompare::ShowState()
+{
+    if (!model_.IsThere()) return;
+    lbState_->setText(StateText());
+    cmdPrevious_->setEnabled(view_->CanStep(true));
+    cmdNext_->setEnabled(view_->CanStep(false));
+    for (Beside side : kSides)
+        cmdTake_[static_cast<size_t>(side)]->setEnabled(view_->Change() >= 0 && model_.CanTake(side));
+}
+
+void frmCompare::Ring()
+{
+    if (!model_.IsThere()) {
+        timer_.stop();
+        QWidget* window = parentWidget() ? parentWidget() : this;
+        window->close();
+        return;
+    }
+    model_.Tick();
+    if (++rings_ % kLooksAtStored == 0 && isVisible()) model_.Look();
+}
+
+void frmCompare::Again()
+{
+    model_.Look();
+    model_.Compare();
+}
+
+void frmCompare::Open(Beside side, int32_t line)
+{
+    const auto document = model_.Side(side).Document();
+    if (!document) return;
+    document->Activate();
+    document->View()->txtText().SetCaret({0, line});
+}
+
+void frmCompare::Save()
+{
+    for (Beside side : {view_->Side(), CompareModel::Other(view_->Side())}) {
+        const auto document = model_.Side(side).Document();
+        if (document && document->IsDirty() && onSave) return onSave(*document);
+    }
+}
+
+bool frmCompare::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->matches(QKeySequence::Save)) {
+            event->accept();
+            return true;
+        }
+    }
+    return QWidget::event(event);
+}
+
+void frmCompare::keyPressEvent(QKeyEvent* event)
+{
+    if (!model_.IsThere()) return;
+    if (event->key() == Qt::Key_F5)
+        Again();
+    else if (event->key() == Qt::Key_Escape)
+        model_.Stop();
+    else if (event->matches(QKeySequence::Save))
+        Save();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+} // namespace nib

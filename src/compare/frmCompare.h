@@ -1,0 +1,61 @@
+#pragma once
+// A window of the frame that compares two texts: its bar, what the texts are, and the texts.
+
+#include "compare/QtCompareView.h"
+
+#include <QTimer>
+#include <QWidget>
+
+class QBoxLayout;
+class QCheckBox;
+class QLabel;
+class QToolButton;
+
+namespace nib {
+
+class frmCompare final : public QWidget {
+    Q_DECLARE_TR_FUNCTIONS(frmCompare)
+public:
+    /// Both outlive the window, which goes by itself when one of its documents closes.
+    frmCompare(DocumentServices& services, SettingsStore& store, std::array<std::unique_ptr<CompareSide>, 2> sides);
+
+    ~frmCompare() override;
+
+    const CompareModel& Model() const { return model_; }
+    QtCompareView& View() { return *view_; }
+    /// Reads again what is stored, and compares.
+    void Again();
+
+    /// The document is to be saved.
+    std::function<void(mvDocument& document)> onSave;
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void Build();
+    QToolButton* AddButton(QBoxLayout& bar, const QString& text, const QString& tip, std::function<void()> act);
+    QCheckBox* AddOption(QBoxLayout& bar, const QString& text, const QString& tip, bool CompareOptions::*option);
+    void Show();
+    void ShowState();
+    void Ring();
+    void Open(Beside side, int32_t line);
+    void Save();
+    QString StateText() const;
+    QString NoteText() const;
+
+    DocumentServices& services_;
+    CompareModel model_;
+    QtCompareView* view_ = nullptr; ///< the widgets are Qt's
+    std::array<QLabel*, 2> captions_{};
+    QLabel* lbState_ = nullptr;
+    QLabel* lbNote_ = nullptr;
+    QToolButton* cmdPrevious_ = nullptr;
+    QToolButton* cmdNext_ = nullptr;
+    std::array<QToolButton*, 2> cmdTake_{};
+    QTimer timer_;
+    int rings_ = 0;
+};
+
+} // namespace nib

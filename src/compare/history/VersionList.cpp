@@ -1,0 +1,62 @@
+#include "compare/history/VersionList.h"
+
+#include "diagnostics/Guarded.h"
+#include "documents/mvDocument.h"
+
+namespace nib {
+
+namespace {
+
+constexpr size_t kAtOnce = 200;
+
+} // namespace
+
+std::shared_ptr<mvDocument> VersionList::Document() const
+{
+    return services_.openDocuments.ById(documentId_);
+}
+
+bool VersionList::Refresh(bool always)
+{
+    const int32_t active = services_.frame.ActiveDocument();
+    const auto document = services_.openDocuments.ById(active);
+    const std::string last =
+        document ? OrDefault([&] { return history_.Last(*document); }, std::string()) : std::string();
+    if (!always && documentId_ == active && last_ == last) return false;
+    documentId_ = active;
+    last_ = next_ = last;
+    rows_.clear();
+    ReadMore();
+    return true;
+}
+
+void VersionList::ReadMore()
+{
+    const auto document = Document();
+    const std::string from = std::exchange(next_, {});
+    if (!document || from.empty()) return;
+    const auto more = OrDefault([&] { return history_.List(*document, from, kAtOnce); }, std::vector<Version>());
+    rows_.insert(rows_.end(), more.begin(), more.end());
+    if (more.size() == kAtOnce) next_ = more.back().parent;
+}
+
+Text VersionList::TextOf(size_t row) const
+{
+    const auto document = Document();
+    return document ? history_.TextOf(*document, rows_.at(row).id) : Text();
+}
+
+void VersionList::SetMessage(size_t row, TextView message)
+{
+    const auto document = Document();
+    if (!document || rows_.at(row).message == message) return;
+    history_.SetMessage(*document, rows_[row].id, message);
+    rows_[row].message = message;
+}
+
+void VersionList::BringBack(size_t row) const
+{
+    if (const auto document = Document()) history_.BringBack(*document, rows_.at(row).id);
+}
+
+} // namespace nib

@@ -1,0 +1,59 @@
+#pragma once
+#include "compare/QtCompareWindows.h"
+#include "compare/history/VersionList.h"
+
+#include <QCoreApplication>
+#include <QDockWidget>
+
+#include <functional>
+
+class QPushButton;
+class QTreeView;
+
+namespace nib {
+
+/// The versions of the active document, at the right of the main window.
+class frmHistory final : public QDockWidget {
+    Q_DECLARE_TR_FUNCTIONS(frmHistory)
+public:
+    /// All outlive it.
+    frmHistory(ItemHistory& history, DocumentServices& services, QtCompareWindows& compare, QWidget* window);
+    ~frmHistory() override;
+
+    /// The active document or its versions are others.
+    void Follow();
+    void TakeFocus();
+    /// The user has closed it.
+    std::function<void()> onClose;
+    /// The user is done with it and goes back to the text.
+    std::function<void()> onLeave;
+    /// What the user asked for failed.
+    std::function<void(const Text& why)> onFailure;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    class Model;
+
+    void Try(const std::function<void()>& what);
+    void ShowButtons();
+    void BringBack();
+    void CompareChosen();
+    /// Rows that are chosen, ascending.
+    std::vector<size_t> Chosen() const;
+    CompareText TextOf(size_t row) const;
+
+    VersionList list_;
+    QtCompareWindows& compare_;
+    Model* model_;
+    QTreeView* view_;
+    QPushButton* bringBack_;
+    QPushButton* compareButton_;
+};
+
+/// When a version was saved, for the user to read.
+QString TimeText(const Version& version);
+
+} // namespace nib

@@ -1,0 +1,65 @@
+// The editor in a cell; declared with the view.
+
+#include "platform/qt/QtText.h"
+#include "records/QtGridView.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+
+#include <limits>
+
+namespace nib {
+
+namespace {
+
+bool EndsEditing(int key)
+{
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab || key == Qt::Key_Backtab;
+}
+
+} // namespace
+
+QWidget* QtGridCells::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const
+{
+    auto* line = new QLineEdit(parent);
+    line->setFrame(false);
+    line->setMaxLength(std::numeric_limits<int>::max());
+    line->setAlignment(index.data(Qt::TextAlignmentRole).value<Qt::Alignment>());
+    const QVariant across = model_.headerData(index.column(), Qt::Horizontal, Qt::DisplayRole);
+    const QVariant down = model_.headerData(index.row(), Qt::Vertical, Qt::DisplayRole);
+    line->setAccessibleName(down.toString() + QStringLiteral(", ") + across.toString());
+    edited_ = index;
+    return line;
+}
+
+void QtGridCells::setEditorData(QWidget* editor, const QModelIndex& index) const
+{
+    // A change that comes from elsewhere must not take away what is being typed.
+    auto* line = static_cast<QLineEdit*>(editor);
+    if (!line->isModified()) line->setText(index.data(Qt::EditRole).toString());
+}
+
+void QtGridCells::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
+{
+    auto* line = static_cast<QLineEdit*>(editor);
+    if (line->isModified() && model->setData(index, line->text(), Qt::EditRole)) line->setModified(false);
+}
+
+bool QtGridCells::eventFilter(QObject* editor, QEvent* event)
+{
+    auto* line = qobject_cast<QLineEdit*>(editor);
+    if (!line || event->type() != QEvent::KeyPress) return QStyledItemDelegate::eventFilter(editor, event);
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (key->key() == Qt::Key_Backslash && key->modifiers() == Qt::ControlModifier) {
+        line->insert(QChar(kSubValueSign));
+        return true;
+    }
+    if (EndsEditing(key->key()) && line->isModified()) {
+        const QString reason = model_.Refusal(edited_, line->text());
+        if (model_.onRefused) model_.onRefused(reason);
+        if (!reason.isEmpty()) return true;
+    }
+    return QStyledItemDelegate::eventFilter(editor, event);
+}
+
+} // namespace nib

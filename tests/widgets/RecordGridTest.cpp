@@ -1,0 +1,163 @@
+#include "FrameFixture.h"
+#include "fakes/MemoryReader.h"
+#include "records/frmRecord.h"
+
+namespace nib::test {
+
+/// An order of DEMO in the grid.
+struct RecordGridTest : FrameFixture {
+    static inline const Text kOrder = u"mvdb:*/DEMO/DATA/O1";
+
+    void SetUp() override
+    {
+        FrameFixture::SetUp();
+        connection.reader = [this](const ItemPlace&) { return std::make_unique<MemoryReader>(dictionary); };
+        form = &Open(kOrder, u"C1\r\n21137\r\nP1\uF8FDP2\r\n12\uF8FD100\r\nO");
+        EXPECT_TRUE(form->txtText().Document().LineCount() == 5);
+        frame.Run(u"RecordGrid");
+        Settle();
+    }
+    frmDocument& Open(const Text& path, const Text& text)
+    {
+        connection.store.items[path] = {text, false};
+        program.OpenPath(path, false);
+        Settle();
+        Settle();
+        return *frame.ActiveForm();
+    }
+    QtGridView& Table(QString name)
+    {
+        for (auto* table : form->SubWindow()->findChildren<QTableView*>())
+            if (table->accessibleName() == name) return static_cast<QtGridView&>(*table);
+        throw std::runtime_error("no such table");
+    }
+    QtGridView& List() { return Table(QStringLiteral("Attributes")); }
+    QtGridView& Lines() { return Table(QStringLiteral("LINES")); }
+    void Type(QtGridView& table, int row, int column, const char* text)
+    {
+        table.setFocus();
+        table.setCurrentIndex(table.model()->index(row, column));
+        QTest::keyClicks(&table, QStringLiteral(" "));
+        Editor()->selectAll();
+        QTest::keyClicks(Editor(), QString::fromLatin1(text));
+    }
+    QLineEdit* Editor() { return qobject_cast<QLineEdit*>(QApplication::focusWidget()); }
+    std::string Line(int32_t attribute) { return ToUtf8(form->txtText().Document().GetLine(attribute - 1)); }
+    QString Refusal()
+    {
+        for (QLabel* label : form->SubWindow()->findChildren<QLabel*>())
+            if (label->isVisible() && label->text().startsWith(u'\'')) return label->text();
+        return {};
+    }
+
+    MemoryItems dictionary{{u"DATA.DIC",
+                            {{u"DATE", u"D\n2\nD4-YMD\nDate\n10R\nS"},
+                             {u"PART", u"D\n3\n\nPart\n6L\nM\nLINES"},
+                             {u"QTY", u"D\n4\nMD0\nQuantity\n6R\nM\nLINES"}}}};
+    frmDocument* form = nullptr;
+};
+
+TEST_F(RecordGridTest, ACellIsTypedIntoTheText)
+{
+    ASSERT_TRUE(form->IsGrid());
+    EXPECT_TRUE(List().hasFocus());
+    EXPECT_FALSE(TextOf(*form).isVisible());
+    Type(List(), 1, 0, "2025-11-14");
+    Key(Qt::Key_Return);
+    EXPECT_EQ(Line(2), "21138");
+    EXPECT_EQ(form->txtText().Caret(), (Position{0, 1})) << "commands go by what is seen";
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Line(2), "21137");
+    EXPECT_EQ(List().model()->index(1, 0).data().toString(), QStringLiteral("2025-11-13"));
+    frame.Run(u"RecordGrid");
+    EXPECT_FALSE(form->IsGrid());
+    EXPECT_TRUE(TextOf(*form).isVisible());
+    EXPECT_TRUE(TextOf(*form).hasFocus());
+}
+
+TEST_F(RecordGridTest, ATextThatMeansNothingStaysToBeMended)
+{
+    Type(Lines(), 0, 1, "many");
+    Key(Qt::Key_Return);
+    ASSERT_NE(Editor(), nullptr);
+    EXPECT_EQ(Refusal(), QStringLiteral("'many' is no number."));
+    EXPECT_EQ(Line(4), "12\uF8FD100");
+    Editor()->setText({});
+    QTest::keyClicks(Editor(), QStringLiteral("13"));
+    Key(Qt::Key_Return);
+    EXPECT_EQ(Line(4), "13\uF8FD100");
+    EXPECT_EQ(Refusal(), QString());
+}
+
+TEST_F(RecordGridTest, RowsAreTypedOneAfterTheOther)
+{
+    Type(Lines(), 2, 0, "P3");
+    Key(Qt::Key_Tab);
+    ASSERT_NE(Editor(), nullptr) << "the next cell of the new row";
+    EXPECT_EQ(Lines().currentIndex(), Lines().model()->index(2, 1));
+    QTest::keyClicks(Editor(), QStringLiteral("7"));
+    Key(Qt::Key_Return);
+    EXPECT_EQ(Line(3) + " " + Line(4), "P1\uF8FDP2\uF8FDP3 12\uF8FD100\uF8FD7");
+    EXPECT_EQ(Lines().model()->rowCount(), 4);
+    EXPECT_EQ(Lines().currentIndex(), Lines().model()->index(2, 1));
+    Lines().setCurrentIndex(Lines().model()->index(0, 0));
+    Key(Qt::Key_Insert);
+    Key(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(Line(3) + " " + Line(4), "P1\uF8FD\uF8FDP2\uF8FDP3 12\uF8FD\uF8FD100\uF8FD7");
+    Key(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_EQ(Line(3) + " " + Line(4), "P1\uF8FDP2\uF8FDP3 12\uF8FD100\uF8FD7");
+}
+
+TEST_F(RecordGridTest, AnOpenCellIsSavedWithTheRest)
+{
+    Type(List(), 0, 0, "C2");
+    Key(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(ToUtf8(connection.store.items[kOrder].text).substr(0, 2), "C2");
+}
+
+TEST_F(RecordGridTest, RecordsOfTheFileOpenSoFromThenOn)
+{
+    EXPECT_TRUE(Open(u"mvdb:*/DEMO/DATA/O2", u"C2").IsGrid());
+    EXPECT_FALSE(Open(u"mvdb:*/DEMO/BP/P", u"PRINT").IsGrid());
+    frame.ActivateChild(*form);
+    frame.Run(u"RecordGrid");
+    EXPECT_FALSE(Open(u"mvdb:*/DEMO/DATA/O3", u"C3").IsGrid());
+}
+
+TEST_F(RecordGridTest, ArrowsLeadFromTableToTable)
+{
+    List().setCurrentIndex(List().model()->index(3, 0));
+    Key(Qt::Key_Down);
+    EXPECT_TRUE(Lines().hasFocus());
+    EXPECT_EQ(form->txtText().Caret(), (Position{0, 2}));
+    Key(Qt::Key_Up);
+    EXPECT_TRUE(List().hasFocus());
+    List().setCurrentIndex(List().model()->index(0, 0));
+    Key(Qt::Key_Up);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Filter"));
+    form->txtText().SetCaret({0, 3});
+    Settle();
+    EXPECT_EQ(Lines().currentIndex(), Lines().model()->index(0, 1)) << "the cell at the caret";
+}
+
+TEST_F(RecordGridTest, WhatMayOnlyBeReadIsNotTypedInto)
+{
+    form->txtText().SetReadOnly(true);
+    List().setCurrentIndex(List().model()->index(0, 0));
+    QTest::keyClicks(&List(), QStringLiteral("x"));
+    Key(Qt::Key_Delete);
+    Key(Qt::Key_Insert);
+    EXPECT_EQ(Line(1), "C1");
+}
+
+TEST_F(RecordGridTest, AnotherTextInTheWindowMakesAnotherGrid)
+{
+    Load(*form, u"C9\r\n21139");
+    Settle();
+    ASSERT_TRUE(form->IsGrid());
+    EXPECT_EQ(List().model()->index(1, 0).data().toString(), QStringLiteral("2025-11-15"));
+    program.OpenDocuments().Item(1)->FileClose(false);
+    Settle();
+}
+
+} // namespace nib::test
