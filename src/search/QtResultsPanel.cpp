@@ -8,8 +8,8 @@ namespace {
 
 constexpr TextView kFloating{u"ResultsFloating"};
 constexpr TextView kShown{u"ResultsShown"};
-/// Until the user chooses.
-constexpr int kHeight = 170;
+/// Until the user chooses, in lines.
+constexpr int kHeight = 11;
 
 } // namespace
 
@@ -81,7 +81,7 @@ void QtResultsPanel::Place()
             window_.tabifyDockWidget(other, this);
             if (other->isVisible()) return;
         }
-    window_.resizeDocks({this}, {kHeight}, Qt::Vertical);
+    window_.resizeDocks({this}, {window_.fontMetrics().lineSpacing() * kHeight}, Qt::Vertical);
 }
 
 void QtResultsPanel::ShowForm()

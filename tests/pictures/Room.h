@@ -144,6 +144,7 @@ private:
 
     void Inside(const QWidget& widget)
     {
+        if (Holder<QTabBar>(widget)) return; // which scrolls what it has no room for
         const QWidget& parent = *widget.parentWidget();
         const auto* area = qobject_cast<const QAbstractScrollArea*>(parent.parentWidget());
         const bool scrolls = area && area->viewport() == &parent;

@@ -14,9 +14,9 @@ namespace nib {
 
 namespace {
 
-// Until the user chooses.
-constexpr int kProblemsHeight = 170;
-constexpr int kOutlineWidth = 210;
+// Until the user chooses, in lines and in letters.
+constexpr int kProblemsHeight = 11;
+constexpr int kOutlineWidth = 35;
 
 } // namespace
 
@@ -41,8 +41,8 @@ QtAssist::QtAssist(Assistance& assistance, NameCommands& names, DocumentServices
     outline_->onClose = [closed] { closed(&MvEdit::OutlineShown); };
     window_.addDockWidget(Qt::BottomDockWidgetArea, problems_);
     window_.addDockWidget(Qt::RightDockWidgetArea, outline_);
-    window_.resizeDocks({problems_}, {kProblemsHeight}, Qt::Vertical);
-    window_.resizeDocks({outline_}, {kOutlineWidth}, Qt::Horizontal);
+    window_.resizeDocks({problems_}, {window_.fontMetrics().lineSpacing() * kProblemsHeight}, Qt::Vertical);
+    window_.resizeDocks({outline_}, {window_.fontMetrics().averageCharWidth() * kOutlineWidth}, Qt::Horizontal);
     ShowPanels();
 }
 

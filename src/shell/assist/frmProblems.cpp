@@ -67,6 +67,7 @@ public:
     int columnCount(const QModelIndex& = {}) const override { return kColumns; }
     QVariant headerData(int section, Qt::Orientation, int role) const override
     {
+        if (role == Qt::TextAlignmentRole) return Alignment(section);
         if (role != Qt::DisplayRole) return {};
         return section == 0 ? tr("Problem") : section == 1 ? tr("Document") : tr("Line");
     }
@@ -74,6 +75,7 @@ public:
     {
         const ProblemList::Row& row = list_.Rows()[static_cast<size_t>(at.row())];
         const bool message = at.column() == 0;
+        if (role == Qt::TextAlignmentRole) return Alignment(at.column());
         if (role == Qt::DecorationRole && message) return LevelIcon(row.level);
         if (role == Qt::ToolTipRole) return ToQString(row.message);
         if (role == Qt::AccessibleTextRole && message)
@@ -85,6 +87,10 @@ public:
 
 private:
     static QString tr(const char* text) { return frmProblems::tr(text); }
+    static QVariant Alignment(int column)
+    {
+        return static_cast<int>((column == kColumns - 1 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    }
 
     const ProblemList& list_;
     int count_ = 0;

@@ -118,7 +118,10 @@ QString Shown(const StartRow& row, const Text& part)
 {
     const bool isName = row.kind == StartRow::Kind::Recent || row.kind == StartRow::Kind::Place ||
                         (row.kind == StartRow::Kind::LastSession && &part == &row.detail);
-    return isName ? ToQString(part) : Translated(part);
+    if (isName) return ToQString(part);
+    const bool hasKeys = row.kind == StartRow::Kind::Command || row.kind == StartRow::Kind::Help;
+    if (&part != &row.detail || !hasKeys) return Translated(part);
+    return QKeySequence(ToQString(part), QKeySequence::PortableText).toString(QKeySequence::NativeText);
 }
 
 } // namespace
@@ -224,8 +227,9 @@ frmStart::frmStart(Program& program, QWidget* parent)
     setBackgroundRole(QPalette::Base);
     left_->SetOther(*right_);
     right_->SetOther(*left_);
-    lists_->addWidget(left_);
-    lists_->addWidget(right_);
+    // Steps are sentences, the others are names.
+    lists_->addWidget(left_, 3);
+    lists_->addWidget(right_, 2);
     auto* page = new QVBoxLayout;
     page->addWidget(title_);
     page->addWidget(subtitle_);
