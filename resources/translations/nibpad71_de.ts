@@ -1472,7 +1472,6 @@ Qt %2</translation>
     </message>
     <message>
         <source>Com&amp;pare</source>
-        <translation>Ve&amp;rgleichen</translation>
         <translation>&amp;Vergleichen</translation>
     </message>
     <message>
