@@ -14,5 +14,5 @@ if git rev-parse -q --verify "${NIB_TIDY_BASE:-HEAD~1}" >/dev/null; then scripts
 # Side by side, however few processors there are: their time is told by the clock.
 CTEST_PARALLEL_LEVEL=4 ctest --preset asan --label-regex fuzz
 
-scripts/build.sh release nibpad71 nib-debuglog nib-basic nib-lsp nib_faults package_files nib_peer_bench
+scripts/build.sh release nibpad71 nib-debuglog nib-basic nib-lsp nib_faults package_files nib_peer_bench nib_probe
 ctest --preset release --label-regex 'system|bench'
