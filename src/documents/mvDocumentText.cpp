@@ -147,10 +147,7 @@ void mvDocument::Redo()
 
 void mvDocument::SetModified(bool modified)
 {
-    if (!view_) return;
-    Source()->Document().SetModified(modified);
-    // Also where it was that before: the item may have gone, which the title tells.
-    services_.shell.DocumentChanged(*this);
+    if (view_) Source()->Document().SetModified(modified);
 }
 
 int32_t mvDocument::LineIdFromLine(int32_t line)

@@ -119,6 +119,7 @@ bool OutsideChanges::AskAboutLoss(mvDocument& document)
     if (!document.ItemObject()) return false;
     document.ItemObject()->AcceptState();
     document.SetModified(true); // the window holds the only copy
+    document.UpdateTitle();     // which it says, also where it was modified before
     if (answer == kAnswerClose) program_.Files().FileClose(document);
     return answer == kAnswerKeep;
 }
