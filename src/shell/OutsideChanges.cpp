@@ -1,5 +1,7 @@
 #include "shell/OutsideChanges.h"
 
+#include "compare/TextDifferences.h"
+#include "hosts/ItemText.h"
 #include "shell/Program.h"
 #include "text/LineDiff.h"
 #include "text/TextSearch.h"
@@ -167,11 +169,13 @@ void OutsideChanges::Compare(mvDocument& document)
     results->AddResultLine(u"", 0, 0, false);
     results->AddResultLine(document.ListName(), 0, 0, true);
     DifferenceList list(*results);
-    for (const LineHunk& hunk : DiffLines(before, after)) {
-        for (int32_t line = hunk.oldLine; line < hunk.oldLine + hunk.oldCount; ++line)
+    const auto found = CompareLines(LinesIn(own), LinesIn(outside));
+    for (const LineBlock& block : found->blocks) {
+        if (!block.IsChange()) continue;
+        for (int32_t line = block.left; line < block.LeftEnd(); ++line)
             list.Add(line, u" - ", before[static_cast<size_t>(line)]);
-        for (int32_t line = hunk.newLine; line < hunk.newLine + hunk.newCount; ++line)
-            list.Add(hunk.oldLine, u" + ", after[static_cast<size_t>(line)]);
+        for (int32_t line = block.right; line < block.RightEnd(); ++line)
+            list.Add(block.left, u" + ", after[static_cast<size_t>(line)]);
     }
     list.End();
     results->ShowResults({});
