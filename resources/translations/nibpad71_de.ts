@@ -1906,6 +1906,10 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
         <source>This record is too large for a grid.</source>
         <translation>Dieser Datensatz ist zu groß für eine Tabelle.</translation>
     </message>
+    <message>
+        <source>This value holds the sign of a mark as a character. It can be changed in the text.</source>
+        <translation>Dieser Wert enthält das Zeichen für eine Marke als Buchstaben. Er kann im Text geändert werden.</translation>
+    </message>
 </context>
 <context>
     <name>OutcomeTable</name>
@@ -2105,6 +2109,10 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
     <message>
         <source>%1, attribute %2, conversion %3</source>
         <translation>%1, Attribut %2, Umwandlung %3</translation>
+    </message>
+    <message>
+        <source>The record was changed meanwhile.</source>
+        <translation>Der Satz wurde inzwischen geändert.</translation>
     </message>
 </context>
 <context>

@@ -163,8 +163,10 @@ void frmCompare::Show()
         caption.setText(note.empty() ? name : name + QStringLiteral(" \u2013 ") + Translated(note));
         caption.setToolTip(caption.text());
     }
-    const auto document = model_.Side(Beside::Right).Document();
-    setWindowTitle(PlainTitle(ToText(tr("Compare %1").arg(ToQString(document->DisplayName())))));
+    const CompareSide& right = model_.Side(Beside::Right);
+    const auto document = right.Document();
+    const Text name = document ? document->DisplayName() : right.Name();
+    setWindowTitle(PlainTitle(ToText(tr("Compare %1").arg(ToQString(name)))));
     const QString note = NoteText();
     lbNote_->setText(note);
     lbNote_->setVisible(!note.isEmpty());

@@ -5,6 +5,7 @@
 #include "records/Record.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace nib {
 
@@ -12,6 +13,7 @@ namespace {
 
 /// Items of the dictionary; a file that was made by mistake must not hold up its records.
 constexpr size_t kMostItems = 5000;
+constexpr std::chrono::seconds kLongest{3}; ///< the user waits: what is not known by then has a number
 constexpr size_t kLargestItem = 1 << 16;
 /// Values that are looked at to find out which field they are of.
 constexpr int32_t kSamples = 100;
@@ -183,9 +185,13 @@ Dictionary ReadDictionary(ItemReader& reader, TextView file)
         std::sort(ids.begin(), ids.end());
         if (ids.size() > kMostItems) ids.resize(kMostItems);
         Dictionary dictionary;
+        const auto end = std::chrono::steady_clock::now() + kLongest;
         for (const Text& id : ids) {
+            if (std::chrono::steady_clock::now() > end) break;
             // An item that cannot be read is one that tells nothing.
-            const auto item = OrDefault([&] { return reader.Read(name, id); }, std::optional<Text>());
+            std::optional<Text> item;
+            const auto failure = FailureOf([&] { item = reader.Read(name, id); });
+            if (failure && failure->number == error_number::kDeviceUnavailable) throw *failure;
             if (item && item->size() <= kLargestItem) dictionary.Add(id, *item);
         }
         dictionary.name = name;

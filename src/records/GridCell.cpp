@@ -121,8 +121,12 @@ Text StoredValue(TextView before, TextView typed, const DictionaryField* field)
     if (cuts) throw Error(error_number::kInvalidCall, u"A value can hold neither line breaks nor marks that end it.");
     if (IsConverted(before, field)) return StoreConverted(before, WithSigns(typed), *field);
     const auto [front, back] = CommonEnds(TextView(shown), typed);
-    return Text(before.substr(0, front)) + WithMarks(typed.substr(front, typed.size() - front - back)) +
-           Text(before.substr(before.size() - back));
+    const TextView middle = typed.substr(front, typed.size() - front - back);
+    for (const SignRow& row : {kSigns[0], kSigns[1]})
+        if (before.find(row.sign) != TextView::npos && middle.find(row.sign) != TextView::npos)
+            throw Error(error_number::kInvalidCall,
+                        u"This value holds the sign of a mark as a character. It can be changed in the text.");
+    return Text(before.substr(0, front)) + WithMarks(middle) + Text(before.substr(before.size() - back));
 }
 
 } // namespace nib

@@ -36,13 +36,26 @@ void QtGridCells::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
     // A change that comes from elsewhere must not take away what is being typed.
     auto* line = static_cast<QLineEdit*>(editor);
-    if (!line->isModified()) line->setText(index.data(Qt::EditRole).toString());
+    if (line->isModified()) return;
+    before_ = index.data(Qt::EditRole).toString();
+    line->setText(before_);
+}
+
+/// Another value is in that place by now: a client has changed the text, or put lines above.
+bool QtGridCells::IsStale(const QModelIndex& index) const
+{
+    return index.data(Qt::EditRole).toString() != before_;
 }
 
 void QtGridCells::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
 {
     auto* line = static_cast<QLineEdit*>(editor);
-    if (line->isModified() && model->setData(index, line->text(), Qt::EditRole)) line->setModified(false);
+    if (!line->isModified()) return;
+    if (IsStale(index)) {
+        if (model_.onRefused) model_.onRefused(QtGridModel::tr("The record was changed meanwhile."));
+        return;
+    }
+    if (model->setData(index, line->text(), Qt::EditRole)) line->setModified(false);
 }
 
 bool QtGridCells::eventFilter(QObject* editor, QEvent* event)
@@ -55,7 +68,8 @@ bool QtGridCells::eventFilter(QObject* editor, QEvent* event)
         return true;
     }
     if (EndsEditing(key->key()) && line->isModified()) {
-        const QString reason = model_.Refusal(edited_, line->text());
+        const QString reason = IsStale(edited_) ? QtGridModel::tr("The record was changed meanwhile.")
+                                                : model_.Refusal(edited_, line->text());
         if (model_.onRefused) model_.onRefused(reason);
         if (!reason.isEmpty()) return true;
     }

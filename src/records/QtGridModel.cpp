@@ -138,9 +138,8 @@ Qt::ItemFlags QtGridModel::flags(const QModelIndex& index) const
 bool QtGridModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
     if (role != Qt::EditRole || !IsThere(index)) return false;
-    const auto failure = FailureOf([&] {
-        if (view_.MayEdit()) grid_.Type(CellAt(index), ToText(value.toString()));
-    });
+    if (!view_.MayEdit()) return false;
+    const auto failure = FailureOf([&] { grid_.Type(CellAt(index), ToText(value.toString())); });
     if (onRefused) onRefused(failure ? InUsersLanguage(failure->description) : QString());
     return !failure;
 }

@@ -21,8 +21,11 @@ protected:
     bool eventFilter(QObject* editor, QEvent* event) override;
 
 private:
+    bool IsStale(const QModelIndex& index) const;
+
     QtGridModel& model_;
     mutable QPersistentModelIndex edited_;
+    mutable QString before_; ///< of that, as it was before anything was typed
 };
 
 /// One table of a record with the keys and the menu for its values.

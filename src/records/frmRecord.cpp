@@ -94,10 +94,11 @@ QtGridView* frmRecord::NewTable(size_t table)
 
 void frmRecord::BuildTables()
 {
-    delete associations_;
-    associations_ = nullptr;
+    // The tables first: some are pages of the associations.
     for (QtGridView* table : std::as_const(tables_)) delete table;
     tables_.clear();
+    delete associations_;
+    associations_ = nullptr;
     const std::vector<GridTable>& tables = grid_.Tables();
     QtGridView* list = NewTable(0);
     setFocusProxy(list);

@@ -138,6 +138,7 @@ void OutsideChanges::Merge(mvDocument& document)
 bool OutsideChanges::MergeOnce(mvDocument& document)
 {
     const auto base = document.TextAsStored();
+    if (!base) return true; // a client has edited meanwhile what is too long to be kept
     const auto stored = program_.Connection().OpenServerForPath(document.Path(), true, false);
     const Text theirs = stored->ReadItem(0, 0, 0);
     const Text mine = document.GetText();

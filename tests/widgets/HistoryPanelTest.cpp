@@ -106,6 +106,9 @@ TEST_F(HistoryPanelTest, ListsBringsBackAndTellsOfAuthors)
     const auto windows = frame.findChildren<QMdiSubWindow*>().size();
     panel->findChildren<QPushButton*>()[1]->click();
     EXPECT_EQ(frame.findChildren<QMdiSubWindow*>().size(), windows + 1) << "the version beside the document";
+    list->selectAll();
+    panel->findChildren<QPushButton*>()[1]->click();
+    EXPECT_EQ(frame.findChildren<QMdiSubWindow*>().size(), windows + 2) << "two versions";
     QTest::keyClick(list, Qt::Key_Escape);
 }
 

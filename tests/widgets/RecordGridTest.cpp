@@ -89,6 +89,18 @@ TEST_F(RecordGridTest, ATextThatMeansNothingStaysToBeMended)
     EXPECT_EQ(Refusal(), QString());
 }
 
+TEST_F(RecordGridTest, WhatIsTypedGoesIntoNoOtherValueThanIsSeen)
+{
+    Type(List(), 0, 0, "C2");
+    form->txtText().Document().InsertText({0, 0}, u"new\r\n");
+    Settle();
+    Key(Qt::Key_Return);
+    EXPECT_EQ(Line(1) + Line(2), "newC1");
+    ASSERT_TRUE(Editor());
+    EXPECT_EQ(Editor()->text(), QStringLiteral("C2"));
+    Key(Qt::Key_Escape);
+}
+
 TEST_F(RecordGridTest, RowsAreTypedOneAfterTheOther)
 {
     Type(Lines(), 2, 0, "P3");

@@ -27,12 +27,15 @@ QString NoteOf(const Version& version)
 std::vector<MarginNote> NotesOf(const AuthoredText& authors)
 {
     std::vector<MarginNote> notes;
+    std::vector<QString> names;
+    names.reserve(authors.versions.size());
+    for (const Version& version : authors.versions) names.push_back(NoteOf(version));
     const auto count = static_cast<int32_t>(authors.lines.size());
     for (int32_t line = 0; line < count;) {
         const int32_t version = authors.lines[static_cast<size_t>(line)];
         const int32_t first = line;
         while (line < count && authors.lines[static_cast<size_t>(line)] == version) ++line;
-        if (version >= 0) notes.push_back({first, line - 1, NoteOf(authors.versions[static_cast<size_t>(version)])});
+        if (version >= 0) notes.push_back({first, line - 1, names[static_cast<size_t>(version)]});
     }
     return notes;
 }

@@ -3,6 +3,8 @@
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
 
+#include <algorithm>
+
 namespace nib {
 
 namespace {
@@ -50,8 +52,11 @@ void VersionList::SetMessage(size_t row, TextView message)
 {
     const auto document = Document();
     if (!document || rows_.at(row).message == message) return;
-    history_.SetMessage(*document, rows_[row].id, message);
-    rows_[row].message = message;
+    const std::string id = rows_[row].id;
+    history_.SetMessage(*document, id, message);
+    // The list may have been read anew meanwhile.
+    const auto now = std::find_if(rows_.begin(), rows_.end(), [&](const Version& version) { return version.id == id; });
+    if (now != rows_.end()) now->message = message;
 }
 
 void VersionList::BringBack(size_t row) const

@@ -102,6 +102,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Message", "'%1' has more than %2 decimal places."),
     QT_TRANSLATE_NOOP("Message", "'%1' is not of the form %2."),
     QT_TRANSLATE_NOOP("Message", "Only a part of this value is shown, by %1. It can be changed in the text."),
+    QT_TRANSLATE_NOOP("Message", "This value holds the sign of a mark as a character. It can be changed in the text."),
     QT_TRANSLATE_NOOP("Message", "A value can hold neither line breaks nor marks that end it."),
     QT_TRANSLATE_NOOP("Message", "This record is too large for a grid."),
 };

@@ -21,8 +21,16 @@ void MarginNotes::Follow(const TextChange& change)
     const auto behind = [&](int32_t line) { return line > change.oldEnd.line ? line + moved : line; };
     const auto from = std::partition_point(all_.begin(), all_.end(),
                                            [&](const MarginNote& note) { return note.last < change.start.line; });
+    const bool withinLine = moved == 0 && change.start.line == change.oldEnd.line;
+    if (from == all_.end() || (withinLine && from->first > change.oldEnd.line)) return;
     std::vector<MarginNote> rest;
     for (auto note = from; note != all_.end(); ++note) {
+        if (note->first > change.oldEnd.line) {
+            note->first += moved;
+            note->last += moved;
+            rest.push_back(std::move(*note));
+            continue;
+        }
         if (note->first < change.start.line) rest.push_back({note->first, change.start.line - 1, note->text});
         if (note->last <= change.oldEnd.line) continue;
         rest.push_back({behind(std::max(note->first, change.oldEnd.line + 1)), behind(note->last), note->text});

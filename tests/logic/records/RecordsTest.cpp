@@ -153,6 +153,7 @@ TEST(RecordsTest, WhatWasNotTouchedOfAValueStaysAsItIsStored)
         {u"a\u00A6b", &price, u"a\u00A6b", true, u"a\u00A6c", u"a\u00A6c"},
         {u"ab", nullptr, u"ab", false, u"a\u00A6b", u"a\uF8FCb"},
     };
+    EXPECT_THROW(StoredValue(u"a\u00A6b", u"xa\u00A6bx", nullptr), Error) << "which of the two would it be?";
     EXPECT_TRUE(ShowValue(Text(20'000, u'1'), &price).odd) << "it would take too long each time";
     for (const Row& row : rows) {
         SCOPED_TRACE(ToUtf8(row.shown));
