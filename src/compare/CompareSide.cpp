@@ -35,6 +35,7 @@ CompareSide::CompareSide(DocumentServices& services, CompareText text)
       note_(std::move(text.note)), item_(std::move(text.item))
 {
     Show(std::move(text.text));
+    saved_ = SavesHere();
     ApplyViewSettings(own_->view, services_.settings, &own_->lexer);
     own_->view.SetReadOnly(true);
 }
@@ -121,11 +122,19 @@ bool CompareSide::Replace(int32_t first, int32_t count, const CompareSide& other
     return true;
 }
 
+int32_t CompareSide::SavesHere() const
+{
+    const auto open = item_ ? services_.openDocuments.On(*item_) : nullptr;
+    return open ? open->SaveCount() : 0;
+}
+
 bool CompareSide::Look()
 {
     if (!own_ || !item_) return false;
     const StoredState state = item_->State();
-    if (state == StoredState::Changed) {
+    // A server is not asked again and again, and does not have to be for what was saved here.
+    const int32_t saved = SavesHere();
+    if (std::exchange(saved_, saved) != saved || state == StoredState::Changed) {
         // What cannot be read now may be later; until then the text stays.
         const auto failure = FailureOf([&] { Show(item_->ReadWhole()); });
         if (!failure && onChange) onChange(nullptr);

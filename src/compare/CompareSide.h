@@ -49,6 +49,7 @@ private:
     struct Own;
 
     void Show(ReadText text);
+    int32_t SavesHere() const;
     std::vector<TabPlace> TabsIn(int32_t first, int32_t count) const;
     void TextChanged(const TextChange& change) override;
     void TextReset() override;
@@ -63,6 +64,7 @@ private:
     Text note_;
     std::shared_ptr<mvItem> item_;
     StoredState state_ = StoredState::Same;
+    int32_t saved_ = 0; ///< of the document on the item, when it was read
 };
 
 } // namespace nib

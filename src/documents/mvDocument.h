@@ -143,6 +143,8 @@ public:
     void SetAutoRecoverFile(TextView name) { autoRecoverFile_ = name; }
     bool AutoSaveFlag() const;
     bool IsBeingSaved() const { return savings_ > 0; }
+    /// How often it was, for whoever shows what is stored.
+    int32_t SaveCount() const { return saved_; }
     /// Statement labels in the order of the text.
     const std::vector<Label>& Labels();
 
@@ -204,6 +206,7 @@ private:
     bool labelsOfSavedText_ = false;
     Text autoRecoverFile_;
     bool counted_ = false;
+    int32_t saved_ = 0;
     int32_t savings_ = 0; ///< under way: it neither closes nor changes its item
 };
 

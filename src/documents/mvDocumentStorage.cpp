@@ -258,6 +258,7 @@ void mvDocument::WriteFrom(SourceView& source, mvItem& item)
     item.WriteWhole(written, [this](const auto& work) { services_.frame.Await(work); });
     item.Commit();
     saving.Done();
+    ++saved_;
     IgnoringErrors([&] { services_.shell.DocumentSaved({item, before, readAt_, written, std::time(nullptr)}); });
     readAt_ = std::time(nullptr);
 }

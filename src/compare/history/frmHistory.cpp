@@ -156,6 +156,9 @@ void frmHistory::Follow()
     if (!isVisible()) return;
     model_->Refresh(false);
     ShowButtons();
+    if (fitted_ || model_->rowCount() == 0) return;
+    for (int column : {kWhen, kWho, kLines}) view_->resizeColumnToContents(column);
+    fitted_ = true;
 }
 
 std::vector<size_t> frmHistory::Chosen() const
@@ -207,8 +210,8 @@ void frmHistory::CompareChosen()
 void frmHistory::showEvent(QShowEvent* event)
 {
     QDockWidget::showEvent(event);
+    fitted_ = false;
     Follow();
-    for (int column : {kWhen, kWho, kLines}) view_->resizeColumnToContents(column);
 }
 
 void frmHistory::closeEvent(QCloseEvent* event)

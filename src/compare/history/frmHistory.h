@@ -51,6 +51,7 @@ private:
     QTreeView* view_;
     QPushButton* bringBack_;
     QPushButton* compareButton_;
+    bool fitted_ = false; ///< the columns are as wide as what the first versions need
 };
 
 /// When a version was saved, for the user to read.

@@ -174,10 +174,18 @@ TEST(CompareModelTest, FollowsItsTexts)
     t.model->Look();
     t.Await();
     EXPECT_TRUE(t.model->Rows().Differences().AreSame());
+    t.Store().states[kMain] = StoredState::Same; // as a server's item says that nobody has looked at
+    t.document->View()->txtText().Document().InsertText({0, 0}, u"MORE\r\n");
+    t.Await();
+    EXPECT_EQ(t.model->Rows().ChangeCount(), 1);
+    EXPECT_TRUE(t.document->FileSave());
+    t.model->Look();
+    t.Await();
+    EXPECT_TRUE(t.model->Rows().Differences().AreSame()) << "it was saved";
     t.Store().states[kMain] = StoredState::Gone;
     t.model->Look();
     EXPECT_EQ(t.model->Side(Beside::Left).Note(), u"deleted");
-    EXPECT_EQ(t.model->Side(Beside::Left).Lines().LineCount(), 21) << "the text stays";
+    EXPECT_EQ(t.model->Side(Beside::Left).Lines().LineCount(), 22) << "the text stays";
     t.document->FileClose(false);
     t.document.reset();
     EXPECT_FALSE(t.model->IsThere());
