@@ -160,7 +160,7 @@ TEST(TextDifferences, AMillionLinesWithNothingInCommonTakeNotLong)
     for (int32_t n = 0; n < 1'000'000; ++n) {
         left += u"L" + Decimal(n) + u"\n";
         right += u"R" + Decimal(n) + u"\n";
-        few += n * 7919 % 31 < 15 ? u"R1\n" : u"R2\n";
+        few += int64_t{n} * 7919 % 31 < 15 ? u"R1\n" : u"R2\n";
     }
     const TextDifferences found = Compared(left, right);
     EXPECT_EQ(found.ChangeCount(), 1);
