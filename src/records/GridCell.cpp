@@ -78,6 +78,7 @@ Text StoreConverted(TextView before, TextView typed, const DictionaryField& fiel
 {
     const std::vector<Text> stored = Pieces(before, kSubValueMark);
     std::vector<Text> shown;
+    shown.reserve(stored.size());
     for (const Text& piece : stored) shown.push_back(ShowPiece(piece, field).text);
     std::vector<Text> pieces = Pieces(typed, kSubValueSign);
     const auto [front, back] = CommonEnds(shown, pieces);

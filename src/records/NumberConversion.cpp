@@ -61,7 +61,7 @@ void RoundTo(DecimalNumber& number, size_t places)
 }
 
 /// Without noughts that say nothing.
-Text Plain(DecimalNumber number)
+Text Plain(const DecimalNumber& number)
 {
     Text whole = number.digits.substr(0, number.digits.size() - number.behind);
     Text fraction = number.digits.substr(number.digits.size() - number.behind);

@@ -53,8 +53,7 @@ bool LineAuthors::Step()
         return repository_.CompareVersions(before.front().id, next_.id, visit);
     };
     const bool compared = ForEachSame(count, compare, [&](int32_t from, int32_t to, int32_t many) {
-        for (int32_t i = 0; i < many; ++i)
-            std::swap(older[static_cast<size_t>(from + i)], open_[static_cast<size_t>(to + i)]);
+        std::swap_ranges(older.begin() + from, older.begin() + from + many, open_.begin() + to);
     });
     // What was not handed on came with this version.
     const auto number = static_cast<int32_t>(versions_.size());

@@ -42,7 +42,8 @@ void ForEachLoose(const std::string& repository, Visit&& visit)
         const std::string begin{kDigits[i / 16], kDigits[i % 16]};
         ForEachFile(repository + "/objects/" + begin, [&](const std::string& path, const std::string& name) {
             git_oid id;
-            if (name.size() == GIT_OID_HEXSZ - 2 && git_oid_fromstr(&id, (begin + name).c_str()) == 0)
+            const std::string whole = std::string(begin).append(name);
+            if (whole.size() == GIT_OID_HEXSZ && git_oid_fromstr(&id, whole.c_str()) == 0)
                 visit(path, id);
             else if (time(nullptr) - StampOf(path).seconds > kLeftOver)
                 unlink(path.c_str());

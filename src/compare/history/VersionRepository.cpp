@@ -216,10 +216,7 @@ git_oid VersionRepository::Commit(const HistoryPlace& place, const NewVersion& v
         lines->first += hunk.new_lines;
         lines->second += hunk.old_lines;
     };
-    if (!parent)
-        lines.reset();
-    else if (!Compare(ToHex(*parent), version.bytes, count))
-        lines.reset();
+    if (!parent || !Compare(ToHex(*parent), version.bytes, count)) lines.reset();
     const GitSignature author = Signature(version.author, version.host, version.time);
     const auto before = parent ? nib::Make<GitCommit>(git_commit_lookup, repository, &*parent) : nullptr;
     const git_commit* parents[] = {before.get()};

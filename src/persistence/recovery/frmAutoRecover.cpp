@@ -27,7 +27,7 @@ constexpr int kLinesColumn = 2;
 
 QString Shown(const RecoveryRow& row, int column)
 {
-    const QString text = ToQString(row.*kColumns[column]);
+    QString text = ToQString(row.*kColumns[column]);
     if (column != kLinesColumn || text.isEmpty()) return text;
     return QCoreApplication::translate("frmAutoRecover", "%1 lines").arg(text.section(u' ', 0, 0));
 }
