@@ -92,8 +92,10 @@ public:
     /// `theirs`, which was read from `stored`, was brought together with the text: it becomes `merged`, in one step of
     /// undo, and what a save replaces is `theirs`. False, and nothing is changed, where another text is stored by now.
     bool TakeMerged(mvItem& stored, TextView theirs, TextView merged);
-    /// Lines that were just put in are stored with these TABs. Others keep what is known of them.
-    void TakeTabs(std::vector<TabPlace> tabs);
+    /// `count` lines from `first` on, which were just put in, are stored with these TABs, and no others.
+    void TakeTabs(int32_t first, int32_t count, std::vector<TabPlace> tabs);
+    /// The whole text, as it was stored once, in one step of undo.
+    void BringBack(TextView text);
     clsDocView& EnsureView();
     clsDocView* View() const { return view_.get(); }
     Text TitleText() const;

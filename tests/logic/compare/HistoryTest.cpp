@@ -324,6 +324,23 @@ TEST_F(ProgramHistoryTest, ASaveLeavesAVersionAndOneComesBackInOneStep)
     EXPECT_EQ(document->GetText(), u"mine again");
 }
 
+TEST_F(ProgramHistoryTest, WhatComesBackHasItsTabsAndSoHasItsUndo)
+{
+    SaveAs(u"mine");
+    const Text stored = u"a   b\r\n\td\r\n\te";
+    t.connection.store.items[Text(kItem)].text = stored;
+    document->Reload();
+    history.BringBack(*document, history.List(*document, history.Last(*document), 10).back().id);
+    for (int pass = 0; pass < 2; ++pass) {
+        EXPECT_EQ(document->AsWritten().Whole(), u"a\tb\r\nc");
+        EXPECT_TRUE(document->IsDirty());
+        document->Undo();
+        EXPECT_EQ(document->AsWritten().Whole(), stored) << "one step";
+        EXPECT_FALSE(document->IsDirty());
+        document->Redo();
+    }
+}
+
 TEST_F(ProgramHistoryTest, WhatIsSavedOverWithTheUsersConsentIsAVersion)
 {
     document->ReplaceText(u"mine");
