@@ -7,6 +7,7 @@
 #include "text/TextSearch.h"
 
 #include <algorithm>
+#include <ctime>
 #include <utility>
 
 namespace nib {
@@ -67,10 +68,8 @@ bool mvDocument::TakeMerged(mvItem& stored, TextView theirs, TextView merged)
     const Text shown = ExpandTabs(theirs, tabSize);
     SourceDocument& text = EnsureView().txtText().Document();
     ReplaceByLines(text, merged);
-    if (merged == shown)
-        text.SetModified(false);
-    else
-        text.SetStoredText(shown);
+    SetReplaced(Text(theirs));
+    if (merged == shown) text.SetModified(false);
     StoredForm* form = item_->Form();
     if (form && stored.Form()) *form = *stored.Form();
     const std::vector<int32_t> places = PlacesOf(shown, merged);
@@ -83,6 +82,13 @@ bool mvDocument::TakeMerged(mvItem& stored, TextView theirs, TextView merged)
     labels_.reset();
     services_.shell.DocumentChanged(*this);
     return true;
+}
+
+void mvDocument::SetReplaced(Text theirs)
+{
+    EnsureView().txtText().Document().SetStoredText(ExpandTabs(theirs, services_.settings.TabSize));
+    replaces_ = std::make_shared<const Text>(std::move(theirs));
+    readAt_ = std::time(nullptr);
 }
 
 void mvDocument::TakeTabs(int32_t first, int32_t count, std::vector<TabPlace> tabs)
