@@ -118,7 +118,7 @@ bool CompareSide::Replace(int32_t first, int32_t count, const CompareSide& other
     ReplaceLines(Lines(), {first, count, 0, otherCount}, {lines.begin(), lines.end()});
     std::vector<TabPlace> tabs = other.TabsIn(otherFirst, otherCount);
     for (TabPlace& tab : tabs) tab.line += first - otherFirst;
-    document->TakeTabs(std::move(tabs));
+    if (other.own_) document->TakeTabs(first, otherCount, std::move(tabs));
     return true;
 }
 

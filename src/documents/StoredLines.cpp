@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
+#include <utility>
 
 namespace nib {
 
@@ -26,18 +27,6 @@ std::vector<uint32_t> IdentitiesOf(const SourceDocument& document)
 }
 
 } // namespace
-
-uint32_t StoredLines::IdentityOf(const LineRecord& record)
-{
-    return record.words[static_cast<size_t>(LineWord::Identity)];
-}
-
-bool StoredLines::IsAsShown(const Line& line, const LineRecord& record, Text& shown)
-{
-    shown.clear();
-    record.Units().AppendTo(shown);
-    return HashOf(shown) == line.shown;
-}
 
 void StoredLines::Read(const std::vector<TabPlace>& tabs, const std::vector<OddEnd>& odd, int32_t tabWidth,
                        SourceDocument& document, int32_t& lastIdentity)
@@ -63,7 +52,7 @@ void StoredLines::ReadSome(const std::vector<bool>& which, const std::vector<Tab
         const bool ownEnd = end != odd.end() && end->line == line;
         const bool plain = !ownEnd && (tab == tabs.end() || tab->line != line);
         auto identity = static_cast<int32_t>(document.GetLineData(line, LineWord::Identity));
-        if (plain && !Find(static_cast<uint32_t>(identity))) continue;
+        if (plain && !(known_ && known_->Knows(static_cast<uint32_t>(identity)))) continue;
         if (identity == 0) {
             if (lastIdentity == std::numeric_limits<int32_t>::max()) break;
             identity = ++lastIdentity;
@@ -81,21 +70,33 @@ void StoredLines::ReadSome(const std::vector<bool>& which, const std::vector<Tab
 
 void StoredLines::Known::Take(std::vector<Line> read)
 {
-    const auto byIdentity = [](const Line& a, const Line& b) { return a.identity < b.identity; };
+    const auto key = [](const Line& line) { return std::pair(line.identity, line.shown); };
     read.insert(read.end(), lines.begin(), lines.end());
-    std::stable_sort(read.begin(), read.end(), byIdentity);
-    const auto same = [](const Line& a, const Line& b) { return a.identity == b.identity; };
+    std::stable_sort(read.begin(), read.end(), [&](const Line& a, const Line& b) { return key(a) < key(b); });
+    const auto same = [&](const Line& a, const Line& b) { return key(a) == key(b); };
     read.erase(std::unique(read.begin(), read.end(), same), read.end());
     lines = std::move(read);
 }
 
-const StoredLines::Line* StoredLines::Known::Find(uint32_t identity) const
+bool StoredLines::Known::Knows(uint32_t identity) const
 {
-    if (identity == 0) return nullptr;
-    const auto found = std::lower_bound(lines.begin(), lines.end(), identity, [](const Line& line, uint32_t wanted) {
-        return static_cast<uint32_t>(line.identity) < wanted;
-    });
-    const bool there = found != lines.end() && static_cast<uint32_t>(found->identity) == identity;
+    if (identity == 0) return false;
+    const auto wanted = static_cast<int32_t>(identity);
+    const auto found =
+        std::partition_point(lines.begin(), lines.end(), [&](const Line& line) { return line.identity < wanted; });
+    return found != lines.end() && found->identity == wanted;
+}
+
+const StoredLines::Line* StoredLines::Known::Find(const LineRecord& record, Text& shown) const
+{
+    const uint32_t identity = record.words[static_cast<size_t>(LineWord::Identity)];
+    if (!Knows(identity)) return nullptr;
+    shown.clear();
+    record.Units().AppendTo(shown);
+    const std::pair wanted(static_cast<int32_t>(identity), HashOf(shown));
+    const auto found = std::partition_point(
+        lines.begin(), lines.end(), [&](const Line& line) { return std::pair(line.identity, line.shown) < wanted; });
+    const bool there = found != lines.end() && std::pair(found->identity, found->shown) == wanted;
     return there ? &*found : nullptr;
 }
 
@@ -118,8 +119,8 @@ LinewiseText StoredLines::Written(std::shared_ptr<const TextSnapshot> text) cons
         Text shown;
         Text stored;
         text->ForEachLine([&](const LineRecord& record) {
-            const Line* line = known->Find(IdentityOf(record));
-            if (!line || line->tabs == 0 || !IsAsShown(*line, record, shown)) return visit(record.Units());
+            const Line* line = known->Find(record, shown);
+            if (!line || line->tabs == 0) return visit(record.Units());
             stored.clear();
             known->AppendStored(*line, shown, stored);
             visit({stored.data(), stored.size(), true});
@@ -144,8 +145,8 @@ std::vector<OddEnd> StoredLines::OddEnds(const TextSnapshot& text) const
     Text shown;
     int32_t number = 0;
     text.ForEachLine([&](const LineRecord& record) {
-        const Line* line = known_->Find(IdentityOf(record));
-        if (line && line->end && IsAsShown(*line, record, shown)) odd.push_back({number, *line->end});
+        const Line* line = known_->Find(record, shown);
+        if (line && line->end) odd.push_back({number, *line->end});
         ++number;
     });
     return odd;

@@ -14,8 +14,8 @@ namespace nib {
 class SourceDocument;
 
 /// What lines of a document were in storage where the text that is shown does not tell: their TABs, and an end that
-/// most lines do not have. It is known by the identity of the line, and holds whenever the line has the text that it
-/// was shown with.
+/// most lines do not have. It is known by the identity of the line and the text that it was shown with, and holds
+/// whenever the line has that text; so it may hold for several texts of one line, which undo goes back to.
 class StoredLines {
 public:
     bool Empty() const { return !known_; }
@@ -49,21 +49,17 @@ private:
 
     /// Never changed once it is there.
     struct Known {
-        std::vector<Line> lines;      ///< by identity
+        std::vector<Line> lines;      ///< by identity, and by what they were shown with
         std::vector<int32_t> columns; ///< of TABs, in the text that is shown
         bool anyEnd = false;
 
         /// What was read last counts.
         void Take(std::vector<Line> read);
-        /// Null when the line is as it is shown.
-        const Line* Find(uint32_t identity) const;
+        bool Knows(uint32_t identity) const;
+        /// Null when the line is as it is shown; else `shown` gets its text.
+        const Line* Find(const LineRecord& record, Text& shown) const;
         void AppendStored(const Line& line, TextView shown, Text& out) const;
     };
-
-    static uint32_t IdentityOf(const LineRecord& record);
-    /// The line has the text that it was shown with; `shown` gets it.
-    static bool IsAsShown(const Line& line, const LineRecord& record, Text& shown);
-    const Line* Find(uint32_t identity) const { return known_ ? known_->Find(identity) : nullptr; }
 
     std::shared_ptr<const Known> known_; ///< null for nothing
 };

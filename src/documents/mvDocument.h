@@ -92,8 +92,12 @@ public:
     /// `theirs`, which was read from `stored`, was brought together with the text: it becomes `merged`, in one step of
     /// undo, and what a save replaces is `theirs`. False, and nothing is changed, where another text is stored by now.
     bool TakeMerged(mvItem& stored, TextView theirs, TextView merged);
-    /// Lines that were just put in are stored with these TABs. Others keep what is known of them.
-    void TakeTabs(std::vector<TabPlace> tabs);
+    /// It stays as it is, though `theirs` is stored by now: that is what a save replaces.
+    void SetReplaced(Text theirs);
+    /// `count` lines from `first` on, which were just put in, are stored with these TABs, and no others.
+    void TakeTabs(int32_t first, int32_t count, std::vector<TabPlace> tabs);
+    /// The whole text, as it was stored once, in one step of undo.
+    void BringBack(TextView text);
     clsDocView& EnsureView();
     clsDocView* View() const { return view_.get(); }
     Text TitleText() const;
@@ -198,6 +202,7 @@ private:
     int32_t documentId_;
     std::shared_ptr<mvItem> item_;
     StoredLines stored_;
+    std::shared_ptr<const Text> replaces_; ///< stored by another, with its TABs; null: as read or saved last
     int64_t readAt_ = 0; ///< seconds since the epoch: when what is stored was read or saved last; 0: nothing is stored
     int32_t newNumber_ = 0;
     std::unique_ptr<clsDocView> view_;

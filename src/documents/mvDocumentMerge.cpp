@@ -6,6 +6,10 @@
 #include "text/LineDiff.h"
 #include "text/TextSearch.h"
 
+#include <algorithm>
+#include <ctime>
+#include <utility>
+
 namespace nib {
 
 namespace {
@@ -27,6 +31,19 @@ std::vector<int32_t> PlacesOf(TextView text, TextView in)
     }
     same(static_cast<int32_t>(lines.size()));
     return places;
+}
+
+/// It becomes a new line with the same text, and undo brings the old one back with what is known of it.
+void PutAnew(mvDocument& document, int32_t line)
+{
+    SourceDocument& text = document.EnsureView().txtText().Document();
+    const bool bookmark = text.HasBookmark(line);
+    const Text units = text.GetLine(line);
+    const auto end = static_cast<int32_t>(units.size());
+    text.InsertText({0, line}, units + u"\r\n");
+    document.LineIdFromLine(line); // by now, so that redo brings it back
+    text.DeleteRange({end, line}, {end, line + 1});
+    if (bookmark && !text.HasBookmark(line)) text.ToggleBookmark(line);
 }
 
 /// Those whose lines have a place, there.
@@ -51,10 +68,8 @@ bool mvDocument::TakeMerged(mvItem& stored, TextView theirs, TextView merged)
     const Text shown = ExpandTabs(theirs, tabSize);
     SourceDocument& text = EnsureView().txtText().Document();
     ReplaceByLines(text, merged);
-    if (merged == shown)
-        text.SetModified(false);
-    else
-        text.SetStoredText(shown);
+    SetReplaced(Text(theirs));
+    if (merged == shown) text.SetModified(false);
     StoredForm* form = item_->Form();
     if (form && stored.Form()) *form = *stored.Form();
     const std::vector<int32_t> places = PlacesOf(shown, merged);
@@ -69,14 +84,53 @@ bool mvDocument::TakeMerged(mvItem& stored, TextView theirs, TextView merged)
     return true;
 }
 
-void mvDocument::TakeTabs(std::vector<TabPlace> tabs)
+void mvDocument::SetReplaced(Text theirs)
+{
+    EnsureView().txtText().Document().SetStoredText(ExpandTabs(theirs, services_.settings.TabSize));
+    replaces_ = std::make_shared<const Text>(std::move(theirs));
+    readAt_ = std::time(nullptr);
+}
+
+void mvDocument::TakeTabs(int32_t first, int32_t count, std::vector<TabPlace> tabs)
 {
     SourceDocument& text = EnsureView().txtText().Document();
-    std::erase_if(tabs, [&](const TabPlace& tab) { return text.GetLineData(tab.line, LineWord::Identity) != 0; });
-    if (tabs.empty()) return;
+    const int32_t tabSize = services_.settings.TabSize;
+    const Text blanks(static_cast<size_t>(std::max(tabSize, 1)), u' ');
+    Text scratch;
+    TextView shown;
+    int32_t of = -1;
+    // Where TABs had another width when the lines were shown, the lines have no place for these.
+    std::erase_if(tabs, [&](const TabPlace& tab) {
+        if (std::exchange(of, tab.line) != tab.line) shown = text.LineText(tab.line, scratch);
+        const auto column = static_cast<size_t>(tab.column);
+        return tab.line >= text.LineCount() || column > shown.size() || !shown.substr(column).starts_with(blanks);
+    });
     std::vector<bool> which(static_cast<size_t>(text.LineCount()));
-    for (const TabPlace& tab : tabs) which[static_cast<size_t>(tab.line)] = true;
-    stored_.ReadSome(which, tabs, {}, services_.settings.TabSize, text, services_.lastLineId);
+    std::fill_n(which.begin() + first, count, true);
+    std::vector<OddEnd> ends = stored_.OddEnds(*text.Snapshot());
+    std::erase_if(ends, [&](const OddEnd& end) { return !which[static_cast<size_t>(end.line)]; });
+    stored_.ReadSome(which, tabs, ends, tabSize, text, services_.lastLineId);
+}
+
+void mvDocument::BringBack(TextView text)
+{
+    const WaitCursor wait(services_.frame);
+    const int32_t tabSize = services_.settings.TabSize;
+    SourceDocument& own = EnsureView().txtText().Document();
+    const Text shown = ExpandTabs(text, tabSize);
+    const Text written = AsWritten().Whole();
+    const std::vector<TextView> before = LinesOf(written);
+    const std::vector<TextView> after = LinesOf(text);
+    const std::vector<int32_t> places = PlacesOf(own.GetText(), shown);
+    own.BreakTyping();
+    own.BeginGroup();
+    ReplaceByLines(own, shown);
+    for (size_t line = 0; line < places.size(); ++line) {
+        const int32_t place = places[line];
+        if (place >= 0 && before[line] != after[static_cast<size_t>(place)]) PutAnew(*this, place);
+    }
+    own.EndGroup();
+    TakeTabs(0, own.LineCount(), TabsOf(text, tabSize));
 }
 
 } // namespace nib

@@ -43,6 +43,7 @@ bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
     SourceView& source = EnsureView().txtText();
     source.SetText(u"");
     stored_.Clear();
+    replaces_.reset();
     source.Document().ClearBookmarks();
     source.Document().ClearUndo();
     source.Document().SetModified(false);
@@ -211,6 +212,7 @@ void mvDocument::RememberStored(const std::vector<TabPlace>& tabs)
     const StoredForm* form = item_->Form();
     stored_.Read(tabs, form ? form->OddEnds() : std::vector<OddEnd>(), services_.settings.TabSize, Source()->Document(),
                  services_.lastLineId);
+    replaces_.reset();
     readAt_ = std::time(nullptr);
 }
 
@@ -260,13 +262,27 @@ void mvDocument::WriteFrom(SourceView& source, mvItem& item)
     saving.Done();
     ++saved_;
     IgnoringErrors([&] { services_.shell.DocumentSaved({item, before, readAt_, written, std::time(nullptr)}); });
+    replaces_.reset();
     readAt_ = std::time(nullptr);
 }
 
-/// As it was read or saved last; for an item that this document was not on, as it is there.
+namespace {
+
+LinewiseText LinesOfHeld(std::shared_ptr<const Text> text)
+{
+    LinewiseText lines = LinesIn(*text);
+    lines.walk = [text = std::move(text), walk = std::move(lines.walk)](const auto& visit) { walk(visit); };
+    return lines;
+}
+
+} // namespace
+
+/// As it was read or saved last, or another has stored it since; for an item that this document was not on, as it is
+/// there.
 std::optional<LinewiseText> mvDocument::StoredBefore(mvItem& item)
 {
     if (item_.get() == &item) {
+        if (replaces_) return LinesOfHeld(replaces_);
         const auto text = readAt_ != 0 ? Source()->Document().StoredText() : nullptr;
         return text ? std::optional(stored_.Written(text)) : std::nullopt;
     }
@@ -276,10 +292,7 @@ std::optional<LinewiseText> mvDocument::StoredBefore(mvItem& item)
         [&] {
             // By an object of its own: what this one knows of the item is part of the save.
             auto there = services_.connection.OpenServerForPath(item.Path(), true, false);
-            auto text = std::make_shared<const Text>(there->ReadItem(0, 0, 0));
-            LinewiseText lines = LinesIn(*text);
-            lines.walk = [text, walk = std::move(lines.walk)](const LinewiseText::Visit& visit) { walk(visit); };
-            return std::optional(std::move(lines));
+            return std::optional(LinesOfHeld(std::make_shared<const Text>(there->ReadItem(0, 0, 0))));
         },
         std::optional<LinewiseText>());
 }

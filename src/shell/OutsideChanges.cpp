@@ -107,8 +107,7 @@ void OutsideChanges::Keep(mvDocument& document)
     // It is what the next save replaces, and the history shows it as that.
     IgnoringErrors([&] {
         const auto stored = program_.Connection().OpenServerForPath(document.Path(), true, false);
-        const Text theirs = stored->ReadItem(0, 0, 0);
-        document.View()->txtText().Document().SetStoredText(ExpandTabs(theirs, program_.EditorSettings().TabSize));
+        document.SetReplaced(stored->ReadItem(0, 0, 0));
     });
 }
 

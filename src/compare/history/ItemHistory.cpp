@@ -123,7 +123,7 @@ void ItemHistory::BringBack(mvDocument& document, const std::string& version) co
     HistoryPlace place;
     const auto repository = RepositoryOf(document, place);
     if (!repository || !document.EnsureView().txtText().MayEdit()) return;
-    document.ReplaceText(VersionText(repository->Bytes(version)));
+    document.BringBack(VersionText(repository->Bytes(version)));
 }
 
 void ItemHistory::AskAuthors(mvDocument& document, std::function<void(const AuthoredText&)> take)

@@ -145,16 +145,43 @@ TEST(CompareModelTest, AllOrNothingIsTakenOver)
     }
 }
 
-TEST(CompareModelTest, WhatIsTakenBackIsStoredAsItWas)
+struct TakenCase {
+    Text read, own, stored; ///< at the first, in the window, by now
+};
+
+const TakenCase kTaken[] = {{u"A\r\nB\tC\r\n\tD\r\nE\tF", u"A\r\nother\r\nE       F", u"A\r\nB\tC\r\n\tD\r\nE\tF"},
+                            {u"x\tOLD\r\nz", u"x\tOLD\r\nmine", u"x\ty\tNEW\r\nmine"},
+                            {u"B\tC\r\nz", u"other\r\nz", u"B   C\r\nz"}};
+
+TEST(CompareModelTest, WhatIsTakenIsStoredAsItWasAndSoIsItsUndo)
 {
-    const Text stored = u"A\r\nB\tC\r\n\tD\r\nE\tF";
-    Compared t(stored, u"A\r\nother\r\nE       F");
-    while (t.model->Rows().ChangeCount() > 0) {
-        ASSERT_TRUE(t.model->Take(0, Beside::Right));
+    for (const TakenCase& row : kTaken) {
+        Compared t(row.read, row.own);
+        t.Store().items[kMain].text = row.stored;
+        t.Store().states[kMain] = StoredState::Changed;
+        t.model->Look();
         t.Await();
+        int takes = 0;
+        for (; t.model->Rows().ChangeCount() > 0; ++takes) {
+            ASSERT_TRUE(t.model->Take(0, Beside::Right));
+            t.Await();
+        }
+        EXPECT_TRUE(t.document->FileSave());
+        EXPECT_EQ(t.Stored(kMain), row.stored) << "TABs as well";
+        for (; takes > 0; --takes) t.document->Undo();
+        EXPECT_TRUE(t.document->FileSave());
+        EXPECT_EQ(t.Stored(kMain), row.own);
     }
+}
+
+TEST(CompareModelTest, TabsThatWereShownWithAnotherWidthAreTakenAsBlanks)
+{
+    Compared t(u"A\tB", u"other");
+    t.program.EditorSettings().TabSize = 8;
+    ASSERT_TRUE(t.model->Take(0, Beside::Right));
+    t.document->SetText(t.document->GetText() + u"\r\nmore");
     EXPECT_TRUE(t.document->FileSave());
-    EXPECT_EQ(t.Stored(kMain), stored) << "TABs as well";
+    EXPECT_EQ(t.Stored(kMain), u"A   B\r\nmore");
 }
 
 TEST(CompareModelTest, FollowsItsTexts)

@@ -324,16 +324,43 @@ TEST_F(ProgramHistoryTest, ASaveLeavesAVersionAndOneComesBackInOneStep)
     EXPECT_EQ(document->GetText(), u"mine again");
 }
 
+TEST_F(ProgramHistoryTest, WhatComesBackHasItsTabsAndSoHasItsUndo)
+{
+    SaveAs(u"mine");
+    const Text stored = u"a   b\r\n\td\r\n\te";
+    t.connection.store.items[Text(kItem)].text = stored;
+    document->Reload();
+    history.BringBack(*document, history.List(*document, history.Last(*document), 10).back().id);
+    for (int pass = 0; pass < 2; ++pass) {
+        EXPECT_EQ(document->AsWritten().Whole(), u"a\tb\r\nc");
+        EXPECT_TRUE(document->IsDirty());
+        document->Undo();
+        EXPECT_EQ(document->AsWritten().Whole(), stored) << "one step";
+        EXPECT_FALSE(document->IsDirty());
+        document->Redo();
+    }
+}
+
 TEST_F(ProgramHistoryTest, WhatIsSavedOverWithTheUsersConsentIsAVersion)
 {
     document->ReplaceText(u"mine");
-    t.connection.store.items[Text(kItem)].text = u"theirs";
+    t.connection.store.items[Text(kItem)].text = u"\ttheirs";
     t.connection.store.states[Text(kItem)] = StoredState::Changed;
     t.boxes.Answer({message_box::kAnswerKeep});
     t.program.Files().FileSave(*document);
     t.boxes.Take();
     ASSERT_TRUE(t.Wait([&] { return news > 0; }));
-    EXPECT_EQ(Texts(), (std::vector<Text>{u"mine", u"read theirs"}));
+    EXPECT_EQ(Texts(), (std::vector<Text>{u"mine", u"read \ttheirs"}));
+    document->ReplaceText(u"merged");
+    t.connection.store.items[Text(kItem)].text = u"\tmore";
+    t.connection.store.states[Text(kItem)] = StoredState::Changed;
+    t.boxes.Answer({message_box::kAnswerMerge});
+    t.dialogs.onMerge = [](MergeModel& merge) { return merge.Choose(0, MergeChoice::Mine), MergeAnswer::Merge; };
+    t.program.Files().FileSave(*document);
+    t.program.Files().FileSave(*document);
+    t.boxes.Take();
+    ASSERT_TRUE(t.Wait([&] { return news > 1; }));
+    EXPECT_EQ(Texts(), (std::vector<Text>{u"merged", u"read \tmore", u"mine", u"read \ttheirs"}));
 }
 
 TEST_F(ProgramHistoryTest, SaveAsKeepsWhatItReplaces)

@@ -2,6 +2,7 @@
 #include "editing/LexClass.h"
 #include "fakes/TestProgram.h"
 #include "logic/storage/HostFixture.h"
+#include "text/LineDiff.h"
 
 #include <random>
 
@@ -253,7 +254,15 @@ const std::function<void(mvDocument&, int32_t line)> kEdits[] = {
         d.ReplaceSelection(u"Z\r\n");
     },
     [](mvDocument& d, int32_t line) { d.ReplaceText(WithZ(d, line)); },
-    [](mvDocument& d, int32_t line) { d.SetText(WithZ(d, line)); }};
+    [](mvDocument& d, int32_t line) { d.SetText(WithZ(d, line)); },
+    [](mvDocument& d, int32_t line) {
+        const Text written = d.AsWritten().Whole();
+        std::vector<TextView> lines = LinesOf(written);
+        lines[static_cast<size_t>(line)] = u"Z";
+        Text text;
+        for (TextView each : lines) text.append(each).append(u"\r\n");
+        d.BringBack(TextView(text).substr(0, text.size() - 2));
+    }};
 
 struct StoredLinesTest : HostFixture {
     StoredLinesTest() { std::filesystem::create_directory_symlink(fast_.Path(), folder / "accounts/DEMO/FAST"); }
