@@ -2281,7 +2281,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <name>SidesTable</name>
     <message>
         <source>Theirs: as it is stored now</source>
-        <translation>Fremd: wie es jetzt gespeichert ist</translation>
+        <translation>Fremd: jetzt gespeichert</translation>
     </message>
     <message>
         <source>Mine</source>
@@ -2289,7 +2289,7 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     </message>
     <message>
         <source>Before: as last read or saved</source>
-        <translation>Vorher: wie zuletzt gelesen oder gespeichert</translation>
+        <translation>Vorher: zuletzt gelesen</translation>
     </message>
 </context>
 <context>

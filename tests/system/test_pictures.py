@@ -62,7 +62,7 @@ class Tour:
         self.desktop, self.pictures, self.faults = desktop, pictures, {}
         self.probe = Probe(desktop, plugins)
         look.prepare(desktop)
-        desktop.sample_accounts()
+        self.account = desktop.sample_accounts()
 
     def picture(self, name):
         """Of the screen as it stands once it has come to rest."""
@@ -129,11 +129,14 @@ class Tour:
         self.desktop.keys("ctrl+Home", *["Down"] * 15, "Home")
         form("rename", "frmRename", ("run", "Rename"))
 
-    def box(self, name):
+    def box(self, name, answer=""):
         probe = self.probe
         box = eventually(name, lambda: [window for window in probe.windows() if window["modal"]])[0]
         self.picture(name)
-        probe.close(box["class"])
+        if answer:
+            self.desktop.keys(answer)
+        else:
+            probe.close(box["class"])
 
     def panels(self):
         probe, desktop = self.probe, self.desktop
@@ -160,6 +163,20 @@ class Tour:
         self.picture("outline")
         probe.do("run", "Problems")
         self.picture("problems")
+        probe.do("run", "History")
+        self.picture("history")
+        probe.do("run", "RecordGrid")
+        self.picture("grid")
+        probe.do("run", "RecordGrid")
+        probe.do("run", "CompareStored")
+        time.sleep(0.5)
+        self.picture("compare")
+        desktop.keys("ctrl+F4")
+        item = self.account / "BP" / "INVOICE"
+        item.write_bytes(item.read_bytes().replace(b"STOP", b"RETURN"))
+        probe.do("run", "Save")
+        self.box("changed-elsewhere", answer="Return")
+        self.form("merge", "frmMerge")
         probe.do("run", "Close")
         self.box("save-question")
 

@@ -48,6 +48,11 @@ QtHistory::QtHistory(ItemHistory& history, DocumentServices& services, QtCompare
       panel_(new frmHistory(history, services, compare, &window))
 {
     window_.addDockWidget(Qt::RightDockWidgetArea, panel_);
+    // In one place with what is there already: small screens have no room for both.
+    const auto others = window_.findChildren<QDockWidget*>(Qt::FindDirectChildrenOnly);
+    for (QDockWidget* other : others)
+        if (other != panel_ && window_.dockWidgetArea(other) == Qt::RightDockWidgetArea)
+            window_.tabifyDockWidget(other, panel_);
     window_.resizeDocks({panel_}, {kWidth}, Qt::Horizontal);
     panel_->onClose = [this, stateChanged = std::move(stateChanged)] {
         services_.settings.HistoryShown = false;

@@ -118,6 +118,7 @@ frmHistory::frmHistory(ItemHistory& history, DocumentServices& services, QtCompa
     view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     view_->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::SelectedClicked);
     view_->header()->setSectionsMovable(false);
+    view_->setMinimumHeight(2 * fontMetrics().lineSpacing()); // a view asks for more than small screens have
     column->addWidget(view_);
     auto* buttons = new QHBoxLayout;
     bringBack_->setToolTip(tr("Makes the text of the chosen version that of the document; Undo takes that back"));

@@ -62,7 +62,9 @@ void QtAssist::ShowPanels()
     const bool comes = services_.settings.ProblemsShown && problems_->isHidden();
     problems_->setVisible(services_.settings.ProblemsShown);
     if (comes) problems_->raise(); // other lists may lie in the same place
+    const bool outlineComes = services_.settings.OutlineShown && outline_->isHidden();
     outline_->setVisible(services_.settings.OutlineShown);
+    if (outlineComes) outline_->raise();
     KeepCaretsSeen();
 }
 

@@ -33,6 +33,7 @@ frmOutline::frmOutline(Assistance& assistance, DocumentServices& services, QWidg
     list_->setAccessibleName(tr("Outline"));
     list_->setUniformItemSizes(true);
     column->addWidget(filter_);
+    list_->setMinimumHeight(2 * fontMetrics().lineSpacing()); // a list asks for more than small screens have
     column->addWidget(list_);
     setWidget(room);
     connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
