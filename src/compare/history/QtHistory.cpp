@@ -48,11 +48,6 @@ QtHistory::QtHistory(ItemHistory& history, DocumentServices& services, QtCompare
       panel_(new frmHistory(history, services, compare, &window))
 {
     window_.addDockWidget(Qt::RightDockWidgetArea, panel_);
-    // In one place with what is there already: small screens have no room for both.
-    const auto others = window_.findChildren<QDockWidget*>(Qt::FindDirectChildrenOnly);
-    for (QDockWidget* other : others)
-        if (other != panel_ && window_.dockWidgetArea(other) == Qt::RightDockWidgetArea)
-            window_.tabifyDockWidget(other, panel_);
     window_.resizeDocks({panel_}, {kWidth}, Qt::Horizontal);
     panel_->onClose = [this, stateChanged = std::move(stateChanged)] {
         services_.settings.HistoryShown = false;
@@ -81,11 +76,22 @@ QtHistory::~QtHistory()
     delete panel_;
 }
 
+/// In one place with what is there already: small screens have no room for both.
+void QtHistory::Place()
+{
+    if (std::exchange(placed_, true)) return;
+    const auto others = window_.findChildren<QDockWidget*>(Qt::FindDirectChildrenOnly);
+    for (QDockWidget* other : others)
+        if (other != panel_ && !other->isFloating() && window_.dockWidgetArea(other) == Qt::RightDockWidgetArea)
+            window_.tabifyDockWidget(other, panel_);
+}
+
 void QtHistory::Refresh()
 {
     const bool wanted = services_.settings.HistoryShown;
     const bool comes = wanted && panel_->isHidden();
     const bool moves = wanted == panel_->isHidden();
+    if (comes) Place();
     panel_->setVisible(wanted);
     if (comes) panel_->raise();
     if (moves && onRoomChanged) onRoomChanged();

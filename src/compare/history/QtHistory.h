@@ -30,6 +30,7 @@ public:
 
 private:
     void Refresh();
+    void Place();
     void AskAuthors();
     void ShowAuthors(int32_t documentId, const AuthoredText& authors);
     std::vector<SourceViewWidget*> PanesOf(int32_t documentId) const;
@@ -41,6 +42,7 @@ private:
     QTimer old_;                 ///< looks for authors that stand beside an edited text
     std::vector<QPointer<SourceViewWidget>> shown_;
     bool started_ = false;
+    bool placed_ = false;
 };
 
 } // namespace nib
