@@ -363,6 +363,11 @@ class _Helper:
         self.process.wait()
 
 
+def plain_files(folder):
+    """Those that are whole: half a file is hidden."""
+    return sorted(path for path in folder.iterdir() if not path.name.startswith(".")) if folder.is_dir() else []
+
+
 def with_bus(desktop, name="com.orlin.NibPad71"):
     """A bus of the desktop's own that can start the program; answers its address."""
     (desktop.folder / "services").mkdir()

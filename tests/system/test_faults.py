@@ -43,10 +43,6 @@ def read(path):
         return None
 
 
-def plain_files(folder):
-    return [path for path in folder.iterdir() if not path.name.startswith(".")] if folder.is_dir() else []
-
-
 class Save:
     """A document that is open is changed and saved."""
     outside = (faulty.APPEND, faulty.REPLACE, faulty.SAME_SIZE_AND_TIME)
@@ -90,7 +86,7 @@ class Save:
     def image(self):
         """What is on disk, at any moment."""
         content = read(self.target)
-        rescued = self.in_place and any(read(copy) == self.old for copy in plain_files(self.saved_copies))
+        rescued = self.in_place and any(read(copy) == self.old for copy in lib.plain_files(self.saved_copies))
         expect(content in (self.old, self.new) or rescued,
                f"neither old nor new: {content and content[:100]!r} ({content and len(content)})")
         return content
@@ -177,7 +173,7 @@ class Recovery(Save):
 
     def before(self, text):
         self.driven.client.set_text(self.document, text)
-        copies = plain_files(self.recovery)
+        copies = lib.plain_files(self.recovery)
         self.target = copies[0] if copies else None
         self.old = self.target and read(self.target)
         self.new = f"recovery.txt\n{text}".replace("\r\n", "\n").encode()
@@ -187,12 +183,12 @@ class Recovery(Save):
         control = self.driven.control
         answer = self.driven.call(self.second, "FileOpen", "(sb)", "mvdb:*/DEMO/BP/MENU", False)
         self.driven.soon("copy of the new text", lambda: not control.halted() and (
-            control.fired() or any(read(copy) == self.new for copy in plain_files(self.recovery))))
+            control.fired() or any(read(copy) == self.new for copy in lib.plain_files(self.recovery))))
         time.sleep(0.02)  # what follows the rename
         return answer
 
     def image(self):
-        found = [read(copy) for copy in plain_files(self.recovery)]
+        found = [read(copy) for copy in lib.plain_files(self.recovery)]
         expect(all(text in (self.old, self.new) for text in found) and (found or self.old is None),
                f"{len(found)} copies, not the old or the new text")
 
@@ -224,7 +220,7 @@ class Journal(Save):
 
     def is_on_disk(self):
         typed = f"CHANGE {len(self.states) - 1}\n{self.text}".replace("\r\n", "\n").encode()
-        return any(typed in (read(path) or b"") for path in plain_files(self.folders[0]) if path.suffix[-1] != "~")
+        return any(typed in (read(path) or b"") for path in lib.plain_files(self.folders[0]) if path.suffix[-1] != "~")
 
     def act(self):
         fired = self.driven.control.fired
@@ -397,7 +393,7 @@ class Runner:
 
     def clear(self, *folders):
         for folder in folders:
-            for path in plain_files(self.driven.desktop.data / folder):
+            for path in lib.plain_files(self.driven.desktop.data / folder):
                 path.unlink()
 
     def ini_program(self):

@@ -15,8 +15,7 @@ DIALOG = r"^Nib Auto Recover$"
 
 
 def copies(desktop):
-    folder = desktop.data / "AutoRecover"
-    return sorted(path for path in folder.iterdir() if not path.name.startswith(".")) if folder.is_dir() else []
+    return lib.plain_files(desktop.data / "AutoRecover")
 
 
 def run_a_pass(desktop, count, title):
