@@ -258,7 +258,7 @@ void frmCompare::keyPressEvent(QKeyEvent* event)
     if (!model_.IsThere()) return;
     if (event->key() == Qt::Key_F5)
         Again();
-    else if (event->key() == Qt::Key_Escape)
+    else if (event->key() == Qt::Key_Escape && model_.IsWorking())
         model_.Stop();
     else if (event->matches(QKeySequence::Save))
         Save();
