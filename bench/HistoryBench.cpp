@@ -1,5 +1,6 @@
 // What a save leaves behind in a history of a hundred thousand versions: of one item, and of as many items.
 
+#include "compare/GitLibrary.h"
 #include "compare/history/RepositoryUpkeep.h"
 
 #include <benchmark/benchmark.h>
