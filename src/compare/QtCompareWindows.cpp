@@ -64,8 +64,14 @@ void QtCompareWindows::CompareOver(QWidget& owner, CompareText left, CompareText
     close->setAutoDefault(false); // Enter is the texts'
     QObject::connect(close, &QPushButton::clicked, &dialog, &QDialog::reject);
     auto* column = new QVBoxLayout(&dialog);
+    auto* answers = new QHBoxLayout;
+    answers->setContentsMargins(column->contentsMargins());
+    answers->addStretch(1);
+    answers->addWidget(close);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
     column->addWidget(content, 1);
-    column->addWidget(close, 0, Qt::AlignRight);
+    column->addLayout(answers);
     dialog.resize(kSizeOver);
     content->View().setFocus();
     dialog.exec();
