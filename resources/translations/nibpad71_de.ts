@@ -1471,6 +1471,18 @@ Qt %2</translation>
         <translation>gelöscht</translation>
     </message>
     <message>
+        <source>not stored yet</source>
+        <translation>noch nicht gespeichert</translation>
+    </message>
+    <message>
+        <source>as recovered</source>
+        <translation>wie wiederhergestellt</translation>
+    </message>
+    <message>
+        <source>as it was before a save that was cut short</source>
+        <translation>wie vor dem abgebrochenen Speichern</translation>
+    </message>
+    <message>
         <source>Com&amp;pare</source>
         <translation>&amp;Vergleichen</translation>
     </message>
@@ -1863,6 +1875,14 @@ Sind die Sicherungen gelöscht, lassen sie sich nicht mehr wiederherstellen.</tr
         <translation>Es ist nicht mehr bekannt, wie %1 geöffnet wurde.</translation>
     </message>
     <message>
+        <source>The recoverable copy of %1 cannot be read.</source>
+        <translation>Die Sicherung von %1 kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The recoverable copy of %1 cannot be deleted.</source>
+        <translation>Die Sicherung von %1 kann nicht gelöscht werden.</translation>
+    </message>
+    <message>
         <source>%1 was changed by another program since it was opened.
 
 Reload takes what is stored now, Keep stays with the text in the window, Compare lists what differs. It has unsaved changes: after Reload they are lost unless you undo it. Merge brings theirs and yours together, and stores nothing yet.</source>
@@ -2024,6 +2044,10 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
     <message>
         <source>With &amp;document:</source>
         <translation>Mit dem &amp;Dokument:</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
@@ -2329,6 +2353,14 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Uncheck all</source>
         <translation>Keines anhaken</translation>
+    </message>
+    <message>
+        <source>Compare</source>
+        <translation>Vergleichen</translation>
+    </message>
+    <message>
+        <source>Shows what would be recovered beside what is stored now.</source>
+        <translation>Zeigt, was wiederhergestellt würde, neben dem, was jetzt gespeichert ist.</translation>
     </message>
     <message>
         <source>Recover</source>

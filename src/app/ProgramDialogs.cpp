@@ -156,7 +156,12 @@ void ProgramDialogs::FontChanged()
 
 void ProgramDialogs::OfferRecovered(modAutoRecover& recovery, TextView folder, const DynamicArray& names)
 {
-    frmAutoRecover(recovery).ShowDialog(folder, names, &mainWindow_);
+    const auto compare = [this](RecoveryComparison both, QWidget& owner) {
+        const Text name = both.name;
+        compare_->CompareOver(owner, {name, std::move(both.storedNote), std::move(both.stored), std::move(both.item)},
+                              {name, std::move(both.recoveredNote), std::move(both.recovered), nullptr});
+    };
+    frmAutoRecover(recovery, compare).ShowDialog(folder, names, &mainWindow_);
 }
 
 } // namespace nib

@@ -4,11 +4,20 @@
 #include "documents/mvDocument.h"
 #include "platform/qt/QtText.h"
 
+#include <QDialog>
 #include <QInputDialog>
+#include <QPushButton>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace nib {
+
+namespace {
+
+constexpr QSize kSizeOver(1000, 600);
+
+} // namespace
 
 QtCompareWindows::QtCompareWindows(DocumentServices& services, SettingsStore& store, QWidget* owner,
                                    std::function<void(QWidget* content)> host)
@@ -41,6 +50,31 @@ void QtCompareWindows::Compare(CompareText left, CompareText right)
 {
     Open(std::make_unique<CompareSide>(services_, std::move(left)),
          std::make_unique<CompareSide>(services_, std::move(right)));
+}
+
+void QtCompareWindows::CompareOver(QWidget& owner, CompareText left, CompareText right)
+{
+    QDialog dialog(&owner);
+    dialog.setWindowFlag(Qt::WindowMaximizeButtonHint);
+    auto* content = new frmCompare(services_, store_,
+                                   {std::make_unique<CompareSide>(services_, std::move(left)),
+                                    std::make_unique<CompareSide>(services_, std::move(right))});
+    dialog.setWindowTitle(content->windowTitle());
+    auto* close = new QPushButton(tr("Close"));
+    close->setAutoDefault(false); // Enter is the texts'
+    QObject::connect(close, &QPushButton::clicked, &dialog, &QDialog::reject);
+    auto* column = new QVBoxLayout(&dialog);
+    auto* answers = new QHBoxLayout;
+    answers->setContentsMargins(column->contentsMargins());
+    answers->addStretch(1);
+    answers->addWidget(close);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(content, 1);
+    column->addLayout(answers);
+    dialog.resize(kSizeOver);
+    content->View().setFocus();
+    dialog.exec();
 }
 
 void QtCompareWindows::WithDocument(mvDocument& document)

@@ -32,6 +32,8 @@ public:
     void Compare(CompareText left, mvDocument& right);
     /// Two texts of no documents.
     void Compare(CompareText left, CompareText right);
+    /// The same over a dialog, until the user closes it.
+    void CompareOver(QWidget& owner, CompareText left, CompareText right);
 
     std::function<void(mvDocument& document)> onSave;
 

@@ -88,7 +88,10 @@ void frmCompare::Build()
                             [this] { view_->Take(Beside::Left); });
     cmdTake_[1] = AddButton(*bar, QStringLiteral("\u2192"), tr("Takes this over to the right (Alt+Right)"),
                             [this] { view_->Take(Beside::Right); });
-    lbState_ = new QLabel;
+    // Nothing can ever be taken over between two texts that are in no document.
+    if (!model_.Side(Beside::Left).Document() && !model_.Side(Beside::Right).Document())
+        for (QToolButton* button : cmdTake_) button->hide();
+    lbState_ = new ElidedLabel;
     lbState_->setTextFormat(Qt::PlainText);
     lbState_->setContentsMargins(8, 0, 8, 0);
     bar->addWidget(lbState_, 1);
@@ -258,7 +261,7 @@ void frmCompare::keyPressEvent(QKeyEvent* event)
     if (!model_.IsThere()) return;
     if (event->key() == Qt::Key_F5)
         Again();
-    else if (event->key() == Qt::Key_Escape)
+    else if (event->key() == Qt::Key_Escape && model_.IsWorking())
         model_.Stop();
     else if (event->matches(QKeySequence::Save))
         Save();

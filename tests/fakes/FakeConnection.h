@@ -108,6 +108,7 @@ struct FakeItem : mvItem {
     {
         if (store_.whileBusy) store_.whileBusy();
         if (store_.readFailure) throw Error(*store_.readFailure);
+        if (!Exists()) throw Error{error_number::kFileNotFound, path_ + u" does not exist."};
         if (!apart) AcceptState();
         return seen_ = store_.items.at(path_).text;
     }

@@ -48,6 +48,17 @@ struct Session {
     RecoveryList list{recovery};
 };
 
+/// What the first row is compared with, its name, and what would come back.
+inline Text Compared(RecoveryList& list)
+{
+    Text seen;
+    list.Compare(0, [&](const RecoveryComparison& both) {
+        seen = std::get<Text>(both.stored) + u", " + both.storedNote + u" | " + both.name + u" | " +
+               std::get<Text>(both.recovered) + u", " + both.recoveredNote;
+    });
+    return seen;
+}
+
 struct RecoveryTest : testing::Test {
     RecoveryTest() { Start(); }
 

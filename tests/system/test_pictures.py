@@ -187,7 +187,10 @@ class Tour:
         first = self.documents()
         first.kill()
         self.desktop.start()
-        self.form("recovery", "frmAutoRecover")
+        self.probe.wait("frmAutoRecover")
+        self.picture("recovery")
+        self.form("recovery-compare", "QDialog", ("press", "frmAutoRecover|Compare"))
+        self.probe.close("frmAutoRecover")
         expect(not self.faults, "\n".join(f"{name}: {fault}" for fault, name in self.faults.items()))
 
 

@@ -108,7 +108,7 @@ TEST_P(FormAccessTest, RecoveryDialog)
 {
     File("1.001", "INVOICE\r\none");
     session->onOffer = [this](TextView place, const DynamicArray& names) {
-        frmAutoRecover form(session->recovery);
+        frmAutoRecover form(session->recovery, {});
         WhileShown([&] { form.ShowDialog(place, names, nullptr); });
     };
     session->recovery.CheckAutoRecover();

@@ -135,7 +135,7 @@ struct RecoveryFormTest : RecoveryTest {
     {
         steps_ = std::move(steps);
         session->onOffer = [this](TextView place, const DynamicArray& names) {
-            frmAutoRecover dialog(session->recovery);
+            frmAutoRecover dialog(session->recovery, {});
             form = &dialog;
             Step();
             dialog.ShowDialog(place, names, nullptr);

@@ -17,6 +17,7 @@ namespace {
 constexpr size_t kLongestTitle = 256;
 /// A journal is written right behind the copy that it names.
 constexpr int64_t kJournalDelay = 3;
+constexpr TextView kBeforeSave = u"as it was before a save that was cut short";
 
 Text DateAndTime(int64_t seconds)
 {
@@ -64,6 +65,17 @@ Text LinesOf(const Text& text)
     return Decimal(text.empty() ? 0 : breaks + (text.ends_with(u'\n') ? 0 : 1)) + u" lines";
 }
 
+/// False when nothing is stored. A host is not asked first whether it is: that may be a password for the user each
+/// time.
+bool ReadIfThere(mvItem& item, ReadText& text)
+{
+    const auto failure = FailureOf([&] { text = item.ReadWhole(); });
+    if (!failure) return true;
+    const bool isFile = !item.StoredFile().empty();
+    if (failure->number != error_number::kFileNotFound && (!isFile || item.Exists())) throw *failure;
+    return false;
+}
+
 } // namespace
 
 void RecoveryList::Load(TextView folder, const DynamicArray& names)
@@ -87,8 +99,8 @@ void RecoveryList::Load(TextView folder, const DynamicArray& names)
 void RecoveryList::AddRow(const Written& written, Text copy, std::string journal)
 {
     const JournalHead& head = written.content.head;
-    rows_.push_back({NameOf(head), PlaceOf(head.path), LinesOf(written.content.text), DateAndTime(written.at), true,
-                     std::move(copy), std::move(journal), std::nullopt});
+    rows_.push_back({NameOf(head), PlaceOf(head.path), head.path, LinesOf(written.content.text),
+                     DateAndTime(written.at), true, std::move(copy), std::move(journal), std::nullopt});
 }
 
 void RecoveryList::AddKept(const KeptCopy& kept)
@@ -96,8 +108,9 @@ void RecoveryList::AddKept(const KeptCopy& kept)
     IgnoringErrors([&] {
         const FileContent content = ReadWholeFile(kept.copy);
         const auto lines = std::count(content.Bytes().begin(), content.Bytes().end(), '\n');
-        rows_.push_back({FromFileName(LastPart(kept.target)) + u" as it was before a save that was cut short",
+        rows_.push_back({FromFileName(LastPart(kept.target)) + u" " + Text(kBeforeSave),
                          FromFileName(FolderOf(kept.target)),
+                         ComposeFilePath(FromFileName(kept.target)),
                          Decimal(lines) + u" lines",
                          DateAndTime(content.stamp.seconds),
                          false,
@@ -147,6 +160,11 @@ std::optional<RecoveryList::Written> RecoveryList::Newest(const std::optional<Wr
     return copied;
 }
 
+std::optional<RecoveryList::Written> RecoveryList::Read(const RecoveryRow& row)
+{
+    return Newest(row.journal.empty() ? std::nullopt : ReadJournal(row.journal), row.copy);
+}
+
 void RecoveryList::Run(const std::function<RecoveryChoice()>& showModal)
 {
     while (!rows_.empty()) {
@@ -168,6 +186,37 @@ void RecoveryList::CheckAll(bool checked)
 bool RecoveryList::AnyChecked() const
 {
     return std::any_of(rows_.begin(), rows_.end(), [](const RecoveryRow& row) { return row.checked; });
+}
+
+void RecoveryList::Compare(size_t row, const std::function<void(RecoveryComparison)>& show)
+{
+    const auto failure = FailureOf([&] { show(ReadBoth(rows_.at(row))); });
+    if (failure) Documents().shell.ReportError(failure->description);
+}
+
+RecoveryComparison RecoveryList::ReadBoth(const RecoveryRow& row)
+{
+    const WaitCursor wait(Documents().frame);
+    const AutoSaveHold hold(Documents().shell);
+    const auto itemAt = [&](TextView path) { return Documents().connection.OpenServerForPath(path, true, false); };
+    RecoveryComparison both{row.document, itemAt(row.path), Text(), u"as stored", Text(), Text(kBeforeSave)};
+    bool wasStored = true;
+    if (row.kept) {
+        both.name = FromFileName(LastPart(row.kept->target));
+        both.recovered = itemAt(ComposeFilePath(FromFileName(row.kept->copy)))->ReadWhole();
+    } else {
+        auto written = Read(row);
+        if (!written)
+            throw Error(error_number::kFileNotFound, u"The recoverable copy of " + row.document + u" cannot be read.");
+        wasStored = !written->content.head.version.empty();
+        both.recovered = std::move(written->content.text);
+        both.recoveredNote = u"as recovered";
+    }
+    if (!ReadIfThere(*both.item, both.stored)) {
+        both.item = nullptr;
+        both.storedNote = wasStored ? u"deleted" : u"not stored yet";
+    }
+    return both;
 }
 
 bool RecoveryList::ConfirmDelete()
@@ -192,7 +241,7 @@ void RecoveryList::RecoverChecked()
 bool RecoveryList::Recover(const RecoveryRow& row)
 {
     if (row.kept) return PutBack(*row.kept);
-    const auto written = Newest(row.journal.empty() ? std::nullopt : ReadJournal(row.journal), row.copy);
+    const auto written = Read(row);
     if (!written) return false;
     const auto document = OpenRecovered(Documents(), written->content);
     if (!document) return false;

@@ -14,12 +14,24 @@ namespace nib {
 struct RecoveryRow {
     Text document;
     Text place; ///< account and connection of an item, folder of a file; empty where that is not known
+    Text path;  ///< of the item or file that it would go back to; empty where that is not known
     Text lines;
     Text saved; ///< when it was last written, as the user writes dates
     bool checked = true;
     Text copy;           ///< name of the recovery copy; empty when there is none
     std::string journal; ///< name of the journal; empty when there is none
     std::optional<KeptCopy> kept;
+};
+
+/// What is stored in the place of a row, and what would be put there. Notes are in the user's language where ShownTexts
+/// has them.
+struct RecoveryComparison {
+    Text name;
+    std::shared_ptr<mvItem> item; ///< null when nothing is stored
+    ReadText stored;
+    Text storedNote;
+    ReadText recovered;
+    Text recoveredNote;
 };
 
 /// How the form was left.
@@ -38,6 +50,10 @@ public:
     void SetChecked(size_t row, bool checked) { rows_.at(row).checked = checked; }
     void CheckAll(bool checked);
     bool AnyChecked() const;
+    /// A document that was never stored has nothing beside it.
+    bool CanCompare(size_t row) const { return row < rows_.size() && !rows_[row].path.empty(); }
+    /// Reads both texts of the row, under no lock, for `show`. What cannot be read is told.
+    void Compare(size_t row, const std::function<void(RecoveryComparison)>& show);
     /// Asks the user; true for Yes.
     bool ConfirmDelete();
 
@@ -56,6 +72,8 @@ private:
     void AddKept(const KeptCopy& kept);
     bool PutBack(const KeptCopy& kept);
     bool Recover(const RecoveryRow& row);
+    std::optional<Written> Read(const RecoveryRow& row);
+    RecoveryComparison ReadBoth(const RecoveryRow& row);
     std::optional<Written> ReadCopy(TextView name);
     std::optional<Written> ReadJournal(const std::string& name);
     /// Of a journal and a copy the newer, with what the journal knows of the place.

@@ -2,11 +2,13 @@
 
 #include "platform/qt/QtText.h"
 
+#include <QCursor>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QStyleOptionViewItem>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -51,7 +53,8 @@ void ShowOutlines(QTreeWidget& list)
 
 } // namespace
 
-frmAutoRecover::frmAutoRecover(modAutoRecover& recovery) : list_(recovery)
+frmAutoRecover::frmAutoRecover(modAutoRecover& recovery, ShowComparison showComparison)
+    : list_(recovery), showComparison_(std::move(showComparison))
 {
     setWindowTitle(tr("Nib Auto Recover"));
     Build();
@@ -79,6 +82,8 @@ void frmAutoRecover::Build()
                                   fontMetrics().lineSpacing() * kListRows);
     cmdSelect_ = new QPushButton(tr("Check all"));
     cmdUnselect_ = new QPushButton(tr("Uncheck all"));
+    cmdCompare_ = new QPushButton(tr("Compare"));
+    cmdCompare_->setToolTip(tr("Shows what would be recovered beside what is stored now."));
     cmdRecover_ = new QPushButton(tr("Recover"));
     cmdRecover_->setToolTip(tr("Selected documents are opened as new documents from the recoverable copy."));
     cmdRecover_->setDefault(true);
@@ -89,6 +94,7 @@ void frmAutoRecover::Build()
     auto* checks = new QHBoxLayout;
     checks->addWidget(cmdSelect_);
     checks->addWidget(cmdUnselect_);
+    checks->addWidget(cmdCompare_);
     checks->addStretch(1);
     auto* answers = new QHBoxLayout;
     answers->addWidget(cmdDelete_);
@@ -102,7 +108,8 @@ void frmAutoRecover::Build()
     column->addLayout(checks);
     column->addSpacing(fontMetrics().lineSpacing() / 2);
     column->addLayout(answers);
-    const QList<QWidget*> order{lstDocuments_, cmdSelect_, cmdUnselect_, cmdRecover_, cmdDelete_, cmdCancel_};
+    const QList<QWidget*> order{lstDocuments_, cmdSelect_, cmdUnselect_, cmdCompare_,
+                                cmdRecover_,   cmdDelete_, cmdCancel_};
     for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
@@ -114,6 +121,11 @@ void frmAutoRecover::Connect()
         list_.SetChecked(static_cast<size_t>(row), item->checkState(0) == Qt::Checked);
         ShowState();
     });
+    connect(lstDocuments_, &QTreeWidget::currentItemChanged, this, &frmAutoRecover::ShowState);
+    connect(lstDocuments_, &QTreeWidget::itemDoubleClicked, this, [this] {
+        if (!IsOverBox(lstDocuments_->viewport()->mapFromGlobal(QCursor::pos()))) Compare();
+    });
+    connect(cmdCompare_, &QPushButton::clicked, this, &frmAutoRecover::Compare);
     connect(cmdSelect_, &QPushButton::clicked, this, [this] { CheckAll(true); });
     connect(cmdUnselect_, &QPushButton::clicked, this, [this] { CheckAll(false); });
     connect(cmdRecover_, &QPushButton::clicked, this, [this] { Leave(RecoveryChoice::Recover); });
@@ -178,9 +190,31 @@ void frmAutoRecover::CheckAll(bool checked)
     ShowState();
 }
 
+size_t frmAutoRecover::Row() const
+{
+    return static_cast<size_t>(lstDocuments_->indexOfTopLevelItem(lstDocuments_->currentItem()));
+}
+
+void frmAutoRecover::Compare()
+{
+    if (!list_.CanCompare(Row())) return;
+    list_.Compare(Row(), [this](RecoveryComparison both) { showComparison_(std::move(both), *this); });
+}
+
+/// Where two clicks check twice, and mean nothing else.
+bool frmAutoRecover::IsOverBox(const QPoint& point) const
+{
+    QStyleOptionViewItem look;
+    look.initFrom(lstDocuments_);
+    look.rect = lstDocuments_->visualItemRect(lstDocuments_->itemAt(point));
+    look.features = QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay;
+    return style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &look, lstDocuments_).contains(point);
+}
+
 void frmAutoRecover::ShowState()
 {
     cmdRecover_->setEnabled(list_.AnyChecked());
+    cmdCompare_->setEnabled(list_.CanCompare(Row()));
 }
 
 } // namespace nib

@@ -25,6 +25,9 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "as opened or saved"),
     QT_TRANSLATE_NOOP("Logic", "last commit"),
     QT_TRANSLATE_NOOP("Logic", "deleted"),
+    QT_TRANSLATE_NOOP("Logic", "not stored yet"),
+    QT_TRANSLATE_NOOP("Logic", "as recovered"),
+    QT_TRANSLATE_NOOP("Logic", "as it was before a save that was cut short"),
     // panels of the status bar
     QT_TRANSLATE_NOOP("Logic", "Account and connection"),
     QT_TRANSLATE_NOOP("Logic", "Lock of the item"),

@@ -93,6 +93,8 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Message", "%1 has not been saved yet."),
     QT_TRANSLATE_NOOP("Message", "%1 is in no commit."),
     QT_TRANSLATE_NOOP("Message", "It is not known any more how %1 was opened."),
+    QT_TRANSLATE_NOOP("Message", "The recoverable copy of %1 cannot be read."),
+    QT_TRANSLATE_NOOP("Message", "The recoverable copy of %1 cannot be deleted."),
     QT_TRANSLATE_NOOP("Message", "File %1 does not exist in account %2."),
     QT_TRANSLATE_NOOP("Message", "Account %1 does not exist on %2."),
     QT_TRANSLATE_NOOP("Message", "%1 bytes"),

@@ -216,13 +216,48 @@ TEST_F(JournalTest, WhatCannotGoBackIsANewDocumentThatSaysWhy)
     }
 }
 
+TEST_F(JournalTest, ARowIsComparedUnderNoLockWithWhatIsStoredNow)
+{
+    struct Row {
+        Text seen; ///< empty: it is told why nothing is
+        std::function<void(Session&)> meanwhile;
+    };
+    const Row rows[] = {
+        {u"theirs, as stored", [](Session& s) { s.t.Store(kMain, u"theirs"); }},
+        {u"one, as stored", [](Session& s) { s.t.LockByStranger(kMain); }},
+        {u", deleted", [](Session& s) { s.t.Store().items.erase(kMain); }},
+        {{},
+         [](Session& s) {
+             s.t.Store().readFailure = Error{7, u"no line"};
+         }},
+        {{},
+         [](Session& s) {
+             s.t.connection.openFailures = {Error{7, u"no host"}};
+         }},
+        {{}, [this](Session&) { std::filesystem::remove_all(folder / "data/Orlin/Nib/Journal"); }},
+    };
+    for (const Row& row : rows) {
+        Typed(kMain, u"one", u"typed ");
+        RecoveryList& list = AfterCrash();
+        row.meanwhile(*session);
+        const auto locks = session->t.Store().locks;
+        EXPECT_EQ(Compared(list), row.seen.empty() ? Text() : row.seen + u" | BP MAIN | typed one, as recovered");
+        EXPECT_EQ(session->t.boxes.Take().size(), row.seen.empty() ? 1U : 0U);
+        EXPECT_EQ(session->t.Store().locks, locks);
+        EXPECT_TRUE(list.Rows().size() == 1 && list.AnyChecked() && !session->t.window.waiting);
+        list.DeleteListed();
+        EndCleanly();
+    }
+}
+
 TEST_F(JournalTest, AnItemThatWasNotThereYetIsMadeInItsPlace)
 {
     auto document = session->t.NewObject();
     document->FileNewItem(session->t.Item(kMain));
     Type(*document, u"new text");
     document.reset();
-    AfterCrash().RecoverChecked();
+    EXPECT_EQ(Compared(AfterCrash()), u", not stored yet | BP MAIN | new text, as recovered");
+    session->list.RecoverChecked();
     auto recovered = session->t.Documents().Item(1);
     EXPECT_EQ(recovered->Path(), kMain);
     EXPECT_TRUE(recovered->NewItem());

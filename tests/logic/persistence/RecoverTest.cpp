@@ -1,6 +1,7 @@
 // What an earlier session left: which files are offered, and what becomes of them.
 
 #include "fakes/TestRecovery.h"
+#include "platform/posix/FileName.h"
 
 namespace nib::test::recover_test {
 
@@ -184,6 +185,9 @@ TEST_F(RecoveryTest, AFileWhoseSaveWasCutShortGetsItsOldContentBack)
     ASSERT_EQ(list.Rows().size(), 1U);
     EXPECT_EQ(list.Rows()[0].document, u"item as it was before a save that was cut short");
     EXPECT_FALSE(list.Rows()[0].checked) << "somebody may have mended the file";
+    session->t.Store(ComposeFilePath(FromFileName(file)), u"torn");
+    session->t.Store(ComposeFilePath(FromFileName(list.Rows()[0].kept->copy)), u"old");
+    EXPECT_EQ(Compared(list), u"torn, as stored | item | old, as it was before a save that was cut short");
     list.CheckAll(true);
     list.RecoverChecked();
     EXPECT_EQ(ReadWholeFile(file).Bytes(), "old\ntext\n");
