@@ -41,6 +41,7 @@ public:
             if (seen.isEmpty()) continue;
             Words(*widget);
             if (const auto* area = qobject_cast<const QScrollArea*>(widget)) Sideways(*area);
+            if (const auto* own = qobject_cast<const QMdiSubWindow*>(widget)) InItsFrame(*own);
             if (!IsControl(*widget)) continue;
             Inside(*widget);
             Covered(*widget, seen);
@@ -140,6 +141,15 @@ private:
                       .arg(room)
                       .arg(widest->minimumSizeHint().width())
                       .arg(Called(*widest)));
+    }
+
+    /// A window that has the frame to itself and asks for more than that has is cut.
+    void InItsFrame(const QMdiSubWindow& own)
+    {
+        const QSize room = own.parentWidget()->size();
+        if (own.isMaximized() && (own.width() > room.width() || own.height() > room.height()))
+            Say(own,
+                QStringLiteral("\"%1\" takes %2, has %3").arg(own.windowTitle(), Measured(own.size()), Measured(room)));
     }
 
     void Inside(const QWidget& widget)
