@@ -2,6 +2,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
 #include "text/widget/SourceViewWidget.h"
 
@@ -76,22 +77,12 @@ QtHistory::~QtHistory()
     delete panel_;
 }
 
-/// In one place with what is there already: small screens have no room for both.
-void QtHistory::Place()
-{
-    if (std::exchange(placed_, true)) return;
-    const auto others = window_.findChildren<QDockWidget*>(Qt::FindDirectChildrenOnly);
-    for (QDockWidget* other : others)
-        if (other != panel_ && !other->isFloating() && window_.dockWidgetArea(other) == Qt::RightDockWidgetArea)
-            window_.tabifyDockWidget(other, panel_);
-}
-
 void QtHistory::Refresh()
 {
     const bool wanted = services_.settings.HistoryShown;
     const bool comes = wanted && panel_->isHidden();
     const bool moves = wanted == panel_->isHidden();
-    if (comes) Place();
+    if (comes && !std::exchange(placed_, true)) JoinPanels(window_, *panel_);
     panel_->setVisible(wanted);
     if (comes) panel_->raise();
     if (moves && onRoomChanged) onRoomChanged();
