@@ -10,6 +10,20 @@
 
 namespace nib {
 
+namespace {
+
+Text SourceOf(const mvDocument& document)
+{
+    return u"document " + Decimal(document.DocumentID());
+}
+
+Text PairOf(const Text& left, const Text& right)
+{
+    return left.empty() || right.empty() ? Text() : left + u'\n' + right;
+}
+
+} // namespace
+
 QtCompareWindows::QtCompareWindows(DocumentServices& services, SettingsStore& store, QWidget* owner,
                                    std::function<void(QWidget* content)> host)
     : services_(services), store_(store), owner_(owner), host_(std::move(host))
@@ -18,7 +32,7 @@ QtCompareWindows::QtCompareWindows(DocumentServices& services, SettingsStore& st
 
 QtCompareWindows::~QtCompareWindows()
 {
-    for (const auto& window : windows_) delete window.data();
+    for (const Shown& shown : windows_) delete shown.window.data();
 }
 
 void QtCompareWindows::Show(CompareWith other, mvDocument& document)
@@ -32,14 +46,26 @@ void QtCompareWindows::Show(CompareWith other, mvDocument& document)
     }
 }
 
+void QtCompareWindows::Compare(mvDocument& left, mvDocument& right)
+{
+    const Text pair = PairOf(SourceOf(left), SourceOf(right));
+    if (frmCompare* window = ToFront(pair)) return window->Again();
+    Open(pair, std::make_unique<CompareSide>(services_, left), std::make_unique<CompareSide>(services_, right));
+}
+
 void QtCompareWindows::Compare(CompareText left, mvDocument& right)
 {
-    Open(std::make_unique<CompareSide>(services_, std::move(left)), std::make_unique<CompareSide>(services_, right));
+    const Text pair = PairOf(left.source, SourceOf(right));
+    if (frmCompare* window = ToFront(pair)) return window->Again(std::move(left));
+    Open(pair, std::make_unique<CompareSide>(services_, std::move(left)),
+         std::make_unique<CompareSide>(services_, right));
 }
 
 void QtCompareWindows::Compare(CompareText left, CompareText right)
 {
-    Open(std::make_unique<CompareSide>(services_, std::move(left)),
+    const Text pair = PairOf(left.source, right.source);
+    if (frmCompare* window = ToFront(pair)) return window->Again();
+    Open(pair, std::make_unique<CompareSide>(services_, std::move(left)),
          std::make_unique<CompareSide>(services_, std::move(right)));
 }
 
@@ -60,8 +86,7 @@ void QtCompareWindows::WithDocument(mvDocument& document)
         if (!ok) return;
         chosen = static_cast<int>(names.indexOf(name));
     }
-    Open(std::make_unique<CompareSide>(services_, *others[static_cast<size_t>(chosen)]),
-         std::make_unique<CompareSide>(services_, document));
+    Compare(*others[static_cast<size_t>(chosen)], document);
 }
 
 void QtCompareWindows::WithItem(mvDocument& document)
@@ -71,20 +96,28 @@ void QtCompareWindows::WithItem(mvDocument& document)
     const SelectedItem picked = services_.connection.SelectItem(request, start.get());
     if (!picked.item) return;
     const auto open = services_.openDocuments.On(*picked.item);
-    if (open && open.get() != &document && open->View())
-        return Open(std::make_unique<CompareSide>(services_, *open),
-                    std::make_unique<CompareSide>(services_, document));
+    if (open && open.get() != &document && open->View()) return Compare(*open, document);
     Compare(TextOfItem(services_, picked.item), document);
 }
 
-void QtCompareWindows::Open(std::unique_ptr<CompareSide> left, std::unique_ptr<CompareSide> right)
+frmCompare* QtCompareWindows::ToFront(const Text& pair)
 {
-    std::erase_if(windows_, [](const auto& window) { return window.isNull(); });
+    const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const Shown& shown) {
+        return shown.window && shown.window->Model().IsThere() && !pair.empty() && shown.pair == pair;
+    });
+    if (found == windows_.end()) return nullptr;
+    host_(found->window);
+    return found->window;
+}
+
+void QtCompareWindows::Open(Text pair, std::unique_ptr<CompareSide> left, std::unique_ptr<CompareSide> right)
+{
+    std::erase_if(windows_, [](const Shown& shown) { return shown.window.isNull(); });
     auto* window = new frmCompare(services_, store_, {std::move(left), std::move(right)});
     window->onSave = [this](mvDocument& document) {
         if (onSave) onSave(document);
     };
-    windows_.emplace_back(window);
+    windows_.push_back({window, std::move(pair)});
     host_(window);
     window->View().setFocus();
 }

@@ -1,6 +1,7 @@
 #include "compare/frmCompare.h"
 
 #include "documents/mvDocument.h"
+#include "platform/qt/ElidedValue.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
 
@@ -8,7 +9,6 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QPainter>
 #include <QStyle>
 #include <QToolButton>
 
@@ -22,28 +22,6 @@ constexpr int kPace = 100;
 constexpr int kLooksAtStored = 20;
 
 constexpr std::array<Beside, 2> kSides{Beside::Left, Beside::Right};
-
-/// As much of both ends as there is room for.
-class ElidedLabel final : public QLabel {
-public:
-    using QLabel::QLabel;
-
-    QSize minimumSizeHint() const override { return {40, QLabel::minimumSizeHint().height()}; }
-
-protected:
-    void resizeEvent(QResizeEvent* event) override
-    {
-        QLabel::resizeEvent(event);
-        update();
-    }
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        painter.setPen(palette().color(QPalette::WindowText));
-        painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                         fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width()));
-    }
-};
 
 /// As in the windows of documents.
 bool IsClose(const QKeyEvent& event)
@@ -103,7 +81,6 @@ void frmCompare::Build()
     for (Beside side : kSides) {
         QLabel*& caption = captions_[static_cast<size_t>(side)];
         caption = new ElidedLabel;
-        caption->setTextFormat(Qt::PlainText);
         QFont bold = caption->font();
         bold.setBold(true);
         caption->setFont(bold);
@@ -219,9 +196,10 @@ void frmCompare::Ring()
     if (++rings_ % kLooksAtStored == 0 && isVisible()) model_.Look();
 }
 
-void frmCompare::Again()
+void frmCompare::Again(std::optional<CompareText> left)
 {
-    model_.Look();
+    if (!left) return model_.LookAgain();
+    model_.Side(Beside::Left).Take(std::move(*left));
     model_.Compare();
 }
 

@@ -23,8 +23,8 @@ public:
 
     const CompareModel& Model() const { return model_; }
     QtCompareView& View() { return *view_; }
-    /// Reads again what is stored, and compares.
-    void Again();
+    /// Compares once more, with what is stored now, or with what was read in place of the text on the left.
+    void Again(std::optional<CompareText> left = std::nullopt);
 
     /// The document is to be saved.
     std::function<void(mvDocument& document)> onSave;

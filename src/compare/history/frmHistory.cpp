@@ -190,7 +190,7 @@ CompareText frmHistory::TextOf(size_t row) const
     const Version& version = list_.Rows()[row];
     const auto document = list_.Document();
     return {document ? document->DisplayName() : Text(), ToText(TimeText(version)) + u", " + version.author,
-            list_.TextOf(row), nullptr};
+            list_.TextOf(row), nullptr, FromUtf8(version.id)};
 }
 
 void frmHistory::CompareChosen()
