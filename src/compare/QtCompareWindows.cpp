@@ -5,6 +5,8 @@
 #include "platform/qt/QtText.h"
 
 #include <QInputDialog>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 
 #include <algorithm>
 
@@ -67,6 +69,17 @@ void QtCompareWindows::Compare(CompareText left, CompareText right)
     if (frmCompare* window = ToFront(pair)) return window->Again();
     Open(pair, std::make_unique<CompareSide>(services_, std::move(left)),
          std::make_unique<CompareSide>(services_, std::move(right)));
+}
+
+int32_t QtCompareWindows::DocumentInFront() const
+{
+    for (const Shown& shown : windows_) {
+        const auto* window = shown.window ? qobject_cast<QMdiSubWindow*>(shown.window->parentWidget()) : nullptr;
+        if (!window || !window->mdiArea() || window->mdiArea()->currentSubWindow() != window) continue;
+        for (const Beside side : {Beside::Right, Beside::Left})
+            if (const auto document = shown.window->Model().Side(side).Document()) return document->DocumentID();
+    }
+    return services_.frame.ActiveDocument();
 }
 
 void QtCompareWindows::WithDocument(mvDocument& document)
