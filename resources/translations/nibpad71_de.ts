@@ -3045,6 +3045,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
         <translation>Filter</translation>
     </message>
     <message>
+        <source>The dictionary could not be read: %1</source>
+        <translation>Das Wörterbuch konnte nicht gelesen werden: %1</translation>
+    </message>
+    <message>
         <source>No dictionary</source>
         <translation>Kein Wörterbuch</translation>
     </message>
