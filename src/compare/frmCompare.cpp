@@ -56,26 +56,7 @@ void frmCompare::Build()
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
     all->setSpacing(0);
-    auto* bar = new QHBoxLayout;
-    bar->setContentsMargins(6, 4, 6, 4);
-    bar->setSpacing(4);
-    cmdPrevious_ =
-        AddButton(*bar, QStringLiteral("\u2191"), tr("The change before (Shift+F8)"), [this] { view_->Step(true); });
-    cmdNext_ = AddButton(*bar, QStringLiteral("\u2193"), tr("The next change (F8)"), [this] { view_->Step(false); });
-    cmdTake_[0] = AddButton(*bar, QStringLiteral("\u2190"), tr("Takes this over to the left (Alt+Left)"),
-                            [this] { view_->Take(Beside::Left); });
-    cmdTake_[1] = AddButton(*bar, QStringLiteral("\u2192"), tr("Takes this over to the right (Alt+Right)"),
-                            [this] { view_->Take(Beside::Right); });
-    lbState_ = new QLabel;
-    lbState_->setTextFormat(Qt::PlainText);
-    lbState_->setContentsMargins(8, 0, 8, 0);
-    bar->addWidget(lbState_, 1);
-    bar->addWidget(new QLabel(tr("Ignore:")));
-    AddOption(*bar, tr("&Blanks"), tr("Indents, blanks at the end, and how many there are between words"),
-              &CompareOptions::blanks);
-    AddOption(*bar, tr("C&ase"), tr("Small and capital letters are the same"), &CompareOptions::letterCase);
-    AddOption(*bar, tr("Co&mments"), tr("Lines that hold nothing but a comment"), &CompareOptions::comments);
-    all->addLayout(bar);
+    all->addLayout(BuildBar());
     auto* captions = new QHBoxLayout;
     captions->setContentsMargins(6, 0, style()->pixelMetric(QStyle::PM_ScrollBarExtent), 4);
     for (Beside side : kSides) {
@@ -97,6 +78,53 @@ void frmCompare::Build()
     captions->setSpacing(view_->GutterWidth());
     setFocusProxy(view_);
     setAutoFillBackground(true);
+}
+
+/// Two parts, which stand above one another where there is no room for both in a row.
+QBoxLayout* frmCompare::BuildBar()
+{
+    bar_ = new QHBoxLayout;
+    bar_->setContentsMargins(6, 4, 6, 4);
+    bar_->setSpacing(4);
+    auto* steps = new QHBoxLayout;
+    bar_->addLayout(steps, 1);
+    cmdPrevious_ =
+        AddButton(*steps, QStringLiteral("\u2191"), tr("The change before (Shift+F8)"), [this] { view_->Step(true); });
+    cmdNext_ = AddButton(*steps, QStringLiteral("\u2193"), tr("The next change (F8)"), [this] { view_->Step(false); });
+    cmdTake_[0] = AddButton(*steps, QStringLiteral("\u2190"), tr("Takes this over to the left (Alt+Left)"),
+                            [this] { view_->Take(Beside::Left); });
+    cmdTake_[1] = AddButton(*steps, QStringLiteral("\u2192"), tr("Takes this over to the right (Alt+Right)"),
+                            [this] { view_->Take(Beside::Right); });
+    lbState_ = new ElidedLabel;
+    lbState_->setContentsMargins(8, 0, 8, 0);
+    steps->addWidget(lbState_, 1);
+    auto* options = new QHBoxLayout;
+    bar_->addLayout(options);
+    options->addWidget(new QLabel(tr("Ignore:")));
+    AddOption(*options, tr("&Blanks"), tr("Indents, blanks at the end, and how many there are between words"),
+              &CompareOptions::blanks);
+    AddOption(*options, tr("C&ase"), tr("Small and capital letters are the same"), &CompareOptions::letterCase);
+    AddOption(*options, tr("Co&mments"), tr("Lines that hold nothing but a comment"), &CompareOptions::comments);
+    options->addStretch();
+    for (QBoxLayout* part : {steps, options}) part->setSpacing(bar_->spacing());
+    return bar_;
+}
+
+QSize frmCompare::minimumSizeHint() const
+{
+    const QSize whole = QWidget::minimumSizeHint();
+    const int steps = bar_->itemAt(0)->minimumSize().width();
+    const int options = bar_->itemAt(1)->minimumSize().width();
+    const QMargins margins = bar_->contentsMargins();
+    return {std::max(steps, options) + margins.left() + margins.right(), whole.height()};
+}
+
+void frmCompare::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    const int state = lbState_->fontMetrics().horizontalAdvance(tr("No differences but those that are ignored"));
+    const int row = bar_->itemAt(0)->minimumSize().width() + bar_->itemAt(1)->minimumSize().width() + state;
+    bar_->setDirection(width() < row ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 
 QToolButton* frmCompare::AddButton(QBoxLayout& bar, const QString& text, const QString& tip, std::function<void()> act)

@@ -55,7 +55,9 @@ void frmRecord::Build()
     txtFilter_ = new QLineEdit;
     txtFilter_->setAccessibleName(tr("Filter"));
     txtFilter_->setClearButtonEnabled(true);
-    txtFilter_->setMaximumWidth(txtFilter_->fontMetrics().averageCharWidth() * kFilterChars);
+    const int width = txtFilter_->fontMetrics().averageCharWidth() * kFilterChars;
+    txtFilter_->setMinimumWidth(width / 2);
+    txtFilter_->setMaximumWidth(width);
     txtFilter_->installEventFilter(this);
     auto* dictionary = new ElidedLabel(DictionaryText());
     dictionary->setToolTip(Names().fault.empty() ? QString() : dictionary->text());

@@ -11,12 +11,16 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
+#include <algorithm>
+
 namespace nib {
 
 namespace {
 
-constexpr int kWidth = 360; ///< until the user chooses
-constexpr int kOld = 1500;  ///< milliseconds
+// Until the user chooses:
+constexpr int kWidth = 360;
+constexpr int kLeastChars = 39; ///< the heads of the columns, in large letters too
+constexpr int kOld = 1500;      ///< milliseconds
 constexpr qsizetype kLongestName = 10;
 
 QString NoteOf(const Version& version)
@@ -49,7 +53,8 @@ QtHistory::QtHistory(ItemHistory& history, DocumentServices& services, QtCompare
       panel_(new frmHistory(history, services, compare, &window))
 {
     window_.addDockWidget(Qt::RightDockWidgetArea, panel_);
-    window_.resizeDocks({panel_}, {kWidth}, Qt::Horizontal);
+    const int least = window_.fontMetrics().averageCharWidth() * kLeastChars;
+    window_.resizeDocks({panel_}, {std::max(kWidth, least)}, Qt::Horizontal);
     panel_->onClose = [this, stateChanged = std::move(stateChanged)] {
         services_.settings.HistoryShown = false;
         stateChanged();

@@ -128,6 +128,8 @@ frmHistory::frmHistory(ItemHistory& history, DocumentServices& services, QtCompa
     view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     view_->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::SelectedClicked);
     view_->header()->setSectionsMovable(false);
+    view_->header()->setStretchLastSection(false);
+    view_->header()->setSectionResizeMode(kMessage, QHeaderView::Stretch);
     view_->setMinimumHeight(2 * fontMetrics().lineSpacing()); // a view asks for more than small screens have
     column->addWidget(view_);
     whyNone_->setTextFormat(Qt::PlainText);
@@ -175,9 +177,9 @@ void frmHistory::Follow()
     model_->Refresh(compare_.DocumentInFront());
     ShowButtons();
     ShowWhyNone();
-    if (fitted_ || model_->rowCount() == 0) return;
+    if (fitted_) return;
     for (int column : {kWhen, kWho, kLines}) view_->resizeColumnToContents(column);
-    fitted_ = true;
+    fitted_ = model_->rowCount() > 0;
 }
 
 std::vector<size_t> frmHistory::Chosen() const
