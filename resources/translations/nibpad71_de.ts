@@ -2816,6 +2816,26 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
         <translation>Nachricht</translation>
     </message>
     <message>
+        <source>No document is in front.</source>
+        <translation>Es ist kein Dokument im Vordergrund.</translation>
+    </message>
+    <message>
+        <source>This document has never been saved. Its first save begins its history.</source>
+        <translation>Dieses Dokument wurde noch nie gespeichert. Mit dem ersten Speichern beginnt sein Verlauf.</translation>
+    </message>
+    <message>
+        <source>No versions of this account are kept: hosts.conf says history=no.</source>
+        <translation>Von diesem Konto werden keine Fassungen aufgehoben: In hosts.conf steht history=no.</translation>
+    </message>
+    <message>
+        <source>There are no versions yet. The next save leaves the first.</source>
+        <translation>Es gibt noch keine Fassungen. Das nächste Speichern hinterlässt die erste.</translation>
+    </message>
+    <message>
+        <source>The versions cannot be read: %1</source>
+        <translation>Die Fassungen können nicht gelesen werden: %1</translation>
+    </message>
+    <message>
         <source>as it was first read</source>
         <translation>wie zuerst gelesen</translation>
     </message>
@@ -3055,6 +3075,10 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Filter</source>
         <translation>Filter</translation>
+    </message>
+    <message>
+        <source>The dictionary could not be read: %1</source>
+        <translation>Das Wörterbuch konnte nicht gelesen werden: %1</translation>
     </message>
     <message>
         <source>No dictionary</source>

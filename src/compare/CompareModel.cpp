@@ -170,4 +170,12 @@ void CompareModel::Look()
     if (changed && onChange) onChange();
 }
 
+void CompareModel::LookAgain()
+{
+    // One that cannot be read is enough: the other one may be on the same server, which does not answer.
+    for (const auto& side : sides_)
+        if (!side->ReadAgain()) break;
+    Compare();
+}
+
 } // namespace nib

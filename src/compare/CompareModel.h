@@ -53,6 +53,8 @@ public:
     bool Take(int32_t change, Beside into);
     /// Looks what has become of stored items.
     void Look();
+    /// Reads them again, and compares.
+    void LookAgain();
 
     /// A text was edited, with each edit: what was known of its lines is not true any more.
     std::function<void()> onEdit;

@@ -134,14 +134,37 @@ bool CompareSide::Look()
     const StoredState state = item_->State();
     // A server is not asked again and again, and does not have to be for what was saved here.
     const int32_t saved = SavesHere();
-    if (std::exchange(saved_, saved) != saved || state == StoredState::Changed) {
-        // What cannot be read now may be later; until then the text stays.
-        const auto failure = FailureOf([&] { Show(item_->ReadWhole()); });
-        if (!failure && onChange) onChange(nullptr);
-        state_ = StoredState::Same;
-        return !failure;
-    }
+    if (std::exchange(saved_, saved) != saved || state == StoredState::Changed) return ShowStored();
     return std::exchange(state_, state) != state;
+}
+
+bool CompareSide::ReadAgain()
+{
+    if (!own_ || !item_) return true;
+    saved_ = SavesHere();
+    if (ShowStored()) return true;
+    state_ = item_->State();
+    return state_ == StoredState::Gone;
+}
+
+/// What cannot be read now may be later; until then the text stays.
+bool CompareSide::ShowStored()
+{
+    const auto failure = FailureOf([&] { Show(item_->ReadWhole()); });
+    state_ = StoredState::Same;
+    if (!failure && onChange) onChange(nullptr);
+    return !failure;
+}
+
+void CompareSide::Take(CompareText text)
+{
+    name_ = std::move(text.name);
+    note_ = std::move(text.note);
+    item_ = std::move(text.item);
+    saved_ = SavesHere();
+    state_ = StoredState::Same;
+    Show(std::move(text.text));
+    if (onChange) onChange(nullptr);
 }
 
 void CompareSide::TextChanged(const TextChange& change)

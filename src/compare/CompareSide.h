@@ -15,6 +15,7 @@ struct CompareText {
     Text note; ///< which of its texts it is; in the user's language where ShownTexts has it
     ReadText text;
     std::shared_ptr<mvItem> item; ///< that it was read from, to look what has become of it; null for none
+    Text source{};                ///< the same when it is read another time; empty where nobody can tell
 };
 
 class CompareSide final : private BufferListener {
@@ -39,6 +40,10 @@ public:
     bool Replace(int32_t first, int32_t count, const CompareSide& other, int32_t otherFirst, int32_t otherCount);
     /// Looks whether what is stored has changed, and reads it again then; true when text or caption are others now.
     bool Look();
+    /// Reads what is stored, whether it is known to have changed or not. False when that failed: the text stays.
+    bool ReadAgain();
+    /// Another text in place of that which was read.
+    void Take(CompareText text);
 
     /// The text has changed; lines are those of `change`, unless it is null for all of them.
     std::function<void(const TextChange* change)> onChange;
@@ -49,6 +54,7 @@ private:
     struct Own;
 
     void Show(ReadText text);
+    bool ShowStored();
     int32_t SavesHere() const;
     std::vector<TabPlace> TabsIn(int32_t first, int32_t count) const;
     void TextChanged(const TextChange& change) override;
@@ -64,7 +70,7 @@ private:
     Text note_;
     std::shared_ptr<mvItem> item_;
     StoredState state_ = StoredState::Same;
-    int32_t saved_ = 0; ///< of the document on the item, when it was read
+    int32_t saved_ = 0; ///< of the document on the item, when reading it was last tried
 };
 
 } // namespace nib

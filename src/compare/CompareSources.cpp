@@ -1,6 +1,7 @@
 #include "compare/CompareSources.h"
 
 #include "compare/GitLibrary.h"
+#include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
 #include "hosts/StoredForm.h"
 
@@ -19,9 +20,15 @@ CompareText Read(DocumentServices& services, std::shared_ptr<mvItem> item, Text 
 {
     const StatusNote reading(services.frame, kReading);
     const AutoSaveHold hold(services.shell);
-    if (!item->IsItem() || !item->Exists()) Refuse(u"\"" + item->DisplayPath() + u"\" does not exist.");
-    ReadText text = item->ReadWhole();
-    return {std::move(name), Text(note), std::move(text), std::move(item)};
+    std::optional<ReadText> text;
+    const bool isItem = item->IsItem();
+    const auto failure = isItem ? FailureOf([&] { text = item->ReadWhole(); }) : std::nullopt;
+    // Looking for it first would be another wait where a server does not answer.
+    const bool reached = !failure || failure->number != error_number::kDeviceUnavailable;
+    if (!isItem || (failure && reached && !item->Exists())) Refuse(u"\"" + item->DisplayPath() + u"\" does not exist.");
+    if (failure) throw Error(*failure);
+    Text source = item->Path();
+    return {std::move(name), Text(note), std::move(*text), std::move(item), std::move(source)};
 }
 
 const mvItem& ItemOf(const mvDocument& document)
@@ -43,7 +50,7 @@ CompareText OpenedTextOf(const mvDocument& document)
 {
     const auto text = document.TextAsStored();
     if (!text) Refuse(u"It is not known any more how " + document.DisplayName() + u" was opened.");
-    return {document.DisplayName(), u"as opened or saved", AsLines(text).Whole(), nullptr};
+    return {document.DisplayName(), u"as opened or saved", AsLines(text).Whole(), nullptr, u"opened"};
 }
 
 CompareText CommittedTextOf(const mvDocument& document)
@@ -54,7 +61,7 @@ CompareText CommittedTextOf(const mvDocument& document)
     if (!bytes) Refuse(document.DisplayName() + u" is in no commit.");
     // A form of its own: that of the item tells how it is to be written.
     StoredForm form = *item->Form();
-    return {document.DisplayName(), u"last commit", form.Decode(*bytes), nullptr};
+    return {document.DisplayName(), u"last commit", form.Decode(*bytes), nullptr, u"committed"};
 }
 
 CompareText TextOfItem(DocumentServices& services, std::shared_ptr<mvItem> item)

@@ -6,6 +6,8 @@
 
 #include <QDialog>
 #include <QInputDialog>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -17,6 +19,16 @@ namespace {
 
 constexpr QSize kSizeOver(1000, 600);
 
+Text SourceOf(const mvDocument& document)
+{
+    return u"document " + Decimal(document.DocumentID());
+}
+
+Text PairOf(const Text& left, const Text& right)
+{
+    return left.empty() || right.empty() ? Text() : left + u'\n' + right;
+}
+
 } // namespace
 
 QtCompareWindows::QtCompareWindows(DocumentServices& services, SettingsStore& store, QWidget* owner,
@@ -27,7 +39,7 @@ QtCompareWindows::QtCompareWindows(DocumentServices& services, SettingsStore& st
 
 QtCompareWindows::~QtCompareWindows()
 {
-    for (const auto& window : windows_) delete window.data();
+    for (const Shown& shown : windows_) delete shown.window.data();
 }
 
 void QtCompareWindows::Show(CompareWith other, mvDocument& document)
@@ -41,14 +53,26 @@ void QtCompareWindows::Show(CompareWith other, mvDocument& document)
     }
 }
 
+void QtCompareWindows::Compare(mvDocument& left, mvDocument& right)
+{
+    const Text pair = PairOf(SourceOf(left), SourceOf(right));
+    if (frmCompare* window = ToFront(pair)) return window->Again();
+    Open(pair, std::make_unique<CompareSide>(services_, left), std::make_unique<CompareSide>(services_, right));
+}
+
 void QtCompareWindows::Compare(CompareText left, mvDocument& right)
 {
-    Open(std::make_unique<CompareSide>(services_, std::move(left)), std::make_unique<CompareSide>(services_, right));
+    const Text pair = PairOf(left.source, SourceOf(right));
+    if (frmCompare* window = ToFront(pair)) return window->Again(std::move(left));
+    Open(pair, std::make_unique<CompareSide>(services_, std::move(left)),
+         std::make_unique<CompareSide>(services_, right));
 }
 
 void QtCompareWindows::Compare(CompareText left, CompareText right)
 {
-    Open(std::make_unique<CompareSide>(services_, std::move(left)),
+    const Text pair = PairOf(left.source, right.source);
+    if (frmCompare* window = ToFront(pair)) return window->Again();
+    Open(pair, std::make_unique<CompareSide>(services_, std::move(left)),
          std::make_unique<CompareSide>(services_, std::move(right)));
 }
 
@@ -77,6 +101,17 @@ void QtCompareWindows::CompareOver(QWidget& owner, CompareText left, CompareText
     dialog.exec();
 }
 
+int32_t QtCompareWindows::DocumentInFront() const
+{
+    for (const Shown& shown : windows_) {
+        const auto* window = shown.window ? qobject_cast<QMdiSubWindow*>(shown.window->parentWidget()) : nullptr;
+        if (!window || !window->mdiArea() || window->mdiArea()->currentSubWindow() != window) continue;
+        for (const Beside side : {Beside::Right, Beside::Left})
+            if (const auto document = shown.window->Model().Side(side).Document()) return document->DocumentID();
+    }
+    return services_.frame.ActiveDocument();
+}
+
 void QtCompareWindows::WithDocument(mvDocument& document)
 {
     std::vector<std::shared_ptr<mvDocument>> others = services_.openDocuments.All();
@@ -94,8 +129,7 @@ void QtCompareWindows::WithDocument(mvDocument& document)
         if (!ok) return;
         chosen = static_cast<int>(names.indexOf(name));
     }
-    Open(std::make_unique<CompareSide>(services_, *others[static_cast<size_t>(chosen)]),
-         std::make_unique<CompareSide>(services_, document));
+    Compare(*others[static_cast<size_t>(chosen)], document);
 }
 
 void QtCompareWindows::WithItem(mvDocument& document)
@@ -105,20 +139,28 @@ void QtCompareWindows::WithItem(mvDocument& document)
     const SelectedItem picked = services_.connection.SelectItem(request, start.get());
     if (!picked.item) return;
     const auto open = services_.openDocuments.On(*picked.item);
-    if (open && open.get() != &document && open->View())
-        return Open(std::make_unique<CompareSide>(services_, *open),
-                    std::make_unique<CompareSide>(services_, document));
+    if (open && open.get() != &document && open->View()) return Compare(*open, document);
     Compare(TextOfItem(services_, picked.item), document);
 }
 
-void QtCompareWindows::Open(std::unique_ptr<CompareSide> left, std::unique_ptr<CompareSide> right)
+frmCompare* QtCompareWindows::ToFront(const Text& pair)
 {
-    std::erase_if(windows_, [](const auto& window) { return window.isNull(); });
+    const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const Shown& shown) {
+        return shown.window && shown.window->Model().IsThere() && !pair.empty() && shown.pair == pair;
+    });
+    if (found == windows_.end()) return nullptr;
+    host_(found->window);
+    return found->window;
+}
+
+void QtCompareWindows::Open(Text pair, std::unique_ptr<CompareSide> left, std::unique_ptr<CompareSide> right)
+{
+    std::erase_if(windows_, [](const Shown& shown) { return shown.window.isNull(); });
     auto* window = new frmCompare(services_, store_, {std::move(left), std::move(right)});
     window->onSave = [this](mvDocument& document) {
         if (onSave) onSave(document);
     };
-    windows_.emplace_back(window);
+    windows_.push_back({window, std::move(pair)});
     host_(window);
     window->View().setFocus();
 }

@@ -1,6 +1,7 @@
 #include "compare/frmCompare.h"
 
 #include "documents/mvDocument.h"
+#include "platform/qt/ElidedValue.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
 
@@ -8,7 +9,6 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QPainter>
 #include <QStyle>
 #include <QToolButton>
 
@@ -22,28 +22,6 @@ constexpr int kPace = 100;
 constexpr int kLooksAtStored = 20;
 
 constexpr std::array<Beside, 2> kSides{Beside::Left, Beside::Right};
-
-/// As much of both ends as there is room for.
-class ElidedLabel final : public QLabel {
-public:
-    using QLabel::QLabel;
-
-    QSize minimumSizeHint() const override { return {40, QLabel::minimumSizeHint().height()}; }
-
-protected:
-    void resizeEvent(QResizeEvent* event) override
-    {
-        QLabel::resizeEvent(event);
-        update();
-    }
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        painter.setPen(palette().color(QPalette::WindowText));
-        painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                         fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width()));
-    }
-};
 
 /// As in the windows of documents.
 bool IsClose(const QKeyEvent& event)
@@ -78,35 +56,12 @@ void frmCompare::Build()
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
     all->setSpacing(0);
-    auto* bar = new QHBoxLayout;
-    bar->setContentsMargins(6, 4, 6, 4);
-    bar->setSpacing(4);
-    cmdPrevious_ =
-        AddButton(*bar, QStringLiteral("\u2191"), tr("The change before (Shift+F8)"), [this] { view_->Step(true); });
-    cmdNext_ = AddButton(*bar, QStringLiteral("\u2193"), tr("The next change (F8)"), [this] { view_->Step(false); });
-    cmdTake_[0] = AddButton(*bar, QStringLiteral("\u2190"), tr("Takes this over to the left (Alt+Left)"),
-                            [this] { view_->Take(Beside::Left); });
-    cmdTake_[1] = AddButton(*bar, QStringLiteral("\u2192"), tr("Takes this over to the right (Alt+Right)"),
-                            [this] { view_->Take(Beside::Right); });
-    // Nothing can ever be taken over between two texts that are in no document.
-    if (!model_.Side(Beside::Left).Document() && !model_.Side(Beside::Right).Document())
-        for (QToolButton* button : cmdTake_) button->hide();
-    lbState_ = new ElidedLabel;
-    lbState_->setTextFormat(Qt::PlainText);
-    lbState_->setContentsMargins(8, 0, 8, 0);
-    bar->addWidget(lbState_, 1);
-    bar->addWidget(new QLabel(tr("Ignore:")));
-    AddOption(*bar, tr("&Blanks"), tr("Indents, blanks at the end, and how many there are between words"),
-              &CompareOptions::blanks);
-    AddOption(*bar, tr("C&ase"), tr("Small and capital letters are the same"), &CompareOptions::letterCase);
-    AddOption(*bar, tr("Co&mments"), tr("Lines that hold nothing but a comment"), &CompareOptions::comments);
-    all->addLayout(bar);
+    all->addLayout(BuildBar());
     auto* captions = new QHBoxLayout;
     captions->setContentsMargins(6, 0, style()->pixelMetric(QStyle::PM_ScrollBarExtent), 4);
     for (Beside side : kSides) {
         QLabel*& caption = captions_[static_cast<size_t>(side)];
         caption = new ElidedLabel;
-        caption->setTextFormat(Qt::PlainText);
         QFont bold = caption->font();
         bold.setBold(true);
         caption->setFont(bold);
@@ -123,6 +78,56 @@ void frmCompare::Build()
     captions->setSpacing(view_->GutterWidth());
     setFocusProxy(view_);
     setAutoFillBackground(true);
+}
+
+/// Two parts, which stand above one another where there is no room for both in a row.
+QBoxLayout* frmCompare::BuildBar()
+{
+    bar_ = new QHBoxLayout;
+    bar_->setContentsMargins(6, 4, 6, 4);
+    bar_->setSpacing(4);
+    auto* steps = new QHBoxLayout;
+    bar_->addLayout(steps, 1);
+    cmdPrevious_ =
+        AddButton(*steps, QStringLiteral("\u2191"), tr("The change before (Shift+F8)"), [this] { view_->Step(true); });
+    cmdNext_ = AddButton(*steps, QStringLiteral("\u2193"), tr("The next change (F8)"), [this] { view_->Step(false); });
+    cmdTake_[0] = AddButton(*steps, QStringLiteral("\u2190"), tr("Takes this over to the left (Alt+Left)"),
+                            [this] { view_->Take(Beside::Left); });
+    cmdTake_[1] = AddButton(*steps, QStringLiteral("\u2192"), tr("Takes this over to the right (Alt+Right)"),
+                            [this] { view_->Take(Beside::Right); });
+    // Nothing can ever be taken over between two texts that are in no document.
+    if (!model_.Side(Beside::Left).Document() && !model_.Side(Beside::Right).Document())
+        for (QToolButton* button : cmdTake_) button->hide();
+    lbState_ = new ElidedLabel;
+    lbState_->setContentsMargins(8, 0, 8, 0);
+    steps->addWidget(lbState_, 1);
+    auto* options = new QHBoxLayout;
+    bar_->addLayout(options);
+    options->addWidget(new QLabel(tr("Ignore:")));
+    AddOption(*options, tr("&Blanks"), tr("Indents, blanks at the end, and how many there are between words"),
+              &CompareOptions::blanks);
+    AddOption(*options, tr("C&ase"), tr("Small and capital letters are the same"), &CompareOptions::letterCase);
+    AddOption(*options, tr("Co&mments"), tr("Lines that hold nothing but a comment"), &CompareOptions::comments);
+    options->addStretch();
+    for (QBoxLayout* part : {steps, options}) part->setSpacing(bar_->spacing());
+    return bar_;
+}
+
+QSize frmCompare::minimumSizeHint() const
+{
+    const QSize whole = QWidget::minimumSizeHint();
+    const int steps = bar_->itemAt(0)->minimumSize().width();
+    const int options = bar_->itemAt(1)->minimumSize().width();
+    const QMargins margins = bar_->contentsMargins();
+    return {std::max(steps, options) + margins.left() + margins.right(), whole.height()};
+}
+
+void frmCompare::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    const int state = lbState_->fontMetrics().horizontalAdvance(tr("No differences but those that are ignored"));
+    const int row = bar_->itemAt(0)->minimumSize().width() + bar_->itemAt(1)->minimumSize().width() + state;
+    bar_->setDirection(width() < row ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 
 QToolButton* frmCompare::AddButton(QBoxLayout& bar, const QString& text, const QString& tip, std::function<void()> act)
@@ -222,9 +227,10 @@ void frmCompare::Ring()
     if (++rings_ % kLooksAtStored == 0 && isVisible()) model_.Look();
 }
 
-void frmCompare::Again()
+void frmCompare::Again(std::optional<CompareText> left)
 {
-    model_.Look();
+    if (!left) return model_.LookAgain();
+    model_.Side(Beside::Left).Take(std::move(*left));
     model_.Compare();
 }
 

@@ -23,18 +23,22 @@ public:
 
     const CompareModel& Model() const { return model_; }
     QtCompareView& View() { return *view_; }
-    /// Reads again what is stored, and compares.
-    void Again();
+    /// Compares once more, with what is stored now, or with what was read in place of the text on the left.
+    void Again(std::optional<CompareText> left = std::nullopt);
 
     /// The document is to be saved.
     std::function<void(mvDocument& document)> onSave;
 
+    QSize minimumSizeHint() const override;
+
 protected:
     bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void Build();
+    QBoxLayout* BuildBar();
     QToolButton* AddButton(QBoxLayout& bar, const QString& text, const QString& tip, std::function<void()> act);
     QCheckBox* AddOption(QBoxLayout& bar, const QString& text, const QString& tip, bool CompareOptions::*option);
     void Show();
@@ -48,6 +52,7 @@ private:
     DocumentServices& services_;
     CompareModel model_;
     QtCompareView* view_ = nullptr; ///< the widgets are Qt's
+    QBoxLayout* bar_ = nullptr;
     std::array<QLabel*, 2> captions_{};
     QLabel* lbState_ = nullptr;
     QLabel* lbNote_ = nullptr;

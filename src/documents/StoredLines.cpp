@@ -158,19 +158,9 @@ void StoredLines::Keep(SourceDocument& document, const std::function<void()>& re
     const Text before = document.GetText();
     const std::vector<uint32_t> identities = IdentitiesOf(document);
     replace();
-    const Text after = document.GetText();
-    int32_t from = 0;
-    int32_t to = 0;
-    const auto carryUpTo = [&](int32_t end) {
-        for (; from < end; ++from, ++to)
-            document.SetLineData(to, LineWord::Identity, identities[static_cast<size_t>(from)]);
-    };
-    for (const LineHunk& hunk : DiffLines(LinesOf(before), LinesOf(after))) {
-        carryUpTo(hunk.oldLine);
-        from = hunk.oldLine + hunk.oldCount;
-        to = hunk.newLine + hunk.newCount;
-    }
-    carryUpTo(static_cast<int32_t>(identities.size()));
+    const std::vector<int32_t> places = LinePlaces(before, document.GetText());
+    for (size_t line = 0; line < identities.size(); ++line)
+        if (places[line] >= 0) document.SetLineData(places[line], LineWord::Identity, identities[line]);
 }
 
 } // namespace nib

@@ -14,25 +14,6 @@ namespace nib {
 
 namespace {
 
-/// Where the lines of one text stand in the other, -1 where they do not.
-std::vector<int32_t> PlacesOf(TextView text, TextView in)
-{
-    const std::vector<TextView> lines = LinesOf(text);
-    std::vector<int32_t> places(lines.size(), -1);
-    int32_t from = 0;
-    int32_t to = 0;
-    const auto same = [&](int32_t end) {
-        for (; from < end; ++from, ++to) places[static_cast<size_t>(from)] = to;
-    };
-    for (const LineHunk& hunk : DiffLines(lines, LinesOf(in))) {
-        same(hunk.oldLine);
-        from = hunk.oldLine + hunk.oldCount;
-        to = hunk.newLine + hunk.newCount;
-    }
-    same(static_cast<int32_t>(lines.size()));
-    return places;
-}
-
 /// It becomes a new line with the same text, and undo brings the old one back with what is known of it.
 void PutAnew(mvDocument& document, int32_t line)
 {
@@ -72,7 +53,7 @@ bool mvDocument::TakeMerged(mvItem& stored, TextView theirs, TextView merged)
     if (merged == shown) text.SetModified(false);
     StoredForm* form = item_->Form();
     if (form && stored.Form()) *form = *stored.Form();
-    const std::vector<int32_t> places = PlacesOf(shown, merged);
+    const std::vector<int32_t> places = LinePlaces(shown, merged);
     std::vector<bool> which(static_cast<size_t>(text.LineCount()));
     for (int32_t line : places)
         if (line >= 0) which[static_cast<size_t>(line)] = true;
@@ -101,9 +82,10 @@ void mvDocument::TakeTabs(int32_t first, int32_t count, std::vector<TabPlace> ta
     int32_t of = -1;
     // Where TABs had another width when the lines were shown, the lines have no place for these.
     std::erase_if(tabs, [&](const TabPlace& tab) {
+        if (tab.line >= text.LineCount()) return true;
         if (std::exchange(of, tab.line) != tab.line) shown = text.LineText(tab.line, scratch);
         const auto column = static_cast<size_t>(tab.column);
-        return tab.line >= text.LineCount() || column > shown.size() || !shown.substr(column).starts_with(blanks);
+        return column > shown.size() || !shown.substr(column).starts_with(blanks);
     });
     std::vector<bool> which(static_cast<size_t>(text.LineCount()));
     std::fill_n(which.begin() + first, count, true);
@@ -121,7 +103,7 @@ void mvDocument::BringBack(TextView text)
     const Text written = AsWritten().Whole();
     const std::vector<TextView> before = LinesOf(written);
     const std::vector<TextView> after = LinesOf(text);
-    const std::vector<int32_t> places = PlacesOf(own.GetText(), shown);
+    const std::vector<int32_t> places = LinePlaces(own.GetText(), shown);
     own.BreakTyping();
     own.BeginGroup();
     ReplaceByLines(own, shown);

@@ -32,7 +32,8 @@ public:
     /// several. The answers point into the dictionary.
     std::map<int32_t, const DictionaryField*> FieldsFor(Record& record) const;
 
-    Text name; ///< of where it was read; empty where there is none
+    Text name;  ///< of where it was read; empty where there is none
+    Text fault; ///< why nobody knows whether there is one
 
 private:
     std::map<TextView, int32_t> Leads() const;

@@ -10,12 +10,12 @@ constexpr TextView kValueName{u"GridFiles"};
 /// Those that were chosen last.
 constexpr size_t kMost = 200;
 
-Text FileOf(const mvItem& item)
+} // namespace
+
+Text GridFileOf(const mvItem& item)
 {
     return nib::ComposeHostPath({item.Provider(), ToUpper(item.ServerName()), item.Database(), item.Folder(), {}});
 }
-
-} // namespace
 
 std::vector<Text> GridFiles::All() const
 {
@@ -25,12 +25,12 @@ std::vector<Text> GridFiles::All() const
 bool GridFiles::Holds(const mvItem& item) const
 {
     const std::vector<Text> files = All();
-    return std::find(files.begin(), files.end(), FileOf(item)) != files.end();
+    return std::find(files.begin(), files.end(), GridFileOf(item)) != files.end();
 }
 
 void GridFiles::Set(const mvItem& item, bool grid)
 {
-    const Text file = FileOf(item);
+    const Text file = GridFileOf(item);
     std::vector<Text> files = All();
     std::erase(files, file);
     if (grid) files.insert(files.begin(), file);

@@ -4,6 +4,9 @@
 
 namespace nib {
 
+/// The path of the item's file.
+Text GridFileOf(const mvItem& item);
+
 /// The files whose records the user looks at as grids.
 class GridFiles {
 public:

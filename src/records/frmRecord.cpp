@@ -1,5 +1,6 @@
 #include "records/frmRecord.h"
 
+#include "platform/qt/ElidedValue.h"
 #include "platform/qt/QtText.h"
 #include "text/SourceView.h"
 
@@ -54,13 +55,12 @@ void frmRecord::Build()
     txtFilter_ = new QLineEdit;
     txtFilter_->setAccessibleName(tr("Filter"));
     txtFilter_->setClearButtonEnabled(true);
-    txtFilter_->setMaximumWidth(txtFilter_->fontMetrics().averageCharWidth() * kFilterChars);
+    const int width = txtFilter_->fontMetrics().averageCharWidth() * kFilterChars;
+    txtFilter_->setMinimumWidth(width / 2);
+    txtFilter_->setMaximumWidth(width);
     txtFilter_->installEventFilter(this);
-    const Text& name = grid_.Names().name;
-    auto* dictionary = new QLabel(grid_.Names().IsEmpty() ? tr("No dictionary")
-                                  : name.empty()          ? QString()
-                                                          : tr("Dictionary: %1").arg(ToQString(name)));
-    dictionary->setTextFormat(Qt::PlainText);
+    auto* dictionary = new ElidedLabel(DictionaryText());
+    dictionary->setToolTip(Names().fault.empty() ? QString() : dictionary->text());
     top->addWidget(label);
     top->addWidget(txtFilter_);
     top->addStretch();
@@ -77,6 +77,16 @@ void frmRecord::Build()
     QObject::connect(txtFilter_, &QLineEdit::textChanged, this, [this](const QString& text) {
         for (QtGridView* table : std::as_const(tables_)) table->Filter(text);
     });
+}
+
+QString frmRecord::DictionaryText() const
+{
+    const Dictionary& names = Names();
+    const QString fault = ToQString(names.fault).simplified();
+    if (!fault.isEmpty())
+        return tr("The dictionary could not be read: %1").arg(TranslatedMessage(fault).value_or(fault));
+    if (names.IsEmpty()) return tr("No dictionary");
+    return names.name.empty() ? QString() : tr("Dictionary: %1").arg(ToQString(names.name));
 }
 
 QtGridView* frmRecord::NewTable(size_t table)

@@ -20,6 +20,7 @@ public:
     frmRecord(SourceView& view, Dictionary dictionary);
     ~frmRecord() override;
 
+    const Dictionary& Names() const { return grid_.Names(); }
     /// The value at the caret of the text becomes the current cell, in a moment.
     void FollowCaret();
     void TakeFocus();
@@ -32,6 +33,7 @@ protected:
 
 private:
     void Build();
+    QString DictionaryText() const;
     QLineEdit* OpenCell() const;
     void Commit(QLineEdit* line);
     void BuildTables();

@@ -1,6 +1,7 @@
 #include "search/QtResultsPanel.h"
 
 #include "editing/MvEdit.h"
+#include "platform/qt/QtDesktop.h"
 
 namespace nib {
 
@@ -75,12 +76,7 @@ void QtResultsPanel::Place()
 {
     if (std::exchange(placed_, true)) return;
     window_.addDockWidget(Qt::BottomDockWidgetArea, this);
-    const auto others = window_.findChildren<QDockWidget*>(Qt::FindDirectChildrenOnly);
-    for (QDockWidget* other : others)
-        if (other != this && !other->isFloating() && window_.dockWidgetArea(other) == Qt::BottomDockWidgetArea) {
-            window_.tabifyDockWidget(other, this);
-            if (other->isVisible()) return;
-        }
+    if (JoinPanels(window_, *this)) return;
     window_.resizeDocks({this}, {window_.fontMetrics().lineSpacing() * kHeight}, Qt::Vertical);
 }
 

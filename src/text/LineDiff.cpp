@@ -215,6 +215,24 @@ std::vector<LineHunk> DiffLines(const std::vector<TextView>& before, const std::
     return Comparison(std::move(a), numbers.Of(after)).Hunks();
 }
 
+std::vector<int32_t> LinePlaces(TextView before, TextView after)
+{
+    const std::vector<TextView> lines = LinesOf(before);
+    std::vector<int32_t> places(lines.size(), -1);
+    int32_t from = 0;
+    int32_t to = 0;
+    const auto same = [&](int32_t end) {
+        for (; from < end; ++from, ++to) places[static_cast<size_t>(from)] = to;
+    };
+    for (const LineHunk& hunk : DiffLines(lines, LinesOf(after))) {
+        same(hunk.oldLine);
+        from = hunk.oldLine + hunk.oldCount;
+        to = hunk.newLine + hunk.newCount;
+    }
+    same(static_cast<int32_t>(lines.size()));
+    return places;
+}
+
 std::vector<TextView> LinesOf(TextView text)
 {
     std::vector<TextView> lines;

@@ -24,6 +24,9 @@ struct LineHunk {
 /// in common that finding out would take too long.
 std::vector<LineHunk> DiffLines(const std::vector<TextView>& before, const std::vector<TextView>& after);
 
+/// Where each line of one text stands in the other, -1 where it does not.
+std::vector<int32_t> LinePlaces(TextView before, TextView after);
+
 /// The lines between CR LF, CR and LF; at least one. They are views of `text`.
 std::vector<TextView> LinesOf(TextView text);
 

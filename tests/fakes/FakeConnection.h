@@ -224,7 +224,9 @@ struct FakeConnection : mvConnection {
         const auto found = colors.find(account.database);
         return found == colors.end() ? Text() : found->second;
     }
+    bool KeepsHistory(const ItemPlace& /*account*/) const override { return keepsHistory; }
     FakeStore store;
+    bool keepsHistory = true;
     std::map<Text, Text> colors; ///< by account
     std::vector<KnownHost> hosts;
     std::function<std::unique_ptr<ItemReader>(const ItemPlace&)> reader; ///< makes those of all accounts

@@ -21,6 +21,10 @@ struct CompareTest : FrameFixture {
         ASSERT_NE(form, nullptr);
         Await();
     }
+    frmCompare* Front()
+    {
+        return dynamic_cast<frmCompare*>(frame.findChild<QMdiArea*>()->currentSubWindow()->widget());
+    }
     void Await()
     {
         EXPECT_TRUE(
@@ -60,6 +64,31 @@ TEST_F(CompareTest, KeysGoThroughChangesAndTakeThemOver)
     QTest::keyClick(&view, Qt::Key_Return);
     Settle();
     EXPECT_EQ(frame.ActiveForm()->ViewObject(), document);
+}
+
+TEST_F(CompareTest, WhatIsComparedAlreadyComesToTheFront)
+{
+    Open(u"A", u"B");
+    const Text path = u"mvdb:*/DEMO/BP/MAIN";
+    connection.store.items[path] = {u"one", false};
+    program.OpenPath(path, false);
+    mvDocument& stored = *frame.ActiveForm()->ViewObject();
+    const auto tabs = [this] { return frame.Menus().Root(Band::Taskbar).tools.size(); };
+    for (const CompareWith with : {CompareWith::Stored, CompareWith::Opened}) {
+        const size_t before = tabs();
+        for (const TextView text : {u"two", u"three"}) {
+            connection.store.items[path].text = text;
+            stored.Activate();
+            windows->Show(with, stored);
+            EXPECT_EQ(tabs(), before + 1);
+            EXPECT_EQ(frame.ActiveForm(), nullptr);
+        }
+        if (with == CompareWith::Stored) EXPECT_EQ(Front()->Model().Side(Beside::Left).Lines().GetText(), u"three");
+    }
+    const size_t before = tabs();
+    windows->Compare(*other, *document);
+    EXPECT_EQ(tabs(), before);
+    EXPECT_EQ(Front(), form);
 }
 
 TEST_F(CompareTest, TheWindowHasATabAndGoesWithItsDocument)

@@ -106,6 +106,8 @@ TEST_F(HistoryPanelTest, ListsBringsBackAndTellsOfAuthors)
     const auto windows = frame.findChildren<QMdiSubWindow*>().size();
     panel->findChildren<QPushButton*>()[1]->click();
     EXPECT_EQ(frame.findChildren<QMdiSubWindow*>().size(), windows + 1) << "the version beside the document";
+    QApplication::processEvents();
+    EXPECT_EQ(list->model()->rowCount(), 2) << "of the document that is compared";
     list->selectAll();
     panel->findChildren<QPushButton*>()[1]->click();
     EXPECT_EQ(frame.findChildren<QMdiSubWindow*>().size(), windows + 2) << "two versions";

@@ -11,7 +11,11 @@ struct RecordGridTest : FrameFixture {
     void SetUp() override
     {
         FrameFixture::SetUp();
-        connection.reader = [this](const ItemPlace&) { return std::make_unique<MemoryReader>(dictionary); };
+        connection.reader = [this](const ItemPlace&) -> std::unique_ptr<MemoryReader> {
+            ++readers;
+            if (down) throw Error(error_number::kDeviceUnavailable, u"Nobody answers.");
+            return std::make_unique<MemoryReader>(dictionary);
+        };
         form = &Open(kOrder, u"C1\r\n21137\r\nP1\uF8FDP2\r\n12\uF8FD100\r\nO");
         EXPECT_TRUE(form->txtText().Document().LineCount() == 5);
         frame.Run(u"RecordGrid");
@@ -55,6 +59,8 @@ struct RecordGridTest : FrameFixture {
                              {u"PART", u"D\n3\n\nPart\n6L\nM\nLINES"},
                              {u"QTY", u"D\n4\nMD0\nQuantity\n6R\nM\nLINES"}}}};
     frmDocument* form = nullptr;
+    int readers = 0;
+    bool down = false;
 };
 
 TEST_F(RecordGridTest, ACellIsTypedIntoTheText)
@@ -162,11 +168,22 @@ TEST_F(RecordGridTest, WhatMayOnlyBeReadIsNotTypedInto)
     EXPECT_EQ(Line(1), "C1");
 }
 
+TEST_F(RecordGridTest, WithoutItsHostTheGridSaysSo)
+{
+    down = true;
+    frmDocument& other = Open(u"mvdb:*/DEMO/DATA/O2", u"C2");
+    ASSERT_TRUE(other.IsGrid());
+    QStringList texts;
+    for (const auto* label : other.SubWindow()->findChildren<QLabel*>()) texts += label->text();
+    EXPECT_TRUE(texts.contains(QStringLiteral("The dictionary could not be read: Nobody answers.")));
+}
+
 TEST_F(RecordGridTest, AnotherTextInTheWindowMakesAnotherGrid)
 {
     Load(*form, u"C9\r\n21139");
     Settle();
     ASSERT_TRUE(form->IsGrid());
+    EXPECT_EQ(readers, 1) << "the names are known";
     EXPECT_EQ(List().model()->index(1, 0).data().toString(), QStringLiteral("2025-11-15"));
     program.OpenDocuments().Item(1)->FileClose(false);
     Settle();

@@ -2,6 +2,7 @@
 
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
 #include "text/widget/SourceViewWidget.h"
 
@@ -10,12 +11,16 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
+#include <algorithm>
+
 namespace nib {
 
 namespace {
 
-constexpr int kWidth = 360; ///< until the user chooses
-constexpr int kOld = 1500;  ///< milliseconds
+// Until the user chooses:
+constexpr int kWidth = 360;
+constexpr int kLeastChars = 39; ///< the heads of the columns, in large letters too
+constexpr int kOld = 1500;      ///< milliseconds
 constexpr qsizetype kLongestName = 10;
 
 QString NoteOf(const Version& version)
@@ -48,7 +53,8 @@ QtHistory::QtHistory(ItemHistory& history, DocumentServices& services, QtCompare
       panel_(new frmHistory(history, services, compare, &window))
 {
     window_.addDockWidget(Qt::RightDockWidgetArea, panel_);
-    window_.resizeDocks({panel_}, {kWidth}, Qt::Horizontal);
+    const int least = window_.fontMetrics().averageCharWidth() * kLeastChars;
+    window_.resizeDocks({panel_}, {std::max(kWidth, least)}, Qt::Horizontal);
     panel_->onClose = [this, stateChanged = std::move(stateChanged)] {
         services_.settings.HistoryShown = false;
         stateChanged();
@@ -76,22 +82,12 @@ QtHistory::~QtHistory()
     delete panel_;
 }
 
-/// In one place with what is there already: small screens have no room for both.
-void QtHistory::Place()
-{
-    if (std::exchange(placed_, true)) return;
-    const auto others = window_.findChildren<QDockWidget*>(Qt::FindDirectChildrenOnly);
-    for (QDockWidget* other : others)
-        if (other != panel_ && !other->isFloating() && window_.dockWidgetArea(other) == Qt::RightDockWidgetArea)
-            window_.tabifyDockWidget(other, panel_);
-}
-
 void QtHistory::Refresh()
 {
     const bool wanted = services_.settings.HistoryShown;
     const bool comes = wanted && panel_->isHidden();
     const bool moves = wanted == panel_->isHidden();
-    if (comes) Place();
+    if (comes && !std::exchange(placed_, true)) JoinPanels(window_, *panel_);
     panel_->setVisible(wanted);
     if (comes) panel_->raise();
     if (moves && onRoomChanged) onRoomChanged();

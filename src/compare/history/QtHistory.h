@@ -30,7 +30,6 @@ public:
 
 private:
     void Refresh();
-    void Place();
     void AskAuthors();
     void ShowAuthors(int32_t documentId, const AuthoredText& authors);
     std::vector<SourceViewWidget*> PanesOf(int32_t documentId) const;

@@ -18,18 +18,29 @@ std::shared_ptr<mvDocument> VersionList::Document() const
     return services_.openDocuments.ById(documentId_);
 }
 
-bool VersionList::Refresh(bool always)
+bool VersionList::Refresh(int32_t documentId)
 {
-    const int32_t active = services_.frame.ActiveDocument();
-    const auto document = services_.openDocuments.ById(active);
-    const std::string last =
-        document ? OrDefault([&] { return history_.Last(*document); }, std::string()) : std::string();
-    if (!always && documentId_ == active && last_ == last) return false;
-    documentId_ = active;
+    const auto document = services_.openDocuments.ById(documentId);
+    std::string last;
+    const auto failure = document ? FailureOf([&] { last = history_.Last(*document); }) : std::nullopt;
+    fault_ = failure ? failure->description : Text();
+    if (documentId_ == documentId && last_ == last) return false;
+    documentId_ = documentId;
     last_ = next_ = last;
     rows_.clear();
     ReadMore();
     return true;
+}
+
+std::optional<NoVersions> VersionList::WhyNone() const
+{
+    if (!rows_.empty()) return std::nullopt;
+    const auto document = Document();
+    if (!document) return NoVersions::NoDocument;
+    const auto item = document->ItemObject();
+    if (!item) return NoVersions::NeverStored;
+    if (!fault_.empty()) return NoVersions::Unreadable;
+    return history_.Keeps(*item) ? NoVersions::NoneYet : NoVersions::NotKept;
 }
 
 void VersionList::ReadMore()

@@ -8,6 +8,7 @@
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLocale>
 #include <QPushButton>
 #include <QShortcut>
@@ -25,6 +26,15 @@ enum Column { kWhen, kWho, kLines, kMessage, kColumns };
 constexpr const char* kHeads[] = {QT_TRANSLATE_NOOP("frmHistory", "When"), QT_TRANSLATE_NOOP("frmHistory", "Who"),
                                   QT_TRANSLATE_NOOP("frmHistory", "Lines"), QT_TRANSLATE_NOOP("frmHistory", "Message")};
 
+/// By NoVersions.
+constexpr const char* kWhyNone[] = {
+    QT_TRANSLATE_NOOP("frmHistory", "No document is in front."),
+    QT_TRANSLATE_NOOP("frmHistory", "This document has never been saved. Its first save begins its history."),
+    QT_TRANSLATE_NOOP("frmHistory", "No versions of this account are kept: hosts.conf says history=no."),
+    QT_TRANSLATE_NOOP("frmHistory", "There are no versions yet. The next save leaves the first."),
+    QT_TRANSLATE_NOOP("frmHistory", "The versions cannot be read: %1"),
+};
+
 } // namespace
 
 QString TimeText(const Version& version)
@@ -36,9 +46,9 @@ class frmHistory::Model final : public QAbstractTableModel {
 public:
     Model(VersionList& list, frmHistory* form) : QAbstractTableModel(form), list_(list), form_(*form) {}
 
-    void Refresh(bool always)
+    void Refresh(int32_t documentId)
     {
-        if (!list_.Refresh(always)) return;
+        if (!list_.Refresh(documentId)) return;
         beginResetModel();
         count_ = static_cast<int>(list_.Rows().size());
         endResetModel();
@@ -102,7 +112,7 @@ private:
 
 frmHistory::frmHistory(ItemHistory& history, DocumentServices& services, QtCompareWindows& compare, QWidget* window)
     : QDockWidget(tr("History"), window), list_(history, services), compare_(compare), model_(new Model(list_, this)),
-      view_(new QTreeView), bringBack_(new QPushButton(tr("Bring Back"))),
+      view_(new QTreeView), whyNone_(new QLabel(view_->viewport())), bringBack_(new QPushButton(tr("Bring Back"))),
       compareButton_(new QPushButton(tr("Compare")))
 {
     setObjectName(QStringLiteral("History"));
@@ -118,8 +128,17 @@ frmHistory::frmHistory(ItemHistory& history, DocumentServices& services, QtCompa
     view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     view_->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::SelectedClicked);
     view_->header()->setSectionsMovable(false);
+    view_->header()->setStretchLastSection(false);
+    view_->header()->setSectionResizeMode(kMessage, QHeaderView::Stretch);
     view_->setMinimumHeight(2 * fontMetrics().lineSpacing()); // a view asks for more than small screens have
     column->addWidget(view_);
+    whyNone_->setTextFormat(Qt::PlainText);
+    whyNone_->setWordWrap(true);
+    whyNone_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    whyNone_->setForegroundRole(QPalette::PlaceholderText);
+    auto* inView = new QVBoxLayout(view_->viewport());
+    inView->setContentsMargins(8, 8, 8, 8);
+    inView->addWidget(whyNone_);
     auto* buttons = new QHBoxLayout;
     bringBack_->setToolTip(tr("Makes the text of the chosen version that of the document; Undo takes that back"));
     compareButton_->setToolTip(tr("Shows what differs between two chosen versions, or one and the document"));
@@ -155,11 +174,12 @@ void frmHistory::Try(const std::function<void()>& what)
 void frmHistory::Follow()
 {
     if (!isVisible()) return;
-    model_->Refresh(false);
+    model_->Refresh(compare_.DocumentInFront());
     ShowButtons();
-    if (fitted_ || model_->rowCount() == 0) return;
+    ShowWhyNone();
+    if (fitted_) return;
     for (int column : {kWhen, kWho, kLines}) view_->resizeColumnToContents(column);
-    fitted_ = true;
+    fitted_ = model_->rowCount() > 0;
 }
 
 std::vector<size_t> frmHistory::Chosen() const
@@ -179,6 +199,15 @@ void frmHistory::ShowButtons()
     compareButton_->setEnabled(count == 1 || count == 2);
 }
 
+void frmHistory::ShowWhyNone()
+{
+    const auto why = list_.WhyNone();
+    whyNone_->setVisible(why.has_value());
+    if (!why) return;
+    const QString text = tr(kWhyNone[static_cast<size_t>(*why)]);
+    whyNone_->setText(why == NoVersions::Unreadable ? text.arg(ToQString(list_.Fault())) : text);
+}
+
 void frmHistory::BringBack()
 {
     const std::vector<size_t> rows = Chosen();
@@ -190,7 +219,7 @@ CompareText frmHistory::TextOf(size_t row) const
     const Version& version = list_.Rows()[row];
     const auto document = list_.Document();
     return {document ? document->DisplayName() : Text(), ToText(TimeText(version)) + u", " + version.author,
-            list_.TextOf(row), nullptr};
+            list_.TextOf(row), nullptr, FromUtf8(version.id)};
 }
 
 void frmHistory::CompareChosen()

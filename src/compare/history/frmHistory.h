@@ -7,12 +7,13 @@
 
 #include <functional>
 
+class QLabel;
 class QPushButton;
 class QTreeView;
 
 namespace nib {
 
-/// The versions of the active document, at the right of the main window.
+/// The versions of the document in front, be it in a comparison, at the right of the main window.
 class frmHistory final : public QDockWidget {
     Q_DECLARE_TR_FUNCTIONS(frmHistory)
 public:
@@ -20,7 +21,7 @@ public:
     frmHistory(ItemHistory& history, DocumentServices& services, QtCompareWindows& compare, QWidget* window);
     ~frmHistory() override;
 
-    /// The active document or its versions are others.
+    /// The document in front or its versions are others.
     void Follow();
     void TakeFocus();
     /// The user has closed it.
@@ -39,6 +40,7 @@ private:
 
     void Try(const std::function<void()>& what);
     void ShowButtons();
+    void ShowWhyNone();
     void BringBack();
     void CompareChosen();
     /// Rows that are chosen, ascending.
@@ -49,6 +51,7 @@ private:
     QtCompareWindows& compare_;
     Model* model_;
     QTreeView* view_;
+    QLabel* whyNone_; ///< in the place of versions
     QPushButton* bringBack_;
     QPushButton* compareButton_;
     bool fitted_ = false; ///< the columns are as wide as what the first versions need

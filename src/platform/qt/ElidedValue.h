@@ -1,4 +1,5 @@
 #pragma once
+#include <QLabel>
 #include <QLineEdit>
 #include <QScreen>
 #include <QWidget>
@@ -26,6 +27,18 @@ private:
     void ShowText();
 
     QString value_;
+};
+
+/// A plain text of one line, of which both ends show where there is no room for all.
+class ElidedLabel final : public QLabel {
+public:
+    explicit ElidedLabel(const QString& text = {}, QWidget* parent = nullptr);
+
+    QSize minimumSizeHint() const override { return {40, QLabel::minimumSizeHint().height()}; }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 };
 
 /// The first size of a window: what its texts would like, as far as the screen has it.

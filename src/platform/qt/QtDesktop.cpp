@@ -3,8 +3,10 @@
 #include "platform/qt/QtText.h"
 
 #include <QClipboard>
+#include <QDockWidget>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QMainWindow>
 #include <QMimeData>
 #include <QStringList>
 #include <QTimer>
@@ -94,6 +96,19 @@ void CallOnWindows(std::function<void()> call)
 std::unique_ptr<Timers::Timer> QtTimers::Every(std::chrono::milliseconds interval, std::function<void()> ring)
 {
     return std::make_unique<RingingTimer>(interval, std::move(ring));
+}
+
+bool JoinPanels(QMainWindow& window, QDockWidget& panel)
+{
+    bool inSight = false;
+    const auto others = window.findChildren<QDockWidget*>(Qt::FindDirectChildrenOnly);
+    for (QDockWidget* other : others) {
+        if (other == &panel || other->isFloating() || window.dockWidgetArea(other) != window.dockWidgetArea(&panel))
+            continue;
+        window.tabifyDockWidget(other, &panel);
+        inSight = inSight || other->isVisible();
+    }
+    return inSight;
 }
 
 } // namespace nib

@@ -7,6 +7,9 @@
 #include <map>
 #include <memory>
 
+class QDockWidget;
+class QMainWindow;
+
 namespace nib {
 
 class QtClipboard : public Clipboard {
@@ -40,6 +43,10 @@ public:
 
 /// Calls it on the thread of the windows once that is free; from any thread.
 void CallOnWindows(std::function<void()> call);
+
+/// In one place with the panels that stand there already: small screens have no room for both. True when one of them is
+/// in sight.
+bool JoinPanels(QMainWindow& window, QDockWidget& panel);
 
 /// The hour-glass over the whole program while it lives. Nests.
 class QtWaitCursor {

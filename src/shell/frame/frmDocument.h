@@ -17,6 +17,7 @@ class QSplitter;
 
 namespace nib {
 
+class Dictionary;
 class DocumentWindow;
 class frmMain;
 class frmRecord;
@@ -81,6 +82,7 @@ private:
     void ConnectPane(SourceViewWidget& pane);
     void RestoreGrid();
     void RemakeGrid();
+    void ShowGrid(Dictionary dictionary);
     /// It is the one at work from now on.
     void Lead(SourceViewWidget& pane);
     void ShowPosition();
@@ -100,6 +102,7 @@ private:
     SourceViewWidget* widget_ = nullptr; ///< the pane at work; owned by window_
     SourceViewWidget* other_ = nullptr;  ///< the other pane of a text in two
     frmRecord* grid_ = nullptr;          ///< in place of the panes; owned by window_
+    Text gridFile_;                      ///< whose dictionary that has
     Clipboard& clipboard_;
     mvDocument* document_;
     const int32_t documentId_;

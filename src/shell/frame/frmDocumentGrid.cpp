@@ -13,15 +13,16 @@ namespace nib {
 
 namespace {
 
-/// Of the item's file. A host that cannot be asked has none: the record is there without names.
+/// Of the item's file. Without one the record is there all the same.
 Dictionary DictionaryOf(const mvItem& item, DocumentServices& services)
 {
     Dictionary dictionary;
-    IgnoringErrors([&] {
+    const auto failure = FailureOf([&] {
         const WaitCursor wait(services.frame);
         const auto reader = services.connection.Reader(ParsePath(item.Path()));
         services.frame.Await([&] { dictionary = ReadDictionary(*reader, item.Folder()); });
     });
+    if (failure) dictionary.fault = failure->description;
     return dictionary;
 }
 
@@ -38,9 +39,13 @@ void frmDocument::SetGrid(bool grid)
         return FocusText();
     }
     const std::shared_ptr<mvItem> item = document_->ItemObject();
-    Dictionary dictionary = item ? DictionaryOf(*item, mainWindow_.Owner().Services()) : Dictionary();
-    auto shown = std::make_unique<frmRecord>(Model(), std::move(dictionary));
-    grid_ = shown.release();
+    ShowGrid(item ? DictionaryOf(*item, mainWindow_.Owner().Services()) : Dictionary());
+    gridFile_ = item ? GridFileOf(*item) : Text();
+}
+
+void frmDocument::ShowGrid(Dictionary dictionary)
+{
+    grid_ = new frmRecord(Model(), std::move(dictionary));
     grid_->onReset = [this] { window_->Post([](frmDocument& form) { form.RemakeGrid(); }); };
     window_->ShowInstead(grid_);
     window_->widget()->setFocusProxy(grid_);
@@ -56,11 +61,15 @@ void frmDocument::RestoreGrid()
     IgnoringErrors([this] { SetGrid(true); });
 }
 
+/// Its host is not asked for the names once more.
 void frmDocument::RemakeGrid()
 {
     if (!document_ || !IsGrid()) return;
+    const std::shared_ptr<mvItem> item = document_->ItemObject();
+    const bool known = item && GridFileOf(*item) == gridFile_ && grid_->Names().fault.empty();
+    Dictionary dictionary = grid_->Names();
     SetGrid(false);
-    IgnoringErrors([this] { SetGrid(true); });
+    IgnoringErrors([&] { known ? ShowGrid(std::move(dictionary)) : SetGrid(true); });
 }
 
 } // namespace nib

@@ -60,7 +60,8 @@ public:
     void ActivateGuest(int32_t tab) override;
     void CloseGuest(int32_t tab) override;
 
-    /// Makes it a window among those of the documents, which has a tab and takes `content` along when it closes.
+    /// Makes it a window among those of the documents, which has a tab and takes `content` along when it closes. One
+    /// that it is already comes to the front.
     void TakeGuest(QWidget* content);
 
     // For the document windows

@@ -21,6 +21,8 @@ constexpr QSize kUsualSize(900, 560);
 
 void frmMain::TakeGuest(QWidget* content)
 {
+    for (const auto& [known, guest] : guests_)
+        if (guest->widget() == content) return ActivateGuest(known);
     const int32_t tab = --lastGuest_;
     QMdiSubWindow* guest = area_->addSubWindow(content);
     // As those of documents: keys are the frame's.

@@ -206,7 +206,10 @@ TEST(CompareModelTest, FollowsItsTexts)
     t.Await();
     EXPECT_EQ(t.model->Rows().ChangeCount(), 1);
     EXPECT_TRUE(t.document->FileSave());
+    t.Store().readFailure = Error{error_number::kDeviceUnavailable, u"Cancelled"};
     t.model->Look();
+    t.Store().readFailure.reset();
+    t.model->LookAgain();
     t.Await();
     EXPECT_TRUE(t.model->Rows().Differences().AreSame()) << "it was saved";
     t.Store().states[kMain] = StoredState::Gone;
@@ -247,6 +250,27 @@ TEST(CompareModelTest, WhatCannotBeReadIsRefused)
     t.Store().items.erase(kMain);
     EXPECT_EQ(refused(*document)->description, u"\"<BP MAIN>\" does not exist.");
     EXPECT_EQ(FailureOf([&] { CommittedTextOf(*document); })->number, error_number::kFileNotFound);
+}
+
+/// Each call to it is a wait that the user has to cancel.
+struct HangingItem : FakeItem {
+    using FakeItem::FakeItem;
+    bool IsItem() override { return true; }
+    bool Exists() override { return ++waits > 0; }
+    Text ReadItem(int32_t, int32_t, int32_t) override
+    {
+        ++waits;
+        throw Error(error_number::kDeviceUnavailable, u"The request was cancelled.");
+    }
+    int32_t waits = 0;
+};
+
+TEST(CompareModelTest, OneCancelIsEnough)
+{
+    TestProgram t;
+    const auto item = std::make_shared<HangingItem>(t.Store(), kMain);
+    EXPECT_TRUE(FailureOf([&] { TextOfItem(t.program.Services(), item); }));
+    EXPECT_EQ(item->waits, 1);
 }
 
 } // namespace nib::test::compare_test

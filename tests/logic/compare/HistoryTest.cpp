@@ -2,6 +2,7 @@
 
 #include "../storage/TempFolder.h"
 #include "compare/history/ItemHistory.h"
+#include "compare/history/VersionList.h"
 #include "compare/history/VersionText.h"
 #include "fakes/AssistedProgram.h"
 #include "platform/posix/FileName.h"
@@ -390,6 +391,27 @@ TEST_F(ProgramHistoryTest, AFailureIsToldAndTheSaveIsDone)
     EXPECT_EQ(Texts(), (std::vector<Text>{u"newer", u"read new"}));
     t.program.ShowChanges();
     EXPECT_EQ(t.window.status[1], u"");
+}
+
+TEST_F(ProgramHistoryTest, ItIsToldWhyThereAreNoVersions)
+{
+    VersionList list(history, t.program.Services());
+    const auto why = [&](const mvDocument* of) {
+        list.Refresh(of ? of->DocumentID() : 0);
+        return list.WhyNone();
+    };
+    EXPECT_EQ(why(nullptr), NoVersions::NoDocument);
+    t.program.Files().FileNew();
+    EXPECT_EQ(why(t.program.OpenDocuments().Item(2).get()), NoVersions::NeverStored);
+    EXPECT_EQ(why(document.get()), NoVersions::NoneYet);
+    t.connection.keepsHistory = false;
+    EXPECT_EQ(why(document.get()), NoVersions::NotKept);
+    t.connection.keepsHistory = true;
+    SaveAs(u"new");
+    EXPECT_EQ(why(document.get()), std::nullopt);
+    const auto place = HistoryPlace::Of(ParsePath(kItem), folder / "data/Orlin/Nib/History");
+    std::filesystem::remove(place.repository + "/HEAD");
+    EXPECT_EQ(why(document.get()), NoVersions::Unreadable);
 }
 
 TEST_F(ProgramHistoryTest, AuthorsOfTheTextInTheWindow)
