@@ -2,6 +2,51 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AboutBox</name>
+    <message>
+        <source>GNU Lesser General Public License, version 3. Linked as shared libraries, which may be replaced.</source>
+        <translation>GNU Lesser General Public License, Version 3. Als gemeinsam benutzte Bibliotheken gebunden, die ersetzt werden dürfen.</translation>
+    </message>
+    <message>
+        <source>Unicode License (ICU).</source>
+        <translation>Unicode-Lizenz (ICU).</translation>
+    </message>
+    <message>
+        <source>Bitstream Vera and Arev licences; changes by the DejaVu project are in the public domain.</source>
+        <translation>Lizenzen von Bitstream Vera und Arev; die Änderungen des DejaVu-Projekts sind gemeinfrei.</translation>
+    </message>
+    <message>
+        <source>GNU Lesser General Public License, version 2.1 or later.</source>
+        <translation>GNU Lesser General Public License, Version 2.1 oder neuer.</translation>
+    </message>
+    <message>
+        <source>Nib is built with these components:</source>
+        <translation>Nib ist aus diesen Komponenten gebaut:</translation>
+    </message>
+    <message>
+        <source>About Nib</source>
+        <translation>Über Nib</translation>
+    </message>
+    <message>
+        <source>Version %1
+Qt %2</source>
+        <translation>Version %1
+Qt %2</translation>
+    </message>
+    <message>
+        <source>An editor for programs and records of MultiValue databases</source>
+        <translation>Ein Editor für Programme und Datensätze von MultiValue-Datenbanken</translation>
+    </message>
+    <message>
+        <source>Licences</source>
+        <translation>Lizenzen</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
+    </message>
+</context>
+<context>
     <name>Checker</name>
     <message>
         <source>line %1</source>
@@ -258,51 +303,6 @@
     <message>
         <source>A condition compares; an operator that gives a value cannot stand in it.</source>
         <translation>Eine Bedingung vergleicht; ein Operator, der einen Wert zuweist, kann nicht darin stehen.</translation>
-    </message>
-</context>
-<context>
-    <name>AboutBox</name>
-    <message>
-        <source>GNU Lesser General Public License, version 3. Linked as shared libraries, which may be replaced.</source>
-        <translation>GNU Lesser General Public License, Version 3. Als gemeinsam benutzte Bibliotheken gebunden, die ersetzt werden dürfen.</translation>
-    </message>
-    <message>
-        <source>Unicode License (ICU).</source>
-        <translation>Unicode-Lizenz (ICU).</translation>
-    </message>
-    <message>
-        <source>Bitstream Vera and Arev licences; changes by the DejaVu project are in the public domain.</source>
-        <translation>Lizenzen von Bitstream Vera und Arev; die Änderungen des DejaVu-Projekts sind gemeinfrei.</translation>
-    </message>
-    <message>
-        <source>GNU Lesser General Public License, version 2.1 or later.</source>
-        <translation>GNU Lesser General Public License, Version 2.1 oder neuer.</translation>
-    </message>
-    <message>
-        <source>Nib is built with these components:</source>
-        <translation>Nib ist aus diesen Komponenten gebaut:</translation>
-    </message>
-    <message>
-        <source>About Nib</source>
-        <translation>Über Nib</translation>
-    </message>
-    <message>
-        <source>Version %1
-Qt %2</source>
-        <translation>Version %1
-Qt %2</translation>
-    </message>
-    <message>
-        <source>An editor for programs and records of MultiValue databases</source>
-        <translation>Ein Editor für Programme und Datensätze von MultiValue-Datenbanken</translation>
-    </message>
-    <message>
-        <source>Licences</source>
-        <translation>Lizenzen</translation>
-    </message>
-    <message>
-        <source>&amp;Close</source>
-        <translation>S&amp;chließen</translation>
     </message>
 </context>
 <context>
@@ -1383,7 +1383,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>&amp;None</source>
-        <translation>Kei&amp;ner</translation>
+        <translation>Kei&amp;ne</translation>
     </message>
     <message>
         <source>&amp;Begin block indent if keyword found:</source>
@@ -2168,6 +2168,234 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
     <message>
         <source>This value holds the sign of a mark as a character. It can be changed in the text.</source>
         <translation>Dieser Wert enthält das Zeichen für eine Marke als Buchstaben. Er kann im Text geändert werden.</translation>
+    </message>
+    <message>
+        <source>Search Results</source>
+        <translation>Suchergebnisse</translation>
+    </message>
+    <message>
+        <source>Replaced in Account</source>
+        <translation>Im Konto ersetzt</translation>
+    </message>
+    <message>
+        <source>Definitions of %1</source>
+        <translation>Definitionen von %1</translation>
+    </message>
+    <message>
+        <source>References to %1</source>
+        <translation>Verwendungen von %1</translation>
+    </message>
+    <message>
+        <source>What differs: - in the window, + stored</source>
+        <translation>Was sich unterscheidet: - im Fenster, + gespeichert</translation>
+    </message>
+    <message>
+        <source>No line differs.</source>
+        <translation>Keine Zeile unterscheidet sich.</translation>
+    </message>
+    <message>
+        <source>(%1 lines are left out here)</source>
+        <translation>(%1 Zeilen sind hier weggelassen)</translation>
+    </message>
+    <message>
+        <source>The list ends here: hits in more than %1 lines are counted only.</source>
+        <translation>Die Liste endet hier: Treffer in mehr als %1 Zeilen werden nur gezählt.</translation>
+    </message>
+    <message>
+        <source>Stopped.</source>
+        <translation>Abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Hits: %1. Items with hits: %2 of %3. Files: %4. Time: %5.</source>
+        <translation>Treffer: %1. Items mit Treffern: %2 von %3. Dateien: %4. Zeit: %5.</translation>
+    </message>
+    <message>
+        <source>Skipped because they are no texts: %1.</source>
+        <translation>Übergangen, weil sie keine Texte sind: %1.</translation>
+    </message>
+    <message>
+        <source>Not readable: %1.</source>
+        <translation>Nicht lesbar: %1.</translation>
+    </message>
+    <message>
+        <source>Replaced: %1. Items changed: %2. Items not changed: %3.</source>
+        <translation>Ersetzt: %1. Geänderte Items: %2. Nicht geänderte Items: %3.</translation>
+    </message>
+    <message>
+        <source>Stopped before these items: %1.</source>
+        <translation>Abgebrochen vor diesen Items: %1.</translation>
+    </message>
+    <message>
+        <source>Not changed: the text is not in it any more.</source>
+        <translation>Nicht geändert: Der Text steht nicht mehr darin.</translation>
+    </message>
+    <message>
+        <source>Not changed: it is open as read-only.</source>
+        <translation>Nicht geändert: Es ist nur zum Lesen offen.</translation>
+    </message>
+    <message>
+        <source>Not changed: it is not there any more.</source>
+        <translation>Nicht geändert: Es ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>Not changed: it is read-only.</source>
+        <translation>Nicht geändert: Es darf nur gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Not changed: %9</source>
+        <translation>Nicht geändert: %9</translation>
+    </message>
+    <message>
+        <source>%1 replaced in its window, not saved.</source>
+        <translation>%1 im Fenster ersetzt, nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>%1 replaced.</source>
+        <translation>%1 ersetzt.</translation>
+    </message>
+    <message>
+        <source>Replace %1 occurrences in %2 items of account %3?
+
+Items that are open are changed in their windows and not saved. All others are saved at once, which cannot be undone.</source>
+        <translation>%1 Vorkommen in %2 Items des Kontos %3 ersetzen?
+
+Offene Items werden in ihren Fenstern geändert und nicht gespeichert. Alle anderen werden sofort gespeichert, was sich nicht rückgängig machen lässt.</translation>
+    </message>
+    <message>
+        <source>One item that is not open will be opened, changed and left unsaved.
+Do you want to go on?</source>
+        <translation>Ein Item, das nicht offen ist, wird geöffnet, geändert und nicht gespeichert.
+Fortfahren?</translation>
+    </message>
+    <message>
+        <source>%1 items that are not open will be opened, changed and left unsaved.
+Do you want to go on?</source>
+        <translation>%1 Items, die nicht offen sind, werden geöffnet, geändert und nicht gespeichert.
+Fortfahren?</translation>
+    </message>
+    <message>
+        <source>Reading document from host</source>
+        <translation>Das Dokument wird vom Host gelesen</translation>
+    </message>
+    <message>
+        <source>Saving document to host</source>
+        <translation>Das Dokument wird auf dem Host gespeichert</translation>
+    </message>
+    <message>
+        <source>Compiling program on host system</source>
+        <translation>Das Programm wird auf dem Host kompiliert</translation>
+    </message>
+    <message>
+        <source>Running the command for a clean compile</source>
+        <translation>Der Befehl nach einem Lauf ohne Fehler läuft</translation>
+    </message>
+    <message>
+        <source>Not opened again: %1</source>
+        <translation>Nicht wieder geöffnet: %1</translation>
+    </message>
+    <message>
+        <source>Unknown on the command line:%1</source>
+        <translation>Unbekannt in der Befehlszeile:%1</translation>
+    </message>
+    <message>
+        <source>No problems are known.</source>
+        <translation>Es sind keine Probleme bekannt.</translation>
+    </message>
+    <message>
+        <source>There is nothing here that can be mended so.</source>
+        <translation>Hier gibt es nichts, was sich so beheben lässt.</translation>
+    </message>
+    <message>
+        <source>This document is not read as a program.</source>
+        <translation>Dieses Dokument wird nicht als Programm gelesen.</translation>
+    </message>
+    <message>
+        <source>Nothing is known of where this is defined.</source>
+        <translation>Es ist nicht bekannt, wo das definiert ist.</translation>
+    </message>
+    <message>
+        <source>There is no name here whose places are known.</source>
+        <translation>Hier steht kein Name, dessen Stellen bekannt sind.</translation>
+    </message>
+    <message>
+        <source>%1 place.</source>
+        <translation>%1 Stelle.</translation>
+    </message>
+    <message>
+        <source>%1 places.</source>
+        <translation>%1 Stellen.</translation>
+    </message>
+    <message>
+        <source>%1 place renamed.</source>
+        <translation>%1 Stelle umbenannt.</translation>
+    </message>
+    <message>
+        <source>%1 places renamed.</source>
+        <translation>%1 Stellen umbenannt.</translation>
+    </message>
+    <message>
+        <source>%1 place could not be changed: the items are read-only, were not opened, or have other text there now.</source>
+        <translation>%1 Stelle ließ sich nicht ändern: Die Items dürfen nur gelesen werden, wurden nicht geöffnet oder haben dort jetzt anderen Text.</translation>
+    </message>
+    <message>
+        <source>%1 places could not be changed: the items are read-only, were not opened, or have other text there now.</source>
+        <translation>%1 Stellen ließen sich nicht ändern: Die Items dürfen nur gelesen werden, wurden nicht geöffnet oder haben dort jetzt anderen Text.</translation>
+    </message>
+    <message>
+        <source>There is no name here.</source>
+        <translation>Hier steht kein Name.</translation>
+    </message>
+    <message>
+        <source>What an item is called is not changed from within a program.</source>
+        <translation>Wie ein Item heißt, wird nicht aus einem Programm heraus geändert.</translation>
+    </message>
+    <message>
+        <source>It is not known what %1 is.</source>
+        <translation>Es ist nicht bekannt, was %1 ist.</translation>
+    </message>
+    <message>
+        <source>Several items are called %1.</source>
+        <translation>Mehrere Items heißen %1.</translation>
+    </message>
+    <message>
+        <source>Not all programs of the account have been read yet.</source>
+        <translation>Noch sind nicht alle Programme des Kontos gelesen.</translation>
+    </message>
+    <message>
+        <source>An included item was not found, and %1 may be of it.</source>
+        <translation>Ein Include-Item wurde nicht gefunden, und %1 kann daraus sein.</translation>
+    </message>
+    <message>
+        <source>%1 is a word of the language.</source>
+        <translation>%1 ist ein Wort der Sprache.</translation>
+    </message>
+    <message>
+        <source>%1 is no name.</source>
+        <translation>%1 ist kein Name.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read.</source>
+        <translation>%1 lässt sich nicht lesen.</translation>
+    </message>
+    <message>
+        <source>%1 has a name %2 already.</source>
+        <translation>%1 hat schon einen Namen %2.</translation>
+    </message>
+    <message>
+        <source>Line %1 of %2 is not understood.</source>
+        <translation>Zeile %1 von %2 ist nicht verständlich.</translation>
+    </message>
+    <message>
+        <source>%1 has been changed meanwhile.</source>
+        <translation>%1 wurde inzwischen geändert.</translation>
+    </message>
+    <message>
+        <source>There is a program %1 already.</source>
+        <translation>Ein Programm %1 gibt es schon.</translation>
+    </message>
+    <message>
+        <source>A label without a colon is a number.</source>
+        <translation>Eine Marke ohne Doppelpunkt ist eine Zahl.</translation>
     </message>
 </context>
 <context>
