@@ -1,5 +1,6 @@
 // What a save leaves behind in a history of a hundred thousand versions: of one item, and of as many items.
 
+#include "compare/GitLibrary.h"
 #include "compare/history/RepositoryUpkeep.h"
 
 #include <benchmark/benchmark.h>
@@ -59,7 +60,7 @@ void SaveInto(benchmark::State& state, int items)
         const HistoryPlace place = PlaceOf(folder, save % items);
         NewVersion version{TextOf(kVersions + save), save, u"anna", u"BP ITEM", u"host", u"DEMO", false};
         const auto start = std::chrono::steady_clock::now();
-        VersionRepository::Make(repository).Add(place, std::nullopt, version);
+        VersionRepository::Make(repository).Add(place, version);
         milliseconds.push_back(
             std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
         ++save;

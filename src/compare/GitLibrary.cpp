@@ -1,36 +1,12 @@
 #include "compare/GitLibrary.h"
 
-#include "base/Error.h"
-
-#include <git2.h>
+#include "compare/GitHandles.h"
 
 #include <filesystem>
-#include <memory>
 
 namespace nib {
 
 namespace {
-
-template <typename T, void (*Free)(T*)>
-struct Freed {
-    void operator()(T* object) const { Free(object); }
-};
-template <typename T, void (*Free)(T*)>
-using Owned = std::unique_ptr<T, Freed<T, Free>>;
-
-[[noreturn]] void Fail()
-{
-    const git_error* error = git_error_last();
-    throw Error{error_number::kStorage, FromUtf8(error && error->message ? error->message : "git")};
-}
-
-/// True when there is such a thing.
-bool IsThere(int code)
-{
-    if (code == 0) return true;
-    if (code == GIT_ENOTFOUND || code == GIT_EUNBORNBRANCH || code == GIT_EBAREREPO) return false;
-    Fail();
-}
 
 int TellHunk(const git_diff_delta*, const git_diff_hunk* hunk, void* payload)
 {
@@ -65,9 +41,8 @@ void GitLibrary::ForEachHunk(std::string_view left, std::string_view right,
     options.interhunk_lines = 0;
     options.max_size = -1;
     auto called = visit;
-    if (git_diff_buffers(left.data(), left.size(), nullptr, right.data(), right.size(), nullptr, &options, nullptr,
-                         nullptr, TellHunk, nullptr, &called) != 0)
-        Fail();
+    Check(git_diff_buffers(left.data(), left.size(), nullptr, right.data(), right.size(), nullptr, &options, nullptr,
+                           nullptr, TellHunk, nullptr, &called));
 }
 
 std::optional<std::string> GitLibrary::CommittedFile(const std::string& fileName) const
@@ -75,20 +50,14 @@ std::optional<std::string> GitLibrary::CommittedFile(const std::string& fileName
     std::error_code unknown;
     const std::filesystem::path file = std::filesystem::weakly_canonical(fileName, unknown);
     if (unknown) return std::nullopt;
-    git_repository* opened = nullptr;
-    if (!IsThere(git_repository_open_ext(&opened, file.parent_path().c_str(), 0, nullptr))) return std::nullopt;
-    const Owned<git_repository, git_repository_free> repository(opened);
-    const char* tree = git_repository_workdir(opened);
+    const auto repository = Find<GitRepository>(git_repository_open_ext, file.parent_path().c_str(), 0, nullptr);
+    const char* tree = repository ? git_repository_workdir(repository.get()) : nullptr;
     if (!tree) return std::nullopt;
     const std::string inside =
         file.lexically_relative(std::filesystem::weakly_canonical(tree, unknown)).generic_string();
-    git_object* found = nullptr;
-    if (!IsThere(git_revparse_single(&found, opened, ("HEAD:" + inside).c_str()))) return std::nullopt;
-    const Owned<git_object, git_object_free> object(found);
-    if (git_object_type(found) != GIT_OBJECT_BLOB) return std::nullopt;
-    const auto* blob = reinterpret_cast<const git_blob*>(found);
-    return std::string(static_cast<const char*>(git_blob_rawcontent(blob)),
-                       static_cast<size_t>(git_blob_rawsize(blob)));
+    const auto found = Find<GitObject>(git_revparse_single, repository.get(), ("HEAD:" + inside).c_str());
+    if (!found || git_object_type(found.get()) != GIT_OBJECT_BLOB) return std::nullopt;
+    return std::string(ContentOf(*reinterpret_cast<const git_blob*>(found.get())));
 }
 
 } // namespace nib

@@ -6,14 +6,12 @@
 #include "persistence/store/Profile.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
+#include "platform/posix/Process.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstdlib>
 #include <optional>
 #include <unordered_map>
-
-#include <unistd.h>
 
 namespace nib {
 
@@ -42,12 +40,6 @@ constexpr NamedKeyRow kNamedKeys[] = {{u"verb.", &HostSettings::verbs},
                                       {u"color.", &HostSettings::accountColors},
                                       {u"history.", &HostSettings::accountHistory}};
 
-Text MachineName()
-{
-    char name[HOST_NAME_MAX + 1] = {};
-    return gethostname(name, sizeof name - 1) == 0 ? FromUtf8(name) : Text(u"localhost");
-}
-
 /// Never in the folder that the program happens to work in.
 std::string RootOf(TextView value, const std::string& configFolder)
 {
@@ -70,7 +62,7 @@ void SetKey(HostSettings& host, TextView key, TextView value, const std::string&
 void FillIn(HostSettings& host)
 {
     const bool elsewhere = EqualsNoCase(host.kind, kNetworkKind);
-    if (host.name.empty()) host.name = elsewhere && !host.address.empty() ? host.address : MachineName();
+    if (host.name.empty()) host.name = elsewhere && !host.address.empty() ? host.address : FromUtf8(MachineName());
     const char* login = std::getenv("USER");
     if (elsewhere && host.user.empty() && login) host.user = FromFileName(login);
 }

@@ -4,29 +4,9 @@
 #include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
 #include "platform/posix/FileName.h"
-
-#include <climits>
-
-#include <pwd.h>
-#include <unistd.h>
+#include "platform/posix/Process.h"
 
 namespace nib {
-
-namespace {
-
-Text LoginName()
-{
-    const passwd* user = getpwuid(geteuid());
-    return user ? FromFileName(user->pw_name) : Decimal(geteuid());
-}
-
-Text MachineName()
-{
-    char name[HOST_NAME_MAX + 1] = {};
-    return gethostname(name, sizeof name - 1) == 0 ? FromFileName(name) : Text(u"localhost");
-}
-
-} // namespace
 
 ItemHistory::ItemHistory(DocumentServices& services, std::string folder, VersionKeeper::ToWindows toWindows)
     : services_(services), folder_(std::move(folder)), toWindows_(std::move(toWindows))
@@ -62,10 +42,10 @@ void ItemHistory::Saved(const SavedText& saved)
     VersionKeeper* keeper = Keeper();
     if (!keeper) return;
     const bool local = saved.item.Provider() == kFileProvider;
-    const Text host = local ? MachineName() : saved.item.HostName();
+    const Text host = local ? FromFileName(MachineName()) : saved.item.HostName();
     NewVersion version;
     version.time = saved.time;
-    version.author = LoginName();
+    version.author = FromFileName(LoginName());
     version.item = saved.item.DisplayPath();
     version.host = host;
     version.account = saved.item.Account();
@@ -114,7 +94,8 @@ Text ItemHistory::TextOf(const mvDocument& document, const std::string& version)
 void ItemHistory::SetMessage(const mvDocument& document, const std::string& version, TextView message)
 {
     HistoryPlace place;
-    if (auto repository = RepositoryOf(document, place)) repository->SetMessage(version, message, LoginName());
+    if (auto repository = RepositoryOf(document, place))
+        repository->SetMessage(version, message, FromFileName(LoginName()));
     if (Changed) Changed();
 }
 

@@ -16,27 +16,29 @@ int32_t CountLines(std::string_view bytes)
 }
 
 /// Calls same(older, newer, count) for the stretches of lines, 0-based, that two texts have in common.
-template <typename Compare, typename Same>
-bool ForEachSame(int32_t newerCount, Compare&& compare, Same&& same)
+template <typename Same>
+void ForEachSame(const GitLibrary& git, std::string_view older, std::string_view newer, Same&& same)
 {
-    int32_t older = 0;
-    int32_t newer = 0;
-    const bool done = compare([&](const git_diff_hunk& hunk) {
-        const int32_t begin = hunk.new_start - (hunk.new_lines > 0 ? 1 : 0);
-        same(older, newer, begin - newer);
-        older += begin - newer + hunk.old_lines;
-        newer = begin + hunk.new_lines;
+    int32_t left = 0;
+    int32_t right = 0;
+    git.ForEachHunk(older, newer, [&](const GitHunk& hunk) {
+        same(left, right, hunk.right - right);
+        left = hunk.left + hunk.leftCount;
+        right = hunk.right + hunk.rightCount;
     });
-    if (done) same(older, newer, newerCount - newer);
-    return done;
+    same(left, right, CountLines(newer) - right);
 }
 
 } // namespace
 
 LineAuthors::LineAuthors(const VersionRepository& repository, const std::string& tip)
-    : repository_(repository), tip_(tip), lines_(static_cast<size_t>(CountLines(repository.Bytes(tip))), -1),
-      open_(lines_.size()), left_(lines_.size())
+    : repository_(repository), tip_(tip)
 {
+    if (!repository.IsComparable(tip)) return;
+    bytes_ = repository.Bytes(tip);
+    left_ = static_cast<size_t>(CountLines(bytes_));
+    lines_.assign(left_, -1);
+    open_.resize(left_);
     std::iota(open_.begin(), open_.end(), 0);
     if (auto found = repository.List(tip, 1); !found.empty()) next_ = std::move(found.front());
 }
@@ -44,40 +46,33 @@ LineAuthors::LineAuthors(const VersionRepository& repository, const std::string&
 bool LineAuthors::Step()
 {
     if (left_ == 0 || next_.id.empty()) return false;
-    const auto before = repository_.List(next_.parent, ++steps_ < kMostSteps ? 1 : 0);
-    std::vector<int32_t> older;
-    const auto count = static_cast<int32_t>(open_.size());
-    const auto compare = [&](const VersionRepository::VisitHunk& visit) {
-        if (before.empty()) return false;
-        older.assign(static_cast<size_t>(CountLines(repository_.Bytes(before.front().id))), -1);
-        return repository_.CompareVersions(before.front().id, next_.id, visit);
-    };
-    const bool compared = ForEachSame(count, compare, [&](int32_t from, int32_t to, int32_t many) {
+    auto before = repository_.List(next_.parent, ++steps_ < kMostSteps ? 1 : 0);
+    if (!before.empty() && !repository_.IsComparable(before.front().id)) before.clear();
+    std::string bytes = before.empty() ? std::string() : repository_.Bytes(before.front().id);
+    std::vector<int32_t> older(static_cast<size_t>(CountLines(bytes)), -1);
+    ForEachSame(git_, bytes, bytes_, [&](int32_t from, int32_t to, int32_t many) {
         std::swap_ranges(older.begin() + from, older.begin() + from + many, open_.begin() + to);
     });
     // What was not handed on came with this version.
     const auto number = static_cast<int32_t>(versions_.size());
-    bool any = false;
+    const size_t found = left_;
     for (int32_t line : open_) {
         if (line < 0) continue;
         lines_[static_cast<size_t>(line)] = number;
-        any = true;
         --left_;
     }
-    if (any) versions_.push_back(next_);
+    if (left_ < found) versions_.push_back(next_);
     open_ = std::move(older);
-    next_ = compared ? before.front() : Version();
-    return left_ > 0 && compared;
+    bytes_ = std::move(bytes);
+    next_ = before.empty() ? Version() : std::move(before.front());
+    return left_ > 0 && !next_.id.empty();
 }
 
 std::vector<int32_t> LineAuthors::LinesOf(std::string_view bytes) const
 {
-    const int32_t count = CountLines(bytes);
-    std::vector<int32_t> lines(static_cast<size_t>(count), -1);
-    const auto compare = [&](const VersionRepository::VisitHunk& visit) {
-        return repository_.Compare(tip_, bytes, visit);
-    };
-    ForEachSame(count, compare, [&](int32_t from, int32_t to, int32_t many) {
+    std::vector<int32_t> lines(static_cast<size_t>(CountLines(bytes)), -1);
+    if (bytes.size() > kLargestCompared || lines_.empty()) return lines;
+    ForEachSame(git_, repository_.Bytes(tip_), bytes, [&](int32_t from, int32_t to, int32_t many) {
         std::copy_n(lines_.begin() + from, many, lines.begin() + to);
     });
     return lines;

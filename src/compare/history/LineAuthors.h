@@ -1,4 +1,5 @@
 #pragma once
+#include "compare/GitLibrary.h"
 #include "compare/history/VersionRepository.h"
 
 #include <vector>
@@ -9,7 +10,7 @@ namespace nib {
 /// asks may have other things to do in between.
 class LineAuthors {
 public:
-    /// Of the lines of a version. The repository outlives it.
+    /// Of the lines of a version; of one too large to compare none is found. The repository outlives it.
     LineAuthors(const VersionRepository& repository, const std::string& tip);
 
     /// False when nothing is left to be found.
@@ -23,12 +24,14 @@ public:
 
 private:
     const VersionRepository& repository_;
+    const GitLibrary git_;
     std::string tip_;
     std::vector<Version> versions_;
     std::vector<int32_t> lines_;
     std::vector<int32_t> open_; ///< by line of the version that is next: the line that it is in the end, or -1
     Version next_;
-    size_t left_ = 0; ///< lines of no version yet
+    std::string bytes_; ///< of that version
+    size_t left_ = 0;   ///< lines of no version yet
     int32_t steps_ = 0;
 };
 

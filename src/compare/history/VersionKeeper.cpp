@@ -74,10 +74,14 @@ void VersionKeeper::KeepNext(std::unique_lock<std::mutex>& lock)
     lock.unlock();
     Text fault;
     const auto failure = FailureOf([&] {
-        if (save.before) save.beforeIs.bytes = VersionBytes(*save.before);
-        save.textIs.bytes = VersionBytes(save.text);
         auto repository = VersionRepository::Make(save.place.repository);
-        repository.Add(save.place, save.before ? std::optional(std::move(save.beforeIs)) : std::nullopt, save.textIs);
+        // One after the other, and each is let go: of a huge text both would not have room.
+        const auto add = [&](LinewiseText text, NewVersion version) {
+            version.bytes = VersionBytes(std::exchange(text, {}));
+            repository.Add(save.place, version);
+        };
+        if (save.before) add(*std::exchange(save.before, {}), std::move(save.beforeIs));
+        add(std::exchange(save.text, {}), std::move(save.textIs));
         touched_.insert(save.place.repository);
     });
     if (failure) fault = failure->description;

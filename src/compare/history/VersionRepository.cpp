@@ -1,5 +1,6 @@
 #include "compare/history/VersionRepository.h"
 
+#include "compare/GitLibrary.h"
 #include "diagnostics/Guarded.h"
 #include "platform/posix/FileName.h"
 
@@ -20,8 +21,6 @@ namespace {
 
 constexpr std::string_view kLines = "Lines: ";
 constexpr std::string_view kRead = "Read ";
-/// Nobody waits for what differs in more.
-constexpr git_object_size_t kLargestCompared = git_object_size_t{16} << 20;
 constexpr int kQuickly = 1;      ///< of the nine ways to compress
 constexpr int kBeforeOthers = 9; ///< the library's own backends have 1 and 2
 constexpr auto kNextTry = std::chrono::milliseconds(3);
@@ -56,21 +55,6 @@ std::string MessageOf(const NewVersion& version, const std::optional<std::pair<i
     if (lines)
         message.append(kLines).append("+" + std::to_string(lines->first) + " -" + std::to_string(lines->second) + "\n");
     return message;
-}
-
-git_diff_options CompareOptions()
-{
-    git_diff_options options;
-    git_diff_options_init(&options, GIT_DIFF_OPTIONS_VERSION);
-    options.context_lines = 0;
-    options.flags = GIT_DIFF_FORCE_TEXT;
-    return options;
-}
-
-int PassHunk(const git_diff_delta*, const git_diff_hunk* hunk, void* visit)
-{
-    (*static_cast<const VersionRepository::VisitHunk*>(visit))(*hunk);
-    return 0;
 }
 
 /// What the user wrote about a version; null where nothing.
@@ -163,40 +147,55 @@ std::string VersionRepository::Last(const HistoryPlace& place) const
     return tip ? ToHex(*tip) : std::string();
 }
 
-GitBlob VersionRepository::BlobOf(const git_oid& commit) const
+git_oid VersionRepository::BlobIdOf(const git_oid& commit) const
 {
     const auto found = nib::Make<GitCommit>(git_commit_lookup, repository_.get(), &commit);
     const auto tree = nib::Make<GitTree>(git_commit_tree, found.get());
     const git_tree_entry* entry = git_tree_entry_byindex(tree.get(), 0);
     if (!entry) throw Error(error_number::kStorage, Text(u"a version holds no text."));
-    return nib::Make<GitBlob>(git_blob_lookup, repository_.get(), git_tree_entry_id(entry));
+    return *git_tree_entry_id(entry);
+}
+
+GitBlob VersionRepository::BlobOf(const git_oid& commit) const
+{
+    const git_oid id = BlobIdOf(commit);
+    return nib::Make<GitBlob>(git_blob_lookup, repository_.get(), &id);
 }
 
 std::string VersionRepository::Bytes(const std::string& version) const
 {
-    const GitBlob blob = BlobOf(FromHex(version));
-    return {static_cast<const char*>(git_blob_rawcontent(blob.get())),
-            static_cast<size_t>(git_blob_rawsize(blob.get()))};
+    return std::string(ContentOf(*BlobOf(FromHex(version))));
 }
 
-bool VersionRepository::CompareVersions(const std::string& older, const std::string& newer,
-                                        const VisitHunk& visit) const
+bool VersionRepository::IsComparable(const std::string& version) const
 {
-    const GitBlob now = BlobOf(FromHex(newer));
-    return Compare(
-        older,
-        {static_cast<const char*>(git_blob_rawcontent(now.get())), static_cast<size_t>(git_blob_rawsize(now.get()))},
-        visit);
+    const git_oid blob = BlobIdOf(FromHex(version));
+    const auto odb = nib::Make<GitOdb>(git_repository_odb, repository_.get());
+    size_t size = 0;
+    git_object_t type{};
+    Check(git_odb_read_header(&size, &type, odb.get(), &blob));
+    return size <= kLargestCompared;
 }
 
-bool VersionRepository::Compare(const std::string& older, std::string_view newer, const VisitHunk& visit) const
+bool VersionRepository::HasText(const git_oid& commit, std::string_view bytes) const
 {
-    const GitBlob before = BlobOf(FromHex(older));
-    if (git_blob_rawsize(before.get()) > kLargestCompared || newer.size() > kLargestCompared) return false;
-    const git_diff_options options = CompareOptions();
-    Check(git_diff_blob_to_buffer(before.get(), nullptr, newer.data(), newer.size(), nullptr, &options, nullptr,
-                                  nullptr, PassHunk, nullptr, const_cast<VisitHunk*>(&visit)));
-    return true;
+    git_oid id;
+    Check(git_odb_hash(&id, bytes.data(), bytes.size(), GIT_OBJECT_BLOB));
+    const git_oid own = BlobIdOf(commit);
+    return git_oid_equal(&id, &own);
+}
+
+/// Lines that came and lines that went; nothing when the texts are too large to look.
+std::optional<std::pair<int32_t, int32_t>> VersionRepository::CountChanges(const git_oid& older,
+                                                                           std::string_view newer) const
+{
+    if (newer.size() > kLargestCompared || !IsComparable(ToHex(older))) return std::nullopt;
+    std::pair<int32_t, int32_t> lines;
+    GitLibrary().ForEachHunk(ContentOf(*BlobOf(older)), newer, [&](const GitHunk& hunk) {
+        lines.first += hunk.rightCount;
+        lines.second += hunk.leftCount;
+    });
+    return lines;
 }
 
 git_oid VersionRepository::Commit(const HistoryPlace& place, const NewVersion& version,
@@ -211,12 +210,7 @@ git_oid VersionRepository::Commit(const HistoryPlace& place, const NewVersion& v
     Check(git_treebuilder_write(&treeId, builder.get()));
     const auto tree = nib::Make<GitTree>(git_tree_lookup, repository, &treeId);
 
-    std::optional<std::pair<int32_t, int32_t>> lines(std::in_place);
-    const auto count = [&](const git_diff_hunk& hunk) {
-        lines->first += hunk.new_lines;
-        lines->second += hunk.old_lines;
-    };
-    if (!parent || !Compare(ToHex(*parent), version.bytes, count)) lines.reset();
+    const auto lines = parent ? CountChanges(*parent, version.bytes) : std::nullopt;
     const GitSignature author = Signature(version.author, version.host, version.time);
     const auto before = parent ? nib::Make<GitCommit>(git_commit_lookup, repository, &*parent) : nullptr;
     const git_commit* parents[] = {before.get()};
@@ -236,22 +230,16 @@ void VersionRepository::SetTip(const HistoryPlace& place, const git_oid& tip, co
     Check(result);
 }
 
-void VersionRepository::Add(const HistoryPlace& place, const std::optional<NewVersion>& before,
-                            const NewVersion& version)
+void VersionRepository::Add(const HistoryPlace& place, const NewVersion& version)
 {
     constexpr int kTries = 5;
     const RepositoryHold hold(folder_);
     for (int left = kTries;; --left) {
         const auto old = Tip(place);
-        auto tip = old;
-        if (before) {
-            git_oid known;
-            Check(git_odb_hash(&known, before->bytes.data(), before->bytes.size(), GIT_OBJECT_BLOB));
-            if (!tip || !git_oid_equal(&known, git_blob_id(BlobOf(*tip).get()))) tip = Commit(place, *before, tip);
-        }
-        tip = Commit(place, version, tip);
+        if (old && version.wasRead && HasText(*old, version.bytes)) return;
+        const git_oid tip = Commit(place, version, old);
         try {
-            return SetTip(place, *tip, old);
+            return SetTip(place, tip, old);
         } catch (const GitFailure& failure) {
             // Other programs know nothing of our hold.
             const bool taken = failure.code == GIT_ELOCKED;

@@ -1,5 +1,5 @@
 #pragma once
-#include "compare/history/GitHandles.h"
+#include "compare/GitHandles.h"
 #include "compare/history/HistoryPlace.h"
 #include "platform/posix/FileContent.h"
 
@@ -33,6 +33,9 @@ struct NewVersion {
     bool wasRead = false;
 };
 
+/// In bytes; texts above it are kept, but not compared line by line.
+constexpr size_t kLargestCompared = size_t{16} << 20;
+
 /// Keeps other programs of the user's from writing to a repository, as long as it lives. It leaves nothing behind and
 /// ends with the process. Throws Error when another one does not let go of it.
 class RepositoryHold {
@@ -58,27 +61,26 @@ public:
     const std::string& Folder() const { return folder_; }
     git_repository* Get() const { return repository_.get(); }
 
-    /// Adds a version on top of an item's, and before it `before` if that is not the text of the last one.
-    void Add(const HistoryPlace& place, const std::optional<NewVersion>& before, const NewVersion& version);
+    /// Adds a version on top of an item's; one that was read only if the last one has another text.
+    void Add(const HistoryPlace& place, const NewVersion& version);
     /// The last version; empty when there is none.
     std::string Last(const HistoryPlace& place) const;
     /// `count` versions from this one back; fewer where the first one is reached, or those before are gone.
     std::vector<Version> List(const std::string& from, size_t count) const;
     std::string Bytes(const std::string& version) const;
+    /// False for one so large that nobody waits for what differs in it.
+    bool IsComparable(const std::string& version) const;
     /// An empty message takes an earlier one away.
     void SetMessage(const std::string& version, TextView message, TextView author);
-
-    /// Calls visit(hunk) for each stretch in which two versions differ, with the numbers of lines 1-based, and of a
-    /// stretch without lines that of the line before. Answers false when the texts are too large to look.
-    using VisitHunk = std::function<void(const git_diff_hunk& hunk)>;
-    bool CompareVersions(const std::string& older, const std::string& newer, const VisitHunk& visit) const;
-    bool Compare(const std::string& older, std::string_view newer, const VisitHunk& visit) const;
 
 private:
     VersionRepository(std::string folder, GitRepository repository);
 
     static void Create(const std::string& folder);
+    git_oid BlobIdOf(const git_oid& commit) const;
     GitBlob BlobOf(const git_oid& commit) const;
+    bool HasText(const git_oid& commit, std::string_view bytes) const;
+    std::optional<std::pair<int32_t, int32_t>> CountChanges(const git_oid& older, std::string_view newer) const;
     git_oid Commit(const HistoryPlace& place, const NewVersion& version, const std::optional<git_oid>& parent);
     std::optional<git_oid> Tip(const HistoryPlace& place) const;
     void SetTip(const HistoryPlace& place, const git_oid& tip, const std::optional<git_oid>& before);

@@ -3,11 +3,11 @@
 #include "base/Error.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
+#include "platform/posix/Process.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -15,7 +15,6 @@
 #include <thread>
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 
@@ -56,11 +55,7 @@ std::string LockFileName(const std::string& name)
 /// The user, the machine and the process, a line each.
 std::string OwnName()
 {
-    char host[HOST_NAME_MAX + 1] = {};
-    gethostname(host, sizeof host - 1);
-    const passwd* user = getpwuid(geteuid());
-    return (user ? std::string(user->pw_name) : std::to_string(geteuid())) + "\n" + host + "\n" +
-           std::to_string(getpid()) + "\n";
+    return LoginName() + "\n" + MachineName() + "\n" + std::to_string(getpid()) + "\n";
 }
 
 Text DescribeHolder(int file)

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -15,6 +16,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <pwd.h>
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -219,6 +221,25 @@ private:
 };
 
 } // namespace
+
+const std::string& LoginName()
+{
+    // The answer can come from far over a network.
+    static const std::string name = [] {
+        const passwd* user = getpwuid(geteuid());
+        return user ? std::string(user->pw_name) : std::to_string(geteuid());
+    }();
+    return name;
+}
+
+const std::string& MachineName()
+{
+    static const std::string name = [] {
+        char host[HOST_NAME_MAX + 1] = {};
+        return std::string(gethostname(host, sizeof host - 1) == 0 && *host ? host : "localhost");
+    }();
+    return name;
+}
 
 ProcessFamily::ProcessFamily() : mark_("NIB_COMMAND=" + std::to_string(getpid()) + "." + RandomSuffix()) {}
 

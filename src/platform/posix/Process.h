@@ -7,6 +7,11 @@
 
 namespace nib {
 
+/// Of the user who runs this process; the number of one without a name.
+const std::string& LoginName();
+/// "localhost" for a machine without one.
+const std::string& MachineName();
+
 /// Tells the processes that descend from one start by a mark in their environment, which they inherit whatever group,
 /// session or parent they move to.
 class ProcessFamily {

@@ -40,8 +40,9 @@ protected:
     }
     void Save(const Text& text, int64_t time = 1000, const std::optional<Text>& before = {})
     {
-        const auto was = before ? std::optional(Made(*before, time - 1, true)) : std::nullopt;
-        VersionRepository::Make(place_.repository).Add(place_, was, Made(text, time));
+        auto repository = VersionRepository::Make(place_.repository);
+        if (before) repository.Add(place_, Made(*before, time - 1, true));
+        repository.Add(place_, Made(text, time));
     }
     /// From the last one back: "r" read, "s" saved; text, lines that came and went, message.
     std::string Listed()

@@ -1,10 +1,12 @@
 #pragma once
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <system_error>
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -17,7 +19,7 @@ public:
     /// "/dev/shm": where syncing costs nothing, and extended attributes are not to be had.
     explicit TempFolder(const std::string& where = "/tmp") : path_(where + "/nib-storage-XXXXXX")
     {
-        mkdtemp(path_.data());
+        if (!mkdtemp(path_.data())) throw std::system_error(errno, std::generic_category(), path_);
     }
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;

@@ -3,13 +3,13 @@
 
 #include "base/Error.h"
 #include "base/Text.h"
-#include "compare/GitLibrary.h"
 
 #include <git2.h>
 
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 
 namespace nib {
 
@@ -24,6 +24,7 @@ using GitBlob = GitHandle<git_blob, git_blob_free>;
 using GitCommit = GitHandle<git_commit, git_commit_free>;
 using GitConfig = GitHandle<git_config, git_config_free>;
 using GitNote = GitHandle<git_note, git_note_free>;
+using GitObject = GitHandle<git_object, git_object_free>;
 using GitOdb = GitHandle<git_odb, git_odb_free>;
 using GitPacker = GitHandle<git_packbuilder, git_packbuilder_free>;
 using GitReference = GitHandle<git_reference, git_reference_free>;
@@ -59,15 +60,26 @@ Handle Make(Call&& call, Arguments&&... arguments)
     return Handle(made);
 }
 
+inline bool IsMissing(int result)
+{
+    return result == GIT_ENOTFOUND || result == GIT_EUNBORNBRANCH || result == GIT_EBAREREPO;
+}
+
 /// The same where there may be no such thing: then it is null.
 template <typename Handle, typename Call, typename... Arguments>
 Handle Find(Call&& call, Arguments&&... arguments)
 {
     typename Handle::pointer found = nullptr;
     const int result = call(&found, std::forward<Arguments>(arguments)...);
-    if (result == GIT_ENOTFOUND) return nullptr;
+    if (IsMissing(result)) return nullptr;
     Check(result);
     return Handle(found);
+}
+
+/// As long as the blob lives.
+inline std::string_view ContentOf(const git_blob& blob)
+{
+    return {static_cast<const char*>(git_blob_rawcontent(&blob)), static_cast<size_t>(git_blob_rawsize(&blob))};
 }
 
 struct GitIdLess {
