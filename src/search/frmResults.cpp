@@ -181,8 +181,8 @@ void frmResults::AddResultLine(TextView text, int32_t highlightStart, int32_t hi
 
 void frmResults::AddNote(const std::vector<Text>& sentences)
 {
-    std::vector<Text> shown;
-    for (const Text& sentence : sentences) shown.push_back(ToText(TranslatedText(sentence)));
+    std::vector<Text> shown = sentences;
+    for (Text& sentence : shown) sentence = ToText(TranslatedText(sentence));
     ResultsWindow::AddNote(shown);
 }
 

@@ -73,6 +73,7 @@ static_assert(IsTable());
     QT_TRANSLATE_NOOP("Checker", "GOTO and GOSUB name a label of the same routine."),
     QT_TRANSLATE_NOOP("Checker", "A label stands once in a routine."),
     QT_TRANSLATE_NOOP("Checker", "An included item is in the file that its statement names, or beside the program."),
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): one text of two pieces
     QT_TRANSLATE_NOOP("Checker", "The END of a block stands as far right as the line that opens it; this one stands "
                                  "further left, as if the END of the block were missing."),
     QT_TRANSLATE_NOOP("Checker", "The variable is read, and no statement of the program gives it a value."),
