@@ -47,6 +47,265 @@ Qt %2</translation>
     </message>
 </context>
 <context>
+    <name>Checker</name>
+    <message>
+        <source>line %1</source>
+        <translation>Zeile %1</translation>
+    </message>
+    <message>
+        <source>line %1 of %2</source>
+        <translation>Zeile %1 von %2</translation>
+    </message>
+    <message>
+        <source>in %1: %2</source>
+        <translation>in %1: %2</translation>
+    </message>
+    <message>
+        <source>END closes no block; open is %1 of %2.</source>
+        <translation>END schließt keinen Block; offen ist %1 aus %2.</translation>
+    </message>
+    <message>
+        <source>END closes no block, and the program goes on below it.</source>
+        <translation>END schließt keinen Block, und das Programm geht darunter weiter.</translation>
+    </message>
+    <message>
+        <source>%1 without %2.</source>
+        <translation>%1 ohne %2.</translation>
+    </message>
+    <message>
+        <source>%1 is not closed by %2 before %3 in %4.</source>
+        <translation>%1 ist nicht mit %2 geschlossen, bevor in %4 %3 kommt.</translation>
+    </message>
+    <message>
+        <source>%1 is not closed: %2 is missing.</source>
+        <translation>%1 ist nicht geschlossen: %2 fehlt.</translation>
+    </message>
+    <message>
+        <source>%1 is not closed by END before the label in %2.</source>
+        <translation>%1 ist vor der Marke in %2 nicht mit END geschlossen.</translation>
+    </message>
+    <message>
+        <source>Label %1 is defined twice, first in %2.</source>
+        <translation>Die Marke %1 ist zweimal definiert, zuerst in %2.</translation>
+    </message>
+    <message>
+        <source>%1 to label %2, which does not exist.</source>
+        <translation>%1 zur Marke %2, die es nicht gibt.</translation>
+    </message>
+    <message>
+        <source>The string that begins with %1 is not closed.</source>
+        <translation>Die Zeichenkette, die mit %1 beginnt, ist nicht geschlossen.</translation>
+    </message>
+    <message>
+        <source>Include item %1 does not exist.</source>
+        <translation>Das Include-Item %1 gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>Include item %1 does not exist: there is no file %2.</source>
+        <translation>Das Include-Item %1 gibt es nicht: Es gibt keine Datei %2.</translation>
+    </message>
+    <message>
+        <source>Nothing jumps to label %1.</source>
+        <translation>Nichts springt zur Marke %1.</translation>
+    </message>
+    <message>
+        <source>%1 is read, and nothing sets it.</source>
+        <translation>%1 wird gelesen, aber nirgends gesetzt.</translation>
+    </message>
+    <message>
+        <source>%1 is set, and nothing reads it.</source>
+        <translation>%1 wird gesetzt, aber nirgends gelesen.</translation>
+    </message>
+    <message>
+        <source>%1 takes %2 arguments at least, not %3.</source>
+        <translation>%1 erwartet mindestens %2 Argumente, nicht %3.</translation>
+    </message>
+    <message>
+        <source>%1 takes %2 arguments at most, not %3.</source>
+        <translation>%1 erwartet höchstens %2 Argumente, nicht %3.</translation>
+    </message>
+    <message>
+        <source>%1 takes %2 arguments, not %3.</source>
+        <translation>Anzahl der Argumente von %1: %2, nicht %3.</translation>
+    </message>
+    <message>
+        <source>%1 has %2 dimension, not %3.</source>
+        <translation>%1 hat %2 Dimension, nicht %3.</translation>
+    </message>
+    <message>
+        <source>%1 has %2 dimensions, not %3.</source>
+        <translation>%1 hat %2 Dimensionen, nicht %3.</translation>
+    </message>
+    <message>
+        <source>Index %1 lies outside %2, which has %3 elements.</source>
+        <translation>Der Index %1 liegt außerhalb von %2 mit %3 Elementen.</translation>
+    </message>
+    <message>
+        <source>An assignment cannot stand in a condition.</source>
+        <translation>In einer Bedingung kann keine Zuweisung stehen.</translation>
+    </message>
+    <message>
+        <source>No path of the program leads here.</source>
+        <translation>Kein Weg des Programms führt hierher.</translation>
+    </message>
+    <message>
+        <source>GOSUB leads to %1, and no path from there comes to RETURN.</source>
+        <translation>GOSUB führt zu %1, und kein Weg von dort kommt zu RETURN.</translation>
+    </message>
+    <message>
+        <source>The program comes to this RETURN without a GOSUB.</source>
+        <translation>Das Programm kommt ohne GOSUB zu diesem RETURN.</translation>
+    </message>
+    <message>
+        <source>The program runs on into subroutine %1.</source>
+        <translation>Das Programm läuft in das Unterprogramm %1 hinein.</translation>
+    </message>
+    <message>
+        <source>The END in line %1, which closes this block, stands further left than it.</source>
+        <translation>Das END in Zeile %1, das diesen Block schließt, steht weiter links als er.</translation>
+    </message>
+    <message>
+        <source>No path from here writes, deletes or releases the record.</source>
+        <translation>Kein Weg von hier schreibt oder löscht den Satz oder gibt ihn frei.</translation>
+    </message>
+    <message>
+        <source>There is no subroutine %1 in this account.</source>
+        <translation>Ein Unterprogramm %1 gibt es in diesem Konto nicht.</translation>
+    </message>
+    <message>
+        <source>%1 takes %2 argument, and here it is given %3.</source>
+        <translation>%1 erwartet %2 Argument, hier bekommt es %3.</translation>
+    </message>
+    <message>
+        <source>%1 takes %2 arguments, and here it is given %3.</source>
+        <translation>%1 erwartet %2 Argumente, hier bekommt es %3.</translation>
+    </message>
+    <message>
+        <source>COMMON differs: %1.</source>
+        <translation>COMMON weicht ab: %1.</translation>
+    </message>
+    <message>
+        <source>COMMON /%1/ differs: %2.</source>
+        <translation>COMMON /%1/ weicht ab: %2.</translation>
+    </message>
+    <message>
+        <source>member %1, %2, is %3 here and %4 in %5</source>
+        <translation>Element %1, %2, ist hier %3 und in %5 %4</translation>
+    </message>
+    <message>
+        <source>no array</source>
+        <translation>kein Feld</translation>
+    </message>
+    <message>
+        <source>%1 member here and %2 in %3</source>
+        <translation>%1 Element hier, %2 in %3</translation>
+    </message>
+    <message>
+        <source>%1 members here and %2 in %3</source>
+        <translation>%1 Elemente hier, %2 in %3</translation>
+    </message>
+    <message>
+        <source>Remove the label</source>
+        <translation>Die Marke entfernen</translation>
+    </message>
+    <message>
+        <source>Change to %1</source>
+        <translation>In %1 ändern</translation>
+    </message>
+    <message>
+        <source>Insert END</source>
+        <translation>END einfügen</translation>
+    </message>
+    <message>
+        <source>Silence %1 here</source>
+        <translation>%1 hier nicht melden</translation>
+    </message>
+    <message>
+        <source>What opens a block and what closes it do not match.</source>
+        <translation>Was einen Block öffnet und was ihn schließt, passt nicht zusammen.</translation>
+    </message>
+    <message>
+        <source>A string ends with a quote of the kind that it begins with, on the same line.</source>
+        <translation>Eine Zeichenkette endet in derselben Zeile mit einem Anführungszeichen der Art, mit der sie beginnt.</translation>
+    </message>
+    <message>
+        <source>A statement has a closing parenthesis for each that it opens.</source>
+        <translation>Eine Anweisung schließt jede Klammer, die sie öffnet.</translation>
+    </message>
+    <message>
+        <source>GOTO and GOSUB name a label of the same routine.</source>
+        <translation>GOTO und GOSUB nennen eine Marke derselben Routine.</translation>
+    </message>
+    <message>
+        <source>A label stands once in a routine.</source>
+        <translation>Eine Marke steht in einer Routine nur einmal.</translation>
+    </message>
+    <message>
+        <source>An included item is in the file that its statement names, or beside the program.</source>
+        <translation>Ein Include-Item steht in der Datei, die seine Anweisung nennt, oder neben dem Programm.</translation>
+    </message>
+    <message>
+        <source>The END of a block stands as far right as the line that opens it; this one stands further left, as if the END of the block were missing.</source>
+        <translation>Das END eines Blocks steht so weit rechts wie die Zeile, die ihn öffnet; dieses steht weiter links, als fehlte das END des Blocks.</translation>
+    </message>
+    <message>
+        <source>The variable is read, and no statement of the program gives it a value.</source>
+        <translation>Die Variable wird gelesen, und keine Anweisung des Programms gibt ihr einen Wert.</translation>
+    </message>
+    <message>
+        <source>The variable is given a value that no statement of the program reads.</source>
+        <translation>Die Variable bekommt einen Wert, den keine Anweisung des Programms liest.</translation>
+    </message>
+    <message>
+        <source>No GOTO, GOSUB or ON names the label.</source>
+        <translation>Kein GOTO, GOSUB oder ON nennt die Marke.</translation>
+    </message>
+    <message>
+        <source>No path of the program comes to the statement: what stands above it leads away.</source>
+        <translation>Kein Weg des Programms kommt zu der Anweisung: Was darüber steht, führt von ihr weg.</translation>
+    </message>
+    <message>
+        <source>GOSUB comes back with RETURN; from this label on, none can be reached.</source>
+        <translation>GOSUB kommt mit RETURN zurück; von dieser Marke aus ist keines zu erreichen.</translation>
+    </message>
+    <message>
+        <source>The program itself comes to the RETURN, which has no GOSUB to go back to. STOP ends a program.</source>
+        <translation>Das Programm selbst kommt zu dem RETURN, das zu keinem GOSUB zurückkehren kann. STOP beendet ein Programm.</translation>
+    </message>
+    <message>
+        <source>The program runs on into a subroutine. A STOP may be missing.</source>
+        <translation>Das Programm läuft in ein Unterprogramm hinein. Vielleicht fehlt ein STOP.</translation>
+    </message>
+    <message>
+        <source>READU locks a record until it is written, deleted or released; no path of the program does any of that.</source>
+        <translation>READU sperrt einen Satz, bis er geschrieben, gelöscht oder freigegeben wird; kein Weg des Programms tut das.</translation>
+    </message>
+    <message>
+        <source>An array is used with as many indices as it is dimensioned with.</source>
+        <translation>Ein Feld wird mit so vielen Indizes benutzt, wie es Dimensionen hat.</translation>
+    </message>
+    <message>
+        <source>The index lies outside the array.</source>
+        <translation>Der Index liegt außerhalb des Feldes.</translation>
+    </message>
+    <message>
+        <source>What is called takes another number of arguments.</source>
+        <translation>Was aufgerufen wird, erwartet eine andere Anzahl von Argumenten.</translation>
+    </message>
+    <message>
+        <source>No item of the account, and nothing in its VOC, has the name that is called.</source>
+        <translation>Kein Item des Kontos und nichts in seinem VOC hat den aufgerufenen Namen.</translation>
+    </message>
+    <message>
+        <source>Programs that share a COMMON area name the same members in it, with the same dimensions.</source>
+        <translation>Programme, die einen COMMON-Bereich teilen, nennen darin dieselben Elemente mit denselben Dimensionen.</translation>
+    </message>
+    <message>
+        <source>A condition compares; an operator that gives a value cannot stand in it.</source>
+        <translation>Eine Bedingung vergleicht; ein Operator, der einen Wert zuweist, kann nicht darin stehen.</translation>
+    </message>
+</context>
+<context>
     <name>HelpWindow</name>
     <message>
         <source>Nib Help</source>
@@ -1124,7 +1383,7 @@ Qt %2</translation>
     </message>
     <message>
         <source>&amp;None</source>
-        <translation>Kei&amp;ner</translation>
+        <translation>Kei&amp;ne</translation>
     </message>
     <message>
         <source>&amp;Begin block indent if keyword found:</source>
@@ -1929,6 +2188,234 @@ Reload takes what is stored now, Keep stays with the text in the window, Compare
     <message>
         <source>This value holds the sign of a mark as a character. It can be changed in the text.</source>
         <translation>Dieser Wert enthält das Zeichen für eine Marke als Buchstaben. Er kann im Text geändert werden.</translation>
+    </message>
+    <message>
+        <source>Search Results</source>
+        <translation>Suchergebnisse</translation>
+    </message>
+    <message>
+        <source>Replaced in Account</source>
+        <translation>Im Konto ersetzt</translation>
+    </message>
+    <message>
+        <source>Definitions of %1</source>
+        <translation>Definitionen von %1</translation>
+    </message>
+    <message>
+        <source>References to %1</source>
+        <translation>Verwendungen von %1</translation>
+    </message>
+    <message>
+        <source>What differs: - in the window, + stored</source>
+        <translation>Was sich unterscheidet: - im Fenster, + gespeichert</translation>
+    </message>
+    <message>
+        <source>No line differs.</source>
+        <translation>Keine Zeile unterscheidet sich.</translation>
+    </message>
+    <message>
+        <source>(%1 lines are left out here)</source>
+        <translation>(%1 Zeilen sind hier weggelassen)</translation>
+    </message>
+    <message>
+        <source>The list ends here: hits in more than %1 lines are counted only.</source>
+        <translation>Die Liste endet hier: Treffer in mehr als %1 Zeilen werden nur gezählt.</translation>
+    </message>
+    <message>
+        <source>Stopped.</source>
+        <translation>Abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Hits: %1. Items with hits: %2 of %3. Files: %4. Time: %5.</source>
+        <translation>Treffer: %1. Items mit Treffern: %2 von %3. Dateien: %4. Zeit: %5.</translation>
+    </message>
+    <message>
+        <source>Skipped because they are no texts: %1.</source>
+        <translation>Übergangen, weil sie keine Texte sind: %1.</translation>
+    </message>
+    <message>
+        <source>Not readable: %1.</source>
+        <translation>Nicht lesbar: %1.</translation>
+    </message>
+    <message>
+        <source>Replaced: %1. Items changed: %2. Items not changed: %3.</source>
+        <translation>Ersetzt: %1. Geänderte Items: %2. Nicht geänderte Items: %3.</translation>
+    </message>
+    <message>
+        <source>Stopped before these items: %1.</source>
+        <translation>Abgebrochen vor diesen Items: %1.</translation>
+    </message>
+    <message>
+        <source>Not changed: the text is not in it any more.</source>
+        <translation>Nicht geändert: Der Text steht nicht mehr darin.</translation>
+    </message>
+    <message>
+        <source>Not changed: it is open as read-only.</source>
+        <translation>Nicht geändert: Es ist nur zum Lesen offen.</translation>
+    </message>
+    <message>
+        <source>Not changed: it is not there any more.</source>
+        <translation>Nicht geändert: Es ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>Not changed: it is read-only.</source>
+        <translation>Nicht geändert: Es darf nur gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Not changed: %9</source>
+        <translation>Nicht geändert: %9</translation>
+    </message>
+    <message>
+        <source>%1 replaced in its window, not saved.</source>
+        <translation>%1 im Fenster ersetzt, nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>%1 replaced.</source>
+        <translation>%1 ersetzt.</translation>
+    </message>
+    <message>
+        <source>Replace %1 occurrences in %2 items of account %3?
+
+Items that are open are changed in their windows and not saved. All others are saved at once, which cannot be undone.</source>
+        <translation>%1 Vorkommen in %2 Items des Kontos %3 ersetzen?
+
+Offene Items werden in ihren Fenstern geändert und nicht gespeichert. Alle anderen werden sofort gespeichert, was sich nicht rückgängig machen lässt.</translation>
+    </message>
+    <message>
+        <source>One item that is not open will be opened, changed and left unsaved.
+Do you want to go on?</source>
+        <translation>Ein Item, das nicht offen ist, wird geöffnet, geändert und nicht gespeichert.
+Fortfahren?</translation>
+    </message>
+    <message>
+        <source>%1 items that are not open will be opened, changed and left unsaved.
+Do you want to go on?</source>
+        <translation>%1 Items, die nicht offen sind, werden geöffnet, geändert und nicht gespeichert.
+Fortfahren?</translation>
+    </message>
+    <message>
+        <source>Reading document from host</source>
+        <translation>Das Dokument wird vom Host gelesen</translation>
+    </message>
+    <message>
+        <source>Saving document to host</source>
+        <translation>Das Dokument wird auf dem Host gespeichert</translation>
+    </message>
+    <message>
+        <source>Compiling program on host system</source>
+        <translation>Das Programm wird auf dem Host kompiliert</translation>
+    </message>
+    <message>
+        <source>Running the command for a clean compile</source>
+        <translation>Der Befehl nach einem Lauf ohne Fehler läuft</translation>
+    </message>
+    <message>
+        <source>Not opened again: %1</source>
+        <translation>Nicht wieder geöffnet: %1</translation>
+    </message>
+    <message>
+        <source>Unknown on the command line:%1</source>
+        <translation>Unbekannt in der Befehlszeile:%1</translation>
+    </message>
+    <message>
+        <source>No problems are known.</source>
+        <translation>Es sind keine Probleme bekannt.</translation>
+    </message>
+    <message>
+        <source>There is nothing here that can be mended so.</source>
+        <translation>Hier gibt es nichts, was sich so beheben lässt.</translation>
+    </message>
+    <message>
+        <source>This document is not read as a program.</source>
+        <translation>Dieses Dokument wird nicht als Programm gelesen.</translation>
+    </message>
+    <message>
+        <source>Nothing is known of where this is defined.</source>
+        <translation>Es ist nicht bekannt, wo das definiert ist.</translation>
+    </message>
+    <message>
+        <source>There is no name here whose places are known.</source>
+        <translation>Hier steht kein Name, dessen Stellen bekannt sind.</translation>
+    </message>
+    <message>
+        <source>%1 place.</source>
+        <translation>%1 Stelle.</translation>
+    </message>
+    <message>
+        <source>%1 places.</source>
+        <translation>%1 Stellen.</translation>
+    </message>
+    <message>
+        <source>%1 place renamed.</source>
+        <translation>%1 Stelle umbenannt.</translation>
+    </message>
+    <message>
+        <source>%1 places renamed.</source>
+        <translation>%1 Stellen umbenannt.</translation>
+    </message>
+    <message>
+        <source>%1 place could not be changed: the items are read-only, were not opened, or have other text there now.</source>
+        <translation>%1 Stelle ließ sich nicht ändern: Die Items dürfen nur gelesen werden, wurden nicht geöffnet oder haben dort jetzt anderen Text.</translation>
+    </message>
+    <message>
+        <source>%1 places could not be changed: the items are read-only, were not opened, or have other text there now.</source>
+        <translation>%1 Stellen ließen sich nicht ändern: Die Items dürfen nur gelesen werden, wurden nicht geöffnet oder haben dort jetzt anderen Text.</translation>
+    </message>
+    <message>
+        <source>There is no name here.</source>
+        <translation>Hier steht kein Name.</translation>
+    </message>
+    <message>
+        <source>What an item is called is not changed from within a program.</source>
+        <translation>Wie ein Item heißt, wird nicht aus einem Programm heraus geändert.</translation>
+    </message>
+    <message>
+        <source>It is not known what %1 is.</source>
+        <translation>Es ist nicht bekannt, was %1 ist.</translation>
+    </message>
+    <message>
+        <source>Several items are called %1.</source>
+        <translation>Mehrere Items heißen %1.</translation>
+    </message>
+    <message>
+        <source>Not all programs of the account have been read yet.</source>
+        <translation>Noch sind nicht alle Programme des Kontos gelesen.</translation>
+    </message>
+    <message>
+        <source>An included item was not found, and %1 may be of it.</source>
+        <translation>Ein Include-Item wurde nicht gefunden, und %1 kann daraus sein.</translation>
+    </message>
+    <message>
+        <source>%1 is a word of the language.</source>
+        <translation>%1 ist ein Wort der Sprache.</translation>
+    </message>
+    <message>
+        <source>%1 is no name.</source>
+        <translation>%1 ist kein Name.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read.</source>
+        <translation>%1 lässt sich nicht lesen.</translation>
+    </message>
+    <message>
+        <source>%1 has a name %2 already.</source>
+        <translation>%1 hat schon einen Namen %2.</translation>
+    </message>
+    <message>
+        <source>Line %1 of %2 is not understood.</source>
+        <translation>Zeile %1 von %2 ist nicht verständlich.</translation>
+    </message>
+    <message>
+        <source>%1 has been changed meanwhile.</source>
+        <translation>%1 wurde inzwischen geändert.</translation>
+    </message>
+    <message>
+        <source>There is a program %1 already.</source>
+        <translation>Ein Programm %1 gibt es schon.</translation>
+    </message>
+    <message>
+        <source>A label without a colon is a number.</source>
+        <translation>Eine Marke ohne Doppelpunkt ist eine Zahl.</translation>
     </message>
 </context>
 <context>

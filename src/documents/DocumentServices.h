@@ -150,6 +150,13 @@ public:
     virtual void ResetResults(TextView title) = 0;
     /// Appends one line, highlighted from a column on or, where nothing is, emphasised as the header of a document.
     virtual void AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis) = 0;
+    /// Appends what the program itself says of the list, in whole sentences.
+    virtual void AddNote(const std::vector<Text>& sentences)
+    {
+        Text line;
+        for (const Text& sentence : sentences) (line += line.empty() ? u"" : u" ") += sentence;
+        AddResultLine(line, 0, 0, false);
+    }
     /// Appends the header of an item by its path, open or not.
     virtual void AddItemHeader(TextView text, TextView /*path*/) { AddResultLine(text, 0, 0, true); }
     /// Appends a line that leads to one of the item above, 1-based.

@@ -43,8 +43,7 @@ void BasicChecker::Line(const BasicLine& line, Place place)
     }
     const bool continued = continues_ || parens_.IsOpen();
     if (const char16_t quote = line.OpenQuote())
-        findings_.Add(place, finding_code::kOpenString,
-                      u"The string that begins with " + Text(1, quote) + u" is not closed.");
+        findings_.Add(place, finding_code::kOpenString, {Wording::OpenString, {Text(1, quote)}});
     parens_.Line(line, place);
     labels_.Line(line, place, continued);
     blocks_.Line(line, place);
@@ -91,11 +90,8 @@ void BasicChecker::Include(const BasicDirective& directive, const Source& source
     }
     labels_.SetIncomplete();
     if (conditionals_ > 0 || directive.kind == BasicDirective::Kind::Insert) return;
-    if (answer == NoItem)
-        findings_.Add(place, finding_code::kMissingInclude, u"Include item " + name + u" does not exist.");
-    if (answer == NoFile)
-        findings_.Add(place, finding_code::kMissingInclude,
-                      u"Include item " + name + u" does not exist: there is no file " + file + u".");
+    if (answer == NoItem) findings_.Add(place, finding_code::kMissingInclude, {Wording::NoInclude, {name}});
+    if (answer == NoFile) findings_.Add(place, finding_code::kMissingInclude, {Wording::NoIncludeFile, {name, file}});
 }
 
 } // namespace nib

@@ -17,17 +17,16 @@ int32_t FindingList::ProgramLine(Place place) const
     return place.item == 0 ? place.line : items_[static_cast<size_t>(place.item - 1)].line;
 }
 
-Text FindingList::Describe(Place place) const
+Phrase FindingList::Describe(Place place) const
 {
-    Text text = u"line " + Decimal(place.line);
-    if (place.item != 0) text += u" of " + items_[static_cast<size_t>(place.item - 1)].name;
-    return text;
+    if (place.item == 0) return {Wording::Line, {Decimal(place.line)}};
+    return {Wording::LineOf, {Decimal(place.line), items_[static_cast<size_t>(place.item - 1)].name}};
 }
 
-void FindingList::Add(Place place, TextView code, TextView text)
+void FindingList::Add(Place place, TextView code, Phrase text)
 {
-    Text whole = place.item == 0 ? Text() : u"in " + Describe(place) + u": ";
-    findings_.push_back({ProgramLine(place), whole.append(text), code});
+    if (place.item != 0) text = {Wording::InPlace, {Describe(place), std::move(text)}};
+    findings_.push_back({ProgramLine(place), std::move(text), code});
 }
 
 void FindingList::DropBehind(int32_t line)
@@ -95,8 +94,7 @@ void LabelCheck::Define(const BasicLine& line, const BasicToken& label, Place pl
     if (continued || conditional_ || label.key != BasicKey::None) return;
     const auto [first, isNew] = defined_.try_emplace(name, place);
     if (isNew) return;
-    findings_.Add(place, finding_code::kDoubleLabel,
-                  u"Label " + name + u" is defined twice, first in " + findings_.Describe(first->second) + u".");
+    findings_.Add(place, finding_code::kDoubleLabel, {Wording::LabelTwice, {name, findings_.Describe(first->second)}});
 }
 
 /// A name alone is a label in some dialects, and routines have names that GOSUB knows in others.
@@ -150,7 +148,7 @@ void LabelCheck::Finish(bool surely)
     for (const Reference& reference : references_) {
         if (known_.contains(Common(reference.name))) continue;
         findings_.Add(reference.place, finding_code::kMissingLabel,
-                      Text(reference.statement) + u" to label " + reference.name + u", which does not exist.");
+                      {Wording::NoLabel, {Text(reference.statement), reference.name}});
     }
 }
 
@@ -171,7 +169,7 @@ void ParenCheck::Line(const BasicLine& line, Place place)
             if (depth_ > 0) --depth_;
         }
     }
-    if (tooMany) findings_.Add(place, finding_code::kParentheses, u"\")\" without \"(\".");
+    if (tooMany) findings_.Add(place, finding_code::kParentheses, {Wording::Without, {Text(u"\")\""), Text(u"\"(\"")}});
     mustGoOn_ = !line.EndsValue(line.Tokens().back());
 }
 
@@ -183,7 +181,8 @@ bool ParenCheck::GoesOnWith(const BasicLine& line) const
 
 void ParenCheck::Finish()
 {
-    if (depth_ > 0) findings_.Add(opened_, finding_code::kParentheses, u"\"(\" without \")\".");
+    if (depth_ > 0)
+        findings_.Add(opened_, finding_code::kParentheses, {Wording::Without, {Text(u"\"(\""), Text(u"\")\"")}});
     depth_ = 0;
 }
 

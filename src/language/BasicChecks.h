@@ -2,6 +2,7 @@
 // What is wrong in a program and where, and the checks of its labels and parentheses.
 
 #include "language/BasicLine.h"
+#include "language/Phrase.h"
 
 #include <unordered_map>
 #include <unordered_set>
@@ -17,7 +18,7 @@ struct Place {
 
 struct Finding {
     int32_t line = 0; ///< of the program, 1-based
-    Text text;
+    Phrase text;
     TextView code; ///< of the table of findings
 };
 
@@ -26,9 +27,9 @@ class FindingList {
 public:
     /// Names an included item; answers its number.
     int32_t AddItem(Text name, Place includedAt);
-    void Add(Place place, TextView code, TextView text);
+    void Add(Place place, TextView code, Phrase text);
     /// "line 12", or "line 3 of BP COMMON.INC".
-    Text Describe(Place place) const;
+    Phrase Describe(Place place) const;
     /// The line of the program that stands for a place.
     int32_t ProgramLine(Place place) const;
     /// What follows a line of the program is no part of it.

@@ -124,8 +124,7 @@ void BlockCheck::EndOfClause(Place place)
         --doubtful_[kClause];
     } else if (!stack_.empty()) {
         const Opener& inner = stack_.back();
-        Report(place,
-               u"END closes no block; open is " + Text(inner.word) + u" of " + findings_.Describe(inner.place) + u".");
+        Report(place, {Wording::StrayEnd, {Text(inner.word), findings_.Describe(inner.place)}});
     } else if (place.item == 0 && !nested_) {
         ended_ = place;
     }
@@ -152,7 +151,7 @@ void BlockCheck::LookBehindEnd(const Walk& walk)
     const BasicToken* next = walk.Next(branch ? 2 : 1);
     const bool clause = next && (next->Is(BasicKey::Else) || next->Is(BasicKey::Then) || next->Is(BasicKey::Case));
     if (next && !IsSeparator(walk.line, *next) && !(clause && token.Is(BasicKey::End))) return;
-    Report(*ended_, u"END closes no block, and the program goes on below it.");
+    Report(*ended_, Wording::EndTooEarly);
     ended_.reset();
 }
 
@@ -161,7 +160,7 @@ void BlockCheck::Case(Place place)
     if (IsOpen(kCase)) {
         CloseInner(kCase, u"CASE", place);
     } else if (doubtful_[kCase] == 0 && !strayCase_) {
-        Report(place, u"CASE without BEGIN CASE.");
+        Report(place, {Wording::Without, {Text(u"CASE"), Text(kOpeners[kCase])}});
         strayCase_ = true;
     }
 }
@@ -177,7 +176,7 @@ void BlockCheck::Close(Kind kind, Place place)
     } else if (doubtful_[kind] > 0) {
         --doubtful_[kind];
     } else {
-        Report(place, Text(kClosers[kind]) + u" without " + Text(kOpeners[kind]) + u".");
+        Report(place, {Wording::Without, {Text(kClosers[kind]), Text(kOpeners[kind])}});
     }
 }
 
@@ -186,8 +185,8 @@ bool BlockCheck::CloseInner(Kind kind, TextView closer, Place place)
 {
     if (stack_.back().kind == kind) return false;
     const Opener& inner = stack_.back();
-    Report(inner.place, Text(inner.word) + u" is not closed by " + Text(kClosers[inner.kind]) + u" before " +
-                            Text(closer) + u" in " + findings_.Describe(place) + u".");
+    Report(inner.place, {Wording::ClosedBefore,
+                         {Text(inner.word), Text(kClosers[inner.kind]), Text(closer), findings_.Describe(place)}});
     for (; stack_.back().kind != kind; stack_.pop_back()) ++doubtful_[stack_.back().kind];
     return true;
 }
@@ -248,11 +247,10 @@ void BlockCheck::EndConditional()
 void BlockCheck::Finish()
 {
     for (const Opener& opener : stack_)
-        Report(opener.place, Text(opener.word) + u" is not closed: " + Text(kClosers[opener.kind]) + u" is missing.");
+        Report(opener.place, {Wording::NotClosed, {Text(opener.word), Text(kClosers[opener.kind])}});
     if (swallowed_ && !nested_) {
         const Opener& block = *swallowed_;
-        Report(block.place, Text(block.word) + u" is not closed by END before the label in " +
-                                findings_.Describe(block.label) + u".");
+        Report(block.place, {Wording::ClosedAtLabel, {Text(block.word), findings_.Describe(block.label)}});
     }
     if (unsure_) return;
     for (const Fault& fault : reports_) findings_.Add(fault.place, finding_code::kBlock, fault.text);

@@ -63,7 +63,7 @@ private:
     void Open(Kind kind, TextView word, Place place) { stack_.push_back({kind, word, place, false, {}}); }
     bool CloseInner(Kind kind, TextView closer, Place place);
     bool IsOpen(Kind kind) const;
-    void Report(Place place, Text text) { reports_.push_back({place, std::move(text)}); }
+    void Report(Place place, Phrase text) { reports_.push_back({place, std::move(text)}); }
     void LookBehindEnd(const Walk& walk);
     void LookForRoutine(const Walk& walk);
 
@@ -74,7 +74,7 @@ private:
 
     struct Fault {
         Place place;
-        Text text;
+        Phrase text;
     };
 
     FindingList& findings_;

@@ -81,7 +81,7 @@ private:
             if (!IsCode(node)) continue;
             const bool dead = !reached_[i];
             if (dead && !inStretch && node.place.item == 0 && !(Leads(node.kind) && !NextIsDead(i)) && !IsIdle(node))
-                sink_.Add(kUnreachable, sink_.RangeOf(node), u"No path of the program leads here.");
+                sink_.Add(kUnreachable, sink_.RangeOf(node), Wording::Unreachable);
             inStretch = dead;
         }
     }
@@ -114,8 +114,7 @@ private:
             const auto at = static_cast<size_t>(target.node);
             if (nodes_[at].place.item != 0) continue;
             if (!returning[at] && ending[at])
-                sink_.Add(kGosubWithoutReturn, sink_.RangeOf(nodes_[at]),
-                          u"GOSUB leads to " + target.symbol->name + u", and no path from there comes to RETURN.");
+                sink_.Add(kGosubWithoutReturn, sink_.RangeOf(nodes_[at]), {Wording::NoReturn, {target.symbol->name}});
         }
     }
 
@@ -142,8 +141,7 @@ private:
             seen[static_cast<size_t>(at)] = 1;
             const FlowNode& node = nodes_[static_cast<size_t>(at)];
             if (node.kind == StepKind::Return && node.place.item == 0 && node.step->uses == 0)
-                sink_.Add(kReturnWithoutGosub, sink_.RangeOf(node),
-                          u"The program comes to this RETURN without a GOSUB.");
+                sink_.Add(kReturnWithoutGosub, sink_.RangeOf(node), Wording::NoGosub);
             const bool sub = node.kind == StepKind::Gosub || node.kind == StepKind::OnGosub;
             for (int32_t next : flow_.After(at)) {
                 const FlowNode& label = nodes_[static_cast<size_t>(next)];
@@ -152,8 +150,7 @@ private:
                 if (!target)
                     open.push_back(next);
                 else if (label.place.item == 0 && !std::exchange(seen[static_cast<size_t>(next)], 1))
-                    sink_.Add(kFallsInto, sink_.RangeOf(label),
-                              u"The program runs on into subroutine " + target->symbol->name + u".");
+                    sink_.Add(kFallsInto, sink_.RangeOf(label), {Wording::FallsInto, {target->symbol->name}});
             }
         }
     }
@@ -187,7 +184,7 @@ std::vector<QuickMend> MendsOf(const ProgramText& text, const FlowBlock& block, 
         if (text.At(line).statementLines > 0 && column >= 0 && column <= indent) break;
     }
     const Position at{0, line};
-    return {QuickMend{u"Insert END", {{{at, at}, Text(static_cast<size_t>(indent), u' ') + u"END\n"}}}};
+    return {QuickMend{Wording::InsertEnd, {{{at, at}, Text(static_cast<size_t>(indent), u' ') + u"END\n"}}}};
 }
 
 } // namespace
@@ -211,9 +208,7 @@ void FindMissingEnds(FindingSink& sink)
         if (opens < 0 || closes < 0 || closes >= opens) continue;
         told = block.closes.line;
         sink.Add(kMissingEnd, sink.CodeOf(block.opens.line),
-                 u"The END in line " + Decimal(block.closes.line + 1) +
-                     u", which closes this block, stands further left than it.",
-                 MendsOf(text, block, opens));
+                 {Wording::EndFurtherLeft, {Decimal(block.closes.line + 1)}}, MendsOf(text, block, opens));
     }
 }
 

@@ -26,8 +26,7 @@ public:
             if (file < 0 || IsShared(file)) continue;
             released_ = std::ranges::any_of(nodes_, [&](const FlowNode& each) { return Releases(each, file); });
             if (Kept(static_cast<int32_t>(i), file))
-                sink_.Add(finding_code::kLockKept, sink_.RangeOf(node),
-                          u"No path from here writes, deletes or releases the record.");
+                sink_.Add(finding_code::kLockKept, sink_.RangeOf(node), Wording::LockKept);
         }
     }
 

@@ -4,6 +4,7 @@
 //
 // Lines and columns are 0-based, columns count UTF-16 units, ends are excluded. Indices point into the vectors here.
 
+#include "language/Phrase.h"
 #include "text/SourceContract.h"
 
 #include <vector>
@@ -93,7 +94,7 @@ struct CommonBlock {
 enum class FindingLevel : uint8_t { Error, Warning, Hint };
 
 struct QuickMend {
-    Text caption;
+    Phrase caption;
     struct Edit {
         TextRange range;
         Text text;
@@ -106,7 +107,7 @@ struct ProgramFinding {
     Text code; ///< "unset-variable"; what silences it
     FindingLevel level = FindingLevel::Warning;
     TextRange at;
-    Text message;
+    Phrase message;
     std::vector<QuickMend> mends;
 };
 

@@ -6,7 +6,7 @@ namespace nib {
 
 using namespace finding_code;
 
-void FindingSink::Add(TextView code, TextRange at, Text message, std::vector<QuickMend> mends)
+void FindingSink::Add(TextView code, TextRange at, Phrase message, std::vector<QuickMend> mends)
 {
     program_.findings.push_back({Text(code), FindingKindOf(code).level, at, std::move(message), std::move(mends)});
 }
@@ -56,7 +56,7 @@ QuickMend LabelRemoval(const FindingSink& sink, TextRange at)
 {
     const BasicToken& label = sink.Of().Lines()->At(at.start.line).tokens.Tokens().front();
     const TextRange whole{{label.start, at.start.line}, {label.end, at.start.line}};
-    return {u"Remove the label", {{whole, Text(static_cast<size_t>(label.end - label.start), u' ')}}};
+    return {Wording::RemoveLabel, {{whole, Text(static_cast<size_t>(label.end - label.start), u' ')}}};
 }
 
 /// Whether a slip of one key, or two keys the wrong way round, makes one of the other.
@@ -90,7 +90,7 @@ std::vector<QuickMend> Renamings(const FindingSink& sink, size_t wrong, TextRang
         meant = &symbols[i].name;
     }
     if (!meant) return {};
-    return {QuickMend{u"Change to " + *meant, {{at, *meant}}}};
+    return {QuickMend{{Wording::ChangeTo, {*meant}}, {{at, *meant}}}};
 }
 
 void FindNames(FindingSink& sink)
@@ -105,7 +105,7 @@ void FindNames(FindingSink& sink)
         if (symbol.kind == SymbolKind::Label) {
             if (!fact.declared || fact.jumps > 0 || fact.label < 0) continue;
             const TextRange at = program.occurrences[static_cast<size_t>(fact.label)].at;
-            sink.Add(kUnusedLabel, at, u"Nothing jumps to label " + symbol.name + u".", {LabelRemoval(sink, at)});
+            sink.Add(kUnusedLabel, at, {Wording::UnusedLabel, {symbol.name}}, {LabelRemoval(sink, at)});
             continue;
         }
         const bool variable = symbol.kind == SymbolKind::Variable || symbol.kind == SymbolKind::Array ||
@@ -114,9 +114,9 @@ void FindNames(FindingSink& sink)
         const TextRange at = program.occurrences[static_cast<size_t>(fact.first)].at;
         const bool set = fact.sets + fact.outputs + fact.parts + fact.given > 0;
         if (!set && fact.reads + fact.changes > 0)
-            sink.Add(kUnsetVariable, at, symbol.name + u" is read, and nothing sets it.", Renamings(sink, i, at));
+            sink.Add(kUnsetVariable, at, {Wording::Unset, {symbol.name}}, Renamings(sink, i, at));
         else if (fact.reads + fact.given + fact.outputs == 0 && fact.sets + fact.parts > 0)
-            sink.Add(kUnusedVariable, at, symbol.name + u" is set, and nothing reads it.");
+            sink.Add(kUnusedVariable, at, {Wording::Unused, {symbol.name}});
     }
 }
 
@@ -148,12 +148,12 @@ private:
         if (!word || use.use != Use::Reads || analyser_.Internal()) return;
         const int32_t given = use.indices;
         if (given >= word->least && (word->most < 0 || given <= word->most)) return;
+        const bool fewer = given < word->least;
+        const Wording wording = word->most == word->least ? Wording::Takes
+                                : fewer                   ? Wording::TakesAtLeast
+                                                          : Wording::TakesAtMost;
         sink_.Add(kArgumentCount, at,
-                  word->name + u" takes " + Decimal(given < word->least ? word->least : word->most) +
-                      (given < word->least && word->most != word->least  ? u" arguments at least, not "
-                       : given > word->most && word->most != word->least ? u" arguments at most, not "
-                                                                         : u" arguments, not ") +
-                      Decimal(given) + u".");
+                  {wording, {word->name, Decimal(fewer ? word->least : word->most), Decimal(given)}});
     }
 
     void Array(const NameUse& use, TextRange at, const Symbol& symbol)
@@ -163,18 +163,15 @@ private:
         if (use.indices == 1 && use.index[0] == 0) return;
         if (use.indices != symbol.dimensions) {
             sink_.Add(kDimension, at,
-                      symbol.name + u" has " + Decimal(symbol.dimensions) +
-                          (symbol.dimensions == 1 ? u" dimension" : u" dimensions") + u", not " + Decimal(use.indices) +
-                          u".");
+                      {symbol.dimensions == 1 ? Wording::Dimension : Wording::Dimensions,
+                       {symbol.name, Decimal(symbol.dimensions), Decimal(use.indices)}});
             return;
         }
         for (size_t i = 0; i < std::min(symbol.sizes.size(), std::size(use.index)); ++i) {
             const int32_t size = symbol.sizes[i];
             const int32_t index = analyser_.Names().NumberOf(use.index[i], nullptr);
             if (size < 0 || index <= size) continue;
-            sink_.Add(kIndexRange, at,
-                      u"Index " + Decimal(index) + u" lies outside " + symbol.name + u", which has " + Decimal(size) +
-                          u" elements.");
+            sink_.Add(kIndexRange, at, {Wording::IndexOutside, {Decimal(index), symbol.name, Decimal(size)}});
             return;
         }
     }
@@ -229,8 +226,7 @@ void FindInProgram(const ProgramAnalyser& analyser, const std::vector<Finding>& 
     for (const FlowNode& node : analyser.Flow().Nodes()) {
         uses.Check(node);
         const bool odd = node.step && node.step->flags & step_flag::kOdd;
-        if (odd && node.place.item == 0)
-            sink.Add(kOddCondition, sink.RangeOf(node), u"An assignment cannot stand in a condition.");
+        if (odd && node.place.item == 0) sink.Add(kOddCondition, sink.RangeOf(node), Wording::OddCondition);
     }
     if (blocks) FindMissingEnds(sink);
     if (blocks && analyser.Flow().Sound()) {

@@ -11,7 +11,7 @@ class FindingSink {
 public:
     FindingSink(const ProgramAnalyser& analyser, ProgramFacts& program) : analyser_(analyser), program_(program) {}
 
-    void Add(TextView code, TextRange at, Text message, std::vector<QuickMend> mends = {});
+    void Add(TextView code, TextRange at, Phrase message, std::vector<QuickMend> mends = {});
     /// The statement of a node, up to the end of its code in the line.
     TextRange RangeOf(const FlowNode& node) const;
     TextRange CodeOf(int32_t line) const;

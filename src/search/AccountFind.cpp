@@ -28,14 +28,17 @@ Text Seconds(milliseconds time)
     return Decimal(tenths / 10) + u"." + Decimal(tenths % 10) + u" s";
 }
 
-Text Summary(const SearchCounts& counts)
+/// In sentences, behind `first` unless that is empty.
+std::vector<Text> Summary(const SearchCounts& counts, Text first = {})
 {
-    Text line = u"Hits: " + Decimal(counts.hits) + u". Items with hits: " + Decimal(counts.itemsWithHits) + u" of " +
-                Decimal(counts.items) + u". Files: " + Decimal(counts.files) + u". Time: " + Seconds(counts.time) +
-                u".";
-    if (counts.skipped > 0) line += u" Skipped because they are no texts: " + Decimal(counts.skipped) + u".";
-    if (counts.failed > 0) line += u" Not readable: " + Decimal(counts.failed) + u".";
-    return line;
+    std::vector<Text> all;
+    if (!first.empty()) all.push_back(std::move(first));
+    all.push_back(u"Hits: " + Decimal(counts.hits) + u". Items with hits: " + Decimal(counts.itemsWithHits) + u" of " +
+                  Decimal(counts.items) + u". Files: " + Decimal(counts.files) + u". Time: " + Seconds(counts.time) +
+                  u".");
+    if (counts.skipped > 0) all.push_back(u"Skipped because they are no texts: " + Decimal(counts.skipped) + u".");
+    if (counts.failed > 0) all.push_back(u"Not readable: " + Decimal(counts.failed) + u".");
+    return all;
 }
 
 } // namespace
@@ -212,7 +215,7 @@ bool AccountFind::Stop()
         search_.reset();
         dialog_.counts = news.counts;
         for (const FoundItem& item : news.items) List(item);
-        Finish(u"Stopped. " + Summary(dialog_.counts));
+        Finish(Summary(dialog_.counts, u"Stopped."));
     } else if (dialog_.state == FindingState::Replacing) {
         stops_ = true;
         if (!working_) ReplacingEnds(); // else once the item is through
@@ -282,9 +285,9 @@ void AccountFind::List(const FoundItem& item)
     if (item.found.hits > 0) found_.push_back(item.key);
     if (item.found.lines.empty() && item.fault.empty()) return;
     if (!BeginList(u"Search Results")) return;
-    AddLine(u"");
+    AddBlank();
     AddHeader(item.key);
-    if (!item.fault.empty()) AddLine(OneLine(item.fault));
+    if (!item.fault.empty()) services_.results->AddNote({OneLine(item.fault)});
     for (const FoundLine& line : item.found.lines) {
         const Text number = ListedNumber(line.line);
         services_.results->AddItemLine(number + line.text, line.column + static_cast<int32_t>(number.size()),
@@ -295,7 +298,7 @@ void AccountFind::List(const FoundItem& item)
 void AccountFind::SearchEnds(const SearchNews& news)
 {
     dialog_.fault = news.fault;
-    if (!news.fault.empty()) return Finish(OneLine(news.fault) + u" " + Summary(news.counts));
+    if (!news.fault.empty()) return Finish(Summary(news.counts, OneLine(news.fault)));
     if (replaces_ && !found_.empty() && MayReplace()) {
         dialog_.state = FindingState::Replacing;
         dialog_.listed = false;
@@ -310,15 +313,15 @@ void AccountFind::SearchEnds(const SearchNews& news)
 }
 
 /// Ends with the last line of the list, where there is one.
-void AccountFind::Finish(TextView summary)
+void AccountFind::Finish(const std::vector<Text>& summary)
 {
     dialog_.state = FindingState::Idle;
     if (!dialog_.listed || !BeginList({})) return;
-    AddLine(u"");
+    AddBlank();
     if (cut_)
-        AddLine(u"The list ends here: hits in more than " + Decimal(AccountSearch::kMostLines) +
-                u" lines are counted only.");
-    AddLine(summary);
+        services_.results->AddNote({u"The list ends here: hits in more than " + Decimal(AccountSearch::kMostLines) +
+                                    u" lines are counted only."});
+    services_.results->AddNote(summary);
 }
 
 void AccountFind::ShowList()

@@ -95,13 +95,13 @@ private:
     void TakeHits();
     void List(const FoundItem& item);
     bool BeginList(TextView title);
-    void AddLine(TextView text) { services_.results->AddResultLine(text, 0, 0, false); }
+    void AddBlank() { services_.results->AddResultLine({}, 0, 0, false); }
     void AddHeader(const ItemKey& key);
     void SearchEnds(const SearchNews& news);
     bool MayReplace();
     void ReplaceSome();
     void ReplacingEnds();
-    void Finish(TextView summary);
+    void Finish(const std::vector<Text>& summary);
 
     DocumentServices& services_;
     Timers& timers_;

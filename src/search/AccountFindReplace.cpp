@@ -39,7 +39,7 @@ void AccountFind::ReplaceSome()
         changed_ += outcome.hits > 0 ? 1 : 0;
         if (BeginList({})) {
             AddHeader(key);
-            AddLine(outcome.report);
+            services_.results->AddNote({outcome.report});
         }
         if (stops_) break;
         if (std::chrono::steady_clock::now() - start >= kSlice) return;
@@ -50,9 +50,9 @@ void AccountFind::ReplaceSome()
 void AccountFind::ReplacingEnds()
 {
     const size_t left = found_.size() - next_;
-    Text summary = u"Replaced: " + Decimal(replaced_) + u". Items changed: " + Decimal(changed_) +
-                   u". Items not changed: " + Decimal(static_cast<int64_t>(next_) - changed_) + u".";
-    if (left > 0) summary += u" Stopped before these items: " + Decimal(static_cast<int64_t>(left)) + u".";
+    std::vector<Text> summary{u"Replaced: " + Decimal(replaced_) + u". Items changed: " + Decimal(changed_) +
+                              u". Items not changed: " + Decimal(static_cast<int64_t>(next_) - changed_) + u"."};
+    if (left > 0) summary.push_back(u"Stopped before these items: " + Decimal(static_cast<int64_t>(left)) + u".");
     Finish(summary);
 }
 

@@ -168,7 +168,7 @@ void frmResults::ShowPrinted()
 void frmResults::ResetResults(TextView title)
 {
     running_ = false;
-    model_.ResetResults(title);
+    model_.ResetResults(ToText(TranslatedText(title)));
     Changed();
     Present();
 }
@@ -177,6 +177,13 @@ void frmResults::AddResultLine(TextView text, int32_t highlightStart, int32_t hi
 {
     model_.AddResultLine(text, highlightStart, highlightLength, emphasis);
     Changed();
+}
+
+void frmResults::AddNote(const std::vector<Text>& sentences)
+{
+    std::vector<Text> shown = sentences;
+    for (Text& sentence : shown) sentence = ToText(TranslatedText(sentence));
+    ResultsWindow::AddNote(shown);
 }
 
 void frmResults::AddItemHeader(TextView text, TextView path)

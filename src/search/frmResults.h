@@ -29,6 +29,7 @@ public:
     void AddOutput(TextView lines, bool first) override;
     void ResetResults(TextView title) override;
     void AddResultLine(TextView text, int32_t highlightStart, int32_t highlightLength, bool emphasis) override;
+    void AddNote(const std::vector<Text>& sentences) override;
     void AddItemHeader(TextView text, TextView path) override;
     void AddItemLine(TextView text, int32_t highlightStart, int32_t highlightLength, int32_t line) override;
     int32_t ListNumber() const override { return model_.ListNumber(); }

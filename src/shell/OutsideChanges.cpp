@@ -33,9 +33,8 @@ public:
     }
     void End()
     {
-        if (lines_ == 0) results_.AddResultLine(u"No line differs.", 0, 0, false);
-        if (lines_ > kMostLines)
-            results_.AddResultLine(u"(" + Decimal(lines_ - kMostLines) + u" lines are left out here)", 0, 0, false);
+        if (lines_ == 0) results_.AddNote({u"No line differs."});
+        if (lines_ > kMostLines) results_.AddNote({u"(" + Decimal(lines_ - kMostLines) + u" lines are left out here)"});
     }
 
 private:

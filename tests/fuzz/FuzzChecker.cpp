@@ -30,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         nullptr, LinesOfProgram(FromUtf8({reinterpret_cast<const char*>(data), size})));
     OneItem items(program);
     for (const Finding& finding : BasicChecker(items).Check(*program, u"BP", u"MAIN"))
-        if (finding.line < 1 || finding.line > program->LineCount() || finding.text.empty()) __builtin_trap();
+        if (finding.line < 1 || finding.line > program->LineCount() || English(finding.text).empty()) __builtin_trap();
     static Dialects dialects;
     const std::vector<Text> lines = LinesOfProgram(FromUtf8({reinterpret_cast<const char*>(data), size}));
     ProgramAnalyser analyser(dialects.Find(u"common"), u"BP", u"MAIN");

@@ -39,6 +39,16 @@ inline QStringList TextsOf(const QWidget& widget)
     if (auto* heads = qobject_cast<const QHeaderView*>(&widget))
         for (int i = 0; i < heads->count(); ++i)
             texts += heads->model()->headerData(i, heads->orientation()).toString();
+    // In panels: what the checker says, and what the program says between the numbered lines of a list of results.
+    auto* tree = qobject_cast<const QTreeView*>(&widget);
+    if (tree && qobject_cast<const QDockWidget*>(tree->parentWidget()->parentWidget()))
+        for (int row = 0; row < tree->model()->rowCount(); ++row) {
+            const QModelIndex cell = tree->model()->index(row, 0);
+            for (const int role : {Qt::DisplayRole, Qt::ToolTipRole}) texts += cell.data(role).toString();
+        }
+    if (auto* list = qobject_cast<const QPlainTextEdit*>(&widget))
+        for (const QString& line : list->toPlainText().split(QLatin1Char('\n')))
+            if (!line.isEmpty() && !line.at(0).isDigit()) texts += line.trimmed();
     return texts;
 }
 

@@ -1,6 +1,7 @@
 // Findings, suggestions and panels in the real frame, with the real service behind them.
 #include "fakes/Surroundings.h"
 #include "language/Dialects.h"
+#include "pictures/Brackets.h"
 #include "platform/qt/QtDesktop.h"
 #include "shell/assist/QtCompletionList.h"
 #include "shell/frame/frmDocument.h"
@@ -104,6 +105,20 @@ TEST_F(AssistTest, WhatIsWrongIsUnderlinedListedAndGoneTo)
     EXPECT_TRUE(pane.hasFocus());
     panel->close();
     EXPECT_FALSE(program.EditorSettings().ProblemsShown) << "closed by the user";
+}
+
+TEST_F(AssistTest, WhatIsWrongIsSaidInTheUsersLanguage)
+{
+    const Bracketing brackets;
+    Open(kWrong);
+    EXPECT_TRUE(frame.Run(u"Problems"));
+    auto* list = frame.findChild<QDockWidget*>(QStringLiteral("Problems"))->findChild<QTreeView*>();
+    ASSERT_TRUE(Wait([&] { return list->model()->rowCount() > 0; }));
+    const QString said = list->model()->index(0, 0).data().toString();
+    EXPECT_EQ(said, QStringLiteral("[GOSUB to label NOWHERE, which does not exist.]"));
+    EXPECT_TRUE(frame.Run(u"NextProblem"));
+    const auto panels = frame.statusBar()->findChildren<QLabel*>();
+    EXPECT_TRUE(std::ranges::any_of(panels, [&](const QLabel* panel) { return panel->accessibleName() == said; }));
 }
 
 TEST_F(AssistTest, TypingBringsAListThatLeavesReturnToTheText)

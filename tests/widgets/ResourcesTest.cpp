@@ -1,4 +1,5 @@
 #include "platform/qt/QtText.h"
+#include "shell/assist/QtPhrase.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -81,6 +82,18 @@ TEST(Translations, MessagesKeepTheirNamesAndAreWholeOrNotAtAll)
         EXPECT_EQ(translated.has_value(), row.translated != nullptr) << row.message;
         if (translated && row.translated) EXPECT_EQ(*translated, QString::fromUtf8(row.translated));
     }
+}
+
+TEST(Translations, WhatIsSaidOfProgramsTakesTheWordOrderOfTheLanguage)
+{
+    const Phrase where{Wording::LineOf, {Text(u"3"), Text(u"BP %1")}};
+    const Phrase what{Wording::ClosedBefore, {Text(u"THEN"), Text(u"END"), Text(u"NEXT"), where}};
+    const Phrase said{Wording::InPlace, {where, what}};
+    EXPECT_EQ(English(said), u"in line 3 of BP %1: THEN is not closed by END before NEXT in line 3 of BP %1.");
+    const Translations translations{QLocale(QStringLiteral("de_DE"))};
+    EXPECT_EQ(ShownText(said),
+              u"in Zeile 3 von BP %1: THEN ist nicht mit END geschlossen, bevor in Zeile 3 von BP %1 NEXT kommt.");
+    for (const FindingKind& kind : FindingKinds()) EXPECT_NE(ShownHelp(kind), ToQString(kind.help));
 }
 
 } // namespace nib::test::widget_resources_test

@@ -176,6 +176,16 @@ struct ResultsFormTest : testing::Test {
     std::unique_ptr<frmResults> form;
 };
 
+TEST_F(ResultsFormTest, WhatTheProgramSaysIsTranslatedAndWhatItFoundIsNot)
+{
+    const Translations translations{QLocale(QStringLiteral("de_DE"))};
+    Form().ResetResults(u"References to Stopped.");
+    Form().AddResultLine(u"Stopped.", 0, 0, false);
+    Form().AddNote({u"gone", u"Hits: 2. Items with hits: 1 of 3. Files: 1. Time: 0.1 s.", u"Not readable: 1."});
+    EXPECT_EQ(model.Contents(), u"Verwendungen von Stopped.\nStopped. \ngone Treffer: 2. Items mit Treffern: 1 von 3. "
+                                u"Dateien: 1. Zeit: 0.1 s. Nicht lesbar: 1. ");
+}
+
 TEST_F(ResultsFormTest, DoubleClickGoesToTheSource)
 {
     List();

@@ -95,7 +95,7 @@ bool Check(const Request& request)
         return false;
     }
     const std::vector<Finding> findings = BasicChecker(items).Check(*program, request.file, item);
-    for (const Finding& finding : findings) Print(u"Line " + Decimal(finding.line) + u": " + finding.text);
+    for (const Finding& finding : findings) Print(u"Line " + Decimal(finding.line) + u": " + English(finding.text));
     const int32_t lines = program->LineCount();
     if (findings.empty()) Print(Decimal(lines) + (lines == 1 ? u" line" : u" lines") + u" checked, no error found.");
     return findings.empty();

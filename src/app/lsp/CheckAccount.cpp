@@ -69,7 +69,7 @@ private:
         ++count_;
         std::printf("%s %s:%d:%d: %s: %s [%s]\n", ToUtf8(file).c_str(), ToUtf8(item).c_str(), finding.at.start.line + 1,
                     finding.at.start.col + 1, kLevels[static_cast<size_t>(finding.level)],
-                    ToUtf8(finding.message).c_str(), ToUtf8(finding.code).c_str());
+                    ToUtf8(English(finding.message)).c_str(), ToUtf8(finding.code).c_str());
     }
 
     const CheckOptions& options_;

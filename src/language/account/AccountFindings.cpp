@@ -8,11 +8,6 @@ namespace nib {
 
 namespace {
 
-Text Counted(int64_t count, TextView one, TextView many)
-{
-    return Decimal(count) + u" " + Text(count == 1 ? one : many);
-}
-
 /// The routine that a call of the item runs; null when it is none that says what it takes.
 const Routine* EntryOf(const ProgramFacts& program)
 {
@@ -62,22 +57,22 @@ bool Same(const CommonShape& a, const CommonShape& b)
     return a.size() == b.size() && !FirstDifference(a, b);
 }
 
-Text Sized(const Member& member)
+Phrase Sized(const Member& member)
 {
-    if (member.dimensions == 0) return u"no array";
+    if (member.dimensions == 0) return Wording::NoArray;
     Text sizes;
     for (int32_t size : member.sizes) sizes += (sizes.empty() ? u"" : u",") + (size < 0 ? Text(u"?") : Decimal(size));
     return u"(" + sizes + u")";
 }
 
 /// How `shape` differs from `other`, that of `where`.
-Text Difference(const CommonShape& shape, const CommonShape& other, const Text& where)
+Phrase Difference(const CommonShape& shape, const CommonShape& other, const Text& where)
 {
     if (const std::optional<size_t> at = FirstDifference(shape, other))
-        return u"member " + Decimal(static_cast<int64_t>(*at) + 1) + u", " + shape[*at].name + u", is " +
-               Sized(shape[*at]) + u" here and " + Sized(other[*at]) + u" in " + where;
-    return Counted(static_cast<int64_t>(shape.size()), u"member", u"members") + u" here and " +
-           Decimal(static_cast<int64_t>(other.size())) + u" in " + where;
+        return {Wording::MemberDiffers,
+                {Decimal(static_cast<int64_t>(*at) + 1), shape[*at].name, Sized(shape[*at]), Sized(other[*at]), where}};
+    return {shape.size() == 1 ? Wording::OneMember : Wording::Members,
+            {Decimal(static_cast<int64_t>(shape.size())), Decimal(static_cast<int64_t>(other.size())), where}};
 }
 
 Text Shown(const ItemName& name)
@@ -108,7 +103,7 @@ CommonShape UnnamedShape(const ProgramFacts& program)
 
 } // namespace
 
-void AccountFindings::Look::Tell(TextView code, TextRange at, Text message)
+void AccountFindings::Look::Tell(TextView code, TextRange at, Phrase message)
 {
     found.push_back({Text(code), FindingKindOf(code).level, at, std::move(message), {}});
 }
@@ -131,7 +126,7 @@ void AccountFindings::Call(Look& look, const CallSite& call)
     const CallTarget target = catalogue_.Find(call.name, look.name.file);
     // A function may go by another name here than the program that it is.
     if (target.isNowhere && !call.function)
-        look.Tell(finding_code::kUnknownCall, call.at, u"There is no subroutine " + call.name + u" in this account.");
+        look.Tell(finding_code::kUnknownCall, call.at, {Wording::NoSubroutine, {call.name}});
     // Which of several it is stands in a catalogue that is not known here.
     std::optional<size_t> takes;
     bool fewer = false;
@@ -155,8 +150,8 @@ void AccountFindings::Count(Look& look, const CallSite& call, size_t takes, bool
     const auto given = static_cast<size_t>(call.arguments);
     if (takes == given || (fewer && given < takes)) return;
     look.Tell(finding_code::kArgumentCount, call.at,
-              call.name + u" takes " + Counted(static_cast<int64_t>(takes), u"argument", u"arguments") +
-                  u", and here it is given " + Decimal(call.arguments) + u".");
+              {takes == 1 ? Wording::TakesOneHere : Wording::TakesHere,
+               {call.name, Decimal(static_cast<int64_t>(takes)), Decimal(call.arguments)}});
 }
 
 /// The area without a name is that of the caller: a subroutine may know less of it, but nothing else of it.
@@ -167,7 +162,7 @@ void AccountFindings::UnnamedCommon(Look& look, const CallSite& call, const Item
     const CommonShape other = UnnamedShape(callee);
     if (mine.empty() || (other.size() <= mine.size() && !FirstDifference(mine, other))) return;
     look.Tell(finding_code::kCommonShape, call.at,
-              u"COMMON differs: " + Difference(mine, other, Shown(calleeName)) + u".");
+              {Wording::CommonDiffers, {Difference(mine, other, Shown(calleeName))}});
 }
 
 /// Told where it differs from what most programs of the account say; where there is no such shape, at each.
@@ -197,7 +192,7 @@ void AccountFindings::NamedCommon(Look& look, const CommonBlock& block)
                                        [](const Kind& a, const Kind& b) { return a.programs < b.programs; });
     if (most == kinds.end() || most->programs < kinds.front().programs) return;
     look.Tell(finding_code::kCommonShape, block.at,
-              u"COMMON /" + block.name + u"/ differs: " + Difference(mine, most->shape, Shown(most->where)) + u".");
+              {Wording::NamedCommonDiffers, {block.name, Difference(mine, most->shape, Shown(most->where))}});
 }
 
 } // namespace nib

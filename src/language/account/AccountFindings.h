@@ -26,7 +26,7 @@ private:
         const ItemName& name;
         std::vector<ProgramFinding> found;
 
-        void Tell(TextView code, TextRange at, Text message);
+        void Tell(TextView code, TextRange at, Phrase message);
     };
 
     static void Count(Look& look, const CallSite& call, size_t takes, bool fewer);

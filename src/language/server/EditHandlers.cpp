@@ -117,9 +117,9 @@ Json CodeActions(Workspace& workspace, const Json& params)
             Json edits = Json::array();
             for (const QuickMend::Edit& edit : mend.edits)
                 edits.push_back(EditOf(open.text.Write(edit.range), edit.text));
-            actions.push_back(ActionOf(workspace, open, finding, mend.caption, std::move(edits)));
+            actions.push_back(ActionOf(workspace, open, finding, English(mend.caption), std::move(edits)));
         }
-        const Text title = u"Silence " + finding.code + u" here";
+        const Text title = English({Wording::SilenceHere, {finding.code}});
         actions.push_back(ActionOf(workspace, open, finding, title, Json::array({SilencingEdit(open, finding)})));
     }
     return actions;

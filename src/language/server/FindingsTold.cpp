@@ -24,7 +24,7 @@ Json DiagnosticOf(const ClientText& text, const ProgramFinding& finding)
               {"severity", kSeverities[static_cast<size_t>(finding.level)]},
               {"code", ToJson(finding.code)},
               {"source", "nib"},
-              {"message", ToJson(finding.message)}};
+              {"message", ToJson(English(finding.message))}};
     if (std::find(std::begin(kUnused), std::end(kUnused), finding.code) != std::end(kUnused))
         told["tags"] = Json::array({kUnnecessary});
     return told;

@@ -96,6 +96,13 @@ std::optional<QString> TranslatedMessage(const QString& text)
     return std::nullopt;
 }
 
+QString TranslatedText(TextView text)
+{
+    const QString plain = ToQString(text);
+    const QString caption = Translated(text);
+    return caption == plain ? TranslatedMessage(plain).value_or(plain) : caption;
+}
+
 Translations::Translations(const QLocale& locale)
 {
     LoadTranslationsResource();

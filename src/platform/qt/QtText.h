@@ -42,6 +42,8 @@ QColor ToColor(TextView name);
 QString Translated(TextView text);
 /// The same for a message with names and numbers in it; nothing where it, or a message in it, cannot be translated.
 std::optional<QString> TranslatedMessage(const QString& text);
+/// Of a text that may be of either kind.
+QString TranslatedText(TextView text);
 
 /// The user's language for the texts of the program that may be translated, and for Qt's own dialogs. In force while it
 /// lives, for windows that are made afterwards.

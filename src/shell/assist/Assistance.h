@@ -86,7 +86,7 @@ public:
         return true;
     }
     /// Takes the user there, and says why in the status bar.
-    void GoTo(int32_t documentId, Position at, TextView why);
+    void GoTo(int32_t documentId, Position at, const Phrase& why);
     /// From the caret of the active document.
     void GoToFinding(int32_t documentId, bool backward);
     /// The open document of a path that an answer names; null when none is open.
@@ -94,6 +94,8 @@ public:
 
     /// The account whose items are known before one of them is open; that of the present place without it.
     std::function<Location()> usualPlace;
+    /// What is said of programs, in the user's language.
+    std::function<Text(const Phrase&)> said = English;
     /// The findings or the marks of a document are others.
     std::function<void(int32_t documentId)> FindingsChanged;
     /// They have moved with its text.

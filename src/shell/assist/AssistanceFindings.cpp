@@ -40,7 +40,7 @@ void Assistance::SetShown(Followed& followed, std::vector<ProgramFinding> findin
     if (FindingsChanged) FindingsChanged(followed.id);
 }
 
-void Assistance::GoTo(int32_t documentId, Position at, TextView why)
+void Assistance::GoTo(int32_t documentId, Position at, const Phrase& why)
 {
     const auto document = services_.openDocuments.ById(documentId);
     if (!document || !document->View()) return;
@@ -48,7 +48,7 @@ void Assistance::GoTo(int32_t documentId, Position at, TextView why)
         services_.shell.RecordPosition(*from);
     document->View()->txtText().SetCaret(at);
     document->Activate();
-    services_.frame.SetStatusText(1, why);
+    services_.frame.SetStatusText(1, said(why));
 }
 
 void Assistance::GoToFinding(int32_t documentId, bool backward)
@@ -72,7 +72,7 @@ std::vector<QuickMend> Assistance::Mends(const mvDocument& document, int32_t lin
         const Text text = document.View()->txtText().Document().GetLine(first);
         const Text indent(std::min(text.find_first_not_of(u' '), text.size()), u' ');
         const Text comment = indent + u"* nib: ignore " + finding.code + u"\r\n";
-        QuickMend silence{u"Silence " + finding.code + u" here", {{{{0, first}, {0, first}}, comment}}};
+        QuickMend silence{{Wording::SilenceHere, {finding.code}}, {{{{0, first}, {0, first}}, comment}}};
         const auto same = [&](const QuickMend& known) { return known.caption == silence.caption; };
         if (std::none_of(silences.begin(), silences.end(), same)) silences.push_back(std::move(silence));
     }

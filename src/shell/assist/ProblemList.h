@@ -18,7 +18,7 @@ public:
         Text document;
         FindingLevel level = FindingLevel::Warning;
         Position at;
-        Text message;
+        Phrase message;
         friend bool operator==(const Row&, const Row&) = default;
     };
 

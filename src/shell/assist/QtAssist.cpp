@@ -2,6 +2,7 @@
 
 #include "documents/mvDocument.h"
 #include "shell/assist/QtPaneHelp.h"
+#include "shell/assist/QtPhrase.h"
 #include "shell/assist/frmOutline.h"
 #include "shell/assist/frmProblems.h"
 #include "shell/assist/frmQuickOpen.h"
@@ -24,6 +25,7 @@ QtAssist::QtAssist(Assistance& assistance, NameCommands& names, DocumentServices
     : assistance_(assistance), names_(names), services_(services), window_(window),
       problems_(new frmProblems(assistance, &window)), outline_(new frmOutline(assistance, services, &window))
 {
+    assistance_.said = ShownText;
     assistance_.FindingsChanged = [this](int32_t documentId) { FindingsChanged(documentId); };
     assistance_.FindingsMoved = [this] { problems_->FindingsChanged(); };
     assistance_.TextTold = [this](int32_t documentId) {
@@ -48,6 +50,7 @@ QtAssist::QtAssist(Assistance& assistance, NameCommands& names, DocumentServices
 
 QtAssist::~QtAssist()
 {
+    assistance_.said = English;
     assistance_.FindingsChanged = nullptr;
     assistance_.FindingsMoved = nullptr;
     assistance_.TextTold = nullptr;

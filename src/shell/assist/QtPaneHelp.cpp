@@ -1,9 +1,9 @@
 #include "shell/assist/QtPaneHelp.h"
 
 #include "documents/mvDocument.h"
-#include "language/FindingCodes.h"
 #include "platform/qt/QtText.h"
 #include "shell/assist/QtCompletionList.h"
+#include "shell/assist/QtPhrase.h"
 #include "text/widget/SourceViewWidget.h"
 
 #include <QKeyEvent>
@@ -252,9 +252,9 @@ void QtPaneHelp::AskHover()
 
 namespace {
 
-QString Strong(const Text& message)
+QString Strong(const QString& message)
 {
-    return QStringLiteral("<div><b>") + ToQString(message).toHtmlEscaped() + QStringLiteral("</b></div>");
+    return QStringLiteral("<div><b>") + message.toHtmlEscaped() + QStringLiteral("</b></div>");
 }
 
 } // namespace
@@ -264,7 +264,7 @@ QString QtPaneHelp::MarksHtml(int32_t line) const
 {
     QString html;
     for (const CompileMark& mark : assistance_.Marks(documentId_))
-        if (mark.line == line) html += Strong(mark.message);
+        if (mark.line == line) html += Strong(ToQString(mark.message));
     return html;
 }
 
@@ -272,7 +272,7 @@ QString QtPaneHelp::LineHtml(int32_t line) const
 {
     QString html = MarksHtml(line);
     for (const ProgramFinding& finding : assistance_.Findings(documentId_))
-        if (finding.at.start.line == line) html += Strong(finding.message);
+        if (finding.at.start.line == line) html += Strong(Shown(finding.message));
     return html;
 }
 
@@ -281,10 +281,10 @@ void QtPaneHelp::ShowHover(Position at, const std::optional<HoverText>& hover, Q
     QString html = MarksHtml(at.line);
     for (const ProgramFinding& finding : assistance_.Findings(documentId_)) {
         if (at < finding.at.start || finding.at.end < at) continue;
-        html += Strong(finding.message);
+        html += Strong(Shown(finding.message));
         const FindingKind& kind = FindingKindOf(finding.code);
         if (kind.code == finding.code)
-            html += QStringLiteral("<div>") + ToQString(kind.help).toHtmlEscaped() + QStringLiteral("</div>");
+            html += QStringLiteral("<div>") + ShownHelp(kind).toHtmlEscaped() + QStringLiteral("</div>");
         if (!finding.mends.empty())
             html += QStringLiteral("<div><i>") + tr("Alt+Return offers to mend it.") + QStringLiteral("</i></div>");
     }
@@ -310,7 +310,7 @@ void QtPaneHelp::ShowMends()
     menu.setWindowTitle(tr("Quick Mends"));
     const std::vector<QuickMend> mends = assistance_.Mends(*document, pane_.Model().CaretLine());
     for (size_t i = 0; i < mends.size(); ++i)
-        menu.addAction(ToQString(DoubleAmpersands(mends[i].caption)))->setData(static_cast<int>(i));
+        menu.addAction(ToQString(DoubleAmpersands(ShownText(mends[i].caption))))->setData(static_cast<int>(i));
     if (mends.empty()) return services_.frame.SetStatusText(1, u"There is nothing here that can be mended so.");
     menu.setActiveAction(menu.actions().front());
     const QAction* chosen = menu.exec(CellAt(pane_.Model().Caret()).bottomLeft());

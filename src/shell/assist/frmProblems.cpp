@@ -1,6 +1,7 @@
 #include "shell/assist/frmProblems.h"
 
 #include "platform/qt/QtText.h"
+#include "shell/assist/QtPhrase.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -77,12 +78,12 @@ public:
         const bool message = at.column() == 0;
         if (role == Qt::TextAlignmentRole) return Alignment(at.column());
         if (role == Qt::DecorationRole && message) return LevelIcon(row.level);
-        if (role == Qt::ToolTipRole) return ToQString(row.message);
+        if (role == Qt::ToolTipRole) return Shown(row.message);
         if (role == Qt::AccessibleTextRole && message)
-            return tr(RowOf(row.level).name) + QStringLiteral(": ") + ToQString(row.message);
+            return tr(RowOf(row.level).name) + QStringLiteral(": ") + Shown(row.message);
         if (role != Qt::DisplayRole) return {};
         if (at.column() == 1) return ToQString(row.document);
-        return message ? ToQString(row.message) : QString::number(row.at.line + 1);
+        return message ? Shown(row.message) : QString::number(row.at.line + 1);
     }
 
 private:

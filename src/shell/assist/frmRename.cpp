@@ -90,7 +90,8 @@ void frmRename::ShowPreview()
     for (const int column : {0, 1}) places_->resizeColumnToContents(column);
     const bool same = ToText(name_->text().trimmed()) == oldName_;
     ok_->setEnabled(!preview_.rows.empty() && !same && preview_.refusal.empty());
-    note_->setText(preview_.refusal.empty() ? tr("Places: %1").arg(preview_.rows.size()) : ToQString(preview_.refusal));
+    note_->setText(preview_.refusal.empty() ? tr("Places: %1").arg(preview_.rows.size())
+                                            : TranslatedText(preview_.refusal));
 }
 
 void frmRename::TakeChoices()

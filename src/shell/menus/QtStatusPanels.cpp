@@ -167,16 +167,6 @@ void QtStatusPanel::changeEvent(QEvent* event)
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) updateGeometry();
 }
 
-namespace {
-
-/// What the program says in a panel, names and numbers in it as they are.
-QString Shown(TextView text)
-{
-    return TranslatedMessage(ToQString(text)).value_or(Translated(text));
-}
-
-} // namespace
-
 void QtStatusPanels::Add(const MenuTool& panel)
 {
     auto* shown = new QtStatusPanel(&bar_);
@@ -210,7 +200,7 @@ void QtStatusPanels::Change(const MenuTool& panel)
     if (found == panels_.end()) return;
     QtStatusPanel& shown = *found->second;
     const bool opens = !panel.tag.empty();
-    const QString caption = opens ? Translated(panel.caption) : Shown(panel.caption);
+    const QString caption = opens ? Translated(panel.caption) : TranslatedText(panel.caption);
     shown.Show(caption);
     // Without a text of its own a screen reader would read nothing, and "LF" alone says little.
     if (opens) {
@@ -221,7 +211,7 @@ void QtStatusPanels::Change(const MenuTool& panel)
     }
     const bool stretches = shown.sizePolicy().horizontalPolicy() == QSizePolicy::Ignored;
     if (!stretches) {
-        shown.MakeRoom(Shown(panel.minText));
+        shown.MakeRoom(TranslatedText(panel.minText));
         shown.MakeRoom(caption);
     }
     shown.setVisible(panel.visible && (stretches || !panel.caption.empty() || !panel.minText.empty()));

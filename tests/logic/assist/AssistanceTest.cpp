@@ -80,7 +80,7 @@ TEST_F(AssistanceTest, TheNextProblemIsFoundRoundAllDocuments)
     first->Activate();
     View(*first).SetCaret({0, 0});
     EXPECT_EQ(go(false), std::pair(first->Path(), FindingsOf(first).front().at.start.line));
-    EXPECT_EQ(window.status[1], FindingsOf(first).front().message);
+    EXPECT_EQ(window.status[1], English(FindingsOf(first).front().message));
     for (size_t i = 1; i < count; ++i) EXPECT_EQ(go(false).first, first->Path());
     EXPECT_EQ(go(false).first, last->Path());
     EXPECT_EQ(go(true).first, first->Path()) << "back from the first one there";
@@ -121,7 +121,7 @@ TEST_F(AssistanceTest, AFindingCanBeSilencedWhereItIs)
     EXPECT_TRUE(assist.Mends(*document, 0).empty());
     const std::vector<QuickMend> mends = assist.Mends(*document, kGosub);
     ASSERT_FALSE(mends.empty());
-    EXPECT_EQ(mends.back().caption, u"Silence missing-label here");
+    EXPECT_EQ(English(mends.back().caption), u"Silence missing-label here");
     program.Names().Mend(*document, mends.back());
     EXPECT_EQ(View(*document).Document().GetLine(1), u"      * nib: ignore missing-label");
     EXPECT_TRUE(Wait([&] { return !AnyIn(FindingsOf(document), kGosub + 1); }));
@@ -206,7 +206,7 @@ TEST_F(NameCommandsTest, WhatStandsThereByNowIsNotOverwritten)
 TEST_F(NameCommandsTest, AMendIsOneStepOfUndo)
 {
     auto document = Open(kMain, u"A\r\nB");
-    QuickMend mend{u"mend", {{{{0, 0}, {0, 0}}, u"X = 1\r\n"}, {{{0, 1}, {1, 1}}, u"C"}}};
+    QuickMend mend{{}, {{{{0, 0}, {0, 0}}, u"X = 1\r\n"}, {{{0, 1}, {1, 1}}, u"C"}}};
     names.Mend(*document, mend);
     EXPECT_EQ(document->GetText(), u"X = 1\r\nA\r\nC");
     document->Undo();

@@ -68,7 +68,7 @@ TEST(FollowedTextTest, WhatIsToldIsTheTextHoweverItWasEdited)
 
 ProgramFinding Finding(const char16_t* code, Position at)
 {
-    return {code, FindingLevel::Warning, {at, {at.col + 1, at.line}}, u"", {}};
+    return {code, FindingLevel::Warning, {at, {at.col + 1, at.line}}, {}, {}};
 }
 
 TEST(FollowedTextTest, FindingsMoveWithTheTextAndLoseTheirMends)
@@ -77,7 +77,7 @@ TEST(FollowedTextTest, FindingsMoveWithTheTextAndLoseTheirMends)
     text.SetText(u"one\r\ntwo\r\nthree");
     FollowedText followed(text, [] {});
     ProgramFinding finding = Finding(u"x", {1, 1});
-    finding.mends.push_back({u"mend", {}});
+    finding.mends.emplace_back();
     followed.SetFindings({Finding(u"a", {0, 0}), finding});
     text.InsertText({0, 1}, u"new\r\n");
     EXPECT_EQ(followed.Findings()[0].at.start, (Position{0, 0}));

@@ -45,7 +45,7 @@ Text Findings(TextView program)
     const ProgramText text(nullptr, LinesOfProgram(program));
     Text all;
     for (const Finding& finding : BasicChecker(items).Check(text, u"BP", u"MAIN"))
-        all += Decimal(finding.line) + u": " + finding.text + u"\n";
+        all += Decimal(finding.line) + u": " + English(finding.text) + u"\n";
     return all;
 }
 

@@ -39,7 +39,8 @@ Text Dump(const ProgramFacts& program)
     for (const CommonBlock& common : program.commons)
         add({common.name, Decimal(static_cast<int64_t>(common.members.size()))});
     for (const OutlineEntry& entry : program.outline) add({entry.name, At(entry.at), Decimal(entry.last)});
-    for (const ProgramFinding& finding : program.findings) add({finding.code, At(finding.at), finding.message});
+    for (const ProgramFinding& finding : program.findings)
+        add({finding.code, At(finding.at), English(finding.message)});
     for (const TextRange& block : program.blocks) add({At(block), Decimal(block.end.line)});
     return all;
 }
