@@ -38,7 +38,11 @@ frmCompare::frmCompare(DocumentServices& services, SettingsStore& store,
     Build();
     model_.onChange = [this] { Show(); };
     model_.onEdit = [this] { view_->Edited(); };
-    view_->onMove = [this] { ShowState(); };
+    view_->onMove = [this, side = view_->Side()]() mutable {
+        ShowState();
+        if (std::exchange(side, view_->Side()) == view_->Side()) return;
+        if (onSide) onSide();
+    };
     view_->onOpen = [this](Beside side, int32_t line) { Open(side, line); };
     connect(&timer_, &QTimer::timeout, this, [this] { Ring(); });
     timer_.start(kPace);

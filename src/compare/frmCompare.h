@@ -26,6 +26,8 @@ public:
     /// Compares once more, with what is stored now, or with what was read in place of the text on the left.
     void Again(std::optional<CompareText> left = std::nullopt);
 
+    /// The other side is the chosen one.
+    std::function<void()> onSide;
     /// The document is to be saved.
     std::function<void(mvDocument& document)> onSave;
 
