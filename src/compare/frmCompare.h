@@ -55,6 +55,7 @@ private:
     CompareModel model_;
     QtCompareView* view_ = nullptr; ///< the widgets are Qt's
     QBoxLayout* bar_ = nullptr;
+    QWidget* options_ = nullptr; ///< the second part of the bar
     std::array<QLabel*, 2> captions_{};
     QLabel* lbState_ = nullptr;
     QLabel* lbNote_ = nullptr;

@@ -203,6 +203,9 @@ void frmHistory::ShowWhyNone()
 {
     const auto why = list_.WhyNone();
     whyNone_->setVisible(why.has_value());
+    // On small screens a sentence needs the room of what is good for nothing meanwhile.
+    for (QWidget* other : std::initializer_list<QWidget*>{view_->header(), bringBack_, compareButton_})
+        other->setVisible(!why);
     if (!why) return;
     const QString text = tr(kWhyNone[static_cast<size_t>(*why)]);
     whyNone_->setText(why == NoVersions::Unreadable ? text.arg(ToQString(list_.Fault())) : text);
