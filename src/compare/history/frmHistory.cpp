@@ -8,6 +8,7 @@
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
@@ -110,9 +111,27 @@ private:
     int count_ = 0;
 };
 
+/// F2 writes the message of a version, in whichever column the cell with the focus is; the frame knows the key too.
+class frmHistory::View final : public QTreeView {
+protected:
+    bool event(QEvent* event) override
+    {
+        const bool asked = event->type() == QEvent::ShortcutOverride;
+        if (asked && static_cast<QKeyEvent*>(event)->keyCombination() == QKeyCombination(Qt::Key_F2)) {
+            event->accept();
+            return true;
+        }
+        return QTreeView::event(event);
+    }
+    bool edit(const QModelIndex& at, EditTrigger trigger, QEvent* event) override
+    {
+        return QTreeView::edit(trigger == EditKeyPressed ? at.siblingAtColumn(kMessage) : at, trigger, event);
+    }
+};
+
 frmHistory::frmHistory(ItemHistory& history, DocumentServices& services, QtCompareWindows& compare, QWidget* window)
     : QDockWidget(tr("History"), window), list_(history, services), compare_(compare), model_(new Model(list_, this)),
-      view_(new QTreeView), whyNone_(new QLabel(view_->viewport())), bringBack_(new QPushButton(tr("Bring Back"))),
+      view_(new View), whyNone_(new QLabel(view_->viewport())), bringBack_(new QPushButton(tr("Bring Back"))),
       compareButton_(new QPushButton(tr("Compare")))
 {
     setObjectName(QStringLiteral("History"));
