@@ -68,6 +68,7 @@ Program::Program(const ProgramPorts& ports, StartMode mode)
 {
     versions_.Trouble = [this](const Text& why) { Trouble(kNoVersions, why); };
     assistance_.StateChanged = [this] { StateChanged(); };
+    assistance_.HelpWanted = [this] { Forms().Show(Form::HelpTopics, nullptr); };
     assistance_.usualPlace = [this] { return files_.PlaceOfOldEntries(); };
     services_.dialects = ports_.dialects;
     ports_.store.TellTrouble([this](TextView why) { Trouble(kNoSettings, why); });

@@ -121,6 +121,34 @@ TEST_F(AssistTest, WhatIsWrongIsSaidInTheUsersLanguage)
     EXPECT_TRUE(std::ranges::any_of(panels, [&](const QLabel* panel) { return panel->accessibleName() == said; }));
 }
 
+TEST_F(AssistTest, F1HelpsOnWhatIsAtTheCaretAndElseShowsThePages)
+{
+    SourceViewWidget& pane = Open(kWrong);
+    ASSERT_TRUE(Wait([&] { return !pane.ShownUnderlines().empty(); }));
+    const auto tip = [&] {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (dynamic_cast<QtTip*>(window) && window->isVisible()) return window->findChild<QLabel*>()->text();
+        return QString();
+    };
+    const auto pages = [&] { return std::count(journal.lines.begin(), journal.lines.end(), u"help"); };
+    const struct {
+        Position caret;
+        const char* says; ///< null: the pages come
+    } kPlaces[] = {{{8, 2}, "PRINT"}, {{11, 2}, "PRINT"}, {{14, 1}, "NOWHERE"}, {{0, 0}, nullptr}};
+    for (const auto& place : kPlaces) {
+        pane.Model().SetCaret(place.caret);
+        const auto before = pages();
+        Key(Qt::Key_F1);
+        EXPECT_TRUE(Wait([&] { return !tip().isEmpty() || pages() > before; }));
+        EXPECT_EQ(pages() > before, !place.says) << place.caret.line;
+        if (!place.says) continue;
+        EXPECT_TRUE(tip().contains(QLatin1String(place.says))) << tip().toStdString();
+        Key(Qt::Key_F1);
+        EXPECT_EQ(pages(), before + 1) << "asked twice";
+        EXPECT_TRUE(tip().isEmpty());
+    }
+}
+
 TEST_F(AssistTest, TypingBringsAListThatLeavesReturnToTheText)
 {
     SourceViewWidget& pane = Open(kWrong);

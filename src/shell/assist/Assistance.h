@@ -106,6 +106,8 @@ public:
     std::function<void(AssistForm form, mvDocument* document)> Show;
     /// The settings want other panels.
     std::function<void()> PanelsChanged;
+    /// There is none on what the user asks about, but there are pages.
+    std::function<void()> HelpWanted;
     /// Commands have to be drawn afresh.
     std::function<void()> StateChanged;
 

@@ -90,6 +90,7 @@ bool QtPaneHelp::TakesKey(const QKeyEvent& event)
 {
     const bool plain = !(event.modifiers() & ~Qt::KeypadModifier);
     if (!plain) return false;
+    if (event.key() == Qt::Key_F1) return AskHelp(), true;
     if (!model_.IsOpen()) {
         if (event.key() != Qt::Key_Escape || !tip_ || !tip_->isVisible()) return false;
         tip_->hide();
@@ -222,9 +223,14 @@ void QtPaneHelp::ShowSignature(const SignatureHelp& help)
     const auto active = static_cast<size_t>(help.active);
     const auto [from, to] =
         active < help.parameters.size() ? help.parameters[active] : std::pair<int32_t, int32_t>(0, 0);
+    ShowAtCaret(HelpHtml(help.form, help.help, from, to));
+}
+
+void QtPaneHelp::ShowAtCaret(const QString& html)
+{
     if (!tip_) tip_ = new QtTip(&pane_);
     tip_->setFont(CodeFont());
-    tip_->ShowAbove(HelpHtml(help.form, help.help, from, to), CellAt(pane_.Model().Caret()));
+    tip_->ShowAbove(html, CellAt(pane_.Model().Caret()));
 }
 
 // What the mouse points at
@@ -276,7 +282,31 @@ QString QtPaneHelp::LineHtml(int32_t line) const
     return html;
 }
 
+void QtPaneHelp::AskHelp()
+{
+    const bool again = tip_ && tip_->isVisible();
+    CloseAll();
+    const auto document = Document();
+    const Position at = pane_.Model().Caret();
+    const auto show = [self = QPointer<QtPaneHelp>(this), at](const std::optional<HoverText>& hover) {
+        if (!self || self->pane_.Model().Caret() != at) return;
+        const QString html = self->PlaceHtml(at, hover);
+        if (!html.isEmpty())
+            self->ShowAtCaret(html);
+        else if (self->assistance_.HelpWanted)
+            self->assistance_.HelpWanted();
+    };
+    const auto ask = [at](LanguageService& service, const Text& path) { return service.Hover(path, at); };
+    if (again && assistance_.HelpWanted) return assistance_.HelpWanted();
+    if (!document || !assistance_.Ask(*document, ask, show)) show(std::nullopt);
+}
+
 void QtPaneHelp::ShowHover(Position at, const std::optional<HoverText>& hover, QPoint point)
+{
+    ShowTip(PlaceHtml(at, hover), point, pane_.CellOf(at).toAlignedRect());
+}
+
+QString QtPaneHelp::PlaceHtml(Position at, const std::optional<HoverText>& hover) const
 {
     QString html = MarksHtml(at.line);
     for (const ProgramFinding& finding : assistance_.Findings(documentId_)) {
@@ -292,7 +322,7 @@ void QtPaneHelp::ShowHover(Position at, const std::optional<HoverText>& hover, Q
         if (!html.isEmpty()) html += QStringLiteral("<hr>");
         html += HelpHtml(hover->form, hover->help);
     }
-    ShowTip(html, point, pane_.CellOf(at).toAlignedRect());
+    return html;
 }
 
 void QtPaneHelp::ShowTip(const QString& html, QPoint point, const QRect& place)

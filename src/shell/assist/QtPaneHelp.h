@@ -47,6 +47,11 @@ private:
     void AskSignature();
     void ShowSignature(const SignatureHelp& help);
     void AskHover();
+    /// On what is at the caret, or else the help pages.
+    void AskHelp();
+    /// What is wrong at a place, and what is known of it.
+    QString PlaceHtml(Position at, const std::optional<HoverText>& hover) const;
+    void ShowAtCaret(const QString& html);
     void ShowHover(Position at, const std::optional<HoverText>& hover, QPoint point);
     QString MarksHtml(int32_t line) const;
     /// All that is wrong in a line.

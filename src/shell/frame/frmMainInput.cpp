@@ -93,6 +93,13 @@ void frmMain::ShiftLines(TextView command, bool outwards)
         form->ShiftLines(outwards);
 }
 
+/// Where nobody else has taken it; with a document open the menu leaves the key to the text.
+void frmMain::keyPressEvent(QKeyEvent* event)
+{
+    if (event->keyCombination() != QKeyCombination(Qt::Key_F1)) return QMainWindow::keyPressEvent(event);
+    Run(u"HelpTopics");
+}
+
 // Focus
 
 bool frmMain::IsStuck(const QWidget* focus) const
