@@ -270,6 +270,26 @@ TEST(HelpWindowTest, SearchAndWays)
     EXPECT_FALSE(help.isVisible());
 }
 
+TEST(HelpWindowTest, SpeaksTheLanguageOfTheProgram)
+{
+    const auto contents = [](HelpWindow& help) { return help.findChild<QTreeWidget*>()->currentItem(); };
+    const Translations german{QLocale(QStringLiteral("de_AT"))};
+    HelpWindow help;
+    help.ShowHelp(u"NavBack");
+    auto* browser = help.findChild<QTextBrowser*>();
+    EXPECT_EQ(browser->source().toString(), QStringLiteral("qrc:/help/de/goto.html#NavBack"));
+    EXPECT_EQ(contents(help)->text(0), QStringLiteral("Gehe zu, vor und zur\u00fcck"));
+    EXPECT_EQ(contents(help)->parent()->text(0), QStringLiteral("Arbeiten mit Texten"));
+    QLineEdit* search = help.findChild<QLineEdit*>();
+    search->setText(QStringLiteral("lesezeichen bleiben"));
+    QMetaObject::invokeMethod(search, "returnPressed");
+    EXPECT_EQ(browser->source().toString(), QStringLiteral("qrc:/help/de/bookmarks.html"));
+    const Bracketing noPages;
+    HelpWindow bare;
+    bare.ShowHelp(u"NavBack");
+    EXPECT_EQ(contents(bare)->text(0), QStringLiteral("Go to and history"));
+}
+
 TEST(AboutBoxTest, NamesVersionsAndLicences)
 {
     WhenModal([](QWidget& dialog) {
