@@ -237,13 +237,14 @@ void HelpWindow::changeEvent(QEvent* event)
 
 void HelpWindow::ApplyColors()
 {
-    const auto color = [this](QPalette::ColorRole role) { return palette().color(role).name(); };
-    // Dark palettes often leave the link colour of a light one.
-    const QColor link = Legible(palette().color(QPalette::Link), palette().color(QPalette::Base));
+    // Dark palettes often leave the link colour and the other ground of a light one.
+    const QColor base = palette().color(QPalette::Base);
+    const QColor link = Legible(palette().color(QPalette::Link), base);
+    const QColor head = Legible(base, base, 1.1);
     browser_->document()->setDefaultStyleSheet(
         QStringLiteral("a { color: %1; } th { background-color: %2; text-align: left; }"
                        "h1 { font-size: x-large; } h2 { font-size: large; } table { margin-top: 8px; }")
-            .arg(link.name(), color(QPalette::AlternateBase)));
+            .arg(link.name(), head.name()));
     if (browser_->source().isEmpty()) return;
     const int scrolled = browser_->verticalScrollBar()->value();
     browser_->reload();
