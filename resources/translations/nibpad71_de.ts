@@ -306,6 +306,14 @@ Qt %2</translation>
     </message>
 </context>
 <context>
+    <name>HelpPages</name>
+    <message>
+        <source>help</source>
+        <extracomment>Where the help in this language stands, such as help/de; help itself where there is none.</extracomment>
+        <translation>help/de</translation>
+    </message>
+</context>
+<context>
     <name>HelpWindow</name>
     <message>
         <source>Nib Help</source>
@@ -1788,6 +1796,22 @@ Qt %2</translation>
     <message>
         <source>Mega&amp;bytes, 0: any</source>
         <translation>&amp;Megabyte, 0: beliebig</translation>
+    </message>
+    <message>
+        <source>Getting started</source>
+        <translation>Einstieg</translation>
+    </message>
+    <message>
+        <source>Working with text</source>
+        <translation>Arbeiten mit Texten</translation>
+    </message>
+    <message>
+        <source>Working with programs</source>
+        <translation>Arbeiten mit Programmen</translation>
+    </message>
+    <message>
+        <source>Reference</source>
+        <translation>Nachschlagen</translation>
     </message>
 </context>
 <context>

@@ -215,7 +215,7 @@ TEST(MessageBoxTest, OwnerAboveAllOthersStepsDown)
     EXPECT_TRUE(owner.isVisible());
 }
 
-TEST(HelpWindowTest, LinksCanBeReadOnEveryPalette)
+TEST(HelpWindowTest, LinksAndHeadsCanBeReadOnEveryPalette)
 {
     for (const auto& [base, link] : {std::pair(QColor(0x3D, 0x3D, 0x3D), QColor(0x00, 0x86, 0xC9)),
                                      {QColor(0x10, 0x10, 0x10), QColor(0x00, 0x00, 0xFF)},
@@ -224,6 +224,8 @@ TEST(HelpWindowTest, LinksCanBeReadOnEveryPalette)
         HelpWindow help;
         QPalette palette = help.palette();
         palette.setColor(QPalette::Base, base);
+        palette.setColor(QPalette::Text, base == Qt::white ? Qt::black : Qt::white);
+        palette.setColor(QPalette::AlternateBase, Qt::white);
         palette.setColor(QPalette::Link, link);
         help.setPalette(palette);
         QCoreApplication::processEvents();
@@ -238,6 +240,12 @@ TEST(HelpWindowTest, LinksCanBeReadOnEveryPalette)
             }
         }
         EXPECT_GT(links, 5);
+        help.ShowHelp(u"keys.html");
+        const auto* table = qobject_cast<QTextTable*>(page->rootFrame()->childFrames().value(0));
+        ASSERT_TRUE(table);
+        const QColor head = table->cellAt(0, 0).format().background().color();
+        EXPECT_NE(head, base);
+        EXPECT_GE(Contrast(palette.color(QPalette::Text), head), 4.5) << base.name().toStdString();
     }
 }
 
@@ -268,6 +276,26 @@ TEST(HelpWindowTest, SearchAndWays)
     EXPECT_EQ(browser->source().fileName(), QStringLiteral("index.html"));
     Key(Qt::Key_Escape);
     EXPECT_FALSE(help.isVisible());
+}
+
+TEST(HelpWindowTest, SpeaksTheLanguageOfTheProgram)
+{
+    const auto contents = [](HelpWindow& help) { return help.findChild<QTreeWidget*>()->currentItem(); };
+    const Translations german{QLocale(QStringLiteral("de_AT"))};
+    HelpWindow help;
+    help.ShowHelp(u"NavBack");
+    auto* browser = help.findChild<QTextBrowser*>();
+    EXPECT_EQ(browser->source().toString(), QStringLiteral("qrc:/help/de/goto.html#NavBack"));
+    EXPECT_EQ(contents(help)->text(0), QStringLiteral("Gehe zu, vor und zur\u00fcck"));
+    EXPECT_EQ(contents(help)->parent()->text(0), QStringLiteral("Arbeiten mit Texten"));
+    QLineEdit* search = help.findChild<QLineEdit*>();
+    search->setText(QStringLiteral("lesezeichen bleiben"));
+    QMetaObject::invokeMethod(search, "returnPressed");
+    EXPECT_EQ(browser->source().toString(), QStringLiteral("qrc:/help/de/bookmarks.html"));
+    const Bracketing noPages;
+    HelpWindow bare;
+    bare.ShowHelp(u"NavBack");
+    EXPECT_EQ(contents(bare)->text(0), QStringLiteral("Go to and history"));
 }
 
 TEST(AboutBoxTest, NamesVersionsAndLicences)

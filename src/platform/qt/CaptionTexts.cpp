@@ -373,6 +373,11 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Logic", "Export"),
     QT_TRANSLATE_NOOP("Logic", "Find"),
     QT_TRANSLATE_NOOP("Logic", "Replace"),
+    // contents of the help
+    QT_TRANSLATE_NOOP("Logic", "Getting started"),
+    QT_TRANSLATE_NOOP("Logic", "Working with text"),
+    QT_TRANSLATE_NOOP("Logic", "Working with programs"),
+    QT_TRANSLATE_NOOP("Logic", "Reference"),
 };
 
 } // namespace

@@ -25,38 +25,38 @@ private:
 /// The words of a text: letters and digits of any script, lower case.
 std::vector<Text> WordsOf(TextView text);
 
-/// A page of the help; the files stand in resources/help.
+/// A page of the help. The files stand in resources/help, those in another language in a folder of that below it; each
+/// tells its own title.
 struct HelpPage {
     const char16_t* group;
     const char16_t* file;
-    const char16_t* title;
 };
 
 /// In the order of the contents.
 inline constexpr HelpPage kHelpPages[] = {
-    {u"Getting started", u"index.html", u"Welcome to Nib"},
-    {u"Getting started", u"guide.html", u"The first hour"},
-    {u"Getting started", u"files.html", u"Files and items"},
-    {u"Getting started", u"locks.html", u"Locks and read-only documents"},
-    {u"Getting started", u"merge.html", u"Merging changes of others"},
-    {u"Getting started", u"windows.html", u"Windows and bars"},
-    {u"Working with text", u"editing.html", u"Editing"},
-    {u"Working with text", u"blocks.html", u"Blocks and folding"},
-    {u"Working with text", u"search.html", u"Find and replace"},
-    {u"Working with text", u"goto.html", u"Go to and history"},
-    {u"Working with text", u"carets.html", u"Columns and several carets"},
-    {u"Working with text", u"records.html", u"Records as a grid"},
-    {u"Working with text", u"bookmarks.html", u"Bookmarks"},
-    {u"Working with programs", u"format.html", u"Formatting"},
-    {u"Working with programs", u"programs.html", u"Help with programs"},
-    {u"Working with programs", u"compare.html", u"Compare"},
-    {u"Working with programs", u"compile.html", u"Compile and results"},
-    {u"Reference", u"settings.html", u"Settings"},
-    {u"Reference", u"keys.html", u"Keyboard shortcuts"},
-    {u"Reference", u"commandline.html", u"Command line"},
-    {u"Reference", u"history.html", u"History"},
-    {u"Reference", u"recovery.html", u"Recovery after a crash"},
-    {u"Reference", u"automation.html", u"Automation"},
+    {u"Getting started", u"index.html"},
+    {u"Getting started", u"guide.html"},
+    {u"Getting started", u"files.html"},
+    {u"Getting started", u"locks.html"},
+    {u"Getting started", u"merge.html"},
+    {u"Getting started", u"windows.html"},
+    {u"Working with text", u"editing.html"},
+    {u"Working with text", u"blocks.html"},
+    {u"Working with text", u"search.html"},
+    {u"Working with text", u"goto.html"},
+    {u"Working with text", u"carets.html"},
+    {u"Working with text", u"records.html"},
+    {u"Working with text", u"bookmarks.html"},
+    {u"Working with programs", u"format.html"},
+    {u"Working with programs", u"programs.html"},
+    {u"Working with programs", u"compare.html"},
+    {u"Working with programs", u"compile.html"},
+    {u"Reference", u"settings.html"},
+    {u"Reference", u"keys.html"},
+    {u"Reference", u"commandline.html"},
+    {u"Reference", u"history.html"},
+    {u"Reference", u"recovery.html"},
+    {u"Reference", u"automation.html"},
 };
 
 } // namespace nib

@@ -2,7 +2,6 @@
 
 #include "platform/qt/ElidedValue.h"
 #include "platform/qt/QtText.h"
-#include "shell/help/HelpIndex.h"
 #include "text/widget/ScreenColors.h"
 
 #include <QAction>
@@ -10,7 +9,6 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QEvent>
-#include <QFile>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QIcon>
@@ -32,13 +30,6 @@
 #include <unicode/uversion.h>
 
 #include <algorithm>
-#include <iterator>
-
-/// Outside of any namespace: the macro declares a function of the resource compiler.
-static void LoadHelpResource()
-{
-    Q_INIT_RESOURCE(help);
-}
 
 namespace nib {
 
@@ -47,38 +38,10 @@ namespace {
 constexpr int kMostZoom = 12;
 constexpr int kLeastZoom = -6;
 
-QUrl UrlOf(const HelpPage& page)
-{
-    return QUrl(QStringLiteral("qrc:/help/") + QString::fromUtf16(page.file));
-}
-
-QString ContentOf(const HelpPage& page)
-{
-    QFile file(QStringLiteral(":/help/") + QString::fromUtf16(page.file));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
-/// The page of that file, or that has an anchor for the command of that key, and the anchor; invalid when there is
-/// none.
-QUrl PageOf(TextView topic)
-{
-    const QString anchor = ToQString(topic);
-    const QString mark = QStringLiteral("<a name=\"%1\">").arg(anchor);
-    for (const HelpPage& page : kHelpPages) {
-        if (page.file == topic) return UrlOf(page);
-        if (!ContentOf(page).contains(mark)) continue;
-        QUrl url = UrlOf(page);
-        url.setFragment(anchor);
-        return url;
-    }
-    return {};
-}
-
 } // namespace
 
 HelpWindow::HelpWindow(QWidget* owner) : QMainWindow(owner, Qt::Window)
 {
-    LoadHelpResource();
     setWindowTitle(tr("Nib Help"));
     browser_ = new QTextBrowser;
     browser_->setAccessibleName(tr("Page"));
@@ -102,7 +65,7 @@ HelpWindow::HelpWindow(QWidget* owner) : QMainWindow(owner, Qt::Window)
     const int side = em * 44;
     split->setSizes({side, width() - side});
     ApplyColors();
-    Open(UrlOf(kHelpPages[0]));
+    Open(pages_.front().url);
     browser_->setFocus();
 }
 
@@ -146,7 +109,7 @@ void HelpWindow::BuildTools()
     QAction* back = add(tr("Back"), QStyle::SP_ArrowBack, Qt::ALT | Qt::Key_Left, [this] { browser_->backward(); });
     QAction* forward =
         add(tr("Forward"), QStyle::SP_ArrowForward, Qt::ALT | Qt::Key_Right, [this] { browser_->forward(); });
-    add(tr("Home"), QStyle::SP_DirHomeIcon, Qt::ALT | Qt::Key_Home, [this] { Open(UrlOf(kHelpPages[0])); });
+    add(tr("Home"), QStyle::SP_DirHomeIcon, Qt::ALT | Qt::Key_Home, [this] { Open(pages_.front().url); });
     bar->addSeparator();
     add(tr("Larger"), QStyle::SP_CustomBase, QKeySequence::ZoomIn, [this] { Zoom(1); });
     add(tr("Smaller"), QStyle::SP_CustomBase, QKeySequence::ZoomOut, [this] { Zoom(-1); });
@@ -172,24 +135,23 @@ void HelpWindow::BuildTools()
 void HelpWindow::BuildContents()
 {
     QTreeWidgetItem* group = nullptr;
-    for (const HelpPage& page : kHelpPages) {
-        const QString name = QString::fromUtf16(page.group);
-        if (!group || group->text(0) != name) {
-            group = new QTreeWidgetItem(contents_, {name});
+    for (const ShownHelpPage& page : pages_) {
+        if (!group || group->text(0) != page.group) {
+            group = new QTreeWidgetItem(contents_, {page.group});
             group->setFlags(Qt::ItemIsEnabled);
             group->setExpanded(true);
         }
-        items_.push_back(new QTreeWidgetItem(group, {QString::fromUtf16(page.title)}));
+        items_.push_back(new QTreeWidgetItem(group, {page.title}));
     }
     connect(contents_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
         auto at = std::find(items_.begin(), items_.end(), item);
-        if (at != items_.end()) Open(UrlOf(kHelpPages[at - items_.begin()]));
+        if (at != items_.end()) Open(pages_[static_cast<size_t>(at - items_.begin())].url);
     });
 }
 
 void HelpWindow::ShowHelp(TextView topic)
 {
-    const QUrl page = topic.empty() ? QUrl() : PageOf(topic);
+    const QUrl page = topic.empty() ? QUrl() : FindHelp(pages_, topic);
     if (page.isValid()) Open(page);
     if (isMinimized()) showNormal();
     show();
@@ -205,11 +167,10 @@ void HelpWindow::Open(const QUrl& page)
 void HelpWindow::PageShown(const QUrl& shown)
 {
     const QUrl source = shown.adjusted(QUrl::RemoveFragment);
-    auto at = std::find_if(std::begin(kHelpPages), std::end(kHelpPages),
-                           [&](const HelpPage& page) { return UrlOf(page) == source; });
-    if (at != std::end(kHelpPages)) {
+    auto at = std::find_if(pages_.begin(), pages_.end(), [&](const auto& page) { return page.url == source; });
+    if (at != pages_.end()) {
         const QSignalBlocker quiet(contents_);
-        contents_->setCurrentItem(items_[static_cast<size_t>(at - std::begin(kHelpPages))]);
+        contents_->setCurrentItem(items_[static_cast<size_t>(at - pages_.begin())]);
     }
     MarkMatches();
 }
@@ -218,10 +179,10 @@ void HelpWindow::LoadPages()
 {
     if (indexed_) return;
     indexed_ = true;
-    for (const HelpPage& page : kHelpPages) {
+    for (const ShownHelpPage& page : pages_) {
         QTextDocument text;
-        text.setHtml(ContentOf(page));
-        index_.AddPage(page.title, ViewOf(text.toPlainText()));
+        text.setHtml(page.html);
+        index_.AddPage(ViewOf(page.title), ViewOf(text.toPlainText()));
     }
 }
 
@@ -246,7 +207,7 @@ void HelpWindow::OpenFirstFound()
     LoadPages();
     const std::vector<int32_t> found = index_.Find(ViewOf(search_->text()));
     if (found.empty()) return;
-    Open(UrlOf(kHelpPages[found.front()]));
+    Open(pages_[static_cast<size_t>(found.front())].url);
     browser_->setFocus();
 }
 
@@ -276,13 +237,14 @@ void HelpWindow::changeEvent(QEvent* event)
 
 void HelpWindow::ApplyColors()
 {
-    const auto color = [this](QPalette::ColorRole role) { return palette().color(role).name(); };
-    // Dark palettes often leave the link colour of a light one.
-    const QColor link = Legible(palette().color(QPalette::Link), palette().color(QPalette::Base));
+    // Dark palettes often leave the link colour and the other ground of a light one.
+    const QColor base = palette().color(QPalette::Base);
+    const QColor link = Legible(palette().color(QPalette::Link), base);
+    const QColor head = Legible(base, base, 1.1);
     browser_->document()->setDefaultStyleSheet(
         QStringLiteral("a { color: %1; } th { background-color: %2; text-align: left; }"
                        "h1 { font-size: x-large; } h2 { font-size: large; } table { margin-top: 8px; }")
-            .arg(link.name(), color(QPalette::AlternateBase)));
+            .arg(link.name(), head.name()));
     if (browser_->source().isEmpty()) return;
     const int scrolled = browser_->verticalScrollBar()->value();
     browser_->reload();

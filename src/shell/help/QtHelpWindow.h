@@ -1,5 +1,6 @@
 #pragma once
 #include "shell/help/HelpIndex.h"
+#include "shell/help/QtHelpPages.h"
 
 #include <QCoreApplication>
 #include <QMainWindow>
@@ -20,8 +21,8 @@ class HelpWindow final : public QMainWindow {
 public:
     explicit HelpWindow(QWidget* owner = nullptr);
 
-    /// Brings the window forward. `topic` is the key of a command to be told about, or the file of a page; empty for the
-    /// page shown last.
+    /// Brings the window forward. `topic` is the key of a command to be told about, or the file of a page; empty for
+    /// the page shown last.
     void ShowHelp(TextView topic = {});
 
 protected:
@@ -40,6 +41,7 @@ private:
     void ApplyColors();
     void Zoom(int steps);
 
+    const std::vector<ShownHelpPage> pages_ = ReadHelpPages();
     QLineEdit* search_ = nullptr;
     QTreeWidget* contents_ = nullptr;
     QLabel* nothing_ = nullptr;

@@ -13,10 +13,13 @@
 
 namespace nib::help_test {
 
-std::map<std::string, std::string> ReadPages()
+const std::filesystem::path kFolder = NIB_SOURCE_DIR "/resources/help";
+
+std::map<std::string, std::string> ReadPages(const std::filesystem::path& folder = kFolder)
 {
     std::map<std::string, std::string> pages;
-    for (auto& entry : std::filesystem::directory_iterator(NIB_SOURCE_DIR "/resources/help")) {
+    for (auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.is_directory()) continue;
         std::ostringstream text;
         text << std::ifstream(entry.path()).rdbuf();
         pages[entry.path().filename()] = text.str();
@@ -24,29 +27,75 @@ std::map<std::string, std::string> ReadPages()
     return pages;
 }
 
-std::vector<std::string> All(const std::string& text, const char* pattern)
+std::vector<std::string> All(const std::string& text, const std::regex& expression)
 {
-    const std::regex expression(pattern);
     std::vector<std::string> found;
     for (std::sregex_iterator at(text.begin(), text.end(), expression), end; at != end; ++at) found.push_back((*at)[1]);
     return found;
 }
 
+std::vector<std::string> All(const std::string& text, const char* pattern)
+{
+    return All(text, std::regex(pattern));
+}
+
+std::string Replaced(const std::string& text, const std::string& pattern, const char* by)
+{
+    return std::regex_replace(text, std::regex(pattern), by);
+}
+
+/// What a page has in every language: its blocks in their order, and in each the anchors, links, code and keys.
+std::string ShapeOf(const std::string& page)
+{
+    constexpr std::pair<const char*, const char*> kKeys[] = {
+        {"Strg", "Ctrl"},     {"Umschalt", "Shift"},  {"Hoch", "Up"},
+        {"Herunter", "Down"}, {"Links", "Left"},      {"Rechts", "Right"},
+        {"Entf", "Delete"},   {"Einfg", "Insert"},    {"Pos1", "Home"},
+        {"Ende", "End"},      {"Eingabe", "Enter"},   {"Return", "Enter"},
+        {"Escape", "Esc"},    {"Leertaste", "Space"}, {"R\u00fccktaste", "Backspace"}};
+    static const std::regex block("<(title|h\\d|p|ul|li|table|tr|th|td|pre|br|img)\\b[^>]*>");
+    static const std::regex inner(
+        "((?:name|href)=\"[^\"]*\"|<[bi]>|<tt>[^<[]*|<code>[^<]*|"
+        "(?:\\b(?:Ctrl|Shift|Alt)\\+)+[^ ,;:.<)]+|\\bF\\d+|^(?:Delete|Insert|Esc|Tab|Home)(?=</td>|,))");
+    std::string text = Replaced(page, "\\s+", " ");
+    for (auto& [german, english] : kKeys)
+        text = Replaced(text, "([^a-z])" + std::string(german) + "\\b", ("$1" + std::string(english)).c_str());
+    std::string shape;
+    for (std::sregex_iterator at(text.begin(), text.end(), block), end; at != end; ++at) {
+        const auto next = std::next(at);
+        std::vector<std::string> parts =
+            All(std::string((*at)[0].second, next == end ? text.cend() : (*next)[0].first), inner);
+        std::sort(parts.begin(), parts.end());
+        shape += (*at)[0].str() + '\n';
+        for (const std::string& part : parts) shape += part + '\n';
+    }
+    return shape;
+}
+
 TEST(HelpTest, ContentsAreThePages)
 {
     auto pages = ReadPages();
-    std::set<std::string> listed;
-    for (const HelpPage& page : kHelpPages) {
-        const std::string file = ToUtf8(page.file);
-        listed.insert(file);
-        EXPECT_EQ(All(pages[file], "<h1>(.*)</h1>"), std::vector<std::string>{ToUtf8(page.title)}) << file;
-        EXPECT_TRUE(IsValidUtf8(pages[file]));
-    }
-    EXPECT_EQ(listed.size(), pages.size());
     std::ifstream resource(NIB_SOURCE_DIR "/resources/help.qrc");
     const std::string compiled{std::istreambuf_iterator<char>(resource), {}};
-    for (const std::string& file : listed)
+    std::set<std::string> listed;
+    for (const HelpPage& page : kHelpPages) listed.insert(ToUtf8(page.file));
+    EXPECT_EQ(listed.size(), pages.size());
+    for (const std::string& file : listed) {
+        EXPECT_EQ(All(pages[file], "<h1>(.*)</h1>").size(), 1) << file;
         EXPECT_NE(compiled.find("<file>help/" + file + "</file>"), std::string::npos) << file;
+    }
+    for (auto& folder : std::filesystem::directory_iterator(kFolder)) {
+        if (!folder.is_directory()) continue;
+        const std::string language = folder.path().filename();
+        auto translated = ReadPages(folder.path());
+        EXPECT_EQ(translated.size(), pages.size());
+        for (auto& [file, text] : pages) {
+            EXPECT_TRUE(IsValidUtf8(translated[file]));
+            EXPECT_EQ(ShapeOf(translated[file]), ShapeOf(text)) << language << ' ' << file;
+            EXPECT_EQ(All(translated[file], "<h1>(.*)</h1>"), All(translated[file], "<title>(.*)</title>")) << file;
+            EXPECT_NE(compiled.find("<file>help/" + language + '/' + file), std::string::npos) << file;
+        }
+    }
 }
 
 TEST(HelpTest, EveryCommandIsToldOnceAndLinked)
