@@ -51,6 +51,7 @@ StoredState StoredText::State()
 void StoredText::AcceptState()
 {
     IgnoringErrors([&] { known_ = SeenFile::Now(path_); });
+    told_.reset();
 }
 
 bool StoredText::AcceptVersion(TextView version)
@@ -58,6 +59,7 @@ bool StoredText::AcceptVersion(TextView version)
     SeenFile now = SeenFile::Now(path_);
     if (now.Version() != version) return false;
     known_ = std::move(now);
+    told_.reset();
     return true;
 }
 
@@ -84,6 +86,7 @@ Text StoredText::Read()
     const FileContent content = ReadWholeFile(path_);
     Text text = form_.Decode(content.Bytes());
     known_.emplace(content.stamp, content.Bytes());
+    told_.reset();
     return text;
 }
 
@@ -93,6 +96,7 @@ ReadText StoredText::ReadWhole()
     const std::shared_ptr<char[]> owner(std::move(content.data));
     ReadText text = form_.Read({{owner, owner.get()}, owner.get(), content.size, nullptr});
     known_.emplace(content.stamp, std::string_view(owner.get(), content.size));
+    told_.reset();
     return text;
 }
 
@@ -130,15 +134,16 @@ void StoredText::WriteNow(const LinewiseText& text)
         throw;
     }
     known_ = std::move(written);
+    told_.reset();
 }
 
 void StoredText::CheckUnchanged()
 {
     const StoredState state = known_ ? known_->Compare(path_) : StoredState::Same;
-    if (state == StoredState::Same) return;
+    if (state == StoredState::Same || (told_ && told_->Compare(path_) == StoredState::Same)) return;
     const bool gone = state == StoredState::Gone;
     const TextView what = gone ? u" was deleted" : known_->Exists() ? u" was changed" : u" was created";
-    known_ = SeenFile::Now(path_);
+    told_ = SeenFile::Now(path_);
     throw Error(error_number::kStorage, form_.Name() + Text(what) +
                                             u" by another program since it was opened. Save it again to " +
                                             (gone ? u"make it anew." : u"replace it."));

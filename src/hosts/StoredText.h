@@ -13,7 +13,8 @@ namespace nib {
 ///
 /// What another program did to the file meanwhile is not overwritten silently: Write throws once when the file is not
 /// the one that was read, or that Exists() first told of, any more, or has vanished. Writing again then overwrites or
-/// makes it, because by then the user knows. One that cannot be looked at is not saved.
+/// makes it, because by then the caller knows; to the state it stays a change, which a user can be asked about. One that
+/// cannot be looked at is not saved.
 class StoredText {
 public:
     /// `name` is what messages call it.
@@ -48,6 +49,7 @@ private:
     StoredForm form_;
     FileSaver saver_;
     std::optional<SeenFile> known_;
+    std::optional<SeenFile> told_; ///< what a write was refused for
 };
 
 /// A local file. It takes no lock.

@@ -21,6 +21,21 @@ bool GoesOn(const Location& present, const ItemPlace& known)
     return sameHost && present.Folder.empty() && (present.Database.empty() || present.Database == known.database);
 }
 
+/// Beside the item; what the name of a file ends with stays its end.
+Text CopyPathOf(const mvItem& item)
+{
+    ItemPlace place = ParsePath(item.Path());
+    Text& id = place.itemId;
+    if (place.provider != kFileProvider) {
+        id += u".MINE";
+        return ComposeHostPath(place);
+    }
+    const size_t dot = id.rfind(u'.');
+    const bool ends = dot != Text::npos && dot > id.rfind(u'/') + 1;
+    id.insert(ends ? dot : id.size(), u".mine");
+    return ComposeFilePath(id);
+}
+
 } // namespace
 
 void FileCommands::FileNew()
@@ -62,7 +77,15 @@ bool FileCommands::FileSave(mvDocument& document)
 
 bool FileCommands::FileSaveAs(mvDocument& document)
 {
-    return program_.Safely(u"frmMain.FileSaveAs", [&] { return SaveDocumentAsDialog(document); });
+    return program_.Safely(u"frmMain.FileSaveAs", [&] { return SaveDocumentAsDialog(document, document.ItemObject()); });
+}
+
+bool FileCommands::FileSaveCopy(mvDocument& document)
+{
+    return program_.Safely(u"frmMain.FileSaveAs", [&] {
+        const Text path = CopyPathOf(*document.ItemObject());
+        return SaveDocumentAsDialog(document, program_.Connection().OpenServerForPath(path, true, false));
+    });
 }
 
 void FileCommands::FileSaveAll()
@@ -167,18 +190,20 @@ void FileCommands::OpenDocumentsDialog(const std::shared_ptr<mvItem>& start)
     }
 }
 
-bool FileCommands::SaveDocumentAsDialog(mvDocument& document)
+bool FileCommands::SaveDocumentAsDialog(mvDocument& document, const std::shared_ptr<mvItem>& start)
 {
     std::shared_ptr<mvItem> chosen;
     {
         AutoSaveHold hold(program_.Shell());
-        auto server = document.ItemObject() ? document.ItemObject() : StartOfPicker();
+        auto server = start ? start : StartOfPicker();
         SelectRequest request{.mode = u"Save", .extension = {}};
-        request.startNamed = document.ItemObject() != nullptr;
+        request.startNamed = start != nullptr;
         chosen = program_.Connection().SelectItem(request, server.get()).item;
     }
     if (!chosen) return false;
     const auto old = document.ItemObject();
+    // What others have stored there is no less theirs for coming by this way.
+    if (old && old->Path() == chosen->Path() && !program_.Outside().MaySave(document)) return false;
     if (!document.ItemSaveAs(chosen)) return false;
     if (old) program_.RecentFiles().RemoveItem(RecentEntryOf(*old));
     AddRecent(*document.ItemObject());

@@ -22,6 +22,8 @@ public:
     void FileOpenRecent(int32_t index);
     bool FileSave(mvDocument& document);
     bool FileSaveAs(mvDocument& document);
+    /// The same beside its item, under another name unless the user chooses that.
+    bool FileSaveCopy(mvDocument& document);
     void FileSaveAll();
     /// Asks about changes. A new document that is to be saved gets its name first, which the document's own question
     /// leaves to its caller.
@@ -42,7 +44,7 @@ public:
     Location PlaceOfOldEntries() const;
 
 private:
-    bool SaveDocumentAsDialog(mvDocument& document);
+    bool SaveDocumentAsDialog(mvDocument& document, const std::shared_ptr<mvItem>& start);
     bool OpenRecentDocument(int32_t index);
     void OpenDocumentsDialog(const std::shared_ptr<mvItem>& start);
     std::shared_ptr<mvItem> StartOfPicker();

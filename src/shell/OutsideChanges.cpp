@@ -75,6 +75,8 @@ bool OutsideChanges::Ask(mvDocument& document, StoredState state)
         return state == StoredState::Gone ? AskAboutLoss(document) : AskAboutChange(document);
     });
     asking_ = false;
+    // By now, since whoever saves it under its own name after all is asked again.
+    if (std::exchange(copyWanted_, false)) program_.Files().FileSaveCopy(document);
     return may;
 }
 
@@ -149,7 +151,7 @@ bool OutsideChanges::MergeOnce(mvDocument& document)
     const MergeAnswer answer = program_.Forms().Merge(*merge, document.DisplayName());
     if (!document.ItemObject()) return true; // a client has closed it meanwhile
     if (answer == MergeAnswer::TakeTheirs) document.Reload();
-    if (answer == MergeAnswer::KeepCopy) program_.Files().FileSaveAs(document);
+    copyWanted_ = answer == MergeAnswer::KeepCopy;
     if (answer != MergeAnswer::Merge) return true;
     return document.GetText() == mine && document.TakeMerged(*stored, theirs, merge->Outcome());
 }

@@ -31,6 +31,7 @@ private:
     Program& program_;
     std::set<int32_t> asked_; ///< documents whose change the user has put off
     bool asking_ = false;
+    bool copyWanted_ = false;
 };
 
 } // namespace nib

@@ -132,12 +132,18 @@ StoredState ServerItem::StateToSave()
     return state;
 }
 
+void ServerItem::Accept(const Text& version)
+{
+    seen_ = version;
+    told_.clear();
+}
+
 bool ServerItem::AcceptVersion(TextView version)
 {
     Fetch(false, u"Reading ");
     fetched_.reset();
     if (found_ != version) return false;
-    seen_ = found_;
+    Accept(found_);
     tried_.clear();
     return true;
 }
@@ -226,7 +232,7 @@ auto ServerItem::Reading(Decode&& decode)
     if (!fetched_) Fetch(false, u"Reading ");
     if (!fetched_) throw Error(error_number::kFileNotFound, DisplayPath() + u" does not exist.");
     auto text = decode(*std::exchange(fetched_, std::nullopt));
-    seen_ = found_;
+    Accept(found_);
     tried_.clear();
     return text;
 }
@@ -317,9 +323,9 @@ void ServerItem::WriteItem(int32_t, int32_t, int32_t, TextView text)
     const ServerWait::Scope scope(account_->items.Wait(), u"Saving " + DisplayPath());
     CheckStorable(bytes);
     ProveLock();
-    if (const StoredState state = State(); state != StoredState::Same) {
+    if (const StoredState state = State(); state != StoredState::Same && found_ != told_) {
         const bool gone = state == StoredState::Gone;
-        AcceptState();
+        told_ = found_;
         if (!lockWanted_) Release();
         throw Error(error_number::kStorage, DisplayPath() + (gone ? u" was deleted" : u" was changed") +
                                                 u" on the server since it was opened. Save it again to " +
@@ -344,7 +350,7 @@ void ServerItem::Store(const std::string& bytes)
         if (!lockWanted_) Release();
         throw Error(error_number::kStorage, DisplayPath() + u" cannot be saved: " + ServerRefusal(reply) + u".");
     }
-    seen_ = found_ = tried_;
+    Accept(found_ = tried_);
     size_ = static_cast<int64_t>(bytes.size());
     tried_.clear();
     fetched_.reset();

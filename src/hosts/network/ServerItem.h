@@ -59,7 +59,7 @@ public:
     mvSession* Session() override { return session_ ? &*session_ : nullptr; }
     StoredState State() override;
     StoredState StateToSave() override;
-    void AcceptState() override { seen_ = found_; }
+    void AcceptState() override { Accept(found_); }
     bool AcceptVersion(TextView version) override;
     Text Version() override { return seen_ == kNone ? Text() : seen_; }
     StoredForm* Form() override { return account_ ? &form_ : nullptr; }
@@ -91,6 +91,8 @@ private:
     template <typename Decode>
     auto Reading(Decode&& decode);
     [[noreturn]] void RefuseLocked(const Text& who);
+    /// That is what the text was read from, or written to.
+    void Accept(const Text& version);
     /// The lock is this session's own when it returns; then `found_` is what a write replaces.
     void ProveLock();
     void CheckStorable(std::string_view bytes);
@@ -109,6 +111,7 @@ private:
     Text seen_;                          ///< version of what was read or written last; empty before
     Text found_;                         ///< version of what was found stored last
     std::optional<int64_t> size_;        ///< of what was found stored last, in bytes
+    Text told_;                          ///< version that a write was refused for
     Text tried_;                         ///< version of what may have been stored by a write without an answer
 };
 

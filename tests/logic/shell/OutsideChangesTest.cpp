@@ -131,6 +131,27 @@ TEST(OutsideChangesTest, MergesOnceMoreWhatIsStoredMeanwhile)
     EXPECT_EQ(document->GetText(), u"second\r\nb\r\nmine");
 }
 
+TEST(OutsideChangesTest, ACopyIsForAnotherPlaceAndOverTheItemAsksOnceMore)
+{
+    for (const Text& path : {Text(kMain), Text(u"file:/home/me/.x/prog.b")}) {
+        SCOPED_TRACE(ToUtf8(path));
+        TestProgram t;
+        auto document = t.StoreAndOpen(path, u"a");
+        document->ReplaceText(u"mine");
+        t.Store(path, u"theirs");
+        t.Store().states[path] = kChanged;
+        t.dialogs.onMerge = [](MergeModel&) { return MergeAnswer::KeepCopy; };
+        t.connection.picks.push_back({{t.connection.OpenServerForPath(path, false, false), false}});
+        t.boxes.Answer({kAnswerMerge, kAnswerCancel});
+        EXPECT_FALSE(t.program.Files().FileSave(*document));
+        EXPECT_EQ(t.connection.requests.back().second,
+                  path == kMain ? path + u".MINE" : Text(u"file:/home/me/.x/prog.mine.b"));
+        EXPECT_EQ(t.boxes.Take().size(), 2U);
+        EXPECT_EQ(t.Stored(path), u"theirs");
+        EXPECT_TRUE(document->IsDirty());
+    }
+}
+
 TEST(OutsideChangesTest, AClientMayCloseTheDocumentThatIsAskedAbout)
 {
     for (StoredState state : {kChanged, kGone}) {
