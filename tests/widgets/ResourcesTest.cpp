@@ -1,4 +1,5 @@
 #include "platform/qt/QtText.h"
+#include "platform/qt/ShownTexts.h"
 #include "shell/assist/QtPhrase.h"
 
 #include <QtTest>
@@ -76,11 +77,28 @@ TEST(Translations, MessagesKeepTheirNamesAndAreWholeOrNotAtAll)
                             {"The following error has occurred:\nFile Yes does not exist in account %1.",
                              "Es ist ein Fehler aufgetreten:\nDie Datei Yes gibt es im Konto %1 nicht."},
                             {"The following error has occurred:\nNobody knows.", nullptr},
+                            {"Settings cannot be stored: /a: b cannot be saved: Nobody knows.",
+                             "Die Einstellungen lassen sich nicht speichern: /a: b l\u00e4sst sich nicht speichern: "
+                             "Nobody knows."},
                             {"Save changes?", nullptr},
                             {"Ln 12, Col 3", "Z 12, Sp 3"}}) {
         const auto translated = TranslatedMessage(QString::fromUtf8(row.message));
         EXPECT_EQ(translated.has_value(), row.translated != nullptr) << row.message;
         if (translated && row.translated) EXPECT_EQ(*translated, QString::fromUtf8(row.translated));
+    }
+}
+
+TEST(Translations, NoMessageIsTakenForAnother)
+{
+    const Translations translations{QLocale(QStringLiteral("de_DE"))};
+    const auto filled = [](QString text) { return text.replace(QRegularExpression("%(\\d)"), "Name\\1"); };
+    for (const auto& texts : {kMessageTexts, kHostTexts}) {
+        for (const char* entry : texts) {
+            const QString english = QString::fromUtf8(entry);
+            if (english.contains("%8") || english.contains("%9")) continue;
+            const QString expected = filled(QCoreApplication::translate("Message", entry));
+            EXPECT_EQ(TranslatedMessage(filled(english)).value_or(QString()).toStdString(), expected.toStdString());
+        }
     }
 }
 
