@@ -1,3 +1,4 @@
+#include "platform/qt/QtLooks.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/ShownTexts.h"
 #include "shell/assist/QtPhrase.h"
@@ -112,6 +113,26 @@ TEST(Translations, WhatIsSaidOfProgramsTakesTheWordOrderOfTheLanguage)
     EXPECT_EQ(ShownText(said),
               u"in Zeile 3 von BP %1: THEN ist nicht mit END geschlossen, bevor in Zeile 3 von BP %1 NEXT kommt.");
     for (const FindingKind& kind : FindingKinds()) EXPECT_NE(ShownHelp(kind), ToQString(kind.help));
+}
+
+TEST(Looks, BoxesCanBeSeenOnDarkWindows)
+{
+    const QPalette usual = QApplication::palette();
+    QPalette dark(QColor(49, 54, 59));
+    dark.setColor(QPalette::Base, QColor(35, 38, 41));
+    QApplication::setPalette(dark);
+    MendLooks();
+    QCheckBox box;
+    QRadioButton option;
+    for (QWidget* widget : {static_cast<QWidget*>(&box), static_cast<QWidget*>(&option)}) {
+        widget->resize(widget->sizeHint());
+        const QImage image = widget->grab().toImage();
+        int lightest = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) lightest = std::max(lightest, image.pixelColor(x, y).lightness());
+        EXPECT_GT(lightest, 100) << widget->metaObject()->className();
+    }
+    QApplication::setPalette(usual);
 }
 
 } // namespace nib::test::widget_resources_test
