@@ -15,12 +15,28 @@ constexpr TextView kRecentEntry = u"file_";
 
 constexpr std::span<const CommandRow> (*kTables[])() = {MainCommands, StorageCommands, WindowCommands};
 
+/// Those that are also for the document that a window in front compares.
+constexpr TextView kForCompared[] = {u"Save", u"SaveAll", u"Undo", u"UndoReplacements", u"Redo"};
+
 const CommandRow* FindCommand(TextView key)
 {
     for (const auto table : kTables)
         for (const CommandRow& row : table())
             if (key == row.key) return &row;
     return nullptr;
+}
+
+CommandContext ContextFor(const CommandRow& row, const CommandContext& context)
+{
+    if (context.document || std::ranges::find(kForCompared, row.key) == std::end(kForCompared)) return context;
+    const int32_t compared = context.program.Window().GuestDocument();
+    return {context.program, context.program.OpenDocuments().ById(compared), context.checked};
+}
+
+CommandState StateOf(const CommandRow& row, const CommandContext& context)
+{
+    const CommandContext own = ContextFor(row, context);
+    return {row.enabled(own), row.checked && row.checked(own)};
 }
 
 int32_t NumberBehind(TextView key, TextView prefix)
@@ -49,10 +65,11 @@ bool Dispatch(TextView key, CommandContext& context)
         return context.document != nullptr;
     }
     if (const CommandRow* row = FindCommand(key)) {
-        if (!row->enabled(context)) return false;
+        CommandContext own = ContextFor(*row, context);
+        if (!row->enabled(own)) return false;
         std::optional<Typing> typing;
         if (row->typing) typing.emplace(context.program.Window());
-        row->run(context);
+        row->run(own);
         return true;
     }
     if (key.starts_with(kWindowEntry)) {
@@ -87,8 +104,7 @@ bool RunCommand(TextView key, CommandContext& context)
 CommandState StateOfCommand(TextView key, const CommandContext& context)
 {
     const CommandRow* row = FindCommand(key);
-    if (!row) return {};
-    return {row->enabled(context), row->checked && row->checked(context)};
+    return row ? StateOf(*row, context) : CommandState();
 }
 
 bool IsCommand(TextView key)
@@ -108,10 +124,9 @@ void UpdateTools(MenuModel& menus, const CommandRow& row, const CommandContext& 
     const MenuTool* onMenu = menus.Find(Band::MainMenu, row.key);
     const MenuTool* onToolBar = menus.Find(Band::ToolBar, row.key);
     if (!onMenu && !onToolBar) return;
-    const bool enabled = row.enabled(context);
-    const bool checked = row.checked && row.checked(context);
-    if (onMenu) menus.SetState(Band::MainMenu, *onMenu, enabled, checked);
-    if (onToolBar) menus.SetState(Band::ToolBar, *onToolBar, enabled, checked);
+    const CommandState state = StateOf(row, context);
+    if (onMenu) menus.SetState(Band::MainMenu, *onMenu, state.enabled, state.checked);
+    if (onToolBar) menus.SetState(Band::ToolBar, *onToolBar, state.enabled, state.checked);
 }
 
 } // namespace
