@@ -2423,11 +2423,11 @@ Fortfahren?</translation>
     </message>
     <message>
         <source>The history cannot be kept: %7</source>
-        <translation>Die Versionen lassen sich nicht aufbewahren: %7</translation>
+        <translation>Die Fassungen lassen sich nicht aufbewahren: %7</translation>
     </message>
     <message>
         <source>The history cannot be packed: %7</source>
-        <translation>Die Versionen lassen sich nicht packen: %7</translation>
+        <translation>Die Fassungen lassen sich nicht packen: %7</translation>
     </message>
     <message>
         <source>No recovery copies can be kept: %7</source>
@@ -3066,6 +3066,10 @@ Die Sperre hält %7.</translation>
     <message>
         <source>the server answers with status %1</source>
         <translation>der Server antwortet mit Status %1</translation>
+    </message>
+    <message>
+        <source>%1 on %2</source>
+        <translation>%1 auf %2</translation>
     </message>
 </context>
 <context>

@@ -89,6 +89,15 @@ TEST(Translations, MessagesKeepTheirNamesAndAreWholeOrNotAtAll)
     }
 }
 
+TEST(Translations, PlacesKeepTheirNames)
+{
+    const Translations translations{QLocale(QStringLiteral("de_DE"))};
+    for (const auto& [place, shown] : {std::pair(u"DEMO on vm", "DEMO auf vm"),
+                                       {u"A on %2 on vm", "A on %2 auf vm"},
+                                       {u"/x/Notes on y", "/x/Notes on y"}})
+        EXPECT_EQ(TranslatedPlace(place).toStdString(), shown);
+}
+
 TEST(Translations, NoMessageIsTakenForAnother)
 {
     const Translations translations{QLocale(QStringLiteral("de_DE"))};

@@ -116,6 +116,15 @@ QString TranslatedText(TextView text)
     return caption == plain ? TranslatedMessage(plain).value_or(plain) : caption;
 }
 
+QString TranslatedPlace(TextView place)
+{
+    constexpr TextView kOn{u" on "};
+    const size_t at = place.rfind(kOn);
+    if (at == TextView::npos || place.starts_with(u'/')) return ToQString(place);
+    return QCoreApplication::translate("Message", "%1 on %2")
+        .arg(ToQString(place.substr(0, at)), ToQString(place.substr(at + kOn.size())));
+}
+
 Translations::Translations(const QLocale& locale)
 {
     LoadTranslationsResource();
