@@ -1907,9 +1907,9 @@ Auch den Ordner %2 gibt es nicht, das Item lässt sich dort nicht speichern.</tr
     </message>
     <message>
         <source>%1 is locked by another user or process. Open in &quot;read only&quot; mode instead?
-It is held by %2.</source>
+It is held by %7.</source>
         <translation>%1 ist von einem anderen Benutzer oder Prozess gesperrt. Stattdessen nur zum Lesen öffnen?
-Die Sperre hält %2.</translation>
+Die Sperre hält %7.</translation>
     </message>
     <message>
         <source>%1 is locked by another user or process.</source>
@@ -1961,9 +1961,9 @@ Die Sperre hält %2.</translation>
     </message>
     <message>
         <source>Item &apos;%1&apos; is currently locked and cannot be updated!
-It is held by %2.</source>
+It is held by %7.</source>
         <translation>Das Item &apos;%1&apos; ist gesperrt und kann nicht geändert werden!
-Die Sperre hält %2.</translation>
+Die Sperre hält %7.</translation>
     </message>
     <message>
         <source>%1 was changed by another program since it was opened.
@@ -2440,6 +2440,660 @@ Fortfahren?</translation>
     <message>
         <source>A label without a colon is a number.</source>
         <translation>Eine Marke ohne Doppelpunkt ist eine Zahl.</translation>
+    </message>
+    <message>
+        <source>Settings cannot be stored: %7</source>
+        <translation>Die Einstellungen lassen sich nicht speichern: %7</translation>
+    </message>
+    <message>
+        <source>The history cannot be kept: %7</source>
+        <translation>Die Fassungen lassen sich nicht aufbewahren: %7</translation>
+    </message>
+    <message>
+        <source>The history cannot be packed: %7</source>
+        <translation>Die Fassungen lassen sich nicht packen: %7</translation>
+    </message>
+    <message>
+        <source>No recovery copies can be kept: %7</source>
+        <translation>Sicherungen für die Wiederherstellung lassen sich nicht anlegen: %7</translation>
+    </message>
+    <message>
+        <source>The Application is unable to start due to the following error:
+%7</source>
+        <translation>Das Programm lässt sich nicht starten, denn es ist ein Fehler aufgetreten:
+%7</translation>
+    </message>
+    <message>
+        <source>Error exporting keyword list: %7</source>
+        <translation>Die Schlüsselwörter lassen sich nicht exportieren: %7</translation>
+    </message>
+    <message>
+        <source>Error importing keyword list: %7</source>
+        <translation>Die Schlüsselwörter lassen sich nicht importieren: %7</translation>
+    </message>
+    <message>
+        <source>%7
+Only the default connection can be used.</source>
+        <translation>%7
+Nur die Standardverbindung lässt sich benutzen.</translation>
+    </message>
+    <message>
+        <source>%7 Whether %1 is stored is not known. It stays open and changed; saving it again connects again and finds out.</source>
+        <translation>%7 Ob %1 gespeichert ist, ist nicht bekannt. Es bleibt offen und geändert; noch einmal speichern verbindet neu und stellt es fest.</translation>
+    </message>
+    <message>
+        <source>The lock of %1 was lost. %7</source>
+        <translation>Die Sperre von %1 ist verloren. %7</translation>
+    </message>
+    <message>
+        <source>%7 has to wait: another request to a host is pending.</source>
+        <translation>%7 muss warten: Eine andere Anfrage an einen Host läuft noch.</translation>
+    </message>
+    <message>
+        <source>Other users can change the verbs of the account %1.
+
+Run `%2`?</source>
+        <translation>Andere Benutzer können die Verben des Kontos %1 ändern.
+
+`%2` ausführen?</translation>
+    </message>
+    <message>
+        <source>The password of %1 and all items would go to %2 as plain text, which others on the way can read. A tunnel keeps them to yourselves.
+
+Connect all the same?</source>
+        <translation>Das Kennwort von %1 und alle Items gingen im Klartext an %2, den andere unterwegs lesen können. Ein Tunnel verhindert das.
+
+Trotzdem verbinden?</translation>
+    </message>
+    <message>
+        <source>The account %1 belongs to a MultiValue server, whose locks do not reach here: an item that is open here can be changed by others on the server at the same time, and one of the two changes is lost.
+
+A connection with kind=network in hosts.conf opens the same items under the server&apos;s own locks.</source>
+        <translation>Das Konto %1 gehört einem MultiValue-Server, dessen Sperren nicht bis hierher reichen: Ein Item, das hier offen ist, kann auf dem Server gleichzeitig von anderen geändert werden, und eine der beiden Änderungen geht verloren.
+
+Eine Verbindung mit kind=network in hosts.conf öffnet dieselben Items unter den Sperren des Servers.</translation>
+    </message>
+    <message>
+        <source>This version of Nib includes a new monospaced font called DejaVu Sans Mono. Your current editor font is MVW Lucida Console. Would you like to change your editor font to the new font (recommended)?
+
+(this prompt will not be shown again, but you can always change the font by selecting Preferences from the View menu)</source>
+        <translation>Diese Version von Nib enthält eine neue Schrift fester Breite, DejaVu Sans Mono. Die Schrift des Editors ist jetzt MVW Lucida Console. Möchten Sie zur neuen Schrift wechseln (empfohlen)?
+
+(Diese Frage kommt nicht wieder; die Schrift lässt sich jederzeit in den Einstellungen ändern.)</translation>
+    </message>
+    <message>
+        <source>This version of Nib knows the words of MultiValue BASIC: statements, functions and numbers get colors of their own, names with a $ in them stay whole, and more blocks are indented and collapsed. Would you like to use that?
+
+(this prompt will not be shown again, but you can always choose the dialect of your programs in the settings)</source>
+        <translation>Diese Version von Nib kennt die Wörter von MultiValue BASIC: Anweisungen, Funktionen und Zahlen haben eigene Farben, Namen mit einem $ darin bleiben ganz, und mehr Blöcke werden eingerückt und eingeklappt. Möchten Sie das benutzen?
+
+(Diese Frage kommt nicht wieder; der Dialekt der Programme lässt sich jederzeit in den Einstellungen wählen.)</translation>
+    </message>
+    <message>
+        <source>Keyword &apos;%1&apos; contains an invalid character: %2. Import as &apos;%3&apos;?
+
+Click &apos;Yes&apos; to import corrected keyword, &apos;No&apos; to skip this keyword, or Cancel to cancel the import operation.</source>
+        <translation>Das Schlüsselwort &apos;%1&apos; enthält ein ungültiges Zeichen: %2. Als &apos;%3&apos; importieren?
+
+„Ja“ importiert das berichtigte Wort, „Nein“ übergeht es, „Abbrechen“ beendet den Import.</translation>
+    </message>
+    <message>
+        <source>A folder cannot be opened as a document. Drop the files in it instead.
+%6
+
+Only files of this computer can be opened by dropping them.
+%7</source>
+        <translation>Ein Ordner lässt sich nicht als Dokument öffnen. Ziehen Sie stattdessen die Dateien darin hierher.
+%6
+
+Durch Hierherziehen lassen sich nur Dateien dieses Rechners öffnen.
+%7</translation>
+    </message>
+    <message>
+        <source>A folder cannot be opened as a document. Drop the files in it instead.
+%7</source>
+        <translation>Ein Ordner lässt sich nicht als Dokument öffnen. Ziehen Sie stattdessen die Dateien darin hierher.
+%7</translation>
+    </message>
+    <message>
+        <source>Only files of this computer can be opened by dropping them.
+%7</source>
+        <translation>Durch Hierherziehen lassen sich nur Dateien dieses Rechners öffnen.
+%7</translation>
+    </message>
+    <message>
+        <source>%1
+and %2 more</source>
+        <translation>%1
+und %2 weitere</translation>
+    </message>
+    <message>
+        <source>Unable to open item %1 because &quot;%2&quot; is no type of connection. The types are mvdb and file.</source>
+        <translation>Das Item %1 lässt sich nicht öffnen: &quot;%2&quot; ist keine Art einer Verbindung. Die Arten sind mvdb und file.</translation>
+    </message>
+    <message>
+        <source>No name was given.</source>
+        <translation>Es ist kein Name angegeben.</translation>
+    </message>
+    <message>
+        <source>Choose a connection or a folder first, or type a whole path.</source>
+        <translation>Erst eine Verbindung oder einen Ordner wählen oder einen ganzen Pfad eingeben.</translation>
+    </message>
+    <message>
+        <source>%1 selected</source>
+        <translation>%1 ausgewählt</translation>
+    </message>
+    <message>
+        <source>The connection to %1 was lost (%7), and its locks with it. The next save connects again.</source>
+        <translation>Die Verbindung zu %1 ist verloren (%7) und mit ihr die Sperren. Das nächste Speichern verbindet neu.</translation>
+    </message>
+    <message>
+        <source>another program is writing to it.</source>
+        <translation>ein anderes Programm schreibt gerade hinein.</translation>
+    </message>
+    <message>
+        <source>The regular expression is faulty.
+Character %1: %7</source>
+        <translation>Der reguläre Ausdruck ist fehlerhaft.
+Zeichen %1: %7</translation>
+    </message>
+    <message>
+        <source>The regular expression is faulty.
+%7</source>
+        <translation>Der reguläre Ausdruck ist fehlerhaft.
+%7</translation>
+    </message>
+    <message>
+        <source>The replacement names a group that the expression does not have.</source>
+        <translation>Die Ersetzung nennt eine Gruppe, die der Ausdruck nicht hat.</translation>
+    </message>
+    <message>
+        <source>Reading...</source>
+        <translation>Wird gelesen...</translation>
+    </message>
+    <message>
+        <source>%1 as it was before a save that was cut short</source>
+        <translation>%1 wie vor dem abgebrochenen Speichern</translation>
+    </message>
+    <message>
+        <source>%1 is too large: files up to %2 MB can be edited.</source>
+        <translation>%1 ist zu groß: Bearbeiten lassen sich Dateien bis %2 MB.</translation>
+    </message>
+    <message>
+        <source>%1 is too large.</source>
+        <translation>%1 ist zu groß.</translation>
+    </message>
+    <message>
+        <source>%1 is not a plain file.</source>
+        <translation>%1 ist keine gewöhnliche Datei.</translation>
+    </message>
+    <message>
+        <source>%1 is not a text: it holds NUL bytes.</source>
+        <translation>%1 ist kein Text: Es sind Null-Bytes darin.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %7.</source>
+        <translation>%1 lässt sich nicht lesen: %7.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %7</source>
+        <translation>%1 lässt sich nicht lesen: %7</translation>
+    </message>
+    <message>
+        <source>%1 cannot be listed: %7</source>
+        <translation>%1 lässt sich nicht auflisten: %7</translation>
+    </message>
+    <message>
+        <source>%1 cannot be made: %7</source>
+        <translation>%1 lässt sich nicht anlegen: %7</translation>
+    </message>
+    <message>
+        <source>%1 cannot be made.</source>
+        <translation>%1 lässt sich nicht anlegen.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be run: %7</source>
+        <translation>%1 lässt sich nicht ausführen: %7</translation>
+    </message>
+    <message>
+        <source>%1 cannot be saved: the character %2 in line %3 would be read as a mark in %4.</source>
+        <translation>%1 lässt sich nicht speichern: Das Zeichen %2 in Zeile %3 würde in %4 als Marke gelesen.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be saved: the character %2 in line %3 cannot be held by a text.</source>
+        <translation>%1 lässt sich nicht speichern: Das Zeichen %2 in Zeile %3 kann nicht in einem Text stehen.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be saved: the character %2 in line %3 cannot be held by %4.</source>
+        <translation>%1 lässt sich nicht speichern: Das Zeichen %2 in Zeile %3 gibt es in %4 nicht.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be saved: no copy of it can be kept in %2: %7</source>
+        <translation>%1 lässt sich nicht speichern: In %2 lässt sich keine Kopie davon ablegen: %7</translation>
+    </message>
+    <message>
+        <source>%1 cannot be saved: the copy %2 cannot be written: %7</source>
+        <translation>%1 lässt sich nicht speichern: Die Kopie %2 lässt sich nicht schreiben: %7</translation>
+    </message>
+    <message>
+        <source>%1 cannot be saved: the server takes 99,999,995 bytes at most.</source>
+        <translation>%1 lässt sich nicht speichern: Der Server nimmt höchstens 99.999.995 Bytes an.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be saved: line %2 holds a line feed, and a directory file would make two lines of it.</source>
+        <translation>%1 lässt sich nicht speichern: In Zeile %2 steht ein Zeilenvorschub, und eine Verzeichnisdatei machte zwei Zeilen daraus.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be saved: %7.</source>
+        <translation>%1 lässt sich nicht speichern: %7.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be saved: %7</source>
+        <translation>%1 lässt sich nicht speichern: %7</translation>
+    </message>
+    <message>
+        <source>%1 is saved, but may not survive a power failure: %7</source>
+        <translation>%1 ist gespeichert, übersteht aber vielleicht keinen Stromausfall: %7</translation>
+    </message>
+    <message>
+        <source>%1 was damaged while it was saved. Its old content is in %2: %7</source>
+        <translation>%1 wurde beim Speichern beschädigt. Der alte Inhalt steht in %2: %7</translation>
+    </message>
+    <message>
+        <source>%1 may not be saved. Its old content is in %2: %7</source>
+        <translation>%1 ist vielleicht nicht gespeichert. Der alte Inhalt steht in %2: %7</translation>
+    </message>
+    <message>
+        <source>%1 is locked by another user or process.
+It is held by %7.</source>
+        <translation>%1 ist von einem anderen Benutzer oder Prozess gesperrt.
+Die Sperre hält %7.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be locked: the server&apos;s table of locks is full.</source>
+        <translation>%1 lässt sich nicht sperren: Die Sperrtabelle des Servers ist voll.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be locked: %7</source>
+        <translation>%1 lässt sich nicht sperren: %7</translation>
+    </message>
+    <message>
+        <source>%1 is open in another window.</source>
+        <translation>%1 ist in einem anderen Fenster offen.</translation>
+    </message>
+    <message>
+        <source>%1 is locked.
+It is held by %7.</source>
+        <translation>%1 ist gesperrt.
+Die Sperre hält %7.</translation>
+    </message>
+    <message>
+        <source>this program, in another window</source>
+        <translation>dieses Programm in einem anderen Fenster</translation>
+    </message>
+    <message>
+        <source>a lost connection of this very program, until the server clears it away</source>
+        <translation>eine verlorene Verbindung dieses Programms, bis der Server sie aufräumt</translation>
+    </message>
+    <message>
+        <source>another process</source>
+        <translation>ein anderer Prozess</translation>
+    </message>
+    <message>
+        <source>No account is named on %1.</source>
+        <translation>Auf %1 ist kein Konto genannt.</translation>
+    </message>
+    <message>
+        <source>No account of %1 is named.</source>
+        <translation>Es ist kein Konto von %1 genannt.</translation>
+    </message>
+    <message>
+        <source>File %1 of account %2 is a hashed file, which only its server can read and write: use a connection with kind=network in hosts.conf.</source>
+        <translation>Die Datei %1 des Kontos %2 ist eine Hash-Datei, die nur ihr Server lesen und schreiben kann: Dazu dient eine Verbindung mit kind=network in hosts.conf.</translation>
+    </message>
+    <message>
+        <source>The folder %1 can be read. It holds one account, and %2 is none of them.</source>
+        <translation>Der Ordner %1 lässt sich lesen. Er enthält ein Konto, und %2 ist es nicht.</translation>
+    </message>
+    <message>
+        <source>The folder %1 can be read. It holds %2 accounts, and %3 is none of them.</source>
+        <translation>Der Ordner %1 lässt sich lesen. Er enthält %2 Konten, und %3 ist keines davon.</translation>
+    </message>
+    <message>
+        <source>The folder %1 can be read. It holds one account.</source>
+        <translation>Der Ordner %1 lässt sich lesen. Er enthält ein Konto.</translation>
+    </message>
+    <message>
+        <source>The folder %1 can be read. It holds %2 accounts.</source>
+        <translation>Der Ordner %1 lässt sich lesen. Er enthält %2 Konten.</translation>
+    </message>
+    <message>
+        <source>There is no command to run.</source>
+        <translation>Es ist kein Befehl auszuführen.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be run while another command runs.</source>
+        <translation>%1 lässt sich nicht ausführen, solange ein anderer Befehl läuft.</translation>
+    </message>
+    <message>
+        <source>The verb %1 of account %2 names no program.</source>
+        <translation>Das Verb %1 des Kontos %2 nennt kein Programm.</translation>
+    </message>
+    <message>
+        <source>%1 was stopped: it did not end within %2 seconds.</source>
+        <translation>%1 wurde abgebrochen: Es endete nicht innerhalb von %2 Sekunden.</translation>
+    </message>
+    <message>
+        <source>%1 was not run.</source>
+        <translation>%1 wurde nicht ausgeführt.</translation>
+    </message>
+    <message>
+        <source>%1 is not in the VOC of account %2.</source>
+        <translation>%1 steht nicht im VOC des Kontos %2.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be compiled: with blanks and both kinds of quotes its name is no single word of a command.</source>
+        <translation>%1 lässt sich nicht kompilieren: Mit Leerzeichen und beiden Arten von Anführungszeichen ist der Name kein einzelnes Wort eines Befehls.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be compiled: the host would take its name for an option.</source>
+        <translation>%1 lässt sich nicht kompilieren: Der Host hielte den Namen für eine Option.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be compiled: in the compile command its name is a part of a word, which holds no blanks.</source>
+        <translation>%1 lässt sich nicht kompilieren: Im Befehl dafür ist der Name Teil eines Wortes, und das enthält keine Leerzeichen.</translation>
+    </message>
+    <message>
+        <source>(the rest of the output was cut off)</source>
+        <translation>(der Rest der Ausgabe ist abgeschnitten)</translation>
+    </message>
+    <message>
+        <source>(The command asked for input, and was ended.)</source>
+        <translation>(Der Befehl fragte nach einer Eingabe und wurde beendet.)</translation>
+    </message>
+    <message>
+        <source>The name &quot;%1...&quot; is too long: %2 of %3 bytes.</source>
+        <translation>Der Name „%1...“ ist zu lang: %2 von %3 Bytes.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be the id of an item of this file: its server takes only the characters of ASCII, and none of them that control a terminal.</source>
+        <translation>„%1“ kann in dieser Datei keine Item-Id sein: Ihr Server nimmt nur Zeichen aus ASCII, und keine davon, die ein Terminal steuern.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not an item.</source>
+        <translation>„%1“ ist kein Item.</translation>
+    </message>
+    <message>
+        <source>The default connection keeps its name.</source>
+        <translation>Die Standardverbindung behält ihren Namen.</translation>
+    </message>
+    <message>
+        <source>The default connection cannot be removed.</source>
+        <translation>Die Standardverbindung lässt sich nicht entfernen.</translation>
+    </message>
+    <message>
+        <source>A connection needs a name.</source>
+        <translation>Eine Verbindung braucht einen Namen.</translation>
+    </message>
+    <message>
+        <source>The name of a connection cannot hold the character &quot;]&quot;.</source>
+        <translation>Der Name einer Verbindung darf kein &quot;]&quot; enthalten.</translation>
+    </message>
+    <message>
+        <source>There is a connection named &quot;%1&quot; already.</source>
+        <translation>Eine Verbindung namens „%1“ gibt es schon.</translation>
+    </message>
+    <message>
+        <source>The folder of %1 cannot be made: %7</source>
+        <translation>Der Ordner von %1 lässt sich nicht anlegen: %7</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program. It is not overwritten: cancel, and begin anew with its present state.</source>
+        <translation>%1 wurde von einem anderen Programm geändert und wird nicht überschrieben: Abbrechen und mit dem jetzigen Stand neu anfangen.</translation>
+    </message>
+    <message>
+        <source>%1 is no UTF-8 text. It has to be put right before it can be changed here.</source>
+        <translation>%1 ist kein UTF-8-Text und muss in Ordnung gebracht werden, bevor sich hier etwas ändern lässt.</translation>
+    </message>
+    <message>
+        <source>The host connection &quot;%1&quot; is not set up in hosts.conf.</source>
+        <translation>Die Verbindung „%1“ ist in hosts.conf nicht eingerichtet.</translation>
+    </message>
+    <message>
+        <source>The host connection &quot;%1&quot; is of the unknown kind &quot;%2&quot;.</source>
+        <translation>Die Verbindung „%1“ ist von der unbekannten Art „%2“.</translation>
+    </message>
+    <message>
+        <source>The host connection &quot;%1&quot; names no address.</source>
+        <translation>Die Verbindung „%1“ nennt keine Adresse.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no port: a number from 1 to 65535.</source>
+        <translation>„%1“ ist kein Port: Das ist eine Zahl von 1 bis 65535.</translation>
+    </message>
+    <message>
+        <source>ids=%1 in hosts.conf is neither ids=plain nor ids=escaped.</source>
+        <translation>ids=%1 in hosts.conf ist weder ids=plain noch ids=escaped.</translation>
+    </message>
+    <message>
+        <source>The character set %1 is not known.</source>
+        <translation>Der Zeichensatz %1 ist nicht bekannt.</translation>
+    </message>
+    <message>
+        <source>The character set %1 is not based on ASCII.</source>
+        <translation>Der Zeichensatz %1 beruht nicht auf ASCII.</translation>
+    </message>
+    <message>
+        <source>A name cannot hold line breaks and characters that are no text.</source>
+        <translation>Ein Name darf keine Zeilenumbrüche enthalten und keine Zeichen, die kein Text sind.</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold line breaks and characters that are no text.</source>
+        <translation>%1 darf keine Zeilenumbrüche enthalten und keine Zeichen, die kein Text sind.</translation>
+    </message>
+    <message>
+        <source>The server %1 cannot be reached: %7.</source>
+        <translation>Der Server %1 ist nicht zu erreichen: %7.</translation>
+    </message>
+    <message>
+        <source>The connection to %1 was lost.</source>
+        <translation>Die Verbindung zu %1 ist verloren.</translation>
+    </message>
+    <message>
+        <source>Not logged in to %1: it refused the user or the password.</source>
+        <translation>Nicht bei %1 angemeldet: Benutzer oder Kennwort wurden abgelehnt.</translation>
+    </message>
+    <message>
+        <source>Not logged in to %1.</source>
+        <translation>Nicht bei %1 angemeldet.</translation>
+    </message>
+    <message>
+        <source>Account %1 cannot be entered: %7.</source>
+        <translation>Das Konto %1 lässt sich nicht betreten: %7.</translation>
+    </message>
+    <message>
+        <source>Account %1 cannot be entered.</source>
+        <translation>Das Konto %1 lässt sich nicht betreten.</translation>
+    </message>
+    <message>
+        <source>File %1 of account %2 cannot be opened: %7.</source>
+        <translation>Die Datei %1 des Kontos %2 lässt sich nicht öffnen: %7.</translation>
+    </message>
+    <message>
+        <source>The server %1 lets user %2 into account %3, but to read alone: %7.</source>
+        <translation>Der Server %1 lässt den Benutzer %2 in das Konto %3, aber nur zum Lesen: %7.</translation>
+    </message>
+    <message>
+        <source>The server %1 lets user %2 into account %3.</source>
+        <translation>Der Server %1 lässt den Benutzer %2 in das Konto %3.</translation>
+    </message>
+    <message>
+        <source>%1 was changed on the server since it was opened. Save it again to replace it.</source>
+        <translation>%1 wurde auf dem Server geändert, seit es geöffnet wurde. Noch einmal speichern, um es zu ersetzen.</translation>
+    </message>
+    <message>
+        <source>%1 was deleted on the server since it was opened. Save it again to make it anew.</source>
+        <translation>%1 wurde auf dem Server gelöscht, seit es geöffnet wurde. Noch einmal speichern, um es neu anzulegen.</translation>
+    </message>
+    <message>
+        <source>The request was cancelled.</source>
+        <translation>Die Anfrage wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>The connection was reset.</source>
+        <translation>Die Verbindung wurde zurückgesetzt.</translation>
+    </message>
+    <message>
+        <source>Reading %1 of the VOC</source>
+        <translation>%1 aus dem VOC lesen</translation>
+    </message>
+    <message>
+        <source>Reading %1</source>
+        <translation>%1 lesen</translation>
+    </message>
+    <message>
+        <source>Locking %1</source>
+        <translation>%1 sperren</translation>
+    </message>
+    <message>
+        <source>Saving %1</source>
+        <translation>%1 speichern</translation>
+    </message>
+    <message>
+        <source>Looking for %1</source>
+        <translation>%1 suchen</translation>
+    </message>
+    <message>
+        <source>Listing %1</source>
+        <translation>%1 auflisten</translation>
+    </message>
+    <message>
+        <source>Entering %1</source>
+        <translation>Konto %1 betreten</translation>
+    </message>
+    <message>
+        <source>Asking who holds %1</source>
+        <translation>Fragen, wer %1 hält</translation>
+    </message>
+    <message>
+        <source>Testing the connection</source>
+        <translation>Die Verbindung testen</translation>
+    </message>
+    <message>
+        <source>it has not answered for %1 seconds</source>
+        <translation>er hat seit %1 Sekunden nicht geantwortet</translation>
+    </message>
+    <message>
+        <source>the connection was lost</source>
+        <translation>die Verbindung ist verloren</translation>
+    </message>
+    <message>
+        <source>no MultiValue server answers there</source>
+        <translation>dort antwortet kein MultiValue-Server</translation>
+    </message>
+    <message>
+        <source>it has closed the connection at the login: it may have no free session</source>
+        <translation>er hat die Verbindung bei der Anmeldung geschlossen, vielleicht ist keine Sitzung frei</translation>
+    </message>
+    <message>
+        <source>it sent what is no reply of a MultiValue server</source>
+        <translation>er sandte etwas, was keine Antwort eines MultiValue-Servers ist</translation>
+    </message>
+    <message>
+        <source>the server has ended it</source>
+        <translation>der Server hat sie beendet</translation>
+    </message>
+    <message>
+        <source>the other side has closed the connection</source>
+        <translation>die Gegenseite hat die Verbindung geschlossen</translation>
+    </message>
+    <message>
+        <source>the tunnel %1 has ended</source>
+        <translation>der Tunnel %1 ist beendet</translation>
+    </message>
+    <message>
+        <source>the tunnel %1 cannot be started: %7</source>
+        <translation>der Tunnel %1 lässt sich nicht starten: %7</translation>
+    </message>
+    <message>
+        <source>no command is named for the tunnel</source>
+        <translation>für den Tunnel ist kein Befehl genannt</translation>
+    </message>
+    <message>
+        <source>there is no machine %1 (%2)</source>
+        <translation>es gibt keinen Rechner %1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1 port %2 does not answer</source>
+        <translation>%1, Port %2, antwortet nicht</translation>
+    </message>
+    <message>
+        <source>%1 port %2 refuses connections: no server listens there</source>
+        <translation>%1, Port %2, lehnt Verbindungen ab: dort wartet kein Server</translation>
+    </message>
+    <message>
+        <source>%1 port %2 cannot be reached: %7</source>
+        <translation>%1, Port %2, ist nicht zu erreichen: %7</translation>
+    </message>
+    <message>
+        <source>a name has 1 to 32 characters</source>
+        <translation>ein Name hat 1 bis 32 Zeichen</translation>
+    </message>
+    <message>
+        <source>the item id is not allowed there</source>
+        <translation>die Item-Id ist dort nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>the name of the file is not allowed</source>
+        <translation>der Name der Datei ist nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>the file itself is missing, there is an entry for it in the VOC alone</source>
+        <translation>die Datei selbst fehlt, nur im VOC gibt es einen Eintrag für sie</translation>
+    </message>
+    <message>
+        <source>the VOC has no such name</source>
+        <translation>im VOC gibt es den Namen nicht</translation>
+    </message>
+    <message>
+        <source>the name stands for something else in the VOC</source>
+        <translation>der Name steht im VOC für etwas anderes</translation>
+    </message>
+    <message>
+        <source>there is no such item</source>
+        <translation>das Item gibt es nicht</translation>
+    </message>
+    <message>
+        <source>the server cannot read or write the file</source>
+        <translation>der Server kann die Datei nicht lesen oder schreiben</translation>
+    </message>
+    <message>
+        <source>the user may not write to the file: the user&apos;s primary group has to be the server&apos;s group</source>
+        <translation>der Benutzer darf nicht in die Datei schreiben: seine Hauptgruppe muss die Gruppe des Servers sein</translation>
+    </message>
+    <message>
+        <source>a trigger of the file refused it</source>
+        <translation>ein Trigger der Datei lehnte es ab</translation>
+    </message>
+    <message>
+        <source>the server wants a lock for it</source>
+        <translation>der Server will dafür eine Sperre</translation>
+    </message>
+    <message>
+        <source>the user may not write there: the user&apos;s primary group has to be the server&apos;s group</source>
+        <translation>der Benutzer darf dort nicht schreiben: seine Hauptgruppe muss die Gruppe des Servers sein</translation>
+    </message>
+    <message>
+        <source>the file is encrypted</source>
+        <translation>die Datei ist verschlüsselt</translation>
+    </message>
+    <message>
+        <source>the server answers with status %1</source>
+        <translation>der Server antwortet mit Status %1</translation>
+    </message>
+    <message>
+        <source>%1 on %2</source>
+        <translation>%1 auf %2</translation>
     </message>
 </context>
 <context>
@@ -2986,6 +3640,22 @@ Wenn Ihre Ventrino-Sitzung nicht mehr läuft, schließen Sie die Sitzung oder se
     <message>
         <source>Window Menu</source>
         <translation>Fenstermenü</translation>
+    </message>
+    <message>
+        <source> on %1</source>
+        <translation> auf %1</translation>
+    </message>
+    <message>
+        <source>, account %1</source>
+        <translation>, Konto %1</translation>
+    </message>
+    <message>
+        <source> (New)</source>
+        <translation> (Neu)</translation>
+    </message>
+    <message>
+        <source> (Read only)</source>
+        <translation> (Nur lesen)</translation>
     </message>
 </context>
 <context>

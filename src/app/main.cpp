@@ -24,6 +24,7 @@
 #include "platform/posix/PosixTraceMailbox.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtEndRequests.h"
+#include "platform/qt/QtLooks.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtWaitNotice.h"
 #include "printing/QtPrinting.h"
@@ -34,7 +35,6 @@
 
 #include <QApplication>
 #include <QIcon>
-#include <QPalette>
 
 #include <unistd.h>
 
@@ -150,20 +150,6 @@ void UseDesktopIdentity()
     QApplication::setWindowIcon(QIcon::fromTheme(id, QIcon(QStringLiteral(":/icons/") + id + QStringLiteral(".svg"))));
 }
 
-/// Some desktops colour everything but the hints in empty fields, which are then dark on dark.
-void ShowHints()
-{
-    constexpr int kLeastContrast = 50;
-    QPalette palette = QApplication::palette();
-    QColor hint = palette.color(QPalette::PlaceholderText);
-    const int base = palette.color(QPalette::Base).lightness();
-    if (std::abs(hint.lightness() - base) * hint.alpha() / 255 >= kLeastContrast) return;
-    hint = palette.color(QPalette::Text);
-    hint.setAlpha(128);
-    palette.setColor(QPalette::PlaceholderText, hint);
-    QApplication::setPalette(palette);
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -177,7 +163,7 @@ int main(int argc, char** argv)
     Translations translations;
     QApplication::setQuitOnLastWindowClosed(false);
     UseDesktopIdentity();
-    ShowHints();
+    MendLooks();
 
     PosixTraceMailbox viewer(u"nibpad71");
     modDebugLog trace(viewer);

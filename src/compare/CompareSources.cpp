@@ -1,7 +1,6 @@
 #include "compare/CompareSources.h"
 
 #include "compare/GitLibrary.h"
-#include "diagnostics/Guarded.h"
 #include "documents/mvDocument.h"
 #include "hosts/StoredForm.h"
 
@@ -21,12 +20,8 @@ CompareText Read(DocumentServices& services, std::shared_ptr<mvItem> item, Text 
     const StatusNote reading(services.frame, kReading);
     const AutoSaveHold hold(services.shell);
     std::optional<ReadText> text;
-    const bool isItem = item->IsItem();
-    const auto failure = isItem ? FailureOf([&] { text = item->ReadWhole(); }) : std::nullopt;
-    // Looking for it first would be another wait where a server does not answer.
-    const bool reached = !failure || failure->number != error_number::kDeviceUnavailable;
-    if (!isItem || (failure && reached && !item->Exists())) Refuse(u"\"" + item->DisplayPath() + u"\" does not exist.");
-    if (failure) throw Error(*failure);
+    if (item->IsItem()) text = ReadIfThere(*item);
+    if (!text) Refuse(u"\"" + item->DisplayPath() + u"\" does not exist.");
     Text source = item->Path();
     return {std::move(name), Text(note), std::move(*text), std::move(item), std::move(source)};
 }

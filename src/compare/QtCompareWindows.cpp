@@ -123,7 +123,8 @@ void QtCompareWindows::WithDocument(mvDocument& document)
         QStringList names;
         for (const auto& each : others) {
             const Text place = each->PlaceText();
-            names += ToQString(place.empty() ? each->ListName() : each->ListName() + u"  " + place);
+            const QString name = ToQString(each->ListName());
+            names += place.empty() ? name : name + QStringLiteral("  ") + TranslatedPlace(place);
         }
         bool ok = false;
         const QString name = QInputDialog::getItem(owner_, tr("Compare"), tr("With &document:"), names, 0, false, &ok);

@@ -183,7 +183,8 @@ void frmCompare::Show()
         const QString name = ToQString(of.Name());
         const Text note = of.Note();
         QLabel& caption = *captions_[static_cast<size_t>(side)];
-        caption.setText(note.empty() ? name : name + QStringLiteral(" \u2013 ") + Translated(note));
+        const QString told = of.Document() ? TranslatedPlace(note) : Translated(note);
+        caption.setText(note.empty() ? name : name + QStringLiteral(" \u2013 ") + told);
         caption.setToolTip(caption.text());
     }
     const CompareSide& right = model_.Side(Beside::Right);

@@ -1,6 +1,7 @@
 #include "hosts/mvConnect.h"
 
 #include "base/Error.h"
+#include "diagnostics/Guarded.h"
 #include "hosts/ItemReader.h"
 #include "platform/posix/FileContent.h"
 #include "platform/posix/FileName.h"
@@ -113,6 +114,17 @@ bool IsSameItem(const mvItem& a, const mvItem& b)
     if (a.Provider() == kFileProvider) return IsSameFile(a.Path(), b.Path());
     return IsSameHost(a.ServerName(), b.ServerName()) && a.Database() == b.Database() && a.Folder() == b.Folder() &&
            a.ItemID() == b.ItemID();
+}
+
+std::optional<ReadText> ReadIfThere(mvItem& item)
+{
+    std::optional<ReadText> text;
+    const auto failure = FailureOf([&] { text = item.ReadWhole(); });
+    if (!failure) return text;
+    // A file answers at once. A host would be waited for once more, and may want a password each time.
+    const bool isFile = !item.StoredFile().empty();
+    if (failure->number != error_number::kFileNotFound && (!isFile || item.Exists())) throw Error(*failure);
+    return std::nullopt;
 }
 
 std::unique_ptr<ItemReader> RefuseReader(const ItemPlace& account)

@@ -191,6 +191,9 @@ private:
 /// Two objects that stand for one stored item.
 bool IsSameItem(const mvItem& a, const mvItem& b);
 
+/// The whole item; nothing when there is none. Throws Error when it cannot be read.
+std::optional<ReadText> ReadIfThere(mvItem& item);
+
 class ItemReader;
 /// Where accounts cannot be searched: throws.
 std::unique_ptr<ItemReader> RefuseReader(const ItemPlace& account);

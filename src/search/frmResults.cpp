@@ -11,6 +11,8 @@
 #include <QTextBlock>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace nib {
 
 namespace {
@@ -19,6 +21,23 @@ namespace {
 constexpr int kDoubleClickMs = 50;
 constexpr int kDesignColumns = 80;
 constexpr int kDesignRows = 16;
+
+/// Lines of ours within the output of a command, by their ends: what has been left out of it.
+constexpr TextView kNoteEnds[] = {u" lines are left out here)", u"(the rest of the output was cut off)",
+                                  u"(The command asked for input, and was ended.)"};
+
+Text WithNotes(TextView output)
+{
+    Text shown(output);
+    for (const TextView end : kNoteEnds) {
+        const size_t at = shown.find(end);
+        if (at == Text::npos) continue;
+        const size_t start = shown.rfind(u'\n', at) + 1; // 0 where there is none
+        const size_t size = at + end.size() - start;
+        shown.replace(start, size, ToText(TranslatedText(TextView(shown).substr(start, size))));
+    }
+    return shown;
+}
 
 } // namespace
 
@@ -136,7 +155,7 @@ void frmResults::ShowResults(TextView text)
 {
     running_ = false;
     if (!text.empty()) {
-        model_.ShowResults(text);
+        model_.ShowResults(WithNotes(text));
         Changed();
     }
     FillIn();
@@ -146,7 +165,7 @@ void frmResults::ShowResults(TextView text)
 void frmResults::KeepResults(TextView text)
 {
     running_ = false;
-    model_.ShowResults(text);
+    model_.ShowResults(WithNotes(text));
     Changed();
     if (onKept) onKept();
 }

@@ -1,4 +1,6 @@
+#include "platform/qt/QtLooks.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/ShownTexts.h"
 #include "shell/assist/QtPhrase.h"
 
 #include <QtTest>
@@ -76,11 +78,37 @@ TEST(Translations, MessagesKeepTheirNamesAndAreWholeOrNotAtAll)
                             {"The following error has occurred:\nFile Yes does not exist in account %1.",
                              "Es ist ein Fehler aufgetreten:\nDie Datei Yes gibt es im Konto %1 nicht."},
                             {"The following error has occurred:\nNobody knows.", nullptr},
+                            {"Settings cannot be stored: /a: b cannot be saved: Nobody knows.",
+                             "Die Einstellungen lassen sich nicht speichern: /a: b l\u00e4sst sich nicht speichern: "
+                             "Nobody knows."},
                             {"Save changes?", nullptr},
                             {"Ln 12, Col 3", "Z 12, Sp 3"}}) {
         const auto translated = TranslatedMessage(QString::fromUtf8(row.message));
         EXPECT_EQ(translated.has_value(), row.translated != nullptr) << row.message;
         if (translated && row.translated) EXPECT_EQ(*translated, QString::fromUtf8(row.translated));
+    }
+}
+
+TEST(Translations, PlacesKeepTheirNames)
+{
+    const Translations translations{QLocale(QStringLiteral("de_DE"))};
+    for (const auto& [place, shown] : {std::pair(u"DEMO on vm", "DEMO auf vm"),
+                                       {u"A on %2 on vm", "A on %2 auf vm"},
+                                       {u"/x/Notes on y", "/x/Notes on y"}})
+        EXPECT_EQ(TranslatedPlace(place).toStdString(), shown);
+}
+
+TEST(Translations, NoMessageIsTakenForAnother)
+{
+    const Translations translations{QLocale(QStringLiteral("de_DE"))};
+    const auto filled = [](QString text) { return text.replace(QRegularExpression("%(\\d)"), "Name\\1"); };
+    for (const auto& texts : {kMessageTexts, kHostTexts}) {
+        for (const char* entry : texts) {
+            const QString english = QString::fromUtf8(entry);
+            if (english.contains("%8") || english.contains("%9")) continue;
+            const QString expected = filled(QCoreApplication::translate("Message", entry));
+            EXPECT_EQ(TranslatedMessage(filled(english)).value_or(QString()).toStdString(), expected.toStdString());
+        }
     }
 }
 
@@ -94,6 +122,26 @@ TEST(Translations, WhatIsSaidOfProgramsTakesTheWordOrderOfTheLanguage)
     EXPECT_EQ(ShownText(said),
               u"in Zeile 3 von BP %1: THEN ist nicht mit END geschlossen, bevor in Zeile 3 von BP %1 NEXT kommt.");
     for (const FindingKind& kind : FindingKinds()) EXPECT_NE(ShownHelp(kind), ToQString(kind.help));
+}
+
+TEST(Looks, BoxesCanBeSeenOnDarkWindows)
+{
+    const QPalette usual = QApplication::palette();
+    QPalette dark(QColor(49, 54, 59));
+    dark.setColor(QPalette::Base, QColor(35, 38, 41));
+    QApplication::setPalette(dark);
+    MendLooks();
+    QCheckBox box;
+    QRadioButton option;
+    for (QWidget* widget : {static_cast<QWidget*>(&box), static_cast<QWidget*>(&option)}) {
+        widget->resize(widget->sizeHint());
+        const QImage image = widget->grab().toImage();
+        int lightest = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) lightest = std::max(lightest, image.pixelColor(x, y).lightness());
+        EXPECT_GT(lightest, 100) << widget->metaObject()->className();
+    }
+    QApplication::setPalette(usual);
 }
 
 } // namespace nib::test::widget_resources_test

@@ -286,7 +286,7 @@ void frmConnections::Say(const QString& text, bool trouble)
 bool frmConnections::Try(const std::function<void()>& change)
 {
     const auto failure = FailureOf(change);
-    Say(failure ? ToQString(failure->description) : QString(), true);
+    Say(failure ? TranslatedText(failure->description) : QString(), true);
     return !failure;
 }
 
@@ -337,7 +337,7 @@ void frmConnections::Test()
     Say(tr("Testing..."), false);
     said_->repaint();
     Text said;
-    if (Try([&] { said = edits_.Test(current_); })) Say(ToQString(said), false);
+    if (Try([&] { said = edits_.Test(current_); })) Say(TranslatedText(said), false);
 }
 
 void frmConnections::accept()
@@ -345,7 +345,7 @@ void frmConnections::accept()
     if (!TakeName()) return name_->setFocus();
     if (const auto fault = edits_.FirstFault()) {
         FillList(fault->connection);
-        return Say(ToQString(fault->why), true);
+        return Say(TranslatedText(fault->why), true);
     }
     if (Try([&] { edits_.Accept(forget_); })) QDialog::accept();
 }

@@ -170,14 +170,14 @@ void frmItemPicker::ShowChoice()
     const QScopedValueRollback<bool> showing(showing_, true);
     const QString name = ToQString(model_.Name());
     if (name_->text() != name) name_->setText(name);
-    name_->setPlaceholderText(ToQString(model_.NameHint()));
+    name_->setPlaceholderText(TranslatedText(model_.NameHint()));
     accept_->setText(Translated(model_.AcceptCaption()));
     accept_->setEnabled(model_.CanAccept());
 }
 
 void frmItemPicker::ShowMessage()
 {
-    message_->Say(Translated(model_.Message()));
+    message_->Say(TranslatedText(model_.Message()));
 }
 
 void frmItemPicker::AskLocks()

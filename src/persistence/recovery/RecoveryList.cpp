@@ -65,17 +65,6 @@ Text LinesOf(const Text& text)
     return Decimal(text.empty() ? 0 : breaks + (text.ends_with(u'\n') ? 0 : 1)) + u" lines";
 }
 
-/// False when nothing is stored. A host is not asked first whether it is: that may be a password for the user each
-/// time.
-bool ReadIfThere(mvItem& item, ReadText& text)
-{
-    const auto failure = FailureOf([&] { text = item.ReadWhole(); });
-    if (!failure) return true;
-    const bool isFile = !item.StoredFile().empty();
-    if (failure->number != error_number::kFileNotFound && (!isFile || item.Exists())) throw *failure;
-    return false;
-}
-
 } // namespace
 
 void RecoveryList::Load(TextView folder, const DynamicArray& names)
@@ -212,7 +201,9 @@ RecoveryComparison RecoveryList::ReadBoth(const RecoveryRow& row)
         both.recovered = std::move(written->content.text);
         both.recoveredNote = u"as recovered";
     }
-    if (!ReadIfThere(*both.item, both.stored)) {
+    if (auto stored = ReadIfThere(*both.item)) {
+        both.stored = std::move(*stored);
+    } else {
         both.item = nullptr;
         both.storedNote = wasStored ? u"deleted" : u"not stored yet";
     }

@@ -22,14 +22,20 @@ namespace {
 constexpr int kListChars = 84;
 constexpr int kListRows = 8;
 constexpr int kHalfLight = 128;
+/// What the list calls a document that has none.
+constexpr TextView kNoName{u"New document"};
 
 constexpr Text RecoveryRow::*kColumns[] = {&RecoveryRow::document, &RecoveryRow::place, &RecoveryRow::lines,
                                            &RecoveryRow::saved};
+constexpr int kPlaceColumn = 1;
 constexpr int kLinesColumn = 2;
 
 QString Shown(const RecoveryRow& row, int column)
 {
     QString text = ToQString(row.*kColumns[column]);
+    if (column == 0 && row.kept) return TranslatedText(row.document);
+    if (column == 0 && row.document == kNoName && row.path.empty()) return Translated(kNoName);
+    if (column == kPlaceColumn) return TranslatedPlace(row.place);
     if (column != kLinesColumn || text.isEmpty()) return text;
     return QCoreApplication::translate("frmAutoRecover", "%1 lines").arg(text.section(u' ', 0, 0));
 }

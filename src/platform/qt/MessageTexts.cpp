@@ -22,7 +22,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Message", "%1 is open in another window. Open in \"read only\" mode instead?"),
     QT_TRANSLATE_NOOP("Message", "%1 is locked by another user or process. Open in \"read only\" mode instead?"),
     QT_TRANSLATE_NOOP(
-        "Message", "%1 is locked by another user or process. Open in \"read only\" mode instead?\nIt is held by %2."),
+        "Message", "%1 is locked by another user or process. Open in \"read only\" mode instead?\nIt is held by %7."),
     QT_TRANSLATE_NOOP("Message", "%1 is locked by another user or process."),
     QT_TRANSLATE_NOOP("Message", "Item %1 is \"read only\". Open in read-only mode?"),
     QT_TRANSLATE_NOOP("Message", "Unable to open item %1 because no file is named for it."),
@@ -35,7 +35,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("Message", "Item '%1' exists and cannot be overwritten. Please save using a different name."),
     QT_TRANSLATE_NOOP("Message", "Item '%1' exists. Overwrite?"),
     QT_TRANSLATE_NOOP("Message", "Item '%1' is currently locked and cannot be updated!"),
-    QT_TRANSLATE_NOOP("Message", "Item '%1' is currently locked and cannot be updated!\nIt is held by %2."),
+    QT_TRANSLATE_NOOP("Message", "Item '%1' is currently locked and cannot be updated!\nIt is held by %7."),
     QT_TRANSLATE_NOOP("Message", "%1 was changed by another program since it was opened.\n\nReload takes what is "
                                  "stored now, Keep stays with the text in the window, Compare lists what differs."),
     QT_TRANSLATE_NOOP("Message", "%1 was changed by another program since it was opened.\n\nReload takes what is "

@@ -33,6 +33,7 @@ void Install(QTranslator& translator, const QLocale& locale, const QString& fold
 constexpr QChar kHolder = u'%';
 constexpr QChar kSentence = u'9';
 constexpr QChar kCaption = u'8';
+constexpr QStringView kWords = u"67";
 
 /// What stands in a message for the place holders of its pattern; nothing for a message of another kind.
 std::optional<QHash<QChar, QString>> ValuesOf(QStringView pattern, QStringView text)
@@ -52,6 +53,29 @@ std::optional<QHash<QChar, QString>> ValuesOf(QStringView pattern, QStringView t
         values.insert(number, text.left(end).toString());
         text = text.mid(end);
     }
+}
+
+/// A value in the user's language where it is to be in it; nothing where it has to be and cannot.
+std::optional<QString> Inner(QChar number, const QString& value)
+{
+    if (number == kSentence) return TranslatedMessage(value);
+    if (number == kCaption) return Translated(ViewOf(value));
+    return kWords.contains(number) ? TranslatedText(ViewOf(value)) : value;
+}
+
+std::optional<QString> Filled(QString message, const QHash<QChar, QString>& values)
+{
+    // From behind: a value may look like a place holder itself.
+    for (qsizetype at = message.lastIndexOf(kHolder); at >= 0; at = message.lastIndexOf(kHolder, at - 1)) {
+        const QChar number = at + 1 < message.size() ? message[at + 1] : QChar();
+        const auto value = values.constFind(number);
+        if (value == values.constEnd()) continue;
+        const std::optional<QString> inner = Inner(number, *value);
+        if (!inner) return std::nullopt;
+        message.replace(at, 2, *inner);
+        if (at == 0) break;
+    }
+    return message;
 }
 
 } // namespace
@@ -75,32 +99,30 @@ QString Translated(TextView text)
 
 std::optional<QString> TranslatedMessage(const QString& text)
 {
-    for (const char* entry : kMessageTexts) {
-        const auto found = ValuesOf(QString::fromUtf8(entry), text);
-        if (!found) continue;
-        QString message = QCoreApplication::translate("Message", entry);
-        // From behind: a value may look like a place holder itself.
-        for (qsizetype at = message.lastIndexOf(kHolder); at >= 0; at = message.lastIndexOf(kHolder, at - 1)) {
-            const QChar number = at + 1 < message.size() ? message[at + 1] : QChar();
-            const auto value = found->constFind(number);
-            if (value == found->constEnd()) continue;
-            const auto inner = number == kSentence  ? TranslatedMessage(*value)
-                               : number == kCaption ? std::optional(Translated(ViewOf(*value)))
-                                                    : std::optional(*value);
-            if (!inner) return std::nullopt;
-            message.replace(at, 2, *inner);
-            if (at == 0) break;
+    for (const auto& texts : {kMessageTexts, kHostTexts}) {
+        for (const char* entry : texts) {
+            const auto found = ValuesOf(QString::fromUtf8(entry), text);
+            if (found) return Filled(QCoreApplication::translate("Message", entry), *found);
         }
-        return message;
     }
     return std::nullopt;
 }
 
 QString TranslatedText(TextView text)
 {
+    if (text.empty()) return {};
     const QString plain = ToQString(text);
     const QString caption = Translated(text);
     return caption == plain ? TranslatedMessage(plain).value_or(plain) : caption;
+}
+
+QString TranslatedPlace(TextView place)
+{
+    constexpr TextView kOn{u" on "};
+    const size_t at = place.rfind(kOn);
+    if (at == TextView::npos || place.starts_with(u'/')) return ToQString(place);
+    return QCoreApplication::translate("Message", "%1 on %2")
+        .arg(ToQString(place.substr(0, at)), ToQString(place.substr(at + kOn.size())));
 }
 
 Translations::Translations(const QLocale& locale)

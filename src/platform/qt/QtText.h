@@ -44,6 +44,8 @@ QString Translated(TextView text);
 std::optional<QString> TranslatedMessage(const QString& text);
 /// Of a text that may be of either kind.
 QString TranslatedText(TextView text);
+/// Of an account and its host; folders and names stay as they are.
+QString TranslatedPlace(TextView place);
 
 /// The user's language for the texts of the program that may be translated, and for Qt's own dialogs. In force while it
 /// lives, for windows that are made afterwards.

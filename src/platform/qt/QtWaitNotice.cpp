@@ -67,15 +67,17 @@ public:
         stage_ = stage;
         setWindowTitle(command ? QStringLiteral("Nib") : tr("Busy"));
         reset_->setVisible(stage == WaitStage::Pending);
+        // A command line is none of our texts.
+        const QString what = command ? what_ : TranslatedText(ViewOf(what_));
         if (command)
-            told_->setText(tr("The host is running %1").arg(what_));
+            told_->setText(tr("The host is running %1").arg(what));
         else if (stage == WaitStage::Busy)
             told_->setText(tr("The MultiValue database server is busy. Please try again.") + QStringLiteral("\n\n") +
-                           what_);
+                           what);
         else
             told_->setText(tr("A request to the MultiValue database server is pending. Please wait.\n\nIf your "
                               "Ventrino session is no longer running, try closing or resetting the session.") +
-                           QStringLiteral("\n\n") + what_);
+                           QStringLiteral("\n\n") + what);
     }
     void ShowElapsed(std::chrono::milliseconds elapsed)
     {

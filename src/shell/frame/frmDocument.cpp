@@ -17,12 +17,35 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace nib {
 
 namespace {
 
 constexpr int kFocusRetry = 50;
 constexpr QSize kUsualSize(760, 520);
+
+/// The words of a title in the user's language; what is named in it stays as it is, whatever words are in that.
+Text ShownTitle(TextView title, const mvDocument& document)
+{
+    const auto item = document.ItemObject();
+    const size_t name = (title.starts_with(u'*') ? 1 : 0) + document.DisplayName().size();
+    QString rest = ToQString(title.substr(std::min(name, title.size())));
+    QString shown = ToQString(title.substr(0, name));
+    const auto take = [&](const char* words, const Text& named = {}) {
+        const auto filled = [&](QString text) { return text.replace(QLatin1String("%1"), ToQString(named)); };
+        const QString plain = filled(QString::fromLatin1(words));
+        if (!rest.startsWith(plain)) return;
+        rest.remove(0, plain.size());
+        shown += filled(QCoreApplication::translate("frmDocument", words));
+    };
+    if (item) take(QT_TRANSLATE_NOOP("frmDocument", " on %1"), item->HostName());
+    if (item) take(QT_TRANSLATE_NOOP("frmDocument", ", account %1"), item->Account());
+    take(QT_TRANSLATE_NOOP("frmDocument", " (New)"));
+    take(QT_TRANSLATE_NOOP("frmDocument", " (Read only)"));
+    return ToText(shown + rest);
+}
 
 } // namespace
 
@@ -117,7 +140,7 @@ void frmDocument::QueryUnload()
 
 void frmDocument::SetTitle(TextView title)
 {
-    title_ = title;
+    title_ = document_ ? ShownTitle(title, *document_) : Text(title);
     window_->setWindowTitle(PlainTitle(title_));
     widget_->setAccessibleName(ToQString(title_));
     if (other_) other_->setAccessibleName(ToQString(title_));

@@ -118,6 +118,7 @@ QString Shown(const StartRow& row, const Text& part)
 {
     const bool isName = row.kind == StartRow::Kind::Recent || row.kind == StartRow::Kind::Place ||
                         (row.kind == StartRow::Kind::LastSession && &part == &row.detail);
+    if (row.kind == StartRow::Kind::Recent && &part == &row.detail) return TranslatedPlace(part);
     if (isName) return ToQString(part);
     const bool hasKeys = row.kind == StartRow::Kind::Command || row.kind == StartRow::Kind::Help;
     if (&part != &row.detail || !hasKeys) return Translated(part);

@@ -17,6 +17,7 @@ namespace nib {
 
 namespace {
 
+constexpr TextView kPlacePanel{u"Place"};
 constexpr int kRoomAround = 12;
 /// The others need theirs too.
 constexpr int kWidestInCharacters = 28;
@@ -200,7 +201,9 @@ void QtStatusPanels::Change(const MenuTool& panel)
     if (found == panels_.end()) return;
     QtStatusPanel& shown = *found->second;
     const bool opens = !panel.tag.empty();
-    const QString caption = opens ? Translated(panel.caption) : TranslatedText(panel.caption);
+    const QString caption = panel.key == kPlacePanel ? TranslatedPlace(panel.caption)
+                            : opens                  ? Translated(panel.caption)
+                                                     : TranslatedText(panel.caption);
     shown.Show(caption);
     // Without a text of its own a screen reader would read nothing, and "LF" alone says little.
     if (opens) {

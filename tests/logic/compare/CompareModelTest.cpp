@@ -247,12 +247,13 @@ TEST(CompareModelTest, WhatCannotBeReadIsRefused)
     const auto document = t.StoreAndOpen(kMain, u"text");
     t.Store().readFailure = Error{error_number::kStorage, u"Broken"};
     EXPECT_EQ(refused(*document)->description, u"Broken");
+    t.Store().readFailure.reset();
     t.Store().items.erase(kMain);
     EXPECT_EQ(refused(*document)->description, u"\"<BP MAIN>\" does not exist.");
     EXPECT_EQ(FailureOf([&] { CommittedTextOf(*document); })->number, error_number::kFileNotFound);
 }
 
-/// Each call to it is a wait that the user has to cancel.
+/// Each call to it is a wait that the user has to cancel, or one more question for a password.
 struct HangingItem : FakeItem {
     using FakeItem::FakeItem;
     bool IsItem() override { return true; }
@@ -260,17 +261,21 @@ struct HangingItem : FakeItem {
     Text ReadItem(int32_t, int32_t, int32_t) override
     {
         ++waits;
-        throw Error(error_number::kDeviceUnavailable, u"The request was cancelled.");
+        throw Error(number, u"It was not read.");
     }
+    int32_t number = 0;
     int32_t waits = 0;
 };
 
-TEST(CompareModelTest, OneCancelIsEnough)
+TEST(CompareModelTest, AHostIsAskedOnce)
 {
     TestProgram t;
-    const auto item = std::make_shared<HangingItem>(t.Store(), kMain);
-    EXPECT_TRUE(FailureOf([&] { TextOfItem(t.program.Services(), item); }));
-    EXPECT_EQ(item->waits, 1);
+    for (const int32_t number : {error_number::kDeviceUnavailable, error_number::kPathNotFound}) {
+        const auto item = std::make_shared<HangingItem>(t.Store(), kMain);
+        item->number = number;
+        EXPECT_EQ(FailureOf([&] { TextOfItem(t.program.Services(), item); })->number, number);
+        EXPECT_EQ(item->waits, 1);
+    }
 }
 
 } // namespace nib::test::compare_test
