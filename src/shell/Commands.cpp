@@ -23,6 +23,41 @@ const CommandRow* FindCommand(TextView key)
     return nullptr;
 }
 
+/// They edit or select by the lines and the caret of the text, which is not in sight while a record shows as tables.
+/// The tables have keys of their own for what they can do of it.
+constexpr TextView kOfText[]{u"Format",
+                             u"Cut",
+                             u"Copy",
+                             u"Paste",
+                             u"Clear",
+                             u"DeleteLine",
+                             u"SelectAll",
+                             u"IndentBlock",
+                             u"OutdentBlock",
+                             u"MoveLinesUp",
+                             u"MoveLinesDown",
+                             u"DuplicateLines",
+                             u"JoinLines",
+                             u"CommentBlock",
+                             u"UncommentBlock",
+                             u"AddCaretAbove",
+                             u"AddCaretBelow",
+                             u"ValueMark",
+                             u"SubValueMark",
+                             u"ToggleCase",
+                             u"Rename",
+                             u"SelectNextOccurrence",
+                             u"SelectAllOccurrences",
+                             u"CompleteWord",
+                             u"QuickMend"};
+
+bool IsEnabled(const CommandRow& row, const CommandContext& context)
+{
+    const clsDocView* view = context.document ? context.document->View() : nullptr;
+    const bool hidden = view && view->IsGrid() && std::ranges::find(kOfText, row.key) != std::end(kOfText);
+    return !hidden && row.enabled(context);
+}
+
 int32_t NumberBehind(TextView key, TextView prefix)
 {
     return ToInt(key.substr(prefix.size()));
@@ -49,7 +84,7 @@ bool Dispatch(TextView key, CommandContext& context)
         return context.document != nullptr;
     }
     if (const CommandRow* row = FindCommand(key)) {
-        if (!row->enabled(context)) return false;
+        if (!IsEnabled(*row, context)) return false;
         std::optional<Typing> typing;
         if (row->typing) typing.emplace(context.program.Window());
         row->run(context);
@@ -88,7 +123,7 @@ CommandState StateOfCommand(TextView key, const CommandContext& context)
 {
     const CommandRow* row = FindCommand(key);
     if (!row) return {};
-    return {row->enabled(context), row->checked && row->checked(context)};
+    return {IsEnabled(*row, context), row->checked && row->checked(context)};
 }
 
 bool IsCommand(TextView key)
@@ -108,7 +143,7 @@ void UpdateTools(MenuModel& menus, const CommandRow& row, const CommandContext& 
     const MenuTool* onMenu = menus.Find(Band::MainMenu, row.key);
     const MenuTool* onToolBar = menus.Find(Band::ToolBar, row.key);
     if (!onMenu && !onToolBar) return;
-    const bool enabled = row.enabled(context);
+    const bool enabled = IsEnabled(row, context);
     const bool checked = row.checked && row.checked(context);
     if (onMenu) menus.SetState(Band::MainMenu, *onMenu, enabled, checked);
     if (onToolBar) menus.SetState(Band::ToolBar, *onToolBar, enabled, checked);
