@@ -40,6 +40,9 @@ QtGridView::QtGridView(RecordGrid& grid, size_t table, SourceView& view) : model
     }
     AddActions();
     SizeColumns();
+    connect(&model_, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& first, const QModelIndex& last) {
+        if (first == last) Grow(first);
+    });
 }
 
 void QtGridView::SizeColumns()
@@ -51,6 +54,14 @@ void QtGridView::SizeColumns()
         const int wanted = std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)) + unit;
         setColumnWidth(column, std::clamp(wanted, kLeastChars * unit, kMostChars * unit));
     }
+}
+
+/// To what a cell shows; one that the user has made wider stays.
+void QtGridView::Grow(const QModelIndex& at)
+{
+    const int unit = fontMetrics().averageCharWidth();
+    const int wanted = std::min(sizeHintForIndex(at).width() + unit, kMostChars * unit);
+    if (wanted > columnWidth(at.column())) setColumnWidth(at.column(), wanted);
 }
 
 QAction* QtGridView::AddKey(const QString& caption, const QKeySequence& key, const std::function<void()>& run,

@@ -68,6 +68,7 @@ private:
     QtGridModel model_;
     QtGridCells cells_{model_};
     QMenu menu_;
+    void Grow(const QModelIndex& at);
     QList<QAction*> edits_;
     int sorted_ = -1;
     bool following_ = false;

@@ -143,6 +143,13 @@ TEST_F(RecordGridTest, RecordsOfTheFileOpenSoFromThenOn)
 }
 
 TEST_F(RecordGridTest, ArrowsLeadFromTableToTable)
+TEST_F(RecordGridTest, AColumnGrowsWithWhatIsTyped)
+{
+    Type(List(), 0, 0, std::string(300, 'm').c_str());
+    Key(Qt::Key_Return);
+    EXPECT_EQ(List().columnWidth(0), 44 * List().fontMetrics().averageCharWidth());
+}
+
 {
     List().setCurrentIndex(List().model()->index(3, 0));
     Key(Qt::Key_Down);
