@@ -127,6 +127,8 @@ void QtGridView::keyPressEvent(QKeyEvent* event)
         EnableActions();
         return action->trigger();
     }
+    // Menus know the key of the text alone.
+    if (event->keyCombination() == (Qt::CTRL | Qt::SHIFT | Qt::Key_Z)) return model_.View().Redo();
     const bool down = event->key() == Qt::Key_Down;
     const int edge = down ? model_.rowCount() - 1 : 0;
     if ((down || event->key() == Qt::Key_Up) && !event->modifiers() && currentIndex().row() == edge && onLeave)

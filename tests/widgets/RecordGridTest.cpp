@@ -75,6 +75,9 @@ TEST_F(RecordGridTest, ACellIsTypedIntoTheText)
     Key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(Line(2), "21137");
     EXPECT_EQ(List().model()->index(1, 0).data().toString(), QStringLiteral("2025-11-13"));
+    Key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    Key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(Line(2), "21138") << "and no line is deleted that is not seen";
     frame.Run(u"RecordGrid");
     EXPECT_FALSE(form->IsGrid());
     EXPECT_TRUE(TextOf(*form).isVisible());
