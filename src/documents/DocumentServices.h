@@ -69,6 +69,8 @@ public:
     /// The text as a record in tables. Throws Error where it is too large for that.
     virtual bool IsGrid() const { return false; }
     virtual void SetGrid(bool /*grid*/) {}
+    /// An item was opened into it, or one that is to be made.
+    virtual void Opened() {}
 };
 
 /// Makes the window of a document; which kind is its own choice.

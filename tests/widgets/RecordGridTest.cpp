@@ -143,6 +143,13 @@ TEST_F(RecordGridTest, RecordsOfTheFileOpenSoFromThenOn)
     frame.ActivateChild(*form);
     frame.Run(u"RecordGrid");
     EXPECT_FALSE(Open(u"mvdb:*/DEMO/DATA/O3", u"C3").IsGrid());
+TEST_F(RecordGridTest, AColumnGrowsWithWhatIsTyped)
+{
+    Type(List(), 0, 0, std::string(300, 'm').c_str());
+    Key(Qt::Key_Return);
+    EXPECT_EQ(List().columnWidth(0), 44 * List().fontMetrics().averageCharWidth());
+}
+
 }
 
 TEST_F(RecordGridTest, ArrowsLeadFromTableToTable)

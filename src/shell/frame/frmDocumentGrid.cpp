@@ -51,6 +51,13 @@ void frmDocument::ShowGrid(Dictionary dictionary)
     window_->widget()->setFocusProxy(grid_);
     grid_->show();
     FocusText();
+    mainWindow_.Owner().StateChanged(); // commands on the text rest
+}
+
+/// When the call that opens it is over.
+void frmDocument::Opened()
+{
+    window_->Post([](frmDocument& form) { form.RestoreGrid(); });
 }
 
 /// As the user looked at records of this file before. One that is too large for it shows as the text that it is.
