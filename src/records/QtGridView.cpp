@@ -161,6 +161,22 @@ void QtGridView::currentChanged(const QModelIndex& current, const QModelIndex& p
     if (!following_ && current.isValid() && onCurrent) onCurrent(model_.CellAt(current));
 }
 
+bool QtGridView::Commit()
+{
+    QLineEdit* line = Editor();
+    if (line) commitData(line);
+    return !line || !line->isModified();
+}
+
+/// A text that was refused stays to be mended, wherever the focus goes; Esc gives it up.
+void QtGridView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    const bool revert = hint == QAbstractItemDelegate::RevertModelCache;
+    if (!revert && editor == Editor() && Editor()->isModified()) return;
+    QTableView::closeEditor(editor, hint);
+    if (revert && model_.onRefused) model_.onRefused({});
+}
+
 bool QtGridView::ShowValue(int32_t attribute, int32_t value)
 {
     const auto [row, column] = model_.Table().Find(attribute, value);

@@ -98,6 +98,39 @@ TEST_F(RecordGridTest, ATextThatMeansNothingStaysToBeMended)
     EXPECT_EQ(Refusal(), QString());
 }
 
+TEST_F(RecordGridTest, ARefusedTextStopsWhatWouldLoseIt)
+{
+    QWidget* cells = Lines().viewport();
+    const std::function<void()> ways[] = {
+        [&] { Key(Qt::Key_F4, Qt::ControlModifier); },
+        [&] { Key(Qt::Key_G, Qt::ControlModifier | Qt::ShiftModifier); },
+        [&] { Key(Qt::Key_Up); },
+        [&] {
+            QTest::mouseClick(cells, Qt::LeftButton, {}, Lines().visualRect(Lines().model()->index(0, 0)).center());
+        },
+        [&] { form->SubWindow()->findChild<QLineEdit*>()->setFocus(); },
+        [&] {
+            form->txtText().SetCaret({0, 0});
+        },
+        [&] { frame.ActivateChild(New()), Settle(), frame.ActivateChild(*form); },
+        [&] { frame.close(); },
+    };
+    Type(Lines(), 1, 1, "many");
+    for (const auto& go : ways) {
+        SCOPED_TRACE(&go - ways);
+        go();
+        Settle();
+        ASSERT_TRUE(form->IsGrid() && Editor() && cells->isAncestorOf(Editor()));
+        EXPECT_EQ(Editor()->text(), QStringLiteral("many"));
+        EXPECT_EQ(Refusal(), QStringLiteral("'many' is no number."));
+    }
+    EXPECT_EQ(boxes.Take(), std::vector{Warning(u"'many' is no number.")}) << "as the program ends";
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(Refusal(), QString());
+    frame.Run(u"CloseAll");
+    EXPECT_EQ(program.OpenDocuments().Count(), 0) << "nothing has changed";
+}
+
 TEST_F(RecordGridTest, WhatIsTypedGoesIntoNoOtherValueThanIsSeen)
 {
     Type(List(), 0, 0, "C2");
@@ -108,6 +141,13 @@ TEST_F(RecordGridTest, WhatIsTypedGoesIntoNoOtherValueThanIsSeen)
     ASSERT_TRUE(Editor());
     EXPECT_EQ(Editor()->text(), QStringLiteral("C2"));
     Key(Qt::Key_Escape);
+}
+
+TEST_F(RecordGridTest, AColumnGrowsWithWhatIsTyped)
+{
+    Type(List(), 0, 0, std::string(300, 'm').c_str());
+    Key(Qt::Key_Return);
+    EXPECT_EQ(List().columnWidth(0), 44 * List().fontMetrics().averageCharWidth());
 }
 
 TEST_F(RecordGridTest, RowsAreTypedOneAfterTheOther)
@@ -140,26 +180,18 @@ TEST_F(RecordGridTest, RecordsOfTheFileOpenSoFromThenOn)
 {
     EXPECT_TRUE(Open(u"mvdb:*/DEMO/DATA/O2", u"C2").IsGrid());
     EXPECT_FALSE(Open(u"mvdb:*/DEMO/BP/P", u"PRINT").IsGrid());
+    boxes.whileShown = [] { QApplication::processEvents(); };
+    boxes.Answer({message_box::kAnswerYes});
+    program.OpenPath(u"mvdb:*/DEMO/DATA/NEW", false);
+    Settle();
+    EXPECT_TRUE(frame.ActiveForm()->IsGrid());
+    EXPECT_EQ(boxes.Take().size(), 1U);
     frame.ActivateChild(*form);
     frame.Run(u"RecordGrid");
     EXPECT_FALSE(Open(u"mvdb:*/DEMO/DATA/O3", u"C3").IsGrid());
-TEST_F(RecordGridTest, AColumnGrowsWithWhatIsTyped)
-{
-    Type(List(), 0, 0, std::string(300, 'm').c_str());
-    Key(Qt::Key_Return);
-    EXPECT_EQ(List().columnWidth(0), 44 * List().fontMetrics().averageCharWidth());
-}
-
 }
 
 TEST_F(RecordGridTest, ArrowsLeadFromTableToTable)
-TEST_F(RecordGridTest, AColumnGrowsWithWhatIsTyped)
-{
-    Type(List(), 0, 0, std::string(300, 'm').c_str());
-    Key(Qt::Key_Return);
-    EXPECT_EQ(List().columnWidth(0), 44 * List().fontMetrics().averageCharWidth());
-}
-
 {
     List().setCurrentIndex(List().model()->index(3, 0));
     Key(Qt::Key_Down);

@@ -2,6 +2,7 @@
 
 #include "documents/mvDocument.h"
 #include "hosts/ItemReader.h"
+#include "platform/qt/QtText.h"
 #include "records/GridFiles.h"
 #include "records/frmRecord.h"
 #include "shell/Program.h"
@@ -52,6 +53,13 @@ void frmDocument::ShowGrid(Dictionary dictionary)
     grid_->show();
     FocusText();
     mainWindow_.Owner().StateChanged(); // commands on the text rest
+}
+
+Text frmDocument::TakeInput()
+{
+    const QString reason = grid_ ? grid_->TakeInput() : QString();
+    if (!reason.isEmpty()) Activate();
+    return ToText(reason);
 }
 
 /// When the call that opens it is over.
