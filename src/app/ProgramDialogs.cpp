@@ -34,6 +34,8 @@ void ProgramDialogs::Load(Program& program)
     program.Services().results = results_.get();
     compare_ = std::make_unique<QtCompareWindows>(program.Services(), store_, &mainWindow_,
                                                   [this](QWidget* content) { mainWindow_.TakeGuest(content); });
+    mainWindow_.guestDocument = [this] { return compare_->DocumentInFront(); };
+    compare_->onSide = [&program] { program.StateChanged(); };
     compare_->onSave = [&program](mvDocument& document) { program.Files().FileSave(document); };
     history_ = std::make_unique<QtHistory>(program.Versions(), program.Services(), *compare_, mainWindow_,
                                            [&program] { program.StateChanged(); });
@@ -73,6 +75,7 @@ void ProgramDialogs::Unload()
 {
     if (program_) program_->Services().results = nullptr;
     history_.reset();
+    mainWindow_.guestDocument = nullptr;
     compare_.reset();
     help_.reset();
     goto_.reset();

@@ -106,7 +106,8 @@ int32_t QtCompareWindows::DocumentInFront() const
     for (const Shown& shown : windows_) {
         const auto* window = shown.window ? qobject_cast<QMdiSubWindow*>(shown.window->parentWidget()) : nullptr;
         if (!window || !window->mdiArea() || window->mdiArea()->currentSubWindow() != window) continue;
-        for (const Beside side : {Beside::Right, Beside::Left})
+        const Beside own = shown.window->View().Side();
+        for (const Beside side : {own, CompareModel::Other(own)})
             if (const auto document = shown.window->Model().Side(side).Document()) return document->DocumentID();
     }
     return services_.frame.ActiveDocument();
@@ -159,6 +160,9 @@ void QtCompareWindows::Open(Text pair, std::unique_ptr<CompareSide> left, std::u
     auto* window = new frmCompare(services_, store_, {std::move(left), std::move(right)});
     window->onSave = [this](mvDocument& document) {
         if (onSave) onSave(document);
+    };
+    window->onSide = [this] {
+        if (onSide) onSide();
     };
     windows_.push_back({window, std::move(pair)});
     host_(window);

@@ -38,11 +38,12 @@ public:
     /// The same over a dialog, until the user closes it.
     void CompareOver(QWidget& owner, CompareText left, CompareText right);
 
-    /// Also where it is a side of the comparison in front, then the right one rather than the left. 0 when there is
-    /// none.
+    /// Also where it is a side of the comparison in front, the chosen one rather than the other. 0 when there is none.
     int32_t DocumentInFront() const;
 
     std::function<void(mvDocument& document)> onSave;
+    /// DocumentInFront may be another one.
+    std::function<void()> onSide;
 
 private:
     void WithDocument(mvDocument& document);

@@ -43,8 +43,8 @@ constexpr MergeSide kColumns[] = {MergeSide::Theirs, MergeSide::Base, MergeSide:
 constexpr float kWeak = 0.2F;
 constexpr float kStrong = 0.4F;
 
-/// As people know the marks of their system.
-constexpr char16_t kShownMarks[] = u"\u00FB\u00FC\u00FD\u00FE\u00FF";
+/// Letters in circles, since those that share their codes with the marks can be letters of a text.
+constexpr char16_t kShownMarks[] = u"\u24E3\u24E2\u24E5\u24D0\u24D8";
 constexpr char16_t kControlPictures = 0x2400;
 constexpr char16_t kNoPicture = 0xFFFD;
 

@@ -23,6 +23,11 @@ constexpr int kLooksAtStored = 20;
 
 constexpr std::array<Beside, 2> kSides{Beside::Left, Beside::Right};
 
+int WidthOf(const QMargins& margins)
+{
+    return margins.left() + margins.right();
+}
+
 /// As in the windows of documents.
 bool IsClose(const QKeyEvent& event)
 {
@@ -38,7 +43,11 @@ frmCompare::frmCompare(DocumentServices& services, SettingsStore& store,
     Build();
     model_.onChange = [this] { Show(); };
     model_.onEdit = [this] { view_->Edited(); };
-    view_->onMove = [this] { ShowState(); };
+    view_->onMove = [this, side = view_->Side()]() mutable {
+        ShowState();
+        if (std::exchange(side, view_->Side()) == view_->Side()) return;
+        if (onSide) onSide();
+    };
     view_->onOpen = [this](Beside side, int32_t line) { Open(side, line); };
     connect(&timer_, &QTimer::timeout, this, [this] { Ring(); });
     timer_.start(kPace);
@@ -74,13 +83,15 @@ void frmCompare::Build()
     lbNote_->setWordWrap(true);
     all->addWidget(lbNote_);
     view_ = new QtCompareView(model_, this);
+    view_->setMinimumHeight(fontMetrics().lineSpacing()); // it asks for more than small screens have
     all->addWidget(view_, 1);
     captions->setSpacing(view_->GutterWidth());
     setFocusProxy(view_);
     setAutoFillBackground(true);
 }
 
-/// Two parts, which stand above one another where there is no room for both in a row.
+/// Two parts, which stand above one another where there is no room for both in a row. Where there is none for that
+/// either the texts come before the options.
 QBoxLayout* frmCompare::BuildBar()
 {
     bar_ = new QHBoxLayout;
@@ -101,8 +112,10 @@ QBoxLayout* frmCompare::BuildBar()
     lbState_ = new ElidedLabel;
     lbState_->setContentsMargins(8, 0, 8, 0);
     steps->addWidget(lbState_, 1);
-    auto* options = new QHBoxLayout;
-    bar_->addLayout(options);
+    options_ = new QWidget;
+    bar_->addWidget(options_);
+    auto* options = new QHBoxLayout(options_);
+    options->setContentsMargins(0, 0, 0, 0);
     options->addWidget(new QLabel(tr("Ignore:")));
     AddOption(*options, tr("&Blanks"), tr("Indents, blanks at the end, and how many there are between words"),
               &CompareOptions::blanks);
@@ -115,19 +128,21 @@ QBoxLayout* frmCompare::BuildBar()
 
 QSize frmCompare::minimumSizeHint() const
 {
-    const QSize whole = QWidget::minimumSizeHint();
-    const int steps = bar_->itemAt(0)->minimumSize().width();
-    const int options = bar_->itemAt(1)->minimumSize().width();
-    const QMargins margins = bar_->contentsMargins();
-    return {std::max(steps, options) + margins.left() + margins.right(), whole.height()};
+    constexpr int kLeastLines = 4;
+    return {bar_->itemAt(0)->minimumSize().width() + WidthOf(bar_->contentsMargins()),
+            kLeastLines * fontMetrics().lineSpacing()};
 }
 
 void frmCompare::resizeEvent(QResizeEvent* event)
 {
+    constexpr int kLinesForTwo = 9;
     QWidget::resizeEvent(event);
+    const int options = options_->minimumSizeHint().width();
     const int state = lbState_->fontMetrics().horizontalAdvance(tr("No differences but those that are ignored"));
-    const int row = bar_->itemAt(0)->minimumSize().width() + bar_->itemAt(1)->minimumSize().width() + state;
-    bar_->setDirection(width() < row ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    const bool inRow = width() >= minimumSizeHint().width() + options + state;
+    bar_->setDirection(inRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    options_->setVisible(inRow || (width() >= options + WidthOf(bar_->contentsMargins()) &&
+                                   height() >= kLinesForTwo * fontMetrics().lineSpacing()));
 }
 
 QToolButton* frmCompare::AddButton(QBoxLayout& bar, const QString& text, const QString& tip, std::function<void()> act)

@@ -26,6 +26,8 @@ public:
     /// Compares once more, with what is stored now, or with what was read in place of the text on the left.
     void Again(std::optional<CompareText> left = std::nullopt);
 
+    /// The other side is the chosen one.
+    std::function<void()> onSide;
     /// The document is to be saved.
     std::function<void(mvDocument& document)> onSave;
 
@@ -53,6 +55,7 @@ private:
     CompareModel model_;
     QtCompareView* view_ = nullptr; ///< the widgets are Qt's
     QBoxLayout* bar_ = nullptr;
+    QWidget* options_ = nullptr; ///< the second part of the bar
     std::array<QLabel*, 2> captions_{};
     QLabel* lbState_ = nullptr;
     QLabel* lbNote_ = nullptr;

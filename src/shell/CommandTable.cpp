@@ -291,7 +291,6 @@ void SetAssist(CommandContext& c)
 constexpr CommandRow kRows[] = {
     {u"New", ForAll<&FileCommands::FileNew>, Always},
     {u"Open", ForAll<&FileCommands::FileOpen>, Always},
-    {u"Close", [](CommandContext& c) { c.program.Files().FileClose(*c.document); }, HasDocument},
     {u"Save", [](CommandContext& c) { c.program.Files().FileSave(*c.document); }, CanSave, nullptr, true},
     {u"SaveAs", [](CommandContext& c) { c.program.Files().FileSaveAs(*c.document); }, HasDocument, nullptr, true},
     {u"SaveAll", ForAll<&FileCommands::FileSaveAll>, CanSaveAll, nullptr, true},

@@ -15,6 +15,9 @@ constexpr TextView kRecentEntry = u"file_";
 
 constexpr std::span<const CommandRow> (*kTables[])() = {MainCommands, StorageCommands, WindowCommands};
 
+/// Those that are also for the document that a window in front compares.
+constexpr TextView kForCompared[] = {u"Save", u"SaveAll", u"Undo", u"UndoReplacements", u"Redo"};
+
 const CommandRow* FindCommand(TextView key)
 {
     for (const auto table : kTables)
@@ -58,6 +61,19 @@ bool IsEnabled(const CommandRow& row, const CommandContext& context)
     return !hidden && row.enabled(context);
 }
 
+CommandContext ContextFor(const CommandRow& row, const CommandContext& context)
+{
+    if (context.document || std::ranges::find(kForCompared, row.key) == std::end(kForCompared)) return context;
+    const int32_t compared = context.program.Window().GuestDocument();
+    return {context.program, context.program.OpenDocuments().ById(compared), context.checked};
+}
+
+CommandState StateOf(const CommandRow& row, const CommandContext& context)
+{
+    const CommandContext own = ContextFor(row, context);
+    return {IsEnabled(row, own), row.checked && row.checked(own)};
+}
+
 int32_t NumberBehind(TextView key, TextView prefix)
 {
     return ToInt(key.substr(prefix.size()));
@@ -84,10 +100,11 @@ bool Dispatch(TextView key, CommandContext& context)
         return context.document != nullptr;
     }
     if (const CommandRow* row = FindCommand(key)) {
-        if (!IsEnabled(*row, context)) return false;
+        CommandContext own = ContextFor(*row, context);
+        if (!IsEnabled(*row, own)) return false;
         std::optional<Typing> typing;
         if (row->typing) typing.emplace(context.program.Window());
-        row->run(context);
+        row->run(own);
         return true;
     }
     if (key.starts_with(kWindowEntry)) {
@@ -122,8 +139,7 @@ bool RunCommand(TextView key, CommandContext& context)
 CommandState StateOfCommand(TextView key, const CommandContext& context)
 {
     const CommandRow* row = FindCommand(key);
-    if (!row) return {};
-    return {IsEnabled(*row, context), row->checked && row->checked(context)};
+    return row ? StateOf(*row, context) : CommandState();
 }
 
 bool IsCommand(TextView key)
@@ -143,10 +159,9 @@ void UpdateTools(MenuModel& menus, const CommandRow& row, const CommandContext& 
     const MenuTool* onMenu = menus.Find(Band::MainMenu, row.key);
     const MenuTool* onToolBar = menus.Find(Band::ToolBar, row.key);
     if (!onMenu && !onToolBar) return;
-    const bool enabled = IsEnabled(row, context);
-    const bool checked = row.checked && row.checked(context);
-    if (onMenu) menus.SetState(Band::MainMenu, *onMenu, enabled, checked);
-    if (onToolBar) menus.SetState(Band::ToolBar, *onToolBar, enabled, checked);
+    const CommandState state = StateOf(row, context);
+    if (onMenu) menus.SetState(Band::MainMenu, *onMenu, state.enabled, state.checked);
+    if (onToolBar) menus.SetState(Band::ToolBar, *onToolBar, state.enabled, state.checked);
 }
 
 } // namespace

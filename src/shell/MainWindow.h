@@ -31,6 +31,10 @@ public:
     // Windows that show no document of their own; their tabs have numbers below 0.
     virtual void ActivateGuest(int32_t /*tab*/) {}
     virtual void CloseGuest(int32_t /*tab*/) {}
+    /// The tab of the one in front; 0 when there is none.
+    virtual int32_t GuestInFront() const { return 0; }
+    /// The document that it compares, which some commands are for then; 0 when there is none.
+    virtual int32_t GuestDocument() const { return 0; }
 };
 
 /// What commands show.

@@ -27,6 +27,17 @@ int32_t ActiveTab(Context& c)
 {
     return c.document ? c.document->DocumentID() : 0;
 }
+bool CanClose(Context& c)
+{
+    return c.document || c.program.Window().GuestInFront() != 0;
+}
+void Close(CommandContext& c)
+{
+    if (c.document)
+        c.program.Files().FileClose(*c.document);
+    else
+        c.program.Window().CloseGuest(c.program.Window().GuestInFront());
+}
 bool HasMore(Context& c)
 {
     return c.document && HasOthers(c.program, ActiveTab(c));
@@ -97,6 +108,7 @@ constexpr CommandRow kRows[] = {
     {u"Cascade", Arrange<0>, HasDocuments},
     {u"Maximize", [](CommandContext& c) { ToggleWindowState(*c.document->View(), kMaximized); }, HasView, IsMaximized},
     {u"RecordGrid", SetGrid, CanGrid, IsGrid},
+    {u"Close", Close, CanClose},
     {u"CloseOthers", [](CommandContext& c) { CloseOthers(c.program, ActiveTab(c)); }, HasMore},
     {u"CloseRight", [](CommandContext& c) { CloseRight(c.program, ActiveTab(c)); }, HasTabsToTheRight},
     {u"CloseAll", [](CommandContext& c) { c.program.Files().FileCloseAll(); }, HasDocuments},

@@ -66,6 +66,28 @@ TEST_F(CompareTest, KeysGoThroughChangesAndTakeThemOver)
     EXPECT_EQ(frame.ActiveForm()->ViewObject(), document);
 }
 
+TEST_F(CompareTest, CommandsOfTheFrameAreForTheChosenSide)
+{
+    Open(u"A\r\nB", u"A\r\nX");
+    frame.guestDocument = [this] { return windows->DocumentInFront(); };
+    EXPECT_FALSE(frame.Run(u"Undo"));
+    QTest::keyClick(&form->View(), Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(document->GetText(), u"A\r\nB");
+    EXPECT_TRUE(frame.Run(u"Undo"));
+    EXPECT_EQ(document->GetText(), u"A\r\nX");
+    QTest::keyClick(&form->View(), Qt::Key_Left);
+    EXPECT_FALSE(frame.Run(u"Redo")) << "nothing was done on that side";
+    QTest::keyClick(&form->View(), Qt::Key_Right);
+    EXPECT_TRUE(frame.Run(u"Redo"));
+    EXPECT_EQ(document->GetText(), u"A\r\nB");
+    EXPECT_FALSE(frame.Run(u"Format")) << "not for a text out of sight";
+    const QPointer<frmCompare> watched(form);
+    EXPECT_TRUE(frame.Run(u"Close"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return watched.isNull(); }));
+    EXPECT_EQ(program.OpenDocuments().Count(), 2);
+    frame.guestDocument = nullptr;
+}
+
 TEST_F(CompareTest, WhatIsComparedAlreadyComesToTheFront)
 {
     Open(u"A", u"B");
@@ -83,7 +105,8 @@ TEST_F(CompareTest, WhatIsComparedAlreadyComesToTheFront)
             EXPECT_EQ(tabs(), before + 1);
             EXPECT_EQ(frame.ActiveForm(), nullptr);
         }
-        if (with == CompareWith::Stored) EXPECT_EQ(Front()->Model().Side(Beside::Left).Lines().GetText(), u"three");
+        const Text left = Front()->Model().Side(Beside::Left).Lines().GetText();
+        EXPECT_EQ(left, with == CompareWith::Stored ? u"three" : u"one");
     }
     const size_t before = tabs();
     windows->Compare(*other, *document);

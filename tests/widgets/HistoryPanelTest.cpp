@@ -92,7 +92,17 @@ TEST_F(HistoryPanelTest, ListsBringsBackAndTellsOfAuthors)
     const auto cell = [&](int row, int column) { return list->model()->index(row, column).data().toString(); };
     EXPECT_EQ(cell(1, 1) + u' ' + cell(0, 2) + u' ' + cell(1, 3),
               QStringLiteral("server1 +1 \u22121 as it was first read"));
-    EXPECT_TRUE(list->model()->setData(list->model()->index(0, 3), QStringLiteral("louder")));
+    list->setCurrentIndex(list->model()->index(0, 0));
+    QKeyEvent asked(QEvent::ShortcutOverride, Qt::Key_F2, Qt::NoModifier);
+    asked.ignore();
+    QApplication::sendEvent(list, &asked);
+    EXPECT_TRUE(asked.isAccepted()) << "the frame has another use for the key";
+    QTest::keyClick(list, Qt::Key_F2);
+    auto* message = list->findChild<QLineEdit*>();
+    ASSERT_NE(message, nullptr);
+    QTest::keyClicks(message, QStringLiteral("louder"));
+    QTest::keyClick(message, Qt::Key_Return);
+    QApplication::processEvents();
     EXPECT_EQ(program.Versions().List(*document, program.Versions().Last(*document), 1)[0].message, u"louder");
 
     auto* pane = frame.ActiveForm()->SubWindow()->findChild<SourceViewWidget*>();

@@ -70,6 +70,27 @@ TEST_F(ItemPickerTest, KeyboardWalksDownUpAndOpens)
     EXPECT_EQ(model->Answer().paths, (std::vector<Text>{u"mvdb:LIVE/SALES/BP/CUST*1"}));
 }
 
+TEST_F(ItemPickerTest, WhatNoRowBeginsWithGoesOnAsAName)
+{
+    const struct {
+        TextView place;
+        const char* typed;
+        bool named;
+    } kCases[] = {{kBp, "/home/me/prog.b", true},
+                  {kBp, "ma", false},
+                  {kBp, "max", true},
+                  {kBp, "mm", false},
+                  {kBp, " ", false},
+                  {kBp, "main2", false},
+                  {u"mvdb:LIVE/SALES", "BP MAIN", true}};
+    for (const auto& row : kCases) {
+        Open({}, row.place);
+        Type(row.typed);
+        EXPECT_EQ(Name()->hasFocus(), row.named) << row.typed;
+        if (row.named) EXPECT_EQ(Name()->text(), QLatin1String(row.typed));
+    }
+}
+
 TEST_F(ItemPickerTest, FilterNarrowsAndEscapeFirstClearsIt)
 {
     Open({}, kBp);

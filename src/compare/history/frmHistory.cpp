@@ -8,6 +8,7 @@
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
@@ -110,9 +111,27 @@ private:
     int count_ = 0;
 };
 
+/// F2 writes the message of a version, in whichever column the cell with the focus is; the frame knows the key too.
+class frmHistory::View final : public QTreeView {
+protected:
+    bool event(QEvent* event) override
+    {
+        const bool asked = event->type() == QEvent::ShortcutOverride;
+        if (asked && static_cast<QKeyEvent*>(event)->keyCombination() == QKeyCombination(Qt::Key_F2)) {
+            event->accept();
+            return true;
+        }
+        return QTreeView::event(event);
+    }
+    bool edit(const QModelIndex& at, EditTrigger trigger, QEvent* event) override
+    {
+        return QTreeView::edit(trigger == EditKeyPressed ? at.siblingAtColumn(kMessage) : at, trigger, event);
+    }
+};
+
 frmHistory::frmHistory(ItemHistory& history, DocumentServices& services, QtCompareWindows& compare, QWidget* window)
     : QDockWidget(tr("History"), window), list_(history, services), compare_(compare), model_(new Model(list_, this)),
-      view_(new QTreeView), whyNone_(new QLabel(view_->viewport())), bringBack_(new QPushButton(tr("Bring Back"))),
+      view_(new View), whyNone_(new QLabel(view_->viewport())), bringBack_(new QPushButton(tr("Bring Back"))),
       compareButton_(new QPushButton(tr("Compare")))
 {
     setObjectName(QStringLiteral("History"));
@@ -203,6 +222,9 @@ void frmHistory::ShowWhyNone()
 {
     const auto why = list_.WhyNone();
     whyNone_->setVisible(why.has_value());
+    // On small screens a sentence needs the room of what is good for nothing meanwhile.
+    for (QWidget* other : std::initializer_list<QWidget*>{view_->header(), bringBack_, compareButton_})
+        other->setVisible(!why);
     if (!why) return;
     const QString text = tr(kWhyNone[static_cast<size_t>(*why)]);
     whyNone_->setText(why == NoVersions::Unreadable ? text.arg(ToQString(list_.Fault())) : text);

@@ -37,6 +37,7 @@ protected:
 
 private:
     class Model;
+    class View;
 
     void Try(const std::function<void()>& what);
     void ShowButtons();

@@ -3,6 +3,7 @@
 #include "platform/qt/QtText.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -14,6 +15,8 @@
 #include <QStyleOption>
 #include <QStylePainter>
 #include <QToolButton>
+
+#include <utility>
 
 namespace nib {
 
@@ -58,6 +61,19 @@ std::pair<int, int> PickerListView::RowsInSight() const
     return {first.isValid() ? first.row() : 0, last.isValid() ? last.row() : rows - 1};
 }
 
+void PickerListView::Type(const QString& text)
+{
+    if (!sinceTyped_.isValid() || sinceTyped_.hasExpired(QApplication::keyboardInputInterval())) typed_.clear();
+    sinceTyped_.start();
+    typed_ += text;
+    // The same letter again leads from one row to the next.
+    const bool repeats = typed_.size() > 1 && typed_.count(typed_.front(), Qt::CaseInsensitive) == typed_.size();
+    const QString looked = repeats ? typed_.left(1) : typed_;
+    if (!model()->match(model()->index(0, 0), Qt::DisplayRole, looked, 1, Qt::MatchStartsWith).isEmpty())
+        return keyboardSearch(text);
+    emit TypedOn(std::exchange(typed_, {}));
+}
+
 void PickerListView::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Backspace && event->modifiers() == Qt::NoModifier) {
@@ -70,6 +86,11 @@ void PickerListView::keyPressEvent(QKeyEvent* event)
         selectionModel()->select(currentIndex(), flags);
         if (event->key() == Qt::Key_Down || event->key() == Qt::Key_Up) return;
     }
+    const bool plain = !(event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
+    const QString text = event->text();
+    const bool searching = sinceTyped_.isValid() && !sinceTyped_.hasExpired(QApplication::keyboardInputInterval());
+    if (plain && !text.isEmpty() && text.at(0).isPrint() && (text.at(0) != u' ' || (searching && !typed_.isEmpty())))
+        return Type(text);
     QTreeView::keyPressEvent(event);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 #include "hosts/picker/PickerModel.h"
 
+#include <QElapsedTimer>
 #include <QTreeView>
 #include <QWidget>
 
@@ -11,7 +12,8 @@ class QToolButton;
 
 namespace nib {
 
-/// The picker's list of names: a plain table of rows that goes up on Backspace and says why it is empty.
+/// The picker's list of names: a plain table of rows that goes up on Backspace and says why it is empty. Letters lead
+/// to the row that begins with them.
 class PickerListView : public QTreeView {
     Q_OBJECT
 
@@ -25,6 +27,8 @@ public:
 signals:
     void UpWanted();
     void SightChanged();
+    /// So far, and no row begins with it.
+    void TypedOn(const QString& text);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -32,7 +36,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void Type(const QString& text);
+
     QString emptyText_;
+    QString typed_;
+    QElapsedTimer sinceTyped_;
 };
 
 /// One line that tells what went wrong, inside the dialog; takes no room while there is nothing to say.

@@ -157,6 +157,10 @@ QWidget* frmItemPicker::BuildList()
     connect(path_, &PickerPathBar::Chosen, this,
             [this](const QString& path) { Go([&] { model_.GoTo(ViewOf(path)); }); });
     connect(list_, &PickerListView::UpWanted, up_, &QToolButton::click);
+    connect(list_, &PickerListView::TypedOn, this, [this](const QString& text) {
+        name_->setFocus();
+        name_->setText(text);
+    });
     connect(list_, &PickerListView::SightChanged, this, [this] { lockTimer_.start(0); });
     connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmItemPicker::SelectionChanged);
     connect(list_, &QTreeView::doubleClicked, this, [this](const QModelIndex&) { accept_->click(); });

@@ -59,6 +59,10 @@ public:
     void Arrange(int32_t mode) override;
     void ActivateGuest(int32_t tab) override;
     void CloseGuest(int32_t tab) override;
+    int32_t GuestInFront() const override;
+    int32_t GuestDocument() const override { return GuestInFront() && guestDocument ? guestDocument() : 0; }
+    /// Of the guest in front.
+    std::function<int32_t()> guestDocument;
 
     /// Makes it a window among those of the documents, which has a tab and takes `content` along when it closes. One
     /// that it is already comes to the front.

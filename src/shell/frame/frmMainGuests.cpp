@@ -57,14 +57,21 @@ QMdiSubWindow* frmMain::ActiveGuest() const
     return active && known && active->widget() ? active : nullptr;
 }
 
+int32_t frmMain::GuestInFront() const
+{
+    const QMdiSubWindow* active = ActiveGuest();
+    const auto of = std::find_if(guests_.begin(), guests_.end(), [&](auto& each) { return each.second == active; });
+    return of == guests_.end() ? 0 : of->first;
+}
+
 void frmMain::GuestActivated(QMdiSubWindow& guest)
 {
-    const auto of = std::find_if(guests_.begin(), guests_.end(), [&](auto& each) { return each.second == &guest; });
-    menus_.SetActiveTab(of->first);
+    menus_.SetActiveTab(GuestInFront());
     if (childrenMaximised_ && !guest.isMaximized() && !guest.isMinimized()) guest.showMaximized();
     guest.widget()->setFocus();
     for (int32_t panel : {2, 3}) SetStatusText(panel, {}); // of the caret in a document
     UpdateCaption();
+    program_->StateChanged();
 }
 
 void frmMain::ShowGuestTab(int32_t tab)
