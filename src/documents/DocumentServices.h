@@ -69,6 +69,11 @@ public:
     /// The text as a record in tables. Throws Error where it is too large for that.
     virtual bool IsGrid() const { return false; }
     virtual void SetGrid(bool /*grid*/) {}
+    /// What is being typed into a cell gets into the text. Answers why it could not, once the cell is in front to be
+    /// mended; empty when nothing is left.
+    virtual Text TakeInput() { return {}; }
+    /// An item was opened into it, or one that is to be made.
+    virtual void Opened() {}
 };
 
 /// Makes the window of a document; which kind is its own choice.

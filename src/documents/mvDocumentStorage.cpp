@@ -54,6 +54,7 @@ bool mvDocument::FileNewItem(std::shared_ptr<mvItem> item)
     if (!counted_) ++services_.openCount;
     counted_ = true;
     if (item_) AdoptLocation(*item_);
+    if (item_) view_->Opened();
     services_.shell.DocumentChanged(*this);
     return true;
 }
@@ -158,6 +159,7 @@ bool mvDocument::OpenItem(std::shared_ptr<mvItem> item, bool readOnly)
     if (!counted_) ++services_.openCount;
     counted_ = true;
     AdoptLocation(*item_);
+    view_->Opened();
     services_.shell.DocumentChanged(*this);
     return true;
 }

@@ -4,17 +4,20 @@
 #include "records/QtGridView.h"
 
 #include <QKeyEvent>
-#include <QLineEdit>
 
+#include <algorithm>
 #include <limits>
 
 namespace nib {
 
 namespace {
 
+/// Also by leading to another cell.
 bool EndsEditing(int key)
 {
-    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab || key == Qt::Key_Backtab;
+    constexpr int kKeys[] = {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Tab,    Qt::Key_Backtab,
+                             Qt::Key_Up,     Qt::Key_Down,  Qt::Key_PageUp, Qt::Key_PageDown};
+    return std::find(std::begin(kKeys), std::end(kKeys), key) != std::end(kKeys);
 }
 
 } // namespace
@@ -29,6 +32,7 @@ QWidget* QtGridCells::createEditor(QWidget* parent, const QStyleOptionViewItem&,
     const QVariant down = model_.headerData(index.row(), Qt::Vertical, Qt::DisplayRole);
     line->setAccessibleName(down.toString() + QStringLiteral(", ") + across.toString());
     edited_ = index;
+    editor_ = line;
     return line;
 }
 

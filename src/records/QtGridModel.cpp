@@ -141,6 +141,7 @@ bool QtGridModel::setData(const QModelIndex& index, const QVariant& value, int r
     if (!view_.MayEdit()) return false;
     const auto failure = FailureOf([&] { grid_.Type(CellAt(index), ToText(value.toString())); });
     if (onRefused) onRefused(failure ? InUsersLanguage(failure->description) : QString());
+    if (!failure) emit dataChanged(index, index);
     return !failure;
 }
 

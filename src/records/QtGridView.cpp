@@ -40,6 +40,9 @@ QtGridView::QtGridView(RecordGrid& grid, size_t table, SourceView& view) : model
     }
     AddActions();
     SizeColumns();
+    connect(&model_, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& first, const QModelIndex& last) {
+        if (first == last) Grow(first);
+    });
 }
 
 void QtGridView::SizeColumns()
@@ -51,6 +54,14 @@ void QtGridView::SizeColumns()
         const int wanted = std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)) + unit;
         setColumnWidth(column, std::clamp(wanted, kLeastChars * unit, kMostChars * unit));
     }
+}
+
+/// To what a cell shows; one that the user has made wider stays.
+void QtGridView::Grow(const QModelIndex& at)
+{
+    const int unit = fontMetrics().averageCharWidth();
+    const int wanted = std::min(sizeHintForIndex(at).width() + unit, kMostChars * unit);
+    if (wanted > columnWidth(at.column())) setColumnWidth(at.column(), wanted);
 }
 
 QAction* QtGridView::AddKey(const QString& caption, const QKeySequence& key, const std::function<void()>& run,
@@ -116,6 +127,8 @@ void QtGridView::keyPressEvent(QKeyEvent* event)
         EnableActions();
         return action->trigger();
     }
+    // Menus know the key of the text alone.
+    if (event->keyCombination() == (Qt::CTRL | Qt::SHIFT | Qt::Key_Z)) return model_.View().Redo();
     const bool down = event->key() == Qt::Key_Down;
     const int edge = down ? model_.rowCount() - 1 : 0;
     if ((down || event->key() == Qt::Key_Up) && !event->modifiers() && currentIndex().row() == edge && onLeave)
@@ -146,6 +159,22 @@ void QtGridView::currentChanged(const QModelIndex& current, const QModelIndex& p
 {
     QTableView::currentChanged(current, previous);
     if (!following_ && current.isValid() && onCurrent) onCurrent(model_.CellAt(current));
+}
+
+bool QtGridView::Commit()
+{
+    QLineEdit* line = Editor();
+    if (line) commitData(line);
+    return !line || !line->isModified();
+}
+
+/// A text that was refused stays to be mended, wherever the focus goes; Esc gives it up.
+void QtGridView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    const bool revert = hint == QAbstractItemDelegate::RevertModelCache;
+    if (!revert && editor == Editor() && Editor()->isModified()) return;
+    QTableView::closeEditor(editor, hint);
+    if (revert && model_.onRefused) model_.onRefused({});
 }
 
 bool QtGridView::ShowValue(int32_t attribute, int32_t value)

@@ -2,7 +2,9 @@
 #include "records/QtGridModel.h"
 
 #include <QCoreApplication>
+#include <QLineEdit>
 #include <QMenu>
+#include <QPointer>
 #include <QStyledItemDelegate>
 #include <QTableView>
 
@@ -12,6 +14,9 @@ namespace nib {
 class QtGridCells final : public QStyledItemDelegate {
 public:
     explicit QtGridCells(QtGridModel& model) : model_(model) {}
+
+    /// The last one that was made; null when it has gone.
+    QLineEdit* Editor() const { return editor_; }
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
@@ -24,6 +29,7 @@ private:
     bool IsStale(const QModelIndex& index) const;
 
     QtGridModel& model_;
+    mutable QPointer<QLineEdit> editor_;
     mutable QPersistentModelIndex edited_;
     mutable QString before_; ///< of that, as it was before anything was typed
 };
@@ -40,8 +46,10 @@ public:
     /// Takes in what has changed; the current cell stays with its value.
     void Follow();
     void Filter(const QString& text);
-    /// What stands in the editor of a cell, which stays open.
-    void Commit(QWidget* editor) { commitData(editor); }
+    /// Of the cell that is open; null while none is.
+    QLineEdit* Editor() const { return state() == EditingState ? cells_.Editor() : nullptr; }
+    /// What stands in the editor of a cell, which stays open; false when it was refused.
+    bool Commit();
     void SizeColumns();
 
     std::function<void(const GridCell& cell)> onCurrent;
@@ -53,12 +61,14 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
     void AddActions();
     QAction* AddKey(const QString& caption, const QKeySequence& key, const std::function<void()>& run, bool edits);
     QAction* ActionOf(QKeyEvent* event) const;
     void EnableActions();
+    void Grow(const QModelIndex& at);
     void SortBy(int column);
     void Move(bool back);
     void CopyCell();

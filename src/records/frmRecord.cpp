@@ -4,6 +4,7 @@
 #include "platform/qt/QtText.h"
 #include "text/SourceView.h"
 
+#include <QAbstractSlider>
 #include <QAccessible>
 #include <QApplication>
 #include <QHBoxLayout>
@@ -14,6 +15,8 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace nib {
 
@@ -173,6 +176,7 @@ void frmRecord::FollowCaret()
 void frmRecord::ShowCaret()
 {
     caretWaits_ = false;
+    if (IsHeld()) return;
     const Position caret = view_.Caret();
     QtGridView* table = TableOf(caret.line + 1);
     if (!table || !table->ShowValue(caret.line + 1, grid_.Content().ValueAt(caret))) return;
@@ -219,34 +223,66 @@ void frmRecord::TakeFocus()
     if (!isAncestorOf(QApplication::focusWidget())) last_->setFocus(Qt::OtherFocusReason);
 }
 
-/// The editor of a cell, if one is open and has the keys.
-QLineEdit* frmRecord::OpenCell() const
+/// The table with the cell that is open; null while none is.
+QtGridView* frmRecord::OpenTable() const
 {
-    auto* line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
-    return line && parts_->isAncestorOf(line) ? line : nullptr;
+    const auto open = std::ranges::find_if(tables_, [](const QtGridView* table) { return table->Editor() != nullptr; });
+    return open == tables_.end() ? nullptr : *open;
+}
+
+QString frmRecord::TakeInput()
+{
+    QtGridView* table = OpenTable();
+    return !table || table->Commit() ? QString() : lbRefusal_->text();
+}
+
+/// A text that was refused is mended or given up before another cell is gone to, or other rows are shown.
+bool frmRecord::IsHeld() const
+{
+    const QtGridView* table = OpenTable();
+    return table && table->Editor()->isModified();
 }
 
 /// What is being typed into a cell is in the text before anything else is done with that.
 bool frmRecord::eventFilter(QObject* watched, QEvent* event)
 {
-    QLineEdit* line = OpenCell();
-    if (line && event->type() == QEvent::MouseButtonPress && watched != line) Commit(line);
-    if (watched == txtFilter_ && event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down)
-        tables_.front()->setFocus(Qt::TabFocusReason);
-    if (line && event->type() == QEvent::ShortcutOverride) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        const bool command = (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) || key->key() >= Qt::Key_F1;
-        // The line's own keys are those that it takes.
-        if (command && (line->event(event), !event->isAccepted())) Commit(line);
+    const QEvent::Type type = event->type();
+    if (type == QEvent::MouseButtonPress || type == QEvent::ShortcutOverride) BeforeOther(watched, event);
+    if (LeadsAway(watched, type) && IsHeld()) {
+        OpenTable()->Editor()->setFocus(Qt::OtherFocusReason);
+        return true;
     }
+    if (watched == txtFilter_ && type == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down)
+        tables_.front()->setFocus(Qt::TabFocusReason);
     return QWidget::eventFilter(watched, event);
 }
 
-void frmRecord::Commit(QLineEdit* line)
+void frmRecord::BeforeOther(const QObject* watched, QEvent* event)
 {
-    for (QtGridView* table : std::as_const(tables_))
-        if (table->isAncestorOf(line)) table->Commit(line);
+    QtGridView* table = OpenTable();
+    QLineEdit* line = table ? table->Editor() : nullptr;
+    if (!line || !line->hasFocus()) return;
+    if (event->type() == QEvent::MouseButtonPress) {
+        if (watched != line) table->Commit();
+        return;
+    }
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool command = (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) || key->key() >= Qt::Key_F1;
+    // The line's own keys are those that it takes.
+    if (command && (line->event(event), !event->isAccepted())) table->Commit();
+}
+
+/// By the mouse or the focus, to something of the grid that is no open cell and does not merely scroll or divide.
+bool frmRecord::LeadsAway(const QObject* watched, QEvent::Type type) const
+{
+    constexpr QEvent::Type kTypes[] = {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick, QEvent::MouseMove,
+                                       QEvent::MouseButtonRelease, QEvent::FocusIn};
+    if (std::ranges::find(kTypes, type) == std::end(kTypes)) return false;
+    const auto* widget = qobject_cast<const QWidget*>(watched);
+    if (!widget || !isAncestorOf(widget)) return false;
+    const QtGridView* table = OpenTable();
+    return !(table && table->Editor() == widget) && !qobject_cast<const QAbstractSlider*>(widget) &&
+           !qobject_cast<const QSplitterHandle*>(widget);
 }
 
 } // namespace nib

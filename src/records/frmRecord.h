@@ -24,6 +24,8 @@ public:
     /// The value at the caret of the text becomes the current cell, in a moment.
     void FollowCaret();
     void TakeFocus();
+    /// What is being typed gets into the text. Answers why it does not; the cell stays open then.
+    QString TakeInput();
 
     /// Another text has taken the place of the one that this shows.
     std::function<void()> onReset;
@@ -34,8 +36,10 @@ protected:
 private:
     void Build();
     QString DictionaryText() const;
-    QLineEdit* OpenCell() const;
-    void Commit(QLineEdit* line);
+    QtGridView* OpenTable() const;
+    bool IsHeld() const;
+    void BeforeOther(const QObject* watched, QEvent* event);
+    bool LeadsAway(const QObject* watched, QEvent::Type type) const;
     void BuildTables();
     QtGridView* NewTable(size_t table);
     void Lead(QtGridView* table);

@@ -26,6 +26,41 @@ const CommandRow* FindCommand(TextView key)
     return nullptr;
 }
 
+/// They edit or select by the lines and the caret of the text, which is not in sight while a record shows as tables.
+/// The tables have keys of their own for what they can do of it.
+constexpr TextView kOfText[]{u"Format",
+                             u"Cut",
+                             u"Copy",
+                             u"Paste",
+                             u"Clear",
+                             u"DeleteLine",
+                             u"SelectAll",
+                             u"IndentBlock",
+                             u"OutdentBlock",
+                             u"MoveLinesUp",
+                             u"MoveLinesDown",
+                             u"DuplicateLines",
+                             u"JoinLines",
+                             u"CommentBlock",
+                             u"UncommentBlock",
+                             u"AddCaretAbove",
+                             u"AddCaretBelow",
+                             u"ValueMark",
+                             u"SubValueMark",
+                             u"ToggleCase",
+                             u"Rename",
+                             u"SelectNextOccurrence",
+                             u"SelectAllOccurrences",
+                             u"CompleteWord",
+                             u"QuickMend"};
+
+bool IsEnabled(const CommandRow& row, const CommandContext& context)
+{
+    const clsDocView* view = context.document ? context.document->View() : nullptr;
+    const bool hidden = view && view->IsGrid() && std::ranges::find(kOfText, row.key) != std::end(kOfText);
+    return !hidden && row.enabled(context);
+}
+
 CommandContext ContextFor(const CommandRow& row, const CommandContext& context)
 {
     if (context.document || std::ranges::find(kForCompared, row.key) == std::end(kForCompared)) return context;
@@ -36,7 +71,7 @@ CommandContext ContextFor(const CommandRow& row, const CommandContext& context)
 CommandState StateOf(const CommandRow& row, const CommandContext& context)
 {
     const CommandContext own = ContextFor(row, context);
-    return {row.enabled(own), row.checked && row.checked(own)};
+    return {IsEnabled(row, own), row.checked && row.checked(own)};
 }
 
 int32_t NumberBehind(TextView key, TextView prefix)
@@ -66,7 +101,7 @@ bool Dispatch(TextView key, CommandContext& context)
     }
     if (const CommandRow* row = FindCommand(key)) {
         CommandContext own = ContextFor(*row, context);
-        if (!row->enabled(own)) return false;
+        if (!IsEnabled(*row, own)) return false;
         std::optional<Typing> typing;
         if (row->typing) typing.emplace(context.program.Window());
         row->run(own);

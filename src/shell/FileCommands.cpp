@@ -118,8 +118,19 @@ Saved FileCommands::IsDocumentSaved(mvDocument& document, Text message, int32_t 
     });
 }
 
+namespace {
+
+/// Why what is being typed into it cannot be; empty when all is in its text.
+Text InputRefused(mvDocument& document)
+{
+    return document.View() ? document.View()->TakeInput() : Text();
+}
+
+} // namespace
+
 bool FileCommands::FileClose(mvDocument& document)
 {
+    if (!InputRefused(document).empty()) return false;
     auto self = document.shared_from_this(); // others may close it while the question is up
     Saved saved = IsDocumentSaved(document, {}, message_box::kYesNoCancel);
     if (saved == Saved::Stop) return false;
@@ -153,6 +164,9 @@ void FileCommands::FileExit()
 
 bool FileCommands::CloseAllToEnd()
 {
+    for (auto& document : program_.OpenDocuments().All())
+        if (const Text reason = InputRefused(*document); !reason.empty())
+            return program_.ShowMessage(reason, message_box::kWarning), false;
     IgnoringErrors([&] { program_.Session().Remember(); });
     const bool closed = FileCloseAll();
     if (!closed) program_.Session().Forget();

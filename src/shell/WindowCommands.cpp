@@ -67,6 +67,7 @@ bool IsGrid(Context& c)
 void SetGrid(CommandContext& c)
 {
     const bool mark = c.checked.value_or(!IsGrid(c));
+    if (!c.document->View()->TakeInput().empty()) return;
     c.document->View()->SetGrid(mark);
     GridFiles(c.program.Store()).Set(*c.document->ItemObject(), mark);
 }

@@ -128,10 +128,12 @@ struct FakeDocView : clsDocView {
     void SetWindowState(int32_t state) override { state_ = state; }
     int32_t WindowState() const override { return state_; }
     bool IsActive() const override { return window_.activeDocument == id_; }
+    bool IsGrid() const override { return grid; }
 
     FakePane pane;
     Text title;
     bool visible = false;
+    bool grid = false;
     int32_t closes = 0;           ///< asked for as by its close button
     int32_t titles = 0;           ///< handed over so far
     std::optional<Error> failure; ///< the text cannot be had

@@ -32,7 +32,12 @@ def one_date_is_changed(desktop):
         expect(text in texts, f"no {text} in {texts}")
     desktop.keys("Down", "F2", "ctrl+a")
     desktop.type_text("tomorrow")
-    desktop.keys("Return", "ctrl+a")  # it is refused, and the cell stays open
+    desktop.keys("Return", "ctrl+a", "ctrl+F4")  # it is refused, and the cell stays open
+    desktop.keys("alt+F4")
+    desktop.wait_box()
+    desktop.keys("Return")
+    desktop.wait_active(r"\[DATA O5001 on ")
+    desktop.keys("ctrl+y", "F12", "ctrl+a")  # no line behind the cell is deleted or formatted
     desktop.type_text("14 NOV 2025")
     desktop.keys("Return", "ctrl+s")
     expect_file(item, before.replace(b"21137", b"21138"))

@@ -75,6 +75,9 @@ TEST_F(RecordGridTest, ACellIsTypedIntoTheText)
     Key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(Line(2), "21137");
     EXPECT_EQ(List().model()->index(1, 0).data().toString(), QStringLiteral("2025-11-13"));
+    Key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    Key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(Line(2), "21138") << "and no line is deleted that is not seen";
     frame.Run(u"RecordGrid");
     EXPECT_FALSE(form->IsGrid());
     EXPECT_TRUE(TextOf(*form).isVisible());
@@ -83,16 +86,42 @@ TEST_F(RecordGridTest, ACellIsTypedIntoTheText)
 
 TEST_F(RecordGridTest, ATextThatMeansNothingStaysToBeMended)
 {
-    Type(Lines(), 0, 1, "many");
+    QWidget* cells = Lines().viewport();
+    const std::function<void()> ways[] = {
+        [&] { Key(Qt::Key_Return); },
+        [&] { Key(Qt::Key_F4, Qt::ControlModifier); },
+        [&] { Key(Qt::Key_G, Qt::ControlModifier | Qt::ShiftModifier); },
+        [&] { Key(Qt::Key_Up); },
+        [&] {
+            QTest::mouseClick(cells, Qt::LeftButton, {}, Lines().visualRect(Lines().model()->index(0, 0)).center());
+        },
+        [&] { form->SubWindow()->findChild<QLineEdit*>()->setFocus(); },
+        [&] {
+            form->txtText().SetCaret({0, 0});
+        },
+        [&] { frame.ActivateChild(New()), Settle(), frame.ActivateChild(*form); },
+        [&] { frame.close(); },
+    };
+    Type(Lines(), 1, 1, "many");
+    for (const auto& go : ways) {
+        SCOPED_TRACE(&go - ways);
+        go();
+        Settle();
+        ASSERT_TRUE(form->IsGrid() && Editor() && cells->isAncestorOf(Editor()));
+        EXPECT_EQ(Editor()->text(), QStringLiteral("many"));
+        EXPECT_EQ(Refusal(), QStringLiteral("'many' is no number."));
+    }
+    EXPECT_EQ(boxes.Take(), std::vector{Warning(u"'many' is no number.")}) << "as the program ends";
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(Refusal(), QString());
+    Type(Lines(), 1, 1, "many");
     Key(Qt::Key_Return);
-    ASSERT_NE(Editor(), nullptr);
-    EXPECT_EQ(Refusal(), QStringLiteral("'many' is no number."));
-    EXPECT_EQ(Line(4), "12\uF8FD100");
     Editor()->setText({});
     QTest::keyClicks(Editor(), QStringLiteral("13"));
-    Key(Qt::Key_Return);
-    EXPECT_EQ(Line(4), "13\uF8FD100");
-    EXPECT_EQ(Refusal(), QString());
+    boxes.Answer({message_box::kAnswerYes});
+    frame.Run(u"CloseAll");
+    EXPECT_EQ(boxes.Take().size(), 1U);
+    EXPECT_EQ(ToUtf8(connection.store.items[kOrder].text), "C1\r\n21137\r\nP1\uF8FDP2\r\n12\uF8FD13\r\nO");
 }
 
 TEST_F(RecordGridTest, WhatIsTypedGoesIntoNoOtherValueThanIsSeen)
@@ -105,6 +134,13 @@ TEST_F(RecordGridTest, WhatIsTypedGoesIntoNoOtherValueThanIsSeen)
     ASSERT_TRUE(Editor());
     EXPECT_EQ(Editor()->text(), QStringLiteral("C2"));
     Key(Qt::Key_Escape);
+}
+
+TEST_F(RecordGridTest, AColumnGrowsWithWhatIsTyped)
+{
+    Type(List(), 0, 0, std::string(300, 'm').c_str());
+    Key(Qt::Key_Return);
+    EXPECT_EQ(List().columnWidth(0), 44 * List().fontMetrics().averageCharWidth());
 }
 
 TEST_F(RecordGridTest, RowsAreTypedOneAfterTheOther)
@@ -137,6 +173,12 @@ TEST_F(RecordGridTest, RecordsOfTheFileOpenSoFromThenOn)
 {
     EXPECT_TRUE(Open(u"mvdb:*/DEMO/DATA/O2", u"C2").IsGrid());
     EXPECT_FALSE(Open(u"mvdb:*/DEMO/BP/P", u"PRINT").IsGrid());
+    boxes.whileShown = [] { QApplication::processEvents(); };
+    boxes.Answer({message_box::kAnswerYes});
+    program.OpenPath(u"mvdb:*/DEMO/DATA/NEW", false);
+    Settle();
+    EXPECT_TRUE(frame.ActiveForm()->IsGrid());
+    EXPECT_EQ(boxes.Take().size(), 1U);
     frame.ActivateChild(*form);
     frame.Run(u"RecordGrid");
     EXPECT_FALSE(Open(u"mvdb:*/DEMO/DATA/O3", u"C3").IsGrid());

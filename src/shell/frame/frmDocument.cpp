@@ -126,7 +126,6 @@ void frmDocument::Show()
     if (Visible()) return;
     mainWindow_.ShowChild(*this);
     FocusText();
-    window_->Post([](frmDocument& form) { form.RestoreGrid(); });
 }
 
 void frmDocument::QueryUnload()

@@ -49,6 +49,8 @@ public:
     void ChangePane() override;
     bool IsGrid() const override { return grid_ != nullptr; }
     void SetGrid(bool grid) override;
+    Text TakeInput() override;
+    void Opened() override;
 
     // ViewEvents
     void CaretMoved(Position caret) override;

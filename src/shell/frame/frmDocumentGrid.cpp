@@ -2,6 +2,7 @@
 
 #include "documents/mvDocument.h"
 #include "hosts/ItemReader.h"
+#include "platform/qt/QtText.h"
 #include "records/GridFiles.h"
 #include "records/frmRecord.h"
 #include "shell/Program.h"
@@ -51,6 +52,20 @@ void frmDocument::ShowGrid(Dictionary dictionary)
     window_->widget()->setFocusProxy(grid_);
     grid_->show();
     FocusText();
+    mainWindow_.Owner().StateChanged(); // commands on the text rest
+}
+
+Text frmDocument::TakeInput()
+{
+    const QString reason = grid_ ? grid_->TakeInput() : QString();
+    if (!reason.isEmpty()) Activate();
+    return ToText(reason);
+}
+
+/// When the call that opens it is over.
+void frmDocument::Opened()
+{
+    window_->Post([](frmDocument& form) { form.RestoreGrid(); });
 }
 
 /// As the user looked at records of this file before. One that is too large for it shows as the text that it is.

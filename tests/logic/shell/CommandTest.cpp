@@ -36,6 +36,18 @@ const Keys kEdited = kWithoutCompiler + kCompared + Keys{u"Compile", u"Save"};
 const Keys kStored = kCompared + Keys{u"ReadOnly"};
 const Keys kWritable = kWithoutCompiler + kStored + Keys{u"Compile"};
 
+const Keys kOfText =
+    kCarets + Keys{u"Format",         u"DeleteLine",    u"SelectAll",      u"IndentBlock", u"OutdentBlock",
+                   u"MoveLinesUp",    u"MoveLinesDown", u"DuplicateLines", u"JoinLines",   u"CommentBlock",
+                   u"UncommentBlock", u"ValueMark",     u"SubValueMark",   u"ToggleCase",  u"Rename",
+                   u"CompleteWord",   u"QuickMend"};
+
+Keys operator-(Keys keys, const Keys& less)
+{
+    for (const Text& key : less) keys.erase(key);
+    return keys;
+}
+
 Keys EnabledOn(const MenuModel& menus)
 {
     Keys keys;
@@ -102,6 +114,14 @@ const Row kRows[] = {
          t.program.History().NavigateBack(&document);
      },
      kWritable + Keys{u"NavBack", u"NavForward"}},
+    {"in tables, with something selected behind them",
+     [](TestShell& t) {
+         mvDocument& document = Writable(t);
+         document.SelectAll();
+         t.clipboard.text = u"x";
+         t.View(document).grid = true;
+     },
+     kWritable - kOfText},
     {"no compiler",
      [](TestShell& t) {
          t.Store().session.executes = false;
