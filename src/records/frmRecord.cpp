@@ -1,6 +1,7 @@
 #include "records/frmRecord.h"
 
 #include "platform/qt/ElidedValue.h"
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
 #include "text/SourceView.h"
 
@@ -267,7 +268,8 @@ void frmRecord::BeforeOther(const QObject* watched, QEvent* event)
         return;
     }
     const auto* key = static_cast<QKeyEvent*>(event);
-    const bool command = (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) || key->key() >= Qt::Key_F1;
+    const bool command = !IsModifier(key->key()) && ((key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) ||
+                                                     (key->key() >= Qt::Key_F1 && key->key() <= Qt::Key_F35));
     // The line's own keys are those that it takes.
     if (command && (line->event(event), !event->isAccepted())) table->Commit();
 }

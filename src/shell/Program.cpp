@@ -109,10 +109,22 @@ void Program::Start(const CommandLine& line)
     if (mode_ == StartMode::Automation) return;
     OfferDialect();
     recovery_.CheckAutoRecover();
+    const int32_t recovered = ports_.mainWindow.ActiveDocument();
     if (!shuttingDown_) Reopen(line);
     if (!shuttingDown_) ParseCmdLine(line);
-    if (!OpensAny(line)) session_.ActivateRestored();
+    if (!OpensAny(line)) {
+        session_.ActivateRestored();
+        ShowRecovered(recovered);
+    }
     session_.Start();
+}
+
+/// What was worked on last may have come back as it is stored, with the text that was typed beside it.
+void Program::ShowRecovered(int32_t recovered)
+{
+    const auto front = openDocuments_.ById(ports_.mainWindow.ActiveDocument());
+    const auto document = openDocuments_.ById(recovered);
+    if (document && document->View() && !(front && front->IsDirty())) IgnoringErrors([&] { document->Activate(); });
 }
 
 void Program::Reopen(const CommandLine& line)
@@ -247,6 +259,9 @@ void Program::TakeDown()
 
 void Program::KeepAll()
 {
+    // A cell that is being typed into is in no text yet; one that means nothing stays out.
+    for (const auto& document : openDocuments_.All())
+        if (document->View()) IgnoringErrors([&] { document->View()->TakeInput(); });
     IgnoringErrors([&] { recovery_.AutoSaveDocuments(); }, [&] { recovery_.Flush(); }, [&] { session_.Save(); },
                    [&] { settings_.SaveSettings(ports_.store); }, [&] { ports_.store.Flush(); });
 }

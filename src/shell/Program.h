@@ -160,6 +160,7 @@ private:
     void AutoSaveTimer_Timer();
     void Start(const CommandLine& line);
     void Reopen(const CommandLine& line);
+    void ShowRecovered(int32_t recovered);
     void LoadSettings();
     void OfferDialect();
     void ParseCmdLine(const CommandLine& line);

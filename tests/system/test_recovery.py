@@ -126,6 +126,19 @@ def no_end_takes_what_was_typed(desktop):
         recovers(desktop, b"typed ")
 
 
+def what_was_typed_is_in_front_of_what_others_stored(desktop):
+    menu = desktop.sample_accounts() / "BP" / "MENU"
+    program = desktop.start(*MENU, shows=r"\[BP MENU on ")
+    desktop.type_text("typed ", shows=r"\[\*BP MENU on ")
+    time.sleep(6)  # the session knows the document, too
+    program.kill()
+    menu.write_bytes(b"theirs\n")
+    desktop.start(shows=DIALOG)
+    desktop.keys("Return", shows=r"\[\*NewItem1")
+    desktop.wait_window(r"NewItem1")
+    stays("the recovered text in front", lambda: "NewItem1" in desktop.active_title())
+
+
 def a_file_that_may_grow_no_further_ends_nothing(desktop):
     menu = desktop.sample_accounts() / "BP" / "MENU"
     old = menu.read_bytes()
@@ -173,4 +186,5 @@ def the_end_of_the_session_asks_nothing(desktop):
 
 if __name__ == "__main__":
     lib.run(a_crash_brings_the_documents_back, a_file_that_may_grow_no_further_ends_nothing,
-            no_end_takes_what_was_typed, the_end_of_the_session_asks_nothing, open_documents_come_back)
+            no_end_takes_what_was_typed, what_was_typed_is_in_front_of_what_others_stored,
+            the_end_of_the_session_asks_nothing, open_documents_come_back)

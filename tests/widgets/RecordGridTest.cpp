@@ -169,6 +169,27 @@ TEST_F(RecordGridTest, AnOpenCellIsSavedWithTheRest)
     EXPECT_EQ(ToUtf8(connection.store.items[kOrder].text).substr(0, 2), "C2");
 }
 
+TEST_F(RecordGridTest, EscapeGivesUpWhateverKeysWereHeld)
+{
+    for (const Qt::Key key : {Qt::Key_Control, Qt::Key_Alt, Qt::Key_Shift, Qt::Key_AltGr, Qt::Key_Dead_Acute}) {
+        Type(List(), 0, 0, "C2");
+        const auto held = key == Qt::Key_Control ? Qt::ControlModifier
+                          : key == Qt::Key_Alt   ? Qt::AltModifier
+                                                 : Qt::NoModifier;
+        QKeyEvent asked(QEvent::ShortcutOverride, key, held);
+        QApplication::sendEvent(Editor(), &asked);
+        Key(Qt::Key_Escape);
+        EXPECT_EQ(Line(1), "C1") << key;
+    }
+}
+
+TEST_F(RecordGridTest, ASuddenEndKeepsACellThatIsOpen)
+{
+    Type(List(), 0, 0, "C2");
+    program.KeepAll();
+    EXPECT_EQ(Line(1), "C2");
+}
+
 TEST_F(RecordGridTest, RecordsOfTheFileOpenSoFromThenOn)
 {
     EXPECT_TRUE(Open(u"mvdb:*/DEMO/DATA/O2", u"C2").IsGrid());

@@ -29,6 +29,12 @@ private:
 
 } // namespace
 
+bool IsModifier(int key)
+{
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_Meta ||
+           key == Qt::Key_AltGr || key == Qt::Key_CapsLock;
+}
+
 bool QtClipboard::HasText() const
 {
     // No content at all is a null pointer on some platforms.

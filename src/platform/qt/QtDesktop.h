@@ -12,6 +12,9 @@ class QMainWindow;
 
 namespace nib {
 
+/// It is held while others are pressed, and means nothing by itself.
+bool IsModifier(int key);
+
 class QtClipboard : public Clipboard {
 public:
     bool HasText() const override;

@@ -1,6 +1,7 @@
 #include "shell/assist/QtPaneHelp.h"
 
 #include "documents/mvDocument.h"
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtText.h"
 #include "shell/assist/QtCompletionList.h"
 #include "shell/assist/QtPhrase.h"
@@ -15,12 +16,6 @@ namespace nib {
 namespace {
 
 constexpr int kHoverDelay = 500;
-
-bool IsModifier(int key)
-{
-    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_Meta ||
-           key == Qt::Key_AltGr || key == Qt::Key_CapsLock;
-}
 
 bool Types(const QKeyEvent& event)
 {
