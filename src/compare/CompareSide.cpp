@@ -32,7 +32,7 @@ struct CompareSide::Own {
 
 CompareSide::CompareSide(DocumentServices& services, CompareText text)
     : services_(services), own_(std::make_unique<Own>(services.log)), name_(std::move(text.name)),
-      note_(std::move(text.note)), item_(std::move(text.item))
+      note_(std::move(text.note)), item_(std::move(text.item)), again_(std::move(text.again))
 {
     Show(std::move(text.text));
     saved_ = SavesHere();
@@ -140,18 +140,25 @@ bool CompareSide::Look()
 
 bool CompareSide::ReadAgain()
 {
-    if (!own_ || !item_) return true;
+    if (!own_ || (!item_ && !again_)) return true;
+    if (!item_) return ShowAnew(again_);
     saved_ = SavesHere();
     if (ShowStored()) return true;
     state_ = item_->State();
     return state_ == StoredState::Gone;
 }
 
-/// What cannot be read now may be later; until then the text stays.
 bool CompareSide::ShowStored()
 {
-    const auto failure = FailureOf([&] { Show(item_->ReadWhole()); });
+    const bool shown = ShowAnew([this] { return item_->ReadWhole(); });
     state_ = StoredState::Same;
+    return shown;
+}
+
+/// What cannot be read now may be later; until then the text stays.
+bool CompareSide::ShowAnew(const std::function<ReadText()>& read)
+{
+    const auto failure = FailureOf([&] { Show(read()); });
     if (!failure && onChange) onChange(nullptr);
     return !failure;
 }
@@ -161,6 +168,7 @@ void CompareSide::Take(CompareText text)
     name_ = std::move(text.name);
     note_ = std::move(text.note);
     item_ = std::move(text.item);
+    again_ = std::move(text.again);
     saved_ = SavesHere();
     state_ = StoredState::Same;
     Show(std::move(text.text));

@@ -16,6 +16,8 @@ struct CompareText {
     ReadText text;
     std::shared_ptr<mvItem> item; ///< that it was read from, to look what has become of it; null for none
     Text source{};                ///< the same when it is read another time; empty where nobody can tell
+    /// Reads it another time where it comes from no item. Throws Error.
+    std::function<ReadText()> again{};
 };
 
 class CompareSide final : private BufferListener {
@@ -55,6 +57,7 @@ private:
 
     void Show(ReadText text);
     bool ShowStored();
+    bool ShowAnew(const std::function<ReadText()>& read);
     int32_t SavesHere() const;
     std::vector<TabPlace> TabsIn(int32_t first, int32_t count) const;
     void TextChanged(const TextChange& change) override;
@@ -69,6 +72,7 @@ private:
     Text name_;
     Text note_;
     std::shared_ptr<mvItem> item_;
+    std::function<ReadText()> again_;
     StoredState state_ = StoredState::Same;
     int32_t saved_ = 0; ///< of the document on the item, when reading it was last tried
 };

@@ -51,12 +51,18 @@ CompareText OpenedTextOf(const mvDocument& document)
 CompareText CommittedTextOf(const mvDocument& document)
 {
     const auto item = document.ItemObject();
+    const Text name = document.DisplayName();
     const std::string file = ItemOf(document).StoredFile();
-    const std::optional<std::string> bytes = file.empty() ? std::nullopt : GitLibrary().CommittedFile(file);
-    if (!bytes) Refuse(document.DisplayName() + u" is in no commit.");
+    const StoredForm* form = item->Form();
+    if (file.empty() || !form) Refuse(name + u" is in no commit.");
     // A form of its own: that of the item tells how it is to be written.
-    StoredForm form = *item->Form();
-    return {document.DisplayName(), u"last commit", form.Decode(*bytes), nullptr, u"committed"};
+    const auto read = [name, file, own = *form]() -> ReadText {
+        const std::optional<std::string> bytes = GitLibrary().CommittedFile(file);
+        if (!bytes) Refuse(name + u" is in no commit.");
+        StoredForm decoded = own;
+        return decoded.Decode(*bytes);
+    };
+    return {name, u"last commit", read(), nullptr, u"committed", read};
 }
 
 CompareText TextOfItem(DocumentServices& services, std::shared_ptr<mvItem> item)

@@ -85,6 +85,18 @@ def other_texts_than_the_stored_one(desktop):
     for against, left in ("o", opened.replace(b"\n", b"\n* typed since\n", 1)), ("c", committed):
         desktop.keys("alt+t", "p", against, shows="Compare BP INVOICE")
         eventually("the change taken back", lambda: take_back(desktop, item, left))
+        if against == "c":
+            # F5 sees what was committed meanwhile.
+            later = desktop.folder / "later"
+            later.write_bytes(committed + b"* committed later\n")
+            blob = desktop.command("git", "-C", str(account), "hash-object", "-w", str(later)).strip()
+            for words in (("update-index", "--cacheinfo", f"100644,{blob},BP/INVOICE"),
+                          ("-c", "user.name=a", "-c", "user.email=a@b", "commit", "-qm", "later")):
+                desktop.command("git", "-C", str(account), *words)
+            desktop.keys("F5")
+            time.sleep(0.5)
+            desktop.keys("F8")
+            eventually("the later commit", lambda: take_back(desktop, item, later.read_bytes()))
         desktop.keys("ctrl+Tab", shows=r"\[BP INVOICE on ")
     # The document goes, and its comparisons with it.
     desktop.keys("ctrl+F4")

@@ -33,20 +33,20 @@ def windows_and_fast_keys(desktop):
 def a_double_click_goes_to_the_label(desktop):
     demo = desktop.sample_accounts()
     desktop.start("/A=DEMO", "/F=BP", "/I=MENU", QT_SCALE_FACTOR="1", LANG="de_DE.UTF-8")
-    window = desktop.wait_active(r"\[BP MENU on ")
+    window = desktop.wait_active(r"\[BP MENU auf ")  # in the user's language
     lines = (demo / "BP/MENU").read_text("latin-1").split("\n")
     row = next(i for i, line in enumerate(lines) if "GOSUB SHOW.SCREEN" in line)
     column = lines[row].index("SHOW.SCREEN") + 4
 
     # The text begins at a place that the pictures show; a row is 18 pixels high, a column not quite 8 wide.
     window.click(47 + round(column * 7.83), 103 + row * 18, count=2)
-    desktop.wait_active(r"^Gehe zu$")  # in the user's language
-    desktop.keys("Return", shows=r"\[BP MENU on ")
+    desktop.wait_active(r"^Gehe zu$")
+    desktop.keys("Return", shows=r"\[BP MENU auf ")
     desktop.keys("Home")
     desktop.type_text("!went")
     desktop.keys("alt+Left")
     desktop.type_text("!back")
-    desktop.keys("ctrl+s", shows=r"\[BP MENU on [^*]*\]$")
+    desktop.keys("ctrl+s", shows=r"\[BP MENU auf [^*]*\]$")
     after = (demo / "BP/MENU").read_text("latin-1").split("\n")
     label = next(i for i, line in enumerate(lines) if line.startswith("SHOW.SCREEN:"))
     expect_equal(after[label], "!went" + lines[label], "the caret went to the label")

@@ -138,8 +138,15 @@ TEST_F(HostConnectionTest, AChangeByOthersIsToldOnce)
     EXPECT_EQ(error.number, error_number::kStorage);
     EXPECT_NE(error.description.find(u"was changed by another program since it was opened."), Text::npos);
     EXPECT_EQ(BytesOf(file), "theirs, longer");
+    EXPECT_EQ(item->State(), StoredState::Changed) << "a user can still be asked";
+    folder.File("f", "theirs once more");
+    EXPECT_EQ(ErrorOf([&] { item->WriteItem(0, 0, 0, u"mine"); }).number, error_number::kStorage);
     item->WriteItem(0, 0, 0, u"mine");
     EXPECT_EQ(BytesOf(file), "mine");
+    EXPECT_EQ(item->State(), StoredState::Same);
+    folder.File("f", "theirs once more");
+    EXPECT_EQ(ErrorOf([&] { item->WriteItem(0, 0, 0, u"mine"); }).number, error_number::kStorage);
+    item->WriteItem(0, 0, 0, u"mine");
 
     std::filesystem::remove(file);
     EXPECT_NE(ErrorOf([&] { item->WriteItem(0, 0, 0, u"again"); }).description.find(u"was deleted"), Text::npos);
