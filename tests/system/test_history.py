@@ -16,7 +16,9 @@ def git(repository, *words):
 
 
 def versions(repository, branch):
-    return git(repository, "log", "--format=%s", branch).splitlines() if repository.exists() else []
+    # The repository is there before its first branch.
+    made = repository.exists() and git(repository, "for-each-ref", f"refs/heads/{branch}")
+    return git(repository, "log", "--format=%s", branch).splitlines() if made else []
 
 
 def yesterdays_text_comes_back(desktop):
