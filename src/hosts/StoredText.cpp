@@ -48,18 +48,22 @@ StoredState StoredText::State()
     return OrDefault([&] { return known_->Compare(path_); }, StoredState::Unknown);
 }
 
+void StoredText::Know(SeenFile seen)
+{
+    known_ = std::move(seen);
+    told_.reset();
+}
+
 void StoredText::AcceptState()
 {
-    IgnoringErrors([&] { known_ = SeenFile::Now(path_); });
-    told_.reset();
+    IgnoringErrors([&] { Know(SeenFile::Now(path_)); });
 }
 
 bool StoredText::AcceptVersion(TextView version)
 {
     SeenFile now = SeenFile::Now(path_);
     if (now.Version() != version) return false;
-    known_ = std::move(now);
-    told_.reset();
+    Know(std::move(now));
     return true;
 }
 
@@ -85,8 +89,7 @@ Text StoredText::Read()
 {
     const FileContent content = ReadWholeFile(path_);
     Text text = form_.Decode(content.Bytes());
-    known_.emplace(content.stamp, content.Bytes());
-    told_.reset();
+    Know({content.stamp, content.Bytes()});
     return text;
 }
 
@@ -95,8 +98,7 @@ ReadText StoredText::ReadWhole()
     FileContent content = ReadWholeFile(path_);
     const std::shared_ptr<char[]> owner(std::move(content.data));
     ReadText text = form_.Read({{owner, owner.get()}, owner.get(), content.size, nullptr});
-    known_.emplace(content.stamp, std::string_view(owner.get(), content.size));
-    told_.reset();
+    Know({content.stamp, std::string_view(owner.get(), content.size)});
     return text;
 }
 
@@ -133,8 +135,7 @@ void StoredText::WriteNow(const LinewiseText& text)
         State(); // tells which of the two it holds now
         throw;
     }
-    known_ = std::move(written);
-    told_.reset();
+    Know(std::move(written));
 }
 
 void StoredText::CheckUnchanged()

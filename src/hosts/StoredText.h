@@ -13,8 +13,8 @@ namespace nib {
 ///
 /// What another program did to the file meanwhile is not overwritten silently: Write throws once when the file is not
 /// the one that was read, or that Exists() first told of, any more, or has vanished. Writing again then overwrites or
-/// makes it, because by then the caller knows; to the state it stays a change, which a user can be asked about. One that
-/// cannot be looked at is not saved.
+/// makes it, because by then the caller knows; to the state it stays a change, which a user can be asked about. One
+/// that cannot be looked at is not saved.
 class StoredText {
 public:
     /// `name` is what messages call it.
@@ -44,6 +44,8 @@ public:
 private:
     void WriteNow(const LinewiseText& text);
     void CheckUnchanged();
+    /// The text was read from it, written to it, or may take its place.
+    void Know(SeenFile seen);
 
     std::string path_;
     StoredForm form_;
